@@ -1,0 +1,25 @@
+# Settings that every target of the tree shares: language level, warnings, Qt strictness, sanitizers.
+
+function(kv_target_defaults target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS
+        QT_NO_CAST_FROM_ASCII
+        QT_NO_CAST_TO_ASCII
+        QT_NO_FOREACH)
+    if(KV3DVIEWER_STRICT)
+        target_compile_options(${target} PRIVATE
+            -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+        target_compile_definitions(${target} PRIVATE QT_FORCE_ASSERTS)
+    endif()
+    if(KV3DVIEWER_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${KV3DVIEWER_SANITIZE}
+            -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        target_link_options(${target} PRIVATE -fsanitize=${KV3DVIEWER_SANITIZE})
+    endif()
+endfunction()
