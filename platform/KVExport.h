@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QtCore/qglobal.h>
+
+// Symbols of the framework libraries: exported while the library itself is built, imported elsewhere.
+
+#if defined(KVCORECOMMON_LIBRARY)
+#define KVCORECOMMON_EXPORT Q_DECL_EXPORT
+#else
+#define KVCORECOMMON_EXPORT Q_DECL_IMPORT
+#endif
+
+#if defined(KVVELMORAFRAMEWORK_LIBRARY)
+#define KVVELMORA_EXPORT Q_DECL_EXPORT
+#else
+#define KVVELMORA_EXPORT Q_DECL_IMPORT
+#endif

@@ -1,0 +1,204 @@
+#pragma once
+
+#include <platform/KVCoreCommon.h>
+#include <platform/KVExport.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QMetaType>
+#include <QtCore/QSharedDataPointer>
+#include <QtCore/QSharedPointer>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+
+/// @file
+/// The colour engine: ICC profiles become closed gamut surfaces in CIE L*a*b* (D50), with their
+/// volume, outline, primaries, sections and point queries.
+///
+/// Lab triples are always in the order L*, a*, b*; distances are CIE 1976 colour differences (dE76),
+/// volumes their cubes. Everything here is reentrant: different objects may be used from different
+/// threads at the same time, one object from one thread at a time. Nothing throws on bad input;
+/// what was wrong can be asked for afterwards.
+
+// --- Profiles -------------------------------------------------------------------------------------
+
+/// An opened profile: its bytes, known to be a readable ICC profile. Immutable, so that gamuts of one
+/// profile can be computed on several threads at once. Made and destroyed by the functions below only.
+struct KVProfile
+{
+    const QByteArray bytes;
+};
+/// Shared handle on an opened profile. Wrap what the functions below return at once:
+/// `KVProfilePtr(KVProfileCreateWithPath(path), KVProfileRelease)`.
+/// Known to the meta-type system as "KVProfilePtr", so that it travels in a QVariant.
+using KVProfilePtr = QSharedPointer<KVProfile>;
+Q_DECLARE_METATYPE(KVProfilePtr)
+
+/// Opens a profile file. @p path is UTF-8 and NUL-terminated.
+/// @return null when the file cannot be read or is no ICC profile; KVProfileError() says why.
+KVVELMORA_EXPORT KVProfile* KVProfileCreateWithPath(const char* path);
+/// Opens a profile from its bytes, which are copied.
+/// @return null when they are no ICC profile; KVProfileError() says why.
+KVVELMORA_EXPORT KVProfile* KVProfileCreateWithData(const void* data, int size);
+/// Closes a profile; null is allowed.
+KVVELMORA_EXPORT void KVProfileRelease(KVProfile* profile);
+/// Why the last KVProfileCreate... call of the calling thread returned null, as one line for people;
+/// empty when it succeeded.
+KVVELMORA_EXPORT QString KVProfileError();
+
+/// ICC rendering intents, with the values that profiles and host parameters use.
+enum KVVMRenderType : int {
+    KVVMRenderPerceptual = 0,
+    KVVMRenderRelativeColorimetric = 1,
+    KVVMRenderSaturation = 2,
+    KVVMRenderAbsoluteColorimetric = 3,
+};
+
+// --- Gamuts ---------------------------------------------------------------------------------------
+
+namespace KVHull
+{
+
+/// A corner of a gamut surface.
+struct Node
+{
+    QList<float> device; ///< device coordinates, 0..1 per channel; empty where they are not known
+    QList<float> lab;    ///< L*, a*, b*
+
+    bool operator==(const Node&) const = default;
+};
+
+} // namespace KVHull
+
+namespace KVGamut
+{
+
+/// A colour in CIE L*a*b*.
+struct LabPoint
+{
+    float L = 0.0f;
+    float a = 0.0f;
+    float b = 0.0f;
+};
+
+/// What two gamuts have in common. Eighteen floats in this order; volumes in dE76 cubed.
+struct Comparison
+{
+    LabPoint whiteFirst;         ///< lightest neutral end of the first gamut
+    LabPoint blackFirst;         ///< darkest neutral end of the first gamut
+    LabPoint whiteSecond;        ///< lightest neutral end of the second gamut
+    LabPoint blackSecond;        ///< darkest neutral end of the second gamut
+    float volumeFirst = 0.0f;    ///< volume of the first gamut
+    float volumeSecond = 0.0f;   ///< volume of the second gamut
+    float intersection = 0.0f;   ///< volume of what both contain
+    float unionVolume = 0.0f;    ///< volume of what either contains
+    float secondCovered = 0.0f;  ///< share of the second covered by the first, 0..1
+    float firstCovered = 0.0f;   ///< share of the first covered by the second, 0..1
+};
+static_assert(sizeof(Comparison) == 18 * sizeof(float), "the order of the eighteen floats is the interface");
+
+/// How a surface was found.
+enum class Method {
+    None,       ///< there is no gamut
+    DeviceMesh, ///< image of the device cube's surface; exact for three channels that do not fold
+    RadialHull, ///< hull of samples of all faces of the device hypercube after radial compression
+};
+
+class GamutData;
+
+/// The gamut of a device: a closed, outward-oriented triangle mesh in Lab and what follows from it.
+///
+/// A value: copies share their data. A default-constructed gamut is empty: no faces, volume 0,
+/// nothing is inside.
+class KVVELMORA_EXPORT GamutObject
+{
+public:
+    GamutObject();
+    GamutObject(const GamutObject& other);
+    GamutObject(GamutObject&& other) noexcept;
+    GamutObject& operator=(const GamutObject& other);
+    GamutObject& operator=(GamutObject&& other) noexcept;
+    ~GamutObject();
+
+    /// Computes the gamut of @p profile.
+    ///
+    /// @param profile an opened profile; null gives false
+    /// @param intent rendering intent from device to Lab
+    /// @param blackPointCompensation maps the device's black to L* 0 (ignored by the absolute intent)
+    /// @param withDecoration also compute the primaries and the ab outline
+    /// @param maxEdge longest surface edge, in dE76, that is left as it is
+    /// @param gridPoints samples along each device axis; below 2, or -1, means the method's default
+    ///        (33; 17 from five channels on); held to 3..129 otherwise
+    /// @param refinements how often at most edges longer than @p maxEdge are halved
+    /// @param protocol progress and cancellation; may be null or point to a null handle
+    /// @return whether a gamut was computed. On false the object is empty and reason() says why.
+    ///
+    /// Runs on any thread; cancelling through @p protocol ends it early with false.
+    bool init(KVProfilePtr profile, KVVMRenderType intent, bool blackPointCompensation, bool withDecoration,
+              float maxEdge, int gridPoints, int refinements, KVCompletionProtocolPtr* protocol);
+
+    /// The gamut as a hash of plain values that survives every QVariant serialization. It holds the
+    /// key "Gamut", which marks it as a saved gamut.
+    QHash<QString, QVariant> serialize() const;
+    /// Restores what serialize() gave; the hash may also stand as a whole under its own key "Gamut".
+    /// A damaged or foreign hash leaves an empty gamut, whose reason() says what was wrong.
+    void deserialize(const QHash<QString, QVariant>& hash);
+
+    /// Faces of the surface, three nodes each, counter-clockwise seen from outside in a right-handed
+    /// (L*, a*, b*) system. Shared, not copied; first call builds the list.
+    QList<QList<KVHull::Node>> faces() const;
+    int faceCount() const;
+    /// Volume enclosed by the surface, dE76 cubed.
+    float volume() const;
+
+    /// Outline of the projection onto the ab plane, as segments of two nodes; they chain into closed
+    /// loops. L* of a node is that of the surface point it stands for.
+    QList<QList<KVHull::Node>> outline() const;
+    /// Lab of the device colour without colorants, three values: black of an additive device, paper
+    /// of a subtractive one. Empty for an empty gamut.
+    QList<float> referenceLab() const;
+    /// For each colorant channel its ramp from just above 0 to full, as Lab triples on the device's edge.
+    QList<QList<QList<float>>> primaries() const;
+
+    LabPoint whitePoint() const; ///< Lab of the device's white
+    LabPoint blackPoint() const; ///< Lab of the device's black
+
+    /// Whether the Lab triple @p lab lies inside the surface. False for values that are not finite.
+    bool isInside(const float* lab) const;
+    /// Compares this gamut, the first, with @p other, the second.
+    Comparison compare(const GamutObject& other) const;
+
+    Method method() const;
+    /// Why there is no gamut, as one line for people; empty when there is one or when nothing was
+    /// asked for yet.
+    QString reason() const;
+
+private:
+    QSharedDataPointer<const GamutData> d;
+    QString m_reason;
+};
+
+/// Cuts a surface by a plane.
+///
+/// @param plane four coefficients {nL, na, nb, d}: the plane is nL·L + na·a + nb·b + d = 0
+/// @param faces as GamutObject::faces() gives them
+/// @return one piece for each face that the plane crosses: its two crossing points in Lab. The pieces
+///         of a closed surface form closed rings, also for planes through nodes.
+KVVELMORA_EXPORT QList<QList<QList<float>>> computeRing(const float* plane,
+                                                        const QList<QList<KVHull::Node>>& faces);
+
+} // namespace KVGamut
+
+namespace KVColorConversionHelper
+{
+
+/// sRGB values, 0..255 each, in which a screen shows a Lab (D50) colour.
+///
+/// A colour that sRGB cannot show is brought to the nearest one of the same hue (CIELAB hue angle)
+/// that it can: lightness is held to 0..100 and chroma reduced until it fits.
+/// A triple with a missing or not finite value is no colour and answers {-1, -1, -1}.
+/// Callable from any thread.
+KVVELMORA_EXPORT QList<float> KVHLab2RGB(const QList<float>& lab);
+
+} // namespace KVColorConversionHelper

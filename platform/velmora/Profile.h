@@ -1,0 +1,4 @@
+#pragma once
+
+// The profile record itself is part of the public interface.
+#include <platform/KVVelmoraFramework.h>

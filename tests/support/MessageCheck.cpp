@@ -1,0 +1,85 @@
+#include "support/MessageCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QMutex>
+#include <QtCore/QMutexLocker>
+
+#include <cstdio>
+
+namespace
+{
+
+struct Message
+{
+    QtMsgType type;
+    QString text;
+};
+
+QMutex mutex; // messages come from worker threads too
+QList<Message> logged;
+QStringList expected;
+
+void record(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    {
+        const QMutexLocker lock(&mutex);
+        logged.append({type, text});
+    }
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "fatal: %s\n", qPrintable(text));
+        std::abort();
+    }
+}
+
+class Judge : public testing::EmptyTestEventListener
+{
+    void OnTestStart(const testing::TestInfo&) override
+    {
+        const QMutexLocker lock(&mutex);
+        logged.clear();
+        expected.clear();
+    }
+
+    void OnTestEnd(const testing::TestInfo&) override
+    {
+        const QMutexLocker lock(&mutex);
+        for (const QString& part : std::as_const(expected)) {
+            const bool came = std::any_of(logged.cbegin(), logged.cend(),
+                                          [&](const Message& m) { return m.text.contains(part); });
+            if (!came)
+                ADD_FAILURE() << "expected message did not come: " << qPrintable(part);
+        }
+        for (const Message& m : std::as_const(logged)) {
+            if (m.type != QtWarningMsg && m.type != QtCriticalMsg)
+                continue;
+            const bool wanted = std::any_of(expected.cbegin(), expected.cend(),
+                                            [&](const QString& part) { return m.text.contains(part); });
+            if (!wanted)
+                ADD_FAILURE() << "unexpected Qt warning: " << qPrintable(m.text);
+        }
+    }
+};
+
+} // namespace
+
+void kvtest::expectMessage(const QString& part)
+{
+    const QMutexLocker lock(&mutex);
+    expected.append(part);
+}
+
+QStringList kvtest::messages()
+{
+    const QMutexLocker lock(&mutex);
+    QStringList texts;
+    for (const Message& m : std::as_const(logged))
+        texts.append(m.text);
+    return texts;
+}
+
+void kvtest::installMessageCheck()
+{
+    qInstallMessageHandler(record);
+    testing::UnitTest::GetInstance()->listeners().Append(new Judge);
+}
