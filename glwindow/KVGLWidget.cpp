@@ -1,0 +1,222 @@
+#include <glwindow/ContextScope.h>
+#include <glwindow/KVGLWidget.h>
+#include <platform/KVCoreCommon.h>
+
+#include <QtCore/QPointer>
+#include <QtGui/QOpenGLExtraFunctions>
+#include <QtGui/QOpenGLFunctions>
+#include <QtGui/QSurfaceFormat>
+#include <QtOpenGL/QOpenGLFramebufferObject>
+
+namespace
+{
+
+constexpr qint64 frameMs = 33;
+
+QString profileName(QSurfaceFormat::OpenGLContextProfile profile)
+{
+    switch (profile) {
+    case QSurfaceFormat::NoProfile:
+        return QStringLiteral("NoProfile");
+    case QSurfaceFormat::CoreProfile:
+        return QStringLiteral("CoreProfile");
+    case QSurfaceFormat::CompatibilityProfile:
+        return QStringLiteral("CompatibilityProfile");
+    }
+    return {};
+}
+
+} // namespace
+
+KVGLWidget::KVGLWidget(QWindow* parent)
+    : QOpenGLWindow(QOpenGLWindow::PartialUpdateBlit, parent), m_root(QStringLiteral("root"), QString())
+{
+    // A core profile of version 1.2 is an odd request, but the one under which the 1.2 function table
+    // resolves everywhere; anything more modern loses it.
+    QSurfaceFormat format;
+    format.setDepthBufferSize(24);
+    format.setStencilBufferSize(8);
+    format.setSamples(8);
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setVersion(1, 2);
+    setFormat(format);
+
+    m_background = Qt::gray;
+    m_lightPos = QVector3D(0, 300, 0);
+    m_lightColor = Qt::white;
+}
+
+KVGLWidget::~KVGLWidget()
+{
+    // By the time the base destroys the context this object is a QOpenGLWindow only, so the GL work
+    // is done here, and the context's own call must not come.
+    if (QOpenGLContext* own = context())
+        own->disconnect(this);
+    {
+        const ContextScope scope(this);
+        m_root.releaseGL();
+    }
+    m_animation.reset();
+}
+
+void KVGLWidget::setBackground(QColor color)
+{
+    m_background = color;
+    m_frameTimer.invalidate();
+    m_lastDrawnCamera = CameraState();
+}
+
+void KVGLWidget::teardownGL()
+{
+    makeCurrent();
+    m_root.releaseGL();
+    doneCurrent();
+}
+
+void KVGLWidget::update()
+{
+    QPaintDeviceWindow::update();
+}
+
+void KVGLWidget::initializeGL()
+{
+    m_functions.initializeOpenGLFunctions();
+
+    // Unique: this runs again for a new context.
+    connect(context(), SIGNAL(aboutToBeDestroyed()), this, SLOT(teardownGL()),
+            static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::UniqueConnection));
+    connect(this, SIGNAL(frameSwapped()), this, SLOT(update()),
+            static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::UniqueConnection));
+
+    logContext();
+
+    m_functions.glEnable(GL_MULTISAMPLE);
+    m_functions.glEnable(GL_LINE_SMOOTH);
+    context()->functions()->glBlendEquation(GL_FUNC_ADD);
+    m_functions.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    m_camera.setAspect(geometry().width(), geometry().height());
+    m_root.initializeGL(context());
+    m_mustDraw = true;
+}
+
+void KVGLWidget::logContext()
+{
+    const auto* version = reinterpret_cast<const char*>(m_functions.glGetString(GL_VERSION));
+    KVLogDebug(QStringLiteral("%1 %2 (%3)")
+                   .arg(context()->isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"),
+                        QString::fromLatin1(version), profileName(format().profile())));
+}
+
+void KVGLWidget::resizeGL(int w, int h)
+{
+    m_frameTimer.invalidate();
+    m_camera.setAspect(w, h);
+    m_mustDraw = true; // Qt has just made an empty framebuffer
+}
+
+void KVGLWidget::advanceCamera()
+{
+    const QSharedPointer<CameraAnimation> move = m_animation; // the host may replace it below
+    if (!move)
+        return;
+    const qint64 elapsed = move->timer.elapsed();
+    m_camera.setBetween(move->start, move->target, move->progressAt(elapsed));
+    if (elapsed <= move->duration)
+        return;
+    m_camera = move->target;
+    m_camera.resetProjectionOverride();
+    m_animation.reset();
+
+    // The host's code runs here, inside the paint: it may call setters that release the context, and
+    // it may destroy this window.
+    const QPointer<KVGLWidget> self(this);
+    Q_EMIT moveFinised();
+    if (self && context())
+        makeCurrent();
+}
+
+void KVGLWidget::paintGL()
+{
+    const QPointer<KVGLWidget> self(this);
+    advanceCamera();
+    if (!self || !context())
+        return;
+    m_camera.setAspect(geometry().width(), geometry().height());
+
+    if (devicePixelRatio() != m_drawnPixelRatio) {
+        m_mustDraw = true;
+        m_frameTimer.invalidate();
+    }
+    if (m_frameTimer.isValid() && m_frameTimer.elapsed() < frameMs)
+        return;
+    m_frameTimer.start();
+
+    if (!m_mustDraw && m_root.isSettled() && m_camera == m_lastDrawnCamera)
+        return;
+    drawScene();
+    m_lastDrawnCamera = m_camera;
+    m_mustDraw = false;
+    m_drawnPixelRatio = devicePixelRatio();
+    ++m_drawnFrames;
+}
+
+void KVGLWidget::drawScene()
+{
+    QOpenGLFunctions_1_2& gl = m_functions;
+    gl.glEnable(GL_DEPTH_TEST);
+    gl.glDepthMask(GL_TRUE);
+    gl.glClearColor(m_background.redF(), m_background.greenF(), m_background.blueF(), m_background.alphaF());
+    gl.glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+
+    const QMatrix4x4 view = m_camera.viewMatrix();
+    const QMatrix4x4 projection = m_camera.projectionMatrix();
+    const QMatrix4x4 model;
+
+    // Opaque pass: what it leaves in the depth buffer hides the translucent things behind it.
+    gl.glDepthMask(GL_TRUE);
+    gl.glDisable(GL_BLEND);
+    m_root.draw(&gl, view, projection, model, m_camera, m_lightPos, m_lightColor, KVPassOpaque);
+
+    // Translucent pass: tested against that depth, without writing any.
+    gl.glEnable(GL_BLEND);
+    gl.glDepthMask(GL_FALSE);
+    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    m_root.draw(&gl, view, projection, model, m_camera, m_lightPos, m_lightColor, KVPassTranslucent);
+
+    gl.glDepthMask(GL_TRUE);
+    gl.glDisable(GL_BLEND);
+}
+
+bool KVGLWidget::isSettled() const
+{
+    return !m_mustDraw && !m_animation && m_root.isSettled() && m_camera == m_lastDrawnCamera;
+}
+
+QImage KVGLWidget::picture()
+{
+    if (m_drawnFrames == 0 || !context())
+        return {};
+    const ContextScope scope(this);
+    const QSize size = this->size() * devicePixelRatio();
+    // The window's framebuffer is multisampled and cannot be read as it is: resolve it into one of our
+    // own, and bind that one to read from it.
+    QOpenGLFramebufferObject resolved(size, QOpenGLFramebufferObject::NoAttachment);
+    QOpenGLExtraFunctions* gl = context()->extraFunctions();
+    GLint boundBefore = 0;
+    gl->glGetIntegerv(GL_FRAMEBUFFER_BINDING, &boundBefore);
+    gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, defaultFramebufferObject());
+    gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved.handle());
+    gl->glBlitFramebuffer(0, 0, size.width(), size.height(), 0, 0, size.width(), size.height(),
+                          GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    gl->glBindFramebuffer(GL_FRAMEBUFFER, resolved.handle());
+    QImage image = resolved.toImage();
+    gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(boundBefore));
+    // Blending leaves an alpha below one where translucent things are; the window shows the colours
+    // as they stand, so the picture is opaque with those very colours.
+    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied ? QImage::Format_RGBX8888
+                                                                                      : QImage::Format_RGB32);
+    image = image.convertToFormat(QImage::Format_RGB888).convertToFormat(QImage::Format_RGB32);
+    image.setDevicePixelRatio(devicePixelRatio());
+    return image;
+}

@@ -1,0 +1,34 @@
+#version 120
+
+uniform vec3 lightPos;
+uniform vec4 lightColor;
+uniform float ambientStrenght; // spelled as the program looks it up
+
+varying vec3 worldPosition;
+varying vec3 worldNormal;
+varying vec4 surfaceColor;
+varying float clipHeight;
+
+// Share of the diffuse light that reaches a surface edge-on, so that nothing turns black.
+const float fill = 0.25;
+
+void main()
+{
+    if (worldPosition.y > clipHeight)
+        discard;
+
+    // At ambient strength 1 colours show as they are; below it light shades them. The weights add up
+    // to one, so nothing is over-exposed. Lines carry no normal and are not shaded.
+    vec3 light = vec3(1.0);
+    float normalLength = length(worldNormal);
+    vec3 towardsLight = lightPos - worldPosition;
+    float lightDistance = length(towardsLight);
+    if (normalLength > 1e-6 && lightDistance > 1e-6) {
+        float ambient = clamp(ambientStrenght, 0.0, 1.0);
+        // both sides of a surface are lit: which one faces the eye depends on the section cut
+        float facing = abs(dot(worldNormal, towardsLight)) / (normalLength * lightDistance);
+        vec3 diffuse = vec3(fill) + (1.0 - fill) * facing * lightColor.rgb;
+        light = mix(diffuse, vec3(1.0), ambient);
+    }
+    gl_FragColor = vec4(surfaceColor.rgb * light, surfaceColor.a);
+}

@@ -1,0 +1,343 @@
+#include <scene/Generators.h>
+#include <scene/KV3DObject.h>
+#include <scene/VertexStride.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QUuid>
+
+#include <algorithm>
+
+KV3DObject::KV3DObject(const QString& name, const QString& id)
+    : m_name(name), m_id(id.isEmpty() ? QUuid::createUuid().toString(QUuid::WithBraces) : id),
+      m_vertexShaderPath(QCoreApplication::applicationDirPath() +
+                         QLatin1String("/../Resources/Shaders/simple.vert")),
+      m_fragmentShaderPath(QCoreApplication::applicationDirPath() +
+                           QLatin1String("/../Resources/Shaders/simple.frag"))
+{
+}
+
+KV3DObject::~KV3DObject()
+{
+    releaseGL();
+}
+
+// Children in drawing order. The list is copied: a setter of a derived child may add children here.
+template <typename Setter>
+void KV3DObject::forEachChild(Setter setter)
+{
+    const QStringList order = m_childOrder;
+    for (const QString& childId : order)
+        if (const auto object = m_children.value(childId))
+            setter(*object);
+}
+
+void KV3DObject::markDataChanged()
+{
+    destroyBuffers();
+    m_changed = true;
+    m_drawnSinceChange = false;
+}
+
+void KV3DObject::markMoved()
+{
+    m_changed = true;
+    m_drawnSinceChange = false;
+}
+
+// --- Appearance -----------------------------------------------------------------------------------
+
+void KV3DObject::setAlpha(float alpha, int durationMs)
+{
+    if (durationMs <= 0) {
+        m_transition.reset();
+        applyAlpha(alpha);
+        return;
+    }
+    auto transition = QSharedPointer<AlphaTransition>::create();
+    transition->from = this->alpha();
+    transition->to = alpha;
+    transition->durationMs = durationMs;
+    transition->timer.start();
+    m_transition = transition;
+}
+
+void KV3DObject::applyAlpha(float alpha)
+{
+    m_alpha = alpha;
+    float* v = m_vertices.data();
+    for (qsizetype i = 9, n = m_vertices.size(); i < n; i += kvVertexFloats)
+        v[i] = alpha;
+    markDataChanged();
+    forEachChild([alpha](KV3DObject& c) { c.applyAlpha(alpha); });
+}
+
+float KV3DObject::alpha() const
+{
+    return m_alpha;
+}
+
+void KV3DObject::setDisplayMode(int mode)
+{
+    applyColor(color(), mode);
+    m_displayMode = mode;
+    forEachChild([mode](KV3DObject& c) { c.setDisplayMode(mode); });
+}
+
+int KV3DObject::displayMode() const
+{
+    return m_displayMode;
+}
+
+void KV3DObject::setColor(const QColor& color)
+{
+    applyColor(color, m_displayMode);
+}
+
+QColor KV3DObject::color() const
+{
+    return m_color;
+}
+
+void KV3DObject::setLineWidth(float width)
+{
+    if (m_lineWidth != width)
+        m_drawnSinceChange = false; // one redraw; the vertices stay as they are
+    m_lineWidth = width;
+    forEachChild([width](KV3DObject& c) { c.setLineWidth(width); });
+}
+
+float KV3DObject::lineWidth() const
+{
+    return m_lineWidth;
+}
+
+void KV3DObject::setMarkerSize(float size)
+{
+    if (m_markers.isEmpty())
+        m_markerSize = size;
+    else
+        setMarkers(m_markerType, m_markers, size, m_markerParam);
+    forEachChild([size](KV3DObject& c) { c.setMarkerSize(size); });
+}
+
+float KV3DObject::markerSize() const
+{
+    return m_markerSize;
+}
+
+void KV3DObject::setClip(float clip)
+{
+    m_clip = clip;
+    float* v = m_vertices.data();
+    for (qsizetype i = 14, n = m_vertices.size(); i < n; i += kvVertexFloats)
+        v[i] = clip;
+    markDataChanged();
+    forEachChild([clip](KV3DObject& c) { c.setClip(clip); });
+}
+
+float KV3DObject::clip() const
+{
+    return m_clip;
+}
+
+void KV3DObject::setAmbientStrength(float strength)
+{
+    if (m_ambientStrength != strength)
+        m_drawnSinceChange = false; // one redraw; the vertices stay as they are
+    m_ambientStrength = strength;
+    forEachChild([strength](KV3DObject& c) { c.setAmbientStrength(strength); });
+}
+
+float KV3DObject::ambientStrength() const
+{
+    return m_ambientStrength;
+}
+
+namespace
+{
+
+/// @p channel at lightness @p t (0..1): itself at the middle, towards white above, black below.
+float shaded(float channel, float t)
+{
+    if (t > 0.5f) {
+        const float k = 2.0f - 2.0f * t;
+        return channel * k + (1.0f - k);
+    }
+    return channel * 2.0f * t;
+}
+
+} // namespace
+
+void KV3DObject::applyColor(const QColor& color, int mode)
+{
+    if (color == m_color && mode == m_displayMode)
+        return;
+    m_color = color;
+
+    if (color.isValid()) {
+        const bool surface = m_id == QLatin1String("Front") || m_id == QLatin1String("Wireframe");
+        const bool flat = mode == 2;
+        const float rgb[3] = {color.redF(), color.greenF(), color.blueF()};
+        auto* records = reinterpret_cast<VertexStride*>(m_vertices.data());
+        const qsizetype count = m_vertices.size() / kvVertexFloats;
+        const qsizetype summed = m_primitiveMode == KVPrimitiveLines ? 2 : 3;
+        float groupLightness = 0.0f;
+        for (qsizetype i = 0; i < count; ++i) {
+            if (surface && flat && i % 3 == 0) {
+                float sum = 0.0f;
+                for (qsizetype k = i; k < std::min(i + summed, count); ++k)
+                    sum += records[k].position[1] / 100.0f;
+                groupLightness = sum / 3.0f;
+            }
+            for (int channel = 0; channel < 3; ++channel) {
+                float value = rgb[channel];
+                if (surface)
+                    value = shaded(value, flat ? groupLightness : records[i].position[1] / 100.0f);
+                records[i].color[channel] = value;
+            }
+        }
+    }
+    markDataChanged();
+    forEachChild([&](KV3DObject& c) { c.applyColor(color, mode); });
+}
+
+// --- Visibility and tree --------------------------------------------------------------------------
+
+void KV3DObject::setVisible(bool visible)
+{
+    if (m_visible == visible)
+        return;
+    m_visible = visible;
+    markMoved();
+}
+
+void KV3DObject::addChild(const QSharedPointer<KV3DObject>& child, bool atFront)
+{
+    if (!child)
+        return;
+    const QString key = child->id();
+    m_children.insert(key, child);
+    if (!m_childOrder.contains(key)) {
+        if (atFront)
+            m_childOrder.prepend(key);
+        else
+            m_childOrder.append(key);
+    }
+    markMoved(); // what is new must come into the picture, and what it replaced must leave it
+}
+
+QSharedPointer<KV3DObject> KV3DObject::child(const QString& id) const
+{
+    return m_children.value(id);
+}
+
+QSharedPointer<KV3DObject> KV3DObject::childAt(std::initializer_list<QString> path) const
+{
+    const KV3DObject* at = this;
+    QSharedPointer<KV3DObject> found;
+    for (const QString& step : path) {
+        found = at->child(step);
+        if (!found)
+            return {};
+        at = found.data();
+    }
+    return found;
+}
+
+bool KV3DObject::hasChild(const QString& id) const
+{
+    return m_children.contains(id);
+}
+
+QSharedPointer<KV3DObject> KV3DObject::takeChild(const QString& id)
+{
+    auto taken = m_children.take(id);
+    m_childOrder.removeOne(id);
+    if (taken)
+        markMoved(); // else what was removed stays on the screen
+    return taken;
+}
+
+QList<QSharedPointer<KV3DObject>> KV3DObject::children() const
+{
+    return m_children.values();
+}
+
+void KV3DObject::setProperty(const QString& key, const QVariant& value)
+{
+    m_properties.insert(key, value);
+}
+
+QVariant KV3DObject::property(const QString& key) const
+{
+    return m_properties.value(key);
+}
+
+// --- Geometry -------------------------------------------------------------------------------------
+
+void KV3DObject::setGeometry(const GeometryData& geometry)
+{
+    m_markerType = geometry.markerType;
+    m_lineWidth = geometry.lineWidth;
+    m_markers = geometry.markers;
+    m_markerSize = geometry.markerSize;
+    m_markerParam = geometry.markerParam;
+    if (!m_markers.isEmpty() && m_markerType == 1)
+        setAmbientStrength(m_markerParam > 0.0f ? m_markerParam : 1.0f);
+    m_primitiveMode = geometry.primitiveMode;
+    setVertices(geometry.vertices);
+}
+
+void KV3DObject::setVertices(const QList<float>& generated)
+{
+    constexpr qsizetype in = GeometryData::floatsPerVertex;
+    const qsizetype count = (generated.size() + in - 1) / in;
+    m_vertices.resize(0);
+    m_vertices.resize(count * kvVertexFloats);
+
+    const float* from = generated.constData();
+    const float* const end = from + generated.size();
+    float* to = m_vertices.data();
+    for (qsizetype i = 0; i < count; ++i, to += kvVertexFloats) {
+        // a trailing partial record is completed by zeros
+        const float* const stop = std::min(from + in, end);
+        std::fill(std::copy(from, stop, to), to + in, 0.0f);
+        from = stop;
+        std::copy(to + 6, to + 10, to + 10);
+        to[14] = m_clip;
+    }
+
+    // Minus one defeats the test for an unchanged mode, so that the new vertices are coloured even
+    // when colour and mode stay what they were.
+    const int mode = m_displayMode;
+    m_displayMode = -1;
+    applyColor(color(), mode);
+    m_displayMode = mode;
+    applyAlpha(alpha());
+    setClip(clip());
+    markDataChanged();
+}
+
+void KV3DObject::setTriangles(const QList<ColoredTriangle>& triangles)
+{
+    setGeometry(kvTriangles(triangles));
+}
+
+void KV3DObject::setSegments(const QList<ColoredSegment>& segments, bool closedHint, float width,
+                             float trailing)
+{
+    setGeometry(kvSegments(segments, closedHint, width, trailing));
+}
+
+void KV3DObject::setMarkers(int type, const QList<ColoredPoint>& markers, float size, float param)
+{
+    if (type == m_markerType && markers == m_markers && size == m_markerSize && param == m_markerParam)
+        return;
+    setGeometry(kvMarkers(type, markers, size, param));
+}
+
+void KV3DObject::setTextOutline(const QString& text, const QMatrix4x4& transform, const QFont& font,
+                                const QColor& color)
+{
+    setGeometry(kvTextOutline(text, transform, font, color, static_cast<int>(lineWidth())));
+}

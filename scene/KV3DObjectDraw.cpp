@@ -1,0 +1,213 @@
+#include <scene/KV3DObject.h>
+#include <scene/VertexStride.h>
+
+#include <glwindow/CameraState.h>
+
+#include <QtOpenGL/QOpenGLFunctions_1_2>
+
+#include <algorithm>
+
+KV3DObject::IDrawCheckFunctor::~IDrawCheckFunctor() = default;
+
+bool KV3DObject::IDrawCheckFunctor::accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&,
+                                           const CameraState&, int)
+{
+    return true;
+}
+
+QMatrix4x4 KV3DObject::IDrawCheckFunctor::adjustModel(const QMatrix4x4&, const QMatrix4x4&,
+                                                      const QMatrix4x4& model, const CameraState&)
+{
+    return model;
+}
+
+// The host's own names travel in name and id alike, so that a set called "root" is told from the root,
+// whose id is a UUID.
+bool KV3DObject::isRoot() const
+{
+    return m_name == QLatin1String("root") && m_id != QLatin1String("root");
+}
+
+bool KV3DObject::isSettled() const
+{
+    if (((m_visible || m_changed) && !m_drawnSinceChange) || m_transition)
+        return false;
+    return std::all_of(m_childOrder.cbegin(), m_childOrder.cend(), [this](const QString& childId) {
+        const auto object = m_children.value(childId);
+        return !object || object->isSettled();
+    });
+}
+
+void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
+                      const QMatrix4x4& cameraToView, const QMatrix4x4& model, const CameraState& camera,
+                      const QVector3D& lightPos, const QColor& lightColor, int flags)
+{
+    // Asked before anything is drawn: an object that turns from translucent to opaque is drawn, and
+    // with that unchanged again, in the opaque pass; its triangles must leave the batch all the same.
+    if (isRoot() && flags == KVPassOpaque)
+        m_gatherNext = needsGathering();
+
+    advanceTransition(flags);
+
+    QMatrix4x4 ownModel = model;
+    if (m_drawCheck)
+        ownModel = m_drawCheck->adjustModel(worldToCamera, cameraToView, model, camera);
+
+    const bool accepted =
+        m_visible && (!m_drawCheck || m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags));
+    if (!accepted) {
+        // The whole skipped subtree counts as drawn, else what was hidden before its first frame would
+        // keep the viewer drawing for ever.
+        markSubtreeDrawn();
+        return;
+    }
+
+    const auto drawChildren = [&] {
+        const QStringList order = m_childOrder;
+        for (const QString& childId : order)
+            if (const auto object = m_children.value(childId))
+                object->draw(gl, worldToCamera, cameraToView, model, camera, lightPos, lightColor, flags);
+    };
+
+    const bool batches = isRoot() && flags == KVPassTranslucent && alpha() > 0.0f;
+    if (batches)
+        drawChildren(); // lines and points first, the batch over them
+
+    if (alpha() > 0.0f) {
+        QList<float> sorted;
+        const QList<float>* list = nullptr;
+        if (flags == KVPassOpaque)
+            list = alpha() < 1.0f ? nullptr : &m_vertices;
+        else if (batches)
+            list = batchFrom(camera.eye());
+        else
+            list = translucentList(camera.eye(), sorted);
+        if (list && !list->isEmpty())
+            drawList(gl, *list, worldToCamera, cameraToView, ownModel, lightPos, lightColor);
+    }
+
+    if (!batches)
+        drawChildren();
+    m_drawnSinceChange = true;
+}
+
+void KV3DObject::advanceTransition(int flags)
+{
+    if (!m_transition || !m_visible)
+        return;
+    if (flags == KVPassTranslucent && m_transition->movedThisFrame) {
+        m_transition->movedThisFrame = false;
+        return;
+    }
+    const auto transition = m_transition; // what follows may replace it
+    const qint64 elapsed = transition->timer.elapsed();
+    const float progress = static_cast<float>(elapsed) / static_cast<float>(transition->durationMs);
+    const auto v = static_cast<float>(
+        transition->curve.valueForProgress(progress > 1.0f ? 1.0f : progress > 0.0f ? progress : 0.0f));
+    applyAlpha(transition->from * (1.0f - v) + transition->to * v);
+    transition->movedThisFrame = flags == KVPassOpaque;
+    if (transition->durationMs < elapsed && m_transition == transition)
+        m_transition.reset();
+}
+
+bool KV3DObject::needsGathering() const
+{
+    // A transition that is about to move counts as a change already.
+    if (m_changed || (m_transition && m_visible))
+        return true;
+    return std::any_of(m_children.cbegin(), m_children.cend(),
+                       [](const auto& object) { return object->needsGathering(); });
+}
+
+void KV3DObject::gather(QList<float>& batch)
+{
+    if (!m_visible)
+        return;
+    if (m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f) {
+        batch.append(m_vertices);
+        m_changed = false;
+    }
+    for (const QString& childId : std::as_const(m_childOrder))
+        if (const auto object = m_children.value(childId))
+            object->gather(batch);
+}
+
+void KV3DObject::settleAfterGathering()
+{
+    m_changed = false;
+    for (const auto& object : std::as_const(m_children))
+        object->settleAfterGathering();
+}
+
+void KV3DObject::markSubtreeDrawn()
+{
+    m_drawnSinceChange = true;
+    for (const auto& object : std::as_const(m_children))
+        object->markSubtreeDrawn();
+}
+
+const QList<float>* KV3DObject::batchFrom(const QVector3D& eye)
+{
+    if (m_gatherNext || needsGathering() || eye != m_lastEye) {
+        m_gathered.resize(0);
+        gather(m_gathered);
+        constexpr qsizetype floats = 3 * kvVertexFloats;
+        const qsizetype triangles = m_gathered.size() / floats;
+        m_sortedVertices.resize(triangles * floats);
+        m_backToFront.sort(m_gathered.constData(), static_cast<std::size_t>(triangles), 3, eye,
+                           m_sortedVertices.data());
+        ++m_sortCount;
+        destroyBuffers();
+    }
+    m_gatherNext = false;
+    // Whatever had nothing to draw, or was skipped, is up to date now as well; else a steady scene
+    // would be sorted again and again.
+    settleAfterGathering();
+    m_lastEye = eye;
+    return &m_sortedVertices;
+}
+
+const QList<float>* KV3DObject::translucentList(const QVector3D& eye, QList<float>& sorted)
+{
+    const QList<float>* list = nullptr;
+    if (m_primitiveMode == KVPrimitivePoints) {
+        list = &m_vertices;
+    } else if (m_primitiveMode == KVPrimitiveLines) {
+        list = &m_vertices;
+        if (!m_vbo.isCreated() || eye != m_lastEye) {
+            constexpr qsizetype floats = 2 * kvVertexFloats;
+            const qsizetype segments = m_vertices.size() / floats;
+            sorted.resize(segments * floats);
+            m_backToFront.sort(m_vertices.constData(), static_cast<std::size_t>(segments), 2, eye,
+                               sorted.data());
+            ++m_sortCount;
+            destroyBuffers();
+            list = &sorted;
+        }
+    } else {
+        return nullptr; // triangles: the root draws them in its batch
+    }
+    m_lastEye = eye;
+    return list;
+}
+
+void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list,
+                          const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
+                          const QMatrix4x4& model, const QVector3D& lightPos, const QColor& lightColor)
+{
+    if (!gl || !m_program || !m_program->isLinked() || m_locations.attributes[0] < 0)
+        return;
+    gl->glLineWidth(m_lineWidth > 0.0f ? m_lineWidth : 1.0f);
+    m_program->bind();
+    m_program->setUniformValue(m_locations.worldToCamera, worldToCamera);
+    m_program->setUniformValue(m_locations.cameraToView, cameraToView);
+    m_program->setUniformValue(m_locations.modelToWorld, model);
+    m_program->setUniformValue(m_locations.lightPos, lightPos);
+    m_program->setUniformValue(m_locations.lightColor, lightColor);
+    m_program->setUniformValue(m_locations.ambientStrength, m_ambientStrength);
+    if (!m_vbo.isCreated())
+        upload(list);
+    m_vao.bind();
+    gl->glDrawArrays(static_cast<GLenum>(m_primitiveMode), 0, static_cast<GLsizei>(list.size() / kvVertexFloats));
+    m_changed = false;
+}

@@ -1,0 +1,74 @@
+#include <scene/KV3DObject.h>
+#include <scene/VertexStride.h>
+
+void KV3DObject::initializeGL(QOpenGLContext* owner)
+{
+    m_glOwner = owner;
+
+    // No result is examined: a program that does not link has no "vertex" attribute, and an object
+    // without one draws nothing. Qt's own warning says what was wrong with the file.
+    m_program.reset(new QOpenGLShaderProgram);
+    m_program->addShaderFromSourceFile(QOpenGLShader::Vertex, m_vertexShaderPath);
+    m_program->addShaderFromSourceFile(QOpenGLShader::Fragment, m_fragmentShaderPath);
+    m_program->link();
+    m_program->bind();
+
+    for (std::size_t i = 0; i < std::size(kvVertexAttributes); ++i)
+        m_locations.attributes[i] = m_program->attributeLocation(kvVertexAttributes[i].name);
+    m_locations.modelToWorld = m_program->uniformLocation("modelToWorld");
+    m_locations.worldToCamera = m_program->uniformLocation("worldToCamera");
+    m_locations.cameraToView = m_program->uniformLocation("cameraToView");
+    m_locations.lightPos = m_program->uniformLocation("lightPos");
+    m_locations.lightColor = m_program->uniformLocation("lightColor");
+    m_locations.ambientStrength = m_program->uniformLocation("ambientStrenght"); // the shaders' spelling
+
+    m_drawnSinceChange = false; // what could not be drawn so far can be now
+
+    const auto all = children();
+    for (const auto& object : all)
+        object->initializeGL(owner);
+}
+
+void KV3DObject::releaseGL()
+{
+    destroyBuffers();
+    m_program.reset();
+    m_glOwner = nullptr;
+    // The batch must not outlive the objects it was gathered from.
+    m_sortedVertices = {};
+    m_gathered = {};
+
+    const auto all = children();
+    for (const auto& object : all)
+        object->releaseGL();
+    m_children.clear();
+    m_childOrder.clear();
+}
+
+void KV3DObject::destroyBuffers()
+{
+    if (m_vao.isCreated())
+        m_vao.destroy();
+    if (m_vbo.isCreated())
+        m_vbo.destroy();
+}
+
+void KV3DObject::upload(const QList<float>& list)
+{
+    m_vbo.create();
+    m_vbo.bind();
+    m_vbo.setUsagePattern(QOpenGLBuffer::StaticDraw);
+    m_vbo.allocate(list.constData(), static_cast<int>(list.size() * qsizetype(sizeof(float))));
+
+    m_vao.create();
+    m_vao.bind();
+    for (std::size_t i = 0; i < std::size(kvVertexAttributes); ++i) {
+        const KVVertexAttribute& attribute = kvVertexAttributes[i];
+        m_program->enableAttributeArray(m_locations.attributes[i]);
+        m_program->setAttributeBuffer(m_locations.attributes[i], GL_FLOAT, attribute.offset,
+                                      attribute.components, kvVertexBytes);
+    }
+    m_vao.release();
+    m_vbo.release();
+    ++m_uploadCount;
+}

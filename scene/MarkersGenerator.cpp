@@ -1,0 +1,126 @@
+#include <scene/Generators.h>
+#include <scene/VertexWriter.h>
+
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+namespace
+{
+
+constexpr double pi = std::numbers::pi;
+
+/// Unit vector with the pole along L*: @p polar from +L*, @p azimuth from +a* towards +b*.
+QVector3D onSphere(double polar, double azimuth)
+{
+    return QVector3D(static_cast<float>(std::cos(polar)),
+                     static_cast<float>(std::sin(polar) * std::cos(azimuth)),
+                     static_cast<float>(std::sin(polar) * std::sin(azimuth)));
+}
+
+/// Corners of a unit sphere in steps of π/8, as triangles wound counter-clockwise seen from outside.
+std::vector<QVector3D> unitSphere()
+{
+    constexpr int rings = 8;    // half turn of π
+    constexpr int sectors = 16; // full turn of 2π
+    const auto corner = [](int ring, int sector) {
+        return onSphere(ring * pi / rings, (sector % sectors) * 2.0 * pi / sectors);
+    };
+    std::vector<QVector3D> corners;
+    corners.reserve(3 * 2 * sectors * (rings - 1));
+    for (int r = 0; r < rings; ++r) {
+        for (int s = 0; s < sectors; ++s) {
+            const QVector3D a = corner(r, s), b = corner(r + 1, s), c = corner(r + 1, s + 1),
+                            d = corner(r, s + 1);
+            // at the poles one edge of the quad has no length, and with it one triangle no area
+            if (r + 1 < rings)
+                corners.insert(corners.end(), {a, b, c});
+            if (r > 0)
+                corners.insert(corners.end(), {a, c, d});
+        }
+    }
+    return corners;
+}
+
+/// Corners of a star of unit radius: eight steps of π/4 around the equator, every second one at half
+/// the radius, joined to both poles.
+std::vector<QVector3D> unitStar()
+{
+    constexpr int steps = 8;
+    const auto corner = [](int i) {
+        return onSphere(pi / 2, (i % steps) * pi / 4) * (i % 2 == 0 ? 1.0f : 0.5f);
+    };
+    const QVector3D north(1, 0, 0), south(-1, 0, 0);
+    std::vector<QVector3D> corners;
+    for (int i = 0; i < steps; ++i) {
+        corners.insert(corners.end(), {north, corner(i), corner(i + 1)});
+        corners.insert(corners.end(), {south, corner(i + 1), corner(i)});
+    }
+    return corners;
+}
+
+GeometryData spheres(const QList<ColoredPoint>& markers, float radius)
+{
+    static const std::vector<QVector3D> unit = unitSphere();
+    GeometryData data;
+    VertexWriter writer(data.vertices, markers.size() * static_cast<qsizetype>(unit.size()));
+    for (const auto& [color, center] : markers)
+        for (const QVector3D& direction : unit)
+            writer.add(color, center + radius * direction, direction);
+    return data;
+}
+
+GeometryData stars(const QList<ColoredPoint>& markers, float radius)
+{
+    static const std::vector<QVector3D> unit = unitStar();
+    QList<ColoredTriangle> triangles;
+    triangles.reserve(markers.size() * static_cast<qsizetype>(unit.size() / 3));
+    for (const auto& [color, center] : markers)
+        for (std::size_t i = 0; i < unit.size(); i += 3)
+            triangles.append(ColoredTriangle{ColoredPoint{color, center + radius * unit[i]},
+                                             ColoredPoint{color, center + radius * unit[i + 1]},
+                                             ColoredPoint{color, center + radius * unit[i + 2]}});
+    return kvTriangles(triangles);
+}
+
+GeometryData bracketedCubes(const QList<ColoredPoint>& markers, float size, float param)
+{
+    const float radius = 0.5f * size;
+    const float arm = size / 3.0f;
+    QList<ColoredSegment> segments;
+    segments.reserve(24 * markers.size());
+    for (const auto& [color, center] : markers) {
+        for (int corner = 0; corner < 8; ++corner) {
+            const QVector3D side(corner & 4 ? 1.0f : -1.0f, corner & 2 ? 1.0f : -1.0f,
+                                 corner & 1 ? 1.0f : -1.0f);
+            const QVector3D from = center + radius * side;
+            for (int axis = 0; axis < 3; ++axis) {
+                QVector3D to = from;
+                to[axis] -= side[axis] * arm;
+                segments.append({{color, from}, {color, to}});
+            }
+        }
+    }
+    return kvSegments(segments, false, 1.0f, param);
+}
+
+} // namespace
+
+GeometryData kvMarkers(int markerType, const QList<ColoredPoint>& markers, float size, float param)
+{
+    GeometryData data;
+    data.primitiveMode = KVPrimitiveLines; // what an empty list gives
+    if (!markers.isEmpty()) {
+        if (markerType == 2)
+            data = bracketedCubes(markers, size, param);
+        else if (markerType == 3)
+            data = stars(markers, 0.5f * size);
+        else
+            data = spheres(markers, 0.5f * size);
+    }
+    data.markerType = markerType;
+    data.markers = markers;
+    data.markerSize = size;
+    data.markerParam = param;
+    return data;
+}

@@ -1,0 +1,234 @@
+#include <scene/Generators.h>
+#include <scene/VertexWriter.h>
+
+#include <QtCore/QHashFunctions>
+
+#include <array>
+#include <bit>
+#include <cfloat>
+#include <cmath>
+#include <optional>
+#include <unordered_set>
+#include <vector>
+
+namespace
+{
+
+/// Squared lengths up to this have no direction.
+constexpr float degenerate = FLT_EPSILON;
+/// Corners sharper than a turn of 120° get no mitre: its tip would reach further than twice the width.
+constexpr float sharpestMitre = -0.5f; // cosine of the turn
+
+bool isFinite(const QVector3D& p)
+{
+    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
+}
+
+/// Positions of a segment without its direction, for recognising repetitions.
+struct EdgeKey
+{
+    std::array<std::uint32_t, 6> bits;
+    bool operator==(const EdgeKey&) const = default;
+};
+
+EdgeKey edgeKey(const QVector3D& p, const QVector3D& q)
+{
+    const auto bits = [](const QVector3D& v) {
+        // + 0.0f: a negative zero is the same place
+        return std::array{std::bit_cast<std::uint32_t>(v.x() + 0.0f),
+                          std::bit_cast<std::uint32_t>(v.y() + 0.0f),
+                          std::bit_cast<std::uint32_t>(v.z() + 0.0f)};
+    };
+    auto a = bits(p), b = bits(q);
+    if (b < a)
+        std::swap(a, b);
+    return {{a[0], a[1], a[2], b[0], b[1], b[2]}};
+}
+
+struct EdgeKeyHash
+{
+    std::size_t operator()(const EdgeKey& key) const
+    {
+        return qHashBits(key.bits.data(), sizeof key.bits);
+    }
+};
+
+/// The four corners of the tube's cross-section around a point, in the order -s-u, +s-u, +s+u, -s+u.
+using Section = std::array<QVector3D, 4>;
+
+/// One stretch of the ribbon: a segment with a direction and a frame across it, s × d = u.
+struct Stretch
+{
+    ColoredPoint from, to;
+    QVector3D d, s, u;
+    float length;
+    bool joinsNext = false; ///< the next stretch starts where this one ends
+    bool mitresNext = false;
+    Section start, end;
+};
+
+void chooseFrame(Stretch& x)
+{
+    // Across and upright: the tube's flat sides look up and down the L* axis, so that figures in planes
+    // of constant lightness join without a twist.
+    QVector3D s = QVector3D::crossProduct(x.d, QVector3D(1, 0, 0));
+    if (s.lengthSquared() <= degenerate)
+        s = QVector3D::crossProduct(x.d, QVector3D(0, 1, 0));
+    x.s = s.normalized();
+    x.u = QVector3D::crossProduct(x.s, x.d).normalized();
+}
+
+/// @p v, perpendicular to @p from, turned by the smallest rotation that takes direction @p from to @p to.
+QVector3D transported(const QVector3D& v, const QVector3D& from, const QVector3D& to)
+{
+    const float c = QVector3D::dotProduct(from, to);
+    return v - (from + to) * (QVector3D::dotProduct(to, v) / (1.0f + c));
+}
+
+Section sectionAt(const Stretch& x, const QVector3D& point, float half)
+{
+    const QVector3D s = x.s * half, u = x.u * half;
+    return {point - s - u, point + s - u, point + s + u, point - s + u};
+}
+
+/// The cross-section slid along the stretch onto the plane through @p point that halves the turn to
+/// direction @p next. The stretch that follows, with its frame transported, meets it there exactly.
+Section mitre(const Stretch& x, const QVector3D& point, const QVector3D& next, float half)
+{
+    const QVector3D m = (x.d + next).normalized();
+    const float along = QVector3D::dotProduct(x.d, m);
+    Section section = sectionAt(x, point, half);
+    for (QVector3D& corner : section)
+        corner -= x.d * (QVector3D::dotProduct(corner - point, m) / along);
+    return section;
+}
+
+/// Whether a mitre between the two directions stays short against what it is cut from.
+bool mitreFits(const Stretch& x, const Stretch& next, float half)
+{
+    const float c = QVector3D::dotProduct(x.d, next.d);
+    if (c <= sharpestMitre)
+        return false;
+    const float tanHalfTurn = std::sqrt(std::max(0.0f, 1.0f - c) / (1.0f + c));
+    const float reach = half * std::sqrt(2.0f) * tanHalfTurn;
+    return reach <= 0.5f * std::min(x.length, next.length);
+}
+
+std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
+{
+    std::vector<Stretch> stretches;
+    stretches.reserve(static_cast<std::size_t>(segments.size()));
+    std::unordered_set<EdgeKey, EdgeKeyHash> seen;
+    seen.reserve(static_cast<std::size_t>(segments.size()));
+    for (const ColoredSegment& segment : segments) {
+        const QVector3D& p = segment.first.second;
+        const QVector3D& q = segment.second.second;
+        const QVector3D d = q - p;
+        if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerate))
+            continue;
+        if (!seen.insert(edgeKey(p, q)).second)
+            continue;
+        Stretch x{segment.first, segment.second, d.normalized(), {}, {}, d.length(), false, false, {}, {}};
+        stretches.push_back(x);
+    }
+    return stretches;
+}
+
+void emitQuad(QList<ColoredTriangle>& out, const ColoredPoint& a, const ColoredPoint& b,
+              const ColoredPoint& c, const ColoredPoint& d)
+{
+    out.append(ColoredTriangle{a, b, c});
+    out.append(ColoredTriangle{a, c, d});
+}
+
+void emitTube(QList<ColoredTriangle>& out, const Stretch& x, bool startCap, bool endCap)
+{
+    const auto at = [](const ColoredPoint& p, const QVector3D& corner) {
+        return ColoredPoint{p.first, corner};
+    };
+    for (std::size_t k = 0; k < 4; ++k) {
+        const std::size_t l = (k + 1) % 4;
+        emitQuad(out, at(x.from, x.start[k]), at(x.to, x.end[k]), at(x.to, x.end[l]),
+                 at(x.from, x.start[l]));
+    }
+    if (startCap)
+        emitQuad(out, at(x.from, x.start[0]), at(x.from, x.start[1]), at(x.from, x.start[2]),
+                 at(x.from, x.start[3]));
+    if (endCap)
+        emitQuad(out, at(x.to, x.end[3]), at(x.to, x.end[2]), at(x.to, x.end[1]), at(x.to, x.end[0]));
+}
+
+/// Plan: keep what has a direction; give each stretch a frame, carried over where it continues the one
+/// before it; cut or lengthen its two ends; emit the four sides, and caps where nothing continues.
+QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
+{
+    const float half = (width / 1.5f) * 0.5f;
+    const bool closed = qFuzzyCompare(segments.last().second.second, segments.first().first.second);
+    const bool join = width < 4.0f || closedHint || closed;
+
+    std::vector<Stretch> stretches = usableStretches(segments);
+    const std::size_t n = stretches.size();
+
+    for (std::size_t i = 0; i < n; ++i) {
+        Stretch& x = stretches[i];
+        if (i > 0 && stretches[i - 1].mitresNext) {
+            x.s = transported(stretches[i - 1].s, stretches[i - 1].d, x.d).normalized();
+            x.u = QVector3D::crossProduct(x.s, x.d).normalized();
+        } else {
+            chooseFrame(x);
+        }
+        const bool isLast = i + 1 == n;
+        if (n < 2 || (isLast && !closed))
+            continue;
+        const Stretch& next = stretches[isLast ? 0 : i + 1];
+        x.joinsNext = qFuzzyCompare(x.to.second, next.from.second);
+        x.mitresNext = x.joinsNext && mitreFits(x, next, half);
+        if (isLast && x.mitresNext) {
+            // The first stretch has its frame already: the two meet only without a twist.
+            const QVector3D arrived = transported(x.s, x.d, next.d);
+            x.mitresNext = QVector3D::dotProduct(arrived, next.s) > 0.9999f;
+        }
+    }
+
+    QList<ColoredTriangle> triangles;
+    triangles.reserve(static_cast<qsizetype>(12 * n));
+    for (std::size_t i = 0; i < n; ++i) {
+        Stretch& x = stretches[i];
+        const Stretch* previous = i > 0 ? &stretches[i - 1] : (n > 1 && closed ? &stretches[n - 1] : nullptr);
+        const Stretch& next = stretches[i + 1 < n ? i + 1 : 0];
+        const bool joined = previous && previous->joinsNext;
+        const bool mitred = previous && previous->mitresNext;
+
+        if (x.mitresNext)
+            x.end = mitre(x, x.to.second, next.d, half);
+        else
+            x.end = sectionAt(x, x.to.second + (join || x.joinsNext ? x.d * half : QVector3D()), half);
+        if (mitred && i > 0)
+            x.start = previous->end; // the very same corners: no seam
+        else if (mitred)
+            x.start = mitre(x, x.from.second, previous->d, half);
+        else
+            x.start = sectionAt(x, x.from.second - (join || joined ? x.d * half : QVector3D()), half);
+        emitTube(triangles, x, !mitred, !x.mitresNext);
+    }
+    return triangles;
+}
+
+} // namespace
+
+GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, float width, float)
+{
+    GeometryData data;
+    if (!segments.isEmpty() && width > FLT_EPSILON) {
+        data = kvTriangles(ribbon(segments, closedHint, width));
+    } else {
+        data.primitiveMode = KVPrimitiveLines;
+        VertexWriter writer(data.vertices, 2 * segments.size());
+        for (const auto& [from, to] : segments) {
+            writer.add(from.first, from.second, QVector3D());
+            writer.add(to.first, to.second, QVector3D());
+        }
+    }
+    data.lineWidth = width;
+    return data;
+}
