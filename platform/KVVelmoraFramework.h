@@ -48,7 +48,8 @@ KVVELMORA_EXPORT void KVProfileRelease(KVProfile* profile);
 KVVELMORA_EXPORT QString KVProfileError();
 
 /// ICC rendering intents, with the values that profiles and host parameters use.
-enum KVVMRenderType : int {
+enum KVVMRenderType : int
+{
     KVVMRenderPerceptual = 0,
     KVVMRenderRelativeColorimetric = 1,
     KVVMRenderSaturation = 2,
@@ -57,8 +58,7 @@ enum KVVMRenderType : int {
 
 // --- Gamuts ---------------------------------------------------------------------------------------
 
-namespace KVHull
-{
+namespace KVHull {
 
 /// A corner of a gamut surface.
 struct Node
@@ -71,8 +71,7 @@ struct Node
 
 } // namespace KVHull
 
-namespace KVGamut
-{
+namespace KVGamut {
 
 /// A colour in CIE L*a*b*.
 struct LabPoint
@@ -85,24 +84,43 @@ struct LabPoint
 /// What two gamuts have in common. Eighteen floats in this order; volumes in dE76 cubed.
 struct Comparison
 {
-    LabPoint whiteFirst;         ///< lightest neutral end of the first gamut
-    LabPoint blackFirst;         ///< darkest neutral end of the first gamut
-    LabPoint whiteSecond;        ///< lightest neutral end of the second gamut
-    LabPoint blackSecond;        ///< darkest neutral end of the second gamut
-    float volumeFirst = 0.0f;    ///< volume of the first gamut
-    float volumeSecond = 0.0f;   ///< volume of the second gamut
-    float intersection = 0.0f;   ///< volume of what both contain
-    float unionVolume = 0.0f;    ///< volume of what either contains
-    float secondCovered = 0.0f;  ///< share of the second covered by the first, 0..1
-    float firstCovered = 0.0f;   ///< share of the first covered by the second, 0..1
+    LabPoint whiteFirst;        ///< lightest neutral end of the first gamut
+    LabPoint blackFirst;        ///< darkest neutral end of the first gamut
+    LabPoint whiteSecond;       ///< lightest neutral end of the second gamut
+    LabPoint blackSecond;       ///< darkest neutral end of the second gamut
+    float volumeFirst = 0.0f;   ///< volume of the first gamut
+    float volumeSecond = 0.0f;  ///< volume of the second gamut
+    float intersection = 0.0f;  ///< volume of what both contain
+    float unionVolume = 0.0f;   ///< volume of what either contains
+    float secondCovered = 0.0f; ///< share of the second covered by the first, 0..1
+    float firstCovered = 0.0f;  ///< share of the first covered by the second, 0..1
 };
 static_assert(sizeof(Comparison) == 18 * sizeof(float), "the order of the eighteen floats is the interface");
 
 /// How a surface was found.
-enum class Method {
+enum class Method
+{
     None,       ///< there is no gamut
     DeviceMesh, ///< image of the device cube's surface; exact for three channels that do not fold
     RadialHull, ///< hull of samples of all faces of the device hypercube after radial compression
+};
+
+/// What is known about a gamut and how it was found.
+struct Report
+{
+    Method method = Method::None;
+    KVVMRenderType intent = KVVMRenderRelativeColorimetric;
+    bool blackPointCompensation = false;
+    int channels = 0;
+    int gridPoints = 0; ///< samples along each device axis
+    int faceCount = 0;
+    double volume = 0.0;            ///< dE76 cubed
+    double volumeUncertainty = 0.0; ///< the device's true volume lies within volume ± this
+    double foldShare = 0.0; ///< share of a three-channel device that maps backwards, 0..0.5; 0 from four on
+    LabPoint white;
+    LabPoint black;
+    double seconds = 0.0; ///< time that the computation took
+    QString reason;       ///< as GamutObject::reason()
 };
 
 class GamutData;
@@ -173,6 +191,8 @@ public:
     /// Why there is no gamut, as one line for people; empty when there is one or when nothing was
     /// asked for yet.
     QString reason() const;
+    /// All of the above and more at once; of an empty gamut only the reason.
+    Report report() const;
 
 private:
     QSharedDataPointer<const GamutData> d;
@@ -190,8 +210,7 @@ KVVELMORA_EXPORT QList<QList<QList<float>>> computeRing(const float* plane,
 
 } // namespace KVGamut
 
-namespace KVColorConversionHelper
-{
+namespace KVColorConversionHelper {
 
 /// sRGB values, 0..255 each, in which a screen shows a Lab (D50) colour.
 ///

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <lcms2.h>
+#include <lcms2_plugin.h>
+
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+
+namespace velmora {
+
+/// A Little CMS context of one's own: its errors are kept instead of logged, and what it may
+/// allocate is limited, so that a hostile profile costs memory only up to that limit.
+class CmsContext
+{
+public:
+    CmsContext();
+    ~CmsContext();
+    CmsContext(const CmsContext&) = delete;
+    CmsContext& operator=(const CmsContext&) = delete;
+
+    cmsContext get() const { return m_context; }
+    /// The first thing that went wrong, as Little CMS worded it.
+    QString error() const { return m_error; }
+
+    static constexpr std::size_t memoryLimit = std::size_t(160) << 20;
+
+private:
+    static void keepError(cmsContext context, cmsUInt32Number code, const char* text);
+    static void* allocate(cmsContext context, cmsUInt32Number size);
+    static void release(cmsContext context, void* memory);
+    static void* reallocate(cmsContext context, void* memory, cmsUInt32Number size);
+
+    cmsContext m_context = nullptr;
+    QString m_error;
+    std::size_t m_allocated = 0;
+};
+
+struct CloseProfile
+{
+    void operator()(void* profile) const { cmsCloseProfile(profile); }
+};
+struct DeleteTransform
+{
+    void operator()(void* transform) const { cmsDeleteTransform(transform); }
+};
+using CmsProfile = std::unique_ptr<void, CloseProfile>;
+using CmsTransform = std::unique_ptr<void, DeleteTransform>;
+
+} // namespace velmora

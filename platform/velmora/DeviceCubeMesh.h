@@ -1,0 +1,16 @@
+#pragma once
+
+#include "DeviceNodes.h"
+#include "SurfaceMesh.h"
+
+namespace velmora {
+
+/// The image of the surface of a three-channel device cube: every device face becomes a sheet of
+/// (N-1)^2 quads of two triangles, sharing the vertices of the cube's edges. Closed and manifold by
+/// construction; exact but for the step width, as long as the device map does not fold.
+/// Faces look outwards when the map keeps the handedness; @p nodes are three axes of N nodes.
+/// @return without triangles when cancelled or refused; @p reason says why.
+SurfaceMesh deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                           QString& reason);
+
+} // namespace velmora

@@ -1,0 +1,216 @@
+#include "DeviceTransform.h"
+
+#include "CmsContext.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+bool DeviceTransform::toLab(const float* device, Vec3* lab, std::size_t count, const Task& task,
+                            QString& reason) const
+{
+    const auto stride = static_cast<std::size_t>(channels());
+    for (std::size_t done = 0; done < count; done += blockSize) {
+        if (task.isCancelled()) {
+            reason = QStringLiteral("cancelled");
+            return false;
+        }
+        const std::size_t size = std::min(blockSize, count - done);
+        convertBlock(device + done * stride, lab + done, size);
+        const bool sound = std::all_of(lab + done, lab + done + size, [](Vec3 p) {
+            return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < largestLab;
+        });
+        if (!sound) {
+            reason = QStringLiteral("the profile gives values that are no colours");
+            return false;
+        }
+    }
+    return true;
+}
+
+namespace {
+
+struct DeviceSpace
+{
+    ChannelKind kind;
+    std::vector<float> white;
+    std::vector<float> black;
+    std::vector<float> origin;
+};
+
+QString signatureText(cmsUInt32Number value)
+{
+    QString text;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        text += QLatin1Char(static_cast<char>(value >> shift & 0x7f));
+    return text.trimmed();
+}
+
+QString classProblem(cmsProfileClassSignature profileClass)
+{
+    switch (profileClass) {
+    case cmsSigInputClass:
+    case cmsSigDisplayClass:
+    case cmsSigOutputClass:
+    case cmsSigColorSpaceClass:
+        return {};
+    case cmsSigLinkClass:
+        return QStringLiteral("a device link has no gamut of its own");
+    case cmsSigAbstractClass:
+        return QStringLiteral("an abstract profile has no device and so no gamut");
+    case cmsSigNamedColorClass:
+        return QStringLiteral("a list of named colours has no gamut surface");
+    default:
+        return QStringLiteral("profiles of class '%1' have no gamut").arg(signatureText(profileClass));
+    }
+}
+
+QString spaceProblem(cmsColorSpaceSignature space, int channels)
+{
+    switch (space) {
+    case cmsSigXYZData:
+    case cmsSigLabData:
+    case cmsSigLuvData:
+    case cmsSigYxyData:
+        return QStringLiteral("%1 is no device space and has no gamut").arg(signatureText(space));
+    default:
+        break;
+    }
+    if (channels == 1)
+        return QStringLiteral("a gamut needs at least three channels, grey has one");
+    if (channels == 2)
+        return QStringLiteral("a gamut needs at least three channels, this profile has two");
+    if (channels < 3 || channels > 15)
+        return QStringLiteral("device space '%1' is not known").arg(signatureText(space));
+    return {};
+}
+
+DeviceSpace describe(cmsColorSpaceSignature space, int channels)
+{
+    const auto n = static_cast<std::size_t>(channels);
+    const std::vector<float> none(n, 0.0f);
+    const std::vector<float> all(n, 1.0f);
+    switch (space) {
+    case cmsSigRgbData:
+        return {ChannelKind::Additive, all, none, none};
+    case cmsSigYCbCrData:
+        return {ChannelKind::Coordinates, {1.0f, 0.5f, 0.5f}, {0.0f, 0.5f, 0.5f}, {0.0f, 0.5f, 0.5f}};
+    case cmsSigHsvData:
+        return {ChannelKind::Coordinates, {0.0f, 0.0f, 1.0f}, none, none};
+    case cmsSigHlsData:
+        return {ChannelKind::Coordinates, {0.0f, 1.0f, 0.0f}, none, none};
+    default: // CMY, CMYK, and the numbered colorants
+        return {ChannelKind::Subtractive, none, all, none};
+    }
+}
+
+// Channels that Little CMS numbers 0..100 when they are given as floating point.
+bool isInkSpace(int pixelType)
+{
+    switch (pixelType) {
+    case PT_CMY:
+    case PT_CMYK:
+    case PT_MCH5:
+    case PT_MCH6:
+    case PT_MCH7:
+    case PT_MCH8:
+    case PT_MCH9:
+    case PT_MCH10:
+    case PT_MCH11:
+    case PT_MCH12:
+    case PT_MCH13:
+    case PT_MCH14:
+    case PT_MCH15:
+        return true;
+    default:
+        return false;
+    }
+}
+
+class CmsDeviceTransform final : public DeviceTransform
+{
+public:
+    CmsDeviceTransform(std::unique_ptr<CmsContext> context, CmsTransform transform, int channels,
+                       DeviceSpace space, double fullScale)
+        : m_context(std::move(context)), m_transform(std::move(transform)), m_channels(channels),
+          m_space(std::move(space)), m_fullScale(fullScale)
+    {
+    }
+
+    int channels() const override { return m_channels; }
+    ChannelKind kind() const override { return m_space.kind; }
+    std::vector<float> white() const override { return m_space.white; }
+    std::vector<float> black() const override { return m_space.black; }
+    std::vector<float> origin() const override { return m_space.origin; }
+
+protected:
+    void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
+    {
+        static_assert(sizeof(Vec3) == sizeof(cmsCIELab), "Lab doubles are written in place");
+        m_scaled.resize(blockSize * static_cast<std::size_t>(m_channels));
+        std::transform(block, block + count * static_cast<std::size_t>(m_channels), m_scaled.begin(),
+                       [this](float v) { return m_fullScale * double(v); });
+        cmsDoTransform(m_transform.get(), m_scaled.data(), lab, static_cast<cmsUInt32Number>(count));
+    }
+
+private:
+    std::unique_ptr<CmsContext> m_context; // outlives the transform
+    CmsTransform m_transform;
+    int m_channels;
+    DeviceSpace m_space;
+    double m_fullScale;
+    mutable std::vector<double> m_scaled;
+};
+
+} // namespace
+
+std::unique_ptr<DeviceTransform> DeviceTransform::create(const QByteArray& profile, int intent,
+                                                         bool blackPointCompensation, QString& reason)
+{
+    if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC) {
+        reason = QStringLiteral("there is no rendering intent %1").arg(intent);
+        return nullptr;
+    }
+    auto context = std::make_unique<CmsContext>();
+    const CmsProfile device(cmsOpenProfileFromMemTHR(context->get(), profile.constData(),
+                                                     static_cast<cmsUInt32Number>(profile.size())));
+    if (!device) {
+        reason = QStringLiteral("this is no usable ICC profile: %1").arg(context->error());
+        return nullptr;
+    }
+    const cmsColorSpaceSignature space = cmsGetColorSpace(device.get());
+    const int channels = static_cast<int>(cmsChannelsOf(space));
+    reason = classProblem(cmsGetDeviceClass(device.get()));
+    if (reason.isEmpty())
+        reason = spaceProblem(space, channels);
+    if (!reason.isEmpty())
+        return nullptr;
+
+    // Little CMS forces black-point compensation on the perceptual and saturation intents towards
+    // version 4 profiles, and its Lab profile is one; as version 2.1 it is the same space without that.
+    const CmsProfile labSpace(cmsCreateLab4ProfileTHR(context->get(), nullptr));
+    if (!labSpace) {
+        reason = QStringLiteral("not enough memory");
+        return nullptr;
+    }
+    cmsSetProfileVersion(labSpace.get(), 2.1);
+
+    constexpr cmsUInt32Number doubles = 0;
+    const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device.get(), doubles, TRUE);
+    cmsUInt32Number flags = cmsFLAGS_NOCACHE;
+    if (blackPointCompensation && intent != INTENT_ABSOLUTE_COLORIMETRIC)
+        flags |= cmsFLAGS_BLACKPOINTCOMPENSATION;
+    CmsTransform transform(cmsCreateTransformTHR(context->get(), device.get(), format, labSpace.get(),
+                                                 TYPE_Lab_DBL, static_cast<cmsUInt32Number>(intent), flags));
+    if (!transform) {
+        reason = QStringLiteral("the profile has no usable transform from device to Lab");
+        if (!context->error().isEmpty())
+            reason += QStringLiteral(": %1").arg(context->error());
+        return nullptr;
+    }
+    const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
+    return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(transform), channels,
+                                                describe(space, channels), fullScale);
+}
+
+} // namespace velmora

@@ -1,0 +1,217 @@
+#include "GamutBuilder.h"
+
+#include "Columns.h"
+#include "DeviceCubeMesh.h"
+#include "FoldCheck.h"
+#include "MeshVolume.h"
+#include "RadialHull.h"
+#include "Refinement.h"
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+// Share of the volume that may run backwards before the image of the device cube's surface no longer
+// bounds the gamut. Real RGB spaces have none at all, encodings with clipped corners some percent.
+constexpr double largestFoldShare = 0.001;
+// Share of the volume that a surface may wind around other than once.
+constexpr double largestInvalidShare = 0.001;
+constexpr int foldCheckNodes = 17;
+constexpr std::size_t mostHullSamples = 100'000;
+
+// Every k-th node, ends included, so that at most `count` remain.
+DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
+{
+    DeviceNodes result;
+    for (const auto& axis : nodes) {
+        const std::size_t kept = std::min(count, axis.size());
+        std::vector<float> thin;
+        for (std::size_t i = 0; i < kept; ++i)
+            thin.push_back(axis[i * (axis.size() - 1) / (kept - 1)]);
+        result.push_back(std::move(thin));
+    }
+    return result;
+}
+
+bool windsOnce(const SurfaceMesh& mesh, const Task& task)
+{
+    const LatticeBox box = boundsOf(latticePoints(mesh));
+    const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
+    const double pitch = std::min(2.0, std::max(extent, 0.1) / 64.0);
+    const ColumnGrid grid = columnsOver(box, pitch);
+    const WindingCheck check = checkWinding(castColumns(mesh, grid, task), grid);
+    return check.invalidVolume <= largestInvalidShare * check.insideVolume;
+}
+
+void lookOutwards(SurfaceMesh& mesh)
+{
+    if (signedVolume(mesh) < 0.0)
+        flip(mesh);
+}
+
+class Builder
+{
+public:
+    Builder(const DeviceTransform& transform, const GamutRequest& request, const Task& task,
+            GamutRecord& record, QString& reason)
+        : m_transform(transform), m_request(request), m_task(task), m_record(record), m_reason(reason)
+    {
+    }
+
+    bool run()
+    {
+        m_task.setProgress(0.05);
+        const int channels = m_transform.channels();
+        m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, channels);
+        m_nodes = equalisedNodes(m_transform, m_record.gridPoints, m_task, m_reason);
+        if (m_nodes.empty())
+            return false;
+        m_task.setProgress(0.1);
+        const bool found = (channels == 3 && directMesh()) || (m_reason.isEmpty() && hullMesh());
+        if (!found)
+            return false;
+        m_task.setProgress(0.75);
+        if (!refine(m_record.mesh, m_transform, std::max(0.0, m_request.maxEdge), m_request.refinements,
+                    m_task, m_reason))
+            return false;
+        m_task.setProgress(0.8);
+        m_reason = surfaceProblem(m_record.mesh);
+        if (!m_reason.isEmpty())
+            return false;
+        m_task.setProgress(0.9);
+        return endPoints() && primaries();
+    }
+
+private:
+    // False with a reason when it ends here, without one when another method has to be taken.
+    bool directMesh()
+    {
+        const FoldCheck folds = checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task, m_reason);
+        if (!folds.done)
+            return false;
+        m_task.setProgress(0.2);
+        m_record.foldShare = folds.foldShare;
+        if (folds.foldShare > largestFoldShare)
+            return false;
+        SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task, m_reason);
+        if (mesh.triangles.empty())
+            return false;
+        m_task.setProgress(0.4);
+        lookOutwards(mesh);
+        if (!windsOnce(mesh, m_task))
+            return false;
+        m_task.setProgress(0.6);
+        const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task, m_reason);
+        if (coarse.triangles.empty())
+            return false;
+        take(std::move(mesh), coarse, KVGamut::Method::DeviceMesh);
+        return true;
+    }
+
+    bool hullMesh()
+    {
+        std::size_t count = m_nodes.front().size();
+        while (count > 2 &&
+               hypercubeFaceSampleCount(m_transform.channels(), static_cast<int>(count)) > mostHullSamples)
+            --count;
+        if (count < m_nodes.front().size()) {
+            m_nodes = equalisedNodes(m_transform, static_cast<int>(count), m_task, m_reason);
+            if (m_nodes.empty())
+                return false;
+            m_record.gridPoints = static_cast<int>(count);
+        }
+        m_task.setProgress(0.25);
+        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task, m_reason);
+        if (mesh.triangles.empty())
+            return false;
+        m_task.setProgress(0.6);
+        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task, m_reason);
+        if (coarse.triangles.empty())
+            return false;
+        m_task.setProgress(0.7);
+        if (!windsOnce(mesh, m_task)) {
+            m_reason = QStringLiteral("the surface of this device passes through itself");
+            return false;
+        }
+        take(std::move(mesh), coarse, KVGamut::Method::RadialHull);
+        return true;
+    }
+
+    DeviceNodes halved() const
+    {
+        return thinned(m_nodes, std::max<std::size_t>(2, (m_nodes.front().size() + 1) / 2));
+    }
+
+    // The error of both surfaces falls with the square of the step, so the finer one is off by a
+    // third of their difference; half of it allows for what is not quite quadratic.
+    void take(SurfaceMesh mesh, const SurfaceMesh& coarse, KVGamut::Method method)
+    {
+        const double volume = signedVolume(mesh);
+        m_record.volumeUncertainty = 0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + 1e-6 * volume;
+        m_record.mesh = std::move(mesh);
+        m_record.method = method;
+    }
+
+    bool endPoints()
+    {
+        std::vector<float> device = m_transform.white();
+        for (const auto& colour : {m_transform.black(), m_transform.origin()})
+            device.insert(device.end(), colour.begin(), colour.end());
+        std::array<Vec3, 3> lab;
+        if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task, m_reason))
+            return false;
+        m_record.white = snapped(lab[0]);
+        m_record.black = snapped(lab[1]);
+        m_record.origin = snapped(lab[2]);
+        return true;
+    }
+
+    bool primaries()
+    {
+        m_record.decorated = m_request.withDecoration;
+        if (!m_request.withDecoration || m_transform.kind() == ChannelKind::Coordinates)
+            return true;
+        const std::vector<float> origin = m_transform.origin();
+        for (std::size_t channel = 0; channel < origin.size(); ++channel) {
+            const auto& ramp = m_nodes[channel];
+            std::vector<float> device;
+            for (std::size_t i = 1; i < ramp.size(); ++i) {
+                device.insert(device.end(), origin.begin(), origin.end());
+                device[device.size() - origin.size() + channel] = ramp[i];
+            }
+            std::vector<Vec3> lab(ramp.size() - 1);
+            if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task, m_reason))
+                return false;
+            Ramp group;
+            for (const Vec3& p : lab)
+                group.push_back(snapped(p));
+            m_record.primaries.push_back(std::move(group));
+        }
+        return true;
+    }
+
+    const DeviceTransform& m_transform;
+    const GamutRequest& m_request;
+    const Task& m_task;
+    GamutRecord& m_record;
+    QString& m_reason;
+    DeviceNodes m_nodes;
+};
+
+} // namespace
+
+int effectiveGridPoints(int requested, int channels)
+{
+    if (requested < 2)
+        return channels >= 5 ? 17 : 33;
+    return std::clamp(requested, 3, 129);
+}
+
+bool buildGamut(const DeviceTransform& transform, const GamutRequest& request, const Task& task,
+                GamutRecord& record, QString& reason)
+{
+    return Builder(transform, request, task, record, reason).run();
+}
+
+} // namespace velmora

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace velmora {
+
+/// Looks at the bytes of an ICC profile before they are believed: header, tag table, and the size
+/// that every colour table declares against the bytes that are there for it.
+///
+/// A table of a few hundred bytes can declare 90^4 nodes; who allocates first and reads then spends
+/// hundreds of megabytes on it.
+/// @return what is wrong, as one line for people; empty when nothing is.
+QString iccTableProblem(const QByteArray& profile);
+
+} // namespace velmora

@@ -1,0 +1,142 @@
+#include "MeshChecks.h"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+namespace velmora {
+namespace {
+
+bool indicesAreValid(const SurfaceMesh& mesh)
+{
+    const int count = static_cast<int>(mesh.lab.size());
+    return std::all_of(mesh.triangles.begin(), mesh.triangles.end(), [count](const Triangle& t) {
+        const bool exist = std::all_of(t.begin(), t.end(), [count](int v) { return v >= 0 && v < count; });
+        return exist && t[0] != t[1] && t[1] != t[2] && t[2] != t[0];
+    });
+}
+
+struct Corner
+{
+    int other; // the vertex at the edge's far end
+    int triangle;
+    int edge;
+};
+
+// The edges that leave each vertex, in the order of the triangles: vertex v has those from
+// first[v] to first[v + 1].
+struct EdgeTable
+{
+    std::vector<int> first;
+    std::vector<Corner> corners;
+};
+
+EdgeTable edgesByOrigin(const SurfaceMesh& mesh)
+{
+    EdgeTable table;
+    table.first.assign(mesh.lab.size() + 1, 0);
+    for (const Triangle& t : mesh.triangles)
+        for (int v : t)
+            ++table.first[static_cast<std::size_t>(v) + 1];
+    std::partial_sum(table.first.begin(), table.first.end(), table.first.begin());
+    table.corners.resize(mesh.triangles.size() * 3);
+    std::vector<int> next(table.first.begin(), table.first.end() - 1);
+    for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+        for (int e = 0; e < 3; ++e) {
+            const Triangle& t = mesh.triangles[f];
+            const auto place = next[static_cast<std::size_t>(t[static_cast<std::size_t>(e)])]++;
+            table.corners[static_cast<std::size_t>(place)] = {t[static_cast<std::size_t>((e + 1) % 3)],
+                                                              static_cast<int>(f), e};
+        }
+    return table;
+}
+
+} // namespace
+
+std::vector<std::array<int, 3>> triangleNeighbours(const SurfaceMesh& mesh)
+{
+    const EdgeTable table = edgesByOrigin(mesh);
+    std::vector<std::array<int, 3>> neighbours(mesh.triangles.size());
+    for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+        for (std::size_t e = 0; e < 3; ++e) {
+            const int from = mesh.triangles[f][e];
+            const int to = mesh.triangles[f][(e + 1) % 3];
+            const auto begin = table.corners.begin() + table.first[static_cast<std::size_t>(to)];
+            const auto end = table.corners.begin() + table.first[static_cast<std::size_t>(to) + 1];
+            const auto back = std::find_if(begin, end, [from](const Corner& c) { return c.other == from; });
+            neighbours[f][e] = back == end ? -1 : back->triangle;
+        }
+    return neighbours;
+}
+
+MeshTopology topology(const SurfaceMesh& mesh)
+{
+    MeshTopology result;
+    result.indicesValid = indicesAreValid(mesh);
+    if (!result.indicesValid || mesh.triangles.empty())
+        return result;
+
+    // Closed: among the edges that leave a vertex no end occurs twice, and each has its way back.
+    EdgeTable table = edgesByOrigin(mesh);
+    const auto vertexCount = mesh.lab.size();
+    result.closed = true;
+    for (std::size_t v = 0; v < vertexCount; ++v) {
+        const auto begin = table.corners.begin() + table.first[v];
+        const auto end = table.corners.begin() + table.first[v + 1];
+        std::sort(begin, end, [](const Corner& p, const Corner& q) { return p.other < q.other; });
+        const auto twice = std::adjacent_find(
+            begin, end, [](const Corner& p, const Corner& q) { return p.other == q.other; });
+        result.closed = result.closed && twice == end;
+    }
+    const auto neighbours = triangleNeighbours(mesh);
+    for (const auto& n : neighbours)
+        result.closed = result.closed && n[0] >= 0 && n[1] >= 0 && n[2] >= 0;
+    if (!result.closed)
+        return result;
+
+    // Manifold: walking around a vertex from triangle to triangle meets all of its triangles.
+    result.manifold = true;
+    int used = 0;
+    for (std::size_t v = 0; v < vertexCount; ++v) {
+        const int degree = table.first[v + 1] - table.first[v];
+        if (degree == 0)
+            continue;
+        ++used;
+        const int start = table.corners[static_cast<std::size_t>(table.first[v])].triangle;
+        int current = start;
+        int met = 0;
+        do {
+            const Triangle& t = mesh.triangles[static_cast<std::size_t>(current)];
+            const auto corner =
+                static_cast<std::size_t>(std::find(t.begin(), t.end(), static_cast<int>(v)) - t.begin());
+            current = neighbours[static_cast<std::size_t>(current)][corner];
+            ++met;
+        } while (current != start && met <= degree);
+        result.manifold = result.manifold && met == degree;
+    }
+
+    std::vector<bool> seen(mesh.triangles.size(), false);
+    std::vector<int> open;
+    for (std::size_t seed = 0; seed < mesh.triangles.size(); ++seed) {
+        if (seen[seed])
+            continue;
+        ++result.components;
+        seen[seed] = true;
+        open.assign(1, static_cast<int>(seed));
+        while (!open.empty()) {
+            const auto f = static_cast<std::size_t>(open.back());
+            open.pop_back();
+            for (int n : neighbours[f])
+                if (!seen[static_cast<std::size_t>(n)]) {
+                    seen[static_cast<std::size_t>(n)] = true;
+                    open.push_back(n);
+                }
+        }
+    }
+
+    const int faces = static_cast<int>(mesh.triangles.size());
+    result.eulerCharacteristic = used - faces * 3 / 2 + faces;
+    return result;
+}
+
+} // namespace velmora

@@ -1,0 +1,124 @@
+#include "Refinement.h"
+
+#include <unordered_map>
+
+namespace velmora {
+namespace {
+
+// Beyond this many faces a mesh is fine enough, whatever the edges.
+constexpr std::size_t mostTriangles = 2'000'000;
+
+bool onOneDeviceFace(const float* p, const float* q, int channels)
+{
+    int free = 0;
+    for (int c = 0; c < channels; ++c)
+        free += !(p[c] == q[c] && (p[c] == 0.0f || p[c] == 1.0f));
+    return free <= 2;
+}
+
+class Round
+{
+public:
+    Round(SurfaceMesh& mesh, double maxEdge) : m_mesh(mesh), m_maxEdge(maxEdge) {}
+
+    // The vertices that this round adds, as device colours behind those that the mesh has.
+    void findMidpoints()
+    {
+        for (const Triangle& t : m_mesh.triangles)
+            for (std::size_t e = 0; e < 3; ++e)
+                consider(t[e], t[(e + 1) % 3]);
+    }
+
+    bool evaluate(const DeviceTransform& transform, const Task& task, QString& reason)
+    {
+        const std::size_t old = m_mesh.lab.size();
+        std::vector<Vec3> lab(m_midpoint.size());
+        if (!transform.toLab(m_mesh.deviceOf(static_cast<int>(old)), lab.data(), lab.size(), task, reason))
+            return false;
+        for (const Vec3& p : lab)
+            m_mesh.lab.push_back(snapped(p));
+        return true;
+    }
+
+    bool found() const { return !m_midpoint.empty(); }
+
+    void split()
+    {
+        std::vector<Triangle> result;
+        result.reserve(m_mesh.triangles.size() * 2);
+        for (const Triangle& t : m_mesh.triangles) {
+            const std::array<int, 3> m{midpoint(t[0], t[1]), midpoint(t[1], t[2]), midpoint(t[2], t[0])};
+            const int halved = (m[0] >= 0) + (m[1] >= 0) + (m[2] >= 0);
+            if (halved == 0) {
+                result.push_back(t);
+            } else if (halved == 3) {
+                result.insert(
+                    result.end(),
+                    {{t[0], m[0], m[2]}, {m[0], t[1], m[1]}, {m[2], m[1], t[2]}, {m[0], m[1], m[2]}});
+            } else {
+                // Turned so that edge 0 is halved, and of two halved edges the other is edge 1.
+                std::size_t k = 0;
+                while (m[k] < 0 || (halved == 2 && m[(k + 1) % 3] < 0))
+                    ++k;
+                const int p = t[k], q = t[(k + 1) % 3], r = t[(k + 2) % 3];
+                const int pq = m[k], qr = m[(k + 1) % 3];
+                if (halved == 1)
+                    result.insert(result.end(), {{p, pq, r}, {pq, q, r}});
+                else
+                    result.insert(result.end(), {{pq, q, qr}, {p, pq, qr}, {p, qr, r}});
+            }
+        }
+        m_mesh.triangles = std::move(result);
+    }
+
+private:
+    static std::uint64_t key(int p, int q)
+    {
+        const auto [low, high] = std::minmax(p, q);
+        return static_cast<std::uint64_t>(low) << 32 | static_cast<std::uint64_t>(high);
+    }
+
+    void consider(int p, int q)
+    {
+        const Vec3 edge =
+            toVec3(m_mesh.lab[static_cast<std::size_t>(p)]) - toVec3(m_mesh.lab[static_cast<std::size_t>(q)]);
+        if (dot(edge, edge) <= m_maxEdge * m_maxEdge)
+            return;
+        if (!onOneDeviceFace(m_mesh.deviceOf(p), m_mesh.deviceOf(q), m_mesh.channels))
+            return;
+        const int next = static_cast<int>(m_mesh.lab.size() + m_midpoint.size());
+        if (!m_midpoint.emplace(key(p, q), next).second)
+            return;
+        for (int c = 0; c < m_mesh.channels; ++c)
+            m_mesh.device.push_back(0.5f * (m_mesh.deviceOf(p)[c] + m_mesh.deviceOf(q)[c]));
+    }
+
+    int midpoint(int p, int q) const
+    {
+        const auto found = m_midpoint.find(key(p, q));
+        return found == m_midpoint.end() ? -1 : found->second;
+    }
+
+    SurfaceMesh& m_mesh;
+    double m_maxEdge;
+    std::unordered_map<std::uint64_t, int> m_midpoint;
+};
+
+} // namespace
+
+bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds, const Task& task,
+            QString& reason)
+{
+    for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= mostTriangles; ++i) {
+        Round round(mesh, maxEdge);
+        round.findMidpoints();
+        if (!round.found())
+            return true;
+        if (!round.evaluate(transform, task, reason))
+            return false;
+        round.split();
+    }
+    return true;
+}
+
+} // namespace velmora

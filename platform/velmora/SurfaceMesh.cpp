@@ -1,0 +1,47 @@
+#include "SurfaceMesh.h"
+
+#include <utility>
+
+namespace velmora {
+
+std::vector<LatticePoint> latticePoints(const SurfaceMesh& mesh)
+{
+    std::vector<LatticePoint> points;
+    points.reserve(mesh.lab.size());
+    for (const Vertex& v : mesh.lab)
+        points.push_back(toLattice(v));
+    return points;
+}
+
+void flip(SurfaceMesh& mesh)
+{
+    for (Triangle& t : mesh.triangles)
+        std::swap(t[1], t[2]);
+}
+
+void dropUnusedVertices(SurfaceMesh& mesh)
+{
+    std::vector<int> renamed(mesh.lab.size(), -1);
+    for (const Triangle& t : mesh.triangles)
+        for (int v : t)
+            renamed[static_cast<std::size_t>(v)] = 0;
+
+    const auto channels = mesh.device.empty() ? 0 : static_cast<std::size_t>(mesh.channels);
+    std::size_t kept = 0;
+    for (std::size_t v = 0; v < mesh.lab.size(); ++v) {
+        if (renamed[v] < 0)
+            continue;
+        renamed[v] = static_cast<int>(kept);
+        mesh.lab[kept] = mesh.lab[v];
+        for (std::size_t c = 0; c < channels; ++c)
+            mesh.device[kept * channels + c] = mesh.device[v * channels + c];
+        ++kept;
+    }
+    mesh.lab.resize(kept);
+    mesh.device.resize(kept * channels);
+    for (Triangle& t : mesh.triangles)
+        for (int& v : t)
+            v = renamed[static_cast<std::size_t>(v)];
+}
+
+} // namespace velmora
