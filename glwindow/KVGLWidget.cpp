@@ -144,7 +144,9 @@ void KVGLWidget::paintGL()
         return;
     m_camera.setAspect(geometry().width(), geometry().height());
 
-    if (devicePixelRatio() != m_drawnPixelRatio) {
+    // Qt makes an empty framebuffer for a new size before it tells resizeGL(), and for a new pixel
+    // ratio without telling it.
+    if (deviceSize() != m_drawnSize) {
         m_mustDraw = true;
         m_frameTimer.invalidate();
     }
@@ -157,7 +159,7 @@ void KVGLWidget::paintGL()
     drawScene();
     m_lastDrawnCamera = m_camera;
     m_mustDraw = false;
-    m_drawnPixelRatio = devicePixelRatio();
+    m_drawnSize = deviceSize();
     ++m_drawnFrames;
 }
 
@@ -190,7 +192,14 @@ void KVGLWidget::drawScene()
 
 bool KVGLWidget::isSettled() const
 {
-    return !m_mustDraw && !m_animation && m_root.isSettled() && m_camera == m_lastDrawnCamera;
+    return !m_mustDraw && deviceSize() == m_drawnSize && !m_animation && m_root.isSettled() &&
+           m_camera == m_lastDrawnCamera;
+}
+
+QSize KVGLWidget::deviceSize() const
+{
+    // cut off as Qt does for its framebuffer
+    return {static_cast<int>(width() * devicePixelRatio()), static_cast<int>(height() * devicePixelRatio())};
 }
 
 QImage KVGLWidget::picture()
@@ -198,7 +207,7 @@ QImage KVGLWidget::picture()
     if (m_drawnFrames == 0 || !context())
         return {};
     const ContextScope scope(this);
-    const QSize size = this->size() * devicePixelRatio();
+    const QSize size = m_drawnSize;
     // The window's framebuffer is multisampled and cannot be read as it is: resolve it into one of our
     // own, and bind that one to read from it.
     QOpenGLFramebufferObject resolved(size, QOpenGLFramebufferObject::NoAttachment);

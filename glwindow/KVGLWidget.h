@@ -5,6 +5,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointF>
+#include <QtCore/QSize>
 #include <QtCore/QSharedPointer>
 #include <QtGui/QColor>
 #include <QtGui/QImage>
@@ -106,6 +107,7 @@ private:
     void advanceCamera();
     void logContext();
     void drawScene();
+    QSize deviceSize() const;
 
     QElapsedTimer m_frameTimer;
     int m_framerate = 30;
@@ -124,6 +126,6 @@ private:
     /// Qt has thrown the last picture away (new context, size or pixel ratio): the next frame is drawn
     /// even when nothing changed.
     bool m_mustDraw = true;
-    qreal m_drawnPixelRatio = 0.0;
+    QSize m_drawnSize; ///< device pixels of the last drawn frame, and so of Qt's framebuffer
     int m_drawnFrames = 0;
 };

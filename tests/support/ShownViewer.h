@@ -1,0 +1,83 @@
+#pragma once
+
+#include <KVGamut3DViewer.h>
+
+#include <glwindow/KVGLWidget.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
+
+#include <functional>
+
+namespace kvtest
+{
+
+/// Turns the event loop until @p condition holds; false when it does not within @p timeoutMs.
+inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 10000)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > timeoutMs)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    return true;
+}
+
+/// Turns the event loop for @p ms milliseconds.
+inline void spinFor(int ms)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+}
+
+/// A viewer in a small window (an idle one costs CPU in proportion to its size), drawn at least once.
+class ShownViewer
+{
+public:
+    explicit ShownViewer(int width = 200, int height = 150)
+    {
+        viewer.resize(width, height);
+        viewer.show();
+        shown = settle();
+    }
+
+    KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
+    KV3DObject& root() { return widget().root(); }
+
+    /// Waits until the picture is up to date.
+    bool settle()
+    {
+        return spinUntil([this] { return widget().drawnFrames() > 0 && viewer.isSettled(); });
+    }
+
+    /// Waits until a while has passed in which nothing was drawn: the window system, too, has said all
+    /// that it had to say. False when that does not come.
+    bool comeToRest()
+    {
+        for (int i = 0; i < 25; ++i) {
+            const int before = widget().drawnFrames();
+            spinFor(200);
+            if (widget().drawnFrames() == before)
+                return true;
+        }
+        return false;
+    }
+
+    /// Waits for the picture to be up to date and returns it.
+    QImage settledPicture()
+    {
+        settle();
+        return viewer.picture();
+    }
+
+    KVGamut3DViewer viewer;
+    bool shown = false;
+};
+
+} // namespace kvtest
