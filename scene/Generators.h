@@ -15,10 +15,11 @@
 /// maps them the same way.
 
 /// Triangles with one flat normal each, counter-clockwise seen from where the normal points.
-/// Collinear corners give the normal (0, 0, 0), which the shader leaves unlit.
+/// Collinear corners, and corners that are not finite, give the normal (0, 0, 0), which the shader
+/// leaves unlit.
 GeometryData kvTriangles(const QList<ColoredTriangle>& triangles);
 
-/// Segments as GL lines (width 0, or an empty list) or as ribbons.
+/// Segments as GL lines (width 0 or not finite, or an empty list) or as ribbons.
 ///
 /// A ribbon is a tube of square cross-section, width / 1.5 Lab units across, around the segments, so
 /// that it shows from every side. Where a segment starts at the end of the one before it, the two meet

@@ -3,6 +3,7 @@
 
 #include <QtCore/QHashFunctions>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cfloat>
@@ -56,14 +57,20 @@ struct EdgeKeyHash
 /// The four corners of the tube's cross-section around a point, in the order -s-u, +s-u, +s+u, -s+u.
 using Section = std::array<QVector3D, 4>;
 
+bool isFinite(const Section& section)
+{
+    return std::all_of(section.begin(), section.end(), [](const QVector3D& p) { return isFinite(p); });
+}
+
 /// One stretch of the ribbon: a segment with a direction and a frame across it, s × d = u.
 struct Stretch
 {
     ColoredPoint from, to;
     QVector3D d, s, u;
-    float length;
+    float length = 0.0f;
     bool joinsNext = false; ///< the next stretch starts where this one ends
     bool mitresNext = false;
+    bool mitresPrevious = false;
     Section start, end;
 };
 
@@ -128,8 +135,11 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
             continue;
         if (!seen.insert(edgeKey(p, q)).second)
             continue;
-        Stretch x{segment.first, segment.second, d.normalized(), {}, {}, d.length(), false, false, {}, {}};
-        stretches.push_back(x);
+        Stretch& x = stretches.emplace_back();
+        x.from = segment.first;
+        x.to = segment.second;
+        x.d = d.normalized();
+        x.length = d.length();
     }
     return stretches;
 }
@@ -190,26 +200,29 @@ QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closed
         }
     }
 
-    QList<ColoredTriangle> triangles;
-    triangles.reserve(static_cast<qsizetype>(12 * n));
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
         const Stretch* previous = i > 0 ? &stretches[i - 1] : (n > 1 && closed ? &stretches[n - 1] : nullptr);
         const Stretch& next = stretches[i + 1 < n ? i + 1 : 0];
         const bool joined = previous && previous->joinsNext;
-        const bool mitred = previous && previous->mitresNext;
+        x.mitresPrevious = previous && previous->mitresNext;
 
         if (x.mitresNext)
             x.end = mitre(x, x.to.second, next.d, half);
         else
             x.end = sectionAt(x, x.to.second + (join || x.joinsNext ? x.d * half : QVector3D()), half);
-        if (mitred && i > 0)
-            x.start = previous->end; // the very same corners: no seam
-        else if (mitred)
-            x.start = mitre(x, x.from.second, previous->d, half);
-        else
+        if (!x.mitresPrevious)
             x.start = sectionAt(x, x.from.second - (join || joined ? x.d * half : QVector3D()), half);
-        emitTube(triangles, x, !mitred, !x.mitresNext);
+    }
+
+    QList<ColoredTriangle> triangles;
+    triangles.reserve(static_cast<qsizetype>(12 * n));
+    for (std::size_t i = 0; i < n; ++i) {
+        Stretch& x = stretches[i];
+        if (x.mitresPrevious)
+            x.start = stretches[i > 0 ? i - 1 : n - 1].end; // the very same corners: no seam
+        if (isFinite(x.start) && isFinite(x.end))
+            emitTube(triangles, x, !x.mitresPrevious, !x.mitresNext);
     }
     return triangles;
 }
@@ -219,7 +232,7 @@ QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closed
 GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, float width, float)
 {
     GeometryData data;
-    if (!segments.isEmpty() && width > FLT_EPSILON) {
+    if (!segments.isEmpty() && width > FLT_EPSILON && std::isfinite(width)) {
         data = kvTriangles(ribbon(segments, closedHint, width));
     } else {
         data.primitiveMode = KVPrimitiveLines;
