@@ -215,7 +215,8 @@ namespace KVColorConversionHelper {
 /// sRGB values, 0..255 each, in which a screen shows a Lab (D50) colour.
 ///
 /// A colour that sRGB cannot show is brought to the nearest one of the same hue (CIELAB hue angle)
-/// that it can: lightness is held to 0..100 and chroma reduced until it fits.
+/// that it can: lightness is held to 0..100, then the colour goes straight towards a grey a fifth
+/// nearer to L* 50 until it fits. Chroma falls, lightness gives way a little, near colours stay near.
 /// A triple with a missing or not finite value is no colour and answers {-1, -1, -1}.
 /// Callable from any thread.
 KVVELMORA_EXPORT QList<float> KVHLab2RGB(const QList<float>& lab);

@@ -4,113 +4,266 @@
 #include "MeshVolume.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
+#include <vector>
 
 namespace velmora {
 namespace {
 
-// What the columns of one grid see of two solids.
-struct Overlap
+// A face seen along L*: its projection, counter-clockwise, and its plane L = L0 + u (a - a0) + v (b - b0).
+struct Sheet
 {
-    double both = 0.0;      // volume in both
-    double firstOnly = 0.0; // volume in the first alone
-    LatticeBox box;         // columns that pass through both
-    std::size_t columns = 0;
+    std::array<std::array<double, 2>, 3> ab;
+    double L0, u, v;
+    double lowL, highL;
+    double sign; // +1 when it looks up
+    double lowA, highA, lowB, highB;
+
+    double lightness(double a, double b) const
+    {
+        return std::clamp(L0 + u * (a - ab[0][0]) + v * (b - ab[0][1]), lowL, highL);
+    }
 };
 
-Overlap overlapOf(const ColumnCrossings& first, const ColumnCrossings& second, const ColumnGrid& grid)
+std::vector<Sheet> sheetsOf(const SurfaceMesh& mesh)
 {
-    Overlap sum;
-    for (int j = 0; j < grid.nb; ++j)
-        for (int i = 0; i < grid.na; ++i) {
-            const auto c =
-                static_cast<std::size_t>(j) * static_cast<std::size_t>(grid.na) + static_cast<std::size_t>(i);
-            std::uint32_t p = first.first[c], q = second.first[c];
-            const std::uint32_t pEnd = first.first[c + 1], qEnd = second.first[c + 1];
-            int windingFirst = 0, windingSecond = 0;
-            double from = 0.0, both = 0.0;
-            while (p < pEnd) {
-                const bool takeFirst = q >= qEnd || first.crossings[p].L <= second.crossings[q].L;
-                const Crossing& next = takeFirst ? first.crossings[p] : second.crossings[q];
-                if (windingFirst != 0)
-                    (windingSecond != 0 ? both : sum.firstOnly) += next.L - from;
-                from = next.L;
-                (takeFirst ? windingFirst : windingSecond) -= next.sign;
-                ++(takeFirst ? p : q);
-            }
-            if (both <= 0.0)
-                continue;
-            sum.both += both;
-            const auto a = static_cast<std::int32_t>(grid.a0 + i * grid.step);
-            const auto b = static_cast<std::int32_t>(grid.b0 + j * grid.step);
-            if (sum.columns++ == 0)
-                sum.box = {{0, a, b}, {0, a, b}};
-            sum.box.low = {0, std::min(sum.box.low.a, a), std::min(sum.box.low.b, b)};
-            sum.box.high = {0, std::max(sum.box.high.a, a), std::max(sum.box.high.b, b)};
+    const auto points = latticePoints(mesh);
+    std::vector<Sheet> sheets;
+    sheets.reserve(mesh.triangles.size());
+    for (const Triangle& t : mesh.triangles) {
+        const LatticePoint& p = points[static_cast<std::size_t>(t[0])];
+        LatticePoint q = points[static_cast<std::size_t>(t[1])];
+        LatticePoint r = points[static_cast<std::size_t>(t[2])];
+        std::int64_t area = orientationAb(p, q, r);
+        if (area == 0)
+            continue; // upright: covers nothing
+        Sheet s;
+        s.sign = area > 0 ? 1.0 : -1.0;
+        if (area < 0) {
+            std::swap(q, r);
+            area = -area;
         }
-    sum.both *= grid.area();
-    sum.firstOnly *= grid.area();
+        const auto place = [](const LatticePoint& x) {
+            return std::array<double, 2>{x.a / latticeScale, x.b / latticeScale};
+        };
+        s.ab = {place(p), place(q), place(r)};
+        s.L0 = p.L / latticeScale;
+        s.u = (double(q.L - p.L) * double(r.b - p.b) - double(r.L - p.L) * double(q.b - p.b)) / double(area);
+        s.v = (double(r.L - p.L) * double(q.a - p.a) - double(q.L - p.L) * double(r.a - p.a)) / double(area);
+        s.lowL = std::min({p.L, q.L, r.L}) / latticeScale;
+        s.highL = std::max({p.L, q.L, r.L}) / latticeScale;
+        s.lowA = std::min({s.ab[0][0], s.ab[1][0], s.ab[2][0]});
+        s.highA = std::max({s.ab[0][0], s.ab[1][0], s.ab[2][0]});
+        s.lowB = std::min({s.ab[0][1], s.ab[1][1], s.ab[2][1]});
+        s.highB = std::max({s.ab[0][1], s.ab[1][1], s.ab[2][1]});
+        sheets.push_back(s);
+    }
+    return sheets;
+}
+
+struct Corner
+{
+    double a, b;
+    double height;     // what is integrated
+    double difference; // of the two sheets' lightnesses
+};
+
+// A convex polygon: three corners, and one more for each of four cuts at most.
+struct Polygon
+{
+    std::array<Corner, 8> corners;
+    std::size_t size = 0;
+
+    void add(const Corner& c) { corners[size++] = c; }
+};
+
+// The part of a polygon where side(corner) >= 0 (Sutherland and Hodgman 1974).
+template <typename Side>
+Polygon cut(const Polygon& polygon, const Side& side)
+{
+    Polygon result;
+    for (std::size_t i = 0; i < polygon.size; ++i) {
+        const Corner& p = polygon.corners[i];
+        const Corner& q = polygon.corners[i + 1 < polygon.size ? i + 1 : 0];
+        const double sp = side(p), sq = side(q);
+        if (sp >= 0.0)
+            result.add(p);
+        if ((sp >= 0.0) != (sq >= 0.0)) {
+            const double t = sp / (sp - sq);
+            result.add({p.a + t * (q.a - p.a), p.b + t * (q.b - p.b), p.height + t * (q.height - p.height),
+                        p.difference + t * (q.difference - p.difference)});
+        }
+    }
+    return result;
+}
+
+// The integral over a convex polygon of a height that is linear on it.
+double integral(const Polygon& polygon)
+{
+    double sum = 0.0;
+    for (std::size_t i = 2; i < polygon.size; ++i) {
+        const Corner& p = polygon.corners[0];
+        const Corner& q = polygon.corners[i - 1];
+        const Corner& r = polygon.corners[i];
+        const double twiceArea = (q.a - p.a) * (r.b - p.b) - (q.b - p.b) * (r.a - p.a);
+        sum += twiceArea / 6.0 * (p.height + q.height + r.height);
+    }
     return sum;
 }
 
-double extentOf(const LatticeBox& box)
+// The integral of the lower of two sheets over what both cover.
+double lowerIntegral(const Sheet& s, const Sheet& t)
 {
-    return std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
+    Polygon common;
+    for (const auto& corner : s.ab)
+        common.add({corner[0], corner[1], 0.0, 0.0});
+    for (std::size_t i = 0; i < 3 && common.size > 2; ++i) {
+        const auto& from = t.ab[i];
+        const auto& to = t.ab[(i + 1) % 3];
+        common = cut(common, [&](const Corner& c) {
+            return (to[0] - from[0]) * (c.b - from[1]) - (to[1] - from[1]) * (c.a - from[0]);
+        });
+    }
+    if (common.size < 3)
+        return 0.0;
+    bool sUnder = true, tUnder = true;
+    for (std::size_t i = 0; i < common.size; ++i) {
+        Corner& c = common.corners[i];
+        const double Ls = s.lightness(c.a, c.b), Lt = t.lightness(c.a, c.b);
+        c.height = Ls;
+        c.difference = Lt - Ls;
+        sUnder = sUnder && c.difference >= 0.0;
+        tUnder = tUnder && c.difference <= 0.0;
+    }
+    if (sUnder)
+        return integral(common);
+    const auto asT = [](Polygon polygon) {
+        for (std::size_t i = 0; i < polygon.size; ++i)
+            polygon.corners[i].height += polygon.corners[i].difference;
+        return polygon;
+    };
+    if (tUnder)
+        return integral(asT(common));
+    return integral(cut(common, [](const Corner& c) { return c.difference; })) +
+           integral(asT(cut(common, [](const Corner& c) { return -c.difference; })));
 }
 
-LatticeBox intersected(const LatticeBox& p, const LatticeBox& q)
+// Cells over the part of the ab plane that both solids cover, each listing the sheets that reach it.
+class CellGrid
 {
-    return {{std::max(p.low.L, q.low.L), std::max(p.low.a, q.low.a), std::max(p.low.b, q.low.b)},
-            {std::min(p.high.L, q.high.L), std::min(p.high.a, q.high.a), std::min(p.high.b, q.high.b)}};
+public:
+    CellGrid(double lowA, double highA, double lowB, double highB) : m_lowA(lowA), m_lowB(lowB)
+    {
+        constexpr double cellsAcross = 96.0;
+        m_size = std::max({highA - lowA, highB - lowB, 1e-9}) / cellsAcross;
+        m_columns = static_cast<int>((highA - lowA) / m_size) + 1;
+        m_rows = static_cast<int>((highB - lowB) / m_size) + 1;
+    }
+
+    int column(double a) const
+    {
+        return std::clamp(static_cast<int>((a - m_lowA) / m_size), 0, m_columns - 1);
+    }
+    int row(double b) const { return std::clamp(static_cast<int>((b - m_lowB) / m_size), 0, m_rows - 1); }
+    int cell(int column, int row) const { return row * m_columns + column; }
+    std::size_t size() const
+    {
+        return static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows);
+    }
+
+    struct Lists
+    {
+        std::vector<int> first;
+        std::vector<int> sheets;
+    };
+
+    Lists listed(const std::vector<Sheet>& sheets) const
+    {
+        Lists lists;
+        lists.first.assign(size() + 1, 0);
+        const auto forCells = [this](const Sheet& s, const auto& visit) {
+            for (int j = row(s.lowB); j <= row(s.highB); ++j)
+                for (int i = column(s.lowA); i <= column(s.highA); ++i)
+                    visit(static_cast<std::size_t>(cell(i, j)));
+        };
+        for (const Sheet& s : sheets)
+            forCells(s, [&](std::size_t c) { ++lists.first[c + 1]; });
+        std::partial_sum(lists.first.begin(), lists.first.end(), lists.first.begin());
+        lists.sheets.resize(static_cast<std::size_t>(lists.first.back()));
+        std::vector<int> next(lists.first.begin(), lists.first.end() - 1);
+        for (std::size_t s = 0; s < sheets.size(); ++s)
+            forCells(sheets[s], [&](std::size_t c) {
+                lists.sheets[static_cast<std::size_t>(next[c]++)] = static_cast<int>(s);
+            });
+        return lists;
+    }
+
+private:
+    double m_lowA, m_lowB;
+    double m_size = 1.0;
+    int m_columns = 1;
+    int m_rows = 1;
+};
+
+bool overlap(const Sheet& s, const Sheet& t)
+{
+    return s.lowA < t.highA && t.lowA < s.highA && s.lowB < t.highB && t.lowB < s.highB;
 }
 
-bool isEmpty(const LatticeBox& box)
+void keepWithin(std::vector<Sheet>& sheets, double lowA, double highA, double lowB, double highB)
 {
-    return box.low.L > box.high.L || box.low.a > box.high.a || box.low.b > box.high.b;
+    std::erase_if(sheets, [=](const Sheet& s) {
+        return s.highA <= lowA || s.lowA >= highA || s.highB <= lowB || s.lowB >= highB;
+    });
 }
 
 } // namespace
 
-// Columns are integrated exactly along L* and by the midpoint rule across. Its error comes from the
-// rims of what is summed, so of the ways to the answer - the common part, or the smaller solid less
-// what sticks out of the other - that with the smaller sum is taken.
 double intersectionVolume(const SurfaceMesh& first, const SurfaceMesh& second)
 {
     if (first.triangles.empty() || second.triangles.empty())
         return 0.0;
-    const double firstVolume = signedVolume(first), secondVolume = signedVolume(second);
-    const bool firstIsSmaller = firstVolume <= secondVolume;
-    const SurfaceMesh& small = firstIsSmaller ? first : second;
-    const SurfaceMesh& large = firstIsSmaller ? second : first;
-    const double smallVolume = std::min(firstVolume, secondVolume);
-    const LatticeBox smallBox = boundsOf(latticePoints(small));
-    const LatticeBox common = intersected(smallBox, boundsOf(latticePoints(large)));
-    if (isEmpty(common))
+    const LatticeBox p = boundsOf(latticePoints(first)), q = boundsOf(latticePoints(second));
+    if (p.low.L >= q.high.L || q.low.L >= p.high.L)
+        return 0.0;
+    const double lowA = std::max(p.low.a, q.low.a) / latticeScale;
+    const double highA = std::min(p.high.a, q.high.a) / latticeScale;
+    const double lowB = std::max(p.low.b, q.low.b) / latticeScale;
+    const double highB = std::min(p.high.b, q.high.b) / latticeScale;
+    if (lowA >= highA || lowB >= highB)
         return 0.0;
 
-    constexpr double widestPitch = 1.0;
-    constexpr double columnsAcross = 128.0;
-    const auto pitchFor = [&](const LatticeBox& box) {
-        return std::min(widestPitch, extentOf(box) / columnsAcross);
-    };
-    const auto look = [&](const LatticeBox& box) {
-        const ColumnGrid grid = columnsOver(box, pitchFor(box));
-        return overlapOf(castColumns(small, grid, {}), castColumns(large, grid, {}), grid);
-    };
-    Overlap whole = look(smallBox);
-    if (whole.firstOnly < whole.both)
-        return std::clamp(smallVolume - whole.firstOnly, 0.0, smallVolume);
+    std::vector<Sheet> ours = sheetsOf(first), theirs = sheetsOf(second);
+    keepWithin(ours, lowA, highA, lowB, highB);
+    keepWithin(theirs, lowA, highA, lowB, highB);
+    const CellGrid grid(lowA, highA, lowB, highB);
+    const CellGrid::Lists ourLists = grid.listed(ours), theirLists = grid.listed(theirs);
+    double volume = 0.0;
+    for (std::size_t c = 0; c < grid.size(); ++c)
+        for (int i = ourLists.first[c]; i < ourLists.first[c + 1]; ++i) {
+            const Sheet& s = ours[static_cast<std::size_t>(ourLists.sheets[static_cast<std::size_t>(i)])];
+            for (int j = theirLists.first[c]; j < theirLists.first[c + 1]; ++j) {
+                const Sheet& t =
+                    theirs[static_cast<std::size_t>(theirLists.sheets[static_cast<std::size_t>(j)])];
+                if (!overlap(s, t))
+                    continue;
+                // Both may be listed in several cells; the one of their common lower corner counts.
+                const int home =
+                    grid.cell(grid.column(std::max(s.lowA, t.lowA)), grid.row(std::max(s.lowB, t.lowB)));
+                if (static_cast<std::size_t>(home) == c)
+                    volume += s.sign * t.sign * lowerIntegral(s, t);
+            }
+        }
 
-    // A small common part gets columns of its own, closer together. The first look knows its rim to
-    // one column.
-    LatticeBox box = common;
-    if (whole.columns > 0) {
-        const auto margin = static_cast<std::int32_t>(std::lround(2.0 * pitchFor(smallBox) * latticeScale));
-        box = intersected(common, {{common.low.L, whole.box.low.a - margin, whole.box.low.b - margin},
-                                   {common.high.L, whole.box.high.a + margin, whole.box.high.b + margin}});
-    }
-    if (pitchFor(box) < 0.7 * pitchFor(smallBox))
-        whole = look(box);
-    return std::clamp(whole.both, 0.0, smallVolume);
+    // What is left of the terms that cancel: solids that touch share nothing, nested ones all.
+    const double smaller = std::min(signedVolume(first), signedVolume(second));
+    constexpr double rounding = 1e-8;
+    if (std::abs(volume) < rounding * smaller)
+        return 0.0;
+    if (std::abs(volume - smaller) < rounding * smaller)
+        return smaller;
+    return std::clamp(volume, 0.0, smaller);
 }
 
 } // namespace velmora

@@ -98,9 +98,12 @@ public:
             return hull;
         std::size_t done = 0;
         for (int p : m_order) {
-            if (++done % 256 == 0 && m_task.isCancelled()) {
-                hull.cancelled = true;
-                return hull;
+            if (++done % 256 == 0) {
+                if (m_task.isCancelled()) {
+                    hull.cancelled = true;
+                    return hull;
+                }
+                m_task.setProgress(static_cast<double>(done) / static_cast<double>(m_order.size()));
             }
             insert(p);
         }

@@ -1,5 +1,7 @@
 #include "DeviceNodes.h"
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
@@ -38,10 +40,40 @@ std::vector<float> equalSteps(const std::vector<double>& lengths, int count)
     return nodes;
 }
 
+void mixInEvenSteps(std::vector<double>& lengths, double share)
+{
+    double total = 0.0;
+    for (double l : lengths)
+        total += l;
+    const double even = total > 0.0 ? total / static_cast<double>(lengths.size()) : 1.0;
+    for (double& l : lengths)
+        l += share * (even - l);
+    if (total <= 0.0)
+        std::fill(lengths.begin(), lengths.end(), 1.0);
+}
+
 } // namespace
 
-DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task,
-                           QString& reason)
+std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
+                                 std::size_t channel, int count, const Task& task, QString& reason)
+{
+    std::vector<float> device;
+    for (int i = 0; i < finePoints; ++i) {
+        start[channel] = static_cast<float>(i) / float(finePoints - 1);
+        device.insert(device.end(), start.begin(), start.end());
+    }
+    std::vector<Vec3> lab(finePoints);
+    if (!transform.toLab(device.data(), lab.data(), lab.size(), task, reason))
+        return {};
+    std::vector<double> lengths;
+    for (std::size_t i = 0; i + 1 < lab.size(); ++i)
+        lengths.push_back(length(lab[i + 1] - lab[i]));
+    mixInEvenSteps(lengths, smallEvenShare);
+    return equalSteps(lengths, count);
+}
+
+DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, double evenShare,
+                           const Task& task, QString& reason)
 {
     const int channels = transform.channels();
     const auto stride = static_cast<std::size_t>(channels);
@@ -57,21 +89,15 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, c
                     device.push_back(c == axis ? static_cast<float>(i) / float(finePoints - 1)
                                                : static_cast<float>(corner >> c & 1u));
         lab.resize(device.size() / stride);
-        if (!transform.toLab(device.data(), lab.data(), lab.size(), task, reason))
+        const Task part = task.part(double(axis) / channels, double(axis + 1) / channels);
+        if (!transform.toLab(device.data(), lab.data(), lab.size(), part, reason))
             return {};
 
-        // A small share of equal device steps keeps the nodes apart where Lab stands still.
         std::vector<double> lengths(finePoints - 1, 0.0);
-        double total = 0.0;
         for (std::size_t e = 0; e < corners.size(); ++e)
-            for (std::size_t i = 0; i + 1 < finePoints; ++i) {
-                const double d = length(lab[e * finePoints + i + 1] - lab[e * finePoints + i]);
-                lengths[i] += d;
-                total += d;
-            }
-        const double floor = total > 0.0 ? 0.02 * total / double(finePoints - 1) : 1.0;
-        for (double& l : lengths)
-            l += floor;
+            for (std::size_t i = 0; i + 1 < finePoints; ++i)
+                lengths[i] += length(lab[e * finePoints + i + 1] - lab[e * finePoints + i]);
+        mixInEvenSteps(lengths, evenShare);
         nodes.push_back(equalSteps(lengths, nodesPerAxis));
     }
     return nodes;

@@ -15,8 +15,17 @@ using DeviceNodes = std::vector<std::vector<float>>;
 /// space loses 0.4 % of its volume that way, and 0.02 % this way. The length is summed over the edges
 /// of the device's hypercube along that axis which have at most one other channel at full (and over
 /// all four of three channels).
+/// @param evenShare how much of each step is measured in device values instead, 0..1: where a map
+///        turns back, equal steps in Lab would leave out the turning point
 /// @return empty when cancelled or refused; @p reason says why.
-DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task,
-                           QString& reason);
+DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, double evenShare,
+                           const Task& task, QString& reason);
+
+/// Positions of equal steps in Lab from @p start, where the channel is 0, along one channel.
+std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
+                                 std::size_t channel, int count, const Task& task, QString& reason);
+
+/// Share of the device's own measure that keeps nodes apart where Lab stands still.
+inline constexpr double smallEvenShare = 0.02;
 
 } // namespace velmora

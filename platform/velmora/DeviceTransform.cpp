@@ -24,6 +24,7 @@ bool DeviceTransform::toLab(const float* device, Vec3* lab, std::size_t count, c
             reason = QStringLiteral("the profile gives values that are no colours");
             return false;
         }
+        task.setProgress(static_cast<double>(done + size) / static_cast<double>(count));
     }
     return true;
 }

@@ -38,7 +38,7 @@ public:
     virtual std::vector<float> black() const = 0;
     virtual std::vector<float> origin() const = 0;
 
-    /// Writes the Lab of @p count device colours to @p lab.
+    /// Writes the Lab of @p count device colours to @p lab, all of @p task's progress.
     /// @return false when @p task was cancelled or a result is no colour; @p reason says which.
     bool toLab(const float* device, Vec3* lab, std::size_t count, const Task& task, QString& reason) const;
 

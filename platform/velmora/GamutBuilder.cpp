@@ -18,6 +18,8 @@ constexpr double largestFoldShare = 0.001;
 // Share of the volume that a surface may wind around other than once.
 constexpr double largestInvalidShare = 0.001;
 constexpr int foldCheckNodes = 17;
+// Between the even steps that meet the turning points of a fold and the equal ones that suit the rest.
+constexpr double evenShareOfFolds = 0.5;
 constexpr std::size_t mostHullSamples = 100'000;
 
 // Every k-th node, ends included, so that at most `count` remain.
@@ -61,19 +63,17 @@ public:
 
     bool run()
     {
-        m_task.setProgress(0.05);
         const int channels = m_transform.channels();
         m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, channels);
-        m_nodes = equalisedNodes(m_transform, m_record.gridPoints, m_task, m_reason);
+        m_nodes =
+            equalisedNodes(m_transform, m_record.gridPoints, smallEvenShare, m_task.part(0.0, 0.1), m_reason);
         if (m_nodes.empty())
             return false;
-        m_task.setProgress(0.1);
         const bool found = (channels == 3 && directMesh()) || (m_reason.isEmpty() && hullMesh());
         if (!found)
             return false;
-        m_task.setProgress(0.75);
         if (!refine(m_record.mesh, m_transform, std::max(0.0, m_request.maxEdge), m_request.refinements,
-                    m_task, m_reason))
+                    m_task.part(0.75, 0.8), m_reason))
             return false;
         m_task.setProgress(0.8);
         m_reason = surfaceProblem(m_record.mesh);
@@ -87,22 +87,21 @@ private:
     // False with a reason when it ends here, without one when another method has to be taken.
     bool directMesh()
     {
-        const FoldCheck folds = checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task, m_reason);
+        const FoldCheck folds =
+            checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2), m_reason);
         if (!folds.done)
             return false;
-        m_task.setProgress(0.2);
         m_record.foldShare = folds.foldShare;
         if (folds.foldShare > largestFoldShare)
             return false;
-        SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task, m_reason);
+        SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4), m_reason);
         if (mesh.triangles.empty())
             return false;
-        m_task.setProgress(0.4);
         lookOutwards(mesh);
         if (!windsOnce(mesh, m_task))
             return false;
         m_task.setProgress(0.6);
-        const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task, m_reason);
+        const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
         if (coarse.triangles.empty())
             return false;
         take(std::move(mesh), coarse, KVGamut::Method::DeviceMesh);
@@ -111,25 +110,23 @@ private:
 
     bool hullMesh()
     {
-        std::size_t count = m_nodes.front().size();
-        while (count > 2 &&
-               hypercubeFaceSampleCount(m_transform.channels(), static_cast<int>(count)) > mostHullSamples)
+        const int channels = m_transform.channels();
+        int count = m_record.gridPoints;
+        while (count > 2 && hullSampleCount(channels, count) > mostHullSamples)
             --count;
-        if (count < m_nodes.front().size()) {
-            m_nodes = equalisedNodes(m_transform, static_cast<int>(count), m_task, m_reason);
+        if (count < m_record.gridPoints || channels == 3) {
+            m_record.gridPoints = count;
+            const double evenShare = channels == 3 ? evenShareOfFolds : smallEvenShare;
+            m_nodes = equalisedNodes(m_transform, count, evenShare, m_task.part(0.2, 0.25), m_reason);
             if (m_nodes.empty())
                 return false;
-            m_record.gridPoints = static_cast<int>(count);
         }
-        m_task.setProgress(0.25);
-        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task, m_reason);
+        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.6), m_reason);
         if (mesh.triangles.empty())
             return false;
-        m_task.setProgress(0.6);
-        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task, m_reason);
+        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
         if (coarse.triangles.empty())
             return false;
-        m_task.setProgress(0.7);
         if (!windsOnce(mesh, m_task)) {
             m_reason = QStringLiteral("the surface of this device passes through itself");
             return false;
@@ -159,7 +156,7 @@ private:
         for (const auto& colour : {m_transform.black(), m_transform.origin()})
             device.insert(device.end(), colour.begin(), colour.end());
         std::array<Vec3, 3> lab;
-        if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task, m_reason))
+        if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task.part(0.9, 0.92), m_reason))
             return false;
         m_record.white = snapped(lab[0]);
         m_record.black = snapped(lab[1]);
@@ -174,14 +171,19 @@ private:
             return true;
         const std::vector<float> origin = m_transform.origin();
         for (std::size_t channel = 0; channel < origin.size(); ++channel) {
-            const auto& ramp = m_nodes[channel];
+            const auto ramp = equalisedRamp(m_transform, origin, channel, m_record.gridPoints,
+                                            m_task.part(0.92, 0.93), m_reason);
+            if (ramp.empty())
+                return false;
             std::vector<float> device;
             for (std::size_t i = 1; i < ramp.size(); ++i) {
                 device.insert(device.end(), origin.begin(), origin.end());
                 device[device.size() - origin.size() + channel] = ramp[i];
             }
             std::vector<Vec3> lab(ramp.size() - 1);
-            if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task, m_reason))
+            const double share = double(channel + 1) / double(origin.size());
+            if (!m_transform.toLab(device.data(), lab.data(), lab.size(),
+                                   m_task.part(0.93, 0.93 + 0.06 * share), m_reason))
                 return false;
             Ramp group;
             for (const Vec3& p : lab)

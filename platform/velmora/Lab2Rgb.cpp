@@ -16,12 +16,13 @@ constexpr double whiteZ = 0.8249;
 
 using Linear = std::array<double, 3>;
 
-// XYZ (D50, white Y = 1) to linear sRGB: the inverse of the primaries of IEC 61966-2-1, adapted from
-// D65 to D50 by the Bradford transform; each row is scaled so that the white gives exactly 1.
+// XYZ (D50, white Y = 1) to linear sRGB: the inverse of the primaries and white of IEC 61966-2-1,
+// (0.64, 0.33), (0.30, 0.60), (0.15, 0.06) and (0.3127, 0.3290), adapted to D50 by the linear Bradford
+// transform; each row is scaled so that the white gives exactly 1.
 constexpr std::array<Linear, 3> xyzToLinear = [] {
-    std::array<Linear, 3> m{{{3.1338561, -1.6168667, -0.4906146},
-                             {-0.9787684, 1.9161415, 0.0334540},
-                             {0.0719453, -0.2289914, 1.4052427}}};
+    std::array<Linear, 3> m{{{3.134186364236819, -1.617208958998275, -0.490694064006384},
+                             {-0.978748504190694, 1.916130096773587, 0.033433399159996},
+                             {0.071963927802247, -0.228993873453203, 1.405753732896444}}};
     for (Linear& row : m) {
         const double white = row[0] * whiteX + row[1] + row[2] * whiteZ;
         for (double& v : row)
@@ -64,6 +65,11 @@ float encoded(double linear)
 
 // No colour of sRGB has a larger chroma.
 constexpr double largestChroma = 160.0;
+// How far towards L* 50 the grey lies that a colour is brought to. Straight inwards (0) would be along
+// the nearly level edge from white to yellow, in and out of it: colours a hair above yellow would turn
+// pale. From 0.1 on no path meets the limit twice, whatever hue and lightness, and so near colours stay
+// near.
+constexpr double tilt = 0.2;
 // Halvings of a chroma of at most 160: to 1e-7 dE.
 constexpr int halvings = 30;
 
@@ -71,13 +77,17 @@ Linear nearestDisplayable(double L, double a, double b)
 {
     const double chroma = std::hypot(a, b);
     const double inward = chroma > largestChroma ? largestChroma / chroma : 1.0;
+    const double greyL = L + tilt * (50.0 - L);
+    const auto along = [&](double t) {
+        return linearRgb(greyL + t * (L - greyL), t * inward * a, t * inward * b);
+    };
     double low = 0.0; // grey is displayable
     double high = 1.0;
     for (int i = 0; i < halvings; ++i) {
         const double middle = 0.5 * (low + high);
-        (displayable(linearRgb(L, middle * inward * a, middle * inward * b)) ? low : high) = middle;
+        (displayable(along(middle)) ? low : high) = middle;
     }
-    return linearRgb(L, low * inward * a, low * inward * b);
+    return along(low);
 }
 
 } // namespace

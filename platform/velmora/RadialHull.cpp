@@ -44,8 +44,11 @@ std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
 
 } // namespace
 
-std::size_t hypercubeFaceSampleCount(int channels, int nodesPerAxis)
+std::size_t hullSampleCount(int channels, int nodesPerAxis)
 {
+    if (channels == 3)
+        return static_cast<std::size_t>(nodesPerAxis) * static_cast<std::size_t>(nodesPerAxis) *
+               static_cast<std::size_t>(nodesPerAxis);
     const auto n = static_cast<std::size_t>(channels);
     const auto inner = static_cast<std::size_t>(nodesPerAxis) - 2;
     const std::size_t corners = std::size_t(1) << n;
@@ -88,19 +91,28 @@ std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
     return samples;
 }
 
+std::vector<float> cubeSamples(const DeviceNodes& nodes)
+{
+    std::vector<float> samples;
+    samples.reserve(nodes[0].size() * nodes[1].size() * nodes[2].size() * 3);
+    for (float x : nodes[0])
+        for (float y : nodes[1])
+            for (float z : nodes[2])
+                samples.insert(samples.end(), {x, y, z});
+    return samples;
+}
+
 SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
                        QString& reason)
 {
     SurfaceMesh mesh;
     mesh.channels = transform.channels();
-    mesh.device = hypercubeFaceSamples(nodes);
+    mesh.device = mesh.channels == 3 ? cubeSamples(nodes) : hypercubeFaceSamples(nodes);
     std::vector<Vec3> lab(mesh.device.size() / static_cast<std::size_t>(mesh.channels));
-    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task, reason))
+    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task.part(0.0, 0.3), reason))
         return {};
-    task.setProgress(0.4);
-
     const Vec3 centre = centreOf(lab);
-    ConvexHull hull = convexHull(compressed(lab, centre), task);
+    ConvexHull hull = convexHull(compressed(lab, centre), task.part(0.3, 1.0));
     if (hull.cancelled) {
         reason = QStringLiteral("cancelled");
         return {};

@@ -8,7 +8,8 @@ namespace velmora {
 /// Surface of a device of three or more channels whose map may fold, provided that its gamut is
 /// star-shaped: every point of it is seen from a centre.
 ///
-/// Samples of all two-dimensional faces of the device hypercube; each sample p goes to
+/// Samples of all two-dimensional faces of the device hypercube, or of the whole cube of three
+/// channels, whose surface may lie inside when the map folds; each sample p goes to
 /// c + |p - c|^0.05 · (p - c)/|p - c|, which turns the solid into nearly a ball and lets concave parts
 /// reach its rim; the convex hull of that; the samples' own coordinates back (after Balasubramanian and
 /// Dalal 1997, "A method for quantifying the color gamut of an output device", with a milder exponent).
@@ -18,7 +19,9 @@ SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& node
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
 std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
-/// How many that are, for the same count of nodes along each axis.
-std::size_t hypercubeFaceSampleCount(int channels, int nodesPerAxis);
+/// Device colours of the whole cube of three channels at the given nodes.
+std::vector<float> cubeSamples(const DeviceNodes& nodes);
+/// How many samples radialHull() takes with the same count of nodes along each axis.
+std::size_t hullSampleCount(int channels, int nodesPerAxis);
 
 } // namespace velmora

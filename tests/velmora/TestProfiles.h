@@ -1,0 +1,49 @@
+#pragma once
+
+#include <platform/KVVelmoraFramework.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QStringList>
+
+#include <lcms2.h>
+
+#include <array>
+#include <functional>
+#include <vector>
+
+namespace testprofiles {
+
+using Lab = std::array<double, 3>;
+using DeviceMap = std::function<Lab(const std::vector<double>& device)>;
+
+/// The bytes of a version 4 profile whose A2B0 table samples @p map at @p nodes points per channel.
+/// Lab values come out in steps of 100/65535 (L*) and 255/65535 (a*, b*).
+QByteArray tableProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& map,
+                        cmsProfileClassSignature profileClass = cmsSigOutputClass);
+
+/// The bytes of a profile as Little CMS saves it.
+QByteArray saved(cmsHPROFILE profile);
+
+KVProfilePtr opened(const QByteArray& bytes);
+KVProfilePtr openedFile(const QString& path);
+
+/// Paths of the reference profiles.
+QString srgb();
+QString adobeRgb();
+QString prophotoRgb();
+QString cieRgb();
+QString printerCmyk();
+
+/// All profile files of the machine's packages.
+QStringList installedProfiles();
+
+/// Computes with all defaults: relative colorimetric, no black-point compensation, default grid.
+KVGamut::GamutObject gamutOf(const KVProfilePtr& profile, int gridPoints = -1,
+                             KVVMRenderType intent = KVVMRenderRelativeColorimetric,
+                             bool blackPointCompensation = false);
+
+/// Lab of device colours straight from Little CMS; ink channels too are given as 0..1.
+Lab labOf(const QByteArray& profile, const std::vector<double>& device,
+          cmsUInt32Number intent = INTENT_RELATIVE_COLORIMETRIC);
+
+} // namespace testprofiles

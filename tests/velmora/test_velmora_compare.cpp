@@ -1,0 +1,169 @@
+#include "SlowGeometry.h"
+#include "TestProfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+
+using namespace testprofiles;
+
+namespace {
+
+constexpr double tolerance = 1e-6; // of the exact answer of the two meshes; floats hold 6e-8
+
+// Box with sides in steps that a table profile can hold exactly: L in 1/655.35, a and b in 1/257.
+KVGamut::GamutObject box(double L0, double L1, double a0, double a1, double b0, double b1)
+{
+    return gamutOf(opened(tableProfile(
+                       cmsSigRgbData, 2,
+                       [=](const std::vector<double>& d) {
+                           return Lab{L0 + (L1 - L0) * d[0], a0 + (a1 - a0) * d[1], b0 + (b1 - b0) * d[2]};
+                       })),
+                   9);
+}
+
+// Bounds of a gamut that is a box, as its faces have them.
+std::array<std::pair<double, double>, 3> boundsOf(const KVGamut::GamutObject& gamut)
+{
+    std::array<std::pair<double, double>, 3> bounds;
+    bounds.fill({1e300, -1e300});
+    for (const auto& face : slow::facesOf(gamut))
+        for (const auto& p : face)
+            for (std::size_t c = 0; c < 3; ++c)
+                bounds[c] = {std::min(bounds[c].first, p[c]), std::max(bounds[c].second, p[c])};
+    return bounds;
+}
+
+double commonOfBoxes(const KVGamut::GamutObject& p, const KVGamut::GamutObject& q)
+{
+    const auto pb = boundsOf(p), qb = boundsOf(q);
+    double volume = 1.0;
+    for (std::size_t c = 0; c < 3; ++c)
+        volume *= std::max(0.0, std::min(pb[c].second, qb[c].second) - std::max(pb[c].first, qb[c].first));
+    return volume;
+}
+
+void expectConsistent(const KVGamut::Comparison& c)
+{
+    EXPECT_NEAR(c.unionVolume, c.volumeFirst + c.volumeSecond - c.intersection, 1e-6 * c.unionVolume);
+    EXPECT_NEAR(c.secondCovered, c.intersection / c.volumeSecond, 1e-6);
+    EXPECT_NEAR(c.firstCovered, c.intersection / c.volumeFirst, 1e-6);
+    EXPECT_LE(c.intersection, std::min(c.volumeFirst, c.volumeSecond));
+    EXPECT_GE(c.intersection, 0.0f);
+}
+
+} // namespace
+
+TEST(Compare, ofAGamutWithItselfCoversIt)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const auto gamut = gamutOf(openedFile(path));
+        const auto c = gamut.compare(gamut);
+        EXPECT_EQ(c.intersection, gamut.volume());
+        EXPECT_EQ(c.unionVolume, gamut.volume());
+        EXPECT_EQ(c.firstCovered, 1.0f);
+        EXPECT_EQ(c.secondCovered, 1.0f);
+    }
+}
+
+TEST(Compare, ofBoxesIsTheBoxThatTheyShare)
+{
+    const auto first = box(20, 80, -30, 50, -60, 10);
+    const std::vector<KVGamut::GamutObject> others{
+        box(50, 90, -10, 70, -20, 40), // across a corner
+        box(30, 70, -20, 40, -50, 0),  // within
+        box(10, 90, -40, 60, -70, 20), // around
+        box(10, 90, -5, 5, -70, 20),   // a wall through it
+        box(77, 90, 47, 70, 7, 40),    // a small corner
+        box(20, 80, -30, 50, 5, 60),   // sharing whole sides
+    };
+    for (const auto& second : others) {
+        const auto c = first.compare(second);
+        const double exact = commonOfBoxes(first, second);
+        EXPECT_NEAR(c.intersection, exact, tolerance * exact);
+        expectConsistent(c);
+        EXPECT_NEAR(second.compare(first).intersection, exact, tolerance * exact);
+    }
+}
+
+TEST(Compare, ofGamutsApartSharesNothing)
+{
+    const auto first = box(20, 80, -30, 50, -60, 10);
+    for (const auto& second :
+         {box(20, 80, 60, 90, -60, 10), box(85, 99, -30, 50, -60, 10), box(20, 80, -30, 50, 20, 60)}) {
+        const auto c = first.compare(second);
+        EXPECT_EQ(c.intersection, 0.0f);
+        EXPECT_EQ(c.firstCovered, 0.0f);
+        EXPECT_EQ(c.secondCovered, 0.0f);
+        EXPECT_NEAR(c.unionVolume, first.volume() + second.volume(), 1.0);
+    }
+}
+
+// Above each other over the same ab area: columns meet both, the solids do not.
+TEST(Compare, ofGamutsInEachOthersHollowSharesNothing)
+{
+    const auto crescent =
+        gamutOf(opened(tableProfile(
+                    cmsSigRgbData, 33,
+                    [](const std::vector<double>& d) {
+                        const double angle = 1.5 * M_PI * d[1];
+                        const double radius = 30.0 + 30.0 * d[2];
+                        return Lab{20 + 60 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+                    })),
+                33);
+    const auto core = box(30, 70, -15, 15, -15, 15);
+    EXPECT_EQ(crescent.compare(core).intersection, 0.0f);
+}
+
+TEST(Compare, ofRealProfilesAgreesWithSectionsOfPolygons)
+{
+    const auto display = gamutOf(openedFile(srgb()), 17);
+    const auto wide = gamutOf(openedFile(adobeRgb()), 17);
+    const auto printer = gamutOf(openedFile(printerCmyk()), 17);
+    const std::vector<std::pair<const KVGamut::GamutObject*, const KVGamut::GamutObject*>> pairs{
+        {&display, &printer}, {&display, &wide}, {&printer, &wide}};
+    for (const auto& [first, second] : pairs) {
+        const double exact = slow::commonVolume(*first, *second, 0.05);
+        // The sections, 0.05 apart, are themselves 1e-5 off.
+        EXPECT_NEAR(first->compare(*second).intersection, exact, 1e-5 * exact);
+    }
+}
+
+TEST(Compare, givesTheEighteenFloatsInTheirOrder)
+{
+    const auto first = gamutOf(openedFile(srgb()), 9);
+    const auto second = gamutOf(openedFile(printerCmyk()), 9, KVVMRenderAbsoluteColorimetric);
+    const auto c = first.compare(second);
+    float fields[18];
+    std::memcpy(fields, &c, sizeof(fields));
+    const auto expectPoint = [&](int at, const KVGamut::LabPoint& p) {
+        EXPECT_EQ(fields[at], p.L);
+        EXPECT_EQ(fields[at + 1], p.a);
+        EXPECT_EQ(fields[at + 2], p.b);
+    };
+    expectPoint(0, first.whitePoint());
+    expectPoint(3, first.blackPoint());
+    expectPoint(6, second.whitePoint());
+    expectPoint(9, second.blackPoint());
+    EXPECT_EQ(fields[12], first.volume());
+    EXPECT_EQ(fields[13], second.volume());
+    EXPECT_EQ(fields[14], c.intersection);
+    EXPECT_EQ(fields[15], c.unionVolume);
+    EXPECT_EQ(fields[16], c.secondCovered);
+    EXPECT_EQ(fields[17], c.firstCovered);
+    EXPECT_GT(c.secondCovered, c.firstCovered); // the printer is the smaller one
+    expectConsistent(c);
+}
+
+TEST(Compare, withAnEmptyGamutSharesNothing)
+{
+    const auto gamut = box(20, 80, -30, 50, -60, 10);
+    const KVGamut::GamutObject empty;
+    const auto c = gamut.compare(empty);
+    EXPECT_EQ(c.volumeFirst, gamut.volume());
+    EXPECT_EQ(c.volumeSecond, 0.0f);
+    EXPECT_EQ(c.intersection, 0.0f);
+    EXPECT_EQ(c.unionVolume, gamut.volume());
+    EXPECT_EQ(c.secondCovered, 0.0f);
+}
