@@ -427,6 +427,19 @@ TEST_P(ClosedFigures, aClosedFigureInSpaceHasNoHole)
     expectJointCovered(triangles, {30, 60, 60}, 0.4 * thickness(width));
 }
 
+TEST_P(ClosedFigures, aClosedFigureThatLiesFlatIsABandAThirdAsHigh)
+{
+    const float width = GetParam();
+    const double s = thickness(width);
+    const auto square = polyline({{50, 0, 0}, {50, 60, 0}, {50, 60, 60}, {50, 0, 60}, {50, 0, 0}});
+    const auto flat = trianglesOf(kvSegments(square, true, width));
+    EXPECT_TRUE(isClosedSurface(flat));
+    EXPECT_NEAR(signedVolume(flat), s * s / 3.0 * 240.0, 0.001 * s * s * 240.0);
+    // one that climbs by a little anywhere keeps its square section
+    const auto climbing = polyline({{50, 0, 0}, {50, 60, 0}, {50, 60, 60}, {51, 0, 60}, {50, 0, 0}});
+    EXPECT_GT(signedVolume(trianglesOf(kvSegments(climbing, true, width))), 0.95 * s * s * 240.0);
+}
+
 INSTANTIATE_TEST_SUITE_P(SegmentsGenerator, ClosedFigures, testing::Values(1.5f, 3.0f, 6.0f),
                          [](const auto& row) { return "width" + std::to_string(int(row.param * 10)); });
 
