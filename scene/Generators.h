@@ -25,7 +25,8 @@ GeometryData kvTriangles(const QList<ColoredTriangle>& triangles);
 /// that it shows from every side. Where a segment starts at the end of the one before it, the two meet
 /// in a mitre; too sharp a corner is covered by both tubes reaching half a width further instead.
 /// Segments of zero length or with positions that are not finite are skipped, and one that repeats an
-/// earlier one (in either direction) adds nothing.
+/// earlier one (in either direction) adds nothing. A closed figure (closedHint) at constant lightness
+/// is a band, a third as high as it is wide: it lies on what is below it and does not sink into it.
 ///
 /// @param closedHint the segments are a closed figure: the free ends of the tube reach half a width
 ///        further, so that they cover a corner (so do all below width 4, and a list that ends where it

@@ -54,6 +54,12 @@ struct EdgeKeyHash
     }
 };
 
+/// Half the tube's extents: across, and upright.
+struct HalfSize
+{
+    float across, upright;
+};
+
 /// The four corners of the tube's cross-section around a point, in the order -s-u, +s-u, +s+u, -s+u.
 using Section = std::array<QVector3D, 4>;
 
@@ -92,15 +98,15 @@ QVector3D transported(const QVector3D& v, const QVector3D& from, const QVector3D
     return v - (from + to) * (QVector3D::dotProduct(to, v) / (1.0f + c));
 }
 
-Section sectionAt(const Stretch& x, const QVector3D& point, float half)
+Section sectionAt(const Stretch& x, const QVector3D& point, HalfSize half)
 {
-    const QVector3D s = x.s * half, u = x.u * half;
+    const QVector3D s = x.s * half.across, u = x.u * half.upright;
     return {point - s - u, point + s - u, point + s + u, point - s + u};
 }
 
 /// The cross-section slid along the stretch onto the plane through @p point that halves the turn to
 /// direction @p next. The stretch that follows, with its frame transported, meets it there exactly.
-Section mitre(const Stretch& x, const QVector3D& point, const QVector3D& next, float half)
+Section mitre(const Stretch& x, const QVector3D& point, const QVector3D& next, HalfSize half)
 {
     const QVector3D m = (x.d + next).normalized();
     const float along = QVector3D::dotProduct(x.d, m);
@@ -144,6 +150,12 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
     return stretches;
 }
 
+/// Whether a stretch runs at constant lightness.
+bool liesFlat(const Stretch& x)
+{
+    return std::abs(x.d.x()) <= 1e-4f;
+}
+
 void emitQuad(QList<ColoredTriangle>& out, const ColoredPoint& a, const ColoredPoint& b,
               const ColoredPoint& c, const ColoredPoint& d)
 {
@@ -172,12 +184,16 @@ void emitTube(QList<ColoredTriangle>& out, const Stretch& x, bool startCap, bool
 /// before it; cut or lengthen its two ends; emit the four sides, and caps where nothing continues.
 QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
 {
-    const float half = (width / 1.5f) * 0.5f;
+    const float reach = (width / 1.5f) * 0.5f;
     const bool closed = qFuzzyCompare(segments.last().second.second, segments.first().first.second);
     const bool join = width < 4.0f || closedHint || closed;
 
     std::vector<Stretch> stretches = usableStretches(segments);
     const std::size_t n = stretches.size();
+    // A closed figure that lies flat is a band, so that its lower half does not sink into the grid or
+    // whatever else lies in a plane just below it.
+    const bool band = closedHint && n >= 3 && std::all_of(stretches.begin(), stretches.end(), liesFlat);
+    const HalfSize half{reach, band ? reach / 3.0f : reach};
 
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
@@ -192,7 +208,7 @@ QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closed
             continue;
         const Stretch& next = stretches[isLast ? 0 : i + 1];
         x.joinsNext = qFuzzyCompare(x.to.second, next.from.second);
-        x.mitresNext = x.joinsNext && mitreFits(x, next, half);
+        x.mitresNext = x.joinsNext && mitreFits(x, next, reach);
         if (isLast && x.mitresNext) {
             // The first stretch has its frame already: the two meet only without a twist.
             const QVector3D arrived = transported(x.s, x.d, next.d);
@@ -210,9 +226,9 @@ QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closed
         if (x.mitresNext)
             x.end = mitre(x, x.to.second, next.d, half);
         else
-            x.end = sectionAt(x, x.to.second + (join || x.joinsNext ? x.d * half : QVector3D()), half);
+            x.end = sectionAt(x, x.to.second + (join || x.joinsNext ? x.d * reach : QVector3D()), half);
         if (!x.mitresPrevious)
-            x.start = sectionAt(x, x.from.second - (join || joined ? x.d * half : QVector3D()), half);
+            x.start = sectionAt(x, x.from.second - (join || joined ? x.d * reach : QVector3D()), half);
     }
 
     QList<ColoredTriangle> triangles;
