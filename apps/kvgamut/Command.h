@@ -1,0 +1,34 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+/// The process's own arguments, for Qt and for running the program again.
+struct Arguments
+{
+    int& count;
+    char** values;
+};
+
+/// One command of the program. On construction it declares itself and its options; when the command
+/// line names it, run() is called after its options were read.
+class Command
+{
+public:
+    virtual ~Command() = default;
+
+    bool chosen() const { return m_parser->parsed(); }
+
+    /// Does the work. @return an ExitCode
+    virtual int run(Arguments arguments) = 0;
+
+protected:
+    Command(CLI::App& program, const char* name, const char* summary)
+        : m_parser(program.add_subcommand(name, summary))
+    {
+    }
+
+    CLI::App& parser() { return *m_parser; }
+
+private:
+    CLI::App* const m_parser; // owned by the program's parser
+};

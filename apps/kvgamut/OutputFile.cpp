@@ -1,0 +1,46 @@
+#include "OutputFile.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QSaveFile>
+
+#include <cstdio>
+
+namespace {
+
+QString problem(const QString& name, const QFileDevice& file)
+{
+    return QStringLiteral("'%1' cannot be written: %2").arg(name, file.errorString());
+}
+
+/// To something that is no regular file (a pipe, a device): there is nothing to replace.
+QString writeInto(QFile& file, const QString& name, const QByteArray& bytes)
+{
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        return problem(name, file);
+    return {};
+}
+
+} // namespace
+
+QString writeOutput(const QString& name, const QByteArray& bytes)
+{
+    if (name == QLatin1String("-")) {
+        QFile standardOutput;
+        if (!standardOutput.open(stdout, QIODevice::WriteOnly))
+            return problem(QStringLiteral("standard output"), standardOutput);
+        return writeInto(standardOutput, QStringLiteral("standard output"), bytes);
+    }
+
+    const QFileInfo present(name);
+    if (present.exists() && !present.isFile() && !present.isDir()) {
+        QFile device(name);
+        if (!device.open(QIODevice::WriteOnly))
+            return problem(name, device);
+        return writeInto(device, name, bytes);
+    }
+
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return problem(name, file);
+    return {};
+}

@@ -1,0 +1,63 @@
+#include "Screen.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtGui/QOpenGLContext>
+
+#include <cerrno>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+// Marks the second run, which must not start a third.
+constexpr const char* secondRun = "KVGAMUT_ON_VIRTUAL_SCREEN";
+} // namespace
+
+bool Screen::isPresent()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+void Screen::choosePlatform()
+{
+    // The viewer wants desktop OpenGL, which Qt gives on X through xcb; also of a Wayland desktop,
+    // most of which offer X as well. Platforms without windows ("offscreen") have none.
+    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+QString Screen::runAgainOnVirtualScreen(Arguments arguments, QSize size)
+{
+    if (qEnvironmentVariableIsSet(secondRun))
+        return QStringLiteral("xvfb-run gave no display");
+
+    const QSize screen = size.expandedTo(QSize(1280, 1024));
+    const std::string server =
+        "-screen 0 " + std::to_string(screen.width()) + "x" + std::to_string(screen.height()) + "x24";
+    std::string self =
+        QFile::encodeName(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).toStdString();
+
+    std::vector<std::string> words{"xvfb-run", "-a", "-s", server, self};
+    words.insert(words.end(), arguments.values + 1, arguments.values + arguments.count);
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    qputenv(secondRun, "1");
+    execvp(pointers[0], pointers.data());
+    return errno == ENOENT
+               ? QStringLiteral("there is no display, and xvfb-run, which would stand in for one, is not "
+                                "installed (Debian, Ubuntu: apt-get install xvfb xauth)")
+               : QStringLiteral("there is no display, and xvfb-run does not start: %1")
+                     .arg(QString::fromLocal8Bit(strerror(errno)));
+}
+
+QString Screen::openGLProblem()
+{
+    QOpenGLContext context;
+    if (context.create())
+        return {};
+    return QStringLiteral("this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)");
+}
