@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds everything and runs all tests, without a display:  ./test.sh
+#
+# Installs what is missing (Debian, Ubuntu). The exit status is 0 when all tests pass.
+set -euo pipefail
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=tools/setup.sh
+source "$root/tools/setup.sh"
+
+started=$SECONDS
+elapsed() {
+    echo "$(((SECONDS - started) / 60)) min $(((SECONDS - started) % 60)) s"
+}
+
+kv_set_up "$root" test
+unset DISPLAY WAYLAND_DISPLAY
+
+cd "$root"
+if ! { cmake --preset dev && cmake --build --preset dev; }; then
+    echo "FAILED: the build did not succeed ($(elapsed))."
+    exit 1
+fi
+if ! ctest --preset dev --parallel "$(nproc)" --no-tests=error; then
+    echo "FAILED: some tests did not pass, see above ($(elapsed))."
+    exit 1
+fi
+echo "All tests passed ($(elapsed))."

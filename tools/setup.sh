@@ -1,0 +1,84 @@
+# shellcheck shell=bash
+# What run.sh and test.sh share: the packages they need, and where programs keep their caches.
+# Sourced; kv_set_up is what they call.
+
+# Packages of Debian 12 and Ubuntu 24.04 (or newer) with which the program builds and runs.
+kv_run_packages=(
+    g++ cmake ninja-build pkg-config
+    qt6-base-dev libqt6opengl6-dev libgl-dev libopengl-dev
+    liblcms2-dev libpolyclipping-dev libcli11-dev
+    libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
+)
+# And with which its tests do. The last two bring ICC profiles to test with.
+kv_test_packages=(libgtest-dev libgmock-dev libbenchmark-dev colord-data libgs-common)
+
+kv_is_installed() {
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+# Runs apt-get as root. It never asks; only sudo may, for a password, and only at a terminal.
+kv_apt_get() {
+    local as_root=()
+    if [[ $EUID -ne 0 ]]; then
+        as_root=(sudo)
+        [[ -t 0 ]] || as_root+=(--non-interactive)
+    fi
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive NEEDRESTART_SUSPEND=1 \
+        apt-get -q -y -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "$@" </dev/null >&2
+}
+
+# kv_set_up ROOT run|test: prepares the tree at ROOT for running, or for testing too.
+kv_set_up() {
+    local packages=("${kv_run_packages[@]}")
+    [[ $2 != test ]] || packages+=("${kv_test_packages[@]}")
+    kv_install "${packages[@]}"
+    kv_stay_in_tree "$1/build/cache"
+}
+
+# Installs those of the named packages that are missing.
+kv_install() {
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        kv_check_without_apt
+        return
+    fi
+    local package missing=()
+    for package in "$@"; do
+        kv_is_installed "$package" || missing+=("$package")
+    done
+    [[ ${#missing[@]} -gt 0 ]] || return 0
+
+    if [[ $EUID -ne 0 ]] && ! command -v sudo >/dev/null; then
+        echo "Please install as root, then try again: apt-get install ${missing[*]}" >&2
+        return 1
+    fi
+    echo "Installing: ${missing[*]}" >&2
+    if ! { kv_apt_get update && kv_apt_get install --no-install-recommends "${missing[@]}"; }; then
+        echo "These packages could not be installed: ${missing[*]}" >&2
+        return 1
+    fi
+}
+
+# On other systems nothing is installed. What is there is tried; what is obviously missing is named.
+kv_check_without_apt() {
+    local tool
+    for tool in c++ cmake ninja pkg-config; do
+        if ! command -v "$tool" >/dev/null; then
+            echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base and OpenGL)," \
+                "Little CMS 2, Clipper (polyclipping), CLI11, Xvfb with xauth, Mesa and the Liberation" \
+                "fonts; for the tests also GoogleTest and Google Benchmark. ($tool was not found.)" >&2
+            return 1
+        fi
+    done
+}
+
+# Keeps caches and run-time files of everything that is started in the named folder.
+kv_stay_in_tree() {
+    local cache=$1
+    mkdir -p "$cache/mesa" "$cache/runtime"
+    chmod 700 "$cache/runtime"
+    export XDG_CACHE_HOME="$cache"
+    export MESA_SHADER_CACHE_DIR="$cache/mesa"
+    export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$cache/runtime}"
+    export CCACHE_DISABLE=1
+    export LC_ALL="${LC_ALL:-C.UTF-8}"
+}
