@@ -1,0 +1,59 @@
+#pragma once
+
+#include <KVGamut3DViewer.h>
+
+#include <glwindow/KVGLWidget.h>
+#include <scene/KV3DObject.h>
+
+#include "support/FakeVelmora.h"
+#include "support/SceneCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtTest/QTest>
+
+#include <memory>
+
+/// A case with a viewer that is never shown, and a view on its scene.
+class ViewerCase : public fakevelmora::Case
+{
+protected:
+    void SetUp() override
+    {
+        Case::SetUp();
+        viewer = std::make_unique<KVGamut3DViewer>();
+    }
+
+    void TearDown() override
+    {
+        viewer.reset();
+        Case::TearDown();
+    }
+
+    KVGLWidget& widget() const { return *viewer->findChild<KVGLWidget*>(); }
+    KV3DObject& root() const { return widget().root(); }
+    QSharedPointer<KV3DObject> group(const char* id) const { return root().child(QLatin1String(id)); }
+    QSharedPointer<KV3DObject> item(const char* groupId, const QString& id) const
+    {
+        return root().childAt({QLatin1String(groupId), id});
+    }
+
+    /// Turns the event loop until @p condition holds; false after a time that only a defect needs.
+    template <typename Condition>
+    static bool eventually(Condition condition)
+    {
+        return QTest::qWaitFor(condition, 20000);
+    }
+
+    /// Delivers everything that is due, so that what should not come has had its chance to.
+    static void settle()
+    {
+        for (int turn = 0; turn < 5; ++turn) {
+            QCoreApplication::sendPostedEvents();
+            QCoreApplication::processEvents();
+        }
+    }
+
+    std::unique_ptr<KVGamut3DViewer> viewer;
+};
