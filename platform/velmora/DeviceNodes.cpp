@@ -5,12 +5,17 @@
 namespace velmora {
 namespace {
 
-constexpr int finePoints = 129;
+std::size_t finePointsFor(int channels)
+{
+    return channels > 8 ? 33 : 129;
+}
 
 // The other channels' corners at which an axis is measured, as bit masks over all channels.
 std::vector<unsigned> edgeCorners(int channels, int axis)
 {
     std::vector<unsigned> corners{0u};
+    if (channels > 8)
+        return corners;
     for (int c = 0; c < channels; ++c)
         if (c != axis)
             corners.push_back(1u << c);
@@ -57,8 +62,9 @@ void mixInEvenSteps(std::vector<double>& lengths, double share)
 std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
                                  std::size_t channel, int count, const Task& task, QString& reason)
 {
+    const std::size_t finePoints = finePointsFor(transform.channels());
     std::vector<float> device;
-    for (int i = 0; i < finePoints; ++i) {
+    for (std::size_t i = 0; i < finePoints; ++i) {
         start[channel] = static_cast<float>(i) / float(finePoints - 1);
         device.insert(device.end(), start.begin(), start.end());
     }
@@ -77,6 +83,7 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, d
 {
     const int channels = transform.channels();
     const auto stride = static_cast<std::size_t>(channels);
+    const std::size_t finePoints = finePointsFor(channels);
     DeviceNodes nodes;
     std::vector<float> device;
     std::vector<Vec3> lab;
@@ -84,7 +91,7 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, d
         const auto corners = edgeCorners(channels, axis);
         device.clear();
         for (unsigned corner : corners)
-            for (int i = 0; i < finePoints; ++i)
+            for (std::size_t i = 0; i < finePoints; ++i)
                 for (int c = 0; c < channels; ++c)
                     device.push_back(c == axis ? static_cast<float>(i) / float(finePoints - 1)
                                                : static_cast<float>(corner >> c & 1u));

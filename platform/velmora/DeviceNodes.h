@@ -14,7 +14,7 @@ using DeviceNodes = std::vector<std::vector<float>>;
 /// Equal steps of the device waste samples wherever its tone curve is flat: at 33 nodes a linear RGB
 /// space loses 0.4 % of its volume that way, and 0.02 % this way. The length is summed over the edges
 /// of the device's hypercube along that axis which have at most one other channel at full (and over
-/// all four of three channels).
+/// all four of three channels); from nine channels on, where colours cost more, over the first alone.
 /// @param evenShare how much of each step is measured in device values instead, 0..1: where a map
 ///        turns back, equal steps in Lab would leave out the turning point
 /// @return empty when cancelled or refused; @p reason says why.

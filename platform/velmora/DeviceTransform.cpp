@@ -6,16 +6,23 @@
 
 namespace velmora {
 
+// Each channel beyond the eighth doubles the time of a colour.
+std::size_t DeviceTransform::blockSize() const
+{
+    return largestBlock >> std::clamp(channels() - 8, 0, 6);
+}
+
 bool DeviceTransform::toLab(const float* device, Vec3* lab, std::size_t count, const Task& task,
                             QString& reason) const
 {
     const auto stride = static_cast<std::size_t>(channels());
-    for (std::size_t done = 0; done < count; done += blockSize) {
+    const std::size_t block = blockSize();
+    for (std::size_t done = 0; done < count; done += block) {
         if (task.isCancelled()) {
             reason = QStringLiteral("cancelled");
             return false;
         }
-        const std::size_t size = std::min(blockSize, count - done);
+        const std::size_t size = std::min(block, count - done);
         convertBlock(device + done * stride, lab + done, size);
         const bool sound = std::all_of(lab + done, lab + done + size, [](Vec3 p) {
             return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < largestLab;
@@ -148,7 +155,7 @@ protected:
     void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
     {
         static_assert(sizeof(Vec3) == sizeof(cmsCIELab), "Lab doubles are written in place");
-        m_scaled.resize(blockSize * static_cast<std::size_t>(m_channels));
+        m_scaled.resize(largestBlock * static_cast<std::size_t>(m_channels));
         std::transform(block, block + count * static_cast<std::size_t>(m_channels), m_scaled.begin(),
                        [this](float v) { return m_fullScale * double(v); });
         cmsDoTransform(m_transform.get(), m_scaled.data(), lab, static_cast<cmsUInt32Number>(count));

@@ -43,11 +43,15 @@ public:
     bool toLab(const float* device, Vec3* lab, std::size_t count, const Task& task, QString& reason) const;
 
 protected:
-    /// @p block holds at most blockSize device colours.
+    /// @p block holds at most largestBlock device colours.
     virtual void convertBlock(const float* block, Vec3* lab, std::size_t count) const = 0;
 
-    /// Colours between two looks at the cancellation: 1 to 3 ms of Little CMS.
-    static constexpr std::size_t blockSize = 4096;
+    /// Colours between two looks at the cancellation: 1 to 3 ms of Little CMS, and some 20 with very
+    /// many channels.
+    static constexpr std::size_t largestBlock = 4096;
+
+private:
+    std::size_t blockSize() const;
 };
 
 } // namespace velmora

@@ -18,9 +18,10 @@ constexpr double largestFoldShare = 0.001;
 // Share of the volume that a surface may wind around other than once.
 constexpr double largestInvalidShare = 0.001;
 constexpr int foldCheckNodes = 17;
+// From here on the two-dimensional faces are too many to be sampled all.
+constexpr int manyChannels = 7;
 // Between the even steps that meet the turning points of a fold and the equal ones that suit the rest.
 constexpr double evenShareOfFolds = 0.5;
-constexpr std::size_t mostHullSamples = 100'000;
 
 // Every k-th node, ends included, so that at most `count` remain.
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
@@ -112,7 +113,9 @@ private:
     {
         const int channels = m_transform.channels();
         int count = m_record.gridPoints;
-        while (count > 2 && hullSampleCount(channels, count) > mostHullSamples)
+        if (channels >= manyChannels)
+            count = nodesForOutermostFaces(channels, count);
+        while (channels < manyChannels && hullSampleCount(channels, count) > mostHullSamples(channels))
             --count;
         if (count < m_record.gridPoints || channels == 3) {
             m_record.gridPoints = count;

@@ -3,6 +3,8 @@
 #include "ConvexHull.h"
 
 #include <algorithm>
+#include <array>
+#include <tuple>
 
 namespace velmora {
 namespace {
@@ -102,14 +104,160 @@ std::vector<float> cubeSamples(const DeviceNodes& nodes)
     return samples;
 }
 
+std::size_t mostHullSamples(int channels)
+{
+    constexpr std::array<std::size_t, 5> fromEleven{64'000, 40'000, 20'000, 12'000, 8'000};
+    return channels <= 10 ? 100'000 : fromEleven[static_cast<std::size_t>(std::min(channels, 15) - 11)];
+}
+
+int nodesForOutermostFaces(int channels, int wanted)
+{
+    const double faces = 3.0 * channels * (channels - 1);
+    return std::clamp(static_cast<int>(std::sqrt(static_cast<double>(mostHullSamples(channels)) / faces)), 3,
+                      wanted);
+}
+
+namespace {
+
+// How deep each point lies below the convex hull of all; 0 on it.
+std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
+{
+    const Vec3 centre = centreOf(points);
+    double farthest = 1e-9;
+    for (const Vec3& p : points)
+        farthest = std::max(farthest, length(p - centre));
+    const double scale = (largestHullCoordinate - 1) / farthest;
+    std::vector<HullPoint> scaled;
+    for (const Vec3& p : points) {
+        const Vec3 d = scale * (p - centre);
+        scaled.push_back({static_cast<std::int32_t>(std::lround(d.L)),
+                          static_cast<std::int32_t>(std::lround(d.a)),
+                          static_cast<std::int32_t>(std::lround(d.b))});
+    }
+    struct Plane
+    {
+        Vec3 normal;
+        double offset;
+    };
+    std::vector<Plane> planes;
+    for (const auto& t : convexHull(scaled, {}).triangles) {
+        const Vec3 p = points[static_cast<std::size_t>(t[0])];
+        const Vec3 n =
+            cross(points[static_cast<std::size_t>(t[1])] - p, points[static_cast<std::size_t>(t[2])] - p);
+        if (const double size = length(n); size > 1e-9)
+            planes.push_back({(1.0 / size) * n, dot(n, p) / size});
+    }
+    std::vector<double> depths;
+    depths.reserve(points.size());
+    for (const Vec3& p : points) {
+        double depth = farthest;
+        for (const Plane& plane : planes)
+            depth = std::min(depth, plane.offset - dot(plane.normal, p));
+        depths.push_back(std::max(0.0, depth));
+    }
+    return depths;
+}
+
+struct HypercubeFace
+{
+    float depth;
+    std::uint16_t corner; // the bits of the channels that stand still
+    std::uint8_t u, v;    // the channels that move
+};
+
+// The outermost two-dimensional faces, in the order of their depth.
+std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double>& depths, std::size_t count)
+{
+    std::vector<HypercubeFace> faces;
+    for (int u = 0; u < channels; ++u)
+        for (int v = u + 1; v < channels; ++v) {
+            const unsigned moving = 1u << u | 1u << v;
+            for (unsigned corner = 0; corner < 1u << channels; ++corner)
+                if (!(corner & moving))
+                    faces.push_back({static_cast<float>(depths[corner] + depths[corner | 1u << u] +
+                                                        depths[corner | 1u << v] + depths[corner | moving]),
+                                     static_cast<std::uint16_t>(corner), static_cast<std::uint8_t>(u),
+                                     static_cast<std::uint8_t>(v)});
+        }
+    const auto before = [](const HypercubeFace& p, const HypercubeFace& q) {
+        return std::tie(p.depth, p.corner, p.u, p.v) < std::tie(q.depth, q.corner, q.u, q.v);
+    };
+    count = std::min(count, faces.size());
+    std::partial_sort(faces.begin(), faces.begin() + static_cast<std::ptrdiff_t>(count), faces.end(), before);
+    faces.resize(count);
+    return faces;
+}
+
+// Lab of all corners of the hypercube; from fourteen channels on, where those would take seconds, as
+// the sum of what each channel does alone, which is enough to tell outer faces from inner ones.
+// @return false when cancelled or refused
+bool cornerColours(const DeviceTransform& transform, const std::vector<float>& corners,
+                   std::vector<Vec3>& lab, const Task& task, QString& reason)
+{
+    const int n = transform.channels();
+    constexpr int mostEvaluated = 13;
+    if (n <= mostEvaluated)
+        return transform.toLab(corners.data(), lab.data(), lab.size(), task, reason);
+    std::vector<float> alone(static_cast<std::size_t>(n + 1) * static_cast<std::size_t>(n), 0.0f);
+    for (int c = 0; c < n; ++c)
+        alone[static_cast<std::size_t>((c + 1) * n + c)] = 1.0f;
+    std::vector<Vec3> steps(static_cast<std::size_t>(n) + 1);
+    if (!transform.toLab(alone.data(), steps.data(), steps.size(), task, reason))
+        return false;
+    for (std::size_t corner = 0; corner < lab.size(); ++corner) {
+        lab[corner] = steps[0];
+        for (int c = 0; c < n; ++c)
+            if (corner >> c & 1u)
+                lab[corner] = lab[corner] + (steps[static_cast<std::size_t>(c) + 1] - steps[0]);
+    }
+    return true;
+}
+
+// @return empty when cancelled or refused
+std::vector<float> outermostFaceSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                        const Task& task, QString& reason)
+{
+    const int n = transform.channels();
+    std::vector<float> corners;
+    for (unsigned corner = 0; corner < 1u << n; ++corner)
+        for (int c = 0; c < n; ++c)
+            corners.push_back(static_cast<float>(corner >> c & 1u));
+    std::vector<Vec3> lab(std::size_t(1) << n);
+    if (!cornerColours(transform, corners, lab, task, reason))
+        return {};
+    const std::size_t perFace = nodes[0].size() * nodes[0].size();
+    std::vector<float> samples;
+    for (const HypercubeFace& face : outermostFaces(n, depthsBelowHull(lab), mostHullSamples(n) / perFace))
+        for (float x : nodes[face.u])
+            for (float y : nodes[face.v]) {
+                const float* corner =
+                    corners.data() + static_cast<std::size_t>(face.corner) * static_cast<std::size_t>(n);
+                samples.insert(samples.end(), corner, corner + n);
+                float* colour = samples.data() + samples.size() - n;
+                colour[face.u] = x;
+                colour[face.v] = y;
+            }
+    return samples;
+}
+
+} // namespace
+
 SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
                        QString& reason)
 {
     SurfaceMesh mesh;
     mesh.channels = transform.channels();
-    mesh.device = mesh.channels == 3 ? cubeSamples(nodes) : hypercubeFaceSamples(nodes);
+    if (mesh.channels == 3)
+        mesh.device = cubeSamples(nodes);
+    else if (hullSampleCount(mesh.channels, static_cast<int>(nodes[0].size())) <=
+             mostHullSamples(mesh.channels))
+        mesh.device = hypercubeFaceSamples(nodes);
+    else
+        mesh.device = outermostFaceSamples(transform, nodes, task.part(0.0, 0.1), reason);
+    if (mesh.device.empty())
+        return {};
     std::vector<Vec3> lab(mesh.device.size() / static_cast<std::size_t>(mesh.channels));
-    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task.part(0.0, 0.3), reason))
+    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task.part(0.1, 0.3), reason))
         return {};
     const Vec3 centre = centreOf(lab);
     ConvexHull hull = convexHull(compressed(lab, centre), task.part(0.3, 1.0));

@@ -21,7 +21,17 @@ SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& node
 std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
 /// Device colours of the whole cube of three channels at the given nodes.
 std::vector<float> cubeSamples(const DeviceNodes& nodes);
-/// How many samples radialHull() takes with the same count of nodes along each axis.
+/// How many samples radialHull() takes with the same count of nodes along each axis, when it takes all.
 std::size_t hullSampleCount(int channels, int nodesPerAxis);
+
+/// How many samples a device may take. Six inks have 240 two-dimensional faces, fifteen have 860,160,
+/// and nearly all of them lie deep inside; beyond this many samples only the outermost faces are taken,
+/// those whose corners lie least below the convex hull of all corners. From eleven channels on a colour
+/// costs Little CMS tens of microseconds, twice as many for each further channel, and the budget falls.
+std::size_t mostHullSamples(int channels);
+
+/// The nodes per axis with which the outermost faces of a device of many channels, three times as
+/// many as a zonotope of so many vectors has on its surface, keep to mostHullSamples().
+int nodesForOutermostFaces(int channels, int wanted);
 
 } // namespace velmora

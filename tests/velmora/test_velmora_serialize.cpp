@@ -76,7 +76,8 @@ Hash throughJson(const Hash& hash)
 
 void expectRefused(const Hash& hash, const char* what)
 {
-    KVGamut::GamutObject gamut = gamutOf(openedFile(srgb()), 5);
+    static const KVGamut::GamutObject before = gamutOf(openedFile(srgb()), 5);
+    KVGamut::GamutObject gamut = before;
     gamut.deserialize(hash);
     EXPECT_FALSE(gamut.reason().isEmpty()) << what;
     EXPECT_TRUE(gamut.referenceLab().isEmpty()) << what;
