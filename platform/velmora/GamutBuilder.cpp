@@ -8,6 +8,7 @@
 #include "Refinement.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace velmora {
 namespace {
@@ -17,6 +18,9 @@ namespace {
 constexpr double largestFoldShare = 0.001;
 // Share of the volume that a surface may wind around other than once.
 constexpr double largestInvalidShare = 0.001;
+// How far a hull may be off the volume that the device's map allows: concave parts of a display's gamut
+// cost it up to 3 %, a wound gamut far more.
+constexpr double volumeSlack = 0.05;
 constexpr int foldCheckNodes = 17;
 // From here on the two-dimensional faces are too many to be sampled all.
 constexpr int manyChannels = 7;
@@ -37,13 +41,17 @@ DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
     return result;
 }
 
-bool windsOnce(const SurfaceMesh& mesh, const Task& task)
+WindingCheck windingOf(const SurfaceMesh& mesh, const Task& task)
 {
     const LatticeBox box = boundsOf(latticePoints(mesh));
     const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
     const double pitch = std::min(2.0, std::max(extent, 0.1) / 64.0);
     const ColumnGrid grid = columnsOver(box, pitch);
-    const WindingCheck check = checkWinding(castColumns(mesh, grid, task), grid);
+    return checkWinding(castColumns(mesh, grid, task), grid);
+}
+
+bool windsOnce(const WindingCheck& check)
+{
     return check.invalidVolume <= largestInvalidShare * check.insideVolume;
 }
 
@@ -93,13 +101,17 @@ private:
         if (!folds.done)
             return false;
         m_record.foldShare = folds.foldShare;
-        if (folds.foldShare > largestFoldShare)
-            return false;
         SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4), m_reason);
         if (mesh.triangles.empty())
             return false;
         lookOutwards(mesh);
-        if (!windsOnce(mesh, m_task))
+        // Where the image of the cube's surface winds at all is gamut. Without a fold there is no
+        // other; with one, what is swept is the most that there can be.
+        const WindingCheck winding = windingOf(mesh, m_task);
+        const bool folded = folds.foldShare > largestFoldShare;
+        m_leastVolume = winding.insideVolume + winding.invalidVolume;
+        m_mostVolume = folded ? folds.sweptVolume : m_leastVolume;
+        if (folded || !windsOnce(winding))
             return false;
         m_task.setProgress(0.6);
         const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
@@ -130,8 +142,15 @@ private:
         const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
         if (coarse.triangles.empty())
             return false;
-        if (!windsOnce(mesh, m_task)) {
-            m_reason = QStringLiteral("the surface of this device passes through itself");
+        if (!windsOnce(windingOf(mesh, m_task))) {
+            m_reason = QStringLiteral("the surface found for this device passes through itself");
+            return false;
+        }
+        // A hull of what no centre sees all of is a surface too, but around too much or too little.
+        const double volume = signedVolume(mesh);
+        if (volume < (1.0 - volumeSlack) * m_leastVolume || volume > (1.0 + volumeSlack) * m_mostVolume) {
+            m_reason = QStringLiteral(
+                "the colours of this device wind around in a way that no method here can follow");
             return false;
         }
         take(std::move(mesh), coarse, KVGamut::Method::RadialHull);
@@ -144,11 +163,14 @@ private:
     }
 
     // The error of both surfaces falls with the square of the step, so the finer one is off by a
-    // third of their difference; half of it allows for what is not quite quadratic.
+    // third of their difference; half of it allows for what is not quite quadratic. A hull also has
+    // an error that both have alike: samples just below the surface may lie on it.
     void take(SurfaceMesh mesh, const SurfaceMesh& coarse, KVGamut::Method method)
     {
         const double volume = signedVolume(mesh);
-        m_record.volumeUncertainty = 0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + 1e-6 * volume;
+        const double common = method == KVGamut::Method::RadialHull ? 5e-4 : 1e-6;
+        m_record.volumeUncertainty =
+            0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + common * volume;
         m_record.mesh = std::move(mesh);
         m_record.method = method;
     }
@@ -202,6 +224,8 @@ private:
     GamutRecord& m_record;
     QString& m_reason;
     DeviceNodes m_nodes;
+    double m_leastVolume = 0.0; // bounds of the gamut's volume, as far as the map of three channels tells
+    double m_mostVolume = std::numeric_limits<double>::infinity();
 };
 
 } // namespace

@@ -268,6 +268,35 @@ TEST(Gamut, ofAFoldedDeviceReachesWhereTheFoldReaches)
     expectSound(gamut, "folded");
 }
 
+// Video coding holds more than the display can show; what is beyond is clipped onto the display's
+// own surface. So the gamut is the display's, and a hull is off by what that is concave.
+TEST(Gamut, ofAVideoCodingIsThatOfItsDisplay)
+{
+    const QByteArray display = bytesOf(srgb());
+    const cmsHPROFILE profile =
+        cmsOpenProfileFromMem(display.constData(), static_cast<cmsUInt32Number>(display.size()));
+    const cmsHPROFILE lab = cmsCreateLab2Profile(nullptr);
+    const cmsHTRANSFORM transform = cmsCreateTransform(profile, TYPE_RGB_DBL, lab, TYPE_Lab_DBL,
+                                                       INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOCACHE);
+    const QByteArray bytes = tableProfile(cmsSigYCbCrData, 33, [&](const std::vector<double>& d) {
+        const double y = d[0], cb = d[1] - 0.5, cr = d[2] - 0.5; // ITU-R BT.601
+        std::array<double, 3> rgb{y + 1.402 * cr, y - 0.344136 * cb - 0.714136 * cr, y + 1.772 * cb};
+        for (double& v : rgb)
+            v = std::clamp(v, 0.0, 1.0);
+        Lab value{};
+        cmsDoTransform(transform, rgb.data(), value.data(), 1);
+        return value;
+    });
+    cmsDeleteTransform(transform);
+    cmsCloseProfile(lab);
+    cmsCloseProfile(profile);
+    const auto gamut = gamutOf(opened(bytes));
+    EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
+    EXPECT_NEAR(gamut.volume(), 832'781, 0.005 * 832'781) << qPrintable(gamut.reason());
+    EXPECT_TRUE(gamut.primaries().isEmpty());
+    expectSound(gamut, "video");
+}
+
 // A thick crescent is seen from none of its points, and bounds are still exact: the device does not fold.
 TEST(Gamut, ofACrescentKeepsItsHollow)
 {
