@@ -145,10 +145,10 @@ public:
     /// @param intent rendering intent from device to Lab
     /// @param blackPointCompensation maps the device's black to L* 0 (ignored by the absolute intent)
     /// @param withDecoration also compute the primaries and the ab outline
-    /// @param maxEdge longest surface edge, in dE76, that is left as it is
+    /// @param maxEdge longest surface edge, in dE76, that is left as it is; not a number: any
     /// @param gridPoints samples along each device axis; below 2, or -1, means the method's default
     ///        (33; 17 from five channels on); held to 3..129 otherwise
-    /// @param refinements how often at most edges longer than @p maxEdge are halved
+    /// @param refinements how often at most edges longer than @p maxEdge are halved; held to 0..4
     /// @param protocol progress and cancellation; may be null or point to a null handle
     /// @return whether a gamut was computed. On false the object is empty and reason() says why.
     ///

@@ -7,6 +7,8 @@
 #include <QtCore/QElapsedTimer>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <new>
 
 namespace KVGamut {
@@ -40,7 +42,9 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
         velmora::GamutRecord record;
         record.intent = intent;
         record.blackPointCompensation = blackPointCompensation;
-        const velmora::GamutRequest request{withDecoration, maxEdge, gridPoints,
+        // What is no length refines nothing.
+        const double longest = std::isnan(maxEdge) ? std::numeric_limits<double>::infinity() : maxEdge;
+        const velmora::GamutRequest request{withDecoration, longest, gridPoints,
                                             std::clamp(refinements, 0, mostRefinements)};
         if (!velmora::buildGamut(*transform, request, task, record, m_reason))
             return false;

@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <ctime>
+#include <limits>
 #include <random>
 
 using namespace testprofiles;
@@ -468,4 +469,6 @@ TEST(Gamut, refinesEdgesLongerThanAskedThroughTheProfile)
     expectSound(fine, "refined");
     EXPECT_LE(longest(compute(40.0f, 4)), 40.0 + 30.0);
     EXPECT_TRUE(compute(1000.0f, 2).faces() == coarse.faces());
+    EXPECT_TRUE(compute(std::numeric_limits<float>::quiet_NaN(), 2).faces() == coarse.faces());
+    EXPECT_TRUE(compute(40.0f, -3).faces() == coarse.faces());
 }
