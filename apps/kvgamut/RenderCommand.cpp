@@ -20,9 +20,8 @@ constexpr int checkMs = 5;
 constexpr int dotsPerMetre = 3780;    // 96 per inch, whatever the screen says: equal input, equal file
 constexpr int longestWaitMs = 120000; // for the first frame; a big one is slow without a GPU
 
-/// Runs the event loop until @p condition holds, at most @p limitMs if that is positive.
-/// @return whether it holds
-bool waitUntil(const std::function<bool()>& condition, int limitMs)
+/// Runs the event loop until @p condition was met, at most @p limitMs if that is positive.
+void waitUntil(const std::function<bool()>& condition, int limitMs)
 {
     QEventLoop loop;
     QElapsedTimer elapsed;
@@ -34,7 +33,6 @@ bool waitUntil(const std::function<bool()>& condition, int limitMs)
     });
     check.start(checkMs);
     loop.exec();
-    return condition();
 }
 
 QByteArray png(const QImage& picture)
@@ -117,8 +115,14 @@ int RenderCommand::draw()
 QImage RenderCommand::pictureOf(KVGamut3DViewer& viewer) const
 {
     viewer.show();
-    const auto finished = [&] { return viewer.isSettled() && viewer.picture().size() == m_look.size; };
-    if (!waitUntil(finished, longestWaitMs))
-        return {};
-    return viewer.picture();
+    QImage picture;
+    waitUntil(
+        [&] {
+            // taken at the moment at which it is up to date: the loop runs on a little after that
+            if (viewer.isSettled())
+                picture = viewer.picture();
+            return picture.size() == m_look.size;
+        },
+        longestWaitMs);
+    return picture.size() == m_look.size ? picture : QImage();
 }

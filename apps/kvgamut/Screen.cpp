@@ -33,8 +33,10 @@ QString Screen::runAgainOnVirtualScreen(Arguments arguments, QSize size)
         return QStringLiteral("xvfb-run gave no display");
 
     const QSize screen = size.expandedTo(QSize(1280, 1024));
-    const std::string server =
-        "-screen 0 " + std::to_string(screen.width()) + "x" + std::to_string(screen.height()) + "x24";
+    // A server that resets itself when its last client leaves signals xvfb-run in the midst of cleaning
+    // up, which then ends, now and then, with an exit code of its own: hence -noreset.
+    const std::string server = "-noreset -screen 0 " + std::to_string(screen.width()) + "x" +
+                               std::to_string(screen.height()) + "x24";
     std::string self =
         QFile::encodeName(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).toStdString();
 
