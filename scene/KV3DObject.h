@@ -283,6 +283,7 @@ private:
     QVector3D m_lastEye;
     QHash<QString, QVariant> m_properties;
     QSharedPointer<AlphaTransition> m_transition;
+    bool m_refused = false; ///< by the draw check, in the last translucent pass
     bool m_gatherNext = false;
     int m_uploadCount = 0;
     int m_sortCount = 0;

@@ -53,9 +53,13 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
     if (m_drawCheck)
         ownModel = m_drawCheck->adjustModel(worldToCamera, cameraToView, model, camera);
 
-    const bool accepted =
-        m_visible && (!m_drawCheck || m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags));
-    if (!accepted) {
+    const bool refused =
+        m_visible && m_drawCheck && !m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags);
+    if (flags == KVPassTranslucent && refused != m_refused) {
+        m_refused = refused; // what the pass refuses, the batch of the pass leaves out
+        m_changed = true;
+    }
+    if (!m_visible || refused) {
         // The whole skipped subtree counts as drawn, else what was hidden before its first frame would
         // keep the viewer drawing for ever.
         markSubtreeDrawn();
@@ -121,7 +125,7 @@ bool KV3DObject::needsGathering() const
 
 void KV3DObject::gather(QList<float>& batch)
 {
-    if (!m_visible)
+    if (!m_visible || m_refused)
         return;
     if (m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f) {
         batch.append(m_vertices);

@@ -267,6 +267,38 @@ TEST(GLWindow, aKeyPressTurnsByNineDegreesAndEndsInOneSignal)
     EXPECT_EQ(shown.viewer.camera(), at);
 }
 
+TEST(GLWindow, everyKeyOfTheCameraMovesItByItsStep)
+{
+    ShownViewer shown;
+    ASSERT_TRUE(shown.shown);
+    QSignalSpy finished(&shown.viewer, &KVGamut3DViewer::moveFinished);
+    constexpr double turn = 3.14159265358979 / 20;
+    struct Row
+    {
+        Qt::Key key;
+        float startDistance;
+        double azimuth, polar, distance;
+    };
+    const Row rows[] = {
+        {Qt::Key_Left, 300, turn, 0, 0},  {Qt::Key_Right, 300, -turn, 0, 0}, {Qt::Key_Up, 300, 0, turn, 0},
+        {Qt::Key_Down, 300, 0, -turn, 0}, {Qt::Key_Plus, 300, 0, 0, -20},    {Qt::Key_Minus, 300, 0, 0, 20},
+        {Qt::Key_Plus, 15, 0, 0, 0},      {Qt::Key_Shift, 300, 0, 0, 0},     {Qt::Key_A, 300, 0, 0, 0},
+    };
+    for (const Row& row : rows) {
+        shown.viewer.setCamera(QVector3D(50, 0, -row.startDistance), 0, QVector3D(50, 0, 0));
+        const CameraState before = shown.widget().cameraState();
+        finished.clear();
+        QTest::keyPress(&shown.viewer, row.key);
+        ASSERT_TRUE(spinUntil([&] { return finished.count() > 0; }));
+        const CameraState& after = shown.widget().cameraState();
+        EXPECT_NEAR(after.azimuth() - before.azimuth(), row.azimuth, 1e-6) << row.key;
+        EXPECT_NEAR(after.polarAngle() - before.polarAngle(), row.polar, 1e-6) << row.key;
+        EXPECT_NEAR(after.distance() - before.distance(), row.distance, 1e-4) << row.key;
+        QTest::keyRelease(&shown.viewer, row.key);
+        EXPECT_EQ(finished.count(), 1) << row.key;
+    }
+}
+
 TEST(GLWindow, aSlotOfMoveFinishedMayCallSettersThatDropTheContext)
 {
     ShownViewer shown;

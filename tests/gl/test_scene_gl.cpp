@@ -522,6 +522,27 @@ TEST_F(SceneGL, aDrawCheckMovesTheObjectAloneAndRefusesAPass)
     EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
 }
 
+TEST_F(SceneGL, whatTheTranslucentPassRefusesIsNotInTheBatch)
+{
+    struct Check : KV3DObject::IDrawCheckFunctor
+    {
+        bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState&, int) override
+        {
+            return accepted;
+        }
+        bool accepted = false;
+    };
+    auto object = add(QColor(255, 0, 0), 0);
+    QSharedPointer<Check> check(new Check);
+    object->setDrawCheck(check);
+    object->setAlpha(0.5f, 0);
+    EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
+    check->accepted = true;
+    EXPECT_TRUE(near(middle(frame()), 0.5, 0, 0));
+    check->accepted = false;
+    EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
+}
+
 TEST_F(SceneGL, aLineWidthOfZeroDrawsTheThinnestLineInsteadOfTheLastOnesWidth)
 {
     QSharedPointer<KV3DObject> thick(new KV3DObject(QStringLiteral("thick")));
