@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -216,25 +217,25 @@ TEST_F(ViewerPlane, isDrawnFromItsHeightUpwardsAndNotFromBelow)
         for (const int pass : {KVPassOpaque, KVPassTranslucent})
             root().draw(nullptr, camera.viewMatrix(), camera.projectionMatrix(), {}, camera, {}, Qt::white,
                         pass);
-        return counter->passes;
+        return std::vector<int>(counter->passes.cbegin(), counter->passes.cend());
     };
     const auto fromHeight = [](float y) { return CameraState(QVector3D(30, y, 200), QVector3D(0, 50, 0)); };
-    const QList<int> both{KVPassOpaque, KVPassTranslucent};
+    const std::vector<int> both{KVPassOpaque, KVPassTranslucent};
     EXPECT_EQ(passesFrom(fromHeight(100.0f)), both);
     EXPECT_EQ(passesFrom(fromHeight(0.0f)), both) << "level with it";
     EXPECT_EQ(passesFrom(fromHeight(-0.0f)), both);
-    EXPECT_EQ(passesFrom(fromHeight(-0.001f)), QList<int>());
-    EXPECT_EQ(passesFrom(fromHeight(-100.0f)), QList<int>());
+    EXPECT_EQ(passesFrom(fromHeight(-0.001f)), std::vector<int>());
+    EXPECT_EQ(passesFrom(fromHeight(-100.0f)), std::vector<int>());
 
     viewer->resetCamera(KVGamut3DViewer::Top, 0);
     EXPECT_EQ(passesFrom(widget().cameraState()), both);
     viewer->resetCamera(KVGamut3DViewer::Bottom, 0);
-    EXPECT_EQ(passesFrom(widget().cameraState()), QList<int>());
+    EXPECT_EQ(passesFrom(widget().cameraState()), std::vector<int>());
     EXPECT_TRUE(viewer->abPlane()) << "skipped, not hidden";
     viewer->resetCamera(KVGamut3DViewer::Top, 0);
     EXPECT_EQ(passesFrom(widget().cameraState()), both);
     viewer->setabPlane(false);
-    EXPECT_EQ(passesFrom(widget().cameraState()), QList<int>());
+    EXPECT_EQ(passesFrom(widget().cameraState()), std::vector<int>());
 }
 
 // --- Colours
