@@ -6,7 +6,7 @@
 kv_run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev libqt6opengl6-dev libgl-dev libopengl-dev
-    liblcms2-dev libpolyclipping-dev libcli11-dev
+    liblcms2-dev libpolyclipping-dev libcli11-dev libxcb1-dev
     libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
 )
 # And with which its tests do: ICC profiles to test with, a window manager and a hand for real input.
@@ -64,7 +64,7 @@ kv_check_without_apt() {
     for tool in c++ cmake ninja pkg-config; do
         if ! command -v "$tool" >/dev/null; then
             echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base and OpenGL)," \
-                "Little CMS 2, Clipper (polyclipping), CLI11, Xvfb with xauth, Mesa and the Liberation" \
+                "Little CMS 2, Clipper (polyclipping), CLI11, libxcb, Xvfb with xauth, Mesa and the Liberation" \
                 "fonts; for the tests also GoogleTest and Google Benchmark. ($tool was not found.)" >&2
             return 1
         fi

@@ -59,6 +59,9 @@ void GamutScene::dress()
             m_viewer.changeGamutColor(gamut.id, m_look.color(i));
             m_viewer.changeGamutAlpha(gamut.id, m_look.alpha(i, first), 0);
             m_viewer.setGamutAmbientStrength(gamut.id, m_look.ambient);
+            m_viewer.setDisplayGamut(gamut.id, m_look.surface);
+            m_viewer.setDisplayProjection(gamut.id, m_look.projection);
+            m_viewer.setDisplayPrimaries(gamut.id, m_look.primaries);
         }
         first = false;
     }

@@ -83,6 +83,15 @@ void LookOptions::declare(CLI::App& parser)
         "--no-grid", [this] { grid = false; }, "Without the grid");
     parser.add_flag_callback(
         "--no-axes", [this] { axes = false; }, "Without the axes");
+    parser.add_flag("--plane", plane, "With the coloured floor of the ab plane");
+    option(
+        "--clip", "L", [this](const std::string& w) { clip = OptionValues::number(w, -1000.0f, 1000.0f); },
+        "Cut the gamuts off above this lightness");
+    parser.add_flag("--primaries", primaries, "With the ramps of the colorants");
+    parser.add_flag_callback(
+        "--no-projection", [this] { projection = false; }, "Without the outlines on the floor");
+    parser.add_flag_callback(
+        "--no-surface", [this] { surface = false; }, "Without the gamuts' surfaces");
     parser.final_callback([this] {
         if (camera && *camera == lookAt)
             throw CLI::ValidationError("--camera and --look-at are the same point");
@@ -94,6 +103,9 @@ void LookOptions::applyTo(KVGamut3DViewer& viewer) const
     viewer.setBackground(background);
     viewer.setDisplayGrid(grid);
     viewer.setDisplayAxes(axes);
+    viewer.setabPlane(plane);
+    if (clip)
+        viewer.setClipping(*clip);
     viewer.setViewingAngle(angle, 0);
     viewer.setOrthogonalProjection(orthogonal, 0);
     if (view) {

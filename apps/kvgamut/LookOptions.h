@@ -24,6 +24,11 @@ struct LookOptions
     QColor background{Qt::gray};
     bool grid = true;
     bool axes = true;
+    bool plane = false;        ///< the coloured floor
+    bool surface = true;       ///< of the gamuts; without it their outlines and primaries are left
+    bool projection = true;    ///< outlines on the floor
+    bool primaries = false;    ///< the colorants' ramps
+    std::optional<float> clip; ///< L* above which the gamuts are cut off
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);

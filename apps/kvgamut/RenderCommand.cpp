@@ -59,6 +59,7 @@ RenderCommand::RenderCommand(CLI::App& program)
         ->required()
         ->type_name("OUT.png");
     m_look.declare(parser());
+    m_items.declare(parser());
 }
 
 int RenderCommand::run(Arguments arguments)
@@ -92,6 +93,7 @@ int RenderCommand::draw()
 
     GamutScene scene(viewer, m_profiles, m_look);
     scene.load();
+    const bool itemsRead = m_items.addTo(viewer);
     waitUntil([&scene] { return scene.isComplete(); }, 0);
     if (scene.shownCount() == 0)
         return BadInput;
@@ -108,7 +110,7 @@ int RenderCommand::draw()
         say(problem);
         return BadOutput;
     }
-    return scene.failedCount() > 0 ? BadInput : Done;
+    return scene.failedCount() > 0 || !itemsRead ? BadInput : Done;
 }
 
 /// What the viewer shows once nothing moves any more; null when that never comes.

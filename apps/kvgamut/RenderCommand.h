@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Command.h"
+#include "ItemOptions.h"
 #include "LookOptions.h"
 #include "ProfileOptions.h"
 
@@ -20,5 +21,6 @@ private:
 
     ProfileOptions m_profiles;
     LookOptions m_look;
+    ItemOptions m_items;
     QString m_output;
 };

@@ -5,25 +5,46 @@
 #include <QtGui/QOpenGLContext>
 
 #include <cerrno>
+#include <cstring>
 #include <string>
 #include <unistd.h>
 #include <vector>
+#include <xcb/xcb.h>
 
 namespace {
+
 // Marks the second run, which must not start a third.
 constexpr const char* secondRun = "KVGAMUT_ON_VIRTUAL_SCREEN";
+
+bool connects()
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return false;
+    xcb_connection_t* connection = xcb_connect(nullptr, nullptr); // never null
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+/// Whether DISPLAY names an X server that lets us in. A stale name would end Qt, and us with it.
+bool xServerAnswers()
+{
+    static const bool answers = connects();
+    return answers;
+}
+
 } // namespace
 
 bool Screen::isPresent()
 {
-    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return xServerAnswers() || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
 void Screen::choosePlatform()
 {
     // The viewer wants desktop OpenGL, which Qt gives on X through xcb; also of a Wayland desktop,
     // most of which offer X as well. Platforms without windows ("offscreen") have none.
-    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
+    if (xServerAnswers())
         qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
@@ -53,7 +74,7 @@ QString Screen::runAgainOnVirtualScreen(Arguments arguments, QSize size)
                ? QStringLiteral("there is no display, and xvfb-run, which would stand in for one, is not "
                                 "installed (Debian, Ubuntu: apt-get install xvfb xauth)")
                : QStringLiteral("there is no display, and xvfb-run does not start: %1")
-                     .arg(QString::fromLocal8Bit(strerror(errno)));
+                     .arg(QString::fromLocal8Bit(std::strerror(errno)));
 }
 
 QString Screen::openGLProblem()

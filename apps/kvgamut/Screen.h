@@ -7,7 +7,7 @@
 /// Where windows are: an X display (or a Wayland one, where there is no other), or none.
 namespace Screen {
 
-/// Whether the environment names a display.
+/// Whether the environment names a display, and an X display answers.
 bool isPresent();
 
 /// Chooses the platform that gives the viewer its OpenGL on the display that is present. Call before
