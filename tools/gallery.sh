@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# Draws all pictures of docs/GALLERY.md again:  tools/gallery.sh [kvgamut]
+#
+# Takes the program of the release or dev build unless told otherwise. The printer's profile comes with
+# the package libgs-common.
+set -euo pipefail
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
+kvgamut=${1:-}
+if [[ -z $kvgamut ]]; then
+    for build in release dev; do
+        [[ -n $kvgamut || ! -x $root/build/$build/bin/kvgamut ]] || kvgamut="$root/build/$build/bin/kvgamut"
+    done
+fi
+if [[ -z $kvgamut ]]; then
+    echo "Build the program first (./run.sh does), or name it: tools/gallery.sh path/to/kvgamut" >&2
+    exit 1
+fi
+printer=/usr/share/color/icc/ghostscript/default_cmyk.icc
+patches="$root/docs/data/patches.csv"
+ring="$root/docs/data/ring.csv"
+
+draw() {
+    local name=$1
+    shift
+    "$kvgamut" render --size 480x360 --output "$root/docs/gallery/$name.png" "$@"
+    echo "$name"
+}
+
+mkdir -p "$root/docs/gallery"
+draw surface sRGB
+draw pure-colours sRGB --ambient 1
+draw flat sRGB --mode flat --color '#3b7dd8'
+draw wireframe sRGB --mode wireframe --no-grid
+draw translucent-over-opaque sRGB DisplayP3
+draw printer-in-screen "$printer" sRGB --intent relative
+draw crossing "$printer" sRGB --intent relative --alpha 0.6,0.4 --camera 160,330,-280
+draw projection sRGB DisplayP3 Rec2020 --no-surface
+draw primaries sRGB --no-surface --primaries
+draw section sRGB --clip 50
+draw section-printer "$printer" --clip 50 --plane --intent relative
+draw plane sRGB --plane
+draw markers-sphere sRGB --alpha 0.25 --markers "$patches" --marker-size 9
+draw markers-cube sRGB --alpha 0.25 --markers "$patches" --marker-type cube --marker-size 12
+draw markers-star sRGB --alpha 0.25 --markers "$patches" --marker-type star --marker-size 12
+draw points sRGB --no-surface --points "$patches" --point-size 9
+draw line sRGB --no-surface --line "$ring" --line-width 6
+draw top sRGB --view top
+draw bottom sRGB --view bottom
+draw oblique ProPhoto --camera 250,-420,-400
+draw perspective AdobeRGB --angle 60 --camera 130,120,-230
+draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --orthogonal
