@@ -12,12 +12,23 @@ QString problem(const QString& name, const QFileDevice& file)
     return QStringLiteral("'%1' cannot be written: %2").arg(name, file.errorString());
 }
 
+/// Goes on after a part was written: only the next attempt tells why there was no more.
+bool writeAll(QFileDevice& file, const QByteArray& bytes)
+{
+    qsizetype written = 0;
+    while (written < bytes.size()) {
+        const qint64 more = file.write(bytes.constData() + written, bytes.size() - written);
+        if (more <= 0)
+            return false;
+        written += more;
+    }
+    return file.flush();
+}
+
 /// To something that is no regular file (a pipe, a device): there is nothing to replace.
 QString writeInto(QFile& file, const QString& name, const QByteArray& bytes)
 {
-    if (file.write(bytes) != bytes.size() || !file.flush())
-        return problem(name, file);
-    return {};
+    return writeAll(file, bytes) ? QString() : problem(name, file);
 }
 
 } // namespace
@@ -40,7 +51,7 @@ QString writeOutput(const QString& name, const QByteArray& bytes)
     }
 
     QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || !writeAll(file, bytes) || !file.commit())
         return problem(name, file);
     return {};
 }
