@@ -158,6 +158,20 @@ void inside(benchmark::State& state)
         benchmark::DoNotOptimize(object.isInside(points[i++ % points.size()].data()));
 }
 
+void nearest(benchmark::State& state)
+{
+    const auto object = gamutOf(int(state.range(0)), int(state.range(1)));
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
+    std::vector<std::array<float, 3>> points(4096);
+    for (auto& p : points)
+        p = {50.0f + 0.5f * any(random), any(random), any(random)};
+    object.nearest(points[0].data()); // builds the tree
+    std::size_t i = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(object.nearest(points[i++ % points.size()].data()).distance);
+}
+
 void ring(benchmark::State& state)
 {
     const auto faces = gamutOf(int(state.range(0)), int(state.range(1))).faces();
@@ -222,6 +236,7 @@ BENCHMARK(foldCheck)->Unit(benchmark::kMillisecond);
 BENCHMARK(topologyCheck)->Apply(sizes);
 BENCHMARK(index)->Apply(sizes);
 BENCHMARK(inside)->Apply(sizes)->Unit(benchmark::kNanosecond);
+BENCHMARK(nearest)->Apply(sizes)->Unit(benchmark::kNanosecond);
 BENCHMARK(ring)->Apply(sizes);
 BENCHMARK(outline)->Apply(sizes);
 BENCHMARK(compare)->ArgName("grid")->Arg(9)->Arg(17)->Arg(33)->Arg(65)->Unit(benchmark::kMillisecond);

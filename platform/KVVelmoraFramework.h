@@ -97,6 +97,13 @@ struct Comparison
 };
 static_assert(sizeof(Comparison) == 18 * sizeof(float), "the order of the eighteen floats is the interface");
 
+/// How far a colour is from a gamut's surface.
+struct Nearest
+{
+    float distance = 0.0f; ///< dE76; negative inside the gamut
+    LabPoint point;        ///< the point of the surface that is nearest
+};
+
 /// How a surface was found.
 enum class Method
 {
@@ -184,6 +191,10 @@ public:
 
     /// Whether the Lab triple @p lab lies inside the surface. False for values that are not finite.
     bool isInside(const float* lab) const;
+    /// The point of the surface that is nearest to the Lab triple @p lab, and its distance: negative
+    /// where isInside() is true, else positive, 0 on the surface. Where there is no answer - an empty
+    /// gamut, null, values that are not finite - the distance is infinite and the point is not a number.
+    Nearest nearest(const float* lab) const;
     /// Compares this gamut, the first, with @p other, the second.
     Comparison compare(const GamutObject& other) const;
 

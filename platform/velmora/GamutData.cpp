@@ -93,3 +93,9 @@ const velmora::WindingIndex& KVGamut::GamutData::index() const
     std::call_once(m_indexOnce, [this] { m_index = velmora::WindingIndex(record.mesh); });
     return m_index;
 }
+
+const velmora::NearestIndex& KVGamut::GamutData::nearestIndex() const
+{
+    std::call_once(m_nearestOnce, [this] { m_nearest = velmora::NearestIndex(record.mesh); });
+    return m_nearest;
+}

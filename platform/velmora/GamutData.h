@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NearestIndex.h"
 #include "Outline.h"
 #include "SurfaceMesh.h"
 #include "WindingIndex.h"
@@ -53,6 +54,7 @@ public:
     const QList<QList<KVHull::Node>>& faces() const;
     const QList<QList<KVHull::Node>>& outline() const;
     const velmora::WindingIndex& index() const;
+    const velmora::NearestIndex& nearestIndex() const;
 
 private:
     mutable std::once_flag m_facesOnce;
@@ -61,4 +63,6 @@ private:
     mutable QList<QList<KVHull::Node>> m_outline;
     mutable std::once_flag m_indexOnce;
     mutable velmora::WindingIndex m_index;
+    mutable std::once_flag m_nearestOnce;
+    mutable velmora::NearestIndex m_nearest;
 };

@@ -138,6 +138,19 @@ bool GamutObject::isInside(const float* lab) const
     return d && lab && d.constData()->index().isInside({lab[0], lab[1], lab[2]});
 }
 
+Nearest GamutObject::nearest(const float* lab) const
+{
+    if (!d || !lab || !velmora::isFinite({lab[0], lab[1], lab[2]})) {
+        constexpr float none = std::numeric_limits<float>::quiet_NaN();
+        return {std::numeric_limits<float>::infinity(), {none, none, none}};
+    }
+    const velmora::Vec3 x{lab[0], lab[1], lab[2]};
+    const velmora::Vec3 p = d.constData()->nearestIndex().nearest(x);
+    const auto distance = static_cast<float>(velmora::length(p - x));
+    return {isInside(lab) ? -distance : distance,
+            {static_cast<float>(p.L), static_cast<float>(p.a), static_cast<float>(p.b)}};
+}
+
 Comparison GamutObject::compare(const GamutObject& other) const
 {
     Comparison c;

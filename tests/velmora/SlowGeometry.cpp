@@ -55,6 +55,59 @@ double windingNumber(const std::vector<Face>& faces, const Point& x)
     return sum / (4.0 * M_PI);
 }
 
+namespace {
+
+double dot(const Point& u, const Point& v)
+{
+    return u[0] * v[0] + u[1] * v[1] + u[2] * v[2];
+}
+
+Point moved(const Point& p, double s, const Point& u)
+{
+    return {p[0] + s * u[0], p[1] + s * u[1], p[2] + s * u[2]};
+}
+
+Point nearestOnFace(const Face& f, const Point& x)
+{
+    const Point ab = minus(f[1], f[0]), ac = minus(f[2], f[0]), ax = minus(x, f[0]);
+    const double d1 = dot(ab, ax), d2 = dot(ac, ax);
+    if (d1 <= 0.0 && d2 <= 0.0)
+        return f[0];
+    const Point bx = minus(x, f[1]);
+    const double d3 = dot(ab, bx), d4 = dot(ac, bx);
+    if (d3 >= 0.0 && d4 <= d3)
+        return f[1];
+    const double vc = d1 * d4 - d3 * d2;
+    if (vc <= 0.0 && d1 >= 0.0 && d3 <= 0.0)
+        return moved(f[0], d1 / (d1 - d3), ab);
+    const Point cx = minus(x, f[2]);
+    const double d5 = dot(ab, cx), d6 = dot(ac, cx);
+    if (d6 >= 0.0 && d5 <= d6)
+        return f[2];
+    const double vb = d5 * d2 - d1 * d6;
+    if (vb <= 0.0 && d2 >= 0.0 && d6 <= 0.0)
+        return moved(f[0], d2 / (d2 - d6), ac);
+    const double va = d3 * d6 - d5 * d4;
+    if (va <= 0.0 && d4 - d3 >= 0.0 && d5 - d6 >= 0.0)
+        return moved(f[1], (d4 - d3) / ((d4 - d3) + (d5 - d6)), minus(f[2], f[1]));
+    const double sum = va + vb + vc;
+    return moved(moved(f[0], vb / sum, ab), vc / sum, ac);
+}
+
+} // namespace
+
+Point nearest(const std::vector<Face>& faces, const Point& point)
+{
+    Point best = faces.front()[0];
+    for (const Face& f : faces) {
+        const Point p = nearestOnFace(f, point);
+        const Point step = minus(p, point), bestStep = minus(best, point);
+        if (dot(step, step) < dot(bestStep, bestStep))
+            best = p;
+    }
+    return best;
+}
+
 Shape shapeOf(const std::vector<Face>& faces)
 {
     Shape shape;

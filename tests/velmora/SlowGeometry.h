@@ -24,6 +24,10 @@ double volume(const std::vector<Face>& faces);
 /// (van Oosterom and Strackee 1983).
 double windingNumber(const std::vector<Face>& faces, const Point& point);
 
+/// The point of all faces that is nearest to a given one: region by region of each triangle
+/// (Ericson 2005, "Real-time collision detection", 5.1.5).
+Point nearest(const std::vector<Face>& faces, const Point& point);
+
 struct Shape
 {
     bool everyEdgeOnceEachWay = false;

@@ -2,6 +2,7 @@
 #include "platform/velmora/ConvexHull.h"
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/MeshVolume.h"
+#include "platform/velmora/NearestIndex.h"
 #include "platform/velmora/Outline.h"
 #include "platform/velmora/WindingIndex.h"
 
@@ -362,6 +363,21 @@ TEST(WindingIndex, countsPointsOnAFaceAsInside)
     EXPECT_TRUE(index.isInside({10, 7, 9}));
     EXPECT_FALSE(index.isInside({10.001, 7, 9}));
     EXPECT_FALSE(index.isInside({-0.001, 7, 9}));
+}
+
+TEST(NearestIndex, findsTheInnerSideOfATorus)
+{
+    const NearestIndex index(torusMesh(4)); // square: flat sides at a distance of 20 / sqrt(2)
+    const Vec3 p = index.nearest({10, 0, 0});
+    EXPECT_NEAR(length(p - Vec3{10, 0, 0}), 20.0 / std::sqrt(2.0), 1e-4);
+}
+
+TEST(NearestIndex, takesTrianglesThatAreLinesOrPoints)
+{
+    const Vec3 p{0, 0, 0}, q{10, 0, 0}, r{4, 0, 0}, x{6, 3, 4};
+    for (const auto& t : {std::array{p, q, r}, {q, r, p}, {p, p, q}, {p, q, q}, {q, p, q}})
+        EXPECT_NEAR(length(nearestOnTriangle(x, t[0], t[1], t[2]) - Vec3{6, 0, 0}), 0.0, 1e-12);
+    EXPECT_EQ(nearestOnTriangle(x, p, p, p), p);
 }
 
 TEST(Outline, ofATorusIsTwoLoops)

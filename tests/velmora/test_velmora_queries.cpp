@@ -144,6 +144,109 @@ TEST(IsInside, isFalseForWhatIsNoColourAndForNull)
     EXPECT_FALSE(gamut.isInside(nullptr));
 }
 
+// --- Distances ------------------------------------------------------------------------------------
+
+namespace {
+
+double distanceOf(const slow::Point& p, const slow::Point& q)
+{
+    const auto step = slow::minus(p, q);
+    return std::hypot(step[0], step[1], step[2]);
+}
+
+slow::Point pointOf(const KVGamut::LabPoint& p)
+{
+    return {p.L, p.a, p.b};
+}
+
+} // namespace
+
+TEST(Nearest, agreesWithALookAtEveryFace)
+{
+    for (const QString& path : {srgb(), prophotoRgb(), printerCmyk()}) {
+        const auto gamut = gamutOf(openedFile(path), 17);
+        const auto faces = slow::facesOf(gamut);
+        std::mt19937 random(13);
+        std::uniform_real_distribution<float> L(-50.0f, 150.0f), ab(-250.0f, 250.0f);
+        int inside = 0;
+        for (int i = 0; i < 600; ++i) {
+            const float spread = i % 2 == 0 ? 1.0f : 0.2f; // near the middle, too
+            const float lab[] = {50.0f + spread * (L(random) - 50.0f), spread * ab(random),
+                                 spread * ab(random)};
+            const slow::Point x{lab[0], lab[1], lab[2]};
+            const double expected = distanceOf(slow::nearest(faces, x), x);
+            const auto answer = gamut.nearest(lab);
+            EXPECT_NEAR(std::abs(answer.distance), expected, 1e-4);
+            EXPECT_NEAR(distanceOf(pointOf(answer.point), x), expected, 1e-4);
+            const double winding = slow::windingNumber(faces, x);
+            EXPECT_EQ(answer.distance<0.0f, winding> 0.5);
+            inside += answer.distance < 0.0f;
+        }
+        EXPECT_GT(inside, 50);
+    }
+}
+
+TEST(Nearest, givesAPointOfTheSurface)
+{
+    const auto gamut = gamutOf(openedFile(printerCmyk()), 9);
+    const auto faces = slow::facesOf(gamut);
+    std::mt19937 random(17);
+    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
+    for (int i = 0; i < 200; ++i) {
+        const float lab[] = {any(random), any(random), any(random)};
+        const auto p = gamut.nearest(lab).point;
+        EXPECT_LT(distanceOf(slow::nearest(faces, pointOf(p)), pointOf(p)), 2e-5);
+    }
+}
+
+TEST(Nearest, ofABoxIsKnownExactly)
+{
+    const auto gamut = boxGamut(); // 20..80, -30..50, -60..10
+    const struct
+    {
+        std::array<float, 3> lab;
+        float distance;
+        std::array<float, 3> point;
+    } cases[] = {{{25, 0, -20}, -5, {20, 0, -20}},   // inside, near a face
+                 {{50, 41, -40}, -9, {50, 50, -40}}, // inside, near another
+                 {{95, 0, -20}, 15, {80, 0, -20}},   // outside, over a face
+                 {{90, 74, -20}, 26, {80, 50, -20}}, // over an edge
+                 {{86, 52, 13}, 7, {80, 50, 10}},    // over a corner
+                 {{50, 0, 10}, 0, {50, 0, 10}}};     // on a face
+    for (const auto& c : cases) {
+        const auto answer = gamut.nearest(c.lab.data());
+        EXPECT_NEAR(answer.distance, c.distance, 0.01f);
+        EXPECT_LT(distanceOf(pointOf(answer.point), {c.point[0], c.point[1], c.point[2]}), 0.02);
+    }
+    const float middle[] = {50.0f, 10.0f, -25.0f}; // as far from L* 20 as from L* 80
+    EXPECT_NEAR(gamut.nearest(middle).distance, -30.0f, 0.01f);
+}
+
+TEST(Nearest, isFarFromAfarAndNothingForWhatIsNoColour)
+{
+    const auto gamut = boxGamut();
+    const float far[] = {50.0f, 1e6f, -20.0f};
+    EXPECT_NEAR(gamut.nearest(far).distance, 1e6f - 50.0f, 0.1f);
+    const float huge[] = {-1e30f, 0.0f, -20.0f};
+    EXPECT_NEAR(gamut.nearest(huge).distance, 1e30f, 1e24f);
+    EXPECT_NEAR(gamut.nearest(huge).point.L, 20.0f, 0.01f);
+
+    const auto expectNothing = [](const KVGamut::Nearest& answer) {
+        EXPECT_TRUE(std::isinf(answer.distance) && answer.distance > 0.0f);
+        EXPECT_TRUE(std::isnan(answer.point.L) && std::isnan(answer.point.a) && std::isnan(answer.point.b));
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    for (float bad : {nan, inf, -inf})
+        for (int c = 0; c < 3; ++c) {
+            float lab[] = {50.0f, 0.0f, 0.0f};
+            lab[c] = bad;
+            expectNothing(gamut.nearest(lab));
+        }
+    expectNothing(gamut.nearest(nullptr));
+    const float grey[] = {50.0f, 0.0f, 0.0f};
+    expectNothing(KVGamut::GamutObject().nearest(grey));
+}
+
 // --- Sections -------------------------------------------------------------------------------------
 
 TEST(Ring, closesAtEveryLightnessAndTilt)

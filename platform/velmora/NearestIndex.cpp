@@ -1,0 +1,145 @@
+#include "NearestIndex.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace velmora {
+namespace {
+
+double squared(Vec3 p)
+{
+    return dot(p, p);
+}
+
+Vec3 nearestOnSegment(Vec3 x, Vec3 p, Vec3 q)
+{
+    const Vec3 along = q - p;
+    const double size = squared(along);
+    const double t = size > 0.0 ? std::clamp(dot(x - p, along) / size, 0.0, 1.0) : 0.0;
+    return t == 1.0 ? q : p + t * along;
+}
+
+Vec3 lower(Vec3 p, Vec3 q)
+{
+    return {std::min(p.L, q.L), std::min(p.a, q.a), std::min(p.b, q.b)};
+}
+
+Vec3 upper(Vec3 p, Vec3 q)
+{
+    return {std::max(p.L, q.L), std::max(p.a, q.a), std::max(p.b, q.b)};
+}
+
+double along(Vec3 p, int axis)
+{
+    return axis == 0 ? p.L : axis == 1 ? p.a : p.b;
+}
+
+constexpr int trianglesPerLeaf = 4;
+
+} // namespace
+
+// The foot of the perpendicular if it lies within the edges, else the nearest point of the edges.
+// Slivers make the first test a matter of rounding; then the foot and the edge are equally near.
+Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r)
+{
+    const Vec3 normal = cross(q - p, r - p);
+    const double size = squared(normal);
+    if (size > 0.0) {
+        const auto leftOf = [&](Vec3 from, Vec3 to) {
+            return dot(cross(to - from, x - from), normal) >= 0.0;
+        };
+        if (leftOf(p, q) && leftOf(q, r) && leftOf(r, p))
+            return x - dot(x - p, normal) / size * normal;
+    }
+    Vec3 best = nearestOnSegment(x, p, q);
+    for (const Vec3& other : {nearestOnSegment(x, q, r), nearestOnSegment(x, r, p)})
+        if (squared(other - x) < squared(best - x))
+            best = other;
+    return best;
+}
+
+double NearestIndex::Box::squaredDistance(Vec3 x) const
+{
+    return squared(x - upper(low, lower(high, x)));
+}
+
+NearestIndex::NearestIndex(const SurfaceMesh& mesh)
+{
+    m_triangles.reserve(mesh.triangles.size());
+    for (const Triangle& t : mesh.triangles)
+        m_triangles.push_back({toVec3(mesh.lab[static_cast<std::size_t>(t[0])]),
+                               toVec3(mesh.lab[static_cast<std::size_t>(t[1])]),
+                               toVec3(mesh.lab[static_cast<std::size_t>(t[2])])});
+    m_nodes.reserve(m_triangles.size());
+    if (!m_triangles.empty())
+        build(m_triangles, 0, static_cast<int>(m_triangles.size()));
+}
+
+// Halves at the median along the longest side; 2^31 triangles make a depth of 30.
+int NearestIndex::build(std::vector<Corners>& triangles, int first, int count)
+{
+    const int place = static_cast<int>(m_nodes.size());
+    m_nodes.emplace_back();
+    const auto begin = triangles.begin() + first;
+    Box box{(*begin)[0], (*begin)[0]};
+    for (auto t = begin; t != begin + count; ++t)
+        for (const Vec3& p : *t)
+            box = {lower(box.low, p), upper(box.high, p)};
+    m_nodes[static_cast<std::size_t>(place)] = {box, 0, first, count};
+    if (count <= trianglesPerLeaf)
+        return place;
+
+    const Vec3 size = box.high - box.low;
+    const int axis = size.L >= size.a && size.L >= size.b ? 0 : size.a >= size.b ? 1 : 2;
+    const auto middle = [axis](const Corners& t) {
+        return along(t[0], axis) + along(t[1], axis) + along(t[2], axis);
+    };
+    const int half = count / 2;
+    std::nth_element(begin, begin + half, begin + count,
+                     [&](const Corners& s, const Corners& t) { return middle(s) < middle(t); });
+    build(triangles, first, half);
+    const int second = build(triangles, first + half, count - half);
+    m_nodes[static_cast<std::size_t>(place)].count = 0;
+    m_nodes[static_cast<std::size_t>(place)].secondChild = second;
+    return place;
+}
+
+Vec3 NearestIndex::nearest(Vec3 x) const
+{
+    struct Open
+    {
+        int node;
+        double squaredDistance;
+    };
+    std::array<Open, 64> open; // one for each level of the tree
+    std::size_t count = 0;
+    open[count++] = {0, m_nodes.front().box.squaredDistance(x)};
+    Vec3 best = m_triangles.front()[0];
+    double bestSquared = squared(best - x);
+    while (count > 0) {
+        const Open next = open[--count];
+        if (next.squaredDistance > bestSquared)
+            continue;
+        const Node& node = m_nodes[static_cast<std::size_t>(next.node)];
+        for (int i = node.first; i < node.first + node.count; ++i) {
+            const Corners& t = m_triangles[static_cast<std::size_t>(i)];
+            const Vec3 candidate = nearestOnTriangle(x, t[0], t[1], t[2]);
+            if (const double distance = squared(candidate - x); distance < bestSquared) {
+                best = candidate;
+                bestSquared = distance;
+            }
+        }
+        if (node.count > 0)
+            continue;
+        Open nearer{next.node + 1, m_nodes[static_cast<std::size_t>(next.node) + 1].box.squaredDistance(x)};
+        Open farther{node.secondChild,
+                     m_nodes[static_cast<std::size_t>(node.secondChild)].box.squaredDistance(x)};
+        if (farther.squaredDistance < nearer.squaredDistance)
+            std::swap(nearer, farther);
+        open[count++] = farther;
+        open[count++] = nearer;
+    }
+    return best;
+}
+
+} // namespace velmora
