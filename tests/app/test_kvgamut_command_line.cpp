@@ -52,10 +52,12 @@ TEST_F(CommandLineTest, helpOfRenderNamesItsOptionsAndTheBuiltInProfiles)
 {
     const Answer answer = kvgamut({QStringLiteral("render"), QStringLiteral("--help")});
     EXPECT_TRUE(succeeded(answer));
-    for (const char* part : {"--output", "--size",       "--view",    "--camera",     "--look-at", "--mode",
-                             "--alpha",  "--color",      "--ambient", "--background", "--intent",  "--bpc",
-                             "--grid",   "--orthogonal", "--angle",   "--no-grid",    "--no-axes", "sRGB",
-                             "AdobeRGB", "DisplayP3",    "Rec2020",   "ProPhoto"})
+    for (const char* part :
+         {"--output", "--size",       "--view",          "--camera",     "--look-at", "--mode",
+          "--alpha",  "--color",      "--ambient",       "--background", "--intent",  "--bpc",
+          "--grid",   "--orthogonal", "--angle",         "--no-grid",    "--no-axes", "--plane",
+          "--clip",   "--primaries",  "--no-projection", "--no-surface", "--markers", "--points",
+          "--line",   "sRGB",         "AdobeRGB",        "DisplayP3",    "Rec2020",   "ProPhoto"})
         EXPECT_TRUE(answer.output.contains(part)) << part;
 }
 
@@ -281,6 +283,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"unknownColour", "sRGB -o @ --color red,blurple", "blurple"},
                     Misuse{"unknownBackground", "sRGB -o @ --background 17", "--background"},
                     Misuse{"unknownIntent", "sRGB -o @ --intent wild", "--intent"},
+                    Misuse{"clipOfWords", "sRGB -o @ --clip high", "--clip"},
+                    Misuse{"markerTypeWithoutMarkers", "sRGB -o @ --marker-type cube", "--markers"},
+                    Misuse{"unknownMarkerType", "sRGB -o @ --markers x --marker-type blob", "--marker-type"},
+                    Misuse{"markerSizeOfNothing", "sRGB -o @ --markers x --marker-size 0", "--marker-size"},
+                    Misuse{"pointSizeWithoutPoints", "sRGB -o @ --point-size 3", "--points"},
+                    Misuse{"lineWidthWithoutLine", "sRGB -o @ --line-width 3", "--line"},
                     Misuse{"gridTooCoarse", "sRGB -o @ --grid 2", "--grid"},
                     Misuse{"gridTooFine", "sRGB -o @ --grid 130", "--grid"}),
     [](const auto& misuse) { return std::string(misuse.param.name); });
