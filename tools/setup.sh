@@ -9,8 +9,10 @@ kv_run_packages=(
     liblcms2-dev libpolyclipping-dev libcli11-dev libxcb1-dev
     libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
 )
-# And with which its tests do: ICC profiles to test with, a window manager and a hand for real input.
-kv_test_packages=(libgtest-dev libgmock-dev libbenchmark-dev colord-data libgs-common openbox xdotool)
+# And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager
+# and a hand for real input.
+kv_test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
+    colord-data libgs-common openbox xdotool)
 
 kv_is_installed() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
