@@ -350,6 +350,54 @@ TEST(BackgroundTask, reportsOnceWhereverAStartMeetsTheEndOfTheRunBefore)
     }
 }
 
+TEST(BackgroundTask, aStartThatReplacesAQueuedRunSkipsIt)
+{
+    Task task;
+    QSignalSpy finished(&task, SIGNAL(finished()));
+    const auto inFlight = stubborn(1);
+    const auto queued = returning(2);
+    const auto newest = returning(3);
+    task.start(inFlight, 0);
+    ASSERT_TRUE(eventually([&] { return inFlight->runs > 0; }));
+    task.start(queued, 0);
+    ASSERT_TRUE(eventually([&] { return queued->prepares > 0; }));
+    task.start(newest, 0);
+    ASSERT_TRUE(eventually([&] { return newest->prepares > 0; }));
+    inFlight->mayEnd.release();
+    ASSERT_TRUE(eventually([&] { return !task.isBusy(); }));
+    settle();
+    EXPECT_EQ(finished.count(), 1);
+    EXPECT_EQ(task.result(), 3);
+    EXPECT_EQ(queued->runs, 0);
+    EXPECT_EQ(queued->cancels, 1);
+}
+
+TEST(BackgroundTask, aRunThatWasReplacedByNothingLeavesNoResult)
+{
+    // What replaces it is refused in one case and empty in the other; its own result is discarded.
+    const auto refusing = returning(2);
+    refusing->onPrepare = [] { return false; };
+    for (const auto& replacement : {refusing, QSharedPointer<Work>()}) {
+        Task task;
+        QSignalSpy finished(&task, SIGNAL(finished()));
+        const auto inFlight = stubborn(1);
+        task.start(inFlight, 0);
+        ASSERT_TRUE(eventually([&] { return inFlight->runs > 0; }));
+        task.start(replacement, 0);
+        ASSERT_TRUE(eventually([&] { return finished.count() > 0; }));
+        EXPECT_EQ(inFlight->cancels, 1);
+        inFlight->mayEnd.release();
+        ASSERT_TRUE(eventually([&] { return inFlight->ended.load(); }));
+        task.start(replacement, 0); // and the task is as good as before
+        ASSERT_TRUE(eventually([&] { return !task.isBusy(); }));
+        settle();
+        EXPECT_EQ(task.result(), 0);
+        EXPECT_FALSE(task.isBusy());
+        task.start(returning(5), 0);
+        ASSERT_TRUE(eventually([&] { return task.result() == 5; }));
+    }
+}
+
 TEST(BackgroundTask, manyRestartsNeverOverlapAndEndWithTheLast)
 {
     Task task;

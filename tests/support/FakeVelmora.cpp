@@ -1,11 +1,10 @@
 #include "support/FakeVelmora.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QMutex>
-#include <QtCore/QMutexLocker>
 #include <QtCore/QSharedData>
 
 #include <bit>
+#include <mutex>
 
 namespace {
 
@@ -32,7 +31,7 @@ struct Record
     std::array<float, 18> comparison{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18};
 };
 
-QMutex mutex;
+std::mutex mutex;
 
 Record& record()
 {
@@ -52,7 +51,7 @@ KVProfile* open(const QByteArray& bytes)
 template <typename Member>
 auto behaviour(Member member)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     return record().*member;
 }
 
@@ -89,25 +88,25 @@ void fakevelmora::InitCall::waitForCancel() const
 
 void fakevelmora::reset()
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record() = Record();
 }
 
 void fakevelmora::onInit(std::function<std::optional<Gamut>(const InitCall&)> f)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().init = std::move(f);
 }
 
 void fakevelmora::onDeserialize(std::function<Gamut(const QHash<QString, QVariant>&)> f)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().deserialize = std::move(f);
 }
 
 void fakevelmora::onLab2Rgb(std::function<QList<float>(const QList<float>&)> f)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().lab2Rgb = std::move(f);
 }
 
@@ -121,19 +120,19 @@ QList<float> fakevelmora::defaultRgb(const QList<float>& lab)
 
 void fakevelmora::onRing(std::function<QList<QList<QList<float>>>(const QList<QList<Node>>&)> f)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().ring = std::move(f);
 }
 
 void fakevelmora::onIsInside(std::function<bool(const QList<float>&)> f)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().isInside = std::move(f);
 }
 
 void fakevelmora::setComparison(const std::array<float, 18>& floats)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().comparison = floats;
 }
 
@@ -176,7 +175,7 @@ QStringList fakevelmora::comparisons()
 
 KVProfile* KVProfileCreateWithPath(const char* path)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().profileCalls.append(QLatin1String("path:") + QString::fromUtf8(path));
     QFile file(QString::fromUtf8(path));
     return file.open(QIODevice::ReadOnly) ? open(file.readAll()) : nullptr;
@@ -184,7 +183,7 @@ KVProfile* KVProfileCreateWithPath(const char* path)
 
 KVProfile* KVProfileCreateWithData(const void* data, int size)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().profileCalls.append(QLatin1String("data:") + QString::number(size));
     return open(QByteArray(static_cast<const char*>(data), size));
 }
@@ -193,7 +192,7 @@ void KVProfileRelease(KVProfile* profile)
 {
     if (!profile)
         return;
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().profileCalls.append(QLatin1String("release:") + QString::fromUtf8(profile->bytes));
     --record().open;
     delete profile;
@@ -235,7 +234,7 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
         call.taskName = call.protocol->name();
     call.thread = QThread::currentThread();
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         InitCall kept = call;
         kept.protocol.reset(); // a record must not keep a finished computation listed
         record().inits.append(kept);
@@ -251,7 +250,7 @@ QHash<QString, QVariant> GamutObject::serialize() const
 {
     if (!d)
         return {};
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     const int key = static_cast<int>(record().saved.size()) + 1;
     record().saved.insert(key, d->gamut);
     return {{QStringLiteral("Gamut"), QStringLiteral("saved")}, {QStringLiteral("Number"), key}};
@@ -260,14 +259,14 @@ QHash<QString, QVariant> GamutObject::serialize() const
 void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
 {
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         record().deserialized.append(hash);
     }
     if (const auto f = behaviour(&Record::deserialize)) {
         d = new GamutData(f(hash));
         return;
     }
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     const auto saved = record().saved.constFind(hash.value(QStringLiteral("Number")).toInt());
     d = saved == record().saved.constEnd() ? nullptr : new GamutData(*saved);
 }
@@ -306,7 +305,7 @@ bool GamutObject::isInside(const float* lab) const
 {
     const QList<float> point{lab[0], lab[1], lab[2]};
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         record().insidePoints.append(point);
     }
     const auto f = behaviour(&Record::isInside);
@@ -315,7 +314,7 @@ bool GamutObject::isInside(const float* lab) const
 
 Comparison GamutObject::compare(const GamutObject& other) const
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     record().comparisons.append((d ? d->gamut.name : QString()) + QLatin1Char('/') +
                                 (other.d ? other.d->gamut.name : QString()));
     return std::bit_cast<Comparison>(record().comparison);
@@ -329,7 +328,7 @@ QString GamutObject::reason() const
 QList<QList<QList<float>>> computeRing(const float* plane, const QList<QList<KVHull::Node>>& faces)
 {
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         record().planes.append({plane[0], plane[1], plane[2], plane[3]});
     }
     const auto f = behaviour(&Record::ring);
