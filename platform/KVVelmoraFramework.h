@@ -107,9 +107,10 @@ struct Nearest
 /// How a surface was found.
 enum class Method
 {
-    None,       ///< there is no gamut
-    DeviceMesh, ///< image of the device cube's surface; exact for three channels that do not fold
-    RadialHull, ///< hull of samples of all faces of the device hypercube after radial compression
+    None,           ///< there is no gamut
+    DeviceMesh,     ///< image of the device cube's surface; exact for three channels that do not fold
+    RadialHull,     ///< hull of samples of all faces of the device hypercube after radial compression
+    LatticeSurface, ///< surface between the nodes of a lattice in Lab that the device reaches or not
 };
 
 /// What is known about a gamut and how it was found.

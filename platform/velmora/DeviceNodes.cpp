@@ -110,4 +110,13 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, d
     return nodes;
 }
 
+std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count)
+{
+    const std::size_t kept = std::min(count, axis.size());
+    std::vector<float> thin;
+    for (std::size_t i = 0; i < kept; ++i)
+        thin.push_back(axis[i * (axis.size() - 1) / (kept - 1)]);
+    return thin;
+}
+
 } // namespace velmora

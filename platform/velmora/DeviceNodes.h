@@ -25,6 +25,11 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, d
 std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
                                  std::size_t channel, int count, const Task& task, QString& reason);
 
+/// Nodes of @p axis at equal distances, ends included: @p count of them, or all when it has fewer.
+std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count);
+
+/// Between the even steps that meet the turning points of a fold and the equal ones that suit the rest.
+inline constexpr double evenShareOfFolds = 0.5;
 /// Share of the device's own measure that keeps nodes apart where Lab stands still.
 inline constexpr double smallEvenShare = 0.02;
 

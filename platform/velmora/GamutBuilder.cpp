@@ -2,13 +2,14 @@
 
 #include "Columns.h"
 #include "DeviceCubeMesh.h"
+#include "DeviceSolid.h"
 #include "FoldCheck.h"
+#include "LatticeSurface.h"
 #include "MeshVolume.h"
 #include "RadialHull.h"
 #include "Refinement.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace velmora {
 namespace {
@@ -18,26 +19,18 @@ namespace {
 constexpr double largestFoldShare = 0.001;
 // Share of the volume that a surface may wind around other than once.
 constexpr double largestInvalidShare = 0.001;
-// How far a hull may be off the volume that the device's map allows: concave parts of a display's gamut
-// cost it up to 3 %, a wound gamut far more.
-constexpr double volumeSlack = 0.05;
+// How far a hull's volume may be off what the device covers, which is measured on a coarser grid.
+constexpr double concaveSlack = 0.02;
+// Faces of a lattice surface at the default grid: what it cuts off the solid's edges falls with them.
+constexpr double latticeFaces = 100'000.0;
 constexpr int foldCheckNodes = 17;
 // From here on the two-dimensional faces are too many to be sampled all.
 constexpr int manyChannels = 7;
-// Between the even steps that meet the turning points of a fold and the equal ones that suit the rest.
-constexpr double evenShareOfFolds = 0.5;
-
-// Every k-th node, ends included, so that at most `count` remain.
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
 {
     DeviceNodes result;
-    for (const auto& axis : nodes) {
-        const std::size_t kept = std::min(count, axis.size());
-        std::vector<float> thin;
-        for (std::size_t i = 0; i < kept; ++i)
-            thin.push_back(axis[i * (axis.size() - 1) / (kept - 1)]);
-        result.push_back(std::move(thin));
-    }
+    for (const auto& axis : nodes)
+        result.push_back(thinnedAxis(axis, count));
     return result;
 }
 
@@ -81,7 +74,9 @@ public:
         const bool found = (channels == 3 && directMesh()) || (m_reason.isEmpty() && hullMesh());
         if (!found)
             return false;
-        if (!refine(m_record.mesh, m_transform, std::max(0.0, m_request.maxEdge), m_request.refinements,
+        // A lattice's faces are small, and not where midway between device colours is.
+        if (m_record.method != KVGamut::Method::LatticeSurface &&
+            !refine(m_record.mesh, m_transform, std::max(0.0, m_request.maxEdge), m_request.refinements,
                     m_task.part(0.75, 0.8), m_reason))
             return false;
         m_task.setProgress(0.8);
@@ -105,13 +100,7 @@ private:
         if (mesh.triangles.empty())
             return false;
         lookOutwards(mesh);
-        // Where the image of the cube's surface winds at all is gamut. Without a fold there is no
-        // other; with one, what is swept is the most that there can be.
-        const WindingCheck winding = windingOf(mesh, m_task);
-        const bool folded = folds.foldShare > largestFoldShare;
-        m_leastVolume = winding.insideVolume + winding.invalidVolume;
-        m_mostVolume = folded ? folds.sweptVolume : m_leastVolume;
-        if (folded || !windsOnce(winding))
+        if (folds.foldShare > largestFoldShare || !windsOnce(windingOf(mesh, m_task)))
             return false;
         m_task.setProgress(0.6);
         const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
@@ -136,39 +125,88 @@ private:
             if (m_nodes.empty())
                 return false;
         }
-        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.6), m_reason);
+        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.5), m_reason);
         if (mesh.triangles.empty())
             return false;
-        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
+        if (!isStarShaped(mesh))
+            return m_reason.isEmpty() && latticeMesh();
+        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.75), m_reason);
         if (coarse.triangles.empty())
             return false;
-        if (!windsOnce(windingOf(mesh, m_task))) {
-            m_reason = QStringLiteral("the surface found for this device passes through itself");
-            return false;
-        }
-        // A hull of what no centre sees all of is a surface too, but around too much or too little.
-        const double volume = signedVolume(mesh);
-        if (volume < (1.0 - volumeSlack) * m_leastVolume || volume > (1.0 + volumeSlack) * m_mostVolume) {
-            m_reason = QStringLiteral(
-                "the colours of this device wind around in a way that no method here can follow");
-            return false;
-        }
         take(std::move(mesh), coarse, KVGamut::Method::RadialHull);
+        return true;
+    }
+
+    // A hull of what no centre sees all of is a surface too, but around too much, or through itself.
+    // False with a reason when it ends here.
+    bool isStarShaped(const SurfaceMesh& hull)
+    {
+        const bool sound = windsOnce(windingOf(hull, m_task));
+        const int channels = m_transform.channels();
+        if (channels > mostSolidChannels) {
+            if (!sound)
+                m_reason = QStringLiteral("the surface found for this device passes through itself");
+            return sound;
+        }
+        if (!sound)
+            return false;
+        constexpr std::array<std::size_t, 4> fromThree{17, 9, 7, 5};
+        const DeviceNodes nodes = thinned(m_nodes, fromThree[static_cast<std::size_t>(channels - 3)]);
+        const DeviceSolid solid = deviceSolid(m_transform, nodes, m_task.part(0.5, 0.55), m_reason);
+        if (solid.points.empty())
+            return false;
+        const double covered = coveredVolume(solid, m_task);
+        if (m_task.isCancelled()) {
+            m_reason = QStringLiteral("cancelled");
+            return false;
+        }
+        return std::abs(signedVolume(hull) - covered) <= concaveSlack * covered;
+    }
+
+    bool latticeMesh()
+    {
+        m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, m_transform.channels());
+        m_nodes = solidNodes(m_transform, m_record.gridPoints, m_task.part(0.55, 0.56), m_reason);
+        if (m_nodes.empty())
+            return false;
+        const DeviceSolid solid = deviceSolid(m_transform, m_nodes, m_task.part(0.56, 0.6), m_reason);
+        const DeviceSolid half = deviceSolid(m_transform, halved(), m_task.part(0.6, 0.62), m_reason);
+        if (solid.points.empty() || half.points.empty())
+            return false;
+        const double fineness = double(m_record.gridPoints) / effectiveGridPoints(-1, m_transform.channels());
+        const double faces = latticeFaces * std::min(2.0, fineness * fineness);
+        const double pitch = pitchForFaces(half, faces, m_task.part(0.62, 0.64));
+        SurfaceMesh mesh;
+        if (pitch > 0.0)
+            mesh = latticeSurface(solid, pitch, m_task.part(0.64, 0.72));
+        const SurfaceMesh coarse = latticeSurface(half, 2.0 * pitch, m_task.part(0.72, 0.75));
+        if (m_task.isCancelled()) {
+            m_reason = QStringLiteral("cancelled");
+            return false;
+        }
+        keepNoteworthyParts(mesh);
+        take(std::move(mesh), coarse, KVGamut::Method::LatticeSurface);
         return true;
     }
 
     DeviceNodes halved() const
     {
-        return thinned(m_nodes, std::max<std::size_t>(2, (m_nodes.front().size() + 1) / 2));
+        DeviceNodes nodes;
+        for (const auto& axis : m_nodes)
+            nodes.push_back(thinnedAxis(axis, std::max<std::size_t>(2, (axis.size() + 1) / 2)));
+        return nodes;
     }
 
     // The error of both surfaces falls with the square of the step, so the finer one is off by a
-    // third of their difference; half of it allows for what is not quite quadratic. A hull also has
-    // an error that both have alike: samples just below the surface may lie on it.
+    // third of their difference; half of it allows for what is not quite quadratic. Some methods have
+    // an error that both have alike: samples just below the surface may lie on a hull, and a lattice
+    // cuts a solid's edges off.
     void take(SurfaceMesh mesh, const SurfaceMesh& coarse, KVGamut::Method method)
     {
         const double volume = signedVolume(mesh);
-        const double common = method == KVGamut::Method::RadialHull ? 5e-4 : 1e-6;
+        const double common = method == KVGamut::Method::DeviceMesh   ? 1e-6
+                              : method == KVGamut::Method::RadialHull ? 5e-4
+                                                                      : 1e-3;
         m_record.volumeUncertainty =
             0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + common * volume;
         m_record.mesh = std::move(mesh);
@@ -224,8 +262,6 @@ private:
     GamutRecord& m_record;
     QString& m_reason;
     DeviceNodes m_nodes;
-    double m_leastVolume = 0.0; // bounds of the gamut's volume, as far as the map of three channels tells
-    double m_mostVolume = std::numeric_limits<double>::infinity();
 };
 
 } // namespace

@@ -77,7 +77,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
     quint32 start = 0;
     qint32 method = 0, intent = 0, gridPoints = 0;
     stream >> start >> method >> intent >> record.blackPointCompensation >> record.decorated >> gridPoints;
-    if (start != magic || method <= 0 || method > qint32(KVGamut::Method::RadialHull) || intent < 0 ||
+    if (start != magic || method <= 0 || method > qint32(KVGamut::Method::LatticeSurface) || intent < 0 ||
         intent > 3)
         return false;
     record.method = static_cast<KVGamut::Method>(method);

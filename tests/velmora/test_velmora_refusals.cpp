@@ -131,18 +131,6 @@ TEST(Refusal, ofFlatGamuts)
     }); // under 1 dE cubed
 }
 
-// One and a half times around and into itself: neither the image of the cube's surface nor a hull
-// around a centre bounds it. A wrong gamut must not be handed out.
-TEST(Refusal, ofAGamutThatWindsIntoItself)
-{
-    const QByteArray bytes = tableProfile(cmsSigRgbData, 65, [](const std::vector<double>& d) {
-        const double angle = 3.0 * M_PI * d[1];
-        const double radius = 40.0 + 10.0 * d[2];
-        return Lab{45 + 10 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
-    });
-    expectRefused(opened(bytes), "no method");
-}
-
 TEST(Refusal, ofIntentsThatDoNotExist)
 {
     for (int intent : {-1, 4, 255, 1 << 30})

@@ -1,0 +1,347 @@
+#include "DeviceSolid.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace velmora {
+
+namespace {
+
+// Appends the cells of one three-dimensional face, whose points start at `base`.
+void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::array<int, 3> counts)
+{
+    const std::array<int, 3> stride{counts[1] * counts[2], counts[2], 1};
+    constexpr std::array<std::array<std::size_t, 2>, 6> orders{
+        {{0, 1}, {1, 2}, {2, 0}, {1, 0}, {2, 1}, {0, 2}}};
+    for (int i = 0; i + 1 < counts[0]; ++i)
+        for (int j = 0; j + 1 < counts[1]; ++j)
+            for (int k = 0; k + 1 < counts[2]; ++k) {
+                const int low = base + i * stride[0] + j * stride[1] + k * stride[2];
+                const int high = low + stride[0] + stride[1] + stride[2];
+                for (const auto& order : orders) {
+                    const int second = low + stride[order[0]];
+                    tetrahedra.push_back({low, second, second + stride[order[1]], high});
+                }
+            }
+}
+
+// The device colours of one three-dimensional face: u, v, w take all nodes, the others a corner's bits.
+void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned corner,
+                std::array<std::size_t, 3> free)
+{
+    std::vector<float> colour(nodes.size());
+    for (std::size_t c = 0; c < nodes.size(); ++c)
+        colour[c] = static_cast<float>(corner >> c & 1u);
+    for (float x : nodes[free[0]])
+        for (float y : nodes[free[1]])
+            for (float z : nodes[free[2]]) {
+                colour[free[0]] = x;
+                colour[free[1]] = y;
+                colour[free[2]] = z;
+                device.insert(device.end(), colour.begin(), colour.end());
+            }
+}
+
+} // namespace
+
+namespace {
+
+// How far each axis bends: the mean second difference along the edges of the hypercube and through
+// its middle, at equal counts of nodes.
+// @return empty when cancelled or refused
+std::vector<double> bends(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                          QString& reason)
+{
+    constexpr std::size_t count = 33;
+    const std::size_t n = nodes.size();
+    std::vector<double> result;
+    for (std::size_t axis = 0; axis < n; ++axis) {
+        const std::vector<float> steps = thinnedAxis(nodes[axis], count);
+        std::vector<float> device;
+        const auto addLine = [&](std::vector<float> colour) {
+            for (float x : steps) {
+                colour[axis] = x;
+                device.insert(device.end(), colour.begin(), colour.end());
+            }
+        };
+        addLine(std::vector<float>(n, 0.5f));
+        for (unsigned corner = 0; corner < 1u << n; ++corner) {
+            std::vector<float> colour(n);
+            for (std::size_t c = 0; c < n; ++c)
+                colour[c] = static_cast<float>(corner >> c & 1u);
+            if (!(corner >> axis & 1u))
+                addLine(colour);
+        }
+        std::vector<Vec3> lab(device.size() / n);
+        const Task part = task.part(double(axis) / double(n), double(axis + 1) / double(n));
+        if (!transform.toLab(device.data(), lab.data(), lab.size(), part, reason))
+            return {};
+        double sum = 0.0;
+        for (std::size_t first = 0; first < lab.size(); first += steps.size())
+            for (std::size_t i = first + 1; i + 1 < first + steps.size(); ++i)
+                sum += length(lab[i - 1] + lab[i + 1] - 2.0 * lab[i]);
+        result.push_back(sum / double(lab.size()));
+    }
+    return result;
+}
+
+// As many tetrahedra as the solid of so many nodes along each axis has.
+double tetrahedraOf(const std::vector<std::size_t>& counts)
+{
+    const std::size_t n = counts.size();
+    double sum = 0.0;
+    for (std::size_t u = 0; u < n; ++u)
+        for (std::size_t v = u + 1; v < n; ++v)
+            for (std::size_t w = v + 1; w < n; ++w)
+                sum += double(counts[u] - 1) * double(counts[v] - 1) * double(counts[w] - 1);
+    return 6.0 * sum * double(1u << (n - 3));
+}
+
+} // namespace
+
+DeviceNodes solidNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task, QString& reason)
+{
+    constexpr int finest = 129;
+    constexpr double fewest = 5.0;
+    constexpr double mostTetrahedra = 400'000.0;
+    const DeviceNodes fine = equalisedNodes(transform, finest, evenShareOfFolds, task.part(0.0, 0.5), reason);
+    if (fine.empty())
+        return {};
+    const std::vector<double> bend = bends(transform, fine, task.part(0.5, 1.0), reason);
+    if (bend.empty())
+        return {};
+    const double most =
+        std::min(mostTetrahedra,
+                 tetrahedraOf(std::vector<std::size_t>(fine.size(), static_cast<std::size_t>(nodesPerAxis))));
+    const auto countsAt = [&](double scale) {
+        std::vector<std::size_t> counts;
+        for (double b : bend)
+            counts.push_back(
+                static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), fewest, double(finest))));
+        return counts;
+    };
+    double low = 0.0, high = 1e6;
+    constexpr int halvings = 60;
+    for (int i = 0; i < halvings; ++i) {
+        const double middle = 0.5 * (low + high);
+        (tetrahedraOf(countsAt(middle)) <= most ? low : high) = middle;
+    }
+    const std::vector<std::size_t> counts = countsAt(low);
+    DeviceNodes nodes;
+    for (std::size_t axis = 0; axis < fine.size(); ++axis)
+        nodes.push_back(thinnedAxis(fine[axis], counts[axis]));
+    return nodes;
+}
+
+DeviceSolid deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                        QString& reason)
+{
+    DeviceSolid solid;
+    solid.channels = transform.channels();
+    const std::size_t n = nodes.size();
+    for (std::size_t u = 0; u < n; ++u)
+        for (std::size_t v = u + 1; v < n; ++v)
+            for (std::size_t w = v + 1; w < n; ++w)
+                for (unsigned corner = 0; corner < 1u << n; ++corner) {
+                    if (corner & (1u << u | 1u << v | 1u << w))
+                        continue;
+                    addTetrahedra(solid.tetrahedra, static_cast<int>(solid.device.size() / n),
+                                  {static_cast<int>(nodes[u].size()), static_cast<int>(nodes[v].size()),
+                                   static_cast<int>(nodes[w].size())});
+                    addColours(solid.device, nodes, corner, {u, v, w});
+                }
+    solid.points.resize(solid.device.size() / n);
+    if (!transform.toLab(solid.device.data(), solid.points.data(), solid.points.size(), task, reason))
+        return {};
+    return solid;
+}
+
+namespace {
+
+// A tetrahedron as four functions that are at least 0 inside of it and linear in space: the shares of
+// its corners, of which the first is what the others leave of 1.
+class Shares
+{
+public:
+    Shares(Vec3 p, Vec3 q, Vec3 r, Vec3 s) : m_origin(p)
+    {
+        const Vec3 u = q - p, v = r - p, w = s - p;
+        const double volume = dot(u, cross(v, w));
+        const double size = length(u) * length(v) * length(w);
+        constexpr double flat = 1e-9;
+        m_flat = std::abs(volume) <= flat * size;
+        if (m_flat)
+            return;
+        std::array<Vec3, 4> gradients;
+        gradients[1] = (1.0 / volume) * cross(v, w);
+        gradients[2] = (1.0 / volume) * cross(w, u);
+        gradients[3] = (1.0 / volume) * cross(u, v);
+        gradients[0] = -1.0 * (gradients[1] + gradients[2] + gradients[3]);
+        for (std::size_t i = 0; i < 4; ++i) {
+            constexpr double rounding = 1e-9;
+            const Vec3& g = gradients[i];
+            const double start = (i == 0 ? 1.0 : 0.0) + rounding;
+            Side& side = m_sides[i];
+            side.bound = g.L > 0.0 ? Bound::Low : g.L < 0.0 ? Bound::High : Bound::None;
+            const double scale = side.bound == Bound::None ? 1.0 : -1.0 / g.L;
+            side.start = scale * start;
+            side.a = scale * g.a;
+            side.b = scale * g.b;
+        }
+    }
+
+    bool isFlat() const { return m_flat; }
+
+    // The part of the line through (a, b) that lies inside.
+    bool stretch(double a, double b, double& low, double& high) const
+    {
+        low = -std::numeric_limits<double>::infinity();
+        high = std::numeric_limits<double>::infinity();
+        for (const Side& side : m_sides) {
+            const double value = side.start + side.a * (a - m_origin.a) + side.b * (b - m_origin.b);
+            if (side.bound == Bound::Low)
+                low = std::max(low, value);
+            else if (side.bound == Bound::High)
+                high = std::min(high, value);
+            else if (value < 0.0)
+                return false;
+        }
+        low += m_origin.L;
+        high += m_origin.L;
+        return low <= high;
+    }
+
+private:
+    enum class Bound
+    {
+        Low,
+        High,
+        None
+    };
+    // Where a line passes the side, or the share itself on sides that run along the lines.
+    struct Side
+    {
+        double start, a, b;
+        Bound bound;
+    };
+
+    Vec3 m_origin;
+    std::array<Side, 4> m_sides;
+    bool m_flat = false;
+};
+
+constexpr std::size_t tetrahedraBetweenLooks = 4096;
+// Neighbouring tetrahedra may leave this much of a line between them, by rounding.
+constexpr float smallestGap = 1e-4f;
+
+// Unites the stretches of one line, in place.
+// @return how many remain
+std::size_t unite(Stretch* stretches, std::size_t count)
+{
+    std::sort(stretches, stretches + count, [](const Stretch& s, const Stretch& t) {
+        return s.low != t.low ? s.low < t.low : s.lowTetrahedron < t.lowTetrahedron;
+    });
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (kept == 0 || stretches[i].low > stretches[kept - 1].high + smallestGap) {
+            stretches[kept++] = stretches[i];
+        } else if (stretches[i].high > stretches[kept - 1].high) {
+            stretches[kept - 1].high = stretches[i].high;
+            stretches[kept - 1].highTetrahedron = stretches[i].highTetrahedron;
+        }
+    }
+    return kept;
+}
+
+} // namespace
+
+Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
+                      const LineGrid& grid, const Task& task)
+{
+    struct Hit
+    {
+        std::uint32_t line;
+        Stretch stretch;
+    };
+    std::vector<Hit> hits;
+    Stretches result;
+    result.first.assign(grid.size() + 1, 0);
+    const auto firstLine = [&grid](double value, double start, int count) {
+        return static_cast<int>(std::clamp(std::ceil((value - start) / grid.step), 0.0, double(count)));
+    };
+    const auto lastLine = [&grid](double value, double start, int count) {
+        return static_cast<int>(std::clamp(std::floor((value - start) / grid.step), -1.0, double(count - 1)));
+    };
+    for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
+        if (t % tetrahedraBetweenLooks == 0 && task.isCancelled())
+            return {};
+        const Vec3& p = points[static_cast<std::size_t>(tetrahedra[t][0])];
+        const Vec3& q = points[static_cast<std::size_t>(tetrahedra[t][1])];
+        const Vec3& r = points[static_cast<std::size_t>(tetrahedra[t][2])];
+        const Vec3& s = points[static_cast<std::size_t>(tetrahedra[t][3])];
+        const int i0 = firstLine(std::min({p.a, q.a, r.a, s.a}), grid.a0, grid.na);
+        const int i1 = lastLine(std::max({p.a, q.a, r.a, s.a}), grid.a0, grid.na);
+        const int j0 = firstLine(std::min({p.b, q.b, r.b, s.b}), grid.b0, grid.nb);
+        const int j1 = lastLine(std::max({p.b, q.b, r.b, s.b}), grid.b0, grid.nb);
+        if (i0 > i1 || j0 > j1)
+            continue;
+        const Shares shares(p, q, r, s);
+        if (shares.isFlat())
+            continue;
+        for (int j = j0; j <= j1; ++j)
+            for (int i = i0; i <= i1; ++i) {
+                double low = 0.0, high = 0.0;
+                if (!shares.stretch(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
+                    continue;
+                const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
+                                  static_cast<std::uint32_t>(i);
+                const auto name = static_cast<std::int32_t>(t);
+                hits.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
+                ++result.first[line + 1];
+            }
+    }
+    std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
+    result.stretches.resize(hits.size());
+    std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
+    for (const Hit& h : hits)
+        result.stretches[next[h.line]++] = h.stretch;
+    std::uint32_t kept = 0;
+    for (std::size_t line = 0; line < grid.size(); ++line) {
+        if (line % tetrahedraBetweenLooks == 0 && task.isCancelled())
+            return {};
+        Stretch* begin = result.stretches.data() + result.first[line];
+        const std::size_t count = unite(begin, result.first[line + 1] - result.first[line]);
+        std::copy(begin, begin + count, result.stretches.data() + kept);
+        result.first[line] = kept;
+        kept += static_cast<std::uint32_t>(count);
+    }
+    result.first.back() = kept;
+    result.stretches.resize(kept);
+    return result;
+}
+
+double coveredVolume(const DeviceSolid& solid, const Task& task)
+{
+    constexpr int linesAcross = 64;
+    Vec3 low = solid.points.front(), high = low;
+    for (const Vec3& p : solid.points) {
+        low = {std::min(low.L, p.L), std::min(low.a, p.a), std::min(low.b, p.b)};
+        high = {std::max(high.L, p.L), std::max(high.a, p.a), std::max(high.b, p.b)};
+    }
+    LineGrid grid;
+    grid.step = std::max({high.a - low.a, high.b - low.b, 1e-3}) / linesAcross;
+    grid.na = static_cast<int>((high.a - low.a) / grid.step) + 1;
+    grid.nb = static_cast<int>((high.b - low.b) / grid.step) + 1;
+    grid.a0 = low.a + 0.5 * grid.step;
+    grid.b0 = low.b + 0.5 * grid.step;
+    const Stretches columns = castThrough(solid.points, solid.tetrahedra, grid, task);
+    if (columns.first.empty())
+        return std::numeric_limits<double>::quiet_NaN();
+    double sum = 0.0;
+    for (const Stretch& s : columns.stretches)
+        sum += double(s.high) - double(s.low);
+    return sum * grid.step * grid.step;
+}
+
+} // namespace velmora
