@@ -456,6 +456,27 @@ TEST_F(ViewerProfiles, aSectionLiesOnTheSurfaceAtTheClippingLightness)
     EXPECT_TRUE(section->vertices().isEmpty());
 }
 
+// What displayMode() answers is what is shown, also when it was set while there was nothing to show.
+TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
+{
+    int reports = 0;
+    viewer.load(id, relative(srgb()), [&](const QString&, bool) { ++reports; });
+    viewer.setDisplayMode(id, KVGamut3DViewer::Wireframe);
+    EXPECT_TRUE(viewer.getGamut(id)->children().isEmpty());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 60000));
+    EXPECT_EQ(viewer.displayMode(id), KVGamut3DViewer::Wireframe);
+    const auto shown = [&](const char* child) {
+        return viewer.getGamut(id)->childAt({QStringLiteral("Gamut"), QString::fromLatin1(child)})->isVisible();
+    };
+    EXPECT_TRUE(shown("Wireframe"));
+    EXPECT_FALSE(shown("Front"));
+    // a reload keeps what was chosen since
+    viewer.setDisplayMode(id, KVGamut3DViewer::Smooth);
+    ASSERT_TRUE(load(id, relative(srgb())));
+    EXPECT_FALSE(shown("Wireframe"));
+    EXPECT_TRUE(shown("Front"));
+}
+
 TEST_F(ViewerProfiles, manyReloadsEndWithTheLastOne)
 {
     const kvtest::Watchdog watchdog(120);
