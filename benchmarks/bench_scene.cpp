@@ -19,8 +19,7 @@
 #include <cstring>
 #include <random>
 
-namespace
-{
+namespace {
 
 using Record = std::array<float, 3 * kvVertexFloats>; // one triangle, 180 bytes
 

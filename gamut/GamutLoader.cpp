@@ -1,7 +1,6 @@
 #include <gamut/GamutLoader.h>
 
-namespace
-{
+namespace {
 
 // What the surface of a shown gamut is computed with.
 constexpr bool withDecoration = true; // primaries and outline are drawn too

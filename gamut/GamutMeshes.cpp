@@ -1,8 +1,7 @@
 #include <gamut/GamutMeshes.h>
 #include <scene/Generators.h>
 
-namespace
-{
+namespace {
 
 constexpr float outlineLightness = 0.3f; // just above the grid in the plane L* = 0
 constexpr float lineWidth = 2.0f;

@@ -3,8 +3,7 @@
 
 #include <utility>
 
-namespace
-{
+namespace {
 constexpr int wireframeMode = 3;
 constexpr float sectionWidth = 2.0f;
 } // namespace
@@ -16,9 +15,8 @@ class KV3DGamutObject::LoaderFunctor : public KVBackgroundTask<void*>::Functor
 public:
     LoaderFunctor(KV3DGamutObject* owner, KVBackgroundTask<void*>* task, QHash<QString, QVariant> params,
                   LoadedFunction onLoaded, ContextGuard contextGuard)
-        : m_owner(owner), m_task(task), m_name(owner->name()), m_id(owner->id()),
-          m_params(std::move(params)), m_onLoaded(std::move(onLoaded)),
-          m_contextGuard(std::move(contextGuard)),
+        : m_owner(owner), m_task(task), m_name(owner->name()), m_id(owner->id()), m_params(std::move(params)),
+          m_onLoaded(std::move(onLoaded)), m_contextGuard(std::move(contextGuard)),
           m_protocol(KVCompletionProtocol::createTask(QStringLiteral("GamutLoader")))
     {
     }
@@ -27,9 +25,8 @@ public:
     {
         LoadedGamut loaded = kvLoadGamut(m_params, &m_protocol);
         if (!loaded.profileFound) {
-            QMetaObject::invokeMethod(m_task, [onLoaded = m_onLoaded, name = m_name, id = m_id] {
-                onLoaded(name, id, false);
-            });
+            QMetaObject::invokeMethod(
+                m_task, [onLoaded = m_onLoaded, name = m_name, id = m_id] { onLoaded(name, id, false); });
             return nullptr;
         }
         // The callbacks may remove or reload the gamut, so after the first of them nothing but the

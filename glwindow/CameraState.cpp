@@ -51,8 +51,7 @@ void CameraState::updateEyeAndUp(bool moveEye)
     const float sinAzimuth = std::sin(m_azimuth), cosAzimuth = std::cos(m_azimuth);
     if (moveEye) {
         const float sinPolar = std::sin(m_polarAngle), cosPolar = std::cos(m_polarAngle);
-        m_eye = m_interest +
-                m_distance * QVector3D(cosAzimuth * sinPolar, cosPolar, sinAzimuth * sinPolar);
+        m_eye = m_interest + m_distance * QVector3D(cosAzimuth * sinPolar, cosPolar, sinAzimuth * sinPolar);
     }
     // d × (sin azimuth, 0, -cos azimuth): its height is distance · sin(polar), so that the picture
     // turns over together with the eye when the polar angle leaves 0..π.
@@ -135,6 +134,7 @@ bool operator==(const CameraState& a, const CameraState& b)
 float CameraAnimation::progressAt(qint64 elapsed) const
 {
     const float progress = static_cast<float>(elapsed) / static_cast<float>(duration);
-    return static_cast<float>(
-        easing.valueForProgress(progress > 1.0f ? 1.0f : progress > 0.0f ? progress : 0.0f));
+    return static_cast<float>(easing.valueForProgress(progress > 1.0f   ? 1.0f
+                                                      : progress > 0.0f ? progress
+                                                                        : 0.0f));
 }

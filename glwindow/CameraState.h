@@ -48,7 +48,7 @@ struct CameraState
     QVector3D interest() const { return m_interest; }
     QVector3D up() const { return m_up; } ///< not normalised
     float viewingAngle() const { return m_viewingAngle; }
-    float azimuth() const { return m_azimuth; } ///< of the eye direction in the X-Z plane, atan2(Z, X)
+    float azimuth() const { return m_azimuth; }       ///< of the eye direction in the X-Z plane, atan2(Z, X)
     float polarAngle() const { return m_polarAngle; } ///< between the eye direction and +Y
     float distance() const { return m_distance; }
     float aspect() const { return m_aspect; }

@@ -8,8 +8,7 @@
 #include <QtGui/QSurfaceFormat>
 #include <QtOpenGL/QOpenGLFramebufferObject>
 
-namespace
-{
+namespace {
 
 constexpr qint64 frameMs = 33;
 
@@ -223,8 +222,9 @@ QImage KVGLWidget::picture()
     gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(boundBefore));
     // Blending leaves an alpha below one where translucent things are; the window shows the colours
     // as they stand, so the picture is opaque with those very colours.
-    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied ? QImage::Format_RGBX8888
-                                                                                      : QImage::Format_RGB32);
+    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied
+                                  ? QImage::Format_RGBX8888
+                                  : QImage::Format_RGB32);
     image = image.convertToFormat(QImage::Format_RGB888).convertToFormat(QImage::Format_RGB32);
     image.setDevicePixelRatio(devicePixelRatio());
     return image;

@@ -5,8 +5,8 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointF>
-#include <QtCore/QSize>
 #include <QtCore/QSharedPointer>
+#include <QtCore/QSize>
 #include <QtGui/QColor>
 #include <QtGui/QImage>
 #include <QtOpenGL/QOpenGLFunctions_1_2>

@@ -7,8 +7,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace
-{
+namespace {
 
 constexpr double pi = std::numbers::pi;
 constexpr auto keyTurn = static_cast<float>(pi / 20.0); // 9 degrees

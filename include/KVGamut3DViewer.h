@@ -50,20 +50,23 @@ class KV3DVIEWER_EXPORT KVGamut3DViewer : public QWindow
     Q_OBJECT
 public:
     /// Preset camera positions.
-    enum View : int {
+    enum View : int
+    {
         Top = 0,    ///< from above (high L*) onto the ab plane, +a* to the right, +b* up; any other value too
         Bottom = 1, ///< from below; a little farther away
     };
 
     /// Shapes of markers; every other value draws spheres. All have radius size / 2.
-    enum MarkerType : int {
+    enum MarkerType : int
+    {
         Sphere = 1,        ///< smoothly lit ball
         BracketedCube = 2, ///< cube of which each edge shows its outer thirds
         Star = 3,          ///< faceted solid: a four-pointed star seen from above, a diamond from the side
     };
 
     /// How a gamut is shown.
-    enum DisplayMode : int {
+    enum DisplayMode : int
+    {
         Solid = 0,     ///< the surface; the same as Smooth
         Smooth = 1,    ///< the surface, its colours blending over the faces
         Flat = 2,      ///< the surface; a colour set by changeGamutColor() is one tone per face
@@ -99,9 +102,9 @@ public:
     void removeMarkerSet(const QString& name);
     void removePointSet(const QString& name);
     void removeSegmentSet(const QString& name);
-    void clearMarkerSet();  ///< removes all marker sets
-    void clearPointSet();   ///< removes all point sets
-    void clearSegmentSet(); ///< removes all segment sets
+    void clearMarkerSet();          ///< removes all marker sets
+    void clearPointSet();           ///< removes all point sets
+    void clearSegmentSet();         ///< removes all segment sets
     QStringList markerSet() const;  ///< names of the marker sets, in no particular order
     QStringList pointSet() const;   ///< names of the point sets, in no particular order
     QStringList segmentSet() const; ///< names of the segment sets, in no particular order

@@ -18,7 +18,8 @@ using ColoredSegment = std::pair<ColoredPoint, ColoredPoint>;
 using ColoredTriangle = std::array<ColoredPoint, 3>;
 
 /// OpenGL primitives that a scene object draws; the values are those of glDrawArrays.
-enum KVPrimitiveMode : int {
+enum KVPrimitiveMode : int
+{
     KVPrimitivePoints = 0,
     KVPrimitiveLines = 1,
     KVPrimitiveTriangles = 4,
@@ -31,8 +32,8 @@ struct GeometryData
     static constexpr int floatsPerVertex = 10;
 
     int primitiveMode = KVPrimitiveTriangles;
-    QList<float> vertices;       ///< whole records of floatsPerVertex
-    float lineWidth = 1.0f;      ///< pixels for lines; Lab units where a ribbon was built
+    QList<float> vertices;  ///< whole records of floatsPerVertex
+    float lineWidth = 1.0f; ///< pixels for lines; Lab units where a ribbon was built
     int markerType = 1;
     QList<ColoredPoint> markers; ///< what marker geometry was made from; empty otherwise
     float markerSize = -1.0f;

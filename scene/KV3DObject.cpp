@@ -153,8 +153,7 @@ float KV3DObject::ambientStrength() const
     return m_ambientStrength;
 }
 
-namespace
-{
+namespace {
 
 /// @p channel at lightness @p t (0..1): itself at the middle, towards white above, black below.
 float shaded(float channel, float t)

@@ -24,7 +24,8 @@ class QOpenGLContext;
 class QOpenGLFunctions_1_2;
 
 /// Which half of a frame is being drawn.
-enum KVPass : int {
+enum KVPass : int
+{
     KVPassOpaque = 1,      ///< depth written, no blending
     KVPassTranslucent = 2, ///< blending, depth tested only
 };

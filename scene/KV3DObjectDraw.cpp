@@ -53,8 +53,8 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
     if (m_drawCheck)
         ownModel = m_drawCheck->adjustModel(worldToCamera, cameraToView, model, camera);
 
-    const bool refused =
-        m_visible && m_drawCheck && !m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags);
+    const bool refused = m_visible && m_drawCheck &&
+                         !m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags);
     if (flags == KVPassTranslucent && refused != m_refused) {
         m_refused = refused; // what the pass refuses, the batch of the pass leaves out
         m_changed = true;
@@ -106,8 +106,9 @@ void KV3DObject::advanceTransition(int flags)
     const auto transition = m_transition; // what follows may replace it
     const qint64 elapsed = transition->timer.elapsed();
     const float progress = static_cast<float>(elapsed) / static_cast<float>(transition->durationMs);
-    const auto v = static_cast<float>(
-        transition->curve.valueForProgress(progress > 1.0f ? 1.0f : progress > 0.0f ? progress : 0.0f));
+    const auto v = static_cast<float>(transition->curve.valueForProgress(progress > 1.0f   ? 1.0f
+                                                                         : progress > 0.0f ? progress
+                                                                                           : 0.0f));
     applyAlpha(transition->from * (1.0f - v) + transition->to * v);
     transition->movedThisFrame = flags == KVPassOpaque;
     if (transition->durationMs < elapsed && m_transition == transition)
@@ -195,9 +196,9 @@ const QList<float>* KV3DObject::translucentList(const QVector3D& eye, QList<floa
     return list;
 }
 
-void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list,
-                          const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
-                          const QMatrix4x4& model, const QVector3D& lightPos, const QColor& lightColor)
+void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, const QMatrix4x4& worldToCamera,
+                          const QMatrix4x4& cameraToView, const QMatrix4x4& model, const QVector3D& lightPos,
+                          const QColor& lightColor)
 {
     if (!gl || !m_program || !m_program->isLinked() || m_locations.attributes[0] < 0)
         return;
@@ -212,6 +213,7 @@ void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list,
     if (!m_vbo.isCreated())
         upload(list);
     m_vao.bind();
-    gl->glDrawArrays(static_cast<GLenum>(m_primitiveMode), 0, static_cast<GLsizei>(list.size() / kvVertexFloats));
+    gl->glDrawArrays(static_cast<GLenum>(m_primitiveMode), 0,
+                     static_cast<GLsizei>(list.size() / kvVertexFloats));
     m_changed = false;
 }

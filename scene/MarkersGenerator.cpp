@@ -5,8 +5,7 @@
 #include <numbers>
 #include <vector>
 
-namespace
-{
+namespace {
 
 constexpr double pi = std::numbers::pi;
 

@@ -12,8 +12,7 @@
 #include <unordered_set>
 #include <vector>
 
-namespace
-{
+namespace {
 
 /// Squared lengths up to this have no direction.
 constexpr float degenerate = FLT_EPSILON;
@@ -48,10 +47,7 @@ EdgeKey edgeKey(const QVector3D& p, const QVector3D& q)
 
 struct EdgeKeyHash
 {
-    std::size_t operator()(const EdgeKey& key) const
-    {
-        return qHashBits(key.bits.data(), sizeof key.bits);
-    }
+    std::size_t operator()(const EdgeKey& key) const { return qHashBits(key.bits.data(), sizeof key.bits); }
 };
 
 /// Half the tube's extents: across, and upright.
@@ -170,8 +166,7 @@ void emitTube(QList<ColoredTriangle>& out, const Stretch& x, bool startCap, bool
     };
     for (std::size_t k = 0; k < 4; ++k) {
         const std::size_t l = (k + 1) % 4;
-        emitQuad(out, at(x.from, x.start[k]), at(x.to, x.end[k]), at(x.to, x.end[l]),
-                 at(x.from, x.start[l]));
+        emitQuad(out, at(x.from, x.start[k]), at(x.to, x.end[k]), at(x.to, x.end[l]), at(x.from, x.start[l]));
     }
     if (startCap)
         emitQuad(out, at(x.from, x.start[0]), at(x.from, x.start[1]), at(x.from, x.start[2]),

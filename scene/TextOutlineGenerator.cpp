@@ -4,10 +4,9 @@
 
 #include <algorithm>
 
-namespace
-{
-constexpr int steps = 200;             // 0, 0.005 ... 1: counted, since adding up 0.005 drifts
-constexpr double jumpDistance = 1.0;   // in units of the path; further apart is another contour
+namespace {
+constexpr int steps = 200;           // 0, 0.005 ... 1: counted, since adding up 0.005 drifts
+constexpr double jumpDistance = 1.0; // in units of the path; further apart is another contour
 } // namespace
 
 GeometryData kvTextOutline(const QString& text, const QMatrix4x4& transform, const QFont& font,

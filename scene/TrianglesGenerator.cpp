@@ -3,8 +3,7 @@
 
 #include <cmath>
 
-namespace
-{
+namespace {
 
 bool isFinite(const QVector3D& v)
 {

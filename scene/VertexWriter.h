@@ -15,8 +15,8 @@ public:
     void add(const QColor& color, const QVector3D& position, const QVector3D& normal)
     {
         const float record[GeometryData::floatsPerVertex] = {
-            -position.y(), position.x(),   position.z(),  normal.x(),     normal.y(),
-            normal.z(),    color.redF(),   color.greenF(), color.blueF(), color.alphaF(),
+            -position.y(), position.x(), position.z(),   normal.x(),    normal.y(),
+            normal.z(),    color.redF(), color.greenF(), color.blueF(), color.alphaF(),
         };
         const qsizetype at = m_out.size();
         m_out.resize(at + GeometryData::floatsPerVertex);

@@ -12,8 +12,7 @@
 
 #include <cstdio>
 
-namespace
-{
+namespace {
 constexpr int size = 256;
 constexpr float lightness = 72.0f;
 } // namespace
@@ -27,7 +26,8 @@ int main(int argc, char** argv)
     QImage image(size, size, QImage::Format_RGB32);
     for (int row = 0; row < size; ++row) {
         for (int column = 0; column < size; ++column) {
-            const QList<float> lab{lightness, static_cast<float>(column - 128), static_cast<float>(128 - row)};
+            const QList<float> lab{lightness, static_cast<float>(column - 128),
+                                   static_cast<float>(128 - row)};
             const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB(lab);
             image.setPixel(column, row, qRgb(qRound(rgb[0]), qRound(rgb[1]), qRound(rgb[2])));
         }

@@ -3,13 +3,33 @@
 #include <QtCore/QString>
 
 /// Ids of the groups below the scene root; an item is addressed by its group's id and its own.
-namespace GroupNames
+namespace GroupNames {
+inline QString markers()
 {
-inline QString markers() { return QStringLiteral("Markers"); }
-inline QString points() { return QStringLiteral("Points"); }
-inline QString segments() { return QStringLiteral("Segments"); }
-inline QString profiles() { return QStringLiteral("Profiles"); }
-inline QString grid() { return QStringLiteral("Grid"); }
-inline QString axes() { return QStringLiteral("Axes"); }
-inline QString plane() { return QStringLiteral("Plane"); }
+    return QStringLiteral("Markers");
+}
+inline QString points()
+{
+    return QStringLiteral("Points");
+}
+inline QString segments()
+{
+    return QStringLiteral("Segments");
+}
+inline QString profiles()
+{
+    return QStringLiteral("Profiles");
+}
+inline QString grid()
+{
+    return QStringLiteral("Grid");
+}
+inline QString axes()
+{
+    return QStringLiteral("Axes");
+}
+inline QString plane()
+{
+    return QStringLiteral("Plane");
+}
 } // namespace GroupNames

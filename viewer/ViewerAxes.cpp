@@ -4,8 +4,7 @@
 #include <glwindow/KVGLWidget.h>
 #include <viewer/GroupNames.h>
 
-namespace
-{
+namespace {
 
 constexpr float axisWidth = 1.5f;
 constexpr float labelWidth = 1.0f;
@@ -77,8 +76,8 @@ void KVGamut3DViewer::fillVertexBufferForText(KV3DObject* parent, const QString&
         return;
     const ContextScope scope(m_widget);
     const QString id = QStringLiteral("Axis_") + axis;
-    const auto label = findOrCreate(*parent, id, id, false,
-                                    [](KV3DObject& fresh) { fresh.setLineWidth(labelWidth); });
+    const auto label =
+        findOrCreate(*parent, id, id, false, [](KV3DObject& fresh) { fresh.setLineWidth(labelWidth); });
     QFont font(QStringLiteral("Arial"));
     font.setPointSize(12);
     label->setTextOutline(text, labelPlacement(axis, distance), font, colour);

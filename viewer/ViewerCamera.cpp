@@ -2,8 +2,7 @@
 
 #include <glwindow/KVGLWidget.h>
 
-namespace
-{
+namespace {
 
 // Height of the preset eyes above and below L* 0. The interest point is at L* 50, so that the bottom
 // view is the farther one.
@@ -32,7 +31,8 @@ QVector3D KVGamut3DViewer::interestPt() const
 void KVGamut3DViewer::resetCamera(View view, int duration)
 {
     const float height = view == Bottom ? -presetHeight : presetHeight;
-    m_widget->setCamera(QVector3D(-0.0f, height, presetEyeZ), QVector3D(-0.0f, presetInterest, 0.0f), duration);
+    m_widget->setCamera(QVector3D(-0.0f, height, presetEyeZ), QVector3D(-0.0f, presetInterest, 0.0f),
+                        duration);
 }
 
 void KVGamut3DViewer::setOrthogonalProjection(bool on, int duration)
@@ -61,7 +61,8 @@ std::pair<QVector3D, QVector3D> KVGamut3DViewer::rayToPoint(const QPoint& p) con
     return {kvHostFromScene(origin), kvHostFromScene(direction)};
 }
 
-float KVGamut3DViewer::squaredDistanceToRay(const QVector3D& point, const std::pair<QVector3D, QVector3D>& ray)
+float KVGamut3DViewer::squaredDistanceToRay(const QVector3D& point,
+                                            const std::pair<QVector3D, QVector3D>& ray)
 {
     const QVector3D w = point - ray.first;
     return QVector3D::crossProduct(w, ray.second).lengthSquared() / ray.second.lengthSquared();

@@ -10,8 +10,7 @@
 #include <memory>
 #include <optional>
 
-namespace
-{
+namespace {
 
 const QString& solidChild()
 {
@@ -38,8 +37,7 @@ QSharedPointer<KV3DObject> KVGamut3DViewer::getGamut(QString id) const
     return m_widget->root().childAt({GroupNames::profiles(), id});
 }
 
-namespace
-{
+namespace {
 
 QSharedPointer<KV3DGamutObject> gamutObject(const QSharedPointer<KV3DObject>& object)
 {

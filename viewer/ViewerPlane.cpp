@@ -8,8 +8,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtGui/QImage>
 
-namespace
-{
+namespace {
 
 constexpr float planeLightness = -0.3f; // just below the grid
 constexpr int planeEnd = 128;
@@ -19,7 +18,8 @@ constexpr int cell = 8;
 class PlaneCheckFunctor : public KV3DObject::IDrawCheckFunctor
 {
 public:
-    bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState& camera, int) override
+    bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState& camera,
+                int) override
     {
         return camera.eye().y() >= 0.0f;
     }
@@ -64,11 +64,12 @@ QList<ColoredTriangle> planeTriangles(const QImage& image)
 void KVGamut3DViewer::addabPlane()
 {
     const ContextScope scope(m_widget);
-    const auto plane =
-        findOrCreate(m_widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
+    const auto plane = findOrCreate(
+        m_widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
             fresh.setDrawCheck(QSharedPointer<KV3DObject::IDrawCheckFunctor>(new PlaneCheckFunctor));
         });
-    const QImage image(QCoreApplication::applicationDirPath() + QLatin1String("/../Resources/Images/gamut.png"));
+    const QImage image(QCoreApplication::applicationDirPath() +
+                       QLatin1String("/../Resources/Images/gamut.png"));
     plane->setTriangles(planeTriangles(image));
     plane->setVisible(false);
 }

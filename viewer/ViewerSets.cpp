@@ -4,8 +4,7 @@
 #include <glwindow/KVGLWidget.h>
 #include <viewer/GroupNames.h>
 
-namespace
-{
+namespace {
 constexpr float newSegmentWidth = 2.0f;
 constexpr int pointMarker = KVGamut3DViewer::Sphere;
 } // namespace

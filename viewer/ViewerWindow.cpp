@@ -20,10 +20,10 @@ KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), m_widget(ne
     addAxesAndGrid();
     connect(m_widget, SIGNAL(moveFinised()), this, SIGNAL(moveFinished()));
     resetCamera(Top, 0);
-    connect(m_widget, SIGNAL(click(QPoint,QVector3D,QVector3D)), this,
-            SIGNAL(click(QPoint,QVector3D,QVector3D)));
-    connect(m_widget, SIGNAL(doubleClick(QPoint,QVector3D,QVector3D)), this,
-            SIGNAL(doubleClick(QPoint,QVector3D,QVector3D)));
+    connect(m_widget, SIGNAL(click(QPoint, QVector3D, QVector3D)), this,
+            SIGNAL(click(QPoint, QVector3D, QVector3D)));
+    connect(m_widget, SIGNAL(doubleClick(QPoint, QVector3D, QVector3D)), this,
+            SIGNAL(doubleClick(QPoint, QVector3D, QVector3D)));
 }
 
 KVGamut3DViewer::~KVGamut3DViewer() = default;

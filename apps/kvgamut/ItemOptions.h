@@ -13,7 +13,7 @@ struct ItemOptions
     float markerAmbient = 0.5f; ///< spheres only: so that light shows their shape
     QString points;
     float pointSize = 4.0f;
-    QString line;            ///< its positions are joined in order
+    QString line; ///< its positions are joined in order
     float lineWidth = 2.0f;
 
     /// Declares the options on @p parser, which keeps a reference to this object.

@@ -6,8 +6,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace
-{
+namespace {
 
 // Weak references to every task, in the order of creation. Kept alive until the process ends and
 // never destroyed: tasks may end after static destruction has begun.

@@ -2,8 +2,7 @@
 
 #include <QtCore/QLoggingCategory>
 
-namespace
-{
+namespace {
 Q_LOGGING_CATEGORY(kvCore, "kv.core")
 }
 

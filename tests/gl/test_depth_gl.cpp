@@ -8,8 +8,7 @@
 // fight in depth, a creeping camera makes pixels jump from one to the other; where they do not, an edge
 // that moves by a small part of a pixel changes it by a small part of its contrast.
 
-namespace
-{
+namespace {
 
 constexpr int width = 240, height = 180;
 constexpr int steps = 40;
@@ -37,8 +36,9 @@ TEST_P(DepthOrder, aCreepingCameraMakesNoPixelJump)
     kvtest::ShownViewer shown(width, height);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setabPlane(true);
-    shown.viewer.load(QStringLiteral("g"),
-                      {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}}, nullptr);
+    shown.viewer.load(
+        QStringLiteral("g"),
+        {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}}, nullptr);
     ASSERT_GT(shown.viewer.volume(QStringLiteral("g")), 0.0f);
     shown.viewer.setDisplayGamut(QStringLiteral("g"), false); // its outline stays
 

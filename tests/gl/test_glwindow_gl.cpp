@@ -12,8 +12,7 @@ using kvtest::ShownViewer;
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-namespace
-{
+namespace {
 
 QColor pixel(const QImage& image, double x, double y)
 {
@@ -71,10 +70,12 @@ TEST(GLWindow, logsOneLineThatDescribesTheContext)
         profile = shown.widget().format().profile();
     }
     ASSERT_FALSE(version.isEmpty());
-    const QString profileName = profile == QSurfaceFormat::CoreProfile            ? QStringLiteral("CoreProfile")
-                                : profile == QSurfaceFormat::CompatibilityProfile ? QStringLiteral("CompatibilityProfile")
-                                                                                  : QStringLiteral("NoProfile");
-    const QString expected = QStringLiteral("OpenGL ") + version + QStringLiteral(" (") + profileName + QStringLiteral(")");
+    const QString profileName = profile == QSurfaceFormat::CoreProfile ? QStringLiteral("CoreProfile")
+                                : profile == QSurfaceFormat::CompatibilityProfile
+                                    ? QStringLiteral("CompatibilityProfile")
+                                    : QStringLiteral("NoProfile");
+    const QString expected =
+        QStringLiteral("OpenGL ") + version + QStringLiteral(" (") + profileName + QStringLiteral(")");
     EXPECT_EQ(kvtest::messages().count(expected), 1) << qPrintable(kvtest::messages().join(u'\n'));
 }
 

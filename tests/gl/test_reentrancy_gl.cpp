@@ -13,8 +13,7 @@ using kvtest::spinUntil;
 // A host may call anything from anywhere: before the window is shown, while it is, from the callback of
 // a load and from slots of all signals.
 
-namespace
-{
+namespace {
 
 const QString g = QStringLiteral("g"), h = QStringLiteral("h"), set = QStringLiteral("set");
 

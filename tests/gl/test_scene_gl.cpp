@@ -17,8 +17,7 @@
 #include <QtOpenGL/QOpenGLFramebufferObject>
 #include <QtOpenGL/QOpenGLFunctions_1_2>
 
-namespace
-{
+namespace {
 
 constexpr int side = 64;
 
@@ -110,7 +109,8 @@ protected:
 
 testing::AssertionResult near(const QColor& got, double r, double g, double b)
 {
-    const double worst = std::max({std::abs(got.redF() - r), std::abs(got.greenF() - g), std::abs(got.blueF() - b)});
+    const double worst =
+        std::max({std::abs(got.redF() - r), std::abs(got.greenF() - g), std::abs(got.blueF() - b)});
     if (worst <= 2.0 / 255) // one step of rounding in the blend, one in the store
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << "got " << got.redF() << ", " << got.greenF() << ", " << got.blueF()
@@ -141,7 +141,8 @@ TEST(Shaders, declareTheAttributesThatTheRecordBinds)
 {
     const auto attributes = declared(QStringLiteral("simple.vert"), QStringLiteral("attribute"));
     EXPECT_EQ(attributes.size(), std::ssize(kvVertexAttributes));
-    const QString types[] = {QStringLiteral("float"), QString(), QStringLiteral("vec3"), QStringLiteral("vec4")};
+    const QString types[] = {QStringLiteral("float"), QString(), QStringLiteral("vec3"),
+                             QStringLiteral("vec4")};
     for (const auto& attribute : kvVertexAttributes)
         EXPECT_EQ(attributes.value(QString::fromLatin1(attribute.name)), types[attribute.components - 1])
             << attribute.name;
@@ -368,7 +369,8 @@ TEST_F(SceneGL, linesAreDrawnInBothPassesAndSortedOncePerEye)
     QSharedPointer<KV3DObject> lines(new KV3DObject(QStringLiteral("lines")));
     lines->initializeGL(&context);
     const QColor c = Qt::white;
-    lines->setSegments({{{c, {0, -50, 0}}, {c, {0, 50, 0}}}, {{c, {-50, 0, 20}}, {c, {50, 0, 20}}}}, false, 0.0f);
+    lines->setSegments({{{c, {0, -50, 0}}, {c, {0, 50, 0}}}, {{c, {-50, 0, 20}}, {c, {50, 0, 20}}}}, false,
+                       0.0f);
     ASSERT_EQ(lines->primitiveMode(), KVPrimitiveLines);
     root.addChild(lines);
     frame();
@@ -407,7 +409,7 @@ TEST_F(SceneGL, lessAmbientStrengthShadesByTheAngleOfTheLightAndNeverGoesBlack)
     lightPos = QVector3D(0, 0, -350); // straight on
     const QColor bright = middle(frame());
     EXPECT_TRUE(near(bright, 200 / 255.0, 100 / 255.0, 50 / 255.0)); // never over-exposed
-    lightPos = QVector3D(0, 350, -350); // at 45 degrees
+    lightPos = QVector3D(0, 350, -350);                              // at 45 degrees
     object->setAlpha(1.0f, 0);
     const QColor middling = middle(frame());
     lightPos = QVector3D(0, 350, 0); // edge-on
@@ -497,7 +499,8 @@ TEST_F(SceneGL, aDrawCheckMovesTheObjectAloneAndRefusesAPass)
 {
     struct Check : KV3DObject::IDrawCheckFunctor
     {
-        bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState&, int flags) override
+        bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState&,
+                    int flags) override
         {
             return flags != refused;
         }

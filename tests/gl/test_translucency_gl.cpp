@@ -14,8 +14,7 @@
 // in exact depth order. The viewer orders whole triangles, which cannot be exact where surfaces cross;
 // how many pixels that costs is measured and bounded here.
 
-namespace
-{
+namespace {
 
 constexpr int width = 200, height = 150;
 constexpr double pi = 3.14159265358979323846;
@@ -28,12 +27,18 @@ struct Vec
     Vec operator*(double s) const { return {x * s, y * s, z * s}; }
 };
 
-double dot(const Vec& a, const Vec& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+double dot(const Vec& a, const Vec& b)
+{
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 Vec cross(const Vec& a, const Vec& b)
 {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-Vec unit(const Vec& a) { return a * (1.0 / std::sqrt(dot(a, a))); }
+Vec unit(const Vec& a)
+{
+    return a * (1.0 / std::sqrt(dot(a, a)));
+}
 
 struct Fragment
 {
@@ -112,8 +117,8 @@ private:
                 const double lit = ambient + (1 - ambient) * (0.25 + 0.75 * facing);
                 Fragment f{depth, {}, v[0].color[3]};
                 for (std::size_t c = 0; c < 3; ++c)
-                    f.color[c] =
-                        lit * (weight[0] * v[0].color[c] + weight[1] * v[1].color[c] + weight[2] * v[2].color[c]);
+                    f.color[c] = lit * (weight[0] * v[0].color[c] + weight[1] * v[1].color[c] +
+                                        weight[2] * v[2].color[c]);
                 at(x, y).push_back(f);
             }
         }
@@ -159,8 +164,8 @@ TEST(Translucency, crossingGamutsShowAsIfEveryPixelWereCompositedInDepthOrder)
         ASSERT_EQ(picture.size(), QSize(width, height));
         Reference reference(sceneOf(eye), sceneOf(interest), 30);
         for (const QString& id : ids)
-            reference.add(*viewer.getGamut(id)->childAt({QStringLiteral("Gamut"), QStringLiteral("Front")}), ambient,
-                          sceneOf(QVector3D(300, 0, 0)));
+            reference.add(*viewer.getGamut(id)->childAt({QStringLiteral("Gamut"), QStringLiteral("Front")}),
+                          ambient, sceneOf(QVector3D(300, 0, 0)));
         std::size_t wrongHere = 0, coveredHere = 0;
         for (int y = 1; y + 1 < height; ++y) {
             for (int x = 1; x + 1 < width; ++x) {
@@ -184,8 +189,8 @@ TEST(Translucency, crossingGamutsShowAsIfEveryPixelWereCompositedInDepthOrder)
             }
         }
         EXPECT_GT(coveredHere, 1500u);
-        std::printf("from (%g, %g, %g): %zu of %zu pixels off\n", double(eye.x()), double(eye.y()), double(eye.z()),
-                    wrongHere, coveredHere);
+        std::printf("from (%g, %g, %g): %zu of %zu pixels off\n", double(eye.x()), double(eye.y()),
+                    double(eye.z()), wrongHere, coveredHere);
         wrong += wrongHere;
         covered += coveredHere;
     }

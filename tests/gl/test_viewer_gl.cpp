@@ -13,8 +13,7 @@ using kvtest::ShownViewer;
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-namespace
-{
+namespace {
 
 const QString srgbPath = QStringLiteral("/usr/share/color/icc/colord/sRGB.icc");
 const QString cmykPath = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
@@ -138,7 +137,8 @@ TEST(ViewerGL, clearedSetsLeaveThePicture)
     EXPECT_NE(shown.settledPicture(), before);
     shown.viewer.removePointSet(QStringLiteral("p"));
     EXPECT_EQ(shown.settledPicture(), before);
-    shown.viewer.addSegmentSet(QStringLiteral("s"), {{{Qt::red, QVector3D(50, -90, 0)}, {Qt::blue, QVector3D(50, 90, 0)}}});
+    shown.viewer.addSegmentSet(QStringLiteral("s"),
+                               {{{Qt::red, QVector3D(50, -90, 0)}, {Qt::blue, QVector3D(50, 90, 0)}}});
     EXPECT_NE(shown.settledPicture(), before);
     shown.viewer.clearSegmentSet();
     EXPECT_EQ(shown.settledPicture(), before);
@@ -235,7 +235,8 @@ TEST(ViewerGL, aShownAndANeverShownViewerAnswerAlike)
     EXPECT_EQ(a.camera(), hidden.camera());
     EXPECT_EQ(a.params(id), hidden.params(id));
     EXPECT_EQ(shown.viewer.faceList(id), hidden.faceList(id));
-    EXPECT_EQ(shown.viewer.isInsideGamut(id, QVector3D(50, 0, 0)), hidden.isInsideGamut(id, QVector3D(50, 0, 0)));
+    EXPECT_EQ(shown.viewer.isInsideGamut(id, QVector3D(50, 0, 0)),
+              hidden.isInsideGamut(id, QVector3D(50, 0, 0)));
     const auto vertices = [&](const KVGamut3DViewer& v) {
         return v.getGamut(id)->childAt({QStringLiteral("Gamut"), QStringLiteral("Front")})->vertices();
     };
@@ -247,7 +248,8 @@ TEST(ViewerGL, aViewerFilledBeforeItIsShownDrawsTheSame)
     const auto fill = [](KVGamut3DViewer& viewer) {
         viewer.setCamera(oblique, 0, QVector3D(50, 0, 0));
         viewer.setabPlane(true);
-        viewer.addSegmentSet(QStringLiteral("s"), {{{Qt::red, QVector3D(50, -90, 0)}, {Qt::blue, QVector3D(50, 90, 0)}}});
+        viewer.addSegmentSet(QStringLiteral("s"),
+                             {{{Qt::red, QVector3D(50, -90, 0)}, {Qt::blue, QVector3D(50, 90, 0)}}});
         return loadAndWait(viewer, QStringLiteral("g"), srgbPath);
     };
     ShownViewer after;
@@ -271,8 +273,8 @@ TEST(ViewerGL, eventsOnEitherRoadReachAHandlerOnce)
     for (QWindow* road : {static_cast<QWindow*>(&shown.viewer), static_cast<QWindow*>(&shown.widget())}) {
         shown.viewer.setCamera(QVector3D(50, 0, -300), 0, QVector3D(50, 0, 0));
         const float distance = shown.widget().cameraState().distance();
-        QWheelEvent wheel(QPointF(100, 75), road->mapToGlobal(QPointF(100, 75)), {}, QPoint(0, 120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QWheelEvent wheel(QPointF(100, 75), road->mapToGlobal(QPointF(100, 75)), {}, QPoint(0, 120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(road, &wheel);
         EXPECT_FLOAT_EQ(shown.widget().cameraState().distance(), distance - 6.0f);
 

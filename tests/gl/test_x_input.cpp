@@ -9,8 +9,7 @@
 
 // Real X events, end to end: a window manager, a pointer and a keyboard that the X server moves.
 
-namespace
-{
+namespace {
 
 constexpr double pi = 3.14159265358979323846;
 
@@ -26,8 +25,9 @@ protected:
         viewer.setPosition(100, 100);
         viewer.show();
         // decorated: the window manager has taken the window in
-        ASSERT_TRUE(kvtest::spinUntil(
-            [&] { return widget().drawnFrames() > 0 && viewer.isSettled() && viewer.frameMargins().top() > 0; }));
+        ASSERT_TRUE(kvtest::spinUntil([&] {
+            return widget().drawnFrames() > 0 && viewer.isSettled() && viewer.frameMargins().top() > 0;
+        }));
         kvtest::spinFor(200);
         viewer.setCamera(QVector3D(50, 0, -300), 0, QVector3D(50, 0, 0));
         // hover in, then a first click: it gives the window the keyboard, and the drag its start
@@ -68,7 +68,8 @@ protected:
     {
         const QPoint global = viewer.mapToGlobal(p);
         // a pointer that is there already would not move
-        run({QStringLiteral("mousemove_relative"), QStringLiteral("--"), QStringLiteral("-3"), QStringLiteral("-2")});
+        run({QStringLiteral("mousemove_relative"), QStringLiteral("--"), QStringLiteral("-3"),
+             QStringLiteral("-2")});
         run({QStringLiteral("mousemove"), QString::number(global.x()), QString::number(global.y())});
         ASSERT_TRUE(kvtest::spinUntil([&] { return widget().lastMousePosition().toPoint() == global; }));
     }
@@ -185,10 +186,12 @@ TEST_F(XInput, aDoubleClickIsReportedBetweenItsClicks)
 {
     QStringList order;
     QObject::connect(&viewer, &KVGamut3DViewer::click, &viewer, [&] { order += QStringLiteral("click"); });
-    QObject::connect(&viewer, &KVGamut3DViewer::doubleClick, &viewer, [&] { order += QStringLiteral("double"); });
+    QObject::connect(&viewer, &KVGamut3DViewer::doubleClick, &viewer,
+                     [&] { order += QStringLiteral("double"); });
     kvtest::spinFor(600); // not a third click of the first one
     xdotool({"click", "--repeat", "2", "--delay", "40", "1"});
     ASSERT_TRUE(kvtest::spinUntil([&] { return order.size() >= 3; }));
     kvtest::spinFor(100);
-    EXPECT_EQ(order, QStringList({QStringLiteral("click"), QStringLiteral("double"), QStringLiteral("click")}));
+    EXPECT_EQ(order,
+              QStringList({QStringLiteral("click"), QStringLiteral("double"), QStringLiteral("click")}));
 }

@@ -9,7 +9,8 @@ int main(int argc, char** argv)
 {
     if (argc != 3)
         return 2;
-    const auto difference = comparePictures(QImage(QString::fromLocal8Bit(argv[1])), QImage(QString::fromLocal8Bit(argv[2])));
+    const auto difference =
+        comparePictures(QImage(QString::fromLocal8Bit(argv[1])), QImage(QString::fromLocal8Bit(argv[2])));
     int worst = 0;
     for (int y = 0; y < difference.picture.height(); ++y)
         for (int x = 0; x < difference.picture.width(); ++x) {

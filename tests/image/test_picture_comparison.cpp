@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 
 QImage filled(const QColor& color, QSize size = {40, 30})
 {

@@ -11,8 +11,7 @@
 // Each case draws one thing, compares it with its baseline, then switches that thing off: the picture
 // must leave the threshold, else the baseline would not show it.
 
-namespace
-{
+namespace {
 
 // The software renderer gives the same bytes on every run. What is let pass is another version of it
 // moving the antialiased pixels along edges: at this size the longest outlines cover under 1 % of the
@@ -72,7 +71,8 @@ void expectPicture(const QString& name, const Step& set, const Step& off)
     const QImage actual = shown.viewer.picture();
 
     if (qEnvironmentVariableIsSet("KV_ACCEPT_BASELINES")) {
-        ASSERT_TRUE(actual.save(QDir(qEnvironmentVariable("KV_BASELINES")).filePath(name + QStringLiteral(".png"))));
+        ASSERT_TRUE(
+            actual.save(QDir(qEnvironmentVariable("KV_BASELINES")).filePath(name + QStringLiteral(".png"))));
     }
     const QImage expected = baseline(name);
     const PictureDifference difference = comparePictures(actual, expected);
@@ -246,7 +246,8 @@ TEST(Pictures, segments)
 TEST(Pictures, abPlane)
 {
     expectPicture(
-        QStringLiteral("ab-plane"), [](auto& v) { v.setabPlane(true); }, [](auto& v) { v.setabPlane(false); });
+        QStringLiteral("ab-plane"), [](auto& v) { v.setabPlane(true); },
+        [](auto& v) { v.setabPlane(false); });
 }
 
 TEST(Pictures, axesAndGridFromTheTop)
@@ -259,7 +260,8 @@ TEST(Pictures, axesAndGridFromTheTop)
 TEST(Pictures, axesAlone)
 {
     expectPicture(
-        QStringLiteral("axes"), [](auto& v) { v.setDisplayGrid(false); }, [](auto& v) { v.setDisplayAxes(false); });
+        QStringLiteral("axes"), [](auto& v) { v.setDisplayGrid(false); },
+        [](auto& v) { v.setDisplayAxes(false); });
 }
 
 TEST(Pictures, fromTheBottom)
@@ -298,7 +300,8 @@ TEST(Pictures, probedPixelsHaveTheirColours)
     const QImage picture = shown.settledPicture();
     const double pixelsPerUnit = 90 / ((522.48712 - 54.3) * std::tan(3.14159265358979 / 12));
     const auto at = [&](double aStar, double bStar) {
-        return picture.pixelColor(static_cast<int>(120 + aStar * pixelsPerUnit), static_cast<int>(90 - bStar * pixelsPerUnit));
+        return picture.pixelColor(static_cast<int>(120 + aStar * pixelsPerUnit),
+                                  static_cast<int>(90 - bStar * pixelsPerUnit));
     };
     const QColor red = at(78, 67.5);
     EXPECT_GT(red.red(), 240);
@@ -314,7 +317,7 @@ TEST(Pictures, probedPixelsHaveTheirColours)
 
 TEST(Pictures, baselinesOfDifferentThingsDiffer)
 {
-    EXPECT_FALSE(withinThreshold(comparePictures(baseline(QStringLiteral("markers-sphere")),
-                                                 baseline(QStringLiteral("markers-star"))),
-                                 edges));
+    EXPECT_FALSE(withinThreshold(
+        comparePictures(baseline(QStringLiteral("markers-sphere")), baseline(QStringLiteral("markers-star"))),
+        edges));
 }

@@ -4,8 +4,7 @@
 #include <QtCore/QStringList>
 
 /// A silent library needs loud tests: every Qt warning that a case does not expect fails it.
-namespace kvtest
-{
+namespace kvtest {
 
 /// Declares that this case logs a message (debug, warning or critical) that contains @p part.
 /// The case fails when it does not come. Cleared at the end of the case.

@@ -11,8 +11,7 @@
 
 #include <functional>
 
-namespace kvtest
-{
+namespace kvtest {
 
 /// Turns the event loop until @p condition holds; false when it does not within @p timeoutMs.
 inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 10000)
