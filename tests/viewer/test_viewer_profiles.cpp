@@ -466,7 +466,9 @@ TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
     ASSERT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 60000));
     EXPECT_EQ(viewer.displayMode(id), KVGamut3DViewer::Wireframe);
     const auto shown = [&](const char* child) {
-        return viewer.getGamut(id)->childAt({QStringLiteral("Gamut"), QString::fromLatin1(child)})->isVisible();
+        return viewer.getGamut(id)
+            ->childAt({QStringLiteral("Gamut"), QString::fromLatin1(child)})
+            ->isVisible();
     };
     EXPECT_TRUE(shown("Wireframe"));
     EXPECT_FALSE(shown("Front"));
