@@ -156,7 +156,8 @@ public:
     /// @param maxEdge longest surface edge, in dE76, that is left as it is; not a number: any
     /// @param gridPoints samples along each device axis; below 2, or -1, means the method's default
     ///        (33; 17 from five channels on); held to 3..129 otherwise
-    /// @param refinements how often at most edges longer than @p maxEdge are halved; held to 0..4
+    /// @param refinements how often at most edges longer than @p maxEdge are halved, as long as the
+    ///        surface does not pass through itself then; held to 0..4
     /// @param protocol progress and cancellation; may be null or point to a null handle
     /// @return whether a gamut was computed. On false the object is empty and reason() says why.
     ///

@@ -8,6 +8,7 @@
 #include "MeshVolume.h"
 #include "RadialHull.h"
 #include "Refinement.h"
+#include "SelfCrossing.h"
 
 #include <algorithm>
 
@@ -43,9 +44,16 @@ WindingCheck windingOf(const SurfaceMesh& mesh, const Task& task)
     return checkWinding(castColumns(mesh, grid, task), grid);
 }
 
-bool windsOnce(const WindingCheck& check)
+bool crossesItself(const SurfaceMesh& mesh, const Task& task)
 {
-    return check.invalidVolume <= largestInvalidShare * check.insideVolume;
+    return countCrossings(mesh, 1, task) > 0;
+}
+
+// Sheets that lie upon each other do not cross; where they do, the surface winds twice.
+bool isSimple(const SurfaceMesh& mesh, const Task& task)
+{
+    const WindingCheck check = windingOf(mesh, task);
+    return check.invalidVolume <= largestInvalidShare * check.insideVolume && !crossesItself(mesh, task);
 }
 
 void lookOutwards(SurfaceMesh& mesh)
@@ -74,10 +82,7 @@ public:
         const bool found = (channels == 3 && directMesh()) || (m_reason.isEmpty() && hullMesh());
         if (!found)
             return false;
-        // A lattice's faces are small, and not where midway between device colours is.
-        if (m_record.method != KVGamut::Method::LatticeSurface &&
-            !refine(m_record.mesh, m_transform, std::max(0.0, m_request.maxEdge), m_request.refinements,
-                    m_task.part(0.75, 0.8), m_reason))
+        if (!refineSurface())
             return false;
         m_task.setProgress(0.8);
         m_reason = surfaceProblem(m_record.mesh);
@@ -96,11 +101,15 @@ private:
         if (!folds.done)
             return false;
         m_record.foldShare = folds.foldShare;
+        if (folds.sweptVolume < smallestVolume) {
+            m_reason = flatProblem();
+            return false;
+        }
         SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4), m_reason);
         if (mesh.triangles.empty())
             return false;
         lookOutwards(mesh);
-        if (folds.foldShare > largestFoldShare || !windsOnce(windingOf(mesh, m_task)))
+        if (folds.foldShare > largestFoldShare || !isSimple(mesh, m_task))
             return false;
         m_task.setProgress(0.6);
         const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
@@ -141,15 +150,13 @@ private:
     // False with a reason when it ends here.
     bool isStarShaped(const SurfaceMesh& hull)
     {
-        const bool sound = windsOnce(windingOf(hull, m_task));
         const int channels = m_transform.channels();
         if (channels > mostSolidChannels) {
-            if (!sound)
-                m_reason = QStringLiteral("the surface found for this device passes through itself");
-            return sound;
-        }
-        if (!sound)
+            if (isSimple(hull, m_task))
+                return true;
+            m_reason = QStringLiteral("the surface found for this device passes through itself");
             return false;
+        }
         constexpr std::array<std::size_t, 4> fromThree{17, 9, 7, 5};
         const DeviceNodes nodes = thinned(m_nodes, fromThree[static_cast<std::size_t>(channels - 3)]);
         const DeviceSolid solid = deviceSolid(m_transform, nodes, m_task.part(0.5, 0.55), m_reason);
@@ -160,7 +167,11 @@ private:
             m_reason = QStringLiteral("cancelled");
             return false;
         }
-        return std::abs(signedVolume(hull) - covered) <= concaveSlack * covered;
+        if (covered < smallestVolume) {
+            m_reason = flatProblem();
+            return false;
+        }
+        return std::abs(signedVolume(hull) - covered) <= concaveSlack * covered && isSimple(hull, m_task);
     }
 
     bool latticeMesh()
@@ -185,7 +196,31 @@ private:
             return false;
         }
         keepNoteworthyParts(mesh);
+        if (crossesItself(mesh, m_task)) {
+            m_reason = QStringLiteral("the surface found for this device passes through itself");
+            return false;
+        }
         take(std::move(mesh), coarse, KVGamut::Method::LatticeSurface);
+        return true;
+    }
+
+    // As fine as asked for, or as the surface can be without passing through itself: halfway between
+    // the ends of an edge the device's colour may lie deep inside. A lattice's faces are small, and
+    // their corners not where the device's colours are.
+    bool refineSurface()
+    {
+        const double rounds = m_request.refinements;
+        for (int i = 0; i < m_request.refinements; ++i) {
+            if (m_record.method == KVGamut::Method::LatticeSurface)
+                return true;
+            SurfaceMesh finer = m_record.mesh;
+            const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
+            if (!refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task, m_reason))
+                return false;
+            if (finer.triangles.size() == m_record.mesh.triangles.size() || crossesItself(finer, m_task))
+                return true;
+            m_record.mesh = std::move(finer);
+        }
         return true;
     }
 

@@ -20,13 +20,17 @@ QString surfaceProblem(const SurfaceMesh& mesh)
         return QStringLiteral("the surface is not closed");
     if (!shape.manifold)
         return QStringLiteral("the surface touches itself");
-    constexpr double smallestVolume = 1.0;
     const double volume = signedVolume(mesh);
     if (volume < -smallestVolume)
         return QStringLiteral("the surface is inside out");
     if (volume < smallestVolume)
-        return QStringLiteral("the gamut is flat: it has a volume of less than 1 cubic dE");
+        return flatProblem();
     return {};
+}
+
+QString flatProblem()
+{
+    return QStringLiteral("the gamut is flat: it has a volume of less than 1 cubic dE");
 }
 
 namespace {

@@ -38,6 +38,10 @@ struct GamutRecord
 /// @return what is wrong; empty when nothing is.
 QString surfaceProblem(const SurfaceMesh& mesh);
 
+/// Solids of less volume, dE cubed, have no gamut; and how that is said.
+inline constexpr double smallestVolume = 1.0;
+QString flatProblem();
+
 } // namespace velmora
 
 /// The shared body of a gamut. Immutable but for what is built at the first request, once, whichever

@@ -1,6 +1,8 @@
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
 
+#include "platform/velmora/SelfCrossing.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -137,6 +139,37 @@ TEST(Gamut, isSoundForEveryInstalledProfileThatHasOne)
         EXPECT_EQ(gamut.faces().size(), gamut.faceCount()) << qPrintable(path);
     }
     EXPECT_GE(computed, 25);
+}
+
+namespace {
+
+std::size_t crossingsOf(const KVGamut::GamutObject& gamut)
+{
+    velmora::SurfaceMesh mesh;
+    for (const auto& face : gamut.faces()) {
+        const int first = static_cast<int>(mesh.lab.size());
+        for (const auto& node : face)
+            mesh.lab.push_back({node.lab[0], node.lab[1], node.lab[2]});
+        mesh.triangles.push_back({first, first + 1, first + 2});
+    }
+    return velmora::countCrossings(mesh, 1000, {});
+}
+
+} // namespace
+
+TEST(Gamut, neverPassesThroughItselfHoweverItIsRefined)
+{
+    int computed = 0;
+    for (const QString& path : installedProfiles())
+        for (const auto& [grid, maxEdge] : {std::pair{5, 40.0f}, {9, 2.0f}, {-1, 10.0f}}) {
+            KVGamut::GamutObject gamut;
+            if (!gamut.init(openedFile(path), KVVMRenderRelativeColorimetric, false, false, maxEdge, grid, 2,
+                            nullptr))
+                continue;
+            ++computed;
+            EXPECT_EQ(crossingsOf(gamut), 0u) << qPrintable(path) << " grid " << grid;
+        }
+    EXPECT_GE(computed, 75);
 }
 
 TEST(Gamut, isTheSameOnEveryRun)

@@ -6,6 +6,7 @@
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/MeshVolume.h"
 #include "platform/velmora/NearestIndex.h"
+#include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
 
 #include <gtest/gtest.h>
@@ -138,6 +139,7 @@ TEST_P(HardSolid, hasAClosedSurfaceOfItsOwnShape)
     EXPECT_TRUE(shape.closed && shape.manifold);
     EXPECT_EQ(shape.components, 1);
     EXPECT_EQ(shape.eulerCharacteristic, GetParam().euler);
+    EXPECT_EQ(countCrossings(record.mesh, 1000, {}), 0u);
 }
 
 TEST_P(HardSolid, containsWhatTheSolidContains)

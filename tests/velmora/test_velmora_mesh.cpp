@@ -4,6 +4,7 @@
 #include "platform/velmora/MeshVolume.h"
 #include "platform/velmora/NearestIndex.h"
 #include "platform/velmora/Outline.h"
+#include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
 
 #include <gtest/gtest.h>
@@ -341,6 +342,87 @@ TEST(Columns, passThroughVerticesAndEdgesOnce)
                     columns.first[c + 1] - columns.first[c] == 2);
     }
     EXPECT_NEAR(checkWinding(columns, grid).insideVolume, 64.0, 1e-6);
+}
+
+// --- Crossings ------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::size_t all = 1'000'000;
+
+// Whether the edge from p to q goes through a triangle, in floating point (Möller and Trumbore 1997).
+bool edgePierces(Vec3 p, Vec3 q, const std::array<Vec3, 3>& t)
+{
+    const Vec3 along = q - p, u = t[1] - t[0], v = t[2] - t[0], h = cross(along, v);
+    const double size = dot(u, h);
+    if (size == 0.0)
+        return false;
+    const Vec3 s = p - t[0], k = cross(s, u);
+    const double x = dot(s, h) / size, y = dot(along, k) / size, z = dot(v, k) / size;
+    return x > 0.0 && y > 0.0 && x + y < 1.0 && z > 0.0 && z < 1.0;
+}
+
+std::size_t slowCrossings(const SurfaceMesh& mesh)
+{
+    std::vector<std::array<Vec3, 3>> triangles;
+    for (const Triangle& t : mesh.triangles)
+        triangles.push_back({toVec3(mesh.lab[static_cast<std::size_t>(t[0])]),
+                             toVec3(mesh.lab[static_cast<std::size_t>(t[1])]),
+                             toVec3(mesh.lab[static_cast<std::size_t>(t[2])])});
+    std::size_t count = 0;
+    for (std::size_t f = 0; f < triangles.size(); ++f)
+        for (std::size_t g = f + 1; g < triangles.size(); ++g) {
+            bool found = false;
+            for (std::size_t e = 0; e < 3; ++e)
+                found = found || edgePierces(triangles[f][e], triangles[f][(e + 1) % 3], triangles[g]) ||
+                        edgePierces(triangles[g][e], triangles[g][(e + 1) % 3], triangles[f]);
+            count += found;
+        }
+    return count;
+}
+
+} // namespace
+
+TEST(SelfCrossing, isFoundWhereALookAtEveryPairFindsIt)
+{
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> any(-100.0, 100.0), near(-15.0, 15.0);
+    for (int round = 0; round < 5; ++round) {
+        SurfaceMesh soup;
+        for (int i = 0; i < 600; ++i) {
+            const Vec3 middle{any(random), any(random), any(random)};
+            for (int c = 0; c < 3; ++c)
+                soup.lab.push_back(snapped(middle + Vec3{near(random), near(random), near(random)}));
+            soup.triangles.push_back({3 * i, 3 * i + 1, 3 * i + 2});
+        }
+        const std::size_t expected = slowCrossings(soup);
+        EXPECT_GT(expected, 20u);
+        EXPECT_EQ(countCrossings(soup, all, {}), expected);
+        EXPECT_EQ(countCrossings(soup, 7, {}), 7u);
+    }
+}
+
+TEST(SelfCrossing, isSeenWhereSolidsOverlapAndNowhereElse)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    EXPECT_EQ(countCrossings(box, all, {}), 0u);
+    EXPECT_EQ(countCrossings(torusMesh(60), all, {}), 0u);
+    EXPECT_GT(countCrossings(joined(box, boxMesh({30, 20, 10}, {70, 60, 80})), all, {}), 0u);
+    EXPECT_EQ(countCrossings(joined(box, boxMesh({10, 10, 10}, {20, 20, 20})), all, {}), 0u); // within
+    EXPECT_EQ(countCrossings(joined(box, boxMesh({40, 0, 0}, {80, 40, 40})), all, {}), 0u);   // beside
+    EXPECT_EQ(countCrossings({}, all, {}), 0u);
+}
+
+TEST(SelfCrossing, ofTheSmallestKindIsSeen)
+{
+    // A tip that reaches one lattice unit through a face.
+    SurfaceMesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
+    const float unit = 1.0f / 65536.0f;
+    mesh.lab.insert(mesh.lab.end(), {{40.0f - unit, 13.0f, 21.0f}, {60, 10, 20}, {60, 16, 20}});
+    mesh.triangles.push_back({8, 9, 10});
+    EXPECT_EQ(countCrossings(mesh, all, {}), 1u);
+    mesh.lab[8].L = 40.0f;
+    EXPECT_EQ(countCrossings(mesh, all, {}), 0u); // touches
 }
 
 // --- Inside and outline of solids with holes ------------------------------------------------------
