@@ -14,8 +14,11 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <ctime>
 #include <set>
 #include <thread>
+
+#include <pthread.h>
 
 using namespace testprofiles;
 
@@ -187,6 +190,68 @@ TEST(Cancellation, endsALongComputationSoon)
             EXPECT_LT(endedAt - cancelledAt, 200) << qPrintable(path) << " after " << delay << " ms";
         }
     }
+}
+
+namespace {
+
+// Processor time of one thread: what other programs take does not count.
+double secondsOf(clockid_t clock)
+{
+    timespec now;
+    clock_gettime(clock, &now);
+    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double slowness = 20.0;
+#else
+constexpr double slowness = 1.0;
+#endif
+
+} // namespace
+
+TEST(Cancellation, takesFiftyMillisecondsAtMostAtTheDefaultGrid)
+{
+    const QByteArray wound = tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
+        const double angle = 3.0 * M_PI * d[1];
+        const double radius = 40.0 + 10.0 * d[2];
+        return Lab{45 + 10 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+    });
+    const QByteArray sixInks = tableProfile(cmsSig6colorData, 5, anyBox);
+    clockid_t clock;
+    ASSERT_EQ(pthread_getcpuclockid(pthread_self(), &clock), 0);
+    int cancelled = 0;
+    for (const auto& profile :
+         {openedFile(prophotoRgb()), openedFile(printerCmyk()), opened(wound), opened(sixInks)}) {
+        const auto compute = [&](KVCompletionProtocolPtr protocol) {
+            KVGamut::GamutObject gamut;
+            return gamut.init(profile, KVVMRenderRelativeColorimetric, false, true, 40.0f, -1, 2, &protocol);
+        };
+        const double start = secondsOf(clock);
+        ASSERT_TRUE(compute({}));
+        const double whole = secondsOf(clock) - start;
+        for (double share = 0.02; share < 0.95; share += 0.06) {
+            const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
+            const double begin = secondsOf(clock);
+            std::atomic<double> cancelledAt{0.0};
+            std::atomic<bool> ended{false};
+            std::thread canceller([&] {
+                while (!ended && secondsOf(clock) < begin + share * whole)
+                    std::this_thread::sleep_for(std::chrono::microseconds(100));
+                protocol->cancel();
+                cancelledAt = secondsOf(clock);
+            });
+            const bool done = compute(protocol);
+            const double end = secondsOf(clock);
+            ended = true;
+            canceller.join();
+            if (done)
+                continue;
+            ++cancelled;
+            EXPECT_LT(end - cancelledAt, 0.05 * slowness) << "after " << share << " of " << whole << " s";
+        }
+    }
+    EXPECT_GE(cancelled, 8); // the others had ended before
 }
 
 namespace {
