@@ -187,9 +187,11 @@ private:
         const double fineness = double(m_record.gridPoints) / effectiveGridPoints(-1, m_transform.channels());
         const double faces = latticeFaces * std::min(2.0, fineness * fineness);
         const double pitch = pitchForFaces(half, faces, m_task.part(0.62, 0.64));
-        SurfaceMesh mesh;
-        if (pitch > 0.0)
-            mesh = latticeSurface(solid, pitch, m_task.part(0.64, 0.72));
+        if (!(pitch > 0.0)) {
+            m_reason = m_task.isCancelled() ? QStringLiteral("cancelled") : flatProblem();
+            return false;
+        }
+        SurfaceMesh mesh = latticeSurface(solid, pitch, m_task.part(0.64, 0.72));
         const SurfaceMesh coarse = latticeSurface(half, 2.0 * pitch, m_task.part(0.72, 0.75));
         if (m_task.isCancelled()) {
             m_reason = QStringLiteral("cancelled");
