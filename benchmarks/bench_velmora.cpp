@@ -8,10 +8,12 @@
 #include "platform/velmora/Compare.h"
 #include "platform/velmora/DeviceCubeMesh.h"
 #include "platform/velmora/FoldCheck.h"
+#include "platform/velmora/LatticeSurface.h"
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/Outline.h"
 #include "platform/velmora/Profile.h"
 #include "platform/velmora/RadialHull.h"
+#include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -138,6 +140,49 @@ void topologyCheck(benchmark::State& state)
         benchmark::DoNotOptimize(topology(mesh).eulerCharacteristic);
 }
 
+void crossingCheck(benchmark::State& state)
+{
+    const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(countCrossings(mesh, 1, {}));
+    state.counters["faces"] = double(mesh.triangles.size());
+}
+
+// A ring that the device's map winds around one and a half times.
+class WoundDevice final : public DeviceTransform
+{
+public:
+    int channels() const override { return 3; }
+    ChannelKind kind() const override { return ChannelKind::Coordinates; }
+    std::vector<float> white() const override { return {1.0f, 1.0f, 1.0f}; }
+    std::vector<float> black() const override { return {0.0f, 0.0f, 0.0f}; }
+    std::vector<float> origin() const override { return black(); }
+
+protected:
+    void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            const float* d = block + 3 * i;
+            const double angle = 3.0 * M_PI * double(d[1]), radius = 20.0 + 40.0 * double(d[2]);
+            lab[i] = {20.0 + 60.0 * double(d[0]), radius * std::cos(angle), radius * std::sin(angle)};
+        }
+    }
+};
+
+void lattice(benchmark::State& state)
+{
+    const WoundDevice device;
+    QString reason;
+    const DeviceNodes nodes = solidNodes(device, 33, {}, reason);
+    const DeviceSolid solid = deviceSolid(device, nodes, {}, reason);
+    const double pitch = pitchForFaces(solid, double(state.range(0)), {});
+    std::size_t faces = 0;
+    for (auto _ : state)
+        faces = latticeSurface(solid, pitch, {}).triangles.size();
+    state.counters["faces"] = double(faces);
+    state.counters["pitch"] = pitch;
+}
+
 void index(benchmark::State& state)
 {
     const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
@@ -234,6 +279,8 @@ BENCHMARK(gamut)->Apply(sizes);
 BENCHMARK(surface)->Apply(sizes);
 BENCHMARK(foldCheck)->Unit(benchmark::kMillisecond);
 BENCHMARK(topologyCheck)->Apply(sizes);
+BENCHMARK(crossingCheck)->Apply(sizes);
+BENCHMARK(lattice)->ArgName("faces")->Arg(25000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(index)->Apply(sizes);
 BENCHMARK(inside)->Apply(sizes)->Unit(benchmark::kNanosecond);
 BENCHMARK(nearest)->Apply(sizes)->Unit(benchmark::kNanosecond);
