@@ -107,6 +107,15 @@ void KVGLWidget::logContext()
                         QString::fromLatin1(version), profileName(format().profile())));
 }
 
+void KVGLWidget::resizeEvent(QResizeEvent* event)
+{
+    // Qt would make the context with the first resize, but its framebuffer only with the first paint,
+    // and dereferences the missing one whenever the context is made current in between or the window
+    // is destroyed: a window that has a size but was not exposed yet. The first paint makes both.
+    if (context())
+        QOpenGLWindow::resizeEvent(event);
+}
+
 void KVGLWidget::resizeGL(int w, int h)
 {
     m_frameTimer.invalidate();

@@ -99,6 +99,7 @@ public Q_SLOTS:
 protected:
     void initializeGL() override;
     void resizeGL(int w, int h) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintGL() override;
 
 private:

@@ -425,6 +425,57 @@ TEST(GLWindow, initialisingAgainDoublesNoConnection)
     EXPECT_EQ(widget.swapReceivers(), 1);
 }
 
+namespace {
+
+/// A viewer whose windows exist and have a size, but have not been exposed: so a host keeps it in a
+/// hidden tab, and so it is for a moment whenever it is shown.
+struct UnexposedViewer
+{
+    UnexposedViewer()
+    {
+        viewer.resize(200, 150);
+        viewer.create();
+        widget().create();
+        QResizeEvent resized(QSize(200, 150), QSize());
+        QCoreApplication::sendEvent(&widget(), &resized);
+        if (QOpenGLContext* current = QOpenGLContext::currentContext())
+            current->doneCurrent(); // as anything does that draws elsewhere
+    }
+
+    KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
+
+    KVGamut3DViewer viewer;
+};
+
+} // namespace
+
+TEST(GLWindow, aChangeBeforeTheFirstExposureShowsInTheFirstPicture)
+{
+    UnexposedViewer unexposed;
+    unexposed.viewer.setDisplayAxes(false);
+    unexposed.viewer.setDisplayGrid(false);
+    unexposed.viewer.addPointSet(QStringLiteral("dot"),
+                                 {{Qt::red, QVector3D(50, 0, 0)}, {Qt::red, QVector3D(60, 0, 0)}});
+    unexposed.viewer.show();
+    ASSERT_TRUE(
+        spinUntil([&] { return unexposed.widget().drawnFrames() > 0 && unexposed.viewer.isSettled(); }));
+    const QImage picture = unexposed.viewer.picture();
+    EXPECT_EQ(pixel(picture, 0.5, 0.5), QColor(Qt::red)); // seen from above
+    EXPECT_EQ(pixel(picture, 0.25, 0.25), QColor(Qt::gray));
+}
+
+TEST(GLWindow, isDestroyedBeforeItsFirstExposureWithAllItHolds)
+{
+    QWeakPointer<KV3DObject> object;
+    {
+        UnexposedViewer unexposed;
+        QSharedPointer<KV3DObject> square(new KV3DObject(QStringLiteral("Square")));
+        object = square.toWeakRef();
+        unexposed.widget().root().addChild(square);
+    }
+    EXPECT_TRUE(object.isNull());
+}
+
 TEST(GLWindow, destroyingAShownViewerReleasesItsBuffersWhileTheContextLives)
 {
     QSharedPointer<KV3DObject> kept;
