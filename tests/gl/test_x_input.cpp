@@ -18,8 +18,20 @@ class XInput : public testing::Test
 protected:
     void SetUp() override
     {
-        windowManager.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+        // A window that is shown while the window manager starts may be left out for ever: it says
+        // when it is ready.
+        windowManager.start(
+            QStringLiteral("openbox"),
+            {QStringLiteral("--sm-disable"), QStringLiteral("--startup"), QStringLiteral("echo ready")});
         ASSERT_TRUE(windowManager.waitForStarted()) << "openbox is needed";
+        QByteArray said;
+        ASSERT_TRUE(kvtest::spinUntil([&] {
+            said += windowManager.readAllStandardOutput();
+            return said.contains("ready");
+        }));
+        // The window comes after the manager is ready: one that is mapped while it starts is left out now
+        // and then.
+        ASSERT_TRUE(kvtest::spinUntil([&] { return windowManagerAnswers(); })) << "openbox did not get ready";
         viewer.setTitle(QStringLiteral("viewer"));
         viewer.resize(320, 240);
         viewer.setPosition(100, 100);
@@ -41,6 +53,14 @@ protected:
     {
         windowManager.terminate();
         windowManager.waitForFinished();
+    }
+
+    /// Whether the X server has a manager that speaks of desktops.
+    static bool windowManagerAnswers()
+    {
+        QProcess tool;
+        tool.start(QStringLiteral("xdotool"), {QStringLiteral("get_desktop")});
+        return tool.waitForFinished() && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
     }
 
     KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
