@@ -114,8 +114,9 @@ public:
     float pointSize() const { return m_pointSize; }
     /// Diameter of the dots of one point set, until it is refilled or setPointSize() is called.
     void setPointSetSize(const QString& name, int size);
-    /// Width of a segment set. Segments are ribbons width / 1.5 Lab units thick; a new width shows when
-    /// the set is next refilled.
+    /// Width of a segment set. Segments are bars width / 1.5 Lab units thick, seen alike from every side;
+    /// one that starts where the one before it ends meets it in a mitre (both reach over a corner sharper
+    /// than 120 degrees). A new width shows when the set is next refilled; 0 draws lines 1 pixel thin.
     void setSegmentSetWidth(const QString& name, float width);
     /// @}
 
@@ -125,7 +126,8 @@ public:
     bool displayGrid() const; ///< true at first
     void setDisplayAxes(bool display);
     bool displayAxes() const; ///< true at first
-    /// The coloured floor just below L* 0; not drawn while the camera is below it.
+    /// The coloured floor just below L* 0: each a*, b* from -128 to 128 in its colour at L* 72, brought
+    /// onto the screen in its hue. Not drawn while the camera is below it.
     void setabPlane(bool display);
     bool abPlane() const; ///< false at first
 

@@ -34,8 +34,7 @@ void KV3DObject::forEachChild(Setter setter)
 void KV3DObject::markDataChanged()
 {
     destroyBuffers();
-    m_changed = true;
-    m_drawnSinceChange = false;
+    markMoved();
 }
 
 void KV3DObject::markMoved()

@@ -9,7 +9,7 @@ varying vec3 worldNormal;
 varying vec4 surfaceColor;
 varying float clipHeight;
 
-// Share of the diffuse light that reaches a surface edge-on, so that nothing turns black.
+// Share of the diffuse light that reaches a surface turned away from it, so that nothing turns black.
 const float fill = 0.25;
 
 void main()
@@ -25,9 +25,12 @@ void main()
     float lightDistance = length(towardsLight);
     if (normalLength > 1e-6 && lightDistance > 1e-6) {
         float ambient = clamp(ambientStrenght, 0.0, 1.0);
-        // both sides of a surface are lit: which one faces the eye depends on the section cut
-        float facing = abs(dot(worldNormal, towardsLight)) / (normalLength * lightDistance);
-        vec3 diffuse = vec3(fill) + (1.0 - fill) * facing * lightColor.rgb;
+        // Both sides of a surface are lit, each by itself: the one that is seen counts, also inside a cut
+        // gamut. The cosine is wrapped around the shadow side (Green, GPU Gems, 2004), so that shapes
+        // are modelled there too, and a view from below is not flat.
+        float cosine = dot(worldNormal, towardsLight) / (normalLength * lightDistance);
+        float wrapped = 0.5 + 0.5 * (gl_FrontFacing ? cosine : -cosine);
+        vec3 diffuse = vec3(fill) + (1.0 - fill) * wrapped * lightColor.rgb;
         light = mix(diffuse, vec3(1.0), ambient);
     }
     gl_FragColor = vec4(surfaceColor.rgb * light, surfaceColor.a);

@@ -433,6 +433,17 @@ TEST_F(SceneGL, bothSidesOfASurfaceAreLitAlike)
     EXPECT_TRUE(near(back, front.redF(), front.greenF(), front.blueF()));
 }
 
+TEST_F(SceneGL, theSideThatIsTurnedAwayFromTheLightIsTheDarkOne)
+{
+    auto object = add(QColor(200, 100, 50), 0);
+    object->setAmbientStrength(0.0f);
+    lightPos = QVector3D(0, 0, -350);
+    const QColor towards = middle(frame());
+    const QColor away = middle(frame(CameraState(QVector3D(0, 0, 350), QVector3D())));
+    EXPECT_TRUE(near(towards, 200 / 255.0, 100 / 255.0, 50 / 255.0));
+    EXPECT_TRUE(near(away, 0.25 * 200 / 255.0, 0.25 * 100 / 255.0, 0.25 * 50 / 255.0));
+}
+
 TEST_F(SceneGL, aDegenerateNormalLeavesTheColourUnshaded)
 {
     auto object = add(Qt::white, 0);
@@ -462,7 +473,8 @@ TEST_F(SceneGL, normalsAreMappedAsPositionsAre)
     EXPECT_TRUE(near(middle(frame(fromX)), 1, 1, 1));
     lightPos = QVector3D(0, 5000, 0);
     wall->setAlpha(1.0f, 0);
-    EXPECT_LT(middle(frame(fromX)).red(), 80);
+    // edge-on: a quarter of fill and half of the rest
+    EXPECT_TRUE(near(middle(frame(fromX)), 0.625, 0.625, 0.625));
 }
 
 TEST_F(SceneGL, theLightColourTintsWhatIsNotAmbient)

@@ -100,7 +100,7 @@ private:
         const int x1 = std::min(width - 1, static_cast<int>(std::ceil(std::max({sx[0], sx[1], sx[2]}))));
         const int y0 = std::max(0, static_cast<int>(std::floor(std::min({sy[0], sy[1], sy[2]}) - 0.5)));
         const int y1 = std::min(height - 1, static_cast<int>(std::ceil(std::max({sy[0], sy[1], sy[2]}))));
-        // the shader's rules, written again: host normal to scene, both sides lit, a quarter of fill
+        // the shader's rules, written again: host normal to scene, the side that is seen, a quarter of fill
         const Vec normal = unit({-v[0].normal[1], v[0].normal[0], v[0].normal[2]});
         for (int y = y0; y <= y1; ++y) {
             for (int x = x0; x <= x1; ++x) {
@@ -113,8 +113,9 @@ private:
                 const double depth = 1 / (b0 / w[0] + b1 / w[1] + b2 / w[2]);
                 const double weight[3] = {b0 / w[0] * depth, b1 / w[1] * depth, b2 / w[2] * depth};
                 const Vec place = world[0] * weight[0] + world[1] * weight[1] + world[2] * weight[2];
-                const double facing = std::abs(dot(normal, unit(light - place)));
-                const double lit = ambient + (1 - ambient) * (0.25 + 0.75 * facing);
+                const double side = dot(normal, m_eye - place) > 0 ? 1 : -1;
+                const double wrapped = 0.5 + 0.5 * side * dot(normal, unit(light - place));
+                const double lit = ambient + (1 - ambient) * (0.25 + 0.75 * wrapped);
                 Fragment f{depth, {}, v[0].color[3]};
                 for (std::size_t c = 0; c < 3; ++c)
                     f.color[c] = lit * (weight[0] * v[0].color[c] + weight[1] * v[1].color[c] +

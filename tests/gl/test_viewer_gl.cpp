@@ -151,13 +151,18 @@ TEST(ViewerGL, aFadeShowsItsWayAndEndsExactly)
     const QString id = QStringLiteral("srgb");
     ASSERT_TRUE(loadAndWait(shown.viewer, id, srgbPath));
     shown.settle();
-    shown.viewer.changeGamutAlpha(id, 0.25f, 300);
     bool between = false;
-    ASSERT_TRUE(spinUntil([&] {
-        const float now = shown.viewer.gamutAlpha(id);
-        between = between || (now < 0.95f && now > 0.3f);
-        return now == 0.25f;
-    }));
+    for (int duration = 300; !between && duration < 30000; duration *= 3) { // a busy machine skips frames
+        shown.viewer.changeGamutAlpha(id, 1.0f, 0);
+        shown.viewer.changeGamutAlpha(id, 0.25f, duration);
+        ASSERT_TRUE(spinUntil(
+            [&] {
+                const float now = shown.viewer.gamutAlpha(id);
+                between = between || (now < 0.95f && now > 0.3f);
+                return now == 0.25f;
+            },
+            60000));
+    }
     EXPECT_TRUE(between);
     EXPECT_TRUE(shown.settle());
     EXPECT_FALSE(shown.root().sortedVertices().isEmpty());
