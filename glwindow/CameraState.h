@@ -45,14 +45,14 @@ struct CameraState
     void pan(float dx, float dy);
 
     QVector3D eye() const { return m_eye; }
-    QVector3D interest() const { return m_interest; }
+    QVector3D interestPoint() const { return m_interest; }
     QVector3D up() const { return m_up; } ///< not normalised
     float viewingAngle() const { return m_viewingAngle; }
     float azimuth() const { return m_azimuth; }       ///< of the eye direction in the X-Z plane, atan2(Z, X)
     float polarAngle() const { return m_polarAngle; } ///< between the eye direction and +Y
     float distance() const { return m_distance; }
     float aspect() const { return m_aspect; }
-    bool isOrthogonal() const { return m_orthogonal; }
+    bool orthogonal() const { return m_orthogonal; }
     const QMatrix4x4& projectionOverride() const { return m_projectionOverride; }
 
     /// World to eye.

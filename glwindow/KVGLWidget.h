@@ -52,8 +52,8 @@ public:
     void setOrthogonalProjection(bool on, int duration);
     void setViewingAngle(float degrees, int duration);
     QVector3D camera() const { return m_camera.eye(); }
-    QVector3D interestPt() const { return m_camera.interest(); }
-    bool orthogonalProjection() const { return m_camera.isOrthogonal(); }
+    QVector3D interestPt() const { return m_camera.interestPoint(); }
+    bool orthogonalProjection() const { return m_camera.orthogonal(); }
     /// The angle at the start while a move runs.
     float viewingAngle() const;
     const CameraState& cameraState() const { return m_camera; }

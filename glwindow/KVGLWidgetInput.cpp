@@ -116,9 +116,9 @@ std::pair<QVector3D, QVector3D> KVGLWidget::rayToPoint(const QPoint& p) const
     const float y = 1.0f - 2.0f * static_cast<float>(p.y()) / static_cast<float>(geometry().height());
     const QVector4D onNearPlane(x, y, -1.0f, 1.0f);
 
-    if (m_camera.isOrthogonal()) {
+    if (m_camera.orthogonal()) {
         const QVector3D origin = ((worldFromEye * eyeFromClip) * onNearPlane).toVector3D();
-        return {origin, m_camera.interest() - m_camera.eye()};
+        return {origin, m_camera.interestPoint() - m_camera.eye()};
     }
     const QVector4D inEye = eyeFromClip * onNearPlane;
     const QVector4D direction = worldFromEye * QVector4D(inEye.x(), inEye.y(), -1.0f, 0.0f);

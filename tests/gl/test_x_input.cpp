@@ -107,7 +107,7 @@ TEST_F(XInput, aDragOrbits)
     EXPECT_NEAR(after.azimuth() - before.azimuth(), 40 / (320 / (4 * pi)), 1e-4);
     EXPECT_NEAR(after.polarAngle() - before.polarAngle(), 20 / (240 / (4 * pi)), 1e-4);
     EXPECT_NEAR(after.distance(), before.distance(), 1e-3);
-    EXPECT_EQ(after.interest(), before.interest());
+    EXPECT_EQ(after.interestPoint(), before.interestPoint());
     ASSERT_TRUE(kvtest::spinUntil([&] { return clicks.count() > 0; }));
     EXPECT_EQ(clicks.count(), 1); // where it ended
     EXPECT_EQ(clicks[0][0].toPoint(), QPoint(200, 100));
@@ -119,10 +119,10 @@ TEST_F(XInput, aRightDragPansOneUnitPerPixel)
     drag("3", QPoint(160, 120), QPoint(190, 110));
     const CameraState after = widget().cameraState();
     // the scene follows the pointer, so the camera goes against it: down when the pointer goes up
-    const QVector3D moved = after.interest() - before.interest();
+    const QVector3D moved = after.interestPoint() - before.interestPoint();
     EXPECT_NEAR(moved.length(), std::hypot(30, 10), 1e-3);
     EXPECT_NEAR(moved.y(), -10, 1e-3);
-    EXPECT_EQ(after.eye() - after.interest(), before.eye() - before.interest());
+    EXPECT_EQ(after.eye() - after.interestPoint(), before.eye() - before.interestPoint());
     EXPECT_EQ(after.azimuth(), before.azimuth());
 }
 
@@ -140,7 +140,7 @@ TEST_F(XInput, shiftTurnsTheLeftDragIntoAPan)
     const CameraState after = widget().cameraState();
     xdotool({"keyup", "shift"});
     ASSERT_TRUE(kvtest::spinUntil([&] { return !widget().panMode(); }));
-    EXPECT_NEAR((after.interest() - before.interest()).length(), 20, 1e-3);
+    EXPECT_NEAR((after.interestPoint() - before.interestPoint()).length(), 20, 1e-3);
     EXPECT_EQ(after.azimuth(), before.azimuth());
 }
 

@@ -58,7 +58,7 @@ struct Axes
         right = unit(cross(forward, upHint));
         up = cross(right, forward);
     }
-    explicit Axes(const CameraState& c) : Axes(Vec3d(c.eye()), Vec3d(c.interest()), Vec3d(c.up())) {}
+    explicit Axes(const CameraState& c) : Axes(Vec3d(c.eye()), Vec3d(c.interestPoint()), Vec3d(c.up())) {}
 };
 
 inline Matrix4d lookAtOracle(const Vec3d& eye, const Axes& a)

@@ -22,7 +22,7 @@ void expectOrbit(const CameraState& c, const OrbitOracle& o, double relative = 2
 {
     const double scale = std::max({1.0, o.distance, length(o.eye), length(o.interest)});
     expectVector(c.eye(), o.eye, relative * scale, "eye");
-    expectVector(c.interest(), o.interest, relative * scale, "interest");
+    expectVector(c.interestPoint(), o.interest, relative * scale, "interest");
     expectVector(c.up(), o.up(), 4.0 * relative * scale, "up");
     EXPECT_NEAR(c.distance(), o.distance, relative * scale);
     EXPECT_NEAR(c.azimuth(), o.azimuth, 1e-5);
@@ -47,14 +47,14 @@ TEST(CameraState, startsBehindTheOriginInPerspective)
 {
     const CameraState c;
     EXPECT_EQ(c.eye(), QVector3D(0, 0, -350));
-    EXPECT_EQ(c.interest(), QVector3D(0, 0, 0));
+    EXPECT_EQ(c.interestPoint(), QVector3D(0, 0, 0));
     EXPECT_FLOAT_EQ(c.azimuth(), -quarter);
     EXPECT_FLOAT_EQ(c.polarAngle(), quarter);
     EXPECT_EQ(c.distance(), 350.0f);
     expectVector(c.up(), {0, 350, 0}, 1e-4);
     EXPECT_EQ(c.viewingAngle(), 30.0f);
     EXPECT_EQ(c.aspect(), 1.0f);
-    EXPECT_FALSE(c.isOrthogonal());
+    EXPECT_FALSE(c.orthogonal());
     EXPECT_TRUE(c.projectionOverride().isIdentity());
 }
 
@@ -66,11 +66,11 @@ TEST(CameraState, derivesAnglesDistanceAndUpFromEyeAndInterest)
         CameraState c;
         c.setEyeAndInterest(eye, interest);
         EXPECT_EQ(c.eye(), eye);
-        EXPECT_EQ(c.interest(), interest);
+        EXPECT_EQ(c.interestPoint(), interest);
         expectOrbit(c, expected);
         EXPECT_EQ(c.viewingAngle(), 30.0f);
         EXPECT_EQ(c.aspect(), 1.0f);
-        EXPECT_FALSE(c.isOrthogonal());
+        EXPECT_FALSE(c.orthogonal());
     }
 }
 
@@ -94,7 +94,7 @@ TEST(CameraState, keepsProjectionWhenTheEyeMoves)
     c.setEyeAndInterest({1, 2, 3}, {4, 5, 6});
     EXPECT_EQ(c.viewingAngle(), 55.0f);
     EXPECT_EQ(c.aspect(), 1.5f);
-    EXPECT_TRUE(c.isOrthogonal());
+    EXPECT_TRUE(c.orthogonal());
     EXPECT_EQ(c.projectionOverride(), override);
 }
 
@@ -106,7 +106,7 @@ TEST(CameraState, anEyeAtTheInterestPointHasNoDistanceAndNoPolarAngle)
     EXPECT_EQ(c.azimuth(), 0.0f);
     EXPECT_TRUE(std::isnan(c.polarAngle()));
     EXPECT_EQ(c.eye(), QVector3D(3, 4, 5));
-    EXPECT_EQ(c.interest(), QVector3D(3, 4, 5));
+    EXPECT_EQ(c.interestPoint(), QVector3D(3, 4, 5));
     EXPECT_EQ(c.up(), QVector3D(0, 0, 0));
 }
 
@@ -166,7 +166,7 @@ TEST(CameraRotation, movesTheEyeOnItsSphere)
             o.moveEye();
             expectOrbit(c, o, 2e-5);
             EXPECT_NEAR(c.polarAngle(), o.polar, 1e-4);
-            EXPECT_EQ(c.interest(), interest);
+            EXPECT_EQ(c.interestPoint(), interest);
         }
     }
 }
@@ -204,7 +204,7 @@ TEST(CameraRotation, upStaysAcrossTheViewSoThatThePictureNeverRolls)
     CameraState c({100, 80, -60}, {0, 50, 0});
     for (int i = 0; i < 100; ++i) {
         c.rotate(0.37f, 0.23f);
-        const Vec3d d = unit(Vec3d(c.eye()) - Vec3d(c.interest()));
+        const Vec3d d = unit(Vec3d(c.eye()) - Vec3d(c.interestPoint()));
         EXPECT_NEAR(dot(unit(Vec3d(c.up())), d), 0.0, 1e-4);
         EXPECT_NEAR(Axes(c).right.y, 0.0, 1e-4) << "the horizon is level";
     }
@@ -225,7 +225,7 @@ TEST(CameraZoom, changesTheDistanceAlongTheViewOnly)
         expectVector(c.eye(), expected, 1e-3 + pole);
         EXPECT_NEAR(c.distance(), before.distance + 33.25, 1e-3);
         EXPECT_NEAR(c.azimuth(), before.azimuth, 1e-5);
-        EXPECT_EQ(c.interest(), interest);
+        EXPECT_EQ(c.interestPoint(), interest);
         EXPECT_NEAR(length(Vec3d(c.up())), before.distance + 33.25, 5e-3);
     }
 }
@@ -283,7 +283,7 @@ TEST(CameraPan, movesEyeAndInterestByOneUnitPerUnitWhateverTheDistance)
         const Vec3d offset = 13.0 * axes.right + 7.0 * axes.up;
         EXPECT_NEAR(length(offset), std::hypot(13.0, 7.0), 1e-9);
         expectVector(c.eye(), Vec3d(eye) + offset, 1e-3);
-        expectVector(c.interest(), Vec3d(interest) + offset, 1e-3);
+        expectVector(c.interestPoint(), Vec3d(interest) + offset, 1e-3);
         EXPECT_EQ(c.azimuth(), before.azimuth());
         EXPECT_EQ(c.polarAngle(), before.polarAngle());
         EXPECT_EQ(c.distance(), before.distance());
@@ -296,7 +296,7 @@ TEST(CameraPan, aDegenerateCameraDoesNotMove)
     CameraState c({3, 4, 5}, {3, 4, 5});
     c.pan(10, 20);
     EXPECT_EQ(c.eye(), QVector3D(3, 4, 5));
-    EXPECT_EQ(c.interest(), QVector3D(3, 4, 5));
+    EXPECT_EQ(c.interestPoint(), QVector3D(3, 4, 5));
 }
 
 TEST(CameraPan, positiveDxShiftsTheViewToTheRightAndPositiveDyDownwards)
@@ -304,7 +304,7 @@ TEST(CameraPan, positiveDxShiftsTheViewToTheRightAndPositiveDyDownwards)
     CameraState c; // looks along +Z with +Y up: the right hand is at -X
     c.pan(10, 0);
     expectVector(c.eye(), {-10, 0, -350}, 1e-4);
-    expectVector(c.interest(), {-10, 0, 0}, 1e-4);
+    expectVector(c.interestPoint(), {-10, 0, 0}, 1e-4);
     c.pan(0, 5);
     expectVector(c.eye(), {-10, -5, -350}, 1e-4);
 }
@@ -404,7 +404,7 @@ TEST(CameraMatrices, choosingAProjectionDropsTheOverride)
         override.scale(4.0f);
         c.setProjectionOverride(override);
         c.setOrthogonal(orthogonal);
-        EXPECT_EQ(c.isOrthogonal(), orthogonal);
+        EXPECT_EQ(c.orthogonal(), orthogonal);
         EXPECT_TRUE(c.projectionOverride().isIdentity());
     }
 }
@@ -468,7 +468,7 @@ TEST(CameraEquality, seesTheUpVector)
     parallel.setBetween(CameraState({-8, 10, 0}, {-8, 10, 8}), CameraState({8, 10, 0}, {8, 10, 8}), 0.5f);
     converging.setBetween(CameraState({-6, 10, 0}, interest), CameraState({6, 10, 0}, interest), 0.5f);
     ASSERT_EQ(parallel.eye(), converging.eye());
-    ASSERT_EQ(parallel.interest(), converging.interest());
+    ASSERT_EQ(parallel.interestPoint(), converging.interestPoint());
     ASSERT_EQ(parallel.projectionOverride(), converging.projectionOverride());
     ASSERT_NE(parallel.up(), converging.up());
     EXPECT_FALSE(parallel == converging);
@@ -526,7 +526,7 @@ TEST(CameraBlend, isLinearInEveryFieldAndInTheProjectionMatrix)
     b.setOrthogonal(true);
     a.setAspect(1600, 900);
     b.setAspect(1600, 900);
-    const double hb = length(Vec3d(b.eye()) - Vec3d(b.interest())) * std::tan(radians(32.5));
+    const double hb = length(Vec3d(b.eye()) - Vec3d(b.interestPoint())) * std::tan(radians(32.5));
     for (const float t : {0.0f, 0.1f, 0.25f, 0.5f, 0.9f, 1.0f}) {
         CameraState c;
         c.setBetween(a, b, t);
@@ -535,7 +535,7 @@ TEST(CameraBlend, isLinearInEveryFieldAndInTheProjectionMatrix)
             return (1.0 - double(t)) * Vec3d(x) + double(t) * Vec3d(y);
         };
         expectVector(c.eye(), mixed(a.eye(), b.eye()), 1e-4);
-        expectVector(c.interest(), mixed(a.interest(), b.interest()), 1e-4);
+        expectVector(c.interestPoint(), mixed(a.interestPoint(), b.interestPoint()), 1e-4);
         expectVector(c.up(), mixed(a.up(), b.up()), 1e-4);
         EXPECT_NEAR(c.viewingAngle(), mix(25.0, 65.0), 1e-5);
         EXPECT_NEAR(c.azimuth(), mix(a.azimuth(), b.azimuth()), 1e-6);
@@ -556,11 +556,11 @@ TEST(CameraBlend, leavesAspectAndKindOfProjectionAlone)
     CameraState c;
     c.setAspect(5, 4);
     c.setBetween(a, b, 1.0f);
-    EXPECT_FALSE(c.isOrthogonal());
+    EXPECT_FALSE(c.orthogonal());
     EXPECT_EQ(c.aspect(), 1.25f);
     c.setOrthogonal(true);
     c.setBetween(a, b, 0.0f);
-    EXPECT_TRUE(c.isOrthogonal());
+    EXPECT_TRUE(c.orthogonal());
     EXPECT_EQ(c.aspect(), 1.25f);
 }
 

@@ -61,9 +61,9 @@ void expectTurned(const CameraState& after, const CameraState& before, double dA
 {
     EXPECT_NEAR(after.azimuth(), before.azimuth() + dAzimuth, 2e-5);
     EXPECT_NEAR(after.polarAngle(), before.polarAngle() + dPolar, 2e-5);
-    EXPECT_EQ(after.interest(), before.interest());
+    EXPECT_EQ(after.interestPoint(), before.interestPoint());
     EXPECT_EQ(after.distance(), before.distance());
-    OrbitOracle o{Vec3d(before.eye()), Vec3d(before.interest())};
+    OrbitOracle o{Vec3d(before.eye()), Vec3d(before.interestPoint())};
     o.azimuth += dAzimuth;
     o.polar += dPolar;
     o.moveEye();
@@ -75,7 +75,7 @@ void expectPanned(const CameraState& after, const CameraState& before, double dx
     const Axes axes(before);
     const Vec3d offset = dx * axes.right - dy * axes.up;
     expectVector(after.eye(), Vec3d(before.eye()) + offset, 2e-3);
-    expectVector(after.interest(), Vec3d(before.interest()) + offset, 2e-3);
+    expectVector(after.interestPoint(), Vec3d(before.interestPoint()) + offset, 2e-3);
     EXPECT_EQ(after.azimuth(), before.azimuth());
     EXPECT_EQ(after.polarAngle(), before.polarAngle());
     EXPECT_EQ(after.distance(), before.distance());
@@ -89,10 +89,10 @@ std::pair<Vec3d, Vec3d> rayOracle(const CameraState& c, double px, double py, do
     const double y = 1.0 - 2.0 * py / h;
     const double tangent = std::tan(radians(c.viewingAngle()) / 2.0);
     const double aspect = c.aspect();
-    if (!c.isOrthogonal()) {
+    if (!c.orthogonal()) {
         return {Vec3d(c.eye()), a.forward + x * aspect * tangent * a.right + y * tangent * a.up};
     }
-    const Vec3d view = Vec3d(c.interest()) - Vec3d(c.eye());
+    const Vec3d view = Vec3d(c.interestPoint()) - Vec3d(c.eye());
     const double half = length(view) * tangent;
     return {Vec3d(c.eye()) + nearPlane * a.forward + x * half * aspect * a.right + y * half * a.up, view};
 }
@@ -195,10 +195,10 @@ TEST(Wheel, zoomsByWholeTwentiethsOfTheTurnTowardsZero)
         const double before = x.camera().distance();
         turnWheel(x.widget, {0, row.delta});
         EXPECT_NEAR(x.camera().distance(), before + row.units, 1e-4) << row.delta;
-        const Vec3d view = Vec3d(oblique().eye()) - Vec3d(oblique().interest());
+        const Vec3d view = Vec3d(oblique().eye()) - Vec3d(oblique().interestPoint());
         expectVector(x.camera().eye(),
-                     Vec3d(oblique().interest()) + (before + row.units) / length(view) * view, 5e-3);
-        EXPECT_EQ(x.camera().interest(), oblique().interest());
+                     Vec3d(oblique().interestPoint()) + (before + row.units) / length(view) * view, 5e-3);
+        EXPECT_EQ(x.camera().interestPoint(), oblique().interestPoint());
         x.expectSilentAndStill();
     }
 }
@@ -333,7 +333,7 @@ TEST(MouseMove, aRightDragPansWithAndWithoutShift)
 TEST(MouseMove, draggingToTheRightMovesTheSceneToTheRight)
 {
     Window x;
-    const QVector3D point = oblique().interest();
+    const QVector3D point = oblique().interestPoint();
     const auto onScreen = [&] {
         return (x.camera().projectionMatrix() * x.camera().viewMatrix()).map(point);
     };
@@ -411,7 +411,7 @@ TEST_P(Rays, pointsOnARayAreSeenAtItsPixel)
     Window x(oblique(GetParam()));
     const Axes a(x.camera());
     const double tangent = std::tan(radians(20.0));
-    const double half = length(Vec3d(oblique().interest()) - Vec3d(oblique().eye())) * tangent;
+    const double half = length(Vec3d(oblique().interestPoint()) - Vec3d(oblique().eye())) * tangent;
     for (const QPoint p : {QPoint(30, 40), QPoint(333, 211)}) {
         const auto [origin, direction] = asDouble(x.widget.rayToPoint(p));
         for (const double t : {0.5, 1.0, 3.0}) {
@@ -428,9 +428,9 @@ TEST_P(Rays, throughTheCentreGoToTheInterestPoint)
 {
     Window x(oblique(GetParam()));
     const auto [origin, direction] = asDouble(x.widget.rayToPoint({width / 2, height / 2}));
-    const Vec3d view = unit(Vec3d(oblique().interest()) - Vec3d(oblique().eye()));
+    const Vec3d view = unit(Vec3d(oblique().interestPoint()) - Vec3d(oblique().eye()));
     EXPECT_NEAR(dot(unit(direction), view), 1.0, 1e-6);
-    EXPECT_LT(length(cross(Vec3d(oblique().interest()) - origin, unit(direction))), 0.01);
+    EXPECT_LT(length(cross(Vec3d(oblique().interestPoint()) - origin, unit(direction))), 0.01);
 }
 
 TEST_P(Rays, followSizeAndCamera)
@@ -474,7 +474,7 @@ TEST(Picking, orthogonalRaysAreParallelAndStartOnTheNearPlane)
     const Axes a(x.camera());
     const auto first = x.widget.rayToPoint({0, 0});
     const auto second = x.widget.rayToPoint({390, 17});
-    EXPECT_EQ(first.second, oblique().interest() - oblique().eye());
+    EXPECT_EQ(first.second, oblique().interestPoint() - oblique().eye());
     EXPECT_EQ(second.second, first.second);
     EXPECT_NE(second.first, first.first);
     for (const auto& ray : {first, second})
