@@ -6,6 +6,7 @@
 #include <QtCore/QUuid>
 
 #include <algorithm>
+#include <span>
 
 KV3DObject::KV3DObject(const QString& name, const QString& id)
     : m_name(name), m_id(id.isEmpty() ? QUuid::createUuid().toString(QUuid::WithBraces) : id),
@@ -43,6 +44,17 @@ void KV3DObject::markMoved()
     m_drawnSinceChange = false;
 }
 
+namespace {
+
+/// The vertex list as records.
+std::span<VertexStride> recordsOf(QList<float>& vertices)
+{
+    return {reinterpret_cast<VertexStride*>(vertices.data()),
+            static_cast<std::size_t>(vertices.size() / kvVertexFloats)};
+}
+
+} // namespace
+
 // --- Appearance -----------------------------------------------------------------------------------
 
 void KV3DObject::setAlpha(float alpha, int durationMs)
@@ -63,9 +75,8 @@ void KV3DObject::setAlpha(float alpha, int durationMs)
 void KV3DObject::applyAlpha(float alpha)
 {
     m_alpha = alpha;
-    float* v = m_vertices.data();
-    for (qsizetype i = 9, n = m_vertices.size(); i < n; i += kvVertexFloats)
-        v[i] = alpha;
+    for (VertexStride& record : recordsOf(m_vertices))
+        record.color[3] = alpha;
     markDataChanged();
     forEachChild([alpha](KV3DObject& c) { c.applyAlpha(alpha); });
 }
@@ -127,9 +138,8 @@ float KV3DObject::markerSize() const
 void KV3DObject::setClip(float clip)
 {
     m_clip = clip;
-    float* v = m_vertices.data();
-    for (qsizetype i = 14, n = m_vertices.size(); i < n; i += kvVertexFloats)
-        v[i] = clip;
+    for (VertexStride& record : recordsOf(m_vertices))
+        record.clip = clip;
     markDataChanged();
     forEachChild([clip](KV3DObject& c) { c.setClip(clip); });
 }
