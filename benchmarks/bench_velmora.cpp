@@ -1,259 +1,330 @@
 // The colour engine: what each step of a gamut costs, and each question asked of it.
 //
-// Held constant: the profile (sRGB of colord-data for three channels, default_cmyk of libgs-common
-// for four), relative colorimetric intent, no black-point compensation, one thread. The argument is
-// the number of grid points per device axis. "transform" is the rival of "surface": Little CMS alone
-// over the same device colours; the counter "times_transform" of the others is against it.
+// The arguments are the kind of profile and the number of grid points per device axis. Kinds: 0 is RGB
+// (sRGB of colord-data, a device mesh), 1 is CMYK (default_cmyk of libgs-common, a radial hull), 2 is a
+// table that winds around the L* axis one and a half times (a lattice surface). Held constant: relative
+// colorimetric intent, no black-point compensation, one thread.
+//
+// The rival is "transformAlone": Little CMS alone over the device colours that the surface is made of.
+// The counter "times_transform" of all others is their processor time in times of that; of inside and
+// nearest, which are asked one point at a time, as many questions stand against as many colours.
 
+#include "platform/velmora/Columns.h"
 #include "platform/velmora/Compare.h"
 #include "platform/velmora/DeviceCubeMesh.h"
 #include "platform/velmora/FoldCheck.h"
+#include "platform/velmora/GamutBuilder.h"
 #include "platform/velmora/LatticeSurface.h"
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/Outline.h"
-#include "platform/velmora/Profile.h"
 #include "platform/velmora/RadialHull.h"
 #include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
+
+#include "velmora/TestProfiles.h"
 
 #include <platform/KVVelmoraFramework.h>
 
 #include <benchmark/benchmark.h>
 
+#include <QtCore/QFile>
+
 #include <array>
-#include <chrono>
 #include <cmath>
+#include <ctime>
+#include <map>
+#include <memory>
 #include <random>
 
 using namespace velmora;
 
 namespace {
 
-constexpr const char* paths[] = {"/usr/share/color/icc/colord/sRGB.icc",
-                                 "/usr/share/color/icc/ghostscript/default_cmyk.icc"};
-
-KVProfilePtr profileOf(int kind)
+enum Kind
 {
-    static const KVProfilePtr profiles[] = {
-        KVProfilePtr(KVProfileCreateWithPath(paths[0]), KVProfileRelease),
-        KVProfilePtr(KVProfileCreateWithPath(paths[1]), KVProfileRelease)};
-    return profiles[kind];
+    Rgb,
+    Cmyk,
+    Ring
+};
+
+constexpr int foldCheckNodes = 17;
+constexpr double latticeFaces = 100'000.0; // at the default grid of 33
+
+double processorSeconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
 }
 
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        std::abort(); // without its profiles there is nothing to measure
+    return file.readAll();
+}
+
+QByteArray ringProfile()
+{
+    return testprofiles::tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
+        const double angle = 3.0 * M_PI * d[1], radius = 20.0 + 40.0 * d[2];
+        return testprofiles::Lab{20.0 + 60.0 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+    });
+}
+
+QByteArray profileBytes(int kind)
+{
+    return kind == Rgb    ? bytesOf(testprofiles::srgb())
+           : kind == Cmyk ? bytesOf(testprofiles::printerCmyk())
+                          : ringProfile();
+}
+
+// A device, and the colours that its surface is made of at one grid.
 struct Device
 {
-    explicit Device(int kind, int grid)
+    Device(int kind, int gridPoints) : grid(gridPoints), bytes(profileBytes(kind))
     {
-        transform =
-            DeviceTransform::create(profileOf(kind)->bytes, KVVMRenderRelativeColorimetric, false, reason);
-        nodes = equalisedNodes(*transform, grid, smallEvenShare, {}, reason);
-        samples =
-            kind == 0 ? deviceCubeMesh(*transform, nodes, {}, reason).device : hypercubeFaceSamples(nodes);
+        transform = DeviceTransform::create(bytes, KVVMRenderRelativeColorimetric, false, reason);
+        if (kind == Ring) {
+            nodes = solidNodes(*transform, grid, {}, reason);
+            samples = deviceSolid(*transform, nodes, {}, reason).device;
+        } else {
+            nodes = equalisedNodes(*transform, grid, smallEvenShare, {}, reason);
+            samples = kind == Rgb ? deviceCubeMesh(*transform, nodes, {}, reason).device
+                                  : hypercubeFaceSamples(nodes);
+        }
         lab.resize(samples.size() / static_cast<std::size_t>(transform->channels()));
     }
 
     void runTransform() { transform->toLab(samples.data(), lab.data(), lab.size(), {}, reason); }
 
-    // Little CMS alone, the best of several runs.
+    // Little CMS alone, the best of several runs, measured once for all operations.
     double transformSeconds()
     {
-        constexpr int repeats = 5;
-        double best = 1e9;
-        for (int i = 0; i < repeats; ++i) {
-            const auto start = std::chrono::steady_clock::now();
+        constexpr int repeats = 10;
+        for (int i = 0; i < repeats && !m_isMeasured; ++i) {
+            const double start = processorSeconds();
             runTransform();
-            best = std::min(best,
-                            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+            m_transformSeconds = std::min(m_transformSeconds, processorSeconds() - start);
         }
-        return best;
+        m_isMeasured = true;
+        return m_transformSeconds;
     }
 
+    int grid;
+    QByteArray bytes;
     QString reason;
     std::unique_ptr<DeviceTransform> transform;
     DeviceNodes nodes;
     std::vector<float> samples;
     std::vector<Vec3> lab;
+
+private:
+    double m_transformSeconds = 1e9;
+    bool m_isMeasured = false;
 };
 
-KVGamut::GamutObject gamutOf(int kind, int grid)
+Device& deviceOf(const benchmark::State& state)
 {
-    KVGamut::GamutObject gamut;
-    gamut.init(profileOf(kind), KVVMRenderRelativeColorimetric, false, true, 40.0f, grid, 2, nullptr);
-    return gamut;
+    static std::map<std::pair<std::int64_t, std::int64_t>, std::unique_ptr<Device>> known;
+    auto& device = known[{state.range(0), state.range(1)}];
+    if (!device)
+        device = std::make_unique<Device>(int(state.range(0)), int(state.range(1)));
+    return *device;
 }
 
-void setRatio(benchmark::State& state, Device& device)
+KVGamut::GamutObject gamutOf(const Device& device)
 {
-    const double alone = device.transformSeconds();
-    // Google Benchmark divides by the time of all iterations: iterations * alone / time, inverted.
-    state.counters["times_transform"] = benchmark::Counter(
-        alone * double(state.iterations()), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["colours"] = double(device.lab.size());
+    return testprofiles::gamutOf(testprofiles::opened(device.bytes), device.grid);
+}
+
+// The surface that is handed out.
+SurfaceMesh meshOf(Device& device)
+{
+    GamutRecord record;
+    GamutRequest request;
+    request.gridPoints = device.grid;
+    buildGamut(*device.transform, request, {}, record, device.reason);
+    return record.mesh;
+}
+
+// Repeats an operation and states its processor time in times of the rival's.
+template <typename Operation>
+void measure(benchmark::State& state, double rivalSeconds, const Operation& operation)
+{
+    const double start = processorSeconds();
+    for (auto _ : state)
+        operation();
+    const double seconds = processorSeconds() - start;
+    state.counters["times_transform"] = seconds / double(state.iterations()) / rivalSeconds;
 }
 
 void transformAlone(benchmark::State& state)
 {
-    Device device(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        device.runTransform();
+    Device& device = deviceOf(state);
     state.counters["colours"] = double(device.lab.size());
+    measure(state, device.transformSeconds(), [&] { device.runTransform(); });
 }
 
 void gamut(benchmark::State& state)
 {
-    Device device(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(gamutOf(int(state.range(0)), int(state.range(1))).faceCount());
-    setRatio(state, device);
+    Device& device = deviceOf(state);
+    int faces = 0;
+    measure(state, device.transformSeconds(), [&] { faces = gamutOf(device).faceCount(); });
+    state.counters["faces"] = faces;
+}
+
+SurfaceMesh latticeOf(Device& device)
+{
+    const DeviceSolid solid = deviceSolid(*device.transform, device.nodes, {}, device.reason);
+    const double fineness = std::min(1.0, device.grid / 33.0);
+    CastBudget budget;
+    const double pitch = pitchForFaces(solid, latticeFaces * fineness * fineness, budget, {});
+    return latticeSurface(solid, pitch, budget, {});
 }
 
 void surface(benchmark::State& state)
 {
-    Device device(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state) {
-        const SurfaceMesh mesh = state.range(0) == 0
-                                     ? deviceCubeMesh(*device.transform, device.nodes, {}, device.reason)
-                                     : radialHull(*device.transform, device.nodes, {}, device.reason);
+    Device& device = deviceOf(state);
+    measure(state, device.transformSeconds(), [&] {
+        const SurfaceMesh mesh =
+            state.range(0) == Rgb    ? deviceCubeMesh(*device.transform, device.nodes, {}, device.reason)
+            : state.range(0) == Cmyk ? radialHull(*device.transform, device.nodes, {}, device.reason)
+                                     : latticeOf(device);
         benchmark::DoNotOptimize(mesh.triangles.size());
-    }
-    setRatio(state, device);
+    });
 }
 
-SurfaceMesh meshOf(int kind, int grid)
-{
-    Device device(kind, grid);
-    return kind == 0 ? deviceCubeMesh(*device.transform, device.nodes, {}, device.reason)
-                     : radialHull(*device.transform, device.nodes, {}, device.reason);
-}
-
+// Of three channels alone.
 void foldCheck(benchmark::State& state)
 {
-    Device device(0, 17);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(checkFolds(*device.transform, device.nodes, {}, device.reason).foldShare);
+    Device& device = deviceOf(state);
+    const DeviceNodes nodes = equalisedNodes(*device.transform, std::min(device.grid, foldCheckNodes),
+                                             smallEvenShare, {}, device.reason);
+    measure(state, device.transformSeconds(), [&] {
+        benchmark::DoNotOptimize(checkFolds(*device.transform, nodes, {}, device.reason).foldShare);
+    });
 }
 
 void topologyCheck(benchmark::State& state)
 {
-    const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(topology(mesh).eulerCharacteristic);
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(topology(mesh).eulerCharacteristic); });
 }
 
 void crossingCheck(benchmark::State& state)
 {
-    const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(countCrossings(mesh, 1, {}));
-    state.counters["faces"] = double(mesh.triangles.size());
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    measure(state, device.transformSeconds(), [&] { benchmark::DoNotOptimize(countCrossings(mesh, 1, {})); });
 }
 
-// A ring that the device's map winds around one and a half times.
-class WoundDevice final : public DeviceTransform
+void windingCheck(benchmark::State& state)
 {
-public:
-    int channels() const override { return 3; }
-    ChannelKind kind() const override { return ChannelKind::Coordinates; }
-    std::vector<float> white() const override { return {1.0f, 1.0f, 1.0f}; }
-    std::vector<float> black() const override { return {0.0f, 0.0f, 0.0f}; }
-    std::vector<float> origin() const override { return black(); }
-
-protected:
-    void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
-    {
-        for (std::size_t i = 0; i < count; ++i) {
-            const float* d = block + 3 * i;
-            const double angle = 3.0 * M_PI * double(d[1]), radius = 20.0 + 40.0 * double(d[2]);
-            lab[i] = {20.0 + 60.0 * double(d[0]), radius * std::cos(angle), radius * std::sin(angle)};
-        }
-    }
-};
-
-void lattice(benchmark::State& state)
-{
-    const WoundDevice device;
-    QString reason;
-    const DeviceNodes nodes = solidNodes(device, 33, {}, reason);
-    const DeviceSolid solid = deviceSolid(device, nodes, {}, reason);
-    const double pitch = pitchForFaces(solid, double(state.range(0)), {});
-    std::size_t faces = 0;
-    for (auto _ : state)
-        faces = latticeSurface(solid, pitch, {}).triangles.size();
-    state.counters["faces"] = double(faces);
-    state.counters["pitch"] = pitch;
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    constexpr double pitch = 2.0;
+    const ColumnGrid grid = columnsOver(boundsOf(latticePoints(mesh)), pitch);
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(checkWinding(castColumns(mesh, grid, {}), grid).insideVolume); });
 }
 
 void index(benchmark::State& state)
 {
-    const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    measure(state, device.transformSeconds(), [&] {
         benchmark::DoNotOptimize(WindingIndex(mesh).isInside({50, 0, 0}));
+    });
+}
+
+std::vector<std::array<float, 3>> somePoints()
+{
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
+    std::vector<std::array<float, 3>> points(4096);
+    for (auto& p : points)
+        p = {50.0f + 0.5f * any(random), any(random), any(random)};
+    return points;
+}
+
+// Asks one point after the other; the index is built before.
+template <typename Ask>
+void askPoints(benchmark::State& state, const Ask& ask)
+{
+    Device& device = deviceOf(state);
+    const auto object = gamutOf(device);
+    const auto points = somePoints();
+    ask(object, points[0].data());
+    std::size_t i = 0;
+    measure(state, device.transformSeconds() / double(device.lab.size()),
+            [&] { ask(object, points[i++ % points.size()].data()); });
 }
 
 void inside(benchmark::State& state)
 {
-    const auto object = gamutOf(int(state.range(0)), int(state.range(1)));
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
-    std::vector<std::array<float, 3>> points(4096);
-    for (auto& p : points)
-        p = {50.0f + 0.5f * any(random), any(random), any(random)};
-    std::size_t i = 0;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(object.isInside(points[i++ % points.size()].data()));
+    askPoints(state, [](const KVGamut::GamutObject& object, const float* lab) {
+        benchmark::DoNotOptimize(object.isInside(lab));
+    });
 }
 
 void nearest(benchmark::State& state)
 {
-    const auto object = gamutOf(int(state.range(0)), int(state.range(1)));
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
-    std::vector<std::array<float, 3>> points(4096);
-    for (auto& p : points)
-        p = {50.0f + 0.5f * any(random), any(random), any(random)};
-    object.nearest(points[0].data()); // builds the tree
-    std::size_t i = 0;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(object.nearest(points[i++ % points.size()].data()).distance);
+    askPoints(state, [](const KVGamut::GamutObject& object, const float* lab) {
+        benchmark::DoNotOptimize(object.nearest(lab).distance);
+    });
 }
 
 void ring(benchmark::State& state)
 {
-    const auto faces = gamutOf(int(state.range(0)), int(state.range(1))).faces();
+    Device& device = deviceOf(state);
+    const auto faces = gamutOf(device).faces();
     const float plane[] = {1.0f, 0.0f, 0.0f, -50.0f};
-    for (auto _ : state)
-        benchmark::DoNotOptimize(KVGamut::computeRing(plane, faces).size());
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(KVGamut::computeRing(plane, faces).size()); });
 }
 
 void outline(benchmark::State& state)
 {
-    const SurfaceMesh mesh = meshOf(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(outlineOf(mesh).size());
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    measure(state, device.transformSeconds(), [&] { benchmark::DoNotOptimize(outlineOf(mesh).size()); });
 }
 
+// With Adobe RGB at the same grid.
 void compare(benchmark::State& state)
 {
-    const SurfaceMesh first = meshOf(0, int(state.range(0))), second = meshOf(1, int(state.range(0)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(intersectionVolume(first, second));
+    Device& device = deviceOf(state);
+    const SurfaceMesh mesh = meshOf(device);
+    GamutRecord other;
+    GamutRequest request;
+    request.gridPoints = device.grid;
+    const auto adobe = DeviceTransform::create(bytesOf(testprofiles::adobeRgb()),
+                                               KVVMRenderRelativeColorimetric, false, device.reason);
+    buildGamut(*adobe, request, {}, other, device.reason);
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(intersectionVolume(mesh, other.mesh)); });
 }
 
 void serialize(benchmark::State& state)
 {
-    const auto object = gamutOf(int(state.range(0)), int(state.range(1)));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(object.serialize().size());
+    Device& device = deviceOf(state);
+    const auto object = gamutOf(device);
+    measure(state, device.transformSeconds(), [&] { benchmark::DoNotOptimize(object.serialize().size()); });
 }
 
 void deserialize(benchmark::State& state)
 {
-    const auto hash = gamutOf(int(state.range(0)), int(state.range(1))).serialize();
-    for (auto _ : state) {
+    Device& device = deviceOf(state);
+    const auto hash = gamutOf(device).serialize();
+    measure(state, device.transformSeconds(), [&] {
         KVGamut::GamutObject object;
         object.deserialize(hash);
         benchmark::DoNotOptimize(object.faceCount());
-    }
+    });
 }
 
 void lab2rgb(benchmark::State& state)
@@ -267,28 +338,35 @@ void lab2rgb(benchmark::State& state)
     }
 }
 
-void sizes(benchmark::internal::Benchmark* b)
+void allKinds(benchmark::internal::Benchmark* b)
 {
-    b->ArgNames({"cmyk", "grid"})->ArgsProduct({{0, 1}, {9, 17, 33, 65}})->Unit(benchmark::kMillisecond);
+    b->ArgNames({"kind", "grid"})
+        ->ArgsProduct({{Rgb, Cmyk, Ring}, {9, 17, 33, 65}})
+        ->Unit(benchmark::kMillisecond);
+}
+
+void threeChannels(benchmark::internal::Benchmark* b)
+{
+    b->ArgNames({"kind", "grid"})->ArgsProduct({{Rgb, Ring}, {9, 17, 33, 65}})->Unit(benchmark::kMillisecond);
 }
 
 } // namespace
 
-BENCHMARK(transformAlone)->Apply(sizes);
-BENCHMARK(gamut)->Apply(sizes);
-BENCHMARK(surface)->Apply(sizes);
-BENCHMARK(foldCheck)->Unit(benchmark::kMillisecond);
-BENCHMARK(topologyCheck)->Apply(sizes);
-BENCHMARK(crossingCheck)->Apply(sizes);
-BENCHMARK(lattice)->ArgName("faces")->Arg(25000)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(index)->Apply(sizes);
-BENCHMARK(inside)->Apply(sizes)->Unit(benchmark::kNanosecond);
-BENCHMARK(nearest)->Apply(sizes)->Unit(benchmark::kNanosecond);
-BENCHMARK(ring)->Apply(sizes);
-BENCHMARK(outline)->Apply(sizes);
-BENCHMARK(compare)->ArgName("grid")->Arg(9)->Arg(17)->Arg(33)->Arg(65)->Unit(benchmark::kMillisecond);
-BENCHMARK(serialize)->Apply(sizes);
-BENCHMARK(deserialize)->Apply(sizes);
+BENCHMARK(transformAlone)->Apply(allKinds);
+BENCHMARK(gamut)->Apply(allKinds);
+BENCHMARK(surface)->Apply(allKinds);
+BENCHMARK(foldCheck)->Apply(threeChannels);
+BENCHMARK(topologyCheck)->Apply(allKinds);
+BENCHMARK(crossingCheck)->Apply(allKinds);
+BENCHMARK(windingCheck)->Apply(allKinds);
+BENCHMARK(index)->Apply(allKinds);
+BENCHMARK(inside)->Apply(allKinds)->Unit(benchmark::kNanosecond);
+BENCHMARK(nearest)->Apply(allKinds)->Unit(benchmark::kNanosecond);
+BENCHMARK(ring)->Apply(allKinds);
+BENCHMARK(outline)->Apply(allKinds);
+BENCHMARK(compare)->Apply(allKinds);
+BENCHMARK(serialize)->Apply(allKinds);
+BENCHMARK(deserialize)->Apply(allKinds);
 BENCHMARK(lab2rgb)->ArgName("chroma")->Arg(20)->Arg(150);
 
 BENCHMARK_MAIN();

@@ -63,6 +63,7 @@ public:
 
     /// Asks the computation to stop. It stops at its next check; asking twice changes nothing.
     void cancel() { m_cancelled.store(true, std::memory_order_relaxed); }
+    /// Whether someone asked to stop; for the computation to look at now and then.
     bool isCancelled() const { return m_cancelled.load(std::memory_order_relaxed); }
 
     /// Share of the work done, 0..1. Never decreases.

@@ -27,7 +27,7 @@
 /// profile can be computed on several threads at once. Made and destroyed by the functions below only.
 struct KVProfile
 {
-    const QByteArray bytes;
+    const QByteArray bytes; ///< the file, header and tags
 };
 /// Shared handle on an opened profile. Wrap what the functions below return at once:
 /// `KVProfilePtr(KVProfileCreateWithPath(path), KVProfileRelease)`.
@@ -66,7 +66,7 @@ struct Node
     QList<float> device; ///< device coordinates, 0..1 per channel; empty where they are not known
     QList<float> lab;    ///< L*, a*, b*
 
-    bool operator==(const Node&) const = default;
+    bool operator==(const Node&) const = default; ///< to the last bit
 };
 
 } // namespace KVHull
@@ -76,9 +76,9 @@ namespace KVGamut {
 /// A colour in CIE L*a*b*.
 struct LabPoint
 {
-    float L = 0.0f;
-    float a = 0.0f;
-    float b = 0.0f;
+    float L = 0.0f; ///< lightness L*, 0 black, 100 white
+    float a = 0.0f; ///< a*, red above 0, green below
+    float b = 0.0f; ///< b*, yellow above 0, blue below
 };
 
 /// What two gamuts have in common. Eighteen floats in this order; volumes in dE76 cubed.
@@ -116,19 +116,19 @@ enum class Method
 /// What is known about a gamut and how it was found.
 struct Report
 {
-    Method method = Method::None;
-    KVVMRenderType intent = KVVMRenderRelativeColorimetric;
-    bool blackPointCompensation = false;
-    int channels = 0;
-    int gridPoints = 0; ///< samples along each device axis
-    int faceCount = 0;
-    double volume = 0.0;            ///< dE76 cubed
+    Method method = Method::None;                           ///< how the surface was found
+    KVVMRenderType intent = KVVMRenderRelativeColorimetric; ///< as asked for
+    bool blackPointCompensation = false;                    ///< as asked for
+    int channels = 0;                                       ///< colorants of the device
+    int gridPoints = 0;                                     ///< samples along each device axis
+    int faceCount = 0;                                      ///< triangles of the surface
+    double volume = 0.0;                                    ///< dE76 cubed
     double volumeUncertainty = 0.0; ///< the device's true volume lies within volume ± this
     double foldShare = 0.0; ///< share of a three-channel device that maps backwards, 0..0.5; 0 from four on
-    LabPoint white;
-    LabPoint black;
-    double seconds = 0.0; ///< time that the computation took
-    QString reason;       ///< as GamutObject::reason()
+    LabPoint white;         ///< as GamutObject::whitePoint()
+    LabPoint black;         ///< as GamutObject::blackPoint()
+    double seconds = 0.0;   ///< time that the computation took
+    QString reason;         ///< as GamutObject::reason()
 };
 
 class GamutData;
@@ -141,10 +141,10 @@ class KVVELMORA_EXPORT GamutObject
 {
 public:
     GamutObject();
-    GamutObject(const GamutObject& other);
-    GamutObject(GamutObject&& other) noexcept;
-    GamutObject& operator=(const GamutObject& other);
-    GamutObject& operator=(GamutObject&& other) noexcept;
+    GamutObject(const GamutObject& other);                ///< shares the data of @p other
+    GamutObject(GamutObject&& other) noexcept;            ///< leaves @p other fit for assignment only
+    GamutObject& operator=(const GamutObject& other);     ///< shares the data of @p other
+    GamutObject& operator=(GamutObject&& other) noexcept; ///< leaves @p other fit for assignment only
     ~GamutObject();
 
     /// Computes the gamut of @p profile.
@@ -175,7 +175,7 @@ public:
     /// Faces of the surface, three nodes each, counter-clockwise seen from outside in a right-handed
     /// (L*, a*, b*) system. Shared, not copied; first call builds the list.
     QList<QList<KVHull::Node>> faces() const;
-    int faceCount() const;
+    int faceCount() const; ///< how many faces() there are
     /// Volume enclosed by the surface, dE76 cubed.
     float volume() const;
 
@@ -200,7 +200,7 @@ public:
     /// Compares this gamut, the first, with @p other, the second.
     Comparison compare(const GamutObject& other) const;
 
-    Method method() const;
+    Method method() const; ///< how the surface was found
     /// Why there is no gamut, as one line for people; empty when there is one or when nothing was
     /// asked for yet.
     QString reason() const;

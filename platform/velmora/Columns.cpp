@@ -117,16 +117,22 @@ ColumnCrossings castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, con
 
 WindingCheck checkWinding(const ColumnCrossings& columns, const ColumnGrid& grid)
 {
+    constexpr float smallestGap = 1e-3f; // dE; above what rounding makes of one plane's heights
     WindingCheck check;
     for (std::size_t c = 0; c + 1 < columns.first.size(); ++c) {
         int winding = 0;
+        bool touches = false;
         for (std::uint32_t i = columns.first[c]; i < columns.first[c + 1]; ++i) {
+            touches |=
+                i > columns.first[c] && columns.crossings[i].L - columns.crossings[i - 1].L < smallestGap;
             if (winding != 0) {
                 const double height = columns.crossings[i].L - columns.crossings[i - 1].L;
                 (winding == 1 ? check.insideVolume : check.invalidVolume) += height * grid.area();
             }
             winding -= columns.crossings[i].sign;
         }
+        check.coveredArea += columns.first[c] < columns.first[c + 1] ? grid.area() : 0.0;
+        check.coincidentArea += touches ? grid.area() : 0.0;
     }
     return check;
 }

@@ -54,8 +54,10 @@ ColumnCrossings castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, con
 /// How a surface winds around the points of space.
 struct WindingCheck
 {
-    double insideVolume = 0.0;  ///< where the winding number is 1
-    double invalidVolume = 0.0; ///< where it is neither 0 nor 1: the surface passes through itself
+    double insideVolume = 0.0;   ///< where the winding number is 1
+    double invalidVolume = 0.0;  ///< where it is neither 0 nor 1: the surface passes through itself
+    double coveredArea = 0.0;    ///< of the ab plane, below the surface
+    double coincidentArea = 0.0; ///< where sheets of the surface lie upon each other
 };
 WindingCheck checkWinding(const ColumnCrossings& columns, const ColumnGrid& grid);
 

@@ -69,10 +69,12 @@ struct Corner
     double difference; // of the two sheets' lightnesses
 };
 
-// A convex polygon: three corners, and one more for each of four cuts at most.
+// A convex polygon of three corners, cut four times. Each cut adds a corner at most, but where the
+// polygon is a needle rounding may put its corners on the two sides by turns: of n corners come n and a
+// half of them at most then, 4, 6, 9 and 13.
 struct Polygon
 {
-    std::array<Corner, 8> corners;
+    std::array<Corner, 13> corners;
     std::size_t size = 0;
 
     void add(const Corner& c) { corners[size++] = c; }

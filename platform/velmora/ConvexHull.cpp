@@ -78,10 +78,10 @@ std::vector<int> insertionOrder(const std::vector<HullPoint>& points)
     return order;
 }
 
-class Builder
+class HullBuilder
 {
 public:
-    Builder(const std::vector<HullPoint>& points, const Task& task) : m_task(task)
+    HullBuilder(const std::vector<HullPoint>& points, const Task& task) : m_task(task)
     {
         // Four times the coordinates, so that the mean of four points is a point as well.
         m_points.reserve(points.size() + 1);
@@ -294,7 +294,7 @@ private:
 
 ConvexHull convexHull(const std::vector<HullPoint>& points, const Task& task)
 {
-    return Builder(points, task).run();
+    return HullBuilder(points, task).run();
 }
 
 } // namespace velmora

@@ -13,4 +13,8 @@ namespace velmora {
 SurfaceMesh deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
                            QString& reason);
 
+/// The mesh that deviceCubeMesh() would give for @p count of the @p nodesPerAxis nodes along each axis, as
+/// thinnedAxis() keeps them: its vertices are some of the mesh's own.
+SurfaceMesh thinnedCubeMesh(const SurfaceMesh& mesh, std::size_t nodesPerAxis, std::size_t count);
+
 } // namespace velmora

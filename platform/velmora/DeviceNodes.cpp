@@ -115,7 +115,7 @@ std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count
     const std::size_t kept = std::min(count, axis.size());
     std::vector<float> thin;
     for (std::size_t i = 0; i < kept; ++i)
-        thin.push_back(axis[i * (axis.size() - 1) / (kept - 1)]);
+        thin.push_back(axis[thinnedPlace(i, axis.size(), kept)]);
     return thin;
 }
 

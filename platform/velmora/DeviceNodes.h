@@ -27,6 +27,11 @@ std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<f
 
 /// Nodes of @p axis at equal distances, ends included: @p count of them, or all when it has fewer.
 std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count);
+/// Which of @p all nodes the i-th of @p count that are kept is; from two of each on.
+inline std::size_t thinnedPlace(std::size_t i, std::size_t all, std::size_t count)
+{
+    return i * (all - 1) / (count - 1);
+}
 
 /// Between the even steps that meet the turning points of a fold and the equal ones that suit the rest.
 inline constexpr double evenShareOfFolds = 0.5;

@@ -116,6 +116,7 @@ DeviceNodes solidNodes(const DeviceTransform& transform, int nodesPerAxis, const
                  tetrahedraOf(std::vector<std::size_t>(fine.size(), static_cast<std::size_t>(nodesPerAxis))));
     const auto countsAt = [&](double scale) {
         std::vector<std::size_t> counts;
+        counts.reserve(bend.size());
         for (double b : bend)
             counts.push_back(
                 static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), fewest, double(finest))));
@@ -257,7 +258,7 @@ std::size_t unite(Stretch* stretches, std::size_t count)
 } // namespace
 
 Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
-                      const LineGrid& grid, const Task& task)
+                      const LineGrid& grid, CastBudget& budget, const Task& task)
 {
     struct Hit
     {
@@ -273,9 +274,14 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
     const auto lastLine = [&grid](double value, double start, int count) {
         return static_cast<int>(std::clamp(std::floor((value - start) / grid.step), -1.0, double(count - 1)));
     };
+    const std::size_t most = std::min(CastBudget::mostAtOnce, budget.left);
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
         if (t % tetrahedraBetweenLooks == 0 && task.isCancelled())
             return {};
+        if (hits.size() > most) {
+            budget.isExceeded = true;
+            return {};
+        }
         const Vec3& p = points[static_cast<std::size_t>(tetrahedra[t][0])];
         const Vec3& q = points[static_cast<std::size_t>(tetrahedra[t][1])];
         const Vec3& r = points[static_cast<std::size_t>(tetrahedra[t][2])];
@@ -302,6 +308,7 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
             }
     }
     std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
+    budget.left -= std::min(budget.left, hits.size());
     result.stretches.resize(hits.size());
     std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
     for (const Hit& h : hits)
@@ -321,7 +328,7 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
     return result;
 }
 
-double coveredVolume(const DeviceSolid& solid, const Task& task)
+double coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task)
 {
     constexpr int linesAcross = 64;
     Vec3 low = solid.points.front(), high = low;
@@ -335,7 +342,7 @@ double coveredVolume(const DeviceSolid& solid, const Task& task)
     grid.nb = static_cast<int>((high.b - low.b) / grid.step) + 1;
     grid.a0 = low.a + 0.5 * grid.step;
     grid.b0 = low.b + 0.5 * grid.step;
-    const Stretches columns = castThrough(solid.points, solid.tetrahedra, grid, task);
+    const Stretches columns = castThrough(solid.points, solid.tetrahedra, grid, budget, task);
     if (columns.first.empty())
         return std::numeric_limits<double>::quiet_NaN();
     double sum = 0.0;

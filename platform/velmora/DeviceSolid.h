@@ -58,12 +58,23 @@ struct LineGrid
     std::size_t size() const { return static_cast<std::size_t>(na) * static_cast<std::size_t>(nb); }
 };
 
-/// Where the lines run inside of tetrahedra of @p points, whose first coordinate is along the lines.
-/// @return without lines when @p task was cancelled
-Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
-                      const LineGrid& grid, const Task& task);
+/// How often lines may meet tetrahedra while one gamut is computed. Solids of devices need a million
+/// meetings, one of four channels that winds around more than once eleven; a table of noise, whose
+/// tetrahedra are all as large as the solid, would need hundreds of millions.
+struct CastBudget
+{
+    static constexpr std::size_t mostAtOnce = 3'000'000; ///< of one castThrough(); they are kept
+    std::size_t left = 12'500'000;
+    bool isExceeded = false;
+};
 
-/// Volume of the union of the tetrahedra, by columns along L*; NaN when @p task was cancelled.
-double coveredVolume(const DeviceSolid& solid, const Task& task);
+/// Where the lines run inside of tetrahedra of @p points, whose first coordinate is along the lines.
+/// @return without lines when @p task was cancelled or @p budget exceeded
+Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
+                      const LineGrid& grid, CastBudget& budget, const Task& task);
+
+/// Volume of the union of the tetrahedra, by columns along L*; NaN when @p task was cancelled or
+/// @p budget exceeded.
+double coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task);
 
 } // namespace velmora

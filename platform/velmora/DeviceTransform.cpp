@@ -1,6 +1,7 @@
 #include "DeviceTransform.h"
 
 #include "CmsContext.h"
+#include "IccTables.h"
 
 #include <algorithm>
 
@@ -45,14 +46,6 @@ struct DeviceSpace
     std::vector<float> black;
     std::vector<float> origin;
 };
-
-QString signatureText(cmsUInt32Number value)
-{
-    QString text;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        text += QLatin1Char(static_cast<char>(value >> shift & 0x7f));
-    return text.trimmed();
-}
 
 QString classProblem(cmsProfileClassSignature profileClass)
 {

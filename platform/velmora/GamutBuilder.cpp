@@ -7,10 +7,12 @@
 #include "LatticeSurface.h"
 #include "MeshVolume.h"
 #include "RadialHull.h"
+#include "ReachedVolume.h"
 #include "Refinement.h"
 #include "SelfCrossing.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace velmora {
 namespace {
@@ -22,9 +24,11 @@ constexpr double largestFoldShare = 0.001;
 constexpr double largestInvalidShare = 0.001;
 // How far a hull's volume may be off what the device covers, which is measured on a coarser grid.
 constexpr double concaveSlack = 0.02;
-// Faces of a lattice surface at the default grid: what it cuts off the solid's edges falls with them.
+// Faces of a lattice surface from the default grid on: what it cuts off the solid's edges falls with them.
 constexpr double latticeFaces = 100'000.0;
 constexpr int foldCheckNodes = 17;
+// How far two hulls of different grids may be apart where nothing else is known about the solid.
+constexpr double hullSlack = 0.1;
 // From here on the two-dimensional faces are too many to be sampled all.
 constexpr int manyChannels = 7;
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
@@ -54,6 +58,15 @@ bool isSimple(const SurfaceMesh& mesh, const Task& task)
 {
     const WindingCheck check = windingOf(mesh, task);
     return check.invalidVolume <= largestInvalidShare * check.insideVolume && !crossesItself(mesh, task);
+}
+
+// A finer surface is handed out only when it is as sound as the one that it stands for. Sheets that lie
+// upon each other may wind once as one and three times as three, so they are looked for as such.
+bool staysSimple(const SurfaceMesh& mesh, const Task& task)
+{
+    const WindingCheck check = windingOf(mesh, task);
+    return check.invalidVolume <= largestInvalidShare * check.insideVolume &&
+           check.coincidentArea <= largestInvalidShare * check.coveredArea && !crossesItself(mesh, task);
 }
 
 void lookOutwards(SurfaceMesh& mesh)
@@ -112,9 +125,8 @@ private:
         if (folds.foldShare > largestFoldShare || !isSimple(mesh, m_task))
             return false;
         m_task.setProgress(0.6);
-        const SurfaceMesh coarse = deviceCubeMesh(m_transform, halved(), m_task.part(0.6, 0.75), m_reason);
-        if (coarse.triangles.empty())
-            return false;
+        const std::size_t nodes = m_nodes.front().size();
+        const SurfaceMesh coarse = thinnedCubeMesh(mesh, nodes, halfOf(nodes));
         take(std::move(mesh), coarse, KVGamut::Method::DeviceMesh);
         return true;
     }
@@ -139,11 +151,29 @@ private:
             return false;
         if (!isStarShaped(mesh))
             return m_reason.isEmpty() && latticeMesh();
-        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.75), m_reason);
+        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.7), m_reason);
         if (coarse.triangles.empty())
+            return false;
+        if (channels > mostSolidChannels && !isFilled(mesh, coarse))
             return false;
         take(std::move(mesh), coarse, KVGamut::Method::RadialHull);
         return true;
+    }
+
+    // Of more channels than a solid can be made of: whether the device shows what the hull encloses, and
+    // the hull encloses what the device shows.
+    bool isFilled(const SurfaceMesh& hull, const SurfaceMesh& coarse)
+    {
+        const std::optional<double> reached =
+            reachedVolume(hull, m_transform, m_task.part(0.7, 0.75), m_reason);
+        if (!reached)
+            return false;
+        const double volume = signedVolume(hull);
+        if (std::abs(*reached - volume) > concaveSlack * volume ||
+            std::abs(signedVolume(coarse) - volume) > hullSlack * volume)
+            m_reason = QStringLiteral("the solid of this device has hollows, which are not found with so "
+                                      "many channels");
+        return m_reason.isEmpty();
     }
 
     // A hull of what no centre sees all of is a surface too, but around too much, or through itself.
@@ -162,16 +192,23 @@ private:
         const DeviceSolid solid = deviceSolid(m_transform, nodes, m_task.part(0.5, 0.55), m_reason);
         if (solid.points.empty())
             return false;
-        const double covered = coveredVolume(solid, m_task);
-        if (m_task.isCancelled()) {
-            m_reason = QStringLiteral("cancelled");
+        const double covered = coveredVolume(solid, m_castBudget, m_task);
+        if (castFailed())
             return false;
-        }
         if (covered < smallestVolume) {
             m_reason = flatProblem();
             return false;
         }
         return std::abs(signedVolume(hull) - covered) <= concaveSlack * covered && isSimple(hull, m_task);
+    }
+
+    bool castFailed()
+    {
+        if (m_task.isCancelled())
+            m_reason = QStringLiteral("cancelled");
+        else if (m_castBudget.isExceeded)
+            m_reason = QStringLiteral("the device's colours overlap too often for a surface to be found");
+        return !m_reason.isEmpty();
     }
 
     bool latticeMesh()
@@ -185,18 +222,18 @@ private:
         if (solid.points.empty() || half.points.empty())
             return false;
         const double fineness = double(m_record.gridPoints) / effectiveGridPoints(-1, m_transform.channels());
-        const double faces = latticeFaces * std::min(2.0, fineness * fineness);
-        const double pitch = pitchForFaces(half, faces, m_task.part(0.62, 0.64));
+        const double faces = latticeFaces * std::min(1.0, fineness * fineness);
+        const double pitch = pitchForFaces(half, faces, m_castBudget, m_task.part(0.62, 0.64));
+        if (castFailed())
+            return false;
         if (!(pitch > 0.0)) {
-            m_reason = m_task.isCancelled() ? QStringLiteral("cancelled") : flatProblem();
+            m_reason = flatProblem();
             return false;
         }
-        SurfaceMesh mesh = latticeSurface(solid, pitch, m_task.part(0.64, 0.72));
-        const SurfaceMesh coarse = latticeSurface(half, 2.0 * pitch, m_task.part(0.72, 0.75));
-        if (m_task.isCancelled()) {
-            m_reason = QStringLiteral("cancelled");
+        SurfaceMesh mesh = latticeSurface(solid, pitch, m_castBudget, m_task.part(0.64, 0.72));
+        const SurfaceMesh coarse = latticeSurface(half, 2.0 * pitch, m_castBudget, m_task.part(0.72, 0.75));
+        if (castFailed())
             return false;
-        }
         keepNoteworthyParts(mesh);
         if (crossesItself(mesh, m_task)) {
             m_reason = QStringLiteral("the surface found for this device passes through itself");
@@ -206,7 +243,7 @@ private:
         return true;
     }
 
-    // As fine as asked for, or as the surface can be without passing through itself: halfway between
+    // As fine as asked for, or as the surface can be without meeting itself: halfway between
     // the ends of an edge the device's colour may lie deep inside. A lattice's faces are small, and
     // their corners not where the device's colours are.
     bool refineSurface()
@@ -219,35 +256,47 @@ private:
             const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
             if (!refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task, m_reason))
                 return false;
-            if (finer.triangles.size() == m_record.mesh.triangles.size() || crossesItself(finer, m_task))
+            if (finer.triangles.size() == m_record.mesh.triangles.size() || !staysSimple(finer, m_task))
                 return true;
             m_record.mesh = std::move(finer);
         }
         return true;
     }
 
+    static std::size_t halfOf(std::size_t nodes) { return std::max<std::size_t>(2, (nodes + 1) / 2); }
+
     DeviceNodes halved() const
     {
         DeviceNodes nodes;
         for (const auto& axis : m_nodes)
-            nodes.push_back(thinnedAxis(axis, std::max<std::size_t>(2, (axis.size() + 1) / 2)));
+            nodes.push_back(thinnedAxis(axis, halfOf(axis.size())));
         return nodes;
     }
 
     // The error of both surfaces falls with the square of the step, so the finer one is off by a
-    // third of their difference; half of it allows for what is not quite quadratic. Some methods have
-    // an error that both have alike: samples just below the surface may lie on a hull, and a lattice
-    // cuts a solid's edges off.
+    // third of their difference; half of it allows for what is not quite quadratic.
     void take(SurfaceMesh mesh, const SurfaceMesh& coarse, KVGamut::Method method)
     {
         const double volume = signedVolume(mesh);
-        const double common = method == KVGamut::Method::DeviceMesh   ? 1e-6
-                              : method == KVGamut::Method::RadialHull ? 5e-4
-                                                                      : 1e-3;
+        const double common = commonError(method);
         m_record.volumeUncertainty =
             0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + common * volume;
         m_record.mesh = std::move(mesh);
         m_record.method = method;
+    }
+
+    // The share of the volume that both surfaces may miss alike: samples just below the surface may lie
+    // on a hull, the ridge of a fold may run between nodes or through them, and a lattice cuts a solid's
+    // edges off.
+    double commonError(KVGamut::Method method) const
+    {
+        constexpr double ofMesh = 1e-6, ofHull = 5e-4, ofLattice = 1e-3, ofFold = 4.0;
+        if (method == KVGamut::Method::DeviceMesh)
+            return ofMesh;
+        if (method == KVGamut::Method::LatticeSurface)
+            return ofLattice;
+        const double steps = double(m_nodes.front().size()) - 1.0;
+        return m_transform.channels() == 3 ? ofHull + ofFold / (steps * steps) : ofHull;
     }
 
     bool endPoints()
@@ -299,6 +348,7 @@ private:
     GamutRecord& m_record;
     QString& m_reason;
     DeviceNodes m_nodes;
+    CastBudget m_castBudget;
 };
 
 } // namespace

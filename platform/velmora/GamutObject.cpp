@@ -20,6 +20,8 @@ GamutObject& GamutObject::operator=(const GamutObject& other) = default;
 GamutObject& GamutObject::operator=(GamutObject&& other) noexcept = default;
 GamutObject::~GamutObject() = default;
 
+// The profile is a copy of its own: the caller may let go of his while the hull is computed.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPointCompensation,
                        bool withDecoration, float maxEdge, int gridPoints, int refinements,
                        KVCompletionProtocolPtr* protocol)

@@ -38,17 +38,7 @@ constexpr std::uint32_t signature(const char (&name)[5])
            static_cast<std::uint32_t>(static_cast<unsigned char>(name[3]));
 }
 
-QString signatureText(std::uint32_t value)
-{
-    QString text;
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        const auto c = static_cast<char>(value >> shift & 0xff);
-        text += c >= 32 && c < 127 ? QLatin1Char(c) : QLatin1Char('?');
-    }
-    return text;
-}
-
-constexpr std::uint32_t mostChannels = 15;
+constexpr std::uint32_t mostTableChannels = 15;
 
 // Whether `outputs` values of `width` bytes for each node of a grid fit into `room` bytes.
 template <typename GridPoints>
@@ -72,7 +62,7 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
     const std::uint32_t points = tag.u8(10);
-    if (inputs == 0 || inputs > mostChannels || outputs == 0 || outputs > mostChannels)
+    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
         return false;
     if (points == 0)
         return true; // curves alone
@@ -83,7 +73,7 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
 bool modernGridFits(const Bytes& tag, std::uint64_t at, std::uint64_t dataAt, std::uint32_t inputs,
                     std::uint32_t outputs, std::uint64_t width)
 {
-    if (inputs == 0 || inputs > mostChannels || outputs == 0 || outputs > mostChannels)
+    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
         return false;
     return gridFits(inputs, outputs, width, tag.left(dataAt),
                     [&](std::uint32_t i) { return tag.u8(at + i); });
@@ -93,7 +83,7 @@ bool stagedTableFits(const Bytes& tag)
 {
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
-    if (inputs == 0 || inputs > mostChannels || outputs == 0 || outputs > mostChannels)
+    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
         return false;
     const std::uint64_t grid = tag.u32(24);
     if (grid == 0)
@@ -104,33 +94,72 @@ bool stagedTableFits(const Bytes& tag)
     return modernGridFits(tag, grid, grid + 20, inputs, outputs, width);
 }
 
+// What a colour costs in an element, in multiplications or steps of a search. A curve of segments is
+// searched from its end.
+std::uint64_t elementCost(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
+{
+    constexpr std::uint64_t mere = 16; // being there
+    const std::uint32_t type = tag.u32(at);
+    if (type == signature("clut"))
+        return mere + (std::uint64_t(outputs) << inputs);
+    if (type == signature("matf"))
+        return mere + std::uint64_t(inputs) * outputs;
+    std::uint64_t cost = mere;
+    if (type == signature("cvst"))
+        for (std::uint32_t i = 0; i < inputs; ++i)
+            cost += tag.u16(at + tag.u32(at + 12 + 8ull * i) + 8);
+    return cost;
+}
+
+bool elementFits(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
+{
+    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
+        return false;
+    switch (tag.u32(at)) {
+    case signature("clut"):
+        return modernGridFits(tag, at + 12, at + 28, inputs, outputs, 4);
+    case signature("matf"):
+        return std::uint64_t(inputs + 1) * outputs <= tag.left(at + 12) / 4;
+    case signature("cvst"):
+        return inputs == outputs && inputs <= tag.left(at + 12) / 8;
+    default:
+        return true;
+    }
+}
+
 bool elementListFits(const Bytes& tag)
 {
+    const std::uint32_t channels = tag.u16(8);
     const std::uint64_t count = tag.u32(12);
-    if (count > tag.left(16) / 8)
+    if (channels == 0 || channels > mostTableChannels || count > tag.left(16) / 8)
         return false;
-    for (std::uint64_t i = 0; i < count; ++i) {
+    // Tables of the device's own channels, and rather many other things.
+    const std::uint64_t mostCost = 4096 + (std::uint64_t(64) << channels);
+    std::uint64_t cost = 0;
+    for (std::uint64_t i = 0; i < count && cost <= mostCost; ++i) {
         const std::uint64_t at = tag.u32(16 + 8 * i);
         if (tag.left(at) < 12)
             return false;
-        const std::uint32_t type = tag.u32(at);
         const std::uint32_t inputs = tag.u16(at + 8);
         const std::uint32_t outputs = tag.u16(at + 10);
-        if (type == signature("clut")) {
-            if (!modernGridFits(tag, at + 12, at + 28, inputs, outputs, 4))
-                return false;
-        } else if (type == signature("matf")) {
-            if (std::uint64_t(inputs + 1) * outputs > tag.left(at + 12) / 4)
-                return false;
-        } else if (type == signature("cvst")) {
-            if (inputs != outputs || inputs > tag.left(at + 12) / 8)
-                return false;
-        }
+        if (!elementFits(tag, at, inputs, outputs))
+            return false;
+        cost += elementCost(tag, at, inputs, outputs);
     }
-    return true;
+    return cost <= mostCost;
 }
 
 } // namespace
+
+QString signatureText(std::uint32_t value)
+{
+    QString text;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        const auto c = static_cast<char>(value >> shift & 0xff);
+        text += c >= 32 && c < 127 ? QLatin1Char(c) : QLatin1Char('?');
+    }
+    return text.trimmed();
+}
 
 QString iccTableProblem(const QByteArray& profile)
 {
@@ -157,7 +186,7 @@ QString iccTableProblem(const QByteArray& profile)
         else if (type == signature("mpet"))
             fits = elementListFits(tag);
         if (!fits)
-            return QStringLiteral("the table of tag '%1' declares more than the tag holds")
+            return QStringLiteral("the table of tag '%1' declares more than the tag holds or a device needs")
                 .arg(signatureText(all.u32(entry)));
     }
     return {};

@@ -69,9 +69,11 @@ struct LatticePoint
     auto operator<=>(const LatticePoint&) const = default;
 };
 
+// As std::lround(), which is a call for each coordinate.
 inline std::int32_t toLattice(double value)
 {
-    return static_cast<std::int32_t>(std::lround(value * latticeScale));
+    const double scaled = value * latticeScale;
+    return static_cast<std::int32_t>(scaled < 0.0 ? scaled - 0.5 : scaled + 0.5);
 }
 
 /// @p v must lie within ±largestLab.

@@ -133,8 +133,8 @@ public:
     {
     }
 
-    // @return false when cancelled
-    bool findCrossings(const Task& task)
+    // @return false when cancelled or the budget exceeded
+    bool findCrossings(CastBudget& budget, const Task& task)
     {
         m_mesh.channels = m_solid.channels;
         std::vector<std::array<int, 4>> tetrahedra = m_solid.tetrahedra;
@@ -143,7 +143,7 @@ public:
             const Lines lines(m_lattice, directions[d]);
             std::transform(m_solid.points.begin(), m_solid.points.end(), points.begin(),
                            [&lines](Vec3 p) { return lines.sheared(p); });
-            const Stretches stretches = castThrough(points, tetrahedra, lines.grid(), task);
+            const Stretches stretches = castThrough(points, tetrahedra, lines.grid(), budget, task);
             if (stretches.first.empty())
                 return false;
             if (d == 0)
@@ -390,15 +390,15 @@ private:
 
 } // namespace
 
-SurfaceMesh latticeSurface(const DeviceSolid& solid, double pitch, const Task& task)
+SurfaceMesh latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget, const Task& task)
 {
     Marcher marcher(solid, pitch);
-    if (!marcher.findCrossings(task) || !marcher.march(task))
+    if (!marcher.findCrossings(budget, task) || !marcher.march(task))
         return {};
     return marcher.takeMesh();
 }
 
-double pitchForFaces(const DeviceSolid& solid, double faces, const Task& task)
+double pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget, const Task& task)
 {
     Vec3 low = solid.points.front(), high = low;
     for (const Vec3& p : solid.points) {
@@ -410,7 +410,7 @@ double pitchForFaces(const DeviceSolid& solid, double faces, const Task& task)
     const double trial = extent / 40.0;
     if (!(trial > 0.0))
         return 0.0;
-    const SurfaceMesh mesh = latticeSurface(solid, trial, task);
+    const SurfaceMesh mesh = latticeSurface(solid, trial, budget, task);
     if (mesh.triangles.empty())
         return 0.0;
     constexpr double mostNodes = 6e6;

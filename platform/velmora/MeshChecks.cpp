@@ -16,7 +16,7 @@ bool indicesAreValid(const SurfaceMesh& mesh)
     });
 }
 
-struct Corner
+struct Spoke
 {
     int other; // the vertex at the edge's far end
     int triangle;
@@ -28,7 +28,7 @@ struct Corner
 struct EdgeTable
 {
     std::vector<int> first;
-    std::vector<Corner> corners;
+    std::vector<Spoke> corners;
 };
 
 EdgeTable edgesByOrigin(const SurfaceMesh& mesh)
@@ -63,7 +63,7 @@ std::vector<std::array<int, 3>> triangleNeighbours(const SurfaceMesh& mesh)
             const int to = mesh.triangles[f][(e + 1) % 3];
             const auto begin = table.corners.begin() + table.first[static_cast<std::size_t>(to)];
             const auto end = table.corners.begin() + table.first[static_cast<std::size_t>(to) + 1];
-            const auto back = std::find_if(begin, end, [from](const Corner& c) { return c.other == from; });
+            const auto back = std::find_if(begin, end, [from](const Spoke& c) { return c.other == from; });
             neighbours[f][e] = back == end ? -1 : back->triangle;
         }
     return neighbours;
@@ -83,9 +83,9 @@ MeshTopology topology(const SurfaceMesh& mesh)
     for (std::size_t v = 0; v < vertexCount; ++v) {
         const auto begin = table.corners.begin() + table.first[v];
         const auto end = table.corners.begin() + table.first[v + 1];
-        std::sort(begin, end, [](const Corner& p, const Corner& q) { return p.other < q.other; });
-        const auto twice = std::adjacent_find(
-            begin, end, [](const Corner& p, const Corner& q) { return p.other == q.other; });
+        std::sort(begin, end, [](const Spoke& p, const Spoke& q) { return p.other < q.other; });
+        const auto twice =
+            std::adjacent_find(begin, end, [](const Spoke& p, const Spoke& q) { return p.other == q.other; });
         result.closed = result.closed && twice == end;
     }
     const auto neighbours = triangleNeighbours(mesh);

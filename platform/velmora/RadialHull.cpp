@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <tuple>
+#include <unordered_set>
 
 namespace velmora {
 namespace {
@@ -110,11 +111,27 @@ std::size_t mostHullSamples(int channels)
     return channels <= 10 ? 100'000 : fromEleven[static_cast<std::size_t>(std::min(channels, 15) - 11)];
 }
 
+namespace {
+
+// Mixtures of n inks have n (n - 1) outermost faces.
+double facesOfMixtures(int channels)
+{
+    return double(channels) * (channels - 1);
+}
+
+// Neighbouring faces share the samples of their common edge: of n by n samples (n - 1)^2 are their own.
+std::size_t samplesPerFace(std::size_t nodesPerAxis)
+{
+    return (nodesPerAxis - 1) * (nodesPerAxis - 1);
+}
+
+} // namespace
+
 int nodesForOutermostFaces(int channels, int wanted)
 {
-    const double faces = 3.0 * channels * (channels - 1);
-    return std::clamp(static_cast<int>(std::sqrt(static_cast<double>(mostHullSamples(channels)) / faces)), 3,
-                      wanted);
+    constexpr double spare = 3.0; // inks are no mere mixtures, and which faces are outermost is a guess
+    const double perFace = double(mostHullSamples(channels)) / (spare * facesOfMixtures(channels));
+    return std::clamp(static_cast<int>(std::sqrt(perFace)) + 1, 3, wanted);
 }
 
 namespace {
@@ -188,6 +205,61 @@ std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double
     return faces;
 }
 
+// More faces than this add nothing, however few samples each has.
+std::size_t outermostFaceCount(int channels, std::size_t nodesPerAxis)
+{
+    constexpr double most = 6.0;
+    return std::min(mostHullSamples(channels) / samplesPerFace(nodesPerAxis),
+                    static_cast<std::size_t>(most * facesOfMixtures(channels)));
+}
+
+// Device colours on faces of the hypercube, each once: with many channels a colour costs too much to be
+// asked for by every face that a corner or an edge belongs to.
+class FaceSampler
+{
+public:
+    explicit FaceSampler(const DeviceNodes& nodes) : m_nodes(nodes), m_colour(nodes.size()) {}
+
+    void add(const HypercubeFace& face)
+    {
+        for (std::size_t c = 0; c < m_colour.size(); ++c)
+            m_colour[c] = static_cast<float>(face.corner >> c & 1u);
+        const std::size_t count = m_nodes[0].size();
+        for (std::size_t i = 0; i < count; ++i)
+            for (std::size_t j = 0; j < count; ++j)
+                if (isNew(face, i, j)) {
+                    m_colour[face.u] = m_nodes[face.u][i];
+                    m_colour[face.v] = m_nodes[face.v][j];
+                    m_samples.insert(m_samples.end(), m_colour.begin(), m_colour.end());
+                }
+    }
+
+    std::vector<float> takeSamples() { return std::move(m_samples); }
+
+private:
+    // A sample is named by its corner and by the axes along which it is between the ends.
+    bool isNew(const HypercubeFace& face, std::size_t i, std::size_t j)
+    {
+        std::uint64_t name = face.corner;
+        const auto along = [&](unsigned axis, std::size_t node, int shift) {
+            if (node == m_nodes[0].size() - 1)
+                name |= std::uint64_t(1) << axis;
+            else if (node > 0)
+                name |= (std::uint64_t(axis + 1) << 8 | node) << shift;
+        };
+        constexpr int ofLower = 16, ofUpper = 32;
+        const bool isEdge = i == 0 || i == m_nodes[0].size() - 1;
+        along(face.u, i, ofLower);
+        along(face.v, j, isEdge ? ofLower : ofUpper);
+        return m_known.insert(name).second;
+    }
+
+    const DeviceNodes& m_nodes;
+    std::vector<float> m_colour;
+    std::vector<float> m_samples;
+    std::unordered_set<std::uint64_t> m_known;
+};
+
 // Lab of all corners of the hypercube; from fourteen channels on, where those would take seconds, as
 // the sum of what each channel does alone, which is enough to tell outer faces from inner ones.
 // @return false when cancelled or refused
@@ -198,10 +270,11 @@ bool cornerColours(const DeviceTransform& transform, const std::vector<float>& c
     constexpr int mostEvaluated = 13;
     if (n <= mostEvaluated)
         return transform.toLab(corners.data(), lab.data(), lab.size(), task, reason);
-    std::vector<float> alone(static_cast<std::size_t>(n + 1) * static_cast<std::size_t>(n), 0.0f);
-    for (int c = 0; c < n; ++c)
-        alone[static_cast<std::size_t>((c + 1) * n + c)] = 1.0f;
-    std::vector<Vec3> steps(static_cast<std::size_t>(n) + 1);
+    const auto count = static_cast<std::size_t>(n);
+    std::vector<float> alone((count + 1) * count, 0.0f);
+    for (std::size_t c = 0; c < count; ++c)
+        alone[(c + 1) * count + c] = 1.0f;
+    std::vector<Vec3> steps(count + 1);
     if (!transform.toLab(alone.data(), steps.data(), steps.size(), task, reason))
         return false;
     for (std::size_t corner = 0; corner < lab.size(); ++corner) {
@@ -225,19 +298,11 @@ std::vector<float> outermostFaceSamples(const DeviceTransform& transform, const 
     std::vector<Vec3> lab(std::size_t(1) << n);
     if (!cornerColours(transform, corners, lab, task, reason))
         return {};
-    const std::size_t perFace = nodes[0].size() * nodes[0].size();
-    std::vector<float> samples;
-    for (const HypercubeFace& face : outermostFaces(n, depthsBelowHull(lab), mostHullSamples(n) / perFace))
-        for (float x : nodes[face.u])
-            for (float y : nodes[face.v]) {
-                const float* corner =
-                    corners.data() + static_cast<std::size_t>(face.corner) * static_cast<std::size_t>(n);
-                samples.insert(samples.end(), corner, corner + n);
-                float* colour = samples.data() + samples.size() - n;
-                colour[face.u] = x;
-                colour[face.v] = y;
-            }
-    return samples;
+    FaceSampler sampler(nodes);
+    for (const HypercubeFace& face :
+         outermostFaces(n, depthsBelowHull(lab), outermostFaceCount(n, nodes[0].size())))
+        sampler.add(face);
+    return sampler.takeSamples();
 }
 
 } // namespace

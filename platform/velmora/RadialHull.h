@@ -31,7 +31,8 @@ std::size_t hullSampleCount(int channels, int nodesPerAxis);
 std::size_t mostHullSamples(int channels);
 
 /// The nodes per axis with which the outermost faces of a device of many channels, three times as
-/// many as a zonotope of so many vectors has on its surface, keep to mostHullSamples().
+/// many as a zonotope of so many vectors has on its surface, keep to mostHullSamples(). What faces have in
+/// common is sampled once.
 int nodesForOutermostFaces(int channels, int wanted);
 
 } // namespace velmora

@@ -19,7 +19,15 @@ bool onOneDeviceFace(const float* p, const float* q, int channels)
 class Round
 {
 public:
-    Round(SurfaceMesh& mesh, double maxEdge) : m_mesh(mesh), m_maxEdge(maxEdge) {}
+    enum class Edges
+    {
+        WithinDeviceFaces,
+        AcrossDeviceFaces
+    };
+
+    Round(SurfaceMesh& mesh, double maxEdge, Edges edges) : m_mesh(mesh), m_maxEdge(maxEdge), m_edges(edges)
+    {
+    }
 
     // The vertices that this round adds, as device colours behind those that the mesh has.
     void findMidpoints()
@@ -84,7 +92,8 @@ private:
             toVec3(m_mesh.lab[static_cast<std::size_t>(p)]) - toVec3(m_mesh.lab[static_cast<std::size_t>(q)]);
         if (dot(edge, edge) <= m_maxEdge * m_maxEdge)
             return;
-        if (!onOneDeviceFace(m_mesh.deviceOf(p), m_mesh.deviceOf(q), m_mesh.channels))
+        if (onOneDeviceFace(m_mesh.deviceOf(p), m_mesh.deviceOf(q), m_mesh.channels) !=
+            (m_edges == Edges::WithinDeviceFaces))
             return;
         const int next = static_cast<int>(m_mesh.lab.size() + m_midpoint.size());
         if (!m_midpoint.emplace(key(p, q), next).second)
@@ -101,6 +110,7 @@ private:
 
     SurfaceMesh& m_mesh;
     double m_maxEdge;
+    Edges m_edges;
     std::unordered_map<std::uint64_t, int> m_midpoint;
 };
 
@@ -110,7 +120,7 @@ bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge,
             QString& reason)
 {
     for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= mostTriangles; ++i) {
-        Round round(mesh, maxEdge);
+        Round round(mesh, maxEdge, Round::Edges::WithinDeviceFaces);
         round.findMidpoints();
         if (!round.found())
             return true;
@@ -118,6 +128,16 @@ bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge,
             return false;
         round.split();
     }
+    return true;
+}
+
+bool halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task, QString& reason)
+{
+    Round round(mesh, 0.0, Round::Edges::AcrossDeviceFaces);
+    round.findMidpoints();
+    if (!round.evaluate(transform, task, reason))
+        return false;
+    round.split();
     return true;
 }
 

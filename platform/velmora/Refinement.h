@@ -13,4 +13,9 @@ namespace velmora {
 bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds, const Task& task,
             QString& reason);
 
+/// Halves once all edges that refine() leaves alone, which lead from one face of the device hypercube to
+/// another: midway may be anywhere.
+/// @return false when cancelled or refused; @p reason says why.
+bool halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task, QString& reason);
+
 } // namespace velmora

@@ -9,7 +9,7 @@ namespace {
 
 using velmora::Vec3;
 
-struct Corner
+struct SideCorner
 {
     Vec3 lab;
     double distance; // from the plane, times the length of its normal
@@ -17,11 +17,11 @@ struct Corner
 
 // Where the edge meets the plane. Taken from the lower end to the upper, whichever face asks, so that
 // both faces of an edge find the same point to the last bit.
-QList<float> crossing(const Corner& p, const Corner& q)
+QList<float> crossing(const SideCorner& p, const SideCorner& q)
 {
     const bool ordered = std::tie(p.lab.L, p.lab.a, p.lab.b) <= std::tie(q.lab.L, q.lab.a, q.lab.b);
-    const Corner& low = ordered ? p : q;
-    const Corner& high = ordered ? q : p;
+    const SideCorner& low = ordered ? p : q;
+    const SideCorner& high = ordered ? q : p;
     const double t = low.distance / (low.distance - high.distance);
     const Vec3 x = low.lab + t * (high.lab - low.lab);
     return {static_cast<float>(x.L), static_cast<float>(x.a), static_cast<float>(x.b)};
@@ -42,14 +42,14 @@ QList<QList<QList<float>>> KVGamut::computeRing(const float* plane, const QList<
     for (const auto& face : faces) {
         if (face.size() != 3)
             continue;
-        std::array<Corner, 3> corners;
+        std::array<SideCorner, 3> corners;
         bool known = true;
         for (qsizetype i = 0; i < 3 && known; ++i) {
             const auto& lab = face[i].lab;
             known = lab.size() >= 3;
             if (!known)
                 break;
-            Corner& c = corners[static_cast<std::size_t>(i)];
+            SideCorner& c = corners[static_cast<std::size_t>(i)];
             c.lab = {lab[0], lab[1], lab[2]};
             c.distance = velmora::dot(normal, c.lab) + offset;
             known = std::isfinite(c.distance);

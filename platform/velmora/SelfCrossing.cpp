@@ -3,7 +3,9 @@
 #include "Columns.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
+#include <span>
 
 namespace velmora {
 namespace {
@@ -52,30 +54,113 @@ bool cross(const Corners& s, const Corners& t)
     return onBothSides(ofT) && (pierces(s, t, ofS) || pierces(t, s, ofT));
 }
 
-struct CellRange
+// The vertices around which the triangles lie side by side as seen along one of the axes: none of them
+// passes through another there, and nearly all pairs of near triangles need no further look.
+//
+// Seen along an axis they lie side by side when all turn the same way, when they form rings, and when
+// together they pass a ray from the vertex once.
+class FlatFans
+{
+public:
+    FlatFans(const SurfaceMesh& mesh, const std::vector<LatticePoint>& points)
+    {
+        std::vector<Fan> fans(points.size());
+        for (const Triangle& t : mesh.triangles) {
+            const std::array<int, 3> turns =
+                turnsOf(points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
+                        points[static_cast<std::size_t>(t[2])]);
+            for (std::size_t i = 0; i < 3; ++i)
+                addTo(fans[static_cast<std::size_t>(t[i])], points, t[i], t[(i + 1) % 3], t[(i + 2) % 3],
+                      turns);
+        }
+        for (const Fan& fan : fans)
+            m_flat.push_back(isFlat(fan));
+    }
+
+    bool at(int vertex) const { return m_flat[static_cast<std::size_t>(vertex)] != 0; }
+
+private:
+    struct Fan
+    {
+        std::array<bool, 3> left{true, true, true}; // all turn left, seen along each axis
+        std::array<bool, 3> right{true, true, true};
+        std::array<int, 3> passes{};
+        std::uint64_t ends = 0; // of the triangles, each scattered over 64 bits; 0 when all meet
+    };
+
+    static std::array<int, 3> turnsOf(const LatticePoint& p, const LatticePoint& q, const LatticePoint& r)
+    {
+        const std::array<std::int64_t, 3> u{q.L - p.L, q.a - p.a, q.b - p.b},
+            v{r.L - p.L, r.a - p.a, r.b - p.b};
+        std::array<int, 3> turns{};
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::int64_t area = u[(i + 1) % 3] * v[(i + 2) % 3] - u[(i + 2) % 3] * v[(i + 1) % 3];
+            turns[i] = (area > 0) - (area < 0);
+        }
+        return turns;
+    }
+
+    static std::uint64_t scattered(int vertex)
+    {
+        std::uint64_t x = static_cast<std::uint64_t>(vertex) + 0x9e3779b97f4a7c15u;
+        x = (x ^ x >> 30) * 0xbf58476d1ce4e5b9u;
+        x = (x ^ x >> 27) * 0x94d049bb133111ebu;
+        return x ^ x >> 31;
+    }
+
+    static void addTo(Fan& fan, const std::vector<LatticePoint>& points, int vertex, int next, int last,
+                      const std::array<int, 3>& turns)
+    {
+        const auto offset = [&](int to) {
+            const LatticePoint& p = points[static_cast<std::size_t>(vertex)];
+            const LatticePoint& q = points[static_cast<std::size_t>(to)];
+            return std::array<int, 3>{q.L - p.L, q.a - p.a, q.b - p.b};
+        };
+        const std::array<int, 3> toNext = offset(next), toLast = offset(last);
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            fan.left[axis] &= turns[axis] > 0;
+            fan.right[axis] &= turns[axis] < 0;
+            // The ray belongs to the triangle that begins on it, seen counter-clockwise.
+            const auto& from = turns[axis] > 0 ? toNext : toLast;
+            const auto& to = turns[axis] > 0 ? toLast : toNext;
+            const std::size_t x = (axis + 1) % 3, y = (axis + 2) % 3;
+            fan.passes[axis] += (from[y] < 0 && to[y] > 0) || (from[y] == 0 && from[x] > 0);
+        }
+        fan.ends += scattered(next) - scattered(last);
+    }
+
+    static bool isFlat(const Fan& fan)
+    {
+        bool flat = false;
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            flat |= (fan.left[axis] || fan.right[axis]) && fan.passes[axis] == 1;
+        return flat && fan.ends == 0;
+    }
+
+    std::vector<char> m_flat;
+};
+
+// Whether it is known without a look at the triangles that they do not pass through each other: with a
+// common edge they lie on one side of each other, or in one plane.
+bool areApart(const Triangle& s, const Triangle& t, const FlatFans& fans)
+{
+    int common = 0;
+    bool flat = false;
+    for (int v : s)
+        if (v == t[0] || v == t[1] || v == t[2]) {
+            ++common;
+            flat |= fans.at(v);
+        }
+    return common >= 2 || flat;
+}
+
+struct Bounds
 {
     std::array<int, 3> low;
     std::array<int, 3> high;
-
-    bool meets(const CellRange& other) const
-    {
-        for (std::size_t i = 0; i < 3; ++i)
-            if (low[i] > other.high[i] || other.low[i] > high[i])
-                return false;
-        return true;
-    }
-    CellRange common(const CellRange& other) const
-    {
-        CellRange c;
-        for (std::size_t i = 0; i < 3; ++i) {
-            c.low[i] = std::max(low[i], other.low[i]);
-            c.high[i] = std::min(high[i], other.high[i]);
-        }
-        return c;
-    }
 };
 
-CellRange boundsOf(const Corners& t)
+Bounds boundsOf(const Corners& t)
 {
     return {{std::min({t[0].L, t[1].L, t[2].L}), std::min({t[0].a, t[1].a, t[2].a}),
              std::min({t[0].b, t[1].b, t[2].b})},
@@ -83,86 +168,182 @@ CellRange boundsOf(const Corners& t)
              std::max({t[0].b, t[1].b, t[2].b})}};
 }
 
-} // namespace
+bool meet(const Bounds& p, const Bounds& q)
+{
+    unsigned all = 1; // no branches: nearly all of the time goes by here
+    for (std::size_t i = 0; i < 3; ++i)
+        all &= unsigned(p.low[i] <= q.high[i]) & unsigned(q.low[i] <= p.high[i]);
+    return all != 0;
+}
 
-std::size_t countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task)
+// Cells of a cubic grid that list the triangles whose boxes reach them; about as many cells meet a
+// surface as it has triangles.
+class CellLists
+{
+public:
+    // A triangle in a cell, and along which axes the cell is the first that the triangle's box reaches.
+    // Of the cells that two boxes both reach exactly one is along each axis the first of one of them.
+    struct Entry
+    {
+        std::uint32_t triangle : 29;
+        std::uint32_t begins : 3;
+    };
+
+    CellLists(const std::vector<Bounds>& bounds, const LatticeBox& box)
+        : m_origin{box.low.L, box.low.a, box.low.b}
+    {
+        const std::array<int, 3> extent{box.high.L - box.low.L, box.high.a - box.low.a,
+                                        box.high.b - box.low.b};
+        const int wantedCells = std::clamp(static_cast<int>(std::sqrt(double(bounds.size()) / 2.0)), 4, 128);
+        while ((*std::max_element(extent.begin(), extent.end()) >> m_shift) > wantedCells)
+            ++m_shift;
+        for (std::size_t i = 0; i < 3; ++i)
+            m_counts[i] = (extent[i] >> m_shift) + 1;
+    }
+
+    // How many entries all lists will have.
+    std::size_t entriesOf(const std::vector<Bounds>& bounds) const
+    {
+        std::size_t sum = 0;
+        for (const Bounds& b : bounds) {
+            std::size_t cells = 1;
+            for (std::size_t i = 0; i < 3; ++i)
+                cells *= static_cast<std::size_t>(((b.high[i] - m_origin[i]) >> m_shift) -
+                                                  ((b.low[i] - m_origin[i]) >> m_shift) + 1);
+            sum += cells;
+        }
+        return sum;
+    }
+
+    void fill(const std::vector<Bounds>& bounds)
+    {
+        m_first.assign(static_cast<std::size_t>(m_counts[0]) * static_cast<std::size_t>(m_counts[1]) *
+                               static_cast<std::size_t>(m_counts[2]) +
+                           1,
+                       0);
+        for (const Bounds& b : bounds)
+            forCells(b, [&](std::size_t cell, unsigned) { ++m_first[cell + 1]; });
+        std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
+        m_entries.resize(m_first.back());
+        std::vector<std::uint32_t> next(m_first.begin(), m_first.end() - 1);
+        for (std::size_t f = 0; f < bounds.size(); ++f)
+            forCells(bounds[f], [&](std::size_t cell, unsigned begins) {
+                m_entries[next[cell]++] = {static_cast<std::uint32_t>(f) & 0x1fffffffu, begins & 7u};
+            });
+    }
+
+    std::size_t size() const { return m_first.size() - 1; }
+    std::span<const Entry> in(std::size_t cell) const
+    {
+        return {m_entries.data() + m_first[cell], m_first[cell + 1] - m_first[cell]};
+    }
+
+private:
+    template <typename Visit>
+    void forCells(const Bounds& bounds, const Visit& visit) const
+    {
+        std::array<int, 3> low{}, high{};
+        for (std::size_t i = 0; i < 3; ++i) {
+            low[i] = (bounds.low[i] - m_origin[i]) >> m_shift;
+            high[i] = (bounds.high[i] - m_origin[i]) >> m_shift;
+        }
+        for (int i = low[0]; i <= high[0]; ++i)
+            for (int j = low[1]; j <= high[1]; ++j)
+                for (int k = low[2]; k <= high[2]; ++k)
+                    visit(cellAt(i, j, k),
+                          unsigned(i == low[0]) | unsigned(j == low[1]) << 1 | unsigned(k == low[2]) << 2);
+    }
+
+    std::size_t cellAt(int i, int j, int k) const
+    {
+        const auto row = static_cast<std::size_t>(i) * static_cast<std::size_t>(m_counts[1]);
+        const auto column = (row + static_cast<std::size_t>(j)) * static_cast<std::size_t>(m_counts[2]);
+        return column + static_cast<std::size_t>(k);
+    }
+
+    std::array<int, 3> m_origin;
+    std::array<int, 3> m_counts{};
+    int m_shift = 0;
+    std::vector<std::uint32_t> m_first;
+    std::vector<Entry> m_entries;
+};
+
+// How much work a search may be.
+struct Effort
+{
+    std::size_t entries = std::numeric_limits<std::size_t>::max(); // of triangles in cells' lists
+    std::size_t looks = std::numeric_limits<std::size_t>::max();   // at pairs of triangles
+};
+
+struct Search
+{
+    std::size_t crossings = 0;
+    bool isComplete = false;
+};
+
+Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort, const Task& task)
 {
     if (mesh.triangles.empty())
-        return 0;
+        return {0, true};
     const auto points = latticePoints(mesh);
-    const LatticeBox box = boundsOf(points);
     const auto cornersOf = [&](std::size_t f) {
         const Triangle& t = mesh.triangles[f];
         return Corners{points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                        points[static_cast<std::size_t>(t[2])]};
     };
-
-    // Cells of a cubic grid list the triangles whose boxes reach them; about as many cells meet a
-    // surface as it has triangles.
-    const auto extent = std::max({box.high.L - box.low.L, box.high.a - box.low.a, box.high.b - box.low.b});
-    const int wantedCells =
-        std::clamp(static_cast<int>(std::sqrt(double(mesh.triangles.size()) / 2.0)), 4, 128);
-    int shift = 0;
-    while ((extent >> shift) > wantedCells)
-        ++shift;
-    const std::array<int, 3> counts{((box.high.L - box.low.L) >> shift) + 1,
-                                    ((box.high.a - box.low.a) >> shift) + 1,
-                                    ((box.high.b - box.low.b) >> shift) + 1};
-    const auto cellAt = [&](int i, int j, int k) {
-        return static_cast<std::size_t>((i * counts[1] + j) * counts[2] + k);
-    };
-    const auto cellsOf = [&](const CellRange& r) {
-        return CellRange{{(r.low[0] - box.low.L) >> shift, (r.low[1] - box.low.a) >> shift,
-                          (r.low[2] - box.low.b) >> shift},
-                         {(r.high[0] - box.low.L) >> shift, (r.high[1] - box.low.a) >> shift,
-                          (r.high[2] - box.low.b) >> shift}};
-    };
-    const auto forCells = [&](const CellRange& bounds, const auto& visit) {
-        const CellRange c = cellsOf(bounds);
-        for (int i = c.low[0]; i <= c.high[0]; ++i)
-            for (int j = c.low[1]; j <= c.high[1]; ++j)
-                for (int k = c.low[2]; k <= c.high[2]; ++k)
-                    visit(cellAt(i, j, k));
-    };
-    std::vector<CellRange> bounds(mesh.triangles.size());
-    std::vector<int> first(static_cast<std::size_t>(counts[0]) * static_cast<std::size_t>(counts[1]) *
-                               static_cast<std::size_t>(counts[2]) +
-                           1);
-    for (std::size_t f = 0; f < bounds.size(); ++f) {
-        bounds[f] = boundsOf(cornersOf(f));
-        forCells(bounds[f], [&](std::size_t cell) { ++first[cell + 1]; });
-    }
-    std::partial_sum(first.begin(), first.end(), first.begin());
-    std::vector<int> listed(static_cast<std::size_t>(first.back()));
-    std::vector<int> next(first.begin(), first.end() - 1);
+    std::vector<Bounds> bounds(mesh.triangles.size());
     for (std::size_t f = 0; f < bounds.size(); ++f)
-        forCells(bounds[f], [&](std::size_t cell) {
-            listed[static_cast<std::size_t>(next[cell]++)] = static_cast<int>(f);
-        });
+        bounds[f] = boundsOf(cornersOf(f));
+    CellLists cells(bounds, boundsOf(points));
+    if (cells.entriesOf(bounds) > effort.entries)
+        return {};
+    cells.fill(bounds);
+    const FlatFans fans(mesh, points);
 
     constexpr std::size_t cellsBetweenLooks = 1024;
-    std::size_t crossings = 0;
-    for (std::size_t cell = 0; cell + 1 < first.size(); ++cell) {
+    Search search;
+    std::vector<Bounds> inCell;
+    for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         if (cell % cellsBetweenLooks == 0 && task.isCancelled())
-            return crossings;
-        for (int i = first[cell]; i < first[cell + 1]; ++i) {
-            const auto f = static_cast<std::size_t>(listed[static_cast<std::size_t>(i)]);
-            const Corners s = cornersOf(f);
-            for (int j = i + 1; j < first[cell + 1]; ++j) {
-                const auto g = static_cast<std::size_t>(listed[static_cast<std::size_t>(j)]);
-                if (!bounds[f].meets(bounds[g]))
+            return search;
+        const auto entries = cells.in(cell);
+        const std::size_t looks = entries.size() * entries.size() / 2;
+        if (looks > effort.looks)
+            return search;
+        effort.looks -= looks;
+        inCell.clear();
+        for (const CellLists::Entry& e : entries)
+            inCell.push_back(bounds[e.triangle]);
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            for (std::size_t j = i + 1; j < entries.size(); ++j) {
+                const bool here = (entries[i].begins | entries[j].begins) == 7;
+                if (!here || !meet(inCell[i], inCell[j]))
                     continue;
-                // Both may be listed in several cells; the lowest corner of what is common counts.
-                const auto home = cellsOf(bounds[f].common(bounds[g])).low;
-                if (cellAt(home[0], home[1], home[2]) != cell)
-                    continue;
-                const Corners t = cornersOf(g);
-                if (cross(s, t) && ++crossings >= most)
-                    return crossings;
+                const std::size_t f = entries[i].triangle, g = entries[j].triangle;
+                if (!areApart(mesh.triangles[f], mesh.triangles[g], fans) &&
+                    cross(cornersOf(f), cornersOf(g)) && ++search.crossings >= most)
+                    return search;
             }
-        }
     }
-    return crossings;
+    search.isComplete = true;
+    return search;
+}
+
+} // namespace
+
+std::size_t countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task)
+{
+    return searchCrossings(mesh, most, {}, task).crossings;
+}
+
+std::optional<bool> passesThroughItself(const SurfaceMesh& mesh)
+{
+    constexpr std::size_t entriesPerFace = 32, fewestEntries = 1'000'000, looks = 20'000'000;
+    const Search search =
+        searchCrossings(mesh, 1, {entriesPerFace * mesh.triangles.size() + fewestEntries, looks}, {});
+    if (search.crossings > 0)
+        return true;
+    return search.isComplete ? std::optional(false) : std::nullopt;
 }
 
 } // namespace velmora

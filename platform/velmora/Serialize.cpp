@@ -1,5 +1,7 @@
 #include "Serialize.h"
 
+#include "SelfCrossing.h"
+
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
@@ -9,9 +11,9 @@ namespace {
 
 constexpr int formatVersion = 1;
 constexpr quint32 magic = 0x4b56474d; // "KVGM"
-const QString gamutKey = QStringLiteral("Gamut");
-const QString versionKey = QStringLiteral("GamutVersion");
-const QString checksumKey = QStringLiteral("GamutChecksum");
+constexpr QLatin1String gamutKey("Gamut");
+constexpr QLatin1String versionKey("GamutVersion");
+constexpr QLatin1String checksumKey("GamutChecksum");
 
 constexpr int mostChannels = 15;
 
@@ -189,6 +191,13 @@ bool deserialized(const QHash<QString, QVariant>& hash, GamutRecord& record, QSt
         return false;
     }
     reason = surfaceProblem(record.mesh);
+    if (!reason.isEmpty())
+        return false;
+    const std::optional<bool> passesThrough = passesThroughItself(record.mesh);
+    if (!passesThrough)
+        reason = QStringLiteral("the saved gamut's faces lie too close to each other to be checked");
+    else if (*passesThrough)
+        reason = QStringLiteral("the saved gamut's surface passes through itself");
     return reason.isEmpty();
 }
 

@@ -116,7 +116,7 @@ KVGamut::GamutObject gamutOf(const KVProfilePtr& profile, int gridPoints, KVVMRe
     return gamut;
 }
 
-Lab labOf(const QByteArray& bytes, const std::vector<double>& device, cmsUInt32Number intent)
+LabTransform::LabTransform(const QByteArray& bytes, cmsUInt32Number intent)
 {
     const cmsHPROFILE profile =
         cmsOpenProfileFromMem(bytes.constData(), static_cast<cmsUInt32Number>(bytes.size()));
@@ -124,18 +124,31 @@ Lab labOf(const QByteArray& bytes, const std::vector<double>& device, cmsUInt32N
     const cmsColorSpaceSignature space = cmsGetColorSpace(profile);
     const bool inks = space != cmsSigRgbData && space != cmsSigYCbCrData && space != cmsSigHsvData &&
                       space != cmsSig3colorData && space != cmsSigMCH3Data;
-    const cmsHTRANSFORM transform =
-        cmsCreateTransform(profile, cmsFormatterForColorspaceOfProfile(profile, 0, TRUE), lab, TYPE_Lab_DBL,
-                           intent, cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE);
-    std::vector<double> scaled = device;
-    for (double& v : scaled)
-        v *= inks ? 100.0 : 1.0;
-    Lab result{};
-    cmsDoTransform(transform, scaled.data(), result.data(), 1);
-    cmsDeleteTransform(transform);
+    m_fullScale = inks ? 100.0 : 1.0;
+    m_channels = cmsChannelsOf(space);
+    m_transform = cmsCreateTransform(profile, cmsFormatterForColorspaceOfProfile(profile, 0, TRUE), lab,
+                                     TYPE_Lab_DBL, intent, cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE);
     cmsCloseProfile(lab);
     cmsCloseProfile(profile);
+}
+
+LabTransform::~LabTransform()
+{
+    cmsDeleteTransform(m_transform);
+}
+
+std::vector<Lab> LabTransform::operator()(std::vector<double> device) const
+{
+    for (double& v : device)
+        v *= m_fullScale;
+    std::vector<Lab> result(device.size() / m_channels);
+    cmsDoTransform(m_transform, device.data(), result.data(), static_cast<cmsUInt32Number>(result.size()));
     return result;
+}
+
+Lab labOf(const QByteArray& bytes, const std::vector<double>& device, cmsUInt32Number intent)
+{
+    return LabTransform(bytes, intent)(device).front();
 }
 
 } // namespace testprofiles

@@ -42,7 +42,25 @@ KVGamut::GamutObject gamutOf(const KVProfilePtr& profile, int gridPoints = -1,
                              KVVMRenderType intent = KVVMRenderRelativeColorimetric,
                              bool blackPointCompensation = false);
 
-/// Lab of device colours straight from Little CMS; ink channels too are given as 0..1.
+/// Device to Lab straight through Little CMS, as a host would do it; ink channels too run 0..1.
+class LabTransform
+{
+public:
+    explicit LabTransform(const QByteArray& profile, cmsUInt32Number intent = INTENT_RELATIVE_COLORIMETRIC);
+    ~LabTransform();
+    Q_DISABLE_COPY_MOVE(LabTransform)
+
+    std::size_t channels() const { return m_channels; }
+    /// @param device one colour after the other
+    std::vector<Lab> operator()(std::vector<double> device) const;
+
+private:
+    cmsHTRANSFORM m_transform = nullptr;
+    std::size_t m_channels = 0;
+    double m_fullScale = 1.0;
+};
+
+/// Lab of one device colour straight from Little CMS; ink channels too are given as 0..1.
 Lab labOf(const QByteArray& profile, const std::vector<double>& device,
           cmsUInt32Number intent = INTENT_RELATIVE_COLORIMETRIC);
 

@@ -2,10 +2,13 @@
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
 
+#include "platform/velmora/DeviceCubeMesh.h"
 #include "platform/velmora/LatticeSurface.h"
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/MeshVolume.h"
 #include "platform/velmora/NearestIndex.h"
+#include "platform/velmora/RadialHull.h"
+#include "platform/velmora/ReachedVolume.h"
 #include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
 
@@ -235,9 +238,94 @@ TEST(LatticeGamut, ofAProfileThatWindsIntoItselfIsTheRing)
     EXPECT_TRUE(copy.faces() == gamut.faces());
 }
 
+// --- More channels than a lattice surface can be made for -----------------------------------------
+
+namespace {
+
+// The channels' means by threes are height, turn and radius.
+MappedDevice sectorOfManyChannels(int channels, const Sector& s)
+{
+    return MappedDevice(channels, [channels, s](const float* d) {
+        std::array<double, 3> sum{}, count{};
+        for (int c = 0; c < channels; ++c) {
+            sum[std::size_t(c % 3)] += double(d[c]);
+            count[std::size_t(c % 3)] += 1.0;
+        }
+        return s.at(sum[0] / count[0], sum[1] / count[1], sum[2] / count[2]);
+    });
+}
+
+// Inks that hold back light, each of its own part of the spectrum, in three bands.
+MappedDevice absorbingInks(int channels)
+{
+    return MappedDevice(channels, [channels](const float* d) {
+        std::array<double, 3> light{1.0, 1.0, 1.0};
+        for (int c = 0; c < channels; ++c)
+            for (std::size_t band = 0; band < 3; ++band)
+                light[band] *=
+                    std::exp(-double(d[c]) * (0.1 + 2.0 * ((c + int(band)) % 3 == 0) / (1 + c / 3)));
+        const auto cubeRoot = [](double t) { return t > 0.008856 ? std::cbrt(t) : 7.787 * t + 16.0 / 116.0; };
+        const double x = cubeRoot(0.45 * light[0] + 0.38 * light[1] + 0.17 * light[2]);
+        const double y = cubeRoot(0.25 * light[0] + 0.68 * light[1] + 0.07 * light[2]);
+        const double z = cubeRoot(0.02 * light[0] + 0.12 * light[1] + 0.86 * light[2]);
+        return Vec3{116.0 * y - 16.0, 500.0 * (x - y), 200.0 * (y - z)};
+    });
+}
+
+QString reasonFor(const MappedDevice& device)
+{
+    GamutRecord record;
+    QString reason;
+    const bool found = buildGamut(device, {}, {}, record, reason);
+    EXPECT_EQ(found, reason.isEmpty());
+    return reason;
+}
+
+} // namespace
+
+TEST(ManyChannels, withAHollowAreRefusedAndNotFilled)
+{
+    for (const auto& [channels, turns] : {std::pair{7, 1.5}, {8, 1.2}, {10, 1.5}}) {
+        const Sector s{20, 80, 20, 50, turns * M_PI};
+        EXPECT_TRUE(reasonFor(sectorOfManyChannels(channels, s)).contains(QLatin1String("hollow")))
+            << channels << " channels";
+    }
+}
+
+TEST(ManyChannels, withoutAHollowAreNotRefused)
+{
+    for (int channels : {7, 9, 12})
+        EXPECT_EQ(reasonFor(absorbingInks(channels)), QString()) << channels;
+}
+
+// A face over a hollow has an image along the solid; one on the solid has itself.
+TEST(ReachedVolume, isTheVolumeOfASolidWithoutHollows)
+{
+    QString reason;
+    const MappedDevice inks = absorbingInks(4);
+    const DeviceNodes nodes = equalisedNodes(inks, 17, smallEvenShare, {}, reason);
+    const SurfaceMesh hull = radialHull(inks, nodes, {}, reason);
+    EXPECT_NEAR(reachedVolume(hull, inks, {}, reason).value_or(0.0), signedVolume(hull),
+                0.002 * signedVolume(hull));
+
+    const Sector s{20, 80, 20, 50, 1.5 * M_PI};
+    const MappedDevice crescent = sectorOfManyChannels(7, s);
+    const DeviceNodes axes = equalisedNodes(crescent, 9, smallEvenShare, {}, reason);
+    const SurfaceMesh filled = radialHull(crescent, axes, {}, reason);
+    EXPECT_GT(signedVolume(filled), 1.3 * s.volume());
+    EXPECT_LT(reachedVolume(filled, crescent, {}, reason).value_or(1e9), 1.01 * s.volume());
+}
+
 // --- The parts ------------------------------------------------------------------------------------
 
 namespace {
+
+CastBudget& freshBudget()
+{
+    static CastBudget budget;
+    budget = {};
+    return budget;
+}
 
 // A box as a device of 3^3 nodes shows it.
 DeviceSolid boxSolid(Vec3 low, Vec3 high)
@@ -253,6 +341,29 @@ DeviceSolid boxSolid(Vec3 low, Vec3 high)
 
 } // namespace
 
+TEST(DeviceCubeMesh, thinnedIsTheMeshOfFewerNodes)
+{
+    const MappedDevice device(3, [](const float* d) {
+        return Vec3{100.0 * double(d[0]), 50.0 * double(d[1] * d[1]),
+                    60.0 * double(d[2]) - 10.0 * double(d[0])};
+    });
+    QString reason;
+    for (const auto& [nodes, count] : {std::pair{9, 5}, {8, 4}, {3, 2}, {17, 17}}) {
+        const DeviceNodes all = equalisedNodes(device, nodes, smallEvenShare, {}, reason);
+        DeviceNodes kept;
+        for (const auto& axis : all)
+            kept.push_back(thinnedAxis(axis, std::size_t(count)));
+        const SurfaceMesh expected = deviceCubeMesh(device, kept, {}, reason);
+        const SurfaceMesh thin =
+            thinnedCubeMesh(deviceCubeMesh(device, all, {}, reason), std::size_t(nodes), std::size_t(count));
+        EXPECT_EQ(thin.device, expected.device);
+        EXPECT_EQ(thin.triangles, expected.triangles);
+        ASSERT_EQ(thin.lab.size(), expected.lab.size());
+        for (std::size_t v = 0; v < thin.lab.size(); ++v)
+            EXPECT_EQ(toLattice(thin.lab[v]), toLattice(expected.lab[v]));
+    }
+}
+
 TEST(DeviceSolid, fillsTheImageOfTheDeviceOnce)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
@@ -263,7 +374,7 @@ TEST(DeviceSolid, fillsTheImageOfTheDeviceOnce)
         sum += std::abs(dot(at(1) - at(0), cross(at(2) - at(0), at(3) - at(0)))) / 6.0;
     }
     EXPECT_NEAR(sum, 50.0 * 50.0 * 20.0, 1e-6 * sum);
-    EXPECT_NEAR(coveredVolume(solid, {}), 50.0 * 50.0 * 20.0, 0.02 * sum);
+    EXPECT_NEAR(coveredVolume(solid, freshBudget(), {}), 50.0 * 50.0 * 20.0, 0.02 * sum);
 }
 
 TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
@@ -275,7 +386,7 @@ TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
     grid.step = 2.5;
     grid.na = 30;
     grid.nb = 8;
-    const Stretches lines = castThrough(solid.points, solid.tetrahedra, grid, {});
+    const Stretches lines = castThrough(solid.points, solid.tetrahedra, grid, freshBudget(), {});
     for (int j = 0; j < grid.nb; ++j)
         for (int i = 0; i < grid.na; ++i) {
             const double a = grid.a0 + i * grid.step;
@@ -294,7 +405,7 @@ TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     const double edges = 4.0 * (50.0 + 50.0 + 20.0);
     for (double pitch : {4.0, 2.0, 1.0}) {
-        SurfaceMesh mesh = latticeSurface(solid, pitch, {});
+        SurfaceMesh mesh = latticeSurface(solid, pitch, freshBudget(), {});
         const double missing = 50.0 * 50.0 * 20.0 - signedVolume(mesh);
         // No more than the half of a cell along each edge, and nothing too much.
         EXPECT_GE(missing, -1e-3);
@@ -309,16 +420,16 @@ TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
 TEST(LatticeSurface, hasAsManyFacesAsAskedFor)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
-    const double pitch = pitchForFaces(solid, 20'000.0, {});
-    EXPECT_NEAR(double(latticeSurface(solid, pitch, {}).triangles.size()), 20'000.0, 3000.0);
+    const double pitch = pitchForFaces(solid, 20'000.0, freshBudget(), {});
+    EXPECT_NEAR(double(latticeSurface(solid, pitch, freshBudget(), {}).triangles.size()), 20'000.0, 3000.0);
 }
 
 TEST(LatticeSurface, isRidOfItsCrumbs)
 {
     const DeviceSolid large = boxSolid({10, -20, 30}, {60, 30, 50});
-    SurfaceMesh mesh = latticeSurface(large, 2.0, {});
+    SurfaceMesh mesh = latticeSurface(large, 2.0, freshBudget(), {});
     const auto faces = mesh.triangles.size();
-    const SurfaceMesh crumb = latticeSurface(boxSolid({80, 0, 0}, {81, 1, 1}), 0.5, {});
+    const SurfaceMesh crumb = latticeSurface(boxSolid({80, 0, 0}, {81, 1, 1}), 0.5, freshBudget(), {});
     const int shift = static_cast<int>(mesh.lab.size());
     mesh.lab.insert(mesh.lab.end(), crumb.lab.begin(), crumb.lab.end());
     mesh.device.insert(mesh.device.end(), crumb.device.begin(), crumb.device.end());
@@ -335,6 +446,20 @@ TEST(LatticeSurface, stopsWhenCancelled)
     auto protocol = KVCompletionProtocol::createTask({});
     protocol->cancel();
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
-    EXPECT_TRUE(latticeSurface(solid, 1.0, Task(protocol)).triangles.empty());
-    EXPECT_EQ(pitchForFaces(solid, 1000.0, Task(protocol)), 0.0);
+    EXPECT_TRUE(latticeSurface(solid, 1.0, freshBudget(), Task(protocol)).triangles.empty());
+    EXPECT_EQ(pitchForFaces(solid, 1000.0, freshBudget(), Task(protocol)), 0.0);
+}
+
+TEST(LatticeSurface, stopsWhenItsBudgetIsSpent)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    CastBudget budget;
+    const double pitch = pitchForFaces(solid, 1000.0, budget, {});
+    EXPECT_GT(pitch, 0.0);
+    EXPECT_LT(budget.left, CastBudget().left);
+    EXPECT_FALSE(budget.isExceeded);
+    budget.left = 100;
+    EXPECT_TRUE(latticeSurface(solid, pitch, budget, {}).triangles.empty());
+    EXPECT_TRUE(budget.isExceeded);
+    EXPECT_TRUE(std::isnan(coveredVolume(solid, budget, {})));
 }

@@ -1,9 +1,13 @@
+#include "MappedDevice.h"
+
 #include "platform/velmora/Columns.h"
 #include "platform/velmora/ConvexHull.h"
+#include "platform/velmora/DeviceCubeMesh.h"
 #include "platform/velmora/MeshChecks.h"
 #include "platform/velmora/MeshVolume.h"
 #include "platform/velmora/NearestIndex.h"
 #include "platform/velmora/Outline.h"
+#include "platform/velmora/Refinement.h"
 #include "platform/velmora/SelfCrossing.h"
 #include "platform/velmora/WindingIndex.h"
 
@@ -324,6 +328,53 @@ TEST(Columns, seeASurfaceThatPassesThroughItself)
     EXPECT_NEAR(windingOf(inverted, 0.5).invalidVolume, 64000.0, 1.0);
 }
 
+TEST(Columns, seeSheetsThatLieUponEachOther)
+{
+    // The upper box stands on a quarter of the lower one.
+    const SurfaceMesh stacked = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({40, 0, 0}, {60, 20, 20}));
+    const WindingCheck check = windingOf(stacked, 0.5);
+    EXPECT_EQ(check.invalidVolume, 0.0);
+    EXPECT_NEAR(check.coveredArea, 1600.0, 40.0);
+    EXPECT_NEAR(check.coincidentArea, 400.0, 20.0);
+    EXPECT_EQ(windingOf(torusMesh(60), 0.1).coincidentArea, 0.0);
+}
+
+namespace {
+
+// A box, along the b* axis of which the device runs forth, back and forth again; its two ends and
+// its middle do not tell.
+MappedDevice boxWithADetour()
+{
+    return MappedDevice(3, [](const float* d) {
+        const double t = double(d[2]);
+        return Vec3{10 + 80 * double(d[0]), 80 * double(d[1]), 80 * t + 40 * std::sin(2 * M_PI * t)};
+    });
+}
+
+} // namespace
+
+TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
+{
+    const MappedDevice device = boxWithADetour();
+    QString reason;
+    SurfaceMesh finer = deviceCubeMesh(device, {{0, 0.5f, 1}, {0, 0.5f, 1}, {0, 0.5f, 1}}, {}, reason);
+    ASSERT_TRUE(refine(finer, device, 1.0, 1, {}, reason));
+    EXPECT_EQ(countCrossings(finer, 1, {}), 0u); // nor does it wind more than once
+    EXPECT_GT(windingOf(finer, 1.0).coincidentArea, 1000.0);
+
+    GamutRequest request;
+    request.gridPoints = 3;
+    request.maxEdge = 1.0;
+    for (int refinements : {0, 1, 3}) {
+        request.refinements = refinements;
+        GamutRecord record;
+        ASSERT_TRUE(buildGamut(device, request, {}, record, reason)) << qPrintable(reason);
+        EXPECT_EQ(record.method, KVGamut::Method::DeviceMesh);
+        EXPECT_EQ(windingOf(record.mesh, 1.0).coincidentArea, 0.0) << refinements;
+        EXPECT_NEAR(std::abs(signedVolume(record.mesh)), 80.0 * 80.0 * 80.0, 1.0);
+    }
+}
+
 TEST(Columns, passThroughVerticesAndEdgesOnce)
 {
     // The columns of an integer grid hit every vertex and edge of this box.
@@ -423,6 +474,56 @@ TEST(SelfCrossing, ofTheSmallestKindIsSeen)
     EXPECT_EQ(countCrossings(mesh, all, {}), 1u);
     mesh.lab[8].L = 40.0f;
     EXPECT_EQ(countCrossings(mesh, all, {}), 0u); // touches
+}
+
+// Corners of a real mesh: fans that lie flat, sharp ones, and sheets that pass between them.
+TEST(SelfCrossing, isFoundWhereverOneSolidIsPushedIntoAnother)
+{
+    const SurfaceMesh ring = torusMesh(24);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> any(-25.0, 25.0);
+    int crossing = 0;
+    for (int round = 0; round < 40; ++round) {
+        SurfaceMesh moved = torusMesh(17);
+        const Vec3 shift{any(random), 2.0 * any(random), any(random)};
+        for (Vertex& v : moved.lab)
+            v = snapped(toVec3(v) + shift);
+        const SurfaceMesh both = joined(ring, moved);
+        const std::size_t expected = slowCrossings(both);
+        crossing += expected > 0;
+        EXPECT_EQ(countCrossings(both, all, {}), expected) << round;
+    }
+    EXPECT_GT(crossing, 20);
+}
+
+// A vertex pushed through the far side of its own solid: its own fan stays whole, others do not.
+TEST(SelfCrossing, ofADentThroughTheOtherSideIsFound)
+{
+    SurfaceMesh mesh = torusMesh(24);
+    EXPECT_EQ(slowCrossings(mesh), 0u);
+    mesh.lab[2] = {-5.0f, 30.0f, 0.0f};
+    const std::size_t expected = slowCrossings(mesh);
+    EXPECT_GT(expected, 0u);
+    EXPECT_EQ(countCrossings(mesh, all, {}), expected);
+}
+
+// Sheets that lie upon each other do not pass through each other. Where two solids lie upon each other
+// the surface winds twice instead, or not at all, and where they only touch nothing is wrong.
+TEST(SelfCrossing, leavesSheetsUponEachOtherToTheColumns)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    const SurfaceMesh twice = joined(box, box);
+    EXPECT_EQ(countCrossings(twice, all, {}), 0u);
+    EXPECT_NEAR(windingOf(twice, 2.0).invalidVolume, 64000.0, 1.0);
+
+    // One on the other's floor and walls, within it.
+    const SurfaceMesh nested = joined(box, boxMesh({0, 0, 0}, {20, 40, 40}));
+    EXPECT_EQ(countCrossings(nested, all, {}), 0u);
+    EXPECT_NEAR(windingOf(nested, 2.0).invalidVolume, 32000.0, 1.0);
+
+    SurfaceMesh inside = box;
+    flip(inside);
+    EXPECT_EQ(windingOf(joined(box, inside), 2.0).insideVolume, 0.0);
 }
 
 // --- Inside and outline of solids with holes ------------------------------------------------------

@@ -11,7 +11,10 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <cstring>
+#include <ctime>
 #include <random>
+#include <string>
 #include <thread>
 
 using namespace testprofiles;
@@ -60,6 +63,124 @@ QByteArray elementTable(char gridPoints)
     tag.append(QByteArray("clut\0\0\0\0\0\4\0\3", 12));
     tag.append(QByteArray(4, gridPoints) + QByteArray(12, '\0'));
     return tag + QByteArray(12, '\0');
+}
+
+// Multi-process elements, one after the other.
+QByteArray elementList(const QList<QByteArray>& elements)
+{
+    QByteArray tag("mpet\0\0\0\0", 8);
+    tag.append(QByteArray("\0\4\0\3", 4));
+    append32(tag, static_cast<quint32>(elements.size()));
+    auto at = static_cast<quint32>(16 + 8 * elements.size());
+    for (const QByteArray& element : elements) {
+        append32(tag, at);
+        append32(tag, static_cast<quint32>(element.size()));
+        at += static_cast<quint32>(element.size());
+    }
+    for (const QByteArray& element : elements)
+        tag.append(element);
+    return tag;
+}
+
+void appendFloat(QByteArray& bytes, float value)
+{
+    quint32 bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    append32(bytes, bits);
+}
+
+// Four channels in, `outputs` out, each what comes in.
+QByteArray matrixElement(int outputs)
+{
+    QByteArray element("matf\0\0\0\0\0\4\0", 11);
+    element.append(static_cast<char>(outputs));
+    for (int i = 0; i < 4 * outputs; ++i)
+        appendFloat(element, i % 5 == 0 ? 1.0f : 0.0f);
+    for (int i = 0; i < outputs; ++i)
+        appendFloat(element, 0.0f);
+    return element;
+}
+
+// Fourteen channels in, three out, two nodes each way.
+QByteArray wideTableElement()
+{
+    QByteArray element("clut\0\0\0\0\0\16\0\3", 12);
+    element.append(QByteArray(14, '\2') + QByteArray(2, '\0'));
+    return element + QByteArray(4 * 3 << 14, '\0');
+}
+
+// Four curves of so many straight segments each.
+QByteArray curveElement(int segments)
+{
+    QByteArray curve("curf\0\0\0\0", 8);
+    curve.append(static_cast<char>(segments >> 8)).append(static_cast<char>(segments)).append(2, '\0');
+    for (int i = 1; i < segments; ++i)
+        appendFloat(curve, static_cast<float>(i) / static_cast<float>(segments));
+    for (int i = 0; i < segments; ++i) {
+        curve.append("parf\0\0\0\0\0\0\0\0", 12);
+        for (float parameter : {1.0f, 1.0f, 0.0f, 0.0f})
+            appendFloat(curve, parameter);
+    }
+    QByteArray element("cvst\0\0\0\0\0\4\0\4", 12);
+    for (int i = 0; i < 4; ++i) {
+        append32(element, 12 + 4 * 8); // all the same one
+        append32(element, static_cast<quint32>(curve.size()));
+    }
+    return element + curve;
+}
+
+// What one computation takes of the processor and adds to the process at most.
+struct Cost
+{
+    double seconds = 0.0;
+    double megabytes = 0.0;
+};
+
+double statusMegabytes(const char* name)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith(name))
+            return line.mid(static_cast<qsizetype>(std::strlen(name)))
+                       .simplified()
+                       .split(' ')
+                       .first()
+                       .toDouble() /
+                   1024.0;
+    return 0.0;
+}
+
+template <typename Work>
+Cost costOf(const Work& work)
+{
+    QFile peak(QStringLiteral("/proc/self/clear_refs"));
+    EXPECT_TRUE(peak.open(QIODevice::WriteOnly));
+    peak.write("5"); // begins the peak anew
+    peak.close();
+    const double before = statusMegabytes("VmRSS:");
+    const std::clock_t start = std::clock();
+    work();
+    return {double(std::clock() - start) / CLOCKS_PER_SEC, statusMegabytes("VmHWM:") - before};
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double slowness = 20.0;
+#else
+constexpr double slowness = 1.0;
+#endif
+
+// The promise for any bytes under a megabyte.
+void expectHarmless(const QByteArray& bytes, const std::string& what)
+{
+    ASSERT_LT(bytes.size(), 1 << 20) << what;
+    const Cost cost = costOf([&] {
+        const auto profile = opened(bytes);
+        if (profile)
+            gamutOf(profile);
+    });
+    EXPECT_LT(cost.seconds, 2.0 * slowness) << what;
+    EXPECT_LT(cost.megabytes, 256.0 * slowness) << what;
 }
 
 } // namespace
@@ -216,4 +337,46 @@ TEST(HostileProfile, withRandomBytesChangedIsRefusedOrSound)
             EXPECT_EQ(gamut.faceCount() == 0, !gamut.reason().isEmpty());
         }
     }
+}
+
+// All colours everywhere: lines through such a solid meet thousands of tetrahedra, which once took
+// twenty seconds and 1.6 GB.
+TEST(HostileProfile, ofNoiseTakesNeitherLongNorMuchMemory)
+{
+    struct Table
+    {
+        cmsColorSpaceSignature space;
+        int nodes;
+    };
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> any(0.0, 1.0);
+    for (const auto& [space, nodes] : {Table{cmsSigRgbData, 33}, {cmsSig6colorData, 6}})
+        for (double noise : {0.1, 0.3, 1.0}) {
+            const QByteArray bytes = tableProfile(space, nodes, [&](const std::vector<double>& d) {
+                const auto mixed = [&](double value) { return (1.0 - noise) * value + noise * any(random); };
+                return Lab{100 * mixed(d[2]), -128 + 255 * mixed(d[0]), -128 + 255 * mixed(d[1])};
+            });
+            expectHarmless(bytes, std::to_string(cmsChannelsOf(space)) + " channels, noise " +
+                                      std::to_string(noise));
+        }
+}
+
+// Each colour passes through all of them.
+TEST(HostileProfile, ofThousandsOfElementsIsRefused)
+{
+    QList<QByteArray> matrices(10'000, matrixElement(4));
+    matrices.append(matrixElement(3));
+    const QList<QByteArray> curves{curveElement(25'000), matrixElement(3)};
+    const QList<QByteArray> table{matrixElement(14), wideTableElement()};
+    for (const auto& elements : {matrices, curves, table}) {
+        const QByteArray bytes = profileAround("D2B1", elementList(elements));
+        ASSERT_LT(bytes.size(), 1 << 20);
+        EXPECT_EQ(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())), nullptr);
+        EXPECT_TRUE(KVProfileError().contains(QLatin1String("D2B1"))) << qPrintable(KVProfileError());
+        expectHarmless(bytes, "elements");
+    }
+    // As many as a device may need.
+    const QByteArray sound = profileAround(
+        "D2B1", elementList({curveElement(9), matrixElement(4), curveElement(2), matrixElement(3)}));
+    EXPECT_EQ(velmora::iccTableProblem(sound), QString());
 }

@@ -1,3 +1,4 @@
+#include "Cancelling.h"
 #include "TestProfiles.h"
 
 #include "platform/velmora/GamutBuilder.h"
@@ -8,17 +9,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
-#include <ctime>
 #include <set>
 #include <thread>
-
-#include <pthread.h>
 
 using namespace testprofiles;
 
@@ -166,49 +164,11 @@ TEST(Cancellation, beforeTheStartEndsWithAReason)
     EXPECT_EQ(gamut.faceCount(), 0);
 }
 
-TEST(Cancellation, endsALongComputationSoon)
-{
-    for (const QString& path : {prophotoRgb(), printerCmyk()}) {
-        for (int delay : {1, 10, 30, 60}) {
-            auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
-            const auto profile = openedFile(path);
-            KVGamut::GamutObject gamut;
-            QElapsedTimer clock;
-            std::atomic<qint64> cancelledAt{0};
-            clock.start();
-            std::thread canceller([&] {
-                std::this_thread::sleep_for(std::chrono::milliseconds(delay));
-                cancelledAt = clock.elapsed();
-                protocol->cancel();
-            });
-            const bool done =
-                gamut.init(profile, KVVMRenderRelativeColorimetric, false, true, 1.0f, 129, 2, &protocol);
-            const qint64 endedAt = clock.elapsed();
-            canceller.join();
-            EXPECT_FALSE(done);
-            EXPECT_TRUE(gamut.reason().contains(QLatin1String("cancelled"))) << qPrintable(gamut.reason());
-            EXPECT_LT(endedAt - cancelledAt, 200) << qPrintable(path) << " after " << delay << " ms";
-        }
-    }
-}
-
-namespace {
-
-// Processor time of one thread: what other programs take does not count.
-double secondsOf(clockid_t clock)
-{
-    timespec now;
-    clock_gettime(clock, &now);
-    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
-}
-
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr double slowness = 20.0;
 #else
 constexpr double slowness = 1.0;
 #endif
-
-} // namespace
 
 TEST(Cancellation, takesFiftyMillisecondsAtMostAtTheDefaultGrid)
 {
@@ -218,50 +178,29 @@ TEST(Cancellation, takesFiftyMillisecondsAtMostAtTheDefaultGrid)
         return Lab{45 + 10 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
     });
     const QByteArray sixInks = tableProfile(cmsSig6colorData, 5, anyBox);
-    clockid_t clock;
-    ASSERT_EQ(pthread_getcpuclockid(pthread_self(), &clock), 0);
+    std::vector<double> shares;
+    for (double share = 0.02; share < 0.95; share += 0.06)
+        shares.push_back(share);
     int cancelled = 0;
     for (const auto& profile :
          {openedFile(prophotoRgb()), openedFile(printerCmyk()), opened(wound), opened(sixInks)}) {
-        const auto compute = [&](KVCompletionProtocolPtr protocol) {
-            KVGamut::GamutObject gamut;
-            return gamut.init(profile, KVVMRenderRelativeColorimetric, false, true, 40.0f, -1, 2, &protocol);
-        };
-        const double start = secondsOf(clock);
-        ASSERT_TRUE(compute({}));
-        const double whole = secondsOf(clock) - start;
-        for (double share = 0.02; share < 0.95; share += 0.06) {
-            const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
-            const double begin = secondsOf(clock);
-            std::atomic<double> cancelledAt{0.0};
-            std::atomic<bool> ended{false};
-            std::thread canceller([&] {
-                while (!ended && secondsOf(clock) < begin + share * whole)
-                    std::this_thread::sleep_for(std::chrono::microseconds(100));
-                protocol->cancel();
-                cancelledAt = secondsOf(clock);
-            });
-            const bool done = compute(protocol);
-            const double end = secondsOf(clock);
-            ended = true;
-            canceller.join();
-            if (done)
-                continue;
-            ++cancelled;
-            EXPECT_LT(end - cancelledAt, 0.05 * slowness) << "after " << share << " of " << whole << " s";
-        }
+        const auto runs = cancelling::cancelledAfter(shares, profile, -1, 40.0f);
+        cancelled += runs.cancelled;
+        EXPECT_LT(runs.longest, 0.05 * slowness);
     }
     EXPECT_GE(cancelled, 8); // the others had ended before
 }
 
 namespace {
 
-// Mixes its channels onto white and notes how far the computation says it is whenever it is asked.
+// Notes how far the computation says it is whenever a colour is asked for.
 class Spy final : public velmora::DeviceTransform
 {
 public:
-    Spy(int channels, KVCompletionProtocolPtr protocol)
-        : m_channels(channels), m_protocol(std::move(protocol))
+    using Map = velmora::Vec3 (*)(const float* device, int channels);
+
+    Spy(int channels, Map map, KVCompletionProtocolPtr protocol)
+        : m_channels(channels), m_map(map), m_protocol(std::move(protocol))
     {
     }
     int channels() const override { return m_channels; }
@@ -275,37 +214,73 @@ protected:
     void convertBlock(const float* block, velmora::Vec3* lab, std::size_t count) const override
     {
         progress.push_back(m_protocol->progress());
-        const velmora::Vec3 inks[] = {{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
-        for (std::size_t i = 0; i < count; ++i) {
-            lab[i] = {95, 0, 0};
-            for (int c = 0; c < m_channels; ++c)
-                lab[i] = lab[i] + double(*block++) * inks[c];
-        }
+        for (std::size_t i = 0; i < count; ++i)
+            lab[i] = m_map(block + i * std::size_t(m_channels), m_channels);
     }
 
 private:
     int m_channels;
+    Map m_map;
     KVCompletionProtocolPtr m_protocol;
 };
 
+velmora::Vec3 mixture(const float* device, int channels)
+{
+    constexpr std::array<velmora::Vec3, 8> inks{{{-20, -30, -30},
+                                                 {-25, 40, -5},
+                                                 {-5, -3, 60},
+                                                 {-35, 2, 3},
+                                                 {-6, 20, 25},
+                                                 {-7, -25, 12},
+                                                 {-5, 9, -28},
+                                                 {-3, -9, -12}}};
+    velmora::Vec3 lab{95, 0, 0};
+    for (int c = 0; c < channels; ++c)
+        lab = lab + (c < 4 ? 1.0 : 0.3) * double(device[c]) * inks[std::size_t(c) % inks.size()];
+    return lab;
+}
+
+// Around the L* axis one and a half times, which is a lattice surface's.
+velmora::Vec3 ring(const float* device, int channels)
+{
+    const double angle = 3.0 * M_PI * double(device[1]), radius = 20.0 + 40.0 * double(device[2]);
+    const double height = 0.5 * double(device[0] + device[channels == 3 ? 0 : 3]);
+    return {20.0 + 60.0 * height, radius * std::cos(angle), radius * std::sin(angle)};
+}
+
+void expectManySteps(int channels, Spy::Map map, KVGamut::Method method)
+{
+    const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
+    const Spy spy(channels, map, protocol);
+    velmora::GamutRecord record;
+    QString reason;
+    ASSERT_TRUE(velmora::buildGamut(spy, {}, velmora::Task(protocol), record, reason)) << qPrintable(reason);
+    EXPECT_EQ(record.method, method) << channels << " channels";
+    EXPECT_TRUE(std::is_sorted(spy.progress.begin(), spy.progress.end()));
+    const std::set<float> steps(spy.progress.begin(), spy.progress.end());
+    EXPECT_GE(steps.size(), 10u) << channels << " channels";
+    EXPECT_LE(*steps.begin(), 0.1f);
+    EXPECT_GE(*steps.rbegin(), 0.9f);
+    EXPECT_LT(*steps.rbegin(), 1.0f);
+}
+
 } // namespace
 
-TEST(Progress, risesInManySmallStepsThroughoutTheComputation)
+TEST(Progress, risesInManySmallStepsThroughoutADeviceMesh)
 {
-    for (int channels : {3, 4}) {
-        const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
-        const Spy spy(channels, protocol);
-        velmora::GamutRecord record;
-        QString reason;
-        ASSERT_TRUE(velmora::buildGamut(spy, {}, velmora::Task(protocol), record, reason))
-            << qPrintable(reason);
-        EXPECT_TRUE(std::is_sorted(spy.progress.begin(), spy.progress.end()));
-        const std::set<float> steps(spy.progress.begin(), spy.progress.end());
-        EXPECT_GE(steps.size(), 10u);
-        EXPECT_LE(*steps.begin(), 0.1f);
-        EXPECT_GE(*steps.rbegin(), 0.9f);
-        EXPECT_LT(*steps.rbegin(), 1.0f);
-    }
+    expectManySteps(3, mixture, KVGamut::Method::DeviceMesh);
+}
+
+TEST(Progress, risesInManySmallStepsThroughoutARadialHull)
+{
+    for (int channels : {4, 5, 6, 8, 12})
+        expectManySteps(channels, mixture, KVGamut::Method::RadialHull);
+}
+
+TEST(Progress, risesInManySmallStepsThroughoutALatticeSurface)
+{
+    for (int channels : {3, 4})
+        expectManySteps(channels, ring, KVGamut::Method::LatticeSurface);
 }
 
 TEST(Progress, endsAtOne)

@@ -1,5 +1,9 @@
 #include "TestProfiles.h"
 
+#include "platform/velmora/GamutData.h"
+#include "platform/velmora/MeshVolume.h"
+#include "platform/velmora/Serialize.h"
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QCborMap>
@@ -9,13 +13,21 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include <cmath>
 #include <cstring>
+#include <ctime>
 #include <random>
 
 using namespace testprofiles;
 using Hash = QHash<QString, QVariant>;
 
 namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double slowness = 20.0;
+#else
+constexpr double slowness = 1.0;
+#endif
 
 const QString gamutKey = QStringLiteral("Gamut");
 
@@ -170,4 +182,83 @@ TEST(Deserialize, refusesEveryDamage)
     Hash hash = sound;
     hash.remove(QStringLiteral("GamutChecksum"));
     expectRefused(hash, "no checksum");
+}
+
+// --- A surface that no computation hands out, with a checksum that fits ----------------------------
+
+namespace {
+
+Hash hashOf(velmora::SurfaceMesh mesh)
+{
+    velmora::GamutRecord record;
+    record.method = KVGamut::Method::DeviceMesh;
+    record.mesh = std::move(mesh);
+    record.mesh.channels = 3;
+    record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+    return velmora::serialized(record);
+}
+
+// A box from its lowest corner to its highest.
+void addBox(velmora::SurfaceMesh& mesh, velmora::Vertex low, velmora::Vertex high)
+{
+    const int base = static_cast<int>(mesh.lab.size());
+    for (int i = 0; i < 8; ++i)
+        mesh.lab.push_back({i & 4 ? high.L : low.L, i & 2 ? high.a : low.a, i & 1 ? high.b : low.b});
+    constexpr int faces[12][3] = {{0, 1, 3}, {0, 3, 2}, {4, 6, 7}, {4, 7, 5}, {0, 4, 5}, {0, 5, 1},
+                                  {2, 3, 7}, {2, 7, 6}, {0, 2, 6}, {0, 6, 4}, {1, 5, 7}, {1, 7, 3}};
+    for (const auto& f : faces)
+        mesh.triangles.push_back({base + f[0], base + f[1], base + f[2]});
+    if (velmora::signedVolume(mesh) < 0.0)
+        velmora::flip(mesh);
+}
+
+} // namespace
+
+TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
+{
+    velmora::SurfaceMesh apart;
+    addBox(apart, {10, 0, 0}, {30, 20, 20});
+    addBox(apart, {50, 0, 0}, {70, 20, 20});
+    EXPECT_EQ(restored(hashOf(apart)).reason(), QString());
+    EXPECT_EQ(restored(hashOf(apart)).faceCount(), 24);
+
+    velmora::SurfaceMesh crossed;
+    addBox(crossed, {10, 0, 0}, {30, 20, 20});
+    addBox(crossed, {20, 5, 5}, {40, 25, 25});
+    expectRefused(hashOf(crossed), "two boxes in each other");
+    EXPECT_TRUE(restored(hashOf(crossed)).reason().contains(QLatin1String("passes through itself")));
+}
+
+// Nested needles: every face lies beside all the others and none passes through another.
+TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
+{
+    velmora::SurfaceMesh mesh;
+    constexpr int boxes = 1500;
+    for (int i = 0; i < boxes; ++i) {
+        const auto at = 0.01f * float(i);
+        addBox(mesh, {20, at, at - 50}, {80, at + 0.005f, at + 50});
+    }
+    const Hash hash = hashOf(mesh);
+    const std::clock_t start = std::clock();
+    const auto gamut = restored(hash);
+    EXPECT_TRUE(gamut.reason().contains(QLatin1String("to be checked"))) << qPrintable(gamut.reason());
+    EXPECT_EQ(gamut.faceCount(), 0);
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC, 2.0 * slowness);
+}
+
+TEST(Deserialize, restoresEveryKindOfSurfaceThatIsComputed)
+{
+    const auto wound = opened(tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
+        const double angle = 3.0 * M_PI * d[1], radius = 20.0 + 40.0 * d[2];
+        return Lab{20 + 60 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+    }));
+    for (const auto& original :
+         {gamutOf(openedFile(prophotoRgb()), 3), gamutOf(openedFile(prophotoRgb()), 129),
+          gamutOf(openedFile(printerCmyk()), 3), gamutOf(openedFile(printerCmyk()), 129), gamutOf(wound, 65),
+          gamutOf(wound, 5)}) {
+        const auto copy = restored(original.serialize());
+        EXPECT_EQ(copy.reason(), QString());
+        EXPECT_EQ(copy.faceCount(), original.faceCount());
+        EXPECT_GT(copy.faceCount(), 0);
+    }
 }
