@@ -3,12 +3,15 @@
 //     bench_scene [--benchmark_filter=...]
 //
 // Held constant: random triangles in a cube of 100 Lab units, the eye outside, one thread. The numbers
-// in the names are triangles (sorting) or vertices (filling).
+// in the names are triangles (sorting), vertices (filling) or what is said there.
 
+#include <glwindow/CameraState.h>
 #include <scene/BackToFront.h>
 #include <scene/Generators.h>
 #include <scene/KV3DObject.h>
 #include <scene/VertexStride.h>
+
+#include "support/AllocationCount.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,7 +19,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <malloc.h>
+#include <numbers>
 #include <random>
 
 namespace {
@@ -78,6 +85,121 @@ void sortBackToFront(benchmark::State& state)
     }
 }
 
+/// A camera that goes round by a degree a frame.
+void orderAgainAfterASmallStep(benchmark::State& state)
+{
+    const auto records = randomTriangles(static_cast<std::size_t>(state.range(0)));
+    std::vector<Record> sorted(records.size()), previous(records.size());
+    BackToFront order;
+    order.sort(records.front().data(), records.size(), 3, eye, sorted.front().data());
+    double angle = 0.0;
+    for (auto _ : state) {
+        angle += std::numbers::pi / 180.0;
+        sorted.swap(previous);
+        order.resort(previous.front().data(),
+                     QVector3D(400.0f * float(std::sin(angle)), 100, 400.0f * float(std::cos(angle))),
+                     sorted.front().data());
+        benchmark::DoNotOptimize(sorted.data());
+    }
+}
+
+/// A scene of @p objects translucent surfaces, as a host's gamuts are.
+void fillScene(KV3DObject& root, qint64 objects, qint64 vertices)
+{
+    const auto records = randomTriangles(static_cast<std::size_t>(vertices / objects / 3));
+    QList<float> generated;
+    for (const Record& record : records)
+        for (std::size_t v = 0; v < 3; ++v)
+            generated.append(
+                QList<float>(record.begin() + v * kvVertexFloats,
+                             record.begin() + v * kvVertexFloats + GeometryData::floatsPerVertex));
+    for (qint64 i = 0; i < objects; ++i) {
+        const auto object = QSharedPointer<KV3DObject>::create(QStringLiteral("x"), QString::number(i));
+        object->setVertices(generated);
+        object->applyAlpha(0.5f);
+        root.addChild(object);
+    }
+}
+
+void drawFrame(KV3DObject& root, const CameraState& camera)
+{
+    for (const int pass : {KVPassOpaque, KVPassTranslucent})
+        root.draw(nullptr, camera.viewMatrix(), camera.projectionMatrix(), QMatrix4x4(), camera, {0, 300, 0},
+                  Qt::white, pass);
+}
+
+/// All that we do in a frame but the calls of OpenGL: the tree, the order, the batch.
+void frameFromANewEye(benchmark::State& state)
+{
+    KV3DObject root(QStringLiteral("root"));
+    fillScene(root, state.range(0), state.range(1));
+    double angle = 0.0;
+    drawFrame(root, CameraState({0, 100, 400}, {0, 0, 0}));
+    const std::uint64_t before = kvtest::allocationsSoFar();
+    for (auto _ : state) {
+        angle += std::numbers::pi / 180.0;
+        drawFrame(root, CameraState({400.0f * float(std::sin(angle)), 100, 400.0f * float(std::cos(angle))},
+                                    {0, 0, 0}));
+    }
+    state.counters["allocations"] = benchmark::Counter(
+        static_cast<double>(kvtest::allocationsSoFar() - before), benchmark::Counter::kAvgIterations);
+}
+
+void frameFromTheSameEye(benchmark::State& state)
+{
+    KV3DObject root(QStringLiteral("root"));
+    fillScene(root, state.range(0), state.range(1));
+    const CameraState camera({0, 100, 400}, {0, 0, 0});
+    drawFrame(root, camera);
+    for (auto _ : state)
+        drawFrame(root, camera);
+}
+
+/// One of the objects changes: what a frame then costs.
+void frameAfterAChange(benchmark::State& state)
+{
+    KV3DObject root(QStringLiteral("root"));
+    fillScene(root, state.range(0), state.range(1));
+    const CameraState camera({0, 100, 400}, {0, 0, 0});
+    drawFrame(root, camera);
+    for (auto _ : state) {
+        root.child(QStringLiteral("0"))->setClip(50.0f);
+        drawFrame(root, camera);
+    }
+}
+
+void sphereMarkers(benchmark::State& state)
+{
+    QList<ColoredPoint> markers;
+    for (qint64 i = 0; i < state.range(0); ++i)
+        markers.append({Qt::red, QVector3D(float(i % 100), float(i / 100 % 100), float(i / 10000))});
+    qsizetype uploaded = 0;
+    for (auto _ : state) {
+        KV3DObject object(QStringLiteral("x"));
+        object.setMarkers(1, markers, 4.0f, 0.5f);
+        uploaded = object.vertices().size() * qsizetype(sizeof(float));
+        state.PauseTiming(); // the end of the object is not its making
+        const std::size_t heap = mallinfo2().hblkhd + mallinfo2().uordblks;
+        state.counters["MB"] = static_cast<double>(uploaded) / 1e6;
+        state.counters["heap/uploaded"] = static_cast<double>(heap) / static_cast<double>(uploaded);
+        state.ResumeTiming();
+    }
+}
+
+/// The least that a change of one value of every vertex can cost: a pass over the memory.
+void rivalPassOverTheMemory(benchmark::State& state)
+{
+    std::vector<VertexStride> records(static_cast<std::size_t>(state.range(0)));
+    float value = 0.0f;
+    for (auto _ : state) {
+        value += 1.0f;
+        for (VertexStride& record : records)
+            record.clip = value;
+        benchmark::DoNotOptimize(records.data());
+        benchmark::ClobberMemory();
+    }
+}
+
 void rivalCopyOfTheUploadedBytes(benchmark::State& state)
 {
     const QList<float> from(state.range(0) * kvVertexFloats, 0.5f);
@@ -98,12 +220,38 @@ void setVertices(benchmark::State& state)
     }
 }
 
+/// An object whose records are there, so that setters have to change them.
+QSharedPointer<KV3DObject> shownObject(const QString& id, qint64 vertices)
+{
+    const auto object = QSharedPointer<KV3DObject>::create(id, id);
+    object->setVertices(QList<float>(vertices * GeometryData::floatsPerVertex, 0.5f));
+    (void)object->vertices();
+    return object;
+}
+
 void applyAlpha(benchmark::State& state)
 {
-    KV3DObject object(QStringLiteral("x"));
-    object.setVertices(QList<float>(state.range(0) * GeometryData::floatsPerVertex, 0.5f));
+    const auto object = shownObject(QStringLiteral("x"), state.range(0));
+    float alpha = 0.0f;
     for (auto _ : state)
-        object.applyAlpha(0.5f);
+        object->applyAlpha(alpha = 1.0f - alpha);
+}
+
+void setClip(benchmark::State& state)
+{
+    const auto object = shownObject(QStringLiteral("x"), state.range(0));
+    float clip = 0.0f;
+    for (auto _ : state)
+        object->setClip(clip = 1.0f - clip);
+}
+
+/// The shaded surface, which computes each colour from its lightness.
+void applyColor(benchmark::State& state)
+{
+    const auto object = shownObject(QStringLiteral("Front"), state.range(0));
+    bool red = false;
+    for (auto _ : state)
+        object->setColor((red = !red) ? Qt::red : Qt::blue);
 }
 
 void wireframeRibbons(benchmark::State& state)
@@ -120,12 +268,28 @@ void wireframeRibbons(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(rivalSortOfWholeRecords)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(sortBackToFront)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(rivalCopyOfTheUploadedBytes)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(setVertices)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(applyAlpha)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(wireframeRibbons)->Arg(18'432)->Unit(benchmark::kMillisecond);
+#define KV_BENCHMARK(name) BENCHMARK(name)->Unit(benchmark::kMillisecond)
+
+KV_BENCHMARK(rivalSortOfWholeRecords)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(sortBackToFront)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(orderAgainAfterASmallStep)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(rivalCopyOfTheUploadedBytes)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(setVertices)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(rivalPassOverTheMemory)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(applyAlpha)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(setClip)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(applyColor)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(wireframeRibbons)->Arg(18'432);
+KV_BENCHMARK(sphereMarkers)->Arg(1'000)->Arg(10'000)->Arg(100'000);
+
+// How the cost of a frame grows: objects, then vertices.
+constexpr std::initializer_list<std::int64_t> objectCounts{1, 10, 100, 1'000};
+constexpr std::initializer_list<std::int64_t> vertexCounts{10'000, 100'000, 1'000'000, 10'000'000};
+KV_BENCHMARK(frameFromANewEye)->ArgsProduct({objectCounts, vertexCounts})->ArgNames({"objects", "vertices"});
+KV_BENCHMARK(frameFromTheSameEye)
+    ->ArgsProduct({objectCounts, vertexCounts})
+    ->ArgNames({"objects", "vertices"});
+KV_BENCHMARK(frameAfterAChange)->ArgsProduct({objectCounts, vertexCounts})->ArgNames({"objects", "vertices"});
 
 int main(int argc, char** argv)
 {

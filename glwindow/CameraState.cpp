@@ -110,16 +110,26 @@ QMatrix4x4 CameraState::projectionMatrix() const
     return projection;
 }
 
+namespace {
+
+// std::lerp: what a move does not change must not drift, however many moves are abandoned half-way.
+QVector3D between(const QVector3D& a, const QVector3D& b, float t)
+{
+    return {std::lerp(a.x(), b.x(), t), std::lerp(a.y(), b.y(), t), std::lerp(a.z(), b.z(), t)};
+}
+
+} // namespace
+
 void CameraState::setBetween(const CameraState& from, const CameraState& to, float t)
 {
+    m_viewingAngle = std::lerp(from.m_viewingAngle, to.m_viewingAngle, t);
+    m_eye = between(from.m_eye, to.m_eye, t);
+    m_interest = between(from.m_interest, to.m_interest, t);
+    m_up = between(from.m_up, to.m_up, t);
+    m_azimuth = std::lerp(from.m_azimuth, to.m_azimuth, t);
+    m_polarAngle = std::lerp(from.m_polarAngle, to.m_polarAngle, t);
+    m_distance = std::lerp(from.m_distance, to.m_distance, t);
     const float s = 1.0f - t;
-    m_viewingAngle = s * from.m_viewingAngle + t * to.m_viewingAngle;
-    m_eye = s * from.m_eye + t * to.m_eye;
-    m_interest = s * from.m_interest + t * to.m_interest;
-    m_up = s * from.m_up + t * to.m_up;
-    m_azimuth = s * from.m_azimuth + t * to.m_azimuth;
-    m_polarAngle = s * from.m_polarAngle + t * to.m_polarAngle;
-    m_distance = s * from.m_distance + t * to.m_distance;
     m_projectionOverride = s * from.projectionMatrix() + t * to.projectionMatrix();
 }
 

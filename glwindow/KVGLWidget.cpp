@@ -3,10 +3,8 @@
 #include <platform/KVCoreCommon.h>
 
 #include <QtCore/QPointer>
-#include <QtGui/QOpenGLExtraFunctions>
 #include <QtGui/QOpenGLFunctions>
 #include <QtGui/QSurfaceFormat>
-#include <QtOpenGL/QOpenGLFramebufferObject>
 
 namespace {
 
@@ -75,6 +73,10 @@ void KVGLWidget::teardownGL()
 
 void KVGLWidget::update()
 {
+    // The window system does not tell a child window that its parent is hidden: without this the loop of a
+    // viewer in a tab that nobody sees would keep a core busy. Its parent asks again when it is shown.
+    if (parent() && !parent()->isVisible())
+        return;
     QPaintDeviceWindow::update();
 }
 
@@ -107,6 +109,16 @@ void KVGLWidget::logContext()
                         QString::fromLatin1(version), profileName(format().profile())));
 }
 
+bool KVGLWidget::event(QEvent* event)
+{
+    // For a window without an area, as it is for a moment when a host folds it away, Qt would make a
+    // framebuffer that no OpenGL can complete. The next size asks for the paint again.
+    const bool paints = event->type() == QEvent::UpdateRequest || event->type() == QEvent::Expose;
+    if (paints && deviceSize().isEmpty())
+        return true;
+    return QOpenGLWindow::event(event);
+}
+
 void KVGLWidget::resizeEvent(QResizeEvent* event)
 {
     // Qt would make the context with the first resize, but its framebuffer only with the first paint,
@@ -114,6 +126,7 @@ void KVGLWidget::resizeEvent(QResizeEvent* event)
     // is destroyed: a window that has a size but was not exposed yet. The first paint makes both.
     if (context())
         QOpenGLWindow::resizeEvent(event);
+    update();
 }
 
 void KVGLWidget::resizeGL(int w, int h)
@@ -164,14 +177,14 @@ void KVGLWidget::paintGL()
 
     if (!m_mustDraw && m_root.isSettled() && m_camera == m_lastDrawnCamera)
         return;
-    drawScene();
+    drawScene(m_camera, m_camera.projectionMatrix());
     m_lastDrawnCamera = m_camera;
     m_mustDraw = false;
     m_drawnSize = deviceSize();
     ++m_drawnFrames;
 }
 
-void KVGLWidget::drawScene()
+void KVGLWidget::drawScene(const CameraState& camera, const QMatrix4x4& projection)
 {
     QOpenGLFunctions_1_2& gl = m_functions;
     gl.glEnable(GL_DEPTH_TEST);
@@ -179,20 +192,19 @@ void KVGLWidget::drawScene()
     gl.glClearColor(m_background.redF(), m_background.greenF(), m_background.blueF(), m_background.alphaF());
     gl.glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 
-    const QMatrix4x4 view = m_camera.viewMatrix();
-    const QMatrix4x4 projection = m_camera.projectionMatrix();
+    const QMatrix4x4 view = camera.viewMatrix();
     const QMatrix4x4 model;
 
     // Opaque pass: what it leaves in the depth buffer hides the translucent things behind it.
     gl.glDepthMask(GL_TRUE);
     gl.glDisable(GL_BLEND);
-    m_root.draw(&gl, view, projection, model, m_camera, m_lightPos, m_lightColor, KVPassOpaque);
+    m_root.draw(&gl, view, projection, model, camera, m_lightPos, m_lightColor, KVPassOpaque);
 
     // Translucent pass: tested against that depth, without writing any.
     gl.glEnable(GL_BLEND);
     gl.glDepthMask(GL_FALSE);
     gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    m_root.draw(&gl, view, projection, model, m_camera, m_lightPos, m_lightColor, KVPassTranslucent);
+    m_root.draw(&gl, view, projection, model, camera, m_lightPos, m_lightColor, KVPassTranslucent);
 
     gl.glDepthMask(GL_TRUE);
     gl.glDisable(GL_BLEND);
@@ -208,33 +220,4 @@ QSize KVGLWidget::deviceSize() const
 {
     // cut off as Qt does for its framebuffer
     return {static_cast<int>(width() * devicePixelRatio()), static_cast<int>(height() * devicePixelRatio())};
-}
-
-QImage KVGLWidget::picture()
-{
-    if (m_drawnFrames == 0 || !context())
-        return {};
-    const ContextScope scope(this);
-    const QSize size = m_drawnSize;
-    // The window's framebuffer is multisampled and cannot be read as it is: resolve it into one of our
-    // own, and bind that one to read from it.
-    QOpenGLFramebufferObject resolved(size, QOpenGLFramebufferObject::NoAttachment);
-    QOpenGLExtraFunctions* gl = context()->extraFunctions();
-    GLint boundBefore = 0;
-    gl->glGetIntegerv(GL_FRAMEBUFFER_BINDING, &boundBefore);
-    gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, defaultFramebufferObject());
-    gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved.handle());
-    gl->glBlitFramebuffer(0, 0, size.width(), size.height(), 0, 0, size.width(), size.height(),
-                          GL_COLOR_BUFFER_BIT, GL_NEAREST);
-    gl->glBindFramebuffer(GL_FRAMEBUFFER, resolved.handle());
-    QImage image = resolved.toImage();
-    gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(boundBefore));
-    // Blending leaves an alpha below one where translucent things are; the window shows the colours
-    // as they stand, so the picture is opaque with those very colours.
-    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied
-                                  ? QImage::Format_RGBX8888
-                                  : QImage::Format_RGB32);
-    image = image.convertToFormat(QImage::Format_RGB888).convertToFormat(QImage::Format_RGB32);
-    image.setDevicePixelRatio(devicePixelRatio());
-    return image;
 }

@@ -17,9 +17,9 @@
 /// The OpenGL window in which the whole scene is rendered: it owns the context, the root of the scene
 /// tree, the camera, the light and the frame loop, and turns input into camera changes and rays.
 ///
-/// Every completed frame schedules the next, as long as the window is exposed; what is drawn is at most
-/// one frame in 33 ms, and nothing when neither the scene nor the camera changed. In between Qt shows
-/// the last picture again (partial update).
+/// Every completed frame schedules the next, as long as the window is exposed and its parent is visible.
+/// What is drawn is at most one frame in 33 ms, and nothing when neither the scene nor the camera changed;
+/// in between Qt shows the last picture again (partial update).
 ///
 /// Scene coordinates (-a*, L*, b*) unless said; GUI thread only.
 class KVGLWidget : public QOpenGLWindow
@@ -81,6 +81,10 @@ public:
     bool isSettled() const;
     /// The picture as last drawn, in device pixels; null before the first frame.
     QImage picture();
+    /// The present view drawn anew, @p size device pixels large whatever the window's size; in tiles when
+    /// it is large. Null before the first frame, for an empty size and when memory does not suffice.
+    /// While something moves, its tiles may show different moments.
+    QImage picture(const QSize& size);
     /// Frames drawn so far (skipped ones do not count).
     int drawnFrames() const { return m_drawnFrames; }
 
@@ -94,11 +98,13 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Releases the scene's GPU objects and the scene below the root; the context is about to go.
     void teardownGL();
+    /// Schedules the next frame, unless the parent window is hidden.
     void update();
 
 protected:
     void initializeGL() override;
     void resizeGL(int w, int h) override;
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintGL() override;
 
@@ -107,7 +113,8 @@ private:
     void moveCamera(int duration, Change change);
     void advanceCamera();
     void logContext();
-    void drawScene();
+    void drawScene(const CameraState& camera, const QMatrix4x4& projection);
+    QImage resolved(GLuint framebuffer, const QSize& size);
     QSize deviceSize() const;
 
     QElapsedTimer m_frameTimer;

@@ -68,8 +68,8 @@ void KVGLWidget::wheelEvent(QWheelEvent* event)
 {
     if (!m_interactionEnabled)
         return;
-    // whole units, cut off before the sign is turned
-    m_camera.zoom(static_cast<float>(-(event->angleDelta().y() / wheelPerUnit)));
+    const int units = event->angleDelta().y() / wheelPerUnit; // whole ones, cut off before the sign is turned
+    m_camera.zoom(static_cast<float>(-units));
 }
 
 void KVGLWidget::mouseMoveEvent(QMouseEvent* event)

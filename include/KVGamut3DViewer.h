@@ -4,6 +4,7 @@
 #include <QtCore/QList>
 #include <QtCore/QPoint>
 #include <QtCore/QSharedPointer>
+#include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
@@ -38,7 +39,8 @@ class KVGLWidget;
 /// with it. Why a profile gives no gamut can be asked of the colour engine (KVGamut::GamutObject).
 ///
 /// **When.** Every method may be called before the window is shown, while it is, from inside the
-/// callback of load() and from slots connected to the signals. Only destroying the viewer inside a
+/// callback of load() and from slots connected to the signals. A hidden viewer draws nothing; moves that
+/// it makes end when it is shown again. Only destroying the viewer inside a
 /// slot of moveFinished() is not allowed (it is emitted while a frame is painted): use deleteLater().
 ///
 /// **Resources.** The shaders and the plane image are read from
@@ -76,6 +78,7 @@ public:
     /// An item of a set: its colour and its position (L*, a*, b*).
     using ColoredPosition = std::pair<QColor, QVector3D>;
 
+    /// A viewer with axes and grid, seen from above, not shown yet; with @p parent as part of that window.
     explicit KVGamut3DViewer(QWindow* parent = nullptr);
     ~KVGamut3DViewer() override;
 
@@ -88,8 +91,9 @@ public:
     /// position is not finite are the host's mistake: segments of that kind are left out.
     /// @{
 
-    /// Solids of diameter @p size1 around positions. @p size2 is, for spheres, their ambient strength
-    /// (0..1; not above 0 means 1). An empty list gives a set without geometry; an empty name is a name.
+    /// Solids of diameter @p size1 around positions. @p size2 is their ambient strength (0..1; not above 0
+    /// means 1): less shows their shape, 1 the pure colours. An empty list gives a set without geometry; an
+    /// empty name is a name.
     void addMarkerSet(const QString& name, MarkerType type, const QList<ColoredPosition>& markers,
                       float size1, float size2);
     /// Dots (small spheres) in the present point size. An empty list or name does nothing.
@@ -99,19 +103,19 @@ public:
     void addSegmentSet(const QString& name,
                        const QList<std::pair<ColoredPosition, ColoredPosition>>& segments);
 
-    void removeMarkerSet(const QString& name);
-    void removePointSet(const QString& name);
-    void removeSegmentSet(const QString& name);
-    void clearMarkerSet();          ///< removes all marker sets
-    void clearPointSet();           ///< removes all point sets
-    void clearSegmentSet();         ///< removes all segment sets
-    QStringList markerSet() const;  ///< names of the marker sets, in no particular order
-    QStringList pointSet() const;   ///< names of the point sets, in no particular order
-    QStringList segmentSet() const; ///< names of the segment sets, in no particular order
+    void removeMarkerSet(const QString& name);  ///< removes one set with its markers
+    void removePointSet(const QString& name);   ///< removes one set with its points
+    void removeSegmentSet(const QString& name); ///< removes one set with its segments
+    void clearMarkerSet();                      ///< removes all marker sets
+    void clearPointSet();                       ///< removes all point sets
+    void clearSegmentSet();                     ///< removes all segment sets
+    QStringList markerSet() const;              ///< names of the marker sets, in no particular order
+    QStringList pointSet() const;               ///< names of the point sets, in no particular order
+    QStringList segmentSet() const;             ///< names of the segment sets, in no particular order
 
     /// Diameter of the dots of all point sets, present and future. 4 at first.
     void setPointSize(float size);
-    float pointSize() const { return m_pointSize; }
+    float pointSize() const { return m_pointSize; } ///< of sets to come
     /// Diameter of the dots of one point set, until it is refilled or setPointSize() is called.
     void setPointSetSize(const QString& name, int size);
     /// Width of a segment set. Segments are bars width / 1.5 Lab units thick, seen alike from every side;
@@ -122,10 +126,10 @@ public:
 
     /// @name Frame of reference
     /// @{
-    void setDisplayGrid(bool display);
-    bool displayGrid() const; ///< true at first
-    void setDisplayAxes(bool display);
-    bool displayAxes() const; ///< true at first
+    void setDisplayGrid(bool display); ///< lines on the ab plane, every 10 a*, b*
+    bool displayGrid() const;          ///< true at first
+    void setDisplayAxes(bool display); ///< L*, a* and b* with their labels
+    bool displayAxes() const;          ///< true at first
     /// The coloured floor just below L* 0: each a*, b* from -128 to 128 in its colour at L* 72, brought
     /// onto the screen in its hue. Not drawn while the camera is below it.
     void setabPlane(bool display);
@@ -146,6 +150,7 @@ public:
 
     /// Loads gamut @p id, or reloads it: the object and what the host set on it stay.
     ///
+    /// @param id the host's name for it
     /// @param params what to load, the first of these that works:
     ///   - a hash from save(), or one that holds such a hash under "Gamut";
     ///   - "ProfilePath" (QString): an ICC profile file;
@@ -157,7 +162,7 @@ public:
     ///   "Link_blackPointCompensation" (bool, default false), "Link_GridPointNumber" (int, samples
     ///   along each device axis, default -1: chosen by the engine).
     /// @param callback called once on the GUI thread with id and success. Not called when the gamut is
-    ///   removed, reloaded or destroyed with the viewer before. Without a callback the load runs to
+    ///   removed, reloaded with a callback or destroyed with the viewer before. Without a callback the load runs to
     ///   its end inside the call and says nothing (exists() and volume() do), and setClipping() is
     ///   not applied to it.
     ///
@@ -165,38 +170,39 @@ public:
     /// noticed that it was cancelled.
     void load(QString id, const QHash<QString, QVariant>& params,
               std::function<void(QString, bool)> callback);
+    /// Removes a gamut; of a load in progress its callback is not called.
     void removeGamut(QString id);
-    QStringList gamuts() const; ///< ids, in no particular order
-    bool exists(QString id) const;
+    QStringList gamuts() const;    ///< ids, in no particular order
+    bool exists(QString id) const; ///< true from load() on, loaded or not
     /// The gamut's scene object; null when unknown.
     QSharedPointer<KV3DObject> getGamut(QString id) const;
 
-    void setGamutVisible(QString id, bool visible);
-    bool gamutVisible(QString id) const; ///< unknown: false
+    void setGamutVisible(QString id, bool visible); ///< all of it, or nothing
+    bool gamutVisible(QString id) const;            ///< unknown: false
     /// Shows the surface or wireframe, as far as the gamut itself is visible. Unknown: false.
     void setDisplayGamut(QString id, bool display);
-    bool displayGamut(QString id) const;
+    bool displayGamut(QString id) const; ///< what setDisplayGamut() set
     /// Shows the outline of the gamut's projection onto the ab plane. Shown at first. Unknown: false.
     void setDisplayProjection(QString id, bool display);
-    bool displayProjection(QString id) const;
+    bool displayProjection(QString id) const; ///< what setDisplayProjection() set
     /// Shows each colorant's ramp from the colour without colorants. Hidden at first. Unknown: false.
     void setDisplayPrimaries(QString id, bool display);
-    bool displayPrimaries(QString id) const;
+    bool displayPrimaries(QString id) const; ///< what setDisplayPrimaries() set
     /// Set before the first load it takes effect with that load. Unknown: Smooth.
     void setDisplayMode(QString id, DisplayMode mode);
-    DisplayMode displayMode(QString id) const;
+    DisplayMode displayMode(QString id) const; ///< the mode set last
     /// Opacity 0..1 of the surface, reached in @p duration milliseconds. A gamut that was never loaded
     /// ignores it. Unknown: 1.
     void changeGamutAlpha(QString id, float alpha, int duration);
-    float gamutAlpha(QString id) const;
+    float gamutAlpha(QString id) const; ///< the opacity that a change leads to
     /// One colour for the gamut: the surface is shaded from it by lightness, lines and points take it as
     /// it is. An invalid colour keeps the colours that are there. Unknown: an invalid colour.
     void changeGamutColor(QString id, QColor color);
-    QColor gamutColor(QString id) const;
+    QColor gamutColor(QString id) const; ///< the colour set last
     /// Share of light that comes from everywhere, 0..1. 1 (at first) shows pure colours, less shades the
     /// surface by the light. A gamut that was never loaded ignores it. Unknown: 1.
     void setGamutAmbientStrength(QString id, float strength);
-    float gamutAmbientStrength(QString id) const;
+    float gamutAmbientStrength(QString id) const; ///< the share set last
 
     /// Volume in dE76 cubed; 0 when unknown or not loaded.
     float volume(QString id) const;
@@ -218,7 +224,7 @@ public:
     /// Cuts all gamuts off above lightness @p clipping and shows the section there; also applied to each
     /// gamut whose load with a callback ends later. 1000000 at first: nothing is cut.
     void setClipping(float clipping);
-    float clipping() const { return m_clipping; }
+    float clipping() const { return m_clipping; } ///< the lightness set last
     /// @}
 
     /// @name Camera
@@ -226,23 +232,25 @@ public:
     /// or a move that a newer change replaces, ends without it. Until a move ends the queries answer
     /// where it is, and the flag and angle where it began.
     /// @{
+
+    /// Moves the eye to @p position, looking at @p interestPt.
     void setCamera(const QVector3D& position, int duration, const QVector3D& interestPt);
-    QVector3D camera() const;
-    QVector3D interestPt() const;
-    void resetCamera(View view, int duration);
+    QVector3D camera() const;                  ///< where the eye is
+    QVector3D interestPt() const;              ///< the point that it looks at and turns about
+    void resetCamera(View view, int duration); ///< moves to a preset position
     /// Orthogonal instead of perspective; the height seen at the interest point stays.
     void setOrthogonalProjection(bool on, int duration);
-    bool orthogonalProjection() const;
+    bool orthogonalProjection() const; ///< false at first
     /// Vertical field of view in degrees; 30 at first.
     void setViewingAngle(float degrees, int duration);
-    float viewingAngle() const;
+    float viewingAngle() const; ///< degrees
     /// Ray under a pixel (window coordinates): origin, then direction (not normalised).
     std::pair<QVector3D, QVector3D> rayToPoint(const QPoint& p) const;
     /// Squared distance of @p point from a ray's line; not a number for a zero direction.
     static float squaredDistanceToRay(const QVector3D& point, const std::pair<QVector3D, QVector3D>& ray);
     /// Whether keys, wheel and drags move the camera; clicks are reported all the same. True at first.
     void setEnableInteraction(bool enabled);
-    bool enableInteraction() const;
+    bool enableInteraction() const; ///< what setEnableInteraction() set
     /// @}
 
     /// @name Look
@@ -250,19 +258,25 @@ public:
 
     /// Kept and answered (30 at first); frames are drawn at most every 33 ms whatever it says.
     void setFramerate(int framesPerSecond);
-    int framerate() const;
+    int framerate() const; ///< what setFramerate() set
     /// Light position in scene coordinates (-a*, L*, b*), not converted; (0, 300, 0) at first. Light
     /// changes show with the next frame that is drawn because something else changed.
     void setLightPos(const QVector3D& position);
-    QVector3D lightPos() const;
+    QVector3D lightPos() const;              ///< in scene coordinates, too
     void setLightColor(const QColor& color); ///< white at first
-    QColor lightColor() const;
-    void setBackground(QColor color); ///< Qt::gray at first; shows at once
-    QColor background() const;
+    QColor lightColor() const;               ///< the colour set last
+    void setBackground(QColor color);        ///< Qt::gray at first; shows at once
+    QColor background() const;               ///< the colour set last
 
     /// The picture as last drawn, antialiased, in device pixels; null before the first frame. Also of
     /// a window that is covered.
     QImage picture() const;
+    /// The present view drawn anew at @p size pixels, whatever the window's size and the screen's; in the
+    /// window's size it is picture(), at twice the size the same view with twice the detail. Lines that
+    /// are a pixel thin stay so. Drawn piece by piece: memory is needed for little more than the picture.
+    /// The window keeps what it shows. Take it when isSettled(): of a move in progress the pieces may
+    /// show different moments. Null before the first frame and for an empty size.
+    QImage picture(const QSize& size) const;
     /// Whether the picture is up to date: no camera move, no opacity change, nothing changed since the
     /// last frame. Says nothing of loads in progress.
     bool isSettled() const;

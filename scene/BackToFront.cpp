@@ -2,21 +2,84 @@
 #include <scene/VertexStride.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
+#include <numeric>
+
+namespace {
+
+constexpr unsigned digitBits = 11;
+constexpr std::size_t digitCount = 3; // 33 bits cover 32
+constexpr std::uint32_t digitValues = 1u << digitBits;
+
+std::uint32_t digit(std::uint32_t nearness, std::size_t d)
+{
+    return (nearness >> (d * digitBits)) & (digitValues - 1);
+}
+
+/// How far ahead of the copy the next records are asked for: they lie anywhere in memory.
+constexpr std::size_t ahead = 8;
+
+void prefetch(const float* record, std::size_t floats)
+{
+#if defined(__GNUC__)
+    constexpr std::size_t floatsPerLine = 16;
+    for (std::size_t k = 0; k < floats; k += floatsPerLine)
+        __builtin_prefetch(record + k);
+#else
+    Q_UNUSED(record)
+    Q_UNUSED(floats)
+#endif
+}
+
+} // namespace
 
 void BackToFront::sort(const float* vertices, std::size_t count, int verticesPerPrimitive,
                        const QVector3D& eye, float* out)
 {
-    const std::size_t stride = static_cast<std::size_t>(verticesPerPrimitive) * kvVertexFloats;
-    const float ex = eye.x(), ey = eye.y(), ez = eye.z();
+    m_count = count;
+    m_verticesPerPrimitive = verticesPerPrimitive;
+    m_input.resize(count);
+    std::iota(m_input.begin(), m_input.end(), 0u);
+    order(vertices, eye, out);
+}
 
-    m_keys.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const float* v = vertices + i * stride;
+void BackToFront::resort(const float* previous, const QVector3D& eye, float* out)
+{
+    order(previous, eye, out);
+}
+
+void BackToFront::order(const float* vertices, const QVector3D& eye, float* out)
+{
+    computeKeys(vertices, eye);
+    sortKeys();
+    sortTies();
+
+    const std::size_t floats = static_cast<std::size_t>(m_verticesPerPrimitive) * kvVertexFloats;
+    m_nextInput.resize(m_count);
+    for (std::size_t i = 0; i < m_count; ++i) {
+        if (i + ahead < m_count)
+            prefetch(vertices + m_keys[i + ahead].slot * floats, floats);
+        const std::uint32_t slot = m_keys[i].slot;
+        std::memcpy(out, vertices + slot * floats, floats * sizeof(float));
+        out += floats;
+        m_nextInput[i] = m_input[slot];
+    }
+    m_input.swap(m_nextInput);
+}
+
+void BackToFront::computeKeys(const float* vertices, const QVector3D& eye)
+{
+    const float ex = eye.x(), ey = eye.y(), ez = eye.z();
+    m_keys.resize(m_count);
+    m_sums.resize(m_count);
+    m_digits.assign(digitCount * digitValues, 0);
+    const float* v = vertices;
+    for (std::size_t i = 0; i < m_count; ++i) {
         float nearest = std::numeric_limits<float>::infinity();
         float sum = 0.0f;
-        for (int k = 0; k < verticesPerPrimitive; ++k, v += kvVertexFloats) {
+        for (int k = 0; k < m_verticesPerPrimitive; ++k, v += kvVertexFloats) {
             const float dx = v[0] - ex, dy = v[1] - ey, dz = v[2] - ez;
             float squared = dx * dx + dy * dy + dz * dz;
             // A distance that is no number has no place in an order; such primitives go to the front.
@@ -25,19 +88,42 @@ void BackToFront::sort(const float* vertices, std::size_t count, int verticesPer
             nearest = std::min(nearest, squared);
             sum += squared;
         }
-        m_keys[i] = {nearest, sum, static_cast<std::uint32_t>(i)};
+        const std::uint32_t nearness = ~std::bit_cast<std::uint32_t>(nearest);
+        m_keys[i] = {nearness, static_cast<std::uint32_t>(i)};
+        m_sums[i] = sum;
+        for (std::size_t d = 0; d < digitCount; ++d)
+            ++m_digits[d * digitValues + digit(nearness, d)];
     }
+}
 
-    std::sort(m_keys.begin(), m_keys.end(), [](const Key& a, const Key& b) {
-        if (a.nearest != b.nearest)
-            return a.nearest > b.nearest;
-        if (a.sum != b.sum)
-            return a.sum > b.sum;
-        return a.index < b.index;
-    });
+/// From the last digit to the first, each time keeping the order of what has the same digit.
+void BackToFront::sortKeys()
+{
+    m_scratch.resize(m_count);
+    for (std::size_t d = 0; d < digitCount; ++d) {
+        std::uint32_t* const places = m_digits.data() + d * digitValues;
+        if (m_count > 0 && places[digit(m_keys[0].nearness, d)] == m_count)
+            continue; // all have the same
+        std::exclusive_scan(places, places + digitValues, places, 0u);
+        for (const Key& key : m_keys)
+            m_scratch[places[digit(key.nearness, d)]++] = key;
+        m_keys.swap(m_scratch);
+    }
+}
 
-    for (const Key& key : m_keys) {
-        std::memcpy(out, vertices + key.index * stride, stride * sizeof(float));
-        out += stride;
+/// Neighbours in a mesh share their nearest vertex, so runs of equal keys are common, and short.
+void BackToFront::sortTies()
+{
+    const auto before = [this](const Key& a, const Key& b) {
+        if (m_sums[a.slot] != m_sums[b.slot])
+            return m_sums[a.slot] > m_sums[b.slot];
+        return m_input[a.slot] < m_input[b.slot];
+    };
+    for (auto run = m_keys.begin(); run != m_keys.end();) {
+        const auto end = std::find_if(run + 1, m_keys.end(),
+                                      [&](const Key& key) { return key.nearness != run->nearness; });
+        if (end - run > 1)
+            std::sort(run, end, before);
+        run = end;
     }
 }

@@ -1,12 +1,8 @@
 #include <scene/Generators.h>
 #include <scene/KV3DObject.h>
-#include <scene/VertexStride.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QUuid>
-
-#include <algorithm>
-#include <span>
 
 KV3DObject::KV3DObject(const QString& name, const QString& id)
     : m_name(name), m_id(id.isEmpty() ? QUuid::createUuid().toString(QUuid::WithBraces) : id),
@@ -44,17 +40,6 @@ void KV3DObject::markMoved()
     m_drawnSinceChange = false;
 }
 
-namespace {
-
-/// The vertex list as records.
-std::span<VertexStride> recordsOf(QList<float>& vertices)
-{
-    return {reinterpret_cast<VertexStride*>(vertices.data()),
-            static_cast<std::size_t>(vertices.size() / kvVertexFloats)};
-}
-
-} // namespace
-
 // --- Appearance -----------------------------------------------------------------------------------
 
 void KV3DObject::setAlpha(float alpha, int durationMs)
@@ -75,8 +60,7 @@ void KV3DObject::setAlpha(float alpha, int durationMs)
 void KV3DObject::applyAlpha(float alpha)
 {
     m_alpha = alpha;
-    for (VertexStride& record : recordsOf(m_vertices))
-        record.color[3] = alpha;
+    m_vertices.setAlpha(alpha);
     markDataChanged();
     forEachChild([alpha](KV3DObject& c) { c.applyAlpha(alpha); });
 }
@@ -138,8 +122,7 @@ float KV3DObject::markerSize() const
 void KV3DObject::setClip(float clip)
 {
     m_clip = clip;
-    for (VertexStride& record : recordsOf(m_vertices))
-        record.clip = clip;
+    m_vertices.setClip(clip);
     markDataChanged();
     forEachChild([clip](KV3DObject& c) { c.setClip(clip); });
 }
@@ -162,49 +145,14 @@ float KV3DObject::ambientStrength() const
     return m_ambientStrength;
 }
 
-namespace {
-
-/// @p channel at lightness @p t (0..1): itself at the middle, towards white above, black below.
-float shaded(float channel, float t)
-{
-    if (t > 0.5f) {
-        const float k = 2.0f - 2.0f * t;
-        return channel * k + (1.0f - k);
-    }
-    return channel * 2.0f * t;
-}
-
-} // namespace
-
 void KV3DObject::applyColor(const QColor& color, int mode)
 {
     if (color == m_color && mode == m_displayMode)
         return;
     m_color = color;
 
-    if (color.isValid()) {
-        const bool surface = m_id == QLatin1String("Front") || m_id == QLatin1String("Wireframe");
-        const bool flat = mode == 2;
-        const float rgb[3] = {color.redF(), color.greenF(), color.blueF()};
-        auto* records = reinterpret_cast<VertexStride*>(m_vertices.data());
-        const qsizetype count = m_vertices.size() / kvVertexFloats;
-        const qsizetype summed = m_primitiveMode == KVPrimitiveLines ? 2 : 3;
-        float groupLightness = 0.0f;
-        for (qsizetype i = 0; i < count; ++i) {
-            if (surface && flat && i % 3 == 0) {
-                float sum = 0.0f;
-                for (qsizetype k = i; k < std::min(i + summed, count); ++k)
-                    sum += records[k].position[1] / 100.0f;
-                groupLightness = sum / 3.0f;
-            }
-            for (int channel = 0; channel < 3; ++channel) {
-                float value = rgb[channel];
-                if (surface)
-                    value = shaded(value, flat ? groupLightness : records[i].position[1] / 100.0f);
-                records[i].color[channel] = value;
-            }
-        }
-    }
+    const bool surface = m_id == QLatin1String("Front") || m_id == QLatin1String("Wireframe");
+    m_vertices.shade({color, mode, surface, m_primitiveMode});
     markDataChanged();
     forEachChild([&](KV3DObject& c) { c.applyColor(color, mode); });
 }
@@ -298,22 +246,7 @@ void KV3DObject::setGeometry(const GeometryData& geometry)
 
 void KV3DObject::setVertices(const QList<float>& generated)
 {
-    constexpr qsizetype in = GeometryData::floatsPerVertex;
-    const qsizetype count = (generated.size() + in - 1) / in;
-    m_vertices.resize(0);
-    m_vertices.resize(count * kvVertexFloats);
-
-    const float* from = generated.constData();
-    const float* const end = from + generated.size();
-    float* to = m_vertices.data();
-    for (qsizetype i = 0; i < count; ++i, to += kvVertexFloats) {
-        // a trailing partial record is completed by zeros
-        const float* const stop = std::min(from + in, end);
-        std::fill(std::copy(from, stop, to), to + in, 0.0f);
-        from = stop;
-        std::copy(to + 6, to + 10, to + 10);
-        to[14] = m_clip;
-    }
+    m_vertices.assign(generated);
 
     // Minus one defeats the test for an unchanged mode, so that the new vertices are coloured even
     // when colour and mode stay what they were.

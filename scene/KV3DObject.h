@@ -2,6 +2,7 @@
 
 #include <scene/BackToFront.h>
 #include <scene/GeometryData.h>
+#include <scene/VertexRecords.h>
 
 #include <QtCore/QEasingCurve>
 #include <QtCore/QElapsedTimer>
@@ -170,7 +171,7 @@ public:
     void setTextOutline(const QString& text, const QMatrix4x4& transform, const QFont& font,
                         const QColor& color);
 
-    const QList<float>& vertices() const { return m_vertices; } ///< kvVertexFloats floats each
+    const QList<float>& vertices() const { return m_vertices.list(); } ///< kvVertexFloats floats each
     int primitiveMode() const { return m_primitiveMode; }
     int markerType() const { return m_markerType; }
     const QList<ColoredPoint>& markers() const { return m_markers; }
@@ -265,9 +266,9 @@ private:
     float m_markerSize = -1.0f;
     float m_markerParam = 0.0f;
     QSharedPointer<IDrawCheckFunctor> m_drawCheck;
-    QList<float> m_vertices;
+    VertexRecords m_vertices;
     QList<float> m_sortedVertices;
-    QList<float> m_gathered;
+    QList<float> m_sortSource; ///< what the batch is ordered from: as gathered, or in its last order
     BackToFront m_backToFront;
     QOpenGLBuffer m_vbo;
     QOpenGLVertexArrayObject m_vao;

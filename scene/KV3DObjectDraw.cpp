@@ -81,7 +81,7 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
         QList<float> sorted;
         const QList<float>* list = nullptr;
         if (flags == KVPassOpaque)
-            list = alpha() < 1.0f ? nullptr : &m_vertices;
+            list = alpha() < 1.0f ? nullptr : &vertices();
         else if (batches)
             list = batchFrom(camera.eye());
         else
@@ -109,7 +109,8 @@ void KV3DObject::advanceTransition(int flags)
     const auto v = static_cast<float>(transition->curve.valueForProgress(progress > 1.0f   ? 1.0f
                                                                          : progress > 0.0f ? progress
                                                                                            : 0.0f));
-    applyAlpha(transition->from * (1.0f - v) + transition->to * v);
+    // the target itself at the end: a change that began at no number gets there, too
+    applyAlpha(v < 1.0f ? transition->from * (1.0f - v) + transition->to * v : transition->to);
     transition->movedThisFrame = flags == KVPassOpaque;
     if (transition->durationMs < elapsed && m_transition == transition)
         m_transition.reset();
@@ -129,7 +130,7 @@ void KV3DObject::gather(QList<float>& batch)
     if (!m_visible || m_refused)
         return;
     if (m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f) {
-        batch.append(m_vertices);
+        batch.append(vertices());
         m_changed = false;
     }
     for (const QString& childId : std::as_const(m_childOrder))
@@ -153,14 +154,21 @@ void KV3DObject::markSubtreeDrawn()
 
 const QList<float>* KV3DObject::batchFrom(const QVector3D& eye)
 {
-    if (m_gatherNext || needsGathering() || eye != m_lastEye) {
-        m_gathered.resize(0);
-        gather(m_gathered);
-        constexpr qsizetype floats = 3 * kvVertexFloats;
-        const qsizetype triangles = m_gathered.size() / floats;
-        m_sortedVertices.resize(triangles * floats);
-        m_backToFront.sort(m_gathered.constData(), static_cast<std::size_t>(triangles), 3, eye,
-                           m_sortedVertices.data());
+    const bool mustGather = m_gatherNext || needsGathering();
+    if (mustGather || eye != m_lastEye) {
+        constexpr qsizetype floats = qsizetype(3) * kvVertexFloats;
+        if (mustGather) {
+            m_sortSource.resize(0);
+            gather(m_sortSource);
+            const qsizetype triangles = m_sortSource.size() / floats;
+            m_sortedVertices.resize(triangles * floats);
+            m_backToFront.sort(m_sortSource.constData(), static_cast<std::size_t>(triangles), 3, eye,
+                               m_sortedVertices.data());
+        } else {
+            m_sortSource.resize(m_sortedVertices.size());
+            m_sortSource.swap(m_sortedVertices);
+            m_backToFront.resort(m_sortSource.constData(), eye, m_sortedVertices.data());
+        }
         ++m_sortCount;
         destroyBuffers();
     }
@@ -176,14 +184,14 @@ const QList<float>* KV3DObject::translucentList(const QVector3D& eye, QList<floa
 {
     const QList<float>* list = nullptr;
     if (m_primitiveMode == KVPrimitivePoints) {
-        list = &m_vertices;
+        list = &vertices();
     } else if (m_primitiveMode == KVPrimitiveLines) {
-        list = &m_vertices;
+        list = &vertices();
         if (!m_vbo.isCreated() || eye != m_lastEye) {
-            constexpr qsizetype floats = 2 * kvVertexFloats;
-            const qsizetype segments = m_vertices.size() / floats;
+            constexpr qsizetype floats = qsizetype(2) * kvVertexFloats;
+            const qsizetype segments = vertices().size() / floats;
             sorted.resize(segments * floats);
-            m_backToFront.sort(m_vertices.constData(), static_cast<std::size_t>(segments), 2, eye,
+            m_backToFront.sort(vertices().constData(), static_cast<std::size_t>(segments), 2, eye,
                                sorted.data());
             ++m_sortCount;
             destroyBuffers();

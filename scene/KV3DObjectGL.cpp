@@ -36,7 +36,7 @@ void KV3DObject::releaseGL()
     m_glOwner = nullptr;
     // The batch must not outlive the objects it was gathered from.
     m_sortedVertices = {};
-    m_gathered = {};
+    m_sortSource = {};
 
     const auto all = children();
     for (const auto& object : all)

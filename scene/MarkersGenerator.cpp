@@ -17,16 +17,16 @@ QVector3D onSphere(double polar, double azimuth)
                      static_cast<float>(std::sin(polar) * std::sin(azimuth)));
 }
 
-/// Corners of a unit sphere in steps of π/8, as triangles wound counter-clockwise seen from outside.
-std::vector<QVector3D> unitSphere()
+/// Corners of a unit sphere as triangles wound counter-clockwise seen from outside: @p rings bands
+/// from pole to pole, twice as many sectors around.
+std::vector<QVector3D> unitSphere(int rings)
 {
-    constexpr int rings = 8;    // half turn of π
-    constexpr int sectors = 16; // full turn of 2π
-    const auto corner = [](int ring, int sector) {
+    const int sectors = 2 * rings;
+    const auto corner = [=](int ring, int sector) {
         return onSphere(ring * pi / rings, (sector % sectors) * 2.0 * pi / sectors);
     };
     std::vector<QVector3D> corners;
-    corners.reserve(3 * 2 * sectors * (rings - 1));
+    corners.reserve(std::size_t{6} * static_cast<std::size_t>(sectors) * static_cast<std::size_t>(rings - 1));
     for (int r = 0; r < rings; ++r) {
         for (int s = 0; s < sectors; ++s) {
             const QVector3D a = corner(r, s), b = corner(r + 1, s), c = corner(r + 1, s + 1),
@@ -39,6 +39,20 @@ std::vector<QVector3D> unitSphere()
         }
     }
     return corners;
+}
+
+/// The sphere that @p count markers of radius @p radius can afford: steps of pi/8, unless so many of
+/// them would fill the memory; nobody sees the corners of one among thousands.
+const std::vector<QVector3D>& affordableSphere(qsizetype count, float radius)
+{
+    static const std::vector<QVector3D> spheres[] = {unitSphere(8), unitSphere(4), unitSphere(3),
+                                                     unitSphere(2)};
+    constexpr float smallRadius = 1.0f; // a few pixels, seen from where all of a gamut is in view
+    const qsizetype budget = radius <= smallRadius ? 500'000 : 1'500'000; // vertices
+    for (const auto& sphere : spheres)
+        if (count * static_cast<qsizetype>(sphere.size()) <= budget)
+            return sphere;
+    return spheres[std::size(spheres) - 1];
 }
 
 /// Corners of a star of unit radius: eight steps of π/4 around the equator, every second one at half
@@ -60,7 +74,7 @@ std::vector<QVector3D> unitStar()
 
 GeometryData spheres(const QList<ColoredPoint>& markers, float radius)
 {
-    static const std::vector<QVector3D> unit = unitSphere();
+    const std::vector<QVector3D>& unit = affordableSphere(markers.size(), radius);
     GeometryData data;
     VertexWriter writer(data.vertices, markers.size() * static_cast<qsizetype>(unit.size()));
     for (const auto& [color, center] : markers)

@@ -1,5 +1,5 @@
 #include <scene/Generators.h>
-#include <scene/VertexWriter.h>
+#include <scene/TriangleWriter.h>
 
 #include <QtCore/QHashFunctions>
 
@@ -152,14 +152,14 @@ bool liesFlat(const Stretch& x)
     return std::abs(x.d.x()) <= 1e-4f;
 }
 
-void emitQuad(QList<ColoredTriangle>& out, const ColoredPoint& a, const ColoredPoint& b,
-              const ColoredPoint& c, const ColoredPoint& d)
+void emitQuad(TriangleWriter& out, const ColoredPoint& a, const ColoredPoint& b, const ColoredPoint& c,
+              const ColoredPoint& d)
 {
-    out.append(ColoredTriangle{a, b, c});
-    out.append(ColoredTriangle{a, c, d});
+    out.add(a, b, c);
+    out.add(a, c, d);
 }
 
-void emitTube(QList<ColoredTriangle>& out, const Stretch& x, bool startCap, bool endCap)
+void emitTube(TriangleWriter& out, const Stretch& x, bool startCap, bool endCap)
 {
     const auto at = [](const ColoredPoint& p, const QVector3D& corner) {
         return ColoredPoint{p.first, corner};
@@ -177,7 +177,7 @@ void emitTube(QList<ColoredTriangle>& out, const Stretch& x, bool startCap, bool
 
 /// Plan: keep what has a direction; give each stretch a frame, carried over where it continues the one
 /// before it; cut or lengthen its two ends; emit the four sides, and caps where nothing continues.
-QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
+QList<float> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
 {
     const float reach = (width / 1.5f) * 0.5f;
     const bool closed = qFuzzyCompare(segments.last().second.second, segments.first().first.second);
@@ -226,16 +226,16 @@ QList<ColoredTriangle> ribbon(const QList<ColoredSegment>& segments, bool closed
             x.start = sectionAt(x, x.from.second - (join || joined ? x.d * reach : QVector3D()), half);
     }
 
-    QList<ColoredTriangle> triangles;
-    triangles.reserve(static_cast<qsizetype>(12 * n));
+    QList<float> vertices;
+    TriangleWriter writer(vertices, static_cast<qsizetype>(12 * n));
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
         if (x.mitresPrevious)
             x.start = stretches[i > 0 ? i - 1 : n - 1].end; // the very same corners: no seam
         if (isFinite(x.start) && isFinite(x.end))
-            emitTube(triangles, x, !x.mitresPrevious, !x.mitresNext);
+            emitTube(writer, x, !x.mitresPrevious, !x.mitresNext);
     }
-    return triangles;
+    return vertices;
 }
 
 } // namespace
@@ -244,7 +244,8 @@ GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, 
 {
     GeometryData data;
     if (!segments.isEmpty() && width > FLT_EPSILON && std::isfinite(width)) {
-        data = kvTriangles(ribbon(segments, closedHint, width));
+        data.primitiveMode = KVPrimitiveTriangles;
+        data.vertices = ribbon(segments, closedHint, width);
     } else {
         data.primitiveMode = KVPrimitiveLines;
         VertexWriter writer(data.vertices, 2 * segments.size());

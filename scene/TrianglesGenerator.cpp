@@ -1,5 +1,5 @@
 #include <scene/Generators.h>
-#include <scene/VertexWriter.h>
+#include <scene/TriangleWriter.h>
 
 #include <cmath>
 
@@ -22,25 +22,21 @@ QVector3D hugeNormal(const QVector3D& a, const QVector3D& b)
     return {float(x / length), float(y / length), float(z / length)};
 }
 
-QVector3D flatNormal(const ColoredTriangle& t)
-{
-    const QVector3D a = t[1].second - t[0].second;
-    const QVector3D b = t[2].second - t[0].second;
-    const QVector3D normal = QVector3D::crossProduct(a, b).normalized();
-    return isFinite(normal) ? normal : hugeNormal(a, b);
-}
-
 } // namespace
+
+QVector3D kvFlatNormal(const QVector3D& a, const QVector3D& b, const QVector3D& c)
+{
+    const QVector3D ab = b - a, ac = c - a;
+    const QVector3D normal = QVector3D::crossProduct(ab, ac).normalized();
+    return isFinite(normal) ? normal : hugeNormal(ab, ac);
+}
 
 GeometryData kvTriangles(const QList<ColoredTriangle>& triangles)
 {
     GeometryData data;
     data.primitiveMode = KVPrimitiveTriangles;
-    VertexWriter writer(data.vertices, 3 * triangles.size());
-    for (const ColoredTriangle& t : triangles) {
-        const QVector3D normal = flatNormal(t);
-        for (const ColoredPoint& corner : t)
-            writer.add(corner.first, corner.second, normal);
-    }
+    TriangleWriter writer(data.vertices, triangles.size());
+    for (const ColoredTriangle& t : triangles)
+        writer.add(t[0], t[1], t[2]);
     return data;
 }

@@ -1,5 +1,6 @@
 #include <KVGamut3DViewer.h>
 
+#include <glwindow/CameraState.h>
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
 #include <viewer/GroupNames.h>
@@ -36,6 +37,37 @@ QList<ColoredSegment> gridSegments()
     return segments;
 }
 
+/// Presses the grid's bars flat, so that it lies inside the outlines at L* 0, which it would cut into
+/// dashes otherwise, and above the floor.
+class GridCheckFunctor : public KV3DObject::IDrawCheckFunctor
+{
+public:
+    QMatrix4x4 adjustModel(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4& model,
+                           const CameraState&) override
+    {
+        QMatrix4x4 flat = model;
+        flat.scale(1.0f, 0.1f, 1.0f);
+        return flat;
+    }
+};
+
+/// Lays the a and b axes on that side of the grid and the outlines from which they are seen: half sunk
+/// into them they would show between the grid's lines only and look dashed. The L axis keeps its end.
+class AxesCheckFunctor : public KV3DObject::IDrawCheckFunctor
+{
+public:
+    QMatrix4x4 adjustModel(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4& model,
+                           const CameraState& camera) override
+    {
+        constexpr float reach = 0.75f; // half an axis and half an outline, with a little air
+        const float lift = camera.eye().y() >= 0.0f ? reach : -reach;
+        QMatrix4x4 lifted = model;
+        lifted.translate(0.0f, lift, 0.0f);
+        lifted.scale(1.0f, (lightnessEnd - lift) / lightnessEnd, 1.0f);
+        return lifted;
+    }
+};
+
 /// From the text path's (u, v, 0), v downwards, to host coordinates. Labels read along +a*; the flat
 /// ones lie at L* 1, above the grid.
 QMatrix4x4 labelPlacement(const QString& axis, int distance)
@@ -57,15 +89,21 @@ void KVGamut3DViewer::addAxesAndGrid()
     const ContextScope scope(m_widget);
     KV3DObject& root = m_widget->root();
 
-    const auto axes = findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false,
-                                   [](KV3DObject& fresh) { fresh.setLineWidth(axisWidth); });
+    const auto axes =
+        findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [](KV3DObject& fresh) {
+            fresh.setLineWidth(axisWidth);
+            fresh.setDrawCheck(QSharedPointer<AxesCheckFunctor>::create());
+        });
     axes->setSegments(axisSegments(), false, axes->lineWidth(), 0.0f);
     fillVertexBufferForText(axes.data(), QStringLiteral("X"), QStringLiteral("a"), chromaEnd, Qt::black);
     fillVertexBufferForText(axes.data(), QStringLiteral("Y"), QStringLiteral("L"), lightnessEnd, Qt::black);
     fillVertexBufferForText(axes.data(), QStringLiteral("Z"), QStringLiteral("b"), chromaEnd, Qt::black);
 
-    const auto grid = findOrCreate(root, GroupNames::grid(), GroupNames::grid(), false,
-                                   [](KV3DObject& fresh) { fresh.setLineWidth(gridWidth); });
+    const auto grid =
+        findOrCreate(root, GroupNames::grid(), GroupNames::grid(), false, [](KV3DObject& fresh) {
+            fresh.setLineWidth(gridWidth);
+            fresh.setDrawCheck(QSharedPointer<GridCheckFunctor>::create());
+        });
     grid->setSegments(gridSegments(), false, grid->lineWidth(), 0.0f);
 }
 

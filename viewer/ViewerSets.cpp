@@ -15,7 +15,12 @@ void KVGamut3DViewer::addMarkerSet(const QString& name, MarkerType type,
     const ContextScope scope(m_widget);
     const QString groupId = GroupNames::markers();
     const auto parent = findOrCreate(m_widget->root(), groupId, groupId, false, {});
-    findOrCreate(*parent, QStringLiteral("Marker"), name, false, {})->setMarkers(type, markers, size1, size2);
+    const auto set = findOrCreate(*parent, QStringLiteral("Marker"), name, false, {});
+    set->setMarkers(type, markers, size1, size2);
+    // Spheres take their light from the geometry; solids with flat faces need it even more, since
+    // without it all their sides have one colour.
+    if (type != Sphere && !markers.isEmpty())
+        set->setAmbientStrength(size2 > 0.0f ? size2 : 1.0f);
 }
 
 void KVGamut3DViewer::addPointSet(const QString& name, const QList<ColoredPosition>& points)

@@ -52,6 +52,16 @@ bool KVGamut3DViewer::event(QEvent* e)
     case QEvent::MouseButtonDblClick:
         m_widget->mouseDoubleClickEvent(static_cast<QMouseEvent*>(e));
         break;
+    case QEvent::Show:
+        m_widget->update(); // the frame loop rests while the viewer is hidden
+        break;
+    case QEvent::PlatformSurface:
+        // Qt hides the child windows of a native window that is destroyed (closing does that, and so may a
+        // host that moves its widgets about), and leaves them hidden when it is made again.
+        if (static_cast<QPlatformSurfaceEvent*>(e)->surfaceEventType() ==
+            QPlatformSurfaceEvent::SurfaceCreated)
+            m_widget->setVisible(true);
+        break;
     default: // presses too: drags work from the moves alone
         break;
     }
@@ -199,6 +209,11 @@ QColor KVGamut3DViewer::background() const
 QImage KVGamut3DViewer::picture() const
 {
     return m_widget->picture();
+}
+
+QImage KVGamut3DViewer::picture(const QSize& size) const
+{
+    return m_widget->picture(size);
 }
 
 bool KVGamut3DViewer::isSettled() const

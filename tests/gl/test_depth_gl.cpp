@@ -75,3 +75,93 @@ INSTANTIATE_TEST_SUITE_P(Views, DepthOrder,
                                          Direction{"low", 10, 6}, Direction{"grazing", -80, 2},
                                          Direction{"fromBelow", 120, -35}, Direction{"nearlyTop", -90, 89}),
                          [](const auto& row) { return row.param.name; });
+
+// --- The grid under the axes ------------------------------------------------------------------------
+
+namespace {
+
+bool isInk(QRgb pixel)
+{
+    return qGray(pixel) < 40; // of grid lines of 180 on a background of 160
+}
+
+/// How many of the axes' pixels are there without the grid, and how many of them the grid takes.
+struct AxisPixels
+{
+    int all = 0, lost = 0;
+};
+
+/// @p counts says which pixels belong to the comparison.
+AxisPixels axisPixels(kvtest::ShownViewer& shown, const std::function<bool(int, int)>& counts)
+{
+    shown.viewer.setDisplayGrid(false);
+    const QImage bare = shown.settledPicture();
+    shown.viewer.setDisplayGrid(true);
+    const QImage ruled = shown.settledPicture();
+    AxisPixels pixels;
+    for (int y = 0; y < bare.height(); ++y) {
+        for (int x = 0; x < bare.width(); ++x) {
+            if (!isInk(bare.pixel(x, y)) || !counts(x, y))
+                continue;
+            ++pixels.all;
+            pixels.lost += !isInk(ruled.pixel(x, y));
+        }
+    }
+    return pixels;
+}
+
+} // namespace
+
+TEST(AxesOnTheGrid, areNotCutIntoDashesFromAbove)
+{
+    for (const QVector3D& eye : {QVector3D(265, 160, -450), QVector3D(120, -300, -300),
+                                 QVector3D(60, 300, -350), QVector3D(400, 60, 40)}) {
+        kvtest::ShownViewer shown(400, 300);
+        ASSERT_TRUE(shown.shown);
+        shown.viewer.setCamera(eye, 0, QVector3D(40, 0, 0));
+        const AxisPixels pixels = axisPixels(shown, [](int, int) { return true; });
+        EXPECT_GT(pixels.all, 100);
+        EXPECT_EQ(pixels.lost, 0) << "from L* " << eye.x() << ", a* " << eye.y() << ", b* " << eye.z();
+    }
+}
+
+TEST(AxesOnTheGrid, areNotCutIntoDashesFromBelow)
+{
+    kvtest::ShownViewer shown(400, 300);
+    ASSERT_TRUE(shown.shown);
+    shown.viewer.setCamera(QVector3D(-220, -20, -20), 0, QVector3D(0, 0, 0));
+    // The L axis goes away from the eye behind the grid, which may cover it and the labels: the arms of
+    // a and b alone, short of the labels.
+    const auto onAnArm = [](int x, int y) {
+        const double fromCentre = std::hypot(x - 200, y - 150);
+        return fromCentre > 30 && fromCentre < 110;
+    };
+    const AxisPixels pixels = axisPixels(shown, onAnArm);
+    EXPECT_GT(pixels.all, 60);
+    EXPECT_EQ(pixels.lost, 0);
+}
+
+TEST(AxesOnTheGrid, theLightnessAxisEndsAtItsLabelHoweverItIsSeen)
+{
+    // One picture column through the axis, seen from the side where L* runs straight up: the topmost ink
+    // is the axis's end at L* 100, half its width beyond.
+    kvtest::ShownViewer shown(200, 400);
+    ASSERT_TRUE(shown.shown);
+    shown.viewer.setDisplayGrid(false);
+    shown.viewer.findChild<KVGLWidget*>()
+        ->root()
+        .child(QStringLiteral("Axes"))
+        ->child(QStringLiteral("Axis_Y"))
+        ->setVisible(false);
+    shown.viewer.setOrthogonalProjection(true, 0);
+    for (const float eyeLightness : {51.0f, -1.0f}) {
+        shown.viewer.setCamera(QVector3D(eyeLightness, 0, -400), 0, QVector3D(eyeLightness, 0, 0));
+        const QImage picture = shown.settledPicture();
+        int top = 0;
+        while (top < picture.height() && !isInk(picture.pixel(100, top)))
+            ++top;
+        const double unitsPerPixel = 2 * 400 * std::tan(15 * 3.14159265358979 / 180) / picture.height();
+        const double lightness = eyeLightness + (picture.height() / 2.0 - top) * unitsPerPixel;
+        EXPECT_NEAR(lightness, 100.5, unitsPerPixel) << "from L* " << eyeLightness;
+    }
+}

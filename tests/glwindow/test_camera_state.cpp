@@ -548,6 +548,20 @@ TEST(CameraBlend, isLinearInEveryFieldAndInTheProjectionMatrix)
     }
 }
 
+TEST(CameraBlend, keepsExactlyWhatBothShare)
+{
+    const CameraState a({10, 20, 30}, {-0.1f, 50.3f, 7.7f});
+    CameraState b = a;
+    b.rotate(0.3f, 0.2f);
+    for (int i = 0; i <= 1000; ++i) {
+        CameraState c;
+        c.setBetween(a, b, static_cast<float>(i) / 1000.0f);
+        ASSERT_EQ(c.interestPoint(), a.interestPoint()) << i;
+        ASSERT_EQ(c.viewingAngle(), a.viewingAngle()) << i;
+        ASSERT_EQ(c.distance(), a.distance()) << i;
+    }
+}
+
 TEST(CameraBlend, leavesAspectAndKindOfProjectionAlone)
 {
     CameraState a, b({1, 2, 3}, {});

@@ -1,4 +1,5 @@
 #include "PictureComparison.h"
+#include "support/MessageCheck.h"
 #include "support/ShownViewer.h"
 
 #include <gtest/gtest.h>
@@ -93,6 +94,13 @@ void expectPicture(const QString& name, const Step& set, const Step& off)
 }
 
 } // namespace
+
+TEST(Pictures, areThoseOfTheContextThatTheRunIsMeantFor)
+{
+    const kvtest::ShownViewer shown;
+    const QString version = QStringLiteral("OpenGL ") + qEnvironmentVariable("KV_EXPECTED_GL");
+    EXPECT_EQ(kvtest::messages().filter(version).size(), 1) << qPrintable(version);
+}
 
 TEST(Pictures, surface)
 {
@@ -204,16 +212,18 @@ TEST(Pictures, bracketedCubeMarkers)
 {
     expectPicture(
         QStringLiteral("markers-cube"),
-        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::BracketedCube, row(0), 20, 0); },
-        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Star, row(0), 20, 0); });
+        [](auto& v) {
+            v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::BracketedCube, row(0), 20, 0.4f);
+        },
+        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Star, row(0), 20, 0.4f); });
 }
 
 TEST(Pictures, starMarkers)
 {
     expectPicture(
         QStringLiteral("markers-star"),
-        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Star, row(0), 20, 0); },
-        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Sphere, row(0), 20, 0); });
+        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Star, row(0), 20, 0.4f); },
+        [](auto& v) { v.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Sphere, row(0), 20, 0.4f); });
 }
 
 TEST(Pictures, points)

@@ -114,6 +114,21 @@ INSTANTIATE_TEST_SUITE_P(BackToFront, BackToFrontSizes,
                                     std::to_string(std::get<0>(row.param));
                          });
 
+TEST_P(BackToFrontSizes, ordersAgainForAnotherEyeAsIfForTheFirstTime)
+{
+    const auto [vertices, count] = GetParam();
+    const Scene scene = wholeNumbers(vertices, count, 20, 4); // many equal distances
+    BackToFront sorter;
+    std::vector<float> previous = sorted(sorter, scene, {0, 0, -350});
+    for (const QVector3D& eye : {QVector3D(0, 1, -350), QVector3D(0, 0, 350), QVector3D(0, 0, 0),
+                                 QVector3D(0, 0, 0), QVector3D(3, 5, 7), QVector3D(-200, 100, 50)}) {
+        std::vector<float> again(scene.floats.size(), notANumber);
+        sorter.resort(previous.data(), eye, again.data());
+        EXPECT_EQ(again, naive(scene, eye)) << "from " << eye.x() << ", " << eye.y() << ", " << eye.z();
+        previous = again;
+    }
+}
+
 TEST(BackToFront, ordersEqualNearestDistancesByTheLargerSumFirst)
 {
     Scene scene;

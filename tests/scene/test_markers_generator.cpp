@@ -158,6 +158,48 @@ TEST(MarkersGenerator, typeOneIsABallOfHalfTheSize)
     EXPECT_GT(windingNumber(triangles, centre), 0.99);
 }
 
+/// How many spheres, how large, and how many bands from pole to pole each then has.
+struct ManySpheres
+{
+    int count;
+    float size;
+    int bands;
+};
+
+class SphereCounts : public testing::TestWithParam<ManySpheres>
+{
+};
+
+TEST_P(SphereCounts, becomeCoarserSoThatTheyFitTheMemoryAndStayClosedLitBalls)
+{
+    const auto [count, size, bands] = GetParam();
+    const QList<ColoredPoint> markers(count, ColoredPoint{Qt::green, {30, 40, -50}});
+    const GeometryData all = kvMarkers(1, markers, size, 0.0f);
+    ASSERT_EQ(all.vertices.size() % count, 0);
+
+    GeometryData one = all;
+    one.vertices = all.vertices.first(all.vertices.size() / count);
+    const auto triangles = trianglesOf(one);
+    EXPECT_EQ(triangles.size(), std::size_t(2 * bands * 2 * (bands - 1)));
+    EXPECT_TRUE(isClosedSurface(triangles));
+    EXPECT_GT(signedVolume(triangles), 0.0);
+    const Vec3d centre = sceneFromHost(Vec3d(30, 40, -50));
+    for (const GeneratedVertex& v : decode(one.vertices)) {
+        EXPECT_NEAR(length(v.position - centre), 0.5 * size, 1e-4);
+        EXPECT_GT(dot(sceneFromHost(v.normal), unit(v.position - centre)), 0.9999);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(MarkersGenerator, SphereCounts,
+                         testing::Values(ManySpheres{2'000, 6, 8}, ManySpheres{10'000, 6, 4},
+                                         ManySpheres{20'000, 6, 3}, ManySpheres{100'000, 6, 2},
+                                         ManySpheres{700, 2, 8}, ManySpheres{3'000, 2, 4},
+                                         ManySpheres{6'900, 2, 3}),
+                         [](const auto& row) {
+                             return std::to_string(row.param.count) + "ofSize" +
+                                    std::to_string(int(row.param.size));
+                         });
+
 TEST(MarkersGenerator, unknownTypesDrawTheShapeOfTypeOne)
 {
     const auto sphere = kvMarkers(1, three, 6.0f, 0.0f).vertices;

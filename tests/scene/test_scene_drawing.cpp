@@ -1,4 +1,5 @@
 #include "ObjectProbe.h"
+#include "support/AllocationCount.h"
 #include "support/Vec3d.h"
 
 #include <gmock/gmock.h>
@@ -660,6 +661,29 @@ TEST(Batch, isSortedAgainFromANewEyeAndOnlyThen)
     other.setOrthogonal(true);
     drawFrame(root, other);
     EXPECT_EQ(root.sortCount(), expected);
+}
+
+TEST(Batch, allocatesNothingOnceTheSceneIsSteady)
+{
+    if (!kvtest::countsAllocations())
+        GTEST_SKIP() << "a sanitizer's heap does not count";
+    KV3DObject root(QStringLiteral("root"));
+    for (int i = 0; i < 10; ++i)
+        root.addChild(surface(QString::number(i), std::vector<float>(200, float(i)), 0.5f));
+    const auto orbit = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            const CameraState camera = cameraAt({float(i), 50, -350});
+            drawFrame(root, camera); // from a new eye, ordered again
+            drawFrame(root, camera); // and as it is
+        }
+    };
+    orbit(0, 2); // the buffers grow to their sizes
+    const std::uint64_t before = kvtest::allocationsSoFar();
+    orbit(2, 10);
+    EXPECT_EQ(kvtest::allocationsSoFar(), before);
+    EXPECT_EQ(root.sortCount(), 10);
+    delete new KV3DObject(QStringLiteral("x"));
+    EXPECT_GT(kvtest::allocationsSoFar(), before) << "they are counted";
 }
 
 TEST(Batch, isNotSortedAgainInASteadySceneOfEveryKind)

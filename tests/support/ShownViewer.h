@@ -1,39 +1,16 @@
 #pragma once
 
+#include "Spin.h"
+
 #include <KVGamut3DViewer.h>
 
 #include <glwindow/KVGLWidget.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtTest/QTest>
 
-#include <functional>
-
 namespace kvtest {
-
-/// Turns the event loop until @p condition holds; false when it does not within @p timeoutMs.
-inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 10000)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (!condition()) {
-        if (timer.elapsed() > timeoutMs)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    return true;
-}
-
-/// Turns the event loop for @p ms milliseconds.
-inline void spinFor(int ms)
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-}
 
 /// A viewer in a small window (an idle one costs CPU in proportion to its size), drawn at least once.
 class ShownViewer

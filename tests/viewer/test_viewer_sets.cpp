@@ -264,14 +264,14 @@ TEST_F(MarkerSets, lieAtTheirPositionsInHostCoordinates)
     }
 }
 
-TEST_F(MarkerSets, ofSpheresTakeTheSecondSizeAsTheirAmbientStrength)
+TEST_F(MarkerSets, takeTheSecondSizeAsTheirAmbientStrength)
 {
-    viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0.4f);
-    EXPECT_EQ(item("Markers", a)->ambientStrength(), 0.4f);
-    viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0);
-    EXPECT_EQ(item("Markers", a)->ambientStrength(), 1.0f);
-    viewer->addMarkerSet(b, KVGamut3DViewer::BracketedCube, twoPoints, 5, 0.4f);
-    EXPECT_EQ(item("Markers", b)->ambientStrength(), 1.0f);
+    for (const auto type : {KVGamut3DViewer::Sphere, KVGamut3DViewer::BracketedCube, KVGamut3DViewer::Star}) {
+        viewer->addMarkerSet(a, type, twoPoints, 5, 0.4f);
+        EXPECT_EQ(item("Markers", a)->ambientStrength(), 0.4f) << type;
+        viewer->addMarkerSet(a, type, twoPoints, 5, 0);
+        EXPECT_EQ(item("Markers", a)->ambientStrength(), 1.0f) << type;
+    }
 }
 
 TEST_F(MarkerSets, acceptAnEmptyNameAndAnEmptyList)

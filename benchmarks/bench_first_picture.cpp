@@ -1,0 +1,135 @@
+// How long a cold process takes from its start to the first picture of a gamut, over what an empty
+// Qt window with OpenGL takes.
+//
+//     xvfb-run bench_first_picture [runs]
+//
+// The parent starts itself as a child with an empty window and with the viewer, in turn, so that both
+// meet the same machine, and takes the time until the child says that its picture is on the
+// screen. Held constant: sRGB, default grid, 640 x 480, shader caches as the first pair left them.
+
+#include <KVGamut3DViewer.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QProcess>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
+#include <QtOpenGL/QOpenGLWindow>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr QSize windowSize(640, 480);
+
+/// Says that the picture is there, and ends.
+void done()
+{
+    std::puts("done");
+    std::fflush(stdout);
+    std::_Exit(0); // the end of the process is not measured
+}
+
+class EmptyWindow : public QOpenGLWindow
+{
+public:
+    /// The viewer's own kind of window, so that what differs is the viewer; @p plain: Qt's simplest.
+    explicit EmptyWindow(bool plain) : QOpenGLWindow(plain ? NoPartialUpdate : PartialUpdateBlit)
+    {
+        if (!plain) {
+            QSurfaceFormat format;
+            format.setDepthBufferSize(24);
+            format.setStencilBufferSize(8);
+            format.setSamples(8);
+            format.setVersion(1, 2);
+            format.setProfile(QSurfaceFormat::CoreProfile);
+            setFormat(format);
+        }
+        connect(this, &QOpenGLWindow::frameSwapped, this, done);
+    }
+
+protected:
+    void paintGL() override { QOpenGLContext::currentContext()->functions()->glClear(GL_COLOR_BUFFER_BIT); }
+};
+
+int showEmptyWindow(bool plain)
+{
+    EmptyWindow window(plain);
+    window.resize(windowSize);
+    window.show();
+    return QGuiApplication::exec();
+}
+
+int showGamut(const QString& profile)
+{
+    KVGamut3DViewer viewer;
+    viewer.resize(windowSize);
+    bool loaded = false;
+    viewer.load(QStringLiteral("g"), {{QStringLiteral("ProfilePath"), profile}},
+                [&](const QString&, bool ok) { loaded = ok; });
+    // the window inside the viewer that OpenGL draws into, as the empty one is
+    QObject::connect(viewer.findChild<QOpenGLWindow*>(), &QOpenGLWindow::frameSwapped, [&] {
+        if (loaded && viewer.isSettled())
+            done();
+    });
+    viewer.show();
+    return QGuiApplication::exec();
+}
+
+/// Milliseconds until the child with @p arguments is done; negative when it fails.
+double timeOf(const QStringList& arguments)
+{
+    QProcess child;
+    QElapsedTimer timer;
+    timer.start();
+    child.start(QCoreApplication::applicationFilePath(), arguments);
+    if (!child.waitForReadyRead(60000) || !child.readAllStandardOutput().startsWith("done"))
+        return -1;
+    const double elapsed = static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+    child.waitForFinished();
+    return elapsed;
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    const QString profile = QStringLiteral("/usr/share/color/icc/colord/sRGB.icc");
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("plain"))
+        return showEmptyWindow(true);
+    if (arguments.value(1) == QLatin1String("empty"))
+        return showEmptyWindow(false);
+    if (arguments.value(1) == QLatin1String("gamut"))
+        return showGamut(profile);
+
+    const int runs = std::max(1, arguments.value(1, QStringLiteral("15")).toInt());
+    std::vector<double> plain, empty, gamut, over;
+    for (int i = -1; i < runs; ++i) {
+        const double p = timeOf({QStringLiteral("plain")}), e = timeOf({QStringLiteral("empty")}),
+                     g = timeOf({QStringLiteral("gamut")});
+        if (p < 0 || e < 0 || g < 0) {
+            std::fputs("a child drew nothing\n", stderr);
+            return 1;
+        }
+        if (i < 0)
+            continue;
+        plain.push_back(p);
+        empty.push_back(e);
+        gamut.push_back(g);
+        over.push_back(g - e);
+    }
+    std::printf(
+        "medians of %d, ms: plain empty window %.0f, antialiased empty window %.0f, first picture of a "
+        "gamut %.0f, over the latter window %.0f\n",
+        runs, median(plain), median(empty), median(gamut), median(over));
+}

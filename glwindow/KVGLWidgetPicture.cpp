@@ -1,0 +1,108 @@
+#include <glwindow/ContextScope.h>
+#include <glwindow/KVGLWidget.h>
+#include <glwindow/PictureTiles.h>
+
+#include <QtGui/QOpenGLExtraFunctions>
+#include <QtOpenGL/QOpenGLFramebufferObject>
+
+#include <cstring>
+
+namespace {
+
+// Multisampled, with depth, about a quarter of a gigabyte; every OpenGL can have it.
+constexpr int longestTile = 2048;
+
+/// Keeps the framebuffer and the viewport that are set.
+class TargetKeeper
+{
+public:
+    explicit TargetKeeper(QOpenGLFunctions* gl) : m_gl(gl)
+    {
+        m_gl->glGetIntegerv(GL_FRAMEBUFFER_BINDING, &m_framebuffer);
+        m_gl->glGetIntegerv(GL_VIEWPORT, m_viewport);
+    }
+    ~TargetKeeper()
+    {
+        m_gl->glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(m_framebuffer));
+        m_gl->glViewport(m_viewport[0], m_viewport[1], m_viewport[2], m_viewport[3]);
+    }
+    Q_DISABLE_COPY_MOVE(TargetKeeper)
+
+private:
+    QOpenGLFunctions* m_gl;
+    GLint m_framebuffer = 0;
+    GLint m_viewport[4] = {};
+};
+
+/// Copies the part of @p drawn, the picture of a tile, to where it belongs in @p whole.
+void place(const PictureTile& tile, const QImage& drawn, QImage& whole)
+{
+    const QPoint from = tile.part.topLeft() - tile.drawn.topLeft();
+    const auto bytes = static_cast<size_t>(tile.part.width()) * sizeof(QRgb);
+    for (int y = 0; y < tile.part.height(); ++y)
+        std::memcpy(whole.scanLine(tile.part.y() + y) + static_cast<size_t>(tile.part.x()) * sizeof(QRgb),
+                    drawn.constScanLine(from.y() + y) + static_cast<size_t>(from.x()) * sizeof(QRgb), bytes);
+}
+
+} // namespace
+
+/// What a multisampled framebuffer holds.
+QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
+{
+    // It cannot be read as it is: resolve it into one of our own, and bind that one to read from it.
+    QOpenGLFramebufferObject plain(size, QOpenGLFramebufferObject::NoAttachment);
+    QOpenGLExtraFunctions* gl = context()->extraFunctions();
+    const TargetKeeper keeper(gl);
+    gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
+    gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, plain.handle());
+    gl->glBlitFramebuffer(0, 0, size.width(), size.height(), 0, 0, size.width(), size.height(),
+                          GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    gl->glBindFramebuffer(GL_FRAMEBUFFER, plain.handle());
+    QImage image = plain.toImage();
+    // Blending leaves an alpha below one where translucent things are; the window shows the colours
+    // as they stand, so the picture is opaque with those very colours.
+    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied
+                                  ? QImage::Format_RGBX8888
+                                  : QImage::Format_RGB32);
+    return image.convertToFormat(QImage::Format_RGB888).convertToFormat(QImage::Format_RGB32);
+}
+
+QImage KVGLWidget::picture()
+{
+    if (m_drawnFrames == 0 || !context())
+        return {};
+    const ContextScope scope(this);
+    QImage image = resolved(defaultFramebufferObject(), m_drawnSize);
+    image.setDevicePixelRatio(devicePixelRatio());
+    return image;
+}
+
+QImage KVGLWidget::picture(const QSize& size)
+{
+    if (size.isEmpty() || m_drawnFrames == 0 || !context())
+        return {};
+    QImage whole(size, QImage::Format_RGB32);
+    if (whole.isNull())
+        return {};
+    // after the picture: what memory has no place for would have billions of tiles
+    const QList<PictureTile> tiles = pictureTiles(size, longestTile);
+
+    const ContextScope scope(this);
+    QOpenGLFramebufferObjectFormat format; // as that of the window
+    format.setSamples(requestedFormat().samples());
+    format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
+    const QSize tileSize = tiles.first().drawn.size();
+    QOpenGLFramebufferObject target(tileSize, format);
+    const TargetKeeper keeper(context()->functions());
+
+    CameraState camera = m_camera;
+    camera.setAspect(size.width(), size.height());
+    m_mustDraw = m_mustDraw || !m_root.isSettled(); // what changed counts as drawn after this
+    for (const PictureTile& tile : tiles) {
+        target.bind();
+        m_functions.glViewport(0, 0, tileSize.width(), tileSize.height());
+        drawScene(camera, tile.fromWhole(size) * camera.projectionMatrix());
+        place(tile, resolved(target.handle(), tileSize), whole);
+    }
+    return whole;
+}
