@@ -1,25 +1,19 @@
 # Where the library finds its shaders and the plane texture at run time: the folder "Resources"
 # beside the folder of the application's binary.
 
-set(KV3DVIEWER_RESOURCES_DIR "${CMAKE_CURRENT_SOURCE_DIR}/resources" CACHE INTERNAL "")
+set(KV3DViewer_RESOURCES_DIR "${CMAKE_CURRENT_SOURCE_DIR}/resources")
+include(KV3DViewerPlaceResources)
 
 # Copies the resources to DESTINATION with every build that finds them changed.
 function(kv_stage_resources destination)
-    file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${KV3DVIEWER_RESOURCES_DIR}"
-        "${KV3DVIEWER_RESOURCES_DIR}/Shaders/*" "${KV3DVIEWER_RESOURCES_DIR}/Images/*")
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${KV3DViewer_RESOURCES_DIR}"
+        "${KV3DViewer_RESOURCES_DIR}/Shaders/*" "${KV3DViewer_RESOURCES_DIR}/Images/*")
     set(staged)
     foreach(file IN LISTS files)
         add_custom_command(OUTPUT "${destination}/${file}"
-            COMMAND ${CMAKE_COMMAND} -E copy "${KV3DVIEWER_RESOURCES_DIR}/${file}" "${destination}/${file}"
-            DEPENDS "${KV3DVIEWER_RESOURCES_DIR}/${file}" VERBATIM)
+            COMMAND ${CMAKE_COMMAND} -E copy "${KV3DViewer_RESOURCES_DIR}/${file}" "${destination}/${file}"
+            DEPENDS "${KV3DViewer_RESOURCES_DIR}/${file}" VERBATIM)
         list(APPEND staged "${destination}/${file}")
     endforeach()
     add_custom_target(KV3DViewerResources ALL DEPENDS ${staged})
-endfunction()
-
-# For a host: places the resources where the viewer looks for them when TARGET runs.
-function(kv3dviewer_place_resources target)
-    add_custom_command(TARGET ${target} POST_BUILD
-        COMMAND ${CMAKE_COMMAND} -E copy_directory "${KV3DVIEWER_RESOURCES_DIR}"
-            "$<TARGET_FILE_DIR:${target}>/../Resources" VERBATIM)
 endfunction()

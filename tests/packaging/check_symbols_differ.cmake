@@ -1,0 +1,21 @@
+# The comparison of exported symbols notices one name too many and one too few, and says which.
+cmake_minimum_required(VERSION 3.25)
+file(STRINGS "${LIST}" names)
+list(GET names 0 first)
+set(more "${names}" "KVNobody::nothing()")
+set(less "${names}")
+list(REMOVE_AT less 0)
+
+function(expect_difference names said)
+    list(JOIN names "\n" text)
+    file(WRITE "${WORK}/list.txt" "${text}\n")
+    execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DLIBRARY=${LIBRARY} "-DEXPECTED=${WORK}/list.txt" -P ${SCRIPT}
+        RESULT_VARIABLE result ERROR_VARIABLE output)
+    string(FIND "${output}" "${said}" found)
+    if(result EQUAL 0 OR found LESS 0)
+        message(SEND_ERROR "not said: ${said} (${result})\n${output}")
+    endif()
+endfunction()
+
+expect_difference("${more}" "- KVNobody::nothing()")
+expect_difference("${less}" "+ ${first}")
