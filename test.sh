@@ -25,4 +25,9 @@ if ! ctest --preset dev --parallel "$(nproc)" --no-tests=error; then
     echo "FAILED: some tests did not pass, see above ($(elapsed))."
     exit 1
 fi
+for reason in build/dev/tests/*/*.not_run; do
+    if [[ -e $reason ]]; then
+        echo "Not run: test_$(basename "$reason" .not_run): $(<"$reason")"
+    fi
+done
 echo "All tests passed ($(elapsed))."

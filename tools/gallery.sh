@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Draws all pictures of docs/GALLERY.md again:  tools/gallery.sh [kvgamut]
+# Draws all pictures of docs/GALLERY.md and docs/commands/ again:  tools/gallery.sh [kvgamut]
 #
 # Takes the program of the release or dev build unless told otherwise. The printer's profile comes with
 # the package libgs-common.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
-kvgamut=${1:-}
+kvgamut=${1:+$(realpath "$1")}
 if [[ -z $kvgamut ]]; then
     for build in release dev; do
         [[ -n $kvgamut || ! -x $root/build/$build/bin/kvgamut ]] || kvgamut="$root/build/$build/bin/kvgamut"
@@ -50,3 +50,16 @@ draw bottom sRGB --view bottom
 draw oblique ProPhoto --camera 250,-420,-400
 draw perspective AdobeRGB --angle 60 --camera 130,120,-230
 draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --orthogonal
+draw no-background sRGB DisplayP3 --no-background
+draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
+draw mixed-modes "$printer" sRGB --mode smooth,wireframe --alpha 1,0.6 --grid 9 --intent relative
+
+# The pages of the commands call the printer's profile by a simple name.
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cp "$printer" "$scratch/printer.icc"
+cd "$scratch"
+pictures="$root/docs/pictures"
+"$kvgamut" slice sRGB DisplayP3 printer.icc --lightness 60 --size 640x480 -o "$pictures/slice-lightness.png"
+"$kvgamut" slice sRGB DisplayP3 printer.icc --hue 300 --size 640x480 -o "$pictures/slice-hue.png"
+"$kvgamut" slice sRGB printer.icc --rings --size 640x480 -o "$pictures/slice-rings.png"

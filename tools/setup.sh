@@ -5,14 +5,16 @@
 # Packages of Debian 12 and Ubuntu 24.04 (or newer) with which the program builds and runs.
 kv_run_packages=(
     g++ cmake ninja-build pkg-config
-    qt6-base-dev libqt6opengl6-dev libgl-dev libopengl-dev
+    qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev
     liblcms2-dev libpolyclipping-dev libcli11-dev libxcb1-dev
+    libpng-dev libjpeg-dev libtiff-dev
     libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
 )
-# And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager
-# and a hand for real input.
-kv_test_packages=(libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
-    colord-data libgs-common openbox xdotool)
+# And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager,
+# a hand for real input, Clang for the fuzzers, and what makes the man pages.
+kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
+    colord-data libgs-common openbox xdotool clang libclang-rt-dev help2man
+    debootstrap dpkg-dev desktop-file-utils doxygen jq)
 
 kv_is_installed() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
@@ -66,7 +68,7 @@ kv_check_without_apt() {
     for tool in c++ cmake ninja pkg-config; do
         if ! command -v "$tool" >/dev/null; then
             echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base and OpenGL)," \
-                "Little CMS 2, Clipper (polyclipping), CLI11, libxcb, Xvfb with xauth, Mesa and the Liberation" \
+                "Little CMS 2, Clipper (polyclipping), CLI11, libxcb, libpng, libjpeg-turbo, libtiff, Xvfb with xauth, Mesa and the Liberation" \
                 "fonts; for the tests also GoogleTest and Google Benchmark. ($tool was not found.)" >&2
             return 1
         fi

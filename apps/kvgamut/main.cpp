@@ -1,16 +1,26 @@
-#include "Command.h"
-#include "ExitCode.h"
-#include "RenderCommand.h"
-#include "Say.h"
-#include "ViewCommand.h"
+#include "commands/Command.h"
+#include "commands/CompareCommand.h"
+#include "commands/ExitCode.h"
+#include "commands/ExportCommand.h"
+#include "commands/InfoCommand.h"
+#include "commands/InsideCommand.h"
+#include "commands/RenderCommand.h"
+#include "commands/Say.h"
+#include "commands/SliceCommand.h"
+#include "commands/ViewCommand.h"
+#include "commands/VolumeCommand.h"
 
 #include <QtCore/QtGlobal>
 
+#include <cctype>
 #include <clocale>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <langinfo.h>
 #include <memory>
+#include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -23,6 +33,15 @@ void useUtf8Locale()
         qputenv("LC_ALL", "C.UTF-8");
 }
 
+/// Gives the places of closed standard files to ones that refuse to be used: otherwise the next file
+/// that is opened would take such a place, and what is printed would go into it.
+void holdStandardFiles()
+{
+    for (int file = STDIN_FILENO; file <= STDERR_FILENO; ++file)
+        if (fcntl(file, F_GETFD) == -1) // the first that is free is this one
+            open("/dev/null", file == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
 int answer(const CLI::App& program, const CLI::ParseError& end)
 {
     if (end.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
@@ -31,10 +50,25 @@ int answer(const CLI::App& program, const CLI::ParseError& end)
     return WrongUsage;
 }
 
+/// The words of the command line, last first, as the parser takes them. A number like "-.5" would be
+/// taken for an option: it is given its 0.
+std::vector<std::string> wordsOf(int argc, char** argv)
+{
+    std::vector<std::string> words;
+    for (int i = argc - 1; i > 0; --i) {
+        std::string word = argv[i];
+        if (word.size() > 2 && word.starts_with("-.") && std::isdigit(static_cast<unsigned char>(word[2])))
+            word.insert(1, "0");
+        words.push_back(word);
+    }
+    return words;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    holdStandardFiles();
     useUtf8Locale();
     std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error to report, not to die of
 
@@ -42,14 +76,21 @@ int main(int argc, char** argv)
     program.set_version_flag("--version", "kvgamut " KVGAMUT_VERSION);
     program.require_subcommand(1);
     program.footer("Exit codes: 0 done, 1 some input could not be used, 2 wrong usage,\n"
-                   "3 the output could not be written or there is nothing to draw on.");
+                   "3 the output could not be written or there is nothing to draw on,\n"
+                   "4 the picture differs from its reference (render).");
 
     std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<InfoCommand>(program));
+    commands.push_back(std::make_unique<VolumeCommand>(program));
+    commands.push_back(std::make_unique<CompareCommand>(program));
+    commands.push_back(std::make_unique<InsideCommand>(program));
+    commands.push_back(std::make_unique<SliceCommand>(program));
+    commands.push_back(std::make_unique<ExportCommand>(program));
     commands.push_back(std::make_unique<RenderCommand>(program));
     commands.push_back(std::make_unique<ViewCommand>(program));
 
     try {
-        program.parse(argc, argv);
+        program.parse(wordsOf(argc, argv));
     } catch (const CLI::ParseError& end) {
         return answer(program, end);
     }

@@ -43,6 +43,7 @@ QProcessEnvironment kvtest::environment()
     static const QTemporaryDir runtime; // Qt warns where there is none
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // no settings of the person who tests
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
     return env;
 }

@@ -1,4 +1,4 @@
-#include "BuiltInProfiles.h"
+#include "model/BuiltInProfiles.h"
 
 #include <gtest/gtest.h>
 #include <lcms2.h>

@@ -43,8 +43,8 @@ TEST_F(CommandLineTest, helpNamesTheCommandsAndTheExitCodes)
 {
     const Answer answer = kvgamut({QStringLiteral("--help")});
     EXPECT_TRUE(succeeded(answer));
-    for (const char* part :
-         {"render", "view", "--version", "0 done", "1 some input", "2 wrong usage", "3 the output"})
+    for (const char* part : {"slice", "export", "render", "view", "--version", "0 done", "1 some input", "2 wrong usage",
+                             "3 the output", "4 the picture differs"})
         EXPECT_TRUE(answer.output.contains(part)) << part;
 }
 
@@ -52,12 +52,41 @@ TEST_F(CommandLineTest, helpOfRenderNamesItsOptionsAndTheBuiltInProfiles)
 {
     const Answer answer = kvgamut({QStringLiteral("render"), QStringLiteral("--help")});
     EXPECT_TRUE(succeeded(answer));
-    for (const char* part :
-         {"--output", "--size",       "--view",          "--camera",     "--look-at", "--mode",
-          "--alpha",  "--color",      "--ambient",       "--background", "--intent",  "--bpc",
-          "--grid",   "--orthogonal", "--angle",         "--no-grid",    "--no-axes", "--plane",
-          "--clip",   "--primaries",  "--no-projection", "--no-surface", "--markers", "--points",
-          "--line",   "sRGB",         "AdobeRGB",        "DisplayP3",    "Rec2020",   "ProPhoto"})
+    for (const char* part : {"--output",
+                             "--size",
+                             "--view",
+                             "--camera",
+                             "--look-at",
+                             "--mode",
+                             "--alpha",
+                             "--color",
+                             "--ambient",
+                             "--background",
+                             "--intent",
+                             "--bpc",
+                             "--grid",
+                             "--orthogonal",
+                             "--angle",
+                             "--no-grid",
+                             "--no-axes",
+                             "--plane",
+                             "--clip",
+                             "--primaries",
+                             "--no-projection",
+                             "--no-surface",
+                             "--markers",
+                             "--points",
+                             "--line",
+                             "--light",
+                             "--light-color",
+                             "--no-background",
+                             "--reference",
+                             "--reference-threshold",
+                             "sRGB",
+                             "AdobeRGB",
+                             "DisplayP3",
+                             "Rec2020",
+                             "ProPhoto"})
         EXPECT_TRUE(answer.output.contains(part)) << part;
 }
 
@@ -282,6 +311,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"angleTooWide", "sRGB -o @ --angle 180", "--angle"},
                     Misuse{"unknownColour", "sRGB -o @ --color red,blurple", "blurple"},
                     Misuse{"unknownBackground", "sRGB -o @ --background 17", "--background"},
+                    Misuse{"modeEmpty", "sRGB -o @ --mode smooth,", "--mode"},
+                    Misuse{"lightOfTwo", "sRGB -o @ --light 1,2", "--light"},
+                    Misuse{"unknownLightColour", "sRGB -o @ --light-color blurple", "--light-color"},
+                    Misuse{"backgroundAndNone", "sRGB -o @ --background red --no-background", "--background"},
+                    Misuse{"thresholdWithoutReference", "sRGB -o @ --reference-threshold 1", "--reference"},
+                    Misuse{"negativeThreshold", "sRGB -o @ --reference x --reference-threshold -1",
+                           "--reference-threshold"},
+                    Misuse{"outputOverTheReference", "sRGB -o @ --reference @", "reference"},
                     Misuse{"unknownIntent", "sRGB -o @ --intent wild", "--intent"},
                     Misuse{"clipOfWords", "sRGB -o @ --clip high", "--clip"},
                     Misuse{"markerTypeWithoutMarkers", "sRGB -o @ --marker-type cube", "--markers"},

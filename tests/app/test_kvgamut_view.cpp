@@ -1,74 +1,34 @@
-#include "Picture.h"
-#include "Program.h"
+#include "ScreenWindows.h"
+#include "ViewTest.h"
 
+#include <QtCore/QMimeData>
 #include <QtCore/QProcess>
-#include <QtGui/QGuiApplication>
+#include <QtCore/QUrl>
+#include <QtGui/QDrag>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPixmap>
-#include <QtGui/QScreen>
+#include <QtGui/QRasterWindow>
 #include <QtTest/QTest>
 
 using namespace kvtest;
 
 namespace {
 
-constexpr int longestWaitMs = 20000;
-
-/// `kvgamut view`, running, on the screen of this test.
-class ViewTest : public ProgramTest
-{
-protected:
-    void open(const QStringList& arguments)
-    {
-        m_process.setProcessEnvironment(environment());
-        m_process.start(QStringLiteral(KVGAMUT_BINARY), QStringList{QStringLiteral("view")} + arguments);
-        ASSERT_TRUE(m_process.waitForStarted());
-    }
-
-    void TearDown() override
-    {
-        if (m_process.state() == QProcess::NotRunning)
-            return;
-        m_process.terminate();
-        m_process.waitForFinished();
-    }
-
-    static QImage screenshot() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
-
-    /// Whether the pixels of @p devices come to show them, in a window at the origin of the screen
-    /// that is seen through @p camera.
-    static bool comeToShow(const std::vector<Device>& devices, const PinholeCamera& camera)
-    {
-        return QTest::qWaitFor(
-            [&] {
-                const QImage screen = screenshot();
-                return std::all_of(devices.begin(), devices.end(), [&](const Device& device) {
-                    const QColor seen = screen.pixelColor(camera.pixelOf(labOf(device)));
-                    return difference(seen, colorOf(device)) <= 12;
-                });
-            },
-            longestWaitMs);
-    }
-
-    QProcess m_process;
-    const std::vector<Device> upperFaces{
-        {1, 0.5, 0.25}, {0.5, 1, 0.25}, {0.25, 1, 0.5}, {0.5, 0.25, 1}, {0.5, 0.75, 1}};
-};
-
 TEST_F(ViewTest, showsTheGamutInAWindow)
 {
-    open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("500x500"),
+    open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("1270x750"),
           QStringLiteral("--view"), QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
-    EXPECT_TRUE(comeToShow(upperFaces, topCamera({500, 500})));
+    EXPECT_TRUE(comeToShow(upperFaces));
+    EXPECT_EQ(placeOnScreen(QStringLiteral("kvgamut$")).size(), QSize(1270, 750));
     EXPECT_EQ(m_process.state(), QProcess::Running);
-    EXPECT_TRUE(m_process.readAllStandardError().isEmpty());
+    EXPECT_EQ(m_process.readAllStandardError(), "");
 }
 
 TEST_F(ViewTest, showsTheRestWhenOneInputIsBad)
 {
-    open({QStringLiteral("missing.icc"), QStringLiteral("sRGB"), QStringLiteral("--size"),
-          QStringLiteral("500x500"), QStringLiteral("--view"), QStringLiteral("top"),
-          QStringLiteral("--ambient"), QStringLiteral("1")});
-    EXPECT_TRUE(comeToShow(upperFaces, topCamera({500, 500})));
+    open({QStringLiteral("missing.icc"), QStringLiteral("sRGB"), QStringLiteral("--view"),
+          QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
+    EXPECT_TRUE(comeToShow(upperFaces));
     EXPECT_EQ(m_process.readAllStandardError(), "kvgamut: there is no file 'missing.icc'\n");
 }
 
@@ -79,6 +39,93 @@ TEST_F(ViewTest, endsWhenThereIsNothingToShow)
     const Answer grey = kvgamut({QStringLiteral("view"), QStringLiteral(KVGAMUT_GREY_PROFILE)});
     EXPECT_EQ(grey.exitCode, 1);
     EXPECT_EQ(grey.errors.count('\n'), 1);
+}
+
+TEST_F(ViewTest, staysWithNothingToShowWhenAskedTo)
+{
+    open({QStringLiteral("missing.icc"), QStringLiteral("--stay")});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^kvgamut$")).isEmpty(); }, longestWaitMs));
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return !m_process.readAllStandardError().isEmpty(); }, longestWaitMs));
+    EXPECT_EQ(m_process.state(), QProcess::Running);
+}
+
+TEST_F(ViewTest, waitsForFilesWhenNothingIsNamed)
+{
+    open({});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^kvgamut$")).isEmpty(); }, longestWaitMs));
+    EXPECT_EQ(m_process.state(), QProcess::Running);
+    EXPECT_EQ(m_process.readAllStandardError(), "");
+}
+
+TEST_F(ViewTest, restoresASession)
+{
+    write(path(QStringLiteral("top.kvsession")),
+          R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB", "ambient": 1}],
+              "view": {"eye": [522.48712, 0, -0.0001], "lookAt": [50, 0, 0]}})");
+    open({QStringLiteral("--session"), path(QStringLiteral("top.kvsession"))});
+    EXPECT_TRUE(comeToShow(upperFaces));
+    EXPECT_EQ(m_process.readAllStandardError(), "");
+}
+
+TEST_F(ViewTest, endsWhenTheSessionIsNone)
+{
+    write(path(QStringLiteral("a b.kvsession")), "hello");
+    const QString file = path(QStringLiteral("a b.kvsession"));
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("--session"), file}), 1,
+                           QStringLiteral("kvgamut: '%1': it is no session of this program").arg(file)));
+}
+
+/// A window from which a file can be dragged into other programs.
+class DragSource : public QRasterWindow
+{
+public:
+    explicit DragSource(const QString& file) : m_file(file)
+    {
+        setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint);
+        setGeometry(0, 0, 40, 40);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {}
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        if (!(event->buttons() & Qt::LeftButton))
+            return;
+        auto* data = new QMimeData;
+        data->setUrls({QUrl::fromLocalFile(m_file)});
+        auto* drag = new QDrag(this); // lives until the other program has fetched what it wants
+        drag->setMimeData(data);
+        drag->exec(Qt::CopyAction);
+    }
+
+private:
+    const QString m_file;
+};
+
+TEST_F(ViewTest, opensAFileThatIsDroppedOntoTheScene)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("1200x900")});
+    ASSERT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^view$")).isEmpty(); }, longestWaitMs));
+    DragSource source(QStringLiteral(KVGAMUT_CMYK_PROFILE));
+    source.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&source));
+    const QPoint target = placeOnScreen(QStringLiteral("^view$")).center();
+    QProcess hand;
+    hand.start(
+        QStringLiteral("bash"),
+        {QStringLiteral("-c"),
+         QStringLiteral("xdotool mousemove 10 10 sleep 0.1 mousedown 1 sleep 0.1 mousemove 20 20 sleep 0.3 "
+                        "mousemove %1 %2 sleep 0.3 mousemove_relative 5 5 sleep 0.3 mouseup 1")
+             .arg(target.x())
+             .arg(target.y())});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("default_cmyk.icc.*kvgamut$")).isEmpty(); },
+                        longestWaitMs));
+    hand.waitForFinished();
 }
 
 TEST_F(ViewTest, refusesWhatIsNoOptionOfIts)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Command.h"
+#include "ReportOptions.h"
+#include "model/GamutSettings.h"
+
+#include <QtCore/QStringList>
+
+/// `kvgamut compare`: what pairs of gamuts have in common.
+class CompareCommand : public Command
+{
+public:
+    explicit CompareCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    QStringList m_names;
+    GamutSettings m_settings;
+    ReportOptions m_report;
+    bool m_matrix = false; ///< all pairs, not only those with the first
+};

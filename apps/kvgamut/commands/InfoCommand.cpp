@@ -1,0 +1,105 @@
+#include "InfoCommand.h"
+
+#include "ExitCode.h"
+#include "GamutInputs.h"
+#include "ProfileOptions.h"
+#include "Say.h"
+#include "model/GamutWords.h"
+#include "model/ProfileFacts.h"
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+using Input = GamutInputs::Input;
+using Kind = Table::Kind;
+
+Table emptyTable()
+{
+    Table table;
+    table.blocks = true;
+    table.add("profile", "profile", Kind::Word);
+    table.add("kind", "kind", Kind::Word);
+    table.add("description", "description", Kind::Word);
+    table.add("class", "class", Kind::Word);
+    table.add("device_space", "device space", Kind::Word);
+    table.add("channels", "channels", Kind::Whole);
+    table.add("pcs", "PCS", Kind::Word);
+    table.add("version", "version", Kind::Word);
+    table.add("intents", "intents", Kind::Words);
+    table.add("tables", "tables", Kind::Words);
+    table.add("intent", "with intent", Kind::Word);
+    table.add("bpc", "with bpc", Kind::Flag);
+    table.add("grid", "with grid", Kind::Whole);
+    table.add("white", "white", Kind::Colour, 3, 2);
+    table.add("black", "black", Kind::Colour, 3, 2);
+    table.add("copyright", "copyright", Kind::Word);
+    table.add("saved_of", "saved of", Kind::Word);
+    table.add("no_gamut", "no gamut", Kind::Word);
+    return table;
+}
+
+QVariant unlessEmpty(const QString& text)
+{
+    return text.isEmpty() ? QVariant() : QVariant(text);
+}
+
+/// The fields of a row that are known of the gamut, by their places.
+Table::Row rowOf(const Input& input)
+{
+    const bool isSaved = input.source.isSaved();
+    const KVGamut::Report report = input.gamut.report();
+    const ProfileFacts facts = isSaved ? ProfileFacts() : ProfileFacts::of(input.source.profile()->bytes);
+    const auto ofGamut = [&](const QVariant& value) { return input.hasGamut() ? value : QVariant(); };
+    const auto ofProfile = [&](const QVariant& value) { return isSaved ? QVariant() : value; };
+    return {input.source.name(),
+            isSaved ? QStringLiteral("saved gamut") : QStringLiteral("profile"),
+            unlessEmpty(facts.description),
+            unlessEmpty(facts.deviceClass),
+            unlessEmpty(facts.deviceSpace),
+            isSaved ? report.channels : facts.channels,
+            unlessEmpty(facts.pcs),
+            unlessEmpty(facts.version),
+            ofProfile(facts.intents),
+            ofProfile(facts.tables),
+            ofGamut(GamutWords::intent(report.intent)),
+            ofGamut(GamutWords::blackPointCompensated(report)),
+            ofGamut(report.gridPoints),
+            ofGamut(GamutWords::lab(report.white)),
+            ofGamut(GamutWords::lab(report.black)),
+            unlessEmpty(facts.copyright),
+            unlessEmpty(input.source.savedProfile()),
+            unlessEmpty(input.gamut.reason())};
+}
+
+} // namespace
+
+InfoCommand::InfoCommand(CLI::App& program)
+    : Command(program, "info", "Print what profiles say of themselves, and their white and black")
+{
+    declareInputs(parser(), m_names);
+    declareSettings(parser(), m_settings);
+    m_report.declare(parser());
+    ReportOptions::endHelp(
+        parser(), "White and black are L*, a*, b* (D50) with the intent asked for. A profile without a gamut "
+                  "is\ntold about as well, with the reason.");
+}
+
+int InfoCommand::run(Arguments arguments)
+{
+    const QCoreApplication application(arguments.count, arguments.values);
+    Progress progress(m_report.quiet);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    progress.clear();
+    Table table = emptyTable();
+    bool allOpen = true;
+    for (const Input& input : inputs.all) {
+        if (input.source.isOpen()) {
+            table.rows.append(rowOf(input));
+        } else {
+            say(input.problem());
+            allOpen = false;
+        }
+    }
+    return m_report.print(table, allOpen);
+}

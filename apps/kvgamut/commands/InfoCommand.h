@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Command.h"
+#include "ReportOptions.h"
+#include "model/GamutSettings.h"
+
+#include <QtCore/QStringList>
+
+/// `kvgamut info`: what profiles and saved gamuts say of themselves.
+class InfoCommand : public Command
+{
+public:
+    explicit InfoCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    QStringList m_names;
+    GamutSettings m_settings;
+    ReportOptions m_report;
+};

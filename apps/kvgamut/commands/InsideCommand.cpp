@@ -1,0 +1,201 @@
+#include "InsideCommand.h"
+
+#include "GamutInputs.h"
+#include "OptionValues.h"
+#include "ProfileOptions.h"
+#include "Say.h"
+#include "model/GamutWords.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using Kind = Table::Kind;
+
+constexpr float mostTolerance = 1000.0f;
+constexpr qsizetype pointsPerStep = 1000; // between two looks at the progress bar
+
+struct Answer
+{
+    MeasuredPoint point;
+    bool inside;
+    KVGamut::Nearest nearest;
+};
+
+Answer answerOf(const KVGamut::GamutObject& gamut, const MeasuredPoint& point)
+{
+    const std::array<float, 3> lab{point.lab.x(), point.lab.y(), point.lab.z()};
+    return {point, gamut.isInside(lab.data()), gamut.nearest(lab.data())};
+}
+
+QList<Answer> answersOf(const KVGamut::GamutObject& gamut, const QList<MeasuredPoint>& points,
+                        Progress& progress)
+{
+    QList<Answer> answers;
+    answers.reserve(points.size());
+    for (const MeasuredPoint& point : points) {
+        if (answers.size() % pointsPerStep == 0)
+            progress.show(static_cast<float>(answers.size()) / static_cast<float>(points.size()),
+                          QStringLiteral("points"));
+        answers.append(answerOf(gamut, point));
+    }
+    return answers;
+}
+
+/// Where points lie, when the surface is as thick as the tolerance.
+struct Zones
+{
+    double tolerance;
+    int in = 0, edge = 0, out = 0;
+
+    bool isEdge(const Answer& answer) const
+    {
+        return std::abs(static_cast<double>(answer.nearest.distance)) <= tolerance;
+    }
+    QString of(const Answer& answer) const
+    {
+        if (isEdge(answer))
+            return QStringLiteral("edge");
+        return answer.inside ? QStringLiteral("in") : QStringLiteral("out");
+    }
+    void count(const Answer& answer) { ++(isEdge(answer) ? edge : answer.inside ? in : out); }
+    QString summary() const { return QStringLiteral("in %1, edge %2, out %3").arg(in).arg(edge).arg(out); }
+};
+
+Table emptyTable(bool withNames, bool withWeights, bool withZones)
+{
+    Table table;
+    table.add("profile", "", Kind::Word);
+    table.add("intent", "", Kind::Word);
+    table.add("index", "#", Kind::Whole);
+    table.add("name", withNames ? "name" : "", Kind::Word);
+    table.add("lab", "L* a* b*", Kind::Colour, 4, 2);
+    table.add("weight", withWeights ? "weight" : "", Kind::Number, 6, 4);
+    table.add("inside", "inside", Kind::Flag);
+    table.add("distance", "distance", Kind::Number, 4, 2);
+    table.add("nearest", "nearest L* a* b*", Kind::Colour, 4, 2);
+    if (withZones) {
+        table.add("zone", "zone", Kind::Word);
+        table.add("count_in", "", Kind::Whole);
+        table.add("count_edge", "", Kind::Whole);
+        table.add("count_out", "", Kind::Whole);
+    }
+    return table;
+}
+
+Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std::optional<double> tolerance)
+{
+    const bool named = std::any_of(answers.cbegin(), answers.cend(),
+                                   [](const Answer& answer) { return !answer.point.name.isEmpty(); });
+    const bool weighted = std::any_of(answers.cbegin(), answers.cend(),
+                                      [](const Answer& answer) { return answer.point.weight != 1.0; });
+    Table table = emptyTable(named, weighted, tolerance.has_value());
+    Zones zones{tolerance.value_or(0.0)};
+    for (const Answer& answer : answers)
+        zones.count(answer);
+    const QString intent = GamutWords::intent(input.gamut.report().intent);
+    for (const Answer& answer : answers) {
+        Table::Row row{input.source.name(),
+                       intent,
+                       static_cast<int>(table.rows.size()) + 1,
+                       answer.point.name,
+                       answer.point.lab,
+                       answer.point.weight,
+                       answer.inside,
+                       answer.nearest.distance,
+                       GamutWords::lab(answer.nearest.point)};
+        if (tolerance)
+            row += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
+        table.rows.append(row);
+    }
+    if (tolerance)
+        table.summary = zones.summary();
+    return table;
+}
+
+} // namespace
+
+InsideCommand::InsideCommand(CLI::App& program)
+    : Command(program, "inside", "Print which colours lie in a gamut, and how far from its surface")
+{
+    parser()
+        .add_option_function<std::string>(
+            "PROFILE", [this](const std::string& word) { m_name = QString::fromStdString(word); },
+            inputDescription())
+        ->required()
+        ->type_name("");
+    CLI::Option* numbers =
+        parser()
+            .add_option_function<std::vector<std::string>>(
+                "L-a-b", [this](const std::vector<std::string>& words) { takeNumbers(words); },
+                "Colours, three numbers each: L* a* b* (D50)")
+            ->type_name("");
+    CLI::Option* file =
+        parser()
+            .add_option_function<std::string>(
+                "--points", [this](const std::string& word) { m_pointFile = QString::fromStdString(word); },
+                "File of colours instead: CSV, CGATS (.ti3, IT8), CxF, or the pixels of a picture")
+            ->type_name("FILE")
+            ->excludes(numbers);
+    parser()
+        .add_option_function<std::string>(
+            "--tolerance",
+            [this](const std::string& word) {
+                m_tolerance = static_cast<double>(OptionValues::number(word, 0.0f, mostTolerance));
+            },
+            "Also count what lies in, on the edge (no farther than T from the surface) and out")
+        ->type_name("T");
+    declareSettings(parser(), m_settings);
+    m_report.declare(parser());
+    parser().final_callback([numbers, file] {
+        if (numbers->empty() && file->empty())
+            throw CLI::ValidationError("colours are missing: three numbers each, or --points FILE");
+    });
+    ReportOptions::endHelp(
+        parser(), "Distances to the surface are CIE 1976 colour differences of CIELAB (D50), negative "
+                  "inside;\nnearest is the point of the surface at that distance.");
+}
+
+void InsideCommand::takeNumbers(const std::vector<std::string>& words)
+{
+    constexpr float most = 100000.0f;
+    if (words.size() % 3 != 0)
+        throw CLI::ValidationError("a colour has three numbers, L* a* b*, and " +
+                                   std::to_string(words.size()) + " are given");
+    for (std::size_t i = 0; i < words.size(); i += 3) {
+        const auto value = [&](std::size_t k) { return OptionValues::number(words[i + k], -most, most); };
+        m_points.append({QString(), QVector3D(value(0), value(1), value(2)), QColor(), 1.0});
+    }
+}
+
+QList<MeasuredPoint> InsideCommand::points(bool& allRead) const
+{
+    if (m_pointFile.isEmpty())
+        return m_points;
+    const PointSet file = PointSet::read(m_pointFile);
+    for (const QString& word : {file.problem, file.note})
+        if (!word.isEmpty())
+            say(word);
+    allRead = file.problem.isEmpty() && !file.partial;
+    return file.points;
+}
+
+int InsideCommand::run(Arguments arguments)
+{
+    const QCoreApplication application(arguments.count, arguments.values);
+    bool allRead = true;
+    const QList<MeasuredPoint> asked = points(allRead);
+    Progress progress(m_report.quiet);
+    const GamutInputs inputs = GamutInputs::compute({m_name}, m_settings, progress);
+    QList<Answer> answers;
+    if (inputs.all[0].hasGamut())
+        answers = answersOf(inputs.all[0].gamut, asked, progress);
+    progress.clear();
+    allRead = inputs.sayProblems() && allRead;
+    return m_report.print(tableOf(inputs.all[0], answers, m_tolerance), allRead);
+}

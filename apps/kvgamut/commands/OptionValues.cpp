@@ -1,0 +1,91 @@
+#include "OptionValues.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QStringList>
+
+#include <cmath>
+
+namespace {
+
+constexpr int smallestSide = 16;
+constexpr int largestSide = 8192;
+
+[[noreturn]] void refuse(const std::string& word, const QString& expected)
+{
+    throw CLI::ValidationError("'" + word + "' is not " + expected.toStdString());
+}
+
+QStringList partsOf(const std::string& word)
+{
+    return QString::fromStdString(word).split(QLatin1Char(','));
+}
+
+} // namespace
+
+QSize OptionValues::size(const std::string& word)
+{
+    static const QRegularExpression form(QStringLiteral("\\A([0-9]{1,5})[xX]([0-9]{1,5})\\z"));
+    const auto match = form.match(QString::fromStdString(word));
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    const auto fits = [](int side) { return side >= smallestSide && side <= largestSide; };
+    if (!match.hasMatch() || !fits(size.width()) || !fits(size.height()))
+        refuse(word,
+               QStringLiteral("a size like 1024x768 (%1 to %2 each)").arg(smallestSide).arg(largestSide));
+    return size;
+}
+
+QVector3D OptionValues::lab(const std::string& word)
+{
+    QVector3D point;
+    const QStringList parts = partsOf(word);
+    bool ok = parts.size() == 3;
+    for (int i = 0; ok && i < 3; ++i) {
+        point[i] = parts[i].toFloat(&ok);
+        ok = ok && std::isfinite(point[i]);
+    }
+    if (!ok)
+        refuse(word, QStringLiteral("a colour like 50,-20,35 (L*,a*,b*)"));
+    return point;
+}
+
+double OptionValues::real(const std::string& word, double least, double most)
+{
+    bool ok = false;
+    const double value = QString::fromStdString(word).toDouble(&ok);
+    if (!ok || !(value >= least && value <= most)) // also what is not a number
+        refuse(word, QStringLiteral("a number from %1 to %2").arg(least).arg(most));
+    return value;
+}
+
+float OptionValues::number(const std::string& word, float least, float most)
+{
+    return static_cast<float>(real(word, double(least), double(most)));
+}
+
+QList<float> OptionValues::shares(const std::string& word)
+{
+    QList<float> shares;
+    const QStringList parts = partsOf(word);
+    for (const QString& part : parts)
+        shares.append(number(part.toStdString(), 0.0f, 1.0f));
+    return shares;
+}
+
+QColor OptionValues::color(const std::string& word)
+{
+    const QColor color(QString::fromStdString(word));
+    if (!color.isValid())
+        refuse(word, QStringLiteral("a colour like red or #40c0ff"));
+    return color;
+}
+
+QList<QColor> OptionValues::colors(const std::string& word)
+{
+    QList<QColor> colors;
+    const QStringList parts = partsOf(word);
+    for (const QString& part : parts)
+        colors.append(color(part.toStdString()));
+    return colors;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Command.h"
+#include "ItemOptions.h"
+#include "LookOptions.h"
+#include "PictureReference.h"
+#include "ProfileOptions.h"
+
+#include <QtGui/QImage>
+
+class GamutScene;
+
+/// `kvgamut render`: gamuts as a picture in a file. Needs no display.
+class RenderCommand : public Command
+{
+public:
+    explicit RenderCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    int draw();
+    QImage pictureOf(KVGamut3DViewer& viewer) const;
+    QString write(const QImage& picture) const;
+
+    ProfileOptions m_profiles;
+    LookOptions m_look;
+    ItemOptions m_items;
+    PictureReference m_reference;
+    bool m_transparent = false;
+    QString m_output; ///< empty: the picture is only compared
+};

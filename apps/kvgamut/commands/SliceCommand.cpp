@@ -1,0 +1,179 @@
+#include "SliceCommand.h"
+
+#include "ExitCode.h"
+#include "GamutInputs.h"
+#include "OptionValues.h"
+#include "ProfileOptions.h"
+#include "ReportOptions.h"
+#include "Say.h"
+#include "model/OutputFile.h"
+#include "model/slice/SliceFile.h"
+#include "model/slice/SliceReport.h"
+
+#include <QtCore/QFileInfo>
+#include <QtGui/QGuiApplication>
+
+#include <functional>
+
+namespace {
+
+const QStringList& formats()
+{
+    static const QStringList names{QStringLiteral("csv"), QStringLiteral("json"), QStringLiteral("svg"),
+                                   QStringLiteral("png"), QStringLiteral("pdf")};
+    return names;
+}
+
+/// The format that the suffix of @p output names; standard output is CSV.
+QString formatOf(const QString& output)
+{
+    if (output == QLatin1String("-"))
+        return QStringLiteral("csv");
+    const QString suffix = QFileInfo(output).suffix().toLower();
+    if (!formats().contains(suffix))
+        throw CLI::ValidationError("--output", "'" + output.toStdString() +
+                                                   "' ends in none of .csv, .json, .svg, .png and .pdf; "
+                                                   "--format says what to write");
+    return suffix;
+}
+
+} // namespace
+
+SliceCommand::SliceCommand(CLI::App& program)
+    : Command(program, "slice", "Cut gamuts at a lightness or a hue, or draw their gamut rings")
+{
+    declareInputs(parser(), m_names);
+    declareSettings(parser(), m_settings);
+    declareWhat();
+    declareOutput();
+    parser().final_callback([this] {
+        if ((m_plane ? 1 : 0) + (m_rings ? 1 : 0) != 1)
+            throw CLI::RequiredError("One of --lightness, --hue and --rings");
+        if (m_format.isEmpty())
+            m_format = formatOf(m_output);
+    });
+    ReportOptions::endHelp(
+        parser(),
+
+        "Cuts are exact: closed rings whose last point is joined to the first, what is inside to the left.\n"
+        "A cut at a hue is that of a half-plane, from the L* axis outwards.\n"
+        "Gamut rings: the ring of a lightness encloses, in each hue sector, an area equal to the gamut's\n"
+        "volume from black up to that lightness; the outermost encloses the volume.");
+}
+
+void SliceCommand::declareWhat()
+{
+    const auto plane = [this](const char* name, const char* type, SlicePlane::Kind kind, double least,
+                              double most, const char* help) {
+        return parser()
+            .add_option_function<std::string>(
+                name,
+                [this, name, kind, least, most](const std::string& word) {
+                    try {
+                        m_plane = SlicePlane{kind, OptionValues::real(word, least, most)};
+                    } catch (const CLI::ValidationError& refusal) {
+                        throw CLI::ValidationError(name, refusal.what());
+                    }
+                },
+                help)
+            ->type_name(type);
+    };
+    CLI::Option* lightness =
+        plane("--lightness", "L", SlicePlane::Lightness, -100.0, 200.0, "Cut at this L*: a* and b*");
+    CLI::Option* hue = plane("--hue", "H", SlicePlane::Hue, -360.0, 360.0,
+                             "Cut at this hue angle, degrees from +a* towards +b*: C* and L*");
+    hue->excludes(lightness);
+    parser()
+        .add_flag("--rings", m_rings, "Gamut rings, of lightness steps of 10")
+        ->excludes(lightness)
+        ->excludes(hue);
+}
+
+void SliceCommand::declareOutput()
+{
+    const auto taken = [](const char* name, const std::function<void(const std::string&)>& take) {
+        return [name, take](const std::string& word) {
+            try {
+                take(word);
+            } catch (const CLI::ValidationError& refusal) {
+                throw CLI::ValidationError(name, refusal.what());
+            }
+        };
+    };
+    parser()
+        .add_option_function<std::string>(
+            "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
+            "csv, json, svg, png or pdf (what the name of the output ends in; csv to standard output)")
+        ->check(CLI::IsMember({"csv", "json", "svg", "png", "pdf"}).description(""))
+        ->type_name("FORMAT");
+    parser()
+        .add_option_function<std::string>(
+            "-o,--output", [this](const std::string& name) { m_output = QString::fromStdString(name); },
+            "File to write, whole or not at all; - for standard output (the default)")
+        ->type_name("FILE");
+    parser()
+        .add_option_function<std::string>(
+            "--size", taken("--size", [this](const std::string& w) { m_size = OptionValues::size(w); }),
+            "Size of a drawing in pixels, 1/96 inch on a page (1000x750)")
+        ->type_name("WxH");
+    parser()
+        .add_option_function<std::string>(
+            "--color", taken("--color", [this](const std::string& w) { m_colors = OptionValues::colors(w); }),
+            "A colour for each gamut in order, in a drawing")
+        ->type_name("C[,C...]");
+    parser().add_flag("--quiet", m_quiet, "No progress bar, which a terminal shows after half a second");
+}
+
+bool SliceCommand::isDrawing() const
+{
+    return m_format != QLatin1String("csv") && m_format != QLatin1String("json");
+}
+
+int SliceCommand::run(Arguments arguments)
+{
+    silenceLibraries(false);
+    if (!isDrawing()) {
+        const QCoreApplication application(arguments.count, arguments.values);
+        return report();
+    }
+    // text is all that a drawing needs of the platform: no display
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(arguments.count, arguments.values);
+    return report();
+}
+
+int SliceCommand::report() const
+{
+    Progress progress(m_quiet);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    progress.clear();
+    const bool allUsed = inputs.sayProblems();
+    const QList<GamutInputs::Input> usable = inputs.usable();
+    if (usable.isEmpty())
+        return BadInput; // nothing to write
+
+    SliceReport slices(m_plane);
+    for (qsizetype i = 0; i < inputs.all.size(); ++i)
+        if (inputs.all[i].hasGamut())
+            slices.add(inputs.all[i].source.name(), inputs.all[i].gamut,
+                       m_colors.value(i, SliceDrawing::usualColor(i)));
+    const QString problem = writeOutput(m_output, fileOf(slices));
+    if (!problem.isEmpty()) {
+        say(problem);
+        return BadOutput;
+    }
+    return allUsed ? Done : BadInput;
+}
+
+QByteArray SliceCommand::fileOf(const SliceReport& report) const
+{
+    if (m_format == QLatin1String("csv"))
+        return report.csv();
+    if (m_format == QLatin1String("json"))
+        return report.json();
+    if (m_format == QLatin1String("svg"))
+        return SliceFile::svg(report.drawing(), m_size);
+    if (m_format == QLatin1String("pdf"))
+        return SliceFile::pdf(report.drawing(), m_size);
+    return SliceFile::png(report.drawing(), m_size);
+}

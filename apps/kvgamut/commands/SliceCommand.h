@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Command.h"
+#include "model/GamutSettings.h"
+#include "model/slice/GamutSlice.h"
+
+#include <QtCore/QSize>
+#include <QtCore/QStringList>
+#include <QtGui/QColor>
+
+#include <optional>
+
+class SliceReport;
+
+/// `kvgamut slice`: gamuts cut by a plane, or their gamut rings, as data or as a drawing.
+class SliceCommand : public Command
+{
+public:
+    explicit SliceCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    void declareWhat();
+    void declareOutput();
+    bool isDrawing() const;
+    int report() const;
+    QByteArray fileOf(const SliceReport& report) const;
+
+    QStringList m_names;
+    GamutSettings m_settings;
+    std::optional<SlicePlane> m_plane; ///< without one: gamut rings
+    bool m_rings = false;
+    QString m_format; ///< csv, json, svg, png or pdf; when all options were read
+    QString m_output = QStringLiteral("-");
+    QSize m_size{1000, 750};
+    QList<QColor> m_colors;
+    bool m_quiet = false;
+};

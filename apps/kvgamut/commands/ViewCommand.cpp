@@ -1,0 +1,94 @@
+#include "ViewCommand.h"
+
+#include "ExitCode.h"
+#include "Say.h"
+#include "Screen.h"
+#include "desktop/MainWindow.h"
+
+#include <QtWidgets/QApplication>
+
+namespace {
+
+GamutLook lookOf(const LookOptions& options, qsizetype position)
+{
+    GamutLook look;
+    look.mode = options.mode(position);
+    look.opacity = options.alpha(position, position == 0);
+    look.color = options.color(position);
+    look.ambient = options.ambient;
+    look.surface = options.surface;
+    look.projection = options.projection;
+    look.primaries = options.primaries;
+    return look;
+}
+
+} // namespace
+
+ViewCommand::ViewCommand(CLI::App& program)
+    : Command(program, "view", "Show, measure and compare gamuts in a window")
+{
+    m_profiles.declare(parser());
+    parser().get_option("PROFILE")->required(false);
+    m_look.size = QSize(1280, 800);
+    m_look.declare(parser());
+    parser().final_callback([this] { m_look.check(); });
+    parser()
+        .add_option_function<std::string>(
+            "--session", [this](const std::string& word) { m_session = QString::fromStdString(word); },
+            "Restore what was saved of a window")
+        ->type_name("FILE");
+    parser().add_flag("--stay", m_stay, "Keep the window when nothing that was named can be shown");
+}
+
+int ViewCommand::run(Arguments arguments)
+{
+    if (!Screen::isPresent()) {
+        say(QStringLiteral("there is no display to open a window on; 'kvgamut render' needs none"));
+        return BadOutput;
+    }
+    Screen::choosePlatform();
+    silenceLibraries(m_profiles.verbose);
+
+    const QApplication application(arguments.count, arguments.values);
+    QApplication::setApplicationName(QStringLiteral("kvgamut"));
+    const QString problem = Screen::openGLProblem();
+    if (!problem.isEmpty()) {
+        say(problem);
+        return BadOutput;
+    }
+
+    MainWindow window;
+    bool allShown = true;
+    QObject::connect(&window, &MainWindow::problem, [&allShown](const QString& message) {
+        allShown = false;
+        say(message);
+    });
+    show(window);
+    const bool somethingNamed = !m_profiles.profiles.isEmpty() || !m_session.isEmpty();
+    const auto isEmpty = [&window] { return window.gamuts().rowCount() + window.points().rowCount() == 0; };
+    const auto endWhenEmpty = [&] {
+        if (!m_stay && somethingNamed && isEmpty())
+            QApplication::quit(); // there is nothing to look at
+    };
+    QObject::connect(&window, &MainWindow::loadingEnded, &window, endWhenEmpty, Qt::SingleShotConnection);
+    if (!m_stay && somethingNamed && isEmpty())
+        return BadInput;
+    window.resize(m_look.size);
+    window.show();
+    QApplication::exec();
+    return allShown ? Done : BadInput;
+}
+
+/// What the command line names: a session, and gamuts beside it; a look that is given for all of it.
+void ViewCommand::show(MainWindow& window) const
+{
+    if (!m_session.isEmpty())
+        window.openSession(m_session);
+    else
+        m_look.applyTo(window.viewer());
+    for (qsizetype i = 0; i < m_profiles.profiles.size(); ++i)
+        window.addGamut(m_profiles.profiles[i], m_profiles.settings, lookOf(m_look, i));
+    window.showViewState();
+    if (!m_session.isEmpty() || m_look.view || m_look.camera)
+        window.keepCamera();
+}

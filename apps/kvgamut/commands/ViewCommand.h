@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Command.h"
+#include "LookOptions.h"
+#include "ProfileOptions.h"
+
+class MainWindow;
+
+/// `kvgamut view`: gamuts in a window, to be looked at, changed and compared.
+class ViewCommand : public Command
+{
+public:
+    explicit ViewCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    void show(MainWindow& window) const;
+
+    ProfileOptions m_profiles;
+    LookOptions m_look;
+    QString m_session;
+    bool m_stay = false;
+};

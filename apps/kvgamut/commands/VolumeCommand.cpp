@@ -1,0 +1,76 @@
+#include "VolumeCommand.h"
+
+#include "GamutInputs.h"
+#include "ProfileOptions.h"
+#include "model/GamutWords.h"
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+using Kind = Table::Kind;
+
+Table emptyTable()
+{
+    Table table;
+    table.add("profile", "profile", Kind::Word);
+    table.add("volume", "volume", Kind::Number, 1);
+    table.add("uncertainty", "±", Kind::Number, 1);
+    table.add("faces", "faces", Kind::Whole);
+    table.add("method", "method", Kind::Word);
+    table.add("intent", "intent", Kind::Word);
+    table.add("bpc", "bpc", Kind::Flag);
+    table.add("grid", "grid", Kind::Whole);
+    table.add("channels", "", Kind::Whole);
+    table.add("fold_share", "", Kind::Number, 6);
+    table.add("white", "white", Kind::Colour, 3, 1);
+    table.add("black", "black", Kind::Colour, 3, 1);
+    table.add("saved", "", Kind::Flag);
+    table.add("seconds", "seconds", Kind::Number, 4, 3);
+    return table;
+}
+
+Table::Row rowOf(const GamutInputs::Input& input)
+{
+    const KVGamut::Report report = input.gamut.report();
+    return {input.source.name(),
+            report.volume,
+            report.volumeUncertainty,
+            report.faceCount,
+            GamutWords::method(report.method),
+            GamutWords::intent(report.intent),
+            GamutWords::blackPointCompensated(report),
+            report.gridPoints,
+            report.channels,
+            report.foldShare,
+            GamutWords::lab(report.white),
+            GamutWords::lab(report.black),
+            input.source.isSaved(),
+            report.seconds};
+}
+
+} // namespace
+
+VolumeCommand::VolumeCommand(CLI::App& program)
+    : Command(program, "volume", "Print how large gamuts are, with the uncertainty of the answer")
+{
+    declareInputs(parser(), m_names);
+    declareSettings(parser(), m_settings);
+    m_report.declare(parser());
+    ReportOptions::endHelp(
+        parser(), "Volumes are in cubed CIE 1976 colour differences of CIELAB (D50); the device's true "
+                  "volume\nlies within volume +- uncertainty.");
+}
+
+int VolumeCommand::run(Arguments arguments)
+{
+    const QCoreApplication application(arguments.count, arguments.values);
+    Progress progress(m_report.quiet);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    progress.clear();
+    const bool allUsed = inputs.sayProblems();
+    Table table = emptyTable();
+    for (const GamutInputs::Input& input : inputs.usable())
+        table.rows.append(rowOf(input));
+    return m_report.print(table, allUsed);
+}

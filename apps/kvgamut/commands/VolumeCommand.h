@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Command.h"
+#include "ReportOptions.h"
+#include "model/GamutSettings.h"
+
+#include <QtCore/QStringList>
+
+/// `kvgamut volume`: how large gamuts are.
+class VolumeCommand : public Command
+{
+public:
+    explicit VolumeCommand(CLI::App& program);
+
+    int run(Arguments arguments) override;
+
+private:
+    QStringList m_names;
+    GamutSettings m_settings;
+    ReportOptions m_report;
+};

@@ -1,0 +1,88 @@
+#include "ClipControl.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+constexpr int perUnit = 2; // steps of the slider
+constexpr double mostLightness = 100.0;
+constexpr double atFirst = 50.0;
+} // namespace
+
+ClipControl::ClipControl(QWidget* parent)
+    : QWidget(parent), m_slider(new QSlider(Qt::Vertical)), m_number(new QDoubleSpinBox),
+      m_cut(new QCheckBox(tr("C&ut")))
+{
+    m_slider->setObjectName(QStringLiteral("clipSlider"));
+    m_slider->setAccessibleName(tr("Lightness of the section"));
+    m_slider->setRange(0, static_cast<int>(mostLightness) * perUnit);
+    m_slider->setPageStep(5 * perUnit);
+    m_slider->setTickPosition(QSlider::TicksLeft);
+    m_slider->setTickInterval(10 * perUnit);
+    m_number->setObjectName(QStringLiteral("clipNumber"));
+    m_number->setAccessibleName(tr("Lightness of the section"));
+    m_number->setRange(0.0, mostLightness);
+    m_number->setDecimals(1);
+    m_number->setSingleStep(1.0);
+    m_number->setToolTip(tr("Lightness of the section"));
+    m_cut->setObjectName(QStringLiteral("clipCut"));
+    m_cut->setToolTip(tr("Cut the gamuts off above this lightness"));
+
+    auto* column = new QVBoxLayout(this);
+    auto* title = new QLabel(tr("&L*"));
+    title->setBuddy(m_slider);
+    title->setAlignment(Qt::AlignHCenter);
+    column->addWidget(title);
+    column->addWidget(m_slider, 1, Qt::AlignHCenter);
+    column->addWidget(m_number);
+    column->addWidget(m_cut, 0, Qt::AlignHCenter);
+
+    m_number->setValue(atFirst);
+    m_slider->setValue(static_cast<int>(atFirst) * perUnit);
+    connect(m_slider, &QSlider::valueChanged, this, [this](int value) {
+        const QSignalBlocker quiet(m_number);
+        m_number->setValue(static_cast<double>(value) / perUnit);
+        Q_EMIT changed();
+    });
+    connect(m_slider, &QSlider::sliderMoved, this, [this] { m_cut->setChecked(true); });
+    connect(m_number, &QDoubleSpinBox::valueChanged, this, [this](double value) {
+        const QSignalBlocker quiet(m_slider);
+        m_slider->setValue(qRound(value * perUnit));
+        Q_EMIT changed();
+    });
+    connect(m_cut, &QCheckBox::toggled, this, &ClipControl::changed);
+}
+
+float ClipControl::lightness() const
+{
+    return static_cast<float>(m_number->value());
+}
+
+std::optional<float> ClipControl::clip() const
+{
+    if (!m_cut->isChecked())
+        return {};
+    return lightness();
+}
+
+void ClipControl::setClip(std::optional<float> clip)
+{
+    const QSignalBlocker quiet(this);
+    m_cut->setChecked(clip.has_value());
+    if (clip)
+        m_number->setValue(static_cast<double>(*clip));
+}
+
+void ClipControl::setCutting(bool cutting)
+{
+    m_cut->setChecked(cutting);
+}
+
+void ClipControl::step(int by)
+{
+    m_slider->setValue(m_slider->value() + by * perUnit);
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "GamutListModel.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+#include <QtCore/QThreadPool>
+
+#include <optional>
+
+/// The numbers of the gamuts of a list, each compared with the active one: a row for each gamut that was
+/// computed, with the profile, intent and white that its numbers hold for.
+///
+/// Comparisons are computed in the background, once for each pair of computed gamuts; a cell that waits
+/// for one says so. The gamut list must outlive it; the destructor waits for the comparison in progress.
+class ComparisonModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    enum Column : int
+    {
+        Name,
+        Intent,
+        White,           ///< L*, a*, b* of the device's white
+        Volume,          ///< dE76 cubed
+        Uncertainty,     ///< the true volume lies within volume ± this
+        Intersection,    ///< with the active gamut, dE76 cubed
+        Union,           ///< with the active gamut, dE76 cubed
+        CoversActive,    ///< share of the active gamut that this one covers
+        CoveredByActive, ///< share of this gamut that the active one covers
+        ColumnCount
+    };
+    enum Role : int
+    {
+        PlainRole = Qt::UserRole, ///< as text for other programs: full precision, a point for decimals
+    };
+
+    explicit ComparisonModel(GamutListModel& gamuts, QObject* parent = nullptr);
+    ~ComparisonModel() override;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    /// The rows and columns that @p cells span, tab-separated, a line for each row. With @p titles the
+    /// titles of the columns come first.
+    QString toTsv(const QModelIndexList& cells, bool titles) const;
+    /// All of it.
+    QString toTsv() const;
+
+    /// The gamut that all are compared with.
+    QString activeTitle() const;
+
+    /// Whether every comparison that is shown was computed.
+    bool isComplete() const;
+
+private:
+    using Pair = std::pair<quint64, quint64>; ///< revisions of the first and the second gamut
+
+    void refresh();
+    void request(const GamutEntry& first, const GamutEntry& second);
+    std::optional<KVGamut::Comparison> comparison(const GamutEntry& entry) const;
+    std::optional<double> number(const GamutEntry& entry, int column) const;
+    QString shownText(const GamutEntry& entry, int column) const;
+    QString plainText(const GamutEntry& entry, int column) const;
+    QVariant shortTitle(int column) const;
+    QVariant fullTitle(int column) const;
+    const GamutEntry* active() const;
+
+    GamutListModel& m_gamuts;
+    QList<int> m_rows; ///< of the list: those that have a gamut
+    QHash<quint64, KVGamut::Report> m_reports;
+    QHash<Pair, KVGamut::Comparison> m_comparisons;
+    QSet<Pair> m_pending;
+    QThreadPool m_pool;
+};

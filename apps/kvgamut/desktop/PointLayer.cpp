@@ -1,0 +1,304 @@
+#include "PointLayer.h"
+
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QFileInfo>
+#include <QtCore/QFuture>
+#include <QtCore/QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::array<Side, 3> sides{Side::Inside, Side::Edge, Side::Outside};
+
+// Points of equal size: three sizes tell a picture's rare colours from its common ones and cost no more
+// than three sets.
+constexpr std::array<int, 3> diameters{3, 5, 8};
+constexpr int unweightedDiameter = 4;
+constexpr std::array<double, 2> sizeSteps{0.002, 0.01}; // shares of the pixels
+
+int diameterOf(const MeasuredPoint& point)
+{
+    if (point.weight >= 1.0)
+        return unweightedDiameter;
+    const auto step = std::upper_bound(sizeSteps.begin(), sizeSteps.end(), point.weight);
+    return diameters[static_cast<std::size_t>(step - sizeSteps.begin())];
+}
+
+QString setName(const QColor& color, int diameter)
+{
+    return QStringLiteral("points %1 %2").arg(color.name()).arg(diameter);
+}
+
+QList<float> distancesOf(const QList<MeasuredPoint>& points, const KVGamut::GamutObject& gamut)
+{
+    QList<float> distances;
+    distances.reserve(points.size());
+    for (const MeasuredPoint& point : points) {
+        const float lab[3] = {point.lab.x(), point.lab.y(), point.lab.z()};
+        distances.append(gamut.nearest(lab).distance);
+    }
+    return distances;
+}
+
+} // namespace
+
+PointLayer::PointLayer(GamutListModel& gamuts, KVGamut3DViewer& viewer, QObject* parent)
+    : QAbstractTableModel(parent), m_gamuts(gamuts), m_viewer(viewer)
+{
+    m_pool.setMaxThreadCount(1);
+    connect(&gamuts, &GamutListModel::activeRowChanged, this, &PointLayer::judgeAll);
+    connect(&gamuts, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex&, const QModelIndex&, const QList<int>& roles) {
+                if (roles.contains(GamutListModel::GamutRole))
+                    judgeAll();
+            });
+}
+
+PointLayer::~PointLayer()
+{
+    m_pool.clear();
+    m_pool.waitForDone();
+}
+
+QColor PointLayer::colorOf(Side side)
+{
+    switch (side) {
+    case Side::Inside:
+        return QColor(0x2f, 0xa8, 0x6b);
+    case Side::Edge:
+        return QColor(0xf2, 0xb7, 0x05);
+    case Side::Outside:
+        return QColor(0xd7, 0x26, 0x5a);
+    }
+    return {};
+}
+
+float PointLayer::diameter(const MeasuredPoint& point) const
+{
+    return static_cast<float>(diameterOf(point));
+}
+
+int PointLayer::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_layers.size());
+}
+
+int PointLayer::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant PointLayer::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const Layer& layer = m_layers[index.row()];
+    if (role == Qt::ToolTipRole)
+        return layer.set.file;
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(index.column() == File ? Qt::AlignLeft | Qt::AlignVCenter
+                                               : Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::DecorationRole && index.column() >= InsideShare)
+        return colorOf(sides[static_cast<std::size_t>(index.column() - InsideShare)]);
+    if (role != Qt::DisplayRole)
+        return {};
+    if (index.column() == File)
+        return QFileInfo(layer.set.file).fileName();
+    if (index.column() == Count)
+        return layer.reading ? tr("reading…") : QLocale().toString(layer.set.points.size());
+    const auto part = share(index.row(), sides[static_cast<std::size_t>(index.column() - InsideShare)]);
+    return part ? QStringLiteral("%1 %").arg(QLocale().toString(*part * 100.0, 'f', 1)) : QStringLiteral("–");
+}
+
+QVariant PointLayer::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    switch (section) {
+    case File:
+        return tr("Points");
+    case Count:
+        return tr("Count");
+    case InsideShare:
+        return tr("Inside");
+    case EdgeShare:
+        return tr("Edge");
+    case OutsideShare:
+        return tr("Outside");
+    default:
+        return {};
+    }
+}
+
+std::optional<double> PointLayer::share(int row, Side side) const
+{
+    const Layer& layer = m_layers[row];
+    if (layer.judgedBy == 0)
+        return {};
+    double all = 0.0;
+    double there = 0.0;
+    for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
+        all += layer.set.points[i].weight;
+        if (sideOf(layer.distances[i], m_tolerance) == side)
+            there += layer.set.points[i].weight;
+    }
+    return all > 0.0 ? there / all : 0.0;
+}
+
+QStringList PointLayer::files() const
+{
+    QStringList files;
+    for (const Layer& layer : m_layers)
+        files.append(layer.set.file);
+    return files;
+}
+
+int PointLayer::rowOf(const QString& file) const
+{
+    return static_cast<int>(files().indexOf(file));
+}
+
+void PointLayer::open(const QString& file)
+{
+    int row = rowOf(file);
+    if (row < 0) {
+        row = rowCount();
+        beginInsertRows({}, row, row);
+        Layer layer;
+        layer.set.file = file;
+        m_layers.append(layer);
+        endInsertRows();
+    }
+    const int ticket = ++m_lastTicket;
+    m_layers[row].ticket = ticket;
+    m_layers[row].reading = true;
+    QtConcurrent::run(&m_pool, &PointSet::read, file).then(this, [this, file, ticket](const PointSet& set) {
+        finishReading(file, ticket, set);
+    });
+}
+
+void PointLayer::finishReading(const QString& file, int ticket, const PointSet& set)
+{
+    const int row = rowOf(file);
+    if (row < 0 || m_layers[row].ticket != ticket)
+        return;
+    if (!set.problem.isEmpty()) {
+        remove(row);
+        Q_EMIT failed(set.problem);
+        return;
+    }
+    Layer& layer = m_layers[row];
+    layer.reading = false;
+    layer.set = set;
+    layer.judgedBy = 0;
+    layer.beingJudgedBy = 0;
+    redraw();
+    judgeAll();
+    if (!set.note.isEmpty())
+        Q_EMIT noted(set.note);
+}
+
+void PointLayer::remove(int row)
+{
+    beginRemoveRows({}, row, row);
+    m_layers.removeAt(row);
+    endRemoveRows();
+    redraw();
+}
+
+void PointLayer::clear()
+{
+    beginResetModel();
+    m_layers.clear();
+    endResetModel();
+    redraw();
+}
+
+void PointLayer::setTolerance(float tolerance)
+{
+    if (tolerance == m_tolerance)
+        return;
+    m_tolerance = tolerance;
+    redraw();
+}
+
+bool PointLayer::isComplete() const
+{
+    const GamutEntry* gamut = judgingGamut();
+    return std::all_of(m_layers.begin(), m_layers.end(), [gamut](const Layer& layer) {
+        return !layer.reading && layer.judgedBy == (gamut ? gamut->revision : 0);
+    });
+}
+
+const GamutEntry* PointLayer::judgingGamut() const
+{
+    const int row = m_gamuts.activeRow();
+    return row >= 0 && row < m_gamuts.rowCount() && m_gamuts.at(row).hasGamut() ? &m_gamuts.at(row) : nullptr;
+}
+
+void PointLayer::judgeAll()
+{
+    const GamutEntry* gamut = judgingGamut();
+    for (Layer& layer : m_layers) {
+        if (gamut)
+            judge(layer, *gamut);
+        else
+            layer.judgedBy = 0;
+    }
+    if (!gamut)
+        redraw();
+}
+
+void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
+{
+    if (layer.reading || layer.judgedBy == gamut.revision || layer.beingJudgedBy == gamut.revision)
+        return;
+    layer.beingJudgedBy = gamut.revision;
+    QtConcurrent::run(&m_pool, distancesOf, layer.set.points, gamut.gamut)
+        .then(this, [this, file = layer.set.file, ticket = layer.ticket,
+                     revision = gamut.revision](const QList<float>& distances) {
+            const int row = rowOf(file);
+            if (row < 0 || m_layers[row].ticket != ticket || m_layers[row].beingJudgedBy != revision)
+                return; // of a file that was closed or read again, or by a gamut that was replaced
+            m_layers[row].judgedBy = revision;
+            m_layers[row].beingJudgedBy = 0;
+            m_layers[row].distances = distances;
+            redraw();
+        });
+}
+
+void PointLayer::redraw()
+{
+    m_viewer.clearPointSet();
+    addTo(m_viewer);
+    if (!m_layers.isEmpty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+}
+
+void PointLayer::addTo(KVGamut3DViewer& viewer) const
+{
+    struct DotSet
+    {
+        int diameter = 0;
+        QList<KVGamut3DViewer::ColoredPosition> dots;
+    };
+    QHash<QString, DotSet> sets;
+    for (const Layer& layer : m_layers) {
+        for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
+            const MeasuredPoint& point = layer.set.points[i];
+            const bool judged = layer.judgedBy != 0;
+            const QColor color = judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.color;
+            const int diameter = diameterOf(point);
+            // judged points share a set for each side; others differ in colour only
+            const QString name = judged ? setName(color, diameter) : setName(Qt::white, diameter);
+            sets[name].diameter = diameter;
+            sets[name].dots.append({color, point.lab});
+        }
+    }
+    for (auto set = sets.cbegin(); set != sets.cend(); ++set) {
+        viewer.addPointSet(set.key(), set->dots);
+        viewer.setPointSetSize(set.key(), set->diameter);
+    }
+}

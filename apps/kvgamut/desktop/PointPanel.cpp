@@ -1,0 +1,62 @@
+#include "PointPanel.h"
+
+#include <QtGui/QAction>
+#include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTreeView>
+#include <QtWidgets/QVBoxLayout>
+
+PointPanel::PointPanel(PointLayer& points, QWidget* parent)
+    : QWidget(parent), m_points(points), m_list(new QTreeView), m_tolerance(new QDoubleSpinBox)
+{
+    m_list->setObjectName(QStringLiteral("pointFiles"));
+    m_list->setAccessibleName(tr("Files of points"));
+    m_list->setModel(&points);
+    m_list->setRootIsDecorated(false);
+    m_list->setIconSize(QSize(9, 9));
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(PointLayer::File, QHeaderView::Stretch);
+    auto* remove = new QAction(tr("Remove points"), m_list);
+    remove->setShortcut(QKeySequence::Delete);
+    remove->setShortcutContext(Qt::WidgetShortcut);
+    connect(remove, &QAction::triggered, this, [this] {
+        if (m_list->currentIndex().isValid())
+            m_points.remove(m_list->currentIndex().row());
+    });
+    m_list->addAction(remove);
+    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
+
+    m_tolerance->setObjectName(QStringLiteral("tolerance"));
+    m_tolerance->setRange(0.0, 100.0);
+    m_tolerance->setDecimals(1);
+    m_tolerance->setSingleStep(0.5);
+    m_tolerance->setPrefix(QStringLiteral("± "));
+    m_tolerance->setSuffix(QStringLiteral(" ΔE"));
+    m_tolerance->setToolTip(tr("Colours no farther from the active gamut's surface than this are its edge"));
+    auto* open = new QPushButton(tr("Add &points…"));
+    open->setObjectName(QStringLiteral("addPoints"));
+    connect(open, &QPushButton::clicked, this, &PointPanel::openRequested);
+
+    auto* form = new QFormLayout;
+    form->addRow(tr("&Edge"), m_tolerance);
+    auto* row = new QHBoxLayout;
+    row->addLayout(form);
+    row->addStretch();
+    row->addWidget(open);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(m_list, 1);
+    column->addLayout(row);
+
+    showTolerance();
+    connect(m_tolerance, &QDoubleSpinBox::valueChanged, this,
+            [this](double value) { m_points.setTolerance(static_cast<float>(value)); });
+}
+
+void PointPanel::showTolerance()
+{
+    m_tolerance->setValue(static_cast<double>(m_points.tolerance()));
+}

@@ -1,0 +1,45 @@
+#include "RecentFiles.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QSettings>
+
+namespace {
+
+constexpr int most = 9; // a digit each
+
+/// The program's settings file.
+struct Settings : QSettings
+{
+    Settings()
+        : QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("kvgamut"),
+                    QStringLiteral("kvgamut"))
+    {
+    }
+};
+
+QString key()
+{
+    return QStringLiteral("recentFiles");
+}
+
+} // namespace
+
+QStringList RecentFiles::list()
+{
+    QStringList files = Settings().value(key()).toStringList();
+    files.removeIf([](const QString& file) { return !QFileInfo::exists(file); });
+    return files;
+}
+
+void RecentFiles::add(const QString& file)
+{
+    QStringList files = list();
+    files.removeAll(file);
+    files.prepend(file);
+    Settings().setValue(key(), files.mid(0, most));
+}
+
+void RecentFiles::clear()
+{
+    Settings().remove(key());
+}

@@ -1,0 +1,43 @@
+#include "GamutBatch.h"
+
+#include <QtCore/QSemaphore>
+#include <QtCore/QThreadPool>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int progressEveryMs = 100;
+
+float meanProgress(const QList<KVCompletionProtocolPtr>& tasks)
+{
+    float sum = 0.0f;
+    for (const auto& task : tasks)
+        sum += task->progress();
+    return sum / static_cast<float>(std::max<qsizetype>(1, tasks.size()));
+}
+
+} // namespace
+
+QList<KVGamut::GamutObject> GamutBatch::compute(const QList<GamutSource>& sources,
+                                                const GamutSettings& settings,
+                                                const std::function<void(float)>& progress)
+{
+    QList<KVGamut::GamutObject> gamuts(sources.size());
+    QList<KVCompletionProtocolPtr> tasks;
+    for (const GamutSource& source : sources)
+        tasks.append(KVCompletionProtocol::createTask(source.name()));
+
+    QSemaphore done;
+    QThreadPool pool;
+    for (qsizetype i = 0; i < sources.size(); ++i)
+        pool.start([&source = sources[i], &gamut = gamuts[i], &settings, task = tasks[i], &done]() mutable {
+            gamut = source.compute(settings, &task);
+            task->setProgress(1.0f);
+            done.release();
+        });
+    const int count = static_cast<int>(sources.size());
+    while (!done.tryAcquire(count, progressEveryMs))
+        progress(meanProgress(tasks));
+    return gamuts;
+}

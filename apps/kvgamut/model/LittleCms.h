@@ -1,0 +1,31 @@
+#pragma once
+
+#include <lcms2.h>
+
+#include <memory>
+#include <type_traits>
+
+/// Owners of what Little CMS hands out.
+namespace LittleCms {
+
+struct DeleteContext
+{
+    void operator()(cmsContext context) const { cmsDeleteContext(context); }
+};
+/// Of one's own, so that what goes wrong is not told on everybody's account.
+using Context = std::unique_ptr<std::remove_pointer_t<cmsContext>, DeleteContext>;
+
+struct CloseProfile
+{
+    void operator()(cmsHPROFILE profile) const { cmsCloseProfile(profile); }
+};
+using Profile = std::unique_ptr<void, CloseProfile>;
+
+struct FreeSheet
+{
+    void operator()(cmsHANDLE sheet) const { cmsIT8Free(sheet); }
+};
+/// CGATS data.
+using Sheet = std::unique_ptr<void, FreeSheet>;
+
+} // namespace LittleCms

@@ -1,0 +1,242 @@
+#include "PictureProfile.h"
+
+#include <QtCore/QFile>
+
+#include <cerrno>
+#include <csetjmp>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include <jpeglib.h>
+#include <png.h>
+#include <tiffio.h>
+
+// The readers of PNG and JPEG leave by longjmp, which passes over destructors: the functions between
+// setjmp and there hold nothing that has one.
+
+namespace {
+
+constexpr png_alloc_size_t largestProfile = png_alloc_size_t(256) << 20;
+
+struct CloseFile
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+enum class Kind
+{
+    None,
+    Png,
+    Jpeg,
+    Tiff
+};
+
+Kind kindOf(const QByteArray& start)
+{
+    static const QByteArray png = QByteArrayLiteral("\x89PNG");
+    static const QByteArray jpeg = QByteArrayLiteral("\xFF\xD8\xFF");
+    if (start.startsWith(png))
+        return Kind::Png;
+    if (start.startsWith(jpeg))
+        return Kind::Jpeg;
+    // either byte order, 32-bit (42) or 64-bit (43) offsets
+    for (const auto& tiff : {QByteArrayLiteral("II\x2A\x00"), QByteArrayLiteral("MM\x00\x2A"),
+                             QByteArrayLiteral("II\x2B\x00"), QByteArrayLiteral("MM\x00\x2B")})
+        if (start.startsWith(tiff))
+            return Kind::Tiff;
+    return Kind::None;
+}
+
+/// What a reader found, in a form that survives a longjmp.
+struct Found
+{
+    void* icc = nullptr; ///< from malloc
+    std::size_t size = 0;
+    bool damaged = false;
+    char message[JMSG_LENGTH_MAX] = {}; ///< the library's own word on the damage
+
+    ~Found() { std::free(icc); }
+
+    void keep(const void* bytes, std::size_t count)
+    {
+        icc = std::malloc(count);
+        if (!icc)
+            return;
+        std::memcpy(icc, bytes, count);
+        size = count;
+    }
+};
+
+// --- PNG ------------------------------------------------------------------------------------------
+
+void pngFailed(png_structp png, png_const_charp message)
+{
+    auto* found = static_cast<Found*>(png_get_error_ptr(png));
+    std::snprintf(found->message, sizeof found->message, "%s", message);
+    png_longjmp(png, 1);
+}
+
+void pngWarned(png_structp, png_const_charp) {}
+
+void readPng(std::FILE* file, Found& found)
+{
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &found, pngFailed, pngWarned);
+    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    if (!info || setjmp(png_jmpbuf(png)) != 0) {
+        found.damaged = true;
+        png_destroy_read_struct(&png, &info, nullptr);
+        return;
+    }
+    png_set_chunk_malloc_max(png, largestProfile);
+    png_init_io(png, file);
+    png_read_info(png, info);
+    png_charp name = nullptr;
+    png_bytep bytes = nullptr;
+    png_uint_32 size = 0;
+    int compression = 0;
+    if (png_get_iCCP(png, info, &name, &compression, &bytes, &size) != 0)
+        found.keep(bytes, size);
+    png_destroy_read_struct(&png, &info, nullptr);
+}
+
+// --- JPEG -----------------------------------------------------------------------------------------
+
+struct JpegErrors : jpeg_error_mgr
+{
+    std::jmp_buf out;
+    char* message;
+};
+
+void jpegFailed(j_common_ptr jpeg)
+{
+    auto* errors = static_cast<JpegErrors*>(jpeg->err);
+    errors->format_message(jpeg, errors->message);
+    std::longjmp(errors->out, 1);
+}
+
+void jpegWarned(j_common_ptr, int) {}
+
+void readJpeg(std::FILE* file, Found& found)
+{
+    jpeg_decompress_struct jpeg{};
+    JpegErrors errors;
+    jpeg.err = jpeg_std_error(&errors);
+    errors.error_exit = jpegFailed;
+    errors.emit_message = jpegWarned;
+    errors.message = found.message;
+    if (setjmp(errors.out) != 0) {
+        found.damaged = true;
+        jpeg_destroy_decompress(&jpeg);
+        return;
+    }
+    jpeg_create_decompress(&jpeg);
+    jpeg_stdio_src(&jpeg, file);
+    jpeg_save_markers(&jpeg, JPEG_APP0 + 2, 0xFFFF);
+    jpeg_read_header(&jpeg, TRUE);
+    JOCTET* bytes = nullptr;
+    unsigned int size = 0;
+    if (jpeg_read_icc_profile(&jpeg, &bytes, &size) != 0) {
+        found.icc = bytes; // from malloc, and ours
+        found.size = size;
+    }
+    jpeg_destroy_decompress(&jpeg);
+}
+
+// --- TIFF -----------------------------------------------------------------------------------------
+
+int tiffFailed(TIFF*, void* user, const char*, const char* format, va_list values)
+{
+    auto* found = static_cast<Found*>(user);
+    if (found->message[0] == '\0')
+        std::vsnprintf(found->message, sizeof found->message, format, values);
+    return 1; // said
+}
+
+int tiffWarned(TIFF*, void*, const char*, const char*, va_list)
+{
+    return 1;
+}
+
+void readTiff(const QByteArray& path, Found& found)
+{
+    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(TIFFOpenOptionsAlloc(),
+                                                                                   TIFFOpenOptionsFree);
+    TIFFOpenOptionsSetErrorHandlerExtR(options.get(), tiffFailed, &found);
+    TIFFOpenOptionsSetWarningHandlerExtR(options.get(), tiffWarned, nullptr);
+    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(TIFFOpenExt(path.constData(), "rm", options.get()),
+                                                           TIFFClose);
+    if (!tiff) {
+        found.damaged = true;
+        return;
+    }
+    std::uint32_t size = 0;
+    void* bytes = nullptr;
+    if (TIFFGetField(tiff.get(), TIFFTAG_ICCPROFILE, &size, &bytes) != 0)
+        found.keep(bytes, size);
+}
+
+void readPicture(Kind kind, const QByteArray& path, std::FILE* file, Found& found)
+{
+    switch (kind) {
+    case Kind::Png:
+        return readPng(file, found);
+    case Kind::Jpeg:
+        return readJpeg(file, found);
+    case Kind::Tiff:
+        return readTiff(path, found);
+    case Kind::None:
+        return;
+    }
+}
+
+QString nameOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::Png:
+        return QStringLiteral("PNG");
+    case Kind::Jpeg:
+        return QStringLiteral("JPEG");
+    case Kind::Tiff:
+        return QStringLiteral("TIFF");
+    case Kind::None:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+bool PictureProfile::isPicture(const QByteArray& start)
+{
+    return kindOf(start) != Kind::None;
+}
+
+PictureProfile PictureProfile::read(const QString& path)
+{
+    PictureProfile result;
+    const QByteArray encoded = QFile::encodeName(path);
+    const File file(std::fopen(encoded.constData(), "rb"));
+    char start[4] = {};
+    if (!file || std::fread(start, 1, sizeof start, file.get()) != sizeof start) {
+        result.problem =
+            QStringLiteral("cannot be read: %1").arg(QString::fromLocal8Bit(std::strerror(errno)));
+        return result;
+    }
+    std::rewind(file.get());
+
+    const Kind kind = kindOf(QByteArray(start, sizeof start));
+    Found found;
+    readPicture(kind, encoded, file.get(), found);
+    if (found.damaged)
+        result.problem = QStringLiteral("this %1 picture is damaged: %2")
+                             .arg(nameOf(kind), QString::fromUtf8(found.message).trimmed());
+    else if (found.size == 0)
+        result.problem = QStringLiteral("this %1 picture has no embedded profile").arg(nameOf(kind));
+    else
+        result.icc = QByteArray(static_cast<const char*>(found.icc), static_cast<qsizetype>(found.size));
+    return result;
+}

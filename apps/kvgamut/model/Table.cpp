@@ -1,0 +1,272 @@
+#include "Table.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QStringList>
+#include <QtGui/QVector3D>
+
+#include <algorithm>
+#include <cmath>
+#include <cwchar>
+
+namespace {
+
+using Column = Table::Column;
+using Kind = Table::Kind;
+
+double rounded(double value, int decimals)
+{
+    const double scale = std::pow(10.0, decimals);
+    return std::round(value * scale) / scale + 0.0; // which makes -0 a 0
+}
+
+QString number(double value, int decimals)
+{
+    return QString::number(rounded(value, decimals), 'f', decimals);
+}
+
+// --- JSON -----------------------------------------------------------------------------------------
+
+QJsonValue jsonNumber(double value, int decimals)
+{
+    return std::isfinite(value) ? QJsonValue(rounded(value, decimals)) : QJsonValue();
+}
+
+QJsonValue jsonValue(const Column& column, const QVariant& value)
+{
+    if (!value.isValid())
+        return {};
+    switch (column.kind) {
+    case Kind::Word:
+        return value.toString();
+    case Kind::Words:
+        return QJsonArray::fromStringList(value.toStringList());
+    case Kind::Flag:
+        return value.toBool();
+    case Kind::Whole:
+        return value.toInt();
+    case Kind::Number:
+    case Kind::Share:
+        return jsonNumber(value.toDouble(), column.decimals);
+    case Kind::Colour: {
+        const auto lab = value.value<QVector3D>();
+        return QJsonArray{jsonNumber(double(lab.x()), column.decimals),
+                          jsonNumber(double(lab.y()), column.decimals),
+                          jsonNumber(double(lab.z()), column.decimals)};
+    }
+    }
+    return {};
+}
+
+QByteArray asJson(const Table& table)
+{
+    QJsonArray rows;
+    for (const Table::Row& row : table.rows) {
+        QJsonObject object;
+        for (qsizetype i = 0; i < table.columns.size(); ++i)
+            object.insert(table.columns[i].key, jsonValue(table.columns[i], row.value(i)));
+        rows.append(object);
+    }
+    return QJsonDocument(rows).toJson();
+}
+
+// --- CSV ------------------------------------------------------------------------------------------
+
+QString quoted(const QString& field)
+{
+    const auto special = [](QChar c) {
+        return c == QLatin1Char(',') || c == QLatin1Char('"') || c == QLatin1Char('\n') ||
+               c == QLatin1Char('\r');
+    };
+    if (std::none_of(field.cbegin(), field.cend(), special))
+        return field;
+    return QLatin1Char('"') + QString(field).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+           QLatin1Char('"');
+}
+
+QStringList csvKeys(const Column& column)
+{
+    if (column.kind != Kind::Colour)
+        return {column.key};
+    return {column.key + QStringLiteral("_L"), column.key + QStringLiteral("_a"),
+            column.key + QStringLiteral("_b")};
+}
+
+QStringList csvFields(const Column& column, const QVariant& value)
+{
+    if (!value.isValid())
+        return QStringList(csvKeys(column).size());
+    switch (column.kind) {
+    case Kind::Word:
+        return {quoted(value.toString())};
+    case Kind::Words:
+        return {quoted(value.toStringList().join(QLatin1Char(' ')))};
+    case Kind::Flag:
+        return {value.toBool() ? QStringLiteral("true") : QStringLiteral("false")};
+    case Kind::Whole:
+        return {QString::number(value.toInt())};
+    case Kind::Number:
+    case Kind::Share:
+        return {number(value.toDouble(), column.decimals)};
+    case Kind::Colour: {
+        const auto lab = value.value<QVector3D>();
+        return {number(double(lab.x()), column.decimals), number(double(lab.y()), column.decimals),
+                number(double(lab.z()), column.decimals)};
+    }
+    }
+    return {};
+}
+
+QByteArray asCsv(const Table& table)
+{
+    QStringList header;
+    for (const Column& column : table.columns)
+        header += csvKeys(column);
+    QStringList lines{header.join(QLatin1Char(','))};
+    for (const Table::Row& row : table.rows) {
+        QStringList fields;
+        for (qsizetype i = 0; i < table.columns.size(); ++i)
+            fields += csvFields(table.columns[i], row.value(i));
+        lines.append(fields.join(QLatin1Char(',')));
+    }
+    return (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
+}
+
+// --- Text -----------------------------------------------------------------------------------------
+
+QString words(const Column& column, const QVariant& value)
+{
+    if (!value.isValid())
+        return QStringLiteral("-");
+    switch (column.kind) {
+    case Kind::Word:
+        return value.toString().simplified();
+    case Kind::Words:
+        return value.toStringList().join(QStringLiteral(", "));
+    case Kind::Flag:
+        return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
+    case Kind::Whole:
+        return QString::number(value.toInt());
+    case Kind::Number:
+        return number(value.toDouble(), column.textDecimals);
+    case Kind::Share:
+        return number(value.toDouble() * 100.0, column.textDecimals) + QStringLiteral(" %");
+    case Kind::Colour: {
+        const auto lab = value.value<QVector3D>();
+        return QStringLiteral("%1 %2 %3")
+            .arg(number(double(lab.x()), column.textDecimals), number(double(lab.y()), column.textDecimals),
+                 number(double(lab.z()), column.textDecimals));
+    }
+    }
+    return {};
+}
+
+bool isNumeric(Kind kind)
+{
+    return kind == Kind::Whole || kind == Kind::Number || kind == Kind::Share || kind == Kind::Colour;
+}
+
+/// Cells that @p text takes on a terminal, where some letters take two and some none.
+qsizetype cells(const QString& text)
+{
+    qsizetype count = 0;
+    const auto letters = text.toUcs4();
+    for (const auto letter : letters) {
+        const int width = wcwidth(static_cast<wchar_t>(letter));
+        count += width < 0 ? 1 : width;
+    }
+    return count;
+}
+
+QString padded(const QString& text, qsizetype width, bool toTheRight)
+{
+    const QString space(std::max<qsizetype>(0, width - cells(text)), QLatin1Char(' '));
+    return toTheRight ? space + text : text + space;
+}
+
+/// One line of fields, without spaces at its end.
+QString line(const QStringList& fields, const QList<qsizetype>& widths, const QList<bool>& toTheRight)
+{
+    QString text;
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            text += QStringLiteral("  ");
+        text += padded(fields[i], widths[i], toTheRight[i]);
+    }
+    while (text.endsWith(QLatin1Char(' ')))
+        text.chop(1);
+    return text + QLatin1Char('\n');
+}
+
+QString asRows(const Table& table)
+{
+    QList<QStringList> lines(table.rows.size() + 1); // the first is the titles
+    QList<qsizetype> widths;
+    QList<bool> toTheRight;
+    for (qsizetype i = 0; i < table.columns.size(); ++i) {
+        const Column& column = table.columns[i];
+        if (column.title.isEmpty())
+            continue;
+        lines[0].append(column.title);
+        for (qsizetype r = 0; r < table.rows.size(); ++r)
+            lines[r + 1].append(words(column, table.rows[r].value(i)));
+        qsizetype width = 0;
+        for (const QStringList& fields : lines)
+            width = std::max(width, cells(fields.last()));
+        widths.append(width);
+        toTheRight.append(isNumeric(column.kind));
+    }
+    QString text;
+    for (const QStringList& fields : lines)
+        text += line(fields, widths, toTheRight);
+    return text;
+}
+
+QString asBlocks(const Table& table)
+{
+    qsizetype width = 0;
+    for (const Column& column : table.columns)
+        width = std::max(width, column.title.size());
+    QStringList blocks;
+    for (const Table::Row& row : table.rows) {
+        QString block = words(table.columns[0], row.value(0)) + QLatin1Char('\n');
+        for (qsizetype i = 1; i < table.columns.size(); ++i)
+            if (row.value(i).isValid() && !table.columns[i].title.isEmpty())
+                block +=
+                    QStringLiteral("  ") + line({table.columns[i].title, words(table.columns[i], row[i])},
+                                                {width, 0}, {false, false});
+        blocks.append(block);
+    }
+    return blocks.join(QLatin1Char('\n'));
+}
+
+QByteArray asText(const Table& table)
+{
+    if (table.rows.isEmpty())
+        return {};
+    QString text = table.blocks ? asBlocks(table) : asRows(table);
+    if (!table.summary.isEmpty())
+        text += QLatin1Char('\n') + table.summary + QLatin1Char('\n');
+    return text.toUtf8();
+}
+
+} // namespace
+
+void Table::add(const char* key, const char* title, Kind kind, int decimals, int textDecimals)
+{
+    columns.append({QString::fromUtf8(key), QString::fromUtf8(title), kind, decimals, textDecimals});
+}
+
+QByteArray Table::printed(Format format) const
+{
+    switch (format) {
+    case Format::Text:
+        return asText(*this);
+    case Format::Csv:
+        return asCsv(*this);
+    case Format::Json:
+        return asJson(*this);
+    }
+    return {};
+}

@@ -1,0 +1,45 @@
+#include "MeshFormat.h"
+#include "MeshNoteJson.h"
+
+#include "model/GamutWords.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtGui/QColor>
+
+namespace {
+
+QJsonArray jsonOf(const QVector3D& lab)
+{
+    return {double(lab.x()), double(lab.y()), double(lab.z())};
+}
+
+} // namespace
+
+QJsonObject kvJsonOf(const MeshNote& note)
+{
+    return {{QStringLiteral("profile"), note.profile},
+            {QStringLiteral("intent"), GamutWords::intent(note.report.intent)},
+            {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
+            {QStringLiteral("white"), jsonOf(GamutWords::lab(note.report.white))},
+            {QStringLiteral("black"), jsonOf(GamutWords::lab(note.report.black))},
+            {QStringLiteral("volume"), note.report.volume},
+            {QStringLiteral("uncertainty"), note.report.volumeUncertainty},
+            {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
+}
+
+QByteArray MeshWriters::json(const GamutMesh& mesh, const MeshNote& note)
+{
+    QJsonArray vertices, colors, triangles;
+    for (const GamutMesh::Vertex& v : mesh.vertices) {
+        vertices.append(jsonOf(v.lab));
+        colors.append(QColor(v.color).name());
+    }
+    for (const auto& [i, j, k] : mesh.triangles)
+        triangles.append(QJsonArray{i, j, k});
+    QJsonObject object = kvJsonOf(note);
+    object.insert(QStringLiteral("vertices"), vertices);
+    object.insert(QStringLiteral("colors"), colors);
+    object.insert(QStringLiteral("triangles"), triangles);
+    return QJsonDocument(QJsonArray{object}).toJson(QJsonDocument::Compact) + '\n';
+}

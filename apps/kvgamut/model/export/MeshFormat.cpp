@@ -1,0 +1,44 @@
+#include "MeshFormat.h"
+
+#include "model/GamutWords.h"
+
+#include <algorithm>
+
+QStringList MeshNote::lines() const
+{
+    const KVGamut::LabPoint& white = report.white;
+    return {
+        QStringLiteral("gamut of: %1").arg(profile),
+        QStringLiteral("intent: %1%2")
+            .arg(GamutWords::intent(report.intent), GamutWords::blackPointCompensated(report)
+                                                        ? QStringLiteral(", with black point compensation")
+                                                        : QString()),
+        QStringLiteral("white: L* %1, a* %2, b* %3")
+            .arg(double(white.L), 0, 'f', 3)
+            .arg(double(white.a), 0, 'f', 3)
+            .arg(double(white.b), 0, 'f', 3),
+        QStringLiteral("volume: %1 dE76 cubed").arg(report.volume, 0, 'f', 1),
+        QStringLiteral("coordinates: CIE L*a*b* (D50)")};
+}
+
+QString MeshNote::line() const
+{
+    return lines().join(QStringLiteral("; "));
+}
+
+const QList<MeshFormat>& MeshFormat::all()
+{
+    static const QList<MeshFormat> formats{{"ply", MeshWriters::ply}, {"obj", MeshWriters::obj},
+                                           {"stl", MeshWriters::stl}, {"gltf", MeshWriters::gltf},
+                                           {"x3d", MeshWriters::x3d}, {"json", MeshWriters::json}};
+    return formats;
+}
+
+const MeshFormat* MeshFormat::ofSuffix(const QString& suffix)
+{
+    const QList<MeshFormat>& formats = all();
+    const auto found = std::find_if(formats.cbegin(), formats.cend(), [&](const MeshFormat& format) {
+        return suffix.compare(QLatin1String(format.suffix), Qt::CaseInsensitive) == 0;
+    });
+    return found == formats.cend() ? nullptr : &*found;
+}

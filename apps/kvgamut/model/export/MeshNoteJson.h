@@ -1,0 +1,9 @@
+#pragma once
+
+#include "MeshFormat.h"
+
+#include <QtCore/QJsonObject>
+
+/// The note as an object: profile, intent, bpc, white, black (L*, a*, b* each), volume, uncertainty,
+/// coordinates.
+QJsonObject kvJsonOf(const MeshNote& note);

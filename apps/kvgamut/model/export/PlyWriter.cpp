@@ -1,0 +1,25 @@
+#include "MeshFormat.h"
+#include "MeshText.h"
+
+QByteArray MeshWriters::ply(const GamutMesh& mesh, const MeshNote& note)
+{
+    QByteArray file = "ply\nformat ascii 1.0\n";
+    const QStringList lines = note.lines();
+    for (const QString& line : lines)
+        file += "comment " + line.simplified().toUtf8() + '\n';
+    file += "comment x, y, z: a*, b*, L*\n"
+            "element vertex " +
+            QByteArray::number(mesh.vertices.size()) +
+            "\nproperty float x\nproperty float y\nproperty float z\n"
+            "property uchar red\nproperty uchar green\nproperty uchar blue\n"
+            "element face " +
+            QByteArray::number(mesh.triangles.size()) +
+            "\nproperty list uchar int vertex_indices\nend_header\n";
+    for (const GamutMesh::Vertex& v : mesh.vertices)
+        file += MeshText::triple(MeshText::zUp(v.lab)) + ' ' + QByteArray::number(qRed(v.color)) + ' ' +
+                QByteArray::number(qGreen(v.color)) + ' ' + QByteArray::number(qBlue(v.color)) + '\n';
+    for (const auto& [i, j, k] : mesh.triangles)
+        file +=
+            "3 " + QByteArray::number(i) + ' ' + QByteArray::number(j) + ' ' + QByteArray::number(k) + '\n';
+    return file;
+}

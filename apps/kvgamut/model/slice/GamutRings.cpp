@@ -1,0 +1,134 @@
+#include "GamutRings.h"
+
+#include "GamutSlice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double usualWhite = 100.0;
+constexpr double slack = 0.01; // of a step, by which white may lie above a ring and still belong to it
+
+double highestLightness(const QList<QList<KVHull::Node>>& faces)
+{
+    double highest = 0.0;
+    for (const auto& face : faces)
+        for (const KVHull::Node& node : face)
+            highest = std::max(highest, double(node.lab.value(0)));
+    return highest;
+}
+
+/// A straight piece of the boundary of a cut at a hue: chroma, lightness.
+struct Edge
+{
+    QPointF from;
+    QPointF to;
+};
+
+/// The point of @p edge, which crosses it, at which @p along (a linear function of the point) is zero.
+QPointF crossing(const Edge& edge, double alongFrom, double alongTo)
+{
+    return edge.from + alongFrom / (alongFrom - alongTo) * (edge.to - edge.from);
+}
+
+/// What is left of @p edge where x >= 0; nothing: both ends are equal.
+Edge rightOfAxis(const Edge& edge)
+{
+    const double from = edge.from.x();
+    const double to = edge.to.x();
+    if (from >= 0.0 && to >= 0.0)
+        return edge;
+    if (from < 0.0 && to < 0.0)
+        return {};
+    const QPointF middle = crossing(edge, from, to);
+    return from >= 0.0 ? Edge{edge.from, middle} : Edge{middle, edge.to};
+}
+
+/// What is left of @p edge where y <= @p top.
+Edge below(const Edge& edge, double top)
+{
+    const double from = edge.from.y() - top;
+    const double to = edge.to.y() - top;
+    if (from <= 0.0 && to <= 0.0)
+        return edge;
+    if (from > 0.0 && to > 0.0)
+        return {};
+    const QPointF middle = crossing(edge, from, to);
+    return from <= 0.0 ? Edge{edge.from, middle} : Edge{middle, edge.to};
+}
+
+/// The part that an edge of a region's boundary has in the region's integral of 2 C dC dL, which by
+/// Green's theorem is that of C^2 dL around it. The axis C = 0 and lines of one lightness, along which
+/// the region may be cut off, have none.
+double contribution(const Edge& edge)
+{
+    const double c0 = edge.from.x();
+    const double c1 = edge.to.x();
+    return (c0 * c0 + c0 * c1 + c1 * c1) / 3.0 * (edge.to.y() - edge.from.y());
+}
+
+/// The squared radius of the ring up to each of @p limits at the hue towards which @p edges have their
+/// positive chroma.
+QList<double> squaredRadii(const QList<Edge>& edges, const QList<double>& limits)
+{
+    QList<double> squares(limits.size(), 0.0);
+    for (const Edge& edge : edges) {
+        const Edge right = rightOfAxis(edge);
+        for (qsizetype i = 0; i < limits.size(); ++i)
+            squares[i] += contribution(below(right, limits[i]));
+    }
+    for (double& square : squares)
+        square = std::abs(square); // whichever way round the boundary runs
+    return squares;
+}
+
+QList<Edge> edgesAtHue(const QList<QList<KVHull::Node>>& faces, double h)
+{
+    const float plane[4] = {0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f};
+    const auto pointOf = [h](const QList<float>& lab) {
+        return QPointF(double(lab[1]) * std::cos(h) + double(lab[2]) * std::sin(h), double(lab[0]));
+    };
+    QList<Edge> edges;
+    const auto pieces = KVGamut::computeRing(plane, faces);
+    for (const auto& piece : pieces)
+        edges.append({pointOf(piece[0]), pointOf(piece[1])});
+    return edges;
+}
+
+} // namespace
+
+double GamutRings::volume() const
+{
+    return rings.isEmpty() ? 0.0 : ringArea(rings.last());
+}
+
+GamutRings gamutRings(const QList<QList<KVHull::Node>>& faces, double step, int hues)
+{
+    GamutRings result;
+    if (faces.isEmpty())
+        return result;
+    const double top = std::max(usualWhite, highestLightness(faces));
+    for (int i = 1; (i - 1 + slack) * step < top; ++i)
+        result.lightness.append(i * step);
+    QList<double> limits = result.lightness;
+    limits.last() = std::max(limits.last(), top);
+    result.rings.fill(QPolygonF(hues), result.lightness.size());
+
+    for (int hue = 0; hue < hues / 2; ++hue) {
+        const double h = 2.0 * std::numbers::pi * hue / hues;
+        QList<Edge> edges = edgesAtHue(faces, h);
+        for (const int corner : {hue, hue + hues / 2}) { // one plane holds a hue and the opposite one
+            const QList<double> squares = squaredRadii(edges, limits);
+            const double angle = 2.0 * std::numbers::pi * corner / hues;
+            for (qsizetype i = 0; i < squares.size(); ++i)
+                result.rings[i][corner] = std::sqrt(squares[i]) * QPointF(std::cos(angle), std::sin(angle));
+            for (Edge& edge : edges) {
+                edge.from.rx() = -edge.from.x();
+                edge.to.rx() = -edge.to.x();
+            }
+        }
+    }
+    return result;
+}

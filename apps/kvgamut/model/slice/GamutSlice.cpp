@@ -1,0 +1,202 @@
+#include "GamutSlice.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <numbers>
+
+namespace {
+
+using LabPoint = std::array<float, 3>;
+
+/// A piece of the cut on one face. Its end is, bit by bit, the start of its neighbour's.
+struct Piece
+{
+    LabPoint start;
+    LabPoint end;
+};
+
+std::array<float, 4> coefficients(const SlicePlane& plane)
+{
+    if (plane.kind == SlicePlane::Lightness)
+        return {1.0f, 0.0f, 0.0f, static_cast<float>(-plane.value)};
+    const double h = plane.value * std::numbers::pi / 180.0;
+    return {0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f};
+}
+
+QList<Piece> piecesOf(const QList<QList<KVHull::Node>>& faces, const SlicePlane& plane)
+{
+    QList<Piece> pieces;
+    const auto ring = KVGamut::computeRing(coefficients(plane).data(), faces);
+    for (const auto& ends : ring) {
+        const Piece piece{{ends[0][0], ends[0][1], ends[0][2]}, {ends[1][0], ends[1][1], ends[1][2]}};
+        if (piece.start != piece.end) // a corner that only touches the plane
+            pieces.append(piece);
+    }
+    return pieces;
+}
+
+/// Joins pieces end to start into rings of their start points.
+QList<QList<LabPoint>> chained(const QList<Piece>& pieces)
+{
+    std::multimap<LabPoint, LabPoint> next;
+    for (const Piece& piece : pieces)
+        next.emplace(piece.start, piece.end);
+    QList<QList<LabPoint>> rings;
+    while (!next.empty()) {
+        const LabPoint first = next.begin()->first;
+        QList<LabPoint> ring;
+        for (auto step = next.find(first); step != next.end();) {
+            const LabPoint end = step->second;
+            ring.append(step->first);
+            next.erase(step);
+            if (end == first)
+                break;
+            step = next.find(end);
+        }
+        if (ring.size() > 2)
+            rings.append(ring);
+    }
+    return rings;
+}
+
+QPointF flat(const LabPoint& lab, const SlicePlane& plane)
+{
+    if (plane.kind == SlicePlane::Lightness)
+        return {double(lab[1]), double(lab[2])};
+    const double h = plane.value * std::numbers::pi / 180.0;
+    return {double(lab[1]) * std::cos(h) + double(lab[2]) * std::sin(h), double(lab[0])};
+}
+
+/// Where the straight line from @p from to @p to meets the axis x = 0.
+QPointF onAxis(const QPointF& from, const QPointF& to)
+{
+    const double t = from.x() / (from.x() - to.x());
+    return {0.0, from.y() + t * (to.y() - from.y())};
+}
+
+/// The parts of @p ring at x >= 0, each from the axis back to the axis; or the whole ring, as the only
+/// part in @p whole, when it lies on that side.
+void splitAtAxis(const QPolygonF& ring, QList<QPolygonF>& parts, QList<QPolygonF>& whole)
+{
+    const auto isRight = [](const QPointF& p) { return p.x() >= 0.0; };
+    const qsizetype size = ring.size();
+    qsizetype entry = -1; // a point right of the axis that follows one left of it
+    for (qsizetype i = 0; i < size && entry < 0; ++i)
+        if (!isRight(ring[i]) && isRight(ring[(i + 1) % size]))
+            entry = (i + 1) % size;
+    if (entry < 0) {
+        if (isRight(ring[0]))
+            whole.append(ring);
+        return;
+    }
+    QPolygonF part;
+    for (qsizetype i = 0; i < size; ++i) {
+        const QPointF& before = ring[(entry + i + size - 1) % size];
+        const QPointF& here = ring[(entry + i) % size];
+        if (isRight(here) != isRight(before))
+            part.append(onAxis(before, here));
+        if (isRight(here)) {
+            part.append(here);
+        } else if (!part.isEmpty()) {
+            parts.append(part);
+            part.clear();
+        }
+    }
+}
+
+/// Joins parts that begin and end on the axis into rings, along those stretches of the axis that lie
+/// inside: between the first and the second of their ends, between the third and the fourth, and so on.
+QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
+{
+    struct End
+    {
+        double y;
+        qsizetype part;
+        bool isStart;
+    };
+    QList<End> ends;
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        ends.append({parts[i].first().y(), i, true});
+        ends.append({parts[i].last().y(), i, false});
+    }
+    std::stable_sort(ends.begin(), ends.end(), [](const End& a, const End& b) { return a.y < b.y; });
+    QList<qsizetype> follower(parts.size(), -1); // the part whose start comes after the end of a part
+    for (qsizetype i = 0; i + 1 < ends.size(); i += 2) {
+        const End& one = ends[i];
+        const End& other = ends[i + 1];
+        if (one.isStart != other.isStart)
+            follower[one.isStart ? other.part : one.part] = one.isStart ? one.part : other.part;
+    }
+    QList<QPolygonF> rings;
+    QList<bool> used(parts.size(), false);
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        QPolygonF ring;
+        for (qsizetype at = i; at >= 0 && !used[at]; at = follower[at]) {
+            used[at] = true;
+            ring += parts[at];
+        }
+        if (ring.size() > 2)
+            rings.append(ring);
+    }
+    return rings;
+}
+
+/// Without points that repeat the one before them.
+QPolygonF withoutRepeats(QPolygonF ring)
+{
+    ring.erase(
+        std::unique(ring.begin(), ring.end(),
+                    [](const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); }),
+        ring.end());
+    while (ring.size() > 1 && ring.first().x() == ring.last().x() && ring.first().y() == ring.last().y())
+        ring.removeLast();
+    return ring;
+}
+
+} // namespace
+
+double ringArea(const QPolygonF& ring)
+{
+    double twice = 0.0;
+    for (qsizetype i = 0; i < ring.size(); ++i) {
+        const QPointF& a = ring[i];
+        const QPointF& b = ring[(i + 1) % ring.size()];
+        twice += a.x() * b.y() - b.x() * a.y();
+    }
+    return 0.5 * twice;
+}
+
+double GamutSlice::area() const
+{
+    double sum = 0.0;
+    for (const QPolygonF& ring : rings)
+        sum += ringArea(ring);
+    return sum;
+}
+
+GamutSlice gamutSlice(const QList<QList<KVHull::Node>>& faces, const SlicePlane& plane)
+{
+    GamutSlice slice;
+    QList<QPolygonF> parts;
+    const auto loops = chained(piecesOf(faces, plane));
+    for (const QList<LabPoint>& loop : loops) {
+        QPolygonF ring;
+        for (const LabPoint& lab : loop)
+            ring.append(flat(lab, plane));
+        if (plane.kind == SlicePlane::Lightness)
+            slice.rings.append(ring);
+        else
+            splitAtAxis(ring, parts, slice.rings);
+    }
+    slice.rings += joinedAlongAxis(parts);
+    for (QPolygonF& ring : slice.rings)
+        ring = withoutRepeats(ring);
+    slice.rings.removeIf([](const QPolygonF& ring) { return ring.size() < 3; });
+    // all pieces run the same way around the surface's outside, whichever that is in this plane
+    if (slice.area() < 0.0)
+        for (QPolygonF& ring : slice.rings)
+            std::reverse(ring.begin(), ring.end());
+    return slice;
+}

@@ -1,0 +1,381 @@
+#include "SliceDrawing.h"
+
+#include <QtGui/QFontMetricsF>
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+// Everything is laid out in units in which text is `text` high, and scaled to the painter's: the drawing
+// is the same at every size.
+
+namespace {
+
+constexpr qreal text = 16.0;
+constexpr qreal lineHeight = 1.35 * text;
+constexpr qreal gap = 0.5 * text;
+constexpr qreal usualTextShare = 1.0 / 45.0; // of the shorter side
+constexpr qreal tickDistance = 3.5 * text;   // at least
+constexpr qreal swatch = 1.6 * text;
+constexpr qreal strongLine = 2.0;
+constexpr qreal thinLine = 0.9;
+constexpr qreal fillOpacity = 0.07;
+constexpr qreal wideShape = 1.2; // from here on the legend stands beside the plot, not below it
+
+QFont font(bool bold = false)
+{
+    QFont result(QStringList{QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
+                             QStringLiteral("Helvetica"), QStringLiteral("DejaVu Sans")});
+    result.setPixelSize(static_cast<int>(text));
+    result.setBold(bold);
+    result.setHintingPreference(QFont::PreferNoHinting); // equal widths at every size
+    return result;
+}
+
+qreal widthOf(const QString& words, bool bold = false)
+{
+    return QFontMetricsF(font(bold)).horizontalAdvance(words);
+}
+
+/// The distance between ticks: 1, 2 or 5 times a power of ten, not below @p least.
+double tickStep(double least)
+{
+    const double power = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double digit : {1.0, 2.0, 5.0})
+        if (digit * power >= least * 0.999)
+            return digit * power;
+    return 10.0 * power;
+}
+
+QString number(double value)
+{
+    if (std::abs(value) < 1e-9)
+        return QStringLiteral("0");
+    return QString::number(value, 'g', 6).replace(QLatin1Char('-'), QChar(0x2212)); // a real minus
+}
+
+/// Ticks from @p from to @p to.
+QList<double> ticks(double from, double to, double step)
+{
+    QList<double> result;
+    for (double i = std::ceil(from / step - 1e-6); i * step <= to + 1e-6 * step; i += 1.0)
+        result.append(i * step);
+    return result;
+}
+
+QRectF roundedUp(const QRectF& range, double step)
+{
+    const double left = step * std::floor(range.left() / step + 1e-6);
+    const double top = step * std::floor(range.top() / step + 1e-6);
+    const double right = step * std::ceil(range.right() / step - 1e-6);
+    const double bottom = step * std::ceil(range.bottom() / step - 1e-6);
+    return QRectF(QPointF(left, top), QPointF(right, bottom));
+}
+
+QPainterPath pathOf(const QList<QPolygonF>& rings, const QTransform& transform)
+{
+    QPainterPath path;
+    for (const QPolygonF& ring : rings) {
+        path.addPolygon(transform.map(ring));
+        path.closeSubpath();
+    }
+    return path;
+}
+
+/// Draws @p words and, after them, @p subscript, in the middle of @p at.
+void paintSymbol(QPainter& painter, const QPointF& at, const QString& words, const QString& subscript)
+{
+    QFont small = font();
+    small.setPixelSize(static_cast<int>(0.7 * text));
+    const qreal width = widthOf(words);
+    const qreal whole = width + QFontMetricsF(small).horizontalAdvance(subscript);
+    const QPointF start(at.x() - 0.5 * whole, at.y() + 0.35 * text);
+    painter.setFont(font());
+    painter.drawText(start, words);
+    painter.setFont(small);
+    painter.drawText(start + QPointF(width + 1.0, 0.25 * text), subscript);
+}
+
+} // namespace
+
+/// Where things stand, in units of the layout.
+struct SliceDrawing::Layout
+{
+    QTransform toArea;  ///< from units of the layout to those of the painter
+    QRectF whole;       ///< the drawing
+    QRectF plot;        ///< the frame of the plot
+    QRectF range;       ///< what the frame shows, in coordinates of the plane
+    QTransform toPlot;  ///< from coordinates of the plane
+    double step = 10.0; ///< between ticks
+    QPointF legend;     ///< its top left corner
+    qreal legendWidth = 0.0;
+};
+
+SliceDrawing SliceDrawing::ofPlane(const SlicePlane& plane)
+{
+    return SliceDrawing(false, plane);
+}
+
+SliceDrawing SliceDrawing::ofRings()
+{
+    return SliceDrawing(true, {});
+}
+
+QColor SliceDrawing::usualColor(qsizetype position)
+{
+    // M. Okabe and K. Ito, "Color Universal Design"
+    static const std::array<QColor, 7> colors{
+        QColor(0, 114, 178), QColor(213, 94, 0),   QColor(0, 158, 115), QColor(204, 121, 167),
+        QColor(230, 159, 0), QColor(86, 180, 233), QColor(90, 90, 90)};
+    return colors[static_cast<size_t>(position) % colors.size()];
+}
+
+void SliceDrawing::add(const Gamut& gamut, const GamutSlice& slice)
+{
+    if (!m_ofRings)
+        m_curves.append({gamut, slice.rings, {}});
+}
+
+void SliceDrawing::add(const Gamut& gamut, const GamutRings& rings)
+{
+    if (!m_ofRings)
+        return;
+    if (m_ringLightness.isEmpty())
+        m_ringLightness = rings.lightness;
+    Curve curve{gamut, {}, rings.rings};
+    if (!curve.thin.isEmpty())
+        curve.strong.append(curve.thin.takeLast());
+    m_curves.append(curve);
+}
+
+QString SliceDrawing::title() const
+{
+    if (m_ofRings)
+        return QStringLiteral("Gamut rings in CIELAB (D50)");
+    if (m_plane.kind == SlicePlane::Lightness)
+        return QStringLiteral("Gamut slice at L* = %1 in CIELAB (D50)").arg(number(m_plane.value));
+    return QStringLiteral("Gamut slice at hue h = %1%2 in CIELAB (D50)")
+        .arg(number(m_plane.value))
+        .arg(QChar(0xb0));
+}
+
+/// What there is to show, with a little room around it.
+QRectF SliceDrawing::wantedRange() const
+{
+    if (m_range.isValid())
+        return m_range;
+    const bool ofHue = !m_ofRings && m_plane.kind == SlicePlane::Hue;
+    constexpr double least = 10.0; // around nothing at all
+    QRectF range = ofHue ? QRectF(0, 0, least, 100) : QRectF(-least, -least, 2 * least, 2 * least);
+    for (const Curve& curve : m_curves)
+        for (const QPolygonF& ring : curve.strong)
+            range |= ring.boundingRect();
+    const double room = 0.02 * std::max(range.width(), range.height());
+    return ofHue ? range.adjusted(0, 0, room, 0) : range.adjusted(-room, -room, room, room);
+}
+
+QSizeF SliceDrawing::legendSize() const
+{
+    if (!m_legendVisible || m_curves.isEmpty())
+        return {0.0, 0.0};
+    qreal width = 0.0;
+    qreal height = 0.0;
+    for (const Curve& curve : m_curves) {
+        width = std::max(width, widthOf(curve.gamut.name, true));
+        for (const QString& note : curve.gamut.notes)
+            width = std::max(width, widthOf(note));
+        height += static_cast<qreal>(1 + curve.gamut.notes.size()) * lineHeight + gap;
+    }
+    return {swatch + gap + width, height};
+}
+
+SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
+{
+    Layout l;
+    const qreal shorter = std::min(area.width(), area.height());
+    const qreal scale = std::max((m_textSize > 0.0 ? m_textSize : usualTextShare * shorter) / text, 1e-6);
+    l.toArea.translate(area.x(), area.y());
+    l.toArea.scale(scale, scale);
+    l.whole = QRectF(0, 0, area.width() / scale, area.height() / scale);
+
+    const bool beside = area.width() > wideShape * area.height();
+    const QSizeF legend = legendSize();
+    l.legendWidth = std::min(legend.width(), (beside ? 0.45 : 1.0) * l.whole.width() - 2 * gap);
+    QRectF room = l.whole.adjusted(4.6 * text, m_legendVisible ? 3.0 * text : text, -1.5 * text, -3.6 * text);
+    if (beside && !legend.isEmpty())
+        room.setRight(l.whole.right() - l.legendWidth - 2.5 * text);
+    else if (!legend.isEmpty())
+        room.setBottom(std::max(room.bottom() - legend.height(), room.top() + 0.3 * l.whole.height()));
+    room.setSize(room.size().expandedTo(QSizeF(text, text)));
+
+    // one scale for both axes; the frame shrinks around whole ticks
+    const QRectF wanted = wantedRange();
+    double perUnit = std::min(room.width() / wanted.width(), room.height() / wanted.height());
+    l.step = tickStep(tickDistance / perUnit);
+    l.range = roundedUp(wanted, l.step);
+    perUnit = std::min(room.width() / l.range.width(), room.height() / l.range.height());
+    const QSizeF size(perUnit * l.range.width(), perUnit * l.range.height());
+    l.plot = QRectF(QPointF(), size);
+    l.plot.moveCenter(room.center());
+    if (!beside)
+        l.plot.moveTop(room.top()); // the legend follows below
+    l.toPlot.translate(l.plot.left(), l.plot.bottom());
+    l.toPlot.scale(perUnit, -perUnit);
+    l.toPlot.translate(-l.range.left(), -l.range.top());
+    l.legend = beside ? QPointF(l.plot.right() + 1.5 * text, l.plot.top())
+                      : QPointF(l.plot.left(), l.plot.bottom() + 3.6 * text);
+    return l;
+}
+
+QTransform SliceDrawing::planeToArea(const QRectF& area) const
+{
+    const Layout l = layout(area);
+    return l.toPlot * l.toArea;
+}
+
+void SliceDrawing::paint(QPainter& painter, const QRectF& area) const
+{
+    const Layout l = layout(area);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.fillRect(area, m_palette.paper);
+    painter.setTransform(l.toArea, true);
+
+    paintTicks(painter, l);
+    paintCurves(painter, l);
+    paintAxes(painter, l);
+    if (m_ofRings)
+        paintRingLabels(painter, l);
+    if (m_legendVisible)
+        paintLegend(painter, l);
+    painter.restore();
+}
+
+void SliceDrawing::paintTicks(QPainter& painter, const Layout& l) const
+{
+    painter.setFont(font());
+    const QFontMetricsF metrics(font());
+    const auto line = [&](const QPointF& from, const QPointF& to, bool zero) {
+        painter.setPen(QPen(zero ? m_palette.ink : m_palette.grid, zero ? 1.0 : 0.8));
+        painter.drawLine(l.toPlot.map(from), l.toPlot.map(to));
+        painter.setPen(m_palette.ink);
+    };
+    const auto isZero = [](double value) { return std::abs(value) < 1e-9; };
+    for (const bool zeros : {false, true}) { // the axes over the grid
+        for (const double x : ticks(l.range.left(), l.range.right(), l.step))
+            if (isZero(x) == zeros)
+                line({x, l.range.top()}, {x, l.range.bottom()}, zeros);
+        for (const double y : ticks(l.range.top(), l.range.bottom(), l.step))
+            if (isZero(y) == zeros)
+                line({l.range.left(), y}, {l.range.right(), y}, zeros);
+    }
+    for (const double x : ticks(l.range.left(), l.range.right(), l.step)) {
+        const QString label = number(x);
+        const qreal at = l.toPlot.map(QPointF(x, 0)).x();
+        painter.drawText(QPointF(at - 0.5 * metrics.horizontalAdvance(label), l.plot.bottom() + 1.3 * text),
+                         label);
+    }
+    for (const double y : ticks(l.range.top(), l.range.bottom(), l.step)) {
+        const QString label = number(y);
+        const qreal at = l.toPlot.map(QPointF(0, y)).y();
+        painter.drawText(QPointF(l.plot.left() - gap - metrics.horizontalAdvance(label), at + 0.35 * text),
+                         label);
+    }
+}
+
+void SliceDrawing::paintAxes(QPainter& painter, const Layout& l) const
+{
+    painter.setPen(QPen(m_palette.ink, 1.0));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(l.plot);
+
+    const bool ofHue = !m_ofRings && m_plane.kind == SlicePlane::Hue;
+    const QString subscript = m_ofRings ? QStringLiteral("RSS") : QString();
+    paintSymbol(painter, {l.plot.center().x(), l.plot.bottom() + 2.5 * text},
+                ofHue ? QStringLiteral("C*") : QStringLiteral("a*"), subscript);
+    painter.save();
+    painter.translate(l.plot.left() - 3.6 * text, l.plot.center().y());
+    painter.rotate(-90);
+    paintSymbol(painter, {0, 0}, ofHue ? QStringLiteral("L*") : QStringLiteral("b*"), subscript);
+    painter.restore();
+
+    if (m_legendVisible) {
+        painter.setFont(font(true));
+        const QString words =
+            QFontMetricsF(font(true)).elidedText(title(), Qt::ElideRight, l.whole.right() - l.plot.left());
+        painter.drawText(QPointF(l.plot.left(), l.plot.top() - 0.9 * text), words);
+    }
+}
+
+void SliceDrawing::paintCurves(QPainter& painter, const Layout& l) const
+{
+    painter.save();
+    painter.setClipRect(l.plot);
+    const auto pen = [](const QColor& color, qreal width) {
+        return QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    };
+    for (const Curve& curve : m_curves) {
+        QColor fill = curve.gamut.color;
+        fill.setAlphaF(static_cast<float>(fillOpacity));
+        painter.fillPath(pathOf(curve.strong, l.toPlot), fill);
+    }
+    painter.setBrush(Qt::NoBrush);
+    for (const Curve& curve : m_curves) {
+        painter.setPen(pen(curve.gamut.color, thinLine));
+        for (const QPolygonF& ring : curve.thin)
+            painter.drawPath(pathOf({ring}, l.toPlot));
+        painter.setPen(pen(curve.gamut.color, strongLine));
+        painter.drawPath(pathOf(curve.strong, l.toPlot));
+    }
+    painter.restore();
+}
+
+void SliceDrawing::paintRingLabels(QPainter& painter, const Layout& l) const
+{
+    if (m_curves.isEmpty() || m_curves.first().strong.isEmpty())
+        return;
+    const QList<QPolygonF> rings = m_curves.first().thin + m_curves.first().strong;
+    constexpr double direction = 337.5; // where gamuts of devices have an even slope
+    for (const qsizetype i : {qsizetype(0), rings.size() / 2 - 1, rings.size() - 1}) {
+        if (i < 0)
+            continue;
+        const QPolygonF& ring = rings[i];
+        const QPointF corner = ring[static_cast<qsizetype>(direction / 360.0 * double(ring.size()))];
+        const QString label = QStringLiteral("L* %1").arg(number(m_ringLightness.value(i)));
+        QFont small = font();
+        small.setPixelSize(static_cast<int>(0.8 * text));
+        QRectF box(0, 0, QFontMetricsF(small).horizontalAdvance(label) + 0.6 * gap, text);
+        box.moveCenter(l.toPlot.map(corner));
+        QColor paper = m_palette.paper;
+        paper.setAlphaF(0.85f);
+        painter.fillRect(box, paper);
+        painter.setFont(small);
+        painter.setPen(m_palette.ink);
+        painter.drawText(QPointF(box.left() + 0.3 * gap, box.center().y() + 0.28 * text), label);
+    }
+}
+
+void SliceDrawing::paintLegend(QPainter& painter, const Layout& l) const
+{
+    QPointF at = l.legend;
+    const qreal room = std::max(l.legendWidth - swatch - gap, text);
+    const auto words = [&](const QString& line, bool bold) {
+        painter.setFont(font(bold));
+        painter.setPen(m_palette.ink);
+        painter.drawText(at + QPointF(swatch + gap, text),
+                         QFontMetricsF(font(bold)).elidedText(line, Qt::ElideMiddle, room));
+        at.ry() += lineHeight;
+    };
+    for (const Curve& curve : m_curves) {
+        painter.setPen(QPen(curve.gamut.color, strongLine * 1.5, Qt::SolidLine, Qt::FlatCap));
+        painter.drawLine(at + QPointF(0, 0.65 * text), at + QPointF(swatch, 0.65 * text));
+        words(curve.gamut.name, true);
+        for (const QString& note : curve.gamut.notes)
+            words(note, false);
+        at.ry() += gap;
+    }
+}

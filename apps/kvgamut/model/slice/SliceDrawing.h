@@ -1,0 +1,90 @@
+#pragma once
+
+#include "GamutRings.h"
+#include "GamutSlice.h"
+
+#include <QtCore/QRectF>
+#include <QtCore/QStringList>
+#include <QtGui/QColor>
+#include <QtGui/QTransform>
+
+class QPainter;
+
+/// A flat drawing of gamuts, to scale, with axes and a legend: cuts at a lightness (a*, b*) or at a hue
+/// (C*, L*), or gamut rings (a*RSS, b*RSS).
+///
+/// A value. It draws with any QPainter: on a picture, a widget, an SVG or a PDF. Text needs a
+/// QGuiApplication, which may be on the offscreen platform.
+class SliceDrawing
+{
+public:
+    /// One gamut of the drawing.
+    struct Gamut
+    {
+        QString name;      ///< first line of its legend
+        QStringList notes; ///< further lines: intent, white, area...
+        QColor color;
+    };
+    /// Colours of everything but the gamuts.
+    struct Palette
+    {
+        QColor paper = Qt::white;
+        QColor ink{0x22, 0x22, 0x22};  ///< text, frame and the axes through zero
+        QColor grid{0xdd, 0xdd, 0xdd}; ///< lines at the ticks
+    };
+
+    /// An empty drawing of cuts by @p plane.
+    static SliceDrawing ofPlane(const SlicePlane& plane);
+    /// An empty drawing of gamut rings.
+    static SliceDrawing ofRings();
+    /// The colour of the gamut at @p position, when nobody chose one: told apart with any colour vision.
+    static QColor usualColor(qsizetype position);
+
+    /// Adds a cut: the outlines of @p slice. Of a drawing of rings: nothing.
+    void add(const Gamut& gamut, const GamutSlice& slice);
+    /// Adds rings: the outermost strong, those inside it thin. Of a drawing of cuts: nothing.
+    void add(const Gamut& gamut, const GamutRings& rings);
+
+    void setPalette(const Palette& palette) { m_palette = palette; }
+    /// Shows this part of the plane (rounded up to whole ticks), instead of what holds all gamuts.
+    void setRange(const QRectF& range) { m_range = range; }
+    /// Height of text in units of the painter; 0, at first: 1/45 of the drawing's shorter side.
+    void setTextSize(qreal size) { m_textSize = size; }
+    /// Without it only the plot and its axes are drawn.
+    void setLegendVisible(bool visible) { m_legendVisible = visible; }
+
+    QString title() const;
+    /// Draws into @p area, all of which it paints.
+    void paint(QPainter& painter, const QRectF& area) const;
+    /// From coordinates of the plane to those of a painter that draws into @p area: where the mouse is.
+    QTransform planeToArea(const QRectF& area) const;
+
+private:
+    struct Curve
+    {
+        Gamut gamut;
+        QList<QPolygonF> strong; ///< filled lightly, even-odd
+        QList<QPolygonF> thin;
+    };
+    struct Layout;
+
+    explicit SliceDrawing(bool rings, const SlicePlane& plane) : m_ofRings(rings), m_plane(plane) {}
+
+    QRectF wantedRange() const;
+    QSizeF legendSize() const;
+    Layout layout(const QRectF& area) const;
+    void paintAxes(QPainter& painter, const Layout& layout) const;
+    void paintTicks(QPainter& painter, const Layout& layout) const;
+    void paintCurves(QPainter& painter, const Layout& layout) const;
+    void paintRingLabels(QPainter& painter, const Layout& layout) const;
+    void paintLegend(QPainter& painter, const Layout& layout) const;
+
+    bool m_ofRings;
+    SlicePlane m_plane;
+    QList<Curve> m_curves;
+    QList<double> m_ringLightness; ///< of the first gamut's rings
+    Palette m_palette;
+    QRectF m_range;
+    qreal m_textSize = 0.0;
+    bool m_legendVisible = true;
+};

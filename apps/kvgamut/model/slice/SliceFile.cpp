@@ -1,0 +1,83 @@
+#include "SliceFile.h"
+
+#include "SliceDrawing.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QHashFunctions>
+#include <QtCore/QScopeGuard>
+#include <QtGui/QImage>
+#include <QtGui/QPageSize>
+#include <QtGui/QPainter>
+#include <QtGui/QPdfWriter>
+#include <QtSvg/QSvgGenerator>
+
+namespace {
+
+constexpr int dotsPerMetre = 3780; // 96 per inch
+constexpr int dotsPerInch = 96;
+constexpr double pointsPerPixel = 72.0 / dotsPerInch;
+constexpr int fineness = 1200; // of a page, dots per inch
+
+/// Without the time at which it was written: digits for digits, since a PDF counts its bytes.
+QByteArray withoutDate(QByteArray pdf)
+{
+    static const QByteArray mark("/CreationDate (D:");
+    for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1)) {
+        static const QByteArray never("20000101000000");
+        pdf.replace(at + mark.size(), never.size(), never);
+    }
+    return pdf;
+}
+
+} // namespace
+
+QByteArray SliceFile::png(const SliceDrawing& drawing, const QSize& size)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    QPainter painter(&picture);
+    drawing.paint(painter, QRectF(QPointF(), size));
+    painter.end();
+    picture.setDotsPerMeterX(dotsPerMetre);
+    picture.setDotsPerMeterY(dotsPerMetre);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+QByteArray SliceFile::svg(const SliceDrawing& drawing, const QSize& size)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(dotsPerInch);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(), size));
+    generator.setTitle(drawing.title());
+    generator.setDescription(QStringLiteral("kvgamut"));
+    QPainter painter(&generator);
+    drawing.paint(painter, QRectF(QPointF(), size));
+    painter.end();
+    return buffer.data();
+}
+
+QByteArray SliceFile::pdf(const SliceDrawing& drawing, const QSize& size)
+{
+    // Qt writes a PDF's fonts in the order of a hash, which random seeds make another in each process.
+    QHashSeed::setDeterministicGlobalSeed();
+    const auto random = qScopeGuard(&QHashSeed::resetRandomGlobalSeed);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(fineness);
+    writer.setPageSize(
+        QPageSize(QSizeF(size) * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    writer.setTitle(drawing.title());
+    writer.setCreator(QStringLiteral("kvgamut"));
+    QPainter painter(&writer);
+    drawing.paint(painter, QRectF(0, 0, writer.width(), writer.height()));
+    painter.end();
+    return withoutDate(buffer.data());
+}

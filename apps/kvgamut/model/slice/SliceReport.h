@@ -1,0 +1,44 @@
+#pragma once
+
+#include "GamutRings.h"
+#include "GamutSlice.h"
+#include "SliceDrawing.h"
+
+#include <optional>
+
+/// Cuts of gamuts by one plane, or their gamut rings, as data and as a drawing.
+class SliceReport
+{
+public:
+    /// Cuts by @p plane; without one, gamut rings.
+    explicit SliceReport(const std::optional<SlicePlane>& plane) : m_plane(plane) {}
+
+    /// Adds @p gamut, which is called @p name; an invalid colour means one that tells it from the others.
+    void add(const QString& name, const KVGamut::GamutObject& gamut, const QColor& color = {});
+
+    /// RFC 4180, a row for each point. Cuts: profile, ring (from 1), L, a, b, C; the last point of a ring
+    /// is joined to its first. Rings: profile, lightness, hue, a_rss, b_rss, c_rss.
+    QByteArray csv() const;
+    /// An array of an object for each gamut: profile, intent, bpc, white, and of a cut lightness or hue,
+    /// area and rings (each an array of [L, a, b]); of rings volume and rings (each an object of lightness,
+    /// area and points [a_rss, b_rss] at equal steps of hue).
+    QByteArray json() const;
+    /// With a legend that states profile, intent, white, and area or volume.
+    SliceDrawing drawing() const;
+
+private:
+    struct Item
+    {
+        QString name;
+        QColor color;
+        KVGamut::Report report;
+        GamutSlice slice; ///< of a report of cuts
+        GamutRings rings; ///< of a report of rings
+    };
+
+    QStringList legendNames() const;
+    SliceDrawing::Gamut legendOf(const Item& item, const QString& name) const;
+
+    std::optional<SlicePlane> m_plane;
+    QList<Item> m_items;
+};

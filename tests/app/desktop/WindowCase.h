@@ -1,0 +1,73 @@
+#pragma once
+
+#include "desktop/MainWindow.h"
+#include "support/Spin.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QAction>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+
+namespace kvtest {
+
+/// The window of the program, shown.
+class WindowCase : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        window.resize(1150, 760);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    /// Opens @p inputs and waits until everything is computed and drawn.
+    void open(const QStringList& inputs)
+    {
+        window.open(inputs);
+        ASSERT_TRUE(settle());
+        spinFor(150); // the layout of the panels comes to rest
+        ASSERT_TRUE(settle());
+    }
+
+    bool settle()
+    {
+        return spinUntil([this] {
+            return window.isComplete() && window.viewer().isSettled() && !window.viewer().picture().isNull();
+        });
+    }
+
+    QImage settledPicture()
+    {
+        EXPECT_TRUE(settle());
+        return window.viewer().picture();
+    }
+
+    template <typename Widget>
+    Widget& control(const char* name)
+    {
+        auto* widget = window.findChild<Widget*>(QLatin1String(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return *widget;
+    }
+
+    QAction& action(const char* name)
+    {
+        auto* found = window.findChild<QAction*>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+
+    /// The window inside the viewer, which gets the pointer's events.
+    QWindow& innerWindow() { return *window.viewer().findChild<QWindow*>(); }
+
+    const GamutEntry& entry(int row = 0) { return window.gamuts().at(row); }
+    QString path(const QString& name) const { return folder.filePath(name); }
+
+    QTemporaryDir folder;
+    MainWindow window;
+};
+
+} // namespace kvtest

@@ -1,0 +1,136 @@
+#include "desktop/ComparisonModel.h"
+
+#include "desktop/GamutLoader.h"
+#include "support/Spin.h"
+
+#include <gtest/gtest.h>
+
+#include <QtTest/QAbstractItemModelTester>
+
+namespace {
+
+using kvtest::spinUntil;
+
+class Comparing : public testing::Test
+{
+protected:
+    void open(const QStringList& inputs)
+    {
+        for (const QString& input : inputs)
+            gamuts.add(input, {}, {});
+        ASSERT_TRUE(spinUntil([this] { return !loader.isBusy(); }));
+    }
+
+    bool finish()
+    {
+        return spinUntil([this] { return comparison.isComplete(); });
+    }
+
+    QString plain(int row, int column) const
+    {
+        return comparison.data(comparison.index(row, column), ComparisonModel::PlainRole).toString();
+    }
+
+    double number(int row, int column) const
+    {
+        bool ok = false;
+        const double value = plain(row, column).toDouble(&ok);
+        EXPECT_TRUE(ok) << row << ' ' << column;
+        return value;
+    }
+
+    GamutListModel gamuts;
+    GamutLoader loader{gamuts};
+    ComparisonModel comparison{gamuts};
+    QAbstractItemModelTester tester{&comparison, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(Comparing, hasARowForEveryGamutThatWasComputed)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    EXPECT_EQ(comparison.rowCount(), 0);
+    open({QStringLiteral("DisplayP3")});
+    EXPECT_EQ(comparison.rowCount(), 2);
+    gamuts.remove(0);
+    EXPECT_EQ(comparison.rowCount(), 1);
+    EXPECT_EQ(plain(0, ComparisonModel::Name), QStringLiteral("DisplayP3"));
+}
+
+TEST_F(Comparing, statesWhatItsNumbersHoldFor)
+{
+    open({QStringLiteral("sRGB")});
+    EXPECT_EQ(plain(0, ComparisonModel::Name), QStringLiteral("sRGB"));
+    EXPECT_EQ(plain(0, ComparisonModel::Intent), QStringLiteral("Absolute colorimetric"));
+    EXPECT_EQ(plain(0, ComparisonModel::White), QStringLiteral("100.0  0.0  0.0"));
+    const double off = number(0, ComparisonModel::Volume) - 832781.0;
+    EXPECT_LE(std::abs(off), number(0, ComparisonModel::Uncertainty) + 17.0);
+}
+
+TEST_F(Comparing, tellsHowMuchOfOneAnotherCovers)
+{
+    // sRGB lies within Display P3 but for rounding: their primaries are shared or farther out
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    ASSERT_TRUE(finish());
+    const double small = number(0, ComparisonModel::Volume);
+    const double large = number(1, ComparisonModel::Volume);
+    EXPECT_NEAR(number(1, ComparisonModel::Intersection), small, small * 0.001);
+    EXPECT_NEAR(number(1, ComparisonModel::Union), large, large * 0.001);
+    EXPECT_NEAR(number(1, ComparisonModel::CoversActive), 1.0, 0.001);
+    EXPECT_NEAR(number(1, ComparisonModel::CoveredByActive), small / large, 0.001);
+    EXPECT_TRUE(plain(0, ComparisonModel::Intersection).isEmpty()); // with itself
+
+    gamuts.setActiveRow(1);
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(number(0, ComparisonModel::CoversActive), small / large, 0.001);
+    EXPECT_NEAR(number(0, ComparisonModel::CoveredByActive), 1.0, 0.001);
+    EXPECT_TRUE(plain(1, ComparisonModel::Intersection).isEmpty());
+}
+
+TEST_F(Comparing, namesTheActiveGamutInItsTitles)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    const auto title = [this](int column) {
+        return comparison.headerData(column, Qt::Horizontal, ComparisonModel::PlainRole).toString();
+    };
+    EXPECT_TRUE(title(ComparisonModel::CoversActive).contains(QStringLiteral("sRGB")));
+    gamuts.setActiveRow(1);
+    EXPECT_TRUE(title(ComparisonModel::CoversActive).contains(QStringLiteral("DisplayP3")));
+}
+
+TEST_F(Comparing, showsNoNumbersOfGamutsThatWereReplaced)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc")});
+    gamuts.setSettings(1, {KVVMRenderRelativeColorimetric, false, -1}); // while the first are compared
+    ASSERT_TRUE(spinUntil([this] { return !loader.isBusy(); }));
+    ASSERT_TRUE(finish());
+    const auto exact = gamuts.at(0).gamut.compare(gamuts.at(1).gamut);
+    EXPECT_NEAR(number(1, ComparisonModel::Intersection), static_cast<double>(exact.intersection), 1.0);
+    EXPECT_EQ(plain(1, ComparisonModel::Intent), QStringLiteral("Relative colorimetric"));
+}
+
+TEST_F(Comparing, survivesTheLossOfAGamutThatIsBeingCompared)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3"), QStringLiteral("Rec2020")});
+    gamuts.remove(1);
+    gamuts.remove(0);
+    kvtest::spinFor(300);
+    EXPECT_TRUE(comparison.isComplete());
+    EXPECT_EQ(comparison.rowCount(), 1);
+}
+
+TEST_F(Comparing, copiesAsTabSeparatedTextForOtherPrograms)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    ASSERT_TRUE(finish());
+    const QStringList lines = comparison.toTsv().split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 3); // titles, and a gamut each
+    for (const QString& line : lines)
+        EXPECT_EQ(line.count(QLatin1Char('\t')), ComparisonModel::ColumnCount - 1);
+    const QModelIndexList cells{comparison.index(1, ComparisonModel::CoversActive),
+                                comparison.index(0, ComparisonModel::Name),
+                                comparison.index(1, ComparisonModel::Name)};
+    EXPECT_EQ(comparison.toTsv(cells, false),
+              QStringLiteral("sRGB\t\nDisplayP3\t%1").arg(plain(1, ComparisonModel::CoversActive)));
+}
+
+} // namespace

@@ -1,0 +1,213 @@
+#include "desktop/GamutListModel.h"
+#include "desktop/GamutTitles.h"
+#include "desktop/ShownWords.h"
+
+#include <gtest/gtest.h>
+
+#include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QSignalSpy>
+
+namespace {
+
+class GamutList : public testing::Test
+{
+protected:
+    void fill(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            model.add(QStringLiteral("/p/%1.icc").arg(i), {}, {});
+    }
+
+    /// The roles that were announced as changed since the last call.
+    QSet<int> announced()
+    {
+        QSet<int> roles;
+        for (const auto& signal : changes)
+            for (int role : signal[2].value<QList<int>>())
+                roles.insert(role);
+        changes.clear();
+        return roles;
+    }
+
+    GamutListModel model;
+    QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    QSignalSpy changes{&model, &QAbstractItemModel::dataChanged};
+    QSignalSpy activations{&model, &GamutListModel::activeRowChanged};
+};
+
+TEST_F(GamutList, makesTheFirstGamutTheActiveOne)
+{
+    EXPECT_EQ(model.activeRow(), -1);
+    fill(3);
+    EXPECT_EQ(model.activeRow(), 0);
+    EXPECT_EQ(activations.count(), 1);
+}
+
+TEST_F(GamutList, keepsTheActiveGamutWhenOthersGo)
+{
+    fill(4);
+    model.setActiveRow(2);
+    const QString id = model.at(2).id;
+    model.remove(0);
+    EXPECT_EQ(model.at(model.activeRow()).id, id);
+    model.remove(2);
+    EXPECT_EQ(model.at(model.activeRow()).id, id);
+}
+
+TEST_F(GamutList, activatesANeighbourWhenTheActiveGamutGoes)
+{
+    fill(3);
+    model.setActiveRow(2);
+    model.remove(2);
+    EXPECT_EQ(model.activeRow(), 1);
+    model.setActiveRow(0);
+    model.remove(0);
+    EXPECT_EQ(model.activeRow(), 0);
+    model.remove(0);
+    EXPECT_EQ(model.activeRow(), -1);
+}
+
+TEST_F(GamutList, refusesToActivateWhatIsNotThere)
+{
+    fill(2);
+    model.setActiveRow(2);
+    model.setActiveRow(-1);
+    EXPECT_EQ(model.activeRow(), 0);
+    EXPECT_EQ(activations.count(), 1);
+}
+
+TEST_F(GamutList, givesEveryGamutAnIdOfItsOwn)
+{
+    const QString first = model.add(QStringLiteral("sRGB"), {}, {});
+    const QString second = model.add(QStringLiteral("sRGB"), {}, {});
+    model.remove(0);
+    const QString third = model.add(QStringLiteral("sRGB"), {}, {});
+    EXPECT_NE(first, second);
+    EXPECT_NE(first, third);
+    EXPECT_NE(second, third);
+    EXPECT_EQ(model.rowOf(first), -1);
+    EXPECT_EQ(model.rowOf(third), 1);
+}
+
+TEST_F(GamutList, announcesALookOnceAndOnlyWhenItChanges)
+{
+    fill(1);
+    GamutLook look = model.at(0).look;
+    look.opacity = 0.5f;
+    model.setLook(0, look);
+    EXPECT_TRUE(announced().contains(GamutListModel::LookRole));
+    model.setLook(0, look);
+    EXPECT_TRUE(announced().isEmpty());
+}
+
+TEST_F(GamutList, hidesAGamutThroughItsCheckBox)
+{
+    fill(1);
+    EXPECT_EQ(model.data(model.index(0), Qt::CheckStateRole), Qt::Checked);
+    EXPECT_TRUE(model.setData(model.index(0), Qt::Unchecked, Qt::CheckStateRole));
+    EXPECT_FALSE(model.at(0).look.visible);
+    EXPECT_TRUE(model.flags(model.index(0)).testFlag(Qt::ItemIsUserCheckable));
+}
+
+TEST_F(GamutList, waitsForAGamutWithOtherSettings)
+{
+    fill(1);
+    model.setGamut(0, {});
+    const quint64 before = model.at(0).revision;
+    announced();
+    model.setSettings(0, {KVVMRenderPerceptual, false, 9});
+    EXPECT_TRUE(model.at(0).loading);
+    EXPECT_EQ(model.at(0).revision, before); // the present one stays meanwhile
+    EXPECT_EQ(model.at(0).computedWith, GamutSettings());
+    EXPECT_TRUE(announced().contains(GamutListModel::SettingsRole));
+    model.setGamut(0, {});
+    EXPECT_NE(model.at(0).revision, before);
+    EXPECT_EQ(model.at(0).computedWith.intent, KVVMRenderPerceptual);
+    EXPECT_FALSE(model.at(0).loading);
+}
+
+TEST_F(GamutList, returnsToTheSettingsOfTheGamutThatIsThere)
+{
+    fill(1);
+    model.setGamut(0, {});
+    model.setSettings(0, {KVVMRenderPerceptual, true, 9});
+    model.abandonLoad(0);
+    EXPECT_EQ(model.at(0).settings, GamutSettings());
+    EXPECT_FALSE(model.at(0).loading);
+}
+
+TEST_F(GamutList, dropsWhatNeverHadAGamut)
+{
+    fill(2);
+    model.abandonLoad(0);
+    EXPECT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(model.at(0).input, QStringLiteral("/p/1.icc"));
+}
+
+TEST_F(GamutList, signsAGamutWithItsColourOrOneOfItsOwn)
+{
+    fill(3);
+    EXPECT_NE(model.signColor(0), model.signColor(1));
+    EXPECT_NE(model.signColor(1), model.signColor(2));
+    GamutLook look;
+    look.color = QColor(1, 2, 3);
+    model.setLook(1, look);
+    EXPECT_EQ(model.signColor(1), QColor(1, 2, 3));
+    EXPECT_EQ(model.data(model.index(1), Qt::DecorationRole).value<QColor>(), QColor(1, 2, 3));
+}
+
+TEST_F(GamutList, showsHowFarALoadIs)
+{
+    fill(1);
+    model.setProgress(0, 0.42f);
+    EXPECT_TRUE(model.data(model.index(0), Qt::DisplayRole).toString().contains(QStringLiteral("42")));
+    model.setGamut(0, {});
+    EXPECT_EQ(model.data(model.index(0), Qt::DisplayRole).toString(), QStringLiteral("0.icc"));
+}
+
+QStringList titles(std::initializer_list<const char*> inputs)
+{
+    QStringList list;
+    for (const char* input : inputs)
+        list.append(QString::fromUtf8(input));
+    return gamutTitles(list);
+}
+
+TEST(GamutTitles, areTheFileNames)
+{
+    EXPECT_EQ(
+        titles({"/a/printer.icc", "sRGB", "/b/größe 1.icc"}),
+        (QStringList{QStringLiteral("printer.icc"), QStringLiteral("sRGB"), QStringLiteral("größe 1.icc")}));
+}
+
+TEST(GamutTitles, nameTheFolderWhereTwoFilesShareTheName)
+{
+    EXPECT_EQ(titles({"/a/printer.icc", "/b/printer.icc", "/b/other.icc"}),
+              (QStringList{QStringLiteral("printer.icc - a"), QStringLiteral("printer.icc - b"),
+                           QStringLiteral("other.icc")}));
+}
+
+TEST(GamutTitles, numberWhatIsOpenTwice)
+{
+    EXPECT_EQ(titles({"sRGB", "sRGB", "sRGB"}),
+              (QStringList{QStringLiteral("sRGB"), QStringLiteral("sRGB (2)"), QStringLiteral("sRGB (3)")}));
+}
+
+TEST(ShownWords, sayLabAndLch)
+{
+    EXPECT_EQ(ShownWords::lab({53.24f, -80.06f, 67.2f}), QStringLiteral("L* 53.2   a* -80.1   b* 67.2"));
+    EXPECT_EQ(ShownWords::lch({50, 3, 4}), QStringLiteral("L* 50.0   C* 5.0   h 53.1°"));
+    EXPECT_EQ(ShownWords::lab({100, -0.01f, 0}), QStringLiteral("L* 100.0   a* 0.0   b* 0.0"));
+    EXPECT_EQ(ShownWords::lch({100, -0.01f, 0}), QStringLiteral("L* 100.0   C* 0.0   h –"));
+    EXPECT_EQ(ShownWords::lch({50, 0, -10}), QStringLiteral("L* 50.0   C* 10.0   h 270.0°"));
+}
+
+TEST(ShownWords, leaveOutWhatHasNoEffect)
+{
+    EXPECT_EQ(ShownWords::settings({KVVMRenderAbsoluteColorimetric, true, -1}),
+              ShownWords::settings({KVVMRenderAbsoluteColorimetric, false, -1}));
+    EXPECT_NE(ShownWords::settings({KVVMRenderRelativeColorimetric, true, -1}),
+              ShownWords::settings({KVVMRenderRelativeColorimetric, false, -1}));
+}
+
+} // namespace

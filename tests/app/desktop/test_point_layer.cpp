@@ -1,0 +1,279 @@
+#include "desktop/PointLayer.h"
+
+#include "../TestPictures.h"
+#include "desktop/GamutLoader.h"
+#include "desktop/Inspector.h"
+#include "model/BuiltInProfiles.h"
+#include "model/PicturePoints.h"
+#include "support/Spin.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
+#include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QSignalSpy>
+
+#include <numeric>
+
+namespace {
+
+using kvtest::spinUntil;
+
+// Positions that sRGB holds, has on its surface (its white), and does not have.
+constexpr const char* threePoints = "name,L,a,b\ngrey,50,0,0\npaper,100,0,0\nlaser,60,-120,90\n";
+
+class Points : public testing::Test
+{
+protected:
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        const QString path = folder.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return path;
+    }
+
+    bool finish()
+    {
+        return spinUntil([this] { return !loader.isBusy() && points.isComplete(); });
+    }
+
+    double share(Side side) { return points.share(0, side).value_or(-1.0); }
+
+    QTemporaryDir folder;
+    GamutListModel gamuts;
+    GamutLoader loader{gamuts};
+    KVGamut3DViewer viewer; // never shown
+    PointLayer points{gamuts, viewer};
+    QAbstractItemModelTester tester{&points, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    QSignalSpy failures{&points, &PointLayer::failed};
+};
+
+TEST_F(Points, areJudgedByTheActiveGamut)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    points.open(write(QStringLiteral("three.csv"), threePoints));
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(share(Side::Inside), 1.0 / 3, 1e-9);
+    EXPECT_NEAR(share(Side::Edge), 1.0 / 3, 1e-9);
+    EXPECT_NEAR(share(Side::Outside), 1.0 / 3, 1e-9);
+}
+
+TEST_F(Points, areJudgedAnewWhenAnotherGamutBecomesActive)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    gamuts.add(QStringLiteral("ProPhoto"), {}, {});
+    // inside ProPhoto, outside sRGB
+    points.open(write(QStringLiteral("one.csv"), "60,-80,60\n"));
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(share(Side::Outside), 1.0);
+    gamuts.setActiveRow(1);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(share(Side::Inside), 1.0);
+}
+
+TEST_F(Points, takeTheEdgeAsWideAsTheTolerance)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    points.open(write(QStringLiteral("three.csv"), threePoints));
+    ASSERT_TRUE(finish());
+    points.setTolerance(60.0f); // wider than the distance of the grey
+    EXPECT_NEAR(share(Side::Inside), 0.0, 1e-9);
+    points.setTolerance(0.0f);
+    EXPECT_LE(share(Side::Edge), 1.0 / 3);
+}
+
+TEST_F(Points, areDrawnInTheColoursOfTheirSides)
+{
+    points.open(write(QStringLiteral("three.csv"), threePoints));
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(viewer.pointSet().size(), 1); // not judged yet
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(viewer.pointSet().size(), 3);
+    points.clear();
+    EXPECT_TRUE(viewer.pointSet().isEmpty());
+}
+
+TEST_F(Points, thatCannotBeReadAreDroppedWithTheReason)
+{
+    const QString file = write(QStringLiteral("bad.csv"), "name,colour\na,b\n");
+    points.open(file);
+    points.open(folder.filePath(QStringLiteral("missing.csv")));
+    ASSERT_TRUE(spinUntil([this] { return failures.count() == 2; }));
+    EXPECT_EQ(points.rowCount(), 0);
+    EXPECT_TRUE(failures[0][0].toString().contains(file));
+}
+
+TEST_F(Points, ofOneFileAreReadAgainNotTwice)
+{
+    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n");
+    points.open(file);
+    ASSERT_TRUE(finish());
+    write(QStringLiteral("p.csv"), "50,0,0\n60,0,0\n");
+    points.open(file);
+    ASSERT_TRUE(finish());
+    ASSERT_EQ(points.rowCount(), 1);
+    EXPECT_EQ(points.set(0).points.size(), 2);
+}
+
+TEST_F(Points, areFoundUnderThePointerByName)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    points.open(write(QStringLiteral("three.csv"), threePoints));
+    ASSERT_TRUE(finish());
+    const Inspector inspector(gamuts, points, viewer);
+    const auto finding = inspector.look({{60, -120, -300}, {0, 0, 1}});
+    ASSERT_TRUE(finding);
+    EXPECT_EQ(finding->name, QStringLiteral("laser"));
+    EXPECT_EQ(finding->lab, QVector3D(60, -120, 90));
+    EXPECT_TRUE(finding->text.contains(QStringLiteral("C* 150.0")));
+    EXPECT_TRUE(finding->text.contains(QStringLiteral("outside sRGB")));
+    EXPECT_FALSE(inspector.look({{60, -120, -300}, {0, 1, 0}}));
+}
+
+TEST_F(Points, comeBeforeTheSurfaceBehindThem)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    points.open(write(QStringLiteral("above.csv"), "name,L,a,b\nabove,120,0,0\nwithin,50,10,0\n"));
+    ASSERT_TRUE(finish());
+    bool shown = false;
+    viewer.load(gamuts.at(0).id, gamuts.at(0).gamut.serialize(),
+                [&shown](const QString&, bool ok) { shown = ok; });
+    ASSERT_TRUE(spinUntil([&shown] { return shown; }));
+    const Inspector inspector(gamuts, points, viewer);
+    EXPECT_EQ(inspector.look({{200, 0, 0}, {-1, 0, 0}})->name, QStringLiteral("above"));
+    const auto surface = inspector.look({{200, 10, 0}, {-1, 0, 0}});
+    ASSERT_TRUE(surface);
+    EXPECT_EQ(surface->name, QStringLiteral("sRGB")); // hides the point within
+    EXPECT_GT(surface->lab.x(), 90.0f);
+    viewer.setClipping(60.0f);
+    EXPECT_EQ(inspector.look({{200, 10, 0}, {-1, 0, 0}})->name, QStringLiteral("within"));
+}
+
+TEST(SideOfAGamut, isToldByTheSignAndTheTolerance)
+{
+    EXPECT_EQ(sideOf(-1.1f, 1.0f), Side::Inside);
+    EXPECT_EQ(sideOf(-1.0f, 1.0f), Side::Edge);
+    EXPECT_EQ(sideOf(1.0f, 1.0f), Side::Edge);
+    EXPECT_EQ(sideOf(1.1f, 1.0f), Side::Outside);
+    EXPECT_EQ(sideOf(std::numeric_limits<float>::infinity(), 1.0f), Side::Outside);
+}
+
+TEST(GatheredColours, weighTogetherWhatTheColoursAre)
+{
+    QList<QVector3D> colours;
+    for (int i = 0; i < 30; ++i)
+        colours.append({50.5f, 10.5f, 10.5f});
+    for (int i = 0; i < 10; ++i)
+        colours.append({80.5f + 0.1f * static_cast<float>(i), -20.5f, 0.5f});
+    const auto points = gatherColours(colours, 4.0f, 100);
+    ASSERT_EQ(points.size(), 2);
+    EXPECT_NEAR(points[0].weight, 0.75, 1e-12);
+    EXPECT_NEAR(points[1].weight, 0.25, 1e-12);
+    EXPECT_NEAR(points[1].lab.x(), 80.95f, 1e-3f); // the mean of what lies in the cell
+}
+
+TEST(GatheredColours, areNeverMoreThanWanted)
+{
+    QList<QVector3D> colours;
+    for (int L = 0; L < 100; L += 5)
+        for (int a = -100; a < 100; a += 10)
+            colours.append(QVector3D(static_cast<float>(L), static_cast<float>(a), 0));
+    const auto points = gatherColours(colours, 1.0f, 50);
+    EXPECT_LE(points.size(), 50);
+    EXPECT_GT(points.size(), 10);
+    const double all = std::accumulate(points.begin(), points.end(), 0.0,
+                                       [](double sum, const MeasuredPoint& p) { return sum + p.weight; });
+    EXPECT_NEAR(all, 1.0, 1e-9);
+}
+
+class PicturePixels : public testing::Test
+{
+protected:
+    QString save(const QImage& picture)
+    {
+        const QString path = folder.filePath(QStringLiteral("picture.png"));
+        EXPECT_TRUE(picture.save(path));
+        return path;
+    }
+
+    static QImage red(int width, int height)
+    {
+        QImage picture(width, height, QImage::Format_RGB32);
+        picture.fill(QColor(255, 0, 0));
+        return picture;
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(PicturePixels, areConvertedThroughTheEmbeddedProfile)
+{
+    QImage picture = red(4, 4);
+    picture.setColorSpace(QColorSpace::fromIccProfile(BuiltInProfiles::profile(QStringLiteral("AdobeRGB"))));
+    const PointSet set = readPicturePoints(save(picture));
+    EXPECT_EQ(set.problem, QString());
+    EXPECT_EQ(set.note, QString());
+    ASSERT_EQ(set.points.size(), 1);
+    // Lab (D50) of Adobe RGB's red, from its published primaries
+    EXPECT_LT((set.points[0].lab - QVector3D(63.27f, 90.38f, 78.16f)).length(), 1.0f);
+}
+
+TEST_F(PicturePixels, countAsSrgbWhereNothingElseIsSaid)
+{
+    const PointSet set = readPicturePoints(save(red(4, 4)));
+    ASSERT_EQ(set.points.size(), 1);
+    EXPECT_LT((set.points[0].lab - QVector3D(54.29f, 80.81f, 69.89f)).length(), 0.5f);
+    EXPECT_TRUE(set.note.contains(QStringLiteral("sRGB")));
+}
+
+TEST_F(PicturePixels, weighAsMuchAsTheirShareOfThePicture)
+{
+    QImage picture = red(40, 10);
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 10; ++x)
+            picture.setPixelColor(x, y, Qt::white);
+    const PointSet set = readPicturePoints(save(picture));
+    ASSERT_EQ(set.points.size(), 2);
+    const auto& white = set.points[0].lab.x() > 90.0f ? set.points[0] : set.points[1];
+    EXPECT_NEAR(white.weight, 0.25, 1e-9);
+}
+
+TEST_F(PicturePixels, ofABigPictureAreASample)
+{
+    QImage picture = red(2000, 1000);
+    for (int y = 0; y < 1000; ++y)
+        for (int x = 0; x < 500; ++x)
+            picture.setPixelColor(x, y, Qt::white);
+    const PointSet set = readPicturePoints(save(picture));
+    ASSERT_EQ(set.points.size(), 2);
+    const auto& white = set.points[0].lab.x() > 90.0f ? set.points[0] : set.points[1];
+    EXPECT_NEAR(white.weight, 0.25, 0.01);
+}
+
+TEST_F(PicturePixels, thatAreTransparentAreLeftOut)
+{
+    QImage picture(4, 4, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    EXPECT_TRUE(readPicturePoints(save(picture)).problem.contains(QStringLiteral("transparent")));
+    picture.setPixelColor(1, 1, Qt::red);
+    EXPECT_EQ(readPicturePoints(save(picture)).points.size(), 1);
+}
+
+TEST_F(PicturePixels, ofInksAreRefused)
+{
+    const QString path = folder.filePath(QStringLiteral("inks.jpg"));
+    QFile profile(QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"));
+    ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
+    testpictures::writeCmykJpeg(path, profile.readAll());
+    const PointSet set = readPicturePoints(path);
+    EXPECT_TRUE(set.points.isEmpty());
+    EXPECT_TRUE(set.problem.contains(path));
+}
+
+} // namespace

@@ -1,0 +1,372 @@
+#include "WindowCase.h"
+
+#include "desktop/KeyList.h"
+#include "desktop/RecentFiles.h"
+
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QClipboard>
+#include <QtGui/QDropEvent>
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeWidget>
+
+namespace {
+
+const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+
+class Window : public kvtest::WindowCase
+{
+protected:
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return path(name);
+    }
+
+    QByteArray read(const QString& name)
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+
+    /// Drags @p file over @p target and lets it go there.
+    static void drop(QObject& target, const QString& file)
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file)});
+        const auto send = [&](QDropEvent&& event) {
+            event.setAccepted(false);
+            QCoreApplication::sendEvent(&target, &event);
+            EXPECT_TRUE(event.isAccepted());
+        };
+        send(QDragEnterEvent(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+        send(QDragMoveEvent(QPoint(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+        send(QDropEvent(QPointF(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+    }
+
+    /// All actions of the menus that do something.
+    static QList<QAction*> actionsOf(const QList<QAction*>& actions)
+    {
+        QList<QAction*> result;
+        for (QAction* action : actions) {
+            if (action->menu())
+                result.append(actionsOf(action->menu()->actions()));
+            else if (!action->isSeparator())
+                result.append(action);
+        }
+        return result;
+    }
+};
+
+TEST_F(Window, saysWhatToDoWhileNothingIsOpen)
+{
+    EXPECT_TRUE(control<QWidget>("welcome").isVisible());
+    control<QPushButton>("welcomeExample").click();
+    EXPECT_FALSE(control<QWidget>("welcome").isVisible());
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(window.gamuts().rowCount(), 2);
+    action("closeAll").trigger();
+    EXPECT_TRUE(control<QWidget>("welcome").isVisible());
+}
+
+TEST_F(Window, takesFilesThatAreDroppedAnywhere)
+{
+    drop(window, cmyk); // the view is not there yet
+    ASSERT_TRUE(settle());
+    drop(window.viewer(), cmyk);
+    drop(innerWindow(), cmyk);
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(window.gamuts().rowCount(), 3);
+    drop(innerWindow(), write(QStringLiteral("p.csv"), "50,0,0\n"));
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(window.points().rowCount(), 1);
+}
+
+TEST_F(Window, leavesDropsAloneThatAreNoFiles)
+{
+    QMimeData data;
+    data.setText(QStringLiteral("words"));
+    QDragEnterEvent event(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    event.setAccepted(false);
+    QCoreApplication::sendEvent(&window.viewer(), &event);
+    EXPECT_FALSE(event.isAccepted());
+}
+
+TEST_F(Window, saysWhyAFileDoesNotOpenAndGoesOn)
+{
+    QSignalSpy problems(&window, &MainWindow::problem);
+    auto& bar = control<QWidget>("messageBar");
+    EXPECT_FALSE(bar.isVisible());
+    open({write(QStringLiteral("no profile.icc"), "hello"), QStringLiteral("sRGB")});
+    EXPECT_TRUE(bar.isVisible());
+    ASSERT_EQ(problems.count(), 1);
+    EXPECT_TRUE(problems[0][0].toString().contains(QStringLiteral("no profile.icc")));
+    ASSERT_EQ(window.gamuts().rowCount(), 1);
+    EXPECT_FLOAT_EQ(entry().look.opacity, 1.0f); // the first one to be seen is solid
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(Window, changesTheIntentWhileItLoadsAndShowsTheLast)
+{
+    window.addGamut(cmyk, {KVVMRenderAbsoluteColorimetric, false, 65}, {});
+    kvtest::spinFor(20);
+    for (const char* name : {"intent0", "intent2", "intent1"}) {
+        action(name).trigger();
+        kvtest::spinFor(10);
+    }
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry().computedWith.intent, KVVMRenderRelativeColorimetric);
+    EXPECT_NEAR(window.viewer().volume(entry().id), 411424.0f, 1500.0f);
+}
+
+TEST_F(Window, cancelsALoadAndKeepsWhatWasThere)
+{
+    open({cmyk});
+    const QImage before = settledPicture();
+    window.gamuts().setSettings(0, {KVVMRenderPerceptual, false, 129});
+    auto& cancel = control<QToolButton>("cancel");
+    EXPECT_TRUE(cancel.isVisible());
+    EXPECT_TRUE(control<QWidget>("progress").isVisible());
+    cancel.click();
+    EXPECT_FALSE(cancel.isVisible());
+    EXPECT_EQ(settledPicture(), before);
+    EXPECT_EQ(entry().settings, GamutSettings());
+}
+
+TEST_F(Window, isDestroyedInTheMidstOfLoading)
+{
+    auto other = std::make_unique<MainWindow>();
+    other->show();
+    other->addGamut(cmyk, {KVVMRenderPerceptual, false, 129}, {});
+    other->addGamut(QStringLiteral("sRGB"));
+    other->addPoints({write(QStringLiteral("p.csv"), "50,0,0\n")});
+    kvtest::spinFor(30);
+    other.reset();
+    kvtest::spinFor(100);
+    EXPECT_TRUE(KVCompletionProtocol::runningTasks().isEmpty());
+}
+
+TEST_F(Window, tellsTheColourThatIsClicked)
+{
+    open({QStringLiteral("sRGB")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    auto& finding = control<QLabel>("finding");
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    // from the top, the middle of the view is the white
+    EXPECT_TRUE(finding.text().contains(QStringLiteral("sRGB"))) << finding.text().toStdString();
+    EXPECT_TRUE(finding.text().contains(QStringLiteral("L* 100.0"))) << finding.text().toStdString();
+    EXPECT_EQ(window.viewer().markerSet().size(), 1); // marked where it was hit
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+    EXPECT_FALSE(finding.text().contains(QStringLiteral("sRGB")));
+    EXPECT_TRUE(window.viewer().markerSet().isEmpty());
+}
+
+TEST_F(Window, takesADragForNoClick)
+{
+    open({QStringLiteral("sRGB")});
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mousePress(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    QTest::mouseMove(&innerWindow(), middle + QPoint(40, 10));
+    QTest::mouseRelease(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle + QPoint(40, 10));
+    EXPECT_TRUE(window.viewer().markerSet().isEmpty());
+}
+
+TEST_F(Window, copiesTheNumbersThatAreSelected)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& table = control<QTableView>("comparison");
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(1, ComparisonModel::Volume));
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    bool ok = false;
+    EXPECT_NEAR(QGuiApplication::clipboard()->text().toDouble(&ok), 1233000.0, 2000.0);
+    EXPECT_TRUE(ok);
+    action("copyTable").trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
+}
+
+TEST_F(Window, copiesAndPastesTheCamera)
+{
+    open({QStringLiteral("sRGB")});
+    const QImage before = settledPicture();
+    action("copyCamera").trigger();
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_NE(settledPicture(), before);
+    action("pasteCamera").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_LT((window.viewer().camera() - QVector3D(265, 160, -450)).length(), 60.0f);
+
+    QSignalSpy problems(&window, &MainWindow::problem);
+    QGuiApplication::clipboard()->setText(QStringLiteral("no camera"));
+    action("pasteCamera").trigger();
+    EXPECT_EQ(problems.count(), 1);
+}
+
+TEST_F(Window, savesThePictureAtAnySize)
+{
+    open({QStringLiteral("sRGB")});
+    ASSERT_TRUE(window.savePicture(path(QStringLiteral("größe 1.png")), {1500, 900}));
+    const QImage saved(path(QStringLiteral("größe 1.png")));
+    EXPECT_EQ(saved.size(), QSize(1500, 900));
+    EXPECT_EQ(saved.convertToFormat(QImage::Format_RGB32), window.viewer().picture({1500, 900}));
+    QSignalSpy problems(&window, &MainWindow::problem);
+    EXPECT_FALSE(window.savePicture(path(QStringLiteral("no/such/folder.png")), {100, 100}));
+    EXPECT_FALSE(window.savePicture(path(QStringLiteral("picture.xyz")), {100, 100}));
+    EXPECT_EQ(problems.count(), 2);
+    window.copyPicture();
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), window.viewer().picture().size());
+}
+
+TEST_F(Window, savesTheSectionAsADrawing)
+{
+    open({QStringLiteral("sRGB")});
+    ASSERT_TRUE(window.saveSection(path(QStringLiteral("s.svg"))));
+    EXPECT_TRUE(read(QStringLiteral("s.svg")).contains("<svg"));
+    EXPECT_TRUE(read(QStringLiteral("s.svg")).contains("sRGB"));
+    ASSERT_TRUE(window.saveSection(path(QStringLiteral("s.pdf"))));
+    EXPECT_TRUE(read(QStringLiteral("s.pdf")).startsWith("%PDF"));
+    EXPECT_FALSE(window.saveSection(path(QStringLiteral("s.doc"))));
+}
+
+TEST_F(Window, comesBackFromItsSession)
+{
+    open({QStringLiteral("sRGB"), cmyk, write(QStringLiteral("p.csv"), "60,-120,90\n50,0,0\n")});
+    window.gamuts().setSettings(1, {KVVMRenderRelativeColorimetric, true, 9});
+    window.gamuts().setActiveRow(1);
+    for (const char* name : {"fromTop", "plane", "backgroundDark", "lightLeft", "cut", "orthogonal"})
+        action(name).trigger();
+    const QImage before = settledPicture();
+    const Session saved = window.session();
+    ASSERT_TRUE(window.saveSession(path(QStringLiteral("all.kvsession"))));
+
+    action("closeAll").trigger();
+    for (const char* name : {"fromBottom", "plane", "backgroundLight", "lightAbove", "cut", "orthogonal"})
+        action(name).trigger();
+    ASSERT_TRUE(settle());
+    ASSERT_TRUE(window.openSession(path(QStringLiteral("all.kvsession"))));
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(window.session(), saved);
+    EXPECT_EQ(settledPicture(), before);
+    EXPECT_TRUE(action("plane").isChecked()); // the controls follow
+    EXPECT_TRUE(action("cut").isChecked());
+}
+
+TEST_F(Window, keepsWhatIsShownWhenASessionIsBad)
+{
+    open({QStringLiteral("sRGB")});
+    QSignalSpy problems(&window, &MainWindow::problem);
+    EXPECT_FALSE(window.openSession(write(QStringLiteral("bad.kvsession"), "hello")));
+    EXPECT_FALSE(window.openSession(path(QStringLiteral("missing.kvsession"))));
+    EXPECT_EQ(problems.count(), 2);
+    EXPECT_EQ(window.gamuts().rowCount(), 1);
+}
+
+TEST_F(Window, remembersWhatWasOpenedLast)
+{
+    RecentFiles::clear();
+    const QString points = write(QStringLiteral("p.csv"), "50,0,0\n");
+    open({cmyk, QStringLiteral("sRGB"), points});
+    EXPECT_EQ(RecentFiles::list(), (QStringList{points, cmyk}));
+    QFile::remove(points);
+    EXPECT_EQ(RecentFiles::list(), QStringList{cmyk});
+}
+
+TEST_F(Window, hasAKeyForEveryAction)
+{
+    RecentFiles::clear();
+    QHash<QString, QString> owners;
+    const auto actions = actionsOf(window.menuBar()->actions());
+    EXPECT_GT(actions.size(), 50);
+    for (const QAction* action : actions) {
+        EXPECT_FALSE(action->shortcuts().isEmpty()) << action->text().toStdString();
+        const auto keys = action->shortcuts();
+        for (const QKeySequence& key : keys) {
+            const QString name = key.toString();
+            EXPECT_FALSE(owners.contains(name)) << name.toStdString() << ": " << action->text().toStdString();
+            owners.insert(name, action->text());
+        }
+    }
+}
+
+TEST_F(Window, listsItsKeysUnderH)
+{
+    QTest::keyClick(&window, Qt::Key_H);
+    auto* list = window.findChild<KeyList*>();
+    ASSERT_NE(list, nullptr);
+    EXPECT_TRUE(list->isVisible());
+    EXPECT_FALSE(list->isModal());
+    const auto* tree = list->findChild<QTreeWidget*>();
+    const auto actions = actionsOf(window.menuBar()->actions());
+    for (const QAction* action : actions) {
+        const QString text = action->text().remove(QLatin1Char('&'));
+        const auto items = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive, 0);
+        ASSERT_FALSE(items.isEmpty()) << text.toStdString();
+    }
+}
+
+TEST_F(Window, isReachableByTabAllAround)
+{
+    open({QStringLiteral("sRGB")});
+    window.gamuts().setSettings(0, {KVVMRenderRelativeColorimetric, false, -1});
+    ASSERT_TRUE(settle());
+    control<QWidget>("gamutList").setFocus();
+    QStringList reached;
+    for (int i = 0; i < 26; ++i) {
+        QWidget* widget = QApplication::focusWidget();
+        const bool inView = !widget || widget->objectName() == QLatin1String("view");
+        reached.append(inView ? QStringLiteral("view") : widget->objectName());
+        // in the view the keys go to a window that is no widget
+        if (inView)
+            QTest::keyClick(&window.viewer(), Qt::Key_Tab);
+        else
+            QTest::keyClick(widget, Qt::Key_Tab);
+        kvtest::spinFor(20); // the window system moves the keyboard from window to window
+    }
+    for (const char* name : {"gamutList", "intent", "blackPoint", "grid", "mode", "opacity", "ambient",
+                             "surface", "projection", "primaries", "view", "clipSlider", "clipNumber",
+                             "clipCut", "pointFiles", "tolerance", "addPoints", "comparison"})
+        EXPECT_TRUE(reached.contains(QLatin1String(name)))
+            << name << " is not among " << reached.join(QLatin1Char(' ')).toStdString();
+}
+
+TEST_F(Window, followsADarkPalette)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(0x35, 0x37, 0x3a), QColor(0x2b, 0x2d, 0x30)));
+    kvtest::spinFor(100);
+    const QImage section = control<QWidget>("slice").grab().toImage();
+    EXPECT_LT(section.pixelColor(2, 2).lightness(), 100); // paper
+    int brightest = 0;                                    // text and frame on it
+    for (int y = 0; y < section.height(); ++y)
+        for (int x = 0; x < section.width(); ++x)
+            brightest = std::max(brightest, section.pixelColor(x, y).lightness());
+    EXPECT_GT(brightest, 150);
+    QApplication::setPalette(before);
+}
+
+TEST_F(Window, leavesTheViewItsOwnKeys)
+{
+    open({QStringLiteral("sRGB")});
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Plus}) {
+        const QVector3D before = window.viewer().camera();
+        QTest::keyClick(&window.viewer(), key);
+        ASSERT_TRUE(settle());
+        EXPECT_NE(window.viewer().camera(), before) << key;
+    }
+}
+
+} // namespace

@@ -1,0 +1,217 @@
+#include "WindowCase.h"
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QToolButton>
+
+// Every control has an effect, and takes it back.
+
+namespace {
+
+const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+
+class Controls : public kvtest::WindowCase
+{
+protected:
+    /// Whether the picture is another one after @p change, and the first one again after @p back.
+    void expectSeen(const char* what, const std::function<void()>& change, const std::function<void()>& back)
+    {
+        const QImage before = settledPicture();
+        change();
+        EXPECT_NE(settledPicture(), before) << what;
+        back();
+        EXPECT_EQ(settledPicture(), before) << what;
+    }
+
+    void expectSwitchSeen(const char* name)
+    {
+        expectSeen(
+            name, [&] { action(name).trigger(); }, [&] { action(name).trigger(); });
+    }
+};
+
+TEST_F(Controls, changeHowTheActiveGamutLooks)
+{
+    open({QStringLiteral("sRGB")});
+    for (const char* name : {"surface", "projection", "primaries"})
+        expectSeen(
+            name, [&] { control<QCheckBox>(name).click(); }, [&] { control<QCheckBox>(name).click(); });
+    for (const char* name : {"opacity", "ambient"}) {
+        auto& slider = control<QSlider>(name);
+        const int before = slider.value();
+        expectSeen(
+            name, [&] { slider.setValue(20); }, [&] { slider.setValue(before); });
+    }
+    auto& mode = control<QComboBox>("mode");
+    for (const char* name : {"Wireframe"})
+        expectSeen(
+            name, [&] { mode.setCurrentText(QLatin1String(name)); },
+            [&] { mode.setCurrentText(QStringLiteral("Smooth")); });
+    expectSeen(
+        "colour",
+        [&] {
+            GamutLook look = entry().look;
+            look.color = Qt::red;
+            window.gamuts().setLook(0, look);
+        },
+        [&] { control<QToolButton>("ownColors").click(); });
+}
+
+TEST_F(Controls, flattenTheFacesOfAGamutOfOneColour)
+{
+    open({QStringLiteral("sRGB")});
+    GamutLook look = entry().look;
+    look.color = Qt::red;
+    window.gamuts().setLook(0, look);
+    auto& mode = control<QComboBox>("mode");
+    expectSeen(
+        "flat", [&] { mode.setCurrentText(QStringLiteral("Flat")); },
+        [&] { mode.setCurrentText(QStringLiteral("Smooth")); });
+}
+
+TEST_F(Controls, haveActionsThatDoTheSame)
+{
+    open({QStringLiteral("sRGB")});
+    for (const char* name : {"activeVisible", "activeSurface", "activeProjection", "activePrimaries"})
+        expectSwitchSeen(name);
+    expectSeen(
+        "opacity", [&] { action("lessOpaque").trigger(); }, [&] { action("moreOpaque").trigger(); });
+    expectSeen(
+        "mode",
+        [&] {
+            action("nextMode").trigger();
+            action("nextMode").trigger();
+        },
+        [&] { action("nextMode").trigger(); });
+}
+
+TEST_F(Controls, changeTheSurroundings)
+{
+    open({QStringLiteral("sRGB")});
+    for (const char* name : {"axes", "gridLines", "plane", "orthogonal", "cut"})
+        expectSwitchSeen(name);
+    for (const char* name : {"backgroundDark", "backgroundLight"})
+        expectSeen(
+            name, [&] { action(name).trigger(); }, [&] { action("backgroundNeutral").trigger(); });
+    for (const char* name : {"lightLeft", "lightRight"})
+        expectSeen(
+            name, [&] { action(name).trigger(); }, [&] { action("lightAbove").trigger(); });
+    expectSeen(
+        "angle", [&] { action("wider").trigger(); }, [&] { action("narrower").trigger(); });
+}
+
+TEST_F(Controls, moveTheCamera)
+{
+    open({QStringLiteral("sRGB")});
+    for (const char* name :
+         {"fromTop", "fromBottom", "fromFront", "fromBack", "fromLeft", "fromRight", "frame"}) {
+        const QVector3D before = window.viewer().camera();
+        action(name).trigger();
+        ASSERT_TRUE(settle()) << name;
+        EXPECT_NE(window.viewer().camera(), before) << name;
+    }
+    action("reset").trigger();
+    ASSERT_TRUE(settle());
+    const QVector3D home = window.viewer().camera();
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    action("reset").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_LT((window.viewer().camera() - home).length(), 0.01f);
+}
+
+TEST_F(Controls, computeTheGamutAnew)
+{
+    open({cmyk});
+    const double absolute = entry().gamut.report().volume;
+    auto& intent = control<QComboBox>("intent");
+    intent.setCurrentIndex(KVVMRenderRelativeColorimetric);
+    ASSERT_TRUE(settle());
+    const double relative = entry().gamut.report().volume;
+    EXPECT_GT(relative, absolute * 1.2); // paper becomes white
+    control<QCheckBox>("blackPoint").click();
+    ASSERT_TRUE(settle());
+    EXPECT_NE(entry().gamut.report().volume, relative);
+    EXPECT_TRUE(entry().gamut.report().blackPointCompensation);
+    control<QSpinBox>("grid").setValue(9);
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry().gamut.report().gridPoints, 9);
+    action("intent0").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry().computedWith.intent, KVVMRenderPerceptual);
+    EXPECT_EQ(intent.currentIndex(), KVVMRenderPerceptual);
+}
+
+TEST_F(Controls, cutAtTheLightnessOfTheSlider)
+{
+    open({QStringLiteral("sRGB")});
+    auto& slider = control<QSlider>("clipSlider");
+    auto& number = control<QDoubleSpinBox>("clipNumber");
+    const QImage whole = settledPicture();
+    slider.setFocus();
+    QTest::keyClick(&slider, Qt::Key_PageUp);
+    EXPECT_DOUBLE_EQ(number.value(), 55.0);
+    EXPECT_EQ(settledPicture(), whole); // nothing is cut while the box is empty
+    control<QCheckBox>("clipCut").click();
+    const QImage high = settledPicture();
+    EXPECT_FLOAT_EQ(window.viewer().clipping(), 55.0f);
+    EXPECT_NE(high, whole);
+    number.setValue(30.0);
+    EXPECT_FLOAT_EQ(window.viewer().clipping(), 30.0f);
+    EXPECT_EQ(slider.value(), 60);
+    EXPECT_NE(settledPicture(), high);
+    action("raiseCut").trigger();
+    EXPECT_FLOAT_EQ(window.viewer().clipping(), 31.0f);
+    EXPECT_TRUE(action("cut").isChecked());
+    control<QCheckBox>("clipCut").click();
+    EXPECT_EQ(settledPicture(), whole);
+}
+
+TEST_F(Controls, moveTheFlatSectionWithTheSlider)
+{
+    open({QStringLiteral("sRGB")});
+    auto& section = control<QWidget>("slice");
+    kvtest::spinFor(50);
+    const QImage before = section.grab().toImage();
+    control<QSlider>("clipSlider").setValue(160);
+    kvtest::spinFor(50);
+    EXPECT_NE(section.grab().toImage(), before);
+    control<QSlider>("clipSlider").setValue(100);
+    kvtest::spinFor(50);
+    EXPECT_EQ(section.grab().toImage(), before);
+    QTest::keyClick(&window, Qt::Key_V); // a hidden gamut is in no section
+    kvtest::spinFor(50);
+    EXPECT_NE(section.grab().toImage(), before);
+}
+
+TEST_F(Controls, hideAndRemoveGamutsFromTheKeyboard)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& list = control<QListView>("gamutList");
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(window.gamuts().activeRow(), 1);
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_FALSE(entry(1).look.visible);
+    EXPECT_FALSE(window.viewer().gamutVisible(entry(1).id));
+    QTest::keyClick(&list, Qt::Key_Delete);
+    ASSERT_EQ(window.gamuts().rowCount(), 1);
+    EXPECT_EQ(entry().input, QStringLiteral("sRGB"));
+    EXPECT_EQ(window.viewer().gamuts().size(), 1);
+}
+
+TEST_F(Controls, showTheGamutThatBecomesActive)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    EXPECT_EQ(control<QSlider>("opacity").value(), 100);
+    QTest::keyClick(&window, Qt::Key_N);
+    EXPECT_EQ(window.gamuts().activeRow(), 1);
+    EXPECT_EQ(control<QSlider>("opacity").value(), 35);
+    EXPECT_FLOAT_EQ(entry(1).look.opacity, 0.35f); // showing changes nothing
+}
+
+} // namespace
