@@ -1,0 +1,16 @@
+# Run by CPack on the staged files.
+
+# What lies in the system's own folders is found without run paths.
+set(usr "${CPACK_TEMPORARY_DIRECTORY}/*/usr")
+file(GLOB_RECURSE binaries "${usr}/lib/*.so.*" "${usr}/lib/kv3dviewer/bin/*")
+foreach(binary IN LISTS binaries)
+    if(NOT IS_SYMLINK "${binary}")
+        file(RPATH_REMOVE FILE "${binary}")
+    endif()
+endforeach()
+
+# Debian keeps man pages compressed.
+file(GLOB_RECURSE pages "${usr}/share/man/*.1")
+if(pages)
+    execute_process(COMMAND gzip --best --no-name ${pages} COMMAND_ERROR_IS_FATAL ANY)
+endif()

@@ -1,0 +1,97 @@
+# Debian packages, by CPack:
+#   cmake --preset package && cmake --build --preset package
+#
+#   libkv3dviewer0.1     the three libraries and the resources
+#   libkv3dviewer-dev    headers, CMake and pkg-config packages
+#   kvgamut              the program
+
+set(library_package "libkv3dviewer${KV3DVIEWER_SOVERSION}")
+set(development_package "libkv3dviewer-dev")
+set(tools_package "kvgamut")
+
+# --- Papers: who may do what with it, and what changed ---------------------------------------------------
+set(debian_version "${PROJECT_VERSION}-1")
+file(STRINGS "${PROJECT_SOURCE_DIR}/packaging/debian/changelog" head LIMIT_COUNT 1)
+if(NOT head MATCHES "\\(${debian_version}\\)")
+    message(FATAL_ERROR "packaging/debian/changelog has no entry for ${debian_version}, but: ${head}")
+endif()
+
+function(kv_package_papers component package)
+    set(papers "${PROJECT_BINARY_DIR}/install/${package}")
+    file(MAKE_DIRECTORY "${papers}")
+    foreach(paper IN ITEMS debian/changelog=changelog.Debian.gz ../CHANGELOG.md=changelog.gz)
+        string(REGEX MATCH "^(.*)=(.*)$" paper "${paper}")
+        execute_process(COMMAND gzip --best --no-name --stdout "${PROJECT_SOURCE_DIR}/packaging/${CMAKE_MATCH_1}"
+            OUTPUT_FILE "${papers}/${CMAKE_MATCH_2}" COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
+    install(FILES "${PROJECT_SOURCE_DIR}/packaging/debian/copyright"
+            "${papers}/changelog.Debian.gz" "${papers}/changelog.gz"
+        DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${package}" COMPONENT ${component})
+endfunction()
+
+kv_package_papers(Library ${library_package})
+kv_package_papers(Development ${development_package})
+kv_package_papers(Tools ${tools_package})
+
+# --- All packages ----------------------------------------------------------------------------------------
+set(KV3DVIEWER_PACKAGE_CONTACT "KV3DViewer maintainers <maintainers@kv3dviewer.invalid>" CACHE STRING
+    "The maintainer whom the packages name: whoever builds them for others")
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME kv3dviewer)
+set(CPACK_PACKAGE_CONTACT "${KV3DVIEWER_PACKAGE_CONTACT}")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/KVPackageStaged.cmake")
+set(CPACK_COMPONENTS_ALL Library Development Tools)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own, in the first line of its description
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+# --- The libraries -----------------------------------------------------------------------------------------
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library_package})
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "interactive 3D view of colour gamuts for Qt 6 applications
+KV3DViewer shows the gamuts of ICC profiles as surfaces in CIE L*a*b*: lit,
+translucent or as wireframes, with their outlines, primaries and sections,
+among markers, points and segments of the application.
+
+This package holds the viewer, its colour engine and the files that the
+viewer reads at run time.")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS "fonts-liberation") # what "Arial" on the axes resolves to
+
+# --- What hosts are built with -----------------------------------------------------------------------------
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${development_package})
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "interactive 3D view of colour gamuts for Qt 6 (development files)
+KV3DViewer shows the gamuts of ICC profiles as surfaces in CIE L*a*b*, in a
+window that an application embeds.
+
+This package holds the headers, and what CMake and pkg-config need to find
+the library.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "${library_package} (= ${debian_version}), qt6-base-dev (>= 6.4)")
+
+# --- The program ---------------------------------------------------------------------------------------------
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME ${tools_package})
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "gamuts of ICC profiles: pictures, numbers and a window
+kvgamut draws the gamuts of ICC profiles as surfaces in CIE L*a*b*, measures
+and compares them, on the command line and in a window.
+
+Pictures need no display: where there is none, kvgamut draws on a virtual one.")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "xvfb, xauth") # the virtual display
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+
+include(CPack)

@@ -1,0 +1,109 @@
+# Installs BUILD_DIR to a folder below WORK, moves the tree elsewhere and uses it there as people and hosts
+# do: the program, a host built with CMake (and installed in its turn), a host built with pkg-config.
+# LIBDIR is where libraries are, seen from the prefix.
+cmake_minimum_required(VERSION 3.25)
+file(REMOVE_RECURSE "${WORK}")
+set(PREFIX "${WORK}/moved")
+set(ENV{LC_ALL} C.UTF-8)
+
+function(run what)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "${what} failed (${result}):\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Fails unless PICTURE is a picture that something can be seen in: one colour compresses to next to nothing.
+function(expect_picture picture)
+    if(EXISTS "${picture}")
+        file(SIZE "${picture}" size)
+    endif()
+    if(NOT size GREATER 10000)
+        message(FATAL_ERROR "${picture} shows nothing (${size} bytes)")
+    endif()
+endfunction()
+
+# --- Staged with DESTDIR, then moved: nothing in it may know where it was installed -------------------
+set(ENV{DESTDIR} "${WORK}/stage")
+run("staging" ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix /opt/kv)
+unset(ENV{DESTDIR})
+file(RENAME "${WORK}/stage/opt/kv" "${PREFIX}")
+file(GLOB left LIST_DIRECTORIES true "${WORK}/stage/*" "${WORK}/stage/opt/*")
+if(NOT left STREQUAL "${WORK}/stage/opt")
+    message(FATAL_ERROR "installed outside of the prefix: ${left}")
+endif()
+foreach(file IN ITEMS bin/kvgamut lib/kv3dviewer/Resources/Shaders/simple.vert
+        include/KV3DViewer/KVGamut3DViewer.h include/KV3DViewer/platform/KVVelmoraFramework.h
+        share/man/man1/kvgamut.1 share/man/man1/kvgamut-render.1
+        share/applications/kvgamut.desktop share/icons/hicolor/scalable/apps/kvgamut.svg
+        share/mime/packages/kvgamut.xml)
+    if(NOT EXISTS "${PREFIX}/${file}")
+        message(FATAL_ERROR "not installed: ${file}")
+    endif()
+endforeach()
+file(GLOB_RECURSE texts "${PREFIX}/*.cmake" "${PREFIX}/*.pc")
+foreach(text IN LISTS texts)
+    file(STRINGS "${text}" lines REGEX "/opt/kv|${BUILD_DIR}|${SOURCE}")
+    if(lines)
+        message(FATAL_ERROR "${text} names a folder of the build: ${lines}")
+    endif()
+endforeach()
+
+# --- What desktops read --------------------------------------------------------------------------------
+run("the entry of the menus" ${DESKTOP_FILE_VALIDATE} "${PREFIX}/share/applications/kvgamut.desktop")
+if(output)
+    message(FATAL_ERROR "the entry of the menus: ${output}")
+endif()
+file(READ "${PREFIX}/share/applications/kvgamut.desktop" entry)
+file(READ "${PREFIX}/share/mime/packages/kvgamut.xml" types)
+string(REGEX MATCHALL "application/[a-z.-]+" opened "${entry}")
+foreach(type IN LISTS opened)
+    if(NOT types MATCHES "mime-type type=\"${type}\"")
+        message(FATAL_ERROR "opens files of type ${type}, which is not declared")
+    endif()
+endforeach()
+
+# --- The program -----------------------------------------------------------------------------------
+run("kvgamut" "${PREFIX}/bin/kvgamut" render sRGB --output "${WORK}/kvgamut.png")
+expect_picture("${WORK}/kvgamut.png")
+
+# --- A host with CMake -----------------------------------------------------------------------------
+set(host "${WORK}/cmake_host")
+run("configuring the host" ${CMAKE_COMMAND} -G Ninja -S ${CONSUMER} -B ${host} -DCMAKE_PREFIX_PATH=${PREFIX}
+    -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
+run("building the host" ${CMAKE_COMMAND} --build ${host})
+run("the host" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${host}/bin/consumer" "${WORK}/cmake_host.png")
+expect_picture("${WORK}/cmake_host.png")
+run("the tool without a window" "${host}/bin/volume")
+if(NOT output MATCHES "^83[0-9][0-9][0-9][0-9]\n$")
+    message(FATAL_ERROR "the volume of sRGB, by the colour engine alone: ${output}")
+endif()
+run("installing the host" ${CMAKE_COMMAND} --install ${host} --prefix "${WORK}/host_installed")
+set(ENV{LD_LIBRARY_PATH} "${PREFIX}/${LIBDIR}")
+run("the installed host" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${WORK}/host_installed/bin/consumer")
+
+# --- A host with pkg-config --------------------------------------------------------------------------
+set(host "${WORK}/pkgconfig_host")
+file(MAKE_DIRECTORY "${host}")
+set(ENV{PKG_CONFIG_PATH} "${PREFIX}/${LIBDIR}/pkgconfig")
+set(ENV{CXXFLAGS} "${CXX_FLAGS}")
+run("building with pkg-config" ${CMAKE_COMMAND} -E chdir ${host}
+    make -f ${CONSUMER}/Makefile)
+run("the host of pkg-config" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${host}/bin/consumer")
+
+# --- What is not there is said -----------------------------------------------------------------------
+file(WRITE "${WORK}/wrong_host/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)
+project(WrongHost LANGUAGES CXX)
+find_package(KV3DViewer ${NEXT_VERSION} QUIET)
+if(KV3DViewer_FOUND)
+    message(FATAL_ERROR \"0.1 passes for ${NEXT_VERSION}\")
+endif()
+find_package(KV3DViewer COMPONENTS Viewer Nonsense QUIET)
+if(KV3DViewer_FOUND)
+    message(FATAL_ERROR \"there is a component Nonsense\")
+endif()
+")
+run("a host that asks for too much" ${CMAKE_COMMAND} -G Ninja -S "${WORK}/wrong_host" -B "${WORK}/wrong_host/build"
+    -DCMAKE_PREFIX_PATH=${PREFIX})
+file(REMOVE_RECURSE "${WORK}")

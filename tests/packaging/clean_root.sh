@@ -1,0 +1,144 @@
+#!/usr/bin/env bash
+# The Debian packages in a Debian that holds nothing else:  clean_root.sh BUILD CONSUMER WORK CACHE
+#
+# Packs the build folder BUILD, makes a minimal Debian of this system's release in WORK, installs the
+# packages there and uses them: the program in a root without display or fonts, then with what the packages
+# recommend; the host CONSUMER, built with CMake and with pkg-config; at last everything is removed again.
+#
+# Needs root (for chroot) and, the first time, the package archive that this system's apt uses. What was
+# fetched stays in CACHE. Exits 77, with the reason, where it cannot run.
+set -euo pipefail
+
+PATH=$PATH:/usr/sbin:/sbin
+build=$1 consumer=$2 work=$3 cache=$4
+root=$work/root
+
+cannot_run() {
+    echo "NOT RUN: $1"
+    echo "$1" >"$work.not_run" # for test.sh to tell
+    exit 77
+}
+
+fail() {
+    echo "FAILED: $1"
+    exit 1
+}
+
+step() {
+    echo "--- $1 (after $SECONDS s)"
+}
+
+inside() {
+    chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe "$@"
+}
+
+install_inside() {
+    inside apt-get -q -y -o Dpkg::Use-Pty=0 install --no-install-recommends "$@" >"$work/apt.log" 2>&1 ||
+        { tail -n 40 "$work/apt.log"; fail "apt-get install $*"; }
+}
+
+mkdir -p "$(dirname "$work")"
+rm -f "$work.not_run"
+
+# --- Whether it can run ---------------------------------------------------------------------------------
+[[ $EUID -eq 0 ]] || cannot_run "making a clean root needs root's rights"
+for tool in debootstrap cpack dpkg-shlibdeps unshare; do
+    command -v "$tool" >/dev/null || cannot_run "$tool is not installed"
+done
+if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts of our own go when we do
+    unshare --mount true 2>/dev/null || cannot_run "this system does not let root mount file systems"
+    KV_OWN_MOUNTS=1 exec unshare --mount --propagation private "$0" "$@"
+fi
+
+# shellcheck source=/dev/null
+suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
+mirror=$(apt-get indextargets --format '$(SITE) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
+    awk -v suite="$suite" '$2 == suite && $3 == "main" { print $1; exit }')
+[[ -n $mirror ]] || cannot_run "apt has no source for $suite main"
+eval "$(apt-config shell http_proxy Acquire::http::Proxy https_proxy Acquire::https::Proxy)"
+export http_proxy=${http_proxy:-} https_proxy=${https_proxy:-}
+
+# --- Packages -------------------------------------------------------------------------------------------
+rm -rf --one-file-system "$work"
+mkdir -p "$work" "$cache/archives/partial"
+step "packing"
+cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 ||
+    { tail -n 40 "$work/cpack.log"; fail "cpack"; }
+for package in libkv3dviewer[0-9] libkv3dviewer-dev kvgamut; do
+    compgen -G "$work/packages/$package*.deb" >/dev/null || fail "there is no package $package"
+done
+
+# --- A root with nothing in it -----------------------------------------------------------------------------
+base=$cache/$suite.tar.gz
+if [[ ! -f $base ]]; then
+    step "fetching $suite from $mirror"
+    debootstrap --variant=minbase "$suite" "$root" "$mirror" >"$work/debootstrap.log" 2>&1 || {
+        tail -n 5 "$work/debootstrap.log"
+        cannot_run "debootstrap could not make a $suite from $mirror"
+    }
+    rm -f "$root"/var/cache/apt/archives/*.deb
+    tar -C "$root" -I "gzip -1" -cf "$base.part" . && mv "$base.part" "$base"
+else
+    step "unpacking $suite"
+    mkdir "$root" && tar -C "$root" -xf "$base"
+fi
+mount -t proc proc "$root/proc" && mount --bind "$cache/archives" "$root/var/cache/apt/archives" ||
+    cannot_run "this system does not let root mount file systems"
+cp /etc/resolv.conf "$root/etc/"
+echo "deb $mirror $suite main" >"$root/etc/apt/sources.list"
+[[ -z $http_proxy ]] || echo "Acquire::http::Proxy \"$http_proxy\";" >"$root/etc/apt/apt.conf.d/proxy"
+echo 'APT::Keep-Downloaded-Packages "true"; Acquire::Languages "none"; APT::Sandbox::User "root";' \
+    >"$root/etc/apt/apt.conf.d/clean-root"
+rm -f "$root/etc/apt/apt.conf.d/docker-clean"
+echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/clean-root" # the root is thrown away
+inside apt-get -q update >"$work/apt.log" 2>&1 || cannot_run "$mirror cannot be reached: $(tail -n 1 "$work/apt.log")"
+find "$root" -xdev -iname '*kv3dviewer*' -o -xdev -iname '*kvgamut*' | sort >"$work/before.txt"
+mkdir "$root/tmp/kv"
+cp -r "$consumer" "$root/tmp/kv/consumer"
+cp "$work"/packages/libkv3dviewer[0-9]*.deb "$root/tmp/kv/library.deb"
+cp "$work"/packages/libkv3dviewer-dev*.deb "$root/tmp/kv/development.deb"
+cp "$work"/packages/kvgamut*.deb "$root/tmp/kv/program.deb"
+
+# --- The program --------------------------------------------------------------------------------------------
+step "installing the program"
+install_inside /tmp/kv/library.deb /tmp/kv/program.deb
+step "using the program"
+inside kvgamut --version | grep -q '^kvgamut [0-9]' || fail "kvgamut --version"
+inside kvgamut volume sRGB | tee "$work/volume.txt"
+grep -q -E '\b83[23][0-9]{3}\b|\b83[23],[0-9]{3}\b' "$work/volume.txt" || fail "the volume of sRGB is not that published for it"
+if inside kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/said.txt"; then
+    fail "kvgamut render draws although nothing to draw on is installed"
+fi
+grep -q 'apt-get install xvfb' "$work/said.txt" || fail "kvgamut render does not say what is missing: $(<"$work/said.txt")"
+
+step "installing what the packages recommend"
+recommended=$(inside dpkg-query --show --showformat '${Recommends}, ' 'libkv3dviewer[0-9]*' kvgamut | tr -d ' ' | tr ',' ' ')
+# shellcheck disable=SC2086 # one word per package
+install_inside $recommended
+inside kvgamut render sRGB --output /tmp/kv/picture.png
+[[ $(stat --format %s "$root/tmp/kv/picture.png") -gt 10000 ]] || fail "kvgamut render draws nothing"
+cp "$root/tmp/kv/picture.png" "$work/picture.png"
+
+# --- Hosts ----------------------------------------------------------------------------------------------------
+step "installing what hosts are built with"
+install_inside /tmp/kv/development.deb g++ cmake make pkg-config
+step "a host with CMake"
+inside cmake -S /tmp/kv/consumer -B /tmp/kv/cmake_host >"$work/host.log" 2>&1 &&
+    inside cmake --build /tmp/kv/cmake_host >>"$work/host.log" 2>&1 || { tail -n 40 "$work/host.log"; fail "the host with CMake"; }
+inside xvfb-run -a -s "-noreset -screen 0 640x480x24" /tmp/kv/cmake_host/bin/consumer
+step "a host with pkg-config"
+mkdir "$root/tmp/kv/pkgconfig_host"
+inside make -C /tmp/kv/pkgconfig_host -f /tmp/kv/consumer/Makefile >"$work/host.log" 2>&1 ||
+    { tail -n 40 "$work/host.log"; fail "the host with pkg-config"; }
+inside xvfb-run -a -s "-noreset -screen 0 640x480x24" /tmp/kv/pkgconfig_host/bin/consumer
+
+# --- Gone without a trace -----------------------------------------------------------------------------------------
+step "removing the packages"
+inside apt-get -q -y purge 'libkv3dviewer*' kvgamut >"$work/apt.log" 2>&1 || { tail "$work/apt.log"; fail "purging"; }
+rm -rf "$root/tmp/kv"
+find "$root" -xdev -iname '*kv3dviewer*' -o -xdev -iname '*kvgamut*' | sort >"$work/after.txt"
+diff "$work/before.txt" "$work/after.txt" || fail "the packages leave files behind"
+umount "$root/var/cache/apt/archives" "$root/proc"
+rm -rf --one-file-system "$root"
+step "done"
