@@ -1,0 +1,90 @@
+#pragma once
+
+#include "GamutQueries.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QCborMap>
+#include <QtCore/QCborValue>
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+/// What the fuzzers do with an input, for them and for the test that tries again what they found.
+namespace kvfuzz {
+
+/// Any bytes as an ICC profile. Intent, black-point compensation and grid come from bytes of the header
+/// that mean nothing, so that an input is a profile file like any other.
+inline void computeAndQuery(const std::uint8_t* data, std::size_t size)
+{
+    constexpr std::size_t reservedAt = 120;
+    const KVProfilePtr profile(KVProfileCreateWithData(data, static_cast<int>(size)), KVProfileRelease);
+    require(bool(profile) == KVProfileError().isEmpty(), "a profile that is none has a reason");
+    if (!profile)
+        return;
+    constexpr std::array grids{5, 3, 4, 9};
+    const std::uint8_t* options = data + reservedAt;
+    KVGamut::GamutObject gamut;
+    const bool done =
+        gamut.init(profile, static_cast<KVVMRenderType>(options[0] % 4), options[1] % 2 != 0,
+                   options[2] % 8 != 7, 40.0f, grids[options[3] % grids.size()], options[2] % 3, nullptr);
+    require(done == (gamut.faceCount() > 0), "init() says whether there is a gamut");
+    queryAll(gamut);
+}
+
+using Hash = QHash<QString, QVariant>;
+
+inline Hash hashAround(const QByteArray& body)
+{
+    return {{QStringLiteral("Gamut"), QString::fromLatin1(body.toBase64())},
+            {QStringLiteral("GamutVersion"), 1},
+            {QStringLiteral("GamutChecksum"),
+             QString::fromLatin1(QCryptographicHash::hash(body, QCryptographicHash::Sha256).toHex())}};
+}
+
+inline Hash hashFrom(std::uint8_t road, const QByteArray& bytes)
+{
+    switch (road % 4) {
+    case 1: {
+        Hash hash;
+        QDataStream stream(bytes);
+        stream >> hash;
+        return stream.status() == QDataStream::Ok ? hash : Hash();
+    }
+    case 2:
+        return QCborValue::fromCbor(bytes).toMap().toVariantHash();
+    case 3:
+        return QJsonDocument::fromJson(bytes).object().toVariantHash();
+    default:
+        return hashAround(bytes);
+    }
+}
+
+/// Any bytes as a saved gamut; the first says by which road they come.
+inline Hash savedGamutFrom(const std::uint8_t* data, std::size_t size)
+{
+    if (size < 1)
+        return {};
+    return hashFrom(data[0],
+                    QByteArray(reinterpret_cast<const char*>(data) + 1, static_cast<qsizetype>(size - 1)));
+}
+
+inline void restoreAndQuery(const Hash& hash)
+{
+    KVGamut::GamutObject gamut;
+    gamut.deserialize(hash);
+    queryAll(gamut);
+    if (gamut.faceCount() == 0)
+        return;
+    KVGamut::GamutObject again;
+    again.deserialize(gamut.serialize());
+    require(again.faces() == gamut.faces() && again.volume() == gamut.volume(),
+            "what was restored can be saved and restored again");
+}
+
+} // namespace kvfuzz

@@ -1,0 +1,174 @@
+// Writes small inputs of every kind for the fuzzers to begin with:  make_fuzz_seeds FOLDER
+// They go to FOLDER/profile and FOLDER/gamut_hash; FOLDER/profile.list and FOLDER/gamut_hash.list name
+// them as the fuzzers' option -seed_inputs wants it.
+
+#include "velmora/TestProfiles.h"
+
+#include <QtCore/QCborMap>
+#include <QtCore/QCborValue>
+#include <QtCore/QDataStream>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QIODevice>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QStringList>
+
+#include <cmath>
+#include <cstdio>
+
+using namespace testprofiles;
+
+namespace {
+
+bool write(const QString& folder, const char* name, const QByteArray& bytes)
+{
+    QFile file(QDir(folder).filePath(QLatin1String(name)));
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+Lab box(const std::vector<double>& d)
+{
+    return {100 * d[0], -50 + 100 * d[1 % d.size()], -50 + 100 * d.back()};
+}
+
+Lab folded(const std::vector<double>& d)
+{
+    return {10 + 80 * d[0], -40 + 80 * d[1], 60.0 * (1.0 - 4.0 * (d[2] - 0.5) * (d[2] - 0.5))};
+}
+
+Lab wound(const std::vector<double>& d)
+{
+    const double angle = 3.0 * M_PI * d[1], radius = 40.0 + 10.0 * d[2];
+    return {45 + 10 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+}
+
+QByteArray matrixProfile(double version)
+{
+    const cmsCIExyY white{0.3457, 0.3585, 1.0};
+    const cmsCIExyYTRIPLE primaries{{0.64, 0.33, 1}, {0.30, 0.60, 1}, {0.15, 0.06, 1}};
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
+    cmsToneCurve* curves[] = {curve, curve, curve};
+    const cmsHPROFILE profile = cmsCreateRGBProfile(&white, &primaries, curves);
+    cmsSetProfileVersion(profile, version);
+    const QByteArray bytes = saved(profile);
+    cmsCloseProfile(profile);
+    cmsFreeToneCurve(curve);
+    return bytes;
+}
+
+// A version 2 table, of eight or sixteen bits.
+QByteArray legacyTable(bool eightBits)
+{
+    const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 2.1);
+    cmsSetDeviceClass(profile, cmsSigOutputClass);
+    cmsSetColorSpace(profile, cmsSigCmykData);
+    cmsSetPCS(profile, cmsSigLabData);
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 4, 3);
+    cmsStage* table = cmsStageAllocCLut16bit(nullptr, 2, 4, 3, nullptr);
+    const auto sample = [](const cmsUInt16Number in[], cmsUInt16Number out[], void*) -> cmsInt32Number {
+        for (int i = 0; i < 3; ++i)
+            out[i] = static_cast<cmsUInt16Number>(65535 - (in[i] / 2 + in[3] / 2));
+        return TRUE;
+    };
+    cmsStageSampleCLut16bit(table, sample, nullptr, 0);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 4, nullptr));
+    cmsPipelineInsertStage(pipeline, cmsAT_END, table);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, nullptr));
+    cmsPipelineSetSaveAs8bitsFlag(pipeline, eightBits);
+    cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
+    const QByteArray bytes = saved(profile);
+    cmsPipelineFree(pipeline);
+    cmsCloseProfile(profile);
+    return bytes;
+}
+
+// Multi-process elements: a curve, a matrix.
+QByteArray elementProfile()
+{
+    const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 4.3);
+    cmsSetDeviceClass(profile, cmsSigDisplayClass);
+    cmsSetColorSpace(profile, cmsSigRgbData);
+    cmsSetPCS(profile, cmsSigLabData);
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 3, 3);
+    cmsCurveSegment segment{-1e22f, 1e22f, 6, {1, 1, 0, 0}, 0, nullptr};
+    cmsToneCurve* curve = cmsBuildSegmentedToneCurve(nullptr, 1, &segment);
+    cmsToneCurve* curves[] = {curve, curve, curve};
+    const double matrix[] = {100, 0, 0, 0, 100, -20, 10, 0, 100}, offset[] = {0, -50, -50};
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, curves));
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocMatrix(nullptr, 3, 3, matrix, offset));
+    cmsWriteTag(profile, cmsSigDToB1Tag, pipeline);
+    const QByteArray bytes = saved(profile);
+    cmsPipelineFree(pipeline);
+    cmsFreeToneCurve(curve);
+    cmsCloseProfile(profile);
+    return bytes;
+}
+
+bool writeProfiles(const QString& folder)
+{
+    return write(folder, "matrix2.icc", matrixProfile(2.1)) &&
+           write(folder, "matrix4.icc", matrixProfile(4.3)) &&
+           write(folder, "legacy8.icc", legacyTable(true)) &&
+           write(folder, "legacy16.icc", legacyTable(false)) &&
+           write(folder, "elements.icc", elementProfile()) &&
+           write(folder, "box.icc", tableProfile(cmsSigRgbData, 2, box)) &&
+           write(folder, "folded.icc", tableProfile(cmsSigYCbCrData, 5, folded)) &&
+           write(folder, "wound.icc", tableProfile(cmsSigRgbData, 9, wound)) &&
+           write(folder, "four.icc", tableProfile(cmsSigCmykData, 2, box)) &&
+           write(folder, "six.icc", tableProfile(cmsSig6colorData, 2, box)) &&
+           write(folder, "seven.icc", tableProfile(cmsSig7colorData, 2, box)) &&
+           write(folder, "grey.icc", tableProfile(cmsSigGrayData, 2, box));
+}
+
+bool writeHashes(const QString& folder)
+{
+    const auto gamut = gamutOf(opened(tableProfile(cmsSigRgbData, 2, box)), 3);
+    const auto rounded = gamutOf(opened(matrixProfile(4.3)), 4);
+    const auto hash = gamut.serialize();
+    const QByteArray key = hash.value(QStringLiteral("Gamut")).toByteArray();
+    QByteArray stream;
+    QDataStream out(&stream, QIODevice::WriteOnly);
+    out << hash;
+    return write(folder, "body", QByteArray(1, '\0') + QByteArray::fromBase64(key)) &&
+           write(folder, "rounded",
+                 QByteArray(1, '\0') +
+                     QByteArray::fromBase64(
+                         rounded.serialize().value(QStringLiteral("Gamut")).toByteArray())) &&
+           write(folder, "stream", QByteArray(1, '\1') + stream) &&
+           write(folder, "cbor",
+                 QByteArray(1, '\2') + QCborMap::fromVariantHash(hash).toCborValue().toCbor()) &&
+           write(folder, "json",
+                 QByteArray(1, '\3') + QJsonDocument(QJsonObject::fromVariantHash(hash)).toJson());
+}
+
+bool writeList(const QString& folder)
+{
+    QStringList paths;
+    for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files, QDir::Name))
+        paths.append(info.absoluteFilePath());
+    QFile file(folder + QStringLiteral(".list"));
+    return file.open(QIODevice::WriteOnly) && file.write(paths.join(QLatin1Char(',')).toLocal8Bit()) > 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: make_fuzz_seeds FOLDER\n");
+        return 2;
+    }
+    const QDir root(QString::fromLocal8Bit(argv[1]));
+    const QString profiles = root.filePath(QStringLiteral("profile"));
+    const QString hashes = root.filePath(QStringLiteral("gamut_hash"));
+    if (!root.mkpath(profiles) || !root.mkpath(hashes) || !writeProfiles(profiles) || !writeHashes(hashes) ||
+        !writeList(profiles) || !writeList(hashes)) {
+        std::fprintf(stderr, "make_fuzz_seeds: cannot write to %s\n", argv[1]);
+        return 1;
+    }
+    return 0;
+}

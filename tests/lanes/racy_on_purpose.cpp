@@ -1,0 +1,41 @@
+#include <gamut/KVBackgroundTask.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <cstdio>
+
+// A worker that writes what its owner reads, with nothing between the two: the mistake that the design of
+// background tasks is there to prevent.
+
+namespace {
+
+volatile int shared = 0; // volatile: each write is made
+
+class RacyFunctor : public KVBackgroundTask<int>::Functor
+{
+public:
+    int run() override
+    {
+        for (int i = 0; i < 1000; ++i)
+            shared = i;
+        return 0;
+    }
+    void cancel() override {}
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    KVBackgroundTask<int> task;
+    bool finished = false;
+    QObject::connect(&task, &KVBackgroundTaskBase::finished, &task, [&finished] { finished = true; });
+    task.start(QSharedPointer<KVBackgroundTask<int>::Functor>(new RacyFunctor), 0);
+    int seen = 0;
+    while (!finished) {
+        QCoreApplication::processEvents();
+        seen = shared;
+    }
+    std::printf("%d\n", seen);
+}

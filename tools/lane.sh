@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# Runs one check that the ordinary tests leave out:  tools/lane.sh NAME [argument ...]
+#
+#   asan       logic tests under the address, leak and undefined-behaviour sanitizers
+#   tsan       tests of code that shares data between threads, under the thread sanitizer
+#   valgrind   a sample of the logic tests under memcheck
+#   tidy       clang-tidy; arguments are files, else all of the library's sources
+#   clazy      clazy, level 1; likewise
+#   soak       random calls for long; arguments go to the program (see --help)
+#   soak-asan  the same under the address sanitizer
+#   idle       what an idle viewer costs; arguments are width, height and seconds
+#
+# Installs what is missing (Debian, Ubuntu). docs/LANES.md says what each can and cannot see.
+set -euo pipefail
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=tools/setup.sh
+source "$root/tools/setup.sh"
+cd "$root"
+
+usage() {
+    sed -n '2,13s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+}
+
+[[ $# -gt 0 ]] || { usage >&2; exit 2; }
+lane=$1
+shift
+
+with_display() {
+    QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe \
+        xvfb-run -a -s "-noreset -screen 0 1280x1024x24" "$@"
+}
+
+# build PRESET ROOMS [TARGET ...]
+# The rooms are those of a lane's own build; "dev" belongs to test.sh as well and keeps what it has.
+build() {
+    local choice=(-DKV3DVIEWER_BUILD_APPS=OFF "-DKV3DVIEWER_TEST_ROOMS=$2")
+    [[ $1 != dev ]] || choice=()
+    cmake --preset "$1" "${choice[@]}"
+    cmake --build --preset "$1" ${3:+--target "${@:3}"}
+}
+
+# The library's sources; what moc and the compiler need for them is made first.
+sources() {
+    if [[ $# -gt 0 ]]; then
+        printf '%s\n' "$@"
+    else
+        find viewer glwindow scene gamut platform -name '*.cpp' | sort
+    fi
+}
+analyse() {
+    local command=$1
+    shift
+    cmake --preset dev >/dev/null
+    cmake --build --preset dev --target KV3DViewer >/dev/null
+    # shellcheck disable=SC2016 # the inner shell expands it
+    sources "$@" | xargs --max-procs="$(nproc)" --max-args=1 bash -c "$command"' "$0"'
+}
+
+case $lane in
+asan)
+    kv_set_up "$root" test
+    build asan "platform;velmora;scene;glwindow;gamut;viewer;lanes"
+    ctest --preset asan --parallel "$(nproc)" --no-tests=error
+    ;;
+tsan)
+    kv_set_up "$root" test
+    build tsan "platform;gamut;viewer;lanes" test_completion_protocol racy_on_purpose
+    ctest --preset tsan --no-tests=error -R '^(test_completion_protocol|lane_finds_a_race)$'
+    ;;
+valgrind)
+    kv_set_up "$root" test
+    kv_install valgrind
+    sample=(test_completion_protocol test_camera test_input test_scene_object)
+    build dev "platform;scene;glwindow" "${sample[@]}"
+    counting='Batch.allocatesNothingOnceTheSceneIsSteady' # memcheck brings its own heap, which does not count
+    for test in "${sample[@]}"; do
+        QT_QPA_PLATFORM=offscreen valgrind --quiet --error-exitcode=1 --leak-check=full \
+            --errors-for-leak-kinds=definite --suppressions=tools/lanes/valgrind.supp "build/dev/bin/$test" \
+            --gtest_brief=1 --gtest_filter="-$counting"
+    done
+    ;;
+tidy)
+    kv_set_up "$root" test
+    kv_install clang-tidy
+    analyse 'clang-tidy -p build/dev --quiet' "$@"
+    ;;
+clazy)
+    kv_set_up "$root" test
+    kv_install clazy
+    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform)/'
+    analyse 'clazy-standalone -p build/dev -checks=level1 --extra-arg=-Werror' "$@"
+    ;;
+soak | soak-asan)
+    kv_set_up "$root" test
+    preset=dev
+    [[ $lane == soak ]] || preset=asan
+    build "$preset" soak soak
+    [[ $# -gt 0 ]] || set -- --calls 100000
+    export ASAN_OPTIONS=detect_leaks=0:quarantine_size_mb=16
+    with_display "build/$preset/bin/soak" "$@"
+    with_display "build/$preset/bin/soak" --lose-contexts "$@"
+    ;;
+idle)
+    kv_set_up "$root" test
+    build dev "" bench_idle
+    with_display build/dev/bin/bench_idle "$@"
+    ;;
+*)
+    usage >&2
+    exit 2
+    ;;
+esac
