@@ -6,6 +6,8 @@
 #include <QtGui/QOpenGLFunctions>
 #include <QtGui/QSurfaceFormat>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qint64 frameMs = 33;
@@ -92,6 +94,7 @@ void KVGLWidget::initializeGL()
 
     logContext();
 
+    m_functions.glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &m_longestSide);
     m_functions.glEnable(GL_MULTISAMPLE);
     m_functions.glEnable(GL_LINE_SMOOTH);
     context()->functions()->glBlendEquation(GL_FUNC_ADD);
@@ -111,12 +114,14 @@ void KVGLWidget::logContext()
 
 bool KVGLWidget::event(QEvent* event)
 {
-    // For a window without an area, as it is for a moment when a host folds it away, Qt would make a
-    // framebuffer that no OpenGL can complete. The next size asks for the paint again.
-    const bool paints = event->type() == QEvent::UpdateRequest || event->type() == QEvent::Expose;
-    if (paints && deviceSize().isEmpty())
-        return true;
-    return QOpenGLWindow::event(event);
+    switch (event->type()) {
+    case QEvent::UpdateRequest:
+    case QEvent::Expose:
+    case QEvent::Paint:
+        return canPaint() ? QOpenGLWindow::event(event) : true;
+    default:
+        return QOpenGLWindow::event(event);
+    }
 }
 
 void KVGLWidget::resizeEvent(QResizeEvent* event)
@@ -220,4 +225,13 @@ QSize KVGLWidget::deviceSize() const
 {
     // cut off as Qt does for its framebuffer
     return {static_cast<int>(width() * devicePixelRatio()), static_cast<int>(height() * devicePixelRatio())};
+}
+
+bool KVGLWidget::canPaint() const
+{
+    // For a window without an area, as it is for a moment when a host folds it away, and for one that is
+    // larger than OpenGL's framebuffers, Qt would make a framebuffer that cannot be completed. The next
+    // size asks for the paint again.
+    const QSize size = deviceSize();
+    return !size.isEmpty() && std::max(size.width(), size.height()) <= m_longestSide;
 }

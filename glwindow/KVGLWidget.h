@@ -12,6 +12,8 @@
 #include <QtOpenGL/QOpenGLFunctions_1_2>
 #include <QtOpenGL/QOpenGLWindow>
 
+#include <limits>
+
 #include <utility>
 
 /// The OpenGL window in which the whole scene is rendered: it owns the context, the root of the scene
@@ -116,6 +118,7 @@ private:
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
     QImage resolved(GLuint framebuffer, const QSize& size);
     QSize deviceSize() const;
+    bool canPaint() const;
 
     QElapsedTimer m_frameTimer;
     int m_framerate = 30;
@@ -136,4 +139,5 @@ private:
     bool m_mustDraw = true;
     QSize m_drawnSize; ///< device pixels of the last drawn frame, and so of Qt's framebuffer
     int m_drawnFrames = 0;
+    GLint m_longestSide = std::numeric_limits<GLint>::max(); ///< of a framebuffer, as the context says
 };

@@ -162,8 +162,8 @@ public:
     ///   "Link_blackPointCompensation" (bool, default false), "Link_GridPointNumber" (int, samples
     ///   along each device axis, default -1: chosen by the engine).
     /// @param callback called once on the GUI thread with id and success. Not called when the gamut is
-    ///   removed, reloaded with a callback or destroyed with the viewer before. Without a callback the load runs to
-    ///   its end inside the call and says nothing (exists() and volume() do), and setClipping() is
+    ///   removed, reloaded with a callback or destroyed with the viewer before. Without a callback the load
+    ///   runs to its end inside the call and says nothing (exists() and volume() do), and setClipping() is
     ///   not applied to it.
     ///
     /// A failed load keeps what was shown before. A reload waits until the computation in progress has
@@ -269,7 +269,8 @@ public:
     QColor background() const;               ///< the colour set last
 
     /// The picture as last drawn, antialiased, in device pixels; null before the first frame. Also of
-    /// a window that is covered.
+    /// a window that is covered. A window with a side longer than OpenGL's largest framebuffer (16,384
+    /// pixels or more) draws nothing new until it is smaller; picture(QSize) has no such limit.
     QImage picture() const;
     /// The present view drawn anew at @p size pixels, whatever the window's size and the screen's; in the
     /// window's size it is picture(), at twice the size the same view with twice the detail. Lines that

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
 #include <QtGui/QWindow>
 
 #include <functional>
@@ -165,6 +167,26 @@ TEST(ViewerWithoutASize, drawsNothingUntilItHasOneAgain)
     shown.widget().resize(size);
     EXPECT_TRUE(showsItsPicture(shown, before));
     // Qt says so in debug messages, which fail no test by themselves
+    EXPECT_TRUE(kvtest::messages().filter(QStringLiteral("Framebuffer incomplete")).isEmpty());
+}
+
+TEST(ViewerLargerThanOpenGLAllows, drawsAgainWhenItIsSmaller)
+{
+    ShownViewer shown(size.width(), size.height());
+    ASSERT_TRUE(shown.shown);
+    fill(shown.viewer);
+    const QImage before = shown.settledPicture();
+    GLint largest = 0;
+    shown.widget().makeCurrent();
+    shown.widget().context()->functions()->glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &largest);
+    shown.widget().doneCurrent();
+    ASSERT_GT(largest, 0);
+    shown.widget().resize(largest + 1, 16);
+    spinFor(300);
+    EXPECT_EQ(shown.viewer.picture(), before);
+    EXPECT_EQ(shown.viewer.picture(size).size(), size);
+    shown.widget().resize(size);
+    EXPECT_TRUE(showsItsPicture(shown, before));
     EXPECT_TRUE(kvtest::messages().filter(QStringLiteral("Framebuffer incomplete")).isEmpty());
 }
 
