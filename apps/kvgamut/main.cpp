@@ -15,7 +15,9 @@
 #include <cctype>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <exception>
 #include <fcntl.h>
 #include <langinfo.h>
 #include <memory>
@@ -64,14 +66,8 @@ std::vector<std::string> wordsOf(int argc, char** argv)
     return words;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int runProgram(int argc, char** argv)
 {
-    holdStandardFiles();
-    useUtf8Locale();
-    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error to report, not to die of
-
     CLI::App program("Gamuts of ICC profiles, seen in CIE L*a*b*", "kvgamut");
     program.set_version_flag("--version", "kvgamut " KVGAMUT_VERSION);
     program.require_subcommand(1);
@@ -98,4 +94,19 @@ int main(int argc, char** argv)
         if (command->chosen())
             return command->run({argc, argv});
     return WrongUsage;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    holdStandardFiles();
+    useUtf8Locale();
+    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is an error to report, not to die of
+    try {
+        return runProgram(argc, argv);
+    } catch (const std::exception& failure) { // no memory
+        std::fprintf(stderr, "kvgamut: the input is too large for this machine (%s)\n", failure.what());
+        return BadInput;
+    }
 }

@@ -243,4 +243,19 @@ TEST_F(InsideTest, wantsWholeColoursOrAFile)
     }
 }
 
+TEST_F(InsideTest, saysWhenThereIsNotEnoughMemory)
+{
+    constexpr int points = 1500000; // far more than the memory below holds
+    const QString many = path(QStringLiteral("many.csv"));
+    write(many, "L,a,b\n" + QByteArray("50,10,10\n").repeated(points));
+    const Answer answer =
+        shell(QStringLiteral("ulimit -v 250000; exec \"$KVGAMUT\" inside sRGB --points \"$1\""), {many},
+              withoutDisplay());
+    EXPECT_EQ(answer.exitCode, 1) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.output.isEmpty());
+    EXPECT_TRUE(answer.errors.startsWith("kvgamut: the input is too large for this machine"))
+        << answer.errors.toStdString();
+    EXPECT_EQ(answer.errors.count('\n'), 1) << answer.errors.toStdString();
+}
+
 } // namespace
