@@ -4,7 +4,7 @@
 #   asan       logic tests under the address, leak and undefined-behaviour sanitizers
 #   tsan       tests of code that shares data between threads, under the thread sanitizer
 #   valgrind   a sample of the logic tests under memcheck
-#   tidy       clang-tidy; arguments are files, else all of the library's sources
+#   tidy       clang-tidy; arguments are files, else all sources of the library and the program
 #   clazy      clazy, level 1; likewise
 #   soak       random calls for long; arguments go to the program (see --help)
 #   soak-asan  the same under the address sanitizer
@@ -40,19 +40,21 @@ build() {
     cmake --build --preset "$1" ${3:+--target "${@:3}"}
 }
 
-# The library's sources; what moc and the compiler need for them is made first.
+# Sources of the library and the program; what moc and the compiler need for them is made first.
 sources() {
     if [[ $# -gt 0 ]]; then
         printf '%s\n' "$@"
     else
-        find viewer glwindow scene gamut platform -name '*.cpp' | sort
+        find viewer glwindow scene gamut platform apps -name '*.cpp' | sort
     fi
 }
 analyse() {
     local command=$1
     shift
-    cmake --preset dev >/dev/null
-    cmake --build --preset dev --target KV3DViewer >/dev/null
+    # without precompiled headers: they are another compiler's
+    cmake --preset dev -B build/analysis -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_TEST_ROOMS= >/dev/null
+    cmake --build build/analysis \
+        --target KVCoreCommon_autogen KV3DViewerObjects_autogen KVGamutDesktop_autogen >/dev/null
     # shellcheck disable=SC2016 # the inner shell expands it
     sources "$@" | xargs --max-procs="$(nproc)" --max-args=1 bash -c "$command"' "$0"'
 }
@@ -83,13 +85,13 @@ valgrind)
 tidy)
     kv_set_up "$root" test
     kv_install clang-tidy
-    analyse 'clang-tidy -p build/dev --quiet' "$@"
+    analyse 'clang-tidy -p build/analysis --quiet' "$@"
     ;;
 clazy)
     kv_set_up "$root" test
     kv_install clazy
-    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform)/'
-    analyse 'clazy-standalone -p build/dev -checks=level1 --extra-arg=-Werror' "$@"
+    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform|apps)/'
+    analyse 'clazy-standalone -p build/analysis -checks=level1 --extra-arg=-Werror' "$@"
     ;;
 soak | soak-asan)
     kv_set_up "$root" test

@@ -16,21 +16,21 @@
 
 namespace {
 
-const QString saved = QStringLiteral("kvgamut");
+constexpr QLatin1String saved("kvgamut");
 
 std::vector<std::string> formatNames()
 {
     std::vector<std::string> names;
     for (const MeshFormat& format : MeshFormat::all())
         names.emplace_back(format.suffix);
-    names.push_back(saved.toStdString());
+    names.push_back(saved.data());
     return names;
 }
 
 /// The format that the suffix of @p output names.
 QString formatOf(const QString& output)
 {
-    const QString suffix = QFileInfo(output).suffix().toLower();
+    QString suffix = QFileInfo(output).suffix().toLower();
     if (suffix == saved || MeshFormat::ofSuffix(suffix))
         return suffix;
     std::string known;

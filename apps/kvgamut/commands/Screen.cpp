@@ -63,6 +63,7 @@ QString Screen::runAgainOnVirtualScreen(Arguments arguments)
     std::vector<std::string> words{"xvfb-run", "-a", "-s", server, self};
     words.insert(words.end(), arguments.values + 1, arguments.values + arguments.count);
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

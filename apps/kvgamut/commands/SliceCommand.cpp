@@ -29,7 +29,7 @@ QString formatOf(const QString& output)
 {
     if (output == QLatin1String("-"))
         return QStringLiteral("csv");
-    const QString suffix = QFileInfo(output).suffix().toLower();
+    QString suffix = QFileInfo(output).suffix().toLower();
     if (!formats().contains(suffix))
         throw CLI::ValidationError("--output", "'" + output.toStdString() +
                                                    "' ends in none of .csv, .json, .svg, .png and .pdf; "

@@ -79,7 +79,7 @@ void GamutLoader::onDataChanged(const QModelIndex& first, const QModelIndex& las
 }
 
 /// Runs on a worker.
-GamutLoader::Outcome GamutLoader::compute(const QString& input, GamutSource source,
+GamutLoader::Outcome GamutLoader::compute(const QString& input, const GamutSource& source,
                                           const GamutSettings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;

@@ -48,7 +48,7 @@ private:
         QString problem;
     };
 
-    static Outcome compute(const QString& input, GamutSource source, const GamutSettings& settings,
+    static Outcome compute(const QString& input, const GamutSource& source, const GamutSettings& settings,
                            KVCompletionProtocolPtr protocol);
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);

@@ -30,9 +30,8 @@ constexpr float opacityStep = 0.1f;
 constexpr float narrowestAngle = 5.0f;
 constexpr float widestAngle = 120.0f;
 
-const QColor darkBackground(0x20, 0x22, 0x25);
-const QColor lightBackground(0xf2, 0xf2, 0xf2);
-const QColor neutralBackground(Qt::gray);
+constexpr QRgb darkBackground = qRgb(0x20, 0x22, 0x25);
+constexpr QRgb lightBackground = qRgb(0xf2, 0xf2, 0xf2);
 
 KVGamut3DViewer::DisplayMode modeAfter(KVGamut3DViewer::DisplayMode mode)
 {
@@ -285,7 +284,7 @@ void MainWindow::makeLookMenu(QMenu* menu)
     };
     ground("backgroundDark", tr("&Dark"), "Shift+D", darkBackground);
     ground("backgroundLight", tr("&Light"), "Shift+L", lightBackground);
-    ground("backgroundNeutral", tr("&Neutral grey"), "Shift+N", neutralBackground);
+    ground("backgroundNeutral", tr("&Neutral grey"), "Shift+N", Qt::gray);
 
     QMenu* light = menu->addMenu(tr("L&ight"));
     auto* lights = new QActionGroup(this);

@@ -118,7 +118,7 @@ public:
         const QJsonValue value = take(key);
         const QJsonArray parts = value.toArray();
         bool right = parts.size() == 3;
-        for (const QJsonValue& part : parts)
+        for (const auto& part : parts)
             right = right && part.isDouble();
         if (right)
             target =
@@ -302,14 +302,14 @@ std::optional<Session> Session::fromJson(const QByteArray& json, const QDir& fol
 
     Session session;
     const QJsonArray gamutList = reader.array("gamuts");
-    for (const QJsonValue& gamut : gamutList) {
+    for (const auto& gamut : gamutList) {
         const QString place = QStringLiteral("gamut %1: ").arg(session.gamuts.size() + 1);
         session.gamuts.append(gamutOf(Reader(gamut.toObject(), place, problem), folder));
     }
     reader.read("active", session.active, 0, std::max<double>(0, session.gamuts.size() - 1.0));
     session.view = viewOf(reader.inside("view"));
     const QJsonArray pointList = reader.array("points");
-    for (const QJsonValue& file : pointList) {
+    for (const auto& file : pointList) {
         if (file.toString().isEmpty())
             reader.refuse("points", QStringLiteral("a list of files"));
         session.points.append(QDir::cleanPath(folder.absoluteFilePath(file.toString())));

@@ -11,8 +11,8 @@ namespace {
 
 // An ICC profile says so at this place.
 constexpr int iccSignatureAt = 36;
-const QByteArray iccSignature = QByteArrayLiteral("acsp");
-constexpr int longestMarker = iccSignatureAt + 4;
+constexpr QByteArrayView iccSignature("acsp");
+constexpr int longestMarker = iccSignatureAt + iccSignature.size();
 static_assert(longestMarker >= SavedGamut::markerSize);
 
 constexpr qint64 largestSavedGamut = qint64(1) << 30;

@@ -23,7 +23,7 @@ QChar separatorOf(const QString& line)
 QString unquoted(const QString& field)
 {
     static const QLatin1Char quote('"');
-    const QString word = field.trimmed();
+    QString word = field.trimmed();
     if (word.size() < 2 || !word.startsWith(quote) || !word.endsWith(quote))
         return word;
     return word.mid(1, word.size() - 2).replace(QStringLiteral("\"\""), QString(quote));

@@ -12,9 +12,9 @@ const QLatin1String gamutKey("gamut");
 const QLatin1String profileKey("profile");
 
 // Tag 55799, an array of three, a text of seven bytes: every file begins with these.
-const QByteArray marker = QByteArrayLiteral("\xD9\xD9\xF7\x83\x67"
-                                            "KVGamut");
-static_assert(SavedGamut::markerSize == 5 + 7);
+constexpr QByteArrayView marker("\xD9\xD9\xF7\x83\x67"
+                                "KVGamut");
+static_assert(marker.size() == SavedGamut::markerSize);
 
 SavedGamut failed(const QString& problem)
 {

@@ -146,10 +146,9 @@ QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
 /// Without points that repeat the one before them.
 QPolygonF withoutRepeats(QPolygonF ring)
 {
-    ring.erase(
-        std::unique(ring.begin(), ring.end(),
-                    [](const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); }),
-        ring.end());
+    const auto same = [](const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); };
+    const auto kept = std::unique(ring.begin(), ring.end(), same);
+    ring.resize(std::distance(ring.begin(), kept));
     while (ring.size() > 1 && ring.first().x() == ring.last().x() && ring.first().y() == ring.last().y())
         ring.removeLast();
     return ring;
