@@ -91,7 +91,8 @@ and compares them, on the command line and in a window.
 
 Pictures need no display: where there is none, kvgamut draws on a virtual one.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
-set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "xvfb, xauth") # the virtual display
+# the virtual display; Qt's own words in other languages
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "xvfb, xauth, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 
 include(CPack)

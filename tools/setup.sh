@@ -6,15 +6,16 @@
 kv_run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev
+    qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
     liblcms2-dev libpolyclipping-dev libcli11-dev libxcb1-dev
     libpng-dev libjpeg-dev libtiff-dev
     libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
 )
 # And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager,
-# a hand for real input, Clang for the fuzzers, and what makes the man pages.
+# a hand for real input, Clang for the fuzzers, what makes the man pages, and a locale that is not English.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool clang libclang-rt-dev help2man
-    debootstrap dpkg-dev desktop-file-utils doxygen jq)
+    debootstrap dpkg-dev desktop-file-utils doxygen jq locales)
 
 kv_is_installed() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
@@ -37,6 +38,7 @@ kv_set_up() {
     [[ $2 != test ]] || packages+=("${kv_test_packages[@]}")
     kv_install "${packages[@]}"
     kv_stay_in_tree "$1/build/cache"
+    [[ $2 != test ]] || export LC_ALL="${LC_ALL:-C.UTF-8}"
 }
 
 # Installs those of the named packages that are missing.
@@ -67,7 +69,7 @@ kv_check_without_apt() {
     local tool
     for tool in c++ cmake ninja pkg-config; do
         if ! command -v "$tool" >/dev/null; then
-            echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base and OpenGL)," \
+            echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base, OpenGL, SVG and Linguist tools)," \
                 "Little CMS 2, Clipper (polyclipping), CLI11, libxcb, libpng, libjpeg-turbo, libtiff, Xvfb with xauth, Mesa and the Liberation" \
                 "fonts; for the tests also GoogleTest and Google Benchmark. ($tool was not found.)" >&2
             return 1
@@ -84,5 +86,4 @@ kv_stay_in_tree() {
     export MESA_SHADER_CACHE_DIR="$cache/mesa"
     export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$cache/runtime}"
     export CCACHE_DISABLE=1
-    export LC_ALL="${LC_ALL:-C.UTF-8}"
 }

@@ -10,7 +10,8 @@
 #include "commands/ViewCommand.h"
 #include "commands/VolumeCommand.h"
 
-#include <QtCore/QtGlobal>
+#include <QtCore/QByteArray>
+#include <QtCore/QCoreApplication>
 
 #include <cctype>
 #include <clocale>
@@ -27,13 +28,38 @@
 
 namespace {
 
-/// Qt takes file names as UTF-8 and complains about other locales, such as the bare "C" of a server.
+/// The locale whose words a person wants to read; "C" when nothing says so.
+QByteArray wantedLocale()
+{
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (!qEnvironmentVariableIsEmpty(name))
+            return qgetenv(name);
+    return QByteArrayLiteral("C");
+}
+
+/// Qt takes file names as UTF-8 and complains about other locales, such as the bare "C" of a server, or
+/// one that is not installed. The language that such a one names stays the person's choice.
 void useUtf8Locale()
 {
     std::setlocale(LC_ALL, "");
-    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
-        qputenv("LC_ALL", "C.UTF-8");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0)
+        return;
+    const QByteArray wanted = wantedLocale();
+    if (wanted == "C" || wanted == "POSIX")
+        qunsetenv("LANGUAGE");
+    else if (qEnvironmentVariableIsEmpty("LANGUAGE"))
+        qputenv("LANGUAGE", wanted);
+    qputenv("LC_ALL", "C.UTF-8");
 }
+
+/// What the C library says and how it writes numbers is the same in every locale: scripts read it. The
+/// window asks Qt for the person's language, not the C library.
+void keepToEnglish()
+{
+    std::setlocale(LC_MESSAGES, "C");
+    std::setlocale(LC_NUMERIC, "C");
+}
+Q_COREAPP_STARTUP_FUNCTION(keepToEnglish) // which sets the locale of the environment
 
 /// Gives the places of closed standard files to ones that refuse to be used: otherwise the next file
 /// that is opened would take such a place, and what is printed would go into it.

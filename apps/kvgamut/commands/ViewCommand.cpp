@@ -4,6 +4,7 @@
 #include "Say.h"
 #include "Screen.h"
 #include "desktop/MainWindow.h"
+#include "desktop/Translations.h"
 
 #include <QtWidgets/QApplication>
 
@@ -51,6 +52,7 @@ int ViewCommand::run(Arguments arguments)
 
     const QApplication application(arguments.count, arguments.values);
     QApplication::setApplicationName(QStringLiteral("kvgamut"));
+    const Translations translations;
     const QString problem = Screen::openGLProblem();
     if (!problem.isEmpty()) {
         say(problem);

@@ -15,7 +15,7 @@ constexpr double atFirst = 50.0;
 
 ClipControl::ClipControl(QWidget* parent)
     : QWidget(parent), m_slider(new QSlider(Qt::Vertical)), m_number(new QDoubleSpinBox),
-      m_cut(new QCheckBox(tr("C&ut")))
+      m_cut(new QCheckBox(tr("Cu&t")))
 {
     m_slider->setObjectName(QStringLiteral("clipSlider"));
     m_slider->setAccessibleName(tr("Lightness of the section"));

@@ -16,15 +16,13 @@ bool isShare(int column)
     return column == ComparisonModel::CoversActive || column == ComparisonModel::CoveredByActive;
 }
 
-/// With one decimal, and no sign before a zero.
-QString decimal(float value)
+/// With one decimal each, and no sign before a zero.
+QString labText(const KVGamut::LabPoint& lab, const QLocale& locale)
 {
-    const double rounded = std::round(static_cast<double>(value) * 10.0) / 10.0;
-    return QString::number(rounded + 0.0, 'f', 1);
-}
-
-QString labText(const KVGamut::LabPoint& lab)
-{
+    const auto decimal = [&locale](float value) {
+        const double rounded = std::round(static_cast<double>(value) * 10.0) / 10.0;
+        return locale.toString(rounded + 0.0, 'f', 1);
+    };
     return QStringLiteral("%1  %2  %3").arg(decimal(lab.L), decimal(lab.a), decimal(lab.b));
 }
 
@@ -161,7 +159,7 @@ QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
     case Intent:
         return ShownWords::settings(entry.computedWith);
     case White:
-        return labText(m_reports.value(entry.revision).white);
+        return labText(m_reports.value(entry.revision).white, locale);
     default:
         break;
     }
@@ -176,6 +174,8 @@ QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
 
 QString ComparisonModel::plainText(const GamutEntry& entry, int column) const
 {
+    if (column == White)
+        return labText(m_reports.value(entry.revision).white, QLocale::c());
     if (column < Volume)
         return shownText(entry, column);
     const auto value = number(entry, column);

@@ -98,7 +98,7 @@ QWidget* GamutPanel::makeComputation()
     auto* form = new QFormLayout(group);
     form->addRow(tr("&Intent"), m_intent);
     form->addRow(m_blackPoint);
-    form->addRow(tr("&Grid"), m_grid);
+    form->addRow(tr("G&rid"), m_grid);
 
     connect(m_intent, &QComboBox::currentIndexChanged, this, [this] {
         changeSettings([this](GamutSettings& s) {
@@ -141,7 +141,7 @@ QWidget* GamutPanel::makeAppearance()
     auto* group = new QGroupBox(tr("Shown as"));
     auto* form = new QFormLayout(group);
     form->addRow(tr("&Mode"), m_mode);
-    form->addRow(tr("Opaci&ty"), m_opacity);
+    form->addRow(tr("Opacit&y"), m_opacity);
     form->addRow(tr("P&urity"), m_ambient);
     form->addRow(tr("Colour"), colors);
     form->addRow(m_surface);

@@ -2,18 +2,12 @@
 
 #include "ShownWords.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 
 #include <cmath>
 
 namespace {
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Inspector", text);
-}
 
 bool isSeen(const GamutEntry& entry)
 {
@@ -23,14 +17,15 @@ bool isSeen(const GamutEntry& entry)
 QString nameOf(const PointSet& set, qsizetype index)
 {
     const QString& name = set.points[index].name;
-    return name.isEmpty() ? tr("%1, point %2").arg(QFileInfo(set.file).fileName()).arg(index + 1) : name;
+    return name.isEmpty() ? Inspector::tr("%1, point %2").arg(QFileInfo(set.file).fileName()).arg(index + 1)
+                          : name;
 }
 
 QString side(float distance, const QString& gamut)
 {
     const QString number = QLocale().toString(std::fabs(static_cast<double>(distance)), 'f', 2);
-    return distance < 0.0f ? tr("%1 ΔE inside %2").arg(number, gamut)
-                           : tr("%1 ΔE outside %2").arg(number, gamut);
+    return distance < 0.0f ? Inspector::tr("%1 ΔE inside %2").arg(number, gamut)
+                           : Inspector::tr("%1 ΔE outside %2").arg(number, gamut);
 }
 
 } // namespace

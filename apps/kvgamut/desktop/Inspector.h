@@ -4,11 +4,14 @@
 #include "Picker.h"
 #include "PointLayer.h"
 
+#include <QtCore/QCoreApplication>
+
 #include <optional>
 
 /// Finds and says what lies under the pointer: a point of the point layer, or the surface of a gamut.
 class Inspector
 {
+    Q_DECLARE_TR_FUNCTIONS(Inspector)
 public:
     struct Finding
     {

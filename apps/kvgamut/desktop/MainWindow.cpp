@@ -7,6 +7,7 @@
 #include "MessageBar.h"
 #include "PointPanel.h"
 #include "RecentFiles.h"
+#include "ShownProblem.h"
 #include "ShownWords.h"
 #include "SlicePanel.h"
 #include "model/BuiltInProfiles.h"
@@ -209,7 +210,8 @@ void MainWindow::connectModels()
     connect(&m_loader, &GamutLoader::progressed, this, &MainWindow::showLoading);
     connect(&m_loader, &GamutLoader::idle, this, &MainWindow::loadingEnded);
     connect(&m_points, &PointLayer::failed, this, &MainWindow::say);
-    connect(&m_points, &PointLayer::noted, m_messages, &MessageBar::say);
+    connect(&m_points, &PointLayer::noted, m_messages,
+            [this](const QString& note) { m_messages->say(shownProblem(note)); });
     for (QAbstractItemModel* model :
          {static_cast<QAbstractItemModel*>(&m_gamuts), static_cast<QAbstractItemModel*>(&m_points)}) {
         connect(model, &QAbstractItemModel::rowsInserted, this, &MainWindow::showPage);
@@ -377,7 +379,7 @@ bool MainWindow::savePicture(const QString& file, const QSize& size)
 {
     const QImage picture = viewer().picture(size);
     if (picture.isNull()) {
-        say(tr("There is no picture to save: nothing is shown, or memory does not suffice."));
+        say(QStringLiteral("There is no picture to save: nothing is shown, or memory does not suffice."));
         return false;
     }
     QBuffer buffer;
@@ -431,7 +433,7 @@ void MainWindow::pasteCamera()
 {
     const auto camera = ViewCamera::fromText(QGuiApplication::clipboard()->text());
     if (!camera) {
-        say(tr("The clipboard holds no camera. One looks like this: %1")
+        say(QStringLiteral("The clipboard holds no camera. One looks like this: %1")
                 .arg(ViewCamera::of(viewer()).toText()));
         return;
     }
@@ -542,7 +544,7 @@ void MainWindow::showLoading()
 
 void MainWindow::say(const QString& message)
 {
-    m_messages->say(message);
+    m_messages->say(shownProblem(message));
     Q_EMIT problem(message);
 }
 

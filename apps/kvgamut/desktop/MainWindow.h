@@ -73,12 +73,13 @@ public:
     /// The camera was chosen: the window keeps it when it is first shown.
     void keepCamera() { m_cameraChosen = true; }
 
+    /// @param message in English; the message bar says it in the language of the window
     void say(const QString& message);
 
     QMenu* createPopupMenu() override { return nullptr; }
 
 Q_SIGNALS:
-    /// Something could not be done; the message bar says so, too.
+    /// Something could not be done; the message bar says so, too. In English.
     void problem(QString message);
     /// The last load in progress has ended.
     void loadingEnded();

@@ -33,6 +33,12 @@ constexpr float widestAngle = 120.0f;
 constexpr QRgb darkBackground = qRgb(0x20, 0x22, 0x25);
 constexpr QRgb lightBackground = qRgb(0xf2, 0xf2, 0xf2);
 
+/// As keyboards and menus of this language name it.
+QString nameOf(const QKeySequence& key)
+{
+    return key.toString(QKeySequence::NativeText);
+}
+
 KVGamut3DViewer::DisplayMode modeAfter(KVGamut3DViewer::DisplayMode mode)
 {
     switch (mode) {
@@ -202,7 +208,7 @@ void MainWindow::makeGamutMenu()
     });
     addAct(menu, QStringLiteral("gamutColor"), tr("&Colour…"), QKeySequence(QStringLiteral("Ctrl+L")),
            [this] { m_gamutPanel->chooseColor(); });
-    addAct(menu, QStringLiteral("ownGamutColors"), tr("Own co&lours"),
+    addAct(menu, QStringLiteral("ownGamutColors"), tr("Own colo&urs"),
            QKeySequence(QStringLiteral("Ctrl+Shift+L")),
            [this] { changeActive([](GamutEntry& entry) { entry.look.color = QColor(); }); });
 }
@@ -328,12 +334,13 @@ void MainWindow::showKeys()
                     {tr("+, -, wheel"), tr("Nearer, farther")},
                     {tr("Shift and drag, right drag"), tr("Move the scene")},
                     {tr("Click"), tr("Which colour is this?")},
-                    {tr("Tab"), tr("On to the next control")}}});
-    groups.append({tr("Everywhere"), {{tr("Esc"), tr("Cancel loading, then dismiss messages")}}});
+                    {nameOf(Qt::Key_Tab), tr("On to the next control")}}});
+    groups.append(
+        {tr("Everywhere"), {{nameOf(Qt::Key_Escape), tr("Cancel loading, then dismiss messages")}}});
     groups.append({tr("In lists and tables"),
-                   {{tr("Space"), tr("Show or hide the gamut")},
-                    {tr("Del"), tr("Remove the gamut or the points")},
-                    {tr("Ctrl+C"), tr("Copy the selected numbers")}}});
+                   {{nameOf(Qt::Key_Space), tr("Show or hide the gamut")},
+                    {nameOf(Qt::Key_Delete), tr("Remove the gamut or the points")},
+                    {nameOf(QKeySequence::Copy), tr("Copy the selected numbers")}}});
     auto* list = new KeyList(groups, this);
     list->setAttribute(Qt::WA_DeleteOnClose);
     list->show();

@@ -37,12 +37,12 @@ PointPanel::PointPanel(PointLayer& points, QWidget* parent)
     m_tolerance->setPrefix(QStringLiteral("± "));
     m_tolerance->setSuffix(QStringLiteral(" ΔE"));
     m_tolerance->setToolTip(tr("Colours no farther from the active gamut's surface than this are its edge"));
-    auto* open = new QPushButton(tr("Add &points…"));
+    auto* open = new QPushButton(tr("&Add points…"));
     open->setObjectName(QStringLiteral("addPoints"));
     connect(open, &QPushButton::clicked, this, &PointPanel::openRequested);
 
     auto* form = new QFormLayout;
-    form->addRow(tr("&Edge"), m_tolerance);
+    form->addRow(tr("E&dge"), m_tolerance);
     auto* row = new QHBoxLayout;
     row->addLayout(form);
     row->addStretch();

@@ -8,10 +8,10 @@
 
 namespace {
 
-QString tr(const char* text)
+class Words
 {
-    return QCoreApplication::translate("ShownWords", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ShownWords)
+};
 
 /// With one decimal, and no sign before a zero.
 QString number(double value)
@@ -25,13 +25,13 @@ QString ShownWords::intent(KVVMRenderType intent)
 {
     switch (intent) {
     case KVVMRenderPerceptual:
-        return tr("Perceptual");
+        return Words::tr("Perceptual");
     case KVVMRenderRelativeColorimetric:
-        return tr("Relative colorimetric");
+        return Words::tr("Relative colorimetric");
     case KVVMRenderSaturation:
-        return tr("Saturation");
+        return Words::tr("Saturation");
     case KVVMRenderAbsoluteColorimetric:
-        return tr("Absolute colorimetric");
+        return Words::tr("Absolute colorimetric");
     }
     return {};
 }
@@ -40,7 +40,7 @@ QString ShownWords::settings(const GamutSettings& settings)
 {
     QString words = intent(settings.intent);
     if (settings.blackPointCompensation && settings.intent != KVVMRenderAbsoluteColorimetric)
-        words += tr(", black point compensated");
+        words += Words::tr(", black point compensated");
     return words;
 }
 

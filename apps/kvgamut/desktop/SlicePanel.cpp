@@ -65,6 +65,8 @@ void SlicePanel::redraw()
 SliceDrawing SlicePanel::drawing() const
 {
     SliceDrawing drawing = SliceDrawing::ofPlane(planeAt(m_lightness));
+    drawing.setTitle(tr("Gamut slice at L* = %1 in CIELAB (D50)")
+                         .arg(QLocale().toString(static_cast<double>(m_lightness), 'g', 6)));
     for (int row = 0; row < m_gamuts.rowCount(); ++row) {
         const GamutEntry& entry = m_gamuts.at(row);
         if (!entry.hasGamut() || !entry.look.visible)
@@ -81,7 +83,7 @@ QString SlicePanel::save(const QString& file) const
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
     if (suffix != QLatin1String("svg") && suffix != QLatin1String("pdf"))
-        return tr("'%1': sections are saved as .svg or .pdf").arg(file);
+        return QStringLiteral("'%1': sections are saved as .svg or .pdf").arg(file);
     return writeOutput(file, suffix == QLatin1String("pdf") ? SliceFile::pdf(drawing(), documentSize)
                                                             : SliceFile::svg(drawing(), documentSize));
 }

@@ -153,6 +153,8 @@ void SliceDrawing::add(const Gamut& gamut, const GamutRings& rings)
 
 QString SliceDrawing::title() const
 {
+    if (!m_title.isEmpty())
+        return m_title;
     if (m_ofRings)
         return QStringLiteral("Gamut rings in CIELAB (D50)");
     if (m_plane.kind == SlicePlane::Lightness)

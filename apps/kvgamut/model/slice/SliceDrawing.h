@@ -53,6 +53,8 @@ public:
     /// Without it only the plot and its axes are drawn.
     void setLegendVisible(bool visible) { m_legendVisible = visible; }
 
+    /// The line above the plot, for a window that speaks another language than the default, English.
+    void setTitle(const QString& title) { m_title = title; }
     QString title() const;
     /// Draws into @p area, all of which it paints.
     void paint(QPainter& painter, const QRectF& area) const;
@@ -85,6 +87,7 @@ private:
     QList<double> m_ringLightness; ///< of the first gamut's rings
     Palette m_palette;
     QRectF m_range;
+    QString m_title;
     qreal m_textSize = 0.0;
     bool m_legendVisible = true;
 };

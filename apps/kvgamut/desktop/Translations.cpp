@@ -1,0 +1,87 @@
+#include "Translations.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QLibraryInfo>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+const QLatin1String folder(":/translations");
+const QLatin1String prefix("kvgamut_");
+
+/// Qt's words, but for the reasons why a file cannot be used: those go to standard error, too, whose
+/// words stay English. The window translates them itself, see shownProblem().
+class WordsOfQt : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* text, const char* disambiguation, int n) const override
+    {
+        constexpr std::array<const char*, 6> reasons{"QIODevice",    "QFile",        "QSaveFile",
+                                                     "QImageReader", "QImageWriter", "QXmlStream"};
+        const bool isReason = std::any_of(reasons.begin(), reasons.end(), [context](const char* reason) {
+            return std::strcmp(context, reason) == 0;
+        });
+        return isReason ? QString() : QTranslator::translate(context, text, disambiguation, n);
+    }
+};
+
+/// "de" of "de-AT".
+QString languageOf(const QString& name)
+{
+    return QLocale::languageToCode(QLocale(name).language());
+}
+
+/// By which the system writes numbers.
+QLocale numbersOfSystem()
+{
+    for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"})
+        if (!qEnvironmentVariableIsEmpty(name))
+            return QLocale(qEnvironmentVariable(name));
+    return QLocale::c();
+}
+
+} // namespace
+
+Translations::Translations(const QStringList& wanted) : m_language(QStringLiteral("en"))
+{
+    const QStringList spoken = QStringList{m_language} + embedded();
+    const auto first = std::find_if(wanted.begin(), wanted.end(), [&spoken](const QString& name) {
+        return spoken.contains(languageOf(name));
+    });
+    if (first == wanted.end() || languageOf(*first) == m_language ||
+        !m_words.load(prefix + languageOf(*first), folder))
+        return;
+    m_language = languageOf(*first);
+    // the program's words come first: installed last
+    auto wordsOfQt = std::make_unique<WordsOfQt>();
+    if (wordsOfQt->load(QStringLiteral("qtbase_") + m_language,
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        m_wordsOfQt = std::move(wordsOfQt);
+        QCoreApplication::installTranslator(m_wordsOfQt.get());
+    }
+    QCoreApplication::installTranslator(&m_words);
+    if (numbersOfSystem().language() == QLocale::C) // which is nobody's wish
+        QLocale::setDefault(QLocale(*first));
+}
+
+Translations::~Translations()
+{
+    QLocale::setDefault(m_numbersBefore);
+    QCoreApplication::removeTranslator(&m_words);
+    if (m_wordsOfQt)
+        QCoreApplication::removeTranslator(m_wordsOfQt.get());
+}
+
+QStringList Translations::embedded()
+{
+    QStringList languages;
+    const QStringList files =
+        QDir(folder).entryList({prefix + QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
+    for (const QString& file : files)
+        languages.append(file.sliced(prefix.size()).chopped(3));
+    return languages;
+}

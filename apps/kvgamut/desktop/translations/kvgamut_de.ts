@@ -1,0 +1,1200 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ClipControl</name>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Schneiden</translation>
+    </message>
+    <message>
+        <source>Lightness of the section</source>
+        <translation>Helligkeit des Schnitts</translation>
+    </message>
+    <message>
+        <source>Cut the gamuts off above this lightness</source>
+        <translation>Die Gamuts oberhalb dieser Helligkeit abschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;L*</source>
+        <translation>&amp;L*</translation>
+    </message>
+</context>
+<context>
+    <name>ComparisonModel</name>
+    <message>
+        <source>computing…</source>
+        <translation>wird berechnet…</translation>
+    </message>
+    <message>
+        <source>the active gamut</source>
+        <translation>(aktiver Gamut)</translation>
+    </message>
+    <message>
+        <source>Intersection</source>
+        <translation>Schnittmenge</translation>
+    </message>
+    <message>
+        <source>Union</source>
+        <translation>Vereinigung</translation>
+    </message>
+    <message>
+        <source>Covers</source>
+        <translation>Deckt ab</translation>
+    </message>
+    <message>
+        <source>Inside</source>
+        <translation>Abgedeckt</translation>
+    </message>
+    <message>
+        <source>Gamut</source>
+        <translation>Gamut</translation>
+    </message>
+    <message>
+        <source>Intent</source>
+        <translation>Rendering Intent</translation>
+    </message>
+    <message>
+        <source>White L* a* b*</source>
+        <translation>Weiß L* a* b*</translation>
+    </message>
+    <message>
+        <source>Volume ΔE³</source>
+        <translation>Volumen ΔE³</translation>
+    </message>
+    <message>
+        <source>Uncertainty</source>
+        <translation>Unsicherheit</translation>
+    </message>
+    <message>
+        <source>Intersection with %1</source>
+        <translation>Schnittmenge mit %1</translation>
+    </message>
+    <message>
+        <source>Union with %1</source>
+        <translation>Vereinigung mit %1</translation>
+    </message>
+    <message>
+        <source>Share of %1 that this one covers</source>
+        <translation>Abdeckung von %1 durch diesen Gamut</translation>
+    </message>
+    <message>
+        <source>Share of this one that %1 covers</source>
+        <translation>Abdeckung dieses Gamuts durch %1</translation>
+    </message>
+</context>
+<context>
+    <name>ComparisonTable</name>
+    <message>
+        <source>Comparison of the gamuts</source>
+        <translation>Vergleich der Gamuts</translation>
+    </message>
+</context>
+<context>
+    <name>GamutListModel</name>
+    <message>
+        <source>%1 – %2 %</source>
+        <translation>%1 – %2 %</translation>
+    </message>
+    <message>
+        <source>%1
+is being computed</source>
+        <translation>%1
+wird berechnet</translation>
+    </message>
+</context>
+<context>
+    <name>GamutPanel</name>
+    <message>
+        <source>Gamuts</source>
+        <translation>Gamuts</translation>
+    </message>
+    <message>
+        <source>Remove gamut</source>
+        <translation>Gamut entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Black point compensation</source>
+        <translation>&amp;Tiefenkompensierung</translation>
+    </message>
+    <message>
+        <source>No effect with the absolute intent</source>
+        <translation>Schwarzpunktkompensation; beim absolut farbmetrischen Intent ohne Wirkung</translation>
+    </message>
+    <message>
+        <source>automatic</source>
+        <translation>automatisch</translation>
+    </message>
+    <message>
+        <source>Samples along each device axis</source>
+        <translation>Stützstellen entlang jeder Geräteachse</translation>
+    </message>
+    <message>
+        <source>Computed with</source>
+        <translation>Berechnet mit</translation>
+    </message>
+    <message>
+        <source>&amp;Intent</source>
+        <translation>&amp;Intent</translation>
+    </message>
+    <message>
+        <source>G&amp;rid</source>
+        <translation>&amp;Raster</translation>
+    </message>
+    <message>
+        <source>Smooth</source>
+        <translation>Glatt</translation>
+    </message>
+    <message>
+        <source>Flat</source>
+        <translation>Facettiert</translation>
+    </message>
+    <message>
+        <source>Wireframe</source>
+        <translation>Drahtgitter</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation>Deckkraft</translation>
+    </message>
+    <message>
+        <source>Light from everywhere</source>
+        <translation>Licht von allen Seiten</translation>
+    </message>
+    <message>
+        <source>Right: pure colours. Left: the light models the surface.</source>
+        <translation>Rechts: reine Farben. Links: Das Licht modelliert die Oberfläche.</translation>
+    </message>
+    <message>
+        <source>&amp;Choose…</source>
+        <translation>&amp;Wählen…</translation>
+    </message>
+    <message>
+        <source>&amp;Own colours</source>
+        <translation>Eige&amp;ne Farben</translation>
+    </message>
+    <message>
+        <source>&amp;Surface</source>
+        <translation>&amp;Oberfläche</translation>
+    </message>
+    <message>
+        <source>Pro&amp;jection</source>
+        <translation>&amp;Projektion</translation>
+    </message>
+    <message>
+        <source>&amp;Primaries</source>
+        <translation>Primär&amp;farben</translation>
+    </message>
+    <message>
+        <source>Shown as</source>
+        <translation>Dargestellt als</translation>
+    </message>
+    <message>
+        <source>&amp;Mode</source>
+        <translation>&amp;Modus</translation>
+    </message>
+    <message>
+        <source>Opacit&amp;y</source>
+        <translation>De&amp;ckkraft</translation>
+    </message>
+    <message>
+        <source>P&amp;urity</source>
+        <translation>R&amp;einheit</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Colour of the gamut</source>
+        <translation>Farbe des Gamuts</translation>
+    </message>
+</context>
+<context>
+    <name>Inspector</name>
+    <message>
+        <source>%1, point %2</source>
+        <translation>%1, Punkt %2</translation>
+    </message>
+    <message>
+        <source>%1 ΔE inside %2</source>
+        <translation>%1 ΔE innerhalb von %2</translation>
+    </message>
+    <message>
+        <source>%1 ΔE outside %2</source>
+        <translation>%1 ΔE außerhalb von %2</translation>
+    </message>
+    <message>
+        <source>Surface of %1</source>
+        <translation>Oberfläche von %1</translation>
+    </message>
+    <message>
+        <source>seen from %1 away</source>
+        <translation>aus einer Entfernung von %1 gesehen</translation>
+    </message>
+</context>
+<context>
+    <name>KeyList</name>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>Aktion</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>kvgamut</source>
+        <translation>kvgamut</translation>
+    </message>
+    <message>
+        <source>Open a profile to see its gamut</source>
+        <translation>Öffnen Sie ein Profil, um seinen Gamut zu sehen</translation>
+    </message>
+    <message>
+        <source>Drop ICC profiles, pictures with a profile or saved gamuts here.
+With two gamuts open they are compared. Measurements (CGATS, CxF, CSV) show as points.</source>
+        <translation>Ziehen Sie ICC-Profile, Bilder mit einem Profil oder gespeicherte Gamuts hierher.
+Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) erscheinen als Punkte.</translation>
+    </message>
+    <message>
+        <source>&amp;Open a file…</source>
+        <translation>Datei ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Compare s&amp;RGB with Display P3</source>
+        <translation>sRGB mit Display P3 &amp;vergleichen</translation>
+    </message>
+    <message>
+        <source>Under the pointer</source>
+        <translation>Unter dem Mauszeiger</translation>
+    </message>
+    <message>
+        <source>Gamuts</source>
+        <translation>Gamuts</translation>
+    </message>
+    <message>
+        <source>Section</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Comparison</source>
+        <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>Clicked colour</source>
+        <translation>Angeklickte Farbe</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Cancel (Esc)</source>
+        <translation>Abbrechen (Esc)</translation>
+    </message>
+    <message>
+        <source>Comparison with %1</source>
+        <translation>Vergleich mit %1</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>%1 gespeichert</translation>
+    </message>
+    <message>
+        <source>Click a gamut or a point to see its colour here.</source>
+        <translation>Klicken Sie auf einen Gamut oder einen Punkt, um hier seine Farbe zu sehen.</translation>
+    </message>
+    <message>
+        <source>%1 – kvgamut</source>
+        <translation>%1 – kvgamut</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Open &amp;built-in profile</source>
+        <translation>Eingebautes &amp;Profil öffnen</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Add &amp;points or the pixels of a picture…</source>
+        <translation>P&amp;unkte oder die Pixel eines Bildes hinzufügen…</translation>
+    </message>
+    <message>
+        <source>R&amp;estore session…</source>
+        <translation>Sitzung &amp;wiederherstellen…</translation>
+    </message>
+    <message>
+        <source>&amp;Save session…</source>
+        <translation>&amp;Sitzung speichern…</translation>
+    </message>
+    <message>
+        <source>Save p&amp;icture…</source>
+        <translation>&amp;Bild speichern…</translation>
+    </message>
+    <message>
+        <source>Save sec&amp;tion…</source>
+        <translation>Sc&amp;hnitt speichern…</translation>
+    </message>
+    <message>
+        <source>&amp;Close everything</source>
+        <translation>&amp;Alles schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>B&amp;eenden</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Copy &amp;picture</source>
+        <translation>&amp;Bild kopieren</translation>
+    </message>
+    <message>
+        <source>Copy &amp;comparison</source>
+        <translation>&amp;Vergleich kopieren</translation>
+    </message>
+    <message>
+        <source>Copy c&amp;licked colour</source>
+        <translation>Angeklickte &amp;Farbe kopieren</translation>
+    </message>
+    <message>
+        <source>Copy c&amp;amera</source>
+        <translation>&amp;Kamera kopieren</translation>
+    </message>
+    <message>
+        <source>Pa&amp;ste camera</source>
+        <translation>Kamera &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Gamut</source>
+        <translation>&amp;Gamut</translation>
+    </message>
+    <message>
+        <source>&amp;Next gamut</source>
+        <translation>&amp;Nächster Gamut</translation>
+    </message>
+    <message>
+        <source>&amp;Remove gamut</source>
+        <translation>Gamut &amp;entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Black point compensation</source>
+        <translation>&amp;Tiefenkompensierung</translation>
+    </message>
+    <message>
+        <source>&amp;Visible</source>
+        <translation>&amp;Sichtbar</translation>
+    </message>
+    <message>
+        <source>&amp;Surface</source>
+        <translation>&amp;Oberfläche</translation>
+    </message>
+    <message>
+        <source>Pro&amp;jection</source>
+        <translation>&amp;Projektion</translation>
+    </message>
+    <message>
+        <source>&amp;Primaries</source>
+        <translation>Pr&amp;imärfarben</translation>
+    </message>
+    <message>
+        <source>Smooth, flat, &amp;wireframe</source>
+        <translation>&amp;Glatt, facettiert, Drahtgitter</translation>
+    </message>
+    <message>
+        <source>More &amp;opaque</source>
+        <translation>Dec&amp;kender</translation>
+    </message>
+    <message>
+        <source>&amp;Less opaque</source>
+        <translation>&amp;Durchsichtiger</translation>
+    </message>
+    <message>
+        <source>&amp;Colour…</source>
+        <translation>&amp;Farbe…</translation>
+    </message>
+    <message>
+        <source>Own colo&amp;urs</source>
+        <translation>Eigene Fa&amp;rben</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Reset camera</source>
+        <translation>Kamera &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Frame the gamuts</source>
+        <translation>Gamuts ein&amp;passen</translation>
+    </message>
+    <message>
+        <source>&amp;Look from</source>
+        <translation>&amp;Blick von</translation>
+    </message>
+    <message>
+        <source>&amp;Top</source>
+        <translation>&amp;Oben</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom</source>
+        <translation>&amp;Unten</translation>
+    </message>
+    <message>
+        <source>&amp;Front: a* across</source>
+        <translation>&amp;Vorn: a* quer</translation>
+    </message>
+    <message>
+        <source>Bac&amp;k</source>
+        <translation>&amp;Hinten</translation>
+    </message>
+    <message>
+        <source>&amp;Right: b* across</source>
+        <translation>&amp;Rechts: b* quer</translation>
+    </message>
+    <message>
+        <source>&amp;Left</source>
+        <translation>&amp;Links</translation>
+    </message>
+    <message>
+        <source>&amp;Orthogonal</source>
+        <translation>&amp;Orthogonal</translation>
+    </message>
+    <message>
+        <source>&amp;Wider angle</source>
+        <translation>Blickwinkel &amp;weiter</translation>
+    </message>
+    <message>
+        <source>&amp;Narrower angle</source>
+        <translation>Blickwinkel &amp;enger</translation>
+    </message>
+    <message>
+        <source>&amp;Cut at the lightness</source>
+        <translation>Bei der Helligkeit &amp;schneiden</translation>
+    </message>
+    <message>
+        <source>Lighter section</source>
+        <translation>Hellerer Schnitt</translation>
+    </message>
+    <message>
+        <source>Darker section</source>
+        <translation>Dunklerer Schnitt</translation>
+    </message>
+    <message>
+        <source>F&amp;ull screen</source>
+        <translation>&amp;Vollbild</translation>
+    </message>
+    <message>
+        <source>&amp;Axes</source>
+        <translation>&amp;Achsen</translation>
+    </message>
+    <message>
+        <source>&amp;Grid</source>
+        <translation>&amp;Gitter</translation>
+    </message>
+    <message>
+        <source>ab &amp;plane</source>
+        <translation>ab-Ebe&amp;ne</translation>
+    </message>
+    <message>
+        <source>&amp;Background</source>
+        <translation>&amp;Hintergrund</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Neutral grey</source>
+        <translation>&amp;Neutralgrau</translation>
+    </message>
+    <message>
+        <source>L&amp;ight</source>
+        <translation>&amp;Licht</translation>
+    </message>
+    <message>
+        <source>From &amp;above</source>
+        <translation>Von &amp;oben</translation>
+    </message>
+    <message>
+        <source>From the &amp;left</source>
+        <translation>Von &amp;links</translation>
+    </message>
+    <message>
+        <source>From the &amp;right</source>
+        <translation>Von &amp;rechts</translation>
+    </message>
+    <message>
+        <source>Colour of the light</source>
+        <translation>Farbe des Lichts</translation>
+    </message>
+    <message>
+        <source>&amp;White</source>
+        <translation>&amp;Weiß</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>In the 3D view</source>
+        <translation>In der 3D-Ansicht</translation>
+    </message>
+    <message>
+        <source>Arrow keys, drag</source>
+        <translation>Pfeiltasten, Ziehen</translation>
+    </message>
+    <message>
+        <source>Turn</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>+, -, wheel</source>
+        <translation>+, -, Mausrad</translation>
+    </message>
+    <message>
+        <source>Nearer, farther</source>
+        <translation>Näher, weiter weg</translation>
+    </message>
+    <message>
+        <source>Shift and drag, right drag</source>
+        <translation>Umschalt und Ziehen, rechts ziehen</translation>
+    </message>
+    <message>
+        <source>Move the scene</source>
+        <translation>Szene verschieben</translation>
+    </message>
+    <message>
+        <source>Click</source>
+        <translation>Klicken</translation>
+    </message>
+    <message>
+        <source>Which colour is this?</source>
+        <translation>Welche Farbe ist das?</translation>
+    </message>
+    <message>
+        <source>On to the next control</source>
+        <translation>Weiter zum nächsten Bedienelement</translation>
+    </message>
+    <message>
+        <source>Everywhere</source>
+        <translation>Überall</translation>
+    </message>
+    <message>
+        <source>Cancel loading, then dismiss messages</source>
+        <translation>Laden abbrechen, dann Meldungen ausblenden</translation>
+    </message>
+    <message>
+        <source>In lists and tables</source>
+        <translation>In Listen und Tabellen</translation>
+    </message>
+    <message>
+        <source>Show or hide the gamut</source>
+        <translation>Gamut ein- oder ausblenden</translation>
+    </message>
+    <message>
+        <source>Remove the gamut or the points</source>
+        <translation>Gamut oder Punkte entfernen</translation>
+    </message>
+    <message>
+        <source>Copy the selected numbers</source>
+        <translation>Ausgewählte Zahlen kopieren</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</source>
+        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+    </message>
+    <message>
+        <source>Profiles (*.icc *.icm)</source>
+        <translation>Profile (*.icc *.icm)</translation>
+    </message>
+    <message>
+        <source>Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)</source>
+        <translation>Bilder mit einem Profil (*.png *.jpg *.jpeg *.tif *.tiff)</translation>
+    </message>
+    <message>
+        <source>Saved gamuts (*.kvgamut)</source>
+        <translation>Gespeicherte Gamuts (*.kvgamut)</translation>
+    </message>
+    <message>
+        <source>Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)</source>
+        <translation>Messwerte (*.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Add points</source>
+        <translation>Punkte hinzufügen</translation>
+    </message>
+    <message>
+        <source>Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</source>
+        <translation>Messwerte und Bilder (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</translation>
+    </message>
+    <message>
+        <source>Restore session</source>
+        <translation>Sitzung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Sessions (*.kvsession)</source>
+        <translation>Sitzungen (*.kvsession)</translation>
+    </message>
+    <message>
+        <source>Save session</source>
+        <translation>Sitzung speichern</translation>
+    </message>
+    <message>
+        <source>Save picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.tif)</source>
+        <translation>Bilder (*.png *.jpg *.tif)</translation>
+    </message>
+    <message>
+        <source>Save section</source>
+        <translation>Schnitt speichern</translation>
+    </message>
+    <message>
+        <source>Drawings (*.svg *.pdf)</source>
+        <translation>Zeichnungen (*.svg *.pdf)</translation>
+    </message>
+</context>
+<context>
+    <name>MessageBar</name>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>Dismiss (Esc)</source>
+        <translation>Ausblenden (Esc)</translation>
+    </message>
+</context>
+<context>
+    <name>PictureDialog</name>
+    <message>
+        <source>Size of the picture</source>
+        <translation>Größe des Bildes</translation>
+    </message>
+    <message>
+        <source>&amp;Width</source>
+        <translation>&amp;Breite</translation>
+    </message>
+    <message>
+        <source>&amp;Height</source>
+        <translation>&amp;Höhe</translation>
+    </message>
+</context>
+<context>
+    <name>PointLayer</name>
+    <message>
+        <source>reading…</source>
+        <translation>wird gelesen…</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Inside</source>
+        <translation>Innen</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Outside</source>
+        <translation>Außen</translation>
+    </message>
+</context>
+<context>
+    <name>PointPanel</name>
+    <message>
+        <source>Files of points</source>
+        <translation>Dateien mit Punkten</translation>
+    </message>
+    <message>
+        <source>Remove points</source>
+        <translation>Punkte entfernen</translation>
+    </message>
+    <message>
+        <source>Colours no farther from the active gamut&apos;s surface than this are its edge</source>
+        <translation>Farben, die höchstens so weit von der Oberfläche des aktiven Gamuts entfernt sind, gelten als sein Rand</translation>
+    </message>
+    <message>
+        <source>&amp;Add points…</source>
+        <translation>P&amp;unkte hinzufügen…</translation>
+    </message>
+    <message>
+        <source>E&amp;dge</source>
+        <translation>Rand&amp;zone</translation>
+    </message>
+</context>
+<context>
+    <name>Problem</name>
+    <message>
+        <source>no file was named</source>
+        <translation>Es ist keine Datei angegeben</translation>
+    </message>
+    <message>
+        <source>there is no file &apos;%1&apos;</source>
+        <translation>Es gibt keine Datei „%1“</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a file</source>
+        <translation>„%1“ ist keine Datei</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is too large for a profile</source>
+        <translation>„%1“ ist zu groß für ein Profil</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be read: %2</source>
+        <translation>„%1“ ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>the profile has no bytes</source>
+        <translation>das Profil ist leer</translation>
+    </message>
+    <message>
+        <source>too large for a profile</source>
+        <translation>zu groß für ein Profil</translation>
+    </message>
+    <message>
+        <source>this is no ICC profile</source>
+        <translation>das ist kein ICC-Profil</translation>
+    </message>
+    <message>
+        <source>this is no usable ICC profile: %1</source>
+        <translation>das ist kein brauchbares ICC-Profil: %1</translation>
+    </message>
+    <message>
+        <source>the profile&apos;s list of tags is damaged</source>
+        <translation>die Tag-Tabelle des Profils ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the table of tag &apos;%1&apos; declares more than the tag holds or a device needs</source>
+        <translation>die Tabelle des Tags „%1“ gibt mehr an, als der Tag enthält oder ein Gerät braucht</translation>
+    </message>
+    <message>
+        <source>this is neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut</source>
+        <translation>das ist weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut</translation>
+    </message>
+    <message>
+        <source>there is no profile</source>
+        <translation>es gibt kein Profil</translation>
+    </message>
+    <message>
+        <source>there is no rendering intent %1</source>
+        <translation>es gibt keinen Rendering Intent %1</translation>
+    </message>
+    <message>
+        <source>the profile gives values that are no colours</source>
+        <translation>das Profil liefert Werte, die keine Farben sind</translation>
+    </message>
+    <message>
+        <source>the profile has no usable transform from device to Lab</source>
+        <translation>das Profil hat keine brauchbare Umrechnung vom Gerät nach Lab</translation>
+    </message>
+    <message>
+        <source>a device link has no gamut of its own</source>
+        <translation>ein Device-Link-Profil hat keinen eigenen Gamut</translation>
+    </message>
+    <message>
+        <source>an abstract profile has no device and so no gamut</source>
+        <translation>ein abstraktes Profil hat kein Gerät und daher keinen Gamut</translation>
+    </message>
+    <message>
+        <source>a list of named colours has no gamut surface</source>
+        <translation>eine Liste benannter Farben hat keine Gamut-Oberfläche</translation>
+    </message>
+    <message>
+        <source>profiles of class &apos;%1&apos; have no gamut</source>
+        <translation>Profile der Klasse „%1“ haben keinen Gamut</translation>
+    </message>
+    <message>
+        <source>%1 is no device space and has no gamut</source>
+        <translation>%1 ist kein Gerätefarbraum und hat keinen Gamut</translation>
+    </message>
+    <message>
+        <source>a gamut needs at least three channels, grey has one</source>
+        <translation>ein Gamut braucht mindestens drei Kanäle, Grau hat einen</translation>
+    </message>
+    <message>
+        <source>a gamut needs at least three channels, this profile has two</source>
+        <translation>ein Gamut braucht mindestens drei Kanäle, dieses Profil hat zwei</translation>
+    </message>
+    <message>
+        <source>device space &apos;%1&apos; is not known</source>
+        <translation>der Gerätefarbraum „%1“ ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>the colours of the profile span no volume</source>
+        <translation>die Farben des Profils spannen kein Volumen auf</translation>
+    </message>
+    <message>
+        <source>the solid of this device has hollows, which are not found with so many channels</source>
+        <translation>der Farbkörper dieses Geräts hat Hohlräume, die sich bei so vielen Kanälen nicht finden lassen</translation>
+    </message>
+    <message>
+        <source>the surface found for this device passes through itself</source>
+        <translation>die für dieses Gerät gefundene Oberfläche durchdringt sich selbst</translation>
+    </message>
+    <message>
+        <source>the device&apos;s colours overlap too often for a surface to be found</source>
+        <translation>die Farben des Geräts überlappen sich zu oft, um eine Oberfläche zu finden</translation>
+    </message>
+    <message>
+        <source>the gamut is flat: it has a volume of less than 1 cubic dE</source>
+        <translation>der Gamut ist flach: Sein Volumen ist kleiner als 1 ΔE³</translation>
+    </message>
+    <message>
+        <source>the surface has no faces</source>
+        <translation>die Oberfläche hat keine Flächen</translation>
+    </message>
+    <message>
+        <source>the surface has corners that are no colours</source>
+        <translation>die Oberfläche hat Ecken, die keine Farben sind</translation>
+    </message>
+    <message>
+        <source>the surface&apos;s faces name corners that it does not have</source>
+        <translation>die Flächen der Oberfläche nennen Ecken, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>the surface is not closed</source>
+        <translation>die Oberfläche ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>the surface touches itself</source>
+        <translation>die Oberfläche berührt sich selbst</translation>
+    </message>
+    <message>
+        <source>the surface is inside out</source>
+        <translation>das Innere der Oberfläche ist nach außen gekehrt</translation>
+    </message>
+    <message>
+        <source>no gamut could be computed</source>
+        <translation>es ließ sich kein Gamut berechnen</translation>
+    </message>
+    <message>
+        <source>not enough memory</source>
+        <translation>der Speicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>this is no saved gamut</source>
+        <translation>das ist kein gespeicherter Gamut</translation>
+    </message>
+    <message>
+        <source>the saved gamut is of version &apos;%1&apos;, which is not known</source>
+        <translation>der gespeicherte Gamut hat die unbekannte Version „%1“</translation>
+    </message>
+    <message>
+        <source>the saved gamut is of version %1, which is not known</source>
+        <translation>der gespeicherte Gamut hat die unbekannte Version %1</translation>
+    </message>
+    <message>
+        <source>the saved gamut is damaged: %1</source>
+        <translation>der gespeicherte Gamut ist beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>the saved gamut is damaged</source>
+        <translation>der gespeicherte Gamut ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the saved gamut holds values that no gamut has</source>
+        <translation>der gespeicherte Gamut enthält Werte, die kein Gamut hat</translation>
+    </message>
+    <message>
+        <source>the saved gamut&apos;s faces lie too close to each other to be checked</source>
+        <translation>die Flächen des gespeicherten Gamuts liegen für eine Prüfung zu dicht beieinander</translation>
+    </message>
+    <message>
+        <source>the saved gamut&apos;s surface passes through itself</source>
+        <translation>die Oberfläche des gespeicherten Gamuts durchdringt sich selbst</translation>
+    </message>
+    <message>
+        <source>this %1 picture is damaged: %2</source>
+        <translation>dieses %1-Bild ist beschädigt: %2</translation>
+    </message>
+    <message>
+        <source>this %1 picture has no embedded profile</source>
+        <translation>dieses %1-Bild hat kein eingebettetes Profil</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no profile: its colours count as sRGB</source>
+        <translation>„%1“ hat kein Profil: Seine Farben gelten als sRGB</translation>
+    </message>
+    <message>
+        <source>its profile cannot be read</source>
+        <translation>das Profil ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>only the pixels of RGB and grey pictures can be shown</source>
+        <translation>nur die Pixel von RGB- und Graustufenbildern lassen sich zeigen</translation>
+    </message>
+    <message>
+        <source>its profile gives no colours</source>
+        <translation>das Profil liefert keine Farben</translation>
+    </message>
+    <message>
+        <source>all of it is transparent</source>
+        <translation>das ganze Bild ist durchsichtig</translation>
+    </message>
+    <message>
+        <source>expected numbers in the columns of the colour</source>
+        <translation>in den Spalten der Farbe werden Zahlen erwartet</translation>
+    </message>
+    <message>
+        <source>expected L*, a*, b* and perhaps a colour</source>
+        <translation>erwartet werden L*, a*, b* und eventuell eine Farbe</translation>
+    </message>
+    <message>
+        <source>%1: no positions in it</source>
+        <translation>%1: keine Farborte enthalten</translation>
+    </message>
+    <message>
+        <source>%1: this CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, XYZ_Y, XYZ_Z (spectra are not read)</source>
+        <translation>%1: diese CGATS-Datei hat keine Spalten LAB_L, LAB_A, LAB_B oder XYZ_X, XYZ_Y, XYZ_Z (Spektren werden nicht gelesen)</translation>
+    </message>
+    <message>
+        <source>%1: this CGATS file cannot be read%2</source>
+        <translation>%1: diese CGATS-Datei ist nicht lesbar%2</translation>
+    </message>
+    <message>
+        <source>%1: this is XML, but no CxF</source>
+        <translation>%1: das ist XML, aber kein CxF</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 objects have no CIELAB or XYZ for D50 (spectra are not read)</source>
+        <translation>%1: ohne CIELAB oder XYZ für D50: %2 von %3 Objekten (Spektren werden nicht gelesen)</translation>
+    </message>
+    <message>
+        <source>it is no session of this program</source>
+        <translation>das ist keine Sitzung dieses Programms</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>a number from %1 to %2</source>
+        <translation>eine Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>a name</source>
+        <translation>ein Name</translation>
+    </message>
+    <message>
+        <source>a colour like &quot;#40c0ff&quot;</source>
+        <translation>eine Farbe wie &quot;#40c0ff&quot;</translation>
+    </message>
+    <message>
+        <source>three numbers</source>
+        <translation>drei Zahlen</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>a list of files</source>
+        <translation>eine Liste von Dateien</translation>
+    </message>
+    <message>
+        <source>a list</source>
+        <translation>eine Liste</translation>
+    </message>
+    <message>
+        <source>a group of values</source>
+        <translation>eine Gruppe von Werten</translation>
+    </message>
+    <message>
+        <source>another point than &quot;lookAt&quot;</source>
+        <translation>ein anderer Punkt als &quot;lookAt&quot;</translation>
+    </message>
+    <message>
+        <source>gamut %1: </source>
+        <translation>Gamut %1: </translation>
+    </message>
+    <message>
+        <source>view: </source>
+        <translation>Ansicht: </translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written: %2</source>
+        <translation>„%1“ ist nicht beschreibbar: %2</translation>
+    </message>
+    <message>
+        <source>sections are saved as .svg or .pdf</source>
+        <translation>Schnitte werden als .svg oder .pdf gespeichert</translation>
+    </message>
+    <message>
+        <source>There is no picture to save: nothing is shown, or memory does not suffice.</source>
+        <translation>Es gibt kein Bild zu speichern: Es wird nichts gezeigt, oder der Speicher reicht nicht aus.</translation>
+    </message>
+    <message>
+        <source>The clipboard holds no camera. One looks like this: %1</source>
+        <translation>Die Zwischenablage enthält keine Kamera. Eine sieht so aus: %1</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>Zugriff verweigert</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>Datei oder Verzeichnis nicht gefunden</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>kein Platz mehr auf dem Datenträger</translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation>zu viele geöffnete Dateien</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>das Dateisystem ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>Filename refers to a directory</source>
+        <translation>der Dateiname bezeichnet ein Verzeichnis</translation>
+    </message>
+    <message>
+        <source>file to open is a directory</source>
+        <translation>das ist ein Verzeichnis</translation>
+    </message>
+    <message>
+        <source>Unsupported image format</source>
+        <translation>dieses Bildformat wird nicht unterstützt</translation>
+    </message>
+    <message>
+        <source>Unable to read image data</source>
+        <translation>die Bilddaten sind nicht lesbar</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;: %2</source>
+        <translation>„%1“: %2</translation>
+    </message>
+    <message>
+        <source>%1&quot;%2&quot; should be %3</source>
+        <translation>%1für &quot;%2&quot; wird erwartet: %3</translation>
+    </message>
+    <message>
+        <source>%1, data set %2: %3</source>
+        <translation>%1, Datensatz %2: %3</translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, Zeile %2: %3</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ShownWords</name>
+    <message>
+        <source>Perceptual</source>
+        <translation>Perzeptiv</translation>
+    </message>
+    <message>
+        <source>Relative colorimetric</source>
+        <translation>Relativ farbmetrisch</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Sättigung</translation>
+    </message>
+    <message>
+        <source>Absolute colorimetric</source>
+        <translation>Absolut farbmetrisch</translation>
+    </message>
+    <message>
+        <source>, black point compensated</source>
+        <translation>, mit Tiefenkompensierung</translation>
+    </message>
+</context>
+<context>
+    <name>SlicePanel</name>
+    <message>
+        <source>Section at a lightness</source>
+        <translation>Schnitt bei einer Helligkeit</translation>
+    </message>
+    <message>
+        <source>Gamut slice at L* = %1 in CIELAB (D50)</source>
+        <translation>Gamut-Schnitt bei L* = %1 in CIELAB (D50)</translation>
+    </message>
+    <message>
+        <source>area %1</source>
+        <translation>Fläche %1</translation>
+    </message>
+</context>
+<context>
+    <name>ViewArea</name>
+    <message>
+        <source>Gamuts in Lab space</source>
+        <translation>Gamuts im Lab-Farbraum</translation>
+    </message>
+</context>
+</TS>

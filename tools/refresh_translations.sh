@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Brings apps/kvgamut/desktop/translations/*.ts up to the sources of the window:
+#
+#   tools/refresh_translations.sh [LANGUAGE ...]      such as "fr", for a language that is not there yet
+#
+# New texts come in as unfinished, to be translated with Qt Linguist or an editor; texts that the window
+# no longer has go. Then build: the translations lie in the program.
+set -euo pipefail
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
+desktop="$root/apps/kvgamut/desktop"
+lupdate=$(command -v lupdate || true)
+[[ -x /usr/lib/qt6/bin/lupdate ]] && lupdate=/usr/lib/qt6/bin/lupdate
+if [[ -z $lupdate ]]; then
+    echo "There is no lupdate (Debian, Ubuntu: apt-get install qt6-l10n-tools)" >&2
+    exit 1
+fi
+
+refresh() { # LANGUAGE FILE
+    "$lupdate" -silent -no-obsolete -locations none -source-language en -target-language "$1" \
+        -extensions cpp,h "$desktop" -ts "$2"
+    echo "$2: $(grep -c 'type="unfinished"' "$2" || true) texts to translate"
+}
+
+for language in "$@"; do
+    refresh "$language" "$desktop/translations/kvgamut_$language.ts"
+done
+for file in "$desktop"/translations/kvgamut_*.ts; do
+    language=${file##*/kvgamut_}
+    [[ " $* " == *" ${language%.ts} "* ]] || refresh "${language%.ts}" "$file"
+done
