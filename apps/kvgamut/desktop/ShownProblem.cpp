@@ -27,6 +27,7 @@ constexpr std::array sentences{
     QT_TRANSLATE_NOOP("Problem", "there is no profile"),
     QT_TRANSLATE_NOOP("Problem", "there is no rendering intent %1"),
     QT_TRANSLATE_NOOP("Problem", "the profile gives values that are no colours"),
+    QT_TRANSLATE_NOOP("Problem", "the profile has no usable transform from device to Lab: %1"),
     QT_TRANSLATE_NOOP("Problem", "the profile has no usable transform from device to Lab"),
     QT_TRANSLATE_NOOP("Problem", "a device link has no gamut of its own"),
     QT_TRANSLATE_NOOP("Problem", "an abstract profile has no device and so no gamut"),
@@ -88,8 +89,6 @@ constexpr std::array sentences{
     QT_TRANSLATE_NOOP("Problem", "a list"),
     QT_TRANSLATE_NOOP("Problem", "a group of values"),
     QT_TRANSLATE_NOOP("Problem", "another point than \"lookAt\""),
-    QT_TRANSLATE_NOOP("Problem", "gamut %1: "),
-    QT_TRANSLATE_NOOP("Problem", "view: "),
     // what is written, and the clipboard
     QT_TRANSLATE_NOOP("Problem", "'%1' cannot be written: %2"),
     QT_TRANSLATE_NOOP("Problem", "sections are saved as .svg or .pdf"),
@@ -109,7 +108,9 @@ constexpr std::array sentences{
     // a reason and what it is about
     QT_TRANSLATE_NOOP("Problem", "cannot be read: %1"),
     QT_TRANSLATE_NOOP("Problem", "'%1': %2"),
-    QT_TRANSLATE_NOOP("Problem", "%1\"%2\" should be %3"),
+    QT_TRANSLATE_NOOP("Problem", "gamut %1: \"%2\" should be %3"),
+    QT_TRANSLATE_NOOP("Problem", "view: \"%1\" should be %2"),
+    QT_TRANSLATE_NOOP("Problem", "\"%1\" should be %2"),
     QT_TRANSLATE_NOOP("Problem", "%1, data set %2: %3"),
     QT_TRANSLATE_NOOP("Problem", "%1, line %2: %3"),
     QT_TRANSLATE_NOOP("Problem", "%1: %2"),
@@ -151,8 +152,9 @@ QString shownProblem(const QString& problem)
         if (!match.hasMatch())
             continue;
         QStringList parts = match.capturedTexts().sliced(1);
-        for (QString& part : parts)
-            part = shownProblem(part);
+        // what ends a sentence is a reason, the others are names
+        if (!parts.isEmpty() && match.capturedEnd(match.lastCapturedIndex()) == problem.size())
+            parts.last() = shownProblem(parts.last());
         return filled(QCoreApplication::translate("Problem", sentence), parts);
     }
     return problem;

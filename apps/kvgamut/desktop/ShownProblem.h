@@ -7,7 +7,7 @@
 ///
 /// The engine, the model and the window say it in English, since it goes to standard error, too, where
 /// scripts may read it. Here are their sentences, to be translated, and found again in what they said:
-/// names and numbers stay as they are, a reason within a sentence is translated by itself. What is not
+/// names and numbers stay as they are, a reason that ends a sentence is translated by itself. What is not
 /// known - the reasons of libraries - stays English.
 QString shownProblem(const QString& problem);
 

@@ -1068,14 +1068,6 @@ Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) e
         <translation>ein anderer Punkt als &quot;lookAt&quot;</translation>
     </message>
     <message>
-        <source>gamut %1: </source>
-        <translation>Gamut %1: </translation>
-    </message>
-    <message>
-        <source>view: </source>
-        <translation>Ansicht: </translation>
-    </message>
-    <message>
         <source>&apos;%1&apos; cannot be written: %2</source>
         <translation>„%1“ ist nicht beschreibbar: %2</translation>
     </message>
@@ -1136,10 +1128,6 @@ Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) e
         <translation>„%1“: %2</translation>
     </message>
     <message>
-        <source>%1&quot;%2&quot; should be %3</source>
-        <translation>%1für &quot;%2&quot; wird erwartet: %3</translation>
-    </message>
-    <message>
         <source>%1, data set %2: %3</source>
         <translation>%1, Datensatz %2: %3</translation>
     </message>
@@ -1150,6 +1138,22 @@ Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) e
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>the profile has no usable transform from device to Lab: %1</source>
+        <translation>das Profil hat keine brauchbare Umrechnung vom Gerät nach Lab: %1</translation>
+    </message>
+    <message>
+        <source>gamut %1: &quot;%2&quot; should be %3</source>
+        <translation>Gamut %1: für &quot;%2&quot; wird erwartet: %3</translation>
+    </message>
+    <message>
+        <source>view: &quot;%1&quot; should be %2</source>
+        <translation>Ansicht: für &quot;%1&quot; wird erwartet: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; should be %2</source>
+        <translation>für &quot;%1&quot; wird erwartet: %2</translation>
     </message>
 </context>
 <context>

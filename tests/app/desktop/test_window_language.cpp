@@ -1,0 +1,324 @@
+#include "WindowCase.h"
+
+#include "desktop/KeyList.h"
+#include "desktop/PictureDialog.h"
+#include "desktop/ShownWords.h"
+#include "desktop/Translations.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtGui/QClipboard>
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeView>
+#include <QtWidgets/QTreeWidget>
+
+// The window in another language than that of its sources: all of it, and it works.
+
+namespace {
+
+const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+
+/// A base before the window: what speaks when the window is made.
+struct SpeaksGerman
+{
+    std::unique_ptr<Translations> german =
+        std::make_unique<Translations>(QStringList{QStringLiteral("de-DE")});
+};
+
+class GermanWindow : public SpeaksGerman, public kvtest::WindowCase
+{
+};
+
+class EnglishWindow : public kvtest::WindowCase
+{
+};
+
+QString plain(QString text)
+{
+    return text.remove(QLatin1Char('&'));
+}
+
+void addTexts(const QMenu& menu, QStringList& texts)
+{
+    texts.append(menu.title());
+    const auto actions = menu.actions();
+    for (const QAction* action : actions) {
+        if (action->menu())
+            addTexts(*action->menu(), texts);
+        else if (!action->isSeparator())
+            texts.append({action->text(), action->toolTip()});
+    }
+}
+
+void addTitles(const QHeaderView& header, QStringList& texts)
+{
+    for (int column = 0; column < header.count(); ++column)
+        for (const int role : {Qt::DisplayRole, Qt::ToolTipRole})
+            texts.append(header.model()->headerData(column, Qt::Horizontal, role).toString());
+}
+
+void addItems(const QTreeWidget& tree, QStringList& texts)
+{
+    const auto items = tree.findItems(QString(), Qt::MatchContains | Qt::MatchRecursive);
+    for (const QTreeWidgetItem* item : items)
+        texts.append(item->text(0));
+}
+
+/// Everything in @p top that a person reads or hears, in the order in which it was made.
+QStringList textsOf(const QWidget& top)
+{
+    QStringList texts{top.windowTitle()};
+    const auto menus = top.findChildren<QMenu*>();
+    for (const QMenu* menu : menus)
+        if (menu->menuAction()->isVisible() && !menu->title().isEmpty())
+            addTexts(*menu, texts);
+    const auto widgets = top.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        texts.append({widget->toolTip(), widget->accessibleName(), widget->windowTitle()});
+        const auto actions = widget->actions();
+        for (const QAction* action : actions)
+            texts.append(action->text());
+        if (const auto* label = qobject_cast<const QLabel*>(widget))
+            texts.append(label->text());
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+            texts.append(button->text());
+        if (const auto* group = qobject_cast<const QGroupBox*>(widget))
+            texts.append(group->title());
+        if (const auto* spin = qobject_cast<const QAbstractSpinBox*>(widget))
+            texts.append(spin->specialValueText());
+        if (const auto* header = qobject_cast<const QHeaderView*>(widget))
+            if (header->orientation() == Qt::Horizontal && header->model())
+                addTitles(*header, texts);
+        if (const auto* box = qobject_cast<const QComboBox*>(widget))
+            for (int i = 0; i < box->count(); ++i)
+                texts.append(box->itemText(i));
+        if (const auto* tree = qobject_cast<const QTreeWidget*>(widget))
+            addItems(*tree, texts);
+    }
+    return texts;
+}
+
+/// Those of @p texts with words in them.
+QStringList wordsOf(const QStringList& texts)
+{
+    static const QRegularExpression word(QStringLiteral("[a-z]{2}"));
+    QStringList words;
+    for (const QString& text : texts)
+        if (text.contains(word) && !words.contains(plain(text)))
+            words.append(plain(text));
+    return words;
+}
+
+TEST_F(GermanWindow, speaksGermanThroughout)
+{
+    window.findChild<QAction*>(QStringLiteral("keys"))->trigger();
+    PictureDialog dialog({640, 480}, &window);
+    const QStringList words = wordsOf(textsOf(window));
+    german.reset();
+    MainWindow other;
+    other.findChild<QAction*>(QStringLiteral("keys"))->trigger();
+    PictureDialog otherDialog({640, 480}, &other);
+    const QStringList english = wordsOf(textsOf(other));
+    EXPECT_GT(english.size(), 120);
+
+    QStringList same;
+    for (const QString& text : words)
+        if (english.contains(text))
+            same.append(text);
+    const QStringList names{QStringLiteral("kvgamut"),  QStringLiteral("sRGB"),
+                            QStringLiteral("AdobeRGB"), QStringLiteral("DisplayP3"),
+                            QStringLiteral("Rec2020"),  QStringLiteral("ProPhoto"),
+                            QStringLiteral("Gamut"),    QStringLiteral("Gamuts"),
+                            QStringLiteral("Intent"),   QStringLiteral("Orthogonal")};
+    for (const QString& text : same)
+        EXPECT_TRUE(names.contains(text)) << text.toStdString();
+}
+
+TEST_F(GermanWindow, worksAsTheEnglishOneDoes)
+{
+    const auto menus = window.menuBar()->actions();
+    EXPECT_EQ(menus.first()->text(), QStringLiteral("&Datei"));
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& intent = control<QComboBox>("intent");
+    EXPECT_EQ(intent.currentText(), QStringLiteral("Absolut farbmetrisch"));
+    intent.setCurrentText(QStringLiteral("Relativ farbmetrisch"));
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry().computedWith.intent, KVVMRenderRelativeColorimetric);
+    action("activeBlackPoint").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(entry().computedWith.blackPointCompensation);
+    QTest::keyClick(&window, Qt::Key_N);
+    EXPECT_EQ(window.gamuts().activeRow(), 1);
+    EXPECT_EQ(control<QDockWidget>("comparisonDock").windowTitle(),
+              QStringLiteral("Vergleich mit DisplayP3"));
+}
+
+TEST_F(GermanWindow, opensAMenuWithItsUnderlinedLetter)
+{
+    QTest::keyClick(&window, Qt::Key_D, Qt::AltModifier);
+    ASSERT_TRUE(kvtest::spinUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+    EXPECT_EQ(qobject_cast<QMenu*>(QApplication::activePopupWidget())->title(), QStringLiteral("&Datei"));
+    QApplication::activePopupWidget()->close();
+}
+
+TEST_F(GermanWindow, saysWhatWentWrongInGermanAndReportsItInEnglish)
+{
+    QSignalSpy problems(&window, &MainWindow::problem);
+    const QString missing = path(QStringLiteral("missing.icc"));
+    window.addGamut(missing);
+    ASSERT_TRUE(settle());
+    ASSERT_EQ(problems.count(), 1);
+    EXPECT_EQ(problems[0][0].toString(), QStringLiteral("there is no file '%1'").arg(missing));
+    const auto labels = control<QWidget>("messageBar").findChildren<QLabel*>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+        return label->text() == QStringLiteral("Es gibt keine Datei „%1“").arg(missing);
+    }));
+}
+
+TEST_F(GermanWindow, showsNumbersWithACommaAndCopiesThemWithAPoint)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    const auto* model = control<QTableView>("comparison").model();
+    const auto shown = [&](int column) { return model->index(0, column).data().toString(); };
+    EXPECT_EQ(shown(ComparisonModel::White), QStringLiteral("100,0  0,0  0,0"));
+    EXPECT_TRUE(shown(ComparisonModel::Volume).contains(QLatin1Char('.'))); // between thousands
+    action("copyTable").trigger();
+    const QStringList rows = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    ASSERT_EQ(rows.size(), 3);
+    const QStringList cells = rows[1].split(QLatin1Char('\t'));
+    EXPECT_EQ(cells[ComparisonModel::White], QStringLiteral("100.0  0.0  0.0"));
+    bool ok = false;
+    EXPECT_NEAR(cells[ComparisonModel::Volume].toDouble(&ok), 833000.0, 1500.0);
+    EXPECT_TRUE(ok);
+}
+
+TEST_F(GermanWindow, savesSessionsThatAnEnglishWindowOpens)
+{
+    open({QStringLiteral("sRGB")});
+    control<QDoubleSpinBox>("clipNumber").setValue(62.5);
+    action("cut").trigger();
+    control<QDoubleSpinBox>("tolerance").setValue(2.5);
+    action("intent2").trigger();
+    ASSERT_TRUE(settle());
+    const Session saved = window.session();
+    ASSERT_EQ(saved.view.clip, 62.5f);
+    ASSERT_TRUE(window.saveSession(path(QStringLiteral("a.kvsession"))));
+
+    german.reset();
+    MainWindow other;
+    ASSERT_TRUE(other.openSession(path(QStringLiteral("a.kvsession"))));
+    ASSERT_TRUE(kvtest::spinUntil([&other] { return other.isComplete(); }));
+    EXPECT_EQ(other.session(), saved);
+    EXPECT_EQ(other.findChild<QMenuBar*>()->actions().first()->text(), QStringLiteral("&File"));
+}
+
+/// Whether every label and button of @p window that is shown has the room that its text needs.
+void expectRoomForTexts(const QWidget& window)
+{
+    const auto widgets = window.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const bool hasOneLine = (label && !label->wordWrap()) ||
+                                qobject_cast<const QAbstractButton*>(widget) ||
+                                qobject_cast<const QComboBox*>(widget);
+        if (!hasOneLine || !widget->isVisible() || widget->objectName().startsWith(QLatin1String("qt_")))
+            continue; // Qt's own buttons have signs
+        EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
+            << widget->objectName().toStdString() << ' ' << (label ? label->text().toStdString() : "");
+        const QRect inParent(widget->mapTo(widget->parentWidget(), QPoint(0, 0)), widget->size());
+        EXPECT_TRUE(widget->parentWidget()->rect().contains(inParent))
+            << widget->objectName().toStdString() << ' ' << (label ? label->text().toStdString() : "");
+    }
+}
+
+TEST_F(GermanWindow, hasRoomForItsWords)
+{
+    expectRoomForTexts(window); // the welcome
+    open({QStringLiteral("sRGB")});
+    expectRoomForTexts(window);
+    auto& list = control<QTreeView>("pointFiles");
+    for (int column = 1; column < PointLayer::ColumnCount; ++column)
+        EXPECT_GE(list.header()->sectionSize(column), list.header()->sectionSizeHint(column)) << column;
+}
+
+// --- One letter, one thing ----------------------------------------------------------------------------
+
+/// Notes that @p text claims its underlined letter among @p owners.
+void claim(const QString& text, QHash<QString, QString>& owners)
+{
+    const QString letter = QKeySequence::mnemonic(text).toString();
+    if (letter.isEmpty())
+        return;
+    EXPECT_FALSE(owners.contains(letter))
+        << letter.toStdString() << ": " << owners.value(letter).toStdString() << " and "
+        << text.toStdString();
+    owners.insert(letter, text);
+}
+
+void expectLettersOfTheirOwn(const QMenu& menu)
+{
+    QHash<QString, QString> owners;
+    const auto actions = menu.actions();
+    for (const QAction* action : actions) {
+        claim(action->text(), owners);
+        if (action->menu())
+            expectLettersOfTheirOwn(*action->menu());
+    }
+}
+
+/// The menu bar and everything that can be reached with Alt and a letter at the same time.
+void expectLettersOfTheirOwn(const MainWindow& window)
+{
+    QHash<QString, QString> owners;
+    const auto menus = window.menuWidget()->actions();
+    for (const QAction* menu : menus) {
+        claim(menu->text(), owners);
+        expectLettersOfTheirOwn(*menu->menu());
+    }
+    const auto widgets = window.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        if (!widget->isVisible() || !widget->isEnabled())
+            continue;
+        if (const auto* label = qobject_cast<const QLabel*>(widget))
+            claim(label->buddy() ? label->text() : QString(), owners);
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+            claim(button->text(), owners);
+    }
+    EXPECT_GT(owners.size(), 8);
+}
+
+TEST_F(GermanWindow, givesEveryLetterToOneThing)
+{
+    expectLettersOfTheirOwn(window);
+    open({QStringLiteral("sRGB")});
+    action("intent1").trigger(); // with the absolute intent a control is disabled
+    GamutLook look = entry().look;
+    look.color = Qt::red; // as is one of a gamut in its own colours
+    window.gamuts().setLook(0, look);
+    ASSERT_TRUE(settle());
+    expectLettersOfTheirOwn(window);
+}
+
+TEST_F(EnglishWindow, givesEveryLetterToOneThing)
+{
+    expectLettersOfTheirOwn(window);
+    open({QStringLiteral("sRGB")});
+    action("intent1").trigger();
+    GamutLook look = entry().look;
+    look.color = Qt::red;
+    window.gamuts().setLook(0, look);
+    ASSERT_TRUE(settle());
+    expectLettersOfTheirOwn(window);
+}
+
+} // namespace
