@@ -34,7 +34,9 @@ KeyList::KeyList(const QList<Group>& groups, QWidget* parent) : QDialog(parent)
     auto* column = new QVBoxLayout(this);
     column->addWidget(tree);
     column->addWidget(buttons);
-    resize(480, 640);
+    const auto& view = static_cast<const QAbstractItemView&>(*tree);
+    constexpr int frame = 80; // the margins and a scroll bar
+    resize(view.sizeHintForColumn(0) + view.sizeHintForColumn(1) + frame, 640);
 }
 
 QList<std::pair<QString, QString>> KeyList::keysOf(const QList<QAction*>& actions)

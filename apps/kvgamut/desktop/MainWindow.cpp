@@ -283,7 +283,7 @@ void MainWindow::addGamut(const QString& input, const GamutSettings& settings, c
     // what does not open is named as the person named it
     m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
     if (QFileInfo::exists(name))
-        RecentFiles::add(name);
+        remember(name);
 }
 
 /// When the gamut that was to be solid did not load, the first of the others is.
@@ -303,8 +303,16 @@ void MainWindow::addPoints(const QStringList& files)
 {
     for (const QString& file : files) {
         m_points.open(QFileInfo(file).absoluteFilePath());
-        RecentFiles::add(QFileInfo(file).absoluteFilePath());
+        remember(QFileInfo(file).absoluteFilePath());
     }
+}
+
+/// The menu of recent files has keys, which hold before it is opened. It is made anew when the action that
+/// opened @p file, perhaps one of its own, has done.
+void MainWindow::remember(const QString& file)
+{
+    RecentFiles::add(file);
+    QMetaObject::invokeMethod(this, &MainWindow::showRecentFiles, Qt::QueuedConnection);
 }
 
 void MainWindow::cancelLoading()
@@ -350,7 +358,7 @@ bool MainWindow::saveSession(const QString& file)
         say(trouble);
         return false;
     }
-    RecentFiles::add(QFileInfo(file).absoluteFilePath());
+    remember(QFileInfo(file).absoluteFilePath());
     statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(file)), 5000);
     return true;
 }
@@ -369,7 +377,7 @@ bool MainWindow::openSession(const QString& file)
         return false;
     }
     restore(*session);
-    RecentFiles::add(QFileInfo(file).absoluteFilePath());
+    remember(QFileInfo(file).absoluteFilePath());
     return true;
 }
 

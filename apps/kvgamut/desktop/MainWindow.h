@@ -116,6 +116,7 @@ private:
     void askWhereToSavePicture();
     void askWhereToSaveSection();
     void showRecentFiles();
+    void remember(const QString& file);
     void showKeys();
 
     void haveOneSolid();

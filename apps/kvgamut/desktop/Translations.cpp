@@ -52,10 +52,10 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
     const auto first = std::find_if(wanted.begin(), wanted.end(), [&spoken](const QString& name) {
         return spoken.contains(languageOf(name));
     });
-    if (first == wanted.end() || languageOf(*first) == m_language ||
-        !m_words.load(prefix + languageOf(*first), folder))
-        return;
-    m_language = languageOf(*first);
+    if (first != wanted.end())
+        m_language = languageOf(*first);
+    if (!m_words.load(prefix + m_language, folder))
+        return; // English needs none
     // the program's words come first: installed last
     auto wordsOfQt = std::make_unique<WordsOfQt>();
     if (wordsOfQt->load(QStringLiteral("qtbase_") + m_language,
@@ -65,7 +65,7 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
     }
     QCoreApplication::installTranslator(&m_words);
     if (numbersOfSystem().language() == QLocale::C) // which is nobody's wish
-        QLocale::setDefault(QLocale(*first));
+        QLocale::setDefault(QLocale(first != wanted.end() ? *first : m_language));
 }
 
 Translations::~Translations()

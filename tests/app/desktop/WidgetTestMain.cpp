@@ -26,6 +26,7 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleMock(&argc, argv);
     QApplication application(argc, argv);
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStringLiteral("Fusion"));
     QProcess windowManager;
     if (!startWindowManager(windowManager))

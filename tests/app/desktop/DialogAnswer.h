@@ -1,0 +1,60 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+
+#include <functional>
+
+/// Dialogs that are waited for: what opens one returns only when it was answered.
+namespace kvtest {
+
+/// Does @p act, and @p answer in the dialog of this type that it opens; for EXPECT_TRUE. It fails where
+/// no such dialog comes, or where the answer does not close it.
+template <typename Dialog>
+testing::AssertionResult answered(const std::function<void()>& act,
+                                  const std::function<void(Dialog&)>& answer)
+{
+    constexpr int longestMs = 10000;
+    enum
+    {
+        Waiting,
+        Answered,
+        Stuck
+    } state = Waiting;
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        if (state == Waiting && dialog && dialog->isActiveWindow()) {
+            state = Answered;
+            answer(*dialog);
+        } else if (dialog && sinceStart.elapsed() > longestMs) {
+            state = Stuck;
+            dialog->reject();
+        }
+    });
+    look.start(10);
+    act();
+    if (state == Answered)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << (state == Waiting ? "no dialog came" : "the dialog stayed");
+}
+
+/// Does @p act, which asks for a file, and types @p file.
+inline testing::AssertionResult chooseFile(const std::function<void()>& act, const QString& file)
+{
+    return answered<QFileDialog>(act, [&file](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(file);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+}
+
+} // namespace kvtest
