@@ -5,8 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
+#include <QtCore/QMimeData>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
 #include <QtGui/QAction>
+#include <QtGui/QDropEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 
@@ -65,6 +69,29 @@ protected:
 
     const GamutEntry& entry(int row = 0) { return window.gamuts().at(row); }
     QString path(const QString& name) const { return folder.filePath(name); }
+
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return path(name);
+    }
+
+    /// Drags @p file over @p target and lets it go there.
+    static void drop(QObject& target, const QString& file)
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file)});
+        const auto send = [&](QDropEvent&& event) {
+            event.setAccepted(false);
+            QCoreApplication::sendEvent(&target, &event);
+            EXPECT_TRUE(event.isAccepted());
+        };
+        send(QDragEnterEvent(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+        send(QDragMoveEvent(QPoint(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+        send(QDropEvent(QPointF(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+    }
 
     QTemporaryDir folder;
     MainWindow window;

@@ -4,7 +4,6 @@
 #include "desktop/RecentFiles.h"
 
 #include <QtCore/QMimeData>
-#include <QtCore/QUrl>
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtTest/QSignalSpy>
@@ -23,34 +22,11 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Window : public kvtest::WindowCase
 {
 protected:
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return path(name);
-    }
-
     QByteArray read(const QString& name)
     {
         QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
-    }
-
-    /// Drags @p file over @p target and lets it go there.
-    static void drop(QObject& target, const QString& file)
-    {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(file)});
-        const auto send = [&](QDropEvent&& event) {
-            event.setAccepted(false);
-            QCoreApplication::sendEvent(&target, &event);
-            EXPECT_TRUE(event.isAccepted());
-        };
-        send(QDragEnterEvent(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
-        send(QDragMoveEvent(QPoint(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
-        send(QDropEvent(QPointF(30, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
     }
 
     /// All actions of the menus that do something.

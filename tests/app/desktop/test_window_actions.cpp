@@ -30,14 +30,6 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Actions : public kvtest::WindowCase
 {
 protected:
-    QString write(const QString& name, const QByteArray& bytes)
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return path(name);
-    }
-
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&window, key, modifiers);

@@ -1,0 +1,254 @@
+#include "WindowCase.h"
+
+#include "desktop/PictureDialog.h"
+
+#include <QtGui/QClipboard>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeView>
+
+// The panels beside the gamuts' own: points, section, comparison, clip; and the dialog for a picture's size.
+
+namespace {
+
+class Panels : public kvtest::WindowCase
+{
+protected:
+    /// The cell of the first row of points, as it is shown.
+    QString shownOfPoints(int column) { return window.points().index(0, column).data().toString(); }
+
+    /// What the status bar says while the pointer is at @p place of the section.
+    QString saidAt(QPoint place)
+    {
+        auto& section = control<QWidget>("slice");
+        QTest::mouseMove(&section, place);
+        window.statusBar()->clearMessage();
+        QTest::mouseMove(&section, place + QPoint(0, 1));
+        QTest::mouseMove(&section, place);
+        EXPECT_TRUE(kvtest::spinUntil([this] { return !window.statusBar()->currentMessage().isEmpty(); }));
+        return window.statusBar()->currentMessage();
+    }
+
+    /// The number behind @p name in @p words: 40 of "a* 40.0".
+    static double numberAfter(const QString& name, const QString& words)
+    {
+        const QString rest = words.mid(words.indexOf(name) + name.size()).trimmed();
+        bool ok = false;
+        const double number = rest.section(QLatin1Char(' '), 0, 0).toDouble(&ok);
+        EXPECT_TRUE(ok) << words.toStdString();
+        return number;
+    }
+};
+
+// --- Points ---------------------------------------------------------------------------------------------
+
+TEST_F(Panels, takeTheToleranceFromItsField)
+{
+    // neutral colours: one in the midst of the gamut, one above its white
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n110,0,0\n")});
+    EXPECT_EQ(shownOfPoints(PointLayer::EdgeShare), QStringLiteral("0.0 %"));
+    EXPECT_EQ(shownOfPoints(PointLayer::OutsideShare), QStringLiteral("50.0 %"));
+    const QImage before = settledPicture();
+    auto& tolerance = control<QDoubleSpinBox>("tolerance");
+    tolerance.setFocus();
+    tolerance.selectAll();
+    QTest::keyClicks(&tolerance, QStringLiteral("15"));
+    QTest::keyClick(&tolerance, Qt::Key_Return);
+    EXPECT_EQ(shownOfPoints(PointLayer::EdgeShare), QStringLiteral("50.0 %"));
+    EXPECT_EQ(shownOfPoints(PointLayer::OutsideShare), QStringLiteral("0.0 %"));
+    EXPECT_NE(settledPicture(), before); // the point above the white has the colour of the edge
+}
+
+TEST_F(Panels, removePointsFromTheKeyboard)
+{
+    const QString first = write(QStringLiteral("1.csv"), "110,0,0\n");
+    const QString second = write(QStringLiteral("2.csv"), "60,0,0\n");
+    open({first, second});
+    ASSERT_FALSE(window.viewer().pointSet().isEmpty());
+    auto& list = control<QTreeView>("pointFiles");
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(0, 0));
+    QTest::keyClick(&list, Qt::Key_Delete);
+    EXPECT_EQ(window.points().files(), QStringList{second});
+    QTest::keyClick(&list, Qt::Key_Delete);
+    EXPECT_TRUE(window.points().files().isEmpty());
+    EXPECT_TRUE(window.viewer().pointSet().isEmpty());
+}
+
+TEST_F(Panels, showThePixelsOfAPictureThatIsDroppedOntoThePoints)
+{
+    open({QStringLiteral("sRGB")});
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(path(QStringLiteral("red.png"))));
+    drop(*control<QTreeView>("pointFiles").parentWidget(), path(QStringLiteral("red.png")));
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(window.gamuts().rowCount(), 1); // it is no gamut
+    ASSERT_EQ(window.points().rowCount(), 1);
+    ASSERT_EQ(window.points().set(0).points.size(), 1);
+    EXPECT_LT((window.points().set(0).points[0].lab - QVector3D(54.3f, 80.8f, 69.9f)).length(), 1.0f); // D50
+}
+
+// --- Section and clip -----------------------------------------------------------------------------------
+
+TEST_F(Panels, sayWhichColourThePointerIsAtInTheSection)
+{
+    open({QStringLiteral("sRGB")});
+    control<QDoubleSpinBox>("clipNumber").setValue(40.0);
+    const QSize size = control<QWidget>("slice").size();
+    const QPoint place(size.width() / 2, size.height() / 3);
+    const QString here = saidAt(place);
+    const QString right = saidAt(place + QPoint(30, 0));
+    const QString above = saidAt(place - QPoint(0, 30));
+    EXPECT_DOUBLE_EQ(numberAfter(QStringLiteral("L*"), here), 40.0);
+    const double across = numberAfter(QStringLiteral("a*"), right) - numberAfter(QStringLiteral("a*"), here);
+    const double up = numberAfter(QStringLiteral("b*"), above) - numberAfter(QStringLiteral("b*"), here);
+    EXPECT_GT(across, 5.0);
+    EXPECT_NEAR(up, across, 0.2); // to scale
+    EXPECT_DOUBLE_EQ(numberAfter(QStringLiteral("b*"), right), numberAfter(QStringLiteral("b*"), here));
+
+    QTest::mouseMove(&control<QWidget>("gamutList"), QPoint(10, 10));
+    EXPECT_TRUE(kvtest::spinUntil([this] { return window.statusBar()->currentMessage().isEmpty(); }));
+}
+
+TEST_F(Panels, cutWhileTheSliderIsDragged)
+{
+    open({QStringLiteral("sRGB")});
+    const QImage whole = settledPicture();
+    auto& slider = control<QSlider>("clipSlider");
+    const QPoint handle = slider.rect().center(); // at 50 of 100
+    QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, handle);
+    QTest::mouseMove(&slider, handle + QPoint(0, slider.height() / 8));
+    QTest::mouseMove(&slider, handle + QPoint(0, slider.height() / 4));
+    EXPECT_TRUE(control<QCheckBox>("clipCut").isChecked());
+    EXPECT_TRUE(action("cut").isChecked());
+    EXPECT_NEAR(control<QDoubleSpinBox>("clipNumber").value(), 25.0, 3.0);
+    EXPECT_FLOAT_EQ(window.viewer().clipping(), static_cast<float>(slider.value()) / 2.0f);
+    QTest::mouseRelease(&slider, Qt::LeftButton, Qt::NoModifier, handle + QPoint(0, slider.height() / 4));
+    EXPECT_NE(settledPicture(), whole);
+}
+
+// --- Comparison -----------------------------------------------------------------------------------------
+
+TEST_F(Panels, copyTheWholeTableWhenNothingIsSelected)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& table = control<QTableView>("comparison");
+    table.setFocus();
+    table.clearSelection();
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 3); // the titles, too
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("sRGB\t")));
+    EXPECT_TRUE(lines[2].startsWith(QStringLiteral("DisplayP3\t")));
+}
+
+// --- The list of gamuts ---------------------------------------------------------------------------------
+
+TEST_F(Panels, followTheMouseInTheListOfGamuts)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& list = control<QListView>("gamutList");
+    const QRect second = list.visualRect(list.model()->index(1, 0));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, second.center());
+    EXPECT_EQ(window.gamuts().activeRow(), 1);
+    EXPECT_TRUE(entry(1).look.visible);
+    const QImage before = settledPicture();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(second.left() + 10, second.center().y())); // its box
+    EXPECT_FALSE(entry(1).look.visible);
+    EXPECT_NE(settledPicture(), before);
+}
+
+// --- The view among the controls ------------------------------------------------------------------------
+
+TEST_F(Panels, areReachedFromTheViewInBothDirections)
+{
+    open({QStringLiteral("sRGB")});
+    const auto leave = [&](Qt::Key key) {
+        control<QWidget>("view").setFocus();
+        QTest::keyClick(&window.viewer(), key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        EXPECT_TRUE(kvtest::spinUntil([] {
+            return QApplication::focusWidget() &&
+                   QApplication::focusWidget()->objectName() != QLatin1String("view");
+        }));
+        return QApplication::focusWidget();
+    };
+    QWidget* next = leave(Qt::Key_Tab);
+    QWidget* previous = leave(Qt::Key_Backtab);
+    EXPECT_NE(next, previous);
+    QTest::keyClick(previous, Qt::Key_Tab); // back to the view
+    EXPECT_TRUE(kvtest::spinUntil([] {
+        return !QApplication::focusWidget() ||
+               QApplication::focusWidget()->objectName() == QLatin1String("view");
+    }));
+}
+
+// --- The size of a picture ------------------------------------------------------------------------------
+
+class SizeDialog : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    void type(const QString& keys) { QTest::keyClicks(QApplication::focusWidget(), keys); }
+
+    PictureDialog dialog{{640, 480}};
+};
+
+TEST_F(SizeDialog, proposesASizeAndReplacesTheWidthByWhatIsTyped)
+{
+    EXPECT_EQ(dialog.size(), QSize(640, 480));
+    EXPECT_EQ(QApplication::focusWidget(), dialog.findChild<QSpinBox*>(QStringLiteral("pictureWidth")));
+    type(QStringLiteral("500"));
+    EXPECT_EQ(dialog.size(), QSize(500, 480));
+}
+
+TEST_F(SizeDialog, replacesTheHeightByWhatIsTypedAfterTab)
+{
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    type(QStringLiteral("500"));
+    EXPECT_EQ(dialog.size(), QSize(640, 500));
+}
+
+TEST_F(SizeDialog, reachesItsFieldsByTheirLetters)
+{
+    QTest::keyClick(&dialog, Qt::Key_H, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("pictureHeight"));
+    QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("pictureWidth"));
+}
+
+TEST_F(SizeDialog, takesNoSizeThatCannotBeDrawn)
+{
+    for (const char* name : {"pictureWidth", "pictureHeight"}) {
+        auto* side = dialog.findChild<QSpinBox*>(QLatin1String(name));
+        side->setValue(100000);
+        EXPECT_EQ(side->value(), 8192);
+        side->setValue(0);
+        EXPECT_EQ(side->value(), 16);
+    }
+}
+
+TEST_F(SizeDialog, isAcceptedByReturnAndRejectedByEscape)
+{
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+}
+
+} // namespace
