@@ -33,8 +33,7 @@ PictureDialog::PictureDialog(const QSize& proposed, QWidget* parent)
     form->addRow(tr("&Width"), m_width);
     form->addRow(tr("&Height"), m_height);
     form->addRow(buttons);
-    m_width->setFocus();
-    m_width->selectAll(); // what is typed replaces it
+    m_width->setFocus(); // and selected when the dialog opens: what is typed replaces it
 }
 
 QSize PictureDialog::size() const
