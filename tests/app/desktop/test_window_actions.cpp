@@ -30,8 +30,10 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Actions : public kvtest::WindowCase
 {
 protected:
+    /// A key of the window, which has the keyboard again when a dialog was closed before.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         QTest::keyClick(&window, key, modifiers);
     }
 
@@ -310,7 +312,6 @@ TEST_F(Actions, fillTheScreen)
     EXPECT_TRUE(
         kvtest::spinUntil([&] { return window.isFullScreen() && window.size() == window.screen()->size(); }));
     EXPECT_TRUE(action("fullScreen").isChecked());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     press(Qt::Key_F11);
     EXPECT_TRUE(kvtest::spinUntil([&] { return !window.isFullScreen() && window.size() == before; }));
 }
@@ -323,7 +324,6 @@ TEST_F(Actions, listTheKeysUnderEachOfTheirKeys)
         ASSERT_NE(list, nullptr) << key;
         list->findChild<QPushButton*>()->click();
         ASSERT_TRUE(kvtest::spinUntil([&] { return window.findChild<KeyList*>() == nullptr; }));
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 }
 
