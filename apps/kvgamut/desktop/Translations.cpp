@@ -10,8 +10,8 @@
 
 namespace {
 
-const QLatin1String folder(":/translations");
-const QLatin1String prefix("kvgamut_");
+constexpr QLatin1String folder(":/translations");
+constexpr QLatin1String prefix("kvgamut_");
 
 /// Qt's words, but for the reasons why a file cannot be used: those go to standard error, too, whose
 /// words stay English. The window translates them itself, see shownProblem().
