@@ -16,11 +16,15 @@ namespace {
 constexpr unsigned side = 8;
 constexpr std::array<unsigned char, side * 4> row{};
 
-using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
+struct Close
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, Close>;
 
 File openFor(const QString& path)
 {
-    return File(std::fopen(QFile::encodeName(path).constData(), "wb"), std::fclose);
+    return File(std::fopen(QFile::encodeName(path).constData(), "wb"));
 }
 
 void writeJpegOf(const QString& path, const QByteArray& icc, J_COLOR_SPACE space, int channels)
