@@ -1,4 +1,5 @@
 #include "support/ShownViewer.h"
+#include "support/WindowManager.h"
 
 #include <gtest/gtest.h>
 
@@ -18,17 +19,7 @@ class XInput : public testing::Test
 protected:
     void SetUp() override
     {
-        // A window that is shown while the window manager starts may be left out for ever: it says
-        // when it is ready.
-        windowManager.start(
-            QStringLiteral("openbox"),
-            {QStringLiteral("--sm-disable"), QStringLiteral("--startup"), QStringLiteral("echo ready")});
-        ASSERT_TRUE(windowManager.waitForStarted()) << "openbox is needed";
-        QByteArray said;
-        ASSERT_TRUE(kvtest::spinUntil([&] {
-            said += windowManager.readAllStandardOutput();
-            return said.contains("ready");
-        }));
+        ASSERT_TRUE(windowManager.start()) << "openbox is needed";
         viewer.setTitle(QStringLiteral("viewer"));
         viewer.resize(320, 240);
         viewer.setPosition(100, 100);
@@ -44,12 +35,6 @@ protected:
         xdotool({"click", "1"});
         ASSERT_TRUE(kvtest::spinUntil([&] { return clicks.count() == 1; }));
         clicks.clear();
-    }
-
-    void TearDown() override
-    {
-        windowManager.terminate();
-        windowManager.waitForFinished();
     }
 
     KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
@@ -92,7 +77,7 @@ protected:
         xdotool({"mouseup", button});
     }
 
-    QProcess windowManager;
+    kvtest::WindowManager windowManager;
     KVGamut3DViewer viewer;
     QSignalSpy clicks{&viewer, &KVGamut3DViewer::click};
 };
