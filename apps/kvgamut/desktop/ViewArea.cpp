@@ -10,20 +10,23 @@ ViewArea::ViewArea(QWidget* parent)
       m_container(QWidget::createWindowContainer(m_viewer, this))
 {
     m_viewer->setTitle(QStringLiteral("view")); // names it among the windows of the screen
-    m_container->setObjectName(QStringLiteral("view"));
-    m_container->setAccessibleName(tr("Gamuts in Lab space"));
-    m_container->setFocusPolicy(Qt::StrongFocus);
+    setObjectName(QStringLiteral("view"));
+    setAccessibleName(tr("Gamuts in Lab space"));
+    setFocusPolicy(Qt::StrongFocus);
     m_container->setMinimumSize(200, 150);
-    setFocusProxy(m_container);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_container);
 
-    // input reaches the viewer or, once that was clicked, the window inside it
-    m_viewer->installEventFilter(this);
-    const auto inner = m_viewer->findChildren<QWindow*>();
-    for (QWindow* window : inner)
+    // The pointer's events reach the viewer or the window inside it. Neither takes the keyboard: with it in a
+    // window of its own, the window manager, the container and Qt would pass it to and fro at each click, and
+    // on to the control that comes next.
+    QList<QWindow*> windows = m_viewer->findChildren<QWindow*>();
+    windows.append(m_viewer);
+    for (QWindow* window : std::as_const(windows)) {
         window->installEventFilter(this);
+        window->setFlag(Qt::WindowDoesNotAcceptFocus);
+    }
     connect(m_viewer, &KVGamut3DViewer::click, this, [this](QPoint p, QVector3D origin, QVector3D direction) {
         if ((p - m_pressed).manhattanLength() < QApplication::startDragDistance())
             Q_EMIT clicked(origin, direction);
@@ -38,27 +41,47 @@ float ViewArea::aspect() const
 
 bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress)
+    if (event->type() == QEvent::MouseButtonPress) {
         m_pressed = static_cast<QMouseEvent*>(event)->position().toPoint();
-    if (event->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key != Qt::Key_Tab && key != Qt::Key_Backtab)
-        return QWidget::eventFilter(watched, event);
-    leave(key == Qt::Key_Tab);
-    return true;
+        activateWindow();
+        setFocus(Qt::MouseFocusReason);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
-/// Gives the keyboard back to the widgets: to the one after, or before, the view.
-void ViewArea::leave(bool forwards)
+void ViewArea::keyPressEvent(QKeyEvent* event)
 {
-    const auto takesKeys = [](const QWidget* widget) {
-        return (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled() && widget->isVisible();
-    };
-    QWidget* next = m_container;
-    do {
-        next = forwards ? next->nextInFocusChain() : next->previousInFocusChain();
-    } while (next != m_container && (!takesKeys(next) || next->window() != window()));
-    window()->activateWindow();
-    next->setFocus(forwards ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    handOn(event);
+}
+
+void ViewArea::keyReleaseEvent(QKeyEvent* event)
+{
+    handOn(event);
+}
+
+/// Only what the viewer has a use for: any key ends a camera move in progress, where it is, and Ctrl is
+/// soon pressed after a key that moves the camera.
+void ViewArea::handOn(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+    case Qt::Key_Shift:
+        QCoreApplication::sendEvent(m_viewer, event);
+        break;
+    default:
+        event->ignore();
+    }
+}
+
+/// Keys that are held now are released elsewhere. Of these the viewer remembers Shift.
+void ViewArea::focusOutEvent(QFocusEvent* event)
+{
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_viewer, &release);
+    QWidget::focusOutEvent(event);
 }

@@ -4,8 +4,8 @@
 
 #include <QtWidgets/QWidget>
 
-/// The viewer as a part of a window of widgets: its container, and what lies between the two worlds -
-/// clicks told from drags, and the Tab key, which leads on to the next widget.
+/// The viewer as a part of a window of widgets: the widget that has the keyboard for it and hands the keys
+/// on, its container, and clicks told from drags.
 class ViewArea : public QWidget
 {
     Q_OBJECT
@@ -22,8 +22,13 @@ Q_SIGNALS:
     /// The scene was clicked, not dragged: the ray under the pointer, as KVGamut3DViewer::click() has it.
     void clicked(QVector3D origin, QVector3D direction);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
 private:
-    void leave(bool forwards);
+    void handOn(QKeyEvent* event);
 
     KVGamut3DViewer* m_viewer; ///< owned by its container
     QWidget* m_container;
