@@ -14,7 +14,7 @@ kv_run_packages=(
 # And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager,
 # a hand for real input, Clang for the fuzzers, what makes the man pages, and a locale that is not English.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
-    colord-data libgs-common openbox xdotool clang libclang-rt-dev help2man
+    colord-data libgs-common openbox xdotool libxcb-xtest0-dev clang libclang-rt-dev help2man
     debootstrap dpkg-dev desktop-file-utils doxygen jq locales)
 
 kv_is_installed() {

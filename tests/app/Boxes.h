@@ -14,17 +14,20 @@ struct Box
     QVector3D low, high; ///< L*, a*, b*
 
     /// A profile of two nodes a channel: exact but for the steps of 16 bits, 0.002 and 0.004.
-    QByteArray profile() const
+    QByteArray profile() const { return testprofiles::tableProfile(cmsSigRgbData, 2, map()); }
+
+    /// The first three channels run along L*, a* and b*; more have no effect.
+    testprofiles::DeviceMap map() const
     {
         const QVector3D from = low, to = high;
-        return testprofiles::tableProfile(cmsSigRgbData, 2, [from, to](const std::vector<double>& device) {
+        return [from, to](const std::vector<double>& device) {
             testprofiles::Lab lab{};
             for (std::size_t i = 0; i < 3; ++i) {
                 const auto axis = static_cast<int>(i);
                 lab[i] = double(from[axis]) + device[i] * (double(to[axis]) - double(from[axis]));
             }
             return lab;
-        });
+        };
     }
 
     double volume() const

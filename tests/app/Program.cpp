@@ -45,6 +45,11 @@ QProcessEnvironment kvtest::environment()
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // no settings of the person who tests
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
+    // nor that person's language, desktop, which has dialogs of its own, and ways to type
+    env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    for (const char* name : {"LANGUAGE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
+                             "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR", "QT_IM_MODULE", "XMODIFIERS"})
+        env.remove(QLatin1String(name));
     return env;
 }
 

@@ -24,6 +24,31 @@ cmsInt32Number sample(const cmsUInt16Number in[], cmsUInt16Number out[], void* c
     return TRUE;
 }
 
+cmsHPROFILE emptyProfile(cmsColorSpaceSignature space, cmsProfileClassSignature profileClass)
+{
+    const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 4.3);
+    cmsSetDeviceClass(profile, profileClass);
+    cmsSetColorSpace(profile, space);
+    cmsSetPCS(profile, cmsSigLabData);
+    return profile;
+}
+
+void writeTable(cmsHPROFILE profile, cmsTagSignature tag, int nodes, const DeviceMap& map)
+{
+    const cmsUInt32Number channels = cmsChannelsOf(cmsGetColorSpace(profile));
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, channels, 3);
+    cmsStage* table =
+        cmsStageAllocCLut16bit(nullptr, static_cast<cmsUInt32Number>(nodes), channels, 3, nullptr);
+    Sampling sampling{map, channels};
+    cmsStageSampleCLut16bit(table, sample, &sampling, 0);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, channels, nullptr));
+    cmsPipelineInsertStage(pipeline, cmsAT_END, table);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, nullptr));
+    cmsWriteTag(profile, tag, pipeline);
+    cmsPipelineFree(pipeline);
+}
+
 } // namespace
 
 QByteArray saved(cmsHPROFILE profile)
@@ -38,23 +63,21 @@ QByteArray saved(cmsHPROFILE profile)
 QByteArray tableProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& map,
                         cmsProfileClassSignature profileClass)
 {
-    const cmsUInt32Number channels = cmsChannelsOf(space);
-    const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
-    cmsSetProfileVersion(profile, 4.3);
-    cmsSetDeviceClass(profile, profileClass);
-    cmsSetColorSpace(profile, space);
-    cmsSetPCS(profile, cmsSigLabData);
-    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, channels, 3);
-    cmsStage* table =
-        cmsStageAllocCLut16bit(nullptr, static_cast<cmsUInt32Number>(nodes), channels, 3, nullptr);
-    Sampling sampling{map, channels};
-    cmsStageSampleCLut16bit(table, sample, &sampling, 0);
-    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, channels, nullptr));
-    cmsPipelineInsertStage(pipeline, cmsAT_END, table);
-    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocToneCurves(nullptr, 3, nullptr));
-    cmsWriteTag(profile, cmsSigAToB0Tag, pipeline);
+    const cmsHPROFILE profile = emptyProfile(space, profileClass);
+    writeTable(profile, cmsSigAToB0Tag, nodes, map);
     const QByteArray bytes = saved(profile);
-    cmsPipelineFree(pipeline);
+    cmsCloseProfile(profile);
+    return bytes;
+}
+
+QByteArray intentProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& perceptual,
+                         const DeviceMap& relative, const DeviceMap& saturation)
+{
+    const cmsHPROFILE profile = emptyProfile(space, cmsSigOutputClass);
+    writeTable(profile, cmsSigAToB0Tag, nodes, perceptual);
+    writeTable(profile, cmsSigAToB1Tag, nodes, relative);
+    writeTable(profile, cmsSigAToB2Tag, nodes, saturation);
+    const QByteArray bytes = saved(profile);
     cmsCloseProfile(profile);
     return bytes;
 }

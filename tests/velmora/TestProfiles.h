@@ -21,6 +21,10 @@ using DeviceMap = std::function<Lab(const std::vector<double>& device)>;
 QByteArray tableProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& map,
                         cmsProfileClassSignature profileClass = cmsSigOutputClass);
 
+/// The same with a table for each of the three intents that have one.
+QByteArray intentProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& perceptual,
+                         const DeviceMap& relative, const DeviceMap& saturation);
+
 /// The bytes of a profile as Little CMS saves it.
 QByteArray saved(cmsHPROFILE profile);
 
