@@ -48,6 +48,10 @@ KVGLWidget::KVGLWidget(QWindow* parent)
 
 KVGLWidget::~KVGLWidget()
 {
+    // A window that was to show with its parent and never did is one that Qt 6.8 makes at its end, when it
+    // leaves the parent, and forgets: the next event for it crashed.
+    if (!handle())
+        hide();
     // By the time the base destroys the context this object is a QOpenGLWindow only, so the GL work
     // is done here, and the context's own call must not come.
     if (QOpenGLContext* own = context())

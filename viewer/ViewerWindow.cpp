@@ -26,7 +26,11 @@ KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), m_widget(ne
             SIGNAL(doubleClick(QPoint, QVector3D, QVector3D)));
 }
 
-KVGamut3DViewer::~KVGamut3DViewer() = default;
+KVGamut3DViewer::~KVGamut3DViewer()
+{
+    if (!handle())
+        hide(); // as the window inside does, and for the same reason: this one may have a parent, too
+}
 
 bool KVGamut3DViewer::event(QEvent* e)
 {
