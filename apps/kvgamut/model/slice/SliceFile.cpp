@@ -5,6 +5,7 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QHashFunctions>
 #include <QtCore/QScopeGuard>
+#include <QtCore/QUuid>
 #include <QtGui/QImage>
 #include <QtGui/QPageSize>
 #include <QtGui/QPainter>
@@ -76,6 +77,9 @@ QByteArray SliceFile::pdf(const SliceDrawing& drawing, const QSize& size)
     writer.setPageMargins(QMarginsF());
     writer.setTitle(drawing.title());
     writer.setCreator(QStringLiteral("kvgamut"));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    writer.setDocumentId(QUuid()); // not another one each time
+#endif
     QPainter painter(&writer);
     drawing.paint(painter, QRectF(0, 0, writer.width(), writer.height()));
     painter.end();
