@@ -12,7 +12,6 @@ ComparisonTable::ComparisonTable(ComparisonModel& model, QWidget* parent) : QTab
     setObjectName(QStringLiteral("comparison"));
     setAccessibleName(tr("Comparison of the gamuts"));
     setModel(&model);
-    setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
     setTabKeyNavigation(false); // Tab goes on to the next control
