@@ -19,8 +19,11 @@ inline Profiles profilesToShow(const QStringList& files)
     for (const QString& file : files)
         profiles.push_back({QFileInfo(file).fileName(), {{QStringLiteral("ProfilePath"), file}}});
     if (profiles.empty()) {
-        const auto profileData = [](QColorSpace::NamedColorSpace space) {
-            return QHash<QString, QVariant>{{QStringLiteral("ProfileData"), QColorSpace(space).iccProfile()}};
+        // newer versions of Qt write a white of their own into these profiles
+        const QHash<QString, QVariant> relative{{QStringLiteral("Link_ICCRendering"), 1}};
+        const auto profileData = [&relative](QColorSpace::NamedColorSpace space) {
+            return QHash<QString, QVariant>{{QStringLiteral("ProfileData"), QColorSpace(space).iccProfile()},
+                                            {QStringLiteral("AdditionnalParam"), relative}};
         };
         profiles.push_back({QStringLiteral("sRGB"), profileData(QColorSpace::SRgb)});
         profiles.push_back({QStringLiteral("Display P3"), profileData(QColorSpace::DisplayP3)});

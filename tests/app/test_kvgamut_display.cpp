@@ -114,6 +114,7 @@ TEST_F(DisplayTest, saysWhenItHasNoOpenGL)
 {
     QProcessEnvironment env = environment();
     env.insert(QStringLiteral("LIBGL_DRIVERS_PATH"), QStringLiteral("/nonexistent"));
+    env.insert(QStringLiteral("__GLX_VENDOR_LIBRARY_NAME"), QStringLiteral("nonexistent")); // Mesa 25
     const Answer answer = kvgamut(render(), env);
     EXPECT_EQ(answer.exitCode, BadOutput);
     EXPECT_TRUE(answer.errors.contains("kvgamut: this display has no OpenGL")) << answer.errors.toStdString();

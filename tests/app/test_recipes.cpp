@@ -58,7 +58,9 @@ void writePhoto(const QString& file)
     for (int y = 0; y < 40; ++y)
         for (int x = 0; x < 24; ++x)
             photo.setPixelColor(x, y, QColor(255, 0, 0)); // a tenth of the pixels
-    photo.setColorSpace(QColorSpace::SRgb);
+    QFile profile(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"));
+    ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
+    photo.setColorSpace(QColorSpace::fromIccProfile(profile.readAll()));
     ASSERT_TRUE(photo.save(file, "JPG", 100));
 }
 

@@ -72,7 +72,9 @@ int main(int argc, char** argv)
     // The engine behind the viewer.
     KVGamut3DViewer viewer;
     viewer.resize(320, 240);
-    viewer.load(QStringLiteral("sRGB"), {{QStringLiteral("ProfileData"), profile}},
+    const QHash<QString, QVariant> relative{{QStringLiteral("Link_ICCRendering"), 1}};
+    viewer.load(QStringLiteral("sRGB"),
+                {{QStringLiteral("ProfileData"), profile}, {QStringLiteral("AdditionnalParam"), relative}},
                 [](const QString&, bool loaded) {
                     if (!loaded)
                         QCoreApplication::exit(refuse("sRGB loaded", 0));

@@ -21,6 +21,8 @@ QStringList expected;
 
 void record(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
+    if (kvtest::isOfThePlatform(text))
+        return;
     {
         const QMutexLocker lock(&mutex);
         logged.append({type, text});
@@ -61,6 +63,12 @@ class Judge : public testing::EmptyTestEventListener
 };
 
 } // namespace
+
+bool kvtest::isOfThePlatform(const QString& text)
+{
+    const QString known = QStringLiteral("This plugin does not support setParent!");
+    return text.trimmed().remove(known).trimmed().isEmpty();
+}
 
 void kvtest::expectMessage(const QString& part)
 {

@@ -13,6 +13,10 @@ void expectMessage(const QString& part);
 /// All messages that the running case has logged so far, debug ones included.
 QStringList messages();
 
+/// Whether @p text says nothing but what newer versions of Qt say of their own platform "offscreen".
+/// Nothing here asks for more than it does.
+bool isOfThePlatform(const QString& text);
+
 /// Installs the message handler and the listener that judges each case. Called by the test main.
 void installMessageCheck();
 
