@@ -19,14 +19,20 @@ constexpr int dotsPerInch = 96;
 constexpr double pointsPerPixel = 72.0 / dotsPerInch;
 constexpr int fineness = 1200; // of a page, dots per inch
 
-/// Without the time at which it was written: digits for digits, since a PDF counts its bytes.
-QByteArray withoutDate(QByteArray pdf)
+/// Puts @p date wherever one stands after @p mark. As long as what it replaces: a PDF counts its bytes.
+void setDates(QByteArray& pdf, const QByteArray& mark, const QByteArray& date)
 {
-    static const QByteArray mark("/CreationDate (D:");
-    for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1)) {
-        static const QByteArray never("20000101000000");
-        pdf.replace(at + mark.size(), never.size(), never);
-    }
+    for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1))
+        pdf.replace(at + mark.size(), date.size(), date);
+}
+
+/// Without the times at which it was written. Older versions of Qt write the first only.
+QByteArray withoutDates(QByteArray pdf)
+{
+    for (const char* mark : {"/CreationDate (D:", "/ModDate (D:"})
+        setDates(pdf, mark, "20000101000000");
+    for (const char* mark : {"xmp:CreateDate=\"", "xmp:ModifyDate=\"", "xmp:MetadataDate=\""})
+        setDates(pdf, mark, "2000-01-01T00:00:00");
     return pdf;
 }
 
@@ -83,5 +89,5 @@ QByteArray SliceFile::pdf(const SliceDrawing& drawing, const QSize& size)
     QPainter painter(&writer);
     drawing.paint(painter, QRectF(0, 0, writer.width(), writer.height()));
     painter.end();
-    return withoutDate(buffer.data());
+    return withoutDates(buffer.data());
 }
