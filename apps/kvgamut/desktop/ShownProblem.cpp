@@ -133,7 +133,7 @@ QString filled(const QString& sentence, const QStringList& parts)
 {
     QString result;
     for (qsizetype i = 0; i < sentence.size(); ++i) {
-        const int number = sentence[i] == QLatin1Char('%') ? sentence.mid(i + 1, 1).toInt() : 0;
+        const int number = sentence[i] == QLatin1Char('%') ? QStringView(sentence).mid(i + 1, 1).toInt() : 0;
         if (number > 0)
             result += parts.value(number - 1);
         else
