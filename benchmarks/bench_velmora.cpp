@@ -9,19 +9,19 @@
 // The counter "times_transform" of all others is their processor time in times of that; of inside and
 // nearest, which are asked one point at a time, as many questions stand against as many colours.
 
-#include "platform/velmora/Columns.h"
-#include "platform/velmora/Compare.h"
-#include "platform/velmora/DeviceCubeMesh.h"
-#include "platform/velmora/FoldCheck.h"
-#include "platform/velmora/GamutBuilder.h"
-#include "platform/velmora/LatticeSurface.h"
-#include "platform/velmora/MeshChecks.h"
-#include "platform/velmora/Outline.h"
-#include "platform/velmora/RadialHull.h"
-#include "platform/velmora/SelfCrossing.h"
-#include "platform/velmora/WindingIndex.h"
+#include <engine/mesh/Columns.h>
+#include <engine/mesh/Compare.h>
+#include <engine/surface/DeviceCubeMesh.h>
+#include <engine/surface/FoldCheck.h>
+#include <engine/surface/GamutBuilder.h>
+#include <engine/surface/LatticeSurface.h>
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/Outline.h>
+#include <engine/surface/RadialHull.h>
+#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/WindingIndex.h>
 
-#include "velmora/TestProfiles.h"
+#include "engine/TestProfiles.h"
 
 #include <platform/KVVelmoraFramework.h>
 

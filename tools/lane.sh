@@ -45,7 +45,7 @@ sources() {
     if [[ $# -gt 0 ]]; then
         printf '%s\n' "$@"
     else
-        find viewer glwindow scene gamut platform apps -name '*.cpp' | sort
+        find viewer glwindow scene gamut platform engine apps -name '*.cpp' | sort
     fi
 }
 analyse() {
@@ -62,7 +62,7 @@ analyse() {
 case $lane in
 asan)
     kv_set_up "$root" test
-    build asan "platform;velmora;scene;glwindow;gamut;viewer;lanes"
+    build asan "platform;engine;scene;glwindow;gamut;viewer;lanes"
     ctest --preset asan --parallel "$(nproc)" --no-tests=error
     ;;
 tsan)
@@ -90,7 +90,7 @@ tidy)
 clazy)
     kv_set_up "$root" test
     kv_install clazy
-    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform|apps)/'
+    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform|engine|apps)/'
     analyse 'clazy-standalone -p build/analysis -checks=level1 --extra-arg=-Werror' "$@"
     ;;
 soak | soak-asan)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Brings apps/kvgamut/desktop/translations/*.ts up to the sources of the window:
+# Brings apps/kvgamut/desktop/language/translations/*.ts up to the sources of the window:
 #
 #   tools/refresh_translations.sh [LANGUAGE ...]      such as "fr", for a language that is not there yet
 #
@@ -23,9 +23,9 @@ refresh() { # LANGUAGE FILE
 }
 
 for language in "$@"; do
-    refresh "$language" "$desktop/translations/kvgamut_$language.ts"
+    refresh "$language" "$desktop/language/translations/kvgamut_$language.ts"
 done
-for file in "$desktop"/translations/kvgamut_*.ts; do
+for file in "$desktop"/language/translations/kvgamut_*.ts; do
     language=${file##*/kvgamut_}
     [[ " $* " == *" ${language%.ts} "* ]] || refresh "${language%.ts}" "$file"
 done

@@ -2,7 +2,7 @@
 // They go to FOLDER/profile and FOLDER/gamut_hash; FOLDER/profile.list and FOLDER/gamut_hash.list name
 // them as the fuzzers' option -seed_inputs wants it.
 
-#include "velmora/TestProfiles.h"
+#include "engine/TestProfiles.h"
 
 #include <QtCore/QCborMap>
 #include <QtCore/QCborValue>

@@ -1,6 +1,6 @@
 // Each example is run as a person would, and what it drew is looked at.
 
-#include "app/Picture.h"
+#include "app/support/Picture.h"
 
 #include <gtest/gtest.h>
 

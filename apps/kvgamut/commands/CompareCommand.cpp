@@ -1,8 +1,8 @@
 #include "CompareCommand.h"
 
 #include "GamutInputs.h"
-#include "ProfileOptions.h"
-#include "model/GamutWords.h"
+#include "commands/options/ProfileOptions.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>

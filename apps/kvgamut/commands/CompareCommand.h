@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Command.h"
-#include "ReportOptions.h"
-#include "model/GamutSettings.h"
+#include "commands/options/ReportOptions.h"
+#include "model/inputs/GamutSettings.h"
 
 #include <QtCore/QStringList>
 

@@ -1,11 +1,11 @@
 #include "ExportCommand.h"
 
-#include "ExitCode.h"
-#include "ProfileOptions.h"
-#include "ReportOptions.h"
-#include "Say.h"
-#include "model/OutputFile.h"
-#include "model/SavedGamut.h"
+#include "commands/process/ExitCode.h"
+#include "commands/options/ProfileOptions.h"
+#include "commands/options/ReportOptions.h"
+#include "commands/process/Say.h"
+#include "model/export/OutputFile.h"
+#include "model/inputs/SavedGamut.h"
 #include "model/export/MeshFormat.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,7 +1,7 @@
 #include "GamutInputs.h"
 
-#include "Say.h"
-#include "model/GamutBatch.h"
+#include "commands/process/Say.h"
+#include "model/inputs/GamutBatch.h"
 
 #include <algorithm>
 #include <functional>

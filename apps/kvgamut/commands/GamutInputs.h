@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Progress.h"
-#include "model/GamutSource.h"
+#include "commands/process/Progress.h"
+#include "model/inputs/GamutSource.h"
 
 /// The inputs of a command that computes numbers.
 struct GamutInputs

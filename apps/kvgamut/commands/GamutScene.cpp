@@ -1,6 +1,6 @@
 #include "GamutScene.h"
 
-#include "Say.h"
+#include "commands/process/Say.h"
 
 #include <algorithm>
 

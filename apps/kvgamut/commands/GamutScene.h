@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LookOptions.h"
-#include "ProfileOptions.h"
-#include "model/GamutSource.h"
+#include "commands/options/LookOptions.h"
+#include "commands/options/ProfileOptions.h"
+#include "model/inputs/GamutSource.h"
 
 /// The gamuts of a command line in a viewer: starts their loads, dresses each gamut when it arrives and
 /// says what failed.

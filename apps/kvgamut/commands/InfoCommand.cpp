@@ -1,11 +1,11 @@
 #include "InfoCommand.h"
 
-#include "ExitCode.h"
+#include "commands/process/ExitCode.h"
 #include "GamutInputs.h"
-#include "ProfileOptions.h"
-#include "Say.h"
-#include "model/GamutWords.h"
-#include "model/ProfileFacts.h"
+#include "commands/options/ProfileOptions.h"
+#include "commands/process/Say.h"
+#include "model/reports/GamutWords.h"
+#include "model/inputs/ProfileFacts.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,10 +1,10 @@
 #include "InsideCommand.h"
 
 #include "GamutInputs.h"
-#include "OptionValues.h"
-#include "ProfileOptions.h"
-#include "Say.h"
-#include "model/GamutWords.h"
+#include "commands/options/OptionValues.h"
+#include "commands/options/ProfileOptions.h"
+#include "commands/process/Say.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Command.h"
-#include "ReportOptions.h"
-#include "model/GamutSettings.h"
-#include "model/PointSet.h"
+#include "commands/options/ReportOptions.h"
+#include "model/inputs/GamutSettings.h"
+#include "model/points/PointSet.h"
 
 #include <optional>
 

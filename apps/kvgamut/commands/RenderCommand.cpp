@@ -1,11 +1,11 @@
 #include "RenderCommand.h"
 
-#include "ExitCode.h"
+#include "commands/process/ExitCode.h"
 #include "GamutScene.h"
-#include "Say.h"
-#include "Screen.h"
-#include "model/OutputFile.h"
-#include "model/picture/BackgroundRemoval.h"
+#include "commands/process/Say.h"
+#include "commands/process/Screen.h"
+#include "model/export/OutputFile.h"
+#include "model/pictures/BackgroundRemoval.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QElapsedTimer>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Command.h"
-#include "ItemOptions.h"
-#include "LookOptions.h"
-#include "PictureReference.h"
-#include "ProfileOptions.h"
+#include "commands/options/ItemOptions.h"
+#include "commands/options/LookOptions.h"
+#include "commands/options/PictureReference.h"
+#include "commands/options/ProfileOptions.h"
 
 #include <QtGui/QImage>
 

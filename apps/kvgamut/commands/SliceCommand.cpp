@@ -1,14 +1,14 @@
 #include "SliceCommand.h"
 
-#include "ExitCode.h"
+#include "commands/process/ExitCode.h"
 #include "GamutInputs.h"
-#include "OptionValues.h"
-#include "ProfileOptions.h"
-#include "ReportOptions.h"
-#include "Say.h"
-#include "model/OutputFile.h"
-#include "model/slice/SliceFile.h"
-#include "model/slice/SliceReport.h"
+#include "commands/options/OptionValues.h"
+#include "commands/options/ProfileOptions.h"
+#include "commands/options/ReportOptions.h"
+#include "commands/process/Say.h"
+#include "model/export/OutputFile.h"
+#include "model/slices/SliceFile.h"
+#include "model/slices/SliceReport.h"
 
 #include <QtCore/QFileInfo>
 #include <QtGui/QGuiApplication>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Command.h"
-#include "model/GamutSettings.h"
-#include "model/slice/GamutSlice.h"
+#include "model/inputs/GamutSettings.h"
+#include "model/slices/GamutSlice.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QStringList>

@@ -1,10 +1,10 @@
 #include "ViewCommand.h"
 
-#include "ExitCode.h"
-#include "Say.h"
-#include "Screen.h"
+#include "commands/process/ExitCode.h"
+#include "commands/process/Say.h"
+#include "commands/process/Screen.h"
 #include "desktop/MainWindow.h"
-#include "desktop/Translations.h"
+#include "desktop/language/Translations.h"
 
 #include <QtWidgets/QApplication>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Command.h"
-#include "LookOptions.h"
-#include "ProfileOptions.h"
+#include "commands/options/LookOptions.h"
+#include "commands/options/ProfileOptions.h"
 
 class MainWindow;
 

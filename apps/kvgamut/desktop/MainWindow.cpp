@@ -1,17 +1,17 @@
 #include "MainWindow.h"
 
-#include "ClipControl.h"
-#include "ComparisonTable.h"
-#include "FileKind.h"
-#include "GamutPanel.h"
-#include "MessageBar.h"
-#include "PointPanel.h"
-#include "RecentFiles.h"
-#include "ShownProblem.h"
-#include "ShownWords.h"
-#include "SlicePanel.h"
-#include "model/BuiltInProfiles.h"
-#include "model/OutputFile.h"
+#include "desktop/panels/ClipControl.h"
+#include "desktop/panels/ComparisonTable.h"
+#include "desktop/files/FileKind.h"
+#include "desktop/panels/GamutPanel.h"
+#include "desktop/panels/MessageBar.h"
+#include "desktop/panels/PointPanel.h"
+#include "desktop/files/RecentFiles.h"
+#include "desktop/language/ShownProblem.h"
+#include "desktop/language/ShownWords.h"
+#include "desktop/panels/SlicePanel.h"
+#include "model/inputs/BuiltInProfiles.h"
+#include "model/export/OutputFile.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDir>
@@ -203,12 +203,12 @@ void MainWindow::makeStatusBar()
 
 void MainWindow::connectModels()
 {
-    connect(&m_loader, &GamutLoader::failed, this, [this](const QString& problem) {
+    connect(&m_loader, &GamutQueue::failed, this, [this](const QString& problem) {
         haveOneSolid();
         say(problem);
     });
-    connect(&m_loader, &GamutLoader::progressed, this, &MainWindow::showLoading);
-    connect(&m_loader, &GamutLoader::idle, this, &MainWindow::loadingEnded);
+    connect(&m_loader, &GamutQueue::progressed, this, &MainWindow::showLoading);
+    connect(&m_loader, &GamutQueue::idle, this, &MainWindow::loadingEnded);
     connect(&m_points, &PointLayer::failed, this, &MainWindow::say);
     connect(&m_points, &PointLayer::noted, m_messages,
             [this](const QString& note) { m_messages->say(shownProblem(note)); });

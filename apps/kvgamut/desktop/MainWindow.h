@@ -1,14 +1,14 @@
 #pragma once
 
-#include "ComparisonModel.h"
-#include "FileDrop.h"
-#include "GamutListModel.h"
-#include "GamutLoader.h"
-#include "Inspector.h"
-#include "PointLayer.h"
-#include "Session.h"
-#include "ViewArea.h"
-#include "ViewerBinding.h"
+#include "desktop/models/ComparisonModel.h"
+#include "desktop/files/FileDrop.h"
+#include "desktop/models/GamutListModel.h"
+#include "desktop/models/GamutQueue.h"
+#include "desktop/panels/Inspector.h"
+#include "desktop/models/PointLayer.h"
+#include "desktop/files/Session.h"
+#include "desktop/view/ViewArea.h"
+#include "desktop/view/ViewerBinding.h"
 
 #include <QtWidgets/QMainWindow>
 
@@ -136,7 +136,7 @@ private:
 
     GamutListModel m_gamuts;
     ViewArea* m_area; ///< owned by the window, as all widgets
-    GamutLoader m_loader;
+    GamutQueue m_loader;
     ViewerBinding m_binding;
     PointLayer m_points;
     ComparisonModel m_comparison;

@@ -1,6 +1,6 @@
-#include "desktop/ComparisonModel.h"
+#include "desktop/models/ComparisonModel.h"
 
-#include "desktop/GamutLoader.h"
+#include "desktop/models/GamutQueue.h"
 #include "support/Spin.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ protected:
     }
 
     GamutListModel gamuts;
-    GamutLoader loader{gamuts};
+    GamutQueue loader{gamuts};
     ComparisonModel comparison{gamuts};
     QAbstractItemModelTester tester{&comparison, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };

@@ -1,6 +1,6 @@
-#include "desktop/GamutListModel.h"
-#include "desktop/GamutTitles.h"
-#include "desktop/ShownWords.h"
+#include "desktop/models/GamutListModel.h"
+#include "desktop/models/GamutTitles.h"
+#include "desktop/language/ShownWords.h"
 
 #include <gtest/gtest.h>
 

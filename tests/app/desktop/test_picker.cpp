@@ -1,4 +1,4 @@
-#include "desktop/Picker.h"
+#include "desktop/view/Picker.h"
 
 #include <gtest/gtest.h>
 

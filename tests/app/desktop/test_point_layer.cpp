@@ -1,10 +1,10 @@
-#include "desktop/PointLayer.h"
+#include "desktop/models/PointLayer.h"
 
-#include "../TestPictures.h"
-#include "desktop/GamutLoader.h"
-#include "desktop/Inspector.h"
-#include "model/BuiltInProfiles.h"
-#include "model/PicturePoints.h"
+#include "app/support/TestPictures.h"
+#include "desktop/models/GamutQueue.h"
+#include "desktop/panels/Inspector.h"
+#include "model/inputs/BuiltInProfiles.h"
+#include "model/points/PicturePoints.h"
 #include "support/Spin.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +46,7 @@ protected:
 
     QTemporaryDir folder;
     GamutListModel gamuts;
-    GamutLoader loader{gamuts};
+    GamutQueue loader{gamuts};
     KVGamut3DViewer viewer; // never shown
     PointLayer points{gamuts, viewer};
     QAbstractItemModelTester tester{&points, QAbstractItemModelTester::FailureReportingMode::Fatal};

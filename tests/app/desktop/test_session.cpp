@@ -1,5 +1,5 @@
-#include "desktop/FileKind.h"
-#include "desktop/Session.h"
+#include "desktop/files/FileKind.h"
+#include "desktop/files/Session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,14 @@
-#include "desktop/Session.h"
-#include "desktop/ShownProblem.h"
-#include "desktop/Translations.h"
-#include "model/GamutSource.h"
-#include "model/OutputFile.h"
-#include "model/PointFile.h"
+#include "desktop/files/Session.h"
+#include "desktop/language/ShownProblem.h"
+#include "desktop/language/Translations.h"
+#include "model/inputs/GamutSource.h"
+#include "model/export/OutputFile.h"
+#include "model/points/PointFile.h"
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
@@ -51,10 +52,12 @@ QStringList sentencesIn(const QString& folder, const QStringList& names)
     static const QRegularExpression seam(QStringLiteral("\"\\s*\""));
     const QDir dir(QStringLiteral(KVGAMUT_SOURCES "/") + folder);
     QStringList sentences;
-    const QStringList files = dir.entryList(names, QDir::Files);
+    QStringList files;
+    for (QDirIterator it(dir.path(), names, QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+        files.append(it.next());
     EXPECT_FALSE(files.isEmpty()) << folder.toStdString();
     for (const QString& name : files) {
-        QFile file(dir.filePath(name));
+        QFile file(name);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         for (auto match = literal.globalMatch(QString::fromUtf8(file.readAll())); match.hasNext();) {
             QString text = match.next().captured(1).trimmed();
@@ -69,7 +72,7 @@ QStringList sentencesIn(const QString& folder, const QStringList& names)
 
 QStringList sentencesOfTheProgram()
 {
-    return sentencesIn(QStringLiteral("platform/velmora"), {QStringLiteral("*.cpp")}) +
+    return sentencesIn(QStringLiteral("engine"), {QStringLiteral("*.cpp")}) +
            sentencesIn(QStringLiteral("apps/kvgamut/model"),
                        {QStringLiteral("GamutSource.cpp"), QStringLiteral("Picture*.cpp"),
                         QStringLiteral("Point*.cpp"), QStringLiteral("SavedGamut.cpp"),

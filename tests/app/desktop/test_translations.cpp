@@ -1,6 +1,6 @@
-#include "desktop/Session.h"
-#include "desktop/ShownWords.h"
-#include "desktop/Translations.h"
+#include "desktop/files/Session.h"
+#include "desktop/language/ShownWords.h"
+#include "desktop/language/Translations.h"
 
 #include <gtest/gtest.h>
 
@@ -91,14 +91,14 @@ class Translation : public testing::TestWithParam<QString>
 protected:
     QString file() const
     {
-        return QStringLiteral(KVGAMUT_DESKTOP "/translations/kvgamut_%1.ts").arg(GetParam());
+        return QStringLiteral(KVGAMUT_DESKTOP "/language/translations/kvgamut_%1.ts").arg(GetParam());
     }
 };
 
 QStringList translatedLanguages()
 {
     QStringList languages;
-    const QStringList files = QDir(QStringLiteral(KVGAMUT_DESKTOP "/translations"))
+    const QStringList files = QDir(QStringLiteral(KVGAMUT_DESKTOP "/language/translations"))
                                   .entryList({QStringLiteral("kvgamut_*.ts")}, QDir::Files, QDir::Name);
     for (const QString& file : files)
         languages.append(file.sliced(8).chopped(3));

@@ -1,4 +1,4 @@
-#include "desktop/ViewState.h"
+#include "desktop/view/ViewState.h"
 
 #include <gtest/gtest.h>
 

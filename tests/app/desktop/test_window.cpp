@@ -1,7 +1,7 @@
 #include "WindowCase.h"
 
-#include "desktop/KeyList.h"
-#include "desktop/RecentFiles.h"
+#include "desktop/panels/KeyList.h"
+#include "desktop/files/RecentFiles.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>

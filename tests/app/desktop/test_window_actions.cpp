@@ -1,10 +1,10 @@
 #include "DialogAnswer.h"
 #include "WindowCase.h"
 
-#include "desktop/KeyList.h"
-#include "desktop/PictureDialog.h"
-#include "desktop/RecentFiles.h"
-#include "model/BuiltInProfiles.h"
+#include "desktop/panels/KeyList.h"
+#include "desktop/panels/PictureDialog.h"
+#include "desktop/files/RecentFiles.h"
+#include "model/inputs/BuiltInProfiles.h"
 
 #include <QtGui/QClipboard>
 #include <QtTest/QSignalSpy>

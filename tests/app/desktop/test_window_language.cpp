@@ -1,10 +1,10 @@
 #include "WindowCase.h"
 
-#include "desktop/KeyList.h"
-#include "desktop/PictureDialog.h"
-#include "desktop/RecentFiles.h"
-#include "desktop/ShownWords.h"
-#include "desktop/Translations.h"
+#include "desktop/panels/KeyList.h"
+#include "desktop/panels/PictureDialog.h"
+#include "desktop/files/RecentFiles.h"
+#include "desktop/language/ShownWords.h"
+#include "desktop/language/Translations.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QClipboard>

@@ -1,6 +1,6 @@
 #include "WindowCase.h"
 
-#include "desktop/PictureDialog.h"
+#include "desktop/panels/PictureDialog.h"
 
 #include <QtGui/QClipboard>
 #include <QtWidgets/QCheckBox>

@@ -1,7 +1,7 @@
 #include "MeshFormat.h"
 #include "MeshNoteJson.h"
 
-#include "model/GamutWords.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>

@@ -1,6 +1,6 @@
 #include "MeshFormat.h"
 
-#include "model/GamutWords.h"
+#include "model/reports/GamutWords.h"
 
 #include <algorithm>
 

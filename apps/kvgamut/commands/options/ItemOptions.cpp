@@ -1,0 +1,98 @@
+#include "ItemOptions.h"
+
+#include "OptionValues.h"
+#include "commands/process/Say.h"
+#include "model/points/PointFile.h"
+
+#include <map>
+
+namespace {
+
+using Positions = QList<KVGamut3DViewer::ColoredPosition>;
+
+/// Reads @p name, when one was given, and hands the positions to @p use; false: said what was not read.
+template <typename Use>
+bool withPositions(const QString& name, Use use)
+{
+    if (name.isEmpty())
+        return true;
+    const PointFile file = PointFile::read(name);
+    if (!file.problem.isEmpty()) {
+        say(file.problem);
+        return false;
+    }
+    Positions positions;
+    for (const ColouredPoint& point : file.points)
+        positions.append({point.shownColor(), point.lab});
+    use(positions);
+    if (file.note.isEmpty())
+        return true;
+    say(file.note);
+    return false;
+}
+
+} // namespace
+
+void ItemOptions::declare(CLI::App& parser)
+{
+    static const std::map<std::string, KVGamut3DViewer::MarkerType> types{
+        {"sphere", KVGamut3DViewer::Sphere},
+        {"cube", KVGamut3DViewer::BracketedCube},
+        {"star", KVGamut3DViewer::Star},
+    };
+    const auto file = [&parser](const char* name, QString& target, const char* help) {
+        return parser
+            .add_option_function<std::string>(
+                name, [&target](const std::string& word) { target = QString::fromStdString(word); }, help)
+            ->type_name("FILE");
+    };
+    const auto size = [&parser](const char* name, float& target, const char* help) {
+        return parser
+            .add_option_function<std::string>(
+                name,
+                [name, &target](const std::string& word) {
+                    try {
+                        target = OptionValues::number(word, 0.1f, 100.0f);
+                    } catch (const CLI::ValidationError& refusal) {
+                        throw CLI::ValidationError(name, refusal.what());
+                    }
+                },
+                help)
+            ->type_name("X");
+    };
+    CLI::Option* markersOption =
+        file("--markers", markers, "Markers at the positions in this file: a line each, L,a,b[,colour]");
+    parser
+        .add_option_function<std::string>(
+            "--marker-type", [this](const std::string& word) { markerType = types.at(word); },
+            "sphere (the default), cube or star")
+        ->check(CLI::IsMember(types).description(""))
+        ->type_name("TYPE")
+        ->needs(markersOption);
+    size("--marker-size", markerSize, "Diameter of the markers (6)")->needs(markersOption);
+    CLI::Option* pointsOption = file("--points", points, "Points at the positions in this file");
+    size("--point-size", pointSize, "Diameter of the points (4)")->needs(pointsOption);
+    CLI::Option* lineOption = file("--line", line, "A line through the positions in this file, in order");
+    size("--line-width", lineWidth, "Width of the line (2)")->needs(lineOption);
+}
+
+bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
+{
+    bool all = withPositions(markers, [&](const Positions& positions) {
+        viewer.addMarkerSet(QStringLiteral("markers"), markerType, positions, markerSize, markerAmbient);
+    });
+    all &= withPositions(points, [&](const Positions& positions) {
+        viewer.setPointSize(pointSize);
+        viewer.addPointSet(QStringLiteral("points"), positions);
+    });
+    all &= withPositions(line, [&](const Positions& positions) {
+        QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> segments;
+        for (qsizetype i = 0; i + 1 < positions.size(); ++i)
+            segments.append({positions[i], positions[i + 1]});
+        // a set takes its width when it is filled, and has none before it exists
+        viewer.addSegmentSet(QStringLiteral("line"), segments);
+        viewer.setSegmentSetWidth(QStringLiteral("line"), lineWidth);
+        viewer.addSegmentSet(QStringLiteral("line"), segments);
+    });
+    return all;
+}

@@ -1,0 +1,71 @@
+#include "PictureReference.h"
+
+#include "OptionValues.h"
+#include "commands/process/Say.h"
+#include "model/pictures/PictureDifference.h"
+#include "model/pictures/PngPicture.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int digits = 4; // of the difference, that are said
+
+/// Upwards, so that what is said is never within a threshold that it is above.
+QString percent(double value)
+{
+    const double unit = std::pow(10.0, digits);
+    return QString::number(std::ceil(value * unit) / unit, 'f', digits);
+}
+
+} // namespace
+
+void PictureReference::declare(CLI::App& parser)
+{
+    CLI::Option* reference =
+        parser
+            .add_option_function<std::string>(
+                "--reference", [this](const std::string& word) { m_name = QString::fromStdString(word); },
+                "Compare the picture with this one; exit code 4 when they differ by more than the threshold")
+            ->type_name("PICTURE.png");
+    parser
+        .add_option_function<std::string>(
+            "--reference-threshold",
+            [this](const std::string& word) {
+                try {
+                    m_threshold = double(OptionValues::number(word, 0.0f, 100.0f));
+                } catch (const CLI::ValidationError& refusal) {
+                    throw CLI::ValidationError("--reference-threshold", refusal.what());
+                }
+            },
+            "Difference that is let pass, in percent: the root mean square over all pixels and channels "
+            "(0.5). 0: equal; 0.1: a slightly changed light; 0.3: half as many samples; 1: no grid; 2: no "
+            "antialiasing, another graphics driver; 5: coloured light; 9: another profile; 15: another "
+            "view; 100: black instead of white")
+        ->type_name("T")
+        ->needs(reference);
+}
+
+bool PictureReference::load()
+{
+    const PngPicture picture = PngPicture::read(m_name);
+    if (!picture.problem.isEmpty())
+        say(picture.problem);
+    m_reference = picture.image;
+    return !m_reference.isNull();
+}
+
+bool PictureReference::holds(const QImage& picture) const
+{
+    const auto sizeOf = [](const QImage& image) {
+        return QStringLiteral("%1x%2").arg(image.width()).arg(image.height());
+    };
+    const auto difference = pictureDifference(picture, m_reference);
+    if (!difference)
+        say(QStringLiteral("the picture differs from '%1' in size: %2, not %3")
+                .arg(m_name, sizeOf(picture), sizeOf(m_reference)));
+    else if (*difference > m_threshold)
+        say(QStringLiteral("the picture differs from '%1' by %2 percent; the threshold is %3")
+                .arg(m_name, percent(*difference), QString::number(m_threshold)));
+    return difference && *difference <= m_threshold;
+}

@@ -1,0 +1,46 @@
+#include "ReportOptions.h"
+
+#include "commands/process/ExitCode.h"
+#include "commands/process/Say.h"
+#include "model/export/OutputFile.h"
+
+#include <map>
+#include <string>
+
+void ReportOptions::declare(CLI::App& parser)
+{
+    static const std::map<std::string, Table::Format> formats{
+        {"text", Table::Format::Text},
+        {"csv", Table::Format::Csv},
+        {"json", Table::Format::Json},
+    };
+    parser
+        .add_option_function<std::string>(
+            "--format", [this](const std::string& word) { format = formats.at(word); },
+            "text (the default), csv or json")
+        ->check(CLI::IsMember(formats).description(""))
+        ->type_name("FORMAT");
+    parser
+        .add_option_function<std::string>(
+            "-o,--output", [this](const std::string& name) { output = QString::fromStdString(name); },
+            "File to write, whole or not at all; - for standard output (the default)")
+        ->type_name("FILE");
+    parser.add_flag("--quiet", quiet, "No progress bar, which a terminal shows after half a second");
+}
+
+void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
+{
+    parser.footer(text +
+                  "\n\nExit codes: 0 done, 1 some input could not be used (it is named, with the reason, "
+                  "and the\nrest is done), 2 wrong usage, 3 the output could not be written.");
+}
+
+int ReportOptions::print(const Table& table, bool allInputsUsed) const
+{
+    const QString problem = writeOutput(output, table.printed(format));
+    if (!problem.isEmpty()) {
+        say(problem);
+        return BadOutput;
+    }
+    return allInputsUsed ? Done : BadInput;
+}

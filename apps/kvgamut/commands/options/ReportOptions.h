@@ -1,0 +1,25 @@
+#pragma once
+
+#include "model/reports/Table.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+/// How the commands that compute numbers tell them: --format, --output, --quiet.
+struct ReportOptions
+{
+    Table::Format format = Table::Format::Text;
+    QString output = QStringLiteral("-");
+    bool quiet = false;
+
+    /// Declares the options on @p parser, which keeps a reference to this object.
+    void declare(CLI::App& parser);
+
+    /// Ends the help of @p parser with @p text and the exit codes of these commands.
+    static void endHelp(CLI::App& parser, const std::string& text);
+
+    /// Prints @p table, and says when that does not work.
+    /// @return the ExitCode of a command whose inputs could all be used, or not
+    int print(const Table& table, bool allInputsUsed) const;
+};

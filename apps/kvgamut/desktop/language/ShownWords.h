@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/inputs/GamutSettings.h"
+
+#include <QtCore/QString>
+#include <QtGui/QVector3D>
+
+/// How the window says things about gamuts, in the language of the person.
+namespace ShownWords {
+
+QString intent(KVVMRenderType intent);
+/// "relative colorimetric, black point compensated".
+QString settings(const GamutSettings& settings);
+/// "L* 53.2  a* 80.1  b* 67.2".
+QString lab(const QVector3D& lab);
+/// "L* 53.2  C* 104.4  h 40.0°".
+QString lch(const QVector3D& lab);
+
+} // namespace ShownWords

@@ -1,0 +1,178 @@
+#include "GamutListModel.h"
+
+#include "GamutTitles.h"
+#include "model/slices/SliceDrawing.h"
+
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+int GamutListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+}
+
+QVariant GamutListModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= m_entries.size())
+        return {};
+    const GamutEntry& entry = m_entries[index.row()];
+    switch (role) {
+    case Qt::DisplayRole:
+        return entry.loading ? tr("%1 – %2 %").arg(entry.title).arg(qRound(entry.progress * 100.0f))
+                             : entry.title;
+    case Qt::AccessibleTextRole:
+        return entry.title;
+    case Qt::ToolTipRole:
+        return toolTip(entry);
+    case Qt::DecorationRole:
+        return signColor(index.row());
+    case Qt::CheckStateRole:
+        return entry.look.visible ? Qt::Checked : Qt::Unchecked;
+    default:
+        return {};
+    }
+}
+
+QString GamutListModel::toolTip(const GamutEntry& entry) const
+{
+    return entry.loading ? tr("%1\nis being computed").arg(entry.input) : entry.input;
+}
+
+bool GamutListModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid() || role != Qt::CheckStateRole)
+        return false;
+    GamutLook look = m_entries[index.row()].look;
+    look.visible = value.toInt() == Qt::Checked;
+    setLook(index.row(), look);
+    return true;
+}
+
+Qt::ItemFlags GamutListModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = QAbstractListModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+int GamutListModel::rowOf(const QString& id) const
+{
+    for (int row = 0; row < m_entries.size(); ++row)
+        if (m_entries[row].id == id)
+            return row;
+    return -1;
+}
+
+QColor GamutListModel::signColor(int row) const
+{
+    const QColor& chosen = m_entries[row].look.color;
+    return chosen.isValid() ? chosen : SliceDrawing::usualColor(row);
+}
+
+QString GamutListModel::add(const QString& input, const GamutSettings& settings, const GamutLook& look)
+{
+    GamutEntry entry;
+    entry.id = QStringLiteral("%1 %2").arg(++m_lastNumber).arg(input);
+    entry.input = input;
+    entry.title = QFileInfo(input).fileName(); // until it is known to be unlike the others
+    entry.settings = settings;
+    entry.look = look;
+    const int row = rowCount();
+    beginInsertRows({}, row, row);
+    m_entries.append(entry);
+    endInsertRows();
+    retitle();
+    if (m_activeRow < 0)
+        setActiveRow(0);
+    return entry.id;
+}
+
+void GamutListModel::remove(int row)
+{
+    beginRemoveRows({}, row, row);
+    m_entries.removeAt(row);
+    // the same gamut stays active; when it was the removed one, its neighbour is
+    m_activeRow =
+        m_activeRow > row ? m_activeRow - 1 : std::min(m_activeRow, static_cast<int>(m_entries.size()) - 1);
+    endRemoveRows();
+    retitle();
+    Q_EMIT activeRowChanged(m_activeRow);
+}
+
+void GamutListModel::setLook(int row, const GamutLook& look)
+{
+    if (m_entries[row].look == look)
+        return;
+    m_entries[row].look = look;
+    changed(row, {LookRole, Qt::CheckStateRole, Qt::DecorationRole});
+}
+
+void GamutListModel::setSettings(int row, const GamutSettings& settings)
+{
+    GamutEntry& entry = m_entries[row];
+    if (entry.settings == settings)
+        return;
+    entry.settings = settings;
+    entry.loading = true;
+    entry.progress = 0.0f;
+    changed(row, {SettingsRole, LoadingRole, Qt::DisplayRole});
+}
+
+void GamutListModel::setActiveRow(int row)
+{
+    if (row == m_activeRow || row < 0 || row >= m_entries.size())
+        return;
+    m_activeRow = row;
+    Q_EMIT activeRowChanged(row);
+}
+
+void GamutListModel::setProgress(int row, float progress)
+{
+    if (qFuzzyCompare(m_entries[row].progress + 1.0f, progress + 1.0f))
+        return;
+    m_entries[row].progress = progress;
+    changed(row, {LoadingRole, Qt::DisplayRole});
+}
+
+void GamutListModel::setGamut(int row, const KVGamut::GamutObject& gamut)
+{
+    GamutEntry& entry = m_entries[row];
+    entry.gamut = gamut;
+    entry.revision = ++m_lastRevision;
+    entry.computedWith = entry.settings;
+    entry.loading = false;
+    entry.progress = 0.0f;
+    changed(row, {GamutRole, LoadingRole, Qt::DisplayRole});
+}
+
+void GamutListModel::abandonLoad(int row)
+{
+    GamutEntry& entry = m_entries[row];
+    if (!entry.hasGamut()) {
+        remove(row);
+        return;
+    }
+    entry.settings = entry.computedWith;
+    entry.loading = false;
+    entry.progress = 0.0f;
+    changed(row, {LoadingRole, Qt::DisplayRole});
+}
+
+void GamutListModel::changed(int row, const QList<int>& roles)
+{
+    Q_EMIT dataChanged(index(row), index(row), roles);
+}
+
+void GamutListModel::retitle()
+{
+    QStringList inputs;
+    for (const GamutEntry& entry : std::as_const(m_entries))
+        inputs.append(entry.input);
+    const QStringList titles = gamutTitles(inputs);
+    for (int row = 0; row < rowCount(); ++row) {
+        if (m_entries[row].title == titles[row])
+            continue;
+        m_entries[row].title = titles[row];
+        changed(row, {Qt::DisplayRole, Qt::AccessibleTextRole});
+    }
+}

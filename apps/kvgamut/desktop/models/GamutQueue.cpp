@@ -1,0 +1,151 @@
+#include "GamutQueue.h"
+
+#include <QtConcurrent/QtConcurrentRun>
+#include <QtCore/QFuture>
+#include <QtCore/QThread>
+
+#include <algorithm>
+
+namespace {
+constexpr int reportMs = 80;
+}
+
+GamutQueue::GamutQueue(GamutListModel& model, QObject* parent) : QObject(parent), m_model(model)
+{
+    // one processor is left to the window
+    m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1));
+    m_ticker.setInterval(reportMs);
+    connect(&m_ticker, &QTimer::timeout, this, &GamutQueue::reportProgress);
+    connect(&model, &QAbstractItemModel::rowsInserted, this, &GamutQueue::onRowsInserted);
+    connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &GamutQueue::onRowsAboutToBeRemoved);
+    connect(&model, &QAbstractItemModel::dataChanged, this, &GamutQueue::onDataChanged);
+}
+
+GamutQueue::~GamutQueue()
+{
+    for (const Job& job : std::as_const(m_jobs))
+        job.protocol->cancel();
+    m_pool.waitForDone();
+}
+
+void GamutQueue::cancel(const QString& id)
+{
+    if (!m_jobs.contains(id))
+        return;
+    stop(id);
+    m_model.abandonLoad(m_model.rowOf(id));
+    announceEnd();
+}
+
+void GamutQueue::cancelAll()
+{
+    const QStringList ids = m_jobs.keys();
+    for (const QString& id : ids)
+        cancel(id);
+}
+
+float GamutQueue::progress() const
+{
+    float sum = 0.0f;
+    for (const Job& job : m_jobs)
+        sum += job.protocol->progress();
+    return m_jobs.isEmpty() ? 0.0f : sum / static_cast<float>(m_jobs.size());
+}
+
+void GamutQueue::onRowsInserted(const QModelIndex&, int first, int last)
+{
+    for (int row = first; row <= last; ++row)
+        start(row);
+}
+
+void GamutQueue::onRowsAboutToBeRemoved(const QModelIndex&, int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        const QString id = m_model.at(row).id;
+        m_sources.remove(id);
+        if (!m_jobs.contains(id))
+            continue;
+        stop(id);
+        announceEnd();
+    }
+}
+
+void GamutQueue::onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles)
+{
+    if (!roles.contains(GamutListModel::SettingsRole))
+        return;
+    for (int row = first.row(); row <= last.row(); ++row)
+        start(row);
+}
+
+/// Runs on a worker.
+GamutQueue::Outcome GamutQueue::compute(const QString& input, const GamutSource& source,
+                                          const GamutSettings& settings, KVCompletionProtocolPtr protocol)
+{
+    Outcome outcome;
+    if (protocol->isCancelled()) // while it waited for a thread
+        return outcome;
+    outcome.source = source.isOpen() ? source : GamutSource::open(input);
+    if (!outcome.source.isOpen()) {
+        outcome.problem = outcome.source.problem();
+        return outcome;
+    }
+    outcome.gamut = outcome.source.compute(settings, &protocol);
+    if (outcome.gamut.faceCount() == 0)
+        outcome.problem = QStringLiteral("'%1': %2").arg(input, outcome.gamut.reason());
+    return outcome;
+}
+
+void GamutQueue::start(int row)
+{
+    const GamutEntry& entry = m_model.at(row);
+    const QString id = entry.id;
+    stop(id);
+    const Job job{++m_lastTicket, KVCompletionProtocol::createTask(entry.title)};
+    m_jobs.insert(id, job);
+    QtConcurrent::run(&m_pool, &GamutQueue::compute, entry.input, m_sources.value(id), entry.settings,
+                      job.protocol)
+        .then(this, [this, id, ticket = job.ticket](const Outcome& outcome) { finish(id, ticket, outcome); });
+    m_ticker.start();
+    Q_EMIT progressed();
+}
+
+/// Cancels the run in progress and forgets it: what it still reports is for nobody.
+void GamutQueue::stop(const QString& id)
+{
+    const Job job = m_jobs.take(id);
+    if (job.protocol)
+        job.protocol->cancel();
+}
+
+void GamutQueue::finish(const QString& id, int ticket, const Outcome& outcome)
+{
+    if (m_jobs.value(id).ticket != ticket)
+        return;
+    m_jobs.remove(id);
+    const int row = m_model.rowOf(id);
+    if (outcome.problem.isEmpty()) {
+        m_sources.insert(id, outcome.source);
+        m_model.setGamut(row, outcome.gamut);
+    } else {
+        m_model.abandonLoad(row);
+        Q_EMIT failed(outcome.problem);
+    }
+    announceEnd();
+}
+
+void GamutQueue::reportProgress()
+{
+    for (auto job = m_jobs.cbegin(); job != m_jobs.cend(); ++job)
+        m_model.setProgress(m_model.rowOf(job.key()), job->protocol->progress());
+    Q_EMIT progressed();
+}
+
+void GamutQueue::announceEnd()
+{
+    if (m_jobs.isEmpty())
+        m_ticker.stop();
+    Q_EMIT progressed();
+    if (m_jobs.isEmpty())
+        Q_EMIT idle();
+}

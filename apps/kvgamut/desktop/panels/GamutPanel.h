@@ -1,0 +1,54 @@
+#pragma once
+
+#include "desktop/models/GamutListModel.h"
+
+#include <QtWidgets/QWidget>
+
+#include <functional>
+
+class QCheckBox;
+class QComboBox;
+class QListView;
+class QSlider;
+class QSpinBox;
+class QToolButton;
+
+/// The list of gamuts and, below it, how the active one is computed and shown. Everything that is
+/// changed here is changed in the list.
+class GamutPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit GamutPanel(GamutListModel& model, QWidget* parent = nullptr);
+
+    QListView* list() const { return m_list; }
+    /// Asks for a colour for the active gamut.
+    void chooseColor();
+
+Q_SIGNALS:
+    void removeRequested(int row);
+
+private:
+    QWidget* makeComputation();
+    QWidget* makeAppearance();
+    void showActive();
+    void changeLook(const std::function<void(GamutLook&)>& change);
+    void changeSettings(const std::function<void(GamutSettings&)>& change);
+    void paintColorButton();
+
+    GamutListModel& m_model;
+    bool m_showing = false; ///< the controls are being set: what they announce is no wish
+    QListView* m_list;
+    QWidget* m_details;
+    QComboBox* m_intent;
+    QCheckBox* m_blackPoint;
+    QSpinBox* m_grid;
+    QComboBox* m_mode;
+    QSlider* m_opacity;
+    QSlider* m_ambient;
+    QToolButton* m_color;
+    QToolButton* m_ownColors;
+    QCheckBox* m_surface;
+    QCheckBox* m_projection;
+    QCheckBox* m_primaries;
+};

@@ -1,0 +1,115 @@
+#include "SlicePanel.h"
+
+#include "desktop/language/ShownWords.h"
+#include "model/export/OutputFile.h"
+#include "model/slices/SliceFile.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+
+namespace {
+
+constexpr QSize documentSize(800, 800);
+
+SlicePlane planeAt(float lightness)
+{
+    return {SlicePlane::Lightness, static_cast<double>(lightness)};
+}
+
+} // namespace
+
+SlicePanel::SlicePanel(const GamutListModel& gamuts, QWidget* parent)
+    : QWidget(parent), m_gamuts(gamuts), m_drawing(SliceDrawing::ofPlane(planeAt(m_lightness)))
+{
+    setObjectName(QStringLiteral("slice"));
+    setAccessibleName(tr("Section at a lightness"));
+    setMouseTracking(true);
+    setMinimumSize(220, 220);
+    m_soon.setSingleShot(true);
+    connect(&m_soon, &QTimer::timeout, this, &SlicePanel::redraw);
+    connect(&gamuts, &QAbstractItemModel::rowsInserted, this, &SlicePanel::redrawSoon);
+    connect(&gamuts, &QAbstractItemModel::rowsRemoved, this, &SlicePanel::redrawSoon);
+    connect(&gamuts, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex&, const QModelIndex&, const QList<int>& roles) {
+                if (roles.contains(GamutListModel::GamutRole) || roles.contains(GamutListModel::LookRole))
+                    redrawSoon();
+            });
+    redraw();
+}
+
+void SlicePanel::setLightness(float lightness)
+{
+    if (lightness == m_lightness)
+        return;
+    m_lightness = lightness;
+    redrawSoon();
+}
+
+void SlicePanel::redrawSoon()
+{
+    m_soon.start(0);
+}
+
+void SlicePanel::redraw()
+{
+    m_drawing = drawing();
+    m_drawing.setPalette({palette().color(QPalette::Base), palette().color(QPalette::Text),
+                          palette().color(QPalette::Midlight)});
+    m_drawing.setTextSize(fontMetrics().ascent());
+    update();
+}
+
+/// In the colours of paper, with everything that its numbers hold for.
+SliceDrawing SlicePanel::drawing() const
+{
+    SliceDrawing drawing = SliceDrawing::ofPlane(planeAt(m_lightness));
+    drawing.setTitle(tr("Gamut slice at L* = %1 in CIELAB (D50)")
+                         .arg(QLocale().toString(static_cast<double>(m_lightness), 'g', 6)));
+    for (int row = 0; row < m_gamuts.rowCount(); ++row) {
+        const GamutEntry& entry = m_gamuts.at(row);
+        if (!entry.hasGamut() || !entry.look.visible)
+            continue;
+        const GamutSlice slice = gamutSlice(entry.gamut.faces(), planeAt(m_lightness));
+        const QString area = tr("area %1").arg(QLocale().toString(slice.area(), 'f', 0));
+        drawing.add({entry.title, {ShownWords::settings(entry.computedWith), area}, m_gamuts.signColor(row)},
+                    slice);
+    }
+    return drawing;
+}
+
+QString SlicePanel::save(const QString& file) const
+{
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    if (suffix != QLatin1String("svg") && suffix != QLatin1String("pdf"))
+        return QStringLiteral("'%1': sections are saved as .svg or .pdf").arg(file);
+    return writeOutput(file, suffix == QLatin1String("pdf") ? SliceFile::pdf(drawing(), documentSize)
+                                                            : SliceFile::svg(drawing(), documentSize));
+}
+
+void SlicePanel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    m_drawing.paint(painter, rect());
+}
+
+void SlicePanel::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPointF place = m_drawing.planeToArea(rect()).inverted().map(event->position());
+    Q_EMIT hovered(QVector3D(m_lightness, static_cast<float>(place.x()), static_cast<float>(place.y())));
+}
+
+void SlicePanel::leaveEvent(QEvent* event)
+{
+    QWidget::leaveEvent(event);
+    Q_EMIT hovered(std::nullopt);
+}
+
+void SlicePanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+        redrawSoon();
+}

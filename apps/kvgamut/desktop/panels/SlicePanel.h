@@ -1,0 +1,46 @@
+#pragma once
+
+#include "desktop/models/GamutListModel.h"
+#include "model/slices/SliceDrawing.h"
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QWidget>
+
+#include <optional>
+
+/// The flat section beside the view: where one lightness cuts the gamuts that are visible.
+class SlicePanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit SlicePanel(const GamutListModel& gamuts, QWidget* parent = nullptr);
+
+    float lightness() const { return m_lightness; }
+    void setLightness(float lightness);
+
+    /// The section as a document: SVG or PDF, by the end of @p file.
+    /// @return what went wrong, naming the file; empty when it is written
+    QString save(const QString& file) const;
+
+    QSize sizeHint() const override { return {330, 330}; }
+
+Q_SIGNALS:
+    /// The pointer is over this colour, or left the plot (nothing).
+    void hovered(std::optional<QVector3D> lab);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    SliceDrawing drawing() const;
+    void redrawSoon();
+    void redraw();
+
+    const GamutListModel& m_gamuts;
+    float m_lightness = 50.0f;
+    SliceDrawing m_drawing;
+    QTimer m_soon; ///< one drawing for all changes of a turn of the event loop
+};

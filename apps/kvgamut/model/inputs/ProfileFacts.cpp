@@ -1,0 +1,115 @@
+#include "ProfileFacts.h"
+
+#include "model/reports/GamutWords.h"
+#include "LittleCms.h"
+
+#include <array>
+#include <vector>
+
+using LittleCms::Context;
+using LittleCms::Profile;
+
+namespace {
+
+/// A signature as it stands in the file, without the spaces that fill it up.
+QString signatureText(cmsUInt32Number signature)
+{
+    QString text;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        text.append(QLatin1Char(static_cast<char>(signature >> shift & 0xff)));
+    return text.trimmed();
+}
+
+QString classOf(const Profile& profile)
+{
+    switch (const auto signature = cmsGetDeviceClass(profile.get())) {
+    case cmsSigInputClass:
+        return QStringLiteral("input");
+    case cmsSigDisplayClass:
+        return QStringLiteral("display");
+    case cmsSigOutputClass:
+        return QStringLiteral("output");
+    case cmsSigLinkClass:
+        return QStringLiteral("device link");
+    case cmsSigAbstractClass:
+        return QStringLiteral("abstract");
+    case cmsSigColorSpaceClass:
+        return QStringLiteral("colour space");
+    case cmsSigNamedColorClass:
+        return QStringLiteral("named colours");
+    default:
+        return signatureText(signature);
+    }
+}
+
+QString textOf(const Profile& profile, cmsInfoType what)
+{
+    const auto size = cmsGetProfileInfo(profile.get(), what, "en", "US", nullptr, 0);
+    std::vector<wchar_t> text(size / sizeof(wchar_t) + 1);
+    cmsGetProfileInfo(profile.get(), what, "en", "US", text.data(), size);
+    return QString::fromWCharArray(text.data());
+}
+
+bool has(const Profile& profile, cmsTagSignature tag)
+{
+    return cmsIsTag(profile.get(), tag) != 0;
+}
+
+/// Whether the colours are computed of curves and, but for grey, a matrix.
+bool isShaper(const Profile& profile)
+{
+    return cmsIsMatrixShaper(profile.get()) != 0;
+}
+
+QStringList tablesOf(const Profile& profile)
+{
+    QStringList tables;
+    if (isShaper(profile))
+        tables.append(has(profile, cmsSigGrayTRCTag) ? QStringLiteral("curve") : QStringLiteral("matrix"));
+    constexpr std::array tags{cmsSigAToB0Tag, cmsSigAToB1Tag, cmsSigAToB2Tag, cmsSigDToB0Tag, cmsSigDToB1Tag,
+                              cmsSigDToB2Tag, cmsSigDToB3Tag, cmsSigBToA0Tag, cmsSigBToA1Tag, cmsSigBToA2Tag,
+                              cmsSigBToD0Tag, cmsSigBToD1Tag, cmsSigBToD2Tag, cmsSigBToD3Tag, cmsSigGamutTag};
+    for (const auto tag : tags)
+        if (has(profile, tag))
+            tables.append(signatureText(tag));
+    return tables;
+}
+
+/// The absolute intent is the relative one and the white point, unless it has a table of its own.
+QStringList intentsOf(const Profile& profile)
+{
+    const bool relative = has(profile, cmsSigAToB1Tag) || has(profile, cmsSigDToB1Tag) || isShaper(profile);
+    QStringList intents;
+    if (has(profile, cmsSigAToB0Tag) || has(profile, cmsSigDToB0Tag))
+        intents.append(GamutWords::intent(KVVMRenderPerceptual));
+    if (relative)
+        intents.append(GamutWords::intent(KVVMRenderRelativeColorimetric));
+    if (has(profile, cmsSigAToB2Tag) || has(profile, cmsSigDToB2Tag))
+        intents.append(GamutWords::intent(KVVMRenderSaturation));
+    if (relative || has(profile, cmsSigDToB3Tag))
+        intents.append(GamutWords::intent(KVVMRenderAbsoluteColorimetric));
+    return intents;
+}
+
+} // namespace
+
+ProfileFacts ProfileFacts::of(const QByteArray& icc)
+{
+    ProfileFacts facts;
+    const Context context(cmsCreateContext(nullptr, nullptr)); // which tells nobody of errors
+    const Profile profile(
+        cmsOpenProfileFromMemTHR(context.get(), icc.constData(), static_cast<cmsUInt32Number>(icc.size())));
+    if (!profile)
+        return facts;
+    const auto space = cmsGetColorSpace(profile.get());
+    facts.deviceClass = classOf(profile);
+    facts.deviceSpace = signatureText(space);
+    facts.pcs = signatureText(cmsGetPCS(profile.get()));
+    facts.channels = static_cast<int>(cmsChannelsOf(space));
+    facts.version = QString::number(cmsGetProfileVersion(profile.get()), 'f', 1);
+    facts.intents = intentsOf(profile);
+    facts.tables = tablesOf(profile);
+    facts.description = textOf(profile, cmsInfoDescription);
+    facts.copyright = textOf(profile, cmsInfoCopyright);
+    return facts;
+}

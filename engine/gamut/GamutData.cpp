@@ -1,0 +1,105 @@
+#include "GamutData.h"
+
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshVolume.h>
+
+namespace velmora {
+
+QString surfaceProblem(const SurfaceMesh& mesh)
+{
+    if (mesh.triangles.empty())
+        return QStringLiteral("the surface has no faces");
+    for (const Vertex& v : mesh.lab)
+        if (!isFinite(toVec3(v)) ||
+            std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(largestLab))
+            return QStringLiteral("the surface has corners that are no colours");
+    const MeshTopology shape = topology(mesh);
+    if (!shape.indicesValid)
+        return QStringLiteral("the surface's faces name corners that it does not have");
+    if (!shape.closed)
+        return QStringLiteral("the surface is not closed");
+    if (!shape.manifold)
+        return QStringLiteral("the surface touches itself");
+    const double volume = signedVolume(mesh);
+    if (volume < -smallestVolume)
+        return QStringLiteral("the surface is inside out");
+    if (volume < smallestVolume)
+        return flatProblem();
+    return {};
+}
+
+QString flatProblem()
+{
+    return QStringLiteral("the gamut is flat: it has a volume of less than 1 cubic dE");
+}
+
+namespace {
+
+std::vector<KVHull::Node> nodesOf(const SurfaceMesh& mesh)
+{
+    std::vector<KVHull::Node> nodes(mesh.lab.size());
+    for (std::size_t v = 0; v < nodes.size(); ++v) {
+        if (!mesh.device.empty()) {
+            const float* device = mesh.deviceOf(static_cast<int>(v));
+            nodes[v].device = QList<float>(device, device + mesh.channels);
+        }
+        nodes[v].lab = {mesh.lab[v].L, mesh.lab[v].a, mesh.lab[v].b};
+    }
+    return nodes;
+}
+
+} // namespace
+} // namespace velmora
+
+KVGamut::GamutData::GamutData(velmora::GamutRecord r)
+    : record(std::move(r)), volume(velmora::signedVolume(record.mesh))
+{
+}
+
+const QList<QList<KVHull::Node>>& KVGamut::GamutData::faces() const
+{
+    std::call_once(m_facesOnce, [this] {
+        const auto nodes = velmora::nodesOf(record.mesh);
+        m_faces.reserve(static_cast<qsizetype>(record.mesh.triangles.size()));
+        for (const auto& t : record.mesh.triangles)
+            m_faces.append({nodes[static_cast<std::size_t>(t[0])], nodes[static_cast<std::size_t>(t[1])],
+                            nodes[static_cast<std::size_t>(t[2])]});
+    });
+    return m_faces;
+}
+
+const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline() const
+{
+    std::call_once(m_outlineOnce, [this] {
+        if (!record.decorated)
+            return;
+        const velmora::SurfaceMesh& mesh = record.mesh;
+        const auto node = [&mesh](const velmora::OutlinePoint& p) {
+            KVHull::Node n;
+            n.lab = {p.lab.L, p.lab.a, p.lab.b};
+            if (p.vertex >= 0 && !mesh.device.empty())
+                n.device = QList<float>(mesh.deviceOf(p.vertex), mesh.deviceOf(p.vertex) + mesh.channels);
+            return n;
+        };
+        for (const auto& loop : velmora::outlineOf(mesh)) {
+            QList<KVHull::Node> corners;
+            for (const auto& point : loop)
+                corners.append(node(point));
+            for (qsizetype i = 0; i < corners.size(); ++i)
+                m_outline.append({corners[i], corners[(i + 1) % corners.size()]});
+        }
+    });
+    return m_outline;
+}
+
+const velmora::WindingIndex& KVGamut::GamutData::index() const
+{
+    std::call_once(m_indexOnce, [this] { m_index = velmora::WindingIndex(record.mesh); });
+    return m_index;
+}
+
+const velmora::NearestIndex& KVGamut::GamutData::nearestIndex() const
+{
+    std::call_once(m_nearestOnce, [this] { m_nearest = velmora::NearestIndex(record.mesh); });
+    return m_nearest;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <engine/mesh/NearestIndex.h>
+#include <engine/mesh/Outline.h>
+#include <engine/mesh/SurfaceMesh.h>
+#include <engine/mesh/WindingIndex.h>
+
+#include <platform/KVVelmoraFramework.h>
+
+#include <QtCore/QSharedData>
+
+#include <mutex>
+#include <vector>
+
+namespace velmora {
+
+using Ramp = std::vector<Vertex>;
+
+/// All that a gamut is; what can be derived from it is derived again when it is restored.
+struct GamutRecord
+{
+    SurfaceMesh mesh;
+    KVGamut::Method method = KVGamut::Method::None;
+    KVVMRenderType intent = KVVMRenderRelativeColorimetric;
+    bool blackPointCompensation = false;
+    bool decorated = false; ///< with primaries and outline
+    int gridPoints = 0;
+    double foldShare = 0.0;
+    double volumeUncertainty = 0.0;
+    double seconds = 0.0;
+    Vertex white;
+    Vertex black;
+    Vertex origin; ///< the device colour without colorants
+    std::vector<Ramp> primaries;
+};
+
+/// Whether the record's surface can be handed out: closed, manifold, of a sensible size.
+/// @return what is wrong; empty when nothing is.
+QString surfaceProblem(const SurfaceMesh& mesh);
+
+/// Solids of less volume, dE cubed, have no gamut; and how that is said.
+inline constexpr double smallestVolume = 1.0;
+QString flatProblem();
+
+} // namespace velmora
+
+/// The shared body of a gamut. Immutable but for what is built at the first request, once, whichever
+/// of the copies' threads asks.
+class KVGamut::GamutData : public QSharedData
+{
+public:
+    explicit GamutData(velmora::GamutRecord record);
+    Q_DISABLE_COPY_MOVE(GamutData)
+
+    const velmora::GamutRecord record;
+    const double volume;
+
+    const QList<QList<KVHull::Node>>& faces() const;
+    const QList<QList<KVHull::Node>>& outline() const;
+    const velmora::WindingIndex& index() const;
+    const velmora::NearestIndex& nearestIndex() const;
+
+private:
+    mutable std::once_flag m_facesOnce;
+    mutable QList<QList<KVHull::Node>> m_faces;
+    mutable std::once_flag m_outlineOnce;
+    mutable QList<QList<KVHull::Node>> m_outline;
+    mutable std::once_flag m_indexOnce;
+    mutable velmora::WindingIndex m_index;
+    mutable std::once_flag m_nearestOnce;
+    mutable velmora::NearestIndex m_nearest;
+};

@@ -1,0 +1,209 @@
+#include <engine/mesh/Compare.h>
+#include <engine/surface/GamutBuilder.h>
+#include "GamutData.h"
+#include <engine/profile/Profile.h>
+#include "Serialize.h"
+
+#include <QtCore/QElapsedTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+
+namespace KVGamut {
+
+GamutObject::GamutObject() = default;
+GamutObject::GamutObject(const GamutObject& other) = default;
+GamutObject::GamutObject(GamutObject&& other) noexcept = default;
+GamutObject& GamutObject::operator=(const GamutObject& other) = default;
+GamutObject& GamutObject::operator=(GamutObject&& other) noexcept = default;
+GamutObject::~GamutObject() = default;
+
+// The profile is a copy of its own: the caller may let go of his while the hull is computed.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPointCompensation,
+                       bool withDecoration, float maxEdge, int gridPoints, int refinements,
+                       KVCompletionProtocolPtr* protocol)
+{
+    constexpr int mostRefinements = 4;
+    d.reset();
+    m_reason.clear();
+    if (!profile) {
+        m_reason = QStringLiteral("there is no profile");
+        return false;
+    }
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    try {
+        QElapsedTimer clock;
+        clock.start();
+        const auto transform =
+            velmora::DeviceTransform::create(profile->bytes, intent, blackPointCompensation, m_reason);
+        if (!transform)
+            return false;
+        velmora::GamutRecord record;
+        record.intent = intent;
+        record.blackPointCompensation = blackPointCompensation;
+        // What is no length refines nothing.
+        const double longest = std::isnan(maxEdge) ? std::numeric_limits<double>::infinity() : maxEdge;
+        const velmora::GamutRequest request{withDecoration, longest, gridPoints,
+                                            std::clamp(refinements, 0, mostRefinements)};
+        if (!velmora::buildGamut(*transform, request, task, record, m_reason))
+            return false;
+        record.seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+        const auto* data = new GamutData(std::move(record));
+        d.reset(data);
+        if (withDecoration)
+            data->outline();
+    } catch (const std::bad_alloc&) {
+        d.reset();
+        m_reason = QStringLiteral("not enough memory");
+        return false;
+    }
+    if (task.isCancelled()) {
+        d.reset();
+        m_reason = QStringLiteral("cancelled");
+        return false;
+    }
+    task.setProgress(1.0);
+    return true;
+}
+
+QHash<QString, QVariant> GamutObject::serialize() const
+{
+    return d ? velmora::serialized(d.constData()->record) : QHash<QString, QVariant>();
+}
+
+void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
+{
+    d.reset();
+    m_reason.clear();
+    velmora::GamutRecord record;
+    if (velmora::deserialized(hash, record, m_reason))
+        d.reset(new GamutData(std::move(record)));
+}
+
+QList<QList<KVHull::Node>> GamutObject::faces() const
+{
+    return d ? d.constData()->faces() : QList<QList<KVHull::Node>>();
+}
+
+int GamutObject::faceCount() const
+{
+    return d ? static_cast<int>(d.constData()->record.mesh.triangles.size()) : 0;
+}
+
+float GamutObject::volume() const
+{
+    return d ? static_cast<float>(d.constData()->volume) : 0.0f;
+}
+
+QList<QList<KVHull::Node>> GamutObject::outline() const
+{
+    return d ? d.constData()->outline() : QList<QList<KVHull::Node>>();
+}
+
+QList<float> GamutObject::referenceLab() const
+{
+    if (!d)
+        return {};
+    const LabPoint& origin = d.constData()->record.origin;
+    return {origin.L, origin.a, origin.b};
+}
+
+QList<QList<QList<float>>> GamutObject::primaries() const
+{
+    QList<QList<QList<float>>> groups;
+    if (!d)
+        return groups;
+    for (const velmora::Ramp& ramp : d.constData()->record.primaries) {
+        QList<QList<float>> group;
+        for (const LabPoint& p : ramp)
+            group.append({p.L, p.a, p.b});
+        groups.append(group);
+    }
+    return groups;
+}
+
+LabPoint GamutObject::whitePoint() const
+{
+    return d ? d.constData()->record.white : LabPoint();
+}
+
+LabPoint GamutObject::blackPoint() const
+{
+    return d ? d.constData()->record.black : LabPoint();
+}
+
+bool GamutObject::isInside(const float* lab) const
+{
+    return d && lab && d.constData()->index().isInside({lab[0], lab[1], lab[2]});
+}
+
+Nearest GamutObject::nearest(const float* lab) const
+{
+    if (!d || !lab || !velmora::isFinite({lab[0], lab[1], lab[2]})) {
+        constexpr float none = std::numeric_limits<float>::quiet_NaN();
+        return {std::numeric_limits<float>::infinity(), {none, none, none}};
+    }
+    const velmora::Vec3 x{lab[0], lab[1], lab[2]};
+    const velmora::Vec3 p = d.constData()->nearestIndex().nearest(x);
+    const auto distance = static_cast<float>(velmora::length(p - x));
+    return {isInside(lab) ? -distance : distance,
+            {static_cast<float>(p.L), static_cast<float>(p.a), static_cast<float>(p.b)}};
+}
+
+Comparison GamutObject::compare(const GamutObject& other) const
+{
+    Comparison c;
+    c.whiteFirst = whitePoint();
+    c.blackFirst = blackPoint();
+    c.whiteSecond = other.whitePoint();
+    c.blackSecond = other.blackPoint();
+    const double first = d ? d.constData()->volume : 0.0;
+    const double second = other.d ? other.d.constData()->volume : 0.0;
+    double both = 0.0;
+    if (d && other.d)
+        both = velmora::intersectionVolume(d.constData()->record.mesh, other.d.constData()->record.mesh);
+    c.volumeFirst = static_cast<float>(first);
+    c.volumeSecond = static_cast<float>(second);
+    c.intersection = static_cast<float>(both);
+    c.unionVolume = static_cast<float>(first + second - both);
+    c.secondCovered = second > 0.0 ? static_cast<float>(both / second) : 0.0f;
+    c.firstCovered = first > 0.0 ? static_cast<float>(both / first) : 0.0f;
+    return c;
+}
+
+Method GamutObject::method() const
+{
+    return d ? d.constData()->record.method : Method::None;
+}
+
+QString GamutObject::reason() const
+{
+    return m_reason;
+}
+
+Report GamutObject::report() const
+{
+    Report r;
+    r.reason = m_reason;
+    if (!d)
+        return r;
+    const velmora::GamutRecord& record = d.constData()->record;
+    r.method = record.method;
+    r.intent = record.intent;
+    r.blackPointCompensation = record.blackPointCompensation;
+    r.channels = record.mesh.channels;
+    r.gridPoints = record.gridPoints;
+    r.faceCount = faceCount();
+    r.volume = d.constData()->volume;
+    r.volumeUncertainty = record.volumeUncertainty;
+    r.foldShare = record.foldShare;
+    r.white = record.white;
+    r.black = record.black;
+    r.seconds = record.seconds;
+    return r;
+}
+
+} // namespace KVGamut

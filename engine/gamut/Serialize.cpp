@@ -1,0 +1,204 @@
+#include "Serialize.h"
+
+#include <engine/mesh/SelfCrossing.h>
+
+#include <QtCore/QCryptographicHash>
+#include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
+
+namespace velmora {
+namespace {
+
+constexpr int formatVersion = 1;
+constexpr quint32 magic = 0x4b56474d; // "KVGM"
+constexpr QLatin1String gamutKey("Gamut");
+constexpr QLatin1String versionKey("GamutVersion");
+constexpr QLatin1String checksumKey("GamutChecksum");
+
+constexpr int mostChannels = 15;
+
+QString checksumOf(const QByteArray& bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+QDataStream& operator<<(QDataStream& stream, const Vertex& v)
+{
+    return stream << v.L << v.a << v.b;
+}
+
+QDataStream& operator>>(QDataStream& stream, Vertex& v)
+{
+    return stream >> v.L >> v.a >> v.b;
+}
+
+void prepare(QDataStream& stream)
+{
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream.setByteOrder(QDataStream::LittleEndian);
+}
+
+QByteArray packed(const GamutRecord& record)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    prepare(stream);
+    stream << magic << qint32(record.method) << qint32(record.intent) << record.blackPointCompensation
+           << record.decorated << qint32(record.gridPoints);
+    stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
+    stream << record.foldShare << record.volumeUncertainty << record.seconds;
+    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
+    stream << record.white << record.black << record.origin;
+    stream << quint32(record.primaries.size());
+    for (const Ramp& ramp : record.primaries) {
+        stream << quint32(ramp.size());
+        for (const Vertex& v : ramp)
+            stream << v;
+    }
+    stream << qint32(record.mesh.channels) << quint32(record.mesh.lab.size())
+           << quint32(record.mesh.triangles.size());
+    for (const Vertex& v : record.mesh.lab)
+        stream << v;
+    for (float value : record.mesh.device)
+        stream << value;
+    for (const Triangle& t : record.mesh.triangles)
+        stream << qint32(t[0]) << qint32(t[1]) << qint32(t[2]);
+    return bytes;
+}
+
+// Counts are compared with the bytes that are left before anything is allocated for them.
+bool fits(const QDataStream& stream, quint64 count, quint64 size)
+{
+    return count <= static_cast<quint64>(stream.device()->bytesAvailable()) / size;
+}
+
+bool unpack(const QByteArray& bytes, GamutRecord& record)
+{
+    QDataStream stream(bytes);
+    prepare(stream);
+    quint32 start = 0;
+    qint32 method = 0, intent = 0, gridPoints = 0;
+    stream >> start >> method >> intent >> record.blackPointCompensation >> record.decorated >> gridPoints;
+    if (start != magic || method <= 0 || method > qint32(KVGamut::Method::LatticeSurface) || intent < 0 ||
+        intent > 3)
+        return false;
+    record.method = static_cast<KVGamut::Method>(method);
+    record.intent = static_cast<KVVMRenderType>(intent);
+    record.gridPoints = gridPoints;
+    stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
+    stream >> record.foldShare >> record.volumeUncertainty >> record.seconds;
+    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
+    stream >> record.white >> record.black >> record.origin;
+
+    quint32 groups = 0;
+    stream >> groups;
+    if (groups > mostChannels)
+        return false;
+    for (quint32 g = 0; g < groups; ++g) {
+        quint32 count = 0;
+        stream >> count;
+        if (!fits(stream, count, 12))
+            return false;
+        Ramp ramp(count);
+        for (Vertex& v : ramp)
+            stream >> v;
+        record.primaries.push_back(std::move(ramp));
+    }
+
+    qint32 channels = 0;
+    quint32 vertices = 0, triangles = 0;
+    stream >> channels >> vertices >> triangles;
+    if (channels < 3 || channels > mostChannels)
+        return false;
+    const quint64 vertexSize = 12 + 4 * static_cast<quint64>(channels);
+    if (static_cast<quint64>(stream.device()->bytesAvailable()) !=
+        vertices * vertexSize + quint64(triangles) * 12)
+        return false;
+    record.mesh.channels = channels;
+    record.mesh.lab.resize(vertices);
+    for (Vertex& v : record.mesh.lab)
+        stream >> v;
+    record.mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
+    for (float& value : record.mesh.device)
+        stream >> value;
+    record.mesh.triangles.resize(triangles);
+    for (Triangle& t : record.mesh.triangles)
+        for (int& v : t) {
+            qint32 index = 0;
+            stream >> index;
+            v = index;
+        }
+    return stream.status() == QDataStream::Ok;
+}
+
+bool valuesAreSound(const GamutRecord& record)
+{
+    const auto sound = [](const Vertex& v) { return isFinite(toVec3(v)); };
+    bool all = sound(record.white) && sound(record.black) && sound(record.origin);
+    for (const Ramp& ramp : record.primaries)
+        all = all && std::all_of(ramp.begin(), ramp.end(), sound);
+    for (float value : record.mesh.device)
+        all = all && std::isfinite(value);
+    return all && std::isfinite(record.foldShare) && std::isfinite(record.volumeUncertainty) &&
+           std::isfinite(record.seconds);
+}
+
+} // namespace
+
+QHash<QString, QVariant> serialized(const GamutRecord& record)
+{
+    const QByteArray bytes = packed(record);
+    return {{gamutKey, QString::fromLatin1(bytes.toBase64())},
+            {versionKey, formatVersion},
+            {checksumKey, checksumOf(bytes)}};
+}
+
+bool deserialized(const QHash<QString, QVariant>& hash, GamutRecord& record, QString& reason)
+{
+    QVariant text = hash.value(gamutKey);
+    QVariant version = hash.value(versionKey);
+    QVariant checksum = hash.value(checksumKey);
+    if (text.metaType().id() == QMetaType::QVariantHash) {
+        const QVariantHash inner = text.toHash();
+        text = inner.value(gamutKey);
+        version = inner.value(versionKey);
+        checksum = inner.value(checksumKey);
+    } else if (text.metaType().id() == QMetaType::QVariantMap) {
+        const QVariantMap inner = text.toMap();
+        text = inner.value(gamutKey);
+        version = inner.value(versionKey);
+        checksum = inner.value(checksumKey);
+    }
+    const int type = text.metaType().id();
+    if (type != QMetaType::QString && type != QMetaType::QByteArray) {
+        reason = QStringLiteral("this is no saved gamut");
+        return false;
+    }
+    bool isNumber = false;
+    if (version.toInt(&isNumber) != formatVersion || !isNumber) {
+        reason =
+            QStringLiteral("the saved gamut is of version '%1', which is not known").arg(version.toString());
+        return false;
+    }
+    const auto decoded =
+        QByteArray::fromBase64Encoding(text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded || checksumOf(*decoded) != checksum.toString()) {
+        reason = QStringLiteral("the saved gamut is damaged");
+        return false;
+    }
+    if (!unpack(*decoded, record) || !valuesAreSound(record)) {
+        reason = QStringLiteral("the saved gamut holds values that no gamut has");
+        return false;
+    }
+    reason = surfaceProblem(record.mesh);
+    if (!reason.isEmpty())
+        return false;
+    const std::optional<bool> passesThrough = passesThroughItself(record.mesh);
+    if (!passesThrough)
+        reason = QStringLiteral("the saved gamut's faces lie too close to each other to be checked");
+    else if (*passesThrough)
+        reason = QStringLiteral("the saved gamut's surface passes through itself");
+    return reason.isEmpty();
+}
+
+} // namespace velmora

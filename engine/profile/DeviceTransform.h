@@ -1,0 +1,57 @@
+#pragma once
+
+#include <engine/base/LabGeometry.h>
+#include <engine/base/Task.h>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace velmora {
+
+/// What the channels of a device are.
+enum class ChannelKind
+{
+    Additive,    ///< lights: nothing is black, everything is white
+    Subtractive, ///< colorants on paper: nothing is white
+    Coordinates, ///< no colorants, as in YCbCr or HSV
+};
+
+/// From device coordinates, 0..1 for each channel, to CIELAB (D50) through an ICC profile.
+///
+/// Doubles all the way, since the 16-bit paths of Little CMS end at a*, b* of ±128.
+class DeviceTransform
+{
+public:
+    /// @return null when the profile has no gamut to be computed; @p reason then says why.
+    static std::unique_ptr<DeviceTransform> create(const QByteArray& profile, int intent,
+                                                   bool blackPointCompensation, QString& reason);
+    virtual ~DeviceTransform() = default;
+
+    virtual int channels() const = 0;
+    virtual ChannelKind kind() const = 0;
+    /// Device colours of white, black and no colorants at all; `channels()` values.
+    virtual std::vector<float> white() const = 0;
+    virtual std::vector<float> black() const = 0;
+    virtual std::vector<float> origin() const = 0;
+
+    /// Writes the Lab of @p count device colours to @p lab, all of @p task's progress.
+    /// @return false when @p task was cancelled or a result is no colour; @p reason says which.
+    bool toLab(const float* device, Vec3* lab, std::size_t count, const Task& task, QString& reason) const;
+
+protected:
+    /// @p block holds at most largestBlock device colours.
+    virtual void convertBlock(const float* block, Vec3* lab, std::size_t count) const = 0;
+
+    /// Colours between two looks at the cancellation: 1 to 3 ms of Little CMS, and some 20 with very
+    /// many channels.
+    static constexpr std::size_t largestBlock = 4096;
+
+private:
+    std::size_t blockSize() const;
+};
+
+} // namespace velmora

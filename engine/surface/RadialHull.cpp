@@ -1,0 +1,345 @@
+#include "RadialHull.h"
+
+#include <engine/mesh/ConvexHull.h>
+
+#include <algorithm>
+#include <array>
+#include <tuple>
+#include <unordered_set>
+
+namespace velmora {
+namespace {
+
+constexpr double exponent = 0.05;
+
+// Middle of the bounding box of the samples.
+Vec3 centreOf(const std::vector<Vec3>& points)
+{
+    Vec3 low = points.front();
+    Vec3 high = points.front();
+    for (const Vec3& p : points) {
+        low = {std::min(low.L, p.L), std::min(low.a, p.a), std::min(low.b, p.b)};
+        high = {std::max(high.L, p.L), std::max(high.a, p.a), std::max(high.b, p.b)};
+    }
+    return 0.5 * (low + high);
+}
+
+std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
+{
+    double farthest = 0.0;
+    for (const Vec3& p : points)
+        farthest = std::max(farthest, length(p - centre));
+    const double scale = largestHullCoordinate / std::max(1e-300, std::pow(farthest, exponent));
+    std::vector<HullPoint> result;
+    result.reserve(points.size());
+    for (const Vec3& p : points) {
+        const Vec3 d = p - centre;
+        const double r = length(d);
+        const double s = r > 1e-9 ? scale * std::pow(r, exponent - 1.0) : 0.0;
+        const auto coordinate = [s](double v) {
+            return std::clamp(static_cast<std::int32_t>(std::lround(s * v)), -largestHullCoordinate,
+                              largestHullCoordinate);
+        };
+        result.push_back({coordinate(d.L), coordinate(d.a), coordinate(d.b)});
+    }
+    return result;
+}
+
+} // namespace
+
+std::size_t hullSampleCount(int channels, int nodesPerAxis)
+{
+    if (channels == 3)
+        return static_cast<std::size_t>(nodesPerAxis) * static_cast<std::size_t>(nodesPerAxis) *
+               static_cast<std::size_t>(nodesPerAxis);
+    const auto n = static_cast<std::size_t>(channels);
+    const auto inner = static_cast<std::size_t>(nodesPerAxis) - 2;
+    const std::size_t corners = std::size_t(1) << n;
+    return corners + n * corners / 2 * inner + n * (n - 1) / 2 * corners / 4 * inner * inner;
+}
+
+std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
+{
+    const int n = static_cast<int>(nodes.size());
+    std::vector<float> samples;
+    std::vector<float> colour(nodes.size());
+    // The free channels u < v take their inner nodes (u = v: an edge, u < 0: a corner); the others
+    // take the bits of a corner.
+    const auto emit = [&](int u, int v) {
+        const unsigned freeMask = (u >= 0 ? 1u << u : 0u) | (v >= 0 ? 1u << v : 0u);
+        const auto inner = [&](int axis) {
+            return axis >= 0 ? nodes[static_cast<std::size_t>(axis)].size() - 2 : std::size_t(1);
+        };
+        for (unsigned corner = 0; corner < 1u << n; ++corner) {
+            if (corner & freeMask)
+                continue;
+            for (int c = 0; c < n; ++c)
+                colour[static_cast<std::size_t>(c)] = static_cast<float>(corner >> c & 1u);
+            for (std::size_t i = 1; i <= inner(u); ++i)
+                for (std::size_t j = 1; j <= inner(v); ++j) {
+                    if (u >= 0)
+                        colour[static_cast<std::size_t>(u)] = nodes[static_cast<std::size_t>(u)][i];
+                    if (v >= 0)
+                        colour[static_cast<std::size_t>(v)] = nodes[static_cast<std::size_t>(v)][j];
+                    samples.insert(samples.end(), colour.begin(), colour.end());
+                }
+        }
+    };
+    emit(-1, -1);
+    for (int u = 0; u < n; ++u)
+        emit(u, -1);
+    for (int u = 0; u < n; ++u)
+        for (int v = u + 1; v < n; ++v)
+            emit(u, v);
+    return samples;
+}
+
+std::vector<float> cubeSamples(const DeviceNodes& nodes)
+{
+    std::vector<float> samples;
+    samples.reserve(nodes[0].size() * nodes[1].size() * nodes[2].size() * 3);
+    for (float x : nodes[0])
+        for (float y : nodes[1])
+            for (float z : nodes[2])
+                samples.insert(samples.end(), {x, y, z});
+    return samples;
+}
+
+std::size_t mostHullSamples(int channels)
+{
+    constexpr std::array<std::size_t, 5> fromEleven{64'000, 40'000, 20'000, 12'000, 8'000};
+    return channels <= 10 ? 100'000 : fromEleven[static_cast<std::size_t>(std::min(channels, 15) - 11)];
+}
+
+namespace {
+
+// Mixtures of n inks have n (n - 1) outermost faces.
+double facesOfMixtures(int channels)
+{
+    return double(channels) * (channels - 1);
+}
+
+// Neighbouring faces share the samples of their common edge: of n by n samples (n - 1)^2 are their own.
+std::size_t samplesPerFace(std::size_t nodesPerAxis)
+{
+    return (nodesPerAxis - 1) * (nodesPerAxis - 1);
+}
+
+} // namespace
+
+int nodesForOutermostFaces(int channels, int wanted)
+{
+    constexpr double spare = 3.0; // inks are no mere mixtures, and which faces are outermost is a guess
+    const double perFace = double(mostHullSamples(channels)) / (spare * facesOfMixtures(channels));
+    return std::clamp(static_cast<int>(std::sqrt(perFace)) + 1, 3, wanted);
+}
+
+namespace {
+
+// How deep each point lies below the convex hull of all; 0 on it.
+std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
+{
+    const Vec3 centre = centreOf(points);
+    double farthest = 1e-9;
+    for (const Vec3& p : points)
+        farthest = std::max(farthest, length(p - centre));
+    const double scale = (largestHullCoordinate - 1) / farthest;
+    std::vector<HullPoint> scaled;
+    for (const Vec3& p : points) {
+        const Vec3 d = scale * (p - centre);
+        scaled.push_back({static_cast<std::int32_t>(std::lround(d.L)),
+                          static_cast<std::int32_t>(std::lround(d.a)),
+                          static_cast<std::int32_t>(std::lround(d.b))});
+    }
+    struct Plane
+    {
+        Vec3 normal;
+        double offset;
+    };
+    std::vector<Plane> planes;
+    for (const auto& t : convexHull(scaled, {}).triangles) {
+        const Vec3 p = points[static_cast<std::size_t>(t[0])];
+        const Vec3 n =
+            cross(points[static_cast<std::size_t>(t[1])] - p, points[static_cast<std::size_t>(t[2])] - p);
+        if (const double size = length(n); size > 1e-9)
+            planes.push_back({(1.0 / size) * n, dot(n, p) / size});
+    }
+    std::vector<double> depths;
+    depths.reserve(points.size());
+    for (const Vec3& p : points) {
+        double depth = farthest;
+        for (const Plane& plane : planes)
+            depth = std::min(depth, plane.offset - dot(plane.normal, p));
+        depths.push_back(std::max(0.0, depth));
+    }
+    return depths;
+}
+
+struct HypercubeFace
+{
+    float depth;
+    std::uint16_t corner; // the bits of the channels that stand still
+    std::uint8_t u, v;    // the channels that move
+};
+
+// The outermost two-dimensional faces, in the order of their depth.
+std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double>& depths, std::size_t count)
+{
+    std::vector<HypercubeFace> faces;
+    for (int u = 0; u < channels; ++u)
+        for (int v = u + 1; v < channels; ++v) {
+            const unsigned moving = 1u << u | 1u << v;
+            for (unsigned corner = 0; corner < 1u << channels; ++corner)
+                if (!(corner & moving))
+                    faces.push_back({static_cast<float>(depths[corner] + depths[corner | 1u << u] +
+                                                        depths[corner | 1u << v] + depths[corner | moving]),
+                                     static_cast<std::uint16_t>(corner), static_cast<std::uint8_t>(u),
+                                     static_cast<std::uint8_t>(v)});
+        }
+    const auto before = [](const HypercubeFace& p, const HypercubeFace& q) {
+        return std::tie(p.depth, p.corner, p.u, p.v) < std::tie(q.depth, q.corner, q.u, q.v);
+    };
+    count = std::min(count, faces.size());
+    std::partial_sort(faces.begin(), faces.begin() + static_cast<std::ptrdiff_t>(count), faces.end(), before);
+    faces.resize(count);
+    return faces;
+}
+
+// More faces than this add nothing, however few samples each has.
+std::size_t outermostFaceCount(int channels, std::size_t nodesPerAxis)
+{
+    constexpr double most = 6.0;
+    return std::min(mostHullSamples(channels) / samplesPerFace(nodesPerAxis),
+                    static_cast<std::size_t>(most * facesOfMixtures(channels)));
+}
+
+// Device colours on faces of the hypercube, each once: with many channels a colour costs too much to be
+// asked for by every face that a corner or an edge belongs to.
+class FaceSampler
+{
+public:
+    explicit FaceSampler(const DeviceNodes& nodes) : m_nodes(nodes), m_colour(nodes.size()) {}
+
+    void add(const HypercubeFace& face)
+    {
+        for (std::size_t c = 0; c < m_colour.size(); ++c)
+            m_colour[c] = static_cast<float>(face.corner >> c & 1u);
+        const std::size_t count = m_nodes[0].size();
+        for (std::size_t i = 0; i < count; ++i)
+            for (std::size_t j = 0; j < count; ++j)
+                if (isNew(face, i, j)) {
+                    m_colour[face.u] = m_nodes[face.u][i];
+                    m_colour[face.v] = m_nodes[face.v][j];
+                    m_samples.insert(m_samples.end(), m_colour.begin(), m_colour.end());
+                }
+    }
+
+    std::vector<float> takeSamples() { return std::move(m_samples); }
+
+private:
+    // A sample is named by its corner and by the axes along which it is between the ends.
+    bool isNew(const HypercubeFace& face, std::size_t i, std::size_t j)
+    {
+        std::uint64_t name = face.corner;
+        const auto along = [&](unsigned axis, std::size_t node, int shift) {
+            if (node == m_nodes[0].size() - 1)
+                name |= std::uint64_t(1) << axis;
+            else if (node > 0)
+                name |= (std::uint64_t(axis + 1) << 8 | node) << shift;
+        };
+        constexpr int ofLower = 16, ofUpper = 32;
+        const bool isEdge = i == 0 || i == m_nodes[0].size() - 1;
+        along(face.u, i, ofLower);
+        along(face.v, j, isEdge ? ofLower : ofUpper);
+        return m_known.insert(name).second;
+    }
+
+    const DeviceNodes& m_nodes;
+    std::vector<float> m_colour;
+    std::vector<float> m_samples;
+    std::unordered_set<std::uint64_t> m_known;
+};
+
+// Lab of all corners of the hypercube; from fourteen channels on, where those would take seconds, as
+// the sum of what each channel does alone, which is enough to tell outer faces from inner ones.
+// @return false when cancelled or refused
+bool cornerColours(const DeviceTransform& transform, const std::vector<float>& corners,
+                   std::vector<Vec3>& lab, const Task& task, QString& reason)
+{
+    const int n = transform.channels();
+    constexpr int mostEvaluated = 13;
+    if (n <= mostEvaluated)
+        return transform.toLab(corners.data(), lab.data(), lab.size(), task, reason);
+    const auto count = static_cast<std::size_t>(n);
+    std::vector<float> alone((count + 1) * count, 0.0f);
+    for (std::size_t c = 0; c < count; ++c)
+        alone[(c + 1) * count + c] = 1.0f;
+    std::vector<Vec3> steps(count + 1);
+    if (!transform.toLab(alone.data(), steps.data(), steps.size(), task, reason))
+        return false;
+    for (std::size_t corner = 0; corner < lab.size(); ++corner) {
+        lab[corner] = steps[0];
+        for (int c = 0; c < n; ++c)
+            if (corner >> c & 1u)
+                lab[corner] = lab[corner] + (steps[static_cast<std::size_t>(c) + 1] - steps[0]);
+    }
+    return true;
+}
+
+// @return empty when cancelled or refused
+std::vector<float> outermostFaceSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                        const Task& task, QString& reason)
+{
+    const int n = transform.channels();
+    std::vector<float> corners;
+    for (unsigned corner = 0; corner < 1u << n; ++corner)
+        for (int c = 0; c < n; ++c)
+            corners.push_back(static_cast<float>(corner >> c & 1u));
+    std::vector<Vec3> lab(std::size_t(1) << n);
+    if (!cornerColours(transform, corners, lab, task, reason))
+        return {};
+    FaceSampler sampler(nodes);
+    for (const HypercubeFace& face :
+         outermostFaces(n, depthsBelowHull(lab), outermostFaceCount(n, nodes[0].size())))
+        sampler.add(face);
+    return sampler.takeSamples();
+}
+
+} // namespace
+
+SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                       QString& reason)
+{
+    SurfaceMesh mesh;
+    mesh.channels = transform.channels();
+    if (mesh.channels == 3)
+        mesh.device = cubeSamples(nodes);
+    else if (hullSampleCount(mesh.channels, static_cast<int>(nodes[0].size())) <=
+             mostHullSamples(mesh.channels))
+        mesh.device = hypercubeFaceSamples(nodes);
+    else
+        mesh.device = outermostFaceSamples(transform, nodes, task.part(0.0, 0.1), reason);
+    if (mesh.device.empty())
+        return {};
+    std::vector<Vec3> lab(mesh.device.size() / static_cast<std::size_t>(mesh.channels));
+    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task.part(0.1, 0.3), reason))
+        return {};
+    const Vec3 centre = centreOf(lab);
+    ConvexHull hull = convexHull(compressed(lab, centre), task.part(0.3, 1.0));
+    if (hull.cancelled) {
+        reason = QStringLiteral("cancelled");
+        return {};
+    }
+    if (hull.triangles.empty()) {
+        reason = QStringLiteral("the colours of the profile span no volume");
+        return {};
+    }
+    mesh.lab.reserve(lab.size());
+    for (const Vec3& p : lab)
+        mesh.lab.push_back(snapped(p));
+    mesh.triangles = std::move(hull.triangles);
+    dropUnusedVertices(mesh);
+    return mesh;
+}
+
+} // namespace velmora

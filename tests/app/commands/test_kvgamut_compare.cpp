@@ -1,0 +1,168 @@
+#include "app/support/Boxes.h"
+#include "app/support/Numbers.h"
+
+using namespace kvtest;
+
+namespace {
+
+class CompareTest : public NumbersTest
+{
+protected:
+    void SetUp() override
+    {
+        write(fileA, boxA.profile());
+        write(fileB, boxB.profile());
+        write(fileC, boxC.profile());
+    }
+
+    QList<QJsonObject> compare(const QStringList& arguments)
+    {
+        return json(words(QStringLiteral("compare --intent relative")) + arguments);
+    }
+
+    /// Within what the 16-bit steps of the sides make of volumes of these sizes.
+    static void expectVolume(const QJsonObject& row, const char* key, double expected)
+    {
+        EXPECT_NEAR(number(row, key), expected, 100.0) << key;
+    }
+
+    static void expectPair(const QJsonObject& row, const Box& a, const Box& b)
+    {
+        const double common = a.common(b).volume();
+        expectVolume(row, "volume_a", a.volume());
+        expectVolume(row, "volume_b", b.volume());
+        expectVolume(row, "intersection", common);
+        expectVolume(row, "union", a.volume() + b.volume() - common);
+        EXPECT_NEAR(number(row, "coverage_a_of_b"), common / b.volume(), 0.0003);
+        EXPECT_NEAR(number(row, "coverage_b_of_a"), common / a.volume(), 0.0003);
+    }
+
+    const Box boxA{{20, -40, -40}, {80, 40, 40}};
+    const Box boxB{{40, -20, -40}, {90, 60, 40}}; // half of it...
+    const Box boxC{{30, -20, -30}, {70, 20, 0}};  // inside A
+    const QString fileA = path(QStringLiteral("a.icc"));
+    const QString fileB = path(QStringLiteral("b.icc"));
+    const QString fileC = path(QStringLiteral("c.icc"));
+};
+
+TEST_F(CompareTest, isWhatTwoBoxesHaveInCommon)
+{
+    ASSERT_EQ(boxA.common(boxB).volume(), 192000.0);
+    const auto rows = compare({fileA, fileB});
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(word(rows[0], "a"), fileA);
+    EXPECT_EQ(word(rows[0], "b"), fileB);
+    expectPair(rows[0], boxA, boxB);
+    EXPECT_NEAR(number(rows[0], "coverage_a_of_b"), 0.6, 0.0003);
+    EXPECT_NEAR(number(rows[0], "coverage_b_of_a"), 0.5, 0.0003);
+}
+
+TEST_F(CompareTest, theOtherOrderExchangesTheSidesAndNothingElse)
+{
+    const QJsonObject ab = compare({fileA, fileB}).value(0), ba = compare({fileB, fileA}).value(0);
+    for (const char* same : {"intersection", "union"})
+        EXPECT_EQ(number(ab, same), number(ba, same)) << same;
+    for (const auto& [one, other] :
+         {std::pair{"coverage_a_of_b", "coverage_b_of_a"}, std::pair{"volume_a", "volume_b"},
+          std::pair{"uncertainty_a", "uncertainty_b"}}) {
+        EXPECT_EQ(number(ab, one), number(ba, other)) << one;
+        EXPECT_EQ(number(ab, other), number(ba, one)) << other;
+    }
+}
+
+TEST_F(CompareTest, comparesTheFirstWithEachOther)
+{
+    const auto rows = compare({fileA, fileB, fileC});
+    ASSERT_EQ(rows.size(), 2);
+    expectPair(rows[0], boxA, boxB);
+    expectPair(rows[1], boxA, boxC);
+    EXPECT_NEAR(number(rows[1], "coverage_a_of_b"), 1.0, 0.0003); // C is inside A
+}
+
+TEST_F(CompareTest, comparesAllPairsWhenAskedForTheMatrix)
+{
+    const auto rows = compare({fileA, fileB, fileC, QStringLiteral("--matrix")});
+    ASSERT_EQ(rows.size(), 3);
+    expectPair(rows[0], boxA, boxB);
+    expectPair(rows[1], boxA, boxC);
+    expectPair(rows[2], boxB, boxC);
+    EXPECT_EQ(word(rows[2], "a"), fileB);
+}
+
+TEST_F(CompareTest, gamutsThatDoNotMeetHaveNothingInCommon)
+{
+    write(fileC, Box{{85, -40, -40}, {95, 40, 40}}.profile());
+    const QJsonObject row = compare({fileA, fileC}).value(0);
+    EXPECT_EQ(number(row, "intersection"), 0.0);
+    EXPECT_EQ(number(row, "coverage_a_of_b"), 0.0);
+}
+
+TEST_F(CompareTest, aGamutCoversItself)
+{
+    const QJsonObject row = compare({sRGB, sRGB}).value(0);
+    EXPECT_NEAR(number(row, "coverage_a_of_b"), 1.0, 1e-5);
+    EXPECT_NEAR(number(row, "intersection") / number(row, "volume_a"), 1.0, 1e-5);
+}
+
+TEST_F(CompareTest, hasTheDocumentedKeys)
+{
+    EXPECT_EQ(keysOf(compare({fileA, fileB}).value(0)),
+              words(QStringLiteral("a b black_a black_b bpc_a bpc_b coverage_a_of_b coverage_b_of_a intent_a "
+                                   "intent_b intersection seconds uncertainty_a uncertainty_b union volume_a "
+                                   "volume_b white_a white_b")));
+}
+
+TEST_F(CompareTest, dependsOnTheIntent)
+{
+    const QJsonObject relative = compare({sRGB, cmyk}).value(0);
+    const QJsonObject absolute = json({QStringLiteral("compare"), sRGB, cmyk}).value(0);
+    EXPECT_EQ(word(relative, "intent_a"), QStringLiteral("relative"));
+    EXPECT_EQ(word(absolute, "intent_b"), QStringLiteral("absolute"));
+    EXPECT_GT(number(relative, "intersection"), number(absolute, "intersection") + 10000);
+}
+
+TEST_F(CompareTest, saysInItsHelpWhichCoverageIsWhich)
+{
+    const Answer answer = run(words(QStringLiteral("compare --help")));
+    EXPECT_TRUE(answer.output.contains("coverage_a_of_b = intersection / volume of b"));
+    EXPECT_TRUE(answer.output.contains("coverage_b_of_a = intersection / volume of a"));
+}
+
+TEST_F(CompareTest, showsPercentagesToPeople)
+{
+    const Answer answer = run(words(QStringLiteral("compare --intent relative")) + QStringList{fileA, fileB});
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_TRUE(answer.output.contains("60.00 %")) << answer.output.toStdString();
+    EXPECT_TRUE(answer.output.contains("50.00 %"));
+    EXPECT_TRUE(answer.output.contains("b in a: the share of b's volume that a covers"));
+}
+
+TEST_F(CompareTest, leavesThePairsOfABadInputOut)
+{
+    const Answer answer =
+        run(words(QStringLiteral("compare --matrix --format json")) + QStringList{fileA, missing, fileB});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
+    const auto rows = rowsOf(answer.output);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(word(rows[0], "b"), fileB);
+}
+
+TEST_F(CompareTest, hasNothingToCompareWithWhenTheFirstIsBad)
+{
+    const Answer answer =
+        run(words(QStringLiteral("compare --format json")) + QStringList{missing, fileA, fileB});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
+    EXPECT_TRUE(rowsOf(answer.output).isEmpty());
+}
+
+TEST_F(CompareTest, wantsTwoInputs)
+{
+    const Answer answer = run({QStringLiteral("compare"), sRGB});
+    EXPECT_EQ(answer.exitCode, 2);
+    EXPECT_TRUE(answer.errors.contains("At least 2 required")) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.output.isEmpty());
+}
+
+} // namespace

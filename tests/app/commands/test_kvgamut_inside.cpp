@@ -1,0 +1,261 @@
+#include "app/support/Boxes.h"
+#include "app/support/Numbers.h"
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QJsonArray>
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
+
+using namespace kvtest;
+
+namespace {
+
+class InsideTest : public NumbersTest
+{
+protected:
+    void SetUp() override { write(file, box.profile()); }
+
+    /// `inside` of the box.
+    QList<QJsonObject> inside(const QString& arguments)
+    {
+        return json(QStringList{QStringLiteral("inside"), file} +
+                    words(arguments + QStringLiteral(" --intent relative")));
+    }
+
+    QString points(const QByteArray& text)
+    {
+        write(path(QStringLiteral("my points")), text);
+        return path(QStringLiteral("my points"));
+    }
+
+    QList<QJsonObject> insideOfPoints(const QByteArray& text)
+    {
+        return json({QStringLiteral("inside"), file, QStringLiteral("--intent"), QStringLiteral("relative"),
+                     QStringLiteral("--points"), points(text)});
+    }
+
+    void expectAnswer(const QJsonObject& row, const QVector3D& point)
+    {
+        constexpr float steps = 0.01f; // the 16-bit steps of the profile
+        const QVector3D nearest = box.nearest(point);
+        const float distance = (point - nearest).length();
+        EXPECT_EQ(lab(row, "lab"), point);
+        EXPECT_EQ(flag(row, "inside"), box.contains(point));
+        EXPECT_NEAR(number(row, "distance"), double(box.contains(point) ? -distance : distance),
+                    double(steps));
+        expectNear(lab(row, "nearest"), nearest, steps);
+    }
+
+    const Box box{{20, -40, -30}, {80, 40, 50}};
+    const QString file = path(QStringLiteral("box.icc"));
+};
+
+TEST_F(InsideTest, tellsTheDistanceToABoxAndItsNearestPoint)
+{
+    const QList<QVector3D> asked{{50, 0, 45},    {25, 10, 0},    {50, -38, 10}, {95, 5, 5},
+                                 {10, -50, -40}, {50, 100, 100}, {79, 0, 0},    {81, 0, 0}};
+    QString line;
+    for (const QVector3D& p : asked)
+        line += QStringLiteral(" %1 %2 %3").arg(double(p.x())).arg(double(p.y())).arg(double(p.z()));
+    const auto rows = inside(line);
+    ASSERT_EQ(rows.size(), asked.size());
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(number(rows[i], "index"), i + 1);
+        expectAnswer(rows[i], asked[i]);
+    }
+}
+
+TEST_F(InsideTest, takesNegativeNumbersInEveryForm)
+{
+    const auto rows = inside(QStringLiteral("50 -22 30 50 -2.5e1 -.5 -5 -.25 -0"));
+    ASSERT_EQ(rows.size(), 3);
+    expectAnswer(rows[0], {50, -22, 30});
+    expectAnswer(rows[1], {50, -25, -0.5f});
+    expectAnswer(rows[2], {-5, -0.25f, 0});
+}
+
+TEST_F(InsideTest, takesNumbersBetweenItsOptions)
+{
+    const auto rows = json(words(QStringLiteral("inside --grid 9 sRGB 50 -20 30 --intent relative")));
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_TRUE(flag(rows[0], "inside"));
+    EXPECT_EQ(word(rows[0], "profile"), sRGB);
+}
+
+TEST_F(InsideTest, readsPointsFromCsvCgatsAndCxf)
+{
+    const QVector3D point(25, 10, -35.5f);
+    const QList<QByteArray> files{
+        "name;L;a;b\n\"Sky, blue\";25;10;-35,5\n",
+        "CGATS.17\nNUMBER_OF_FIELDS 4\nBEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\n"
+        "NUMBER_OF_SETS 1\nBEGIN_DATA\n\"Sky, blue\" 25 10 -35.5\nEND_DATA\n",
+        "<CxF xmlns='http://colorexchangeformat.com/CxF3-core'><Resources><ObjectCollection>"
+        "<Object Name='Sky, blue'><ColorValues><ColorCIELab><L>25</L><A>10</A><B>-35.5</B></ColorCIELab>"
+        "</ColorValues></Object></ObjectCollection></Resources></CxF>"};
+    for (const QByteArray& text : files) {
+        const auto rows = insideOfPoints(text);
+        ASSERT_EQ(rows.size(), 1) << text.toStdString();
+        EXPECT_EQ(word(rows[0], "name"), QStringLiteral("Sky, blue"));
+        expectAnswer(rows[0], point);
+    }
+}
+
+TEST_F(InsideTest, readsThePixelsOfAPictureAsCellsWithTheirShare)
+{
+    // a quarter mid grey, three quarters pure sRGB green
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(QColor(0, 255, 0));
+    for (int i = 0; i < 16; ++i)
+        picture.setPixelColor(i % 8, i / 8, QColor(119, 119, 119));
+    picture.setColorSpace(QColorSpace::SRgb);
+    const QString photo = path(QStringLiteral("photo.png"));
+    ASSERT_TRUE(picture.save(photo));
+    const auto rows = json({QStringLiteral("inside"), cmyk, QStringLiteral("--points"), photo,
+                            QStringLiteral("--intent"), QStringLiteral("relative")});
+    ASSERT_EQ(rows.size(), 2);
+    for (const auto& row : rows) {
+        const bool isGrey = flag(row, "inside");
+        EXPECT_NEAR(number(row, "weight"), isGrey ? 0.25 : 0.75, 1e-6);
+        // L* of 119 is 50.0; that of the green primary, adapted to D50, 87.8
+        EXPECT_NEAR(row[QStringLiteral("lab")].toArray()[0].toDouble(), isGrey ? 50.0 : 87.8, 0.2);
+    }
+    EXPECT_NE(flag(rows[0], "inside"), flag(rows[1], "inside"));
+}
+
+TEST_F(InsideTest, takesAPictureWithoutAProfileForSrgbAndSaysSo)
+{
+    QImage picture(2, 2, QImage::Format_RGB32);
+    picture.fill(QColor(119, 119, 119));
+    const QString photo = path(QStringLiteral("photo.png"));
+    ASSERT_TRUE(picture.save(photo));
+    const Answer answer = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), photo});
+    EXPECT_EQ(answer.exitCode, 0);
+    EXPECT_EQ(
+        answer.errors,
+        QStringLiteral("kvgamut: '%1' has no profile: its colours count as sRGB\n").arg(photo).toUtf8());
+    EXPECT_TRUE(answer.output.contains("yes")) << answer.output.toStdString();
+}
+
+TEST_F(InsideTest, hasTheDocumentedKeys)
+{
+    const QString keys = QStringLiteral("distance index inside intent lab name nearest profile weight");
+    EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0")).value(0)), words(keys));
+    QStringList withTolerance = words(keys + QStringLiteral(" zone count_in count_edge count_out"));
+    withTolerance.sort();
+    EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0 --tolerance 1")).value(0)), withTolerance);
+}
+
+TEST_F(InsideTest, countsWhatLiesInOnTheEdgeAndOut)
+{
+    // 10 and 1 inside, 1.5 and 3 outside of the top
+    const QString line = QStringLiteral("70 0 0 79 0 0 81.5 0 0 83 0 0");
+    const auto rows = inside(line + QStringLiteral(" --tolerance 2"));
+    ASSERT_EQ(rows.size(), 4);
+    const QStringList zones = words(QStringLiteral("in edge edge out"));
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(word(rows[i], "zone"), zones[i]);
+        EXPECT_EQ(number(rows[i], "count_in"), 1);
+        EXPECT_EQ(number(rows[i], "count_edge"), 2);
+        EXPECT_EQ(number(rows[i], "count_out"), 1);
+    }
+    const auto strict = inside(line + QStringLiteral(" --tolerance 0"));
+    EXPECT_EQ(number(strict.value(0), "count_in"), 2);
+    EXPECT_EQ(number(strict.value(0), "count_edge"), 0);
+    EXPECT_EQ(number(strict.value(0), "count_out"), 2);
+}
+
+TEST_F(InsideTest, tellsThePeopleTheCounts)
+{
+    const Answer answer = run(words(QStringLiteral("inside sRGB 50 0 0 50 200 0 --tolerance 1")));
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_TRUE(answer.output.endsWith("\n\nin 1, edge 0, out 1\n")) << answer.output.toStdString();
+    const Answer without = run(words(QStringLiteral("inside sRGB 50 0 0 50 200 0")));
+    EXPECT_FALSE(without.output.contains("edge"));
+}
+
+TEST_F(InsideTest, dependsOnTheIntent)
+{
+    // white is in the gamut of the relative intent, not in that of the paper
+    const QString point = QStringLiteral("99 0 0");
+    const auto of = [&](const QString& intent) {
+        return json(QStringList{QStringLiteral("inside"), cmyk} +
+                    words(point + QStringLiteral(" --intent ") + intent))
+            .value(0);
+    };
+    EXPECT_TRUE(flag(of(QStringLiteral("relative")), "inside"));
+    EXPECT_FALSE(flag(of(QStringLiteral("absolute")), "inside"));
+}
+
+TEST_F(InsideTest, quotesNamesInCsv)
+{
+    const Answer answer = run({QStringLiteral("inside"), file, QStringLiteral("--format"),
+                               QStringLiteral("csv"), QStringLiteral("--points"),
+                               points("name,L,a,b\n\"a \"\"deep\"\", red\",50,1,2\nplain,50,1,2\n")});
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_TRUE(answer.output.startsWith("profile,intent,index,name,lab_L,lab_a,lab_b,weight,inside,distance,"
+                                         "nearest_L,nearest_a,nearest_b\n"));
+    EXPECT_TRUE(answer.output.contains(",1,\"a \"\"deep\"\", red\",50.0000,1.0000,2.0000,1.000000,true,-"))
+        << answer.output.toStdString();
+    EXPECT_TRUE(answer.output.contains(",2,plain,50.0000,"));
+}
+
+TEST_F(InsideTest, saysWhatIsWrongWithThePoints)
+{
+    const QString name = points("L,a,b\n1,2,3\n4,5\n");
+    EXPECT_TRUE(failedWith(
+        run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), 1,
+        QStringLiteral("kvgamut: %1, line 3: expected numbers in the columns of the colour").arg(name)));
+    const Answer none = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), missing});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(none.errors.startsWith("kvgamut: /nowhere/missing.icc: "));
+}
+
+TEST_F(InsideTest, tellsOfPointsThatWereLeftOutAndDoesTheRest)
+{
+    const QString name =
+        points("<CxF><Object Name='x'><ColorCIELab><L>50</L><A>0</A><B>0</B></ColorCIELab></Object>"
+               "<Object Name='y'><ReflectanceSpectrum>0.1</ReflectanceSpectrum></Object></CxF>");
+    const Answer answer = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name,
+                               QStringLiteral("--format"), QStringLiteral("json")});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_TRUE(answer.errors.contains("1 of 2 objects")) << answer.errors.toStdString();
+    EXPECT_EQ(rowsOf(answer.output).size(), 1);
+}
+
+TEST_F(InsideTest, namesAProfileThatCannotBeUsed)
+{
+    EXPECT_TRUE(failedWith(run({QStringLiteral("inside"), missing, QStringLiteral("50"), QStringLiteral("0"),
+                                QStringLiteral("0")}),
+                           1, missingLine));
+}
+
+TEST_F(InsideTest, wantsWholeColoursOrAFile)
+{
+    for (const char* arguments :
+         {"inside sRGB", "inside", "inside sRGB 50", "inside sRGB 50 0 0 1", "inside sRGB 50 0 x",
+          "inside sRGB 50 0 nan", "inside sRGB 50 0 0 --points x", "inside sRGB 50 0 0 --tolerance -1",
+          "inside sRGB 50 0 0 --tolerance x"}) {
+        const Answer answer = run(words(QLatin1String(arguments)));
+        EXPECT_EQ(answer.exitCode, 2) << arguments;
+        EXPECT_EQ(answer.errors.count('\n'), 1) << arguments;
+        EXPECT_TRUE(answer.output.isEmpty()) << arguments;
+    }
+}
+
+TEST_F(InsideTest, saysWhenThereIsNotEnoughMemory)
+{
+    constexpr int points = 1500000; // far more than the memory below holds
+    const QString many = path(QStringLiteral("many.csv"));
+    write(many, "L,a,b\n" + QByteArray("50,10,10\n").repeated(points));
+    const Answer answer =
+        shell(QStringLiteral("ulimit -v 250000; exec \"$KVGAMUT\" inside sRGB --points \"$1\""), {many},
+              withoutDisplay());
+    EXPECT_EQ(answer.exitCode, 1) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.output.isEmpty());
+    EXPECT_TRUE(answer.errors.startsWith("kvgamut: the input is too large for this machine"))
+        << answer.errors.toStdString();
+    EXPECT_EQ(answer.errors.count('\n'), 1) << answer.errors.toStdString();
+}
+
+} // namespace

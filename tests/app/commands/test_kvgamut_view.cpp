@@ -1,0 +1,139 @@
+#include "app/support/ScreenWindows.h"
+#include "app/support/ViewTest.h"
+
+#include <QtCore/QMimeData>
+#include <QtCore/QProcess>
+#include <QtCore/QUrl>
+#include <QtGui/QDrag>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPixmap>
+#include <QtGui/QRasterWindow>
+#include <QtTest/QTest>
+
+using namespace kvtest;
+
+namespace {
+
+TEST_F(ViewTest, showsTheGamutInAWindow)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("1270x750"),
+          QStringLiteral("--view"), QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
+    EXPECT_TRUE(comeToShow(upperFaces));
+    EXPECT_EQ(placeOnScreen(QStringLiteral("kvgamut$")).size(), QSize(1270, 750));
+    EXPECT_EQ(m_process.state(), QProcess::Running);
+    EXPECT_EQ(m_process.readAllStandardError(), "");
+}
+
+TEST_F(ViewTest, showsTheRestWhenOneInputIsBad)
+{
+    open({QStringLiteral("missing.icc"), QStringLiteral("sRGB"), QStringLiteral("--view"),
+          QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
+    EXPECT_TRUE(comeToShow(upperFaces));
+    EXPECT_EQ(m_process.readAllStandardError(), "kvgamut: there is no file 'missing.icc'\n");
+}
+
+TEST_F(ViewTest, endsWhenThereIsNothingToShow)
+{
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")}), 1,
+                           QStringLiteral("kvgamut: there is no file 'missing.icc'")));
+    const Answer grey = kvgamut({QStringLiteral("view"), QStringLiteral(KVGAMUT_GREY_PROFILE)});
+    EXPECT_EQ(grey.exitCode, 1);
+    EXPECT_EQ(grey.errors.count('\n'), 1);
+}
+
+TEST_F(ViewTest, staysWithNothingToShowWhenAskedTo)
+{
+    open({QStringLiteral("missing.icc"), QStringLiteral("--stay")});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^kvgamut$")).isEmpty(); }, longestWaitMs));
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return !m_process.readAllStandardError().isEmpty(); }, longestWaitMs));
+    EXPECT_EQ(m_process.state(), QProcess::Running);
+}
+
+TEST_F(ViewTest, waitsForFilesWhenNothingIsNamed)
+{
+    open({});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^kvgamut$")).isEmpty(); }, longestWaitMs));
+    EXPECT_EQ(m_process.state(), QProcess::Running);
+    EXPECT_EQ(m_process.readAllStandardError(), "");
+}
+
+TEST_F(ViewTest, restoresASession)
+{
+    write(path(QStringLiteral("top.kvsession")),
+          R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB", "ambient": 1}],
+              "view": {"eye": [522.48712, 0, -0.0001], "lookAt": [50, 0, 0]}})");
+    open({QStringLiteral("--session"), path(QStringLiteral("top.kvsession"))});
+    EXPECT_TRUE(comeToShow(upperFaces));
+    EXPECT_EQ(m_process.readAllStandardError(), "");
+}
+
+TEST_F(ViewTest, endsWhenTheSessionIsNone)
+{
+    write(path(QStringLiteral("a b.kvsession")), "hello");
+    const QString file = path(QStringLiteral("a b.kvsession"));
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("--session"), file}), 1,
+                           QStringLiteral("kvgamut: '%1': it is no session of this program").arg(file)));
+}
+
+/// A window from which a file can be dragged into other programs.
+class DragSource : public QRasterWindow
+{
+public:
+    explicit DragSource(const QString& file) : m_file(file)
+    {
+        setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint);
+        setGeometry(0, 0, 40, 40);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {}
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        if (!(event->buttons() & Qt::LeftButton))
+            return;
+        auto* data = new QMimeData;
+        data->setUrls({QUrl::fromLocalFile(m_file)});
+        auto* drag = new QDrag(this); // lives until the other program has fetched what it wants
+        drag->setMimeData(data);
+        drag->exec(Qt::CopyAction);
+    }
+
+private:
+    const QString m_file;
+};
+
+TEST_F(ViewTest, opensAFileThatIsDroppedOntoTheScene)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("1200x900")});
+    ASSERT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("^view$")).isEmpty(); }, longestWaitMs));
+    DragSource source(QStringLiteral(KVGAMUT_CMYK_PROFILE));
+    source.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&source));
+    const QPoint target = placeOnScreen(QStringLiteral("^view$")).center();
+    QProcess hand;
+    hand.start(
+        QStringLiteral("bash"),
+        {QStringLiteral("-c"),
+         QStringLiteral("xdotool mousemove 10 10 sleep 0.1 mousedown 1 sleep 0.1 mousemove 20 20 sleep 0.3 "
+                        "mousemove %1 %2 sleep 0.3 mousemove_relative 5 5 sleep 0.3 mouseup 1")
+             .arg(target.x())
+             .arg(target.y())});
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !placeOnScreen(QStringLiteral("default_cmyk.icc.*kvgamut$")).isEmpty(); },
+                        longestWaitMs));
+    hand.waitForFinished();
+}
+
+TEST_F(ViewTest, refusesWhatIsNoOptionOfIts)
+{
+    EXPECT_EQ(kvgamut({QStringLiteral("view"), QStringLiteral("sRGB"), QStringLiteral("-o"),
+                       QStringLiteral("x.png")})
+                  .exitCode,
+              2);
+}
+
+} // namespace

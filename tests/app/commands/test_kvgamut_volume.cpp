@@ -1,0 +1,232 @@
+#include "app/support/Boxes.h"
+#include "app/support/Numbers.h"
+
+#include <gmock/gmock.h>
+
+#include <QtGui/QColorSpace>
+
+using namespace kvtest;
+using testing::HasSubstr;
+
+namespace {
+
+class VolumeTest : public NumbersTest
+{
+protected:
+    QList<QJsonObject> volumes(const QString& arguments)
+    {
+        return json(words(QStringLiteral("volume ") + arguments));
+    }
+    QJsonObject volume(const QString& arguments)
+    {
+        const auto rows = volumes(arguments);
+        EXPECT_EQ(rows.size(), 1);
+        return rows.value(0);
+    }
+};
+
+struct Known
+{
+    const char* name;
+    const char* arguments;
+    double volume;      ///< by integration of the Jacobian, Monte Carlo and extrapolated surfaces
+    double uncertainty; ///< of that
+    const char* method;
+    int channels;
+};
+
+void PrintTo(const Known& known, std::ostream* out)
+{
+    *out << known.name;
+}
+
+class KnownVolumeTest : public VolumeTest, public testing::WithParamInterface<Known>
+{
+};
+
+TEST_P(KnownVolumeTest, isWithinItsUncertainty)
+{
+    const QJsonObject row =
+        volume(QLatin1String(GetParam().arguments) + QStringLiteral(" --intent relative"));
+    const double uncertainty = number(row, "uncertainty");
+    EXPECT_NEAR(number(row, "volume"), GetParam().volume, uncertainty + GetParam().uncertainty);
+    EXPECT_GT(uncertainty, 0.0);
+    EXPECT_LT(uncertainty, 0.001 * GetParam().volume); // it says something
+    EXPECT_EQ(word(row, "method"), QLatin1String(GetParam().method));
+    EXPECT_EQ(number(row, "channels"), GetParam().channels);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, KnownVolumeTest,
+    testing::Values(
+        Known{"sRGB", "/usr/share/color/icc/colord/sRGB.icc", 832781, 17, "device mesh", 3},
+        Known{"AdobeRGB", "/usr/share/color/icc/colord/AdobeRGB1998.icc", 1208747, 24, "device mesh", 3},
+        Known{"ProPhoto", "/usr/share/color/icc/colord/ProPhotoRGB.icc", 2880355, 58, "device mesh", 3},
+        Known{"CieRgb", "/usr/share/color/icc/colord/CIE-RGB.icc", 1726111, 35, "device mesh", 3},
+        Known{"Cmyk", KVGAMUT_CMYK_PROFILE, 411424, 103, "radial hull", 4}),
+    [](const auto& known) { return std::string(known.param.name); });
+
+TEST_F(VolumeTest, hasTheDocumentedKeys)
+{
+    EXPECT_EQ(keysOf(volume(sRGB)),
+              words(QStringLiteral("black bpc channels faces fold_share grid intent method profile saved "
+                                   "seconds uncertainty volume white")));
+}
+
+TEST_F(VolumeTest, isThatOfABox)
+{
+    const Box box{{20, -40, -30}, {80, 40, 50}};
+    write(path(QStringLiteral("box.icc")), box.profile());
+    const QJsonObject row = volume(path(QStringLiteral("box.icc")) + QStringLiteral(" --intent relative"));
+    EXPECT_NEAR(number(row, "volume"), box.volume(), 60.0); // 16-bit steps of sides of 60 and 80
+    EXPECT_EQ(number(row, "fold_share"), 0.0);
+}
+
+TEST_F(VolumeTest, isAbsoluteUnlessAskedOtherwise)
+{
+    const QJsonObject row = volume(cmyk);
+    EXPECT_EQ(word(row, "intent"), QStringLiteral("absolute"));
+    EXPECT_NEAR(number(row, "volume"), 296508, number(row, "uncertainty") + 74);
+    EXPECT_LT(lab(row, "white").x(), 90.0f); // the paper's
+}
+
+TEST_F(VolumeTest, dependsOnTheIntent)
+{
+    QList<double> found;
+    for (const char* intent : {"perceptual", "relative", "saturation", "absolute"}) {
+        const QJsonObject row = volume(cmyk + QStringLiteral(" --intent ") + QLatin1String(intent));
+        EXPECT_EQ(word(row, "intent"), QLatin1String(intent));
+        found.append(number(row, "volume"));
+    }
+    std::sort(found.begin(), found.end());
+    EXPECT_LT(found[0] + 1000, found[1]); // absolute
+    EXPECT_GT(found[3], 400000);
+}
+
+TEST_F(VolumeTest, dependsOnTheBlackPointWithTheRelativeIntent)
+{
+    const QJsonObject without = volume(cmyk + QStringLiteral(" --intent relative"));
+    const QJsonObject with = volume(cmyk + QStringLiteral(" --intent relative --bpc"));
+    EXPECT_FALSE(flag(without, "bpc"));
+    EXPECT_TRUE(flag(with, "bpc"));
+    EXPECT_LE(lab(with, "black").x(), 0.1f); // or below: inks beyond the detected black point
+    EXPECT_GT(lab(without, "black").x(), 5.0f);
+    EXPECT_GT(number(with, "volume"), number(without, "volume") + 1000);
+}
+
+TEST_F(VolumeTest, takesNoNoticeOfTheBlackPointWithTheAbsoluteIntent)
+{
+    const QJsonObject with = volume(cmyk + QStringLiteral(" --bpc"));
+    EXPECT_FALSE(flag(with, "bpc"));
+    EXPECT_EQ(number(with, "volume"), number(volume(cmyk), "volume"));
+}
+
+TEST_F(VolumeTest, aFinerGridHasMoreFacesAndIsSurer)
+{
+    const QJsonObject coarse = volume(QStringLiteral("sRGB --grid 9"));
+    const QJsonObject fine = volume(QStringLiteral("sRGB --grid 65"));
+    EXPECT_EQ(number(coarse, "grid"), 9);
+    EXPECT_EQ(number(fine, "grid"), 65);
+    // six sides of the cube, two faces for each cell; long edges are halved
+    EXPECT_GE(number(coarse, "faces"), 6 * 8 * 8 * 2);
+    EXPECT_LT(number(coarse, "faces"), 6 * 16 * 16 * 2);
+    EXPECT_EQ(number(fine, "faces"), 6 * 64 * 64 * 2);
+    EXPECT_LT(number(fine, "uncertainty"), number(coarse, "uncertainty"));
+}
+
+TEST_F(VolumeTest, ofTheSameInputIsTheSameAmongAnyOthersInAnyOrder)
+{
+    const auto withoutSeconds = [](QList<QJsonObject> rows) {
+        for (QJsonObject& row : rows)
+            row.remove(QStringLiteral("seconds"));
+        return rows;
+    };
+    const auto some = withoutSeconds(volumes(QStringLiteral("sRGB Rec2020 ") + cmyk));
+    auto others = withoutSeconds(volumes(cmyk + QStringLiteral(" Rec2020 sRGB")));
+    std::reverse(others.begin(), others.end());
+    EXPECT_EQ(some, others);
+    EXPECT_EQ(withoutSeconds(volumes(sRGB)).value(0), some.value(0));
+}
+
+TEST_F(VolumeTest, isThatOfTheProfileInAPicture)
+{
+    // a picture as Qt writes it
+    const QString picture = path(QStringLiteral("my photo.png"));
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    image.setColorSpace(QColorSpace(QColorSpace::ProPhotoRgb));
+    ASSERT_TRUE(image.save(picture));
+    const auto rows = json({QStringLiteral("volume"), picture, QStringLiteral("ProPhoto")});
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(word(rows[0], "profile"), picture);
+    EXPECT_NEAR(number(rows[0], "volume") / number(rows[1], "volume"), 1.0, 0.003);
+}
+
+TEST_F(VolumeTest, isATableForPeople)
+{
+    const Answer answer = run(words(QStringLiteral("volume sRGB Rec2020")));
+    EXPECT_TRUE(succeeded(answer));
+    const QStringList lines = QString::fromUtf8(answer.output).split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 4); // the last is empty
+    const QJsonObject row = volume(sRGB);
+    for (const QString& title :
+         words(QStringLiteral("profile volume ± faces method intent white black seconds")))
+        EXPECT_TRUE(lines[0].contains(title)) << title.toStdString();
+    EXPECT_EQ(lines[1].indexOf(QString::number(number(row, "volume"), 'f', 0)),
+              lines[0].indexOf(QStringLiteral("volume")));
+    EXPECT_TRUE(lines[1].startsWith(sRGB));
+    EXPECT_TRUE(lines[1].contains(QStringLiteral("device mesh")));
+    EXPECT_TRUE(lines[2].startsWith(QStringLiteral("Rec2020")));
+}
+
+TEST_F(VolumeTest, isCsvForPrograms)
+{
+    const Answer answer = run(words(QStringLiteral("volume sRGB --format csv")));
+    EXPECT_TRUE(succeeded(answer));
+    const QList<QByteArray> lines = answer.output.split('\n');
+    ASSERT_EQ(lines.size(), 3); // the last is empty
+    EXPECT_EQ(lines[0], "profile,volume,uncertainty,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
+                        "white_a,white_b,black_L,black_a,black_b,saved,seconds");
+    const QList<QByteArray> keys = lines[0].split(','), fields = lines[1].split(',');
+    ASSERT_EQ(keys.size(), fields.size());
+    const QJsonObject row = volume(sRGB);
+    EXPECT_EQ(fields[0], "sRGB");
+    EXPECT_EQ(fields[1].toDouble(), number(row, "volume"));
+    EXPECT_EQ(fields[keys.indexOf("faces")].toInt(), int(number(row, "faces")));
+    EXPECT_EQ(fields[keys.indexOf("bpc")], "false");
+    EXPECT_NEAR(fields[keys.indexOf("white_L")].toDouble(), 100.0, 0.01);
+}
+
+// --- Inputs that cannot be used -----------------------------------------------------------------------
+
+TEST_F(VolumeTest, namesABadInputAndDoesTheRest)
+{
+    const QList<QJsonObject> alone = volumes(sRGB);
+    for (const QStringList& inputs : {QStringList{missing, sRGB}, QStringList{sRGB, missing}}) {
+        const Answer answer = run(words(QStringLiteral("volume --format json")) + inputs);
+        EXPECT_EQ(answer.exitCode, 1);
+        EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
+        const auto rows = rowsOf(answer.output);
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_EQ(rows[0].value(QStringLiteral("volume")), alone[0].value(QStringLiteral("volume")));
+    }
+}
+
+TEST_F(VolumeTest, saysWhyAnInputHasNoGamut)
+{
+    const Answer answer = run({QStringLiteral("volume"), grey});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.errors,
+              "kvgamut: '" + grey.toUtf8() + "': a gamut needs at least three channels, grey has one\n");
+    EXPECT_TRUE(answer.output.isEmpty());
+}
+
+TEST_F(VolumeTest, printsAnEmptyArrayWhenNoInputCanBeUsed)
+{
+    const Answer answer = run(words(QStringLiteral("volume --format json")) + QStringList{missing, grey});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.errors.count('\n'), 2);
+    EXPECT_TRUE(rowsOf(answer.output).isEmpty());
+}
+
+} // namespace

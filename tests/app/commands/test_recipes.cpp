@@ -1,0 +1,138 @@
+#include "app/support/Program.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
+
+#include <gmock/gmock.h>
+
+// The scripts of docs/RECIPES.md, run as they stand there, in the order of the page.
+
+using testing::HasSubstr;
+
+namespace {
+
+struct Recipe
+{
+    QString section;
+    QString script;
+};
+
+QList<Recipe> recipes()
+{
+    QFile page(QStringLiteral(KVGAMUT_RECIPES));
+    EXPECT_TRUE(page.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(page.readAll());
+    static const QRegularExpression heading(QStringLiteral("^## ([^\n]*)$"));
+    QList<Recipe> found;
+    QString section;
+    QStringList lines;
+    bool inside = false;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        const auto match = heading.match(line);
+        if (match.hasMatch())
+            section = match.captured(1);
+        if (inside && line == QLatin1String("```"))
+            found.append({section, lines.join(QLatin1Char('\n'))});
+        else if (inside)
+            lines.append(line);
+        if (line == QLatin1String("```sh")) {
+            lines.clear();
+            inside = true;
+        } else if (line == QLatin1String("```")) {
+            inside = false;
+        }
+    }
+    return found;
+}
+
+/// A photo of sky, grass and a red flag, the last of which no printer reaches.
+void writePhoto(const QString& file)
+{
+    QImage photo(120, 80, QImage::Format_RGB32);
+    for (int y = 0; y < photo.height(); ++y)
+        for (int x = 0; x < photo.width(); ++x)
+            photo.setPixelColor(x, y, y < 40 ? QColor(150, 170 + y, 200) : QColor(110 + x / 4, 130, 90));
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 24; ++x)
+            photo.setPixelColor(x, y, QColor(255, 0, 0)); // a tenth of the pixels
+    QFile profile(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"));
+    ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
+    photo.setColorSpace(QColorSpace::fromIccProfile(profile.readAll()));
+    ASSERT_TRUE(photo.save(file, "JPG", 100));
+}
+
+class RecipeTest : public kvtest::ProgramTest
+{
+protected:
+    void SetUp() override
+    {
+        for (const char* name : {"printer.icc", "inks.icc"})
+            ASSERT_TRUE(QFile::copy(QStringLiteral(KVGAMUT_CMYK_PROFILE), path(QLatin1String(name))));
+        writePhoto(path(QStringLiteral("photo.jpg")));
+    }
+
+    /// Runs the scripts of @p section one after the other; what they print.
+    QByteArrayList run(const QString& section)
+    {
+        QByteArrayList outputs;
+        for (const Recipe& recipe : recipes()) {
+            if (recipe.section != section)
+                continue;
+            const QString prepared =
+                QStringLiteral("cd \"$1\"\nkvgamut() { \"$KVGAMUT\" \"$@\"; }\n") + recipe.script;
+            const kvtest::Answer answer = kvtest::shell(prepared, {path(QString())});
+            EXPECT_EQ(answer.exitCode, 0) << recipe.script.toStdString();
+            EXPECT_EQ(answer.errors.toStdString(), "") << recipe.script.toStdString();
+            outputs.append(answer.output);
+        }
+        return outputs;
+    }
+};
+
+} // namespace
+
+TEST_F(RecipeTest, findHowMuchOfAPhotoAPrinterCannotPrint)
+{
+    const QByteArrayList outputs = run(QStringLiteral("Does this photo fit this printer?"));
+    ASSERT_EQ(outputs.size(), 2);
+    EXPECT_NEAR(outputs[0].toDouble(), 0.1, 0.02) << "the red flag";
+    EXPECT_EQ(outputs[1].count('\n'), 10);
+}
+
+TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)
+{
+    const QByteArrayList outputs = run(QStringLiteral("Which display covers most of this ink set?"));
+    ASSERT_EQ(outputs.size(), 3);
+    EXPECT_THAT(outputs[0].split('\n').first().toStdString(), HasSubstr("Rec2020")) << "the widest of them";
+    EXPECT_THAT(outputs[0].trimmed().split('\n').last().toStdString(), HasSubstr("sRGB"));
+    EXPECT_THAT(files(),
+                testing::IsSupersetOf({QStringLiteral("cyan-level.svg"), QStringLiteral("around.png")}));
+}
+
+TEST_F(RecipeTest, passAnUnchangedProfileInTheNightlyCheck)
+{
+    EXPECT_EQ(run(QStringLiteral("Nightly check of a profile in CI")).size(), 2);
+}
+
+TEST_F(RecipeTest, stopAChangedProfileInTheNightlyCheck)
+{
+    const QString section = QStringLiteral("Nightly check of a profile in CI");
+    QStringList scripts;
+    for (const Recipe& recipe : recipes())
+        if (recipe.section == section)
+            scripts.append(recipe.script);
+    ASSERT_EQ(scripts.size(), 2);
+    const auto exitCode = [this](const QString& script) {
+        return kvtest::shell(QStringLiteral("cd \"$1\"\nkvgamut() { \"$KVGAMUT\" \"$@\"; }\n") + script,
+                             {path(QString())})
+            .exitCode;
+    };
+    ASSERT_EQ(exitCode(scripts[0]), 0);
+    ASSERT_TRUE(QFile::remove(path(QStringLiteral("printer.icc"))));
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"),
+                            path(QStringLiteral("printer.icc"))));
+    EXPECT_NE(exitCode(scripts[1]), 0);
+}

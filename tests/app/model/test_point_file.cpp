@@ -1,0 +1,327 @@
+#include "model/points/PointFile.h"
+
+#include <platform/KVVelmoraFramework.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+#include <cmath>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace {
+
+class PointFileTest : public testing::Test
+{
+protected:
+    PointFile read(const QByteArray& text) const
+    {
+        QFile file(name());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(text), text.size());
+        file.close();
+        return PointFile::read(name());
+    }
+
+    /// Reads what is sound and whole.
+    QList<ColouredPoint> points(const QByteArray& text) const
+    {
+        const PointFile file = read(text);
+        EXPECT_EQ(file.problem, QString());
+        EXPECT_EQ(file.note, QString());
+        return file.points;
+    }
+
+    /// What is said of a file, after its name.
+    std::string problem(const QByteArray& text) const
+    {
+        const PointFile file = read(text);
+        EXPECT_TRUE(file.points.isEmpty());
+        EXPECT_TRUE(file.problem.startsWith(name())) << file.problem.toStdString();
+        return file.problem.mid(name().size()).toStdString();
+    }
+
+    QString name() const { return m_folder.filePath(QStringLiteral("проба 印刷")); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void expectNear(const QVector3D& found, const QVector3D& expected, float tolerance = 1e-4f)
+{
+    EXPECT_LT((found - expected).length(), tolerance)
+        << found.x() << " " << found.y() << " " << found.z() << ", expected " << expected.x() << " "
+        << expected.y() << " " << expected.z();
+}
+
+/// CIE 15, 8.2.1, for the white X 96.42, Y 100, Z 82.49.
+QVector3D cieLab(double X, double Y, double Z)
+{
+    const auto f = [](double t) {
+        return t > 216.0 / 24389.0 ? std::cbrt(t) : (24389.0 / 27.0 * t + 16.0) / 116.0;
+    };
+    const double x = f(X / 96.42), y = f(Y / 100.0), z = f(Z / 82.49);
+    return QVector3D(float(116.0 * y - 16.0), float(500.0 * (x - y)), float(200.0 * (y - z)));
+}
+
+// --- CSV ----------------------------------------------------------------------------------------------
+
+TEST_F(PointFileTest, readsAPointALine)
+{
+    const auto found = points("# a comment\n50,-20,30.5\r\n\n  60 , 1e1 , -.5 \n");
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].lab, QVector3D(50.0f, -20.0f, 30.5f));
+    EXPECT_EQ(found[1].lab, QVector3D(60.0f, 10.0f, -0.5f));
+    EXPECT_FALSE(found[0].color.isValid());
+    EXPECT_TRUE(found[0].name.isEmpty());
+}
+
+TEST_F(PointFileTest, separatesAtSemicolonsTabsCommasOrSpaces)
+{
+    for (const char* text : {"1;2;3", "1\t2\t3", "1,2,3", "1   2 3", "1, 2, 3", "1; 2; 3"}) {
+        const auto found = points(text);
+        ASSERT_EQ(found.size(), 1) << text;
+        EXPECT_EQ(found[0].lab, QVector3D(1, 2, 3)) << text;
+    }
+}
+
+TEST_F(PointFileTest, takesACommaForADecimalPointBesideSemicolonsAndTabs)
+{
+    for (const char* text : {"50,5;-20,25;3", "50,5\t-20,25\t3", "Name;L;a;b\nx;50,5;-20,25;3"})
+        EXPECT_EQ(points(text).value(0).lab, QVector3D(50.5f, -20.25f, 3.0f)) << text;
+}
+
+TEST_F(PointFileTest, aFourthColumnIsTheColour)
+{
+    const auto found = points("50,0,0,#40c0ff\n50;0;0;red\n50 0 0 white\n50,0,0,\n");
+    ASSERT_EQ(found.size(), 4);
+    EXPECT_EQ(found[0].color, QColor(0x40, 0xc0, 0xff));
+    EXPECT_EQ(found[1].color, QColor(Qt::red));
+    EXPECT_EQ(found[2].color, QColor(Qt::white));
+    EXPECT_FALSE(found[3].color.isValid());
+}
+
+TEST_F(PointFileTest, aPointWithoutColourIsShownInItsOwn)
+{
+    const auto found = points("50,20,-30\n50,20,-30,red");
+    const auto rgb = KVColorConversionHelper::KVHLab2RGB({50, 20, -30});
+    EXPECT_EQ(found.value(0).shownColor(), QColor(int(rgb[0]), int(rgb[1]), int(rgb[2])));
+    EXPECT_EQ(found.value(1).shownColor(), QColor(Qt::red));
+}
+
+TEST_F(PointFileTest, namesOfColumnsSayWhereTheValuesAre)
+{
+    for (const char* header :
+         {"Sample_Name,x,LAB_B,LAB_A,LAB_L,Colour,y", "name,x,b,a,L,color,y", "ID, x, b*, a*, L*, COLOR, y",
+          "\"Name\",\"x\",\"b\",\"a\",\"l\",\"colour\",y"}) {
+        const auto found = points(QByteArray(header) + "\n\"Deep red, \"\"A\"\"\",7,30,20,50,blue,more\n");
+        ASSERT_EQ(found.size(), 1) << header;
+        EXPECT_EQ(found[0].lab, QVector3D(50, 20, 30)) << header;
+        EXPECT_EQ(found[0].name, QStringLiteral("Deep red, \"A\"")) << header;
+        EXPECT_EQ(found[0].color, QColor(Qt::blue)) << header;
+    }
+}
+
+TEST_F(PointFileTest, columnsOfXyzBecomeLab)
+{
+    const auto found = points("X;Y;Z;name\n96,42;100;82,49;white\n20;12;3;brown\n0,1;0,2;0,3;dark\n");
+    ASSERT_EQ(found.size(), 3);
+    expectNear(found[0].lab, QVector3D(100, 0, 0), 0.01f);
+    expectNear(found[1].lab, cieLab(20, 12, 3), 0.02f);
+    expectNear(found[2].lab, cieLab(0.1, 0.2, 0.3), 0.02f);
+    EXPECT_EQ(found[1].name, QStringLiteral("brown"));
+}
+
+TEST_F(PointFileTest, namesOfColumnsThatSayNothingArePassedOver)
+{
+    EXPECT_EQ(points("lightness,redness,yellowness\n50,20,30").value(0).lab, QVector3D(50, 20, 30));
+}
+
+TEST_F(PointFileTest, takesAByteOrderMark)
+{
+    EXPECT_EQ(points("\xEF\xBB\xBFname;L;a;b\n\xC3\xA9;1;2;3").value(0).name, QStringLiteral("é"));
+}
+
+TEST_F(PointFileTest, namesTheLineThatIsNoPoint)
+{
+    for (const char* bad : {"1,2", "1,2,x", "1,2,nan", "1,2,inf", "1,2,3,blurple", "1,2,3,red,5", "words"})
+        EXPECT_EQ(problem(QByteArray("L,a,b\n50,0,0\n").replace("L,a,b", "these are words") + bad),
+                  ", line 3: expected L*, a*, b* and perhaps a colour")
+            << bad;
+    for (const char* bad : {"y,1,2", "y,1,2,x", "y,1,2,3,4"})
+        EXPECT_EQ(problem(QByteArray("name,L,a,b\nx,1,2,3\n") + bad),
+                  ", line 3: expected numbers in the columns of the colour")
+            << bad;
+}
+
+TEST_F(PointFileTest, saysThatThereAreNoPositions)
+{
+    for (const char* empty : {"", "# nothing\n\n", "L,a,b\n"})
+        EXPECT_EQ(problem(empty), ": no positions in it") << empty;
+}
+
+TEST_F(PointFileTest, namesAMissingFileAndAFolder)
+{
+    for (const char* missing : {"/nowhere/points.csv", "/tmp"}) {
+        const PointFile file = PointFile::read(QLatin1String(missing));
+        EXPECT_TRUE(file.problem.startsWith(QLatin1String(missing) + QStringLiteral(": ")));
+        EXPECT_TRUE(file.points.isEmpty());
+    }
+}
+
+// --- CGATS --------------------------------------------------------------------------------------------
+
+QByteArray sheet(const QByteArray& columns, const QList<QByteArray>& rows,
+                 const QByteArray& type = "CGATS.17")
+{
+    return type + "\n\nORIGINATOR \"a test\"\nAN_UNUSUAL_KEY \"x\"\nNUMBER_OF_FIELDS " +
+           QByteArray::number(columns.split(' ').size()) + "\nBEGIN_DATA_FORMAT\n" + columns +
+           "\nEND_DATA_FORMAT\nNUMBER_OF_SETS " + QByteArray::number(rows.size()) + "\nBEGIN_DATA\n" +
+           rows.join('\n') + "\nEND_DATA\n";
+}
+
+TEST_F(PointFileTest, readsLabFromCgats)
+{
+    const auto found =
+        points(sheet("SAMPLE_ID CMYK_C LAB_L LAB_A LAB_B", {"1 100 54.5 -37 -50.25", "A2 0 9.5e1 0 -2"}));
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].lab, QVector3D(54.5f, -37.0f, -50.25f));
+    EXPECT_EQ(found[1].lab, QVector3D(95.0f, 0.0f, -2.0f));
+    EXPECT_EQ(found[0].name, QStringLiteral("1"));
+    EXPECT_EQ(found[1].name, QStringLiteral("A2"));
+    EXPECT_FALSE(found[0].color.isValid());
+}
+
+TEST_F(PointFileTest, aNameGoesBeforeANumberInCgats)
+{
+    const auto found =
+        points(sheet("SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B", {"1 \"Sky, \xC3\xA9 blue\" 50 1 2"}));
+    EXPECT_EQ(found.value(0).name, QStringLiteral("Sky, é blue"));
+}
+
+TEST_F(PointFileTest, readsXyzFromTi3)
+{
+    const auto found =
+        points(sheet("SAMPLE_ID RGB_R RGB_G RGB_B XYZ_X XYZ_Y XYZ_Z", {"1 0 0 0 20 12 3"}, "CTI3"));
+    ASSERT_EQ(found.size(), 1);
+    expectNear(found[0].lab, cieLab(20, 12, 3), 0.02f);
+}
+
+TEST_F(PointFileTest, labGoesBeforeXyzInCgats)
+{
+    const auto found = points(sheet("SAMPLE_ID XYZ_X XYZ_Y XYZ_Z LAB_L LAB_A LAB_B", {"1 20 12 3 7 8 9"}));
+    EXPECT_EQ(found.value(0).lab, QVector3D(7, 8, 9));
+}
+
+TEST_F(PointFileTest, readsTheFirstTableThatHasColours)
+{
+    const auto found = points(sheet("INDEX RGB_R", {"1 5"}, "CTI3") + "\n" +
+                              sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"x 1 2 3"}, "CTI3"));
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].lab, QVector3D(1, 2, 3));
+}
+
+TEST_F(PointFileTest, saysThatACgatsFileHasNoColours)
+{
+    EXPECT_THAT(problem(sheet("SAMPLE_ID SPEC_400 SPEC_500", {"1 0.1 0.2"})),
+                HasSubstr("has no columns LAB_L"));
+}
+
+TEST_F(PointFileTest, namesTheDataSetThatIsNoColour)
+{
+    EXPECT_EQ(problem(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3", "2 1 none 3"})),
+              ", data set 2: expected numbers in the columns of the colour");
+}
+
+TEST_F(PointFileTest, saysWhatIsWrongWithACgatsFile)
+{
+    QByteArray text = sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3"});
+    text.replace("NUMBER_OF_SETS 1", "NUMBER_OF_SETS 3");
+    EXPECT_THAT(problem(text), testing::AllOf(HasSubstr(": this CGATS file cannot be read: Line "),
+                                              HasSubstr("NUMBER_OF_SETS was 3, found 1")));
+}
+
+// --- CxF ----------------------------------------------------------------------------------------------
+
+const QByteArray lab1 = "<cc:ColorCIELab ColorSpecification='S50'><cc:L>54.5</cc:L><cc:A>-37</cc:A>"
+                        "<cc:B>-50.25</cc:B></cc:ColorCIELab>";
+const QByteArray xyz1 = "<cc:ColorCIEXYZ ColorSpecification='S50'><cc:X>20</cc:X><cc:Y>12</cc:Y>"
+                        "<cc:Z>3</cc:Z></cc:ColorCIEXYZ>";
+const QByteArray spectrum = "<cc:ReflectanceSpectrum ColorSpecification='S50' StartWL='400'>0.1 0.2"
+                            "</cc:ReflectanceSpectrum>";
+
+QByteArray object(const QByteArray& name, const QByteArray& values)
+{
+    return "<cc:Object ObjectType='Standard' Name='" + name + "' Id='" + name + "'><cc:ColorValues>" +
+           values + "</cc:ColorValues></cc:Object>";
+}
+
+QByteArray cxf(const QByteArray& objects)
+{
+    const auto specification = [](const QByteArray& id, const QByteArray& illuminant) {
+        return "<cc:ColorSpecification Id='" + id + "'><cc:TristimulusSpec><cc:Illuminant>" + illuminant +
+               "</cc:Illuminant><cc:Observer>2_Degree</cc:Observer></cc:TristimulusSpec>"
+               "</cc:ColorSpecification>";
+    };
+    return "<?xml version='1.0' encoding='UTF-8'?>\n"
+           "<cc:CxF xmlns:cc='http://colorexchangeformat.com/CxF3-core'><cc:Resources>"
+           "<cc:ObjectCollection>" +
+           objects + "</cc:ObjectCollection><cc:ColorSpecificationCollection>" + specification("S50", "D50") +
+           specification("S65", "D65") + "</cc:ColorSpecificationCollection></cc:Resources></cc:CxF>\n";
+}
+
+TEST_F(PointFileTest, readsLabAndNamesFromCxf)
+{
+    const auto found = points(cxf(object("Sky \xC3\xA9", spectrum + lab1) + object("Two", lab1)));
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].lab, QVector3D(54.5f, -37.0f, -50.25f));
+    EXPECT_EQ(found[0].name, QStringLiteral("Sky é"));
+    EXPECT_EQ(found[1].name, QStringLiteral("Two"));
+}
+
+TEST_F(PointFileTest, readsXyzFromCxfWhereThereIsNoLab)
+{
+    const auto found = points(cxf(object("x", xyz1) + object("y", xyz1 + lab1)));
+    ASSERT_EQ(found.size(), 2);
+    expectNear(found[0].lab, cieLab(20, 12, 3), 0.02f);
+    EXPECT_EQ(found[1].lab, QVector3D(54.5f, -37.0f, -50.25f));
+}
+
+TEST_F(PointFileTest, takesTheValueForD50)
+{
+    QByteArray other = QByteArray(lab1).replace("S50", "S65").replace("54.5", "55.5");
+    const auto found = points(cxf(object("x", other + lab1)));
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].lab.x(), 54.5f);
+}
+
+TEST_F(PointFileTest, saysWhichObjectsOfCxfWereLeftOut)
+{
+    const PointFile file = read(
+        cxf(object("a", lab1) + object("b", spectrum) + object("c", QByteArray(lab1).replace("S50", "S65"))));
+    EXPECT_EQ(file.problem, QString());
+    EXPECT_EQ(file.points.size(), 1);
+    EXPECT_EQ(file.note,
+              name() +
+                  QStringLiteral(": 2 of 3 objects have no CIELAB or XYZ for D50 (spectra are not read)"));
+}
+
+TEST_F(PointFileTest, refusesCxfOfSpectraAlone)
+{
+    EXPECT_EQ(problem(cxf(object("a", spectrum))),
+              ": 1 of 1 objects have no CIELAB or XYZ for D50 (spectra are not read)");
+    EXPECT_EQ(problem(cxf(QByteArray())), ": no positions in it");
+}
+
+TEST_F(PointFileTest, refusesXmlThatIsNoCxfOrBroken)
+{
+    EXPECT_EQ(problem("<?xml version='1.0'?><html></html>"), ": this is XML, but no CxF");
+    const QByteArray whole = cxf(object("a", lab1));
+    EXPECT_THAT(problem(whole.left(whole.size() / 2)), HasSubstr(", line 2: "));
+}
+
+} // namespace

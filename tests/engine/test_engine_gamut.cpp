@@ -1,0 +1,507 @@
+#include "SlowGeometry.h"
+#include "TestProfiles.h"
+
+#include <engine/mesh/SelfCrossing.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+
+#include <cmath>
+#include <ctime>
+#include <limits>
+#include <random>
+
+using namespace testprofiles;
+
+namespace {
+
+double distance(const KVGamut::LabPoint& p, const Lab& q)
+{
+    return std::sqrt((p.L - q[0]) * (p.L - q[0]) + (p.a - q[1]) * (p.a - q[1]) + (p.b - q[2]) * (p.b - q[2]));
+}
+
+double distance(const QList<float>& p, const Lab& q)
+{
+    return distance(KVGamut::LabPoint{p[0], p[1], p[2]}, q);
+}
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return file.readAll();
+}
+
+// A device that mixes its channels' vectors onto a starting colour.
+DeviceMap mixer(Lab start, std::vector<Lab> vectors)
+{
+    return [start, vectors](const std::vector<double>& device) {
+        Lab lab = start;
+        for (std::size_t c = 0; c < vectors.size(); ++c)
+            for (std::size_t i = 0; i < 3; ++i)
+                lab[i] += device[c] * vectors[c][i];
+        return lab;
+    };
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool slowBuild = true;
+#else
+constexpr bool slowBuild = false;
+#endif
+
+// Volume of a zonotope: the sum of the parallelepipeds of all triples of its vectors.
+double zonotopeVolume(const std::vector<Lab>& v)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < v.size(); ++i)
+        for (std::size_t j = i + 1; j < v.size(); ++j)
+            for (std::size_t k = j + 1; k < v.size(); ++k)
+                sum += std::abs(slow::determinant(v[i], v[j], v[k]));
+    return sum;
+}
+
+void expectSound(const KVGamut::GamutObject& gamut, const char* what)
+{
+    const slow::Shape shape = slow::shapeOf(slow::facesOf(gamut));
+    EXPECT_TRUE(shape.everyEdgeOnceEachWay) << what;
+    EXPECT_EQ(shape.euler, 2) << what;
+    EXPECT_GT(shape.volume, 0.0) << what;
+    EXPECT_NEAR(gamut.volume(), shape.volume, 1e-6 * shape.volume) << what;
+}
+
+} // namespace
+
+// --- Reference profiles ---------------------------------------------------------------------------
+
+// Volumes found by extrapolating the surface integral over grids of 33 to 257 points, by the integral
+// of the Jacobian determinant, and by Monte Carlo, which agree within the uncertainty.
+struct Reference
+{
+    const char* name;
+    QString (*path)();
+    KVVMRenderType intent;
+    double volume;
+    double uncertainty;
+    double tolerance; // share of the volume that the default grid may be off
+};
+
+class ReferenceVolume : public testing::TestWithParam<Reference>
+{
+};
+
+TEST_P(ReferenceVolume, isMetAtTheDefaultGrid)
+{
+    const Reference& reference = GetParam();
+    const auto gamut = gamutOf(openedFile(reference.path()), -1, reference.intent);
+    EXPECT_NEAR(gamut.volume(), reference.volume,
+                reference.tolerance * reference.volume + reference.uncertainty);
+    expectSound(gamut, reference.name);
+}
+
+TEST_P(ReferenceVolume, liesWithinTheReportedUncertainty)
+{
+    const Reference& reference = GetParam();
+    for (int grid : {17, 33, 65}) {
+        const auto report = gamutOf(openedFile(reference.path()), grid, reference.intent).report();
+        EXPECT_LE(std::abs(report.volume - reference.volume),
+                  report.volumeUncertainty + reference.uncertainty)
+            << "grid " << grid;
+        EXPECT_LT(report.volumeUncertainty, 0.01 * report.volume) << "grid " << grid;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Profiles, ReferenceVolume,
+    testing::Values(
+        Reference{"sRGB", srgb, KVVMRenderRelativeColorimetric, 832'781, 17, 0.0005},
+        Reference{"AdobeRGB", adobeRgb, KVVMRenderRelativeColorimetric, 1'208'747, 24, 0.0005},
+        Reference{"ProPhotoRGB", prophotoRgb, KVVMRenderRelativeColorimetric, 2'880'355, 58, 0.0005},
+        Reference{"CieRGB", cieRgb, KVVMRenderRelativeColorimetric, 1'726'111, 35, 0.0005},
+        Reference{"CMYK", printerCmyk, KVVMRenderRelativeColorimetric, 411'424, 103, 0.001},
+        Reference{"CMYKabsolute", printerCmyk, KVVMRenderAbsoluteColorimetric, 296'508, 74, 0.001}),
+    [](const auto& testCase) { return testCase.param.name; });
+
+TEST(Gamut, isSoundForEveryInstalledProfileThatHasOne)
+{
+    int computed = 0;
+    for (const QString& path : installedProfiles()) {
+        const auto gamut = gamutOf(openedFile(path));
+        if (gamut.faceCount() == 0) {
+            EXPECT_FALSE(gamut.reason().isEmpty()) << qPrintable(path);
+            continue;
+        }
+        ++computed;
+        expectSound(gamut, qPrintable(path));
+        EXPECT_EQ(gamut.reason(), QString()) << qPrintable(path);
+        EXPECT_EQ(gamut.faces().size(), gamut.faceCount()) << qPrintable(path);
+    }
+    EXPECT_GE(computed, 25);
+}
+
+namespace {
+
+std::size_t crossingsOf(const KVGamut::GamutObject& gamut)
+{
+    velmora::SurfaceMesh mesh;
+    for (const auto& face : gamut.faces()) {
+        const int first = static_cast<int>(mesh.lab.size());
+        for (const auto& node : face)
+            mesh.lab.push_back({node.lab[0], node.lab[1], node.lab[2]});
+        mesh.triangles.push_back({first, first + 1, first + 2});
+    }
+    return velmora::countCrossings(mesh, 1000, {});
+}
+
+} // namespace
+
+TEST(Gamut, neverPassesThroughItselfHoweverItIsRefined)
+{
+    int computed = 0;
+    for (const QString& path : installedProfiles())
+        for (const auto& [grid, maxEdge] : {std::pair{5, 40.0f}, {9, 2.0f}, {-1, 10.0f}}) {
+            KVGamut::GamutObject gamut;
+            if (!gamut.init(openedFile(path), KVVMRenderRelativeColorimetric, false, false, maxEdge, grid, 2,
+                            nullptr))
+                continue;
+            ++computed;
+            EXPECT_EQ(crossingsOf(gamut), 0u) << qPrintable(path) << " grid " << grid;
+        }
+    EXPECT_GE(computed, 75);
+}
+
+TEST(Gamut, isTheSameOnEveryRun)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const auto profile = openedFile(path);
+        EXPECT_TRUE(gamutOf(profile).faces() == gamutOf(profile).faces()) << qPrintable(path);
+    }
+}
+
+TEST(Gamut, cornersShowTheDeviceColourThatTheyName)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const QByteArray bytes = bytesOf(path);
+        const auto gamut = gamutOf(opened(bytes));
+        const auto faces = gamut.faces();
+        for (qsizetype f = 0; f < faces.size(); f += 97) {
+            const auto& node = faces[f][0];
+            const std::vector<double> device(node.device.begin(), node.device.end());
+            EXPECT_LT(distance(node.lab, labOf(bytes, device)), 1e-3) << qPrintable(path) << " face " << f;
+        }
+    }
+}
+
+// Nearly every colour that the device can show is inside; what is not may only be outside by the
+// flatness of a face.
+TEST(Gamut, containsTheColoursOfTheDevice)
+{
+    for (const QString& path : {srgb(), adobeRgb(), printerCmyk()}) {
+        const QByteArray bytes = bytesOf(path);
+        const auto gamut = gamutOf(opened(bytes));
+        const Lab grey = {gamut.whitePoint().L * 0.5 + gamut.blackPoint().L * 0.5, 0.0, 0.0};
+        const auto channels = static_cast<std::size_t>(gamut.report().channels);
+        std::mt19937 random(7);
+        std::uniform_real_distribution<double> any(0.0, 1.0);
+        int outside = 0;
+        constexpr int trials = 1000;
+        for (int i = 0; i < trials; ++i) {
+            std::vector<double> device(channels);
+            for (double& v : device)
+                v = any(random);
+            const Lab lab = labOf(bytes, device);
+            // Half a dE towards grey.
+            const double r = std::hypot(lab[0] - grey[0], lab[1] - grey[1], lab[2] - grey[2]);
+            const double t = std::max(0.0, 1.0 - 0.5 / r);
+            std::array<float, 3> inward;
+            for (std::size_t c = 0; c < 3; ++c)
+                inward[c] = static_cast<float>(grey[c] + t * (lab[c] - grey[c]));
+            outside += gamut.isInside(inward.data()) ? 0 : 1;
+        }
+        EXPECT_LE(outside, trials / 1000) << qPrintable(path);
+    }
+}
+
+// --- Solids that are exact by construction --------------------------------------------------------
+
+TEST(Gamut, ofAnAffineDeviceIsItsParallelepiped)
+{
+    const std::vector<Lab> vectors{{50, 40, 0}, {20, -60, 20}, {10, 0, -70}};
+    const QByteArray bytes = tableProfile(cmsSigRgbData, 2, mixer({10, 5, 20}, vectors));
+    const Lab corner = labOf(bytes, {0, 0, 0});
+    std::vector<Lab> edges{slow::minus(labOf(bytes, {1, 0, 0}), corner),
+                           slow::minus(labOf(bytes, {0, 1, 0}), corner),
+                           slow::minus(labOf(bytes, {0, 0, 1}), corner)};
+    const auto gamut = gamutOf(opened(bytes));
+    EXPECT_EQ(gamut.method(), KVGamut::Method::DeviceMesh);
+    const double volume = std::abs(slow::determinant(edges[0], edges[1], edges[2]));
+    // The table holds corners in steps of 1/257 dE, which makes the solid a little less than affine.
+    EXPECT_NEAR(gamut.volume(), volume, 1e-4 * volume);
+    expectSound(gamut, "affine");
+}
+
+TEST(Gamut, ofAMirroringDeviceLooksOutwardsToo)
+{
+    const std::vector<Lab> vectors{{20, -60, 20}, {50, 40, 0}, {10, 0, -70}}; // two swapped: left-handed
+    const auto gamut = gamutOf(opened(tableProfile(cmsSigRgbData, 2, mixer({10, 5, 20}, vectors))));
+    const double volume = zonotopeVolume(vectors);
+    EXPECT_NEAR(gamut.volume(), volume, 1e-4 * volume);
+    expectSound(gamut, "mirrored");
+}
+
+TEST(Gamut, ofFourMixedInksIsTheirZonotope)
+{
+    const std::vector<Lab> inks{{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
+    const auto gamut = gamutOf(opened(tableProfile(cmsSigCmykData, 2, mixer({95, 0, 0}, inks))));
+    EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
+    const double volume = zonotopeVolume(inks);
+    EXPECT_NEAR(gamut.volume(), volume, 0.001 * volume);
+    expectSound(gamut, "four inks");
+}
+
+TEST(Gamut, ofManyMixedInksIsTheirZonotope)
+{
+    const std::vector<Lab> inks{{-9, -30, -20}, {-10, 35, -5}, {-4, -3, 45},  {-9, 2, 3},   {-6, 20, 25},
+                                {-7, -25, 12},  {-5, 9, -28},  {-3, -9, -12}, {-2, 14, 6},  {-3, -6, 17},
+                                {-4, -15, 1},   {-2, 7, -9},   {-3, 11, -14}, {-1, -4, -6}, {-2, 3, 9}};
+    const std::array<cmsColorSpaceSignature, 11> spaces{
+        cmsSig5colorData,  cmsSig6colorData,  cmsSig7colorData,  cmsSig8colorData,
+        cmsSig9colorData,  cmsSig10colorData, cmsSig11colorData, cmsSig12colorData,
+        cmsSig13colorData, cmsSig14colorData, cmsSig15colorData};
+    for (std::size_t n = 5; n <= 15; ++n) {
+        const std::vector<Lab> used(inks.begin(), inks.begin() + static_cast<std::ptrdiff_t>(n));
+        const auto profile = opened(tableProfile(spaces[n - 5], 2, mixer({97, 0, 0}, used)));
+        const std::clock_t start = std::clock();
+        const auto gamut = gamutOf(profile);
+        const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC; // of this process alone
+        const double volume = zonotopeVolume(used);
+        // From eleven inks on the samples are fewer, since each costs tens of microseconds and more.
+        const double tolerance = n <= 10 ? 0.001 : 0.01;
+        EXPECT_NEAR(gamut.volume(), volume, tolerance * volume)
+            << n << " inks: " << qPrintable(gamut.reason());
+        EXPECT_EQ(gamut.report().channels, static_cast<int>(n));
+        expectSound(gamut, "many inks");
+        EXPECT_LT(seconds, slowBuild ? 60.0 : 2.0) << n << " inks";
+    }
+}
+
+// The third channel runs up to 60 and back again: that side of the box is reached from inside the
+// device cube alone.
+TEST(Gamut, ofAFoldedDeviceReachesWhereTheFoldReaches)
+{
+    const auto fold = [](double z) { return 60.0 * (1.0 - 4.0 * (z - 0.5) * (z - 0.5)); };
+    const QByteArray bytes = tableProfile(cmsSigYCbCrData, 33, [&](const std::vector<double>& d) {
+        return Lab{10 + 80 * d[0], -40 + 80 * d[1], fold(d[2])};
+    });
+    const auto gamut = gamutOf(opened(bytes));
+    EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
+    EXPECT_NEAR(gamut.report().foldShare, 0.5, 0.01);
+    EXPECT_NEAR(gamut.volume(), 80.0 * 80.0 * 60.0, 0.005 * 80 * 80 * 60);
+    expectSound(gamut, "folded");
+}
+
+// Video coding holds more than the display can show; what is beyond is clipped onto the display's
+// own surface. So the gamut is the display's, and a hull is off by what that is concave.
+TEST(Gamut, ofAVideoCodingIsThatOfItsDisplay)
+{
+    const QByteArray display = bytesOf(srgb());
+    const cmsHPROFILE profile =
+        cmsOpenProfileFromMem(display.constData(), static_cast<cmsUInt32Number>(display.size()));
+    const cmsHPROFILE lab = cmsCreateLab2Profile(nullptr);
+    const cmsHTRANSFORM transform = cmsCreateTransform(profile, TYPE_RGB_DBL, lab, TYPE_Lab_DBL,
+                                                       INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOCACHE);
+    const QByteArray bytes = tableProfile(cmsSigYCbCrData, 33, [&](const std::vector<double>& d) {
+        const double y = d[0], cb = d[1] - 0.5, cr = d[2] - 0.5; // ITU-R BT.601
+        std::array<double, 3> rgb{y + 1.402 * cr, y - 0.344136 * cb - 0.714136 * cr, y + 1.772 * cb};
+        for (double& v : rgb)
+            v = std::clamp(v, 0.0, 1.0);
+        Lab value{};
+        cmsDoTransform(transform, rgb.data(), value.data(), 1);
+        return value;
+    });
+    cmsDeleteTransform(transform);
+    cmsCloseProfile(lab);
+    cmsCloseProfile(profile);
+    const auto gamut = gamutOf(opened(bytes));
+    EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
+    EXPECT_NEAR(gamut.volume(), 832'781, 0.005 * 832'781) << qPrintable(gamut.reason());
+    EXPECT_TRUE(gamut.primaries().isEmpty());
+    expectSound(gamut, "video");
+}
+
+// A thick crescent is seen from none of its points, and bounds are still exact: the device does not fold.
+TEST(Gamut, ofACrescentKeepsItsHollow)
+{
+    // Polar: angle over 270 degrees, radius 20 to 50; the area of the ring sector times the height.
+    const QByteArray bytes = tableProfile(cmsSigRgbData, 65, [](const std::vector<double>& d) {
+        const double angle = 1.5 * M_PI * d[1];
+        const double radius = 20.0 + 30.0 * d[2];
+        return Lab{20 + 60 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+    });
+    const auto gamut = gamutOf(opened(bytes), 65);
+    EXPECT_EQ(gamut.method(), KVGamut::Method::DeviceMesh);
+    const double volume = 60.0 * 0.5 * 1.5 * M_PI * (50.0 * 50.0 - 20.0 * 20.0);
+    EXPECT_NEAR(gamut.volume(), volume, 0.002 * volume);
+    const float hollow[] = {50.0f, 0.0f, 0.0f};
+    EXPECT_FALSE(gamut.isInside(hollow));
+    const float gap[] = {50.0f, 25.0f, -25.0f};
+    EXPECT_FALSE(gamut.isInside(gap));
+    const float solid[] = {50.0f, -25.0f, 25.0f};
+    EXPECT_TRUE(gamut.isInside(solid));
+    expectSound(gamut, "crescent");
+}
+
+// --- Intents and black points ---------------------------------------------------------------------
+
+TEST(Gamut, ofAVersionTwoPrinterIsNotBlackPointCompensatedUnasked)
+{
+    // With compensation the darkest colour would come to L* 0; the profile's own is well above.
+    for (auto intent : {KVVMRenderPerceptual, KVVMRenderRelativeColorimetric, KVVMRenderSaturation})
+        EXPECT_GT(gamutOf(openedFile(printerCmyk()), 9, intent).blackPoint().L, 5.0f) << intent;
+}
+
+TEST(Gamut, growsDownwardsWithBlackPointCompensationSaveForTheAbsoluteIntent)
+{
+    const auto printer = openedFile(printerCmyk());
+    const auto lowest = [](const KVGamut::GamutObject& gamut) {
+        double low = 100.0;
+        for (const auto& face : slow::facesOf(gamut))
+            low = std::min(low, face[0][0]);
+        return low;
+    };
+    EXPECT_LT(lowest(gamutOf(printer, 9, KVVMRenderRelativeColorimetric, true)),
+              lowest(gamutOf(printer, 9, KVVMRenderRelativeColorimetric, false)) - 4.0);
+    EXPECT_TRUE(gamutOf(printer, 9, KVVMRenderAbsoluteColorimetric, true).faces() ==
+                gamutOf(printer, 9, KVVMRenderAbsoluteColorimetric, false).faces());
+}
+
+TEST(Gamut, showsThePaperUnderTheAbsoluteIntentAlone)
+{
+    const auto printer = openedFile(printerCmyk());
+    const auto relative = gamutOf(printer, 9).whitePoint();
+    EXPECT_NEAR(relative.L, 100.0f, 0.01f);
+    const auto absolute = gamutOf(printer, 9, KVVMRenderAbsoluteColorimetric).whitePoint();
+    EXPECT_LT(absolute.L, 95.0f);
+}
+
+TEST(Gamut, tellsHowItWasComputed)
+{
+    const auto report = gamutOf(openedFile(printerCmyk()), 9, KVVMRenderSaturation, true).report();
+    EXPECT_EQ(report.method, KVGamut::Method::RadialHull);
+    EXPECT_EQ(report.intent, KVVMRenderSaturation);
+    EXPECT_TRUE(report.blackPointCompensation);
+    EXPECT_EQ(report.channels, 4);
+    EXPECT_EQ(report.gridPoints, 9);
+    EXPECT_GT(report.faceCount, 100);
+    EXPECT_GT(report.seconds, 0.0);
+    EXPECT_EQ(report.reason, QString());
+}
+
+// --- Decoration -----------------------------------------------------------------------------------
+
+TEST(Gamut, startsItsPrimariesAtBlackForLightsAndAtPaperForInks)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const QByteArray bytes = bytesOf(path);
+        const auto gamut = gamutOf(opened(bytes));
+        const auto channels = static_cast<std::size_t>(gamut.report().channels);
+        const QList<float> reference = gamut.referenceLab();
+        ASSERT_EQ(reference.size(), 3);
+        EXPECT_LT(distance(reference, labOf(bytes, std::vector<double>(channels, 0.0))), 1e-3);
+        const auto primaries = gamut.primaries();
+        ASSERT_EQ(primaries.size(), static_cast<qsizetype>(channels));
+        for (std::size_t c = 0; c < channels; ++c) {
+            const auto& ramp = primaries[static_cast<qsizetype>(c)];
+            ASSERT_GE(ramp.size(), 8);
+            std::vector<double> full(channels, 0.0);
+            full[c] = 1.0;
+            EXPECT_LT(distance(ramp.last(), labOf(bytes, full)), 1e-3) << "channel " << c;
+            EXPECT_GT(distance(ramp.first(), {reference[0], reference[1], reference[2]}), 0.0);
+            EXPECT_LT(distance(ramp.first(), {reference[0], reference[1], reference[2]}), 10.0);
+        }
+    }
+}
+
+TEST(Gamut, hasPrimaryRampsOnTheDevicesOwnEdges)
+{
+    const QByteArray bytes = bytesOf(srgb());
+    const auto ramp = gamutOf(opened(bytes)).primaries()[1]; // green
+    // On the edge: some level of green alone gives it. Search by bisection over L*, which rises.
+    for (const auto& lab : ramp) {
+        double low = 0.0, high = 1.0;
+        for (int i = 0; i < 40; ++i) {
+            const double middle = 0.5 * (low + high);
+            (labOf(bytes, {0.0, middle, 0.0})[0] < double(lab[0]) ? low : high) = middle;
+        }
+        EXPECT_LT(distance(lab, labOf(bytes, {0.0, high, 0.0})), 0.01);
+    }
+}
+
+TEST(Gamut, ofADeviceWithoutColorantsHasNoPrimariesButABlackToStartFrom)
+{
+    const QByteArray bytes = tableProfile(cmsSigYCbCrData, 2, [](const std::vector<double>& d) {
+        return Lab{100 * d[0], -60 + 120 * d[1], -60 + 120 * d[2]};
+    });
+    const auto gamut = gamutOf(opened(bytes));
+    EXPECT_TRUE(gamut.primaries().isEmpty());
+    EXPECT_FALSE(gamut.outline().isEmpty());
+    EXPECT_LT(distance(gamut.referenceLab(), {0, 0, 0}), 0.01);
+    EXPECT_LT(distance(gamut.whitePoint(), {100, 0, 0}), 0.01);
+}
+
+TEST(Gamut, withoutDecorationHasNeitherPrimariesNorOutlineAndTheSameSurface)
+{
+    const auto profile = openedFile(srgb());
+    KVGamut::GamutObject plain;
+    ASSERT_TRUE(plain.init(profile, KVVMRenderRelativeColorimetric, false, false, 40.0f, 9, 2, nullptr));
+    EXPECT_TRUE(plain.primaries().isEmpty());
+    EXPECT_TRUE(plain.outline().isEmpty());
+    EXPECT_EQ(plain.referenceLab().size(), 3);
+    EXPECT_TRUE(plain.faces() == gamutOf(profile, 9).faces());
+}
+
+// --- Grid and refinement --------------------------------------------------------------------------
+
+TEST(Gamut, holdsTheGridToSensibleLimits)
+{
+    const auto profile = openedFile(srgb());
+    const std::vector<std::pair<int, int>> asked{{-1, 33}, {0, 33}, {1, 33}, {-2147483647, 33},
+                                                 {2, 3},   {3, 3},  {17, 17}};
+    for (const auto& [request, used] : asked)
+        EXPECT_EQ(gamutOf(profile, request).report().gridPoints, used) << request;
+    EXPECT_EQ(gamutOf(profile, 2147483647).report().gridPoints, 129);
+}
+
+TEST(Gamut, refinesEdgesLongerThanAskedThroughTheProfile)
+{
+    const auto profile = openedFile(prophotoRgb());
+    const auto compute = [&](float maxEdge, int refinements) {
+        KVGamut::GamutObject gamut;
+        EXPECT_TRUE(gamut.init(profile, KVVMRenderRelativeColorimetric, false, false, maxEdge, 3, refinements,
+                               nullptr));
+        return gamut;
+    };
+    const auto longest = [](const KVGamut::GamutObject& gamut) {
+        double length = 0.0;
+        for (const auto& f : slow::facesOf(gamut))
+            for (std::size_t i = 0; i < 3; ++i) {
+                const auto e = slow::minus(f[i], f[(i + 1) % 3]);
+                length = std::max(length, std::hypot(e[0], e[1], e[2]));
+            }
+        return length;
+    };
+    const auto coarse = compute(40.0f, 0);
+    const auto fine = compute(40.0f, 2);
+    EXPECT_GT(longest(coarse), 100.0);
+    EXPECT_LT(longest(fine), 0.5 * longest(coarse));
+    EXPECT_GT(fine.faceCount(), coarse.faceCount());
+    // Closer to the truth, and closed still.
+    EXPECT_LT(std::abs(fine.volume() - 2'880'355), 0.5 * std::abs(coarse.volume() - 2'880'355));
+    expectSound(fine, "refined");
+    EXPECT_LE(longest(compute(40.0f, 4)), 40.0 + 30.0);
+    EXPECT_TRUE(compute(1000.0f, 2).faces() == coarse.faces());
+    EXPECT_TRUE(compute(std::numeric_limits<float>::quiet_NaN(), 2).faces() == coarse.faces());
+    EXPECT_TRUE(compute(40.0f, -3).faces() == coarse.faces());
+}

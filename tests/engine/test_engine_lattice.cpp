@@ -1,0 +1,465 @@
+#include "MappedDevice.h"
+#include "SlowGeometry.h"
+#include "TestProfiles.h"
+
+#include <engine/surface/DeviceCubeMesh.h>
+#include <engine/surface/LatticeSurface.h>
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshVolume.h>
+#include <engine/mesh/NearestIndex.h>
+#include <engine/surface/RadialHull.h>
+#include <engine/surface/ReachedVolume.h>
+#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/WindingIndex.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <ostream>
+#include <random>
+#include <string>
+
+using namespace velmora;
+using testprofiles::Lab;
+
+namespace {
+
+// A solid that is known exactly, and a device that shows all of it.
+struct Case
+{
+    const char* name;
+    int channels;
+    MappedDevice::Map map;
+    double volume;
+    int euler; // of the surface
+    std::function<bool(Vec3)> contains;
+    double tolerance = 0.005; // share of the volume
+};
+
+double angleOf(Vec3 p)
+{
+    const double angle = std::atan2(p.b, p.a);
+    return angle < 0.0 ? angle + 2.0 * M_PI : angle;
+}
+
+// Part of a ring around the L* axis.
+struct Sector
+{
+    double low, high, inner, outer, angle;
+
+    Vec3 at(double height, double turn, double radius) const
+    {
+        const double r = inner + (outer - inner) * radius;
+        return {low + (high - low) * height, r * std::cos(angle * turn), r * std::sin(angle * turn)};
+    }
+    double volume() const
+    {
+        return (high - low) * 0.5 * std::min(angle, 2.0 * M_PI) * (outer * outer - inner * inner);
+    }
+    bool contains(Vec3 p) const
+    {
+        const double r = std::hypot(p.a, p.b);
+        return p.L > low && p.L < high && r > inner && r < outer && angleOf(p) < angle;
+    }
+};
+
+double folded(double x)
+{
+    return 1.0 - 4.0 * (x - 0.5) * (x - 0.5);
+}
+
+std::vector<Case> cases()
+{
+    std::vector<Case> all;
+    const auto add = [&all](const char* name, int channels, const Sector& s, int euler, const auto& map,
+                            double tolerance = 0.005) {
+        all.push_back({name, channels, [s, map](const float* d) { return map(s, d); }, s.volume(), euler,
+                       [s](Vec3 p) { return s.contains(p); }, tolerance});
+    };
+    const auto plain = [](const Sector& s, const float* d) { return s.at(d[0], d[1], d[2]); };
+    // One and a half times around and into itself: a ring with a hole.
+    add("wound", 3, {45, 55, 40, 50, 3.0 * M_PI}, 0, plain);
+    add("thickWound", 3, {20, 80, 20, 60, 3.0 * M_PI}, 0, plain);
+    // Folded and not to be seen whole from any of its points.
+    add("foldedCrescent", 3, {20, 80, 20, 50, 1.5 * M_PI}, 2,
+        [](const Sector& s, const float* d) { return s.at(folded(d[0]), d[1], d[2]); });
+    add("foldedAround", 3, {20, 80, 25, 50, 1.6 * M_PI}, 2,
+        [](const Sector& s, const float* d) { return s.at(d[0], folded(d[1]), d[2]); });
+    // Four and more channels, of which some do the same.
+    add("crescentOfFour", 4, {20, 80, 20, 50, 1.5 * M_PI}, 2,
+        [](const Sector& s, const float* d) { return s.at(0.5 * (d[0] + d[3]), d[1], d[2]); });
+    add("ringOfFour", 4, {30, 60, 25, 50, 2.5 * M_PI}, 0,
+        [](const Sector& s, const float* d) { return s.at(d[0], 0.5 * (d[1] + d[3]), d[2]); });
+    add("crescentOfFive", 5, {20, 80, 20, 50, 1.5 * M_PI}, 2, [](const Sector& s, const float* d) {
+        return s.at(0.5 * (d[0] + d[3]), d[1], 0.7 * d[2] + 0.3 * d[4]);
+    });
+    add("crescentOfSix", 6, {20, 80, 20, 50, 1.5 * M_PI}, 2, [](const Sector& s, const float* d) {
+        return s.at(0.5 * (d[0] + d[3]), d[1], 0.6 * d[2] + 0.3 * d[4] + 0.1 * d[5]);
+    });
+    return all;
+}
+
+void PrintTo(const Case& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
+// Computed once for all tests.
+const GamutRecord& recordOf(const Case& c)
+{
+    static std::map<std::string, GamutRecord> known;
+    const auto [place, isNew] = known.try_emplace(c.name);
+    if (isNew) {
+        QString reason;
+        EXPECT_TRUE(buildGamut(MappedDevice(c.channels, c.map), {}, {}, place->second, reason))
+            << qPrintable(reason);
+    }
+    return place->second;
+}
+
+class HardSolid : public testing::TestWithParam<Case>
+{
+protected:
+    void SetUp() override { ASSERT_EQ(record.method, KVGamut::Method::LatticeSurface); }
+
+    const GamutRecord& record = recordOf(GetParam());
+};
+
+} // namespace
+
+TEST_P(HardSolid, hasItsVolumeWithinTheStatedUncertainty)
+{
+    const double volume = signedVolume(record.mesh);
+    EXPECT_NEAR(volume, GetParam().volume, GetParam().tolerance * GetParam().volume);
+    EXPECT_LE(std::abs(volume - GetParam().volume), record.volumeUncertainty);
+    EXPECT_LE(record.volumeUncertainty, 0.03 * volume);
+}
+
+TEST_P(HardSolid, hasAClosedSurfaceOfItsOwnShape)
+{
+    const MeshTopology shape = topology(record.mesh);
+    EXPECT_TRUE(shape.closed && shape.manifold);
+    EXPECT_EQ(shape.components, 1);
+    EXPECT_EQ(shape.eulerCharacteristic, GetParam().euler);
+    EXPECT_EQ(countCrossings(record.mesh, 1000, {}), 0u);
+}
+
+TEST_P(HardSolid, containsWhatTheSolidContains)
+{
+    const WindingIndex index(record.mesh);
+    const NearestIndex surface(record.mesh);
+    std::mt19937 random(23);
+    std::uniform_real_distribution<double> L(0.0, 100.0), ab(-70.0, 70.0);
+    int inside = 0, wrong = 0;
+    for (int i = 0; i < 4000; ++i) {
+        const Vec3 x{L(random), ab(random), ab(random)};
+        const bool expected = GetParam().contains(x);
+        inside += expected;
+        if (index.isInside(x) != expected) {
+            ++wrong;
+            EXPECT_LT(length(surface.nearest(x) - x), 1.5);
+        }
+    }
+    EXPECT_GT(inside, 20);
+    EXPECT_LT(wrong, 40);
+}
+
+TEST_P(HardSolid, reachesTheColoursOfTheDevice)
+{
+    const WindingIndex index(record.mesh);
+    const NearestIndex surface(record.mesh);
+    std::mt19937 random(29);
+    std::uniform_real_distribution<float> any(0.0f, 1.0f);
+    const auto missed = [&](const std::array<float, 6>& colour) {
+        const Vec3 x = GetParam().map(colour.data());
+        return index.isInside(x) ? 0.0 : length(surface.nearest(x) - x);
+    };
+    constexpr int trials = 3000;
+    int far = 0;
+    for (int i = 0; i < trials; ++i) {
+        std::array<float, 6> colour;
+        for (float& v : colour)
+            v = any(random);
+        far += missed(colour) > 0.5;
+        // And at the device's ends, where the surface and its edges and corners are.
+        for (float& v : colour)
+            v = std::clamp(1.5f * v - 0.25f, 0.0f, 1.0f);
+        EXPECT_LT(missed(colour), 1.5);
+    }
+    EXPECT_LE(far, trials / 1000);
+}
+
+TEST_P(HardSolid, namesDeviceColoursThatShowItsCorners)
+{
+    const auto vertices = static_cast<int>(record.mesh.lab.size());
+    double sum = 0.0;
+    int count = 0;
+    for (int v = 0; v < vertices; v += 13) {
+        const double distance = length(GetParam().map(record.mesh.deviceOf(v)) -
+                                       toVec3(record.mesh.lab[static_cast<std::size_t>(v)]));
+        EXPECT_LT(distance, 3.0) << v;
+        sum += distance;
+        ++count;
+    }
+    EXPECT_LT(sum / count, 0.3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shapes, HardSolid, testing::ValuesIn(cases()),
+                         [](const auto& testCase) { return testCase.param.name; });
+
+// --- Through a profile ----------------------------------------------------------------------------
+
+TEST(LatticeGamut, ofAProfileThatWindsIntoItselfIsTheRing)
+{
+    const Sector s{45, 55, 40, 50, 3.0 * M_PI};
+    const auto profile =
+        testprofiles::opened(testprofiles::tableProfile(cmsSigRgbData, 65, [&](const std::vector<double>& d) {
+            const Vec3 p = s.at(d[0], d[1], d[2]);
+            return Lab{p.L, p.a, p.b};
+        }));
+    const auto gamut = testprofiles::gamutOf(profile);
+    EXPECT_EQ(gamut.reason(), QString());
+    EXPECT_EQ(gamut.method(), KVGamut::Method::LatticeSurface);
+    EXPECT_EQ(gamut.report().gridPoints, 33);
+    EXPECT_NEAR(gamut.volume(), s.volume(), 0.005 * s.volume());
+    const slow::Shape shape = slow::shapeOf(slow::facesOf(gamut));
+    EXPECT_TRUE(shape.everyEdgeOnceEachWay);
+    EXPECT_EQ(shape.euler, 0);
+    const float ring[] = {50.0f, 0.0f, -45.0f}, hole[] = {50.0f, 0.0f, 0.0f};
+    EXPECT_TRUE(gamut.isInside(ring));
+    EXPECT_FALSE(gamut.isInside(hole));
+
+    EXPECT_TRUE(testprofiles::gamutOf(profile).faces() == gamut.faces());
+    KVGamut::GamutObject copy;
+    copy.deserialize(gamut.serialize());
+    EXPECT_EQ(copy.reason(), QString());
+    EXPECT_EQ(copy.method(), KVGamut::Method::LatticeSurface);
+    EXPECT_TRUE(copy.faces() == gamut.faces());
+}
+
+// --- More channels than a lattice surface can be made for -----------------------------------------
+
+namespace {
+
+// The channels' means by threes are height, turn and radius.
+MappedDevice sectorOfManyChannels(int channels, const Sector& s)
+{
+    return MappedDevice(channels, [channels, s](const float* d) {
+        std::array<double, 3> sum{}, count{};
+        for (int c = 0; c < channels; ++c) {
+            sum[std::size_t(c % 3)] += double(d[c]);
+            count[std::size_t(c % 3)] += 1.0;
+        }
+        return s.at(sum[0] / count[0], sum[1] / count[1], sum[2] / count[2]);
+    });
+}
+
+// Inks that hold back light, each of its own part of the spectrum, in three bands.
+MappedDevice absorbingInks(int channels)
+{
+    return MappedDevice(channels, [channels](const float* d) {
+        std::array<double, 3> light{1.0, 1.0, 1.0};
+        for (int c = 0; c < channels; ++c)
+            for (std::size_t band = 0; band < 3; ++band)
+                light[band] *=
+                    std::exp(-double(d[c]) * (0.1 + 2.0 * ((c + int(band)) % 3 == 0) / (1 + c / 3)));
+        const auto cubeRoot = [](double t) { return t > 0.008856 ? std::cbrt(t) : 7.787 * t + 16.0 / 116.0; };
+        const double x = cubeRoot(0.45 * light[0] + 0.38 * light[1] + 0.17 * light[2]);
+        const double y = cubeRoot(0.25 * light[0] + 0.68 * light[1] + 0.07 * light[2]);
+        const double z = cubeRoot(0.02 * light[0] + 0.12 * light[1] + 0.86 * light[2]);
+        return Vec3{116.0 * y - 16.0, 500.0 * (x - y), 200.0 * (y - z)};
+    });
+}
+
+QString reasonFor(const MappedDevice& device)
+{
+    GamutRecord record;
+    QString reason;
+    const bool found = buildGamut(device, {}, {}, record, reason);
+    EXPECT_EQ(found, reason.isEmpty());
+    return reason;
+}
+
+} // namespace
+
+TEST(ManyChannels, withAHollowAreRefusedAndNotFilled)
+{
+    for (const auto& [channels, turns] : {std::pair{7, 1.5}, {8, 1.2}, {10, 1.5}}) {
+        const Sector s{20, 80, 20, 50, turns * M_PI};
+        EXPECT_TRUE(reasonFor(sectorOfManyChannels(channels, s)).contains(QLatin1String("hollow")))
+            << channels << " channels";
+    }
+}
+
+TEST(ManyChannels, withoutAHollowAreNotRefused)
+{
+    for (int channels : {7, 9, 12})
+        EXPECT_EQ(reasonFor(absorbingInks(channels)), QString()) << channels;
+}
+
+// A face over a hollow has an image along the solid; one on the solid has itself.
+TEST(ReachedVolume, isTheVolumeOfASolidWithoutHollows)
+{
+    QString reason;
+    const MappedDevice inks = absorbingInks(4);
+    const DeviceNodes nodes = equalisedNodes(inks, 17, smallEvenShare, {}, reason);
+    const SurfaceMesh hull = radialHull(inks, nodes, {}, reason);
+    EXPECT_NEAR(reachedVolume(hull, inks, {}, reason).value_or(0.0), signedVolume(hull),
+                0.002 * signedVolume(hull));
+
+    const Sector s{20, 80, 20, 50, 1.5 * M_PI};
+    const MappedDevice crescent = sectorOfManyChannels(7, s);
+    const DeviceNodes axes = equalisedNodes(crescent, 9, smallEvenShare, {}, reason);
+    const SurfaceMesh filled = radialHull(crescent, axes, {}, reason);
+    EXPECT_GT(signedVolume(filled), 1.3 * s.volume());
+    EXPECT_LT(reachedVolume(filled, crescent, {}, reason).value_or(1e9), 1.01 * s.volume());
+}
+
+// --- The parts ------------------------------------------------------------------------------------
+
+namespace {
+
+CastBudget& freshBudget()
+{
+    static CastBudget budget;
+    budget = {};
+    return budget;
+}
+
+// A box as a device of 3^3 nodes shows it.
+DeviceSolid boxSolid(Vec3 low, Vec3 high)
+{
+    const MappedDevice device(3, [=](const float* d) {
+        return Vec3{low.L + (high.L - low.L) * double(d[0]), low.a + (high.a - low.a) * double(d[1]),
+                    low.b + (high.b - low.b) * double(d[2])};
+    });
+    QString reason;
+    const std::vector<float> axis{0.0f, 0.25f, 1.0f};
+    return deviceSolid(device, {axis, axis, axis}, {}, reason);
+}
+
+} // namespace
+
+TEST(DeviceCubeMesh, thinnedIsTheMeshOfFewerNodes)
+{
+    const MappedDevice device(3, [](const float* d) {
+        return Vec3{100.0 * double(d[0]), 50.0 * double(d[1] * d[1]),
+                    60.0 * double(d[2]) - 10.0 * double(d[0])};
+    });
+    QString reason;
+    for (const auto& [nodes, count] : {std::pair{9, 5}, {8, 4}, {3, 2}, {17, 17}}) {
+        const DeviceNodes all = equalisedNodes(device, nodes, smallEvenShare, {}, reason);
+        DeviceNodes kept;
+        for (const auto& axis : all)
+            kept.push_back(thinnedAxis(axis, std::size_t(count)));
+        const SurfaceMesh expected = deviceCubeMesh(device, kept, {}, reason);
+        const SurfaceMesh thin =
+            thinnedCubeMesh(deviceCubeMesh(device, all, {}, reason), std::size_t(nodes), std::size_t(count));
+        EXPECT_EQ(thin.device, expected.device);
+        EXPECT_EQ(thin.triangles, expected.triangles);
+        ASSERT_EQ(thin.lab.size(), expected.lab.size());
+        for (std::size_t v = 0; v < thin.lab.size(); ++v)
+            EXPECT_EQ(toLattice(thin.lab[v]), toLattice(expected.lab[v]));
+    }
+}
+
+TEST(DeviceSolid, fillsTheImageOfTheDeviceOnce)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    EXPECT_EQ(solid.tetrahedra.size(), 8u * 6u);
+    double sum = 0.0;
+    for (const auto& t : solid.tetrahedra) {
+        const auto at = [&](std::size_t i) { return solid.points[static_cast<std::size_t>(t[i])]; };
+        sum += std::abs(dot(at(1) - at(0), cross(at(2) - at(0), at(3) - at(0)))) / 6.0;
+    }
+    EXPECT_NEAR(sum, 50.0 * 50.0 * 20.0, 1e-6 * sum);
+    EXPECT_NEAR(coveredVolume(solid, freshBudget(), {}), 50.0 * 50.0 * 20.0, 0.02 * sum);
+}
+
+TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    LineGrid grid;
+    grid.a0 = -30.0;
+    grid.b0 = 30.0; // along sides and edges of tetrahedra, too
+    grid.step = 2.5;
+    grid.na = 30;
+    grid.nb = 8;
+    const Stretches lines = castThrough(solid.points, solid.tetrahedra, grid, freshBudget(), {});
+    for (int j = 0; j < grid.nb; ++j)
+        for (int i = 0; i < grid.na; ++i) {
+            const double a = grid.a0 + i * grid.step;
+            const auto line = static_cast<std::size_t>(j * grid.na + i);
+            const auto count = lines.first[line + 1] - lines.first[line];
+            ASSERT_EQ(count, a < -20.0 || a > 30.0 ? 0u : 1u) << a;
+            if (count == 1) {
+                EXPECT_NEAR(lines.stretches[lines.first[line]].low, 10.0f, 1e-3f);
+                EXPECT_NEAR(lines.stretches[lines.first[line]].high, 60.0f, 1e-3f);
+            }
+        }
+}
+
+TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    const double edges = 4.0 * (50.0 + 50.0 + 20.0);
+    for (double pitch : {4.0, 2.0, 1.0}) {
+        SurfaceMesh mesh = latticeSurface(solid, pitch, freshBudget(), {});
+        const double missing = 50.0 * 50.0 * 20.0 - signedVolume(mesh);
+        // No more than the half of a cell along each edge, and nothing too much.
+        EXPECT_GE(missing, -1e-3);
+        EXPECT_LE(missing, 0.5 * pitch * pitch * edges);
+        const auto faces = mesh.triangles.size();
+        keepNoteworthyParts(mesh);
+        EXPECT_EQ(mesh.triangles.size(), faces);
+        EXPECT_EQ(topology(mesh).eulerCharacteristic, 2);
+    }
+}
+
+TEST(LatticeSurface, hasAsManyFacesAsAskedFor)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    const double pitch = pitchForFaces(solid, 20'000.0, freshBudget(), {});
+    EXPECT_NEAR(double(latticeSurface(solid, pitch, freshBudget(), {}).triangles.size()), 20'000.0, 3000.0);
+}
+
+TEST(LatticeSurface, isRidOfItsCrumbs)
+{
+    const DeviceSolid large = boxSolid({10, -20, 30}, {60, 30, 50});
+    SurfaceMesh mesh = latticeSurface(large, 2.0, freshBudget(), {});
+    const auto faces = mesh.triangles.size();
+    const SurfaceMesh crumb = latticeSurface(boxSolid({80, 0, 0}, {81, 1, 1}), 0.5, freshBudget(), {});
+    const int shift = static_cast<int>(mesh.lab.size());
+    mesh.lab.insert(mesh.lab.end(), crumb.lab.begin(), crumb.lab.end());
+    mesh.device.insert(mesh.device.end(), crumb.device.begin(), crumb.device.end());
+    for (const Triangle& t : crumb.triangles)
+        mesh.triangles.push_back({t[0] + shift, t[1] + shift, t[2] + shift});
+    keepNoteworthyParts(mesh);
+    EXPECT_EQ(mesh.triangles.size(), faces);
+    EXPECT_EQ(mesh.lab.size(), static_cast<std::size_t>(shift));
+    EXPECT_EQ(mesh.device.size(), static_cast<std::size_t>(shift) * 3);
+}
+
+TEST(LatticeSurface, stopsWhenCancelled)
+{
+    auto protocol = KVCompletionProtocol::createTask({});
+    protocol->cancel();
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    EXPECT_TRUE(latticeSurface(solid, 1.0, freshBudget(), Task(protocol)).triangles.empty());
+    EXPECT_EQ(pitchForFaces(solid, 1000.0, freshBudget(), Task(protocol)), 0.0);
+}
+
+TEST(LatticeSurface, stopsWhenItsBudgetIsSpent)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    CastBudget budget;
+    const double pitch = pitchForFaces(solid, 1000.0, budget, {});
+    EXPECT_GT(pitch, 0.0);
+    EXPECT_LT(budget.left, CastBudget().left);
+    EXPECT_FALSE(budget.isExceeded);
+    budget.left = 100;
+    EXPECT_TRUE(latticeSurface(solid, pitch, budget, {}).triangles.empty());
+    EXPECT_TRUE(budget.isExceeded);
+    EXPECT_TRUE(std::isnan(coveredVolume(solid, budget, {})));
+}

@@ -1,0 +1,602 @@
+#include "MappedDevice.h"
+
+#include <engine/mesh/Columns.h>
+#include <engine/mesh/ConvexHull.h>
+#include <engine/surface/DeviceCubeMesh.h>
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshVolume.h>
+#include <engine/mesh/NearestIndex.h>
+#include <engine/mesh/Outline.h>
+#include <engine/surface/Refinement.h>
+#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/WindingIndex.h>
+
+#include <gtest/gtest.h>
+
+extern "C" {
+#include <libqhull_r/qhull_ra.h>
+}
+
+#include <cmath>
+#include <map>
+#include <random>
+
+using namespace velmora;
+
+namespace {
+
+// --- Solids ---------------------------------------------------------------------------------------
+
+SurfaceMesh boxMesh(Vertex low, Vertex high)
+{
+    SurfaceMesh mesh;
+    mesh.channels = 3;
+    for (int i = 0; i < 8; ++i)
+        mesh.lab.push_back({i & 1 ? high.L : low.L, i & 2 ? high.a : low.a, i & 4 ? high.b : low.b});
+    mesh.triangles = {{1, 3, 7}, {1, 7, 5}, {0, 4, 6}, {0, 6, 2}, {2, 6, 7}, {2, 7, 3},
+                      {0, 1, 5}, {0, 5, 4}, {4, 5, 7}, {4, 7, 6}, {0, 2, 3}, {0, 3, 1}};
+    return mesh;
+}
+
+SurfaceMesh joined(const SurfaceMesh& p, const SurfaceMesh& q)
+{
+    SurfaceMesh mesh = p;
+    const int shift = static_cast<int>(p.lab.size());
+    mesh.lab.insert(mesh.lab.end(), q.lab.begin(), q.lab.end());
+    for (const Triangle& t : q.triangles)
+        mesh.triangles.push_back({t[0] + shift, t[1] + shift, t[2] + shift});
+    return mesh;
+}
+
+// A ring of `segments` square prisms around the L* axis.
+SurfaceMesh torusMesh(int segments)
+{
+    SurfaceMesh mesh;
+    mesh.channels = 3;
+    for (int i = 0; i < segments; ++i) {
+        const double angle = 2.0 * M_PI * i / segments;
+        for (const auto& [radius, L] : {std::pair{20.0, 0.0}, {40.0, 0.0}, {40.0, 20.0}, {20.0, 20.0}})
+            mesh.lab.push_back(snapped({L, radius * std::cos(angle), radius * std::sin(angle)}));
+    }
+    const auto at = [segments](int i, int k) { return (i % segments) * 4 + k % 4; };
+    for (int i = 0; i < segments; ++i)
+        for (int k = 0; k < 4; ++k) {
+            mesh.triangles.push_back({at(i, k), at(i + 1, k), at(i + 1, k + 1)});
+            mesh.triangles.push_back({at(i, k), at(i + 1, k + 1), at(i, k + 1)});
+        }
+    if (signedVolume(mesh) < 0.0)
+        flip(mesh);
+    return mesh;
+}
+
+double sixfoldVolume(const std::vector<HullPoint>& points, const std::vector<std::array<int, 3>>& triangles)
+{
+    double sum = 0.0;
+    for (const auto& t : triangles) {
+        const auto& p = points[static_cast<std::size_t>(t[0])];
+        const auto& q = points[static_cast<std::size_t>(t[1])];
+        const auto& r = points[static_cast<std::size_t>(t[2])];
+        sum += double(p.x) * (double(q.y) * r.z - double(q.z) * r.y) +
+               double(p.y) * (double(q.z) * r.x - double(q.x) * r.z) +
+               double(p.z) * (double(q.x) * r.y - double(q.y) * r.x);
+    }
+    return sum;
+}
+
+bool isClosedAndConvex(const std::vector<HullPoint>& points, const std::vector<std::array<int, 3>>& triangles)
+{
+    std::map<std::pair<int, int>, int> edges;
+    for (const auto& t : triangles)
+        for (std::size_t i = 0; i < 3; ++i)
+            ++edges[{t[i], t[(i + 1) % 3]}];
+    for (const auto& [edge, count] : edges)
+        if (count != 1 || edges.count({edge.second, edge.first}) != 1)
+            return false;
+    for (const auto& t : triangles)
+        for (const auto& p : points)
+            if (orientation3d(points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
+                              points[static_cast<std::size_t>(t[2])], p) > 0)
+                return false;
+    return !triangles.empty();
+}
+
+double qhullVolume(const std::vector<HullPoint>& points)
+{
+    std::vector<double> coordinates;
+    for (const auto& p : points)
+        coordinates.insert(coordinates.end(), {double(p.x), double(p.y), double(p.z)});
+    qhT context;
+    qhT* qh = &context;
+    QHULL_LIB_CHECK
+    qh_zero(qh, nullptr);
+    char command[] = "qhull Qt FA";
+    const int failed = qh_new_qhull(qh, 3, static_cast<int>(points.size()), coordinates.data(), False,
+                                    command, nullptr, nullptr);
+    EXPECT_EQ(failed, 0);
+    qh_getarea(qh, qh->facet_list);
+    const double volume = qh->totvol;
+    qh_freeqhull(qh, !qh_ALL);
+    int left = 0, blocks = 0;
+    qh_memfreeshort(qh, &left, &blocks);
+    return volume;
+}
+
+std::vector<HullPoint> randomBall(int count, unsigned seed, double low)
+{
+    std::mt19937 random(seed);
+    std::normal_distribution<double> any;
+    std::uniform_real_distribution<double> radius(low, 1.0);
+    std::vector<HullPoint> points;
+    for (int i = 0; i < count; ++i) {
+        const double x = any(random), y = any(random), z = any(random);
+        const double s = radius(random) * (largestHullCoordinate - 1) / std::sqrt(x * x + y * y + z * z);
+        points.push_back({std::int32_t(s * x), std::int32_t(s * y), std::int32_t(s * z)});
+    }
+    return points;
+}
+
+} // namespace
+
+// --- Convex hull ----------------------------------------------------------------------------------
+
+TEST(ConvexHull, enclosesAllPointsAndIsClosed)
+{
+    for (double low : {1.0, 0.99, 0.5, 0.0}) {
+        const auto points = randomBall(1500, 1, low);
+        EXPECT_TRUE(isClosedAndConvex(points, convexHull(points, {}).triangles)) << low;
+    }
+}
+
+TEST(ConvexHull, hasTheVolumeThatQhullFinds)
+{
+    for (double low : {1.0, 0.9, 0.0}) {
+        const auto points = randomBall(5000, 2, low);
+        const double volume = sixfoldVolume(points, convexHull(points, {}).triangles) / 6.0;
+        EXPECT_NEAR(volume / qhullVolume(points), 1.0, 1e-9) << low;
+    }
+}
+
+TEST(ConvexHull, takesGridsFullOfCoplanarAndRepeatedPoints)
+{
+    std::vector<HullPoint> points;
+    for (int round = 0; round < 2; ++round)
+        for (int x = -3; x <= 3; ++x)
+            for (int y = -3; y <= 3; ++y)
+                for (int z = -3; z <= 3; ++z)
+                    points.push_back({x * 1000, y * 1000, z * 1000});
+    const auto triangles = convexHull(points, {}).triangles;
+    EXPECT_TRUE(isClosedAndConvex(points, triangles));
+    EXPECT_DOUBLE_EQ(sixfoldVolume(points, triangles), 6.0 * 6000.0 * 6000.0 * 6000.0);
+}
+
+TEST(ConvexHull, ofAThinSliceOfTheLatticeIsExact)
+{
+    // A disc one lattice unit thick: floating point alone would see it as flat here and there.
+    std::mt19937 random(3);
+    std::uniform_int_distribution<std::int32_t> wide(-largestHullCoordinate, largestHullCoordinate),
+        thin(0, 1);
+    std::vector<HullPoint> points;
+    for (int i = 0; i < 800; ++i)
+        points.push_back({wide(random), wide(random), thin(random)});
+    EXPECT_TRUE(isClosedAndConvex(points, convexHull(points, {}).triangles));
+}
+
+TEST(ConvexHull, ofWhatSpansNoSpaceIsEmpty)
+{
+    EXPECT_TRUE(convexHull({}, {}).triangles.empty());
+    EXPECT_TRUE(convexHull({{1, 2, 3}}, {}).triangles.empty());
+    EXPECT_TRUE(convexHull(std::vector<HullPoint>(50, {7, 7, 7}), {}).triangles.empty());
+    std::vector<HullPoint> line, plane;
+    for (int i = 0; i < 50; ++i) {
+        line.push_back({i * 100, i * 200, -i * 300});
+        plane.push_back({i % 7 * 100, i / 7 * 100, i % 7 * 300 - i / 7 * 500});
+    }
+    EXPECT_TRUE(convexHull(line, {}).triangles.empty());
+    EXPECT_TRUE(convexHull(plane, {}).triangles.empty());
+}
+
+TEST(ConvexHull, ofFourPointsIsTheirTetrahedron)
+{
+    const std::vector<HullPoint> points{{0, 0, 0}, {10, 0, 0}, {0, 10, 0}, {0, 0, 10}};
+    const auto triangles = convexHull(points, {}).triangles;
+    EXPECT_EQ(triangles.size(), 4u);
+    EXPECT_TRUE(isClosedAndConvex(points, triangles));
+    EXPECT_DOUBLE_EQ(sixfoldVolume(points, triangles), 1000.0);
+}
+
+TEST(ConvexHull, stopsWhenCancelled)
+{
+    auto protocol = KVCompletionProtocol::createTask({});
+    protocol->cancel();
+    const auto hull = convexHull(randomBall(2000, 1, 1.0), Task(protocol));
+    EXPECT_TRUE(hull.cancelled);
+    EXPECT_TRUE(hull.triangles.empty());
+}
+
+// --- Orientation ----------------------------------------------------------------------------------
+
+TEST(Orientation, isExactWhereFloatingPointIsNot)
+{
+    // Nearly flat, with coordinates of 28 bits: the determinant is +1, its terms are near 2^84.
+    const std::int32_t m = (1 << 27) - 1;
+    const HullPoint p{0, 0, 0}, q{m, m - 1, 0}, r{m + 1, m, 0};
+    // q x r = m*m - (m-1)(m+1) = 1 along z
+    EXPECT_EQ(orientation3d(p, q, r, HullPoint{5, 9, 1}), 1);
+    EXPECT_EQ(orientation3d(p, q, r, HullPoint{5, 9, -1}), -1);
+    EXPECT_EQ(orientation3d(p, q, r, HullPoint{m, 3, 0}), 0);
+    EXPECT_EQ(orientation3d(p, r, q, HullPoint{5, 9, 1}), -1);
+}
+
+TEST(Orientation, putsEveryColumnOnOneSideOfEveryEdge)
+{
+    const LatticePoint p{0, 10, 10}, q{0, 30, 10}, r{0, 30, 40};
+    for (const auto& [u, v] : {std::pair{p, q}, {q, r}, {r, p}})
+        for (const LatticePoint& x :
+             {p, q, r, LatticePoint{0, 20, 10}, LatticePoint{0, 30, 20}, LatticePoint{0, 20, 25}}) {
+            EXPECT_NE(sideAb(u, v, x), 0);
+            EXPECT_EQ(sideAb(u, v, x), -sideAb(v, u, x));
+        }
+}
+
+// --- Checks ---------------------------------------------------------------------------------------
+
+TEST(MeshChecks, tellSoundSurfaces)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {10, 20, 30});
+    MeshTopology t = topology(box);
+    EXPECT_TRUE(t.indicesValid && t.closed && t.manifold);
+    EXPECT_EQ(t.components, 1);
+    EXPECT_EQ(t.eulerCharacteristic, 2);
+    EXPECT_DOUBLE_EQ(signedVolume(box), 6000.0);
+
+    t = topology(torusMesh(12));
+    EXPECT_TRUE(t.closed && t.manifold);
+    EXPECT_EQ(t.eulerCharacteristic, 0);
+
+    t = topology(joined(box, boxMesh({50, 50, 50}, {60, 60, 60})));
+    EXPECT_TRUE(t.closed && t.manifold);
+    EXPECT_EQ(t.components, 2);
+    EXPECT_EQ(t.eulerCharacteristic, 4);
+}
+
+TEST(MeshChecks, seeEveryKindOfDamage)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {10, 20, 30});
+    SurfaceMesh hole = box;
+    hole.triangles.pop_back();
+    EXPECT_FALSE(topology(hole).closed);
+
+    SurfaceMesh turned = box;
+    std::swap(turned.triangles[3][0], turned.triangles[3][1]);
+    EXPECT_FALSE(topology(turned).closed);
+
+    SurfaceMesh twice = box;
+    twice.triangles.push_back(twice.triangles[0]);
+    EXPECT_FALSE(topology(twice).closed);
+
+    for (int bad : {-1, 8, 1 << 30}) {
+        SurfaceMesh wrong = box;
+        wrong.triangles[5][1] = bad;
+        EXPECT_FALSE(topology(wrong).indicesValid);
+    }
+    SurfaceMesh flat = box;
+    flat.triangles[0][1] = flat.triangles[0][0];
+    EXPECT_FALSE(topology(flat).indicesValid);
+
+    // Two boxes that share one vertex: closed, but not manifold there.
+    SurfaceMesh touching = joined(box, boxMesh({10, 20, 30}, {20, 40, 60}));
+    for (Triangle& t : touching.triangles)
+        for (int& v : t)
+            if (v == 8)
+                v = 7;
+    const MeshTopology t = topology(touching);
+    EXPECT_TRUE(t.closed);
+    EXPECT_FALSE(t.manifold);
+
+    EXPECT_FALSE(topology({}).closed);
+}
+
+// --- Columns --------------------------------------------------------------------------------------
+
+namespace {
+
+WindingCheck windingOf(const SurfaceMesh& mesh, double pitch)
+{
+    const ColumnGrid grid = columnsOver(boundsOf(latticePoints(mesh)), pitch);
+    return checkWinding(castColumns(mesh, grid, {}), grid);
+}
+
+} // namespace
+
+TEST(Columns, measureTheVolumeOfASolid)
+{
+    const SurfaceMesh box = boxMesh({10, -20, 30}, {50, 30, 70});
+    const WindingCheck check = windingOf(box, 1.0);
+    EXPECT_NEAR(check.insideVolume, 40.0 * 50.0 * 40.0, 1e-3);
+    EXPECT_EQ(check.invalidVolume, 0.0);
+    const SurfaceMesh torus = torusMesh(60);
+    EXPECT_NEAR(windingOf(torus, 0.1).insideVolume, signedVolume(torus), 1e-3 * signedVolume(torus));
+}
+
+TEST(Columns, seeASurfaceThatPassesThroughItself)
+{
+    // Two boxes in one mesh share 10 x 20 x 30; there the surface winds twice.
+    const SurfaceMesh both = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({30, 20, 10}, {70, 60, 80}));
+    EXPECT_NEAR(windingOf(both, 0.5).invalidVolume, 10.0 * 20.0 * 30.0, 1.0);
+    SurfaceMesh inverted = boxMesh({0, 0, 0}, {40, 40, 40});
+    flip(inverted);
+    EXPECT_NEAR(windingOf(inverted, 0.5).invalidVolume, 64000.0, 1.0);
+}
+
+TEST(Columns, seeSheetsThatLieUponEachOther)
+{
+    // The upper box stands on a quarter of the lower one.
+    const SurfaceMesh stacked = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({40, 0, 0}, {60, 20, 20}));
+    const WindingCheck check = windingOf(stacked, 0.5);
+    EXPECT_EQ(check.invalidVolume, 0.0);
+    EXPECT_NEAR(check.coveredArea, 1600.0, 40.0);
+    EXPECT_NEAR(check.coincidentArea, 400.0, 20.0);
+    EXPECT_EQ(windingOf(torusMesh(60), 0.1).coincidentArea, 0.0);
+}
+
+namespace {
+
+// A box, along the b* axis of which the device runs forth, back and forth again; its two ends and
+// its middle do not tell.
+MappedDevice boxWithADetour()
+{
+    return MappedDevice(3, [](const float* d) {
+        const double t = double(d[2]);
+        return Vec3{10 + 80 * double(d[0]), 80 * double(d[1]), 80 * t + 40 * std::sin(2 * M_PI * t)};
+    });
+}
+
+} // namespace
+
+TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
+{
+    const MappedDevice device = boxWithADetour();
+    QString reason;
+    SurfaceMesh finer = deviceCubeMesh(device, {{0, 0.5f, 1}, {0, 0.5f, 1}, {0, 0.5f, 1}}, {}, reason);
+    ASSERT_TRUE(refine(finer, device, 1.0, 1, {}, reason));
+    EXPECT_EQ(countCrossings(finer, 1, {}), 0u); // nor does it wind more than once
+    EXPECT_GT(windingOf(finer, 1.0).coincidentArea, 1000.0);
+
+    GamutRequest request;
+    request.gridPoints = 3;
+    request.maxEdge = 1.0;
+    for (int refinements : {0, 1, 3}) {
+        request.refinements = refinements;
+        GamutRecord record;
+        ASSERT_TRUE(buildGamut(device, request, {}, record, reason)) << qPrintable(reason);
+        EXPECT_EQ(record.method, KVGamut::Method::DeviceMesh);
+        EXPECT_EQ(windingOf(record.mesh, 1.0).coincidentArea, 0.0) << refinements;
+        EXPECT_NEAR(std::abs(signedVolume(record.mesh)), 80.0 * 80.0 * 80.0, 1.0);
+    }
+}
+
+TEST(Columns, passThroughVerticesAndEdgesOnce)
+{
+    // The columns of an integer grid hit every vertex and edge of this box.
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {4, 4, 4});
+    ColumnGrid grid;
+    grid.a0 = grid.b0 = -65536;
+    grid.step = 65536;
+    grid.na = grid.nb = 7;
+    const ColumnCrossings columns = castColumns(box, grid, {});
+    for (std::size_t c = 0; c + 1 < columns.first.size(); ++c) {
+        int sum = 0;
+        for (auto i = columns.first[c]; i < columns.first[c + 1]; ++i)
+            sum += columns.crossings[i].sign;
+        EXPECT_EQ(sum, 0);
+        EXPECT_TRUE(columns.first[c + 1] - columns.first[c] == 0 ||
+                    columns.first[c + 1] - columns.first[c] == 2);
+    }
+    EXPECT_NEAR(checkWinding(columns, grid).insideVolume, 64.0, 1e-6);
+}
+
+// --- Crossings ------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::size_t all = 1'000'000;
+
+// Whether the edge from p to q goes through a triangle, in floating point (Möller and Trumbore 1997).
+bool edgePierces(Vec3 p, Vec3 q, const std::array<Vec3, 3>& t)
+{
+    const Vec3 along = q - p, u = t[1] - t[0], v = t[2] - t[0], h = cross(along, v);
+    const double size = dot(u, h);
+    if (size == 0.0)
+        return false;
+    const Vec3 s = p - t[0], k = cross(s, u);
+    const double x = dot(s, h) / size, y = dot(along, k) / size, z = dot(v, k) / size;
+    return x > 0.0 && y > 0.0 && x + y < 1.0 && z > 0.0 && z < 1.0;
+}
+
+std::size_t slowCrossings(const SurfaceMesh& mesh)
+{
+    std::vector<std::array<Vec3, 3>> triangles;
+    for (const Triangle& t : mesh.triangles)
+        triangles.push_back({toVec3(mesh.lab[static_cast<std::size_t>(t[0])]),
+                             toVec3(mesh.lab[static_cast<std::size_t>(t[1])]),
+                             toVec3(mesh.lab[static_cast<std::size_t>(t[2])])});
+    std::size_t count = 0;
+    for (std::size_t f = 0; f < triangles.size(); ++f)
+        for (std::size_t g = f + 1; g < triangles.size(); ++g) {
+            bool found = false;
+            for (std::size_t e = 0; e < 3; ++e)
+                found = found || edgePierces(triangles[f][e], triangles[f][(e + 1) % 3], triangles[g]) ||
+                        edgePierces(triangles[g][e], triangles[g][(e + 1) % 3], triangles[f]);
+            count += found;
+        }
+    return count;
+}
+
+} // namespace
+
+TEST(SelfCrossing, isFoundWhereALookAtEveryPairFindsIt)
+{
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> any(-100.0, 100.0), near(-15.0, 15.0);
+    for (int round = 0; round < 5; ++round) {
+        SurfaceMesh soup;
+        for (int i = 0; i < 600; ++i) {
+            const Vec3 middle{any(random), any(random), any(random)};
+            for (int c = 0; c < 3; ++c)
+                soup.lab.push_back(snapped(middle + Vec3{near(random), near(random), near(random)}));
+            soup.triangles.push_back({3 * i, 3 * i + 1, 3 * i + 2});
+        }
+        const std::size_t expected = slowCrossings(soup);
+        EXPECT_GT(expected, 20u);
+        EXPECT_EQ(countCrossings(soup, all, {}), expected);
+        EXPECT_EQ(countCrossings(soup, 7, {}), 7u);
+    }
+}
+
+TEST(SelfCrossing, isSeenWhereSolidsOverlapAndNowhereElse)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    EXPECT_EQ(countCrossings(box, all, {}), 0u);
+    EXPECT_EQ(countCrossings(torusMesh(60), all, {}), 0u);
+    EXPECT_GT(countCrossings(joined(box, boxMesh({30, 20, 10}, {70, 60, 80})), all, {}), 0u);
+    EXPECT_EQ(countCrossings(joined(box, boxMesh({10, 10, 10}, {20, 20, 20})), all, {}), 0u); // within
+    EXPECT_EQ(countCrossings(joined(box, boxMesh({40, 0, 0}, {80, 40, 40})), all, {}), 0u);   // beside
+    EXPECT_EQ(countCrossings({}, all, {}), 0u);
+}
+
+TEST(SelfCrossing, ofTheSmallestKindIsSeen)
+{
+    // A tip that reaches one lattice unit through a face.
+    SurfaceMesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
+    const float unit = 1.0f / 65536.0f;
+    mesh.lab.insert(mesh.lab.end(), {{40.0f - unit, 13.0f, 21.0f}, {60, 10, 20}, {60, 16, 20}});
+    mesh.triangles.push_back({8, 9, 10});
+    EXPECT_EQ(countCrossings(mesh, all, {}), 1u);
+    mesh.lab[8].L = 40.0f;
+    EXPECT_EQ(countCrossings(mesh, all, {}), 0u); // touches
+}
+
+// Corners of a real mesh: fans that lie flat, sharp ones, and sheets that pass between them.
+TEST(SelfCrossing, isFoundWhereverOneSolidIsPushedIntoAnother)
+{
+    const SurfaceMesh ring = torusMesh(24);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> any(-25.0, 25.0);
+    int crossing = 0;
+    for (int round = 0; round < 40; ++round) {
+        SurfaceMesh moved = torusMesh(17);
+        const Vec3 shift{any(random), 2.0 * any(random), any(random)};
+        for (Vertex& v : moved.lab)
+            v = snapped(toVec3(v) + shift);
+        const SurfaceMesh both = joined(ring, moved);
+        const std::size_t expected = slowCrossings(both);
+        crossing += expected > 0;
+        EXPECT_EQ(countCrossings(both, all, {}), expected) << round;
+    }
+    EXPECT_GT(crossing, 20);
+}
+
+// A vertex pushed through the far side of its own solid: its own fan stays whole, others do not.
+TEST(SelfCrossing, ofADentThroughTheOtherSideIsFound)
+{
+    SurfaceMesh mesh = torusMesh(24);
+    EXPECT_EQ(slowCrossings(mesh), 0u);
+    mesh.lab[2] = {-5.0f, 30.0f, 0.0f};
+    const std::size_t expected = slowCrossings(mesh);
+    EXPECT_GT(expected, 0u);
+    EXPECT_EQ(countCrossings(mesh, all, {}), expected);
+}
+
+// Sheets that lie upon each other do not pass through each other. Where two solids lie upon each other
+// the surface winds twice instead, or not at all, and where they only touch nothing is wrong.
+TEST(SelfCrossing, leavesSheetsUponEachOtherToTheColumns)
+{
+    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    const SurfaceMesh twice = joined(box, box);
+    EXPECT_EQ(countCrossings(twice, all, {}), 0u);
+    EXPECT_NEAR(windingOf(twice, 2.0).invalidVolume, 64000.0, 1.0);
+
+    // One on the other's floor and walls, within it.
+    const SurfaceMesh nested = joined(box, boxMesh({0, 0, 0}, {20, 40, 40}));
+    EXPECT_EQ(countCrossings(nested, all, {}), 0u);
+    EXPECT_NEAR(windingOf(nested, 2.0).invalidVolume, 32000.0, 1.0);
+
+    SurfaceMesh inside = box;
+    flip(inside);
+    EXPECT_EQ(windingOf(joined(box, inside), 2.0).insideVolume, 0.0);
+}
+
+// --- Inside and outline of solids with holes ------------------------------------------------------
+
+TEST(WindingIndex, knowsTheHoleOfATorus)
+{
+    const WindingIndex index(torusMesh(60));
+    EXPECT_FALSE(index.isInside({10, 0, 0}));
+    EXPECT_TRUE(index.isInside({10, 30, 0}));
+    EXPECT_TRUE(index.isInside({10, 0, -30}));
+    EXPECT_FALSE(index.isInside({21, 30, 0}));
+    EXPECT_FALSE(index.isInside({-1, 30, 0}));
+    EXPECT_FALSE(index.isInside({10, 41, 0}));
+}
+
+TEST(WindingIndex, countsPointsOnAFaceAsInside)
+{
+    const WindingIndex index(boxMesh({0, 0, 0}, {10, 20, 30}));
+    EXPECT_TRUE(index.isInside({0, 7, 9}));
+    EXPECT_TRUE(index.isInside({10, 7, 9}));
+    EXPECT_FALSE(index.isInside({10.001, 7, 9}));
+    EXPECT_FALSE(index.isInside({-0.001, 7, 9}));
+}
+
+TEST(NearestIndex, findsTheInnerSideOfATorus)
+{
+    const NearestIndex index(torusMesh(4)); // square: flat sides at a distance of 20 / sqrt(2)
+    const Vec3 p = index.nearest({10, 0, 0});
+    EXPECT_NEAR(length(p - Vec3{10, 0, 0}), 20.0 / std::sqrt(2.0), 1e-4);
+}
+
+TEST(NearestIndex, takesTrianglesThatAreLinesOrPoints)
+{
+    const Vec3 p{0, 0, 0}, q{10, 0, 0}, r{4, 0, 0}, x{6, 3, 4};
+    for (const auto& t : {std::array{p, q, r}, {q, r, p}, {p, p, q}, {p, q, q}, {q, p, q}})
+        EXPECT_NEAR(length(nearestOnTriangle(x, t[0], t[1], t[2]) - Vec3{6, 0, 0}), 0.0, 1e-12);
+    EXPECT_EQ(nearestOnTriangle(x, p, p, p), p);
+}
+
+TEST(Outline, ofATorusIsTwoLoops)
+{
+    const auto loops = outlineOf(torusMesh(48));
+    ASSERT_EQ(loops.size(), 2u);
+    std::vector<double> areas;
+    for (const auto& loop : loops) {
+        double sum = 0.0;
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            const Vertex& p = loop[i].lab;
+            const Vertex& q = loop[(i + 1) % loop.size()].lab;
+            sum += 0.5 * (double(p.a) * q.b - double(q.a) * p.b);
+        }
+        areas.push_back(sum);
+    }
+    std::sort(areas.begin(), areas.end());
+    const double sector = 0.5 * 48 * std::sin(2.0 * M_PI / 48); // of a regular polygon of radius 1
+    EXPECT_NEAR(areas[0], -sector * 400.0, 0.1);
+    EXPECT_NEAR(areas[1], sector * 1600.0, 0.1);
+}
+
+TEST(Outline, unitesWhatOverlaps)
+{
+    // Apart in L*, crossing in projection: 40 x 40 twice less the common 20 x 20.
+    const SurfaceMesh both = joined(boxMesh({0, 0, 0}, {10, 40, 40}), boxMesh({30, 20, 20}, {40, 60, 60}));
+    const auto loops = outlineOf(both);
+    ASSERT_EQ(loops.size(), 1u);
+    double area = 0.0;
+    int crossings = 0;
+    for (std::size_t i = 0; i < loops[0].size(); ++i) {
+        const auto& p = loops[0][i];
+        const auto& q = loops[0][(i + 1) % loops[0].size()];
+        area += 0.5 * (double(p.lab.a) * q.lab.b - double(q.lab.a) * p.lab.b);
+        crossings += p.vertex < 0;
+    }
+    EXPECT_NEAR(area, 2800.0, 1e-3);
+    EXPECT_EQ(crossings, 2);
+}

@@ -1,0 +1,382 @@
+#include "TestProfiles.h"
+
+#include <engine/profile/IccTables.h>
+
+#include "support/MessageCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+#include <cstring>
+#include <ctime>
+#include <random>
+#include <string>
+#include <thread>
+
+using namespace testprofiles;
+
+namespace {
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return file.readAll();
+}
+
+void append32(QByteArray& bytes, quint32 value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.append(static_cast<char>(value >> shift));
+}
+
+// A CMYK profile whose one tag, A2B0 or D2B0, holds the given bytes.
+QByteArray profileAround(const char* tagName, const QByteArray& tag)
+{
+    QByteArray bytes;
+    append32(bytes, static_cast<quint32>(128 + 4 + 12 + tag.size()));
+    bytes.append("lcms", 4);
+    append32(bytes, 0x04300000);
+    bytes.append("prtrCMYKLab ", 12);
+    bytes.append(QByteArray(12, '\0'));
+    bytes.append("acsp", 4);
+    bytes.append(QByteArray(128 - bytes.size(), '\0'));
+    append32(bytes, 1);
+    bytes.append(tagName, 4);
+    append32(bytes, 128 + 4 + 12);
+    append32(bytes, static_cast<quint32>(tag.size()));
+    return bytes + tag;
+}
+
+// Multi-process elements: one table of 4 inputs and 3 outputs with the given grid, and no values.
+QByteArray elementTable(char gridPoints)
+{
+    QByteArray tag("mpet\0\0\0\0", 8);
+    tag.append(QByteArray("\0\4\0\3", 4));
+    append32(tag, 1);  // one element
+    append32(tag, 24); // where
+    append32(tag, 40); // its size
+    tag.append(QByteArray("clut\0\0\0\0\0\4\0\3", 12));
+    tag.append(QByteArray(4, gridPoints) + QByteArray(12, '\0'));
+    return tag + QByteArray(12, '\0');
+}
+
+// Multi-process elements, one after the other.
+QByteArray elementList(const QList<QByteArray>& elements)
+{
+    QByteArray tag("mpet\0\0\0\0", 8);
+    tag.append(QByteArray("\0\4\0\3", 4));
+    append32(tag, static_cast<quint32>(elements.size()));
+    auto at = static_cast<quint32>(16 + 8 * elements.size());
+    for (const QByteArray& element : elements) {
+        append32(tag, at);
+        append32(tag, static_cast<quint32>(element.size()));
+        at += static_cast<quint32>(element.size());
+    }
+    for (const QByteArray& element : elements)
+        tag.append(element);
+    return tag;
+}
+
+void appendFloat(QByteArray& bytes, float value)
+{
+    quint32 bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    append32(bytes, bits);
+}
+
+// Four channels in, `outputs` out, each what comes in.
+QByteArray matrixElement(int outputs)
+{
+    QByteArray element("matf\0\0\0\0\0\4\0", 11);
+    element.append(static_cast<char>(outputs));
+    for (int i = 0; i < 4 * outputs; ++i)
+        appendFloat(element, i % 5 == 0 ? 1.0f : 0.0f);
+    for (int i = 0; i < outputs; ++i)
+        appendFloat(element, 0.0f);
+    return element;
+}
+
+// Fourteen channels in, three out, two nodes each way.
+QByteArray wideTableElement()
+{
+    QByteArray element("clut\0\0\0\0\0\16\0\3", 12);
+    element.append(QByteArray(14, '\2') + QByteArray(2, '\0'));
+    return element + QByteArray(4 * 3 << 14, '\0');
+}
+
+// Four curves of so many straight segments each.
+QByteArray curveElement(int segments)
+{
+    QByteArray curve("curf\0\0\0\0", 8);
+    curve.append(static_cast<char>(segments >> 8)).append(static_cast<char>(segments)).append(2, '\0');
+    for (int i = 1; i < segments; ++i)
+        appendFloat(curve, static_cast<float>(i) / static_cast<float>(segments));
+    for (int i = 0; i < segments; ++i) {
+        curve.append("parf\0\0\0\0\0\0\0\0", 12);
+        for (float parameter : {1.0f, 1.0f, 0.0f, 0.0f})
+            appendFloat(curve, parameter);
+    }
+    QByteArray element("cvst\0\0\0\0\0\4\0\4", 12);
+    for (int i = 0; i < 4; ++i) {
+        append32(element, 12 + 4 * 8); // all the same one
+        append32(element, static_cast<quint32>(curve.size()));
+    }
+    return element + curve;
+}
+
+// What one computation takes of the processor and adds to the process at most.
+struct Cost
+{
+    double seconds = 0.0;
+    double megabytes = 0.0;
+};
+
+double statusMegabytes(const char* name)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith(name))
+            return line.mid(static_cast<qsizetype>(std::strlen(name)))
+                       .simplified()
+                       .split(' ')
+                       .first()
+                       .toDouble() /
+                   1024.0;
+    return 0.0;
+}
+
+template <typename Work>
+Cost costOf(const Work& work)
+{
+    QFile peak(QStringLiteral("/proc/self/clear_refs"));
+    EXPECT_TRUE(peak.open(QIODevice::WriteOnly));
+    peak.write("5"); // begins the peak anew
+    peak.close();
+    const double before = statusMegabytes("VmRSS:");
+    const std::clock_t start = std::clock();
+    work();
+    return {double(std::clock() - start) / CLOCKS_PER_SEC, statusMegabytes("VmHWM:") - before};
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double slowness = 20.0;
+#else
+constexpr double slowness = 1.0;
+#endif
+
+// The promise for any bytes under a megabyte.
+void expectHarmless(const QByteArray& bytes, const std::string& what)
+{
+    ASSERT_LT(bytes.size(), 1 << 20) << what;
+    const Cost cost = costOf([&] {
+        const auto profile = opened(bytes);
+        if (profile)
+            gamutOf(profile);
+    });
+    EXPECT_LT(cost.seconds, 2.0 * slowness) << what;
+    EXPECT_LT(cost.megabytes, 256.0 * slowness) << what;
+}
+
+} // namespace
+
+TEST(Profile, opensFromAFileAndFromItsBytes)
+{
+    EXPECT_TRUE(openedFile(srgb()));
+    EXPECT_EQ(KVProfileError(), QString());
+    EXPECT_TRUE(opened(bytesOf(srgb())));
+    EXPECT_EQ(KVProfileError(), QString());
+}
+
+TEST(Profile, needsItsBytesOnlyWhileItIsOpened)
+{
+    QByteArray bytes = bytesOf(srgb());
+    const auto profile = opened(bytes);
+    bytes.fill('\0');
+    EXPECT_GT(gamutOf(profile, 5).faceCount(), 0);
+}
+
+TEST(Profile, opensFromAPathWithLettersOfAllKinds)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Größe 色域.icc"));
+    ASSERT_TRUE(QFile::copy(srgb(), path));
+    EXPECT_TRUE(openedFile(path)) << qPrintable(KVProfileError());
+}
+
+TEST(Profile, isNullWithAReasonWhenThereIsNone)
+{
+    QTemporaryDir folder;
+    const QString text = folder.filePath(QStringLiteral("text.icc"));
+    QFile file(text);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        QByteArray("not a profile at all, but some text of more than a header's length ").repeated(10));
+    file.close();
+    const QString nothing = folder.filePath(QStringLiteral("nothing.icc"));
+    QFile empty(nothing);
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+
+    const std::vector<std::pair<QByteArray, const char*>> paths{
+        {QByteArray(), "no file"},
+        {folder.filePath(QStringLiteral("missing.icc")).toUtf8(), "there is no file"},
+        {folder.path().toUtf8(), "not a file"},
+        {QByteArray("/dev/zero"), "not a file"},
+        {text.toUtf8(), "no ICC profile"},
+        {nothing.toUtf8(), "no ICC profile"},
+    };
+    for (const auto& [path, part] : paths) {
+        EXPECT_EQ(KVProfileCreateWithPath(path.constData()), nullptr) << path.constData();
+        EXPECT_TRUE(KVProfileError().contains(QLatin1String(part))) << qPrintable(KVProfileError());
+    }
+    EXPECT_EQ(KVProfileCreateWithPath(nullptr), nullptr);
+    EXPECT_FALSE(KVProfileError().isEmpty());
+    EXPECT_EQ(KVProfileCreateWithData(nullptr, 100), nullptr);
+    EXPECT_EQ(KVProfileCreateWithData("", 0), nullptr);
+    EXPECT_EQ(KVProfileCreateWithData("abc", -3), nullptr);
+    EXPECT_FALSE(KVProfileError().isEmpty());
+    EXPECT_TRUE(kvtest::messages().isEmpty());
+}
+
+TEST(Profile, keepsErrorsApartByThread)
+{
+    EXPECT_EQ(KVProfileCreateWithPath("/nowhere/at.all"), nullptr);
+    QString other = QStringLiteral("untouched");
+    std::thread([&other] { other = KVProfileError(); }).join();
+    EXPECT_EQ(other, QString());
+    EXPECT_FALSE(KVProfileError().isEmpty());
+}
+
+TEST(Profile, releasesNull)
+{
+    KVProfileRelease(nullptr);
+}
+
+TEST(Profile, travelsInAVariantUnderItsName)
+{
+    EXPECT_EQ(qRegisterMetaType<KVProfilePtr>("KVProfilePtr"), qMetaTypeId<KVProfilePtr>());
+    const auto profile = openedFile(srgb());
+    EXPECT_EQ(QVariant::fromValue(profile).value<KVProfilePtr>(), profile);
+}
+
+// --- Hostile bytes --------------------------------------------------------------------------------
+
+// 90^4 nodes in under 300 bytes: reading it took 378 MB before it failed.
+TEST(ProfileTables, ofMoreNodesThanTheirBytesAreRefused)
+{
+    const QByteArray hostile = profileAround("D2B0", elementTable(90));
+    ASSERT_LT(hostile.size(), 300);
+    EXPECT_EQ(KVProfileCreateWithData(hostile.constData(), static_cast<int>(hostile.size())), nullptr);
+    EXPECT_TRUE(KVProfileError().contains(QLatin1String("D2B0"))) << qPrintable(KVProfileError());
+}
+
+TEST(ProfileTables, ofEveryKindAreMeasured)
+{
+    QByteArray eight("mft1\0\0\0\0\4\3\xff\0", 12);
+    EXPECT_FALSE(velmora::iccTableProblem(profileAround("A2B0", eight + QByteArray(2000, '\0'))).isEmpty());
+    QByteArray sixteen("mft2\0\0\0\0\4\3\x21\0", 12);
+    EXPECT_FALSE(velmora::iccTableProblem(profileAround("A2B0", sixteen + QByteArray(2000, '\0'))).isEmpty());
+    QByteArray staged("mAB \0\0\0\0\4\3\0\0", 12);
+    for (quint32 offset : {0u, 0u, 0u, 32u, 0u}) // the table alone
+        append32(staged, offset);
+    QByteArray grid = QByteArray(4, '\x21') + QByteArray(12, '\0') + QByteArray("\2\0\0\0", 4);
+    EXPECT_FALSE(velmora::iccTableProblem(profileAround("A2B0", staged + grid)).isEmpty());
+    // The same with all its values there: 3^4 nodes of 3 sixteen-bit numbers.
+    grid = QByteArray(4, '\3') + QByteArray(12, '\0') + QByteArray("\2\0\0\0", 4) + QByteArray(81 * 6, '\0');
+    EXPECT_EQ(velmora::iccTableProblem(profileAround("A2B0", staged + grid)), QString());
+}
+
+TEST(ProfileTables, ofInstalledProfilesAreFoundSound)
+{
+    const QStringList paths = installedProfiles();
+    ASSERT_GE(paths.size(), 25);
+    for (const QString& path : paths)
+        EXPECT_EQ(velmora::iccTableProblem(bytesOf(path)), QString()) << qPrintable(path);
+}
+
+TEST(HostileProfile, cutShortAnywhereIsRefusedOrComputedQuickly)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const QByteArray whole = bytesOf(path);
+        for (int i = 0; i < 40; ++i) {
+            const QByteArray part = whole.left(whole.size() * i / 40);
+            QElapsedTimer clock;
+            clock.start();
+            const auto profile = opened(part);
+            if (profile)
+                gamutOf(profile, 5);
+            EXPECT_LT(clock.elapsed(), 2000);
+        }
+    }
+}
+
+TEST(HostileProfile, withRandomBytesChangedIsRefusedOrSound)
+{
+    std::mt19937 random(20);
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const QByteArray whole = bytesOf(path);
+        for (int i = 0; i < 200; ++i) {
+            QByteArray bytes = whole;
+            // Half of the changes hit the header and the list of tags.
+            for (int k = 0; k < 8; ++k) {
+                const auto range = static_cast<unsigned>(k % 2 ? bytes.size() : 400);
+                bytes[static_cast<qsizetype>(random() % range)] = static_cast<char>(random());
+            }
+            const auto profile = opened(bytes);
+            if (!profile) {
+                EXPECT_FALSE(KVProfileError().isEmpty());
+                continue;
+            }
+            const auto gamut = gamutOf(profile, 5);
+            EXPECT_EQ(gamut.faceCount() == 0, !gamut.reason().isEmpty());
+        }
+    }
+}
+
+// All colours everywhere: lines through such a solid meet thousands of tetrahedra, which once took
+// twenty seconds and 1.6 GB.
+TEST(HostileProfile, ofNoiseTakesNeitherLongNorMuchMemory)
+{
+    struct Table
+    {
+        cmsColorSpaceSignature space;
+        int nodes;
+    };
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> any(0.0, 1.0);
+    for (const auto& [space, nodes] : {Table{cmsSigRgbData, 33}, {cmsSig6colorData, 6}})
+        for (double noise : {0.1, 0.3, 1.0}) {
+            const QByteArray bytes = tableProfile(space, nodes, [&](const std::vector<double>& d) {
+                const auto mixed = [&](double value) { return (1.0 - noise) * value + noise * any(random); };
+                return Lab{100 * mixed(d[2]), -128 + 255 * mixed(d[0]), -128 + 255 * mixed(d[1])};
+            });
+            expectHarmless(bytes, std::to_string(cmsChannelsOf(space)) + " channels, noise " +
+                                      std::to_string(noise));
+        }
+}
+
+// Each colour passes through all of them.
+TEST(HostileProfile, ofThousandsOfElementsIsRefused)
+{
+    QList<QByteArray> matrices(10'000, matrixElement(4));
+    matrices.append(matrixElement(3));
+    const QList<QByteArray> curves{curveElement(25'000), matrixElement(3)};
+    const QList<QByteArray> table{matrixElement(14), wideTableElement()};
+    for (const auto& elements : {matrices, curves, table}) {
+        const QByteArray bytes = profileAround("D2B1", elementList(elements));
+        ASSERT_LT(bytes.size(), 1 << 20);
+        EXPECT_EQ(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())), nullptr);
+        EXPECT_TRUE(KVProfileError().contains(QLatin1String("D2B1"))) << qPrintable(KVProfileError());
+        expectHarmless(bytes, "elements");
+    }
+    // As many as a device may need.
+    const QByteArray sound = profileAround(
+        "D2B1", elementList({curveElement(9), matrixElement(4), curveElement(2), matrixElement(3)}));
+    EXPECT_EQ(velmora::iccTableProblem(sound), QString());
+}

@@ -1,0 +1,264 @@
+#include "TestProfiles.h"
+
+#include <engine/gamut/GamutData.h>
+#include <engine/mesh/MeshVolume.h>
+#include <engine/gamut/Serialize.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCborMap>
+#include <QtCore/QCborValue>
+#include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <random>
+
+using namespace testprofiles;
+using Hash = QHash<QString, QVariant>;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double slowness = 20.0;
+#else
+constexpr double slowness = 1.0;
+#endif
+
+const QString gamutKey = QStringLiteral("Gamut");
+
+KVGamut::GamutObject restored(const Hash& hash)
+{
+    KVGamut::GamutObject gamut;
+    gamut.deserialize(hash);
+    return gamut;
+}
+
+bool sameFields(const KVGamut::Comparison& p, const KVGamut::Comparison& q)
+{
+    return std::memcmp(&p, &q, sizeof p) == 0;
+}
+
+void expectTheSame(const KVGamut::GamutObject& original, const KVGamut::GamutObject& copy, const char* how)
+{
+    EXPECT_EQ(copy.reason(), QString()) << how;
+    EXPECT_TRUE(copy.faces() == original.faces()) << how;
+    EXPECT_EQ(copy.volume(), original.volume()) << how;
+    EXPECT_TRUE(copy.outline() == original.outline()) << how;
+    EXPECT_EQ(copy.primaries(), original.primaries()) << how;
+    EXPECT_EQ(copy.referenceLab(), original.referenceLab()) << how;
+    EXPECT_EQ(copy.method(), original.method()) << how;
+    EXPECT_EQ(copy.report().volumeUncertainty, original.report().volumeUncertainty) << how;
+    EXPECT_EQ(copy.report().intent, original.report().intent) << how;
+    EXPECT_TRUE(sameFields(copy.compare(original), original.compare(original))) << how;
+    std::mt19937 random(2);
+    std::uniform_real_distribution<float> any(-100.0f, 100.0f);
+    for (int i = 0; i < 200; ++i) {
+        const float lab[] = {any(random), any(random), any(random)};
+        EXPECT_EQ(copy.isInside(lab), original.isInside(lab)) << how;
+    }
+}
+
+Hash throughDataStream(const Hash& hash)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << hash;
+    Hash back;
+    QDataStream in(bytes);
+    in >> back;
+    return back;
+}
+
+Hash throughCbor(const Hash& hash)
+{
+    const QByteArray bytes = QCborMap::fromVariantHash(hash).toCborValue().toCbor();
+    return QCborValue::fromCbor(bytes).toMap().toVariantHash();
+}
+
+Hash throughJson(const Hash& hash)
+{
+    const QByteArray bytes = QJsonDocument(QJsonObject::fromVariantHash(hash)).toJson();
+    return QJsonDocument::fromJson(bytes).object().toVariantHash();
+}
+
+void expectRefused(const Hash& hash, const char* what)
+{
+    static const KVGamut::GamutObject before = gamutOf(openedFile(srgb()), 5);
+    KVGamut::GamutObject gamut = before;
+    gamut.deserialize(hash);
+    EXPECT_FALSE(gamut.reason().isEmpty()) << what;
+    EXPECT_TRUE(gamut.referenceLab().isEmpty()) << what;
+    EXPECT_EQ(gamut.faceCount(), 0) << what;
+}
+
+} // namespace
+
+TEST(Serialize, keepsEverythingThroughEveryRoad)
+{
+    for (const QString& path : {srgb(), printerCmyk()}) {
+        const auto original = gamutOf(openedFile(path), 17, KVVMRenderAbsoluteColorimetric);
+        const Hash hash = original.serialize();
+        ASSERT_TRUE(hash.contains(gamutKey));
+        expectTheSame(original, restored(hash), "directly");
+        expectTheSame(original, restored(throughDataStream(hash)), "QDataStream");
+        expectTheSame(original, restored(throughCbor(hash)), "CBOR");
+        expectTheSame(original, restored(throughJson(hash)), "JSON");
+    }
+}
+
+TEST(Serialize, isReadFromUnderItsOwnKeyAsWell)
+{
+    const auto original = gamutOf(openedFile(srgb()), 9);
+    const Hash hash = original.serialize();
+    expectTheSame(original, restored({{gamutKey, QVariant::fromValue(QVariantHash(hash))}}), "hash");
+    QVariantMap map;
+    for (auto it = hash.begin(); it != hash.end(); ++it)
+        map.insert(it.key(), it.value());
+    expectTheSame(original, restored({{gamutKey, map}}), "map");
+    expectTheSame(original, restored(throughJson({{gamutKey, map}})), "map through JSON");
+    expectTheSame(original,
+                  restored(throughDataStream({{gamutKey, QVariant::fromValue(QVariantHash(hash))}})),
+                  "stream");
+}
+
+TEST(Serialize, isReadBesideOtherKeys)
+{
+    const auto original = gamutOf(openedFile(srgb()), 9);
+    Hash hash = original.serialize();
+    hash.insert(QStringLiteral("ProfilePath"), QStringLiteral("/nowhere"));
+    expectTheSame(original, restored(hash), "other keys");
+}
+
+TEST(Serialize, ofARestoredGamutIsTheSameAgain)
+{
+    const Hash hash = gamutOf(openedFile(printerCmyk()), 9).serialize();
+    EXPECT_EQ(restored(hash).serialize(), hash);
+}
+
+TEST(Deserialize, refusesWhatIsNoSavedGamut)
+{
+    expectRefused({}, "nothing");
+    expectRefused({{QStringLiteral("Other"), 1}}, "another hash");
+    for (const QVariant& value :
+         {QVariant(), QVariant(1), QVariant(QString()), QVariant(QStringLiteral("text")),
+          QVariant(QByteArray("bytes")), QVariant(QVariantHash()), QVariant(QVariantList{1, 2})})
+        expectRefused({{gamutKey, value}}, "a foreign value");
+}
+
+TEST(Deserialize, refusesAnotherVersion)
+{
+    Hash hash = gamutOf(openedFile(srgb()), 5).serialize();
+    const QString key = QStringLiteral("GamutVersion");
+    ASSERT_TRUE(hash.contains(key));
+    for (const QVariant& version :
+         {QVariant(0), QVariant(2), QVariant(-1), QVariant(), QVariant(QStringLiteral("new"))}) {
+        hash[key] = version;
+        expectRefused(hash, "version");
+    }
+    hash.remove(key);
+    expectRefused(hash, "no version");
+}
+
+TEST(Deserialize, refusesEveryDamage)
+{
+    const Hash sound = gamutOf(openedFile(srgb()), 5).serialize();
+    const QString text = sound.value(gamutKey).toString();
+    std::mt19937 random(11);
+    for (int i = 0; i < 300; ++i) {
+        Hash hash = sound;
+        QString changed = text;
+        const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(changed.size() - 4));
+        changed[at] = changed[at] == QLatin1Char('A') ? QLatin1Char('B') : QLatin1Char('A');
+        hash[gamutKey] = changed;
+        expectRefused(hash, "one letter changed");
+        hash[gamutKey] = text.left(at);
+        expectRefused(hash, "cut short");
+    }
+    Hash hash = sound;
+    hash.remove(QStringLiteral("GamutChecksum"));
+    expectRefused(hash, "no checksum");
+}
+
+// --- A surface that no computation hands out, with a checksum that fits ----------------------------
+
+namespace {
+
+Hash hashOf(velmora::SurfaceMesh mesh)
+{
+    velmora::GamutRecord record;
+    record.method = KVGamut::Method::DeviceMesh;
+    record.mesh = std::move(mesh);
+    record.mesh.channels = 3;
+    record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+    return velmora::serialized(record);
+}
+
+// A box from its lowest corner to its highest.
+void addBox(velmora::SurfaceMesh& mesh, velmora::Vertex low, velmora::Vertex high)
+{
+    const int base = static_cast<int>(mesh.lab.size());
+    for (int i = 0; i < 8; ++i)
+        mesh.lab.push_back({i & 4 ? high.L : low.L, i & 2 ? high.a : low.a, i & 1 ? high.b : low.b});
+    constexpr int faces[12][3] = {{0, 1, 3}, {0, 3, 2}, {4, 6, 7}, {4, 7, 5}, {0, 4, 5}, {0, 5, 1},
+                                  {2, 3, 7}, {2, 7, 6}, {0, 2, 6}, {0, 6, 4}, {1, 5, 7}, {1, 7, 3}};
+    for (const auto& f : faces)
+        mesh.triangles.push_back({base + f[0], base + f[1], base + f[2]});
+    if (velmora::signedVolume(mesh) < 0.0)
+        velmora::flip(mesh);
+}
+
+} // namespace
+
+TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
+{
+    velmora::SurfaceMesh apart;
+    addBox(apart, {10, 0, 0}, {30, 20, 20});
+    addBox(apart, {50, 0, 0}, {70, 20, 20});
+    EXPECT_EQ(restored(hashOf(apart)).reason(), QString());
+    EXPECT_EQ(restored(hashOf(apart)).faceCount(), 24);
+
+    velmora::SurfaceMesh crossed;
+    addBox(crossed, {10, 0, 0}, {30, 20, 20});
+    addBox(crossed, {20, 5, 5}, {40, 25, 25});
+    expectRefused(hashOf(crossed), "two boxes in each other");
+    EXPECT_TRUE(restored(hashOf(crossed)).reason().contains(QLatin1String("passes through itself")));
+}
+
+// Nested needles: every face lies beside all the others and none passes through another.
+TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
+{
+    velmora::SurfaceMesh mesh;
+    constexpr int boxes = 1500;
+    for (int i = 0; i < boxes; ++i) {
+        const auto at = 0.01f * float(i);
+        addBox(mesh, {20, at, at - 50}, {80, at + 0.005f, at + 50});
+    }
+    const Hash hash = hashOf(mesh);
+    const std::clock_t start = std::clock();
+    const auto gamut = restored(hash);
+    EXPECT_TRUE(gamut.reason().contains(QLatin1String("to be checked"))) << qPrintable(gamut.reason());
+    EXPECT_EQ(gamut.faceCount(), 0);
+    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC, 2.0 * slowness);
+}
+
+TEST(Deserialize, restoresEveryKindOfSurfaceThatIsComputed)
+{
+    const auto wound = opened(tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
+        const double angle = 3.0 * M_PI * d[1], radius = 20.0 + 40.0 * d[2];
+        return Lab{20 + 60 * d[0], radius * std::cos(angle), radius * std::sin(angle)};
+    }));
+    for (const auto& original :
+         {gamutOf(openedFile(prophotoRgb()), 3), gamutOf(openedFile(prophotoRgb()), 129),
+          gamutOf(openedFile(printerCmyk()), 3), gamutOf(openedFile(printerCmyk()), 129), gamutOf(wound, 65),
+          gamutOf(wound, 5)}) {
+        const auto copy = restored(original.serialize());
+        EXPECT_EQ(copy.reason(), QString());
+        EXPECT_EQ(copy.faceCount(), original.faceCount());
+        EXPECT_GT(copy.faceCount(), 0);
+    }
+}

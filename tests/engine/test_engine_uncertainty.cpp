@@ -1,0 +1,139 @@
+// Solids whose volume is known without a surface, and whether the stated uncertainty covers what the
+// surface is off.
+
+#include "MappedDevice.h"
+#include "SlowGeometry.h"
+
+#include <engine/mesh/MeshVolume.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+
+using namespace velmora;
+
+namespace {
+
+using Vectors = std::vector<slow::Point>;
+
+MappedDevice mixer(slow::Point start, const Vectors& vectors)
+{
+    return MappedDevice(static_cast<int>(vectors.size()), [start, vectors](const float* d) {
+        Vec3 lab{start[0], start[1], start[2]};
+        for (std::size_t c = 0; c < vectors.size(); ++c)
+            lab = lab + double(d[c]) * Vec3{vectors[c][0], vectors[c][1], vectors[c][2]};
+        return lab;
+    });
+}
+
+// Volume of a zonotope: the sum of the parallelepipeds of all triples of its vectors.
+double zonotopeVolume(const Vectors& v)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < v.size(); ++i)
+        for (std::size_t j = i + 1; j < v.size(); ++j)
+            for (std::size_t k = j + 1; k < v.size(); ++k)
+                sum += std::abs(slow::determinant(v[i], v[j], v[k]));
+    return sum;
+}
+
+GamutRecord built(const MappedDevice& device, int gridPoints)
+{
+    GamutRecord record;
+    GamutRequest request;
+    request.gridPoints = gridPoints;
+    QString reason;
+    EXPECT_TRUE(buildGamut(device, request, {}, record, reason)) << qPrintable(reason);
+    return record;
+}
+
+// The statement must hold, and be worth something.
+void expectCovered(const MappedDevice& device, int gridPoints, double truth, double mostShare,
+                   const std::string& what)
+{
+    const GamutRecord record = built(device, gridPoints);
+    const double volume = signedVolume(record.mesh);
+    EXPECT_LE(std::abs(volume - truth), record.volumeUncertainty)
+        << what << " at grid " << gridPoints << ": " << volume << " of " << truth;
+    EXPECT_LE(record.volumeUncertainty, mostShare * truth) << what << " at grid " << gridPoints;
+}
+
+Vectors someInks(int count, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> darkening(1.0, 12.0), hue(-40.0, 40.0);
+    Vectors inks;
+    for (int i = 0; i < count; ++i)
+        inks.push_back({-darkening(random), hue(random), hue(random)});
+    return inks;
+}
+
+} // namespace
+
+TEST(Uncertainty, coversTheParallelepipedOfAnAffineDevice)
+{
+    const Vectors vectors{{50, 40, 0}, {20, -60, 20}, {10, 0, -70}};
+    for (int grid : {3, 9, 17, 33, 65})
+        expectCovered(mixer({10, 5, 20}, vectors), grid, zonotopeVolume(vectors), 1e-5, "affine");
+}
+
+TEST(Uncertainty, coversTheParallelepipedOfAMirroringDevice)
+{
+    const Vectors vectors{{20, -60, 20}, {50, 40, 0}, {10, 0, -70}};
+    for (int grid : {3, 9, 17, 33, 65})
+        expectCovered(mixer({10, 5, 20}, vectors), grid, zonotopeVolume(vectors), 1e-5, "mirrored");
+}
+
+TEST(Uncertainty, coversTheZonotopeOfFourInks)
+{
+    const Vectors inks{{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
+    for (int grid : {9, 17, 33, 65})
+        expectCovered(mixer({95, 0, 0}, inks), grid, zonotopeVolume(inks), 0.05, "four inks");
+    for (unsigned seed = 1; seed <= 5; ++seed)
+        expectCovered(mixer({95, 0, 0}, someInks(4, seed)), -1, zonotopeVolume(someInks(4, seed)), 0.01,
+                      "four inks " + std::to_string(seed));
+}
+
+TEST(Uncertainty, coversTheZonotopesOfFiveToTenInks)
+{
+    for (int n = 5; n <= 10; ++n)
+        for (unsigned seed = 1; seed <= 3; ++seed) {
+            const Vectors inks = someInks(n, seed);
+            expectCovered(mixer({97, 0, 0}, inks), -1, zonotopeVolume(inks), 0.01,
+                          std::to_string(n) + " inks " + std::to_string(seed));
+        }
+}
+
+// Of so many inks samples are fewer and the surface lies inside by more.
+TEST(Uncertainty, coversTheZonotopesOfElevenToFifteenInks)
+{
+    for (int n = 11; n <= 15; ++n)
+        for (unsigned seed = 1; seed <= 5; ++seed) {
+            const Vectors inks = someInks(n, seed);
+            expectCovered(mixer({97, 0, 0}, inks), -1, zonotopeVolume(inks), 0.05,
+                          std::to_string(n) + " inks " + std::to_string(seed));
+        }
+}
+
+TEST(Uncertainty, coversABoxThatTheDeviceFoldsInto)
+{
+    const MappedDevice device(3, [](const float* d) {
+        const double z = double(d[2]) - 0.5;
+        return Vec3{10 + 80 * double(d[0]), -40 + 80 * double(d[1]), 60.0 * (1.0 - 4.0 * z * z)};
+    });
+    for (int grid : {9, 17, 33, 65})
+        expectCovered(device, grid, 80.0 * 80.0 * 60.0, 0.1, "folded");
+}
+
+TEST(Uncertainty, coversACrescentThatTheDeviceDoesNotFold)
+{
+    const MappedDevice device(3, [](const float* d) {
+        const double angle = 1.5 * M_PI * double(d[1]), radius = 20.0 + 30.0 * double(d[2]);
+        return Vec3{20 + 60 * double(d[0]), radius * std::cos(angle), radius * std::sin(angle)};
+    });
+    const double volume = 60.0 * 0.5 * 1.5 * M_PI * (50.0 * 50.0 - 20.0 * 20.0);
+    for (int grid : {9, 17, 33, 65})
+        expectCovered(device, grid, volume, 0.1, "crescent");
+}
