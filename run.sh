@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Shows the gamuts of ICC profiles:  ./run.sh [profile ...]
 #
 # Installs what is missing (Debian, Ubuntu), builds, and opens a window with the given profiles, or

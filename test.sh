@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Builds everything and runs all tests, without a display:  ./test.sh
 #
 # Installs what is missing (Debian, Ubuntu). The exit status is 0 when all tests pass.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How long a cold process takes from its start to the first picture of a gamut, over what an empty
 // Qt window with OpenGL takes.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The viewer's own share of a frame and of a change, each beside a rival in the same run.
 //
 //     bench_scene [--benchmark_filter=...]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The colour engine: what each step of a gamut costs, and each question asked of it.
 //
 // The arguments are the kind of profile and the number of grid points per device axis. Kinds: 0 is RGB
@@ -11,15 +12,15 @@
 
 #include <engine/mesh/Columns.h>
 #include <engine/mesh/Compare.h>
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/Outline.h>
+#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/WindingIndex.h>
 #include <engine/surface/DeviceCubeMesh.h>
 #include <engine/surface/FoldCheck.h>
 #include <engine/surface/GamutBuilder.h>
 #include <engine/surface/LatticeSurface.h>
-#include <engine/mesh/MeshChecks.h>
-#include <engine/mesh/Outline.h>
 #include <engine/surface/RadialHull.h>
-#include <engine/mesh/SelfCrossing.h>
-#include <engine/mesh/WindingIndex.h>
 
 #include "engine/TestProfiles.h"
 

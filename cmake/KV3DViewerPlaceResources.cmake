@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Part of the package for hosts, installed or taken in by add_subdirectory.
 
 set(KV3DViewer_CMAKE_DIR "${CMAKE_CURRENT_LIST_DIR}" CACHE INTERNAL "")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` puts where: libraries, headers, packages for CMake and pkg-config, resources.
 #
 #   <prefix>/<libdir>/libKV3DViewer.so.0.1 ...          the three libraries       (component Library)

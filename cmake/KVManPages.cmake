@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # kv_man_pages(TARGET COMMANDS names...)
 #
 # Makes man pages of a program and of each of its commands from what they answer to --help, with

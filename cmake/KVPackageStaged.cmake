@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Run by CPack on the staged files.
 
 # What lies in the system's own folders is found without run paths.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Debian packages, by CPack:
 #   cmake --preset package && cmake --build --preset package
 #

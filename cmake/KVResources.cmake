@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Where the library finds its shaders and the plane texture at run time: the folder "Resources"
 # beside the folder of the application's binary.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Settings that every target of the tree shares: language level, warnings, Qt strictness, sanitizers.
 
 function(kv_target_defaults target)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <gamut/GamutLoader.h>
 #include <gamut/KV3DGamutObject.h>
 

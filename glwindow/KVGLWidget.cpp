@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
 #include <platform/KVCoreCommon.h>

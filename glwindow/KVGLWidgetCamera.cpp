@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <glwindow/KVGLWidget.h>
 
 /// Applies @p change to the camera: at once, or as a move to a changed copy of the live camera.

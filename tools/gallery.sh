@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Draws all pictures of docs/GALLERY.md and docs/commands/ again:  tools/gallery.sh [kvgamut]
 #
 # Takes the program of the release or dev build unless told otherwise. The printer's profile comes with

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Runs one check that the ordinary tests leave out:  tools/lane.sh NAME [argument ...]
 #
 #   asan       logic tests under the address, leak and undefined-behaviour sanitizers
@@ -19,7 +20,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '2,13s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,14s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes resources/Images/gamut.png, the colours of the ab plane's floor:
 //
 //     make_plane_image OUT.png

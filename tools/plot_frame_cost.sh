@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Measures what a frame costs as a scene grows and plots it:  tools/plot_frame_cost.sh [bench_scene]
 #
 # Writes docs/pictures/frame-cost.svg and prints the rows of the table in docs/PERFORMANCE.md. Needs

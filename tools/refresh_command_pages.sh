@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: Apache-2.0
 # Puts what the program answers to --help into the "help" blocks of the pages in docs/commands/.
 # refresh_command_pages.sh KVGAMUT    the built program
 set -euo pipefail

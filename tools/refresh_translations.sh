@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Brings apps/kvgamut/desktop/language/translations/*.ts up to the sources of the window:
 #
 #   tools/refresh_translations.sh [LANGUAGE ...]      such as "fr", for a language that is not there yet

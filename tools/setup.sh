@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=bash
 # What run.sh and test.sh share: the packages they need, and where programs keep their caches.
 # Sourced; kv_set_up is what they call.

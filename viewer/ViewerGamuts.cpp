@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <KVGamut3DViewer.h>
 
 #include <gamut/KV3DGamutObject.h>

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands/Command.h"
 #include "commands/CompareCommand.h"
-#include "commands/process/ExitCode.h"
 #include "commands/ExportCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/InsideCommand.h"
 #include "commands/RenderCommand.h"
-#include "commands/process/Say.h"
 #include "commands/SliceCommand.h"
 #include "commands/ViewCommand.h"
 #include "commands/VolumeCommand.h"
+#include "commands/process/ExitCode.h"
+#include "commands/process/Say.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QCoreApplication>

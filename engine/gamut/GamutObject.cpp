@@ -1,8 +1,9 @@
-#include <engine/mesh/Compare.h>
-#include <engine/surface/GamutBuilder.h>
+// SPDX-License-Identifier: Apache-2.0
 #include "GamutData.h"
-#include <engine/profile/Profile.h>
 #include "Serialize.h"
+#include <engine/mesh/Compare.h>
+#include <engine/profile/Profile.h>
+#include <engine/surface/GamutBuilder.h>
 
 #include <QtCore/QElapsedTimer>
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <engine/profile/DeviceNodes.h>
 #include <engine/mesh/SurfaceMesh.h>
+#include <engine/profile/DeviceNodes.h>
 
 namespace velmora {
 

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "GamutBuilder.h"
 
-#include <engine/mesh/Columns.h>
 #include "DeviceCubeMesh.h"
 #include "DeviceSolid.h"
 #include "FoldCheck.h"
 #include "LatticeSurface.h"
-#include <engine/mesh/MeshVolume.h>
 #include "RadialHull.h"
 #include "ReachedVolume.h"
 #include "Refinement.h"
+#include <engine/mesh/Columns.h>
+#include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/SelfCrossing.h>
 
 #include <algorithm>

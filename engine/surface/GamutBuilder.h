@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <engine/profile/DeviceTransform.h>
 #include <engine/gamut/GamutData.h>
+#include <engine/profile/DeviceTransform.h>
 
 namespace velmora {
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ReachedVolume.h"
 
-#include <engine/mesh/MeshVolume.h>
 #include "Refinement.h"
+#include <engine/mesh/MeshVolume.h>
 
 namespace velmora {
 

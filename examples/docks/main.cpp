@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The viewer inside a Qt Widgets application: in the middle of a main window, controls in docks around it.
 //
 //   example_docks [profile.icc ...] [--picture FILE]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A picture of gamuts in any size, as for a report. No window stays; no display is needed beyond
 //   xvfb-run -a -s "-screen 0 1280x1024x24" example_picture ...
 //

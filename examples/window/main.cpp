@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The viewer as a window of its own: a gamut, markers, and what is under the mouse.
 //
 //   example_window [profile.icc] [--picture FILE]

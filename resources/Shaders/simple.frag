@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #version 120
 
 uniform vec3 lightPos;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #version 120
 
 // Positions come in scene coordinates (-a*, L*, b*), normals in host coordinates (L*, a*, b*).

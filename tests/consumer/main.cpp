@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Shows sRGB, waits until it is drawn and looks at what came of it. Exits 0 when the library, its
 // resources and its colour engine do as they should; otherwise it says what did not.
 //

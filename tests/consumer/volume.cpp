@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The colour engine without a viewer: prints the volume of sRGB.
 
 #include <platform/KVVelmoraFramework.h>

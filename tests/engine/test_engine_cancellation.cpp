@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is the finest that the engine accepts, and the slowest of all devices.
 
 #include "Cancelling.h"

@@ -1,16 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "MappedDevice.h"
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
 
-#include <engine/surface/DeviceCubeMesh.h>
-#include <engine/surface/LatticeSurface.h>
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/NearestIndex.h>
-#include <engine/surface/RadialHull.h>
-#include <engine/surface/ReachedVolume.h>
 #include <engine/mesh/SelfCrossing.h>
 #include <engine/mesh/WindingIndex.h>
+#include <engine/surface/DeviceCubeMesh.h>
+#include <engine/surface/LatticeSurface.h>
+#include <engine/surface/RadialHull.h>
+#include <engine/surface/ReachedVolume.h>
 
 #include <gtest/gtest.h>
 

@@ -1,15 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "MappedDevice.h"
 
 #include <engine/mesh/Columns.h>
 #include <engine/mesh/ConvexHull.h>
-#include <engine/surface/DeviceCubeMesh.h>
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/Outline.h>
-#include <engine/surface/Refinement.h>
 #include <engine/mesh/SelfCrossing.h>
 #include <engine/mesh/WindingIndex.h>
+#include <engine/surface/DeviceCubeMesh.h>
+#include <engine/surface/Refinement.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "TestProfiles.h"
 
 #include <engine/gamut/GamutData.h>
-#include <engine/mesh/MeshVolume.h>
 #include <engine/gamut/Serialize.h>
+#include <engine/mesh/MeshVolume.h>
 
 #include <gtest/gtest.h>
 

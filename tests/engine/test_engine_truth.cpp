@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Surfaces against the device colours themselves, which come from Little CMS by a road of their own: what
 // of them is outside, and how much volume their own surface encloses.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Solids whose volume is known without a surface, and whether the stated uncertainty covers what the
 // surface is off.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a saved gamut. The first byte says by which road they come: as the packed body, for which
 // version and checksum are made to fit, or as a whole hash out of QDataStream, CBOR or JSON.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as an ICC profile: opened, computed at a small grid, asked everything.
 
 #include "HeapLimit.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes small inputs of every kind for the fuzzers to begin with:  make_fuzz_seeds FOLDER
 // They go to FOLDER/profile and FOLDER/gamut_hash; FOLDER/profile.list and FOLDER/gamut_hash.list name
 // them as the fuzzers' option -seed_inputs wants it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the fuzzers found, tried again: each file below found/ once broke something.
 
 #include "Inputs.h"

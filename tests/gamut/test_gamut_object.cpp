@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <gamut/GamutMeshes.h>
 #include <gamut/KV3DGamutObject.h>
 #include <scene/Generators.h>

@@ -1,2 +1,3 @@
+# SPDX-License-Identifier: Apache-2.0
 execute_process(COMMAND ${MAKER} ${ACTUAL} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${COMPARE} ${ACTUAL} ${EXPECTED} COMMAND_ERROR_IS_FATAL ANY)

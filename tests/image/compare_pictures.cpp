@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // compare_pictures A B: exits 0 when the two pictures agree to within one step of rounding.
 
 #include "PictureComparison.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Installs BUILD_DIR to a folder below WORK, moves the tree elsewhere and uses it there as people and hosts
 # do: the program, a host built with CMake (and installed in its turn), a host built with pkg-config.
 # LIBDIR is where libraries are, seen from the prefix.

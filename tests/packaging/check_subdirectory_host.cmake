@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Configures and builds the host project against the tree, looks at what was built, and runs it.
 file(REMOVE_RECURSE "${BUILD}")
 execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S ${HOST} -B ${BUILD} -DKV_SOURCE=${SOURCE}

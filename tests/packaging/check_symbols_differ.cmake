@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The comparison of exported symbols notices one name too many and one too few, and says which.
 cmake_minimum_required(VERSION 3.25)
 file(STRINGS "${LIST}" names)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # The Debian packages in a Debian that holds nothing else:  clean_root.sh BUILD CONSUMER WORK CACHE
 #
 # Packs the build folder BUILD, makes a minimal Debian of this system's release in WORK, installs the

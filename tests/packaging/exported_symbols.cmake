@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Compares what LIBRARY exports with the list in the file EXPECTED, or, with -DACCEPT=ON, writes the list.
 #
 # Listed are demangled names, sorted. Left out is what is not ours to hide or keep: instances of templates

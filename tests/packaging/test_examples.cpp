@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Each example is run as a person would, and what it drew is looked at.
 
 #include "app/support/Picture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ObjectProbe.h"
 #include "support/AllocationCount.h"
 #include "support/Vec3d.h"

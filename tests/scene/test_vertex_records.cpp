@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <scene/GeometryData.h>
 #include <scene/VertexRecords.h>
 #include <scene/VertexStride.h>

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ExportCommand.h"
 
-#include "commands/process/ExitCode.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/options/ReportOptions.h"
+#include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
+#include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/SavedGamut.h"
-#include "model/export/MeshFormat.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>

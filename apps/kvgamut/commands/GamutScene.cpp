@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "GamutScene.h"
 
 #include "commands/process/Say.h"

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "InfoCommand.h"
 
-#include "commands/process/ExitCode.h"
 #include "GamutInputs.h"
 #include "commands/options/ProfileOptions.h"
+#include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
-#include "model/reports/GamutWords.h"
 #include "model/inputs/ProfileFacts.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "RenderCommand.h"
 
-#include "commands/process/ExitCode.h"
 #include "GamutScene.h"
+#include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
 #include "model/export/OutputFile.h"

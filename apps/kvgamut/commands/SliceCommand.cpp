@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "SliceCommand.h"
 
-#include "commands/process/ExitCode.h"
 #include "GamutInputs.h"
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/options/ReportOptions.h"
+#include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
 #include "model/slices/SliceFile.h"

@@ -1,17 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "MainWindow.h"
 
-#include "desktop/panels/ClipControl.h"
-#include "desktop/panels/ComparisonTable.h"
 #include "desktop/files/FileKind.h"
-#include "desktop/panels/GamutPanel.h"
-#include "desktop/panels/MessageBar.h"
-#include "desktop/panels/PointPanel.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/language/ShownProblem.h"
 #include "desktop/language/ShownWords.h"
+#include "desktop/panels/ClipControl.h"
+#include "desktop/panels/ComparisonTable.h"
+#include "desktop/panels/GamutPanel.h"
+#include "desktop/panels/MessageBar.h"
+#include "desktop/panels/PointPanel.h"
 #include "desktop/panels/SlicePanel.h"
-#include "model/inputs/BuiltInProfiles.h"
 #include "model/export/OutputFile.h"
+#include "model/inputs/BuiltInProfiles.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QDir>

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "desktop/models/ComparisonModel.h"
 #include "desktop/files/FileDrop.h"
+#include "desktop/files/Session.h"
+#include "desktop/models/ComparisonModel.h"
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/GamutQueue.h"
-#include "desktop/panels/Inspector.h"
 #include "desktop/models/PointLayer.h"
-#include "desktop/files/Session.h"
+#include "desktop/panels/Inspector.h"
 #include "desktop/view/ViewArea.h"
 #include "desktop/view/ViewerBinding.h"
 

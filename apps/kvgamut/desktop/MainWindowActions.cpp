@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MainWindow.h"
+#include "desktop/files/RecentFiles.h"
+#include "desktop/language/ShownWords.h"
 #include "desktop/panels/ClipControl.h"
 #include "desktop/panels/ComparisonTable.h"
 #include "desktop/panels/GamutPanel.h"
 #include "desktop/panels/KeyList.h"
-#include "MainWindow.h"
 #include "desktop/panels/MessageBar.h"
 #include "desktop/panels/PictureDialog.h"
-#include "desktop/files/RecentFiles.h"
-#include "desktop/language/ShownWords.h"
 #include "desktop/panels/SlicePanel.h"
 #include "model/inputs/BuiltInProfiles.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "app/support/Program.h"
 
 #include <QtCore/QFile>
@@ -43,8 +44,8 @@ TEST_F(CommandLineTest, helpNamesTheCommandsAndTheExitCodes)
 {
     const Answer answer = kvgamut({QStringLiteral("--help")});
     EXPECT_TRUE(succeeded(answer));
-    for (const char* part : {"slice", "export", "render", "view", "--version", "0 done", "1 some input", "2 wrong usage",
-                             "3 the output", "4 the picture differs"})
+    for (const char* part : {"slice", "export", "render", "view", "--version", "0 done", "1 some input",
+                             "2 wrong usage", "3 the output", "4 the picture differs"})
         EXPECT_TRUE(answer.output.contains(part)) << part;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "app/support/Boxes.h"
 #include "app/support/Numbers.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "desktop/files/FileKind.h"
 #include "desktop/files/Session.h"
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "desktop/files/Session.h"
 #include "desktop/language/ShownProblem.h"
 #include "desktop/language/Translations.h"
-#include "model/inputs/GamutSource.h"
 #include "model/export/OutputFile.h"
+#include "model/inputs/GamutSource.h"
 #include "model/points/PointFile.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "desktop/files/Session.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/language/Translations.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "WindowCase.h"
 
-#include "desktop/panels/KeyList.h"
 #include "desktop/files/RecentFiles.h"
+#include "desktop/panels/KeyList.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>

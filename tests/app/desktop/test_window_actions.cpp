@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "DialogAnswer.h"
 #include "WindowCase.h"
 
+#include "desktop/files/RecentFiles.h"
 #include "desktop/panels/KeyList.h"
 #include "desktop/panels/PictureDialog.h"
-#include "desktop/files/RecentFiles.h"
 #include "model/inputs/BuiltInProfiles.h"
 
 #include <QtGui/QClipboard>

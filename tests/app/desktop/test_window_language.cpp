@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "WindowCase.h"
 
-#include "desktop/panels/KeyList.h"
-#include "desktop/panels/PictureDialog.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/language/Translations.h"
+#include "desktop/panels/KeyList.h"
+#include "desktop/panels/PictureDialog.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QClipboard>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "app/support/TestPictures.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/GamutSource.h"

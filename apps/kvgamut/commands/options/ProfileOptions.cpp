@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ProfileOptions.h"
 
 #include "model/inputs/BuiltInProfiles.h"

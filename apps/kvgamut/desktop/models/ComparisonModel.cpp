@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ComparisonModel.h"
 
 #include "desktop/language/ShownWords.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "GamutQueue.h"
 
 #include <QtConcurrent/QtConcurrentRun>
@@ -80,7 +81,7 @@ void GamutQueue::onDataChanged(const QModelIndex& first, const QModelIndex& last
 
 /// Runs on a worker.
 GamutQueue::Outcome GamutQueue::compute(const QString& input, const GamutSource& source,
-                                          const GamutSettings& settings, KVCompletionProtocolPtr protocol)
+                                        const GamutSettings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;
     if (protocol->isCancelled()) // while it waited for a thread

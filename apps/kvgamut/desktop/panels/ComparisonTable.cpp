@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ComparisonTable.h"
 
 #include "desktop/models/ComparisonModel.h"

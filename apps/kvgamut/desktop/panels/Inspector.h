@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 #include "desktop/models/GamutListModel.h"
-#include "desktop/view/Picker.h"
 #include "desktop/models/PointLayer.h"
+#include "desktop/view/Picker.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ProfileFacts.h"
 
-#include "model/reports/GamutWords.h"
 #include "LittleCms.h"
+#include "model/reports/GamutWords.h"
 
 #include <array>
 #include <vector>

@@ -1,6 +1,7 @@
-#include "model/inputs/LittleCms.h"
+// SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "model/inputs/LittleCms.h"
 
 // Sheets are taken apart by Little CMS, which knows CGATS.17, IT8.7 and their relatives.
 

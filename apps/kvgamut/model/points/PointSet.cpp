@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "PointSet.h"
 
 #include "PicturePoints.h"
-#include "model/inputs/PictureProfile.h"
 #include "PointFile.h"
+#include "model/inputs/PictureProfile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
