@@ -3,6 +3,7 @@
 
 #include <platform/KVCoreCommon.h>
 #include <platform/KVExport.h>
+#include <platform/KVProblem.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QHash>
@@ -12,6 +13,11 @@
 #include <QtCore/QSharedPointer>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
 /// @file
 /// The colour engine: ICC profiles become closed gamut surfaces in CIE L*a*b* (D50), with their
@@ -47,6 +53,8 @@ KVVELMORA_EXPORT void KVProfileRelease(KVProfile* profile);
 /// Why the last KVProfileCreate... call of the calling thread returned null, as one line for people;
 /// empty when it succeeded.
 KVVELMORA_EXPORT QString KVProfileError();
+/// Why the last KVProfileCreate... call of the calling thread returned null; nullopt if it succeeded.
+KVVELMORA_EXPORT std::optional<KVProblem> KVProfileProblem();
 
 /// ICC rendering intents, with the values that profiles and host parameters use.
 enum KVVMRenderType : int
@@ -80,6 +88,41 @@ struct LabPoint
     float L = 0.0f; ///< lightness L*, 0 black, 100 white
     float a = 0.0f; ///< a*, red above 0, green below
     float b = 0.0f; ///< b*, yellow above 0, blue below
+
+    bool operator==(const LabPoint&) const = default;
+};
+
+/// An indexed triangle mesh in Lab: the one form in which a gamut surface is made, compared, cut, drawn
+/// and written.
+struct Mesh
+{
+    using Triangle = std::array<int, 3>; ///< vertex indices, counter-clockwise seen from outside
+
+    int channels = 0;                ///< device channels of each vertex
+    std::vector<float> device;       ///< 0..1, `channels` values for each vertex; empty where unknown
+    std::vector<LabPoint> lab;       ///< position of each vertex
+    std::vector<Triangle> triangles; ///< right-handed in the order L*, a*, b*
+
+    bool isEmpty() const { return triangles.empty(); } ///< no surface
+    /// Device coordinates of a vertex, `channels` values. Only where device is not empty.
+    const float* deviceOf(int vertex) const
+    {
+        return device.data() + static_cast<std::size_t>(vertex) * static_cast<std::size_t>(channels);
+    }
+};
+
+/// How a gamut is computed from its profile.
+struct Settings
+{
+    static constexpr float defaultMaxEdge = 40.0f;  ///< see GamutObject::init()
+    static constexpr int defaultMaxRefinements = 2; ///< see GamutObject::init()
+    static constexpr int engineChoosesGrid = -1;    ///< grid of the method's default size
+
+    KVVMRenderType intent = KVVMRenderAbsoluteColorimetric; ///< from device to Lab
+    bool blackPointCompensation = false;                    ///< no effect with the absolute intent
+    int gridPoints = engineChoosesGrid;                     ///< samples along each device axis
+
+    bool operator==(const Settings&) const = default;
 };
 
 /// What two gamuts have in common. Eighteen floats in this order; volumes in dE76 cubed.
@@ -166,6 +209,10 @@ public:
     bool init(KVProfilePtr profile, KVVMRenderType intent, bool blackPointCompensation, bool withDecoration,
               float maxEdge, int gridPoints, int refinements, KVCompletionProtocolPtr* protocol);
 
+    /// Computes the gamut of @p profile as the viewer and the program show it: with primaries and
+    /// outline, and with Settings::defaultMaxEdge and Settings::defaultMaxRefinements.
+    bool init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol = nullptr);
+
     /// The gamut as a hash of plain values that survives every QVariant serialization. It holds the
     /// key "Gamut", which marks it as a saved gamut.
     QHash<QString, QVariant> serialize() const;
@@ -173,8 +220,10 @@ public:
     /// A damaged or foreign hash leaves an empty gamut, whose reason() says what was wrong.
     void deserialize(const QHash<QString, QVariant>& hash);
 
-    /// Faces of the surface, three nodes each, counter-clockwise seen from outside in a right-handed
-    /// (L*, a*, b*) system. Shared, not copied; first call builds the list.
+    /// The surface. Lives as long as this object or a copy of it; empty for an empty gamut.
+    const Mesh& mesh() const;
+    /// Faces of the surface, derived from mesh(), three nodes each, counter-clockwise seen from outside in a
+    /// right-handed (L*, a*, b*) system. Shared, not copied; first call builds the list.
     QList<QList<KVHull::Node>> faces() const;
     int faceCount() const; ///< how many faces() there are
     /// Volume enclosed by the surface, dE76 cubed.
@@ -205,6 +254,8 @@ public:
     /// Why there is no gamut, as one line for people; empty when there is one or when nothing was
     /// asked for yet.
     QString reason() const;
+    /// Why there is no gamut; nullopt if there is one, or if nothing was computed yet.
+    std::optional<KVProblem> problem() const;
     /// All of the above and more at once; of an empty gamut only the reason.
     Report report() const;
 
@@ -221,6 +272,16 @@ private:
 ///         of a closed surface form closed rings, also for planes through nodes.
 KVVELMORA_EXPORT QList<QList<QList<float>>> computeRing(const float* plane,
                                                         const QList<QList<KVHull::Node>>& faces);
+
+/// A piece of a section: two points in Lab.
+using RingPiece = std::array<LabPoint, 2>;
+/// The same of a mesh: one piece for each triangle that the plane crosses, in the order of triangles.
+KVVELMORA_EXPORT std::vector<RingPiece> computeRing(const float* plane, const Mesh& mesh);
+
+/// @p mesh with vertices at the same place merged and the triangles that degenerate by that dropped; device
+/// coordinates are those of the first of the merged vertices. The order of what stays is kept. Vertices are
+/// compared exactly: they lie on a lattice of 2^-16 dE.
+KVVELMORA_EXPORT Mesh weldedMesh(const Mesh& mesh);
 
 } // namespace KVGamut
 

@@ -70,6 +70,14 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
     return true;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
+{
+    constexpr bool withDecoration = true;
+    return init(profile, settings.intent, settings.blackPointCompensation, withDecoration,
+                Settings::defaultMaxEdge, settings.gridPoints, Settings::defaultMaxRefinements, protocol);
+}
+
 QHash<QString, QVariant> GamutObject::serialize() const
 {
     return d ? velmora::serialized(d.constData()->record) : QHash<QString, QVariant>();
@@ -82,6 +90,12 @@ void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
     velmora::GamutRecord record;
     if (velmora::deserialized(hash, record, m_reason))
         d.reset(new GamutData(std::move(record)));
+}
+
+const Mesh& GamutObject::mesh() const
+{
+    static const Mesh empty;
+    return d ? d.constData()->record.mesh : empty;
 }
 
 QList<QList<KVHull::Node>> GamutObject::faces() const
@@ -183,6 +197,13 @@ Method GamutObject::method() const
 QString GamutObject::reason() const
 {
     return m_reason;
+}
+
+std::optional<KVProblem> GamutObject::problem() const
+{
+    if (m_reason.isEmpty())
+        return {};
+    return KVProblem{KVProblemCode::NoTransformBecause, {m_reason}, {}};
 }
 
 Report GamutObject::report() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SurfaceMesh.h"
 
+#include <map>
 #include <utility>
 
 namespace velmora {
@@ -46,3 +47,23 @@ void dropUnusedVertices(SurfaceMesh& mesh)
 }
 
 } // namespace velmora
+
+KVGamut::Mesh KVGamut::weldedMesh(const Mesh& mesh)
+{
+    std::map<velmora::LatticePoint, int> firstAt;
+    std::vector<int> renamed(mesh.lab.size());
+    for (std::size_t v = 0; v < mesh.lab.size(); ++v)
+        renamed[v] = firstAt.try_emplace(velmora::toLattice(mesh.lab[v]), static_cast<int>(v)).first->second;
+
+    Mesh welded = mesh;
+    welded.triangles.clear();
+    for (const Mesh::Triangle& t : mesh.triangles) {
+        const Mesh::Triangle merged{renamed[static_cast<std::size_t>(t[0])],
+                                    renamed[static_cast<std::size_t>(t[1])],
+                                    renamed[static_cast<std::size_t>(t[2])]};
+        if (merged[0] != merged[1] && merged[1] != merged[2] && merged[2] != merged[0])
+            welded.triangles.push_back(merged);
+    }
+    velmora::dropUnusedVertices(welded);
+    return welded;
+}

@@ -3,27 +3,12 @@
 
 #include <engine/base/LabGeometry.h>
 
-#include <array>
-#include <cstddef>
 #include <vector>
 
 namespace velmora {
 
-using Triangle = std::array<int, 3>; ///< vertex indices, counter-clockwise seen from outside
-
-/// A triangle mesh in CIELAB whose vertices know the device colour that they show.
-struct SurfaceMesh
-{
-    int channels = 0;
-    std::vector<float> device; ///< 0..1, `channels` values for each vertex; empty where unknown
-    std::vector<Vertex> lab;
-    std::vector<Triangle> triangles;
-
-    const float* deviceOf(int vertex) const
-    {
-        return device.data() + static_cast<std::size_t>(vertex) * static_cast<std::size_t>(channels);
-    }
-};
+using Triangle = KVGamut::Mesh::Triangle;
+using SurfaceMesh = KVGamut::Mesh; ///< its vertices lie on the lattice
 
 std::vector<LatticePoint> latticePoints(const SurfaceMesh& mesh);
 

@@ -86,3 +86,10 @@ QString KVProfileError()
 {
     return lastError();
 }
+
+std::optional<KVProblem> KVProfileProblem()
+{
+    if (lastError().isEmpty())
+        return {};
+    return KVProblem{KVProblemCode::UnusableProfile, {lastError()}, {}};
+}

@@ -4,6 +4,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QSharedData>
 
+#include <algorithm>
 #include <bit>
 #include <mutex>
 
@@ -189,6 +190,11 @@ KVProfile* KVProfileCreateWithData(const void* data, int size)
     return open(QByteArray(static_cast<const char*>(data), size));
 }
 
+std::optional<KVProblem> KVProfileProblem()
+{
+    return KVProblem{KVProblemCode::NotAProfile, {}, {}}; // the only one that this engine knows
+}
+
 void KVProfileRelease(KVProfile* profile)
 {
     if (!profile)
@@ -199,12 +205,35 @@ void KVProfileRelease(KVProfile* profile)
     delete profile;
 }
 
+namespace {
+
+/// The faces as an indexed mesh. Missing components and missing nodes are 0.
+KVGamut::Mesh meshOf(const Gamut& gamut)
+{
+    KVGamut::Mesh mesh;
+    const auto vertexAt = [&mesh](const QList<float>& lab) {
+        const KVGamut::LabPoint p{lab.value(0), lab.value(1), lab.value(2)};
+        const auto at = std::find(mesh.lab.begin(), mesh.lab.end(), p);
+        const auto index = static_cast<int>(at - mesh.lab.begin());
+        if (at == mesh.lab.end())
+            mesh.lab.push_back(p);
+        return index;
+    };
+    for (const auto& face : gamut.faces)
+        mesh.triangles.push_back(
+            {vertexAt(face.value(0).lab), vertexAt(face.value(1).lab), vertexAt(face.value(2).lab)});
+    return mesh;
+}
+
+} // namespace
+
 class KVGamut::GamutData : public QSharedData
 {
 public:
-    explicit GamutData(Gamut g) : gamut(std::move(g)) {}
+    explicit GamutData(Gamut g) : gamut(std::move(g)), mesh(meshOf(gamut)) {}
 
     const Gamut gamut;
+    const Mesh mesh;
 };
 
 namespace KVGamut {
@@ -247,6 +276,12 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
     return gamut.has_value();
 }
 
+bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
+{
+    return init(profile, settings.intent, settings.blackPointCompensation, true, Settings::defaultMaxEdge,
+                settings.gridPoints, Settings::defaultMaxRefinements, protocol);
+}
+
 QHash<QString, QVariant> GamutObject::serialize() const
 {
     if (!d)
@@ -270,6 +305,12 @@ void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
     const std::lock_guard lock(mutex);
     const auto saved = record().saved.constFind(hash.value(QStringLiteral("Number")).toInt());
     d = saved == record().saved.constEnd() ? nullptr : new GamutData(*saved);
+}
+
+const Mesh& GamutObject::mesh() const
+{
+    static const Mesh empty;
+    return d ? d->mesh : empty;
 }
 
 QList<QList<KVHull::Node>> GamutObject::faces() const
@@ -324,6 +365,33 @@ Comparison GamutObject::compare(const GamutObject& other) const
 QString GamutObject::reason() const
 {
     return {};
+}
+
+std::optional<KVProblem> GamutObject::problem() const
+{
+    if (d)
+        return {};
+    return KVProblem{KVProblemCode::NoVolume, {}, {}};
+}
+
+std::vector<RingPiece> computeRing(const float* plane, const Mesh& mesh)
+{
+    QList<QList<KVHull::Node>> faces;
+    for (const Mesh::Triangle& t : mesh.triangles) {
+        QList<KVHull::Node> face;
+        for (int v : t) {
+            const LabPoint& p = mesh.lab[static_cast<std::size_t>(v)];
+            face.append(fakevelmora::node({p.L, p.a, p.b}));
+        }
+        faces.append(face);
+    }
+    std::vector<RingPiece> pieces;
+    const auto pointOf = [](const QList<float>& lab) {
+        return LabPoint{lab.value(0), lab.value(1), lab.value(2)};
+    };
+    for (const auto& piece : computeRing(plane, faces))
+        pieces.push_back({pointOf(piece.value(0)), pointOf(piece.value(1))});
+    return pieces;
 }
 
 QList<QList<QList<float>>> computeRing(const float* plane, const QList<QList<KVHull::Node>>& faces)
