@@ -70,7 +70,7 @@ void CameraState::rotate(float dAzimuth, float dPolar)
 void CameraState::zoom(float dDistance)
 {
     const float distance = m_distance + dDistance;
-    if (!(distance < smallestDistance))
+    if (!(distance < minDistance))
         m_distance = distance;
     updateEyeAndUp(true);
 }

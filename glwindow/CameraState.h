@@ -17,7 +17,7 @@ struct CameraState
 {
     static constexpr float nearPlane = 0.1f;
     static constexpr float farPlane = 1500.0f;
-    static constexpr float smallestDistance = 1.1f;
+    static constexpr float minDistance = 1.1f;
 
     /// Eye (0, 0, -350), interest point (0, 0, 0), 30 degrees, aspect 1, perspective.
     CameraState();
@@ -40,7 +40,7 @@ struct CameraState
     /// Turns the eye around the interest point; radians, not clamped.
     void rotate(float dAzimuth, float dPolar);
     /// Moves the eye away by @p dDistance (closer when negative). A step that would end below
-    /// smallestDistance is refused, not shortened.
+    /// minDistance is refused, not shortened.
     void zoom(float dDistance);
     /// Moves eye and interest point by @p dx to the camera's right and @p dy downwards, in scene units.
     void pan(float dx, float dy);
@@ -99,16 +99,3 @@ struct CameraAnimation
     /// Eased progress, 0..1, after @p elapsed milliseconds.
     float progressAt(qint64 elapsed) const;
 };
-
-/// Host coordinates (L*, a*, b*) to scene coordinates (-a*, L*, b*). Exact; unary minus, since the sign
-/// of a zero decides on which side an azimuth falls.
-inline QVector3D kvSceneFromHost(const QVector3D& v)
-{
-    return QVector3D(-v.y(), v.x(), v.z());
-}
-
-/// Scene coordinates to host coordinates; undoes kvSceneFromHost().
-inline QVector3D kvHostFromScene(const QVector3D& v)
-{
-    return QVector3D(v.y(), -v.x(), v.z());
-}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <glwindow/CameraState.h>
+#include <scene/Coordinates.h>
 #include <scene/KV3DObject.h>
 
 #include <QtCore/QElapsedTimer>
@@ -14,7 +15,6 @@
 #include <QtOpenGL/QOpenGLWindow>
 
 #include <limits>
-
 #include <utility>
 
 /// The OpenGL window in which the whole scene is rendered: it owns the context, the root of the scene

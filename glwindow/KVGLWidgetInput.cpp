@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/KVGLWidget.h>
+#include <scene/Coordinates.h>
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>

@@ -76,7 +76,8 @@ public:
         Wireframe = 3, ///< the edges of the surface
     };
 
-    /// An item of a set: its colour and its position (L*, a*, b*).
+    /// An item of a set: its colour and its position (L*, a*, b*). Inside the library this type is named
+    /// ColoredPoint.
     using ColoredPosition = std::pair<QColor, QVector3D>;
 
     /// A viewer with axes and grid, seen from above, not shown yet; with @p parent as part of that window.

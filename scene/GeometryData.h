@@ -11,7 +11,8 @@
 /// @file
 /// Plain records that travel between the host, the geometry generators and the scene objects.
 
-/// A colour at a position. Host coordinates: (L*, a*, b*).
+/// A colour at a position in host coordinates, (L*, a*, b*). The same type as
+/// KVGamut3DViewer::ColoredPosition, the name that hosts use.
 using ColoredPoint = std::pair<QColor, QVector3D>;
 /// Start and end of a coloured segment.
 using ColoredSegment = std::pair<ColoredPoint, ColoredPoint>;

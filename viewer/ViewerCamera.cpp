@@ -2,6 +2,7 @@
 #include <KVGamut3DViewer.h>
 
 #include <glwindow/KVGLWidget.h>
+#include <scene/Coordinates.h>
 
 namespace {
 
