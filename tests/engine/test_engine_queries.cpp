@@ -320,7 +320,7 @@ TEST(Ring, isEmptyBesideTheGamutAndForPlanesThatAreNone)
         EXPECT_TRUE(KVGamut::computeRing(plane, faces).isEmpty());
     EXPECT_TRUE(KVGamut::computeRing(nullptr, faces).isEmpty());
     const float plane[] = {1, 0, 0, -50};
-    EXPECT_TRUE(KVGamut::computeRing(plane, {}).isEmpty());
+    EXPECT_TRUE(KVGamut::computeRing(plane, QList<QList<KVHull::Node>>()).isEmpty());
 }
 
 TEST(Ring, leavesOutFacesThatAreNoTriangles)
