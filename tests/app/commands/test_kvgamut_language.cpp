@@ -4,45 +4,67 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
-// The language of the system: the window follows it, the command line does not.
+// The window is shown in the language of the system; the command line is always English.
 
 using namespace kvtest;
 
 namespace {
 
-/// Variables of the environment, and what they hold.
-using Wish = QList<std::pair<const char*, QString>>;
+/// Environment variables and their values.
+using Variables = QList<std::pair<const char*, QString>>;
 
-QProcessEnvironment environmentOf(const Wish& wish)
+/// The environment of the tests in which only @p variables choose the language.
+QProcessEnvironment environmentWith(const Variables& variables)
 {
     QProcessEnvironment env = environment();
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LANG", "LANGUAGE"})
         env.remove(QLatin1String(name));
-    for (const auto& [name, value] : wish)
+    for (const auto& [name, value] : variables)
         env.insert(QLatin1String(name), value);
     return env;
 }
 
-const Wish german{{"LANG", QStringLiteral("de_DE.UTF-8")}};
+/// A folder of compiled locales that replaces those of the system, so that it does not matter which are
+/// installed there.
+class Locales
+{
+public:
+    void compile(const QString& language)
+    {
+        const QString folder = path() + QLatin1Char('/') + language + QStringLiteral(".UTF-8");
+        const Answer made = shell(QStringLiteral("localedef -i \"$1\" -f UTF-8 \"$2\""), {language, folder},
+                                  environmentWith({{"LC_ALL", QStringLiteral("C.UTF-8")}}));
+        EXPECT_EQ(made.exitCode, 0) << made.errors.toStdString();
+    }
+    QString path() const { return QDir(m_folder.path()).absolutePath(); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+const QString englishLocale = QStringLiteral("en_US.UTF-8");
+const QString germanLocale = QStringLiteral("de_DE.UTF-8");
 
 class WindowLanguage : public ViewTest
 {
 protected:
-    /// The window that waits for files, as it is shown to whom @p wish is, once it rests.
-    QImage welcomeFor(const Wish& wish)
+    /// The window without gamuts as it is drawn with @p variables set, once it no longer changes.
+    QImage windowWith(const Variables& variables)
     {
-        m_process.setProcessEnvironment(environmentOf(wish));
+        QProcessEnvironment env = environmentWith(variables);
+        env.insert(QStringLiteral("LOCPATH"), m_locales.path());
+        m_process.setProcessEnvironment(env);
         m_process.start(QStringLiteral(KVGAMUT_BINARY),
                         {QStringLiteral("view"), QStringLiteral("--size"), QStringLiteral("1000x700")});
         QImage last;
-        int alike = 0;
+        int unchanged = 0;
         EXPECT_TRUE(QTest::qWaitFor(
             [&] {
                 const QRect place = placeOnScreen(QStringLiteral("^kvgamut$"));
                 const QImage now = place.isEmpty() ? QImage() : screenshot().copy(place);
-                alike = !now.isNull() && now == last && hasWords(now) ? alike + 1 : 0;
+                unchanged = !now.isNull() && now == last && hasWelcome(now) ? unchanged + 1 : 0;
                 last = now;
-                return alike >= 5;
+                return unchanged >= 5;
             },
             longestWaitMs));
         EXPECT_EQ(m_process.readAllStandardError(), "");
@@ -50,8 +72,16 @@ protected:
         return last;
     }
 
-    /// Whether something is written in the middle, where the welcome stands.
-    static bool hasWords(const QImage& window)
+    /// The menu bar of that window. It has words and no numbers, whose form follows other variables.
+    QImage menuBarWith(const Variables& variables)
+    {
+        constexpr int menuBarHeight = 20;
+        const QImage window = windowWith(variables);
+        return window.copy(0, 0, window.width(), menuBarHeight);
+    }
+
+    /// Whether the text in the middle of the window is drawn.
+    static bool hasWelcome(const QImage& window)
     {
         int dark = 0;
         for (int y = window.height() / 3; y < window.height() * 2 / 3; ++y)
@@ -59,30 +89,50 @@ protected:
                 dark += window.pixelColor(x, y).lightness() < 100 ? 1 : 0;
         return dark > 200;
     }
+
+    void expectLanguageOfTheSystem()
+    {
+        const QImage english = menuBarWith({{"LANG", englishLocale}});
+        const QImage german = menuBarWith({{"LANG", germanLocale}});
+        EXPECT_NE(german, english);
+        EXPECT_EQ(menuBarWith({}), english);
+        EXPECT_EQ(menuBarWith({{"LANG", QStringLiteral("cy_GB.UTF-8")}}), english); // not translated
+        // in the order of precedence of the variables
+        EXPECT_EQ(menuBarWith({{"LANG", englishLocale}, {"LC_ALL", germanLocale}}), german);
+        EXPECT_EQ(menuBarWith({{"LANG", englishLocale}, {"LANGUAGE", QStringLiteral("cy:de:en")}}), german);
+        EXPECT_EQ(menuBarWith({{"LANG", germanLocale}, {"LANGUAGE", QStringLiteral("en:de")}}), english);
+        EXPECT_EQ(menuBarWith({{"LC_ALL", QStringLiteral("C")}, {"LANGUAGE", QStringLiteral("de")}}),
+                  english);
+    }
+
+    Locales m_locales;
 };
 
-TEST_F(WindowLanguage, isThatOfTheSystem)
+TEST_F(WindowLanguage, followsTheSystemWithItsLocalesInstalled)
 {
-    const QImage english = welcomeFor({{"LANG", QStringLiteral("en_US.UTF-8")}});
-    const QImage inGerman = welcomeFor(german);
-    EXPECT_NE(inGerman, english);
-    EXPECT_EQ(welcomeFor({}), english);
-    EXPECT_EQ(welcomeFor({{"LANG", QStringLiteral("cy_GB.UTF-8")}}), english); // in which nothing is written
-    // the variables in their order
-    EXPECT_EQ(
-        welcomeFor({{"LANG", QStringLiteral("en_US.UTF-8")}, {"LC_ALL", QStringLiteral("de_DE.UTF-8")}}),
-        inGerman);
-    EXPECT_EQ(welcomeFor({{"LANG", QStringLiteral("en_US.UTF-8")}, {"LANGUAGE", QStringLiteral("cy:de:en")}}),
-              inGerman);
-    EXPECT_EQ(welcomeFor({{"LANG", QStringLiteral("de_DE.UTF-8")}, {"LANGUAGE", QStringLiteral("en:de")}}),
-              english);
-    EXPECT_EQ(welcomeFor({{"LC_ALL", QStringLiteral("C")}, {"LANGUAGE", QStringLiteral("de")}}), english);
+    m_locales.compile(QStringLiteral("en_US"));
+    m_locales.compile(QStringLiteral("de_DE"));
+    expectLanguageOfTheSystem();
+}
+
+TEST_F(WindowLanguage, followsTheSystemWithoutItsLocales)
+{
+    expectLanguageOfTheSystem();
+}
+
+TEST_F(WindowLanguage, isIndependentOfTheFormOfNumbers)
+{
+    m_locales.compile(QStringLiteral("en_US"));
+    m_locales.compile(QStringLiteral("de_DE"));
+    const QImage germanNumbers = windowWith({{"LANG", englishLocale}, {"LC_NUMERIC", germanLocale}});
+    EXPECT_NE(germanNumbers, windowWith({{"LANG", englishLocale}}));
+    EXPECT_EQ(germanNumbers, windowWith({{"LANG", germanLocale}, {"LANGUAGE", QStringLiteral("en:de")}}));
 }
 
 TEST_F(WindowLanguage, leavesStandardErrorInEnglish)
 {
-    const Answer answer =
-        kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")}, environmentOf(german));
+    const Answer answer = kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")},
+                                  environmentWith({{"LANG", germanLocale}}));
     EXPECT_TRUE(failedWith(answer, 1, QStringLiteral("kvgamut: there is no file 'missing.icc'")));
 }
 
@@ -91,18 +141,15 @@ class CommandLanguage : public ProgramTest
 protected:
     void SetUp() override
     {
-        // a German locale of its own, whether or not the system has one
-        const Answer made = shell(QStringLiteral("localedef -i de_DE -f UTF-8 \"$1\""),
-                                  {path(QStringLiteral("de_DE.UTF-8"))}, m_english);
-        ASSERT_EQ(made.exitCode, 0) << made.errors.toStdString();
-        m_german.insert(QStringLiteral("LOCPATH"), QDir(path(QString())).absolutePath());
+        m_locales.compile(QStringLiteral("de_DE"));
+        m_german.insert(QStringLiteral("LOCPATH"), m_locales.path());
         const Answer point = shell(QStringLiteral("locale decimal_point; cat \"$1\""),
                                    {path(QStringLiteral("missing"))}, m_german);
         ASSERT_EQ(point.output, ",\n");
         ASSERT_TRUE(point.errors.contains("nicht gefunden")) << point.errors.toStdString();
     }
 
-    /// Whether @p arguments get the same answer in both languages.
+    /// Expects the same output and exit code with English and with German variables.
     void expectSame(const QStringList& arguments)
     {
         const Answer english = kvgamut(arguments, m_english);
@@ -113,8 +160,9 @@ protected:
         EXPECT_FALSE(english.output.isEmpty() && english.errors.isEmpty());
     }
 
-    const QProcessEnvironment m_english = environmentOf({{"LC_ALL", QStringLiteral("C.UTF-8")}});
-    QProcessEnvironment m_german = environmentOf({{"LC_ALL", QStringLiteral("de_DE.UTF-8")}});
+    Locales m_locales;
+    const QProcessEnvironment m_english = environmentWith({{"LC_ALL", QStringLiteral("C.UTF-8")}});
+    QProcessEnvironment m_german = environmentWith({{"LC_ALL", germanLocale}});
 };
 
 TEST_F(CommandLanguage, isEnglishInEveryLocale)
@@ -132,7 +180,7 @@ TEST_F(CommandLanguage, isEnglishInEveryLocale)
         {QStringLiteral("volume"), QStringLiteral("sRGB"), QStringLiteral("--grid"), QStringLiteral("x")});
 }
 
-TEST_F(CommandLanguage, isEnglishWhereTheSystemGivesTheReason)
+TEST_F(CommandLanguage, isEnglishInReasonsOfTheOperatingSystem)
 {
     const QString loop = path(QStringLiteral("loop.csv"));
     ASSERT_TRUE(QFile::link(loop, loop));
