@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0
 #version 120
+// SPDX-License-Identifier: Apache-2.0
 
 uniform vec3 lightPos;
 uniform vec4 lightColor;

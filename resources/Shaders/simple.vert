@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0
 #version 120
+// SPDX-License-Identifier: Apache-2.0
 
 // Positions come in scene coordinates (-a*, L*, b*), normals in host coordinates (L*, a*, b*).
 attribute vec3 vertex;
