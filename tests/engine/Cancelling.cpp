@@ -4,30 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
-#include <ctime>
-#include <thread>
-
-#include <pthread.h>
 
 namespace cancelling {
-namespace {
-
-// Processor time of one thread: what other programs take does not count.
-double secondsOf(clockid_t clock)
-{
-    timespec now;
-    clock_gettime(clock, &now);
-    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
-}
-
-} // namespace
 
 Runs cancelledAfter(const std::vector<double>& shares, const KVProfilePtr& profile, int gridPoints,
                     float maxEdge)
 {
-    clockid_t clock;
-    EXPECT_EQ(pthread_getcpuclockid(pthread_self(), &clock), 0);
     const auto compute = [&](KVCompletionProtocolPtr protocol) {
         KVGamut::GamutObject gamut;
         const bool done = gamut.init(profile, KVVMRenderRelativeColorimetric, false, true, maxEdge,
@@ -37,29 +19,19 @@ Runs cancelledAfter(const std::vector<double>& shares, const KVProfilePtr& profi
             << qPrintable(gamut.reason());
         return done;
     };
-    const double start = secondsOf(clock);
-    EXPECT_TRUE(compute({}));
-    const double whole = secondsOf(clock) - start;
+    const work::Work whole = work::of([&] { EXPECT_TRUE(compute({})); });
     Runs runs;
     for (double share : shares) {
         const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
-        const double begin = secondsOf(clock);
-        std::atomic<double> cancelledAt{0.0};
-        std::atomic<bool> ended{false};
-        std::thread canceller([&] {
-            while (!ended && secondsOf(clock) < begin + share * whole)
-                std::this_thread::sleep_for(std::chrono::microseconds(100));
-            protocol->cancel();
-            cancelledAt = secondsOf(clock);
-        });
-        const bool done = compute(protocol);
-        const double end = secondsOf(clock);
-        ended = true;
-        canceller.join();
+        bool done = false;
+        const work::Work rest = work::after(
+            static_cast<std::uint64_t>(share * double(whole.total())), [&] { protocol->cancel(); },
+            [&] { done = compute(protocol); });
         if (done)
             continue;
         ++runs.cancelled;
-        runs.longest = std::max(runs.longest, end - cancelledAt);
+        runs.max.colours = std::max(runs.max.colours, rest.colours);
+        runs.max.bytes = std::max(runs.max.bytes, rest.bytes);
     }
     return runs;
 }

@@ -16,19 +16,12 @@
 
 #include <cmath>
 #include <cstring>
-#include <ctime>
 #include <random>
 
 using namespace testprofiles;
 using Hash = QHash<QString, QVariant>;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr double slowness = 20.0;
-#else
-constexpr double slowness = 1.0;
-#endif
 
 const QString gamutKey = QStringLiteral("Gamut");
 
@@ -240,11 +233,9 @@ TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
         addBox(mesh, {20, at, at - 50}, {80, at + 0.005f, at + 50});
     }
     const Hash hash = hashOf(mesh);
-    const std::clock_t start = std::clock();
     const auto gamut = restored(hash);
     EXPECT_TRUE(gamut.reason().contains(QLatin1String("to be checked"))) << qPrintable(gamut.reason());
     EXPECT_EQ(gamut.faceCount(), 0);
-    EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC, 2.0 * slowness);
 }
 
 TEST(Deserialize, restoresEveryKindOfSurfaceThatIsComputed)
