@@ -26,6 +26,7 @@
 #include <malloc.h>
 #include <numbers>
 #include <random>
+#include <span>
 
 namespace {
 
@@ -75,13 +76,23 @@ void rivalSortOfWholeRecords(benchmark::State& state)
     }
 }
 
+std::span<const float> floatsOf(const std::vector<Record>& records)
+{
+    return {records.front().data(), records.size() * records.front().size()};
+}
+
+std::span<float> floatsOf(std::vector<Record>& records)
+{
+    return {records.front().data(), records.size() * records.front().size()};
+}
+
 void sortBackToFront(benchmark::State& state)
 {
     const auto records = randomTriangles(static_cast<std::size_t>(state.range(0)));
     std::vector<Record> sorted(records.size());
     BackToFront order;
     for (auto _ : state) {
-        order.sort(records.front().data(), records.size(), 3, eye, sorted.front().data());
+        order.sort(floatsOf(records), 3, eye, floatsOf(sorted));
         benchmark::DoNotOptimize(sorted.data());
     }
 }
@@ -92,14 +103,14 @@ void orderAgainAfterASmallStep(benchmark::State& state)
     const auto records = randomTriangles(static_cast<std::size_t>(state.range(0)));
     std::vector<Record> sorted(records.size()), previous(records.size());
     BackToFront order;
-    order.sort(records.front().data(), records.size(), 3, eye, sorted.front().data());
+    order.sort(floatsOf(records), 3, eye, floatsOf(sorted));
     double angle = 0.0;
     for (auto _ : state) {
         angle += std::numbers::pi / 180.0;
         sorted.swap(previous);
-        order.resort(previous.front().data(),
+        order.resort(floatsOf(previous),
                      QVector3D(400.0f * float(std::sin(angle)), 100, 400.0f * float(std::cos(angle))),
-                     sorted.front().data());
+                     floatsOf(sorted));
         benchmark::DoNotOptimize(sorted.data());
     }
 }

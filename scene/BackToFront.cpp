@@ -11,7 +11,7 @@
 namespace {
 
 constexpr unsigned digitBits = 11;
-constexpr std::size_t digitCount = 3; // 33 bits cover 32
+constexpr std::size_t digitCount = 3; // 33 bits, enough for 32
 constexpr std::uint32_t digitValues = 1u << digitBits;
 
 std::uint32_t digit(std::uint32_t nearness, std::size_t d)
@@ -19,8 +19,9 @@ std::uint32_t digit(std::uint32_t nearness, std::size_t d)
     return (nearness >> (d * digitBits)) & (digitValues - 1);
 }
 
-/// How far ahead of the copy the next records are asked for: they lie anywhere in memory.
-constexpr std::size_t ahead = 8;
+/// Number of primitives by which the prefetch runs ahead of the copy. The records to copy are scattered in
+/// memory, so the hardware does not predict them.
+constexpr std::size_t prefetchDistance = 8;
 
 void prefetch(const float* record, std::size_t floats)
 {
@@ -36,22 +37,22 @@ void prefetch(const float* record, std::size_t floats)
 
 } // namespace
 
-void BackToFront::sort(const float* vertices, std::size_t count, int verticesPerPrimitive,
-                       const QVector3D& eye, float* out)
+void BackToFront::sort(std::span<const float> vertices, int verticesPerPrimitive, const QVector3D& eye,
+                       std::span<float> out)
 {
-    m_count = count;
+    m_count = vertices.size() / (static_cast<std::size_t>(verticesPerPrimitive) * kvVertexFloats);
     m_verticesPerPrimitive = verticesPerPrimitive;
-    m_input.resize(count);
+    m_input.resize(m_count);
     std::iota(m_input.begin(), m_input.end(), 0u);
     order(vertices, eye, out);
 }
 
-void BackToFront::resort(const float* previous, const QVector3D& eye, float* out)
+void BackToFront::resort(std::span<const float> previous, const QVector3D& eye, std::span<float> out)
 {
     order(previous, eye, out);
 }
 
-void BackToFront::order(const float* vertices, const QVector3D& eye, float* out)
+void BackToFront::order(std::span<const float> vertices, const QVector3D& eye, std::span<float> out)
 {
     computeKeys(vertices, eye);
     sortKeys();
@@ -59,31 +60,33 @@ void BackToFront::order(const float* vertices, const QVector3D& eye, float* out)
 
     const std::size_t floats = static_cast<std::size_t>(m_verticesPerPrimitive) * kvVertexFloats;
     m_nextInput.resize(m_count);
+    const float* const from = vertices.data();
+    float* to = out.data();
     for (std::size_t i = 0; i < m_count; ++i) {
-        if (i + ahead < m_count)
-            prefetch(vertices + m_keys[i + ahead].slot * floats, floats);
+        if (i + prefetchDistance < m_count)
+            prefetch(from + m_keys[i + prefetchDistance].slot * floats, floats);
         const std::uint32_t slot = m_keys[i].slot;
-        std::memcpy(out, vertices + slot * floats, floats * sizeof(float));
-        out += floats;
+        std::memcpy(to, from + slot * floats, floats * sizeof(float));
+        to += floats;
         m_nextInput[i] = m_input[slot];
     }
     m_input.swap(m_nextInput);
 }
 
-void BackToFront::computeKeys(const float* vertices, const QVector3D& eye)
+void BackToFront::computeKeys(std::span<const float> vertices, const QVector3D& eye)
 {
     const float ex = eye.x(), ey = eye.y(), ez = eye.z();
     m_keys.resize(m_count);
     m_sums.resize(m_count);
     m_digits.assign(digitCount * digitValues, 0);
-    const float* v = vertices;
+    const float* v = vertices.data();
     for (std::size_t i = 0; i < m_count; ++i) {
         float nearest = std::numeric_limits<float>::infinity();
         float sum = 0.0f;
         for (int k = 0; k < m_verticesPerPrimitive; ++k, v += kvVertexFloats) {
             const float dx = v[0] - ex, dy = v[1] - ey, dz = v[2] - ez;
             float squared = dx * dx + dy * dy + dz * dz;
-            // A distance that is no number has no place in an order; such primitives go to the front.
+            // NaN cannot be ordered: such primitives get the distance 0 and are drawn last.
             if (!(squared >= 0.0f))
                 squared = 0.0f;
             nearest = std::min(nearest, squared);
@@ -97,14 +100,14 @@ void BackToFront::computeKeys(const float* vertices, const QVector3D& eye)
     }
 }
 
-/// From the last digit to the first, each time keeping the order of what has the same digit.
+/// Stable counting sorts from the least significant digit to the most significant one.
 void BackToFront::sortKeys()
 {
     m_scratch.resize(m_count);
     for (std::size_t d = 0; d < digitCount; ++d) {
         std::uint32_t* const places = m_digits.data() + d * digitValues;
         if (m_count > 0 && places[digit(m_keys[0].nearness, d)] == m_count)
-            continue; // all have the same
+            continue; // all keys have the same digit
         std::exclusive_scan(places, places + digitValues, places, 0u);
         for (const Key& key : m_keys)
             m_scratch[places[digit(key.nearness, d)]++] = key;
@@ -112,7 +115,8 @@ void BackToFront::sortKeys()
     }
 }
 
-/// Neighbours in a mesh share their nearest vertex, so runs of equal keys are common, and short.
+/// Neighbouring triangles of a mesh often share their nearest vertex: runs of equal keys are common but
+/// short.
 void BackToFront::sortTies()
 {
     const auto before = [this](const Key& a, const Key& b) {

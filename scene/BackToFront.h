@@ -4,48 +4,47 @@
 #include <QtGui/QVector3D>
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
-/// Orders translucent primitives back to front, so that blending them in sequence looks right.
+/// Sorts translucent primitives back to front for blending.
 ///
-/// A primitive whose nearest vertex is farther from the eye comes first; where the nearest vertices
-/// are equally far, the one with the larger sum of distances comes first; where those are equal too,
-/// the input order stays. All distances are squared.
+/// The primitive whose nearest vertex is farther from the eye comes first. Ties are resolved by the larger
+/// sum of the distances of all vertices, then by the input order. All distances are squared.
 ///
-/// It sorts eight-byte keys by their digits (a radix sort: the bits of floats that are not negative
-/// order as the floats do) and then gathers the records once: moving whole records while sorting costs
-/// several times as much. The work buffers are kept between calls, so that a steady scene does not
-/// allocate.
+/// The implementation is a radix sort of eight-byte keys (the bit patterns of non-negative floats have the
+/// order of the floats), followed by one copy of the records. Moving whole records while sorting would cost
+/// several times as much. Work buffers are kept between calls, so that a steady scene does not allocate.
 class BackToFront
 {
 public:
-    /// @param vertices records of kvVertexFloats floats, @p count primitives of @p verticesPerPrimitive
-    /// @param out receives as many floats; must not overlap @p vertices
-    void sort(const float* vertices, std::size_t count, int verticesPerPrimitive, const QVector3D& eye,
-              float* out);
+    /// @param vertices whole primitives of @p verticesPerPrimitive records of kvVertexFloats floats
+    /// @param out receives the sorted primitives; as long as @p vertices, without overlap
+    void sort(std::span<const float> vertices, int verticesPerPrimitive, const QVector3D& eye,
+              std::span<float> out);
 
-    /// Orders the same primitives for another eye. @p previous is what the last sort() or resort() of
-    /// this object wrote, unchanged. The result is that of sort(), but comes sooner when the eye moved a
-    /// little: what is near in the new order is near in memory.
-    void resort(const float* previous, const QVector3D& eye, float* out);
+    /// Sorts the same primitives for another eye. @p previous is the unchanged output of the last sort() or
+    /// resort() of this object. The result is that of sort(), but faster after a small camera move:
+    /// primitives that are close in the new order are close in memory.
+    void resort(std::span<const float> previous, const QVector3D& eye, std::span<float> out);
 
 private:
     struct Key
     {
-        std::uint32_t nearness; ///< small is far
-        std::uint32_t slot;     ///< of the primitive in the records that are being ordered
+        std::uint32_t nearness; ///< inverted bits of the squared distance: ascending is back to front
+        std::uint32_t slot;     ///< index of the primitive in the records to sort
     };
 
-    void order(const float* vertices, const QVector3D& eye, float* out);
-    void computeKeys(const float* vertices, const QVector3D& eye);
+    void order(std::span<const float> vertices, const QVector3D& eye, std::span<float> out);
+    void computeKeys(std::span<const float> vertices, const QVector3D& eye);
     void sortKeys();
     void sortTies();
 
     std::size_t m_count = 0;
     int m_verticesPerPrimitive = 3;
-    std::vector<std::uint32_t> m_input;     ///< for each slot: its place in what sort() was given
-    std::vector<std::uint32_t> m_nextInput; ///< the same of the result
-    std::vector<float> m_sums;              ///< for each slot
+    std::vector<std::uint32_t> m_input;     ///< for each slot: its index in the input of sort()
+    std::vector<std::uint32_t> m_nextInput; ///< the same for the result
+    std::vector<float> m_sums;              ///< for each slot: sum of the squared distances
     std::vector<Key> m_keys, m_scratch;
-    std::vector<std::uint32_t> m_digits; ///< for each digit and value: how often it occurs
+    std::vector<std::uint32_t> m_digits; ///< histogram: for each digit and value, the number of keys
 };

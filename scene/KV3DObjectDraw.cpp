@@ -7,6 +7,24 @@
 #include <QtOpenGL/QOpenGLFunctions_1_2>
 
 #include <algorithm>
+#include <span>
+
+namespace {
+
+/// The whole primitives of a vertex list, without an incomplete one at its end.
+std::span<const float> wholePrimitives(const QList<float>& list, qsizetype floatsPerPrimitive)
+{
+    return {list.constData(), static_cast<std::size_t>(list.size() - list.size() % floatsPerPrimitive)};
+}
+
+/// A view of a list that is resized to @p size floats.
+std::span<float> resized(QList<float>& list, std::size_t size)
+{
+    list.resize(static_cast<qsizetype>(size));
+    return {list.data(), size};
+}
+
+} // namespace
 
 KV3DObject::IDrawCheckFunctor::~IDrawCheckFunctor() = default;
 
@@ -22,8 +40,8 @@ QMatrix4x4 KV3DObject::IDrawCheckFunctor::adjustModel(const QMatrix4x4&, const Q
     return model;
 }
 
-// The host's own names travel in name and id alike, so that a set called "root" is told from the root,
-// whose id is a UUID.
+// Objects named by the host have the same name and id. The id of the root is a UUID, so a set that the host
+// calls "root" is not mistaken for it.
 bool KV3DObject::isRoot() const
 {
     return m_name == QLatin1String("root") && m_id != QLatin1String("root");
@@ -43,8 +61,9 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
                       const QMatrix4x4& cameraToView, const QMatrix4x4& model, const CameraState& camera,
                       const QVector3D& lightPos, const QColor& lightColor, int flags)
 {
-    // Asked before anything is drawn: an object that turns from translucent to opaque is drawn, and
-    // with that unchanged again, in the opaque pass; its triangles must leave the batch all the same.
+    // This must be checked before anything is drawn. An object that changes from translucent to opaque is
+    // drawn in the opaque pass, which clears its changed flag, but the batch must still be rebuilt without
+    // it.
     if (isRoot() && flags == KVPassOpaque)
         m_gatherNext = needsGathering();
 
@@ -57,12 +76,12 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
     const bool refused = m_visible && m_drawCheck &&
                          !m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags);
     if (flags == KVPassTranslucent && refused != m_refused) {
-        m_refused = refused; // what the pass refuses, the batch of the pass leaves out
+        m_refused = refused; // the batch must be rebuilt with or without this subtree
         m_changed = true;
     }
     if (!m_visible || refused) {
-        // The whole skipped subtree counts as drawn, else what was hidden before its first frame would
-        // keep the viewer drawing for ever.
+        // The whole skipped subtree counts as drawn. Otherwise an object that was hidden before its first
+        // frame would keep the viewer drawing for ever.
         markSubtreeDrawn();
         return;
     }
@@ -76,7 +95,7 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
 
     const bool batches = isRoot() && flags == KVPassTranslucent && alpha() > 0.0f;
     if (batches)
-        drawChildren(); // lines and points first, the batch over them
+        drawChildren(); // lines and points are drawn before the batch
 
     if (alpha() > 0.0f) {
         QList<float> sorted;
@@ -104,13 +123,13 @@ void KV3DObject::advanceTransition(int flags)
         m_transition->movedThisFrame = false;
         return;
     }
-    const auto transition = m_transition; // what follows may replace it
+    const auto transition = m_transition; // an override of applyAlpha() may replace it
     const qint64 elapsed = transition->timer.elapsed();
     const float progress = static_cast<float>(elapsed) / static_cast<float>(transition->durationMs);
     const auto v = static_cast<float>(transition->curve.valueForProgress(progress > 1.0f   ? 1.0f
                                                                          : progress > 0.0f ? progress
                                                                                            : 0.0f));
-    // the target itself at the end: a change that began at no number gets there, too
+    // The target is applied without interpolation, so that a change that starts from NaN reaches it.
     applyAlpha(v < 1.0f ? transition->from * (1.0f - v) + transition->to * v : transition->to);
     transition->movedThisFrame = flags == KVPassOpaque;
     if (transition->durationMs < elapsed && m_transition == transition)
@@ -119,7 +138,7 @@ void KV3DObject::advanceTransition(int flags)
 
 bool KV3DObject::needsGathering() const
 {
-    // A transition that is about to move counts as a change already.
+    // A running transition changes the alpha later in this frame.
     if (m_changed || (m_transition && m_visible))
         return true;
     return std::any_of(m_children.cbegin(), m_children.cend(),
@@ -161,21 +180,19 @@ const QList<float>* KV3DObject::batchFrom(const QVector3D& eye)
         if (mustGather) {
             m_sortSource.resize(0);
             gather(m_sortSource);
-            const qsizetype triangles = m_sortSource.size() / floats;
-            m_sortedVertices.resize(triangles * floats);
-            m_backToFront.sort(m_sortSource.constData(), static_cast<std::size_t>(triangles), 3, eye,
-                               m_sortedVertices.data());
+            const auto triangles = wholePrimitives(m_sortSource, floats);
+            m_backToFront.sort(triangles, 3, eye, resized(m_sortedVertices, triangles.size()));
         } else {
-            m_sortSource.resize(m_sortedVertices.size());
             m_sortSource.swap(m_sortedVertices);
-            m_backToFront.resort(m_sortSource.constData(), eye, m_sortedVertices.data());
+            const auto triangles = wholePrimitives(m_sortSource, floats);
+            m_backToFront.resort(triangles, eye, resized(m_sortedVertices, triangles.size()));
         }
         ++m_sortCount;
         destroyBuffers();
     }
     m_gatherNext = false;
-    // Whatever had nothing to draw, or was skipped, is up to date now as well; else a steady scene
-    // would be sorted again and again.
+    // Objects that had nothing to draw or were skipped are up to date as well. Otherwise a steady scene would
+    // be sorted in every frame.
     settleAfterGathering();
     m_lastEye = eye;
     return &m_sortedVertices;
@@ -189,17 +206,14 @@ const QList<float>* KV3DObject::translucentList(const QVector3D& eye, QList<floa
     } else if (m_primitiveMode == KVPrimitiveLines) {
         list = &vertices();
         if (!m_vbo.isCreated() || eye != m_lastEye) {
-            constexpr qsizetype floats = qsizetype(2) * kvVertexFloats;
-            const qsizetype segments = vertices().size() / floats;
-            sorted.resize(segments * floats);
-            m_backToFront.sort(vertices().constData(), static_cast<std::size_t>(segments), 2, eye,
-                               sorted.data());
+            const auto segments = wholePrimitives(vertices(), qsizetype(2) * kvVertexFloats);
+            m_backToFront.sort(segments, 2, eye, resized(sorted, segments.size()));
             ++m_sortCount;
             destroyBuffers();
             list = &sorted;
         }
     } else {
-        return nullptr; // triangles: the root draws them in its batch
+        return nullptr; // the root draws triangles in its batch
     }
     m_lastEye = eye;
     return list;

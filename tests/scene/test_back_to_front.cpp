@@ -9,6 +9,7 @@
 #include <limits>
 #include <numeric>
 #include <random>
+#include <span>
 
 namespace {
 
@@ -70,7 +71,7 @@ std::vector<float> naive(const Scene& scene, const QVector3D& eye)
 std::vector<float> sorted(BackToFront& sorter, const Scene& scene, const QVector3D& eye)
 {
     std::vector<float> out(scene.floats.size(), notANumber);
-    sorter.sort(scene.floats.data(), scene.count(), scene.verticesPerPrimitive, eye, out.data());
+    sorter.sort(scene.floats, scene.verticesPerPrimitive, eye, out);
     return out;
 }
 
@@ -124,7 +125,7 @@ TEST_P(BackToFrontSizes, ordersAgainForAnotherEyeAsIfForTheFirstTime)
     for (const QVector3D& eye : {QVector3D(0, 1, -350), QVector3D(0, 0, 350), QVector3D(0, 0, 0),
                                  QVector3D(0, 0, 0), QVector3D(3, 5, 7), QVector3D(-200, 100, 50)}) {
         std::vector<float> again(scene.floats.size(), notANumber);
-        sorter.resort(previous.data(), eye, again.data());
+        sorter.resort(previous, eye, again);
         EXPECT_EQ(again, naive(scene, eye)) << "from " << eye.x() << ", " << eye.y() << ", " << eye.z();
         previous = again;
     }
@@ -261,7 +262,7 @@ TEST(BackToFront, noPrimitivesWriteNothing)
 {
     BackToFront sorter;
     float guard = 42.0f;
-    sorter.sort(nullptr, 0, 3, {0, 0, 0}, &guard);
+    sorter.sort({}, 3, {0, 0, 0}, std::span(&guard, 1).first(0));
     EXPECT_EQ(guard, 42.0f);
 }
 
