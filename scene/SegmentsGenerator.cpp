@@ -15,17 +15,18 @@
 
 namespace {
 
-/// Squared lengths up to this have no direction.
-constexpr float degenerate = FLT_EPSILON;
-/// Corners sharper than a turn of 120° get no mitre: its tip would reach further than twice the width.
-constexpr float sharpestMitre = -0.5f; // cosine of the turn
+/// Segments and cross products with a squared length up to this are degenerate.
+constexpr float degenerateSquaredLength = FLT_EPSILON;
+/// Cosine of the largest turn that gets a mitre, 120°. The tip of a sharper one would be longer than twice
+/// the width.
+constexpr float minMitreCosine = -0.5f;
 
 bool isFinite(const QVector3D& p)
 {
     return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
 }
 
-/// Positions of a segment without its direction, for recognising repetitions.
+/// The end points of a segment in a fixed order, to detect repetitions in either direction.
 struct EdgeKey
 {
     std::array<std::uint32_t, 6> bits;
@@ -35,7 +36,7 @@ struct EdgeKey
 EdgeKey edgeKey(const QVector3D& p, const QVector3D& q)
 {
     const auto bits = [](const QVector3D& v) {
-        // + 0.0f: a negative zero is the same place
+        // + 0.0f turns a negative zero into a positive one
         return std::array{std::bit_cast<std::uint32_t>(v.x() + 0.0f),
                           std::bit_cast<std::uint32_t>(v.y() + 0.0f),
                           std::bit_cast<std::uint32_t>(v.z() + 0.0f)};
@@ -51,13 +52,13 @@ struct EdgeKeyHash
     std::size_t operator()(const EdgeKey& key) const { return qHashBits(key.bits.data(), sizeof key.bits); }
 };
 
-/// Half the tube's extents: across, and upright.
+/// Half the horizontal and vertical extent of the tube.
 struct HalfSize
 {
     float across, upright;
 };
 
-/// The four corners of the tube's cross-section around a point, in the order -s-u, +s-u, +s+u, -s+u.
+/// The four corners of the cross-section of the tube, in the order -s-u, +s-u, +s+u, -s+u.
 using Section = std::array<QVector3D, 4>;
 
 bool isFinite(const Section& section)
@@ -65,30 +66,33 @@ bool isFinite(const Section& section)
     return std::all_of(section.begin(), section.end(), [](const QVector3D& p) { return isFinite(p); });
 }
 
-/// One stretch of the ribbon: a segment with a direction and a frame across it, s × d = u.
+/// One straight piece of the ribbon: a segment with its direction d and the axes s and u of its
+/// cross-section, s × d = u.
 struct Stretch
 {
     ColoredPoint from, to;
     QVector3D d, s, u;
     float length = 0.0f;
-    bool joinsNext = false; ///< the next stretch starts where this one ends
+    bool joinsNext = false; ///< the next piece starts where this one ends
     bool mitresNext = false;
     bool mitresPrevious = false;
     Section start, end;
 };
 
-void chooseFrame(Stretch& x)
+void chooseAxes(Stretch& x)
 {
-    // Across and upright: the tube's flat sides look up and down the L* axis, so that figures in planes
-    // of constant lightness join without a twist.
+    // s is horizontal, so that two sides of the tube face up and down the L* axis. Figures in planes of
+    // constant lightness then join without a twist.
     QVector3D s = QVector3D::crossProduct(x.d, QVector3D(1, 0, 0));
-    if (s.lengthSquared() <= degenerate)
+    if (s.lengthSquared() <= degenerateSquaredLength)
         s = QVector3D::crossProduct(x.d, QVector3D(0, 1, 0));
     x.s = s.normalized();
     x.u = QVector3D::crossProduct(x.s, x.d).normalized();
 }
 
-/// @p v, perpendicular to @p from, turned by the smallest rotation that takes direction @p from to @p to.
+/// Parallel transport: @p v, perpendicular to @p from, rotated by the smallest rotation from direction @p
+/// from to
+/// @p to.
 QVector3D transported(const QVector3D& v, const QVector3D& from, const QVector3D& to)
 {
     const float c = QVector3D::dotProduct(from, to);
@@ -101,8 +105,8 @@ Section sectionAt(const Stretch& x, const QVector3D& point, HalfSize half)
     return {point - s - u, point + s - u, point + s + u, point - s + u};
 }
 
-/// The cross-section slid along the stretch onto the plane through @p point that halves the turn to
-/// direction @p next. The stretch that follows, with its frame transported, meets it there exactly.
+/// The cross-section projected along the piece onto the bisecting plane at @p point between its direction and
+/// @p next. The next piece, with transported axes, has the same cross-section there.
 Section mitre(const Stretch& x, const QVector3D& point, const QVector3D& next, HalfSize half)
 {
     const QVector3D m = (x.d + next).normalized();
@@ -113,17 +117,18 @@ Section mitre(const Stretch& x, const QVector3D& point, const QVector3D& next, H
     return section;
 }
 
-/// Whether a mitre between the two directions stays short against what it is cut from.
+/// Whether a mitre between the two pieces is short enough compared with their lengths.
 bool mitreFits(const Stretch& x, const Stretch& next, float half)
 {
     const float c = QVector3D::dotProduct(x.d, next.d);
-    if (c <= sharpestMitre)
+    if (c <= minMitreCosine)
         return false;
     const float tanHalfTurn = std::sqrt(std::max(0.0f, 1.0f - c) / (1.0f + c));
     const float reach = half * std::sqrt(2.0f) * tanHalfTurn;
     return reach <= 0.5f * std::min(x.length, next.length);
 }
 
+/// The segments that are finite, not degenerate and not repetitions.
 std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
 {
     std::vector<Stretch> stretches;
@@ -134,7 +139,7 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
         const QVector3D& p = segment.first.second;
         const QVector3D& q = segment.second.second;
         const QVector3D d = q - p;
-        if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerate))
+        if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerateSquaredLength))
             continue;
         if (!seen.insert(edgeKey(p, q)).second)
             continue;
@@ -147,7 +152,7 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
     return stretches;
 }
 
-/// Whether a stretch runs at constant lightness.
+/// Whether the lightness is constant along the piece.
 bool liesFlat(const Stretch& x)
 {
     return std::abs(x.d.x()) <= 1e-4f;
@@ -176,63 +181,93 @@ void emitTube(TriangleWriter& out, const Stretch& x, bool startCap, bool endCap)
         emitQuad(out, at(x.to, x.end[3]), at(x.to, x.end[2]), at(x.to, x.end[1]), at(x.to, x.end[0]));
 }
 
-/// Plan: keep what has a direction; give each stretch a frame, carried over where it continues the one
-/// before it; cut or lengthen its two ends; emit the four sides, and caps where nothing continues.
-QList<float> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
+/// What applies to all pieces of a ribbon.
+struct RibbonShape
+{
+    float reach;   ///< half the width of the tube
+    bool closed;   ///< the last segment ends where the first one begins
+    bool extended; ///< free ends are extended by half a width
+    HalfSize half;
+};
+
+RibbonShape shapeOf(const QList<ColoredSegment>& segments, const std::vector<Stretch>& stretches,
+                    bool closedHint, float width)
 {
     const float reach = (width / 1.5f) * 0.5f;
     const bool closed = qFuzzyCompare(segments.last().second.second, segments.first().first.second);
-    const bool join = width < 4.0f || closedHint || closed;
+    const bool band =
+        closedHint && stretches.size() >= 3 && std::all_of(stretches.begin(), stretches.end(), liesFlat);
+    return {.reach = reach,
+            .closed = closed,
+            .extended = width < 4.0f || closedHint || closed,
+            .half = {.across = reach, .upright = band ? reach / 3.0f : reach}};
+}
 
-    std::vector<Stretch> stretches = usableStretches(segments);
+/// Chooses the axes of each piece, transported from the previous piece across a mitre, and decides how the
+/// piece joins the next one.
+void orient(std::vector<Stretch>& stretches, const RibbonShape& shape)
+{
     const std::size_t n = stretches.size();
-    // A closed figure that lies flat is a band, so that its lower half does not sink into the grid or
-    // whatever else lies in a plane just below it.
-    const bool band = closedHint && n >= 3 && std::all_of(stretches.begin(), stretches.end(), liesFlat);
-    const HalfSize half{reach, band ? reach / 3.0f : reach};
-
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
         if (i > 0 && stretches[i - 1].mitresNext) {
             x.s = transported(stretches[i - 1].s, stretches[i - 1].d, x.d).normalized();
             x.u = QVector3D::crossProduct(x.s, x.d).normalized();
         } else {
-            chooseFrame(x);
+            chooseAxes(x);
         }
         const bool isLast = i + 1 == n;
-        if (n < 2 || (isLast && !closed))
+        if (n < 2 || (isLast && !shape.closed))
             continue;
         const Stretch& next = stretches[isLast ? 0 : i + 1];
         x.joinsNext = qFuzzyCompare(x.to.second, next.from.second);
-        x.mitresNext = x.joinsNext && mitreFits(x, next, reach);
+        x.mitresNext = x.joinsNext && mitreFits(x, next, shape.reach);
         if (isLast && x.mitresNext) {
-            // The first stretch has its frame already: the two meet only without a twist.
+            // The axes of the first piece are already fixed: a mitre is possible only without a twist.
             const QVector3D arrived = transported(x.s, x.d, next.d);
             x.mitresNext = QVector3D::dotProduct(arrived, next.s) > 0.9999f;
         }
     }
+}
 
+/// Computes the cross-sections at both ends of each piece: mitred, extended or cut square.
+void cutEnds(std::vector<Stretch>& stretches, const RibbonShape& shape)
+{
+    const std::size_t n = stretches.size();
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
-        const Stretch* previous = i > 0 ? &stretches[i - 1] : (n > 1 && closed ? &stretches[n - 1] : nullptr);
+        const Stretch* previous =
+            i > 0 ? &stretches[i - 1] : (n > 1 && shape.closed ? &stretches[n - 1] : nullptr);
         const Stretch& next = stretches[i + 1 < n ? i + 1 : 0];
         const bool joined = previous && previous->joinsNext;
         x.mitresPrevious = previous && previous->mitresNext;
 
+        const QVector3D extension = x.d * shape.reach;
         if (x.mitresNext)
-            x.end = mitre(x, x.to.second, next.d, half);
+            x.end = mitre(x, x.to.second, next.d, shape.half);
         else
-            x.end = sectionAt(x, x.to.second + (join || x.joinsNext ? x.d * reach : QVector3D()), half);
+            x.end = sectionAt(x, x.to.second + (shape.extended || x.joinsNext ? extension : QVector3D()),
+                              shape.half);
         if (!x.mitresPrevious)
-            x.start = sectionAt(x, x.from.second - (join || joined ? x.d * reach : QVector3D()), half);
+            x.start = sectionAt(x, x.from.second - (shape.extended || joined ? extension : QVector3D()),
+                                shape.half);
     }
+}
 
+QList<float> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
+{
+    std::vector<Stretch> stretches = usableStretches(segments);
+    const RibbonShape shape = shapeOf(segments, stretches, closedHint, width);
+    orient(stretches, shape);
+    cutEnds(stretches, shape);
+
+    const std::size_t n = stretches.size();
     QList<float> vertices;
     TriangleWriter writer(vertices, static_cast<qsizetype>(12 * n));
     for (std::size_t i = 0; i < n; ++i) {
         Stretch& x = stretches[i];
         if (x.mitresPrevious)
-            x.start = stretches[i > 0 ? i - 1 : n - 1].end; // the very same corners: no seam
+            x.start = stretches[i > 0 ? i - 1 : n - 1].end; // copied, so that the positions are identical
         if (isFinite(x.start) && isFinite(x.end))
             emitTube(writer, x, !x.mitresPrevious, !x.mitresNext);
     }
