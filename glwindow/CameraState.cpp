@@ -54,8 +54,8 @@ void CameraState::updateEyeAndUp(bool moveEye)
         const float sinPolar = std::sin(m_polarAngle), cosPolar = std::cos(m_polarAngle);
         m_eye = m_interest + m_distance * QVector3D(cosAzimuth * sinPolar, cosPolar, sinAzimuth * sinPolar);
     }
-    // d × (sin azimuth, 0, -cos azimuth): its height is distance · sin(polar), so that the picture
-    // turns over together with the eye when the polar angle leaves 0..π.
+    // d × (sin azimuth, 0, -cos azimuth). Its Y component is distance · sin(polar), so that the up vector is
+    // inverted together with the eye when the polar angle leaves 0..π.
     const QVector3D d = m_eye - m_interest;
     m_up = QVector3D(-cosAzimuth * d.y(), sinAzimuth * d.z() + cosAzimuth * d.x(), -sinAzimuth * d.y());
 }
@@ -70,7 +70,7 @@ void CameraState::rotate(float dAzimuth, float dPolar)
 void CameraState::zoom(float dDistance)
 {
     const float distance = m_distance + dDistance;
-    if (!(distance < minDistance))
+    if (!(distance < minDistance)) // also accepts NaN, as documented: nothing is checked
         m_distance = distance;
     updateEyeAndUp(true);
 }
@@ -113,7 +113,8 @@ QMatrix4x4 CameraState::projectionMatrix() const
 
 namespace {
 
-// std::lerp: what a move does not change must not drift, however many moves are abandoned half-way.
+// std::lerp is exact for equal arguments: values that a move does not change must not drift, even after many
+// aborted moves.
 QVector3D between(const QVector3D& a, const QVector3D& b, float t)
 {
     return {std::lerp(a.x(), b.x(), t), std::lerp(a.y(), b.y(), t), std::lerp(a.z(), b.z(), t)};
@@ -136,7 +137,7 @@ void CameraState::setBetween(const CameraState& from, const CameraState& to, flo
 
 bool operator==(const CameraState& a, const CameraState& b)
 {
-    // QVector3D and QMatrix4x4 compare exactly
+    // operator== of QVector3D and QMatrix4x4 is exact
     return a.m_eye == b.m_eye && a.m_interest == b.m_interest && a.m_up == b.m_up &&
            a.m_orthogonal == b.m_orthogonal && a.m_aspect == b.m_aspect &&
            a.m_viewingAngle == b.m_viewingAngle && a.m_projectionOverride == b.m_projectionOverride;

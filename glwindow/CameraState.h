@@ -6,13 +6,12 @@
 #include <QtGui/QMatrix4x4>
 #include <QtGui/QVector3D>
 
-/// Orbit camera: an eye that looks at an interest point from two angles and a distance, with its
+/// Orbit camera: an eye that looks at an interest point, given by two angles and a distance, and its
 /// projection.
 ///
-/// A value: copy it, compare it, store it. No GL, no events. Scene coordinates (-a*, L*, b*), L* along
-/// +Y; angles in radians, unbounded, so that the picture never rolls but may turn over; distances in
-/// Lab units. Nothing is checked: an eye at the interest point gives a distance of 0 and a polar angle
-/// that is not a number.
+/// A value type without GL and events. Scene coordinates (-a*, L*, b*) with L* along +Y; distances in Lab
+/// units; angles in radians. Angles are not limited: the picture never rolls, but it may turn upside down.
+/// Arguments are not checked: an eye at the interest point gives a distance of 0 and a polar angle of NaN.
 struct CameraState
 {
     static constexpr float nearPlane = 0.1f;
@@ -23,51 +22,53 @@ struct CameraState
     CameraState();
     CameraState(const QVector3D& eye, const QVector3D& interest);
 
-    /// Moves eye and interest point; angles, distance and up vector follow.
+    /// Sets eye and interest point, and updates angles, distance and up vector.
     void setEyeAndInterest(const QVector3D& eye, const QVector3D& interest);
-    /// Moves the interest point; angles, distance and up vector follow.
+    /// Sets the interest point, and updates angles, distance and up vector.
     void setInterest(const QVector3D& interest);
-    /// Vertical field of view, degrees. The orthogonal view shows the same height at the interest point.
+    /// Vertical field of view in degrees. The orthogonal projection shows the same height at the interest
+    /// point.
     void setViewingAngle(float degrees) { m_viewingAngle = degrees; }
-    /// Also drops the projection override.
+    /// Also resets the projection override.
     void setOrthogonal(bool orthogonal);
-    /// Viewport width over height.
+    /// Aspect ratio of the viewport, width / height.
     void setAspect(int width, int height);
-    /// Identity means: compute the projection; anything else is used as it stands.
+    /// Identity: the projection is computed from the parameters. Any other matrix is used as the projection.
     void setProjectionOverride(const QMatrix4x4& projection) { m_projectionOverride = projection; }
     void resetProjectionOverride() { m_projectionOverride.setToIdentity(); }
 
-    /// Turns the eye around the interest point; radians, not clamped.
+    /// Rotates the eye around the interest point. Radians, not clamped.
     void rotate(float dAzimuth, float dPolar);
-    /// Moves the eye away by @p dDistance (closer when negative). A step that would end below
-    /// minDistance is refused, not shortened.
+    /// Moves the eye away by @p dDistance (closer if negative). A step to less than minDistance is ignored,
+    /// not shortened.
     void zoom(float dDistance);
-    /// Moves eye and interest point by @p dx to the camera's right and @p dy downwards, in scene units.
+    /// Moves eye and interest point by @p dx to the right of the camera and by @p dy downwards, in scene
+    /// units.
     void pan(float dx, float dy);
 
     QVector3D eye() const { return m_eye; }
     QVector3D interestPoint() const { return m_interest; }
     QVector3D up() const { return m_up; } ///< not normalised
     float viewingAngle() const { return m_viewingAngle; }
-    float azimuth() const { return m_azimuth; }       ///< of the eye direction in the X-Z plane, atan2(Z, X)
-    float polarAngle() const { return m_polarAngle; } ///< between the eye direction and +Y
+    float azimuth() const { return m_azimuth; }       ///< of (eye - interest) in the X-Z plane, atan2(Z, X)
+    float polarAngle() const { return m_polarAngle; } ///< between (eye - interest) and +Y
     float distance() const { return m_distance; }
     float aspect() const { return m_aspect; }
     bool orthogonal() const { return m_orthogonal; }
     const QMatrix4x4& projectionOverride() const { return m_projectionOverride; }
 
-    /// World to eye.
-    QMatrix4x4 viewMatrix() const;
-    /// Eye to clip space; the override when there is one.
-    QMatrix4x4 projectionMatrix() const;
+    /// World coordinates to eye coordinates.
+    [[nodiscard]] QMatrix4x4 viewMatrix() const;
+    /// Eye coordinates to clip coordinates: the override, unless it is the identity.
+    [[nodiscard]] QMatrix4x4 projectionMatrix() const;
 
-    /// Sets this camera between two others: everything linear, the eye on a straight line; the
-    /// projection a blend of both matrices, so that changes of angle and kind of projection glide.
-    /// Aspect and the orthogonal flag stay as they are.
+    /// Sets this camera to the linear interpolation of two others at @p t; the eye moves on a straight line.
+    /// The projection override becomes the interpolation of both projection matrices, which animates changes
+    /// of the viewing angle and of the kind of projection. Aspect ratio and orthogonal flag are not changed.
     void setBetween(const CameraState& from, const CameraState& to, float t);
 
-    /// Whether both show the same picture: eye, interest point, up, projection parameters and override.
-    /// A value that is not a number equals nothing.
+    /// Whether both give the same picture: compares eye, interest point, up, projection parameters and
+    /// override. Cameras with a NaN are never equal.
     friend bool operator==(const CameraState& a, const CameraState& b);
     friend bool operator!=(const CameraState& a, const CameraState& b) { return !(a == b); }
 
@@ -87,7 +88,7 @@ private:
     bool m_orthogonal = false;
 };
 
-/// A camera move in progress.
+/// An animated camera move.
 struct CameraAnimation
 {
     CameraState start;
@@ -97,5 +98,5 @@ struct CameraAnimation
     QEasingCurve easing{QEasingCurve::InOutSine};
 
     /// Eased progress, 0..1, after @p elapsed milliseconds.
-    float progressAt(qint64 elapsed) const;
+    [[nodiscard]] float progressAt(qint64 elapsed) const;
 };

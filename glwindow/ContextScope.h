@@ -5,15 +5,14 @@
 #include <QtGui/QOpenGLContext>
 #include <QtOpenGL/QOpenGLWindow>
 
-/// Makes a window's GL context current for as long as it lives. Every change of the scene from outside
-/// a paint event happens inside one.
+/// Makes the GL context of a window current during its lifetime. Every change of the scene outside a paint
+/// event needs one.
 ///
-/// Nests: where the context is current already (inside a paint event, or an outer scope), nothing
-/// changes and nothing is released at the end. Otherwise the context is released at the end, and a
-/// foreign context that was current before becomes current again, so that a host that calls from
-/// its own painting finds things as it left them.
-/// Without a context yet it does nothing. The window may be destroyed inside the scope.
-class ContextScope
+/// Scopes may be nested: if the context is already current (in a paint event or an outer scope), the scope
+/// does nothing. Otherwise its destructor releases the context and makes the previous context current again,
+/// so that a host may call the viewer from its own painting. Does nothing if the window has no context yet.
+/// The window may be destroyed inside the scope.
+class [[nodiscard]] ContextScope
 {
 public:
     explicit ContextScope(QOpenGLWindow* window)

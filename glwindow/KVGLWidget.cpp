@@ -31,8 +31,8 @@ QString profileName(QSurfaceFormat::OpenGLContextProfile profile)
 KVGLWidget::KVGLWidget(QWindow* parent)
     : QOpenGLWindow(QOpenGLWindow::PartialUpdateBlit, parent), m_root(QStringLiteral("root"), QString())
 {
-    // A core profile of version 1.2 is an odd request, but the one under which the 1.2 function table
-    // resolves everywhere; anything more modern loses it.
+    // A core profile of version 1.2 is unusual, but with it the 1.2 function table resolves everywhere. Newer
+    // versions do not provide it.
     QSurfaceFormat format;
     format.setDepthBufferSize(24);
     format.setStencilBufferSize(8);
@@ -49,12 +49,12 @@ KVGLWidget::KVGLWidget(QWindow* parent)
 
 KVGLWidget::~KVGLWidget()
 {
-    // A window that was to show with its parent and never did is one that Qt 6.8 makes at its end, when it
-    // leaves the parent, and forgets: the next event for it crashed.
+    // A child window that was never shown: Qt 6.8 creates its platform window when the destructor removes it
+    // from its parent, and does not destroy it. The next event for that window then crashes.
     if (!handle())
         hide();
-    // By the time the base destroys the context this object is a QOpenGLWindow only, so the GL work
-    // is done here, and the context's own call must not come.
+    // When the base class destroys the context, this object is only a QOpenGLWindow. So GPU objects are
+    // released here, and teardownGL() must not be called any more.
     if (QOpenGLContext* own = context())
         own->disconnect(this);
     {
@@ -80,8 +80,8 @@ void KVGLWidget::teardownGL()
 
 void KVGLWidget::update()
 {
-    // The window system does not tell a child window that its parent is hidden: without this the loop of a
-    // viewer in a tab that nobody sees would keep a core busy. Its parent asks again when it is shown.
+    // A child window is not told that its parent is hidden. Without this check the frame loop of a viewer in
+    // a hidden tab would keep a core busy. The parent calls update() when it is shown again.
     if (parent() && !parent()->isVisible())
         return;
     QPaintDeviceWindow::update();
@@ -91,7 +91,7 @@ void KVGLWidget::initializeGL()
 {
     m_functions.initializeOpenGLFunctions();
 
-    // Unique: this runs again for a new context.
+    // Unique connections, because this function is called again for a new context.
     connect(context(), SIGNAL(aboutToBeDestroyed()), this, SLOT(teardownGL()),
             static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::UniqueConnection));
     connect(this, SIGNAL(frameSwapped()), this, SLOT(update()),
@@ -99,7 +99,7 @@ void KVGLWidget::initializeGL()
 
     logContext();
 
-    m_functions.glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &m_longestSide);
+    m_functions.glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &m_maxFramebufferSide);
     m_functions.glEnable(GL_MULTISAMPLE);
     m_functions.glEnable(GL_LINE_SMOOTH);
     context()->functions()->glBlendEquation(GL_FUNC_ADD);
@@ -131,9 +131,9 @@ bool KVGLWidget::event(QEvent* event)
 
 void KVGLWidget::resizeEvent(QResizeEvent* event)
 {
-    // Qt would make the context with the first resize, but its framebuffer only with the first paint,
-    // and dereferences the missing one whenever the context is made current in between or the window
-    // is destroyed: a window that has a size but was not exposed yet. The first paint makes both.
+    // Qt would create the context in the first resize, but its framebuffer only in the first paint. Until
+    // then it dereferences a null framebuffer if the context is made current or the window is destroyed.
+    // Without a context the event is not passed on; the first paint creates both.
     if (context())
         QOpenGLWindow::resizeEvent(event);
     update();
@@ -143,12 +143,12 @@ void KVGLWidget::resizeGL(int w, int h)
 {
     m_frameTimer.invalidate();
     m_camera.setAspect(w, h);
-    m_mustDraw = true; // Qt has just made an empty framebuffer
+    m_mustDraw = true; // Qt has just created an empty framebuffer
 }
 
 void KVGLWidget::advanceCamera()
 {
-    const QSharedPointer<CameraAnimation> move = m_animation; // the host may replace it below
+    const QSharedPointer<CameraAnimation> move = m_animation; // a slot of the host may replace m_animation
     if (!move)
         return;
     const qint64 elapsed = move->timer.elapsed();
@@ -159,8 +159,8 @@ void KVGLWidget::advanceCamera()
     m_camera.resetProjectionOverride();
     m_animation.reset();
 
-    // The host's code runs here, inside the paint: it may call setters that release the context, and
-    // it may destroy this window.
+    // Slots of the host run here, inside the paint event. They may call setters that release the context, or
+    // destroy this window.
     const QPointer<KVGLWidget> self(this);
     Q_EMIT moveFinised();
     if (self && context())
@@ -175,8 +175,8 @@ void KVGLWidget::paintGL()
         return;
     m_camera.setAspect(geometry().width(), geometry().height());
 
-    // Qt makes an empty framebuffer for a new size before it tells resizeGL(), and for a new pixel
-    // ratio without telling it.
+    // Qt creates an empty framebuffer for a new size before it calls resizeGL(), and for a new device pixel
+    // ratio without calling it.
     if (deviceSize() != m_drawnSize) {
         m_mustDraw = true;
         m_frameTimer.invalidate();
@@ -205,12 +205,12 @@ void KVGLWidget::drawScene(const CameraState& camera, const QMatrix4x4& projecti
     const QMatrix4x4 view = camera.viewMatrix();
     const QMatrix4x4 model;
 
-    // Opaque pass: what it leaves in the depth buffer hides the translucent things behind it.
+    // Opaque pass: writes depth, which hides translucent objects behind opaque ones.
     gl.glDepthMask(GL_TRUE);
     gl.glDisable(GL_BLEND);
     m_root.draw(&gl, view, projection, model, camera, m_lightPos, m_lightColor, KVPassOpaque);
 
-    // Translucent pass: tested against that depth, without writing any.
+    // Translucent pass: tests depth without writing it.
     gl.glEnable(GL_BLEND);
     gl.glDepthMask(GL_FALSE);
     gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -228,15 +228,14 @@ bool KVGLWidget::isSettled() const
 
 QSize KVGLWidget::deviceSize() const
 {
-    // cut off as Qt does for its framebuffer
+    // truncated, as Qt does for its framebuffer
     return {static_cast<int>(width() * devicePixelRatio()), static_cast<int>(height() * devicePixelRatio())};
 }
 
 bool KVGLWidget::canPaint() const
 {
-    // For a window without an area, as it is for a moment when a host folds it away, and for one that is
-    // larger than OpenGL's framebuffers, Qt would make a framebuffer that cannot be completed. The next
-    // size asks for the paint again.
+    // For an empty window (for example while a host collapses a dock) and for one larger than the maximum
+    // framebuffer size, Qt would create an incomplete framebuffer. The next resize schedules a paint again.
     const QSize size = deviceSize();
-    return !size.isEmpty() && std::max(size.width(), size.height()) <= m_longestSide;
+    return !size.isEmpty() && std::max(size.width(), size.height()) <= m_maxFramebufferSide;
 }

@@ -17,14 +17,14 @@
 #include <limits>
 #include <utility>
 
-/// The OpenGL window in which the whole scene is rendered: it owns the context, the root of the scene
-/// tree, the camera, the light and the frame loop, and turns input into camera changes and rays.
+/// The OpenGL window in which the scene is rendered. It owns the context, the root of the scene tree, the
+/// camera, the light and the frame loop, and converts input into camera changes and picking rays.
 ///
-/// Every completed frame schedules the next, as long as the window is exposed and its parent is visible.
-/// What is drawn is at most one frame in 33 ms, and nothing when neither the scene nor the camera changed;
-/// in between Qt shows the last picture again (partial update).
+/// Every completed frame schedules the next one while the window is exposed and its parent is visible. At
+/// most one frame is drawn in 33 ms, and none if neither the scene nor the camera changed. In between Qt
+/// shows the last picture again (partial update).
 ///
-/// Scene coordinates (-a*, L*, b*) unless said; GUI thread only.
+/// Scene coordinates (-a*, L*, b*) unless stated otherwise; GUI thread only.
 class KVGLWidget : public QOpenGLWindow
 {
     Q_OBJECT
@@ -32,23 +32,24 @@ public:
     explicit KVGLWidget(QWindow* parent = nullptr);
     ~KVGLWidget() override;
 
-    /// Stored and returned; the pace is fixed at one frame in 33 ms whatever it says.
+    /// Only stored. It does not affect drawing, which is limited to one frame in 33 ms.
     void setFramerate(int framesPerSecond) { m_framerate = framesPerSecond; }
     int framerate() const { return m_framerate; }
-    /// Shows with the next frame that is drawn for another reason, as does the light colour.
+    /// Takes effect in the next frame that is drawn for another reason, like the light colour.
     void setLightPos(const QVector3D& position) { m_lightPos = position; }
     QVector3D lightPos() const { return m_lightPos; }
     void setLightColor(const QColor& color) { m_lightColor = color; }
     QColor lightColor() const { return m_lightColor; }
-    /// Shows at once.
+    /// Takes effect at once.
     void setBackground(QColor color);
     QColor background() const { return m_background; }
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
 
     /// @name Camera
-    /// Each change is a move of @p duration milliseconds, at whose end moveFinised() is emitted, or
-    /// immediate and silent below 1. A new change replaces a move in progress without a signal.
+    /// Each change is an animated move of @p duration milliseconds; moveFinised() is emitted at its end. With
+    /// a duration below 1 the change is immediate and no signal is emitted. A new change replaces a running
+    /// move without a signal.
     /// @{
     void setCamera(const QVector3D& eye, const QVector3D& interest, int duration);
     void setCameraState(const CameraState& target, int duration);
@@ -57,7 +58,7 @@ public:
     QVector3D camera() const { return m_camera.eye(); }
     QVector3D interestPt() const { return m_camera.interestPoint(); }
     bool orthogonalProjection() const { return m_camera.orthogonal(); }
-    /// The angle at the start while a move runs.
+    /// During a move: the angle at its start.
     float viewingAngle() const;
     const CameraState& cameraState() const { return m_camera; }
     bool isMoving() const { return !m_animation.isNull(); }
@@ -69,8 +70,9 @@ public:
     bool enableInteraction() const { return m_interactionEnabled; }
     bool panMode() const { return m_panMode; }
     QPointF lastMousePosition() const { return m_lastMousePosition; }
-    /// Ray through a pixel (window coordinates, origin top left): origin, then direction, not normalised.
-    std::pair<QVector3D, QVector3D> rayToPoint(const QPoint& p) const;
+    /// Picking ray through a pixel (window coordinates, origin top left): origin and direction, not
+    /// normalised.
+    [[nodiscard]] std::pair<QVector3D, QVector3D> rayToPoint(const QPoint& p) const;
 
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -80,26 +82,27 @@ public:
     void wheelEvent(QWheelEvent* event) override;
     /// @}
 
-    /// Whether everything is drawn as it stands: no move, no opacity change, no change undrawn.
-    bool isSettled() const;
-    /// The picture as last drawn, in device pixels; null before the first frame.
+    /// Whether the picture is up to date: no running move or opacity change, and every change was drawn.
+    [[nodiscard]] bool isSettled() const;
+    /// The last drawn frame, in device pixels. Null before the first frame.
     QImage picture();
-    /// The present view drawn anew, @p size device pixels large whatever the window's size; in tiles when
-    /// it is large. Null before the first frame, for an empty size and when memory does not suffice.
-    /// While something moves, its tiles may show different moments.
+    /// Renders the present view in @p size device pixels, independent of the size of the window. Large
+    /// pictures are rendered in tiles; during a move the tiles may show different moments. Null before the
+    /// first frame, for an empty size and if there is not enough memory.
     QImage picture(const QSize& size);
-    /// Frames drawn so far (skipped ones do not count).
+    /// Number of frames drawn so far, without skipped ones.
     int drawnFrames() const { return m_drawnFrames; }
 
 Q_SIGNALS:
-    /// A camera move has come to its end. The spelling is what receivers connect to.
+    /// A camera move has ended. Receivers connect to exactly this spelling.
     void moveFinised();
-    /// A mouse button was released at pixel p; the ray is in host coordinates (L*, a*, b*).
+    /// A mouse button was released at pixel p. The picking ray is in host coordinates (L*, a*, b*).
     void click(QPoint p, QVector3D origin, QVector3D direction);
     void doubleClick(QPoint p, QVector3D origin, QVector3D direction);
 
 public Q_SLOTS:
-    /// Releases the scene's GPU objects and the scene below the root; the context is about to go.
+    /// Releases the GPU objects of the scene and removes all objects below the root. Called before the
+    /// context is destroyed.
     void teardownGL();
     /// Schedules the next frame, unless the parent window is hidden.
     void update();
@@ -135,10 +138,10 @@ private:
     QSharedPointer<CameraAnimation> m_animation;
     bool m_interactionEnabled = true;
 
-    /// Qt has thrown the last picture away (new context, size or pixel ratio): the next frame is drawn
-    /// even when nothing changed.
+    /// Qt has discarded the last picture (new context, size or pixel ratio): the next frame must be drawn
+    /// even if nothing changed.
     bool m_mustDraw = true;
-    QSize m_drawnSize; ///< device pixels of the last drawn frame, and so of Qt's framebuffer
+    QSize m_drawnSize; ///< size of the last drawn frame and of Qt's framebuffer, in device pixels
     int m_drawnFrames = 0;
-    GLint m_longestSide = std::numeric_limits<GLint>::max(); ///< of a framebuffer, as the context says
+    GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/KVGLWidget.h>
 
-/// Applies @p change to the camera: at once, or as a move to a changed copy of the live camera.
+/// Applies @p change to the camera: immediately, or as an animated move to a changed copy of the live camera.
 template <typename Change>
 void KVGLWidget::moveCamera(int duration, Change change)
 {

@@ -15,9 +15,9 @@ constexpr double pi = std::numbers::pi;
 constexpr auto keyTurn = static_cast<float>(pi / 20.0); // 9 degrees
 constexpr float keyZoom = 20.0f;
 constexpr int keyMoveMs = 50;
-constexpr int wheelPerUnit = 20; // of angleDelta; a notch of 120 is 6 Lab units
+constexpr int wheelPerUnit = 20; // angleDelta per Lab unit; one notch (120) is 6 units
 
-/// The event's position rounded to a pixel, halves away from zero.
+/// The position of the event, rounded to the nearest pixel (halves away from zero).
 QPoint pixelOf(const QMouseEvent& event)
 {
     const QPointF p = event.points().first().position();
@@ -56,7 +56,7 @@ void KVGLWidget::keyPressEvent(QKeyEvent* event)
     default:
         break;
     }
-    // for every key, so that a host can count on the end of the move
+    // Documented behaviour: every key starts a move, so that moveFinised() follows every key press.
     setCameraState(target, keyMoveMs);
 }
 
@@ -70,7 +70,8 @@ void KVGLWidget::wheelEvent(QWheelEvent* event)
 {
     if (!m_interactionEnabled)
         return;
-    const int units = event->angleDelta().y() / wheelPerUnit; // whole ones, cut off before the sign is turned
+    const int units =
+        event->angleDelta().y() / wheelPerUnit; // truncated towards zero before the sign changes
     m_camera.zoom(static_cast<float>(-units));
 }
 
@@ -85,7 +86,7 @@ void KVGLWidget::mouseMoveEvent(QMouseEvent* event)
         if (m_panMode) {
             m_camera.pan(dx, dy);
         } else {
-            // across the whole window: two full turns
+            // a drag across the whole window is two full turns
             const double perRadianX = geometry().width() / (4.0 * pi);
             const double perRadianY = geometry().height() / (4.0 * pi);
             m_camera.rotate(static_cast<float>(-(dx / perRadianX)), static_cast<float>(dy / perRadianY));

@@ -10,10 +10,10 @@
 
 namespace {
 
-// Multisampled, with depth, about a quarter of a gigabyte; every OpenGL can have it.
-constexpr int longestTile = 2048;
+// With multisampling and depth about 256 MB; supported by every OpenGL.
+constexpr int maxTileSide = 2048;
 
-/// Keeps the framebuffer and the viewport that are set.
+/// Restores the present framebuffer and viewport in its destructor.
 class TargetKeeper
 {
 public:
@@ -35,7 +35,7 @@ private:
     GLint m_viewport[4] = {};
 };
 
-/// Copies the part of @p drawn, the picture of a tile, to where it belongs in @p whole.
+/// Copies @p drawn, the picture of a tile without its margin, to its position in @p whole.
 void place(const PictureTile& tile, const QImage& drawn, QImage& whole)
 {
     const QPoint from = tile.part.topLeft() - tile.drawn.topLeft();
@@ -47,10 +47,10 @@ void place(const PictureTile& tile, const QImage& drawn, QImage& whole)
 
 } // namespace
 
-/// What a multisampled framebuffer holds.
+/// The contents of a multisampled framebuffer.
 QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
 {
-    // It cannot be read as it is: resolve it into one of our own, and bind that one to read from it.
+    // A multisampled framebuffer cannot be read directly: resolve it into a plain one and read that.
     QOpenGLFramebufferObject plain(size, QOpenGLFramebufferObject::NoAttachment);
     QOpenGLExtraFunctions* gl = context()->extraFunctions();
     const TargetKeeper keeper(gl);
@@ -60,8 +60,8 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
                           GL_COLOR_BUFFER_BIT, GL_NEAREST);
     gl->glBindFramebuffer(GL_FRAMEBUFFER, plain.handle());
     QImage image = plain.toImage();
-    // Blending leaves an alpha below one where translucent things are; the window shows the colours
-    // as they stand, so the picture is opaque with those very colours.
+    // Where translucent objects were blended, alpha is below 1. The window shows the colours without regard
+    // to alpha, so the picture takes them unchanged and is opaque.
     image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied
                                   ? QImage::Format_RGBX8888
                                   : QImage::Format_RGB32);
@@ -85,11 +85,11 @@ QImage KVGLWidget::picture(const QSize& size)
     QImage whole(size, QImage::Format_RGB32);
     if (whole.isNull())
         return {};
-    // after the picture: what memory has no place for would have billions of tiles
-    const QList<PictureTile> tiles = pictureTiles(size, longestTile);
+    // after the allocation: a size for which there is not enough memory could have billions of tiles
+    const QList<PictureTile> tiles = pictureTiles(size, maxTileSide);
 
     const ContextScope scope(this);
-    QOpenGLFramebufferObjectFormat format; // as that of the window
+    QOpenGLFramebufferObjectFormat format; // like that of the window
     format.setSamples(requestedFormat().samples());
     format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
     const QSize tileSize = tiles.first().drawn.size();
@@ -98,7 +98,8 @@ QImage KVGLWidget::picture(const QSize& size)
 
     CameraState camera = m_camera;
     camera.setAspect(size.width(), size.height());
-    m_mustDraw = m_mustDraw || !m_root.isSettled(); // what changed counts as drawn after this
+    m_mustDraw = m_mustDraw ||
+                 !m_root.isSettled(); // drawScene() marks changes as drawn, but the window has not shown them
     for (const PictureTile& tile : tiles) {
         target.bind();
         m_functions.glViewport(0, 0, tileSize.width(), tileSize.height());

@@ -6,20 +6,21 @@
 #include <QtCore/QSize>
 #include <QtGui/QMatrix4x4>
 
-/// A part of a picture that is drawn by itself.
+/// A part of a picture that is rendered separately.
 struct PictureTile
 {
-    QRect part;  ///< of the picture, that it contributes; pixels from the top left
-    QRect drawn; ///< what is drawn for it: the part and a margin, which may reach out of the picture
+    QRect part;  ///< the part of the picture that the tile provides; pixels from the top left
+    QRect drawn; ///< the rendered rectangle: the part and a margin, which may extend beyond the picture
 
-    /// What turns the clip coordinates of the whole picture of @p size into those of what is drawn.
-    QMatrix4x4 fromWhole(const QSize& size) const;
+    /// Converts clip coordinates of the whole picture of @p size to clip coordinates of the rendered
+    /// rectangle.
+    [[nodiscard]] QMatrix4x4 fromWhole(const QSize& size) const;
 };
 
-/// Parts that cover a picture of @p size without overlap, each drawn at most @p longestSide pixels wide
-/// and high, all drawn equally large.
+/// Tiles that cover a picture of @p size without overlap. All rendered rectangles have the same size, at most
+/// @p maxSide pixels wide and high.
 ///
-/// A picture that fits is one tile without a margin. Else each has a margin of 16 pixels: lines and dots
-/// are left out as a whole where their middle is out of sight, also when their width reaches into it.
-/// An empty size has no tiles.
-QList<PictureTile> pictureTiles(const QSize& size, int longestSide);
+/// A picture that fits is one tile without a margin. Otherwise each tile has a margin of 16 pixels, because
+/// OpenGL discards wide lines and points whose centre lies outside the viewport although a part of them is
+/// visible. An empty size gives an empty list.
+[[nodiscard]] QList<PictureTile> pictureTiles(const QSize& size, int maxSide);

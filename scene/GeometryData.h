@@ -9,7 +9,7 @@
 #include <utility>
 
 /// @file
-/// Plain records that travel between the host, the geometry generators and the scene objects.
+/// Plain records passed between the host, the geometry generators and the scene objects.
 
 /// A colour at a position in host coordinates, (L*, a*, b*). The same type as
 /// KVGamut3DViewer::ColoredPosition, the name that hosts use.
@@ -19,7 +19,7 @@ using ColoredSegment = std::pair<ColoredPoint, ColoredPoint>;
 /// Corners of a coloured triangle, in order.
 using ColoredTriangle = std::array<ColoredPoint, 3>;
 
-/// OpenGL primitives that a scene object draws; the values are those of glDrawArrays.
+/// OpenGL primitives of a scene object; the values are those of glDrawArrays.
 enum KVPrimitiveMode : int
 {
     KVPrimitivePoints = 0,
@@ -27,17 +27,17 @@ enum KVPrimitiveMode : int
     KVPrimitiveTriangles = 4,
 };
 
-/// What a generator returns and KV3DObject::setGeometry applies.
+/// The result of a generator, applied by KV3DObject::setGeometry().
 struct GeometryData
 {
-    /// Floats of one generated vertex: position 3 (scene), normal 3 (host), colour RGBA 4.
+    /// Floats per generated vertex: position (3, scene coordinates), normal (3, host coordinates), RGBA (4).
     static constexpr int floatsPerVertex = 10;
 
     int primitiveMode = KVPrimitiveTriangles;
     QList<float> vertices;  ///< whole records of floatsPerVertex
-    float lineWidth = 1.0f; ///< pixels for lines; Lab units where a ribbon was built
+    float lineWidth = 1.0f; ///< pixels for lines, Lab units for ribbons
     int markerType = 1;
-    QList<ColoredPoint> markers; ///< what marker geometry was made from; empty otherwise
+    QList<ColoredPoint> markers; ///< input of the marker generator; empty for other geometry
     float markerSize = -1.0f;
     float markerParam = 0.0f;
 };

@@ -19,7 +19,8 @@ KV3DObject::~KV3DObject()
     releaseGL();
 }
 
-// Children in drawing order. The list is copied: a setter of a derived child may add children here.
+// Calls the setter for every child in drawing order. The list is copied because the setter of a derived child
+// may add children.
 template <typename Setter>
 void KV3DObject::forEachChild(Setter setter)
 {
@@ -96,7 +97,7 @@ QColor KV3DObject::color() const
 void KV3DObject::setLineWidth(float width)
 {
     if (m_lineWidth != width)
-        m_drawnSinceChange = false; // one redraw; the vertices stay as they are
+        m_drawnSinceChange = false; // needs a redraw, but no upload
     m_lineWidth = width;
     forEachChild([width](KV3DObject& c) { c.setLineWidth(width); });
 }
@@ -136,7 +137,7 @@ float KV3DObject::clip() const
 void KV3DObject::setAmbientStrength(float strength)
 {
     if (m_ambientStrength != strength)
-        m_drawnSinceChange = false; // one redraw; the vertices stay as they are
+        m_drawnSinceChange = false; // needs a redraw, but no upload
     m_ambientStrength = strength;
     forEachChild([strength](KV3DObject& c) { c.setAmbientStrength(strength); });
 }
@@ -153,7 +154,7 @@ void KV3DObject::applyColor(const QColor& color, int mode)
     m_color = color;
 
     const bool surface = m_id == QLatin1String("Front") || m_id == QLatin1String("Wireframe");
-    m_vertices.shade({color, mode, surface, m_primitiveMode});
+    m_vertices.shade({.color = color, .mode = mode, .surface = surface, .primitiveMode = m_primitiveMode});
     markDataChanged();
     forEachChild([&](KV3DObject& c) { c.applyColor(color, mode); });
 }
@@ -180,7 +181,7 @@ void KV3DObject::addChild(const QSharedPointer<KV3DObject>& child, bool atFront)
         else
             m_childOrder.append(key);
     }
-    markMoved(); // what is new must come into the picture, and what it replaced must leave it
+    markMoved(); // the batch must include the new child and drop the one that it replaced
 }
 
 QSharedPointer<KV3DObject> KV3DObject::child(const QString& id) const
@@ -211,7 +212,7 @@ QSharedPointer<KV3DObject> KV3DObject::takeChild(const QString& id)
     auto taken = m_children.take(id);
     m_childOrder.removeOne(id);
     if (taken)
-        markMoved(); // else what was removed stays on the screen
+        markMoved(); // otherwise the removed child stays in the picture
     return taken;
 }
 
@@ -249,8 +250,8 @@ void KV3DObject::setVertices(const QList<float>& generated)
 {
     m_vertices.assign(generated);
 
-    // Minus one defeats the test for an unchanged mode, so that the new vertices are coloured even
-    // when colour and mode stay what they were.
+    // The mode -1 differs from every mode, so that applyColor() colours the new vertices even if colour and
+    // mode are unchanged.
     const int mode = m_displayMode;
     m_displayMode = -1;
     applyColor(color(), mode);

@@ -25,14 +25,14 @@ struct CameraState;
 class QOpenGLContext;
 class QOpenGLFunctions_1_2;
 
-/// Which half of a frame is being drawn.
+/// The two passes of a frame.
 enum KVPass : int
 {
     KVPassOpaque = 1,      ///< depth written, no blending
     KVPassTranslucent = 2, ///< blending, depth tested only
 };
 
-/// An opacity change in progress.
+/// An animated change of opacity.
 struct AlphaTransition
 {
     float from = 1.0f;
@@ -40,70 +40,71 @@ struct AlphaTransition
     QElapsedTimer timer;
     int durationMs = 0;
     QEasingCurve curve{QEasingCurve::InOutSine};
-    /// The opaque pass of this frame has moved it already: both passes of a frame must see one alpha,
-    /// else an object that becomes opaque between them is drawn in neither.
+    /// The opaque pass of this frame has already advanced it. Both passes of a frame must use the same
+    /// alpha: an object that became opaque between them would be drawn in neither.
     bool movedThisFrame = false;
 };
 
-/// The one kind of drawable thing: a node of the scene tree with its vertices, the GPU objects that
-/// mirror them, its shader program and its children.
+/// A drawable object: a node of the scene tree with its vertices, the GPU objects made from them, its shader
+/// program and its children.
 ///
-/// Held by QSharedPointer; a parent keeps its children alive. Children are keyed by id and drawn in
-/// the order of insertion. Construction needs no GL: objects may exist long before a context does,
-/// and without one every operation works except drawing.
+/// Held by QSharedPointer; a parent owns its children. Children are keyed by id and drawn in the order of
+/// insertion. Construction needs no GL: objects may be created before a context exists, and without one
+/// every operation works except drawing.
 ///
-/// GUI thread only. Everything that touches GPU objects (changing data included, which destroys
-/// them) wants the window's context current when there is one.
+/// GUI thread only. If the window has a context, it must be current for everything that touches GPU objects.
+/// This includes changes of data, which destroy GPU objects.
 ///
-/// No operation fails: an unknown id answers a null pointer or an invalid variant.
+/// No operation reports an error: lookups of unknown ids return a null pointer or an invalid variant.
 class KV3DObject
 {
 public:
-    /// Decides per frame whether a subtree is drawn and where.
+    /// Decides in every frame whether a subtree is drawn, and with which model matrix.
     class IDrawCheckFunctor
     {
     public:
         virtual ~IDrawCheckFunctor();
-        /// Whether the object and its whole subtree are drawn in the pass @p flags. Default: true.
+        /// Whether to draw the object and its whole subtree in the pass @p flags. Default: true.
         virtual bool accept(const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
                             const QMatrix4x4& model, const CameraState& camera, int flags);
-        /// The model matrix for the object alone; its children still get the incoming one.
+        /// The model matrix for the object itself; its children still get the incoming one.
         /// Default: @p model unchanged.
         virtual QMatrix4x4 adjustModel(const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
                                        const QMatrix4x4& model, const CameraState& camera);
     };
 
     /// @param name kind of the object
-    /// @param id key in its parent; empty makes a new UUID in braces (setId() can make it empty)
+    /// @param id key in its parent; if empty, a new UUID in braces (setId() allows an empty id)
     explicit KV3DObject(const QString& name, const QString& id = QString());
     virtual ~KV3DObject();
     Q_DISABLE_COPY_MOVE(KV3DObject)
 
     /// @name Appearance
-    /// Each reaches the whole subtree through the children's own overrides, setAlpha() excepted.
+    /// Each setter except setAlpha() also calls the same (virtual) setter of every child.
     /// @{
 
-    /// Changes the opacity (0..1) in @p durationMs milliseconds along an in-out sine, from the opacity
-    /// reached so far; 0 or less applies it at once and drops a running change. The change moves while
-    /// frames are drawn and the object is visible; each frame then sets the subtree by applyAlpha().
+    /// Changes the opacity (0..1) within @p durationMs milliseconds, eased by an in-out sine, starting from
+    /// the present opacity. A duration of 0 or less applies it at once and cancels a running change. The
+    /// change advances while frames are drawn and the object is visible; each frame applies it to the subtree
+    /// by applyAlpha().
     virtual void setAlpha(float alpha, int durationMs);
-    /// Sets the opacity at once, without touching a running change.
+    /// Sets the opacity at once. A running change continues.
     virtual void applyAlpha(float alpha);
-    virtual float alpha() const;
+    [[nodiscard]] virtual float alpha() const;
 
-    /// Display mode (0, 1 smooth, 2 flat, 3 wireframe); here it only decides how a colour is applied.
+    /// Display mode (0 or 1 smooth, 2 flat, 3 wireframe). Here it only affects how a colour is applied.
     virtual void setDisplayMode(int mode);
     virtual int displayMode() const;
 
-    /// Colours the object; an invalid colour keeps the colours that the vertices have.
+    /// Colours the object. An invalid colour keeps the present colours of the vertices.
     virtual void setColor(const QColor& color);
     virtual QColor color() const;
 
-    /// Width passed to glLineWidth, in pixels; not above 0 draws the thinnest line, 1 pixel.
+    /// Width passed to glLineWidth, in pixels. 0, negative values and NaN draw lines of 1 pixel.
     virtual void setLineWidth(float width);
     virtual float lineWidth() const;
 
-    /// Regenerates marker geometry in a new size; an object without markers only remembers the size.
+    /// Regenerates marker geometry in a new size. An object without markers only stores the size.
     virtual void setMarkerSize(float size);
     virtual float markerSize() const;
 
@@ -111,13 +112,13 @@ public:
     virtual void setClip(float clip);
     virtual float clip() const;
 
-    /// Share of light that comes from everywhere, 0..1: 1 shows the pure colours, less shades them.
+    /// Fraction of ambient light, 0..1: 1 shows the unshaded colours.
     virtual void setAmbientStrength(float strength);
     virtual float ambientStrength() const;
 
-    /// Rewrites the current colour of every vertex. A surface ("Front", "Wireframe") is shaded by its
-    /// lightness: the colour itself at L* 50, towards white above, towards black below; in mode 2 with
-    /// one lightness per triangle. Nothing happens when colour and mode are the present ones.
+    /// Sets the current colour of every vertex. Surfaces (id "Front" or "Wireframe") are shaded by lightness:
+    /// the unchanged colour at L* 50, towards white above, towards black below; in mode 2 with one lightness
+    /// per triangle. Does nothing if colour and mode are the present ones.
     virtual void applyColor(const QColor& color, int mode);
     /// @}
 
@@ -125,30 +126,30 @@ public:
     /// @{
     QString name() const { return m_name; }
     QString id() const { return m_id; }
-    /// Replaces the id; only before the object is added to a parent. Unlike the constructor it takes
-    /// an empty id as it stands.
+    /// Replaces the id. Call it only before the object is added to a parent. Unlike the constructor it keeps
+    /// an empty id.
     void setId(const QString& id) { m_id = id; }
 
     bool isVisible() const { return m_visible; }
     /// A hidden object hides its whole subtree.
     void setVisible(bool visible);
 
-    /// Adds @p child under its id, drawn last, or first when @p atFront. A child of the same id is
-    /// replaced and keeps its place in the order.
+    /// Adds @p child under its id, drawn last, or first if @p atFront. It replaces a child with the same id
+    /// at that child's place in the order.
     void addChild(const QSharedPointer<KV3DObject>& child, bool atFront = false);
-    QSharedPointer<KV3DObject> child(const QString& id) const;
-    /// Follows ids downwards from here.
-    QSharedPointer<KV3DObject> childAt(std::initializer_list<QString> path) const;
-    bool hasChild(const QString& id) const;
-    /// Removes and returns a child; null when there is none.
+    [[nodiscard]] QSharedPointer<KV3DObject> child(const QString& id) const;
+    /// The descendant at a path of ids.
+    [[nodiscard]] QSharedPointer<KV3DObject> childAt(std::initializer_list<QString> path) const;
+    [[nodiscard]] bool hasChild(const QString& id) const;
+    /// Removes and returns a child; null for an unknown id.
     QSharedPointer<KV3DObject> takeChild(const QString& id);
-    /// In the order of the id-keyed table, not of drawing.
-    QList<QSharedPointer<KV3DObject>> children() const;
-    /// In drawing order.
+    /// All children, in the order of the hash table (not the drawing order).
+    [[nodiscard]] QList<QSharedPointer<KV3DObject>> children() const;
+    /// Ids of the children in drawing order.
     QStringList childOrder() const { return m_childOrder; }
 
     void setProperty(const QString& key, const QVariant& value);
-    QVariant property(const QString& key) const;
+    [[nodiscard]] QVariant property(const QString& key) const;
 
     void setDrawCheck(const QSharedPointer<IDrawCheckFunctor>& check) { m_drawCheck = check; }
     /// @}
@@ -156,23 +157,24 @@ public:
     /// @name Geometry
     /// @{
 
-    /// Applies a generator's result. Markers of type 1 bring their ambient strength as the parameter.
+    /// Applies the result of a generator. For markers of type 1 the marker parameter is the ambient strength.
     void setGeometry(const GeometryData& geometry);
-    /// Replaces the vertices by @p generated (ten floats each), with the present colour, opacity and
-    /// clip value applied.
+    /// Replaces the vertices by @p generated (GeometryData::floatsPerVertex floats each) and applies the
+    /// present colour, opacity and clip value.
     void setVertices(const QList<float>& generated);
 
-    /// Generate and apply in one call; the arguments are those of the generators.
+    /// Generate and apply in one call. For the arguments see the generators.
     void setTriangles(const QList<ColoredTriangle>& triangles);
     void setSegments(const QList<ColoredSegment>& segments, bool closedHint, float width,
                      float trailing = 0.0f);
-    /// Does nothing when all four equal those of the last call.
+    /// Does nothing if all four arguments equal the stored ones.
     void setMarkers(int type, const QList<ColoredPoint>& markers, float size, float param);
-    /// Traces @p text in the object's line width, cut down to a whole number.
+    /// Uses the line width of the object, truncated to an integer.
     void setTextOutline(const QString& text, const QMatrix4x4& transform, const QFont& font,
                         const QColor& color);
 
-    const QList<float>& vertices() const { return m_vertices.list(); } ///< kvVertexFloats floats each
+    /// Vertex records of kvVertexFloats floats each.
+    [[nodiscard]] const QList<float>& vertices() const { return m_vertices.list(); }
     int primitiveMode() const { return m_primitiveMode; }
     int markerType() const { return m_markerType; }
     const QList<ColoredPoint>& markers() const { return m_markers; }
@@ -182,42 +184,42 @@ public:
     /// @name GL
     /// @{
 
-    /// Builds the shader program of the subtree in the current context. May run again for a new
-    /// context; buffers stay as they are.
+    /// Builds the shader programs of the subtree in the current context. Call it again for a new context.
+    /// Buffers are not changed.
     void initializeGL(QOpenGLContext* owner);
-    /// Destroys GPU objects and program of the subtree and drops all children.
+    /// Destroys the GPU objects and programs of the subtree and removes all children.
     void releaseGL();
-    /// What initializeGL() was last called with; null before, and after releaseGL().
+    /// Argument of the last initializeGL(); null before it and after releaseGL().
     QOpenGLContext* glOwner() const { return m_glOwner; }
     bool hasProgram() const { return !m_program.isNull(); }
     bool hasBuffer() const { return m_vbo.isCreated(); }
 
-    /// Draws the subtree's share of the pass @p flags and advances its opacity changes.
+    /// Draws the subtree in the pass @p flags and advances its opacity changes.
     ///
-    /// An object draws itself only with a program; the rest of the contract (visibility, draw checks,
-    /// transitions, gathering) holds without one, so @p gl may be null then.
-    /// The object named "root" whose id is not "root" gathers the translucent triangles of the whole
-    /// tree, sorts them from the eye and draws them as one batch in the translucent pass.
+    /// Without a program nothing is drawn, and @p gl may be null. Visibility, draw checks, transitions and
+    /// gathering work all the same.
+    /// In the translucent pass the root (name "root", id not "root") gathers the translucent triangles of the
+    /// whole tree, sorts them back to front and draws them in one batch.
     void draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
               const QMatrix4x4& model, const CameraState& camera, const QVector3D& lightPos,
               const QColor& lightColor, int flags);
 
-    /// Whether the picture of the subtree is up to date: everything drawn since its last change and no
-    /// opacity change running.
-    bool isSettled() const;
+    /// Whether the picture of the subtree is up to date: everything was drawn after its last change, and no
+    /// opacity change is running.
+    [[nodiscard]] bool isSettled() const;
 
     bool isChanged() const { return m_changed; }
     bool isDrawnSinceChange() const { return m_drawnSinceChange; }
     bool hasTransition() const { return !m_transition.isNull(); }
-    /// The gathered translucent triangles of the tree, back to front; only filled on the root.
+    /// The translucent triangles of the tree, back to front. Empty except on the root.
     const QList<float>& sortedVertices() const { return m_sortedVertices; }
-    /// How often vertex data was sent to the GPU and how often a batch was sorted; for measurements.
+    /// Number of uploads to the GPU and number of sorts so far, for tests and benchmarks.
     int uploadCount() const { return m_uploadCount; }
     int sortCount() const { return m_sortCount; }
     /// @}
 
 protected:
-    /// Only stores the mode; for overrides of setDisplayMode().
+    /// Stores the mode without any other effect, for overrides of setDisplayMode().
     void storeDisplayMode(int mode) { m_displayMode = mode; }
 
 private:
@@ -245,9 +247,10 @@ private:
     void gather(QList<float>& batch);
     void settleAfterGathering();
     void markSubtreeDrawn();
-    /// Points as they are, lines sorted (into @p sorted when they have to be), triangles not at all.
+    /// The list that the object draws itself in the translucent pass: points unsorted, lines sorted (into
+    /// @p sorted if necessary). Null for triangles, which the root draws.
     const QList<float>* translucentList(const QVector3D& eye, QList<float>& sorted);
-    /// The translucent triangles of the whole tree, back to front.
+    /// The translucent triangles of the whole tree, back to front from @p eye.
     const QList<float>* batchFrom(const QVector3D& eye);
     void drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, const QMatrix4x4& worldToCamera,
                   const QMatrix4x4& cameraToView, const QMatrix4x4& model, const QVector3D& lightPos,
@@ -269,7 +272,7 @@ private:
     QSharedPointer<IDrawCheckFunctor> m_drawCheck;
     VertexRecords m_vertices;
     QList<float> m_sortedVertices;
-    QList<float> m_sortSource; ///< what the batch is ordered from: as gathered, or in its last order
+    QList<float> m_sortSource; ///< input of the sort: the triangles as gathered, or in their previous order
     BackToFront m_backToFront;
     QOpenGLBuffer m_vbo;
     QOpenGLVertexArrayObject m_vao;
@@ -286,8 +289,8 @@ private:
     QVector3D m_lastEye;
     QHash<QString, QVariant> m_properties;
     QSharedPointer<AlphaTransition> m_transition;
-    bool m_refused = false; ///< by the draw check, in the last translucent pass
-    bool m_gatherNext = false;
+    bool m_refused = false;    ///< the draw check refused the last translucent pass
+    bool m_gatherNext = false; ///< the next translucent pass must gather again
     int m_uploadCount = 0;
     int m_sortCount = 0;
 };

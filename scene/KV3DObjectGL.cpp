@@ -6,8 +6,8 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
 {
     m_glOwner = owner;
 
-    // No result is examined: a program that does not link has no "vertex" attribute, and an object
-    // without one draws nothing. Qt's own warning says what was wrong with the file.
+    // The results are not checked: a program that does not link has no "vertex" attribute, and drawList()
+    // then draws nothing. Qt logs what is wrong with the file.
     m_program.reset(new QOpenGLShaderProgram);
     m_program->addShaderFromSourceFile(QOpenGLShader::Vertex, m_vertexShaderPath);
     m_program->addShaderFromSourceFile(QOpenGLShader::Fragment, m_fragmentShaderPath);
@@ -21,9 +21,9 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
     m_locations.cameraToView = m_program->uniformLocation("cameraToView");
     m_locations.lightPos = m_program->uniformLocation("lightPos");
     m_locations.lightColor = m_program->uniformLocation("lightColor");
-    m_locations.ambientStrength = m_program->uniformLocation("ambientStrenght"); // the shaders' spelling
+    m_locations.ambientStrength = m_program->uniformLocation("ambientStrenght"); // spelled as in the shaders
 
-    m_drawnSinceChange = false; // what could not be drawn so far can be now
+    m_drawnSinceChange = false; // without a program it could not be drawn until now
 
     const auto all = children();
     for (const auto& object : all)
@@ -35,7 +35,7 @@ void KV3DObject::releaseGL()
     destroyBuffers();
     m_program.reset();
     m_glOwner = nullptr;
-    // The batch must not outlive the objects it was gathered from.
+    // The batch must not outlive the objects from which it was gathered.
     m_sortedVertices = {};
     m_sortSource = {};
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-/// Unit vector with the pole along L*: @p polar from +L*, @p azimuth from +a* towards +b*.
+/// Unit vector in spherical coordinates: @p polar angle from +L*, @p azimuth from +a* towards +b*.
 QVector3D onSphere(double polar, double azimuth)
 {
     return QVector3D(static_cast<float>(std::cos(polar)),
@@ -18,8 +18,8 @@ QVector3D onSphere(double polar, double azimuth)
                      static_cast<float>(std::sin(polar) * std::sin(azimuth)));
 }
 
-/// Corners of a unit sphere as triangles wound counter-clockwise seen from outside: @p rings bands
-/// from pole to pole, twice as many sectors around.
+/// Triangle corners of a unit sphere, counter-clockwise seen from outside: @p rings bands from pole to pole,
+/// twice as many sectors around the axis.
 std::vector<QVector3D> unitSphere(int rings)
 {
     const int sectors = 2 * rings;
@@ -32,7 +32,7 @@ std::vector<QVector3D> unitSphere(int rings)
         for (int s = 0; s < sectors; ++s) {
             const QVector3D a = corner(r, s), b = corner(r + 1, s), c = corner(r + 1, s + 1),
                             d = corner(r, s + 1);
-            // at the poles one edge of the quad has no length, and with it one triangle no area
+            // at the poles one of the two triangles of the quad is degenerate
             if (r + 1 < rings)
                 corners.insert(corners.end(), {a, b, c});
             if (r > 0)
@@ -42,22 +42,22 @@ std::vector<QVector3D> unitSphere(int rings)
     return corners;
 }
 
-/// The sphere that @p count markers of radius @p radius can afford: steps of pi/8, unless so many of
-/// them would fill the memory; nobody sees the corners of one among thousands.
-const std::vector<QVector3D>& affordableSphere(qsizetype count, float radius)
+/// The unit sphere for @p count markers of radius @p radius. Large sets get coarser spheres, which limits the
+/// memory for their vertices; the facets of one marker among thousands are not visible.
+const std::vector<QVector3D>& sphereFor(qsizetype count, float radius)
 {
     static const std::vector<QVector3D> spheres[] = {unitSphere(8), unitSphere(4), unitSphere(3),
                                                      unitSphere(2)};
-    constexpr float smallRadius = 1.0f; // a few pixels, seen from where all of a gamut is in view
-    const qsizetype budget = radius <= smallRadius ? 500'000 : 1'500'000; // vertices
+    constexpr float smallRadius = 1.0f; // a few pixels when the whole gamut is in view
+    const qsizetype maxVertices = radius <= smallRadius ? 500'000 : 1'500'000;
     for (const auto& sphere : spheres)
-        if (count * static_cast<qsizetype>(sphere.size()) <= budget)
+        if (count * static_cast<qsizetype>(sphere.size()) <= maxVertices)
             return sphere;
     return spheres[std::size(spheres) - 1];
 }
 
-/// Corners of a star of unit radius: eight steps of π/4 around the equator, every second one at half
-/// the radius, joined to both poles.
+/// Triangle corners of a star of unit radius: eight vertices on the equator in steps of π/4, every second one
+/// at half the radius, connected to both poles.
 std::vector<QVector3D> unitStar()
 {
     constexpr int steps = 8;
@@ -75,7 +75,7 @@ std::vector<QVector3D> unitStar()
 
 GeometryData spheres(const QList<ColoredPoint>& markers, float radius)
 {
-    const std::vector<QVector3D>& unit = affordableSphere(markers.size(), radius);
+    const std::vector<QVector3D>& unit = sphereFor(markers.size(), radius);
     GeometryData data;
     VertexWriter writer(data.vertices, markers.size() * static_cast<qsizetype>(unit.size()));
     for (const auto& [color, center] : markers)
@@ -123,7 +123,7 @@ GeometryData bracketedCubes(const QList<ColoredPoint>& markers, float size, floa
 GeometryData kvMarkers(int markerType, const QList<ColoredPoint>& markers, float size, float param)
 {
     GeometryData data;
-    data.primitiveMode = KVPrimitiveLines; // what an empty list gives
+    data.primitiveMode = KVPrimitiveLines; // documented result for an empty list
     if (!markers.isEmpty()) {
         if (markerType == 2)
             data = bracketedCubes(markers, size, param);

@@ -7,12 +7,13 @@
 #include <vector>
 
 namespace {
-constexpr int steps = 200;           // 0, 0.005 ... 1: counted, since adding up 0.005 drifts
-constexpr double jumpDistance = 1.0; // in units of the path; further apart is another contour
 
-/// Answers QPainterPath::pointAtPercent() for many shares of one path. The path itself measures all its
-/// curves anew for each of them, which takes longer than all the rest of a label; here each is measured
-/// once and then asked by itself.
+constexpr int steps = 200;         // of 0.005; an integer counter does not accumulate rounding errors
+constexpr double contourGap = 1.0; // path units; samples this far apart belong to different contours
+
+/// QPainterPath::pointAtPercent() for many ascending fractions of one path. QPainterPath measures all its
+/// curves again in every call, which would take longer than the rest of a label; this class measures each
+/// curve once.
 class PathSampler
 {
 public:
@@ -25,7 +26,7 @@ public:
             QPainterPath piece(path.elementAt(i - 1));
             if (element.isLineTo()) {
                 piece.lineTo(element);
-            } else { // a curve: two control points, then its end
+            } else { // a curve: two control points and its end
                 piece.cubicTo(element, path.elementAt(i + 1), path.elementAt(i + 2));
                 i += 2;
             }
@@ -37,10 +38,10 @@ public:
 
     bool isEmpty() const { return !(m_length > 0.0); }
 
-    /// The point at @p share (0..1) of the whole length. Shares must not fall from call to call.
-    QPointF at(double share)
+    /// The point at @p fraction (0..1) of the whole length. Fractions must not decrease between calls.
+    QPointF at(double fraction)
     {
-        const double target = m_length * share;
+        const double target = m_length * fraction;
         while (m_at + 1 < m_pieces.size() && m_pieces[m_at].end < target)
             ++m_at;
         const Piece& piece = m_pieces[m_at];
@@ -53,7 +54,7 @@ private:
     {
         QPainterPath path;
         double length;
-        double end; ///< length of the path up to and with this piece
+        double end; ///< length of the path up to the end of this piece
     };
     std::vector<Piece> m_pieces;
     double m_length = 0.0;
@@ -79,7 +80,7 @@ GeometryData kvTextOutline(const QString& text, const QMatrix4x4& transform, con
         for (int i = 1; i <= steps; ++i) {
             const QPointF sample = sampler.at(std::min(1.0, i * 0.005));
             const QPointF step = sample - previous;
-            if (QPointF::dotProduct(step, step) < jumpDistance * jumpDistance)
+            if (QPointF::dotProduct(step, step) < contourGap * contourGap)
                 segments.append({placed(previous), placed(sample)});
             previous = sample;
         }

@@ -3,9 +3,9 @@
 
 #include <scene/VertexWriter.h>
 
-/// The unit normal of a triangle, counter-clockwise seen from where it points; host coordinates.
-/// (0, 0, 0) where there is none: collinear corners, and corners that are not finite.
-QVector3D kvFlatNormal(const QVector3D& a, const QVector3D& b, const QVector3D& c);
+/// Unit normal of a triangle in host coordinates. The corners are counter-clockwise seen from the side to
+/// which it points. (0, 0, 0) if the corners are collinear or not finite.
+[[nodiscard]] QVector3D kvFlatNormal(const QVector3D& a, const QVector3D& b, const QVector3D& c);
 
 /// Appends triangles, each with its flat normal.
 class TriangleWriter

@@ -11,7 +11,7 @@ bool isFinite(const QVector3D& v)
     return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
 }
 
-/// The same as the cross product in float would give if float had room for it.
+/// Normal in double precision, for cross products that overflow in float.
 QVector3D hugeNormal(const QVector3D& a, const QVector3D& b)
 {
     const double x = double(a.y()) * b.z() - double(a.z()) * b.y();

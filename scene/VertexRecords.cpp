@@ -8,25 +8,25 @@
 
 namespace {
 
-/// A vertex list as records.
+/// View of a vertex list as records.
 std::span<VertexStride> recordsOf(QList<float>& list)
 {
     return {reinterpret_cast<VertexStride*>(list.data()),
             static_cast<std::size_t>(list.size() / kvVertexFloats)};
 }
 
-/// How a colour is shaded: each channel times a factor, and something added.
+/// Shading of a colour: channel * factor + added.
 struct Shade
 {
     float factor = 1.0f, added = 0.0f;
 };
 
-/// The shade at lightness @p t (0..1): the colour itself at the middle, towards white above, black below.
+/// Shading at lightness @p t (0..1): the unchanged colour at 0.5, white at 1, black at 0.
 Shade shadeAt(float t)
 {
     if (t > 0.5f)
-        return {2.0f - 2.0f * t, 1.0f - (2.0f - 2.0f * t)};
-    return {2.0f * t, 0.0f};
+        return {.factor = 2.0f - 2.0f * t, .added = 1.0f - (2.0f - 2.0f * t)};
+    return {.factor = 2.0f * t, .added = 0.0f};
 }
 
 } // namespace
@@ -59,7 +59,7 @@ void VertexRecords::shade(const Shading& shading)
     if (!shading.color.isValid())
         return;
     if (m_pending)
-        m_shading = shading; // each overwrites what the one before it did
+        m_shading = shading; // a later shading replaces an earlier one completely
     else
         shadeRecords(m_records, shading);
 }
@@ -102,12 +102,14 @@ void VertexRecords::shadeRecords(QList<float>& list, const Shading& shading)
     const bool flat = shading.mode == 2;
     const float r = shading.color.redF(), g = shading.color.greenF(), b = shading.color.blueF();
     const std::span<VertexStride> records = recordsOf(list);
+    // Documented behaviour: lines are grouped by three like triangles, two vertices are summed, and the sum
+    // is divided by three in both cases.
     const std::size_t summed = shading.primitiveMode == KVPrimitiveLines ? 2 : 3;
     Shade shade;
     for (std::size_t i = 0; i < records.size(); ++i) {
         if (shading.surface && !flat) {
             shade = shadeAt(records[i].position[1] / 100.0f);
-        } else if (shading.surface && i % 3 == 0) { // one tone for all three
+        } else if (shading.surface && i % 3 == 0) { // one shade for all three vertices
             float sum = 0.0f;
             for (std::size_t k = i; k < std::min(i + summed, records.size()); ++k)
                 sum += records[k].position[1] / 100.0f;

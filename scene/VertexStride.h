@@ -3,13 +3,13 @@
 
 #include <cstddef>
 
-/// One vertex as scene objects hold and upload it: 15 floats, 60 bytes, no padding.
+/// Vertex record of scene objects, as uploaded to the GPU: 15 floats, 60 bytes, no padding.
 struct VertexStride
 {
     float position[3];  ///< scene coordinates: -a*, L*, b*
-    float normal[3];    ///< host coordinates; the vertex shader maps it as positions are mapped
-    float color[4];     ///< RGBA 0..1 as the shader sees it
-    float baseColor[4]; ///< RGBA as the generator delivered it, never rewritten; not bound
+    float normal[3];    ///< host coordinates; the vertex shader converts it
+    float color[4];     ///< RGBA 0..1, used by the shader
+    float baseColor[4]; ///< RGBA from the generator, never changed; not bound to an attribute
     float clip;         ///< fragments above this scene height are discarded
 };
 
@@ -20,7 +20,7 @@ inline constexpr int kvVertexBytes = 60;
 
 static_assert(sizeof(VertexStride) == kvVertexBytes && kvVertexFloats * sizeof(float) == kvVertexBytes);
 
-/// One attribute of the shader program: where it lies in the record.
+/// An attribute of the shader program and its position in the vertex record.
 struct KVVertexAttribute
 {
     const char* name;
@@ -28,7 +28,7 @@ struct KVVertexAttribute
     int components;
 };
 
-/// The attributes in the order in which they are bound. The shader declares the same names.
+/// The attributes in binding order. The vertex shader declares the same names.
 inline constexpr KVVertexAttribute kvVertexAttributes[] = {
     {"vertex", offsetof(VertexStride, position), 3},
     {"normal", offsetof(VertexStride, normal), 3},

@@ -3,14 +3,14 @@
 
 uniform vec3 lightPos;
 uniform vec4 lightColor;
-uniform float ambientStrenght; // spelled as the program looks it up
+uniform float ambientStrenght; // the program looks up exactly this spelling
 
 varying vec3 worldPosition;
 varying vec3 worldNormal;
 varying vec4 surfaceColor;
 varying float clipHeight;
 
-// Share of the diffuse light that reaches a surface turned away from it, so that nothing turns black.
+// Part of the diffuse light that also reaches surfaces facing away from the light, so that they are not black.
 const float fill = 0.25;
 
 void main()
@@ -18,17 +18,17 @@ void main()
     if (worldPosition.y > clipHeight)
         discard;
 
-    // At ambient strength 1 colours show as they are; below it light shades them. The weights add up
-    // to one, so nothing is over-exposed. Lines carry no normal and are not shaded.
+    // Ambient strength 1 shows the unshaded colours; lower values add shading. The weights add up to 1, so that
+    // no colour is over-exposed. Lines have the normal (0, 0, 0) and are not shaded.
     vec3 light = vec3(1.0);
     float normalLength = length(worldNormal);
     vec3 towardsLight = lightPos - worldPosition;
     float lightDistance = length(towardsLight);
     if (normalLength > 1e-6 && lightDistance > 1e-6) {
         float ambient = clamp(ambientStrenght, 0.0, 1.0);
-        // Both sides of a surface are lit, each by itself: the one that is seen counts, also inside a cut
-        // gamut. The cosine is wrapped around the shadow side (Green, GPU Gems, 2004), so that shapes
-        // are modelled there too, and a view from below is not flat.
+        // Both sides of a surface are lit separately, because the inside of a clipped gamut is visible. Wrapped
+        // diffuse lighting (Green, GPU Gems, 2004) also shades the side that faces away from the light, so that
+        // its shape can be seen from below.
         float cosine = dot(worldNormal, towardsLight) / (normalLength * lightDistance);
         float wrapped = 0.5 + 0.5 * (gl_FrontFacing ? cosine : -cosine);
         vec3 diffuse = vec3(fill) + (1.0 - fill) * wrapped * lightColor.rgb;

@@ -1,7 +1,7 @@
 #version 120
 // SPDX-License-Identifier: Apache-2.0
 
-// Positions come in scene coordinates (-a*, L*, b*), normals in host coordinates (L*, a*, b*).
+// Positions are in scene coordinates (-a*, L*, b*), normals in host coordinates (L*, a*, b*).
 attribute vec3 vertex;
 attribute vec3 normal;
 attribute vec4 color;
