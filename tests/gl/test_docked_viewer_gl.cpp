@@ -113,7 +113,7 @@ TEST_F(DockedViewer, restsBehindAnotherTabAndShowsItsPictureInFrontAgain)
     host.tabifyDockWidget(&dock, &other);
     other.raise();
     ASSERT_TRUE(spinUntil([this] { return !viewer->isVisible(); }));
-    spinFor(200);
+    ASSERT_TRUE(spinUntil([this] { return framesIn(100) == 0; })); // frames that were already scheduled
     EXPECT_EQ(framesIn(200), 0);
     viewer->removeMarkerSet(QStringLiteral("set")); // what changes meanwhile shows afterwards
     dock.raise();

@@ -110,12 +110,11 @@ TEST(GLWindow, drawsAtMostOneFrameIn33MillisecondsWhateverTheFramerateSays)
     timer.start();
     float angle = 0.0f;
     const auto drawn = [&] { return shown.widget().drawnFrames() - before; };
-    while (timer.elapsed() < 500 || (drawn() < 3 && timer.elapsed() < 10000)) {
+    while (timer.elapsed() < 500 || drawn() < 3) {
         shown.viewer.setCamera(QVector3D(300, angle += 0.1f, 10), 0, QVector3D(50, 0, 0));
         QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
     }
     EXPECT_LE(drawn(), timer.elapsed() / 33 + 1);
-    EXPECT_GE(drawn(), 3); // it did draw all along
 }
 
 TEST(GLWindow, aNewLightShowsOnlyWithTheNextFrameDrawnForAnotherReason)

@@ -30,7 +30,22 @@ void fill(KVGamut3DViewer& viewer)
 
 bool showsItsPicture(ShownViewer& shown, const QImage& expected)
 {
-    return spinUntil([&] { return shown.viewer.isSettled() && shown.viewer.picture() == expected; }, 3000);
+    return spinUntil([&] { return shown.viewer.isSettled() && shown.viewer.picture() == expected; });
+}
+
+/// Waits for the frames that were scheduled before the viewer was hidden.
+bool finishesScheduledFrames(ShownViewer& shown)
+{
+    int frames = 0;
+    const auto connection = QObject::connect(&shown.widget(), &QOpenGLWindow::frameSwapped, &shown.viewer,
+                                             [&frames] { ++frames; });
+    const bool finished = spinUntil([&frames] {
+        frames = 0;
+        spinFor(100);
+        return frames == 0;
+    });
+    QObject::disconnect(connection);
+    return finished;
 }
 
 struct Event
@@ -198,7 +213,7 @@ TEST(HiddenViewer, turnsNoFramesUntilItIsShown)
     int frames = 0;
     QObject::connect(&shown.widget(), &QOpenGLWindow::frameSwapped, &shown.viewer, [&frames] { ++frames; });
     shown.viewer.hide();
-    spinFor(200); // what was under way
+    ASSERT_TRUE(finishesScheduledFrames(shown));
     frames = 0;
     spinFor(300);
     EXPECT_EQ(frames, 0);
@@ -214,7 +229,7 @@ TEST(HiddenViewer, endsItsMovesWhenItIsShown)
     QObject::connect(&shown.viewer, &KVGamut3DViewer::moveFinished, &shown.viewer,
                      [&finished] { ++finished; });
     shown.viewer.hide();
-    spinFor(100);
+    ASSERT_TRUE(finishesScheduledFrames(shown));
     const QVector3D target(210, -250, -330);
     shown.viewer.setCamera(target, 30, QVector3D(50, 0, 0));
     spinFor(200);
