@@ -2,6 +2,7 @@
 #include "RandomHost.h"
 
 #include "support/ShownViewer.h"
+#include "support/TestEnvironment.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QElapsedTimer>
@@ -118,6 +119,7 @@ QCommandLineOption option(const char* name, const char* text, const char* value 
 
 int main(int argc, char** argv)
 {
+    kvtest::useTestEnvironment();
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 

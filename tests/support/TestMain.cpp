@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/MessageCheck.h"
+#include "support/TestEnvironment.h"
 
 #include <gmock/gmock.h>
 
@@ -8,6 +9,7 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleMock(&argc, argv);
+    kvtest::useTestEnvironment();
     QGuiApplication application(argc, argv);
     kvtest::installMessageCheck();
     return RUN_ALL_TESTS();
