@@ -86,19 +86,19 @@ struct Device
 {
     Device(int kind, int gridPoints) : grid(gridPoints), bytes(profileBytes(kind))
     {
-        transform = DeviceTransform::create(bytes, KVVMRenderRelativeColorimetric, false, reason);
+        transform = DeviceTransform::create(bytes, KVVMRenderRelativeColorimetric, false).value();
         if (kind == Ring) {
-            nodes = solidNodes(*transform, grid, {}, reason);
-            samples = deviceSolid(*transform, nodes, {}, reason).device;
+            nodes = solidNodes(*transform, grid, {}).value();
+            samples = deviceSolid(*transform, nodes, {}).value().device;
         } else {
-            nodes = equalisedNodes(*transform, grid, smallEvenShare, {}, reason);
-            samples = kind == Rgb ? deviceCubeMesh(*transform, nodes, {}, reason).device
+            nodes = equalisedNodes(*transform, grid, smallEvenShare, {}).value();
+            samples = kind == Rgb ? deviceCubeMesh(*transform, nodes, {}).value().device
                                   : hypercubeFaceSamples(nodes);
         }
-        lab.resize(samples.size() / static_cast<std::size_t>(transform->channels()));
     }
 
-    void runTransform() { transform->toLab(samples.data(), lab.data(), lab.size(), {}, reason); }
+    std::size_t colours() const { return samples.size() / static_cast<std::size_t>(transform->channels()); }
+    void runTransform() { benchmark::DoNotOptimize(transform->toLab(samples, {})); }
 
     // Little CMS alone, the best of several runs, measured once for all operations.
     double transformSeconds()
@@ -115,11 +115,9 @@ struct Device
 
     int grid;
     QByteArray bytes;
-    QString reason;
     std::unique_ptr<DeviceTransform> transform;
     DeviceNodes nodes;
     std::vector<float> samples;
-    std::vector<Vec3> lab;
 
 private:
     double m_transformSeconds = 1e9;
@@ -143,11 +141,9 @@ KVGamut::GamutObject gamutOf(const Device& device)
 // The surface that is handed out.
 SurfaceMesh meshOf(Device& device)
 {
-    GamutRecord record;
     GamutRequest request;
     request.gridPoints = device.grid;
-    buildGamut(*device.transform, request, {}, record, device.reason);
-    return record.mesh;
+    return buildGamut(*device.transform, request, {}).value().mesh;
 }
 
 // Repeats an operation and states its processor time in times of the rival's.
@@ -164,7 +160,7 @@ void measure(benchmark::State& state, double rivalSeconds, const Operation& oper
 void transformAlone(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    state.counters["colours"] = double(device.lab.size());
+    state.counters["colours"] = double(device.colours());
     measure(state, device.transformSeconds(), [&] { device.runTransform(); });
 }
 
@@ -178,11 +174,11 @@ void gamut(benchmark::State& state)
 
 SurfaceMesh latticeOf(Device& device)
 {
-    const DeviceSolid solid = deviceSolid(*device.transform, device.nodes, {}, device.reason);
+    const DeviceSolid solid = deviceSolid(*device.transform, device.nodes, {}).value();
     const double fineness = std::min(1.0, device.grid / 33.0);
     CastBudget budget;
-    const double pitch = pitchForFaces(solid, latticeFaces * fineness * fineness, budget, {});
-    return latticeSurface(solid, pitch, budget, {});
+    const double pitch = pitchForFaces(solid, latticeFaces * fineness * fineness, budget, {}).value();
+    return latticeSurface(solid, pitch, budget, {}).value();
 }
 
 void surface(benchmark::State& state)
@@ -190,8 +186,8 @@ void surface(benchmark::State& state)
     Device& device = deviceOf(state);
     measure(state, device.transformSeconds(), [&] {
         const SurfaceMesh mesh =
-            state.range(0) == Rgb    ? deviceCubeMesh(*device.transform, device.nodes, {}, device.reason)
-            : state.range(0) == Cmyk ? radialHull(*device.transform, device.nodes, {}, device.reason)
+            state.range(0) == Rgb    ? deviceCubeMesh(*device.transform, device.nodes, {}).value()
+            : state.range(0) == Cmyk ? radialHull(*device.transform, device.nodes, {}).value()
                                      : latticeOf(device);
         benchmark::DoNotOptimize(mesh.triangles.size());
     });
@@ -201,11 +197,10 @@ void surface(benchmark::State& state)
 void foldCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const DeviceNodes nodes = equalisedNodes(*device.transform, std::min(device.grid, foldCheckNodes),
-                                             smallEvenShare, {}, device.reason);
-    measure(state, device.transformSeconds(), [&] {
-        benchmark::DoNotOptimize(checkFolds(*device.transform, nodes, {}, device.reason).foldShare);
-    });
+    const DeviceNodes nodes =
+        equalisedNodes(*device.transform, std::min(device.grid, foldCheckNodes), smallEvenShare, {}).value();
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(checkFolds(*device.transform, nodes, {}).value().foldShare); });
 }
 
 void topologyCheck(benchmark::State& state)
@@ -220,7 +215,8 @@ void crossingCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
     const SurfaceMesh mesh = meshOf(device);
-    measure(state, device.transformSeconds(), [&] { benchmark::DoNotOptimize(countCrossings(mesh, 1, {})); });
+    measure(state, device.transformSeconds(),
+            [&] { benchmark::DoNotOptimize(countCrossings(mesh, 1, {}).value()); });
 }
 
 void windingCheck(benchmark::State& state)
@@ -229,8 +225,9 @@ void windingCheck(benchmark::State& state)
     const SurfaceMesh mesh = meshOf(device);
     constexpr double pitch = 2.0;
     const ColumnGrid grid = columnsOver(boundsOf(latticePoints(mesh)), pitch);
-    measure(state, device.transformSeconds(),
-            [&] { benchmark::DoNotOptimize(checkWinding(castColumns(mesh, grid, {}), grid).insideVolume); });
+    measure(state, device.transformSeconds(), [&] {
+        benchmark::DoNotOptimize(checkWinding(castColumns(mesh, grid, {}).value(), grid).insideVolume);
+    });
 }
 
 void index(benchmark::State& state)
@@ -261,7 +258,7 @@ void askPoints(benchmark::State& state, const Ask& ask)
     const auto points = somePoints();
     ask(object, points[0].data());
     std::size_t i = 0;
-    measure(state, device.transformSeconds() / double(device.lab.size()),
+    measure(state, device.transformSeconds() / double(device.colours()),
             [&] { ask(object, points[i++ % points.size()].data()); });
 }
 
@@ -300,12 +297,12 @@ void compare(benchmark::State& state)
 {
     Device& device = deviceOf(state);
     const SurfaceMesh mesh = meshOf(device);
-    GamutRecord other;
     GamutRequest request;
     request.gridPoints = device.grid;
-    const auto adobe = DeviceTransform::create(bytesOf(testprofiles::adobeRgb()),
-                                               KVVMRenderRelativeColorimetric, false, device.reason);
-    buildGamut(*adobe, request, {}, other, device.reason);
+    const auto adobe =
+        DeviceTransform::create(bytesOf(testprofiles::adobeRgb()), KVVMRenderRelativeColorimetric, false)
+            .value();
+    const GamutRecord other = buildGamut(*adobe, request, {}).value();
     measure(state, device.transformSeconds(),
             [&] { benchmark::DoNotOptimize(intersectionVolume(mesh, other.mesh)); });
 }

@@ -261,7 +261,7 @@ public:
 
 private:
     QSharedDataPointer<const GamutData> d;
-    QString m_reason;
+    std::optional<KVProblem> m_problem;
 };
 
 /// Cuts a surface by a plane.

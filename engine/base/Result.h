@@ -7,15 +7,21 @@
 
 namespace velmora {
 
-/// A value, or why there is none.
+/// A value, or the problem because of which there is none.
 template <typename T>
 using Result = tl::expected<T, KVProblem>;
 
-/// What a function returns that fails: `return failure(KVProblemCode::NoVolume);`
-inline tl::unexpected<KVProblem> failure(KVProblemCode code, const QString& argument = {})
+/// The return value of a function that fails: `return failure(KVProblemCode::NoVolume);`
+[[nodiscard]] inline tl::unexpected<KVProblem> failure(KVProblemCode code, const QStringList& arguments = {})
 {
-    return tl::unexpected<KVProblem>(
-        KVProblem{code, argument.isEmpty() ? QStringList() : QStringList(argument), {}});
+    return tl::unexpected<KVProblem>(KVProblem{code, arguments, {}});
+}
+
+/// Passes the failure of @p result on: `if (!lab) return failure(lab);`
+template <typename T>
+[[nodiscard]] tl::unexpected<KVProblem> failure(const Result<T>& result)
+{
+    return tl::unexpected<KVProblem>(result.error());
 }
 
 } // namespace velmora

@@ -6,32 +6,27 @@
 
 namespace velmora {
 
-QString surfaceProblem(const SurfaceMesh& mesh)
+Result<void> checkSurface(const SurfaceMesh& mesh)
 {
     if (mesh.triangles.empty())
-        return QStringLiteral("the surface has no faces");
+        return failure(KVProblemCode::NoFaces);
     for (const Vertex& v : mesh.lab)
         if (!isFinite(toVec3(v)) ||
             std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(largestLab))
-            return QStringLiteral("the surface has corners that are no colours");
+            return failure(KVProblemCode::VertexOutOfRange);
     const MeshTopology shape = topology(mesh);
     if (!shape.indicesValid)
-        return QStringLiteral("the surface's faces name corners that it does not have");
+        return failure(KVProblemCode::VertexIndexOutOfRange);
     if (!shape.closed)
-        return QStringLiteral("the surface is not closed");
+        return failure(KVProblemCode::SurfaceNotClosed);
     if (!shape.manifold)
-        return QStringLiteral("the surface touches itself");
+        return failure(KVProblemCode::SurfaceNotManifold);
     const double volume = signedVolume(mesh);
-    if (volume < -smallestVolume)
-        return QStringLiteral("the surface is inside out");
-    if (volume < smallestVolume)
-        return flatProblem();
+    if (volume < -minVolume)
+        return failure(KVProblemCode::SurfaceInsideOut);
+    if (volume < minVolume)
+        return failure(KVProblemCode::TooSmall);
     return {};
-}
-
-QString flatProblem()
-{
-    return QStringLiteral("the gamut is flat: it has a volume of less than 1 cubic dE");
 }
 
 namespace {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <engine/base/Result.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/Outline.h>
 #include <engine/mesh/SurfaceMesh.h>
@@ -35,13 +36,12 @@ struct GamutRecord
     std::vector<Ramp> primaries;
 };
 
-/// Whether the record's surface can be handed out: closed, manifold, of a sensible size.
-/// @return what is wrong; empty when nothing is.
-QString surfaceProblem(const SurfaceMesh& mesh);
+/// Solids of less volume, in dE76 cubed, have no gamut: TooSmall.
+inline constexpr double minVolume = 1.0;
 
-/// Solids of less volume, dE cubed, have no gamut; and how that is said.
-inline constexpr double smallestVolume = 1.0;
-QString flatProblem();
+/// Checks that a surface is closed, manifold, oriented outwards, within the range of Lab, and that it
+/// encloses at least minVolume.
+[[nodiscard]] Result<void> checkSurface(const SurfaceMesh& mesh);
 
 } // namespace velmora
 

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <new>
+#include <optional>
 
 namespace KVGamut {
 
@@ -21,53 +22,72 @@ GamutObject& GamutObject::operator=(const GamutObject& other) = default;
 GamutObject& GamutObject::operator=(GamutObject&& other) noexcept = default;
 GamutObject::~GamutObject() = default;
 
-// The profile is a copy of its own: the caller may let go of his while the hull is computed.
+namespace {
+
+using SharedData = QSharedDataPointer<const GamutData>;
+
+velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings& settings,
+                                     const velmora::GamutRequest& request, const velmora::Task& task)
+{
+    if (!profile)
+        return velmora::failure(KVProblemCode::NoProfile);
+    QElapsedTimer clock;
+    clock.start();
+    const auto transform =
+        velmora::DeviceTransform::create(profile->bytes, settings.intent, settings.blackPointCompensation);
+    if (!transform)
+        return velmora::failure(transform);
+    auto record = velmora::buildGamut(**transform, request, task);
+    if (!record)
+        return velmora::failure(record);
+    record->intent = settings.intent;
+    record->blackPointCompensation = settings.blackPointCompensation;
+    record->seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+    const SharedData data(new GamutData(std::move(*record)));
+    data->outline();
+    if (task.isCancelled())
+        return velmora::failure(KVProblemCode::Cancelled);
+    task.setProgress(1.0);
+    return data;
+}
+
+// Containers and libraries report exhausted memory by an exception; the interface reports it as a problem.
+template <typename Make>
+velmora::Result<SharedData> orOutOfMemory(const Make& make)
+{
+    try {
+        return make();
+    } catch (const std::bad_alloc&) {
+        return velmora::failure(KVProblemCode::OutOfMemory);
+    }
+}
+
+std::optional<KVProblem> problemOf(const velmora::Result<SharedData>& data)
+{
+    return data ? std::nullopt : std::optional(data.error());
+}
+
+} // namespace
+
+// The profile is copied: the caller may release its own handle while the surface is computed.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPointCompensation,
                        bool withDecoration, float maxEdge, int gridPoints, int refinements,
                        KVCompletionProtocolPtr* protocol)
 {
-    constexpr int mostRefinements = 4;
-    d.reset();
-    m_reason.clear();
-    if (!profile) {
-        m_reason = QStringLiteral("there is no profile");
-        return false;
-    }
+    constexpr int maxRefinements = 4;
+    const Settings settings{intent, blackPointCompensation, gridPoints};
+    const velmora::GamutRequest request{
+        .withDecoration = withDecoration,
+        // NaN disables refinement.
+        .maxEdge = std::isnan(maxEdge) ? std::numeric_limits<double>::infinity() : double(maxEdge),
+        .gridPoints = gridPoints,
+        .refinements = std::clamp(refinements, 0, maxRefinements)};
     const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
-    try {
-        QElapsedTimer clock;
-        clock.start();
-        const auto transform =
-            velmora::DeviceTransform::create(profile->bytes, intent, blackPointCompensation, m_reason);
-        if (!transform)
-            return false;
-        velmora::GamutRecord record;
-        record.intent = intent;
-        record.blackPointCompensation = blackPointCompensation;
-        // What is no length refines nothing.
-        const double longest = std::isnan(maxEdge) ? std::numeric_limits<double>::infinity() : maxEdge;
-        const velmora::GamutRequest request{withDecoration, longest, gridPoints,
-                                            std::clamp(refinements, 0, mostRefinements)};
-        if (!velmora::buildGamut(*transform, request, task, record, m_reason))
-            return false;
-        record.seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
-        const auto* data = new GamutData(std::move(record));
-        d.reset(data);
-        if (withDecoration)
-            data->outline();
-    } catch (const std::bad_alloc&) {
-        d.reset();
-        m_reason = QStringLiteral("not enough memory");
-        return false;
-    }
-    if (task.isCancelled()) {
-        d.reset();
-        m_reason = QStringLiteral("cancelled");
-        return false;
-    }
-    task.setProgress(1.0);
-    return true;
+    const auto data = orOutOfMemory([&] { return computed(profile, settings, request, task); });
+    d = data.value_or(SharedData());
+    m_problem = problemOf(data);
+    return data.has_value();
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
@@ -85,11 +105,14 @@ QHash<QString, QVariant> GamutObject::serialize() const
 
 void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
 {
-    d.reset();
-    m_reason.clear();
-    velmora::GamutRecord record;
-    if (velmora::deserialized(hash, record, m_reason))
-        d.reset(new GamutData(std::move(record)));
+    const auto data = orOutOfMemory([&hash]() -> velmora::Result<SharedData> {
+        auto record = velmora::deserialized(hash);
+        if (!record)
+            return velmora::failure(record);
+        return SharedData(new GamutData(std::move(*record)));
+    });
+    d = data.value_or(SharedData());
+    m_problem = problemOf(data);
 }
 
 const Mesh& GamutObject::mesh() const
@@ -196,20 +219,18 @@ Method GamutObject::method() const
 
 QString GamutObject::reason() const
 {
-    return m_reason;
+    return m_problem ? m_problem->text() : QString();
 }
 
 std::optional<KVProblem> GamutObject::problem() const
 {
-    if (m_reason.isEmpty())
-        return {};
-    return KVProblem{KVProblemCode::NoTransformBecause, {m_reason}, {}};
+    return m_problem;
 }
 
 Report GamutObject::report() const
 {
     Report r;
-    r.reason = m_reason;
+    r.reason = reason();
     if (!d)
         return r;
     const velmora::GamutRecord& record = d.constData()->record;

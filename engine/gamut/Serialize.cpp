@@ -144,6 +144,47 @@ bool valuesAreSound(const GamutRecord& record)
            std::isfinite(record.seconds);
 }
 
+// What a hash holds under the three keys.
+struct Fields
+{
+    QVariant text;
+    QVariant version;
+    QVariant checksum;
+};
+
+template <typename Map>
+Fields fieldsOf(const Map& map)
+{
+    return {
+        .text = map.value(gamutKey), .version = map.value(versionKey), .checksum = map.value(checksumKey)};
+}
+
+// The hash may also be the value of its own key "Gamut"; JSON and CBOR make a map of it.
+Fields innermostFields(const QHash<QString, QVariant>& hash)
+{
+    const Fields fields = fieldsOf(hash);
+    switch (fields.text.metaType().id()) {
+    case QMetaType::QVariantHash:
+        return fieldsOf(fields.text.toHash());
+    case QMetaType::QVariantMap:
+        return fieldsOf(fields.text.toMap());
+    default:
+        return fields;
+    }
+}
+
+Result<void> checkSavedSurface(const SurfaceMesh& mesh)
+{
+    if (const auto checked = checkSurface(mesh); !checked)
+        return checked;
+    const std::optional<bool> intersects = passesThroughItself(mesh);
+    if (!intersects)
+        return failure(KVProblemCode::SavedGamutTooClose);
+    if (*intersects)
+        return failure(KVProblemCode::SavedGamutSelfIntersects);
+    return {};
+}
+
 } // namespace
 
 QHash<QString, QVariant> serialized(const GamutRecord& record)
@@ -154,52 +195,25 @@ QHash<QString, QVariant> serialized(const GamutRecord& record)
             {checksumKey, checksumOf(bytes)}};
 }
 
-bool deserialized(const QHash<QString, QVariant>& hash, GamutRecord& record, QString& reason)
+Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash)
 {
-    QVariant text = hash.value(gamutKey);
-    QVariant version = hash.value(versionKey);
-    QVariant checksum = hash.value(checksumKey);
-    if (text.metaType().id() == QMetaType::QVariantHash) {
-        const QVariantHash inner = text.toHash();
-        text = inner.value(gamutKey);
-        version = inner.value(versionKey);
-        checksum = inner.value(checksumKey);
-    } else if (text.metaType().id() == QMetaType::QVariantMap) {
-        const QVariantMap inner = text.toMap();
-        text = inner.value(gamutKey);
-        version = inner.value(versionKey);
-        checksum = inner.value(checksumKey);
-    }
-    const int type = text.metaType().id();
-    if (type != QMetaType::QString && type != QMetaType::QByteArray) {
-        reason = QStringLiteral("this is no saved gamut");
-        return false;
-    }
+    const Fields fields = innermostFields(hash);
+    const int type = fields.text.metaType().id();
+    if (type != QMetaType::QString && type != QMetaType::QByteArray)
+        return failure(KVProblemCode::NotASavedGamut);
     bool isNumber = false;
-    if (version.toInt(&isNumber) != formatVersion || !isNumber) {
-        reason =
-            QStringLiteral("the saved gamut is of version '%1', which is not known").arg(version.toString());
-        return false;
-    }
+    if (fields.version.toInt(&isNumber) != formatVersion || !isNumber)
+        return failure(KVProblemCode::UnknownSavedVersion, {fields.version.toString()});
     const auto decoded =
-        QByteArray::fromBase64Encoding(text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded || checksumOf(*decoded) != checksum.toString()) {
-        reason = QStringLiteral("the saved gamut is damaged");
-        return false;
-    }
-    if (!unpack(*decoded, record) || !valuesAreSound(record)) {
-        reason = QStringLiteral("the saved gamut holds values that no gamut has");
-        return false;
-    }
-    reason = surfaceProblem(record.mesh);
-    if (!reason.isEmpty())
-        return false;
-    const std::optional<bool> passesThrough = passesThroughItself(record.mesh);
-    if (!passesThrough)
-        reason = QStringLiteral("the saved gamut's faces lie too close to each other to be checked");
-    else if (*passesThrough)
-        reason = QStringLiteral("the saved gamut's surface passes through itself");
-    return reason.isEmpty();
+        QByteArray::fromBase64Encoding(fields.text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded || checksumOf(*decoded) != fields.checksum.toString())
+        return failure(KVProblemCode::SavedGamutDamaged);
+    GamutRecord record;
+    if (!unpack(*decoded, record) || !valuesAreSound(record))
+        return failure(KVProblemCode::SavedGamutInvalidValues);
+    if (const auto checked = checkSavedSurface(record.mesh); !checked)
+        return failure(checked);
+    return record;
 }
 
 } // namespace velmora

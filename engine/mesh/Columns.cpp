@@ -68,7 +68,7 @@ constexpr std::size_t trianglesBetweenLooks = 8192;
 
 } // namespace
 
-ColumnCrossings castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, const Task& task)
+Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, const Task& task)
 {
     const auto points = latticePoints(mesh);
     const auto corner = [&](const Triangle& t, std::size_t i) -> const LatticePoint& {
@@ -84,7 +84,7 @@ ColumnCrossings castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, con
     result.first.assign(grid.size() + 1, 0);
     for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
         if (f % trianglesBetweenLooks == 0 && task.isCancelled())
-            return {};
+            return failure(KVProblemCode::Cancelled);
         const Triangle& t = mesh.triangles[f];
         const LatticePoint& p = corner(t, 0);
         const LatticePoint& q = corner(t, 1);

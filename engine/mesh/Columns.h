@@ -2,6 +2,7 @@
 #pragma once
 
 #include "SurfaceMesh.h"
+#include <engine/base/Result.h>
 #include <engine/base/Task.h>
 
 #include <vector>
@@ -49,8 +50,9 @@ struct ColumnCrossings
 
 /// Every column passes a closed surface's edges and vertices on a definite side (sideAb()), so the
 /// signs of a column always sum to zero.
-/// @return empty when @p task was cancelled
-ColumnCrossings castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, const Task& task);
+/// Fails if @p task is cancelled.
+[[nodiscard]] Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid,
+                                                  const Task& task);
 
 /// How a surface winds around the points of space.
 struct WindingCheck

@@ -92,27 +92,25 @@ public:
         m_order = insertionOrder(points);
     }
 
-    ConvexHull run()
+    Result<std::vector<std::array<int, 3>>> run()
     {
-        ConvexHull hull;
+        std::vector<std::array<int, 3>> triangles;
         if (!startWithTetrahedron())
-            return hull;
+            return triangles;
         std::size_t done = 0;
         for (int p : m_order) {
             if (++done % 256 == 0) {
-                if (m_task.isCancelled()) {
-                    hull.cancelled = true;
-                    return hull;
-                }
+                if (m_task.isCancelled())
+                    return failure(KVProblemCode::Cancelled);
                 m_task.setProgress(static_cast<double>(done) / static_cast<double>(m_order.size()));
             }
             insert(p);
         }
-        hull.triangles.reserve(m_facets.size());
+        triangles.reserve(m_facets.size());
         for (const Facet& f : m_facets)
             if (f.v[0] != unused)
-                hull.triangles.push_back(f.v);
-        return hull;
+                triangles.push_back(f.v);
+        return triangles;
     }
 
 private:
@@ -293,7 +291,7 @@ private:
 
 } // namespace
 
-ConvexHull convexHull(const std::vector<HullPoint>& points, const Task& task)
+Result<std::vector<std::array<int, 3>>> convexHull(const std::vector<HullPoint>& points, const Task& task)
 {
     return HullBuilder(points, task).run();
 }

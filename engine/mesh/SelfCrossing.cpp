@@ -332,9 +332,12 @@ Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort,
 
 } // namespace
 
-std::size_t countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task)
+Result<std::size_t> countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task)
 {
-    return searchCrossings(mesh, most, {}, task).crossings;
+    const Search search = searchCrossings(mesh, most, {}, task);
+    if (!search.isComplete && search.crossings < most)
+        return failure(KVProblemCode::Cancelled); // the effort is not limited
+    return search.crossings;
 }
 
 std::optional<bool> passesThroughItself(const SurfaceMesh& mesh)

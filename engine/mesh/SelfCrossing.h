@@ -2,6 +2,7 @@
 #pragma once
 
 #include "SurfaceMesh.h"
+#include <engine/base/Result.h>
 #include <engine/base/Task.h>
 
 #include <cstddef>
@@ -12,13 +13,14 @@ namespace velmora {
 /// How many pairs of triangles pass through each other: an edge of one goes through the inside of the
 /// other. Decided in integers, on the lattice that the vertices lie on. Triangles that touch, or lie in
 /// one plane, do not pass through each other.
+/// Fails if @p task is cancelled.
 /// @param most counting ends there
-std::size_t countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task);
+[[nodiscard]] Result<std::size_t> countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task);
 
 /// Whether a surface that comes from somewhere else passes through itself. Faces of computed surfaces have
 /// few others near; of hostile ones each may lie beside all, and all pairs of a large file would take
 /// minutes.
 /// @return nothing when a second's work does not tell
-std::optional<bool> passesThroughItself(const SurfaceMesh& mesh);
+[[nodiscard]] std::optional<bool> passesThroughItself(const SurfaceMesh& mesh);
 
 } // namespace velmora

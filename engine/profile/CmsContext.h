@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <engine/base/Result.h>
+
 #include <QtCore/QString>
 
 #include <lcms2.h>
@@ -23,8 +25,12 @@ public:
     CmsContext& operator=(const CmsContext&) = delete;
 
     cmsContext get() const { return m_context; }
-    /// The first thing that went wrong, as Little CMS worded it.
-    QString error() const { return m_error; }
+    /// The failure of a call in this context: @p withReason and the first error message of Little CMS as
+    /// its argument, or @p code if there is no message.
+    [[nodiscard]] tl::unexpected<KVProblem> failure(KVProblemCode code, KVProblemCode withReason) const
+    {
+        return m_error.isEmpty() ? velmora::failure(code) : velmora::failure(withReason, {m_error});
+    }
 
     static constexpr std::size_t memoryLimit = std::size_t(160) << 20;
 

@@ -60,8 +60,8 @@ void mixInEvenSteps(std::vector<double>& lengths, double share)
 
 } // namespace
 
-std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
-                                 std::size_t channel, int count, const Task& task, QString& reason)
+Result<std::vector<float>> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
+                                         std::size_t channel, int count, const Task& task)
 {
     const std::size_t finePoints = finePointsFor(transform.channels());
     std::vector<float> device;
@@ -69,25 +69,23 @@ std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<f
         start[channel] = static_cast<float>(i) / float(finePoints - 1);
         device.insert(device.end(), start.begin(), start.end());
     }
-    std::vector<Vec3> lab(finePoints);
-    if (!transform.toLab(device.data(), lab.data(), lab.size(), task, reason))
-        return {};
+    const auto lab = transform.toLab(device, task);
+    if (!lab)
+        return failure(lab);
     std::vector<double> lengths;
-    for (std::size_t i = 0; i + 1 < lab.size(); ++i)
-        lengths.push_back(length(lab[i + 1] - lab[i]));
+    for (std::size_t i = 0; i + 1 < lab->size(); ++i)
+        lengths.push_back(length((*lab)[i + 1] - (*lab)[i]));
     mixInEvenSteps(lengths, smallEvenShare);
     return equalSteps(lengths, count);
 }
 
-DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, double evenShare,
-                           const Task& task, QString& reason)
+Result<DeviceNodes> equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, double evenShare,
+                                   const Task& task)
 {
     const int channels = transform.channels();
-    const auto stride = static_cast<std::size_t>(channels);
     const std::size_t finePoints = finePointsFor(channels);
     DeviceNodes nodes;
     std::vector<float> device;
-    std::vector<Vec3> lab;
     for (int axis = 0; axis < channels; ++axis) {
         const auto corners = edgeCorners(channels, axis);
         device.clear();
@@ -96,15 +94,15 @@ DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, d
                 for (int c = 0; c < channels; ++c)
                     device.push_back(c == axis ? static_cast<float>(i) / float(finePoints - 1)
                                                : static_cast<float>(corner >> c & 1u));
-        lab.resize(device.size() / stride);
         const Task part = task.part(double(axis) / channels, double(axis + 1) / channels);
-        if (!transform.toLab(device.data(), lab.data(), lab.size(), part, reason))
-            return {};
+        const auto lab = transform.toLab(device, part);
+        if (!lab)
+            return failure(lab);
 
         std::vector<double> lengths(finePoints - 1, 0.0);
         for (std::size_t e = 0; e < corners.size(); ++e)
             for (std::size_t i = 0; i + 1 < finePoints; ++i)
-                lengths[i] += length(lab[e * finePoints + i + 1] - lab[e * finePoints + i]);
+                lengths[i] += length((*lab)[e * finePoints + i + 1] - (*lab)[e * finePoints + i]);
         mixInEvenSteps(lengths, evenShare);
         nodes.push_back(equalSteps(lengths, nodesPerAxis));
     }

@@ -18,13 +18,13 @@ using DeviceNodes = std::vector<std::vector<float>>;
 /// all four of three channels); from nine channels on, where colours cost more, over the first alone.
 /// @param evenShare how much of each step is measured in device values instead, 0..1: where a map
 ///        turns back, equal steps in Lab would leave out the turning point
-/// @return empty when cancelled or refused; @p reason says why.
-DeviceNodes equalisedNodes(const DeviceTransform& transform, int nodesPerAxis, double evenShare,
-                           const Task& task, QString& reason);
+[[nodiscard]] Result<DeviceNodes> equalisedNodes(const DeviceTransform& transform, int nodesPerAxis,
+                                                 double evenShare, const Task& task);
 
 /// Positions of equal steps in Lab from @p start, where the channel is 0, along one channel.
-std::vector<float> equalisedRamp(const DeviceTransform& transform, std::vector<float> start,
-                                 std::size_t channel, int count, const Task& task, QString& reason);
+[[nodiscard]] Result<std::vector<float>> equalisedRamp(const DeviceTransform& transform,
+                                                       std::vector<float> start, std::size_t channel,
+                                                       int count, const Task& task);
 
 /// Nodes of @p axis at equal distances, ends included: @p count of them, or all when it has fewer.
 std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count);

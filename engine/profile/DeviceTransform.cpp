@@ -7,6 +7,14 @@
 #include <algorithm>
 
 namespace velmora {
+namespace {
+
+bool isInRange(Vec3 p)
+{
+    return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < largestLab;
+}
+
+} // namespace
 
 // Each channel beyond the eighth doubles the time of a colour.
 std::size_t DeviceTransform::blockSize() const
@@ -14,28 +22,22 @@ std::size_t DeviceTransform::blockSize() const
     return largestBlock >> std::clamp(channels() - 8, 0, 6);
 }
 
-bool DeviceTransform::toLab(const float* device, Vec3* lab, std::size_t count, const Task& task,
-                            QString& reason) const
+Result<std::vector<Vec3>> DeviceTransform::toLab(std::span<const float> device, const Task& task) const
 {
     const auto stride = static_cast<std::size_t>(channels());
+    const std::size_t count = device.size() / stride;
     const std::size_t block = blockSize();
+    std::vector<Vec3> lab(count);
     for (std::size_t done = 0; done < count; done += block) {
-        if (task.isCancelled()) {
-            reason = QStringLiteral("cancelled");
-            return false;
-        }
+        if (task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
         const std::size_t size = std::min(block, count - done);
-        convertBlock(device + done * stride, lab + done, size);
-        const bool sound = std::all_of(lab + done, lab + done + size, [](Vec3 p) {
-            return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < largestLab;
-        });
-        if (!sound) {
-            reason = QStringLiteral("the profile gives values that are no colours");
-            return false;
-        }
+        convertBlock(device.data() + done * stride, lab.data() + done, size);
+        if (!std::all_of(lab.data() + done, lab.data() + done + size, isInRange))
+            return failure(KVProblemCode::LabOutOfRange);
         task.setProgress(static_cast<double>(done + size) / static_cast<double>(count));
     }
-    return true;
+    return lab;
 }
 
 namespace {
@@ -48,7 +50,7 @@ struct DeviceSpace
     std::vector<float> origin;
 };
 
-QString classProblem(cmsProfileClassSignature profileClass)
+Result<void> checkClass(cmsProfileClassSignature profileClass)
 {
     switch (profileClass) {
     case cmsSigInputClass:
@@ -57,33 +59,33 @@ QString classProblem(cmsProfileClassSignature profileClass)
     case cmsSigColorSpaceClass:
         return {};
     case cmsSigLinkClass:
-        return QStringLiteral("a device link has no gamut of its own");
+        return failure(KVProblemCode::DeviceLink);
     case cmsSigAbstractClass:
-        return QStringLiteral("an abstract profile has no device and so no gamut");
+        return failure(KVProblemCode::AbstractProfile);
     case cmsSigNamedColorClass:
-        return QStringLiteral("a list of named colours has no gamut surface");
+        return failure(KVProblemCode::NamedColorProfile);
     default:
-        return QStringLiteral("profiles of class '%1' have no gamut").arg(signatureText(profileClass));
+        return failure(KVProblemCode::UnsupportedClass, {signatureText(profileClass)});
     }
 }
 
-QString spaceProblem(cmsColorSpaceSignature space, int channels)
+Result<void> checkSpace(cmsColorSpaceSignature space, int channels)
 {
     switch (space) {
     case cmsSigXYZData:
     case cmsSigLabData:
     case cmsSigLuvData:
     case cmsSigYxyData:
-        return QStringLiteral("%1 is no device space and has no gamut").arg(signatureText(space));
+        return failure(KVProblemCode::NotADeviceSpace, {signatureText(space)});
     default:
         break;
     }
     if (channels == 1)
-        return QStringLiteral("a gamut needs at least three channels, grey has one");
+        return failure(KVProblemCode::OneChannel);
     if (channels == 2)
-        return QStringLiteral("a gamut needs at least three channels, this profile has two");
+        return failure(KVProblemCode::TwoChannels);
     if (channels < 3 || channels > 15)
-        return QStringLiteral("device space '%1' is not known").arg(signatureText(space));
+        return failure(KVProblemCode::UnknownDeviceSpace, {signatureText(space)});
     return {};
 }
 
@@ -166,52 +168,55 @@ private:
 
 } // namespace
 
-std::unique_ptr<DeviceTransform> DeviceTransform::create(const QByteArray& profile, int intent,
-                                                         bool blackPointCompensation, QString& reason)
-{
-    if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC) {
-        reason = QStringLiteral("there is no rendering intent %1").arg(intent);
-        return nullptr;
-    }
-    auto context = std::make_unique<CmsContext>();
-    const CmsProfile device(cmsOpenProfileFromMemTHR(context->get(), profile.constData(),
-                                                     static_cast<cmsUInt32Number>(profile.size())));
-    if (!device) {
-        reason = QStringLiteral("this is no usable ICC profile: %1").arg(context->error());
-        return nullptr;
-    }
-    const cmsColorSpaceSignature space = cmsGetColorSpace(device.get());
-    const int channels = static_cast<int>(cmsChannelsOf(space));
-    reason = classProblem(cmsGetDeviceClass(device.get()));
-    if (reason.isEmpty())
-        reason = spaceProblem(space, channels);
-    if (!reason.isEmpty())
-        return nullptr;
+namespace {
 
+// The transform, or why Little CMS makes none of the profile.
+Result<CmsTransform> labTransform(const CmsContext& context, cmsHPROFILE device, cmsUInt32Number format,
+                                  int intent, bool blackPointCompensation)
+{
     // Little CMS forces black-point compensation on the perceptual and saturation intents towards
     // version 4 profiles, and its Lab profile is one; as version 2.1 it is the same space without that.
-    const CmsProfile labSpace(cmsCreateLab4ProfileTHR(context->get(), nullptr));
-    if (!labSpace) {
-        reason = QStringLiteral("not enough memory");
-        return nullptr;
-    }
+    const CmsProfile labSpace(cmsCreateLab4ProfileTHR(context.get(), nullptr));
+    if (!labSpace)
+        return failure(KVProblemCode::OutOfMemory);
     cmsSetProfileVersion(labSpace.get(), 2.1);
 
-    constexpr cmsUInt32Number doubles = 0;
-    const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device.get(), doubles, TRUE);
     cmsUInt32Number flags = cmsFLAGS_NOCACHE;
     if (blackPointCompensation && intent != INTENT_ABSOLUTE_COLORIMETRIC)
         flags |= cmsFLAGS_BLACKPOINTCOMPENSATION;
-    CmsTransform transform(cmsCreateTransformTHR(context->get(), device.get(), format, labSpace.get(),
-                                                 TYPE_Lab_DBL, static_cast<cmsUInt32Number>(intent), flags));
-    if (!transform) {
-        reason = QStringLiteral("the profile has no usable transform from device to Lab");
-        if (!context->error().isEmpty())
-            reason += QStringLiteral(": %1").arg(context->error());
-        return nullptr;
-    }
+    CmsTransform transform(cmsCreateTransformTHR(context.get(), device, format, labSpace.get(), TYPE_Lab_DBL,
+                                                 static_cast<cmsUInt32Number>(intent), flags));
+    if (transform)
+        return transform;
+    return context.failure(KVProblemCode::NoTransform, KVProblemCode::NoTransformBecause);
+}
+
+} // namespace
+
+Result<std::unique_ptr<DeviceTransform>> DeviceTransform::create(const QByteArray& profile, int intent,
+                                                                 bool blackPointCompensation)
+{
+    if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC)
+        return failure(KVProblemCode::UnknownIntent, {QString::number(intent)});
+    auto context = std::make_unique<CmsContext>();
+    const CmsProfile device(cmsOpenProfileFromMemTHR(context->get(), profile.constData(),
+                                                     static_cast<cmsUInt32Number>(profile.size())));
+    if (!device)
+        return context->failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
+    if (const auto checked = checkClass(cmsGetDeviceClass(device.get())); !checked)
+        return failure(checked);
+    const cmsColorSpaceSignature space = cmsGetColorSpace(device.get());
+    const int channels = static_cast<int>(cmsChannelsOf(space));
+    if (const auto checked = checkSpace(space, channels); !checked)
+        return failure(checked);
+
+    constexpr cmsUInt32Number doubles = 0;
+    const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device.get(), doubles, TRUE);
+    auto transform = labTransform(*context, device.get(), format, intent, blackPointCompensation);
+    if (!transform)
+        return failure(transform);
     const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
-    return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(transform), channels,
+    return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(*transform), channels,
                                                 describe(space, channels), fullScale);
 }
 

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <engine/base/LabGeometry.h>
+#include <engine/base/Result.h>
 #include <engine/base/Task.h>
 
 #include <QtCore/QByteArray>
-#include <QtCore/QString>
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace velmora {
@@ -27,9 +28,9 @@ enum class ChannelKind
 class DeviceTransform
 {
 public:
-    /// @return null when the profile has no gamut to be computed; @p reason then says why.
-    static std::unique_ptr<DeviceTransform> create(const QByteArray& profile, int intent,
-                                                   bool blackPointCompensation, QString& reason);
+    /// Fails if the profile has no gamut that could be computed.
+    [[nodiscard]] static Result<std::unique_ptr<DeviceTransform>>
+    create(const QByteArray& profile, int intent, bool blackPointCompensation);
     virtual ~DeviceTransform() = default;
 
     virtual int channels() const = 0;
@@ -39,9 +40,9 @@ public:
     virtual std::vector<float> black() const = 0;
     virtual std::vector<float> origin() const = 0;
 
-    /// Writes the Lab of @p count device colours to @p lab, all of @p task's progress.
-    /// @return false when @p task was cancelled or a result is no colour; @p reason says which.
-    bool toLab(const float* device, Vec3* lab, std::size_t count, const Task& task, QString& reason) const;
+    /// Converts device colours of channels() values each, and reports progress from 0 to 1 to @p task.
+    /// @return one Lab value for each colour; fails with Cancelled or LabOutOfRange
+    [[nodiscard]] Result<std::vector<Vec3>> toLab(std::span<const float> device, const Task& task) const;
 
 protected:
     /// @p block holds at most largestBlock device colours.

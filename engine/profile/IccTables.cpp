@@ -162,16 +162,16 @@ QString signatureText(std::uint32_t value)
     return text.trimmed();
 }
 
-QString iccTableProblem(const QByteArray& profile)
+Result<void> checkIccTables(const QByteArray& profile)
 {
     constexpr std::uint64_t headerSize = 128;
     constexpr std::uint32_t mostTags = 100; // what Little CMS reads
     const Bytes all(profile, 0, static_cast<std::uint64_t>(profile.size()));
     if (all.size() < headerSize + 4 || all.u32(36) != signature("acsp"))
-        return QStringLiteral("this is no ICC profile");
+        return failure(KVProblemCode::NotAProfile);
     const std::uint32_t tags = all.u32(headerSize);
     if (tags > mostTags || all.left(headerSize + 4) / 12 < tags)
-        return QStringLiteral("the profile's list of tags is damaged");
+        return failure(KVProblemCode::DamagedTagTable);
 
     for (std::uint32_t i = 0; i < tags; ++i) {
         const std::uint64_t entry = headerSize + 4 + 12ull * i;
@@ -187,8 +187,7 @@ QString iccTableProblem(const QByteArray& profile)
         else if (type == signature("mpet"))
             fits = elementListFits(tag);
         if (!fits)
-            return QStringLiteral("the table of tag '%1' declares more than the tag holds or a device needs")
-                .arg(signatureText(all.u32(entry)));
+            return failure(KVProblemCode::DamagedTag, {signatureText(all.u32(entry))});
     }
     return {};
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <engine/base/Result.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
@@ -17,7 +19,6 @@ QString signatureText(std::uint32_t value);
 /// A table of a few hundred bytes can declare 90^4 nodes; who allocates first and reads then spends
 /// hundreds of megabytes on it. And a megabyte holds ten thousand matrices to take each colour through,
 /// or a table of fifteen channels behind one that makes them of three.
-/// @return what is wrong, as one line for people; empty when nothing is.
-QString iccTableProblem(const QByteArray& profile);
+[[nodiscard]] Result<void> checkIccTables(const QByteArray& profile);
 
 } // namespace velmora

@@ -3,78 +3,106 @@
 
 #include "CmsContext.h"
 #include "IccTables.h"
+#include <engine/base/Result.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include <memory>
+#include <new>
+#include <optional>
 
 namespace {
 
-constexpr qint64 largestProfile = qint64(256) << 20;
+using velmora::failure;
+using velmora::Result;
 
-QString& lastError()
+constexpr qint64 maxProfileSize = qint64(256) << 20;
+
+std::optional<KVProblem>& lastProblem()
 {
-    static thread_local QString error;
-    return error;
+    static thread_local std::optional<KVProblem> problem;
+    return problem;
 }
 
-KVProfile* refuse(const QString& reason)
+Result<void> checkProfile(const QByteArray& bytes)
 {
-    lastError() = reason;
-    return nullptr;
-}
-
-KVProfile* open(QByteArray bytes)
-{
-    const QString problem = velmora::iccTableProblem(bytes);
-    if (!problem.isEmpty())
-        return refuse(problem);
+    if (const auto checked = velmora::checkIccTables(bytes); !checked)
+        return checked;
     const velmora::CmsContext context;
     const velmora::CmsProfile opened(cmsOpenProfileFromMemTHR(context.get(), bytes.constData(),
                                                               static_cast<cmsUInt32Number>(bytes.size())));
-    if (!opened)
-        return refuse(context.error().isEmpty()
-                          ? QStringLiteral("this is no ICC profile")
-                          : QStringLiteral("this is no usable ICC profile: %1").arg(context.error()));
-    lastError().clear();
-    return new KVProfile{std::move(bytes)};
+    if (opened)
+        return {};
+    return context.failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
+}
+
+Result<QByteArray> contentsOf(const QString& path)
+{
+    // Reading anything but a regular file may never end.
+    const QFileInfo info(path);
+    if (!info.exists())
+        return failure(KVProblemCode::FileNotFound);
+    if (!info.isFile())
+        return failure(KVProblemCode::NotAFile);
+    if (info.size() > maxProfileSize)
+        return failure(KVProblemCode::FileTooLarge);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return failure(KVProblemCode::FileUnreadable, {file.errorString()});
+    QByteArray bytes = file.read(maxProfileSize);
+    if (file.error() != QFileDevice::NoError)
+        return failure(KVProblemCode::FileUnreadable, {file.errorString()});
+    return bytes;
+}
+
+Result<QByteArray> copyOf(const void* data, int size)
+{
+    if (!data || size <= 0)
+        return failure(KVProblemCode::EmptyData);
+    if (size > maxProfileSize)
+        return failure(KVProblemCode::DataTooLarge);
+    return QByteArray(static_cast<const char*>(data), size);
+}
+
+// The profile of what read() returns; otherwise null, and the problem is kept for KVProfileProblem().
+template <typename Read>
+KVProfile* created(const QString& subject, const Read& read)
+{
+    const auto checked = [&read]() -> Result<QByteArray> {
+        try {
+            auto bytes = read();
+            if (!bytes)
+                return bytes;
+            if (const auto sound = checkProfile(*bytes); !sound)
+                return failure(sound);
+            return bytes;
+        } catch (const std::bad_alloc&) {
+            return failure(KVProblemCode::OutOfMemory);
+        }
+    }();
+    lastProblem().reset();
+    if (checked)
+        return new KVProfile{*checked};
+    lastProblem() = checked.error();
+    lastProblem()->subject = subject;
+    return nullptr;
 }
 
 } // namespace
 
 KVProfile* KVProfileCreateWithPath(const char* path)
 {
-    if (!path || !*path)
-        return refuse(QStringLiteral("no file was named"));
     const QString name = QString::fromUtf8(path);
-    // Anything but a regular file may never come to its end.
-    const QFileInfo info(name);
-    if (!info.exists())
-        return refuse(QStringLiteral("there is no file '%1'").arg(name));
-    if (!info.isFile())
-        return refuse(QStringLiteral("'%1' is not a file").arg(name));
-    if (info.size() > largestProfile)
-        return refuse(QStringLiteral("'%1' is too large for a profile").arg(name));
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly))
-        return refuse(QStringLiteral("'%1' cannot be read: %2").arg(name, file.errorString()));
-    QByteArray bytes = file.read(largestProfile);
-    if (file.error() != QFileDevice::NoError)
-        return refuse(QStringLiteral("'%1' cannot be read: %2").arg(name, file.errorString()));
-    KVProfile* profile = open(std::move(bytes));
-    if (!profile)
-        lastError() = QStringLiteral("'%1': %2").arg(name, lastError());
-    return profile;
+    return created(name, [&name]() -> Result<QByteArray> {
+        if (name.isEmpty())
+            return failure(KVProblemCode::NoFileName);
+        return contentsOf(name);
+    });
 }
 
 KVProfile* KVProfileCreateWithData(const void* data, int size)
 {
-    if (!data || size <= 0)
-        return refuse(QStringLiteral("the profile has no bytes"));
-    if (size > largestProfile)
-        return refuse(QStringLiteral("too large for a profile"));
-    return open(QByteArray(static_cast<const char*>(data), size));
+    return created({}, [=] { return copyOf(data, size); });
 }
 
 void KVProfileRelease(KVProfile* profile)
@@ -84,12 +112,10 @@ void KVProfileRelease(KVProfile* profile)
 
 QString KVProfileError()
 {
-    return lastError();
+    return lastProblem() ? lastProblem()->text() : QString();
 }
 
 std::optional<KVProblem> KVProfileProblem()
 {
-    if (lastError().isEmpty())
-        return {};
-    return KVProblem{KVProblemCode::UnusableProfile, {lastError()}, {}};
+    return lastProblem();
 }

@@ -65,8 +65,8 @@ std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n)
 
 } // namespace
 
-SurfaceMesh deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                           QString& reason)
+Result<SurfaceMesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                   const Task& task)
 {
     const auto n = nodes.front().size();
     const CubeVertices vertices(n);
@@ -74,11 +74,11 @@ SurfaceMesh deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& 
     mesh.channels = 3;
     for (const auto& [i, j, k] : vertices.nodes())
         mesh.device.insert(mesh.device.end(), {nodes[0][i], nodes[1][j], nodes[2][k]});
-    std::vector<Vec3> lab(vertices.nodes().size());
-    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task, reason))
-        return {};
-    mesh.lab.reserve(lab.size());
-    for (const Vec3& p : lab)
+    const auto lab = transform.toLab(mesh.device, task);
+    if (!lab)
+        return failure(lab);
+    mesh.lab.reserve(lab->size());
+    for (const Vec3& p : *lab)
         mesh.lab.push_back(snapped(p));
     mesh.triangles = cubeTriangles(vertices, n);
     return mesh;

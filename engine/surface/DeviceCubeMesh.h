@@ -10,9 +10,8 @@ namespace velmora {
 /// (N-1)^2 quads of two triangles, sharing the vertices of the cube's edges. Closed and manifold by
 /// construction; exact but for the step width, as long as the device map does not fold.
 /// Faces look outwards when the map keeps the handedness; @p nodes are three axes of N nodes.
-/// @return without triangles when cancelled or refused; @p reason says why.
-SurfaceMesh deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                           QString& reason);
+[[nodiscard]] Result<SurfaceMesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                                 const Task& task);
 
 /// The mesh that deviceCubeMesh() would give for @p count of the @p nodesPerAxis nodes along each axis, as
 /// thinnedAxis() keeps them: its vertices are some of the mesh's own.

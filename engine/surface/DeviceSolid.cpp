@@ -50,9 +50,8 @@ namespace {
 
 // How far each axis bends: the mean second difference along the edges of the hypercube and through
 // its middle, at equal counts of nodes.
-// @return empty when cancelled or refused
-std::vector<double> bends(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                          QString& reason)
+Result<std::vector<double>> bends(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                  const Task& task)
 {
     constexpr std::size_t count = 33;
     const std::size_t n = nodes.size();
@@ -74,10 +73,11 @@ std::vector<double> bends(const DeviceTransform& transform, const DeviceNodes& n
             if (!(corner >> axis & 1u))
                 addLine(colour);
         }
-        std::vector<Vec3> lab(device.size() / n);
         const Task part = task.part(double(axis) / double(n), double(axis + 1) / double(n));
-        if (!transform.toLab(device.data(), lab.data(), lab.size(), part, reason))
-            return {};
+        const auto converted = transform.toLab(device, part);
+        if (!converted)
+            return failure(converted);
+        const std::vector<Vec3>& lab = *converted;
         double sum = 0.0;
         for (std::size_t first = 0; first < lab.size(); first += steps.size())
             for (std::size_t i = first + 1; i + 1 < first + steps.size(); ++i)
@@ -101,24 +101,23 @@ double tetrahedraOf(const std::vector<std::size_t>& counts)
 
 } // namespace
 
-DeviceNodes solidNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task, QString& reason)
+Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task)
 {
     constexpr int finest = 129;
     constexpr double fewest = 5.0;
     constexpr double mostTetrahedra = 400'000.0;
-    const DeviceNodes fine = equalisedNodes(transform, finest, evenShareOfFolds, task.part(0.0, 0.5), reason);
-    if (fine.empty())
-        return {};
-    const std::vector<double> bend = bends(transform, fine, task.part(0.5, 1.0), reason);
-    if (bend.empty())
-        return {};
-    const double most =
-        std::min(mostTetrahedra,
-                 tetrahedraOf(std::vector<std::size_t>(fine.size(), static_cast<std::size_t>(nodesPerAxis))));
+    const auto fine = equalisedNodes(transform, finest, evenShareOfFolds, task.part(0.0, 0.5));
+    if (!fine)
+        return failure(fine);
+    const auto bend = bends(transform, *fine, task.part(0.5, 1.0));
+    if (!bend)
+        return failure(bend);
+    const double most = std::min(mostTetrahedra, tetrahedraOf(std::vector<std::size_t>(
+                                                     fine->size(), static_cast<std::size_t>(nodesPerAxis))));
     const auto countsAt = [&](double scale) {
         std::vector<std::size_t> counts;
-        counts.reserve(bend.size());
-        for (double b : bend)
+        counts.reserve(bend->size());
+        for (double b : *bend)
             counts.push_back(
                 static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), fewest, double(finest))));
         return counts;
@@ -131,13 +130,12 @@ DeviceNodes solidNodes(const DeviceTransform& transform, int nodesPerAxis, const
     }
     const std::vector<std::size_t> counts = countsAt(low);
     DeviceNodes nodes;
-    for (std::size_t axis = 0; axis < fine.size(); ++axis)
-        nodes.push_back(thinnedAxis(fine[axis], counts[axis]));
+    for (std::size_t axis = 0; axis < fine->size(); ++axis)
+        nodes.push_back(thinnedAxis((*fine)[axis], counts[axis]));
     return nodes;
 }
 
-DeviceSolid deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                        QString& reason)
+Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
 {
     DeviceSolid solid;
     solid.channels = transform.channels();
@@ -153,9 +151,10 @@ DeviceSolid deviceSolid(const DeviceTransform& transform, const DeviceNodes& nod
                                    static_cast<int>(nodes[w].size())});
                     addColours(solid.device, nodes, corner, {u, v, w});
                 }
-    solid.points.resize(solid.device.size() / n);
-    if (!transform.toLab(solid.device.data(), solid.points.data(), solid.points.size(), task, reason))
-        return {};
+    auto points = transform.toLab(solid.device, task);
+    if (!points)
+        return failure(points);
+    solid.points = std::move(*points);
     return solid;
 }
 
@@ -258,8 +257,9 @@ std::size_t unite(Stretch* stretches, std::size_t count)
 
 } // namespace
 
-Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
-                      const LineGrid& grid, CastBudget& budget, const Task& task)
+Result<Stretches> castThrough(const std::vector<Vec3>& points,
+                              const std::vector<std::array<int, 4>>& tetrahedra, const LineGrid& grid,
+                              CastBudget& budget, const Task& task)
 {
     struct Hit
     {
@@ -278,11 +278,9 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
     const std::size_t most = std::min(CastBudget::mostAtOnce, budget.left);
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
         if (t % tetrahedraBetweenLooks == 0 && task.isCancelled())
-            return {};
-        if (hits.size() > most) {
-            budget.isExceeded = true;
-            return {};
-        }
+            return failure(KVProblemCode::Cancelled);
+        if (hits.size() > most)
+            return failure(KVProblemCode::TooManyOverlaps);
         const Vec3& p = points[static_cast<std::size_t>(tetrahedra[t][0])];
         const Vec3& q = points[static_cast<std::size_t>(tetrahedra[t][1])];
         const Vec3& r = points[static_cast<std::size_t>(tetrahedra[t][2])];
@@ -317,7 +315,7 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
     std::uint32_t kept = 0;
     for (std::size_t line = 0; line < grid.size(); ++line) {
         if (line % tetrahedraBetweenLooks == 0 && task.isCancelled())
-            return {};
+            return failure(KVProblemCode::Cancelled);
         Stretch* begin = result.stretches.data() + result.first[line];
         const std::size_t count = unite(begin, result.first[line + 1] - result.first[line]);
         std::copy(begin, begin + count, result.stretches.data() + kept);
@@ -329,7 +327,7 @@ Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::ar
     return result;
 }
 
-double coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task)
+Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task)
 {
     constexpr int linesAcross = 64;
     Vec3 low = solid.points.front(), high = low;
@@ -343,11 +341,11 @@ double coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& t
     grid.nb = static_cast<int>((high.b - low.b) / grid.step) + 1;
     grid.a0 = low.a + 0.5 * grid.step;
     grid.b0 = low.b + 0.5 * grid.step;
-    const Stretches columns = castThrough(solid.points, solid.tetrahedra, grid, budget, task);
-    if (columns.first.empty())
-        return std::numeric_limits<double>::quiet_NaN();
+    const auto columns = castThrough(solid.points, solid.tetrahedra, grid, budget, task);
+    if (!columns)
+        return failure(columns);
     double sum = 0.0;
-    for (const Stretch& s : columns.stretches)
+    for (const Stretch& s : columns->stretches)
         sum += double(s.high) - double(s.low);
     return sum * grid.step * grid.step;
 }

@@ -24,12 +24,12 @@ inline constexpr int mostSolidChannels = 6;
 /// at most some hundred thousand. An axis along which the map bends gets more of them than a straight
 /// one: the error of a chord is its second difference, which falls with the square of the step, and
 /// the best shares of a budget make these alike.
-/// @return empty when cancelled or refused; @p reason says why.
-DeviceNodes solidNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task, QString& reason);
+[[nodiscard]] Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxis,
+                                             const Task& task);
 
-/// @return without points when cancelled or refused; @p reason says why.
-DeviceSolid deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                        QString& reason);
+/// The solid of a device, with the three-dimensional faces divided at @p nodes.
+[[nodiscard]] Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                              const Task& task);
 
 /// A stretch of a column that lies in the solid; values of L* and the tetrahedra that end there.
 struct Stretch
@@ -66,16 +66,15 @@ struct CastBudget
 {
     static constexpr std::size_t mostAtOnce = 3'000'000; ///< of one castThrough(); they are kept
     std::size_t left = 12'500'000;
-    bool isExceeded = false;
 };
 
 /// Where the lines run inside of tetrahedra of @p points, whose first coordinate is along the lines.
-/// @return without lines when @p task was cancelled or @p budget exceeded
-Stretches castThrough(const std::vector<Vec3>& points, const std::vector<std::array<int, 4>>& tetrahedra,
-                      const LineGrid& grid, CastBudget& budget, const Task& task);
+/// Fails with Cancelled, or with TooManyOverlaps if @p budget is exceeded.
+[[nodiscard]] Result<Stretches> castThrough(const std::vector<Vec3>& points,
+                                            const std::vector<std::array<int, 4>>& tetrahedra,
+                                            const LineGrid& grid, CastBudget& budget, const Task& task);
 
-/// Volume of the union of the tetrahedra, by columns along L*; NaN when @p task was cancelled or
-/// @p budget exceeded.
-double coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task);
+/// Volume of the union of the tetrahedra in dE76 cubed, by columns along L*. Fails as castThrough().
+[[nodiscard]] Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task);
 
 } // namespace velmora

@@ -6,8 +6,7 @@
 
 namespace velmora {
 
-FoldCheck checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                     QString& reason)
+Result<FoldCheck> checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
 {
     const std::size_t n = nodes.front().size();
     std::vector<float> device;
@@ -16,9 +15,10 @@ FoldCheck checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes,
         for (float y : nodes[1])
             for (float z : nodes[2])
                 device.insert(device.end(), {x, y, z});
-    std::vector<Vec3> lab(n * n * n);
-    if (!transform.toLab(device.data(), lab.data(), lab.size(), task, reason))
-        return {};
+    const auto converted = transform.toLab(device, task);
+    if (!converted)
+        return failure(converted);
+    const std::vector<Vec3>& lab = *converted;
 
     // Each tetrahedron runs from the cell's lowest corner to its highest, one axis after the other;
     // odd orders of the axes count the other way round.
@@ -46,7 +46,6 @@ FoldCheck checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes,
                 }
             }
     FoldCheck result;
-    result.done = true;
     result.sweptVolume = forwards + backwards;
     result.foldShare = result.sweptVolume > 0.0 ? std::min(forwards, backwards) / result.sweptVolume : 0.0;
     return result;

@@ -8,7 +8,6 @@ namespace velmora {
 /// How much of a three-channel device map runs backwards.
 struct FoldCheck
 {
-    bool done = false;        ///< false when cancelled or refused
     double foldShare = 1.0;   ///< volume of the tetrahedra of the minority orientation over all, 0..0.5
     double sweptVolume = 0.0; ///< sum of the tetrahedra's absolute volumes, dE76 cubed
 };
@@ -16,7 +15,7 @@ struct FoldCheck
 /// Divides the device cube into (N-1)^3 cells of six tetrahedra each (Kuhn 1960) and looks at the
 /// signs of their images' volumes, which stand for the sign of the map's Jacobian determinant. A map
 /// without a fold gives one sign; then the image of the cube's surface bounds the image of the cube.
-FoldCheck checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                     QString& reason);
+[[nodiscard]] Result<FoldCheck> checkFolds(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                           const Task& task);
 
 } // namespace velmora

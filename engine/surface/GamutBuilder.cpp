@@ -32,6 +32,7 @@ constexpr int foldCheckNodes = 17;
 constexpr double hullSlack = 0.1;
 // From here on the two-dimensional faces are too many to be sampled all.
 constexpr int manyChannels = 7;
+
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
 {
     DeviceNodes result;
@@ -40,34 +41,48 @@ DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
     return result;
 }
 
-WindingCheck windingOf(const SurfaceMesh& mesh, const Task& task)
+Result<WindingCheck> windingOf(const SurfaceMesh& mesh, const Task& task)
 {
     const LatticeBox box = boundsOf(latticePoints(mesh));
     const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
     const double pitch = std::min(2.0, std::max(extent, 0.1) / 64.0);
     const ColumnGrid grid = columnsOver(box, pitch);
-    return checkWinding(castColumns(mesh, grid, task), grid);
+    const auto columns = castColumns(mesh, grid, task);
+    if (!columns)
+        return failure(columns);
+    return checkWinding(*columns, grid);
 }
 
-bool crossesItself(const SurfaceMesh& mesh, const Task& task)
+Result<bool> crossesItself(const SurfaceMesh& mesh, const Task& task)
 {
-    return countCrossings(mesh, 1, task) > 0;
+    const auto crossings = countCrossings(mesh, 1, task);
+    if (!crossings)
+        return failure(crossings);
+    return *crossings > 0;
 }
 
-// Sheets that lie upon each other do not cross; where they do, the surface winds twice.
-bool isSimple(const SurfaceMesh& mesh, const Task& task)
+enum class CoincidentSheets
 {
-    const WindingCheck check = windingOf(mesh, task);
-    return check.invalidVolume <= largestInvalidShare * check.insideVolume && !crossesItself(mesh, task);
-}
+    Allowed,
+    Refused
+};
 
-// A finer surface is handed out only when it is as sound as the one that it stands for. Sheets that lie
-// upon each other may wind once as one and three times as three, so they are looked for as such.
-bool staysSimple(const SurfaceMesh& mesh, const Task& task)
+// Sheets that coincide do not cross; where three do, the surface winds once or three times, and the winding
+// number alone does not tell. A refined surface is therefore checked for coincident sheets as well.
+Result<bool> isSimple(const SurfaceMesh& mesh, CoincidentSheets coincident, const Task& task)
 {
-    const WindingCheck check = windingOf(mesh, task);
-    return check.invalidVolume <= largestInvalidShare * check.insideVolume &&
-           check.coincidentArea <= largestInvalidShare * check.coveredArea && !crossesItself(mesh, task);
+    const auto check = windingOf(mesh, task);
+    if (!check)
+        return failure(check);
+    if (check->invalidVolume > largestInvalidShare * check->insideVolume)
+        return false;
+    if (coincident == CoincidentSheets::Refused &&
+        check->coincidentArea > largestInvalidShare * check->coveredArea)
+        return false;
+    const auto crosses = crossesItself(mesh, task);
+    if (!crosses)
+        return failure(crosses);
+    return !*crosses;
 }
 
 void lookOutwards(SurfaceMesh& mesh)
@@ -79,60 +94,61 @@ void lookOutwards(SurfaceMesh& mesh)
 class Builder
 {
 public:
-    Builder(const DeviceTransform& transform, const GamutRequest& request, const Task& task,
-            GamutRecord& record, QString& reason)
-        : m_transform(transform), m_request(request), m_task(task), m_record(record), m_reason(reason)
+    Builder(const DeviceTransform& transform, const GamutRequest& request, const Task& task)
+        : m_transform(transform), m_request(request), m_task(task)
     {
     }
 
-    bool run()
+    Result<GamutRecord> run()
     {
-        const int channels = m_transform.channels();
-        m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, channels);
-        m_nodes =
-            equalisedNodes(m_transform, m_record.gridPoints, smallEvenShare, m_task.part(0.0, 0.1), m_reason);
-        if (m_nodes.empty())
-            return false;
-        const bool found = (channels == 3 && directMesh()) || (m_reason.isEmpty() && hullMesh());
-        if (!found)
-            return false;
-        if (!refineSurface())
-            return false;
-        m_task.setProgress(0.8);
-        m_reason = surfaceProblem(m_record.mesh);
-        if (!m_reason.isEmpty())
-            return false;
-        m_task.setProgress(0.9);
-        return endPoints() && primaries();
+        m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, m_transform.channels());
+        for (const auto step : {&Builder::findSurface, &Builder::refineSurface, &Builder::checkRecord,
+                                &Builder::findEndPoints, &Builder::findPrimaries})
+            if (const auto done = (this->*step)(); !done)
+                return failure(done);
+        return std::move(m_record);
     }
 
 private:
-    // False with a reason when it ends here, without one when another method has to be taken.
-    bool directMesh()
+    Result<void> findSurface()
     {
-        const FoldCheck folds =
-            checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2), m_reason);
-        if (!folds.done)
+        auto nodes = equalisedNodes(m_transform, m_record.gridPoints, smallEvenShare, m_task.part(0.0, 0.1));
+        if (!nodes)
+            return failure(nodes);
+        m_nodes = std::move(*nodes);
+        const auto found = m_transform.channels() == 3 ? directMesh() : Result<bool>(false);
+        if (!found)
+            return failure(found);
+        return *found ? Result<void>() : hullMesh();
+    }
+
+    // @return false if another method has to be taken
+    Result<bool> directMesh()
+    {
+        const auto folds = checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2));
+        if (!folds)
+            return failure(folds);
+        m_record.foldShare = folds->foldShare;
+        if (folds->sweptVolume < minVolume)
+            return failure(KVProblemCode::TooSmall);
+        auto mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4));
+        if (!mesh)
+            return failure(mesh);
+        lookOutwards(*mesh);
+        if (folds->foldShare > largestFoldShare)
             return false;
-        m_record.foldShare = folds.foldShare;
-        if (folds.sweptVolume < smallestVolume) {
-            m_reason = flatProblem();
-            return false;
-        }
-        SurfaceMesh mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4), m_reason);
-        if (mesh.triangles.empty())
-            return false;
-        lookOutwards(mesh);
-        if (folds.foldShare > largestFoldShare || !isSimple(mesh, m_task))
-            return false;
+        const auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
+        if (!simple || !*simple)
+            return simple;
         m_task.setProgress(0.6);
         const std::size_t nodes = m_nodes.front().size();
-        const SurfaceMesh coarse = thinnedCubeMesh(mesh, nodes, halfOf(nodes));
-        take(std::move(mesh), coarse, KVGamut::Method::DeviceMesh);
+        const SurfaceMesh coarse = thinnedCubeMesh(*mesh, nodes, halfOf(nodes));
+        take(std::move(*mesh), coarse, KVGamut::Method::DeviceMesh);
         return true;
     }
 
-    bool hullMesh()
+    // Fewer nodes where the default would take too many samples; others for three channels that fold.
+    Result<void> chooseHullNodes()
     {
         const int channels = m_transform.channels();
         int count = m_record.gridPoints;
@@ -140,128 +156,150 @@ private:
             count = nodesForOutermostFaces(channels, count);
         while (channels < manyChannels && hullSampleCount(channels, count) > mostHullSamples(channels))
             --count;
-        if (count < m_record.gridPoints || channels == 3) {
-            m_record.gridPoints = count;
-            const double evenShare = channels == 3 ? evenShareOfFolds : smallEvenShare;
-            m_nodes = equalisedNodes(m_transform, count, evenShare, m_task.part(0.2, 0.25), m_reason);
-            if (m_nodes.empty())
-                return false;
-        }
-        SurfaceMesh mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.5), m_reason);
-        if (mesh.triangles.empty())
-            return false;
-        if (!isStarShaped(mesh))
-            return m_reason.isEmpty() && latticeMesh();
-        const SurfaceMesh coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.7), m_reason);
-        if (coarse.triangles.empty())
-            return false;
-        if (channels > mostSolidChannels && !isFilled(mesh, coarse))
-            return false;
-        take(std::move(mesh), coarse, KVGamut::Method::RadialHull);
-        return true;
+        if (count == m_record.gridPoints && channels != 3)
+            return {};
+        m_record.gridPoints = count;
+        const double evenShare = channels == 3 ? evenShareOfFolds : smallEvenShare;
+        auto nodes = equalisedNodes(m_transform, count, evenShare, m_task.part(0.2, 0.25));
+        if (!nodes)
+            return failure(nodes);
+        m_nodes = std::move(*nodes);
+        return {};
+    }
+
+    Result<void> hullMesh()
+    {
+        if (const auto chosen = chooseHullNodes(); !chosen)
+            return chosen;
+        auto mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.5));
+        if (!mesh)
+            return failure(mesh);
+        const auto starShaped = isStarShaped(*mesh);
+        if (!starShaped)
+            return failure(starShaped);
+        if (!*starShaped)
+            return latticeMesh();
+        const auto coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.7));
+        if (!coarse)
+            return failure(coarse);
+        if (m_transform.channels() > mostSolidChannels)
+            if (const auto filled = checkFilled(*mesh, *coarse); !filled)
+                return filled;
+        take(std::move(*mesh), *coarse, KVGamut::Method::RadialHull);
+        return {};
     }
 
     // Of more channels than a solid can be made of: whether the device shows what the hull encloses, and
     // the hull encloses what the device shows.
-    bool isFilled(const SurfaceMesh& hull, const SurfaceMesh& coarse)
+    Result<void> checkFilled(const SurfaceMesh& hull, const SurfaceMesh& coarse)
     {
-        const std::optional<double> reached =
-            reachedVolume(hull, m_transform, m_task.part(0.7, 0.75), m_reason);
+        const auto reached = reachedVolume(hull, m_transform, m_task.part(0.7, 0.75));
         if (!reached)
-            return false;
+            return failure(reached);
         const double volume = signedVolume(hull);
         if (std::abs(*reached - volume) > concaveSlack * volume ||
             std::abs(signedVolume(coarse) - volume) > hullSlack * volume)
-            m_reason = QStringLiteral("the solid of this device has hollows, which are not found with so "
-                                      "many channels");
-        return m_reason.isEmpty();
+            return failure(KVProblemCode::UnresolvedConcavity);
+        return {};
     }
 
     // A hull of what no centre sees all of is a surface too, but around too much, or through itself.
-    // False with a reason when it ends here.
-    bool isStarShaped(const SurfaceMesh& hull)
+    Result<bool> isStarShaped(const SurfaceMesh& hull)
     {
         const int channels = m_transform.channels();
         if (channels > mostSolidChannels) {
-            if (isSimple(hull, m_task))
-                return true;
-            m_reason = QStringLiteral("the surface found for this device passes through itself");
-            return false;
+            const auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
+            if (simple && !*simple)
+                return failure(KVProblemCode::SurfaceSelfIntersects);
+            return simple;
         }
         constexpr std::array<std::size_t, 4> fromThree{17, 9, 7, 5};
         const DeviceNodes nodes = thinned(m_nodes, fromThree[static_cast<std::size_t>(channels - 3)]);
-        const DeviceSolid solid = deviceSolid(m_transform, nodes, m_task.part(0.5, 0.55), m_reason);
-        if (solid.points.empty())
+        const auto solid = deviceSolid(m_transform, nodes, m_task.part(0.5, 0.55));
+        if (!solid)
+            return failure(solid);
+        const auto covered = coveredVolume(*solid, m_castBudget, m_task);
+        if (!covered)
+            return failure(covered);
+        if (*covered < minVolume)
+            return failure(KVProblemCode::TooSmall);
+        if (std::abs(signedVolume(hull) - *covered) > concaveSlack * *covered)
             return false;
-        const double covered = coveredVolume(solid, m_castBudget, m_task);
-        if (castFailed())
-            return false;
-        if (covered < smallestVolume) {
-            m_reason = flatProblem();
-            return false;
-        }
-        return std::abs(signedVolume(hull) - covered) <= concaveSlack * covered && isSimple(hull, m_task);
+        return isSimple(hull, CoincidentSheets::Allowed, m_task);
     }
 
-    bool castFailed()
-    {
-        if (m_task.isCancelled())
-            m_reason = QStringLiteral("cancelled");
-        else if (m_castBudget.isExceeded)
-            m_reason = QStringLiteral("the device's colours overlap too often for a surface to be found");
-        return !m_reason.isEmpty();
-    }
-
-    bool latticeMesh()
+    Result<void> latticeMesh()
     {
         m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, m_transform.channels());
-        m_nodes = solidNodes(m_transform, m_record.gridPoints, m_task.part(0.55, 0.56), m_reason);
-        if (m_nodes.empty())
-            return false;
-        const DeviceSolid solid = deviceSolid(m_transform, m_nodes, m_task.part(0.56, 0.6), m_reason);
-        const DeviceSolid half = deviceSolid(m_transform, halved(), m_task.part(0.6, 0.62), m_reason);
-        if (solid.points.empty() || half.points.empty())
-            return false;
+        auto nodes = solidNodes(m_transform, m_record.gridPoints, m_task.part(0.55, 0.56));
+        if (!nodes)
+            return failure(nodes);
+        m_nodes = std::move(*nodes);
+        const auto solid = deviceSolid(m_transform, m_nodes, m_task.part(0.56, 0.6));
+        if (!solid)
+            return failure(solid);
+        const auto half = deviceSolid(m_transform, halved(), m_task.part(0.6, 0.62));
+        if (!half)
+            return failure(half);
+        return latticeMesh(*solid, *half);
+    }
+
+    Result<void> latticeMesh(const DeviceSolid& solid, const DeviceSolid& half)
+    {
         const double fineness = double(m_record.gridPoints) / effectiveGridPoints(-1, m_transform.channels());
         const double faces = latticeFaces * std::min(1.0, fineness * fineness);
-        const double pitch = pitchForFaces(half, faces, m_castBudget, m_task.part(0.62, 0.64));
-        if (castFailed())
-            return false;
-        if (!(pitch > 0.0)) {
-            m_reason = flatProblem();
-            return false;
-        }
-        SurfaceMesh mesh = latticeSurface(solid, pitch, m_castBudget, m_task.part(0.64, 0.72));
-        const SurfaceMesh coarse = latticeSurface(half, 2.0 * pitch, m_castBudget, m_task.part(0.72, 0.75));
-        if (castFailed())
-            return false;
-        keepNoteworthyParts(mesh);
-        if (crossesItself(mesh, m_task)) {
-            m_reason = QStringLiteral("the surface found for this device passes through itself");
-            return false;
-        }
-        take(std::move(mesh), coarse, KVGamut::Method::LatticeSurface);
-        return true;
+        const auto pitch = pitchForFaces(half, faces, m_castBudget, m_task.part(0.62, 0.64));
+        if (!pitch)
+            return failure(pitch);
+        auto mesh = latticeSurface(solid, *pitch, m_castBudget, m_task.part(0.64, 0.72));
+        if (!mesh)
+            return failure(mesh);
+        const auto coarse = latticeSurface(half, 2.0 * *pitch, m_castBudget, m_task.part(0.72, 0.75));
+        if (!coarse)
+            return failure(coarse);
+        keepNoteworthyParts(*mesh);
+        const auto crosses = crossesItself(*mesh, m_task);
+        if (!crosses)
+            return failure(crosses);
+        if (*crosses)
+            return failure(KVProblemCode::SurfaceSelfIntersects);
+        take(std::move(*mesh), *coarse, KVGamut::Method::LatticeSurface);
+        return {};
     }
 
     // As fine as asked for, or as the surface can be without meeting itself: halfway between
     // the ends of an edge the device's colour may lie deep inside. A lattice's faces are small, and
     // their corners not where the device's colours are.
-    bool refineSurface()
+    Result<void> refineSurface()
     {
         const double rounds = m_request.refinements;
         for (int i = 0; i < m_request.refinements; ++i) {
             if (m_record.method == KVGamut::Method::LatticeSurface)
-                return true;
+                return {};
             SurfaceMesh finer = m_record.mesh;
             const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
-            if (!refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task, m_reason))
-                return false;
-            if (finer.triangles.size() == m_record.mesh.triangles.size() || !staysSimple(finer, m_task))
-                return true;
+            const auto refined = refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task);
+            if (!refined)
+                return refined;
+            if (finer.triangles.size() == m_record.mesh.triangles.size())
+                return {};
+            const auto simple = isSimple(finer, CoincidentSheets::Refused, m_task);
+            if (!simple)
+                return failure(simple);
+            if (!*simple)
+                return {};
             m_record.mesh = std::move(finer);
         }
-        return true;
+        return {};
+    }
+
+    Result<void> checkRecord()
+    {
+        m_task.setProgress(0.8);
+        const auto checked = checkSurface(m_record.mesh);
+        if (checked)
+            m_task.setProgress(0.9);
+        return checked;
     }
 
     static std::size_t halfOf(std::size_t nodes) { return std::max<std::size_t>(2, (nodes + 1) / 2); }
@@ -300,54 +338,60 @@ private:
         return m_transform.channels() == 3 ? ofHull + ofFold / (steps * steps) : ofHull;
     }
 
-    bool endPoints()
+    Result<void> findEndPoints()
     {
         std::vector<float> device = m_transform.white();
         for (const auto& colour : {m_transform.black(), m_transform.origin()})
             device.insert(device.end(), colour.begin(), colour.end());
-        std::array<Vec3, 3> lab;
-        if (!m_transform.toLab(device.data(), lab.data(), lab.size(), m_task.part(0.9, 0.92), m_reason))
-            return false;
-        m_record.white = snapped(lab[0]);
-        m_record.black = snapped(lab[1]);
-        m_record.origin = snapped(lab[2]);
-        return true;
+        const auto lab = m_transform.toLab(device, m_task.part(0.9, 0.92));
+        if (!lab)
+            return failure(lab);
+        m_record.white = snapped((*lab)[0]);
+        m_record.black = snapped((*lab)[1]);
+        m_record.origin = snapped((*lab)[2]);
+        return {};
     }
 
-    bool primaries()
+    Result<void> findPrimaries()
     {
         m_record.decorated = m_request.withDecoration;
         if (!m_request.withDecoration || m_transform.kind() == ChannelKind::Coordinates)
-            return true;
-        const std::vector<float> origin = m_transform.origin();
-        for (std::size_t channel = 0; channel < origin.size(); ++channel) {
-            const auto ramp = equalisedRamp(m_transform, origin, channel, m_record.gridPoints,
-                                            m_task.part(0.92, 0.93), m_reason);
-            if (ramp.empty())
-                return false;
-            std::vector<float> device;
-            for (std::size_t i = 1; i < ramp.size(); ++i) {
-                device.insert(device.end(), origin.begin(), origin.end());
-                device[device.size() - origin.size() + channel] = ramp[i];
-            }
-            std::vector<Vec3> lab(ramp.size() - 1);
-            const double share = double(channel + 1) / double(origin.size());
-            if (!m_transform.toLab(device.data(), lab.data(), lab.size(),
-                                   m_task.part(0.93, 0.93 + 0.06 * share), m_reason))
-                return false;
-            Ramp group;
-            for (const Vec3& p : lab)
-                group.push_back(snapped(p));
-            m_record.primaries.push_back(std::move(group));
+            return {};
+        const auto channels = static_cast<std::size_t>(m_transform.channels());
+        for (std::size_t channel = 0; channel < channels; ++channel) {
+            auto ramp = primary(channel, double(channel + 1) / double(channels));
+            if (!ramp)
+                return failure(ramp);
+            m_record.primaries.push_back(std::move(*ramp));
         }
-        return true;
+        return {};
+    }
+
+    Result<Ramp> primary(std::size_t channel, double shareDone)
+    {
+        const std::vector<float> origin = m_transform.origin();
+        const auto steps =
+            equalisedRamp(m_transform, origin, channel, m_record.gridPoints, m_task.part(0.92, 0.93));
+        if (!steps)
+            return failure(steps);
+        std::vector<float> device;
+        for (std::size_t i = 1; i < steps->size(); ++i) {
+            device.insert(device.end(), origin.begin(), origin.end());
+            device[device.size() - origin.size() + channel] = (*steps)[i];
+        }
+        const auto lab = m_transform.toLab(device, m_task.part(0.93, 0.93 + 0.06 * shareDone));
+        if (!lab)
+            return failure(lab);
+        Ramp ramp;
+        for (const Vec3& p : *lab)
+            ramp.push_back(snapped(p));
+        return ramp;
     }
 
     const DeviceTransform& m_transform;
     const GamutRequest& m_request;
     const Task& m_task;
-    GamutRecord& m_record;
-    QString& m_reason;
+    GamutRecord m_record;
     DeviceNodes m_nodes;
     CastBudget m_castBudget;
 };
@@ -361,10 +405,10 @@ int effectiveGridPoints(int requested, int channels)
     return std::clamp(requested, 3, 129);
 }
 
-bool buildGamut(const DeviceTransform& transform, const GamutRequest& request, const Task& task,
-                GamutRecord& record, QString& reason)
+Result<GamutRecord> buildGamut(const DeviceTransform& transform, const GamutRequest& request,
+                               const Task& task)
 {
-    return Builder(transform, request, task, record, reason).run();
+    return Builder(transform, request, task).run();
 }
 
 } // namespace velmora

@@ -19,8 +19,7 @@ int effectiveGridPoints(int requested, int channels);
 
 /// Computes the gamut of a device: chooses the method, refines, validates, and adds what the request
 /// asks for.
-/// @return false when cancelled or refused; @p reason says why.
-bool buildGamut(const DeviceTransform& transform, const GamutRequest& request, const Task& task,
-                GamutRecord& record, QString& reason);
+[[nodiscard]] Result<GamutRecord> buildGamut(const DeviceTransform& transform, const GamutRequest& request,
+                                             const Task& task);
 
 } // namespace velmora

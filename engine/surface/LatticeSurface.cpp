@@ -134,8 +134,7 @@ public:
     {
     }
 
-    // @return false when cancelled or the budget exceeded
-    bool findCrossings(CastBudget& budget, const Task& task)
+    Result<void> findCrossings(CastBudget& budget, const Task& task)
     {
         m_mesh.channels = m_solid.channels;
         std::vector<std::array<int, 4>> tetrahedra = m_solid.tetrahedra;
@@ -144,30 +143,29 @@ public:
             const Lines lines(m_lattice, directions[d]);
             std::transform(m_solid.points.begin(), m_solid.points.end(), points.begin(),
                            [&lines](Vec3 p) { return lines.sheared(p); });
-            const Stretches stretches = castThrough(points, tetrahedra, lines.grid(), budget, task);
-            if (stretches.first.empty())
-                return false;
+            const auto stretches = castThrough(points, tetrahedra, lines.grid(), budget, task);
+            if (!stretches)
+                return failure(stretches);
             if (d == 0)
-                occupy(lines, stretches);
-            addVertices(d, lines, stretches, tetrahedra);
+                occupy(lines, *stretches);
+            addVertices(d, lines, *stretches, tetrahedra);
             if (d == 0)
                 keepThoseAtTheSurface(tetrahedra);
             task.setProgress(double(d + 1) / double(directions.size() + 1));
         }
-        return true;
+        return {};
     }
 
-    // @return false when cancelled
-    bool march(const Task& task)
+    Result<void> march(const Task& task)
     {
         for (int i = 0; i + 1 < m_lattice.counts[0]; ++i) {
             if (task.isCancelled())
-                return false;
+                return failure(KVProblemCode::Cancelled);
             for (int j = 0; j + 1 < m_lattice.counts[1]; ++j)
                 for (int k = 0; k + 1 < m_lattice.counts[2]; ++k)
                     marchCell(m_lattice.node(i, j, k));
         }
-        return true;
+        return {};
     }
 
     SurfaceMesh takeMesh() { return std::move(m_mesh); }
@@ -391,15 +389,18 @@ private:
 
 } // namespace
 
-SurfaceMesh latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget, const Task& task)
+Result<SurfaceMesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget,
+                                   const Task& task)
 {
     Marcher marcher(solid, pitch);
-    if (!marcher.findCrossings(budget, task) || !marcher.march(task))
-        return {};
+    if (const auto found = marcher.findCrossings(budget, task); !found)
+        return failure(found);
+    if (const auto marched = marcher.march(task); !marched)
+        return failure(marched);
     return marcher.takeMesh();
 }
 
-double pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget, const Task& task)
+Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget, const Task& task)
 {
     Vec3 low = solid.points.front(), high = low;
     for (const Vec3& p : solid.points) {
@@ -410,14 +411,16 @@ double pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget,
     const double extent = std::max({high.L - low.L, high.a - low.a, high.b - low.b});
     const double trial = extent / 40.0;
     if (!(trial > 0.0))
-        return 0.0;
-    const SurfaceMesh mesh = latticeSurface(solid, trial, budget, task);
-    if (mesh.triangles.empty())
-        return 0.0;
+        return failure(KVProblemCode::TooSmall);
+    const auto mesh = latticeSurface(solid, trial, budget, task);
+    if (!mesh)
+        return failure(mesh);
+    if (mesh->triangles.empty())
+        return failure(KVProblemCode::TooSmall);
     constexpr double mostNodes = 6e6;
     const Vec3 box = high - low + trial * Vec3{1, 1, 1};
     return std::max(std::cbrt(box.L * box.a * box.b / mostNodes),
-                    trial * std::sqrt(double(mesh.triangles.size()) / faces));
+                    trial * std::sqrt(double(mesh->triangles.size()) / faces));
 }
 
 void keepNoteworthyParts(SurfaceMesh& mesh)

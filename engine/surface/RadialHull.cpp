@@ -158,7 +158,8 @@ std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
         double offset;
     };
     std::vector<Plane> planes;
-    for (const auto& t : convexHull(scaled, {}).triangles) {
+    const auto triangles = convexHull(scaled, {}).value(); // without a task it cannot be cancelled
+    for (const auto& t : triangles) {
         const Vec3 p = points[static_cast<std::size_t>(t[0])];
         const Vec3 n =
             cross(points[static_cast<std::size_t>(t[1])] - p, points[static_cast<std::size_t>(t[2])] - p);
@@ -263,82 +264,80 @@ private:
 
 // Lab of all corners of the hypercube; from fourteen channels on, where those would take seconds, as
 // the sum of what each channel does alone, which is enough to tell outer faces from inner ones.
-// @return false when cancelled or refused
-bool cornerColours(const DeviceTransform& transform, const std::vector<float>& corners,
-                   std::vector<Vec3>& lab, const Task& task, QString& reason)
+Result<std::vector<Vec3>> cornerColours(const DeviceTransform& transform, const std::vector<float>& corners,
+                                        const Task& task)
 {
     const int n = transform.channels();
     constexpr int mostEvaluated = 13;
     if (n <= mostEvaluated)
-        return transform.toLab(corners.data(), lab.data(), lab.size(), task, reason);
+        return transform.toLab(corners, task);
     const auto count = static_cast<std::size_t>(n);
     std::vector<float> alone((count + 1) * count, 0.0f);
     for (std::size_t c = 0; c < count; ++c)
         alone[(c + 1) * count + c] = 1.0f;
-    std::vector<Vec3> steps(count + 1);
-    if (!transform.toLab(alone.data(), steps.data(), steps.size(), task, reason))
-        return false;
-    for (std::size_t corner = 0; corner < lab.size(); ++corner) {
-        lab[corner] = steps[0];
-        for (int c = 0; c < n; ++c)
+    const auto steps = transform.toLab(alone, task);
+    if (!steps)
+        return failure(steps);
+    std::vector<Vec3> lab(corners.size() / count, steps->front());
+    for (std::size_t corner = 0; corner < lab.size(); ++corner)
+        for (std::size_t c = 0; c < count; ++c)
             if (corner >> c & 1u)
-                lab[corner] = lab[corner] + (steps[static_cast<std::size_t>(c) + 1] - steps[0]);
-    }
-    return true;
+                lab[corner] = lab[corner] + ((*steps)[c + 1] - steps->front());
+    return lab;
 }
 
-// @return empty when cancelled or refused
-std::vector<float> outermostFaceSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                        const Task& task, QString& reason)
+Result<std::vector<float>> outermostFaceSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                                const Task& task)
 {
     const int n = transform.channels();
     std::vector<float> corners;
     for (unsigned corner = 0; corner < 1u << n; ++corner)
         for (int c = 0; c < n; ++c)
             corners.push_back(static_cast<float>(corner >> c & 1u));
-    std::vector<Vec3> lab(std::size_t(1) << n);
-    if (!cornerColours(transform, corners, lab, task, reason))
-        return {};
+    const auto lab = cornerColours(transform, corners, task);
+    if (!lab)
+        return failure(lab);
     FaceSampler sampler(nodes);
     for (const HypercubeFace& face :
-         outermostFaces(n, depthsBelowHull(lab), outermostFaceCount(n, nodes[0].size())))
+         outermostFaces(n, depthsBelowHull(*lab), outermostFaceCount(n, nodes[0].size())))
         sampler.add(face);
     return sampler.takeSamples();
 }
 
+// Device colours of all samples, or of those on the outermost faces where all would be too many.
+Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                       const Task& task)
+{
+    const int channels = transform.channels();
+    if (channels == 3)
+        return cubeSamples(nodes);
+    if (hullSampleCount(channels, static_cast<int>(nodes[0].size())) <= mostHullSamples(channels))
+        return hypercubeFaceSamples(nodes);
+    return outermostFaceSamples(transform, nodes, task);
+}
+
 } // namespace
 
-SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                       QString& reason)
+Result<SurfaceMesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
 {
+    auto samples = hullSamples(transform, nodes, task.part(0.0, 0.1));
+    if (!samples)
+        return failure(samples);
+    const auto lab = transform.toLab(*samples, task.part(0.1, 0.3));
+    if (!lab)
+        return failure(lab);
+    auto hull = convexHull(compressed(*lab, centreOf(*lab)), task.part(0.3, 1.0));
+    if (!hull)
+        return failure(hull);
+    if (hull->empty())
+        return failure(KVProblemCode::NoVolume);
     SurfaceMesh mesh;
     mesh.channels = transform.channels();
-    if (mesh.channels == 3)
-        mesh.device = cubeSamples(nodes);
-    else if (hullSampleCount(mesh.channels, static_cast<int>(nodes[0].size())) <=
-             mostHullSamples(mesh.channels))
-        mesh.device = hypercubeFaceSamples(nodes);
-    else
-        mesh.device = outermostFaceSamples(transform, nodes, task.part(0.0, 0.1), reason);
-    if (mesh.device.empty())
-        return {};
-    std::vector<Vec3> lab(mesh.device.size() / static_cast<std::size_t>(mesh.channels));
-    if (!transform.toLab(mesh.device.data(), lab.data(), lab.size(), task.part(0.1, 0.3), reason))
-        return {};
-    const Vec3 centre = centreOf(lab);
-    ConvexHull hull = convexHull(compressed(lab, centre), task.part(0.3, 1.0));
-    if (hull.cancelled) {
-        reason = QStringLiteral("cancelled");
-        return {};
-    }
-    if (hull.triangles.empty()) {
-        reason = QStringLiteral("the colours of the profile span no volume");
-        return {};
-    }
-    mesh.lab.reserve(lab.size());
-    for (const Vec3& p : lab)
+    mesh.device = std::move(*samples);
+    mesh.lab.reserve(lab->size());
+    for (const Vec3& p : *lab)
         mesh.lab.push_back(snapped(p));
-    mesh.triangles = std::move(hull.triangles);
+    mesh.triangles = std::move(*hull);
     dropUnusedVertices(mesh);
     return mesh;
 }

@@ -14,9 +14,9 @@ namespace velmora {
 /// c + |p - c|^0.05 · (p - c)/|p - c|, which turns the solid into nearly a ball and lets concave parts
 /// reach its rim; the convex hull of that; the samples' own coordinates back (after Balasubramanian and
 /// Dalal 1997, "A method for quantifying the color gamut of an output device", with a milder exponent).
-/// @return without triangles when cancelled, refused or flat; @p reason says why.
-SurfaceMesh radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                       QString& reason);
+/// Fails with NoVolume if the samples lie in one plane.
+[[nodiscard]] Result<SurfaceMesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                             const Task& task);
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
 std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);

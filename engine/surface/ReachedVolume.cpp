@@ -6,12 +6,11 @@
 
 namespace velmora {
 
-std::optional<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform,
-                                    const Task& task, QString& reason)
+Result<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task)
 {
     SurfaceMesh images = mesh;
-    if (!halveBridges(images, transform, task, reason))
-        return std::nullopt;
+    if (const auto halved = halveBridges(images, transform, task); !halved)
+        return failure(halved);
     return signedVolume(images);
 }
 

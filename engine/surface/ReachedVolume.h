@@ -4,8 +4,6 @@
 #include <engine/mesh/SurfaceMesh.h>
 #include <engine/profile/DeviceTransform.h>
 
-#include <optional>
-
 namespace velmora {
 
 /// How much of what a surface encloses the device is known to show: the volume within the image of the
@@ -17,8 +15,7 @@ namespace velmora {
 /// the faces, and nothing is missing; where a face bridges a hollow, its image runs through the solid
 /// around it. The faces' images are taken from the middles of those edges that do not lie on one
 /// two-dimensional face of the device hypercube; that is few colours, however many channels there are.
-/// @return nothing when cancelled or refused; @p reason says why.
-std::optional<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform,
-                                    const Task& task, QString& reason);
+[[nodiscard]] Result<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform,
+                                           const Task& task);
 
 } // namespace velmora

@@ -38,15 +38,15 @@ public:
                 consider(t[e], t[(e + 1) % 3]);
     }
 
-    bool evaluate(const DeviceTransform& transform, const Task& task, QString& reason)
+    Result<void> evaluate(const DeviceTransform& transform, const Task& task)
     {
-        const std::size_t old = m_mesh.lab.size();
-        std::vector<Vec3> lab(m_midpoint.size());
-        if (!transform.toLab(m_mesh.deviceOf(static_cast<int>(old)), lab.data(), lab.size(), task, reason))
-            return false;
-        for (const Vec3& p : lab)
+        const auto known = m_mesh.lab.size() * static_cast<std::size_t>(m_mesh.channels);
+        const auto lab = transform.toLab(std::span<const float>(m_mesh.device).subspan(known), task);
+        if (!lab)
+            return failure(lab);
+        for (const Vec3& p : *lab)
             m_mesh.lab.push_back(snapped(p));
-        return true;
+        return {};
     }
 
     bool found() const { return !m_midpoint.empty(); }
@@ -117,29 +117,29 @@ private:
 
 } // namespace
 
-bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds, const Task& task,
-            QString& reason)
+Result<void> refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds,
+                    const Task& task)
 {
     for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= mostTriangles; ++i) {
         Round round(mesh, maxEdge, Round::Edges::WithinDeviceFaces);
         round.findMidpoints();
         if (!round.found())
-            return true;
-        if (!round.evaluate(transform, task, reason))
-            return false;
+            return {};
+        if (const auto evaluated = round.evaluate(transform, task); !evaluated)
+            return failure(evaluated);
         round.split();
     }
-    return true;
+    return {};
 }
 
-bool halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task, QString& reason)
+Result<void> halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task)
 {
     Round round(mesh, 0.0, Round::Edges::AcrossDeviceFaces);
     round.findMidpoints();
-    if (!round.evaluate(transform, task, reason))
-        return false;
+    if (const auto evaluated = round.evaluate(transform, task); !evaluated)
+        return failure(evaluated);
     round.split();
-    return true;
+    return {};
 }
 
 } // namespace velmora

@@ -10,13 +10,12 @@ namespace velmora {
 /// edge's ends goes through the profile and becomes a vertex of both triangles, so that a closed
 /// mesh stays closed. At most @p rounds times. Only edges whose ends lie on one two-dimensional face
 /// of the device hypercube are halved, since only there midway is on the surface.
-/// @return false when cancelled or refused; @p reason says why.
-bool refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds, const Task& task,
-            QString& reason);
+[[nodiscard]] Result<void> refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge,
+                                  int rounds, const Task& task);
 
 /// Halves once all edges that refine() leaves alone, which lead from one face of the device hypercube to
 /// another: midway may be anywhere.
-/// @return false when cancelled or refused; @p reason says why.
-bool halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task, QString& reason);
+[[nodiscard]] Result<void> halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform,
+                                        const Task& task);
 
 } // namespace velmora

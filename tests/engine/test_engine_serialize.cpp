@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Problems.h"
 #include "TestProfiles.h"
 
 #include <engine/gamut/GamutData.h>
@@ -39,7 +40,7 @@ bool sameFields(const KVGamut::Comparison& p, const KVGamut::Comparison& q)
 
 void expectTheSame(const KVGamut::GamutObject& original, const KVGamut::GamutObject& copy, const char* how)
 {
-    EXPECT_EQ(copy.reason(), QString()) << how;
+    EXPECT_EQ(copy.problem(), std::nullopt) << how;
     EXPECT_TRUE(copy.faces() == original.faces()) << how;
     EXPECT_EQ(copy.volume(), original.volume()) << how;
     EXPECT_TRUE(copy.outline() == original.outline()) << how;
@@ -80,14 +81,19 @@ Hash throughJson(const Hash& hash)
     return QJsonDocument::fromJson(bytes).object().toVariantHash();
 }
 
-void expectRefused(const Hash& hash, const char* what)
+void expectRefused(const Hash& hash, const KVProblem& problem, const char* what)
 {
     static const KVGamut::GamutObject before = gamutOf(openedFile(srgb()), 5);
     KVGamut::GamutObject gamut = before;
     gamut.deserialize(hash);
-    EXPECT_FALSE(gamut.reason().isEmpty()) << what;
+    EXPECT_EQ(gamut.problem(), problem) << what;
     EXPECT_TRUE(gamut.referenceLab().isEmpty()) << what;
     EXPECT_EQ(gamut.faceCount(), 0) << what;
+}
+
+KVProblem unknownVersion(const QString& version)
+{
+    return {KVProblemCode::UnknownSavedVersion, QStringList(version), {}};
 }
 
 } // namespace
@@ -136,12 +142,15 @@ TEST(Serialize, ofARestoredGamutIsTheSameAgain)
 
 TEST(Deserialize, refusesWhatIsNoSavedGamut)
 {
-    expectRefused({}, "nothing");
-    expectRefused({{QStringLiteral("Other"), 1}}, "another hash");
+    const KVProblem notSaved{KVProblemCode::NotASavedGamut, {}, {}};
+    expectRefused({}, notSaved, "nothing");
+    expectRefused({{QStringLiteral("Other"), 1}}, notSaved, "another hash");
     for (const QVariant& value :
-         {QVariant(), QVariant(1), QVariant(QString()), QVariant(QStringLiteral("text")),
-          QVariant(QByteArray("bytes")), QVariant(QVariantHash()), QVariant(QVariantList{1, 2})})
-        expectRefused({{gamutKey, value}}, "a foreign value");
+         {QVariant(), QVariant(1), QVariant(QVariantHash()), QVariant(QVariantList{1, 2})})
+        expectRefused({{gamutKey, value}}, notSaved, "a foreign value");
+    for (const QVariant& value :
+         {QVariant(QString()), QVariant(QStringLiteral("text")), QVariant(QByteArray("bytes"))})
+        expectRefused({{gamutKey, value}}, unknownVersion({}), "a text without a version");
 }
 
 TEST(Deserialize, refusesAnotherVersion)
@@ -152,14 +161,15 @@ TEST(Deserialize, refusesAnotherVersion)
     for (const QVariant& version :
          {QVariant(0), QVariant(2), QVariant(-1), QVariant(), QVariant(QStringLiteral("new"))}) {
         hash[key] = version;
-        expectRefused(hash, "version");
+        expectRefused(hash, unknownVersion(version.toString()), "version");
     }
     hash.remove(key);
-    expectRefused(hash, "no version");
+    expectRefused(hash, unknownVersion({}), "no version");
 }
 
 TEST(Deserialize, refusesEveryDamage)
 {
+    const KVProblem damaged{KVProblemCode::SavedGamutDamaged, {}, {}};
     const Hash sound = gamutOf(openedFile(srgb()), 5).serialize();
     const QString text = sound.value(gamutKey).toString();
     std::mt19937 random(11);
@@ -169,13 +179,13 @@ TEST(Deserialize, refusesEveryDamage)
         const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(changed.size() - 4));
         changed[at] = changed[at] == QLatin1Char('A') ? QLatin1Char('B') : QLatin1Char('A');
         hash[gamutKey] = changed;
-        expectRefused(hash, "one letter changed");
+        expectRefused(hash, damaged, "one letter changed");
         hash[gamutKey] = text.left(at);
-        expectRefused(hash, "cut short");
+        expectRefused(hash, damaged, "cut short");
     }
     Hash hash = sound;
     hash.remove(QStringLiteral("GamutChecksum"));
-    expectRefused(hash, "no checksum");
+    expectRefused(hash, damaged, "no checksum");
 }
 
 // --- A surface that no computation hands out, with a checksum that fits ----------------------------
@@ -213,14 +223,14 @@ TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
     velmora::SurfaceMesh apart;
     addBox(apart, {10, 0, 0}, {30, 20, 20});
     addBox(apart, {50, 0, 0}, {70, 20, 20});
-    EXPECT_EQ(restored(hashOf(apart)).reason(), QString());
+    EXPECT_EQ(restored(hashOf(apart)).problem(), std::nullopt);
     EXPECT_EQ(restored(hashOf(apart)).faceCount(), 24);
 
     velmora::SurfaceMesh crossed;
     addBox(crossed, {10, 0, 0}, {30, 20, 20});
     addBox(crossed, {20, 5, 5}, {40, 25, 25});
-    expectRefused(hashOf(crossed), "two boxes in each other");
-    EXPECT_TRUE(restored(hashOf(crossed)).reason().contains(QLatin1String("passes through itself")));
+    expectRefused(hashOf(crossed), {KVProblemCode::SavedGamutSelfIntersects, {}, {}},
+                  "two intersecting boxes");
 }
 
 // Nested needles: every face lies beside all the others and none passes through another.
@@ -234,7 +244,7 @@ TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
     }
     const Hash hash = hashOf(mesh);
     const auto gamut = restored(hash);
-    EXPECT_TRUE(gamut.reason().contains(QLatin1String("to be checked"))) << qPrintable(gamut.reason());
+    EXPECT_EQ(codeOf(gamut), KVProblemCode::SavedGamutTooClose);
     EXPECT_EQ(gamut.faceCount(), 0);
 }
 
@@ -249,7 +259,7 @@ TEST(Deserialize, restoresEveryKindOfSurfaceThatIsComputed)
           gamutOf(openedFile(printerCmyk()), 3), gamutOf(openedFile(printerCmyk()), 129), gamutOf(wound, 65),
           gamutOf(wound, 5)}) {
         const auto copy = restored(original.serialize());
-        EXPECT_EQ(copy.reason(), QString());
+        EXPECT_EQ(copy.problem(), std::nullopt);
         EXPECT_EQ(copy.faceCount(), original.faceCount());
         EXPECT_GT(copy.faceCount(), 0);
     }

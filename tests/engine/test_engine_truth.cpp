@@ -79,7 +79,7 @@ void expectContained(const QByteArray& profile, KVGamut::Method method, const ch
                      KVVMRenderType intent = KVVMRenderRelativeColorimetric, int count = 20'000)
 {
     const auto gamut = gamutOf(opened(profile), -1, intent);
-    ASSERT_EQ(gamut.method(), method) << what << ": " << qPrintable(gamut.reason());
+    ASSERT_EQ(gamut.method(), method) << what << ": " << testing::PrintToString(gamut.problem());
     const LabTransform transform(profile, static_cast<cmsUInt32Number>(intent));
     const auto escapes = [&](const auto& add) {
         std::vector<double> colours;

@@ -24,7 +24,7 @@ inline void queryAll(const KVGamut::GamutObject& gamut)
 {
     const KVGamut::Report report = gamut.report();
     const bool empty = gamut.faceCount() == 0;
-    require(empty == !gamut.reason().isEmpty(), "without a gamut there is a reason, and else none");
+    require(empty == gamut.problem().has_value(), "there is either a gamut or a problem");
     require(empty == (report.method == KVGamut::Method::None), "each gamut has a method");
     require(empty == gamut.referenceLab().isEmpty(), "each gamut has a reference colour");
     require(std::isfinite(gamut.volume()) && (empty || gamut.volume() >= 0.99f), "volumes are sensible");

@@ -25,7 +25,7 @@ inline void computeAndQuery(const std::uint8_t* data, std::size_t size)
 {
     constexpr std::size_t reservedAt = 120;
     const KVProfilePtr profile(KVProfileCreateWithData(data, static_cast<int>(size)), KVProfileRelease);
-    require(bool(profile) == KVProfileError().isEmpty(), "a profile that is none has a reason");
+    require(!profile == KVProfileProblem().has_value(), "there is either a profile or a problem");
     if (!profile)
         return;
     constexpr std::array grids{5, 3, 4, 9};
