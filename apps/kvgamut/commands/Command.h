@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "commands/process/Arguments.h"
 
-/// The process's own arguments, for Qt and for running the program again.
-struct Arguments
-{
-    int& count;
-    char** values;
-};
+#include <CLI/CLI.hpp>
 
 /// One command of the program. On construction it declares itself and its options; when the command
 /// line names it, run() is called after its options were read.

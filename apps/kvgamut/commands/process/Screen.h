@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "commands/Command.h"
+#include "commands/process/Arguments.h"
 
 #include <QtCore/QString>
 
