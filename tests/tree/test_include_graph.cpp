@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: Apache-2.0
+// No include cycles between files, and no arrow between folders against the order that docs/ARCHITECTURE.md
+// describes.
+
+#include "SourceTree.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace kvtree;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+// Includes in the program are written from apps/kvgamut/, those of the public headers from include/.
+const IncludeFolders includeFolders{"", "include", "apps/kvgamut"};
+
+const std::string model = "apps/kvgamut/model/";
+const std::string commands = "apps/kvgamut/commands";
+const std::string desktop = "apps/kvgamut/desktop";
+
+/// @p own and, for the program, what all of it may include of the library.
+std::set<std::string> program(std::set<std::string> own)
+{
+    own.insert({"include", "platform"});
+    return own;
+}
+
+const std::set<std::string> modelRooms{model + "export", model + "inputs",   model + "pictures",
+                                       model + "points", model + "problems", model + "reports",
+                                       model + "slices"};
+
+std::set<std::string> withModel(std::set<std::string> own)
+{
+    own.insert(modelRooms.begin(), modelRooms.end());
+    return program(std::move(own));
+}
+
+Order documentedOrder()
+{
+    return {
+        // the library
+        {"platform", {}},
+        {"platform/core", {"platform"}},
+        {"include", {"platform"}},
+        {"scene", {"platform", "glwindow/CameraState.h"}}, // drawn objects take the record of the camera
+        {"glwindow", {"platform", "scene"}},
+        {"gamut", {"platform", "scene"}},
+        {"viewer", {"platform", "include", "scene", "glwindow", "gamut"}},
+
+        // the colour engine
+        {"engine/base", {"platform"}},
+        {"engine/profile", {"platform", "engine/base"}},
+        {"engine/mesh", {"platform", "engine/base"}},
+        {"engine/surface", {"platform", "engine/base", "engine/profile", "engine/mesh"}},
+        {"engine/gamut", {"platform", "engine/base", "engine/profile", "engine/mesh", "engine/surface"}},
+
+        // the program: model rooms know neither commands nor the window
+        {model + "problems", program({})},
+        {model + "reports", program({model + "problems"})},
+        {model + "inputs", program({model + "problems", model + "reports"})},
+        {model + "pictures", program({model + "problems", model + "reports"})},
+        {model + "points", program({model + "problems", model + "reports", model + "inputs"})},
+        {model + "slices", program({model + "problems", model + "reports", model + "inputs"})},
+        {model + "export", program({model + "problems", model + "reports", model + "inputs"})},
+
+        {commands + "/process", withModel({})},
+        {commands + "/options", withModel({commands + "/process"})},
+        {commands, withModel({commands + "/process", commands + "/options"})},
+        {commands + "/ViewCommand", {desktop, desktop + "/language"}}, // opens the window
+
+        {desktop + "/language", withModel({})},
+        {desktop + "/models", withModel({desktop + "/language"})},
+        {desktop + "/view", withModel({desktop + "/language", desktop + "/models"})},
+        {desktop + "/files", withModel({desktop + "/language", desktop + "/models", desktop + "/view"})},
+        {desktop + "/panels", withModel({desktop + "/language", desktop + "/models", desktop + "/view"})},
+        {desktop, withModel({desktop + "/language", desktop + "/models", desktop + "/view",
+                             desktop + "/files", desktop + "/panels"})},
+
+        {"apps/kvgamut", {commands, commands + "/process"}},
+    };
+}
+
+TEST(IncludeGraph, resolvesFilesBesideAndBelowTheFolders)
+{
+    const IncludeGraph graph({{"a/A.cpp", "#include \"A.h\"\n  #  include <Public.h>\n#include <vector>\n"},
+                              {"a/A.h", "#include \"room/B.h\"\n"},
+                              {"include/Public.h", ""},
+                              {"program/room/B.h", "// #include \"A.h\"\n"}},
+                             {"", "include", "program"});
+    std::vector<std::string> arrows;
+    for (const auto& [from, to] : graph.arrows())
+        arrows.push_back(from + " " + to);
+    EXPECT_THAT(arrows, ElementsAre("a/A.cpp a/A.h", "a/A.cpp include/Public.h", "a/A.h program/room/B.h"));
+}
+
+TEST(IncludeGraph, findsACycleOfHeaders)
+{
+    const IncludeGraph graph(
+        {{"A.h", "#include \"B.h\"\n"}, {"B.h", "#include \"C.h\"\n"}, {"C.h", "#include \"A.h\"\n"}}, {});
+    EXPECT_THAT(graph.cycles(), ElementsAre("A -> B -> C -> A"));
+}
+
+TEST(IncludeGraph, findsACycleThroughSources)
+{
+    const IncludeGraph graph({{"a/A.cpp", "#include \"A.h\"\n#include \"B.h\"\n"},
+                              {"a/A.h", ""},
+                              {"a/B.cpp", "#include \"A.h\"\n#include \"B.h\"\n"},
+                              {"a/B.h", ""}},
+                             {});
+    EXPECT_THAT(graph.cycles(), ElementsAre("a/A -> a/B -> a/A"));
+}
+
+TEST(IncludeGraph, findsAFileThatIncludesItself)
+{
+    EXPECT_THAT(IncludeGraph({{"A.h", "#include \"A.h\"\n"}}, {}).cycles(), ElementsAre("A -> A"));
+}
+
+TEST(IncludeGraph, findsNoCycleWherePathsOnlyMeetAgain)
+{
+    const IncludeGraph graph({{"A.h", "#include \"B.h\"\n#include \"C.h\"\n"},
+                              {"B.h", "#include \"D.h\"\n"},
+                              {"C.h", "#include \"D.h\"\n"},
+                              {"D.h", ""}},
+                             {});
+    EXPECT_THAT(graph.cycles(), IsEmpty());
+}
+
+TEST(IncludeGraph, findsArrowsAgainstTheOrder)
+{
+    const IncludeGraph graph({{"low/A.h", "#include \"high/B.h\"\n"},
+                              {"low/Record.h", ""},
+                              {"low/hidden/D.h", ""},
+                              {"high/B.h", ""},
+                              {"high/C.cpp", "#include <low/A.h>\n#include <low/hidden/D.h>\n"},
+                              {"side/E.h", "#include <low/Record.h>\n#include <low/A.h>\n"}},
+                             {""});
+    const Order order{{"low", {}}, {"high", {"low"}}, {"side", {"low/Record.h"}}};
+    EXPECT_THAT(arrowsAgainst(order, graph),
+                ElementsAre("high/C.cpp includes low/hidden/D.h", "low/A.h includes high/B.h",
+                            "side/E.h includes low/A.h"));
+}
+
+TEST(IncludeGraph, allowsASingleUnitMoreThanItsFolder)
+{
+    const IncludeGraph graph(
+        {{"a/Opens.cpp", "#include \"b/B.h\"\n"}, {"a/Other.cpp", "#include \"b/B.h\"\n"}, {"b/B.h", ""}},
+        {""});
+    EXPECT_THAT(arrowsAgainst({{"a/Opens", {"b"}}}, graph), ElementsAre("a/Other.cpp includes b/B.h"));
+}
+
+// Cycles and arrows that are about to go. Nothing may be added.
+const std::set<std::string> knownFindings{
+    "apps/kvgamut/model/points/PointSet -> apps/kvgamut/model/points/PicturePoints -> "
+    "apps/kvgamut/model/points/PointSet",
+    "apps/kvgamut/model/points/PointFile -> apps/kvgamut/model/points/PointReaders -> "
+    "apps/kvgamut/model/points/PointFile",
+    "engine/surface/GamutBuilder.h includes engine/gamut/GamutData.h",
+};
+
+std::vector<std::string> unknown(std::vector<std::string> findings)
+{
+    std::erase_if(findings, [](const std::string& finding) { return knownFindings.contains(finding); });
+    return findings;
+}
+
+TEST(SourceTree, hasNoIncludeCycles)
+{
+    const Sources sources = productSources();
+    ASSERT_GT(sources.size(), 200u);
+    EXPECT_THAT(unknown(IncludeGraph(sources, includeFolders).cycles()), IsEmpty());
+}
+
+TEST(SourceTree, keepsTheDocumentedOrderOfFolders)
+{
+    const IncludeGraph graph(productSources(), includeFolders);
+    ASSERT_GT(graph.arrows().size(), 400u);
+    EXPECT_THAT(unknown(arrowsAgainst(documentedOrder(), graph)), IsEmpty());
+}
+
+TEST(SourceTree, hasNoRulesForFoldersThatDoNotExist)
+{
+    std::set<std::string> names;
+    for (const auto& [path, text] : productSources()) {
+        names.insert(folderOf(path));
+        names.insert(unitOf(path));
+    }
+    for (const auto& [name, rule] : documentedOrder())
+        EXPECT_TRUE(names.contains(name)) << name;
+}
+
+} // namespace
