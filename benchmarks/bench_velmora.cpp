@@ -14,7 +14,7 @@
 #include <engine/mesh/Compare.h>
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/Outline.h>
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/DeviceCubeMesh.h>
 #include <engine/surface/FoldCheck.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Serialize.h"
 
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDataStream>

@@ -10,7 +10,7 @@
 #include "Refinement.h"
 #include <engine/mesh/Columns.h>
 #include <engine/mesh/MeshVolume.h>
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 
 #include <algorithm>
 #include <optional>

@@ -3,7 +3,7 @@
 #include "TestProfiles.h"
 #include "WorkCount.h"
 
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

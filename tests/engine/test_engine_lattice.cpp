@@ -7,7 +7,7 @@
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/NearestIndex.h>
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/DeviceCubeMesh.h>
 #include <engine/surface/LatticeSurface.h>

@@ -8,7 +8,7 @@
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/Outline.h>
-#include <engine/mesh/SelfCrossing.h>
+#include <engine/mesh/SelfIntersection.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/DeviceCubeMesh.h>
 #include <engine/surface/Refinement.h>
@@ -432,7 +432,7 @@ std::size_t slowCrossings(const SurfaceMesh& mesh)
 
 } // namespace
 
-TEST(SelfCrossing, isFoundWhereALookAtEveryPairFindsIt)
+TEST(SelfIntersection, isFoundWhereALookAtEveryPairFindsIt)
 {
     std::mt19937 random(31);
     std::uniform_real_distribution<double> any(-100.0, 100.0), near(-15.0, 15.0);
@@ -451,7 +451,7 @@ TEST(SelfCrossing, isFoundWhereALookAtEveryPairFindsIt)
     }
 }
 
-TEST(SelfCrossing, isSeenWhereSolidsOverlapAndNowhereElse)
+TEST(SelfIntersection, isSeenWhereSolidsOverlapAndNowhereElse)
 {
     const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
     EXPECT_EQ(countCrossings(box, all, {}).value(), 0u);
@@ -463,7 +463,7 @@ TEST(SelfCrossing, isSeenWhereSolidsOverlapAndNowhereElse)
     EXPECT_EQ(countCrossings({}, all, {}).value(), 0u);
 }
 
-TEST(SelfCrossing, ofTheSmallestKindIsSeen)
+TEST(SelfIntersection, ofTheSmallestKindIsSeen)
 {
     // A tip that reaches one lattice unit through a face.
     SurfaceMesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
@@ -476,7 +476,7 @@ TEST(SelfCrossing, ofTheSmallestKindIsSeen)
 }
 
 // Corners of a real mesh: fans that lie flat, sharp ones, and sheets that pass between them.
-TEST(SelfCrossing, isFoundWhereverOneSolidIsPushedIntoAnother)
+TEST(SelfIntersection, isFoundWhereverOneSolidIsPushedIntoAnother)
 {
     const SurfaceMesh ring = torusMesh(24);
     std::mt19937 random(5);
@@ -496,7 +496,7 @@ TEST(SelfCrossing, isFoundWhereverOneSolidIsPushedIntoAnother)
 }
 
 // A vertex pushed through the far side of its own solid: its own fan stays whole, others do not.
-TEST(SelfCrossing, ofADentThroughTheOtherSideIsFound)
+TEST(SelfIntersection, ofADentThroughTheOtherSideIsFound)
 {
     SurfaceMesh mesh = torusMesh(24);
     EXPECT_EQ(slowCrossings(mesh), 0u);
@@ -508,7 +508,7 @@ TEST(SelfCrossing, ofADentThroughTheOtherSideIsFound)
 
 // Sheets that lie upon each other do not pass through each other. Where two solids lie upon each other
 // the surface winds twice instead, or not at all, and where they only touch nothing is wrong.
-TEST(SelfCrossing, leavesSheetsUponEachOtherToTheColumns)
+TEST(SelfIntersection, leavesSheetsUponEachOtherToTheColumns)
 {
     const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
     const SurfaceMesh twice = joined(box, box);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "SelfCrossing.h"
+#include "SelfIntersection.h"
 
 #include "Columns.h"
 
