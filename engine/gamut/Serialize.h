@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "GamutData.h"
+#include <engine/surface/GamutRecord.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QVariant>

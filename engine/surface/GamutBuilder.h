@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <engine/gamut/GamutData.h>
+#include "GamutRecord.h"
 #include <engine/profile/DeviceTransform.h>
 
 namespace velmora {

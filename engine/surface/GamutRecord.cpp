@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "GamutRecord.h"
+
+#include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshVolume.h>
+
+#include <algorithm>
+
+namespace velmora {
+
+Result<void> checkSurface(const SurfaceMesh& mesh)
+{
+    if (mesh.triangles.empty())
+        return failure(KVProblemCode::NoFaces);
+    for (const Vertex& v : mesh.lab)
+        if (!isFinite(toVec3(v)) ||
+            std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(largestLab))
+            return failure(KVProblemCode::VertexOutOfRange);
+    const MeshTopology shape = topology(mesh);
+    if (!shape.indicesValid)
+        return failure(KVProblemCode::VertexIndexOutOfRange);
+    if (!shape.closed)
+        return failure(KVProblemCode::SurfaceNotClosed);
+    if (!shape.manifold)
+        return failure(KVProblemCode::SurfaceNotManifold);
+    const double volume = signedVolume(mesh);
+    if (volume < -minVolume)
+        return failure(KVProblemCode::SurfaceInsideOut);
+    if (volume < minVolume)
+        return failure(KVProblemCode::TooSmall);
+    return {};
+}
+
+} // namespace velmora
