@@ -84,7 +84,7 @@ Result<void> checkSpace(cmsColorSpaceSignature space, int channels)
         return failure(KVProblemCode::OneChannel);
     if (channels == 2)
         return failure(KVProblemCode::TwoChannels);
-    if (channels < 3 || channels > 15)
+    if (_cmsLCMScolorSpace(space) <= 0) // cmsChannelsOf() takes unknown spaces for three channels
         return failure(KVProblemCode::UnknownDeviceSpace, {signatureText(space)});
     return {};
 }

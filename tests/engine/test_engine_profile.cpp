@@ -253,6 +253,49 @@ TEST(Profile, isNullWithAReasonWhenThereIsNone)
     EXPECT_TRUE(kvtest::messages().isEmpty());
 }
 
+// A regular file whose first byte cannot be read, whoever reads it.
+TEST(Profile, isNullIfReadingFails)
+{
+    const QString path = QStringLiteral("/proc/self/mem");
+    EXPECT_EQ(KVProfileCreateWithPath(path.toUtf8().constData()), nullptr);
+    const std::optional<KVProblem> problem = KVProfileProblem();
+    ASSERT_EQ(codeOf(problem), KVProblemCode::FileUnreadable);
+    ASSERT_EQ(problem->arguments.size(), 1);
+    EXPECT_FALSE(problem->arguments.first().isEmpty());
+    EXPECT_EQ(problem->subject, path);
+}
+
+TEST(Profile, isNullIfTheDataIsTooLarge)
+{
+    EXPECT_EQ(KVProfileCreateWithData("", (256 << 20) + 1), nullptr); // refused before it is read
+    EXPECT_EQ(KVProfileProblem(), (KVProblem{KVProblemCode::DataTooLarge, {}, {}}));
+}
+
+TEST(Profile, isNullIfTheTagTableIsDamaged)
+{
+    QByteArray bytes = profileAround("A2B0", QByteArray(100, '\0'));
+    for (const char count : {'\12', '\145'}) { // 10 tags where one is, 101 tags
+        bytes[131] = count;
+        EXPECT_EQ(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())), nullptr);
+        EXPECT_EQ(KVProfileProblem(), (KVProblem{KVProblemCode::DamagedTagTable, {}, {}}));
+    }
+}
+
+TEST(Profile, isNullIfLittleCmsCannotReadIt)
+{
+    QByteArray bytes = profileAround("A2B0", QByteArray(100, '\0'));
+    bytes[131] = 2;
+    bytes.insert(132 + 12, bytes.mid(132, 12)); // the same tag twice
+    const cmsHPROFILE opened =
+        cmsOpenProfileFromMem(bytes.constData(), static_cast<cmsUInt32Number>(bytes.size()));
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())), nullptr);
+    const std::optional<KVProblem> problem = KVProfileProblem();
+    ASSERT_EQ(codeOf(problem), KVProblemCode::UnusableProfile);
+    ASSERT_EQ(problem->arguments.size(), 1);
+    EXPECT_FALSE(problem->arguments.first().isEmpty());
+}
+
 TEST(Profile, keepsErrorsApartByThread)
 {
     EXPECT_EQ(KVProfileCreateWithPath("/nowhere/at.all"), nullptr);

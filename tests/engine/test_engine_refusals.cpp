@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Cancelling.h"
+#include "MappedDevice.h"
 #include "Problems.h"
 #include "TestProfiles.h"
 
@@ -17,6 +18,7 @@
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <limits>
 #include <set>
 #include <thread>
 
@@ -126,6 +128,21 @@ TEST(Refusal, ofAProfileWithoutTransformToLab)
                   only(KVProblemCode::NoTransformBecause, {QStringLiteral("Couldn't link the profiles")}));
 }
 
+// Signatures in the header that stand for no class and no colour space. Little CMS opens such profiles.
+TEST(Refusal, ofAnUnsupportedProfileClass)
+{
+    QByteArray bytes = tableProfile(cmsSigRgbData, 5, anyBox);
+    bytes.replace(12, 4, QByteArray(4, '\0'));
+    expectRefused(opened(bytes), only(KVProblemCode::UnsupportedClass, {QStringLiteral("????")}));
+}
+
+TEST(Refusal, ofAnUnknownDeviceSpace)
+{
+    QByteArray bytes = tableProfile(cmsSigRgbData, 5, anyBox);
+    bytes.replace(16, 4, "wxyz");
+    expectRefused(opened(bytes), only(KVProblemCode::UnknownDeviceSpace, {QStringLiteral("wxyz")}));
+}
+
 TEST(Refusal, ofFlatGamuts)
 {
     const auto refuse = [](const DeviceMap& map, KVProblemCode ofRgb, KVProblemCode ofCmyk) {
@@ -159,6 +176,27 @@ TEST(Refusal, ofIntentsThatDoNotExist)
     for (int intent : {-1, 4, 255, 1 << 30})
         expectRefused(openedFile(srgb()), only(KVProblemCode::UnknownIntent, {QString::number(intent)}),
                       static_cast<KVVMRenderType>(intent));
+}
+
+namespace {
+
+std::optional<KVProblemCode> problemOfDevice(int channels, const MappedDevice::Map& map)
+{
+    return codeOf(velmora::buildGamut(MappedDevice(channels, map), {}, {}));
+}
+
+} // namespace
+
+TEST(Refusal, ofLabValuesThatAreNanOrOutOfRange)
+{
+    for (double bad : {std::nan(""), std::numeric_limits<double>::infinity(), 2001.0, -2001.0})
+        EXPECT_EQ(
+            problemOfDevice(
+                3,
+                [bad](const float* d) {
+                    return velmora::Vec3{100.0 * double(d[0]), 50.0 * double(d[1]), d[2] > 0.5f ? bad : 0.0};
+                }),
+            KVProblemCode::LabOutOfRange);
 }
 
 TEST(EmptyGamut, answersEveryQueryWithNothing)

@@ -15,6 +15,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -231,6 +232,57 @@ TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
     addBox(crossed, {20, 5, 5}, {40, 25, 25});
     expectRefused(hashOf(crossed), {KVProblemCode::SavedGamutSelfIntersects, {}, {}},
                   "two intersecting boxes");
+}
+
+TEST(Deserialize, refusesEveryKindOfInvalidSurface)
+{
+    velmora::SurfaceMesh box;
+    addBox(box, {10, 0, 0}, {30, 20, 20});
+    EXPECT_EQ(restored(hashOf(box)).problem(), std::nullopt);
+    const auto expect = [&box](KVProblemCode code, const auto& damage) {
+        velmora::SurfaceMesh mesh = box;
+        damage(mesh);
+        expectRefused(hashOf(mesh), {code, {}, {}}, KVProblem::sentence(code));
+    };
+    using Mesh = velmora::SurfaceMesh;
+    expect(KVProblemCode::NoFaces, [](Mesh& m) { m.triangles.clear(); });
+    expect(KVProblemCode::VertexOutOfRange, [](Mesh& m) { m.lab[3].a = std::nanf(""); });
+    expect(KVProblemCode::VertexOutOfRange, [](Mesh& m) { m.lab[3].b = 2001.0f; });
+    expect(KVProblemCode::VertexIndexOutOfRange, [](Mesh& m) { m.triangles[2][1] = 8; });
+    expect(KVProblemCode::VertexIndexOutOfRange, [](Mesh& m) { m.triangles[2][1] = -1; });
+    expect(KVProblemCode::SurfaceNotClosed, [](Mesh& m) { m.triangles.pop_back(); });
+    expect(KVProblemCode::SurfaceInsideOut, [](Mesh& m) { velmora::flip(m); });
+    expect(KVProblemCode::TooSmall, [](Mesh& m) {
+        for (velmora::Vertex& v : m.lab)
+            v = {v.L / 32, v.a / 32, v.b / 32};
+    });
+    expect(KVProblemCode::SurfaceNotManifold, [](Mesh& m) {
+        addBox(m, {30, 20, 20}, {40, 30, 30});
+        for (auto& t :
+             m.triangles) // one vertex in common, the highest of the first, the lowest of the second
+            std::replace(t.begin(), t.end(), 8, 7);
+    });
+}
+
+TEST(Deserialize, refusesInvalidValues)
+{
+    const auto expect = [](const auto& damage) {
+        velmora::GamutRecord record;
+        record.method = KVGamut::Method::DeviceMesh;
+        addBox(record.mesh, {10, 0, 0}, {30, 20, 20});
+        record.mesh.channels = 3;
+        record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+        damage(record);
+        expectRefused(velmora::serialized(record), {KVProblemCode::SavedGamutInvalidValues, {}, {}}, "value");
+    };
+    using Record = velmora::GamutRecord;
+    expect([](Record& r) { r.method = KVGamut::Method::None; });
+    expect([](Record& r) { r.intent = static_cast<KVVMRenderType>(4); });
+    expect([](Record& r) { r.white.L = std::nanf(""); });
+    expect([](Record& r) { r.primaries = {{{0.0f, std::nanf(""), 0.0f}}}; });
+    expect([](Record& r) { r.mesh.device[4] = std::nanf(""); });
+    expect([](Record& r) { r.foldShare = std::nan(""); });
+    expect([](Record& r) { r.mesh.channels = 2; });
 }
 
 // Nested needles: every face lies beside all the others and none passes through another.

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+// Exhausted memory: allocations of the C++ library fail from a given size on.
+
+#include "Problems.h"
+#include "TestProfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+using namespace testprofiles;
+
+namespace {
+
+constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+thread_local std::size_t maxAllocation = unlimited;
+
+// Allocations above `bytes` fail while this lives.
+class AllocationLimit
+{
+public:
+    explicit AllocationLimit(std::size_t bytes) { maxAllocation = bytes; }
+    ~AllocationLimit() { maxAllocation = unlimited; }
+    Q_DISABLE_COPY_MOVE(AllocationLimit)
+};
+
+} // namespace
+
+// The program's own definitions replace those of the library.
+void* operator new(std::size_t size)
+{
+    void* block = size <= maxAllocation ? std::malloc(size) : nullptr;
+    if (!block)
+        throw std::bad_alloc();
+    return block;
+}
+void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+TEST(OutOfMemory, whileAGamutIsComputedIsAProblem)
+{
+    const auto profile = openedFile(srgb());
+    KVGamut::GamutObject gamut = gamutOf(profile, 5);
+    for (std::size_t bytes : {100u, 1000u, 10'000u, 100'000u}) {
+        {
+            const AllocationLimit limit(bytes);
+            EXPECT_FALSE(gamut.init(profile, KVGamut::Settings{}));
+        }
+        EXPECT_EQ(gamut.problem(), (KVProblem{KVProblemCode::OutOfMemory, {}, {}})) << bytes;
+        EXPECT_EQ(gamut.faceCount(), 0);
+    }
+    EXPECT_TRUE(gamut.init(profile, KVGamut::Settings{}));
+    EXPECT_EQ(gamut.problem(), std::nullopt);
+}
+
+TEST(OutOfMemory, whileASavedGamutIsRestoredIsAProblem)
+{
+    const auto original = gamutOf(openedFile(srgb()), 9);
+    const auto saved = original.serialize();
+    KVGamut::GamutObject gamut = original;
+    for (std::size_t bytes : {100u, 1000u, 5000u}) {
+        {
+            const AllocationLimit limit(bytes);
+            gamut.deserialize(saved);
+        }
+        EXPECT_EQ(gamut.problem(), (KVProblem{KVProblemCode::OutOfMemory, {}, {}})) << bytes;
+        EXPECT_EQ(gamut.faceCount(), 0);
+    }
+    gamut.deserialize(saved);
+    EXPECT_EQ(gamut.problem(), std::nullopt);
+    EXPECT_EQ(gamut.faceCount(), original.faceCount());
+}
+
+TEST(OutOfMemory, whileAProfileIsReadIsAProblem)
+{
+    const QByteArray path = srgb().toUtf8();
+    KVProfile* profile = nullptr;
+    {
+        const AllocationLimit limit(16);
+        profile = KVProfileCreateWithPath(path.constData());
+    }
+    EXPECT_EQ(profile, nullptr);
+    EXPECT_EQ(KVProfileProblem(), (KVProblem{KVProblemCode::OutOfMemory, {}, srgb()}));
+    EXPECT_TRUE(openedFile(srgb()));
+}
