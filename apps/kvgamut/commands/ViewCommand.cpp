@@ -11,13 +11,13 @@
 
 namespace {
 
-GamutLook lookOf(const LookOptions& options, qsizetype position)
+KVGamutLook lookOf(const LookOptions& options, qsizetype position)
 {
-    GamutLook look;
+    KVGamutLook look;
     look.mode = options.mode(position);
     look.opacity = options.alpha(position, position == 0);
     look.color = options.color(position);
-    look.ambient = options.ambient;
+    look.ambientStrength = options.ambient;
     look.surface = options.surface;
     look.projection = options.projection;
     look.primaries = options.primaries;

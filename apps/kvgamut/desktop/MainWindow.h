@@ -13,21 +13,24 @@
 
 #include <QtWidgets/QMainWindow>
 
-#include <functional>
-
+class CameraControl;
 class ClipControl;
 class ComparisonTable;
+class EditMenu;
+class FileMenu;
+class FindingPanel;
 class GamutPanel;
 class MessageBar;
 class PointPanel;
-class QLabel;
+class QDockWidget;
 class QProgressBar;
 class QStackedWidget;
 class QToolButton;
 class SlicePanel;
+class ViewMenu;
 
-/// The window of `kvgamut view`: puts the viewer, the models and the panels together. What is shown
-/// lives in the list of gamuts, the point layer and the viewer; the window only passes wishes on.
+/// The window of `kvgamut view`: puts the viewer, the models, the panels and the menus together. The list of
+/// gamuts, the point layer and the viewer hold what is shown.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -41,17 +44,17 @@ public:
     GamutListModel& gamuts() { return m_gamuts; }
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
-    /// Whether nothing is on its way: loads, comparisons, points.
+    /// Whether no load, comparison or file of points is in progress.
     bool isComplete() const;
     /// @}
 
-    /// @name What people ask for
+    /// @name What users do
     /// @{
 
-    /// Opens files of every kind: gamuts, points, a session.
+    /// Opens files of every kind: gamuts, points, sessions.
     void open(const QStringList& files);
     void addGamut(const QString& input);
-    void addGamut(const QString& input, const GamutSettings& settings, const GamutLook& look);
+    void addGamut(const QString& input, const GamutSettings& settings, const KVGamutLook& look);
     /// Shows @p files of measurements, and the pixels of pictures, as points.
     void addPoints(const QStringList& files);
 
@@ -69,10 +72,10 @@ public:
     void cancelLoading();
     /// @}
 
-    /// The controls follow the viewer, which somebody else has changed.
+    /// Updates the controls after the viewer was changed from outside the window.
     void showViewState();
-    /// The camera was chosen: the window keeps it when it is first shown.
-    void keepCamera() { m_cameraChosen = true; }
+    /// Keeps the present camera when the window is first shown, instead of the default one.
+    void keepCamera();
 
     /// @param message in English; the message bar says it in the language of the window
     void say(const QString& message);
@@ -89,26 +92,16 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    using Act = std::function<void()>;
-    using Switch = std::function<void(bool)>;
-
     void makeCentre();
-    QWidget* makeWelcome();
     void makePanels();
+    QDockWidget* addPanel(const char* name, const QString& title, QWidget* content, Qt::DockWidgetArea area);
     void makeStatusBar();
-    void connectModels();
-
     void makeMenus();
-    void makeFileMenu();
-    void makeEditMenu();
-    void makeGamutMenu();
-    void makeViewMenu();
-    void makeLookMenu(QMenu* view);
-    void makeHelpMenu();
-    QAction* addAct(QMenu* menu, const QString& name, const QString& text, const QKeySequence& key, Act act);
-    QAction* addSwitch(QMenu* menu, const QString& name, const QString& text, const QKeySequence& key,
-                       Switch act);
-    QAction* actionNamed(const char* name) const;
+    void connectFileMenu();
+    void connectEditMenu();
+    void connectLoading();
+    void connectPanels();
+    void connectDrops();
 
     void askForFiles();
     void askForPoints();
@@ -116,23 +109,17 @@ private:
     void askWhereToSaveSession();
     void askWhereToSavePicture();
     void askWhereToSaveSection();
-    void showRecentFiles();
+    void closeAll();
     void remember(const QString& file);
+    void showSaved(const QString& file);
     void showKeys();
 
-    void haveOneSolid();
-    void changeActive(const std::function<void(GamutEntry&)>& change);
-    void moveCamera(const ViewCamera& camera);
-    void lookFrom(const QVector3D& direction);
-    void resetCamera();
-    void frameGamuts();
-    void setBackground(const QColor& color);
+    void makeOneSolid();
     void applyClip();
     void inspect(const Picker::Ray& ray);
     void forgetFinding();
     void cancelOrDismiss();
     void showLoading();
-    void showActiveGamut();
     void showPage();
 
     GamutListModel m_gamuts;
@@ -152,10 +139,12 @@ private:
     PointPanel* m_pointPanel;
     SlicePanel* m_slice;
     ComparisonTable* m_table;
-    QLabel* m_finding;
+    FindingPanel* m_finding;
     QProgressBar* m_progress;
     QToolButton* m_cancel;
-    QMenu* m_recent = nullptr;
-    bool m_cameraChosen = false; ///< by somebody, before the window was first shown
-    bool m_wasShown = false;
+    QDockWidget* m_comparisonDock;
+    CameraControl* m_camera;
+    FileMenu* m_fileMenu;
+    EditMenu* m_editMenu;
+    ViewMenu* m_viewMenu;
 };

@@ -93,7 +93,7 @@ TEST_F(GamutList, givesEveryGamutAnIdOfItsOwn)
 TEST_F(GamutList, announcesALookOnceAndOnlyWhenItChanges)
 {
     fill(1);
-    GamutLook look = model.at(0).look;
+    KVGamutLook look = model.at(0).look;
     look.opacity = 0.5f;
     model.setLook(0, look);
     EXPECT_TRUE(announced().contains(GamutListModel::LookRole));
@@ -150,7 +150,7 @@ TEST_F(GamutList, signsAGamutWithItsColourOrOneOfItsOwn)
     fill(3);
     EXPECT_NE(model.signColor(0), model.signColor(1));
     EXPECT_NE(model.signColor(1), model.signColor(2));
-    GamutLook look;
+    KVGamutLook look;
     look.color = QColor(1, 2, 3);
     model.setLook(1, look);
     EXPECT_EQ(model.signColor(1), QColor(1, 2, 3));

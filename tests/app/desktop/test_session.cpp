@@ -23,7 +23,7 @@ Session everything()
     builtIn.look.mode = KVGamut3DViewer::Wireframe;
     builtIn.look.opacity = 0.25f;
     builtIn.look.color = QColor(0x12, 0x34, 0x56);
-    builtIn.look.ambient = 0.75f;
+    builtIn.look.ambientStrength = 0.75f;
     builtIn.look.surface = false;
     builtIn.look.projection = false;
     builtIn.look.primaries = true;
@@ -108,7 +108,7 @@ TEST(Session, givesDefaultsToWhatIsMissing)
     ASSERT_TRUE(session);
     ASSERT_EQ(session->gamuts.size(), 1);
     EXPECT_EQ(session->gamuts[0].settings, GamutSettings());
-    EXPECT_EQ(session->gamuts[0].look, GamutLook());
+    EXPECT_EQ(session->gamuts[0].look, KVGamutLook());
     EXPECT_FALSE(session->view.clip);
     EXPECT_TRUE(session->points.isEmpty());
 }

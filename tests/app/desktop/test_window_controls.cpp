@@ -55,7 +55,7 @@ TEST_F(Controls, changeHowTheActiveGamutLooks)
     expectSeen(
         "colour",
         [&] {
-            GamutLook look = entry().look;
+            KVGamutLook look = entry().look;
             look.color = Qt::red;
             window.gamuts().setLook(0, look);
         },
@@ -65,7 +65,7 @@ TEST_F(Controls, changeHowTheActiveGamutLooks)
 TEST_F(Controls, flattenTheFacesOfAGamutOfOneColour)
 {
     open({QStringLiteral("sRGB")});
-    GamutLook look = entry().look;
+    KVGamutLook look = entry().look;
     look.color = Qt::red;
     window.gamuts().setLook(0, look);
     auto& mode = control<QComboBox>("mode");

@@ -320,7 +320,7 @@ TEST_F(GermanWindow, givesEveryLetterToOneThing)
     expectLettersOfTheirOwn(window);
     open({QStringLiteral("sRGB")});
     action("intent1").trigger(); // with the absolute intent a control is disabled
-    GamutLook look = entry().look;
+    KVGamutLook look = entry().look;
     look.color = Qt::red; // as is one of a gamut in its own colours
     window.gamuts().setLook(0, look);
     ASSERT_TRUE(settle());
@@ -332,7 +332,7 @@ TEST_F(EnglishWindow, givesEveryLetterToOneThing)
     expectLettersOfTheirOwn(window);
     open({QStringLiteral("sRGB")});
     action("intent1").trigger();
-    GamutLook look = entry().look;
+    KVGamutLook look = entry().look;
     look.color = Qt::red;
     window.gamuts().setLook(0, look);
     ASSERT_TRUE(settle());

@@ -192,7 +192,7 @@ QJsonObject jsonOf(const Session::Gamut& gamut, const QDir& folder)
         {QStringLiteral("visible"), gamut.look.visible},
         {QStringLiteral("mode"), wordOf(modeWords(), gamut.look.mode)},
         {QStringLiteral("opacity"), gamut.look.opacity},
-        {QStringLiteral("ambient"), gamut.look.ambient},
+        {QStringLiteral("ambient"), gamut.look.ambientStrength},
         {QStringLiteral("surface"), gamut.look.surface},
         {QStringLiteral("projection"), gamut.look.projection},
         {QStringLiteral("primaries"), gamut.look.primaries},
@@ -216,7 +216,7 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
     reader.read("visible", gamut.look.visible);
     reader.read("mode", gamut.look.mode, modeWords());
     reader.read("opacity", gamut.look.opacity, 0, 1);
-    reader.read("ambient", gamut.look.ambient, 0, 1);
+    reader.read("ambient", gamut.look.ambientStrength, 0, 1);
     reader.read("surface", gamut.look.surface);
     reader.read("projection", gamut.look.projection);
     reader.read("primaries", gamut.look.primaries);

@@ -18,7 +18,7 @@ struct Session
     {
         QString input; ///< a built-in name, or a file by its absolute path
         GamutSettings settings;
-        GamutLook look;
+        KVGamutLook look;
 
         bool operator==(const Gamut&) const = default;
     };

@@ -44,7 +44,7 @@ bool GamutListModel::setData(const QModelIndex& index, const QVariant& value, in
 {
     if (!index.isValid() || role != Qt::CheckStateRole)
         return false;
-    GamutLook look = m_entries[index.row()].look;
+    KVGamutLook look = m_entries[index.row()].look;
     look.visible = value.toInt() == Qt::Checked;
     setLook(index.row(), look);
     return true;
@@ -70,12 +70,12 @@ QColor GamutListModel::signColor(int row) const
     return chosen.isValid() ? chosen : SliceDrawing::usualColor(row);
 }
 
-QString GamutListModel::add(const QString& input, const GamutSettings& settings, const GamutLook& look)
+QString GamutListModel::add(const QString& input, const GamutSettings& settings, const KVGamutLook& look)
 {
     GamutEntry entry;
     entry.id = QStringLiteral("%1 %2").arg(++m_lastNumber).arg(input);
     entry.input = input;
-    entry.title = QFileInfo(input).fileName(); // until it is known to be unlike the others
+    entry.title = QFileInfo(input).fileName(); // retitle() makes it unique
     entry.settings = settings;
     entry.look = look;
     const int row = rowCount();
@@ -92,7 +92,7 @@ void GamutListModel::remove(int row)
 {
     beginRemoveRows({}, row, row);
     m_entries.removeAt(row);
-    // the same gamut stays active; when it was the removed one, its neighbour is
+    // the active gamut stays active; when it is removed, its neighbour becomes active
     m_activeRow =
         m_activeRow > row ? m_activeRow - 1 : std::min(m_activeRow, static_cast<int>(m_entries.size()) - 1);
     endRemoveRows();
@@ -100,7 +100,13 @@ void GamutListModel::remove(int row)
     Q_EMIT activeRowChanged(m_activeRow);
 }
 
-void GamutListModel::setLook(int row, const GamutLook& look)
+void GamutListModel::clear()
+{
+    while (!m_entries.isEmpty())
+        remove(rowCount() - 1);
+}
+
+void GamutListModel::setLook(int row, const KVGamutLook& look)
 {
     if (m_entries[row].look == look)
         return;
@@ -125,6 +131,24 @@ void GamutListModel::setActiveRow(int row)
         return;
     m_activeRow = row;
     Q_EMIT activeRowChanged(row);
+}
+
+void GamutListModel::changeActiveLook(const std::function<void(KVGamutLook&)>& change)
+{
+    if (m_activeRow < 0)
+        return;
+    KVGamutLook look = m_entries[m_activeRow].look;
+    change(look);
+    setLook(m_activeRow, look);
+}
+
+void GamutListModel::changeActiveSettings(const std::function<void(GamutSettings&)>& change)
+{
+    if (m_activeRow < 0)
+        return;
+    GamutSettings settings = m_entries[m_activeRow].settings;
+    change(settings);
+    setSettings(m_activeRow, settings);
 }
 
 void GamutListModel::setProgress(int row, float progress)

@@ -6,22 +6,24 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QList>
 
-/// The gamuts of the window, in the order of their opening: the one place where what is shown is kept.
-/// The panels and sessions read it and write to it; the loader and the viewer follow its signals.
+#include <functional>
+
+/// The gamuts of the window, in the order in which they were opened. Panels, menus and sessions read and
+/// change them here; the loader and the viewer follow its signals.
 ///
-/// One of the gamuts, if there is any, is the active one: the panel changes it, the others are compared
+/// If there are gamuts, one of them is active: the panel and the menu change it, the others are compared
 /// with it, and points are judged by it.
 class GamutListModel : public QAbstractListModel
 {
     Q_OBJECT
 public:
-    /// What dataChanged() says has changed, beside the roles of views.
+    /// What dataChanged() reports as changed, besides the roles that views use.
     enum Role : int
     {
         LookRole = Qt::UserRole, ///< GamutEntry::look
-        SettingsRole,            ///< GamutEntry::settings: another gamut is asked for
+        SettingsRole,            ///< GamutEntry::settings: the gamut has to be computed again
         LoadingRole,             ///< GamutEntry::loading and progress
-        GamutRole,               ///< GamutEntry::gamut: another gamut is there
+        GamutRole,               ///< GamutEntry::gamut
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -34,31 +36,36 @@ public:
 
     const GamutEntry& at(int row) const { return m_entries[row]; }
     const QList<GamutEntry>& entries() const { return m_entries; }
-    /// -1 when there is none of this id.
+    /// -1 when the id is unknown.
     int rowOf(const QString& id) const;
-    /// The colour that stands for the gamut where it needs one: the one that it was given, or else
-    /// one of its own by its place in the list.
+    /// The colour that marks the gamut in lists and drawings: its single colour, or else one chosen by its
+    /// row.
     QColor signColor(int row) const;
 
-    /// @name What people ask for
+    /// @name What users change
     /// @{
 
-    /// Appends a gamut that waits to be loaded. @return its id
-    QString add(const QString& input, const GamutSettings& settings, const GamutLook& look);
+    /// Appends a gamut, which the loader then computes. @return its id
+    QString add(const QString& input, const GamutSettings& settings, const KVGamutLook& look);
     void remove(int row);
-    void setLook(int row, const GamutLook& look);
-    /// Asks for the gamut with other settings; the present one stays until the new one is there.
+    void clear();
+    void setLook(int row, const KVGamutLook& look);
+    /// Has the gamut computed with other settings; the present one stays until then.
     void setSettings(int row, const GamutSettings& settings);
-    int activeRow() const { return m_activeRow; } ///< -1: there is no gamut
+    int activeRow() const { return m_activeRow; } ///< -1 without gamuts
     void setActiveRow(int row);
+    /// Applies @p change to the look of the active gamut. Without an active gamut nothing happens.
+    void changeActiveLook(const std::function<void(KVGamutLook&)>& change);
+    /// The same for its settings.
+    void changeActiveSettings(const std::function<void(GamutSettings&)>& change);
     /// @}
 
     /// @name What the loader reports
     /// @{
     void setProgress(int row, float progress);
     void setGamut(int row, const KVGamut::GamutObject& gamut);
-    /// The load ended without a gamut: back to the settings of the one that is there. An entry that
-    /// never had one is removed.
+    /// The load ended without a gamut: the settings return to those of the present gamut. An entry that
+    /// never had a gamut is removed.
     void abandonLoad(int row);
     /// @}
 

@@ -20,10 +20,10 @@
 
 namespace {
 
-// What a grid may be; one less stands for the engine's own choice.
-constexpr int fewestGridPoints = 3;
-constexpr int mostGridPoints = 129;
-constexpr int automaticGrid = fewestGridPoints - 1;
+// The range of the field; the value below it stands for the engine's choice.
+constexpr int minGridPoints = 3;
+constexpr int maxGridPoints = 129;
+constexpr int automaticGrid = minGridPoints - 1;
 constexpr int percent = 100;
 
 QSlider* makeShareSlider(const QString& name, const QString& words)
@@ -90,9 +90,9 @@ QWidget* GamutPanel::makeComputation()
     m_blackPoint->setToolTip(tr("No effect with the absolute intent"));
     m_grid = new QSpinBox;
     m_grid->setObjectName(QStringLiteral("grid"));
-    m_grid->setRange(automaticGrid, mostGridPoints);
+    m_grid->setRange(automaticGrid, maxGridPoints);
     m_grid->setSpecialValueText(tr("automatic"));
-    m_grid->setKeyboardTracking(false); // a number half typed is no wish
+    m_grid->setKeyboardTracking(false); // not before the number is complete
     m_grid->setToolTip(tr("Samples along each device axis"));
 
     auto* group = new QGroupBox(tr("Computed with"));
@@ -150,25 +150,25 @@ QWidget* GamutPanel::makeAppearance()
     form->addRow(m_primaries);
 
     connect(m_mode, &QComboBox::currentIndexChanged, this, [this] {
-        changeLook([this](GamutLook& l) {
+        changeLook([this](KVGamutLook& l) {
             l.mode = static_cast<KVGamut3DViewer::DisplayMode>(m_mode->currentData().toInt());
         });
     });
     connect(m_opacity, &QSlider::valueChanged, this, [this](int value) {
-        changeLook([value](GamutLook& l) { l.opacity = static_cast<float>(value) / percent; });
+        changeLook([value](KVGamutLook& l) { l.opacity = static_cast<float>(value) / percent; });
     });
     connect(m_ambient, &QSlider::valueChanged, this, [this](int value) {
-        changeLook([value](GamutLook& l) { l.ambient = static_cast<float>(value) / percent; });
+        changeLook([value](KVGamutLook& l) { l.ambientStrength = static_cast<float>(value) / percent; });
     });
     connect(m_color, &QToolButton::clicked, this, &GamutPanel::chooseColor);
     connect(m_ownColors, &QToolButton::clicked, this,
-            [this] { changeLook([](GamutLook& l) { l.color = QColor(); }); });
+            [this] { changeLook([](KVGamutLook& l) { l.color = QColor(); }); });
     connect(m_surface, &QCheckBox::toggled, this,
-            [this](bool on) { changeLook([on](GamutLook& l) { l.surface = on; }); });
+            [this](bool on) { changeLook([on](KVGamutLook& l) { l.surface = on; }); });
     connect(m_projection, &QCheckBox::toggled, this,
-            [this](bool on) { changeLook([on](GamutLook& l) { l.projection = on; }); });
+            [this](bool on) { changeLook([on](KVGamutLook& l) { l.projection = on; }); });
     connect(m_primaries, &QCheckBox::toggled, this,
-            [this](bool on) { changeLook([on](GamutLook& l) { l.primaries = on; }); });
+            [this](bool on) { changeLook([on](KVGamutLook& l) { l.primaries = on; }); });
     return group;
 }
 
@@ -179,7 +179,7 @@ void GamutPanel::chooseColor()
     const QColor color =
         QColorDialog::getColor(m_model.signColor(m_model.activeRow()), this, tr("Colour of the gamut"));
     if (color.isValid())
-        changeLook([color](GamutLook& l) { l.color = color; });
+        changeLook([color](KVGamutLook& l) { l.color = color; });
 }
 
 void GamutPanel::showActive()
@@ -194,12 +194,11 @@ void GamutPanel::showActive()
     m_intent->setCurrentIndex(m_intent->findData(static_cast<int>(entry.settings.intent)));
     m_blackPoint->setChecked(entry.settings.blackPointCompensation);
     m_blackPoint->setEnabled(entry.settings.intent != KVVMRenderAbsoluteColorimetric);
-    m_grid->setValue(entry.settings.gridPoints < fewestGridPoints ? automaticGrid
-                                                                  : entry.settings.gridPoints);
+    m_grid->setValue(entry.settings.gridPoints < minGridPoints ? automaticGrid : entry.settings.gridPoints);
     const int mode = entry.look.mode == KVGamut3DViewer::Solid ? KVGamut3DViewer::Smooth : entry.look.mode;
     m_mode->setCurrentIndex(m_mode->findData(mode));
     m_opacity->setValue(qRound(entry.look.opacity * percent));
-    m_ambient->setValue(qRound(entry.look.ambient * percent));
+    m_ambient->setValue(qRound(entry.look.ambientStrength * percent));
     m_ownColors->setEnabled(entry.look.color.isValid());
     m_surface->setChecked(entry.look.surface);
     m_projection->setChecked(entry.look.projection);
@@ -214,20 +213,14 @@ void GamutPanel::paintColorButton()
     m_color->setIcon(swatch);
 }
 
-void GamutPanel::changeLook(const std::function<void(GamutLook&)>& change)
+void GamutPanel::changeLook(const std::function<void(KVGamutLook&)>& change)
 {
-    if (m_showing || m_model.activeRow() < 0)
-        return;
-    GamutLook look = m_model.at(m_model.activeRow()).look;
-    change(look);
-    m_model.setLook(m_model.activeRow(), look);
+    if (!m_showing)
+        m_model.changeActiveLook(change);
 }
 
 void GamutPanel::changeSettings(const std::function<void(GamutSettings&)>& change)
 {
-    if (m_showing || m_model.activeRow() < 0)
-        return;
-    GamutSettings settings = m_model.at(m_model.activeRow()).settings;
-    change(settings);
-    m_model.setSettings(m_model.activeRow(), settings);
+    if (!m_showing)
+        m_model.changeActiveSettings(change);
 }

@@ -14,8 +14,8 @@ class QSlider;
 class QSpinBox;
 class QToolButton;
 
-/// The list of gamuts and, below it, how the active one is computed and shown. Everything that is
-/// changed here is changed in the list.
+/// The list of gamuts and, below it, controls for how the active one is computed and shown. They change the
+/// model.
 class GamutPanel : public QWidget
 {
     Q_OBJECT
@@ -33,12 +33,12 @@ private:
     QWidget* makeComputation();
     QWidget* makeAppearance();
     void showActive();
-    void changeLook(const std::function<void(GamutLook&)>& change);
+    void changeLook(const std::function<void(KVGamutLook&)>& change);
     void changeSettings(const std::function<void(GamutSettings&)>& change);
     void paintColorButton();
 
     GamutListModel& m_model;
-    bool m_showing = false; ///< the controls are being set: what they announce is no wish
+    bool m_showing = false; ///< the controls are being updated: their signals change nothing
     QListView* m_list;
     QWidget* m_details;
     QComboBox* m_intent;

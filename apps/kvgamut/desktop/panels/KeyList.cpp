@@ -4,8 +4,24 @@
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+/// As keyboards and menus of this language name it.
+QString nameOf(const QKeySequence& key)
+{
+    return key.toString(QKeySequence::NativeText);
+}
+
+QString withoutMnemonic(QString text)
+{
+    return text.remove(QLatin1Char('&'));
+}
+
+} // namespace
 
 KeyList::KeyList(const QList<Group>& groups, QWidget* parent) : QDialog(parent)
 {
@@ -40,6 +56,27 @@ KeyList::KeyList(const QList<Group>& groups, QWidget* parent) : QDialog(parent)
     resize(view.sizeHintForColumn(0) + view.sizeHintForColumn(1) + frame, 640);
 }
 
+QList<KeyList::Group> KeyList::groupsOf(const QMenuBar& menuBar)
+{
+    QList<Group> groups;
+    const QList<QAction*> menus = menuBar.actions();
+    for (const QAction* menu : menus)
+        groups.append({withoutMnemonic(menu->text()), keysOf(menu->menu()->actions())});
+    groups.append({tr("In the 3D view"),
+                   {{tr("Arrow keys, drag"), tr("Turn")},
+                    {tr("+, -, wheel"), tr("Nearer, farther")},
+                    {tr("Shift and drag, right drag"), tr("Move the scene")},
+                    {tr("Click"), tr("Which colour is this?")},
+                    {nameOf(Qt::Key_Tab), tr("On to the next control")}}});
+    groups.append(
+        {tr("Everywhere"), {{nameOf(Qt::Key_Escape), tr("Cancel loading, then dismiss messages")}}});
+    groups.append({tr("In lists and tables"),
+                   {{nameOf(Qt::Key_Space), tr("Show or hide the gamut")},
+                    {nameOf(Qt::Key_Delete), tr("Remove the gamut or the points")},
+                    {nameOf(QKeySequence::Copy), tr("Copy the selected numbers")}}});
+    return groups;
+}
+
 QList<std::pair<QString, QString>> KeyList::keysOf(const QList<QAction*>& actions)
 {
     QList<std::pair<QString, QString>> keys;
@@ -51,9 +88,9 @@ QList<std::pair<QString, QString>> KeyList::keysOf(const QList<QAction*>& action
         QStringList shortcuts;
         const QList<QKeySequence> sequences = action->shortcuts();
         for (const QKeySequence& sequence : sequences)
-            shortcuts.append(sequence.toString(QKeySequence::NativeText));
+            shortcuts.append(nameOf(sequence));
         if (!action->isSeparator() && !shortcuts.isEmpty())
-            keys.append({shortcuts.join(tr(" or ")), action->text().remove(QLatin1Char('&'))});
+            keys.append({shortcuts.join(tr(" or ")), withoutMnemonic(action->text())});
     }
     return keys;
 }

@@ -6,7 +6,9 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QDialog>
 
-/// The keys of the program, as a list in a window that does not block.
+class QMenuBar;
+
+/// The keys of the program, as a list in a non-modal dialog.
 class KeyList : public QDialog
 {
     Q_OBJECT
@@ -19,6 +21,9 @@ public:
 
     explicit KeyList(const QList<Group>& groups, QWidget* parent = nullptr);
 
-    /// The keys of @p actions, those of their sub-menus included.
+    /// A group for each menu of @p menuBar, then the keys of the view, the lists and the tables.
+    static QList<Group> groupsOf(const QMenuBar& menuBar);
+
+    /// The keys of @p actions, including their submenus.
     static QList<std::pair<QString, QString>> keysOf(const QList<QAction*>& actions);
 };

@@ -73,12 +73,12 @@ void ViewerBinding::changeLook(int row)
 
 void ViewerBinding::dress(const GamutEntry& entry)
 {
-    const GamutLook& look = entry.look;
+    const KVGamutLook& look = entry.look;
     m_viewer.setGamutVisible(entry.id, look.visible);
     m_viewer.setDisplayMode(entry.id, look.mode);
     m_viewer.changeGamutColor(entry.id, look.color);
     m_viewer.changeGamutAlpha(entry.id, look.opacity, 0);
-    m_viewer.setGamutAmbientStrength(entry.id, look.ambient);
+    m_viewer.setGamutAmbientStrength(entry.id, look.ambientStrength);
     m_viewer.setDisplayGamut(entry.id, look.surface);
     m_viewer.setDisplayProjection(entry.id, look.projection);
     m_viewer.setDisplayPrimaries(entry.id, look.primaries);

@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>BackgroundMenu</name>
+    <message>
+        <source>&amp;Background</source>
+        <translation>&amp;Hintergrund</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Neutral grey</source>
+        <translation>&amp;Neutralgrau</translation>
+    </message>
+</context>
+<context>
     <name>ClipControl</name>
     <message>
         <source>Cu&amp;t</source>
@@ -91,6 +110,158 @@
     </message>
 </context>
 <context>
+    <name>EditMenu</name>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Copy &amp;picture</source>
+        <translation>&amp;Bild kopieren</translation>
+    </message>
+    <message>
+        <source>Copy &amp;comparison</source>
+        <translation>&amp;Vergleich kopieren</translation>
+    </message>
+    <message>
+        <source>Copy c&amp;licked colour</source>
+        <translation>Angeklickte &amp;Farbe kopieren</translation>
+    </message>
+    <message>
+        <source>Copy c&amp;amera</source>
+        <translation>&amp;Kamera kopieren</translation>
+    </message>
+    <message>
+        <source>Pa&amp;ste camera</source>
+        <translation>Kamera &amp;einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>FileDialogs</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</source>
+        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+    </message>
+    <message>
+        <source>Profiles (*.icc *.icm)</source>
+        <translation>Profile (*.icc *.icm)</translation>
+    </message>
+    <message>
+        <source>Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)</source>
+        <translation>Bilder mit einem Profil (*.png *.jpg *.jpeg *.tif *.tiff)</translation>
+    </message>
+    <message>
+        <source>Saved gamuts (*.kvgamut)</source>
+        <translation>Gespeicherte Gamuts (*.kvgamut)</translation>
+    </message>
+    <message>
+        <source>Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)</source>
+        <translation>Messwerte (*.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Add points</source>
+        <translation>Punkte hinzufügen</translation>
+    </message>
+    <message>
+        <source>Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</source>
+        <translation>Messwerte und Bilder (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</translation>
+    </message>
+    <message>
+        <source>Restore session</source>
+        <translation>Sitzung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Sessions (*.kvsession)</source>
+        <translation>Sitzungen (*.kvsession)</translation>
+    </message>
+    <message>
+        <source>Save session</source>
+        <translation>Sitzung speichern</translation>
+    </message>
+    <message>
+        <source>Save picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.tif)</source>
+        <translation>Bilder (*.png *.jpg *.tif)</translation>
+    </message>
+    <message>
+        <source>Save section</source>
+        <translation>Schnitt speichern</translation>
+    </message>
+    <message>
+        <source>Drawings (*.svg *.pdf)</source>
+        <translation>Zeichnungen (*.svg *.pdf)</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Add &amp;points or the pixels of a picture…</source>
+        <translation>P&amp;unkte oder die Pixel eines Bildes hinzufügen…</translation>
+    </message>
+    <message>
+        <source>R&amp;estore session…</source>
+        <translation>Sitzung &amp;wiederherstellen…</translation>
+    </message>
+    <message>
+        <source>&amp;Save session…</source>
+        <translation>&amp;Sitzung speichern…</translation>
+    </message>
+    <message>
+        <source>Save p&amp;icture…</source>
+        <translation>&amp;Bild speichern…</translation>
+    </message>
+    <message>
+        <source>Save sec&amp;tion…</source>
+        <translation>Sc&amp;hnitt speichern…</translation>
+    </message>
+    <message>
+        <source>&amp;Close everything</source>
+        <translation>&amp;Alles schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>B&amp;eenden</translation>
+    </message>
+    <message>
+        <source>Open &amp;built-in profile</source>
+        <translation>Eingebautes &amp;Profil öffnen</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+</context>
+<context>
+    <name>FindingPanel</name>
+    <message>
+        <source>Clicked colour</source>
+        <translation>Angeklickte Farbe</translation>
+    </message>
+    <message>
+        <source>Click a gamut or a point to see its colour here.</source>
+        <translation>Klicken Sie auf einen Gamut oder einen Punkt, um hier seine Farbe zu sehen.</translation>
+    </message>
+</context>
+<context>
     <name>GamutListModel</name>
     <message>
         <source>%1 – %2 %</source>
@@ -101,6 +272,61 @@
 is being computed</source>
         <translation>%1
 wird berechnet</translation>
+    </message>
+</context>
+<context>
+    <name>GamutMenu</name>
+    <message>
+        <source>&amp;Gamut</source>
+        <translation>&amp;Gamut</translation>
+    </message>
+    <message>
+        <source>&amp;Next gamut</source>
+        <translation>&amp;Nächster Gamut</translation>
+    </message>
+    <message>
+        <source>&amp;Remove gamut</source>
+        <translation>Gamut &amp;entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Black point compensation</source>
+        <translation>&amp;Tiefenkompensierung</translation>
+    </message>
+    <message>
+        <source>&amp;Visible</source>
+        <translation>&amp;Sichtbar</translation>
+    </message>
+    <message>
+        <source>&amp;Surface</source>
+        <translation>&amp;Oberfläche</translation>
+    </message>
+    <message>
+        <source>Pro&amp;jection</source>
+        <translation>&amp;Projektion</translation>
+    </message>
+    <message>
+        <source>&amp;Primaries</source>
+        <translation>Pr&amp;imärfarben</translation>
+    </message>
+    <message>
+        <source>Smooth, flat, &amp;wireframe</source>
+        <translation>&amp;Glatt, facettiert, Drahtgitter</translation>
+    </message>
+    <message>
+        <source>More &amp;opaque</source>
+        <translation>Dec&amp;kender</translation>
+    </message>
+    <message>
+        <source>&amp;Less opaque</source>
+        <translation>&amp;Durchsichtiger</translation>
+    </message>
+    <message>
+        <source>&amp;Colour…</source>
+        <translation>&amp;Farbe…</translation>
+    </message>
+    <message>
+        <source>Own colo&amp;urs</source>
+        <translation>Eigene Fa&amp;rben</translation>
     </message>
 </context>
 <context>
@@ -251,331 +477,6 @@ wird berechnet</translation>
         <source> or </source>
         <translation> oder </translation>
     </message>
-</context>
-<context>
-    <name>MainWindow</name>
-    <message>
-        <source>kvgamut</source>
-        <translation>kvgamut</translation>
-    </message>
-    <message>
-        <source>Open a profile to see its gamut</source>
-        <translation>Öffnen Sie ein Profil, um seinen Gamut zu sehen</translation>
-    </message>
-    <message>
-        <source>Drop ICC profiles, pictures with a profile or saved gamuts here.
-With two gamuts open they are compared. Measurements (CGATS, CxF, CSV) show as points.</source>
-        <translation>Ziehen Sie ICC-Profile, Bilder mit einem Profil oder gespeicherte Gamuts hierher.
-Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) erscheinen als Punkte.</translation>
-    </message>
-    <message>
-        <source>&amp;Open a file…</source>
-        <translation>Datei ö&amp;ffnen…</translation>
-    </message>
-    <message>
-        <source>Compare s&amp;RGB with Display P3</source>
-        <translation>sRGB mit Display P3 &amp;vergleichen</translation>
-    </message>
-    <message>
-        <source>Under the pointer</source>
-        <translation>Unter dem Mauszeiger</translation>
-    </message>
-    <message>
-        <source>Gamuts</source>
-        <translation>Gamuts</translation>
-    </message>
-    <message>
-        <source>Section</source>
-        <translation>Schnitt</translation>
-    </message>
-    <message>
-        <source>Points</source>
-        <translation>Punkte</translation>
-    </message>
-    <message>
-        <source>Comparison</source>
-        <translation>Vergleich</translation>
-    </message>
-    <message>
-        <source>Clicked colour</source>
-        <translation>Angeklickte Farbe</translation>
-    </message>
-    <message>
-        <source>Progress</source>
-        <translation>Fortschritt</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Cancel (Esc)</source>
-        <translation>Abbrechen (Esc)</translation>
-    </message>
-    <message>
-        <source>Comparison with %1</source>
-        <translation>Vergleich mit %1</translation>
-    </message>
-    <message>
-        <source>Saved %1</source>
-        <translation>%1 gespeichert</translation>
-    </message>
-    <message>
-        <source>Click a gamut or a point to see its colour here.</source>
-        <translation>Klicken Sie auf einen Gamut oder einen Punkt, um hier seine Farbe zu sehen.</translation>
-    </message>
-    <message>
-        <source>%1 – kvgamut</source>
-        <translation>%1 – kvgamut</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;Open…</source>
-        <translation>Ö&amp;ffnen…</translation>
-    </message>
-    <message>
-        <source>Open &amp;built-in profile</source>
-        <translation>Eingebautes &amp;Profil öffnen</translation>
-    </message>
-    <message>
-        <source>Open &amp;recent</source>
-        <translation>&amp;Zuletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>Add &amp;points or the pixels of a picture…</source>
-        <translation>P&amp;unkte oder die Pixel eines Bildes hinzufügen…</translation>
-    </message>
-    <message>
-        <source>R&amp;estore session…</source>
-        <translation>Sitzung &amp;wiederherstellen…</translation>
-    </message>
-    <message>
-        <source>&amp;Save session…</source>
-        <translation>&amp;Sitzung speichern…</translation>
-    </message>
-    <message>
-        <source>Save p&amp;icture…</source>
-        <translation>&amp;Bild speichern…</translation>
-    </message>
-    <message>
-        <source>Save sec&amp;tion…</source>
-        <translation>Sc&amp;hnitt speichern…</translation>
-    </message>
-    <message>
-        <source>&amp;Close everything</source>
-        <translation>&amp;Alles schließen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>B&amp;eenden</translation>
-    </message>
-    <message>
-        <source>&amp;Edit</source>
-        <translation>&amp;Bearbeiten</translation>
-    </message>
-    <message>
-        <source>Copy &amp;picture</source>
-        <translation>&amp;Bild kopieren</translation>
-    </message>
-    <message>
-        <source>Copy &amp;comparison</source>
-        <translation>&amp;Vergleich kopieren</translation>
-    </message>
-    <message>
-        <source>Copy c&amp;licked colour</source>
-        <translation>Angeklickte &amp;Farbe kopieren</translation>
-    </message>
-    <message>
-        <source>Copy c&amp;amera</source>
-        <translation>&amp;Kamera kopieren</translation>
-    </message>
-    <message>
-        <source>Pa&amp;ste camera</source>
-        <translation>Kamera &amp;einfügen</translation>
-    </message>
-    <message>
-        <source>&amp;Gamut</source>
-        <translation>&amp;Gamut</translation>
-    </message>
-    <message>
-        <source>&amp;Next gamut</source>
-        <translation>&amp;Nächster Gamut</translation>
-    </message>
-    <message>
-        <source>&amp;Remove gamut</source>
-        <translation>Gamut &amp;entfernen</translation>
-    </message>
-    <message>
-        <source>&amp;Black point compensation</source>
-        <translation>&amp;Tiefenkompensierung</translation>
-    </message>
-    <message>
-        <source>&amp;Visible</source>
-        <translation>&amp;Sichtbar</translation>
-    </message>
-    <message>
-        <source>&amp;Surface</source>
-        <translation>&amp;Oberfläche</translation>
-    </message>
-    <message>
-        <source>Pro&amp;jection</source>
-        <translation>&amp;Projektion</translation>
-    </message>
-    <message>
-        <source>&amp;Primaries</source>
-        <translation>Pr&amp;imärfarben</translation>
-    </message>
-    <message>
-        <source>Smooth, flat, &amp;wireframe</source>
-        <translation>&amp;Glatt, facettiert, Drahtgitter</translation>
-    </message>
-    <message>
-        <source>More &amp;opaque</source>
-        <translation>Dec&amp;kender</translation>
-    </message>
-    <message>
-        <source>&amp;Less opaque</source>
-        <translation>&amp;Durchsichtiger</translation>
-    </message>
-    <message>
-        <source>&amp;Colour…</source>
-        <translation>&amp;Farbe…</translation>
-    </message>
-    <message>
-        <source>Own colo&amp;urs</source>
-        <translation>Eigene Fa&amp;rben</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
-        <source>&amp;Reset camera</source>
-        <translation>Kamera &amp;zurücksetzen</translation>
-    </message>
-    <message>
-        <source>&amp;Frame the gamuts</source>
-        <translation>Gamuts ein&amp;passen</translation>
-    </message>
-    <message>
-        <source>&amp;Look from</source>
-        <translation>&amp;Blick von</translation>
-    </message>
-    <message>
-        <source>&amp;Top</source>
-        <translation>&amp;Oben</translation>
-    </message>
-    <message>
-        <source>&amp;Bottom</source>
-        <translation>&amp;Unten</translation>
-    </message>
-    <message>
-        <source>&amp;Front: a* across</source>
-        <translation>&amp;Vorn: a* quer</translation>
-    </message>
-    <message>
-        <source>Bac&amp;k</source>
-        <translation>&amp;Hinten</translation>
-    </message>
-    <message>
-        <source>&amp;Right: b* across</source>
-        <translation>&amp;Rechts: b* quer</translation>
-    </message>
-    <message>
-        <source>&amp;Left</source>
-        <translation>&amp;Links</translation>
-    </message>
-    <message>
-        <source>&amp;Orthogonal</source>
-        <translation>&amp;Orthogonal</translation>
-    </message>
-    <message>
-        <source>&amp;Wider angle</source>
-        <translation>Blickwinkel &amp;weiter</translation>
-    </message>
-    <message>
-        <source>&amp;Narrower angle</source>
-        <translation>Blickwinkel &amp;enger</translation>
-    </message>
-    <message>
-        <source>&amp;Cut at the lightness</source>
-        <translation>Bei der Helligkeit &amp;schneiden</translation>
-    </message>
-    <message>
-        <source>Lighter section</source>
-        <translation>Hellerer Schnitt</translation>
-    </message>
-    <message>
-        <source>Darker section</source>
-        <translation>Dunklerer Schnitt</translation>
-    </message>
-    <message>
-        <source>F&amp;ull screen</source>
-        <translation>&amp;Vollbild</translation>
-    </message>
-    <message>
-        <source>&amp;Axes</source>
-        <translation>&amp;Achsen</translation>
-    </message>
-    <message>
-        <source>&amp;Grid</source>
-        <translation>&amp;Gitter</translation>
-    </message>
-    <message>
-        <source>ab &amp;plane</source>
-        <translation>ab-Ebe&amp;ne</translation>
-    </message>
-    <message>
-        <source>&amp;Background</source>
-        <translation>&amp;Hintergrund</translation>
-    </message>
-    <message>
-        <source>&amp;Dark</source>
-        <translation>&amp;Dunkel</translation>
-    </message>
-    <message>
-        <source>&amp;Light</source>
-        <translation>&amp;Hell</translation>
-    </message>
-    <message>
-        <source>&amp;Neutral grey</source>
-        <translation>&amp;Neutralgrau</translation>
-    </message>
-    <message>
-        <source>L&amp;ight</source>
-        <translation>&amp;Licht</translation>
-    </message>
-    <message>
-        <source>From &amp;above</source>
-        <translation>Von &amp;oben</translation>
-    </message>
-    <message>
-        <source>From the &amp;left</source>
-        <translation>Von &amp;links</translation>
-    </message>
-    <message>
-        <source>From the &amp;right</source>
-        <translation>Von &amp;rechts</translation>
-    </message>
-    <message>
-        <source>Colour of the light</source>
-        <translation>Farbe des Lichts</translation>
-    </message>
-    <message>
-        <source>&amp;White</source>
-        <translation>&amp;Weiß</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;Keys</source>
-        <translation>&amp;Tasten</translation>
-    </message>
     <message>
         <source>In the 3D view</source>
         <translation>In der 3D-Ansicht</translation>
@@ -640,69 +541,95 @@ Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) e
         <source>Copy the selected numbers</source>
         <translation>Ausgewählte Zahlen kopieren</translation>
     </message>
+</context>
+<context>
+    <name>LightMenu</name>
     <message>
-        <source>Open</source>
-        <translation>Öffnen</translation>
+        <source>L&amp;ight</source>
+        <translation>&amp;Licht</translation>
     </message>
     <message>
-        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</source>
-        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+        <source>From &amp;above</source>
+        <translation>Von &amp;oben</translation>
     </message>
     <message>
-        <source>Profiles (*.icc *.icm)</source>
-        <translation>Profile (*.icc *.icm)</translation>
+        <source>From the &amp;left</source>
+        <translation>Von &amp;links</translation>
     </message>
     <message>
-        <source>Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)</source>
-        <translation>Bilder mit einem Profil (*.png *.jpg *.jpeg *.tif *.tiff)</translation>
+        <source>From the &amp;right</source>
+        <translation>Von &amp;rechts</translation>
     </message>
     <message>
-        <source>Saved gamuts (*.kvgamut)</source>
-        <translation>Gespeicherte Gamuts (*.kvgamut)</translation>
+        <source>&amp;Colour…</source>
+        <translation>&amp;Farbe…</translation>
     </message>
     <message>
-        <source>Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)</source>
-        <translation>Messwerte (*.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+        <source>&amp;White</source>
+        <translation>&amp;Weiß</translation>
     </message>
     <message>
-        <source>All files (*)</source>
-        <translation>Alle Dateien (*)</translation>
+        <source>Colour of the light</source>
+        <translation>Farbe des Lichts</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>kvgamut</source>
+        <translation>kvgamut</translation>
     </message>
     <message>
-        <source>Add points</source>
-        <translation>Punkte hinzufügen</translation>
+        <source>Gamuts</source>
+        <translation>Gamuts</translation>
     </message>
     <message>
-        <source>Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</source>
-        <translation>Messwerte und Bilder (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</translation>
+        <source>Section</source>
+        <translation>Schnitt</translation>
     </message>
     <message>
-        <source>Restore session</source>
-        <translation>Sitzung wiederherstellen</translation>
+        <source>Points</source>
+        <translation>Punkte</translation>
     </message>
     <message>
-        <source>Sessions (*.kvsession)</source>
-        <translation>Sitzungen (*.kvsession)</translation>
+        <source>Comparison</source>
+        <translation>Vergleich</translation>
     </message>
     <message>
-        <source>Save session</source>
-        <translation>Sitzung speichern</translation>
+        <source>Clicked colour</source>
+        <translation>Angeklickte Farbe</translation>
     </message>
     <message>
-        <source>Save picture</source>
-        <translation>Bild speichern</translation>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
     </message>
     <message>
-        <source>Pictures (*.png *.jpg *.tif)</source>
-        <translation>Bilder (*.png *.jpg *.tif)</translation>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
     <message>
-        <source>Save section</source>
-        <translation>Schnitt speichern</translation>
+        <source>Cancel (Esc)</source>
+        <translation>Abbrechen (Esc)</translation>
     </message>
     <message>
-        <source>Drawings (*.svg *.pdf)</source>
-        <translation>Zeichnungen (*.svg *.pdf)</translation>
+        <source>Comparison with %1</source>
+        <translation>Vergleich mit %1</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>%1 gespeichert</translation>
+    </message>
+    <message>
+        <source>%1 – kvgamut</source>
+        <translation>%1 – kvgamut</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
     </message>
 </context>
 <context>
@@ -1199,6 +1126,110 @@ Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) e
     <message>
         <source>Gamuts in Lab space</source>
         <translation>Gamuts im Lab-Farbraum</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>F&amp;ull screen</source>
+        <translation>&amp;Vollbild</translation>
+    </message>
+    <message>
+        <source>&amp;Reset camera</source>
+        <translation>Kamera &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Frame the gamuts</source>
+        <translation>Gamuts ein&amp;passen</translation>
+    </message>
+    <message>
+        <source>&amp;Orthogonal</source>
+        <translation>&amp;Orthogonal</translation>
+    </message>
+    <message>
+        <source>&amp;Wider angle</source>
+        <translation>Blickwinkel &amp;weiter</translation>
+    </message>
+    <message>
+        <source>&amp;Narrower angle</source>
+        <translation>Blickwinkel &amp;enger</translation>
+    </message>
+    <message>
+        <source>&amp;Look from</source>
+        <translation>&amp;Blick von</translation>
+    </message>
+    <message>
+        <source>&amp;Top</source>
+        <translation>&amp;Oben</translation>
+    </message>
+    <message>
+        <source>&amp;Bottom</source>
+        <translation>&amp;Unten</translation>
+    </message>
+    <message>
+        <source>&amp;Front: a* across</source>
+        <translation>&amp;Vorn: a* quer</translation>
+    </message>
+    <message>
+        <source>Bac&amp;k</source>
+        <translation>&amp;Hinten</translation>
+    </message>
+    <message>
+        <source>&amp;Right: b* across</source>
+        <translation>&amp;Rechts: b* quer</translation>
+    </message>
+    <message>
+        <source>&amp;Left</source>
+        <translation>&amp;Links</translation>
+    </message>
+    <message>
+        <source>&amp;Cut at the lightness</source>
+        <translation>Bei der Helligkeit &amp;schneiden</translation>
+    </message>
+    <message>
+        <source>Lighter section</source>
+        <translation>Hellerer Schnitt</translation>
+    </message>
+    <message>
+        <source>Darker section</source>
+        <translation>Dunklerer Schnitt</translation>
+    </message>
+    <message>
+        <source>&amp;Axes</source>
+        <translation>&amp;Achsen</translation>
+    </message>
+    <message>
+        <source>&amp;Grid</source>
+        <translation>&amp;Gitter</translation>
+    </message>
+    <message>
+        <source>ab &amp;plane</source>
+        <translation>ab-Ebe&amp;ne</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomePage</name>
+    <message>
+        <source>Open a profile to see its gamut</source>
+        <translation>Öffnen Sie ein Profil, um seinen Gamut zu sehen</translation>
+    </message>
+    <message>
+        <source>Drop ICC profiles, pictures with a profile or saved gamuts here.
+With two gamuts open they are compared. Measurements (CGATS, CxF, CSV) show as points.</source>
+        <translation>Ziehen Sie ICC-Profile, Bilder mit einem Profil oder gespeicherte Gamuts hierher.
+Sind zwei Gamuts geöffnet, werden sie verglichen. Messwerte (CGATS, CxF, CSV) erscheinen als Punkte.</translation>
+    </message>
+    <message>
+        <source>&amp;Open a file…</source>
+        <translation>Datei ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Compare s&amp;RGB with Display P3</source>
+        <translation>sRGB mit Display P3 &amp;vergleichen</translation>
     </message>
 </context>
 </TS>

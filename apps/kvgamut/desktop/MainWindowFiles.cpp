@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MainWindow.h"
+
+#include "desktop/files/FileDialogs.h"
+#include "desktop/files/FileKind.h"
+#include "desktop/files/PictureFile.h"
+#include "desktop/files/RecentFiles.h"
+#include "desktop/files/SessionFile.h"
+#include "desktop/menus/FileMenu.h"
+#include "desktop/panels/FindingPanel.h"
+#include "desktop/panels/PictureDialog.h"
+#include "desktop/panels/PointPanel.h"
+#include "desktop/panels/SlicePanel.h"
+#include "desktop/view/CameraControl.h"
+#include "model/inputs/BuiltInProfiles.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QStatusBar>
+
+#include <algorithm>
+
+// What the window opens, saves and copies.
+
+namespace {
+
+/// Files by their absolute path, since the working folder may differ next time; built-in profiles by name.
+QString permanentName(const QString& input)
+{
+    return BuiltInProfiles::names().contains(input) ? input : QFileInfo(input).absoluteFilePath();
+}
+
+} // namespace
+
+// --- Opening --------------------------------------------------------------------------------------
+
+void MainWindow::open(const QStringList& files)
+{
+    for (const QString& file : files) {
+        switch (fileKind(file)) {
+        case FileKind::Gamut:
+            addGamut(file);
+            break;
+        case FileKind::Points:
+            addPoints({file});
+            break;
+        case FileKind::Session:
+            openSession(file);
+            break;
+        }
+    }
+}
+
+void MainWindow::addGamut(const QString& input)
+{
+    KVGamutLook look;
+    look.opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
+    addGamut(input, GamutSettings(), look);
+}
+
+void MainWindow::addGamut(const QString& input, const GamutSettings& settings, const KVGamutLook& look)
+{
+    const QString name = permanentName(input);
+    // a message about a missing file names it as the user did
+    m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
+    if (QFileInfo::exists(name))
+        remember(name);
+}
+
+/// Makes the first gamut solid when the one that was to be solid did not load.
+void MainWindow::makeOneSolid()
+{
+    const QList<GamutEntry>& entries = m_gamuts.entries();
+    const auto isTranslucent = [](const GamutEntry& entry) { return entry.look.opacity < 1.0f; };
+    if (entries.isEmpty() || !std::all_of(entries.begin(), entries.end(), isTranslucent) ||
+        entries.first().look.opacity != KVGamutLook::translucentOpacity)
+        return;
+    KVGamutLook look = entries.first().look;
+    look.opacity = 1.0f;
+    m_gamuts.setLook(0, look);
+}
+
+void MainWindow::addPoints(const QStringList& files)
+{
+    for (const QString& file : files) {
+        m_points.open(QFileInfo(file).absoluteFilePath());
+        remember(QFileInfo(file).absoluteFilePath());
+    }
+}
+
+/// The menu of recent files is made anew after the present action, which may be one of that menu.
+void MainWindow::remember(const QString& file)
+{
+    RecentFiles::add(file);
+    QMetaObject::invokeMethod(m_fileMenu, &FileMenu::showRecentFiles, Qt::QueuedConnection);
+}
+
+void MainWindow::cancelLoading()
+{
+    m_loader.cancelAll();
+}
+
+void MainWindow::closeAll()
+{
+    m_gamuts.clear();
+    m_points.clear();
+    forgetFinding();
+}
+
+// --- Asking ---------------------------------------------------------------------------------------
+
+void MainWindow::askForFiles()
+{
+    open(FileDialogs::filesToOpen(this));
+}
+
+void MainWindow::askForPoints()
+{
+    addPoints(FileDialogs::pointsToAdd(this));
+}
+
+void MainWindow::askForSession()
+{
+    const QString file = FileDialogs::sessionToRestore(this);
+    if (!file.isEmpty())
+        openSession(file);
+}
+
+void MainWindow::askWhereToSaveSession()
+{
+    const QString file = FileDialogs::sessionToSave(this);
+    if (!file.isEmpty())
+        saveSession(file);
+}
+
+void MainWindow::askWhereToSavePicture()
+{
+    PictureDialog size(viewer().picture().size(), this);
+    if (size.exec() != QDialog::Accepted)
+        return;
+    const QString file = FileDialogs::pictureToSave(this);
+    if (!file.isEmpty())
+        savePicture(file, size.size());
+}
+
+void MainWindow::askWhereToSaveSection()
+{
+    const QString file = FileDialogs::sectionToSave(this);
+    if (!file.isEmpty())
+        saveSection(file);
+}
+
+// --- Sessions -------------------------------------------------------------------------------------
+
+Session MainWindow::session() const
+{
+    Session session;
+    for (const GamutEntry& entry : m_gamuts.entries())
+        session.gamuts.append({entry.input, entry.settings, entry.look});
+    session.active = std::max(0, m_gamuts.activeRow());
+    session.view = ViewState::of(m_area->viewer());
+    session.points = m_points.files();
+    session.tolerance = m_points.tolerance();
+    return session;
+}
+
+void MainWindow::restore(const Session& session)
+{
+    m_gamuts.clear();
+    m_points.clear();
+    for (const Session::Gamut& gamut : session.gamuts)
+        m_gamuts.add(gamut.input, gamut.settings, gamut.look);
+    m_gamuts.setActiveRow(session.active);
+    for (const QString& file : session.points)
+        m_points.open(file);
+    m_points.setTolerance(session.tolerance);
+    m_pointPanel->showTolerance();
+    session.view.applyTo(viewer());
+    keepCamera();
+    showViewState();
+}
+
+bool MainWindow::saveSession(const QString& file)
+{
+    const QString trouble = SessionFile::write(file, session());
+    if (!trouble.isEmpty()) {
+        say(trouble);
+        return false;
+    }
+    remember(QFileInfo(file).absoluteFilePath());
+    showSaved(file);
+    return true;
+}
+
+bool MainWindow::openSession(const QString& file)
+{
+    QString trouble;
+    const auto session = SessionFile::read(file, trouble);
+    if (!session) {
+        say(trouble);
+        return false;
+    }
+    restore(*session);
+    remember(QFileInfo(file).absoluteFilePath());
+    return true;
+}
+
+// --- Pictures and the clipboard -------------------------------------------------------------------
+
+bool MainWindow::savePicture(const QString& file, const QSize& size)
+{
+    const QString trouble = PictureFile::write(file, viewer().picture(size));
+    if (!trouble.isEmpty()) {
+        say(trouble);
+        return false;
+    }
+    showSaved(file);
+    return true;
+}
+
+bool MainWindow::saveSection(const QString& file)
+{
+    const QString trouble = m_slice->save(file);
+    if (!trouble.isEmpty()) {
+        say(trouble);
+        return false;
+    }
+    showSaved(file);
+    return true;
+}
+
+void MainWindow::showSaved(const QString& file)
+{
+    statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(file)), 5000);
+}
+
+void MainWindow::copyPicture()
+{
+    const QImage picture = viewer().picture();
+    if (!picture.isNull())
+        QGuiApplication::clipboard()->setImage(picture);
+}
+
+void MainWindow::copyFinding() const
+{
+    QGuiApplication::clipboard()->setText(m_finding->text());
+}
+
+void MainWindow::copyCamera() const
+{
+    QGuiApplication::clipboard()->setText(m_camera->camera().toText());
+}
+
+void MainWindow::pasteCamera()
+{
+    const auto camera = ViewCamera::fromText(QGuiApplication::clipboard()->text());
+    if (!camera) {
+        say(QStringLiteral("The clipboard holds no camera. One looks like this: %1")
+                .arg(m_camera->camera().toText()));
+        return;
+    }
+    m_camera->move(*camera);
+}

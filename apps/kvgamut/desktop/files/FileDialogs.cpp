@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FileDialogs.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtWidgets/QFileDialog>
+
+namespace {
+
+class Words
+{
+    Q_DECLARE_TR_FUNCTIONS(FileDialogs)
+};
+
+QString filters(const QStringList& kinds)
+{
+    return kinds.join(QStringLiteral(";;"));
+}
+
+QString fileToSave(QWidget* parent, const QString& title, const QString& filter, const char* suffix)
+{
+    QFileDialog dialog(parent, title, {}, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QLatin1String(suffix));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().constFirst() : QString();
+}
+
+} // namespace
+
+QStringList FileDialogs::filesToOpen(QWidget* parent)
+{
+    return QFileDialog::getOpenFileNames(
+        parent, Words::tr("Open"), {},
+        filters({Words::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
+                           "*.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)"),
+                 Words::tr("Profiles (*.icc *.icm)"),
+                 Words::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
+                 Words::tr("Saved gamuts (*.kvgamut)"),
+                 Words::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)"), Words::tr("All files (*)")}));
+}
+
+QStringList FileDialogs::pointsToAdd(QWidget* parent)
+{
+    return QFileDialog::getOpenFileNames(
+        parent, Words::tr("Add points"), {},
+        filters({Words::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg "
+                           "*.tif *.tiff)"),
+                 Words::tr("All files (*)")}));
+}
+
+QString FileDialogs::sessionToRestore(QWidget* parent)
+{
+    return QFileDialog::getOpenFileName(
+        parent, Words::tr("Restore session"), {},
+        filters({Words::tr("Sessions (*.kvsession)"), Words::tr("All files (*)")}));
+}
+
+QString FileDialogs::sessionToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save session"), Words::tr("Sessions (*.kvsession)"), "kvsession");
+}
+
+QString FileDialogs::pictureToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save picture"), Words::tr("Pictures (*.png *.jpg *.tif)"), "png");
+}
+
+QString FileDialogs::sectionToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save section"), Words::tr("Drawings (*.svg *.pdf)"), "svg");
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QStringList>
+
+class QWidget;
+
+/// The dialogs that ask for files. An empty result means that the dialog was cancelled.
+namespace FileDialogs {
+
+QStringList filesToOpen(QWidget* parent);
+QStringList pointsToAdd(QWidget* parent);
+QString sessionToRestore(QWidget* parent);
+QString sessionToSave(QWidget* parent);
+QString pictureToSave(QWidget* parent);
+QString sectionToSave(QWidget* parent);
+
+} // namespace FileDialogs

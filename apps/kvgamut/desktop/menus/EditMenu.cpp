@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "EditMenu.h"
+
+#include "MenuActions.h"
+
+using MenuActions::add;
+
+EditMenu::EditMenu(QWidget* parent) : QMenu(tr("&Edit"), parent)
+{
+    copyPicture =
+        add(*this, "copyPicture", tr("Copy &picture"), QKeySequence(QStringLiteral("Ctrl+Shift+C")));
+    copyTable = add(*this, "copyTable", tr("Copy &comparison"), QKeySequence(QStringLiteral("Ctrl+Shift+T")));
+    copyFinding =
+        add(*this, "copyFinding", tr("Copy c&licked colour"), QKeySequence(QStringLiteral("Ctrl+I")));
+    addSeparator();
+    copyCamera = add(*this, "copyCamera", tr("Copy c&amera"), QKeySequence(QStringLiteral("Ctrl+K")));
+    pasteCamera =
+        add(*this, "pasteCamera", tr("Pa&ste camera"), QKeySequence(QStringLiteral("Ctrl+Shift+K")));
+    copyFinding->setEnabled(false);
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "FileMenu.h"
+
+#include "MenuActions.h"
+#include "desktop/files/RecentFiles.h"
+#include "model/inputs/BuiltInProfiles.h"
+
+#include <QtCore/QFileInfo>
+
+using MenuActions::add;
+
+FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
+{
+    open = add(*this, "open", tr("&Open…"), QKeySequence::Open);
+    addBuiltIn();
+    addRecent();
+    openPoints = add(*this, "openPoints", tr("Add &points or the pixels of a picture…"),
+                     QKeySequence(QStringLiteral("Ctrl+P")));
+    addSeparator();
+    openSession =
+        add(*this, "openSession", tr("R&estore session…"), QKeySequence(QStringLiteral("Ctrl+Shift+O")));
+    saveSession = add(*this, "saveSession", tr("&Save session…"), QKeySequence::Save);
+    addSeparator();
+    savePicture = add(*this, "savePicture", tr("Save p&icture…"), QKeySequence(QStringLiteral("Ctrl+E")));
+    saveSection =
+        add(*this, "saveSection", tr("Save sec&tion…"), QKeySequence(QStringLiteral("Ctrl+Shift+E")));
+    addSeparator();
+    closeAll = add(*this, "closeAll", tr("&Close everything"), QKeySequence(QStringLiteral("Ctrl+W")));
+    quit = add(*this, "quit", tr("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")));
+}
+
+void FileMenu::addBuiltIn()
+{
+    QMenu* menu = addMenu(tr("Open &built-in profile"));
+    const QStringList names = BuiltInProfiles::names();
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        QAction* action = menu->addAction(names[i]);
+        action->setObjectName(QStringLiteral("open") + names[i]);
+        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(i + 1)));
+        connect(action, &QAction::triggered, this, [this, name = names[i]] { Q_EMIT builtInChosen(name); });
+    }
+}
+
+void FileMenu::addRecent()
+{
+    m_recent = addMenu(tr("Open &recent"));
+    connect(m_recent, &QMenu::aboutToShow, this, &FileMenu::showRecentFiles);
+    connect(this, &QMenu::aboutToShow, m_recent,
+            [this] { m_recent->setEnabled(!RecentFiles::list().isEmpty()); });
+    showRecentFiles();
+}
+
+void FileMenu::showRecentFiles()
+{
+    m_recent->clear();
+    const QStringList files = RecentFiles::list();
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        QAction* action = m_recent->addAction(QFileInfo(files[i]).fileName());
+        action->setToolTip(files[i]);
+        action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(i + 1)));
+        connect(action, &QAction::triggered, this, [this, file = files[i]] { Q_EMIT recentChosen(file); });
+    }
+}

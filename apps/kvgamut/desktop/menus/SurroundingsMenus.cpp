@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "SurroundingsMenus.h"
+
+#include "MenuActions.h"
+#include "desktop/view/ViewState.h"
+
+#include <QtGui/QActionGroup>
+#include <QtWidgets/QColorDialog>
+
+using MenuActions::add;
+using MenuActions::addCheckable;
+
+namespace {
+
+constexpr QRgb darkBackground = qRgb(0x20, 0x22, 0x25);
+constexpr QRgb lightBackground = qRgb(0xf2, 0xf2, 0xf2);
+
+} // namespace
+
+BackgroundMenu::BackgroundMenu(KVGamut3DViewer& viewer, QWidget* parent)
+    : QMenu(tr("&Background"), parent), m_viewer(viewer), m_colors(new QActionGroup(this))
+{
+    addColor("backgroundDark", tr("&Dark"), "Shift+D", darkBackground);
+    addColor("backgroundLight", tr("&Light"), "Shift+L", lightBackground);
+    addColor("backgroundNeutral", tr("&Neutral grey"), "Shift+N", Qt::gray);
+}
+
+void BackgroundMenu::addColor(const char* name, const QString& text, const char* key, const QColor& color)
+{
+    QAction* action = addCheckable(*this, name, text, QKeySequence(QLatin1String(key)));
+    action->setData(color);
+    connect(action, &QAction::triggered, this, [this, color] { m_viewer.setBackground(color); });
+    m_colors->addAction(action);
+}
+
+void BackgroundMenu::showBackground(const QColor& background)
+{
+    const QList<QAction*> colors = m_colors->actions();
+    for (QAction* action : colors)
+        action->setChecked(action->data().value<QColor>().rgb() == background.rgb());
+}
+
+LightMenu::LightMenu(KVGamut3DViewer& viewer, QWidget* parent)
+    : QMenu(tr("L&ight"), parent), m_viewer(viewer), m_positions(new QActionGroup(this))
+{
+    addPosition("lightAbove", tr("From &above"), Qt::Key_F2, {0, 300, 0});
+    addPosition("lightLeft", tr("From the &left"), Qt::Key_F3, {300, 200, -200});
+    addPosition("lightRight", tr("From the &right"), Qt::Key_F4, {-300, 200, -200});
+    const QAction* color = add(*this, "lightColor", tr("&Colour…"), QKeySequence(QStringLiteral("Shift+F2")));
+    const QAction* white = add(*this, "lightWhite", tr("&White"), QKeySequence(QStringLiteral("Shift+F3")));
+    connect(color, &QAction::triggered, this, &LightMenu::chooseColor);
+    connect(white, &QAction::triggered, this, [this] { setLight(m_viewer, m_viewer.lightPos(), Qt::white); });
+}
+
+void LightMenu::addPosition(const char* name, const QString& text, Qt::Key key, const QVector3D& position)
+{
+    QAction* action = addCheckable(*this, name, text, QKeySequence(key));
+    action->setData(position);
+    connect(action, &QAction::triggered, this,
+            [this, position] { setLight(m_viewer, position, m_viewer.lightColor()); });
+    m_positions->addAction(action);
+}
+
+void LightMenu::chooseColor()
+{
+    const QColor color =
+        QColorDialog::getColor(m_viewer.lightColor(), parentWidget(), tr("Colour of the light"));
+    if (color.isValid())
+        setLight(m_viewer, m_viewer.lightPos(), color);
+}
+
+void LightMenu::showPosition(const QVector3D& position)
+{
+    const QList<QAction*> positions = m_positions->actions();
+    for (QAction* action : positions)
+        action->setChecked(action->data().value<QVector3D>() == position);
+}

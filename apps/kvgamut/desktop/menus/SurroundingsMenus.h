@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KVGamutView.h>
+
+#include <QtWidgets/QMenu>
+
+class QActionGroup;
+
+/// The menu of the colours behind the gamuts.
+class BackgroundMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    BackgroundMenu(KVGamut3DViewer& viewer, QWidget* parent);
+
+    void showBackground(const QColor& background);
+
+private:
+    void addColor(const char* name, const QString& text, const char* key, const QColor& color);
+
+    KVGamut3DViewer& m_viewer;
+    QActionGroup* m_colors;
+};
+
+/// The menu of the light's direction and colour.
+class LightMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    LightMenu(KVGamut3DViewer& viewer, QWidget* parent);
+
+    void showPosition(const QVector3D& position);
+
+private:
+    void addPosition(const char* name, const QString& text, Qt::Key key, const QVector3D& position);
+    void chooseColor();
+
+    KVGamut3DViewer& m_viewer;
+    QActionGroup* m_positions;
+};

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "desktop/view/ViewState.h"
+
+#include <QtWidgets/QMenu>
+
+class BackgroundMenu;
+class CameraControl;
+class ClipControl;
+class LightMenu;
+class QDockWidget;
+
+/// The menu "View": camera, section, surroundings, and the panels of the window.
+class ViewMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    ViewMenu(KVGamut3DViewer& viewer, CameraControl& camera, ClipControl& clip,
+             const QList<QDockWidget*>& panels, QWidget* parent);
+
+    QAction* fullScreen; ///< connected by the window
+
+    /// Checks the actions that @p state corresponds to.
+    void showState(const ViewState& state);
+
+private:
+    void addCamera();
+    void addDirections();
+    void addSection(ClipControl& clip);
+    void addSurroundings();
+    void addPanels(const QList<QDockWidget*>& panels);
+
+    KVGamut3DViewer& m_viewer;
+    CameraControl& m_camera;
+    QAction* m_orthogonal;
+    QAction* m_cut;
+    QAction* m_axes;
+    QAction* m_grid;
+    QAction* m_plane;
+    BackgroundMenu* m_background;
+    LightMenu* m_light;
+};
