@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # Shows the gamuts of ICC profiles:  ./run.sh [profile ...]
 #
-# Installs what is missing (Debian, Ubuntu), builds, and opens a window with the given profiles, or
-# with sRGB solid and Display P3 translucent around it. Without a display it writes gamut.png here.
+# Installs missing packages (Debian, Ubuntu), builds, and opens a window with the given profiles. The default is
+# sRGB and a translucent Display P3. Without a display the picture is written to gamut.png in this folder.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
@@ -15,7 +15,7 @@ profiles=("$@")
 
 kv_set_up "$root" run
 
-[[ -d $root/build/release ]] || echo "Building; the first time takes a few minutes." >&2
+[[ -d $root/build/release ]] || echo "Building; this takes a few minutes the first time." >&2
 log="$root/build/release.log"
 if ! (cd "$root" && cmake --preset release && cmake --build --preset release) >"$log" 2>&1; then
     tail -n 30 "$log" >&2
@@ -29,4 +29,4 @@ if [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]; then
 fi
 picture="$root/gamut.png"
 "$kvgamut" render --output "$picture" -- "${profiles[@]}"
-echo "There is no display to open a window on. The picture is in $picture"
+echo "There is no display, so no window was opened. The picture is in $picture"

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Builds everything and runs all tests, without a display:  ./test.sh
 #
-# Installs what is missing (Debian, Ubuntu). The exit status is 0 when all tests pass.
+# Installs missing packages (Debian, Ubuntu). The exit code is 0 if all tests pass.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Draws all pictures of docs/GALLERY.md and docs/commands/ again:  tools/gallery.sh [kvgamut]
+# Renders all pictures of docs/GALLERY.md and docs/commands/:  tools/gallery.sh [kvgamut]
 #
-# Takes the program of the release or dev build unless told otherwise. The printer's profile comes with
-# the package libgs-common.
+# The default program is that of the release or the dev build. The printer profile is part of the package
+# libgs-common.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
@@ -14,7 +14,7 @@ if [[ -z $kvgamut ]]; then
     done
 fi
 if [[ -z $kvgamut ]]; then
-    echo "Build the program first (./run.sh does), or name it: tools/gallery.sh path/to/kvgamut" >&2
+    echo "kvgamut is not built; run ./run.sh first or pass its path: tools/gallery.sh path/to/kvgamut" >&2
     exit 1
 fi
 printer=/usr/share/color/icc/ghostscript/default_cmyk.icc
@@ -55,7 +55,7 @@ draw no-background sRGB DisplayP3 --no-background
 draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
 draw mixed-modes "$printer" sRGB --mode smooth,wireframe --alpha 1,0.6 --grid 9 --intent relative
 
-# The pages of the commands call the printer's profile by a simple name.
+# The pages of the commands use a short file name for the printer profile.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cp "$printer" "$scratch/printer.icc"

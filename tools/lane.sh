@@ -1,17 +1,17 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Runs one check that the ordinary tests leave out:  tools/lane.sh NAME [argument ...]
+# Runs one check that is not part of the ordinary tests:  tools/lane.sh NAME [argument ...]
 #
 #   asan       logic tests under the address, leak and undefined-behaviour sanitizers
 #   tsan       tests of code that shares data between threads, under the thread sanitizer
 #   valgrind   a sample of the logic tests under memcheck
-#   tidy       clang-tidy; arguments are files, else all sources of the library and the program
-#   clazy      clazy, level 1; likewise
-#   soak       random calls for long; arguments go to the program (see --help)
+#   tidy       clang-tidy; arguments are files, default: all sources of the library and the program
+#   clazy      clazy, level 1; same arguments
+#   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
-#   idle       what an idle viewer costs; arguments are width, height and seconds
+#   idle       the cost of an idle viewer; arguments are width, height and seconds
 #
-# Installs what is missing (Debian, Ubuntu). docs/LANES.md says what each can and cannot see.
+# Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
@@ -33,7 +33,7 @@ with_display() {
 }
 
 # build PRESET ROOMS [TARGET ...]
-# The rooms are those of a lane's own build; "dev" belongs to test.sh as well and keeps what it has.
+# ROOMS are the test folders of the lane's own build. The build "dev" is shared with test.sh and is not changed.
 build() {
     local choice=(-DKV3DVIEWER_BUILD_APPS=OFF "-DKV3DVIEWER_TEST_ROOMS=$2")
     [[ $1 != dev ]] || choice=()
@@ -41,7 +41,7 @@ build() {
     cmake --build --preset "$1" ${3:+--target "${@:3}"}
 }
 
-# Sources of the library and the program; what moc and the compiler need for them is made first.
+# Sources of the library and the program, or the given ones.
 sources() {
     if [[ $# -gt 0 ]]; then
         printf '%s\n' "$@"
@@ -52,8 +52,9 @@ sources() {
 analyse() {
     local command=$1
     shift
-    # without precompiled headers: they are another compiler's
+    # without precompiled headers: those of GCC are of no use to Clang
     cmake --preset dev -B build/analysis -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_TEST_ROOMS= >/dev/null
+    # the files that moc generates are included by the sources
     cmake --build build/analysis \
         --target KVCoreCommon_autogen KV3DViewerObjects_autogen KVGamutDesktop_autogen >/dev/null
     # shellcheck disable=SC2016 # the inner shell expands it
@@ -76,7 +77,7 @@ valgrind)
     kv_install valgrind
     sample=(test_completion_protocol test_camera test_input test_scene_object)
     build dev "platform;scene;glwindow" "${sample[@]}"
-    counting='Batch.allocatesNothingOnceTheSceneIsSteady' # memcheck brings its own heap, which does not count
+    counting='Batch.allocatesNothingOnceTheSceneIsSteady' # allocations are not counted in the heap of memcheck
     for test in "${sample[@]}"; do
         QT_QPA_PLATFORM=offscreen valgrind --quiet --error-exitcode=1 --leak-check=full \
             --errors-for-leak-kinds=definite --suppressions=tools/lanes/valgrind.supp "build/dev/bin/$test" \

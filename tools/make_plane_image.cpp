@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Makes resources/Images/gamut.png, the colours of the ab plane's floor:
+// Generates resources/Images/gamut.png, the colours of the a*b* plane:
 //
 //     make_plane_image OUT.png
 //
-// 256 × 256 pixels, one for each whole a* and b*: column c is a* = c - 128, row r is b* = 128 - r.
-// Each shows the colour of its hue and chroma at L* 72, where every hue has a clear colour on a
-// screen; what sRGB cannot show is brought to the nearest colour of the same hue that it can.
+// 256 × 256 pixels, one for each integer a* and b*: column c is a* = c - 128, row r is b* = 128 - r.
+// L* is 72 everywhere, because all hues are distinct on a screen at this lightness. Colours out of the gamut
+// of sRGB are mapped to the nearest colour of the same hue.
 
 #include <platform/KVVelmoraFramework.h>
 

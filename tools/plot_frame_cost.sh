@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Measures what a frame costs as a scene grows and plots it:  tools/plot_frame_cost.sh [bench_scene]
+# Measures and plots the cost of a frame against the size of the scene:  tools/plot_frame_cost.sh [bench_scene]
 #
-# Writes docs/pictures/frame-cost.svg and prints the rows of the table in docs/PERFORMANCE.md. Needs
-# gnuplot.
+# Writes docs/pictures/frame-cost.svg and prints the table rows of docs/PERFORMANCE.md. Needs gnuplot.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)

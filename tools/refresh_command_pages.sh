@@ -1,6 +1,6 @@
 #!/bin/bash
 # SPDX-License-Identifier: Apache-2.0
-# Puts what the program answers to --help into the "help" blocks of the pages in docs/commands/.
+# Copies the output of --help into the "help" blocks of the pages in docs/commands/.
 # refresh_command_pages.sh KVGAMUT    the built program
 set -euo pipefail
 [[ $# -eq 1 ]] || { echo "Usage: $0 path/to/kvgamut" >&2; exit 2; }

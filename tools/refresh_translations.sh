@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Brings apps/kvgamut/desktop/language/translations/*.ts up to the sources of the window:
+# Updates apps/kvgamut/desktop/language/translations/*.ts from the sources of the window:
 #
-#   tools/refresh_translations.sh [LANGUAGE ...]      such as "fr", for a language that is not there yet
+#   tools/refresh_translations.sh [LANGUAGE ...]      a new language, such as "fr"
 #
-# New texts come in as unfinished, to be translated with Qt Linguist or an editor; texts that the window
-# no longer has go. Then build: the translations lie in the program.
+# New texts are added as unfinished, for Qt Linguist or an editor; texts that are no longer used are removed.
+# Then build: the translations are compiled into the program.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
@@ -13,7 +13,7 @@ desktop="$root/apps/kvgamut/desktop"
 lupdate=$(command -v lupdate || true)
 [[ -x /usr/lib/qt6/bin/lupdate ]] && lupdate=/usr/lib/qt6/bin/lupdate
 if [[ -z $lupdate ]]; then
-    echo "There is no lupdate (Debian, Ubuntu: apt-get install qt6-l10n-tools)" >&2
+    echo "lupdate is not installed (Debian, Ubuntu: apt-get install qt6-l10n-tools)" >&2
     exit 1
 fi
 

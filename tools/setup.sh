@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=bash
-# What run.sh and test.sh share: the packages they need, and where programs keep their caches.
-# Sourced; kv_set_up is what they call.
+# Shared by run.sh, test.sh and tools/lane.sh: installs packages and sets the folders of caches.
+# To be sourced; call kv_set_up.
 
-# Packages of Debian 12 and Ubuntu 24.04 (or newer) with which the program builds and runs.
+# Packages of Debian 12 and Ubuntu 24.04 (or newer) that the program needs to build and run.
 kv_run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev
@@ -12,17 +12,19 @@ kv_run_packages=(
     libpng-dev libjpeg-dev libtiff-dev
     libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
 )
-# And with which its tests do: a second opinion on hulls, ICC profiles to test with, a window manager,
-# a hand for real input, Clang for the fuzzers, what makes the man pages, and a locale that is not English.
+# Packages that the tests need: Qhull to compare hulls with, ICC profiles, a window manager, tools that send
+# real input, Clang for the fuzzers, help2man, and the sources of locales.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool libxcb-xtest0-dev clang libclang-rt-dev help2man
     debootstrap dpkg-dev desktop-file-utils doxygen jq locales)
+# Packages that some of these systems do not have. The test that needs one says why it is skipped.
+kv_optional_test_packages=(clang-format-14)
 
 kv_is_installed() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
 }
 
-# Runs apt-get as root. It never asks; only sudo may, for a password, and only at a terminal.
+# Runs apt-get as root, without questions. Only sudo may ask for a password, and only at a terminal.
 kv_apt_get() {
     local as_root=()
     if [[ $EUID -ne 0 ]]; then
@@ -38,11 +40,12 @@ kv_set_up() {
     local packages=("${kv_run_packages[@]}")
     [[ $2 != test ]] || packages+=("${kv_test_packages[@]}")
     kv_install "${packages[@]}"
+    [[ $2 != test ]] || kv_install_optional "${kv_optional_test_packages[@]}"
     kv_stay_in_tree "$1/build/cache"
     [[ $2 != test ]] || export LC_ALL="${LC_ALL:-C.UTF-8}"
 }
 
-# Installs those of the named packages that are missing.
+# Installs the named packages that are missing.
 kv_install() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         kv_check_without_apt
@@ -65,7 +68,21 @@ kv_install() {
     fi
 }
 
-# On other systems nothing is installed. What is there is tried; what is obviously missing is named.
+# Installs the named packages that are missing and that this system offers. Reports what is not available.
+kv_install_optional() {
+    command -v apt-cache >/dev/null && command -v dpkg-query >/dev/null || return 0
+    local package
+    for package in "$@"; do
+        kv_is_installed "$package" && continue
+        if apt-cache show "$package" >/dev/null 2>&1; then
+            kv_install "$package"
+        else
+            echo "Not available on this system: $package" >&2
+        fi
+    done
+}
+
+# Checks on systems without apt that the most important tools exist, and names what to install otherwise.
 kv_check_without_apt() {
     local tool
     for tool in c++ cmake ninja pkg-config; do
@@ -78,7 +95,7 @@ kv_check_without_apt() {
     done
 }
 
-# Keeps caches and run-time files of everything that is started in the named folder.
+# Makes all programs that are started keep caches and run-time files in the given folder.
 kv_stay_in_tree() {
     local cache=$1
     mkdir -p "$cache/mesa" "$cache/runtime"

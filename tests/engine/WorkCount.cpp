@@ -34,7 +34,7 @@ work::Work difference(const work::Work& a, const work::Work& b)
 
 } // namespace
 
-// The program's own definition goes before the library's.
+// This definition in the program replaces that of the library, for the colour engine in the program, too.
 extern "C" void cmsDoTransform(cmsHTRANSFORM transform, const void* input, void* output, cmsUInt32Number size)
 {
     using Transform = decltype(&cmsDoTransform);

@@ -4,7 +4,7 @@
 #include <limits>
 #include <vector>
 
-// Three mistakes, each of which a sanitizer has to report.
+// Three deliberate faults that the sanitizers must report.
 
 namespace {
 

@@ -5,12 +5,11 @@
 
 #include <cstdio>
 
-// A worker that writes what its owner reads, with nothing between the two: the mistake that the design of
-// background tasks is there to prevent.
+// A deliberate data race: a worker writes a variable that its owner reads, without synchronisation.
 
 namespace {
 
-volatile int shared = 0; // volatile: each write is made
+volatile int shared = 0; // volatile, so that every write is made
 
 class RacyFunctor : public KVBackgroundTask<int>::Functor
 {

@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #if defined(__SANITIZE_ADDRESS__)
-extern "C" size_t __sanitizer_get_current_allocated_bytes(); // not all compilers install its header
+extern "C" size_t __sanitizer_get_current_allocated_bytes(); // its header is not installed with all compilers
 #endif
 
 QString GLCensus::text() const

@@ -24,14 +24,14 @@ struct GLCensus
     QString text() const;
 };
 
-/// Counts the objects of @p context, which is current, by asking for each name that a driver hands out:
-/// drivers give the lowest free names, so that tens of thousands are more than ever lived at once.
+/// Counts the objects of @p context, which must be current, by a query for each of the first 65,536 names.
+/// Drivers use the lowest free names, and there are never that many objects at the same time.
 GLCensus countGLObjects(QOpenGLContext* context);
 
-/// What the process holds.
+/// Memory of the process.
 struct MemoryUse
 {
-    qint64 allocated = 0; ///< bytes allocated and not freed, of all libraries
+    qint64 allocated = 0; ///< bytes allocated and not freed, by all libraries
     qint64 resident = 0;  ///< bytes in main memory
 
     static MemoryUse now();

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr QSize startSize(160, 120); // a shown viewer costs time with its size
+constexpr QSize startSize(160, 120); // the cost of a shown viewer grows with its size
 constexpr float uncut = 1000000.0f;
-constexpr int names = 4;                // few, so that calls meet each other's
-constexpr int coarsest = 5, finest = 9; // grids of gamuts that take milliseconds
+constexpr int names = 4;                // a few, so that calls use the same ones
+constexpr int minGrid = 5, maxGrid = 9; // grids whose gamuts take milliseconds
 const QString kept = QStringLiteral("kept");
 
 QString screenProfile()
@@ -72,7 +72,7 @@ const std::vector<RandomHost::Call>& RandomHost::calls()
         {"reparent", 2, &RandomHost::reparent},
         {"close and show", 1, &RandomHost::close},
         {"turn events", 40, &RandomHost::turnEvents},
-        // only of a host that loses contexts
+        // only if the host loses contexts
         {"destroy the native window", 2, &RandomHost::destroyNativeWindow},
         {"replace the viewer", 1, &RandomHost::replaceViewer},
     };
@@ -129,7 +129,8 @@ void RandomHost::call()
     compare();
 }
 
-// --- Chance -------------------------------------------------------------------------------------------
+// --- Random values
+// -------------------------------------------------------------------------------------------
 
 float RandomHost::number(float from, float to)
 {
@@ -193,14 +194,14 @@ void RandomHost::load()
     gamut.load->id = id;
     gamut.load->good = below(5) != 0;
     const QString path = gamut.load->good ? screenProfile() : QStringLiteral("/nowhere.icc");
-    m_viewer->load(id, profile(path, coarsest + below(finest - coarsest + 1)),
+    m_viewer->load(id, profile(path, minGrid + below(maxGrid - minGrid + 1)),
                    [this, load = gamut.load](const QString& reportedId, bool ok) {
                        ++load->reports;
                        ++m_reported;
-                       expect(!load->superseded, QStringLiteral("a load was reported that was superseded"));
+                       expect(!load->superseded, QStringLiteral("a superseded load was reported"));
                        expect(load->reports == 1, QStringLiteral("a load was reported twice"));
                        expect(reportedId == load->id, QStringLiteral("a load was reported under another id"));
-                       expect(ok == load->good, QStringLiteral("a load ended differently"));
+                       expect(ok == load->good, QStringLiteral("a load had the wrong result"));
                        expect(!ok || m_viewer->volume(load->id) > 0, QStringLiteral("a gamut has no volume"));
                    });
 }
@@ -208,8 +209,8 @@ void RandomHost::load()
 void RandomHost::loadInsideTheCall()
 {
     const QString id = name();
-    m_gamuts[id]; // a load in progress goes on beside it
-    m_viewer->load(id, profile(screenProfile(), coarsest), nullptr);
+    m_gamuts[id]; // a load in progress continues
+    m_viewer->load(id, profile(screenProfile(), minGrid), nullptr);
     expect(m_viewer->volume(id) > 0, QStringLiteral("a load inside the call has no volume"));
 }
 
@@ -277,7 +278,8 @@ void RandomHost::askGamut()
     expect(faces.isEmpty() == !(m_viewer->volume(id) > 0), QStringLiteral("faces and volume disagree"));
     float f[6] = {-1, -1, -1, -1, -1, -1};
     const bool compared = m_viewer->gamutSetProperties(id, other, f[0], f[1], f[2], f[3], f[4], f[5]);
-    expect(compared == (known && m_gamuts.contains(other)), QStringLiteral("a comparison was answered"));
+    expect(compared == (known && m_gamuts.contains(other)),
+           QStringLiteral("a comparison has the wrong result"));
     if (!faces.isEmpty())
         expect(m_viewer->isInsideGamut(id, QVector3D(50, 0, 0)), QStringLiteral("grey is not inside"));
 }
@@ -388,7 +390,7 @@ void RandomHost::buildDecorations()
 {
     m_viewer->addAxesAndGrid();
     m_viewer->addabPlane();
-    m_plane = false; // is built hidden
+    m_plane = false; // it is hidden at first
 }
 
 void RandomHost::moveCamera()
@@ -402,7 +404,7 @@ void RandomHost::moveCamera()
     m_viewer->setCamera(eye, ms, interest);
     if (ms == 0)
         expect(m_viewer->camera() == eye && m_viewer->interestPt() == interest,
-               QStringLiteral("the camera is elsewhere"));
+               QStringLiteral("the camera is at the wrong place"));
 }
 
 void RandomHost::changeProjection()
@@ -411,11 +413,11 @@ void RandomHost::changeProjection()
     if (coin()) {
         const float angle = number(10, 90);
         m_viewer->setViewingAngle(angle, ms);
-        expect(ms > 0 || m_viewer->viewingAngle() == angle, QStringLiteral("the viewing angle is another"));
+        expect(ms > 0 || m_viewer->viewingAngle() == angle, QStringLiteral("the viewing angle is wrong"));
     } else {
         const bool on = coin();
         m_viewer->setOrthogonalProjection(on, ms);
-        expect(ms > 0 || m_viewer->orthogonalProjection() == on, QStringLiteral("the projection is another"));
+        expect(ms > 0 || m_viewer->orthogonalProjection() == on, QStringLiteral("the projection is wrong"));
     }
 }
 
@@ -447,7 +449,7 @@ void RandomHost::takePicture()
     const QSize size(1 + below(300), 1 + below(300));
     const QImage image = coin() ? m_viewer->picture() : m_viewer->picture(size);
     expect(image.isNull() || image.size() == size || image.size().width() > 0,
-           QStringLiteral("a picture has another size"));
+           QStringLiteral("a picture has the wrong size"));
 }
 
 // --- Input and window ---------------------------------------------------------------------------------
@@ -522,20 +524,21 @@ void RandomHost::replaceViewer()
     ++m_replaced;
 }
 
-// --- Rest and judgement -------------------------------------------------------------------------------
+// --- State at rest, and comparison
+// -------------------------------------------------------------------------------
 
 void RandomHost::stretch()
 {
     m_lastCall = QStringLiteral("stretch");
     for (int i = 0; i < names; ++i) {
         const QString id = nameAt(i);
-        m_viewer->load(id, profile(screenProfile(), finest), nullptr);
-        m_viewer->setDisplayMode(id, KVGamut3DViewer::Wireframe); // a bar for each edge of each face
+        m_viewer->load(id, profile(screenProfile(), maxGrid), nullptr);
+        m_viewer->setDisplayMode(id, KVGamut3DViewer::Wireframe); // draws a bar for each edge of each face
         m_viewer->changeGamutAlpha(id, 0.5f, 0);
         m_gamuts[id].mode = KVGamut3DViewer::Wireframe;
     }
     expect(kvtest::spinUntil([this] { return m_viewer->isSettled(); }),
-           QStringLiteral("the picture never comes to rest"));
+           QStringLiteral("the picture does not settle"));
 }
 
 bool RandomHost::waitForLoads()
@@ -549,9 +552,9 @@ bool RandomHost::waitForLoads()
 void RandomHost::rest()
 {
     m_lastCall = QStringLiteral("rest");
-    expect(waitForLoads(), QStringLiteral("a load is never reported"));
+    expect(waitForLoads(), QStringLiteral("a load is not reported"));
     if (m_losesContexts)
-        replaceViewer(); // nothing of the old one may be left
+        replaceViewer(); // nothing of the old one may remain
 
     KVGamut3DViewer& v = *m_viewer;
     v.clearMarkerSet();
@@ -565,14 +568,14 @@ void RandomHost::rest()
     m_segments.clear();
     m_gamuts.clear();
 
-    // A gamut is part of the rest, so that its picture says something of gamuts, too.
+    // With a gamut, so that the picture depends on gamuts, too.
     v.setClipping(m_clipping = uncut);
-    v.load(kept, profile(screenProfile(), finest), nullptr);
+    v.load(kept, profile(screenProfile(), maxGrid), nullptr);
     m_gamuts[kept];
     v.setPointSize(m_pointSize = 4.0f);
     v.setDisplayGrid(m_grid = true);
     v.setDisplayAxes(m_axes = true);
-    v.addabPlane(); // hidden, and without the buffer that it has since it was last shown
+    v.addabPlane(); // hidden, and without the buffer that it has after it was shown
     m_plane = false;
     v.setLightPos(m_light = QVector3D(0, 300, 0));
     v.setLightColor(Qt::white);
@@ -584,14 +587,14 @@ void RandomHost::rest()
     v.setParent(nullptr);
     v.show();
     v.resize(startSize);
-    // The window system may still speak of sizes asked for earlier.
+    // The window system may still send events about earlier sizes.
     expect(kvtest::spinUntil([&] {
                if (v.size() != startSize)
                    v.resize(startSize);
                kvtest::spinFor(50);
                return v.isSettled() && v.size() == startSize && v.picture().size() == startSize;
            }),
-           QStringLiteral("the picture never comes to rest"));
+           QStringLiteral("the picture does not settle"));
     compare();
 }
 
@@ -612,27 +615,27 @@ QOpenGLWindow* RandomHost::glWindow() const
 void RandomHost::compare()
 {
     const KVGamut3DViewer& v = *m_viewer;
-    expect(asSet(v.markerSet()) == m_markers, QStringLiteral("the marker sets are others"));
-    expect(asSet(v.pointSet()) == m_points, QStringLiteral("the point sets are others"));
-    expect(asSet(v.segmentSet()) == m_segments, QStringLiteral("the segment sets are others"));
+    expect(asSet(v.markerSet()) == m_markers, QStringLiteral("the marker sets are wrong"));
+    expect(asSet(v.pointSet()) == m_points, QStringLiteral("the point sets are wrong"));
+    expect(asSet(v.segmentSet()) == m_segments, QStringLiteral("the segment sets are wrong"));
     const auto ids = m_gamuts.keys();
-    expect(asSet(v.gamuts()) == asSet(ids), QStringLiteral("the gamuts are others"));
+    expect(asSet(v.gamuts()) == asSet(ids), QStringLiteral("the gamuts are wrong"));
     expect(v.displayGrid() == m_grid && v.displayAxes() == m_axes && v.abPlane() == m_plane,
-           QStringLiteral("the decorations are others"));
-    expect(v.clipping() == m_clipping, QStringLiteral("the clipping is another"));
-    expect(v.pointSize() == m_pointSize, QStringLiteral("the point size is another"));
-    expect(v.background() == m_background, QStringLiteral("the background is another"));
-    expect(v.lightPos() == m_light, QStringLiteral("the light is elsewhere"));
+           QStringLiteral("the decorations are wrong"));
+    expect(v.clipping() == m_clipping, QStringLiteral("the clipping is wrong"));
+    expect(v.pointSize() == m_pointSize, QStringLiteral("the point size is wrong"));
+    expect(v.background() == m_background, QStringLiteral("the background is wrong"));
+    expect(v.lightPos() == m_light, QStringLiteral("the light is at the wrong place"));
     for (auto gamut = m_gamuts.cbegin(); gamut != m_gamuts.cend(); ++gamut) {
-        expect(v.gamutVisible(gamut.key()) == gamut->visible, QStringLiteral("a visibility is another"));
-        expect(v.displayMode(gamut.key()) == gamut->mode, QStringLiteral("a display mode is another"));
-        expect(v.gamutColor(gamut.key()) == gamut->color, QStringLiteral("a colour is another"));
+        expect(v.gamutVisible(gamut.key()) == gamut->visible, QStringLiteral("a visibility is wrong"));
+        expect(v.displayMode(gamut.key()) == gamut->mode, QStringLiteral("a display mode is wrong"));
+        expect(v.gamutColor(gamut.key()) == gamut->color, QStringLiteral("a colour is wrong"));
     }
 }
 
 void RandomHost::expect(bool holds, const QString& what)
 {
-    constexpr int enough = 20;
-    if (!holds && m_faults.size() < enough)
+    constexpr int maxFaults = 20;
+    if (!holds && m_faults.size() < maxFaults)
         m_faults.append(QStringLiteral("call %1 (%2): %3").arg(m_calls).arg(m_lastCall, what));
 }

@@ -17,47 +17,46 @@
 
 class QOpenGLWindow;
 
-/// A host that calls the viewer at random, in the order that its seed decides, and knows what the
-/// viewer has to answer.
+/// A host that makes random calls to a viewer. The seed determines the order of the calls.
 ///
-/// It keeps a record of every name, switch and load, compares the viewer's answers with it after each
-/// call, and writes down what does not agree.
+/// It records every id, switch and load, compares the state of the viewer with its record after each call,
+/// and reports differences as faults.
 class RandomHost
 {
 public:
-    /// @param losesContexts its calls also destroy the native window or the viewer, and make it again
+    /// @param losesContexts whether calls also destroy and recreate the native window or the viewer
     RandomHost(quint32 seed, bool losesContexts);
     ~RandomHost();
 
-    /// One call, and the answers compared.
+    /// Makes one random call and compares the state of the viewer.
     void call();
 
-    /// Shows more translucent triangles than any order of calls does, since the viewer keeps the memory in
-    /// which it orders them.
+    /// Shows more translucent triangles than any order of calls does. The viewer keeps the memory in which it
+    /// sorts them, so this allocates the maximum once.
     void stretch();
 
-    /// Brings the viewer to the state in which it began, waits for all loads and for the picture.
+    /// Resets the viewer to its first state and waits for all loads and for the picture.
     void rest();
-    /// What it shows at rest.
+    /// The picture in this state.
     QImage picture() const { return m_viewer->picture(); }
-    /// What lives in its context.
+    /// The GL objects of the viewer's context.
     GLCensus census() const;
 
-    /// What did not agree; the first few.
+    /// The first differences that were found.
     const QStringList& faults() const { return m_faults; }
     /// How often each call was made.
     const QHash<QString, int>& tally() const { return m_tally; }
     int reportedLoads() const { return m_reported; }
     int replacedViewers() const { return m_replaced; }
-    /// Writes down what Qt warned of.
+    /// Adds a fault, such as a warning of Qt.
     void note(const QString& fault) { expect(false, fault); }
 
 private:
     struct Load
     {
         QString id;
-        bool good = false;       ///< what it loads is a profile
-        bool superseded = false; ///< nobody is to hear of it any more
+        bool good = false;       ///< the file is a profile
+        bool superseded = false; ///< must not be reported any more
         int reports = 0;
     };
     struct Gamut
@@ -65,7 +64,7 @@ private:
         bool visible = true;
         KVGamut3DViewer::DisplayMode mode = KVGamut3DViewer::Smooth;
         QColor color;
-        QSharedPointer<Load> load; ///< the last with a callback
+        QSharedPointer<Load> load; ///< the last one with a callback
     };
     struct Call
     {
@@ -76,13 +75,13 @@ private:
 
     static const std::vector<Call>& calls();
 
-    // chance
+    // random values
     int below(int bound) { return static_cast<int>(m_random() % static_cast<quint32>(bound)); }
     bool coin() { return below(2) == 0; }
     float number(float from, float to);
     QVector3D position();
     QColor color();
-    QString name(); ///< one of few, so that calls meet each other's
+    QString name(); ///< one of a few ids, so that calls use the same ones
     int duration();
     QList<KVGamut3DViewer::ColoredPosition> items();
 

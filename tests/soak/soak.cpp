@@ -16,28 +16,28 @@ namespace {
 
 constexpr int rounds = 10;
 
-// Qt and the driver keep caches that grow at first: what is judged is the growth from the second round on.
-// It moves up and down by some tens of kilobytes; a call in ten that loses a hundred bytes is more.
+// Caches of Qt and the driver grow at first, so the growth is measured from the second round on. It varies by
+// some tens of kilobytes. A leak of a hundred bytes in every tenth call is more than this limit.
 constexpr qint64 allocatedSlack = 256 * 1024;
-// The allocator returns pages as it sees fit.
+// The allocator does not return pages at once.
 constexpr qint64 residentSlack = 32ll * 1024 * 1024;
 
-RandomHost* warned = nullptr; // whose fault a warning is
+RandomHost* currentHost = nullptr; // gets the warnings
 
 void record(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     const bool isFault =
         type == QtWarningMsg || type == QtCriticalMsg ||
         text.startsWith(QLatin1String("QOpenGLFramebufferObject")); // those are debug messages
-    if (isFault && warned && !text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
-        warned->note(QStringLiteral("Qt warns: ") + text);
+    if (isFault && currentHost && !text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
+        currentHost->note(QStringLiteral("Qt warns: ") + text);
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "fatal: %s\n", qPrintable(text));
         std::abort();
     }
 }
 
-/// A window of Qt's own that draws nothing, in the format of the viewer's.
+/// An empty window with the surface format of the viewer.
 class EmptyWindow : public QOpenGLWindow
 {
 public:
@@ -47,7 +47,7 @@ public:
     }
 };
 
-/// What Qt and the driver keep of each context that was destroyed (llvmpipe of Mesa 22.3: a megabyte).
+/// Memory that Qt and the driver keep for each destroyed context (llvmpipe of Mesa 22.3: a megabyte).
 qint64 bytesKeptPerContext()
 {
     const QSurfaceFormat format = KVGamut3DViewer().findChild<QOpenGLWindow*>()->requestedFormat();
@@ -64,13 +64,13 @@ qint64 bytesKeptPerContext()
     return std::max<qint64>(0, (MemoryUse::now().allocated - before) / counted);
 }
 
-/// What a viewer holds and shows at rest.
+/// Memory, GL objects and picture of a viewer at rest.
 struct Level
 {
     MemoryUse memory;
     GLCensus objects;
     QImage picture;
-    int viewers = 0; ///< that were destroyed so far
+    int viewers = 0; ///< destroyed so far
 };
 
 Level levelOf(RandomHost& host)
@@ -88,8 +88,8 @@ void print(int round, int calls, const Level& level)
     std::fflush(stdout);
 }
 
-/// Prints what is not level, and returns how much that is.
-int unlevel(const Level& first, const Level& last, qint64 keptPerContext)
+/// Prints the differences between two levels, and returns their number.
+int printDifferences(const Level& first, const Level& last, qint64 keptPerContext)
 {
     const qint64 kept = keptPerContext * (last.viewers - first.viewers);
     int faults = 0;
@@ -99,13 +99,11 @@ int unlevel(const Level& first, const Level& last, qint64 keptPerContext)
             ++faults;
         }
     };
-    judge(first.objects.programs > 0 && first.objects.buffers > 0, "the census sees no GL objects");
-    judge(first.objects == last.objects, "GL objects are not level");
-    judge(last.memory.allocated - first.memory.allocated < allocatedSlack + kept,
-          "allocated memory is not level");
-    judge(last.memory.resident - first.memory.resident < residentSlack + kept,
-          "resident memory is not level");
-    judge(!first.picture.isNull() && first.picture == last.picture, "the picture at rest is another one");
+    judge(first.objects.programs > 0 && first.objects.buffers > 0, "no GL objects were counted");
+    judge(first.objects == last.objects, "the number of GL objects changed");
+    judge(last.memory.allocated - first.memory.allocated < allocatedSlack + kept, "allocated memory grew");
+    judge(last.memory.resident - first.memory.resident < residentSlack + kept, "resident memory grew");
+    judge(!first.picture.isNull() && first.picture == last.picture, "the picture at rest changed");
     return faults;
 }
 
@@ -124,12 +122,12 @@ int main(int argc, char** argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Calls a shown viewer at random."));
+    parser.setApplicationDescription(QStringLiteral("Makes random calls to a shown viewer."));
     parser.addHelpOption();
-    const auto seed = option("seed", "What decides the order of calls.", "number", "20240229");
-    const auto calls = option("calls", "How many calls.", "number", "10000");
-    const auto lose = option("lose-contexts", "Destroy native windows and viewers in between.");
-    const auto list = option("tally", "Print how often each call was made.");
+    const auto seed = option("seed", "Seed of the random order of calls.", "number", "20240229");
+    const auto calls = option("calls", "Number of calls.", "number", "10000");
+    const auto lose = option("lose-contexts", "Also destroy native windows and viewers.");
+    const auto list = option("tally", "Print the number of calls of each kind.");
     parser.addOptions({seed, calls, lose, list});
     parser.process(application);
 
@@ -137,10 +135,10 @@ int main(int argc, char** argv)
     timer.start();
     const qint64 keptPerContext = parser.isSet(lose) ? bytesKeptPerContext() : 0;
     if (parser.isSet(lose))
-        std::printf("Qt and the driver keep %.1f KiB of a destroyed context\n",
+        std::printf("Qt and the driver keep %.1f KiB for each destroyed context\n",
                     static_cast<double>(keptPerContext) / 1024.0);
     RandomHost host(parser.value(seed).toUInt(), parser.isSet(lose));
-    warned = &host;
+    currentHost = &host;
     qInstallMessageHandler(record);
     const int perRound = std::max(1, parser.value(calls).toInt() / rounds);
 
@@ -155,12 +153,12 @@ int main(int argc, char** argv)
             first = last;
     }
 
-    int faults = unlevel(first, last, keptPerContext);
+    int faults = printDifferences(first, last, keptPerContext);
     for (const QString& fault : host.faults())
         std::printf("FAULT: %s\n", qPrintable(fault));
     faults += static_cast<int>(host.faults().size());
     if (host.reportedLoads() == 0) {
-        std::printf("FAULT: no load was ever reported\n");
+        std::printf("FAULT: no load was reported\n");
         ++faults;
     }
     if (parser.isSet(list)) {

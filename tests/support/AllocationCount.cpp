@@ -59,7 +59,7 @@ bool kvtest::countsAllocations()
     return true;
 }
 
-// The program's own definitions go before the library's, for all libraries in the process.
+// Definitions in the program replace those of the C library for all libraries in the process.
 extern "C" {
 
 void* __libc_malloc(std::size_t size);

@@ -5,18 +5,18 @@
 
 namespace kvtest {
 
-/// How often this process has asked the heap for memory so far, Qt's and the C++ library's calls
-/// included. Only programs that link AllocationCount.cpp have it, and glibc only.
+/// Number of allocations of this process so far, including those of Qt and the C++ library. For programs
+/// that link AllocationCount.cpp, with glibc only.
 std::uint64_t allocationsSoFar();
 
-/// How many bytes those calls asked for in all; what was freed since is not subtracted.
+/// Sum of the sizes of these allocations; freed ones are not subtracted.
 std::uint64_t bytesAllocatedSoFar();
 
-/// Calls @p hook at the begin of every allocation, on the thread that allocates; null calls nothing.
+/// Calls @p hook at the start of every allocation, on the thread that allocates; null calls nothing.
 /// The hook itself must not allocate.
 void setAllocationHook(void (*hook)());
 
-/// Whether allocations are counted: not in sanitized builds, which bring their own heap.
+/// Whether allocations are counted. They are not in sanitized builds, which replace the heap.
 bool countsAllocations();
 
 } // namespace kvtest

@@ -16,7 +16,7 @@ struct Message
     QString text;
 };
 
-QMutex mutex; // messages come from worker threads too
+QMutex mutex; // worker threads log messages, too
 QList<Message> logged;
 QStringList expected;
 
@@ -34,7 +34,7 @@ void record(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
 }
 
-class Judge : public testing::EmptyTestEventListener
+class Checker : public testing::EmptyTestEventListener
 {
     void OnTestStart(const testing::TestInfo&) override
     {
@@ -50,7 +50,7 @@ class Judge : public testing::EmptyTestEventListener
             const bool came = std::any_of(logged.cbegin(), logged.cend(),
                                           [&](const Message& m) { return m.text.contains(part); });
             if (!came)
-                ADD_FAILURE() << "expected message did not come: " << qPrintable(part);
+                ADD_FAILURE() << "expected message was not logged: " << qPrintable(part);
         }
         for (const Message& m : std::as_const(logged)) {
             if (m.type != QtWarningMsg && m.type != QtCriticalMsg)
@@ -89,5 +89,5 @@ QStringList kvtest::messages()
 void kvtest::installMessageCheck()
 {
     qInstallMessageHandler(record);
-    testing::UnitTest::GetInstance()->listeners().Append(new Judge);
+    testing::UnitTest::GetInstance()->listeners().Append(new Checker);
 }

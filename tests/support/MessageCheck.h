@@ -4,21 +4,20 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// A silent library needs loud tests: every Qt warning that a case does not expect fails it.
+/// Every Qt warning that a test does not expect makes it fail.
 namespace kvtest {
 
-/// Declares that this case logs a message (debug, warning or critical) that contains @p part.
-/// The case fails when it does not come. Cleared at the end of the case.
+/// Declares that this test logs a message (debug, warning or critical) that contains @p part. The test fails
+/// if no such message is logged.
 void expectMessage(const QString& part);
 
-/// All messages that the running case has logged so far, debug ones included.
+/// All messages that the running test has logged so far, including debug messages.
 QStringList messages();
 
-/// Whether @p text says nothing but what newer versions of Qt say of their own platform "offscreen".
-/// Nothing here asks for more than it does.
+/// Whether @p text consists only of messages that newer versions of Qt log about the platform "offscreen".
 bool isOfThePlatform(const QString& text);
 
-/// Installs the message handler and the listener that judges each case. Called by the test main.
+/// Installs the message handler and the listener that checks each test. Called by main().
 void installMessageCheck();
 
 } // namespace kvtest

@@ -8,10 +8,10 @@
 
 #include <QtCore/QStringList>
 
-/// What tests of scene objects ask again and again.
+/// Common checks of scene objects.
 namespace kvtest {
 
-/// One vertex of an object, taken apart.
+/// The attributes of one vertex of an object.
 struct Vertex
 {
     QVector3D position; ///< scene
@@ -39,8 +39,8 @@ inline QList<Vertex> verticesOf(const KV3DObject& object)
     return vertices;
 }
 
-/// The object shows what a generator made: mode, width, and of every vertex position, normal and the
-/// colour as generated.
+/// Checks that the object has the mode, the line width and the markers that a generator made, and the
+/// position, normal and colour of every vertex.
 inline void expectGeometry(const KV3DObject& object, const GeometryData& expected)
 {
     EXPECT_EQ(object.primitiveMode(), expected.primitiveMode);

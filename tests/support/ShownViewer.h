@@ -13,7 +13,7 @@
 
 namespace kvtest {
 
-/// A viewer in a small window (an idle one costs CPU in proportion to its size), drawn at least once.
+/// A viewer in a small window that was drawn at least once. The cost of an idle viewer grows with its size.
 class ShownViewer
 {
 public:
@@ -33,8 +33,8 @@ public:
         return spinUntil([this] { return widget().drawnFrames() > 0 && viewer.isSettled(); });
     }
 
-    /// Waits until a while has passed in which nothing was drawn: the window system, too, has said all
-    /// that it had to say. False when that does not come.
+    /// Waits until nothing was drawn for a while, so that no event of the window system is pending. False if
+    /// drawing does not stop.
     bool comeToRest()
     {
         for (int i = 0; i < 25; ++i) {

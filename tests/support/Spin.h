@@ -8,8 +8,8 @@
 
 namespace kvtest {
 
-/// Turns the event loop until @p condition holds; false when it does not within @p timeoutMs.
-inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 20000)
+/// Processes events until @p condition holds; false after @p timeoutMs, which only ends hangs.
+inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 120000)
 {
     QElapsedTimer timer;
     timer.start();
@@ -21,7 +21,7 @@ inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 20
     return true;
 }
 
-/// Turns the event loop for @p ms milliseconds.
+/// Processes events for @p ms milliseconds.
 inline void spinFor(int ms)
 {
     QElapsedTimer timer;

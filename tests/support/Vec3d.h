@@ -7,7 +7,7 @@
 
 namespace kvtest {
 
-/// A vector in double precision, for expectations that must be better than what they judge.
+/// A vector in double precision, for expected values that are more accurate than the tested ones.
 struct Vec3d
 {
     double x = 0.0;

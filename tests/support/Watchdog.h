@@ -10,7 +10,7 @@
 
 namespace kvtest {
 
-/// Turns a wait that would never end into a failure: aborts the test when it is not destroyed in time.
+/// Aborts the test if it is not destroyed in time, so that a hang becomes a failure.
 class Watchdog
 {
 public:

@@ -5,8 +5,8 @@
 
 namespace kvtest {
 
-/// A window manager on the display of the test, running as long as this lives: it gives windows the
-/// keyboard, their frames and their places.
+/// A window manager on the display of the test, which gives windows keyboard focus, frames and positions.
+/// Runs until this object is destroyed.
 class WindowManager
 {
 public:
@@ -14,8 +14,8 @@ public:
     ~WindowManager();
     Q_DISABLE_COPY_MOVE(WindowManager)
 
-    /// Starts it and waits until it manages windows: one that is shown earlier may be left out for ever.
-    /// False when it does not come.
+    /// Starts it and waits until it manages windows, because a window that is shown earlier may never be
+    /// managed. False if it does not start.
     bool start();
 
 private:
