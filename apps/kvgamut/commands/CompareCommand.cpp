@@ -46,11 +46,11 @@ Table::Row rowOf(const Input& a, const Input& b)
 {
     QElapsedTimer clock;
     clock.start();
-    const KVGamut::Comparison found = a.gamut.compare(b.gamut);
+    const KVGamut::Comparison found = a.gamut->compare(*b.gamut);
     const double seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
-    const KVGamut::Report reportA = a.gamut.report(), reportB = b.gamut.report();
-    return {a.source.name(),
-            b.source.name(),
+    const KVGamut::Report reportA = a.gamut->report(), reportB = b.gamut->report();
+    return {a.name,
+            b.name,
             reportA.volume,
             reportA.volumeUncertainty,
             reportB.volume,
@@ -76,7 +76,7 @@ Pairs pairsOf(const GamutInputs& inputs, bool matrix)
     Pairs pairs;
     for (qsizetype i = 0; i < (matrix ? inputs.all.size() : 1); ++i)
         for (qsizetype j = i + 1; j < inputs.all.size(); ++j)
-            if (inputs.all[i].hasGamut() && inputs.all[j].hasGamut())
+            if (inputs.all[i].gamut && inputs.all[j].gamut)
                 pairs.append({inputs.all[i], inputs.all[j]});
     return pairs;
 }

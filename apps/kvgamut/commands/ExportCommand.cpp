@@ -17,14 +17,14 @@
 
 namespace {
 
-constexpr QLatin1String saved("kvgamut");
+constexpr QLatin1String savedSuffix("kvgamut");
 
 std::vector<std::string> formatNames()
 {
     std::vector<std::string> names;
     for (const MeshFormat& format : MeshFormat::all())
         names.emplace_back(format.suffix);
-    names.push_back(saved.data());
+    names.push_back(savedSuffix.data());
     return names;
 }
 
@@ -32,7 +32,7 @@ std::vector<std::string> formatNames()
 QString formatOf(const QString& output)
 {
     QString suffix = QFileInfo(output).suffix().toLower();
-    if (suffix == saved || MeshFormat::ofSuffix(suffix))
+    if (suffix == savedSuffix || MeshFormat::ofSuffix(suffix))
         return suffix;
     std::string known;
     for (const std::string& name : formatNames())
@@ -81,9 +81,8 @@ int ExportCommand::run(Arguments arguments)
     progress.clear();
     if (!inputs.sayProblems())
         return BadInput;
-    const QString problem = writeOutput(m_output, fileOf(inputs.all.first()));
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (const auto problem = writeOutput(m_output, fileOf(inputs.all.first()))) {
+        say(*problem);
         return BadOutput;
     }
     return Done;
@@ -91,10 +90,10 @@ int ExportCommand::run(Arguments arguments)
 
 QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
 {
-    const bool again = input.source.isSaved() && !input.source.savedProfile().isEmpty();
-    const QString profile = again ? input.source.savedProfile() : input.source.name();
-    if (m_format == saved)
-        return SavedGamut{input.gamut.serialize(), profile, {}}.bytes();
-    return MeshFormat::ofSuffix(m_format)->write(GamutMesh::of(input.gamut.faces()),
-                                                 {profile, input.gamut.report()});
+    const QString saved = input.source->savedProfile();
+    const QString profile = saved.isEmpty() ? input.name : saved;
+    if (m_format == savedSuffix)
+        return SavedGamut{input.gamut->serialize(), profile}.bytes();
+    return MeshFormat::ofSuffix(m_format)->write(GamutMesh::of(input.gamut->faces()),
+                                                 {profile, input.gamut->report()});
 }

@@ -9,20 +9,20 @@ struct GamutInputs
 {
     struct Input
     {
-        GamutSource source;
-        KVGamut::GamutObject gamut; ///< empty where there is none
+        QString name;                       ///< as on the command line
+        Result<GamutSource> source;         ///< or why it did not open
+        Result<KVGamut::GamutObject> gamut; ///< or why there is none
 
-        bool hasGamut() const { return gamut.faceCount() > 0; }
-        /// Why there is none, naming the input; one line.
-        QString problem() const;
+        bool isSaved() const { return source && source->isSaved(); }
     };
     QList<Input> all; ///< in the order of the command line
 
     /// Opens @p names and computes their gamuts.
-    static GamutInputs compute(const QStringList& names, const GamutSettings& settings, Progress& progress);
+    static GamutInputs compute(const QStringList& names, const KVGamut::Settings& settings,
+                               Progress& progress);
 
     /// Those that have a gamut.
     QList<Input> usable() const;
-    /// Says which have no gamut, and why. @return whether all have one
+    /// Prints which inputs have no gamut, and why. @return whether all have one
     bool sayProblems() const;
 };

@@ -14,16 +14,16 @@ GamutScene::GamutScene(KVGamut3DViewer& viewer, const ProfileOptions& profiles, 
 void GamutScene::load()
 {
     for (const QString& name : m_profiles.profiles) {
-        const GamutSource source = GamutSource::open(name);
+        const Result<GamutSource> source = GamutSource::open(name);
         // numbered, since the same profile may be named twice
         const QString id = QStringLiteral("%1 %2").arg(m_gamuts.size() + 1).arg(name);
-        m_gamuts.append({id, source, source.isOpen() ? Waiting : Failed});
-        if (!source.isOpen())
-            say(source.problem());
+        m_gamuts.append({id, source, source ? Waiting : Failed});
+        if (!source)
+            say(source.error());
     }
     for (qsizetype i = 0; i < m_gamuts.size(); ++i)
         if (m_gamuts[i].state == Waiting)
-            m_viewer.load(m_gamuts[i].id, m_gamuts[i].source.loadParams(m_profiles.settings),
+            m_viewer.load(m_gamuts[i].id, m_gamuts[i].source->loadParams(m_profiles.settings),
                           [this, i](const QString&, bool ok) { loaded(i, ok); });
 }
 
@@ -42,7 +42,7 @@ void GamutScene::loaded(qsizetype position, bool ok)
 {
     m_gamuts[position].state = ok ? Shown : Failed;
     if (!ok)
-        say(m_gamuts[position].source.loadProblem(m_profiles.settings));
+        say(m_gamuts[position].source->compute(m_profiles.settings).error());
     dress(); // all of them: which one is the first to be seen may have changed
     if (isComplete() && m_complete)
         m_complete();

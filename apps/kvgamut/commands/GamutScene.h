@@ -33,7 +33,7 @@ private:
     struct Gamut
     {
         QString id;
-        GamutSource source;
+        Result<GamutSource> source;
         State state;
     };
 

@@ -6,6 +6,7 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/inputs/ProfileFacts.h"
+#include "model/problems/ProblemText.h"
 #include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
@@ -45,15 +46,14 @@ QVariant unlessEmpty(const QString& text)
     return text.isEmpty() ? QVariant() : QVariant(text);
 }
 
-/// The fields of a row that are known of the gamut, by their places.
 Table::Row rowOf(const Input& input)
 {
-    const bool isSaved = input.source.isSaved();
-    const KVGamut::Report report = input.gamut.report();
-    const ProfileFacts facts = isSaved ? ProfileFacts() : ProfileFacts::of(input.source.profile()->bytes);
-    const auto ofGamut = [&](const QVariant& value) { return input.hasGamut() ? value : QVariant(); };
+    const bool isSaved = input.isSaved();
+    const KVGamut::Report report = input.gamut ? input.gamut->report() : KVGamut::Report();
+    const ProfileFacts facts = isSaved ? ProfileFacts() : ProfileFacts::of(input.source->profile()->bytes);
+    const auto ofGamut = [&](const QVariant& value) { return input.gamut ? value : QVariant(); };
     const auto ofProfile = [&](const QVariant& value) { return isSaved ? QVariant() : value; };
-    return {input.source.name(),
+    return {input.name,
             isSaved ? QStringLiteral("saved gamut") : QStringLiteral("profile"),
             unlessEmpty(facts.description),
             unlessEmpty(facts.deviceClass),
@@ -69,8 +69,8 @@ Table::Row rowOf(const Input& input)
             ofGamut(GamutWords::lab(report.white)),
             ofGamut(GamutWords::lab(report.black)),
             unlessEmpty(facts.copyright),
-            unlessEmpty(input.source.savedProfile()),
-            unlessEmpty(input.gamut.reason())};
+            unlessEmpty(input.source->savedProfile()),
+            input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
 }
 
 } // namespace
@@ -95,10 +95,10 @@ int InfoCommand::run(Arguments arguments)
     Table table = emptyTable();
     bool allOpen = true;
     for (const Input& input : inputs.all) {
-        if (input.source.isOpen()) {
+        if (input.source) {
             table.rows.append(rowOf(input));
         } else {
-            say(input.problem());
+            say(input.source.error());
             allOpen = false;
         }
     }

@@ -5,6 +5,7 @@
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/Say.h"
+#include "model/points/PointInput.h"
 #include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
@@ -18,7 +19,7 @@ namespace {
 
 using Kind = Table::Kind;
 
-constexpr float mostTolerance = 1000.0f;
+constexpr float maxTolerance = 1000.0f;
 constexpr qsizetype pointsPerStep = 1000; // between two looks at the progress bar
 
 struct Answer
@@ -30,7 +31,7 @@ struct Answer
 
 Answer answerOf(const KVGamut::GamutObject& gamut, const MeasuredPoint& point)
 {
-    const std::array<float, 3> lab{point.lab.x(), point.lab.y(), point.lab.z()};
+    const std::array<float, 3> lab{point.lab.L, point.lab.a, point.lab.b};
     return {point, gamut.isInside(lab.data()), gamut.nearest(lab.data())};
 }
 
@@ -99,13 +100,13 @@ Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std
     Zones zones{tolerance.value_or(0.0)};
     for (const Answer& answer : answers)
         zones.count(answer);
-    const QString intent = GamutWords::intent(input.gamut.report().intent);
+    const QString intent = input.gamut ? GamutWords::intent(input.gamut->report().intent) : QString();
     for (const Answer& answer : answers) {
-        Table::Row row{input.source.name(),
+        Table::Row row{input.name,
                        intent,
                        static_cast<int>(table.rows.size()) + 1,
                        answer.point.name,
-                       answer.point.lab,
+                       GamutWords::lab(answer.point.lab),
                        answer.point.weight,
                        answer.inside,
                        answer.nearest.distance,
@@ -147,7 +148,7 @@ InsideCommand::InsideCommand(CLI::App& program)
         .add_option_function<std::string>(
             "--tolerance",
             [this](const std::string& word) {
-                m_tolerance = static_cast<double>(OptionValues::number(word, 0.0f, mostTolerance));
+                m_tolerance = static_cast<double>(OptionValues::number(word, 0.0f, maxTolerance));
             },
             "Also count what lies in, on the edge (no farther than T from the surface) and out")
         ->type_name("T");
@@ -170,7 +171,7 @@ void InsideCommand::takeNumbers(const std::vector<std::string>& words)
                                    std::to_string(words.size()) + " are given");
     for (std::size_t i = 0; i < words.size(); i += 3) {
         const auto value = [&](std::size_t k) { return OptionValues::number(words[i + k], -most, most); };
-        m_points.append({QString(), QVector3D(value(0), value(1), value(2)), QColor(), 1.0});
+        m_points.append({{value(0), value(1), value(2)}, QColor(), QString()});
     }
 }
 
@@ -178,12 +179,13 @@ QList<MeasuredPoint> InsideCommand::points(bool& allRead) const
 {
     if (m_pointFile.isEmpty())
         return m_points;
-    const PointSet file = PointSet::read(m_pointFile);
-    for (const QString& word : {file.problem, file.note})
-        if (!word.isEmpty())
-            say(word);
-    allRead = file.problem.isEmpty() && !file.partial;
-    return file.points;
+    const Result<PointSet> file = readPoints(m_pointFile);
+    if (!file)
+        say(file.error());
+    else if (file->note)
+        say(*file->note);
+    allRead = file && !file->partial;
+    return file ? file->points : QList<MeasuredPoint>();
 }
 
 int InsideCommand::run(Arguments arguments)
@@ -194,8 +196,9 @@ int InsideCommand::run(Arguments arguments)
     Progress progress(m_report.quiet);
     const GamutInputs inputs = GamutInputs::compute({m_name}, m_settings, progress);
     QList<Answer> answers;
-    if (inputs.all[0].hasGamut())
-        answers = answersOf(inputs.all[0].gamut, asked, progress);
+    const Result<KVGamut::GamutObject>& gamut = inputs.all[0].gamut;
+    if (gamut)
+        answers = answersOf(*gamut, asked, progress);
     progress.clear();
     allRead = inputs.sayProblems() && allRead;
     return m_report.print(tableOf(inputs.all[0], answers, m_tolerance), allRead);

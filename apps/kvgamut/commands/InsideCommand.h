@@ -4,7 +4,7 @@
 #include "Command.h"
 #include "commands/options/ReportOptions.h"
 #include "model/inputs/GamutSettings.h"
-#include "model/points/PointSet.h"
+#include "model/points/MeasuredPoint.h"
 
 #include <optional>
 

@@ -103,9 +103,8 @@ int RenderCommand::run(Arguments arguments)
     silenceLibraries(m_profiles.verbose);
 
     const QGuiApplication application(arguments.count, arguments.values);
-    const QString problem = Screen::openGLProblem();
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (!Screen::hasOpenGL()) {
+        say(Problem(ProblemCode::NoOpenGL));
         return BadOutput;
     }
     return draw();
@@ -129,15 +128,12 @@ int RenderCommand::draw()
 
     const QImage picture = pictureOf(viewer);
     if (picture.isNull()) {
-        say(QStringLiteral("nothing was drawn: the display shows no window, or there is no memory for a "
-                           "picture of %1x%2 pixels")
-                .arg(m_look.size.width())
-                .arg(m_look.size.height()));
+        say(Problem(ProblemCode::NothingDrawn,
+                    {QString::number(m_look.size.width()), QString::number(m_look.size.height())}));
         return BadOutput;
     }
-    const QString problem = write(picture);
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (const auto problem = write(picture)) {
+        say(*problem);
         return BadOutput;
     }
     if (m_reference.isGiven() && !m_reference.holds(picture))
@@ -159,8 +155,9 @@ QImage RenderCommand::pictureOf(KVGamut3DViewer& viewer) const
     return withoutBackground(std::move(onBlack), viewer.picture(m_look.size));
 }
 
-/// @return what went wrong
-QString RenderCommand::write(const QImage& picture) const
+std::optional<Problem> RenderCommand::write(const QImage& picture) const
 {
-    return m_output.isEmpty() ? QString() : writeOutput(m_output, png(picture));
+    if (m_output.isEmpty())
+        return std::nullopt;
+    return writeOutput(m_output, png(picture));
 }

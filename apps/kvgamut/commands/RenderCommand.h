@@ -6,6 +6,7 @@
 #include "commands/options/LookOptions.h"
 #include "commands/options/PictureReference.h"
 #include "commands/options/ProfileOptions.h"
+#include "model/problems/Problem.h"
 
 #include <QtGui/QImage>
 
@@ -22,7 +23,7 @@ public:
 private:
     int draw();
     QImage pictureOf(KVGamut3DViewer& viewer) const;
-    QString write(const QImage& picture) const;
+    std::optional<Problem> write(const QImage& picture) const;
 
     ProfileOptions m_profiles;
     LookOptions m_look;

@@ -155,12 +155,11 @@ int SliceCommand::report() const
 
     SliceReport slices(m_plane);
     for (qsizetype i = 0; i < inputs.all.size(); ++i)
-        if (inputs.all[i].hasGamut())
-            slices.add(inputs.all[i].source.name(), inputs.all[i].gamut,
+        if (inputs.all[i].gamut)
+            slices.add(inputs.all[i].name, *inputs.all[i].gamut,
                        m_colors.value(i, SliceDrawing::usualColor(i)));
-    const QString problem = writeOutput(m_output, fileOf(slices));
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (const auto problem = writeOutput(m_output, fileOf(slices))) {
+        say(*problem);
         return BadOutput;
     }
     return allUsed ? Done : BadInput;

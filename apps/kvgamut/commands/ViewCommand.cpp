@@ -45,7 +45,7 @@ ViewCommand::ViewCommand(CLI::App& program)
 int ViewCommand::run(Arguments arguments)
 {
     if (!Screen::isPresent()) {
-        say(QStringLiteral("there is no display to open a window on; 'kvgamut render' needs none"));
+        say(Problem(ProblemCode::NoDisplayForWindow));
         return BadOutput;
     }
     Screen::choosePlatform();
@@ -54,9 +54,8 @@ int ViewCommand::run(Arguments arguments)
     const QApplication application(arguments.count, arguments.values);
     QApplication::setApplicationName(QStringLiteral("kvgamut"));
     const Translations translations;
-    const QString problem = Screen::openGLProblem();
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (!Screen::hasOpenGL()) {
+        say(Problem(ProblemCode::NoOpenGL));
         return BadOutput;
     }
 

@@ -33,8 +33,8 @@ Table emptyTable()
 
 Table::Row rowOf(const GamutInputs::Input& input)
 {
-    const KVGamut::Report report = input.gamut.report();
-    return {input.source.name(),
+    const KVGamut::Report report = input.gamut->report();
+    return {input.name,
             report.volume,
             report.volumeUncertainty,
             report.faceCount,
@@ -46,7 +46,7 @@ Table::Row rowOf(const GamutInputs::Input& input)
             report.foldShare,
             GamutWords::lab(report.white),
             GamutWords::lab(report.black),
-            input.source.isSaved(),
+            input.isSaved(),
             report.seconds};
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainWindow.h"
 
-#include "desktop/language/ShownProblem.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/menus/EditMenu.h"
 #include "desktop/menus/FileMenu.h"
@@ -18,6 +17,7 @@
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/panels/WelcomePage.h"
 #include "desktop/view/CameraControl.h"
+#include "model/problems/ProblemText.h"
 
 #include <QtGui/QShortcut>
 #include <QtWidgets/QDockWidget>
@@ -190,15 +190,15 @@ void MainWindow::connectEditMenu()
 
 void MainWindow::connectLoading()
 {
-    connect(&m_loader, &GamutQueue::failed, this, [this](const QString& problem) {
+    connect(&m_loader, &GamutQueue::failed, this, [this](const Problem& failure) {
         makeOneSolid();
-        say(problem);
+        say(failure);
     });
     connect(&m_loader, &GamutQueue::progressed, this, &MainWindow::showLoading);
     connect(&m_loader, &GamutQueue::idle, this, &MainWindow::loadingEnded);
     connect(&m_points, &PointLayer::failed, this, &MainWindow::say);
     connect(&m_points, &PointLayer::noted, m_messages,
-            [this](const QString& note) { m_messages->say(shownProblem(note)); });
+            [this](const Problem& note) { m_messages->say(ProblemText::translated(note)); });
     for (QAbstractItemModel* model :
          {static_cast<QAbstractItemModel*>(&m_gamuts), static_cast<QAbstractItemModel*>(&m_points)}) {
         connect(model, &QAbstractItemModel::rowsInserted, this, &MainWindow::showPage);
@@ -309,10 +309,10 @@ void MainWindow::showLoading()
     m_progress->setValue(qRound(m_loader.progress() * 100.0f));
 }
 
-void MainWindow::say(const QString& message)
+void MainWindow::say(const Problem& failure)
 {
-    m_messages->say(shownProblem(message));
-    Q_EMIT problem(message);
+    m_messages->say(ProblemText::translated(failure));
+    Q_EMIT problem(ProblemText::english(failure));
 }
 
 void MainWindow::showEvent(QShowEvent* event)

@@ -77,8 +77,8 @@ public:
     /// Keeps the present camera when the window is first shown, instead of the default one.
     void keepCamera();
 
-    /// @param message in English; the message bar says it in the language of the window
-    void say(const QString& message);
+    /// Shows @p failure in the message bar, in the language of the window.
+    void say(const Problem& failure);
 
     QMenu* createPopupMenu() override { return nullptr; }
 

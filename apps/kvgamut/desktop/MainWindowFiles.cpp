@@ -184,9 +184,8 @@ void MainWindow::restore(const Session& session)
 
 bool MainWindow::saveSession(const QString& file)
 {
-    const QString trouble = SessionFile::write(file, session());
-    if (!trouble.isEmpty()) {
-        say(trouble);
+    if (const auto failure = SessionFile::write(file, session())) {
+        say(*failure);
         return false;
     }
     remember(QFileInfo(file).absoluteFilePath());
@@ -196,10 +195,9 @@ bool MainWindow::saveSession(const QString& file)
 
 bool MainWindow::openSession(const QString& file)
 {
-    QString trouble;
-    const auto session = SessionFile::read(file, trouble);
+    const Result<Session> session = SessionFile::read(file);
     if (!session) {
-        say(trouble);
+        say(session.error());
         return false;
     }
     restore(*session);
@@ -211,9 +209,8 @@ bool MainWindow::openSession(const QString& file)
 
 bool MainWindow::savePicture(const QString& file, const QSize& size)
 {
-    const QString trouble = PictureFile::write(file, viewer().picture(size));
-    if (!trouble.isEmpty()) {
-        say(trouble);
+    if (const auto failure = PictureFile::write(file, viewer().picture(size))) {
+        say(*failure);
         return false;
     }
     showSaved(file);
@@ -222,9 +219,8 @@ bool MainWindow::savePicture(const QString& file, const QSize& size)
 
 bool MainWindow::saveSection(const QString& file)
 {
-    const QString trouble = m_slice->save(file);
-    if (!trouble.isEmpty()) {
-        say(trouble);
+    if (const auto failure = m_slice->save(file)) {
+        say(*failure);
         return false;
     }
     showSaved(file);
@@ -257,8 +253,7 @@ void MainWindow::pasteCamera()
 {
     const auto camera = ViewCamera::fromText(QGuiApplication::clipboard()->text());
     if (!camera) {
-        say(QStringLiteral("The clipboard holds no camera. One looks like this: %1")
-                .arg(m_camera->camera().toText()));
+        say(Problem(ProblemCode::NoCameraInClipboard, {m_camera->camera().toText()}));
         return;
     }
     m_camera->move(*camera);

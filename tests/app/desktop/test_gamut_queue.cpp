@@ -71,7 +71,9 @@ TEST_F(Loading, saysWhyThereIsNoGamutAndDropsIt)
     model.add(QStringLiteral("sRGB"), {}, {});
     ASSERT_TRUE(finish());
     ASSERT_EQ(failures.count(), 1);
-    EXPECT_EQ(failures[0][0].toString(), QStringLiteral("there is no file 'missing.icc'"));
+    const auto problem = failures[0][0].value<Problem>();
+    EXPECT_EQ(problem.code, Problem::Code(KVProblemCode::FileNotFound));
+    EXPECT_EQ(problem.subject, QStringLiteral("missing.icc"));
     ASSERT_EQ(model.rowCount(), 1);
     EXPECT_EQ(model.at(0).input, QStringLiteral("sRGB"));
 }

@@ -5,6 +5,7 @@
 #include "desktop/models/GamutQueue.h"
 #include "desktop/panels/Inspector.h"
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/points/Lab.h"
 #include "model/points/PicturePoints.h"
 #include "support/Spin.h"
 
@@ -107,7 +108,7 @@ TEST_F(Points, thatCannotBeReadAreDroppedWithTheReason)
     points.open(folder.filePath(QStringLiteral("missing.csv")));
     ASSERT_TRUE(spinUntil([this] { return failures.count() == 2; }));
     EXPECT_EQ(points.rowCount(), 0);
-    EXPECT_TRUE(failures[0][0].toString().contains(file));
+    EXPECT_EQ(failures[0][0].value<Problem>().subject, file);
 }
 
 TEST_F(Points, ofOneFileAreReadAgainNotTwice)
@@ -167,24 +168,24 @@ TEST(SideOfAGamut, isToldByTheSignAndTheTolerance)
 
 TEST(GatheredColours, weighTogetherWhatTheColoursAre)
 {
-    QList<QVector3D> colours;
+    std::vector<KVGamut::LabPoint> colours;
     for (int i = 0; i < 30; ++i)
-        colours.append({50.5f, 10.5f, 10.5f});
+        colours.push_back({50.5f, 10.5f, 10.5f});
     for (int i = 0; i < 10; ++i)
-        colours.append({80.5f + 0.1f * static_cast<float>(i), -20.5f, 0.5f});
+        colours.push_back({80.5f + 0.1f * static_cast<float>(i), -20.5f, 0.5f});
     const auto points = gatherColours(colours, 4.0f, 100);
     ASSERT_EQ(points.size(), 2);
     EXPECT_NEAR(points[0].weight, 0.75, 1e-12);
     EXPECT_NEAR(points[1].weight, 0.25, 1e-12);
-    EXPECT_NEAR(points[1].lab.x(), 80.95f, 1e-3f); // the mean of what lies in the cell
+    EXPECT_NEAR(points[1].lab.L, 80.95f, 1e-3f); // the mean of what lies in the cell
 }
 
 TEST(GatheredColours, areNeverMoreThanWanted)
 {
-    QList<QVector3D> colours;
+    std::vector<KVGamut::LabPoint> colours;
     for (int L = 0; L < 100; L += 5)
         for (int a = -100; a < 100; a += 10)
-            colours.append(QVector3D(static_cast<float>(L), static_cast<float>(a), 0));
+            colours.push_back({static_cast<float>(L), static_cast<float>(a), 0.0f});
     const auto points = gatherColours(colours, 1.0f, 50);
     EXPECT_LE(points.size(), 50);
     EXPECT_GT(points.size(), 10);
@@ -217,20 +218,19 @@ TEST_F(PicturePixels, areConvertedThroughTheEmbeddedProfile)
 {
     QImage picture = red(4, 4);
     picture.setColorSpace(QColorSpace::fromIccProfile(BuiltInProfiles::profile(QStringLiteral("AdobeRGB"))));
-    const PointSet set = readPicturePoints(save(picture));
-    EXPECT_EQ(set.problem, QString());
-    EXPECT_EQ(set.note, QString());
+    const PointSet set = readPicturePoints(save(picture)).value();
+    EXPECT_FALSE(set.note);
     ASSERT_EQ(set.points.size(), 1);
     // Lab (D50) of Adobe RGB's red, from its published primaries
-    EXPECT_LT((set.points[0].lab - QVector3D(63.27f, 90.38f, 78.16f)).length(), 1.0f);
+    EXPECT_LT((vectorOf(set.points[0].lab) - QVector3D(63.27f, 90.38f, 78.16f)).length(), 1.0f);
 }
 
 TEST_F(PicturePixels, countAsSrgbWhereNothingElseIsSaid)
 {
-    const PointSet set = readPicturePoints(save(red(4, 4)));
+    const PointSet set = readPicturePoints(save(red(4, 4))).value();
     ASSERT_EQ(set.points.size(), 1);
-    EXPECT_LT((set.points[0].lab - QVector3D(54.29f, 80.81f, 69.89f)).length(), 0.5f);
-    EXPECT_TRUE(set.note.contains(QStringLiteral("sRGB")));
+    EXPECT_LT((vectorOf(set.points[0].lab) - QVector3D(54.29f, 80.81f, 69.89f)).length(), 0.5f);
+    EXPECT_EQ(set.note.value().code, Problem::Code(ProblemCode::PictureTakenAsSrgb));
 }
 
 TEST_F(PicturePixels, weighAsMuchAsTheirShareOfThePicture)
@@ -239,9 +239,9 @@ TEST_F(PicturePixels, weighAsMuchAsTheirShareOfThePicture)
     for (int y = 0; y < 10; ++y)
         for (int x = 0; x < 10; ++x)
             picture.setPixelColor(x, y, Qt::white);
-    const PointSet set = readPicturePoints(save(picture));
+    const PointSet set = readPicturePoints(save(picture)).value();
     ASSERT_EQ(set.points.size(), 2);
-    const auto& white = set.points[0].lab.x() > 90.0f ? set.points[0] : set.points[1];
+    const auto& white = set.points[0].lab.L > 90.0f ? set.points[0] : set.points[1];
     EXPECT_NEAR(white.weight, 0.25, 1e-9);
 }
 
@@ -251,9 +251,9 @@ TEST_F(PicturePixels, ofABigPictureAreASample)
     for (int y = 0; y < 1000; ++y)
         for (int x = 0; x < 500; ++x)
             picture.setPixelColor(x, y, Qt::white);
-    const PointSet set = readPicturePoints(save(picture));
+    const PointSet set = readPicturePoints(save(picture)).value();
     ASSERT_EQ(set.points.size(), 2);
-    const auto& white = set.points[0].lab.x() > 90.0f ? set.points[0] : set.points[1];
+    const auto& white = set.points[0].lab.L > 90.0f ? set.points[0] : set.points[1];
     EXPECT_NEAR(white.weight, 0.25, 0.01);
 }
 
@@ -261,9 +261,9 @@ TEST_F(PicturePixels, thatAreTransparentAreLeftOut)
 {
     QImage picture(4, 4, QImage::Format_ARGB32);
     picture.fill(Qt::transparent);
-    EXPECT_TRUE(readPicturePoints(save(picture)).problem.contains(QStringLiteral("transparent")));
+    EXPECT_EQ(readPicturePoints(save(picture)).error().code, Problem::Code(ProblemCode::PictureTransparent));
     picture.setPixelColor(1, 1, Qt::red);
-    EXPECT_EQ(readPicturePoints(save(picture)).points.size(), 1);
+    EXPECT_EQ(readPicturePoints(save(picture)).value().points.size(), 1);
 }
 
 TEST_F(PicturePixels, ofInksAreRefused)
@@ -272,9 +272,9 @@ TEST_F(PicturePixels, ofInksAreRefused)
     QFile profile(QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"));
     ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
     testpictures::writeCmykJpeg(path, profile.readAll());
-    const PointSet set = readPicturePoints(path);
-    EXPECT_TRUE(set.points.isEmpty());
-    EXPECT_TRUE(set.problem.contains(path));
+    const Result<PointSet> set = readPicturePoints(path);
+    EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::PictureSpaceUnknown));
+    EXPECT_EQ(set.error().subject, path);
 }
 
 } // namespace

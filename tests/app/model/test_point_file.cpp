@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/points/PointFile.h"
+#include "model/problems/ProblemText.h"
 
 #include <platform/KVVelmoraFramework.h>
 
@@ -11,7 +12,7 @@
 
 #include <cmath>
 
-using testing::EndsWith;
+using KVGamut::LabPoint;
 using testing::HasSubstr;
 
 namespace {
@@ -19,31 +20,34 @@ namespace {
 class PointFileTest : public testing::Test
 {
 protected:
-    PointFile read(const QByteArray& text) const
+    Result<PointSet> read(const QByteArray& text) const
     {
         QFile file(name());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(file.write(text), text.size());
         file.close();
-        return PointFile::read(name());
+        return readPointFile(name());
     }
 
-    /// Reads what is sound and whole.
-    QList<ColouredPoint> points(const QByteArray& text) const
+    /// The points of a file without problem and note.
+    QList<MeasuredPoint> points(const QByteArray& text) const
     {
-        const PointFile file = read(text);
-        EXPECT_EQ(file.problem, QString());
-        EXPECT_EQ(file.note, QString());
-        return file.points;
+        const Result<PointSet> set = read(text);
+        if (!set) {
+            ADD_FAILURE() << ProblemText::english(set.error()).toStdString();
+            return {};
+        }
+        EXPECT_FALSE(set->note);
+        EXPECT_EQ(set->file, name());
+        return set->points;
     }
 
-    /// What is said of a file, after its name.
+    /// The English words about a file, after its name.
     std::string problem(const QByteArray& text) const
     {
-        const PointFile file = read(text);
-        EXPECT_TRUE(file.points.isEmpty());
-        EXPECT_TRUE(file.problem.startsWith(name())) << file.problem.toStdString();
-        return file.problem.mid(name().size()).toStdString();
+        const Result<PointSet> set = read(text);
+        EXPECT_EQ(set.error().subject, name());
+        return ProblemText::english(set.error().about({})).toStdString();
     }
 
     QString name() const { return m_folder.filePath(QStringLiteral("проба 印刷")); }
@@ -52,21 +56,21 @@ private:
     QTemporaryDir m_folder;
 };
 
-void expectNear(const QVector3D& found, const QVector3D& expected, float tolerance = 1e-4f)
+void expectNear(const LabPoint& found, const LabPoint& expected, float tolerance)
 {
-    EXPECT_LT((found - expected).length(), tolerance)
-        << found.x() << " " << found.y() << " " << found.z() << ", expected " << expected.x() << " "
-        << expected.y() << " " << expected.z();
+    EXPECT_LT(std::hypot(found.L - expected.L, found.a - expected.a, found.b - expected.b), tolerance)
+        << found.L << " " << found.a << " " << found.b << ", expected " << expected.L << " " << expected.a
+        << " " << expected.b;
 }
 
 /// CIE 15, 8.2.1, for the white X 96.42, Y 100, Z 82.49.
-QVector3D cieLab(double X, double Y, double Z)
+LabPoint cieLab(double X, double Y, double Z)
 {
     const auto f = [](double t) {
         return t > 216.0 / 24389.0 ? std::cbrt(t) : (24389.0 / 27.0 * t + 16.0) / 116.0;
     };
     const double x = f(X / 96.42), y = f(Y / 100.0), z = f(Z / 82.49);
-    return QVector3D(float(116.0 * y - 16.0), float(500.0 * (x - y)), float(200.0 * (y - z)));
+    return {float(116.0 * y - 16.0), float(500.0 * (x - y)), float(200.0 * (y - z))};
 }
 
 // --- CSV ----------------------------------------------------------------------------------------------
@@ -75,8 +79,8 @@ TEST_F(PointFileTest, readsAPointALine)
 {
     const auto found = points("# a comment\n50,-20,30.5\r\n\n  60 , 1e1 , -.5 \n");
     ASSERT_EQ(found.size(), 2);
-    EXPECT_EQ(found[0].lab, QVector3D(50.0f, -20.0f, 30.5f));
-    EXPECT_EQ(found[1].lab, QVector3D(60.0f, 10.0f, -0.5f));
+    EXPECT_EQ(found[0].lab, (LabPoint{50.0f, -20.0f, 30.5f}));
+    EXPECT_EQ(found[1].lab, (LabPoint{60.0f, 10.0f, -0.5f}));
     EXPECT_FALSE(found[0].color.isValid());
     EXPECT_TRUE(found[0].name.isEmpty());
 }
@@ -86,14 +90,14 @@ TEST_F(PointFileTest, separatesAtSemicolonsTabsCommasOrSpaces)
     for (const char* text : {"1;2;3", "1\t2\t3", "1,2,3", "1   2 3", "1, 2, 3", "1; 2; 3"}) {
         const auto found = points(text);
         ASSERT_EQ(found.size(), 1) << text;
-        EXPECT_EQ(found[0].lab, QVector3D(1, 2, 3)) << text;
+        EXPECT_EQ(found[0].lab, (LabPoint{1, 2, 3})) << text;
     }
 }
 
 TEST_F(PointFileTest, takesACommaForADecimalPointBesideSemicolonsAndTabs)
 {
     for (const char* text : {"50,5;-20,25;3", "50,5\t-20,25\t3", "Name;L;a;b\nx;50,5;-20,25;3"})
-        EXPECT_EQ(points(text).value(0).lab, QVector3D(50.5f, -20.25f, 3.0f)) << text;
+        EXPECT_EQ(points(text).value(0).lab, (LabPoint{50.5f, -20.25f, 3.0f})) << text;
 }
 
 TEST_F(PointFileTest, aFourthColumnIsTheColour)
@@ -121,7 +125,7 @@ TEST_F(PointFileTest, namesOfColumnsSayWhereTheValuesAre)
           "\"Name\",\"x\",\"b\",\"a\",\"l\",\"colour\",y"}) {
         const auto found = points(QByteArray(header) + "\n\"Deep red, \"\"A\"\"\",7,30,20,50,blue,more\n");
         ASSERT_EQ(found.size(), 1) << header;
-        EXPECT_EQ(found[0].lab, QVector3D(50, 20, 30)) << header;
+        EXPECT_EQ(found[0].lab, (LabPoint{50, 20, 30})) << header;
         EXPECT_EQ(found[0].name, QStringLiteral("Deep red, \"A\"")) << header;
         EXPECT_EQ(found[0].color, QColor(Qt::blue)) << header;
     }
@@ -131,7 +135,7 @@ TEST_F(PointFileTest, columnsOfXyzBecomeLab)
 {
     const auto found = points("X;Y;Z;name\n96,42;100;82,49;white\n20;12;3;brown\n0,1;0,2;0,3;dark\n");
     ASSERT_EQ(found.size(), 3);
-    expectNear(found[0].lab, QVector3D(100, 0, 0), 0.01f);
+    expectNear(found[0].lab, LabPoint{100, 0, 0}, 0.01f);
     expectNear(found[1].lab, cieLab(20, 12, 3), 0.02f);
     expectNear(found[2].lab, cieLab(0.1, 0.2, 0.3), 0.02f);
     EXPECT_EQ(found[1].name, QStringLiteral("brown"));
@@ -139,7 +143,7 @@ TEST_F(PointFileTest, columnsOfXyzBecomeLab)
 
 TEST_F(PointFileTest, namesOfColumnsThatSayNothingArePassedOver)
 {
-    EXPECT_EQ(points("lightness,redness,yellowness\n50,20,30").value(0).lab, QVector3D(50, 20, 30));
+    EXPECT_EQ(points("lightness,redness,yellowness\n50,20,30").value(0).lab, (LabPoint{50, 20, 30}));
 }
 
 TEST_F(PointFileTest, takesAByteOrderMark)
@@ -151,26 +155,26 @@ TEST_F(PointFileTest, namesTheLineThatIsNoPoint)
 {
     for (const char* bad : {"1,2", "1,2,x", "1,2,nan", "1,2,inf", "1,2,3,blurple", "1,2,3,red,5", "words"})
         EXPECT_EQ(problem(QByteArray("L,a,b\n50,0,0\n").replace("L,a,b", "these are words") + bad),
-                  ", line 3: expected L*, a*, b* and perhaps a colour")
+                  "line 3: expected L*, a*, b* and optionally a colour")
             << bad;
     for (const char* bad : {"y,1,2", "y,1,2,x", "y,1,2,3,4"})
         EXPECT_EQ(problem(QByteArray("name,L,a,b\nx,1,2,3\n") + bad),
-                  ", line 3: expected numbers in the columns of the colour")
+                  "line 3: expected numbers in the colour columns")
             << bad;
 }
 
 TEST_F(PointFileTest, saysThatThereAreNoPositions)
 {
     for (const char* empty : {"", "# nothing\n\n", "L,a,b\n"})
-        EXPECT_EQ(problem(empty), ": no positions in it") << empty;
+        EXPECT_EQ(problem(empty), "the file contains no positions") << empty;
 }
 
 TEST_F(PointFileTest, namesAMissingFileAndAFolder)
 {
     for (const char* missing : {"/nowhere/points.csv", "/tmp"}) {
-        const PointFile file = PointFile::read(QLatin1String(missing));
-        EXPECT_TRUE(file.problem.startsWith(QLatin1String(missing) + QStringLiteral(": ")));
-        EXPECT_TRUE(file.points.isEmpty());
+        const Result<PointSet> set = readPointFile(QLatin1String(missing));
+        EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::CannotRead));
+        EXPECT_EQ(set.error().subject, QLatin1String(missing));
     }
 }
 
@@ -190,8 +194,8 @@ TEST_F(PointFileTest, readsLabFromCgats)
     const auto found =
         points(sheet("SAMPLE_ID CMYK_C LAB_L LAB_A LAB_B", {"1 100 54.5 -37 -50.25", "A2 0 9.5e1 0 -2"}));
     ASSERT_EQ(found.size(), 2);
-    EXPECT_EQ(found[0].lab, QVector3D(54.5f, -37.0f, -50.25f));
-    EXPECT_EQ(found[1].lab, QVector3D(95.0f, 0.0f, -2.0f));
+    EXPECT_EQ(found[0].lab, (LabPoint{54.5f, -37.0f, -50.25f}));
+    EXPECT_EQ(found[1].lab, (LabPoint{95.0f, 0.0f, -2.0f}));
     EXPECT_EQ(found[0].name, QStringLiteral("1"));
     EXPECT_EQ(found[1].name, QStringLiteral("A2"));
     EXPECT_FALSE(found[0].color.isValid());
@@ -215,7 +219,7 @@ TEST_F(PointFileTest, readsXyzFromTi3)
 TEST_F(PointFileTest, labGoesBeforeXyzInCgats)
 {
     const auto found = points(sheet("SAMPLE_ID XYZ_X XYZ_Y XYZ_Z LAB_L LAB_A LAB_B", {"1 20 12 3 7 8 9"}));
-    EXPECT_EQ(found.value(0).lab, QVector3D(7, 8, 9));
+    EXPECT_EQ(found.value(0).lab, (LabPoint{7, 8, 9}));
 }
 
 TEST_F(PointFileTest, readsTheFirstTableThatHasColours)
@@ -223,7 +227,7 @@ TEST_F(PointFileTest, readsTheFirstTableThatHasColours)
     const auto found = points(sheet("INDEX RGB_R", {"1 5"}, "CTI3") + "\n" +
                               sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"x 1 2 3"}, "CTI3"));
     ASSERT_EQ(found.size(), 1);
-    EXPECT_EQ(found[0].lab, QVector3D(1, 2, 3));
+    EXPECT_EQ(found[0].lab, (LabPoint{1, 2, 3}));
 }
 
 TEST_F(PointFileTest, saysThatACgatsFileHasNoColours)
@@ -235,14 +239,14 @@ TEST_F(PointFileTest, saysThatACgatsFileHasNoColours)
 TEST_F(PointFileTest, namesTheDataSetThatIsNoColour)
 {
     EXPECT_EQ(problem(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3", "2 1 none 3"})),
-              ", data set 2: expected numbers in the columns of the colour");
+              "data set 2: expected numbers in the colour columns");
 }
 
 TEST_F(PointFileTest, saysWhatIsWrongWithACgatsFile)
 {
     QByteArray text = sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3"});
     text.replace("NUMBER_OF_SETS 1", "NUMBER_OF_SETS 3");
-    EXPECT_THAT(problem(text), testing::AllOf(HasSubstr(": this CGATS file cannot be read: Line "),
+    EXPECT_THAT(problem(text), testing::AllOf(HasSubstr("the CGATS file cannot be read: Line "),
                                               HasSubstr("NUMBER_OF_SETS was 3, found 1")));
 }
 
@@ -279,7 +283,7 @@ TEST_F(PointFileTest, readsLabAndNamesFromCxf)
 {
     const auto found = points(cxf(object("Sky \xC3\xA9", spectrum + lab1) + object("Two", lab1)));
     ASSERT_EQ(found.size(), 2);
-    EXPECT_EQ(found[0].lab, QVector3D(54.5f, -37.0f, -50.25f));
+    EXPECT_EQ(found[0].lab, (LabPoint{54.5f, -37.0f, -50.25f}));
     EXPECT_EQ(found[0].name, QStringLiteral("Sky é"));
     EXPECT_EQ(found[1].name, QStringLiteral("Two"));
 }
@@ -289,7 +293,7 @@ TEST_F(PointFileTest, readsXyzFromCxfWhereThereIsNoLab)
     const auto found = points(cxf(object("x", xyz1) + object("y", xyz1 + lab1)));
     ASSERT_EQ(found.size(), 2);
     expectNear(found[0].lab, cieLab(20, 12, 3), 0.02f);
-    EXPECT_EQ(found[1].lab, QVector3D(54.5f, -37.0f, -50.25f));
+    EXPECT_EQ(found[1].lab, (LabPoint{54.5f, -37.0f, -50.25f}));
 }
 
 TEST_F(PointFileTest, takesTheValueForD50)
@@ -297,32 +301,33 @@ TEST_F(PointFileTest, takesTheValueForD50)
     QByteArray other = QByteArray(lab1).replace("S50", "S65").replace("54.5", "55.5");
     const auto found = points(cxf(object("x", other + lab1)));
     ASSERT_EQ(found.size(), 1);
-    EXPECT_EQ(found[0].lab.x(), 54.5f);
+    EXPECT_EQ(found[0].lab.L, 54.5f);
 }
 
 TEST_F(PointFileTest, saysWhichObjectsOfCxfWereLeftOut)
 {
-    const PointFile file = read(
+    const Result<PointSet> set = read(
         cxf(object("a", lab1) + object("b", spectrum) + object("c", QByteArray(lab1).replace("S50", "S65"))));
-    EXPECT_EQ(file.problem, QString());
-    EXPECT_EQ(file.points.size(), 1);
-    EXPECT_EQ(file.note,
-              name() +
-                  QStringLiteral(": 2 of 3 objects have no CIELAB or XYZ for D50 (spectra are not read)"));
+    ASSERT_TRUE(set);
+    EXPECT_EQ(set->points.size(), 1);
+    EXPECT_TRUE(set->partial);
+    EXPECT_EQ(set->note->subject, name());
+    EXPECT_EQ(ProblemText::english(set->note->about({})),
+              QStringLiteral("2 of 3 objects have no CIELAB or XYZ values for D50 (spectra are not read)"));
 }
 
 TEST_F(PointFileTest, refusesCxfOfSpectraAlone)
 {
     EXPECT_EQ(problem(cxf(object("a", spectrum))),
-              ": 1 of 1 objects have no CIELAB or XYZ for D50 (spectra are not read)");
-    EXPECT_EQ(problem(cxf(QByteArray())), ": no positions in it");
+              "1 of 1 objects have no CIELAB or XYZ values for D50 (spectra are not read)");
+    EXPECT_EQ(problem(cxf(QByteArray())), "the file contains no positions");
 }
 
 TEST_F(PointFileTest, refusesXmlThatIsNoCxfOrBroken)
 {
-    EXPECT_EQ(problem("<?xml version='1.0'?><html></html>"), ": this is XML, but no CxF");
+    EXPECT_EQ(problem("<?xml version='1.0'?><html></html>"), "the XML is not CxF");
     const QByteArray whole = cxf(object("a", lab1));
-    EXPECT_THAT(problem(whole.left(whole.size() / 2)), HasSubstr(", line 2: "));
+    EXPECT_THAT(problem(whole.left(whole.size() / 2)), testing::StartsWith("line 2: the XML is invalid: "));
 }
 
 } // namespace

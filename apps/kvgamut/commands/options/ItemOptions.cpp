@@ -3,6 +3,7 @@
 
 #include "OptionValues.h"
 #include "commands/process/Say.h"
+#include "model/points/Lab.h"
 #include "model/points/PointFile.h"
 
 #include <map>
@@ -11,25 +12,25 @@ namespace {
 
 using Positions = QList<KVGamut3DViewer::ColoredPosition>;
 
-/// Reads @p name, when one was given, and hands the positions to @p use; false: said what was not read.
+/// Reads @p name, if it is not empty, and calls @p use with the positions. Prints what cannot be read.
+/// @return whether everything was read
 template <typename Use>
 bool withPositions(const QString& name, Use use)
 {
     if (name.isEmpty())
         return true;
-    const PointFile file = PointFile::read(name);
-    if (!file.problem.isEmpty()) {
-        say(file.problem);
+    const Result<PointSet> file = readPointFile(name);
+    if (!file) {
+        say(file.error());
         return false;
     }
     Positions positions;
-    for (const ColouredPoint& point : file.points)
-        positions.append({point.shownColor(), point.lab});
+    for (const MeasuredPoint& point : file->points)
+        positions.append({point.shownColor(), vectorOf(point.lab)});
     use(positions);
-    if (file.note.isEmpty())
-        return true;
-    say(file.note);
-    return false;
+    if (file->note)
+        say(*file->note);
+    return !file->note;
 }
 
 } // namespace

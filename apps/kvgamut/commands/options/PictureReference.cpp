@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr int digits = 4; // of the difference, that are said
+constexpr int digits = 4; // of the printed difference
 
-/// Upwards, so that what is said is never within a threshold that it is above.
+/// Rounded up, so that a difference above the threshold is not printed as one within it.
 QString percent(double value)
 {
     const double unit = std::pow(10.0, digits);
@@ -49,11 +49,12 @@ void PictureReference::declare(CLI::App& parser)
 
 bool PictureReference::load()
 {
-    const PngPicture picture = PngPicture::read(m_name);
-    if (!picture.problem.isEmpty())
-        say(picture.problem);
-    m_reference = picture.image;
-    return !m_reference.isNull();
+    const Result<QImage> picture = readPng(m_name);
+    if (picture)
+        m_reference = *picture;
+    else
+        say(picture.error());
+    return picture.has_value();
 }
 
 bool PictureReference::holds(const QImage& picture) const
@@ -63,10 +64,9 @@ bool PictureReference::holds(const QImage& picture) const
     };
     const auto difference = pictureDifference(picture, m_reference);
     if (!difference)
-        say(QStringLiteral("the picture differs from '%1' in size: %2, not %3")
-                .arg(m_name, sizeOf(picture), sizeOf(m_reference)));
+        say(Problem(ProblemCode::ReferenceSizeDiffers, {sizeOf(picture), sizeOf(m_reference)}, m_name));
     else if (*difference > m_threshold)
-        say(QStringLiteral("the picture differs from '%1' by %2 percent; the threshold is %3")
-                .arg(m_name, percent(*difference), QString::number(m_threshold)));
+        say(Problem(ProblemCode::ReferenceDiffers, {percent(*difference), QString::number(m_threshold)},
+                    m_name));
     return difference && *difference <= m_threshold;
 }

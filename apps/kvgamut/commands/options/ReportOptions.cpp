@@ -38,9 +38,8 @@ void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
 
 int ReportOptions::print(const Table& table, bool allInputsUsed) const
 {
-    const QString problem = writeOutput(output, table.printed(format));
-    if (!problem.isEmpty()) {
-        say(problem);
+    if (const auto problem = writeOutput(output, table.printed(format))) {
+        say(*problem);
         return BadOutput;
     }
     return allInputsUsed ? Done : BadInput;

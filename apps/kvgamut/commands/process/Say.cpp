@@ -1,14 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Say.h"
 
+#include "model/problems/ProblemText.h"
+
 #include <QtCore/QLoggingCategory>
 
 #include <cstdio>
 
-void say(const QString& problem)
+void say(const QString& message)
 {
-    const QByteArray line = problem.simplified().toUtf8();
+    const QByteArray line = message.simplified().toUtf8();
     std::fprintf(stderr, "kvgamut: %s\n", line.constData());
+}
+
+void say(const Problem& problem)
+{
+    say(ProblemText::english(problem));
 }
 
 void silenceLibraries(bool verbose)

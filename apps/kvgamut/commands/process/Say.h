@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/problems/Problem.h"
+
 #include <QtCore/QString>
 
-/// Says in one line on standard error what went wrong: "kvgamut: @p problem".
-/// Line breaks inside @p problem become spaces.
-void say(const QString& problem);
+/// Prints one line to standard error: "kvgamut: @p message". Line breaks in @p message become spaces.
+void say(const QString& message);
+/// The same, in plain English.
+void say(const Problem& problem);
 
-/// Unless @p verbose, keeps to itself what the viewer and Qt log for developers: what OpenGL is used,
-/// what the environment lacks. Rules in QT_LOGGING_RULES go before.
+/// Unless @p verbose, suppresses the diagnostics of the viewer and of Qt: which OpenGL is used, what the
+/// environment lacks. QT_LOGGING_RULES overrides this.
 void silenceLibraries(bool verbose);

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Screen.h"
 
+#include "model/problems/SystemReason.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtGui/QOpenGLContext>
 
 #include <cerrno>
-#include <cstring>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -49,10 +50,10 @@ void Screen::choosePlatform()
         qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
-QString Screen::runAgainOnVirtualScreen(Arguments arguments)
+Problem Screen::runAgainOnVirtualScreen(Arguments arguments)
 {
     if (qEnvironmentVariableIsSet(secondRun))
-        return QStringLiteral("xvfb-run gave no display");
+        return Problem(ProblemCode::NoVirtualDisplay);
 
     // A server that resets itself when its last client leaves signals xvfb-run in the midst of cleaning
     // up, which then ends, now and then, with an exit code of its own: hence -noreset.
@@ -71,17 +72,14 @@ QString Screen::runAgainOnVirtualScreen(Arguments arguments)
 
     qputenv(secondRun, "1");
     execvp(pointers[0], pointers.data());
-    return errno == ENOENT
-               ? QStringLiteral("there is no display, and xvfb-run, which would stand in for one, is not "
-                                "installed (Debian, Ubuntu: apt-get install xvfb xauth)")
-               : QStringLiteral("there is no display, and xvfb-run does not start: %1")
-                     .arg(QString::fromLocal8Bit(std::strerror(errno)));
+    const int error = errno;
+    if (error == ENOENT)
+        return Problem(ProblemCode::NoXvfb);
+    return Problem(ProblemCode::XvfbFailed).because(SystemReason::ofErrno(error));
 }
 
-QString Screen::openGLProblem()
+bool Screen::hasOpenGL()
 {
     QOpenGLContext context;
-    if (context.create())
-        return {};
-    return QStringLiteral("this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)");
+    return context.create();
 }

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "commands/process/Arguments.h"
-
-#include <QtCore/QString>
+#include "model/problems/Problem.h"
 
 /// Where windows are: an X display (or a Wayland one, where there is no other), or none.
 namespace Screen {
@@ -18,9 +17,9 @@ void choosePlatform();
 /// Runs this program again, with the same arguments, on an X server of its own. Does not return when that
 /// works; the exit code is then that of the second run.
 /// @return why it does not work
-QString runAgainOnVirtualScreen(Arguments arguments);
+Problem runAgainOnVirtualScreen(Arguments arguments);
 
-/// Why nothing can be drawn on this display; empty when it can. Call after the QGuiApplication is made.
-QString openGLProblem();
+/// Whether the display can draw with OpenGL. Call after the QGuiApplication is made.
+bool hasOpenGL();
 
 } // namespace Screen

@@ -7,10 +7,10 @@
 #include <QtCore/QFileInfo>
 #include <QtGui/QImageWriter>
 
-QString PictureFile::write(const QString& file, const QImage& picture)
+std::optional<Problem> PictureFile::write(const QString& file, const QImage& picture)
 {
     if (picture.isNull())
-        return QStringLiteral("There is no picture to save: nothing is shown, or memory does not suffice.");
+        return Problem(ProblemCode::NoPictureToSave);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QByteArray format = QFileInfo(file).suffix().toLatin1().toUpper();
@@ -18,6 +18,6 @@ QString PictureFile::write(const QString& file, const QImage& picture)
         format = "PNG";
     QImageWriter writer(&buffer, format);
     if (!writer.write(picture))
-        return QStringLiteral("'%1': %2").arg(file, writer.errorString());
+        return Problem(ProblemCode::PictureFormatUnknown).about(file);
     return writeOutput(file, buffer.data());
 }

@@ -2,24 +2,23 @@
 #include "SessionFile.h"
 
 #include "model/export/OutputFile.h"
+#include "model/inputs/InputFile.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-std::optional<Session> SessionFile::read(const QString& file, QString& problem)
+Result<Session> SessionFile::read(const QString& file)
 {
-    QFile input(file);
-    if (!input.open(QIODevice::ReadOnly)) {
-        problem = QStringLiteral("'%1': %2").arg(file, input.errorString());
-        return {};
-    }
-    const auto session = Session::fromJson(input.readAll(), QFileInfo(file).absoluteDir(), problem);
+    const Result<QByteArray> json = readInput(file);
+    if (!json)
+        return failure(json.error());
+    QString problem;
+    const auto session = Session::fromJson(*json, QFileInfo(file).absoluteDir(), problem);
     if (!session)
-        problem = QStringLiteral("'%1': %2").arg(file, problem);
-    return session;
+        return failure(Problem(ProblemCode::OtherReason, {problem}, file));
+    return *session;
 }
 
-QString SessionFile::write(const QString& file, const Session& session)
+std::optional<Problem> SessionFile::write(const QString& file, const Session& session)
 {
     return writeOutput(file, session.toJson(QFileInfo(file).absoluteDir()));
 }

@@ -2,13 +2,14 @@
 #pragma once
 
 #include "Session.h"
+#include "model/problems/Result.h"
 
 /// Session files.
 namespace SessionFile {
 
-/// @param problem set when nothing is returned
-std::optional<Session> read(const QString& file, QString& problem);
-/// @return the problem; empty when the file is written
-QString write(const QString& file, const Session& session);
+/// The problem names the file.
+Result<Session> read(const QString& file);
+/// @return why the file was not written
+std::optional<Problem> write(const QString& file, const Session& session);
 
 } // namespace SessionFile

@@ -15,7 +15,7 @@ constexpr QLatin1String folder(":/translations");
 constexpr QLatin1String prefix("kvgamut_");
 
 /// Qt's words, but for the reasons why a file cannot be used: those go to standard error, too, whose
-/// words stay English. The window translates them itself, see shownProblem().
+/// words stay English. The window translates them itself, see ProblemText::translated().
 class WordsOfQt : public QTranslator
 {
 public:

@@ -80,20 +80,22 @@ void GamutQueue::onDataChanged(const QModelIndex& first, const QModelIndex& last
 }
 
 /// Runs on a worker.
-GamutQueue::Outcome GamutQueue::compute(const QString& input, const GamutSource& source,
+GamutQueue::Outcome GamutQueue::compute(const QString& input, std::optional<GamutSource> source,
                                         const GamutSettings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;
     if (protocol->isCancelled()) // while it waited for a thread
         return outcome;
-    outcome.source = source.isOpen() ? source : GamutSource::open(input);
-    if (!outcome.source.isOpen()) {
-        outcome.problem = outcome.source.problem();
-        return outcome;
+    if (!source) {
+        Result<GamutSource> opened = GamutSource::open(input);
+        if (!opened) {
+            outcome.gamut = failure(opened.error());
+            return outcome;
+        }
+        source = *std::move(opened);
     }
-    outcome.gamut = outcome.source.compute(settings, &protocol);
-    if (outcome.gamut.faceCount() == 0)
-        outcome.problem = QStringLiteral("'%1': %2").arg(input, outcome.gamut.reason());
+    outcome.gamut = source->compute(settings, &protocol);
+    outcome.source = std::move(source);
     return outcome;
 }
 
@@ -125,12 +127,12 @@ void GamutQueue::finish(const QString& id, int ticket, const Outcome& outcome)
         return;
     m_jobs.remove(id);
     const int row = m_model.rowOf(id);
-    if (outcome.problem.isEmpty()) {
+    if (outcome.gamut) {
         m_sources.insert(id, outcome.source);
-        m_model.setGamut(row, outcome.gamut);
+        m_model.setGamut(row, *outcome.gamut);
     } else {
         m_model.abandonLoad(row);
-        Q_EMIT failed(outcome.problem);
+        Q_EMIT failed(outcome.gamut.error());
     }
     announceEnd();
 }

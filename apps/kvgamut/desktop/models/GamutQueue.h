@@ -9,6 +9,8 @@
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
+#include <optional>
+
 /// Computes the gamuts that a list asks for, in the background: opens the input, computes, reports
 /// progress and result to the list. The GUI thread never waits for it, but in the destructor, which
 /// cancels and waits until the workers have noticed.
@@ -30,7 +32,7 @@ public:
 
 Q_SIGNALS:
     /// A load ended without a gamut and was not cancelled: why, naming the input.
-    void failed(QString problem);
+    void failed(Problem problem);
     /// Loads have begun, moved on or ended: isBusy() and progress() answer anew.
     void progressed();
     /// The last load in progress has ended.
@@ -44,13 +46,12 @@ private:
     };
     struct Outcome
     {
-        GamutSource source;
-        KVGamut::GamutObject gamut;
-        QString problem;
+        std::optional<GamutSource> source;
+        Result<KVGamut::GamutObject> gamut = failure(KVProblemCode::Cancelled);
     };
 
-    static Outcome compute(const QString& input, const GamutSource& source, const GamutSettings& settings,
-                           KVCompletionProtocolPtr protocol);
+    static Outcome compute(const QString& input, std::optional<GamutSource> source,
+                           const GamutSettings& settings, KVCompletionProtocolPtr protocol);
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
     void onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles);
@@ -62,7 +63,8 @@ private:
 
     GamutListModel& m_model;
     QHash<QString, Job> m_jobs;
-    QHash<QString, GamutSource> m_sources; ///< opened once: what was looked at first is what is reloaded
+    QHash<QString, std::optional<GamutSource>>
+        m_sources; ///< opened once: what was looked at first is what is reloaded
     QThreadPool m_pool;
     QTimer m_ticker;
     int m_lastTicket = 0;

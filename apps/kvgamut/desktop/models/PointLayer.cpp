@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointLayer.h"
 
+#include "model/points/Lab.h"
+
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFileInfo>
 #include <QtCore/QFuture>
@@ -37,7 +39,7 @@ QList<float> distancesOf(const QList<MeasuredPoint>& points, const KVGamut::Gamu
     QList<float> distances;
     distances.reserve(points.size());
     for (const MeasuredPoint& point : points) {
-        const float lab[3] = {point.lab.x(), point.lab.y(), point.lab.z()};
+        const float lab[3] = {point.lab.L, point.lab.a, point.lab.b};
         distances.append(gamut.nearest(lab).distance);
     }
     return distances;
@@ -175,30 +177,29 @@ void PointLayer::open(const QString& file)
     const int ticket = ++m_lastTicket;
     m_layers[row].ticket = ticket;
     m_layers[row].reading = true;
-    QtConcurrent::run(&m_pool, &PointSet::read, file).then(this, [this, file, ticket](const PointSet& set) {
-        finishReading(file, ticket, set);
-    });
+    QtConcurrent::run(&m_pool, readPoints, file)
+        .then(this, [this, file, ticket](const Result<PointSet>& set) { finishReading(file, ticket, set); });
 }
 
-void PointLayer::finishReading(const QString& file, int ticket, const PointSet& set)
+void PointLayer::finishReading(const QString& file, int ticket, const Result<PointSet>& set)
 {
     const int row = rowOf(file);
     if (row < 0 || m_layers[row].ticket != ticket)
         return;
-    if (!set.problem.isEmpty()) {
+    if (!set) {
         remove(row);
-        Q_EMIT failed(set.problem);
+        Q_EMIT failed(set.error());
         return;
     }
     Layer& layer = m_layers[row];
     layer.reading = false;
-    layer.set = set;
+    layer.set = *set;
     layer.judgedBy = 0;
     layer.beingJudgedBy = 0;
     redraw();
     judgeAll();
-    if (!set.note.isEmpty())
-        Q_EMIT noted(set.note);
+    if (set->note)
+        Q_EMIT noted(*set->note);
 }
 
 void PointLayer::remove(int row)
@@ -290,12 +291,13 @@ void PointLayer::addTo(KVGamut3DViewer& viewer) const
         for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
             const MeasuredPoint& point = layer.set.points[i];
             const bool judged = layer.judgedBy != 0;
-            const QColor color = judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.color;
+            const QColor color =
+                judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.shownColor();
             const int diameter = diameterOf(point);
             // judged points share a set for each side; others differ in colour only
             const QString name = judged ? setName(color, diameter) : setName(Qt::white, diameter);
             sets[name].diameter = diameter;
-            sets[name].dots.append({color, point.lab});
+            sets[name].dots.append({color, vectorOf(point.lab)});
         }
     }
     for (auto set = sets.cbegin(); set != sets.cend(); ++set) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "GamutListModel.h"
-#include "model/points/PointSet.h"
+#include "model/points/PointInput.h"
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QThreadPool>
@@ -62,9 +62,9 @@ public:
 
 Q_SIGNALS:
     /// A file could not be read: why, naming it.
-    void failed(QString problem);
+    void failed(Problem problem);
     /// What should be known of a file that was read.
-    void noted(QString note);
+    void noted(Problem note);
 
 private:
     struct Layer
@@ -77,7 +77,7 @@ private:
         QList<float> distances;    ///< of each point from that gamut's surface
     };
 
-    void finishReading(const QString& file, int ticket, const PointSet& set);
+    void finishReading(const QString& file, int ticket, const Result<PointSet>& set);
     void judgeAll();
     void judge(Layer& layer, const GamutEntry& gamut);
     const GamutEntry* judgingGamut() const;

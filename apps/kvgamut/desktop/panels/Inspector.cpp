@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inspector.h"
 
+#include "model/points/Lab.h"
+
 #include "desktop/language/ShownWords.h"
 
 #include <QtCore/QFileInfo>
@@ -52,9 +54,10 @@ std::optional<Inspector::Met> Inspector::point(const Picker::Ray& ray) const
         const PointSet& set = m_points.set(row);
         for (qsizetype i = 0; i < set.points.size(); ++i) {
             const MeasuredPoint& candidate = set.points[i];
-            const auto hit = Picker::firstBall(ray, {candidate.lab}, m_points.diameter(candidate) / 2.0f);
+            const auto hit =
+                Picker::firstBall(ray, {vectorOf(candidate.lab)}, m_points.diameter(candidate) / 2.0f);
             if (hit && (!nearest || hit->distance < nearest->distance))
-                nearest = Met{hit->distance, candidate.lab, nameOf(set, i), -1};
+                nearest = Met{hit->distance, vectorOf(candidate.lab), nameOf(set, i), -1};
         }
     }
     return nearest;

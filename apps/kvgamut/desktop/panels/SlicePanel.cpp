@@ -80,11 +80,11 @@ SliceDrawing SlicePanel::drawing() const
     return drawing;
 }
 
-QString SlicePanel::save(const QString& file) const
+std::optional<Problem> SlicePanel::save(const QString& file) const
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
     if (suffix != QLatin1String("svg") && suffix != QLatin1String("pdf"))
-        return QStringLiteral("'%1': sections are saved as .svg or .pdf").arg(file);
+        return Problem(ProblemCode::SectionFormatUnknown).about(file);
     return writeOutput(file, suffix == QLatin1String("pdf") ? SliceFile::pdf(drawing(), documentSize)
                                                             : SliceFile::svg(drawing(), documentSize));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/GamutListModel.h"
+#include "model/problems/Problem.h"
 #include "model/slices/SliceDrawing.h"
 
 #include <QtCore/QTimer>
@@ -21,7 +22,7 @@ public:
 
     /// The section as a document: SVG or PDF, by the end of @p file.
     /// @return what went wrong, naming the file; empty when it is written
-    QString save(const QString& file) const;
+    std::optional<Problem> save(const QString& file) const;
 
     QSize sizeHint() const override { return {330, 330}; }
 

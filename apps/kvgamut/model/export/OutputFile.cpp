@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OutputFile.h"
 
+#include "model/problems/SystemReason.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
@@ -8,15 +10,15 @@
 
 namespace {
 
-QString problem(const QString& name, const QFileDevice& file)
+Problem failed(const QString& name, const QFileDevice& file)
 {
-    return QStringLiteral("'%1' cannot be written: %2").arg(name, file.errorString());
+    return Problem(ProblemCode::CannotWrite).about(name).because(SystemReason::ofFile(file));
 }
 
-// Unbuffered: a buffer that is written in part does not tell why.
+// Unbuffered, since a buffer that is written in part loses the reason.
 constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
 
-/// Goes on after a part was written: only the next attempt tells why there was no more.
+/// Continues after a part was written: only the next attempt fails with the reason.
 bool writeAll(QFileDevice& file, const QByteArray& bytes)
 {
     qsizetype written = 0;
@@ -29,20 +31,22 @@ bool writeAll(QFileDevice& file, const QByteArray& bytes)
     return file.flush();
 }
 
-/// To something that is no regular file (a pipe, a device): there is nothing to replace.
-QString writeInto(QFile& file, const QString& name, const QByteArray& bytes)
+/// Writes to a pipe or a device, which cannot be replaced.
+std::optional<Problem> writeInto(QFile& file, const QString& name, const QByteArray& bytes)
 {
-    return writeAll(file, bytes) ? QString() : problem(name, file);
+    if (writeAll(file, bytes))
+        return std::nullopt;
+    return failed(name, file);
 }
 
 } // namespace
 
-QString writeOutput(const QString& name, const QByteArray& bytes)
+std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes)
 {
     if (name == QLatin1String("-")) {
         QFile standardOutput;
         if (!standardOutput.open(stdout, mode))
-            return problem(QStringLiteral("standard output"), standardOutput);
+            return failed(QStringLiteral("standard output"), standardOutput);
         return writeInto(standardOutput, QStringLiteral("standard output"), bytes);
     }
 
@@ -50,12 +54,12 @@ QString writeOutput(const QString& name, const QByteArray& bytes)
     if (present.exists() && !present.isFile() && !present.isDir()) {
         QFile device(name);
         if (!device.open(mode))
-            return problem(name, device);
+            return failed(name, device);
         return writeInto(device, name, bytes);
     }
 
     QSaveFile file(name);
     if (!file.open(mode) || !writeAll(file, bytes) || !file.commit())
-        return problem(name, file);
-    return {};
+        return failed(name, file);
+    return std::nullopt;
 }

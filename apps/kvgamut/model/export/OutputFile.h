@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/problems/Problem.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/// Writes @p bytes to the file @p name: whole, or not at all, in which case a file that was there
-/// stays. "-" is standard output.
-/// @return what went wrong, naming the file; empty when it is written
-QString writeOutput(const QString& name, const QByteArray& bytes);
+#include <optional>
+
+/// Writes @p bytes to the file @p name: completely, or not at all, in which case an existing file stays as it
+/// was. "-" is standard output.
+/// @return CannotWrite, about the file, if that fails
+[[nodiscard]] std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes);

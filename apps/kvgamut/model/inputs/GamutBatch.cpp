@@ -20,20 +20,21 @@ float meanProgress(const QList<KVCompletionProtocolPtr>& tasks)
 
 } // namespace
 
-QList<KVGamut::GamutObject> GamutBatch::compute(const QList<GamutSource>& sources,
-                                                const GamutSettings& settings,
-                                                const std::function<void(float)>& progress)
+QList<Result<KVGamut::GamutObject>> GamutBatch::compute(const QList<Result<GamutSource>>& sources,
+                                                        const KVGamut::Settings& settings,
+                                                        const std::function<void(float)>& progress)
 {
-    QList<KVGamut::GamutObject> gamuts(sources.size());
+    QList<Result<KVGamut::GamutObject>> gamuts(sources.size());
     QList<KVCompletionProtocolPtr> tasks;
-    for (const GamutSource& source : sources)
-        tasks.append(KVCompletionProtocol::createTask(source.name()));
+    for (const auto& source : sources)
+        tasks.append(KVCompletionProtocol::createTask(source ? source->name() : QString()));
 
     QSemaphore done;
     QThreadPool pool;
     for (qsizetype i = 0; i < sources.size(); ++i)
         pool.start([&source = sources[i], &gamut = gamuts[i], &settings, task = tasks[i], &done]() mutable {
-            gamut = source.compute(settings, &task);
+            gamut =
+                source.and_then([&](const GamutSource& opened) { return opened.compute(settings, &task); });
             task->setProgress(1.0f);
             done.release();
         });

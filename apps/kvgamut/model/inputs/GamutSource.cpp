@@ -2,6 +2,7 @@
 #include "GamutSource.h"
 
 #include "BuiltInProfiles.h"
+#include "InputFile.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
 
@@ -10,92 +11,83 @@
 
 namespace {
 
-// An ICC profile says so at this place.
-constexpr int iccSignatureAt = 36;
+// Every ICC profile has this signature at this offset.
+constexpr int iccSignatureOffset = 36;
 constexpr QByteArrayView iccSignature("acsp");
-constexpr int longestMarker = iccSignatureAt + iccSignature.size();
-static_assert(longestMarker >= SavedGamut::markerSize);
+constexpr int maxMarkerSize = iccSignatureOffset + iccSignature.size();
+static_assert(maxMarkerSize >= SavedGamut::markerSize);
 
-constexpr qint64 largestSavedGamut = qint64(1) << 30;
+constexpr qint64 maxSavedGamutSize = qint64(1) << 30;
 
-/// The first bytes of a regular file; nothing of anything else, which may never come to its end.
+/// The first bytes of a regular file. Empty for anything else: a pipe or a device may never end.
 QByteArray startOf(const QString& name)
 {
     QFile file(name);
     if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    return file.read(longestMarker);
+    return file.read(maxMarkerSize);
 }
 
 } // namespace
 
-GamutSource GamutSource::open(const QString& name)
+Result<GamutSource> GamutSource::open(const QString& name)
 {
-    GamutSource source;
-    source.m_name = name;
     const QByteArray builtIn = BuiltInProfiles::profile(name);
-    if (!builtIn.isEmpty()) {
-        source.openProfile(builtIn);
-        return source;
-    }
+    if (!builtIn.isEmpty())
+        return ofProfileData(name, builtIn);
     const QByteArray start = startOf(name);
     if (PictureProfile::isPicture(start))
-        source.openPicture();
-    else if (SavedGamut::isSavedGamut(start))
-        source.openSavedGamut();
-    else if (start.isEmpty() || start.mid(iccSignatureAt) == iccSignature)
-        source.openProfileFile(); // which also knows best why there is nothing to read
-    else
-        source.fail(QStringLiteral("this is neither an ICC profile, nor a PNG, JPEG or TIFF picture, "
-                                   "nor a saved gamut"));
+        return ofPicture(name);
+    if (SavedGamut::isSavedGamut(start))
+        return ofSavedGamut(name);
+    // the engine knows best why there is nothing to read
+    if (start.isEmpty() || start.mid(iccSignatureOffset) == iccSignature)
+        return ofProfile(name,
+                         KVProfilePtr(KVProfileCreateWithPath(name.toUtf8().constData()), KVProfileRelease));
+    return failure(Problem(ProblemCode::UnknownFormat).about(name));
+}
+
+/// @param profile as the engine opened it just now: null where KVProfileProblem() says why
+Result<GamutSource> GamutSource::ofProfile(const QString& name, const KVProfilePtr& profile)
+{
+    if (!profile)
+        return failure(Problem(KVProfileProblem().value_or(KVProblem())).about(name));
+    GamutSource source(name);
+    source.m_profile = profile;
     return source;
 }
 
-void GamutSource::openProfile(const QByteArray& bytes)
+Result<GamutSource> GamutSource::ofProfileData(const QString& name, const QByteArray& bytes)
 {
-    m_profile = KVProfilePtr(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
-                             KVProfileRelease);
-    if (!m_profile)
-        fail(KVProfileError());
+    return ofProfile(name,
+                     KVProfilePtr(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
+                                  KVProfileRelease));
 }
 
-void GamutSource::openProfileFile()
+Result<GamutSource> GamutSource::ofPicture(const QString& name)
 {
-    m_profile = KVProfilePtr(KVProfileCreateWithPath(m_name.toUtf8().constData()), KVProfileRelease);
-    if (m_profile)
-        return;
-    const QString reason = KVProfileError();
-    m_problem = reason.contains(m_name) ? reason : about(m_name, reason);
+    const Result<QByteArray> icc = PictureProfile::read(name);
+    if (!icc)
+        return failure(icc.error().about(name));
+    return ofProfileData(name, *icc);
 }
 
-void GamutSource::openPicture()
+Result<GamutSource> GamutSource::ofSavedGamut(const QString& name)
 {
-    const PictureProfile picture = PictureProfile::read(m_name);
-    if (!picture.problem.isEmpty())
-        fail(picture.problem);
-    else
-        openProfile(picture.icc);
+    const Result<SavedGamut> saved = readInput(name, maxSavedGamutSize).and_then([](const QByteArray& bytes) {
+        return SavedGamut::read(bytes);
+    });
+    if (!saved)
+        return failure(saved.error().about(name));
+    GamutSource source(name);
+    source.m_saved.deserialize(saved->gamut);
+    source.m_savedProfile = saved->profile;
+    if (!source.isSaved())
+        return failure(Problem(source.m_saved.problem().value_or(KVProblem())).about(name));
+    return source;
 }
 
-void GamutSource::openSavedGamut()
-{
-    QFile file(m_name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fail(QStringLiteral("cannot be read: %1").arg(file.errorString()));
-        return;
-    }
-    const SavedGamut saved = SavedGamut::read(file.read(largestSavedGamut));
-    if (!saved.problem.isEmpty()) {
-        fail(saved.problem);
-        return;
-    }
-    m_saved.deserialize(saved.gamut);
-    m_savedProfile = saved.profile;
-    if (!isSaved())
-        fail(m_saved.reason());
-}
-
-QHash<QString, QVariant> GamutSource::loadParams(const GamutSettings& settings) const
+QHash<QString, QVariant> GamutSource::loadParams(const KVGamut::Settings& settings) const
 {
     if (isSaved())
         return m_saved.serialize();
@@ -109,28 +101,13 @@ QHash<QString, QVariant> GamutSource::loadParams(const GamutSettings& settings) 
             {QStringLiteral("AdditionnalParam"), how}};
 }
 
-KVGamut::GamutObject GamutSource::compute(const GamutSettings& settings,
-                                          KVCompletionProtocolPtr* protocol) const
+Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& settings,
+                                                  KVCompletionProtocolPtr* protocol) const
 {
     if (isSaved())
         return m_saved;
-    // as the viewer asks for them
-    constexpr bool withDecoration = true;
-    constexpr float maxEdge = 40.0f;
-    constexpr int refinements = 2;
     KVGamut::GamutObject gamut;
-    gamut.init(m_profile, settings.intent, settings.blackPointCompensation, withDecoration, maxEdge,
-               settings.gridPoints, refinements, protocol);
+    if (!gamut.init(m_profile, settings, protocol))
+        return failure(Problem(gamut.problem().value_or(KVProblem())).about(m_name));
     return gamut;
-}
-
-QString GamutSource::loadProblem(const GamutSettings& settings) const
-{
-    const QString reason = compute(settings).reason();
-    return about(m_name, reason.isEmpty() ? QStringLiteral("no gamut could be computed") : reason);
-}
-
-QString GamutSource::about(const QString& name, const QString& reason)
-{
-    return QStringLiteral("'%1': %2").arg(name, reason);
 }

@@ -13,7 +13,7 @@ struct DeleteContext
 {
     void operator()(cmsContext context) const { cmsDeleteContext(context); }
 };
-/// Of one's own, so that what goes wrong is not told on everybody's account.
+/// A private context, so that errors do not reach the global handler.
 using Context = std::unique_ptr<std::remove_pointer_t<cmsContext>, DeleteContext>;
 
 struct CloseProfile

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PictureProfile.h"
 
+#include "model/problems/SystemReason.h"
+
 #include <QtCore/QFile>
 
 #include <cerrno>
@@ -20,7 +22,7 @@
 
 namespace {
 
-constexpr png_alloc_size_t largestProfile = png_alloc_size_t(256) << 20;
+constexpr png_alloc_size_t maxProfileSize = png_alloc_size_t(256) << 20;
 
 struct CloseFile
 {
@@ -58,7 +60,7 @@ struct Found
     void* icc = nullptr; ///< from malloc
     std::size_t size = 0;
     bool damaged = false;
-    char message[JMSG_LENGTH_MAX] = {}; ///< the library's own word on the damage
+    char message[JMSG_LENGTH_MAX] = {}; ///< the library's words on the damage
 
     ~Found() { std::free(icc); }
 
@@ -92,7 +94,7 @@ void readPng(std::FILE* file, Found& found)
         png_destroy_read_struct(&png, &info, nullptr);
         return;
     }
-    png_set_chunk_malloc_max(png, largestProfile);
+    png_set_chunk_malloc_max(png, maxProfileSize);
     png_init_io(png, file);
     png_read_info(png, info);
     png_charp name = nullptr;
@@ -216,28 +218,23 @@ bool PictureProfile::isPicture(const QByteArray& start)
     return kindOf(start) != Kind::None;
 }
 
-PictureProfile PictureProfile::read(const QString& path)
+Result<QByteArray> PictureProfile::read(const QString& path)
 {
-    PictureProfile result;
     const QByteArray encoded = QFile::encodeName(path);
     const File file(std::fopen(encoded.constData(), "rb"));
     char start[4] = {};
-    if (!file || std::fread(start, 1, sizeof start, file.get()) != sizeof start) {
-        result.problem =
-            QStringLiteral("cannot be read: %1").arg(QString::fromLocal8Bit(std::strerror(errno)));
-        return result;
-    }
+    if (!file || std::fread(start, 1, sizeof start, file.get()) != sizeof start)
+        return failure(Problem(ProblemCode::CannotRead).because(SystemReason::ofErrno(errno)));
     std::rewind(file.get());
 
     const Kind kind = kindOf(QByteArray(start, sizeof start));
     Found found;
     readPicture(kind, encoded, file.get(), found);
-    if (found.damaged)
-        result.problem = QStringLiteral("this %1 picture is damaged: %2")
-                             .arg(nameOf(kind), QString::fromUtf8(found.message).trimmed());
-    else if (found.size == 0)
-        result.problem = QStringLiteral("this %1 picture has no embedded profile").arg(nameOf(kind));
-    else
-        result.icc = QByteArray(static_cast<const char*>(found.icc), static_cast<qsizetype>(found.size));
-    return result;
+    if (found.damaged) {
+        const Problem reason(ProblemCode::OtherReason, {QString::fromUtf8(found.message).trimmed()});
+        return failure(Problem(ProblemCode::PictureDamaged, {nameOf(kind)}).because(reason));
+    }
+    if (found.size == 0)
+        return failure(ProblemCode::PictureWithoutProfile, {nameOf(kind)});
+    return QByteArray(static_cast<const char*>(found.icc), static_cast<qsizetype>(found.size));
 }

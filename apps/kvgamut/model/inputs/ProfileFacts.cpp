@@ -97,7 +97,7 @@ QStringList intentsOf(const Profile& profile)
 ProfileFacts ProfileFacts::of(const QByteArray& icc)
 {
     ProfileFacts facts;
-    const Context context(cmsCreateContext(nullptr, nullptr)); // which tells nobody of errors
+    const Context context(cmsCreateContext(nullptr, nullptr));
     const Profile profile(
         cmsOpenProfileFromMemTHR(context.get(), icc.constData(), static_cast<cmsUInt32Number>(icc.size())));
     if (!profile)

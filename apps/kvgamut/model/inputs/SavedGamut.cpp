@@ -12,23 +12,16 @@ const QLatin1String format("KVGamut");
 const QLatin1String gamutKey("gamut");
 const QLatin1String profileKey("profile");
 
-// Tag 55799, an array of three, a text of seven bytes: every file begins with these.
+// Tag 55799, an array of three, a text of seven bytes: the start of every file.
 constexpr QByteArrayView marker("\xD9\xD9\xF7\x83\x67"
                                 "KVGamut");
 static_assert(marker.size() == SavedGamut::markerSize);
-
-SavedGamut failed(const QString& problem)
-{
-    SavedGamut result;
-    result.problem = problem;
-    return result;
-}
 
 } // namespace
 
 QByteArray SavedGamut::bytes() const
 {
-    // a sorted map: the order of a hash differs from run to run
+    // a sorted map, since the order of a hash differs from run to run
     QVariantMap sorted;
     for (auto it = gamut.cbegin(); it != gamut.cend(); ++it)
         sorted.insert(it.key(), it.value());
@@ -41,17 +34,17 @@ bool SavedGamut::isSavedGamut(const QByteArray& start)
     return start.startsWith(marker);
 }
 
-SavedGamut SavedGamut::read(const QByteArray& bytes)
+Result<SavedGamut> SavedGamut::read(const QByteArray& bytes)
 {
     if (!isSavedGamut(bytes))
-        return failed(QStringLiteral("this is no saved gamut"));
+        return failure(KVProblemCode::NotASavedGamut);
     QCborParserError error;
     const QCborArray parts = QCborValue::fromCbor(bytes, &error).taggedValue().toArray();
     if (error.error != QCborError::NoError)
-        return failed(QStringLiteral("the saved gamut is damaged: %1").arg(error.errorString()));
+        return failure(Problem(KVProblemCode::SavedGamutDamaged)
+                           .because(Problem(ProblemCode::OtherReason, {error.errorString()})));
     if (parts.at(1).toInteger() != formatVersion)
-        return failed(QStringLiteral("the saved gamut is of version %1, which is not known")
-                          .arg(parts.at(1).toVariant().toString()));
+        return failure(KVProblemCode::UnknownSavedVersion, {parts.at(1).toVariant().toString()});
     const QCborMap content = parts.at(2).toMap();
     SavedGamut result;
     result.gamut = content.value(gamutKey).toMap().toVariantHash();

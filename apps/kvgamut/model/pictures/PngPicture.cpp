@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PngPicture.h"
 
-#include <QtCore/QFile>
+#include "model/inputs/InputFile.h"
 
 #include <png.h>
 
-// Qt's reader prints what libpng has to say about a damaged file; libpng's simplified interface tells it.
+// Qt's reader prints libpng's messages about a damaged file to standard error; libpng's simplified interface
+// returns them.
 
 namespace {
 
-/// One that frees what libpng keeps for it.
+/// Frees what libpng allocates for it.
 struct Reader : png_image
 {
     Reader() : png_image{} { version = PNG_IMAGE_VERSION; }
@@ -17,29 +18,29 @@ struct Reader : png_image
     Q_DISABLE_COPY_MOVE(Reader)
 };
 
-PngPicture failed(const QString& name, const QString& reason)
+Result<QImage> decoded(const QByteArray& bytes)
 {
-    return {{}, QStringLiteral("'%1' cannot be read: %2").arg(name, reason)};
+    Reader reader;
+    const auto failed = [&reader] {
+        const Problem reason(ProblemCode::OtherReason, {QString::fromLatin1(reader.message)});
+        return failure(Problem(ProblemCode::NotAPng).because(reason));
+    };
+    if (!png_image_begin_read_from_memory(&reader, bytes.constData(), static_cast<size_t>(bytes.size())))
+        return failed();
+    reader.format = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
+    QImage image(static_cast<int>(reader.width), static_cast<int>(reader.height), QImage::Format_ARGB32);
+    if (image.isNull())
+        return failure(ProblemCode::PictureTooLarge);
+    if (!png_image_finish_read(&reader, nullptr, image.bits(), static_cast<png_int_32>(image.bytesPerLine()),
+                               nullptr))
+        return failed();
+    return image;
 }
 
 } // namespace
 
-PngPicture PngPicture::read(const QString& name)
+Result<QImage> readPng(const QString& name)
 {
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly))
-        return failed(name, file.errorString());
-    const QByteArray bytes = file.readAll();
-    Reader reader;
-    if (!png_image_begin_read_from_memory(&reader, bytes.constData(), static_cast<size_t>(bytes.size())))
-        return failed(name, QString::fromLatin1(reader.message));
-    reader.format = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
-    PngPicture result{
-        QImage(static_cast<int>(reader.width), static_cast<int>(reader.height), QImage::Format_ARGB32), {}};
-    if (result.image.isNull())
-        return failed(name, QStringLiteral("it is too large"));
-    if (!png_image_finish_read(&reader, nullptr, result.image.bits(),
-                               static_cast<png_int_32>(result.image.bytesPerLine()), nullptr))
-        return failed(name, QString::fromLatin1(reader.message));
-    return result;
+    return readInput(name).and_then(decoded).map_error(
+        [&name](const Problem& problem) { return problem.about(name); });
 }

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/problems/Result.h"
+
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
-/// A picture read from a PNG file, or the reason why there is none.
-struct PngPicture
-{
-    QImage image;    ///< ARGB32, straight alpha; null when it could not be read
-    QString problem; ///< naming the file; empty when it was read
-
-    static PngPicture read(const QString& name);
-};
+/// The picture in the PNG file @p name: ARGB32, straight alpha. The problem names the file.
+Result<QImage> readPng(const QString& name);

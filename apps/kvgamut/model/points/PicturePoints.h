@@ -2,17 +2,19 @@
 #pragma once
 
 #include "PointSet.h"
+#include "model/problems/Result.h"
 
-#include <QtCore/QByteArray>
+#include <span>
 
-/// The colours of a picture as points: its pixels (a regular sample of a big picture) in Lab, converted
-/// with the absolute colorimetric intent of its profile, gathered into cells of equal size. Each cell
-/// gives a point at the mean of its colours, whose weight is its share of the pixels, 0..1.
+/// The colours of a picture as points: its pixels (a regular sample of a large picture) in Lab, converted
+/// with the absolute colorimetric intent of its profile and gathered into cells of equal size. Each cell
+/// gives one point at the mean of its colours. The weight of a point is its share of the pixels, 0..1.
 ///
-/// A picture without a profile counts as sRGB. One whose profile is not for its RGB or grey pixels is
-/// refused.
-PointSet readPicturePoints(const QString& file);
+/// A picture without a profile is taken as sRGB, which the note says. It is a problem if the profile is not
+/// for RGB or grey pixels. Problem and note name the file.
+Result<PointSet> readPicturePoints(const QString& file);
 
-/// Colours gathered into cells of @p edge Lab units; of bigger ones where there would be more than
-/// @p most points. The order follows the cells, not the colours' order.
-QList<MeasuredPoint> gatherColours(const QList<QVector3D>& colours, float edge, qsizetype most);
+/// Gathers colours into cells of @p edge Lab units, or larger ones if there would be more than @p maxPoints
+/// points. The order follows the cells, not the order of the colours.
+QList<MeasuredPoint> gatherColours(std::span<const KVGamut::LabPoint> colours, float edge,
+                                   qsizetype maxPoints);

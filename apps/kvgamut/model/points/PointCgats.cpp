@@ -3,19 +3,25 @@
 #include "PointReaders.h"
 #include "model/inputs/LittleCms.h"
 
-// Sheets are taken apart by Little CMS, which knows CGATS.17, IT8.7 and their relatives.
+// Little CMS reads CGATS.17, IT8.7 and related formats.
 
 using LittleCms::Context;
 using LittleCms::Sheet;
 
 namespace {
 
-/// Keeps the first complaint in the text that the context was made with.
+/// Keeps the first error message in the text that is the context's user data.
 void keepError(cmsContext context, cmsUInt32Number, const char* message)
 {
     auto& kept = *static_cast<QString*>(cmsGetContextUserData(context));
     if (kept.isEmpty())
         kept = QString::fromUtf8(message).simplified();
+}
+
+/// Little CMS begins its message with the name of the file, which is empty here.
+QString withoutName(const QString& message)
+{
+    return message.startsWith(QLatin1String(": ")) ? message.mid(2) : message;
 }
 
 QStringList columnsOf(const Sheet& sheet)
@@ -36,36 +42,31 @@ QStringList rowOf(const Sheet& sheet, int row, qsizetype columns)
     return fields;
 }
 
-PointFile pointsOf(const Sheet& sheet, const PointColumns& columns, qsizetype columnCount)
+Result<PointSet> pointsOf(const Sheet& sheet, const PointColumns& columns, qsizetype columnCount)
 {
-    PointFile result;
+    PointSet set;
     const int rows = static_cast<int>(cmsIT8GetPropertyDbl(sheet.get(), "NUMBER_OF_SETS"));
     for (int row = 0; row < rows; ++row) {
         const auto point = columns.pointOf(rowOf(sheet, row, columnCount));
-        if (!point) {
-            result.problem =
-                QStringLiteral(", data set %1: expected numbers in the columns of the colour").arg(row + 1);
-            return result;
-        }
-        result.points.append(*point);
+        if (!point)
+            return failure(ProblemCode::NotAColorDataSet, {QString::number(row + 1)});
+        set.points.append(*point);
     }
-    return result;
+    return set;
 }
 
 } // namespace
 
-PointFile PointReaders::readCgats(const QByteArray& text)
+Result<PointSet> PointReaders::readCgats(const QByteArray& text)
 {
-    PointFile result;
     QString error;
     const Context context(cmsCreateContext(nullptr, &error));
     cmsSetLogErrorHandlerTHR(context.get(), keepError);
     const Sheet sheet(
         cmsIT8LoadFromMem(context.get(), text.constData(), static_cast<cmsUInt32Number>(text.size())));
-    if (!sheet) {
-        result.problem = QStringLiteral(": this CGATS file cannot be read%1").arg(error);
-        return result;
-    }
+    if (!sheet)
+        return failure(Problem(ProblemCode::CgatsInvalid)
+                           .because(Problem(ProblemCode::OtherReason, {withoutName(error)})));
     const auto tables = static_cast<int>(cmsIT8TableCount(sheet.get()));
     for (int table = 0; table < tables; ++table) {
         cmsIT8SetTable(sheet.get(), static_cast<cmsUInt32Number>(table));
@@ -73,8 +74,5 @@ PointFile PointReaders::readCgats(const QByteArray& text)
         if (const auto columns = PointColumns::named(names))
             return pointsOf(sheet, *columns, names.size());
     }
-    result.problem =
-        QStringLiteral(": this CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, XYZ_Y, XYZ_Z"
-                       " (spectra are not read)");
-    return result;
+    return failure(ProblemCode::CgatsWithoutColor);
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Where the first of @p wanted that is there at all stands in @p names; -1: nowhere.
+/// Index in @p names of the first of @p wanted that they contain; -1 if they contain none.
 qsizetype firstOf(std::initializer_list<const char*> wanted, const QStringList& names)
 {
     for (const char* name : wanted)
@@ -52,27 +52,29 @@ std::optional<PointColumns> PointColumns::named(const QStringList& names)
     return columns;
 }
 
-std::optional<ColouredPoint> PointColumns::pointOf(const QStringList& row) const
+std::optional<MeasuredPoint> PointColumns::pointOf(const QStringList& row) const
 {
-    QVector3D position;
+    std::array<float, 3> position{};
     for (std::size_t i = 0; i < 3; ++i) {
         const auto value = numberOf(row.value(values[i]));
         if (!value)
             return {};
-        position[static_cast<int>(i)] = *value;
+        position[i] = *value;
     }
     const QString colorField = row.value(color);
     const QColor given = colorField.isEmpty() ? QColor() : QColor(colorField);
     if (!colorField.isEmpty() && !given.isValid())
         return {};
-    return ColouredPoint{areXyz ? labOfXyz(position) : position, given, row.value(name)};
+    const KVGamut::LabPoint lab =
+        areXyz ? labOfXyz(position) : KVGamut::LabPoint{position[0], position[1], position[2]};
+    return MeasuredPoint{lab, given, row.value(name)};
 }
 
-QVector3D labOfXyz(const QVector3D& xyz)
+KVGamut::LabPoint labOfXyz(const std::array<float, 3>& xyz)
 {
     constexpr double white = 100.0;
-    const cmsCIEXYZ scaled{double(xyz.x()) / white, double(xyz.y()) / white, double(xyz.z()) / white};
+    const cmsCIEXYZ scaled{double(xyz[0]) / white, double(xyz[1]) / white, double(xyz[2]) / white};
     cmsCIELab lab;
     cmsXYZ2Lab(cmsD50_XYZ(), &lab, &scaled);
-    return QVector3D(static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b));
+    return {static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)};
 }

@@ -1,27 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "PointFile.h"
+#include "MeasuredPoint.h"
 
 #include <QtCore/QStringList>
 
 #include <array>
 #include <optional>
 
-/// Which columns of a table make a point.
+/// The columns of a table that hold the values of a point.
 struct PointColumns
 {
     std::array<qsizetype, 3> values{0, 1, 2}; ///< L*, a*, b*, or X, Y, Z
     bool areXyz = false;
-    qsizetype color = 3; ///< the columns that need not be there: -1, or past the end
+    qsizetype color = 3; ///< optional, as is the name: -1 or past the end if missing
     qsizetype name = -1;
 
-    /// Finds them by their @p names, in any case. Nothing when there is neither Lab nor XYZ among them.
+    /// Finds them by their @p names, in any case. nullopt if neither Lab nor XYZ is among them.
     static std::optional<PointColumns> named(const QStringList& names);
 
-    /// The point of one row. Nothing when a field is missing, no finite number or no colour.
-    std::optional<ColouredPoint> pointOf(const QStringList& row) const;
+    /// The point of one row. nullopt if a field is missing, is not a finite number or is not a colour.
+    std::optional<MeasuredPoint> pointOf(const QStringList& row) const;
 };
 
-/// @p xyz, of which Y is 100 at white, in Lab (D50).
-QVector3D labOfXyz(const QVector3D& xyz);
+/// Lab (D50) of X, Y and Z, where white has Y 100.
+KVGamut::LabPoint labOfXyz(const std::array<float, 3>& xyz);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// What stands between the fields of @p line: the first of these that is there at all, else space.
+/// What separates the fields of @p line: the first of semicolon, tab and comma that it contains, else space.
 QChar separatorOf(const QString& line)
 {
     static const QRegularExpression quoted(QStringLiteral("\"[^\"]*\""));
@@ -20,7 +20,7 @@ QChar separatorOf(const QString& line)
     return QLatin1Char(' ');
 }
 
-/// @p field without its quotes, in which a quote stands for itself when doubled.
+/// @p field without its quotes; a doubled quote inside them is one quote.
 QString unquoted(const QString& field)
 {
     static const QLatin1Char quote('"');
@@ -44,28 +44,28 @@ QStringList fieldsOf(const QString& line, QChar separator)
     }
     fields.append(unquoted(field));
     if (separator == QLatin1Char(' '))
-        fields.removeAll(QString()); // many spaces are one
+        fields.removeAll(QString()); // several spaces separate once
     return fields;
 }
 
-/// A table whose columns may be named.
+/// A table with or without named columns.
 class Table
 {
 public:
-    /// Takes the names of the columns, which may be none that say anything.
+    /// Takes the names of the columns; ignores them if they name no colour.
     void takeHeader(const QStringList& names)
     {
         if (const auto named = PointColumns::named(names)) {
             m_columns = *named;
-            m_most = names.size();
+            m_maxFields = names.size();
             m_named = true;
         }
     }
 
-    std::optional<ColouredPoint> pointOf(QStringList fields, bool decimalComma) const
+    std::optional<MeasuredPoint> pointOf(QStringList fields, bool decimalComma) const
     {
-        if (fields.size() > m_most)
-            return {}; // nothing says what the rest is
+        if (fields.size() > m_maxFields)
+            return {}; // the meaning of the others is unknown
         if (decimalComma)
             for (const qsizetype column : m_columns.values)
                 if (column < fields.size())
@@ -73,15 +73,12 @@ public:
         return m_columns.pointOf(fields);
     }
 
-    QString expectation() const
-    {
-        return m_named ? QStringLiteral("expected numbers in the columns of the colour")
-                       : QStringLiteral("expected L*, a*, b* and perhaps a colour");
-    }
+    /// What is wrong with a row of which pointOf() gives nothing.
+    ProblemCode rowProblem() const { return m_named ? ProblemCode::NotColorColumns : ProblemCode::NotAPoint; }
 
 private:
     PointColumns m_columns;
-    qsizetype m_most = 4; ///< fields of a row
+    qsizetype m_maxFields = 4;
     bool m_named = false;
 };
 
@@ -94,9 +91,9 @@ bool isNumber(const QString& field)
 
 } // namespace
 
-PointFile PointReaders::readCsv(const QByteArray& text)
+Result<PointSet> PointReaders::readCsv(const QByteArray& text)
 {
-    PointFile result;
+    PointSet set;
     Table table;
     QTextStream lines(text);
     bool first = true;
@@ -108,14 +105,13 @@ PointFile PointReaders::readCsv(const QByteArray& text)
         const QStringList fields = fieldsOf(line, separator);
         const auto point = table.pointOf(fields, separator != QLatin1Char(','));
         if (point) {
-            result.points.append(*point);
+            set.points.append(*point);
         } else if (first && !isNumber(fields.value(0))) {
             table.takeHeader(fields);
         } else {
-            result.problem = QStringLiteral(", line %1: %2").arg(number).arg(table.expectation());
-            return result;
+            return failure(table.rowProblem(), {QString::number(number)});
         }
         first = false;
     }
-    return result;
+    return set;
 }

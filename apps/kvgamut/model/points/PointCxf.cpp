@@ -12,11 +12,10 @@ namespace {
 
 const QLatin1String objectName("Object");
 
-/// A value of an object, in Lab, and the id of the ColorSpecification that says for which illuminant it
-/// holds.
+/// A value of an object in Lab, and the id of the ColorSpecification that names its illuminant.
 struct Value
 {
-    QVector3D lab;
+    KVGamut::LabPoint lab;
     QString specification;
     bool fromXyz;
 };
@@ -27,10 +26,10 @@ struct Object
     QList<Value> values;
 };
 
-/// Three numbers called @p names below the present element, in any order, up to its end.
-std::optional<QVector3D> triple(QXmlStreamReader& xml, const std::array<const char*, 3>& names)
+/// The numbers in the three child elements @p names, in any order, of the current element.
+std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::array<const char*, 3>& names)
 {
-    QVector3D values(NAN, NAN, NAN);
+    std::array<float, 3> values{NAN, NAN, NAN};
     while (xml.readNextStartElement()) {
         const QString element = xml.name().toString();
         const QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
@@ -38,10 +37,10 @@ std::optional<QVector3D> triple(QXmlStreamReader& xml, const std::array<const ch
             bool ok = false;
             const float number = text.toFloat(&ok);
             if (ok && element == QLatin1String(names[i]))
-                values[static_cast<int>(i)] = number;
+                values[i] = number;
         }
     }
-    if (!std::isfinite(values.x()) || !std::isfinite(values.y()) || !std::isfinite(values.z()))
+    if (!std::isfinite(values[0]) || !std::isfinite(values[1]) || !std::isfinite(values[2]))
         return {};
     return values;
 }
@@ -52,26 +51,20 @@ class CxfReader
 public:
     explicit CxfReader(const QByteArray& text) : m_xml(text) {}
 
-    PointFile read()
+    Result<PointSet> read()
     {
         if (m_xml.readNextStartElement() && m_xml.name() != QLatin1String("CxF"))
-            return failed(QStringLiteral(": this is XML, but no CxF"));
+            return failure(ProblemCode::NotCxf);
         while (!m_xml.atEnd())
             if (m_xml.readNext() == QXmlStreamReader::StartElement)
                 readElement();
         if (m_xml.hasError())
-            return failed(QStringLiteral(", line %1: %2").arg(m_xml.lineNumber()).arg(m_xml.errorString()));
+            return failure(Problem(ProblemCode::XmlInvalid, {QString::number(m_xml.lineNumber())})
+                               .because(Problem(ProblemCode::OtherReason, {m_xml.errorString()})));
         return chosen();
     }
 
 private:
-    static PointFile failed(const QString& problem)
-    {
-        PointFile result;
-        result.problem = problem;
-        return result;
-    }
-
     void readElement()
     {
         const auto name = m_xml.name();
@@ -92,11 +85,14 @@ private:
         const QString specification =
             m_xml.attributes().value(QLatin1String("ColorSpecification")).toString();
         const auto numbers = triple(m_xml, names);
-        if (numbers && !m_objects.isEmpty())
-            m_objects.last().values.append({isXyz ? labOfXyz(*numbers) : *numbers, specification, isXyz});
+        if (!numbers || m_objects.isEmpty())
+            return;
+        const auto& [x, y, z] = *numbers;
+        const KVGamut::LabPoint lab = isXyz ? labOfXyz(*numbers) : KVGamut::LabPoint{x, y, z};
+        m_objects.last().values.append({lab, specification, isXyz});
     }
 
-    /// Lab before XYZ; nothing for another illuminant than D50.
+    /// The value for D50, preferably Lab; nullopt if all values are for other illuminants.
     std::optional<Value> best(const Object& object) const
     {
         std::optional<Value> found;
@@ -108,32 +104,33 @@ private:
         return found;
     }
 
-    PointFile chosen() const
+    Result<PointSet> chosen() const
     {
-        PointFile result;
+        PointSet set;
         for (const Object& object : m_objects)
             if (const auto value = best(object))
-                result.points.append({value->lab, QColor(), object.name});
-        const qsizetype leftOut = m_objects.size() - result.points.size();
+                set.points.append({value->lab, QColor(), object.name});
+        const qsizetype leftOut = m_objects.size() - set.points.size();
         if (leftOut == 0)
-            return result;
-        const QString text =
-            QStringLiteral(": %1 of %2 objects have no CIELAB or XYZ for D50 (spectra are not read)")
-                .arg(leftOut)
-                .arg(m_objects.size());
-        (result.points.isEmpty() ? result.problem : result.note) = text;
-        return result;
+            return set;
+        const Problem problem(ProblemCode::ObjectsWithoutLab,
+                              {QString::number(leftOut), QString::number(m_objects.size())});
+        if (set.points.isEmpty())
+            return failure(problem);
+        set.note = problem;
+        set.partial = true;
+        return set;
     }
 
     QXmlStreamReader m_xml;
     QList<Object> m_objects;
-    QString m_specification; ///< the one that is being read
+    QString m_specification; ///< id of the current ColorSpecification
     QHash<QString, QString> m_illuminants;
 };
 
 } // namespace
 
-PointFile PointReaders::readCxf(const QByteArray& text)
+Result<PointSet> PointReaders::readCxf(const QByteArray& text)
 {
     return CxfReader(text).read();
 }

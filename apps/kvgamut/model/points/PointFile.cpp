@@ -2,10 +2,7 @@
 #include "PointFile.h"
 
 #include "PointReaders.h"
-
-#include <platform/KVVelmoraFramework.h>
-
-#include <QtCore/QFile>
+#include "model/inputs/InputFile.h"
 
 namespace {
 
@@ -15,7 +12,7 @@ bool hasLine(const QByteArray& text, const QByteArray& keyword)
     return text.startsWith(keyword) || text.contains('\n' + keyword) || text.contains('\r' + keyword);
 }
 
-PointFile readKnown(const QByteArray& text)
+Result<PointSet> readKnown(const QByteArray& text)
 {
     static const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
     const QByteArray start = text.startsWith(byteOrderMark) ? text.mid(3, 100) : text.left(100);
@@ -28,36 +25,15 @@ PointFile readKnown(const QByteArray& text)
 
 } // namespace
 
-QColor ColouredPoint::shownColor() const
+Result<PointSet> readPointFile(const QString& name)
 {
-    if (color.isValid())
-        return color;
-    const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB({lab.x(), lab.y(), lab.z()});
-    return QColor(static_cast<int>(rgb.value(0)), static_cast<int>(rgb.value(1)),
-                  static_cast<int>(rgb.value(2)));
-}
-
-PointFile PointFile::read(const QString& name)
-{
-    PointFile result;
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        result.problem = QStringLiteral("%1: %2").arg(name, file.errorString());
-        return result;
-    }
-    const QByteArray text = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        result.problem = QStringLiteral("%1: %2").arg(name, file.errorString());
-        return result;
-    }
-    result = readKnown(text);
-    if (result.problem.isEmpty() && result.points.isEmpty())
-        result.problem = QStringLiteral(": no positions in it");
-    if (!result.problem.isEmpty()) {
-        result.points.clear();
-        result.problem.prepend(name);
-    }
-    if (!result.note.isEmpty())
-        result.note.prepend(name);
-    return result;
+    Result<PointSet> set = readInput(name).and_then(readKnown);
+    if (set && set->points.isEmpty())
+        set = failure(ProblemCode::NoPositions);
+    if (!set)
+        return failure(set.error().about(name));
+    set->file = name;
+    if (set->note)
+        set->note->subject = name;
+    return set;
 }

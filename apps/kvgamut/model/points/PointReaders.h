@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "PointFile.h"
+#include "PointSet.h"
+#include "model/problems/Result.h"
 
 #include <QtCore/QByteArray>
 
-/// The kinds of files that PointFile::read() tells apart. Problems and notes begin with the place, if
-/// there is one (", line 3: ..."), and do not name the file.
+/// The formats that readPointFile() tells apart. Problems and notes do not name the file; without points the
+/// set is empty.
 namespace PointReaders {
 
-PointFile readCsv(const QByteArray& text);
-PointFile readCgats(const QByteArray& text);
-PointFile readCxf(const QByteArray& text);
+Result<PointSet> readCsv(const QByteArray& text);
+Result<PointSet> readCgats(const QByteArray& text);
+Result<PointSet> readCxf(const QByteArray& text);
 
 } // namespace PointReaders

@@ -4,6 +4,7 @@
 #include <platform/KVProblem.h>
 
 #include <QtCore/QMetaType>
+#include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -11,15 +12,88 @@
 #include <utility>
 #include <variant>
 
-/// What failed in the program itself; what fails in the engine or the viewer has a KVProblemCode. The comment
-/// of each code names its arguments. Sentences are in ProblemText.cpp.
-enum class ProblemCode
-{
-    Failed, ///< something that is about `subject` failed; the cause says why
-};
+namespace ProblemCodes {
+Q_NAMESPACE
 
-/// A failure: a code, its arguments, what it is about and what caused it. Nothing parses words; they are
-/// made from this value where it is shown (ProblemText.h).
+/// What failed, or was left out, in the program itself; what fails in the engine or the viewer has a
+/// KVProblemCode. The comment of each code names its arguments in order. Sentences are in ProblemText.cpp.
+enum class ProblemCode : int
+{
+    // reasons of the operating system and of libraries; causes of the problems below
+    NoSuchFile,         ///< ENOENT
+    PermissionDenied,   ///< EACCES, EPERM
+    IsDirectory,        ///< EISDIR, or a directory where a file was expected
+    NoSpaceLeft,        ///< ENOSPC
+    ReadOnlyFileSystem, ///< EROFS
+    TooManyOpenFiles,   ///< EMFILE, ENFILE
+    BrokenPipe,         ///< EPIPE: the reader of a pipe has gone
+    InvalidDescriptor,  ///< EBADF: the standard file is closed
+    OtherReason,        ///< argument: the words of the operating system or of a library
+
+    // files
+    CannotRead,    ///< with a cause
+    CannotWrite,   ///< with a cause
+    UnknownFormat, ///< content that is neither a profile, nor a picture, nor a saved gamut
+
+    // pictures
+    PictureDamaged,         ///< argument: format, such as PNG; with a cause
+    PictureWithoutProfile,  ///< argument: format
+    PictureFormatUnknown,   ///< Qt has no reader or writer for this format
+    PictureDataInvalid,     ///< Qt cannot decode the picture
+    PictureTooLarge,        ///< memory does not suffice
+    NotAPng,                ///< with a cause
+    PictureProfileInvalid,  ///< the embedded profile is not a usable ICC profile
+    PictureSpaceUnknown,    ///< the embedded profile is neither RGB nor grey
+    PictureProfileHasNoLab, ///< the embedded profile has no transform to Lab
+    PictureTransparent,     ///< every pixel is transparent
+    PictureTakenAsSrgb,     ///< a note: no embedded profile
+
+    // points
+    NotColorColumns,   ///< argument: line number; in a table with named columns
+    NotAPoint,         ///< argument: line number; in a table without names
+    NotAColorDataSet,  ///< argument: number of the CGATS data set
+    NoPositions,       ///< the file holds no point
+    CgatsInvalid,      ///< with a cause
+    CgatsWithoutColor, ///< no columns with Lab or XYZ
+    NotCxf,            ///< XML of another kind
+    XmlInvalid,        ///< argument: line number; with a cause
+    ObjectsWithoutLab, ///< arguments: number left out, number of all; a problem, or a note about a part
+
+    // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
+    NotASession,           ///< no arguments
+    SessionNotBool,        ///< place
+    SessionNotInRange,     ///< place, min, max
+    SessionNotName,        ///< place
+    SessionNotColor,       ///< place
+    SessionNotThreeValues, ///< place
+    SessionNotOneOf,       ///< place, words
+    SessionNotFileList,    ///< place
+    SessionNotList,        ///< place
+    SessionNotGroup,       ///< place
+    SessionSamePoint,      ///< place of the eye, place of the point that it looks at
+
+    // the window
+    SectionFormatUnknown, ///< neither .svg nor .pdf
+    NoPictureToSave,      ///< nothing is shown, or memory does not suffice
+    NoCameraInClipboard,  ///< argument: an example of a camera
+
+    // displays and rendering
+    NoDisplayForWindow,   ///< `kvgamut view` without a display
+    NoVirtualDisplay,     ///< xvfb-run ran the program, but there is still no display
+    NoXvfb,               ///< no display, and xvfb-run is not installed
+    XvfbFailed,           ///< no display, and xvfb-run does not start; with a cause
+    NoOpenGL,             ///< the display has no OpenGL
+    NothingDrawn,         ///< arguments: width, height of the picture
+    ReferenceSizeDiffers, ///< arguments: size of the picture, size of the reference
+    ReferenceDiffers,     ///< arguments: difference, threshold; both in percent
+};
+Q_ENUM_NS(ProblemCode)
+
+} // namespace ProblemCodes
+using ProblemCodes::ProblemCode;
+
+/// A failure, or a note about what was left out: a code, its arguments, what it is about and what caused it.
+/// The program decides by the code. Words are made only where they are shown (ProblemText.h).
 struct Problem
 {
     using Code = std::variant<KVProblemCode, ProblemCode>;
@@ -36,15 +110,15 @@ struct Problem
     {
     }
 
-    /// The same failure, about @p name.
-    Problem about(const QString& name) const
+    /// The same problem, about @p name.
+    [[nodiscard]] Problem about(const QString& name) const
     {
         Problem result = *this;
         result.subject = name;
         return result;
     }
-    /// The same failure, caused by @p reason.
-    Problem because(const Problem& reason) const
+    /// The same problem, caused by @p reason.
+    [[nodiscard]] Problem because(const Problem& reason) const
     {
         Problem result = *this;
         result.cause = std::make_shared<const Problem>(reason);

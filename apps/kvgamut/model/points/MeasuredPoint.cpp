@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MeasuredPoint.h"
+
+#include <cmath>
+
+QColor MeasuredPoint::shownColor() const
+{
+    return color.isValid() ? color : screenColor(lab);
+}
+
+QColor screenColor(const KVGamut::LabPoint& lab)
+{
+    const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB({lab.L, lab.a, lab.b});
+    return QColor(static_cast<int>(rgb.value(0)), static_cast<int>(rgb.value(1)),
+                  static_cast<int>(rgb.value(2)));
+}
+
+Side sideOf(float distance, float tolerance)
+{
+    if (std::fabs(distance) <= tolerance)
+        return Side::Edge;
+    return distance < 0.0f ? Side::Inside : Side::Outside;
+}

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "PointSet.h"
+#include "model/problems/Result.h"
+
+/// Reads the points of @p file: the positions in a text file, or the pixels of a picture. The problem names
+/// the file. Callable from any thread.
+Result<PointSet> readPoints(const QString& file);

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "model/problems/ProblemText.h"
+#include "model/problems/SystemReason.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTranslator>
+
+#include <cerrno>
+
+namespace {
+
+/// How many arguments the comment of each code announces. Without default: the compiler names a new code.
+int argumentCount(ProblemCode code)
+{
+    switch (code) {
+    case ProblemCode::SessionNotInRange:
+        return 3;
+    case ProblemCode::ObjectsWithoutLab:
+    case ProblemCode::SessionNotOneOf:
+    case ProblemCode::SessionSamePoint:
+    case ProblemCode::NothingDrawn:
+    case ProblemCode::ReferenceSizeDiffers:
+    case ProblemCode::ReferenceDiffers:
+        return 2;
+    case ProblemCode::OtherReason:
+    case ProblemCode::PictureDamaged:
+    case ProblemCode::PictureWithoutProfile:
+    case ProblemCode::NotColorColumns:
+    case ProblemCode::NotAPoint:
+    case ProblemCode::NotAColorDataSet:
+    case ProblemCode::XmlInvalid:
+    case ProblemCode::SessionNotBool:
+    case ProblemCode::SessionNotName:
+    case ProblemCode::SessionNotColor:
+    case ProblemCode::SessionNotThreeValues:
+    case ProblemCode::SessionNotFileList:
+    case ProblemCode::SessionNotList:
+    case ProblemCode::SessionNotGroup:
+    case ProblemCode::NoCameraInClipboard:
+        return 1;
+    case ProblemCode::NoSuchFile:
+    case ProblemCode::PermissionDenied:
+    case ProblemCode::IsDirectory:
+    case ProblemCode::NoSpaceLeft:
+    case ProblemCode::ReadOnlyFileSystem:
+    case ProblemCode::TooManyOpenFiles:
+    case ProblemCode::BrokenPipe:
+    case ProblemCode::InvalidDescriptor:
+    case ProblemCode::CannotRead:
+    case ProblemCode::CannotWrite:
+    case ProblemCode::UnknownFormat:
+    case ProblemCode::PictureFormatUnknown:
+    case ProblemCode::PictureDataInvalid:
+    case ProblemCode::PictureTooLarge:
+    case ProblemCode::NotAPng:
+    case ProblemCode::PictureProfileInvalid:
+    case ProblemCode::PictureSpaceUnknown:
+    case ProblemCode::PictureProfileHasNoLab:
+    case ProblemCode::PictureTransparent:
+    case ProblemCode::PictureTakenAsSrgb:
+    case ProblemCode::NoPositions:
+    case ProblemCode::CgatsInvalid:
+    case ProblemCode::CgatsWithoutColor:
+    case ProblemCode::NotCxf:
+    case ProblemCode::NotASession:
+    case ProblemCode::SectionFormatUnknown:
+    case ProblemCode::NoPictureToSave:
+    case ProblemCode::NoDisplayForWindow:
+    case ProblemCode::NoVirtualDisplay:
+    case ProblemCode::NoXvfb:
+    case ProblemCode::XvfbFailed:
+    case ProblemCode::NoOpenGL:
+        return 0;
+    }
+    return -1;
+}
+
+int placeCount(const QString& text)
+{
+    static const QRegularExpression place(QStringLiteral("%[0-9]"));
+    return static_cast<int>(text.count(place));
+}
+
+QString sentenceOf(const Problem::Code& code)
+{
+    return QString::fromUtf8(ProblemText::sentence(code));
+}
+
+/// The arguments "first", "second"... of @p code.
+QStringList argumentsOf(const Problem::Code& code)
+{
+    const QStringList words{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")};
+    return words.first(placeCount(sentenceOf(code)));
+}
+
+TEST(ProblemText, hasADistinctSentenceForEveryCode)
+{
+    QSet<QString> sentences;
+    const auto codes = ProblemText::allCodes();
+    for (const Problem::Code& code : codes) {
+        EXPECT_FALSE(sentenceOf(code).isEmpty()) << code.index() << " " << sentences.size();
+        sentences.insert(sentenceOf(code));
+    }
+    EXPECT_EQ(sentences.size(), codes.size());
+    EXPECT_TRUE(codes.contains(Problem::Code(KVProblemCode::Cancelled)));
+    EXPECT_TRUE(codes.contains(Problem::Code(ProblemCode::ReferenceDiffers)));
+}
+
+TEST(ProblemText, hasAPlaceForEachArgument)
+{
+    for (const Problem::Code& code : ProblemText::allCodes()) {
+        const auto* own = std::get_if<ProblemCode>(&code);
+        if (own) {
+            EXPECT_EQ(placeCount(sentenceOf(code)), argumentCount(*own)) << ProblemText::sentence(code);
+        }
+        for (int i = 1; i <= placeCount(sentenceOf(code)); ++i)
+            EXPECT_EQ(sentenceOf(code).count(QStringLiteral("%%1").arg(i)), 1) << ProblemText::sentence(code);
+    }
+}
+
+TEST(ProblemText, fillsInAllArguments)
+{
+    for (const Problem::Code& code : ProblemText::allCodes()) {
+        const QString text = ProblemText::english(Problem(code, argumentsOf(code)));
+        EXPECT_EQ(placeCount(text), 0) << text.toStdString();
+        for (const QString& argument : argumentsOf(code))
+            EXPECT_TRUE(text.contains(argument)) << text.toStdString();
+    }
+}
+
+TEST(ProblemText, isOneLine)
+{
+    for (const Problem::Code& code : ProblemText::allCodes())
+        EXPECT_FALSE(sentenceOf(code).contains(QLatin1Char('\n')));
+}
+
+TEST(ProblemText, namesSubjectAndCause)
+{
+    const Problem problem = Problem(ProblemCode::CannotWrite)
+                                .about(QStringLiteral("out.csv"))
+                                .because(Problem(ProblemCode::NoSpaceLeft));
+    EXPECT_EQ(ProblemText::english(problem),
+              QStringLiteral("'out.csv': cannot be written: No space left on device"));
+}
+
+TEST(ProblemText, leavesPlacesInNamesAlone)
+{
+    const Problem problem(ProblemCode::PictureDamaged, {QStringLiteral("%1 %2")},
+                          QStringLiteral("%2 %1.png"));
+    EXPECT_EQ(ProblemText::english(problem), QStringLiteral("'%2 %1.png': the %1 %2 picture is damaged"));
+}
+
+/// Translates every text of the context "Problem" into "<text>".
+class Brackets : public QTranslator
+{
+public:
+    Brackets() { QCoreApplication::installTranslator(this); }
+    ~Brackets() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        return qstrcmp(context, "Problem") == 0 ? QStringLiteral("<%1>").arg(QString::fromUtf8(source))
+                                                : QString();
+    }
+};
+
+TEST(ProblemText, isTranslatedOnlyForTheWindow)
+{
+    const Brackets brackets;
+    for (const Problem::Code& code : ProblemText::allCodes()) {
+        const Problem problem(code, argumentsOf(code));
+        EXPECT_EQ(ProblemText::translated(problem),
+                  QStringLiteral("<%1>").arg(ProblemText::english(problem)));
+    }
+}
+
+TEST(ProblemText, translatesTheCauseToo)
+{
+    const Brackets brackets;
+    const Problem problem = Problem(ProblemCode::CannotRead)
+                                .about(QStringLiteral("a"))
+                                .because(Problem(ProblemCode::PermissionDenied));
+    EXPECT_EQ(ProblemText::translated(problem),
+              QStringLiteral("<<'a': <cannot be read>>: <Permission denied>>"));
+}
+
+TEST(SystemReason, knowsCommonErrors)
+{
+    EXPECT_EQ(SystemReason::ofErrno(ENOENT).code, Problem::Code(ProblemCode::NoSuchFile));
+    EXPECT_EQ(SystemReason::ofErrno(EACCES).code, Problem::Code(ProblemCode::PermissionDenied));
+    EXPECT_EQ(SystemReason::ofErrno(ENOSPC).code, Problem::Code(ProblemCode::NoSpaceLeft));
+}
+
+TEST(SystemReason, keepsTheWordsOfOtherErrors)
+{
+    const Problem reason = SystemReason::ofErrno(ENOTCONN);
+    EXPECT_EQ(reason.code, Problem::Code(ProblemCode::OtherReason));
+    EXPECT_EQ(reason.arguments, QStringList(qt_error_string(ENOTCONN)));
+}
+
+TEST(SystemReason, tellsWhyAFileDoesNotOpen)
+{
+    const QTemporaryDir folder;
+    QFile missing(folder.filePath(QStringLiteral("missing")));
+    EXPECT_FALSE(missing.open(QIODevice::ReadOnly));
+    EXPECT_EQ(SystemReason::ofFile(missing).code, Problem::Code(ProblemCode::NoSuchFile));
+    QFile directory(folder.path());
+    EXPECT_FALSE(directory.open(QIODevice::ReadOnly));
+    EXPECT_EQ(SystemReason::ofFile(directory).code, Problem::Code(ProblemCode::IsDirectory));
+}
+
+} // namespace
