@@ -32,7 +32,7 @@ class DepthOrder : public testing::TestWithParam<Direction>
 
 } // namespace
 
-TEST_P(DepthOrder, aCreepingCameraMakesNoPixelJump)
+TEST_P(DepthOrder, slowCameraMoveCausesNoFlicker)
 {
     kvtest::ShownViewer shown(width, height);
     ASSERT_TRUE(shown.shown);
@@ -113,7 +113,7 @@ AxisPixels axisPixels(kvtest::ShownViewer& shown, const std::function<bool(int, 
 
 } // namespace
 
-TEST(AxesOnTheGrid, areNotCutIntoDashesFromAbove)
+TEST(AxesOnTheGrid, areNotInterruptedByTheGridFromAbove)
 {
     for (const QVector3D& eye : {QVector3D(265, 160, -450), QVector3D(120, -300, -300),
                                  QVector3D(60, 300, -350), QVector3D(400, 60, 40)}) {
@@ -126,7 +126,7 @@ TEST(AxesOnTheGrid, areNotCutIntoDashesFromAbove)
     }
 }
 
-TEST(AxesOnTheGrid, areNotCutIntoDashesFromBelow)
+TEST(AxesOnTheGrid, areNotInterruptedByTheGridFromBelow)
 {
     kvtest::ShownViewer shown(400, 300);
     ASSERT_TRUE(shown.shown);
@@ -142,7 +142,7 @@ TEST(AxesOnTheGrid, areNotCutIntoDashesFromBelow)
     EXPECT_EQ(pixels.lost, 0);
 }
 
-TEST(AxesOnTheGrid, theLightnessAxisEndsAtItsLabelHoweverItIsSeen)
+TEST(AxesOnTheGrid, lightnessAxisEndsAtLightness100)
 {
     // One picture column through the axis, seen from the side where L* runs straight up: the topmost ink
     // is the axis's end at L* 100, half its width beyond.

@@ -95,7 +95,7 @@ protected:
 
 } // namespace
 
-TEST_F(DockedViewer, showsItsPictureFloatingAndDockedAgain)
+TEST_F(DockedViewer, keepsItsPictureFloatingAndDocked)
 {
     dock.setFloating(true);
     dock.move(700, 300);
@@ -106,7 +106,7 @@ TEST_F(DockedViewer, showsItsPictureFloatingAndDockedAgain)
     expectAlive();
 }
 
-TEST_F(DockedViewer, restsBehindAnotherTabAndShowsItsPictureInFrontAgain)
+TEST_F(DockedViewer, drawsNoFramesBehindAnotherTab)
 {
     // Qt moves the docks behind other tabs out of sight without hiding them; a host passes it on.
     QObject::connect(&dock, &QDockWidget::visibilityChanged, viewer, &QWindow::setVisible);
@@ -123,7 +123,7 @@ TEST_F(DockedViewer, restsBehindAnotherTabAndShowsItsPictureInFrontAgain)
     expectAlive();
 }
 
-TEST_F(DockedViewer, isMovedToAnotherWindowAndBack)
+TEST_F(DockedViewer, keepsItsPictureInAnotherWindow)
 {
     QMainWindow second;
     second.resize(300, 250);
@@ -135,7 +135,7 @@ TEST_F(DockedViewer, isMovedToAnotherWindowAndBack)
     expectAlive();
 }
 
-TEST_F(DockedViewer, livesThroughItsDockBeingClosedAndOpened)
+TEST_F(DockedViewer, keepsItsPictureAfterClosingItsDock)
 {
     for (int i = 0; i < 3; ++i) {
         dock.close();
@@ -146,7 +146,7 @@ TEST_F(DockedViewer, livesThroughItsDockBeingClosedAndOpened)
     expectAlive();
 }
 
-TEST_F(DockedViewer, loadsAndMovesWhileItsDockIsMovedAbout)
+TEST_F(DockedViewer, loadsWhileItsDockFloatsAndDocks)
 {
     int reports = 0;
     for (int i = 0; i < 6; ++i) {
@@ -164,7 +164,7 @@ TEST_F(DockedViewer, loadsAndMovesWhileItsDockIsMovedAbout)
     expectAlive();
 }
 
-TEST_F(DockedViewer, takesClicksWhereTheyAreWhenItFloats)
+TEST_F(DockedViewer, reportsClicksAtTheirPositionWhenFloating)
 {
     dock.setFloating(true);
     ASSERT_TRUE(spinUntil([this] { return isDrawn(); }));

@@ -44,7 +44,7 @@ void showOnlyWhatTestsAdd(ShownViewer& shown)
 
 } // namespace
 
-TEST(GLWindow, asksForTheFormatUnderWhichTheFunctionTableResolves)
+TEST(GLWindow, requestsTheDocumentedSurfaceFormat)
 {
     KVGLWidget widget;
     const QSurfaceFormat format = widget.requestedFormat();
@@ -80,7 +80,7 @@ TEST(GLWindow, logsOneLineThatDescribesTheContext)
     EXPECT_EQ(kvtest::messages().count(expected), 1) << qPrintable(kvtest::messages().join(u'\n'));
 }
 
-TEST(GLWindow, drawsNothingMoreOnceNothingChanges)
+TEST(GLWindow, drawsNoFrameWithoutAChange)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -91,7 +91,7 @@ TEST(GLWindow, drawsNothingMoreOnceNothingChanges)
     EXPECT_EQ(pixel(shown.viewer.picture(), 0.01, 0.01), QColor(Qt::gray).toRgb()); // kept meanwhile
 }
 
-TEST(GLWindow, keepsRunningItsFrameLoopWhileItDrawsNothing)
+TEST(GLWindow, frameLoopRunsWithoutChanges)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -99,7 +99,7 @@ TEST(GLWindow, keepsRunningItsFrameLoopWhileItDrawsNothing)
     EXPECT_TRUE(spinUntil([&] { return swaps.count() >= 3; }));
 }
 
-TEST(GLWindow, drawsAtMostOneFrameIn33MillisecondsWhateverTheFramerateSays)
+TEST(GLWindow, drawsAtMostOneFrameIn33Milliseconds)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -117,7 +117,7 @@ TEST(GLWindow, drawsAtMostOneFrameIn33MillisecondsWhateverTheFramerateSays)
     EXPECT_LE(drawn(), timer.elapsed() / 33 + 1);
 }
 
-TEST(GLWindow, aNewLightShowsOnlyWithTheNextFrameDrawnForAnotherReason)
+TEST(GLWindow, lightChangeAloneCausesNoFrame)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -141,7 +141,7 @@ TEST(GLWindow, aNewLightShowsOnlyWithTheNextFrameDrawnForAnotherReason)
     EXPECT_GT(unlit.red(), 30);
 }
 
-TEST(GLWindow, aNewBackgroundShowsAtOnce)
+TEST(GLWindow, newBackgroundTakesEffectAtOnce)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -149,7 +149,7 @@ TEST(GLWindow, aNewBackgroundShowsAtOnce)
     ASSERT_TRUE(spinUntil([&] { return pixel(shown.viewer.picture(), 0.01, 0.01) == QColor(10, 20, 30); }));
 }
 
-TEST(GLWindow, aBackgroundAloneIsNotDrawnWhenTheCameraEqualsTheDefaultOne)
+TEST(GLWindow, backgroundChangeWithTheDefaultCameraCausesNoFrame)
 {
     ShownViewer shown(150, 150); // aspect 1, as the default camera's
     ASSERT_TRUE(shown.shown);
@@ -162,7 +162,7 @@ TEST(GLWindow, aBackgroundAloneIsNotDrawnWhenTheCameraEqualsTheDefaultOne)
     EXPECT_EQ(shown.widget().drawnFrames(), before);
 }
 
-TEST(GLWindow, aMoveEndsExactlyAtItsTargetAndIsAnnouncedOnce)
+TEST(GLWindow, moveEndsExactlyAtItsTargetWithOneSignal)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -183,7 +183,7 @@ TEST(GLWindow, aMoveEndsExactlyAtItsTargetAndIsAnnouncedOnce)
     EXPECT_EQ(finished.count(), 1);
 }
 
-TEST(GLWindow, aMovePassesThroughPlacesBetweenStartAndTarget)
+TEST(GLWindow, moveShowsIntermediatePositions)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -208,7 +208,7 @@ TEST(GLWindow, aMovePassesThroughPlacesBetweenStartAndTarget)
     EXPECT_TRUE(between);
 }
 
-TEST(GLWindow, theViewingAngleAnswersTheOldValueUntilItsMoveEnds)
+TEST(GLWindow, viewingAngleReturnsTheOldValueDuringItsMove)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -224,7 +224,7 @@ TEST(GLWindow, theViewingAngleAnswersTheOldValueUntilItsMoveEnds)
     EXPECT_EQ(finished.count(), 1);
 }
 
-TEST(GLWindow, aSecondMoveReplacesTheFirstWithoutItsSignal)
+TEST(GLWindow, secondMoveReplacesTheFirstWithoutASignal)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -238,7 +238,7 @@ TEST(GLWindow, aSecondMoveReplacesTheFirstWithoutItsSignal)
     EXPECT_EQ(shown.viewer.camera(), QVector3D(100, 200, 0));
 }
 
-TEST(GLWindow, anImmediateChangeAbandonsAMoveSilently)
+TEST(GLWindow, immediateChangeCancelsAMoveWithoutASignal)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -253,7 +253,7 @@ TEST(GLWindow, anImmediateChangeAbandonsAMoveSilently)
     EXPECT_EQ(shown.viewer.viewingAngle(), 45.0f);
 }
 
-TEST(GLWindow, aKeyPressTurnsByNineDegreesAndEndsInOneSignal)
+TEST(GLWindow, keyPressTurnsByNineDegreesWithOneSignal)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -273,7 +273,7 @@ TEST(GLWindow, aKeyPressTurnsByNineDegreesAndEndsInOneSignal)
     EXPECT_EQ(shown.viewer.camera(), at);
 }
 
-TEST(GLWindow, everyKeyOfTheCameraMovesItByItsStep)
+TEST(GLWindow, cameraKeysMoveTheCameraByTheirStep)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -305,7 +305,7 @@ TEST(GLWindow, everyKeyOfTheCameraMovesItByItsStep)
     }
 }
 
-TEST(GLWindow, aSlotOfMoveFinishedMayCallSettersThatDropTheContext)
+TEST(GLWindow, slotsOfMoveFinishedMayReleaseTheContext)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -329,7 +329,7 @@ TEST(GLWindow, aSlotOfMoveFinishedMayCallSettersThatDropTheContext)
     EXPECT_EQ(pixel(picture, 0.5, 0.5 - 30 * pixelsPerUnit / 150), QColor(Qt::blue).toRgb());
 }
 
-TEST(GLWindow, aMoveStartedInASlotOfMoveFinishedRuns)
+TEST(GLWindow, slotsOfMoveFinishedMayStartAMove)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -343,7 +343,7 @@ TEST(GLWindow, aMoveStartedInASlotOfMoveFinishedRuns)
     EXPECT_EQ(shown.viewer.camera(), QVector3D(10, 20, 300));
 }
 
-TEST(GLWindow, aResizeThatKeepsTheAspectNeverShowsAnEmptyFramebuffer)
+TEST(GLWindow, resizeNeverShowsAnEmptyFramebuffer)
 {
     ShownViewer shown(200, 150);
     ASSERT_TRUE(shown.shown);
@@ -361,7 +361,7 @@ TEST(GLWindow, aResizeThatKeepsTheAspectNeverShowsAnEmptyFramebuffer)
     EXPECT_EQ(empty, 0);
 }
 
-TEST(GLWindow, theProjectionFollowsTheShapeOfTheWindow)
+TEST(GLWindow, aspectFollowsTheWindowSize)
 {
     ShownViewer shown(200, 100);
     ASSERT_TRUE(shown.shown);
@@ -370,7 +370,7 @@ TEST(GLWindow, theProjectionFollowsTheShapeOfTheWindow)
     ASSERT_TRUE(spinUntil([&] { return shown.widget().cameraState().aspect() == 0.5f; }));
 }
 
-TEST(GLWindow, leavesDepthWritingOnAndBlendingOffAfterAFrame)
+TEST(GLWindow, restoresDepthWritingAndBlendingAfterAFrame)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -386,7 +386,7 @@ TEST(GLWindow, leavesDepthWritingOnAndBlendingOffAfterAFrame)
     EXPECT_EQ(gl->glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
-TEST(GLWindow, teardownReleasesTheSceneAndPaintingGoesOn)
+TEST(GLWindow, paintingContinuesAfterTeardown)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -411,7 +411,7 @@ TEST(GLWindow, teardownReleasesTheSceneAndPaintingGoesOn)
     EXPECT_EQ(pixel(shown.viewer.picture(), 0.5, 0.5), QColor(1, 2, 3)); // an empty scene
 }
 
-TEST(GLWindow, initialisingAgainDoublesNoConnection)
+TEST(GLWindow, repeatedInitializeGLDoesNotDuplicateConnections)
 {
     struct Widget : KVGLWidget
     {
@@ -454,7 +454,7 @@ struct UnexposedViewer
 
 } // namespace
 
-TEST(GLWindow, aChangeBeforeTheFirstExposureShowsInTheFirstPicture)
+TEST(GLWindow, changesBeforeTheFirstExposureAreInTheFirstPicture)
 {
     UnexposedViewer unexposed;
     unexposed.viewer.setDisplayAxes(false);
@@ -469,7 +469,7 @@ TEST(GLWindow, aChangeBeforeTheFirstExposureShowsInTheFirstPicture)
     EXPECT_EQ(pixel(picture, 0.25, 0.25), QColor(Qt::gray));
 }
 
-TEST(GLWindow, isDestroyedBeforeItsFirstExposureWithAllItHolds)
+TEST(GLWindow, destroyingAnUnexposedViewerReleasesTheScene)
 {
     QWeakPointer<KV3DObject> object;
     {
@@ -481,7 +481,7 @@ TEST(GLWindow, isDestroyedBeforeItsFirstExposureWithAllItHolds)
     EXPECT_TRUE(object.isNull());
 }
 
-TEST(GLWindow, destroyingAShownViewerReleasesItsBuffersWhileTheContextLives)
+TEST(GLWindow, destroyingAShownViewerReleasesItsBuffers)
 {
     QSharedPointer<KV3DObject> kept;
     {
@@ -496,7 +496,7 @@ TEST(GLWindow, destroyingAShownViewerReleasesItsBuffersWhileTheContextLives)
     EXPECT_FALSE(kept->hasProgram());
 }
 
-TEST(ContextScope, releasesOnlyWhatItAcquired)
+TEST(ContextScope, releasesOnlyAContextThatItMadeCurrent)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -513,7 +513,7 @@ TEST(ContextScope, releasesOnlyWhatItAcquired)
     EXPECT_EQ(QOpenGLContext::currentContext(), nullptr);
 }
 
-TEST(ContextScope, givesAForeignContextBack)
+TEST(ContextScope, restoresThePreviousContext)
 {
     ShownViewer one, two;
     ASSERT_TRUE(one.shown && two.shown);

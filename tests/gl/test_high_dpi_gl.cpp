@@ -59,7 +59,7 @@ TEST_F(HighDpi, picturesAreInDevicePixels)
     EXPECT_EQ(picture, drawnAnew);
 }
 
-TEST_F(HighDpi, theRayUnderAMarkersPixelMeetsTheMarker)
+TEST_F(HighDpi, rayThroughThePixelOfAMarkerHitsTheMarker)
 {
     const QPointF device = middleOfRed(shown.settledPicture());
     ASSERT_GE(device.x(), 0);
@@ -72,7 +72,7 @@ TEST_F(HighDpi, theRayUnderAMarkersPixelMeetsTheMarker)
     EXPECT_GT(asIfDevice, 100.0f);
 }
 
-TEST_F(HighDpi, clicksAreInWindowUnitsAndCarryThatRay)
+TEST_F(HighDpi, clicksAreInDeviceIndependentPixels)
 {
     const QPoint pixel = (middleOfRed(shown.settledPicture()) / 2).toPoint();
     QSignalSpy clicks(&shown.viewer, &KVGamut3DViewer::click);
@@ -83,7 +83,7 @@ TEST_F(HighDpi, clicksAreInWindowUnitsAndCarryThatRay)
     EXPECT_LT(KVGamut3DViewer::squaredDistanceToRay(marker, ray), 1.0f);
 }
 
-TEST_F(HighDpi, aDragAcrossTheWindowIsTwoTurnsWhateverItsPixels)
+TEST_F(HighDpi, dragAcrossTheWindowIsTwoTurns)
 {
     shown.settle();
     const auto move = [&](int x, Qt::MouseButtons held) {

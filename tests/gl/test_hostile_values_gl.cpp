@@ -86,7 +86,7 @@ class HostileValues : public testing::TestWithParam<Call>
 
 } // namespace
 
-TEST_P(HostileValues, areDrawnAndTheNextProperCallsBringThePictureBack)
+TEST_P(HostileValues, validCallsRestoreThePictureAfterwards)
 {
     const kvtest::Watchdog watchdog(60);
     ShownViewer shown(200, 150);
@@ -282,7 +282,7 @@ INSTANTIATE_TEST_SUITE_P(
              }}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(HostileLoad, aGamutWithWrongParametersFailsAndKeepsThePicture)
+TEST(HostileLoad, failedLoadKeepsThePreviousGamut)
 {
     const kvtest::Watchdog watchdog(120);
     ShownViewer shown(200, 150);
@@ -337,7 +337,7 @@ TEST(HostileLoad, aGamutWithWrongParametersFailsAndKeepsThePicture)
     EXPECT_EQ(shown.settledPicture(), expected);
 }
 
-TEST(HostileLoad, settingsOfTheWrongTypeAreConvertedAsTheyStand)
+TEST(HostileLoad, settingsOfTheWrongTypeAreConverted)
 {
     const kvtest::Watchdog watchdog(120);
     ShownViewer shown(200, 150);

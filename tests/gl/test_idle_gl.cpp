@@ -27,7 +27,7 @@ protected:
 
 } // namespace
 
-TEST(IdleViewer, drawsNothingAndAllocatesNothing)
+TEST(IdleViewer, neitherDrawsNorAllocates)
 {
     CountingWindow window;
     // the scene of a viewer that shows gamuts and sets

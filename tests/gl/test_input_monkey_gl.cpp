@@ -115,7 +115,7 @@ class InputMonkey : public testing::TestWithParam<int>
 
 } // namespace
 
-TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysAUsableOne)
+TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysFinite)
 {
     const kvtest::Watchdog watchdog(120);
     ShownViewer shown(200, 150);
@@ -161,7 +161,7 @@ TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysAUsableOne)
     EXPECT_EQ(shown.viewer.camera(), fresh.viewer.camera());
 }
 
-TEST_P(InputMonkey, movesNothingWhileInteractionIsOff)
+TEST_P(InputMonkey, withoutInteractionTheCameraDoesNotMove)
 {
     const kvtest::Watchdog watchdog(120);
     ShownViewer shown(200, 150);
@@ -181,7 +181,7 @@ TEST_P(InputMonkey, movesNothingWhileInteractionIsOff)
 
 INSTANTIATE_TEST_SUITE_P(Seed, InputMonkey, testing::Values(1, 2, 3));
 
-TEST(DeletedViewer, mayGoWhileItIsDraggedAndMovesAndLoads)
+TEST(DeletedViewer, mayBeDeletedDuringMoveDragAndLoad)
 {
     const kvtest::Watchdog watchdog(60);
     for (int i = 0; i < 5; ++i) {
@@ -206,7 +206,7 @@ TEST(DeletedViewer, mayGoWhileItIsDraggedAndMovesAndLoads)
     }
 }
 
-TEST(DeletedViewer, mayAskForItInEverySlotAndInTheCallbackOfALoad)
+TEST(DeletedViewer, slotsAndLoadCallbacksMayCallDeleteLater)
 {
     const kvtest::Watchdog watchdog(60);
     const QHash<QString, QVariant> srgb{

@@ -63,7 +63,7 @@ QColor mean(const QImage& picture, QPoint corner, int side)
 
 } // namespace
 
-TEST(Picture, inTheWindowsSizeIsWhatTheWindowShows)
+TEST(Picture, inTheSizeOfTheWindowEqualsTheWindow)
 {
     ShownViewer shown;
     fill(shown);
@@ -71,7 +71,7 @@ TEST(Picture, inTheWindowsSizeIsWhatTheWindowShows)
     EXPECT_EQ(shown.viewer.picture(window.size()), window);
 }
 
-TEST(Picture, hasTheSizeAskedForWhateverTheWindows)
+TEST(Picture, hasTheRequestedSize)
 {
     ShownViewer shown;
     fill(shown);
@@ -81,7 +81,7 @@ TEST(Picture, hasTheSizeAskedForWhateverTheWindows)
     EXPECT_TRUE(shown.viewer.picture(QSize()).isNull());
 }
 
-TEST(Picture, isThatOfAWindowOfItsSize)
+TEST(Picture, equalsTheWindowOfThatSize)
 {
     ShownViewer small(200, 150);
     fill(small);
@@ -90,7 +90,7 @@ TEST(Picture, isThatOfAWindowOfItsSize)
     EXPECT_EQ(small.viewer.picture(QSize(640, 400)), large.viewer.picture());
 }
 
-TEST(Picture, drawnInPiecesIsTheOneDrawnAtOnce)
+TEST(Picture, tiledPictureMatchesTheUntiledOne)
 {
     // One piece more to the right and below does not change the view of a picture of the same shape:
     // 2100 is drawn in four pieces, 2100 / 3 at once; three by three of its pixels are one of the other.
@@ -107,7 +107,7 @@ TEST(Picture, drawnInPiecesIsTheOneDrawnAtOnce)
     EXPECT_LT(wrong, 700 * 500 / 100);
 }
 
-TEST(Picture, hasNoSeamBetweenItsPieces)
+TEST(Picture, hasNoSeamsBetweenTiles)
 {
     // Pieces 2016 pixels wide and high meet at x = 2016. A picture moved by some pixels has them
     // elsewhere in the scene: compare it with one whose field of view is so much larger that the same
@@ -129,7 +129,7 @@ TEST(Picture, hasNoSeamBetweenItsPieces)
     EXPECT_LE(differing(one, same, 2), 2400 * height / 200);
 }
 
-TEST(Picture, isAsSharpWhenItIsLarge)
+TEST(Picture, largePictureHasSharpEdges)
 {
     ShownViewer shown;
     shown.viewer.setDisplayAxes(false);
@@ -150,7 +150,7 @@ TEST(Picture, isAsSharpWhenItIsLarge)
     EXPECT_EQ(qRed(large.pixel(10, 1500)), 0);
 }
 
-TEST(Picture, leavesTheWindowAsItIs)
+TEST(Picture, doesNotChangeTheWindow)
 {
     ShownViewer shown;
     fill(shown);
@@ -163,7 +163,7 @@ TEST(Picture, leavesTheWindowAsItIs)
     EXPECT_EQ(shown.viewer.picture().size(), before.size());
 }
 
-TEST(Picture, showsWhatTheWindowHasNotDrawnYetAndTheWindowShowsItToo)
+TEST(Picture, includesChangesNotYetDrawnInTheWindow)
 {
     ShownViewer shown;
     fill(shown);

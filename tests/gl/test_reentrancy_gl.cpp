@@ -139,7 +139,7 @@ void expectTheSamePicture(ShownViewer& shown)
 
 } // namespace
 
-TEST(Reentrancy, everythingWorksBeforeTheWindowIsShown)
+TEST(Reentrancy, allMethodsWorkBeforeTheWindowIsShown)
 {
     KVGamut3DViewer viewer;
     viewer.resize(200, 150);
@@ -150,7 +150,7 @@ TEST(Reentrancy, everythingWorksBeforeTheWindowIsShown)
     EXPECT_EQ(viewer.picture(), expectedPicture());
 }
 
-TEST(Reentrancy, everythingWorksInTheCallbackOfALoad)
+TEST(Reentrancy, allMethodsWorkInALoadCallback)
 {
     ShownViewer shown;
     int calls = 0;
@@ -163,7 +163,7 @@ TEST(Reentrancy, everythingWorksInTheCallbackOfALoad)
     expectTheSamePicture(shown);
 }
 
-TEST(Reentrancy, everythingWorksInASlotOfTheEndOfAMove)
+TEST(Reentrancy, allMethodsWorkInSlotsOfMoveFinished)
 {
     ShownViewer shown;
     int calls = 0;
@@ -176,7 +176,7 @@ TEST(Reentrancy, everythingWorksInASlotOfTheEndOfAMove)
     expectTheSamePicture(shown);
 }
 
-TEST(Reentrancy, everythingWorksInSlotsOfClicks)
+TEST(Reentrancy, allMethodsWorkInSlotsOfClicks)
 {
     ShownViewer shown;
     int clicks = 0, doubleClicks = 0;
@@ -193,7 +193,7 @@ TEST(Reentrancy, everythingWorksInSlotsOfClicks)
     expectTheSamePicture(shown);
 }
 
-TEST(Reentrancy, everythingWorksAfterTheContextWasTornDownAndMadeAgain)
+TEST(Reentrancy, allMethodsWorkAfterTheContextWasRecreated)
 {
     ShownViewer shown;
     QMetaObject::invokeMethod(&shown.widget(), "teardownGL", Qt::DirectConnection);
@@ -205,7 +205,7 @@ TEST(Reentrancy, everythingWorksAfterTheContextWasTornDownAndMadeAgain)
     expectTheSamePicture(shown);
 }
 
-TEST(Reentrancy, anotherContextCurrentAtTheCallIsCurrentAfterIt)
+TEST(Reentrancy, callsRestoreTheContextOfTheHost)
 {
     ShownViewer host, shown;
     host.widget().makeCurrent();

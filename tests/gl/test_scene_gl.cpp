@@ -138,7 +138,7 @@ QMap<QString, QString> declared(const QString& file, const QString& keyword)
 
 // --- The shader's side of the contract --------------------------------------------------------------
 
-TEST(Shaders, declareTheAttributesThatTheRecordBinds)
+TEST(Shaders, declareTheBoundAttributes)
 {
     const auto attributes = declared(QStringLiteral("simple.vert"), QStringLiteral("attribute"));
     EXPECT_EQ(attributes.size(), std::ssize(kvVertexAttributes));
@@ -149,7 +149,7 @@ TEST(Shaders, declareTheAttributesThatTheRecordBinds)
             << attribute.name;
 }
 
-TEST(Shaders, declareTheSixUniformsWithTheirSpelling)
+TEST(Shaders, declareTheSixUniforms)
 {
     auto uniforms = declared(QStringLiteral("simple.vert"), QStringLiteral("uniform"));
     uniforms.insert(declared(QStringLiteral("simple.frag"), QStringLiteral("uniform")));
@@ -166,7 +166,7 @@ TEST(Shaders, declareTheSixUniformsWithTheirSpelling)
 
 // --- Buffers ------------------------------------------------------------------------------------------
 
-TEST_F(SceneGL, anEmptyObjectNeverMakesABuffer)
+TEST_F(SceneGL, emptyObjectNeverCreatesABuffer)
 {
     QSharedPointer<KV3DObject> empty(new KV3DObject(QStringLiteral("x")));
     empty->initializeGL(&context);
@@ -178,7 +178,7 @@ TEST_F(SceneGL, anEmptyObjectNeverMakesABuffer)
     EXPECT_EQ(empty->uploadCount(), 0);
 }
 
-TEST_F(SceneGL, buffersAppearWithTheFirstDrawAndAreReused)
+TEST_F(SceneGL, buffersAreCreatedByTheFirstDrawAndReused)
 {
     auto object = add(Qt::red, 0);
     EXPECT_FALSE(object->hasBuffer());
@@ -189,7 +189,7 @@ TEST_F(SceneGL, buffersAppearWithTheFirstDrawAndAreReused)
     EXPECT_EQ(object->uploadCount(), 1);
 }
 
-TEST_F(SceneGL, anyNumberOfChangesBetweenTwoFramesIsOneUpload)
+TEST_F(SceneGL, changesBetweenTwoFramesCauseOneUpload)
 {
     auto object = add(Qt::red, 0);
     frame();
@@ -214,7 +214,7 @@ TEST_F(SceneGL, lineWidthAndAmbientStrengthNeedNoUpload)
     EXPECT_EQ(object->uploadCount(), 1);
 }
 
-TEST_F(SceneGL, initialisingTwiceReplacesTheProgramAndLeavesTheBuffers)
+TEST_F(SceneGL, secondInitializeGLKeepsTheBuffers)
 {
     auto object = add(Qt::red, 0);
     const QColor before = middle(frame());
@@ -224,7 +224,7 @@ TEST_F(SceneGL, initialisingTwiceReplacesTheProgramAndLeavesTheBuffers)
     EXPECT_EQ(object->uploadCount(), 1);
 }
 
-TEST_F(SceneGL, releasingAParentLeavesItWithoutChildrenAndTheChildWithoutGL)
+TEST_F(SceneGL, releaseGLRemovesChildrenAndTheirGLObjects)
 {
     auto object = add(Qt::red, 0);
     frame();
@@ -236,7 +236,7 @@ TEST_F(SceneGL, releasingAParentLeavesItWithoutChildrenAndTheChildWithoutGL)
     EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb()); // a frame without any program does no harm
 }
 
-TEST_F(SceneGL, objectsMadeBeforeTheContextAreInitialisedWithTheRoot)
+TEST_F(SceneGL, initializeGLOfTheRootInitialisesItsChildren)
 {
     KV3DObject parent{QStringLiteral("root")};
     QSharedPointer<KV3DObject> object(new KV3DObject(QStringLiteral("x")));
@@ -250,7 +250,7 @@ TEST_F(SceneGL, objectsMadeBeforeTheContextAreInitialisedWithTheRoot)
     EXPECT_EQ(object->glOwner(), nullptr);
 }
 
-TEST_F(SceneGL, aMissingShaderFileShowsNothingForThatObjectAndOnlyQtSaysSo)
+TEST_F(SceneGL, objectWithoutShaderFilesIsNotDrawn)
 {
     const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/../Resources/");
     kvtest::expectMessage(QStringLiteral("Unable to open file"));
@@ -268,7 +268,7 @@ TEST_F(SceneGL, aMissingShaderFileShowsNothingForThatObjectAndOnlyQtSaysSo)
 
 // --- Passes -------------------------------------------------------------------------------------------
 
-TEST_F(SceneGL, anOpaqueObjectIsDrawnByItselfAndATranslucentOneInTheBatch)
+TEST_F(SceneGL, onlyTranslucentObjectsAreDrawnInTheBatch)
 {
     auto object = add(Qt::red, 0);
     frame();
@@ -281,14 +281,14 @@ TEST_F(SceneGL, anOpaqueObjectIsDrawnByItselfAndATranslucentOneInTheBatch)
     EXPECT_TRUE(near(middle(image), 0.999, 0, 0));
 }
 
-TEST_F(SceneGL, theNearerOfTwoOpaqueObjectsIsSeenWhateverTheOrder)
+TEST_F(SceneGL, nearerOpaqueObjectHidesTheFartherOne)
 {
     add(Qt::red, -10);
     add(Qt::green, 10);
     EXPECT_EQ(middle(frame()), QColor(Qt::red).toRgb());
 }
 
-TEST_F(SceneGL, translucentSurfacesBlendBackToFrontWhateverTheOrderOfTheTree)
+TEST_F(SceneGL, translucentSurfacesAreBlendedBackToFront)
 {
     auto nearOne = add(QColor(255, 0, 0), -10);
     auto farOne = add(QColor(0, 255, 0), 10);
@@ -299,21 +299,21 @@ TEST_F(SceneGL, translucentSurfacesBlendBackToFrontWhateverTheOrderOfTheTree)
     EXPECT_TRUE(near(middle(frame(CameraState(QVector3D(0, 0, 350), QVector3D()))), 0.25, 0.5, 0));
 }
 
-TEST_F(SceneGL, anOpaqueObjectHidesTheTranslucentOneBehindIt)
+TEST_F(SceneGL, opaqueObjectHidesATranslucentOneBehindIt)
 {
     add(Qt::red, -10);
     add(Qt::green, 10)->setAlpha(0.5f, 0);
     EXPECT_EQ(middle(frame()), QColor(Qt::red).toRgb());
 }
 
-TEST_F(SceneGL, aTranslucentObjectIsSeenBeforeTheOpaqueOneBehindIt)
+TEST_F(SceneGL, translucentObjectIsBlendedWithAnOpaqueOneBehindIt)
 {
     add(QColor(255, 0, 0), -10)->setAlpha(0.25f, 0);
     add(QColor(0, 0, 255), 10);
     EXPECT_TRUE(near(middle(frame()), 0.25, 0, 0.75));
 }
 
-TEST_F(SceneGL, alphaZeroHidesTheObjectButNotItsChildren)
+TEST_F(SceneGL, alphaZeroDoesNotHideChildren)
 {
     auto parent = add(Qt::red, 0);
     QSharedPointer<KV3DObject> child(new KV3DObject(QStringLiteral("c")));
@@ -324,7 +324,7 @@ TEST_F(SceneGL, alphaZeroHidesTheObjectButNotItsChildren)
     EXPECT_EQ(middle(frame()), QColor(Qt::green).toRgb());
 }
 
-TEST_F(SceneGL, aHiddenObjectHidesItsSubtree)
+TEST_F(SceneGL, hiddenObjectHidesItsSubtree)
 {
     auto parent = add(Qt::red, 0);
     QSharedPointer<KV3DObject> child(new KV3DObject(QStringLiteral("c")));
@@ -336,7 +336,7 @@ TEST_F(SceneGL, aHiddenObjectHidesItsSubtree)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST_F(SceneGL, whatTurnsOpaqueLeavesNoGhostInTheBatch)
+TEST_F(SceneGL, objectThatBecomesOpaqueLeavesTheBatch)
 {
     auto object = add(QColor(255, 0, 0), 0);
     object->setAlpha(0.5f, 0);
@@ -347,7 +347,7 @@ TEST_F(SceneGL, whatTurnsOpaqueLeavesNoGhostInTheBatch)
     EXPECT_TRUE(root.sortedVertices().isEmpty());
 }
 
-TEST_F(SceneGL, aSteadySceneIsNeitherSortedNorUploadedAgain)
+TEST_F(SceneGL, steadySceneIsNeitherSortedNorUploadedAgain)
 {
     auto translucent = add(Qt::red, 0);
     translucent->setAlpha(0.5f, 0);
@@ -365,7 +365,7 @@ TEST_F(SceneGL, aSteadySceneIsNeitherSortedNorUploadedAgain)
     EXPECT_EQ(root.uploadCount(), uploads + 1);
 }
 
-TEST_F(SceneGL, linesAreDrawnInBothPassesAndSortedOncePerEye)
+TEST_F(SceneGL, linesAreDrawnInBothPassesAndSortedOnce)
 {
     QSharedPointer<KV3DObject> lines(new KV3DObject(QStringLiteral("lines")));
     lines->initializeGL(&context);
@@ -382,7 +382,7 @@ TEST_F(SceneGL, linesAreDrawnInBothPassesAndSortedOncePerEye)
     EXPECT_EQ(lines->sortCount(), 1);
 }
 
-TEST_F(SceneGL, translucentLinesAreSeen)
+TEST_F(SceneGL, translucentLinesAreDrawn)
 {
     QSharedPointer<KV3DObject> lines(new KV3DObject(QStringLiteral("lines")));
     lines->initializeGL(&context);
@@ -396,14 +396,14 @@ TEST_F(SceneGL, translucentLinesAreSeen)
 
 // --- Light and clip -----------------------------------------------------------------------------------
 
-TEST_F(SceneGL, fullAmbientStrengthShowsThePureColour)
+TEST_F(SceneGL, ambientStrengthOneShowsTheUnshadedColour)
 {
     add(QColor(200, 100, 50), 0);
     lightPos = QVector3D(500, 0, 0); // grazing
     EXPECT_TRUE(near(middle(frame()), 200 / 255.0, 100 / 255.0, 50 / 255.0));
 }
 
-TEST_F(SceneGL, lessAmbientStrengthShadesByTheAngleOfTheLightAndNeverGoesBlack)
+TEST_F(SceneGL, ambientStrengthZeroShadesByTheAngleOfTheLight)
 {
     auto object = add(QColor(200, 100, 50), 0);
     object->setAmbientStrength(0.0f);
@@ -423,7 +423,7 @@ TEST_F(SceneGL, lessAmbientStrengthShadesByTheAngleOfTheLightAndNeverGoesBlack)
     EXPECT_NEAR(dim.redF() / dim.greenF(), 2.0, 0.1);
 }
 
-TEST_F(SceneGL, bothSidesOfASurfaceAreLitAlike)
+TEST_F(SceneGL, bothSidesOfASurfaceAreLit)
 {
     auto object = add(QColor(200, 100, 50), 0);
     object->setAmbientStrength(0.2f);
@@ -434,7 +434,7 @@ TEST_F(SceneGL, bothSidesOfASurfaceAreLitAlike)
     EXPECT_TRUE(near(back, front.redF(), front.greenF(), front.blueF()));
 }
 
-TEST_F(SceneGL, theSideThatIsTurnedAwayFromTheLightIsTheDarkOne)
+TEST_F(SceneGL, sideFacingAwayFromTheLightIsDarker)
 {
     auto object = add(QColor(200, 100, 50), 0);
     object->setAmbientStrength(0.0f);
@@ -445,7 +445,7 @@ TEST_F(SceneGL, theSideThatIsTurnedAwayFromTheLightIsTheDarkOne)
     EXPECT_TRUE(near(away, 0.25 * 200 / 255.0, 0.25 * 100 / 255.0, 0.25 * 50 / 255.0));
 }
 
-TEST_F(SceneGL, aDegenerateNormalLeavesTheColourUnshaded)
+TEST_F(SceneGL, degenerateNormalGivesTheUnshadedColour)
 {
     auto object = add(Qt::white, 0);
     GeometryData data = kvTriangles(square(QColor(200, 100, 50), 0, 40));
@@ -458,7 +458,7 @@ TEST_F(SceneGL, aDegenerateNormalLeavesTheColourUnshaded)
     EXPECT_TRUE(near(middle(frame()), 200 / 255.0, 100 / 255.0, 50 / 255.0));
 }
 
-TEST_F(SceneGL, normalsAreMappedAsPositionsAre)
+TEST_F(SceneGL, normalsAreConvertedToSceneCoordinates)
 {
     // A wall of constant a*: its host normal is along a*, its scene normal along -X. Lit from the
     // scene's X it is bright, lit along host x (the scene's Y) it is dim.
@@ -478,7 +478,7 @@ TEST_F(SceneGL, normalsAreMappedAsPositionsAre)
     EXPECT_TRUE(near(middle(frame(fromX)), 0.625, 0.625, 0.625));
 }
 
-TEST_F(SceneGL, theLightColourTintsWhatIsNotAmbient)
+TEST_F(SceneGL, lightColourTintsDiffuseLight)
 {
     auto object = add(Qt::white, 0);
     object->setAmbientStrength(0.0f);
@@ -501,14 +501,14 @@ TEST_F(SceneGL, fragmentsAboveTheClipHeightAreDiscarded)
     EXPECT_EQ(frame().pixelColor(side / 2, side / 2 - 6), QColor(Qt::red).toRgb());
 }
 
-TEST_F(SceneGL, theClipHeightBelongsToTheObject)
+TEST_F(SceneGL, clipHeightAppliesToItsObjectOnly)
 {
     add(Qt::red, 10, 40)->setClip(-1000.0f);
     add(Qt::green, 20, 40);
     EXPECT_EQ(middle(frame()), QColor(Qt::green).toRgb());
 }
 
-TEST_F(SceneGL, aDrawCheckMovesTheObjectAloneAndRefusesAPass)
+TEST_F(SceneGL, drawCheckMovesItsObjectAndRefusesAPass)
 {
     struct Check : KV3DObject::IDrawCheckFunctor
     {
@@ -538,7 +538,7 @@ TEST_F(SceneGL, aDrawCheckMovesTheObjectAloneAndRefusesAPass)
     EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
 }
 
-TEST_F(SceneGL, whatTheTranslucentPassRefusesIsNotInTheBatch)
+TEST_F(SceneGL, refusalInTheTranslucentPassExcludesFromTheBatch)
 {
     struct Check : KV3DObject::IDrawCheckFunctor
     {
@@ -559,7 +559,7 @@ TEST_F(SceneGL, whatTheTranslucentPassRefusesIsNotInTheBatch)
     EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
 }
 
-TEST_F(SceneGL, aLineWidthOfZeroDrawsTheThinnestLineInsteadOfTheLastOnesWidth)
+TEST_F(SceneGL, lineWidthZeroDrawsLinesOfOnePixel)
 {
     QSharedPointer<KV3DObject> thick(new KV3DObject(QStringLiteral("thick")));
     QSharedPointer<KV3DObject> thin(new KV3DObject(QStringLiteral("thin")));

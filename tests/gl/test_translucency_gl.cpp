@@ -138,7 +138,7 @@ Vec sceneOf(const QVector3D& host)
 
 } // namespace
 
-TEST(Translucency, crossingGamutsShowAsIfEveryPixelWereCompositedInDepthOrder)
+TEST(Translucency, intersectingGamutsMatchPerPixelCompositing)
 {
     kvtest::ShownViewer shown(width, height);
     ASSERT_TRUE(shown.shown);

@@ -69,7 +69,7 @@ const QVector3D oblique(220, -260, -330);
 
 } // namespace
 
-TEST(ViewerGL, aRealProfileBecomesASurfaceInItsOwnColours)
+TEST(ViewerGL, loadedProfileShowsItsOwnColours)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -105,7 +105,7 @@ TEST(ViewerGL, aRealProfileBecomesASurfaceInItsOwnColours)
     }
 }
 
-TEST(ViewerGL, aRemovedGamutLeavesThePicture)
+TEST(ViewerGL, removedGamutIsNotDrawn)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -124,7 +124,7 @@ TEST(ViewerGL, aRemovedGamutLeavesThePicture)
     EXPECT_EQ(shown.settledPicture(), before);
 }
 
-TEST(ViewerGL, clearedSetsLeaveThePicture)
+TEST(ViewerGL, clearedSetsAreNotDrawn)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -145,7 +145,7 @@ TEST(ViewerGL, clearedSetsLeaveThePicture)
     EXPECT_EQ(shown.settledPicture(), before);
 }
 
-TEST(ViewerGL, aFadeShowsItsWayAndEndsExactly)
+TEST(ViewerGL, animatedOpacityEndsExactlyAtItsTarget)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -174,7 +174,7 @@ TEST(ViewerGL, aFadeShowsItsWayAndEndsExactly)
     EXPECT_TRUE(shown.root().sortedVertices().isEmpty()); // no ghost
 }
 
-TEST(ViewerGL, aHiddenLoadComesToRestAndShowsWhenMadeVisible)
+TEST(ViewerGL, gamutLoadedWhileHiddenIsDrawnWhenMadeVisible)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -190,7 +190,7 @@ TEST(ViewerGL, aHiddenLoadComesToRestAndShowsWhenMadeVisible)
     EXPECT_NE(shown.settledPicture(), empty);
 }
 
-TEST(ViewerGL, theCallbackMayRemoveOrReloadItsGamut)
+TEST(ViewerGL, loadCallbackMayRemoveOrReloadItsGamut)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -213,7 +213,7 @@ TEST(ViewerGL, theCallbackMayRemoveOrReloadItsGamut)
     EXPECT_TRUE(shown.settle());
 }
 
-TEST(ViewerGL, aShownAndANeverShownViewerAnswerAlike)
+TEST(ViewerGL, shownAndUnshownViewersReturnTheSameValues)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -249,7 +249,7 @@ TEST(ViewerGL, aShownAndANeverShownViewerAnswerAlike)
     EXPECT_EQ(vertices(a), vertices(hidden));
 }
 
-TEST(ViewerGL, aViewerFilledBeforeItIsShownDrawsTheSame)
+TEST(ViewerGL, viewerFilledBeforeShowDrawsTheSamePicture)
 {
     const auto fill = [](KVGamut3DViewer& viewer) {
         viewer.setCamera(oblique, 0, QVector3D(50, 0, 0));
@@ -272,7 +272,7 @@ TEST(ViewerGL, aViewerFilledBeforeItIsShownDrawsTheSame)
     EXPECT_EQ(before.picture(), expected);
 }
 
-TEST(ViewerGL, eventsOnEitherRoadReachAHandlerOnce)
+TEST(ViewerGL, eventsToViewerOrWindowReachAHandlerOnce)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -301,7 +301,7 @@ TEST(ViewerGL, eventsOnEitherRoadReachAHandlerOnce)
     }
 }
 
-TEST(ViewerGL, aPressOnTheViewerDoesNotReachTheWindow)
+TEST(ViewerGL, mousePressOnTheViewerIsNotForwarded)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -325,7 +325,7 @@ TEST(ViewerGL, aPressOnTheViewerDoesNotReachTheWindow)
     shown.widget().removeEventFilter(&counter);
 }
 
-TEST(ViewerGL, thePlaneIsSeenFromAboveAndNotFromBelow)
+TEST(ViewerGL, planeIsDrawnFromAboveOnly)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
@@ -340,7 +340,7 @@ TEST(ViewerGL, thePlaneIsSeenFromAboveAndNotFromBelow)
     EXPECT_NE(shown.settledPicture().pixelColor(100, 75), QColor(1, 2, 3));
 }
 
-TEST(ViewerGL, twoViewersInOneProcessDrawSideBySide)
+TEST(ViewerGL, twoViewersInOneProcessAreIndependent)
 {
     ShownViewer one, two;
     ASSERT_TRUE(one.shown && two.shown);
@@ -353,7 +353,7 @@ TEST(ViewerGL, twoViewersInOneProcessDrawSideBySide)
     EXPECT_EQ(two.settledPicture(), second);
 }
 
-TEST(ViewerGL, destroyingAViewerThatLoadsAndMovesIsQuiet)
+TEST(ViewerGL, destroyingALoadingViewerCallsNoCallback)
 {
     bool called = false;
     {

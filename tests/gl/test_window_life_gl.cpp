@@ -60,7 +60,7 @@ class WindowLife : public testing::TestWithParam<Event>
 
 } // namespace
 
-TEST_P(WindowLife, thePictureIsThereAgainAndFollowsChanges)
+TEST_P(WindowLife, viewerShowsItsPictureAndChangesAfterwards)
 {
     QWindow other; // first, so that it goes last
     other.resize(300, 250);
@@ -152,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(, WindowLife,
                                                }}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST(ViewerWithoutASize, drawsOnceItHasOne)
+TEST(ViewerWithoutASize, drawsAfterAResize)
 {
     QWindow parent;
     parent.resize(300, 250);
@@ -169,7 +169,7 @@ TEST(ViewerWithoutASize, drawsOnceItHasOne)
     }
 }
 
-TEST(ViewerWithoutASize, drawsNothingUntilItHasOneAgain)
+TEST(ViewerWithoutASize, drawsNothingWhileItIsEmpty)
 {
     ShownViewer shown(size.width(), size.height());
     ASSERT_TRUE(shown.shown);
@@ -186,7 +186,7 @@ TEST(ViewerWithoutASize, drawsNothingUntilItHasOneAgain)
     EXPECT_TRUE(kvtest::messages().filter(QStringLiteral("Framebuffer incomplete")).isEmpty());
 }
 
-TEST(ViewerLargerThanOpenGLAllows, drawsAgainWhenItIsSmaller)
+TEST(ViewerLargerThanOpenGLAllows, drawsAgainAfterAResize)
 {
     ShownViewer shown(size.width(), size.height());
     ASSERT_TRUE(shown.shown);
@@ -206,7 +206,7 @@ TEST(ViewerLargerThanOpenGLAllows, drawsAgainWhenItIsSmaller)
     EXPECT_TRUE(kvtest::messages().filter(QStringLiteral("Framebuffer incomplete")).isEmpty());
 }
 
-TEST(HiddenViewer, turnsNoFramesUntilItIsShown)
+TEST(HiddenViewer, runsNoFrameLoop)
 {
     ShownViewer shown(size.width(), size.height());
     ASSERT_TRUE(shown.shown);
@@ -221,7 +221,7 @@ TEST(HiddenViewer, turnsNoFramesUntilItIsShown)
     EXPECT_TRUE(spinUntil([&frames] { return frames > 10; }));
 }
 
-TEST(HiddenViewer, endsItsMovesWhenItIsShown)
+TEST(HiddenViewer, finishesItsMovesWhenShown)
 {
     ShownViewer shown(size.width(), size.height());
     ASSERT_TRUE(shown.shown);

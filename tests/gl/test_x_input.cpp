@@ -86,7 +86,7 @@ protected:
 
 } // namespace
 
-TEST_F(XInput, aDragOrbits)
+TEST_F(XInput, leftDragOrbits)
 {
     const CameraState before = widget().cameraState();
     drag("1", QPoint(160, 120), QPoint(200, 100));
@@ -100,7 +100,7 @@ TEST_F(XInput, aDragOrbits)
     EXPECT_EQ(clicks[0][0].toPoint(), QPoint(200, 100));
 }
 
-TEST_F(XInput, aRightDragPansOneUnitPerPixel)
+TEST_F(XInput, rightDragPansOneUnitPerPixel)
 {
     const CameraState before = widget().cameraState();
     drag("3", QPoint(160, 120), QPoint(190, 110));
@@ -113,7 +113,7 @@ TEST_F(XInput, aRightDragPansOneUnitPerPixel)
     EXPECT_EQ(after.azimuth(), before.azimuth());
 }
 
-TEST_F(XInput, shiftTurnsTheLeftDragIntoAPan)
+TEST_F(XInput, leftDragWithShiftPans)
 {
     QSignalSpy finished(&viewer, &KVGamut3DViewer::moveFinished);
     xdotool({"keydown", "shift"});
@@ -131,7 +131,7 @@ TEST_F(XInput, shiftTurnsTheLeftDragIntoAPan)
     EXPECT_EQ(after.azimuth(), before.azimuth());
 }
 
-TEST_F(XInput, theWheelZoomsBySixUnitsANotch)
+TEST_F(XInput, wheelZoomsBySixUnitsPerNotch)
 {
     pointTo(QPoint(160, 120));
     const float before = widget().cameraState().distance();
@@ -143,7 +143,7 @@ TEST_F(XInput, theWheelZoomsBySixUnitsANotch)
     EXPECT_NEAR(widget().cameraState().distance(), before, 1e-3);
 }
 
-TEST_F(XInput, aKeyTurnsTheCamera)
+TEST_F(XInput, arrowKeyTurnsTheCamera)
 {
     QSignalSpy finished(&viewer, &KVGamut3DViewer::moveFinished);
     const float before = widget().cameraState().azimuth();
@@ -152,7 +152,7 @@ TEST_F(XInput, aKeyTurnsTheCamera)
     EXPECT_NEAR(widget().cameraState().azimuth() - before, pi / 20, 1e-5);
 }
 
-TEST_F(XInput, aClickOnAMarkerGivesARayThroughIt)
+TEST_F(XInput, clickOnAMarkerGivesARayThroughIt)
 {
     const QVector3D marker(70, 30, -20);
     viewer.setCamera(QVector3D(160, -180, -260), 0, QVector3D(50, 0, 0));
@@ -178,7 +178,7 @@ TEST_F(XInput, aClickOnAMarkerGivesARayThroughIt)
     EXPECT_LT(std::sqrt(KVGamut3DViewer::squaredDistanceToRay(marker, ray)), 0.5f);
 }
 
-TEST_F(XInput, aDoubleClickIsReportedBetweenItsClicks)
+TEST_F(XInput, doubleClickIsReportedBetweenItsClicks)
 {
     QStringList order;
     QObject::connect(&viewer, &KVGamut3DViewer::click, &viewer, [&] { order += QStringLiteral("click"); });

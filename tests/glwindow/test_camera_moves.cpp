@@ -35,7 +35,7 @@ struct Window
 
 // ---- the window -----------------------------------------------------------------------------
 
-TEST(GLWindow, startsWithItsDefaults)
+TEST(GLWindow, hasDocumentedDefaults)
 {
     KVGLWidget w;
     EXPECT_EQ(w.framerate(), 30);
@@ -55,7 +55,7 @@ TEST(GLWindow, startsWithItsDefaults)
     EXPECT_EQ(w.context(), nullptr);
 }
 
-TEST(GLWindow, ownsARootOfThatNameWithAnIdOfItsOwn)
+TEST(GLWindow, rootIsNamedRootAndHasAUuid)
 {
     KVGLWidget w;
     EXPECT_EQ(w.root().name(), QStringLiteral("root"));
@@ -63,7 +63,7 @@ TEST(GLWindow, ownsARootOfThatNameWithAnIdOfItsOwn)
     EXPECT_TRUE(w.root().children().isEmpty());
 }
 
-TEST(GLWindow, keepsWhatIsSet)
+TEST(GLWindow, settersStoreTheirValues)
 {
     Window x;
     x.widget.setFramerate(60);
@@ -80,7 +80,7 @@ TEST(GLWindow, keepsWhatIsSet)
     EXPECT_EQ(x.moveFinished.count(), 0);
 }
 
-TEST(GLWindow, requestsItsOddFormatAndPartialUpdates)
+TEST(GLWindow, requestsTheDocumentedFormatAndPartialUpdates)
 {
     KVGLWidget w;
     const QSurfaceFormat f = w.requestedFormat();
@@ -94,7 +94,7 @@ TEST(GLWindow, requestsItsOddFormatAndPartialUpdates)
     EXPECT_EQ(w.updateBehavior(), QOpenGLWindow::PartialUpdateBlit);
 }
 
-TEST(GLWindow, hasExactlyItsFiveMetaMethodsInTheirOrder)
+TEST(GLWindow, hasExactlyFiveMetaMethodsInOrder)
 {
     const QMetaObject& meta = KVGLWidget::staticMetaObject;
     EXPECT_STREQ(meta.className(), "KVGLWidget");
@@ -121,7 +121,7 @@ TEST(GLWindow, hasExactlyItsFiveMetaMethodsInTheirOrder)
     EXPECT_EQ(meta.enumeratorCount(), meta.superClass()->enumeratorCount());
 }
 
-TEST(GLWindow, isFoundByTheNamesOfItsClassAndItsBase)
+TEST(GLWindow, metacastFindsItsClassAndBaseClass)
 {
     KVGLWidget w;
     EXPECT_EQ(w.qt_metacast("KVGLWidget"), static_cast<void*>(&w));
@@ -130,7 +130,7 @@ TEST(GLWindow, isFoundByTheNamesOfItsClassAndItsBase)
     EXPECT_EQ(w.qt_metacast("KVGamut3DViewer"), nullptr);
 }
 
-TEST(GLWindow, tearingDownWithoutAContextReleasesTheSceneBelowTheRoot)
+TEST(GLWindow, teardownWithoutAContextReleasesTheScene)
 {
     KVGLWidget w;
     QWeakPointer<KV3DObject> child;
@@ -145,7 +145,7 @@ TEST(GLWindow, tearingDownWithoutAContextReleasesTheSceneBelowTheRoot)
     ASSERT_TRUE(QMetaObject::invokeMethod(&w, "teardownGL")) << "again";
 }
 
-TEST(GLWindow, destroysItsSceneWithItself)
+TEST(GLWindow, destructorDestroysTheScene)
 {
     QWeakPointer<KV3DObject> child;
     {
@@ -157,7 +157,7 @@ TEST(GLWindow, destroysItsSceneWithItself)
     EXPECT_TRUE(child.isNull());
 }
 
-TEST(GLWindow, isNotSettledBeforeTheFirstFrameAndHasNoPicture)
+TEST(GLWindow, beforeTheFirstFrameThereIsNoPicture)
 {
     KVGLWidget w;
     EXPECT_FALSE(w.isSettled());
@@ -170,7 +170,7 @@ class ImmediateChange : public testing::TestWithParam<int>
 {
 };
 
-TEST_P(ImmediateChange, showsInTheQueriesAtOnceAndSaysNothing)
+TEST_P(ImmediateChange, takesEffectAtOnceWithoutASignal)
 {
     const int duration = GetParam();
     Window x;
@@ -190,7 +190,7 @@ TEST_P(ImmediateChange, showsInTheQueriesAtOnceAndSaysNothing)
     EXPECT_EQ(x.moveFinished.count(), 0);
 }
 
-TEST_P(ImmediateChange, dropsTheProjectionOverride)
+TEST_P(ImmediateChange, resetsTheProjectionOverride)
 {
     QMatrix4x4 override;
     override.scale(2.0f);
@@ -201,7 +201,7 @@ TEST_P(ImmediateChange, dropsTheProjectionOverride)
     EXPECT_TRUE(w.cameraState().projectionOverride().isIdentity());
 }
 
-TEST_P(ImmediateChange, abandonsAMoveWithoutASignal)
+TEST_P(ImmediateChange, cancelsAMoveWithoutASignal)
 {
     const int duration = GetParam();
     const std::vector<std::function<void(KVGLWidget&)>> changes = {
@@ -226,7 +226,7 @@ TEST_P(ImmediateChange, abandonsAMoveWithoutASignal)
 INSTANTIATE_TEST_SUITE_P(CameraMoves, ImmediateChange, testing::Values(0, -1, -500),
                          [](const auto& row) { return "minus" + std::to_string(-row.param) + "ms"; });
 
-TEST(CameraMoves, theProjectionOfAnImmediateSwitchShowsTheSameHeight)
+TEST(CameraMoves, immediateProjectionChangeKeepsTheVisibleHeight)
 {
     KVGLWidget w;
     w.setOrthogonalProjection(true, 0);
@@ -250,7 +250,7 @@ TEST(CameraMoves, acceptsAnyArgument)
 
 // ---- moves ----------------------------------------------------------------------------------
 
-TEST(CameraMoves, aMoveBeginsWithoutChangingTheLiveCamera)
+TEST(CameraMoves, startingAMoveDoesNotChangeTheCamera)
 {
     const std::vector<std::function<void(KVGLWidget&, int)>> changes = {
         [](KVGLWidget& w, int ms) {
@@ -275,7 +275,7 @@ TEST(CameraMoves, aMoveBeginsWithoutChangingTheLiveCamera)
     }
 }
 
-TEST(CameraMoves, aSecondMoveReplacesTheFirstWithoutASignal)
+TEST(CameraMoves, secondMoveReplacesTheFirstWithoutASignal)
 {
     Window x;
     x.widget.setViewingAngle(60.0f, 500);
@@ -285,7 +285,7 @@ TEST(CameraMoves, aSecondMoveReplacesTheFirstWithoutASignal)
     EXPECT_EQ(x.moveFinished.count(), 0);
 }
 
-TEST(CameraMoves, theViewingAngleAnsweredIsThatOfTheStart)
+TEST(CameraMoves, viewingAngleReturnsTheStartDuringAMove)
 {
     Window x;
     x.widget.setViewingAngle(40.0f, 0);
@@ -299,7 +299,7 @@ TEST(CameraMoves, theViewingAngleAnsweredIsThatOfTheStart)
 
 // ---- the host's side ------------------------------------------------------------------------
 
-TEST(HostCamera, startsWithThePresetFromAbove)
+TEST(HostCamera, startsWithTheTopView)
 {
     KVGamut3DViewer viewer;
     EXPECT_EQ(viewer.camera(), QVector3D(522.48712f, 0, -1.1920929e-7f));
@@ -310,7 +310,7 @@ TEST(HostCamera, startsWithThePresetFromAbove)
     EXPECT_TRUE(viewer.enableInteraction());
 }
 
-TEST(HostCamera, presetsAreExactAndEveryOtherViewIsFromAbove)
+TEST(HostCamera, presetsAreExactAndUnknownViewsGiveTheTop)
 {
     KVGamut3DViewer viewer;
     QSignalSpy moveFinished(&viewer, SIGNAL(moveFinished()));
@@ -337,7 +337,7 @@ TEST(HostCamera, presetsAreExactAndEveryOtherViewIsFromAbove)
     EXPECT_EQ(viewer.camera(), QVector3D(522.48712f, 0, -1.1920929e-7f)) << "a move starts where it is";
 }
 
-TEST(HostCamera, positionsAreConvertedExactlyAndComeBack)
+TEST(HostCamera, positionsAreConvertedExactly)
 {
     KVGamut3DViewer viewer;
     auto* widget = viewer.findChild<KVGLWidget*>();
@@ -351,7 +351,7 @@ TEST(HostCamera, positionsAreConvertedExactlyAndComeBack)
     EXPECT_TRUE(std::signbit(widget->camera().x())) << "a* of 0 is X of -0";
 }
 
-TEST(HostCamera, projectionAngleAndLightPassUnchanged)
+TEST(HostCamera, projectionAngleAndLightAreNotConverted)
 {
     KVGamut3DViewer viewer;
     auto* widget = viewer.findChild<KVGLWidget*>();

@@ -44,7 +44,7 @@ Matrix4d asDouble(const QMatrix4x4& m)
 
 // ---- construction ---------------------------------------------------------------------------
 
-TEST(CameraState, startsBehindTheOriginInPerspective)
+TEST(CameraState, hasDocumentedDefaults)
 {
     const CameraState c;
     EXPECT_EQ(c.eye(), QVector3D(0, 0, -350));
@@ -75,7 +75,7 @@ TEST(CameraState, derivesAnglesDistanceAndUpFromEyeAndInterest)
     }
 }
 
-TEST(CameraState, aNewInterestPointLeavesTheEyeAndTurnsTheRest)
+TEST(CameraState, setInterestKeepsTheEye)
 {
     CameraState c({10, 20, 30}, {0, 0, 0});
     c.setInterest({-50, 60, 70});
@@ -83,7 +83,7 @@ TEST(CameraState, aNewInterestPointLeavesTheEyeAndTurnsTheRest)
     expectOrbit(c, {{10, 20, 30}, {-50, 60, 70}});
 }
 
-TEST(CameraState, keepsProjectionWhenTheEyeMoves)
+TEST(CameraState, setEyeAndInterestKeepsTheProjection)
 {
     CameraState c;
     c.setViewingAngle(55.0f);
@@ -99,7 +99,7 @@ TEST(CameraState, keepsProjectionWhenTheEyeMoves)
     EXPECT_EQ(c.projectionOverride(), override);
 }
 
-TEST(CameraState, anEyeAtTheInterestPointHasNoDistanceAndNoPolarAngle)
+TEST(CameraState, eyeAtTheInterestPointHasDistanceZero)
 {
     CameraState c;
     c.setEyeAndInterest({3, 4, 5}, {3, 4, 5});
@@ -111,7 +111,7 @@ TEST(CameraState, anEyeAtTheInterestPointHasNoDistanceAndNoPolarAngle)
     EXPECT_EQ(c.up(), QVector3D(0, 0, 0));
 }
 
-TEST(CameraState, distancesDoNotOverflowBeforeTheyMust)
+TEST(CameraState, distanceOfLargeCoordinatesDoesNotOverflow)
 {
     const CameraState c({1e25f, 0, 1e25f}, {0, 0, 0});
     EXPECT_NEAR(c.distance() / (std::sqrt(2.0) * 1e25), 1.0, 1e-6);
@@ -119,7 +119,7 @@ TEST(CameraState, distancesDoNotOverflowBeforeTheyMust)
     EXPECT_NEAR(c.polarAngle(), M_PI / 2.0, 1e-6);
 }
 
-TEST(CameraState, theSignOfAZeroDecidesOnWhichSideTheAzimuthFalls)
+TEST(CameraState, signOfZeroDecidesTheAzimuth)
 {
     EXPECT_FLOAT_EQ(CameraState({-1, 0, 0.0f}, {}).azimuth(), pi);
     EXPECT_FLOAT_EQ(CameraState({-1, 0, -0.0f}, {}).azimuth(), -pi);
@@ -128,7 +128,7 @@ TEST(CameraState, theSignOfAZeroDecidesOnWhichSideTheAzimuthFalls)
     EXPECT_FLOAT_EQ(CameraState({-0.0f, 5, -0.0f}, {}).azimuth(), -pi);
 }
 
-TEST(CameraState, thePresetFromAboveHasTheDefaultAzimuth)
+TEST(CameraState, topViewHasTheDefaultAzimuth)
 {
     const CameraState top({-0.0f, 522.48712f, -1.1920929e-7f}, {-0.0f, 50, 0});
     EXPECT_FLOAT_EQ(top.azimuth(), -quarter);
@@ -148,7 +148,7 @@ TEST(CameraState, thePresetFromAboveHasTheDefaultAzimuth)
 
 // ---- rotate ---------------------------------------------------------------------------------
 
-TEST(CameraRotation, movesTheEyeOnItsSphere)
+TEST(CameraRotation, movesTheEyeOnASphere)
 {
     std::mt19937 random(1);
     std::uniform_real_distribution<float> turn(-1.2f, 1.2f);
@@ -172,7 +172,7 @@ TEST(CameraRotation, movesTheEyeOnItsSphere)
     }
 }
 
-TEST(CameraRotation, anglesAreUnboundedAndThePictureTurnsOver)
+TEST(CameraRotation, anglesAreNotLimited)
 {
     CameraState c;
     c.rotate(0, 1.0f); // polar angle pi/2 + 1
@@ -190,7 +190,7 @@ TEST(CameraRotation, anglesAreUnboundedAndThePictureTurnsOver)
     EXPECT_FLOAT_EQ(c.distance(), 350.0f);
 }
 
-TEST(CameraRotation, aFullTurnComesBack)
+TEST(CameraRotation, fullTurnReturnsToTheStart)
 {
     CameraState c({100, 80, -60}, {0, 50, 0});
     const QVector3D eye = c.eye();
@@ -200,7 +200,7 @@ TEST(CameraRotation, aFullTurnComesBack)
     expectVector(c.eye(), Vec3d(eye), 1e-3);
 }
 
-TEST(CameraRotation, upStaysAcrossTheViewSoThatThePictureNeverRolls)
+TEST(CameraRotation, pictureNeverRolls)
 {
     CameraState c({100, 80, -60}, {0, 50, 0});
     for (int i = 0; i < 100; ++i) {
@@ -213,7 +213,7 @@ TEST(CameraRotation, upStaysAcrossTheViewSoThatThePictureNeverRolls)
 
 // ---- zoom -----------------------------------------------------------------------------------
 
-TEST(CameraZoom, changesTheDistanceAlongTheViewOnly)
+TEST(CameraZoom, changesOnlyTheDistance)
 {
     for (const auto& [eye, interest] : views) {
         CameraState c(eye, interest);
@@ -243,7 +243,7 @@ class ZoomLimit : public testing::TestWithParam<ZoomRow>
 {
 };
 
-TEST_P(ZoomLimit, aStepBelowTheSmallestDistanceIsRefusedNotShortened)
+TEST_P(ZoomLimit, stepBelowTheMinimumIsIgnored)
 {
     const ZoomRow zoom = GetParam();
     CameraState c({0, 0, -zoom.distance}, {0, 0, 0});
@@ -263,7 +263,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ZoomRow{"noUpperLimit", 10, 1e6f, 1000010}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
-TEST(CameraZoom, outOfABelowSmallestDistanceIsPossible)
+TEST(CameraZoom, canLeaveADistanceBelowTheMinimum)
 {
     CameraState c({0, 0, -0.5f}, {0, 0, 0});
     c.zoom(0.1f);
@@ -274,7 +274,7 @@ TEST(CameraZoom, outOfABelowSmallestDistanceIsPossible)
 
 // ---- pan ------------------------------------------------------------------------------------
 
-TEST(CameraPan, movesEyeAndInterestByOneUnitPerUnitWhateverTheDistance)
+TEST(CameraPan, movesEyeAndInterestIndependentOfTheDistance)
 {
     for (const auto& [eye, interest] : views) {
         CameraState c(eye, interest);
@@ -292,7 +292,7 @@ TEST(CameraPan, movesEyeAndInterestByOneUnitPerUnitWhateverTheDistance)
     }
 }
 
-TEST(CameraPan, aDegenerateCameraDoesNotMove)
+TEST(CameraPan, degenerateCameraDoesNotMove)
 {
     CameraState c({3, 4, 5}, {3, 4, 5});
     c.pan(10, 20);
@@ -300,7 +300,7 @@ TEST(CameraPan, aDegenerateCameraDoesNotMove)
     EXPECT_EQ(c.interestPoint(), QVector3D(3, 4, 5));
 }
 
-TEST(CameraPan, positiveDxShiftsTheViewToTheRightAndPositiveDyDownwards)
+TEST(CameraPan, positiveOffsetsMoveTheCameraRightAndDown)
 {
     CameraState c; // looks along +Z with +Y up: the right hand is at -X
     c.pan(10, 0);
@@ -312,7 +312,7 @@ TEST(CameraPan, positiveDxShiftsTheViewToTheRightAndPositiveDyDownwards)
 
 // ---- matrices -------------------------------------------------------------------------------
 
-TEST(CameraMatrices, theViewMatrixLooksFromTheEyeAtTheInterestPoint)
+TEST(CameraMatrices, viewMatrixLooksFromTheEyeAtTheInterestPoint)
 {
     for (const auto& [eye, interest] : views) {
         const CameraState c(eye, interest);
@@ -322,7 +322,7 @@ TEST(CameraMatrices, theViewMatrixLooksFromTheEyeAtTheInterestPoint)
     }
 }
 
-TEST(CameraMatrices, perspectiveFollowsAngleAndAspect)
+TEST(CameraMatrices, perspectiveDependsOnAngleAndAspect)
 {
     for (const float angle : {1.0f, 30.0f, 60.0f, 120.0f}) {
         for (const auto& [w, h] : {std::pair(100, 100), std::pair(1600, 900), std::pair(200, 700)}) {
@@ -354,7 +354,7 @@ TEST(CameraMatrices, orthogonalShowsTheSameHeightAtTheInterestPoint)
     }
 }
 
-TEST(CameraMatrices, orthogonalFollowsZoomAndAngleAndTakesThePositiveHeight)
+TEST(CameraMatrices, orthogonalHeightDependsOnZoomAndAngle)
 {
     CameraState c;
     c.setOrthogonal(true);
@@ -366,7 +366,7 @@ TEST(CameraMatrices, orthogonalFollowsZoomAndAngleAndTakesThePositiveHeight)
     expectMatrix(c.projectionMatrix(), orthogonalOracle(100.0 * std::tan(radians(40.0)), 1.0));
 }
 
-TEST(CameraMatrices, orthogonalMeasuresTheDistanceBetweenEyeAndInterest)
+TEST(CameraMatrices, orthogonalUsesTheDistanceFromEyeToInterest)
 {
     // Half way between these eyes the recorded distance is 100, the real one 70.7.
     CameraState from({0, 0, -100}, {0, 0, 0}), to({0, 100, 0}, {0, 0, 0});
@@ -378,7 +378,7 @@ TEST(CameraMatrices, orthogonalMeasuresTheDistanceBetweenEyeAndInterest)
     expectMatrix(c.projectionMatrix(), orthogonalOracle(real * std::tan(radians(15.0)), 1.0));
 }
 
-TEST(CameraMatrices, anOverrideIsUsedAsItStands)
+TEST(CameraMatrices, overrideReplacesTheProjection)
 {
     CameraState c;
     QMatrix4x4 override;
@@ -397,7 +397,7 @@ TEST(CameraMatrices, anOverrideIsUsedAsItStands)
     expectMatrix(c.projectionMatrix(), perspectiveOracle(77.0, 3.0));
 }
 
-TEST(CameraMatrices, choosingAProjectionDropsTheOverride)
+TEST(CameraMatrices, setOrthogonalResetsTheOverride)
 {
     for (const bool orthogonal : {false, true}) {
         CameraState c;
@@ -410,7 +410,7 @@ TEST(CameraMatrices, choosingAProjectionDropsTheOverride)
     }
 }
 
-TEST(CameraMatrices, anIdentityOverrideMeansNone)
+TEST(CameraMatrices, identityOverrideMeansNoOverride)
 {
     CameraState c;
     QMatrix4x4 identity;
@@ -419,7 +419,7 @@ TEST(CameraMatrices, anIdentityOverrideMeansNone)
     expectMatrix(c.projectionMatrix(), perspectiveOracle(30.0, 1.0));
 }
 
-TEST(CameraMatrices, aspectIsWidthOverHeightInFloat)
+TEST(CameraMatrices, aspectIsWidthOverHeight)
 {
     CameraState c;
     c.setAspect(800, 600);
@@ -434,7 +434,7 @@ TEST(CameraMatrices, aspectIsWidthOverHeightInFloat)
 
 // ---- equality -------------------------------------------------------------------------------
 
-TEST(CameraEquality, seesEveryFieldThatShows)
+TEST(CameraEquality, comparesEveryVisibleField)
 {
     const CameraState c({10, 20, 30}, {1, 2, 3});
     const auto differs = [&](auto change) {
@@ -461,7 +461,7 @@ TEST(CameraEquality, seesEveryFieldThatShows)
     }
 }
 
-TEST(CameraEquality, seesTheUpVector)
+TEST(CameraEquality, comparesTheUpVector)
 {
     // Two blends with one eye and interest point, of cameras 8 and 10 away: the way up is as long.
     const QVector3D interest(0, 10, 8);
@@ -475,7 +475,7 @@ TEST(CameraEquality, seesTheUpVector)
     EXPECT_FALSE(parallel == converging);
 }
 
-TEST(CameraEquality, ignoresTheRecordedDistance)
+TEST(CameraEquality, ignoresTheStoredDistance)
 {
     // Two blends with one eye, interest and up, at recorded distances of 10 and 8.
     const QVector3D interest(0, 12, 0);
@@ -498,7 +498,7 @@ TEST(CameraEquality, ignoresTheAngles)
     EXPECT_TRUE(a == b);
 }
 
-TEST(CameraEquality, aNumberThatIsNoneEqualsNothing)
+TEST(CameraEquality, camerasWithNaNAreNeverEqual)
 {
     constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
     CameraState c;
@@ -519,7 +519,7 @@ TEST(CameraEquality, aNumberThatIsNoneEqualsNothing)
 
 // ---- between two cameras --------------------------------------------------------------------
 
-TEST(CameraBlend, isLinearInEveryFieldAndInTheProjectionMatrix)
+TEST(CameraBlend, isLinearInAllFieldsAndTheProjectionMatrix)
 {
     CameraState a({10, 20, 30}, {-5, 60, 7}), b({-200, 5, 100}, {0, 50, 0});
     a.setViewingAngle(25.0f);
@@ -549,7 +549,7 @@ TEST(CameraBlend, isLinearInEveryFieldAndInTheProjectionMatrix)
     }
 }
 
-TEST(CameraBlend, keepsExactlyWhatBothShare)
+TEST(CameraBlend, keepsEqualValuesExactly)
 {
     const CameraState a({10, 20, 30}, {-0.1f, 50.3f, 7.7f});
     CameraState b = a;
@@ -563,7 +563,7 @@ TEST(CameraBlend, keepsExactlyWhatBothShare)
     }
 }
 
-TEST(CameraBlend, leavesAspectAndKindOfProjectionAlone)
+TEST(CameraBlend, keepsAspectAndKindOfProjection)
 {
     CameraState a, b({1, 2, 3}, {});
     b.setOrthogonal(true);
@@ -579,7 +579,7 @@ TEST(CameraBlend, leavesAspectAndKindOfProjectionAlone)
     EXPECT_EQ(c.aspect(), 1.25f);
 }
 
-TEST(CameraBlend, takesOverridesIntoTheBlend)
+TEST(CameraBlend, interpolatesOverrides)
 {
     CameraState a, b;
     QMatrix4x4 ma, mb;
@@ -592,7 +592,7 @@ TEST(CameraBlend, takesOverridesIntoTheBlend)
     expectMatrix(c.projectionMatrix(), blend(asDouble(ma), asDouble(mb), 0.25));
 }
 
-TEST(CameraBlend, theBlendedMatrixIsGeneralInEveryUse)
+TEST(CameraBlend, interpolatedMatrixIsMarkedAsGeneral)
 {
     // A matrix that remembers to be a scaling or a translation multiplies and inverts differently.
     CameraState a, b;
@@ -618,7 +618,7 @@ TEST(CameraBlend, theBlendedMatrixIsGeneralInEveryUse)
     EXPECT_EQ(copy * in, out);
 }
 
-TEST(CameraBlend, theEyeMovesOnAStraightLineThroughTheMiddle)
+TEST(CameraBlend, eyeMovesOnAStraightLine)
 {
     const CameraState a({0, 0, -100}, {}), b({0, 0, 100}, {});
     CameraState c;
@@ -629,7 +629,7 @@ TEST(CameraBlend, theEyeMovesOnAStraightLineThroughTheMiddle)
 
 // ---- the course of a move -------------------------------------------------------------------
 
-TEST(CameraAnimation, easesInAndOutAlongASine)
+TEST(CameraAnimation, followsAnInOutSine)
 {
     CameraAnimation move;
     move.duration = 1000;
@@ -640,7 +640,7 @@ TEST(CameraAnimation, easesInAndOutAlongASine)
     EXPECT_EQ(move.easing.type(), QEasingCurve::InOutSine);
 }
 
-TEST(CameraAnimation, staysWithinStartAndEnd)
+TEST(CameraAnimation, progressIsClamped)
 {
     CameraAnimation move;
     move.duration = 50;

@@ -108,7 +108,7 @@ void expectRay(const std::pair<QVector3D, QVector3D>& actual, const std::pair<Ve
 
 // ---- keys -----------------------------------------------------------------------------------
 
-TEST(Keys, everyKeyStartsAMoveAndNoneChangesTheCameraAtOnce)
+TEST(Keys, everyKeyPressStartsAMove)
 {
     for (const int key : {int(Qt::Key_Left), int(Qt::Key_Right), int(Qt::Key_Up), int(Qt::Key_Down),
                           int(Qt::Key_Plus), int(Qt::Key_Minus), int(Qt::Key_Shift), int(Qt::Key_A),
@@ -122,7 +122,7 @@ TEST(Keys, everyKeyStartsAMoveAndNoneChangesTheCameraAtOnce)
     }
 }
 
-TEST(Keys, aReleaseOfShiftEndsPanModeAndNothingElse)
+TEST(Keys, releaseOfShiftEndsPanMode)
 {
     Window x;
     pressKey(x.widget, Qt::Key_Shift);
@@ -136,7 +136,7 @@ TEST(Keys, aReleaseOfShiftEndsPanModeAndNothingElse)
     x.expectSilentAndStill();
 }
 
-TEST(Keys, otherKeysLeavePanModeOn)
+TEST(Keys, releaseOfOtherKeysKeepsPanMode)
 {
     Window x;
     pressKey(x.widget, Qt::Key_Shift);
@@ -155,7 +155,7 @@ TEST(Keys, areIgnoredWithoutInteraction)
     x.expectSilentAndStill();
 }
 
-TEST(Keys, shiftReleasedWithoutInteractionIsMissedAndPanModeStays)
+TEST(Keys, releaseOfShiftWithoutInteractionKeepsPanMode)
 {
     Window x;
     pressKey(x.widget, Qt::Key_Shift);
@@ -176,7 +176,7 @@ struct WheelRow
     int units; ///< change of the distance
 };
 
-TEST(Wheel, zoomsByWholeTwentiethsOfTheTurnTowardsZero)
+TEST(Wheel, zoomsByATwentiethOfTheDeltaTruncated)
 {
     for (const WheelRow row : {WheelRow{120, -6},
                                {-120, 6},
@@ -204,7 +204,7 @@ TEST(Wheel, zoomsByWholeTwentiethsOfTheTurnTowardsZero)
     }
 }
 
-TEST(Wheel, readsOnlyTheVerticalTurn)
+TEST(Wheel, ignoresHorizontalDeltas)
 {
     Window x;
     const float before = x.camera().distance();
@@ -214,7 +214,7 @@ TEST(Wheel, readsOnlyTheVerticalTurn)
     EXPECT_NEAR(x.camera().distance(), before + 6.0, 1e-4);
 }
 
-TEST(Wheel, neverComesCloserThanTheSmallestDistance)
+TEST(Wheel, doesNotZoomBelowTheMinimumDistance)
 {
     Window x(CameraState({0, 0, -7.0f}, {0, 0, 0}));
     turnWheel(x.widget, {0, 120}); // 7 - 6 is less than 1.1
@@ -226,7 +226,7 @@ TEST(Wheel, neverComesCloserThanTheSmallestDistance)
     EXPECT_FLOAT_EQ(x.camera().distance(), 2.0f);
 }
 
-TEST(Wheel, changesTheLiveCameraDuringAMoveWithoutEndingIt)
+TEST(Wheel, zoomsDuringAMoveWithoutEndingIt)
 {
     Window x;
     x.widget.setCamera({1, 2, 3}, {0, 0, 0}, 10000);
@@ -246,7 +246,7 @@ TEST(Wheel, isIgnoredWithoutInteraction)
 
 // ---- moves ----------------------------------------------------------------------------------
 
-TEST(MouseMove, remembersTheGlobalPositionWithAndWithoutButtons)
+TEST(MouseMove, storesTheGlobalPositionWithAndWithoutButtons)
 {
     Window x;
     moveMouse(x.widget, {123.25, 45.5});
@@ -259,7 +259,7 @@ TEST(MouseMove, remembersTheGlobalPositionWithAndWithoutButtons)
     x.expectSilentAndStill();
 }
 
-TEST(MouseMove, aLeftDragTurnsTwiceAroundInAWindowsWidth)
+TEST(MouseMove, leftDragAcrossTheWindowIsTwoTurns)
 {
     struct Row
     {
@@ -279,7 +279,7 @@ TEST(MouseMove, aLeftDragTurnsTwiceAroundInAWindowsWidth)
     }
 }
 
-TEST(MouseMove, aDragIsTheSumOfItsSteps)
+TEST(MouseMove, dragIsTheSumOfItsSteps)
 {
     Window x;
     moveMouse(x.widget, {100, 100});
@@ -288,14 +288,14 @@ TEST(MouseMove, aDragIsTheSumOfItsSteps)
     expectTurned(x.camera(), oblique(), 40.0 * 4 * M_PI / width, 10.0 * 4 * M_PI / height);
 }
 
-TEST(MouseMove, halfAWindowsWidthBringsThePictureBack)
+TEST(MouseMove, dragByHalfTheWidthIsOneTurn)
 {
     Window x;
     x.drag({0, 0}, {width / 2.0, 0}, Qt::LeftButton);
     expectVector(x.camera().eye(), Vec3d(oblique().eye()), 1e-2);
 }
 
-TEST(MouseMove, followsTheSizeOfTheWindow)
+TEST(MouseMove, rotationDependsOnTheWindowSize)
 {
     Window x;
     x.widget.resize(1000, 50);
@@ -303,7 +303,7 @@ TEST(MouseMove, followsTheSizeOfTheWindow)
     expectTurned(x.camera(), oblique(), 25.0 * 4 * M_PI / 1000, -5.0 * 4 * M_PI / 50);
 }
 
-TEST(MouseMove, withShiftALeftDragPansByAUnitPerPixel)
+TEST(MouseMove, leftDragWithShiftPansOneUnitPerPixel)
 {
     Window x;
     pressKey(x.widget, Qt::Key_Shift);
@@ -319,7 +319,7 @@ TEST(MouseMove, withShiftALeftDragPansByAUnitPerPixel)
     expectTurned(x.camera(), oblique(), 10.0 * 4 * M_PI / width, 0);
 }
 
-TEST(MouseMove, aRightDragPansWithAndWithoutShift)
+TEST(MouseMove, rightDragPansWithAndWithoutShift)
 {
     Window x;
     x.drag({100, 100}, {112, 91}, Qt::RightButton);
@@ -346,14 +346,14 @@ TEST(MouseMove, draggingToTheRightMovesTheSceneToTheRight)
     EXPECT_LT(onScreen().y(), before.y() - 0.01f) << "downwards on the screen";
 }
 
-TEST(MouseMove, withBothButtonsTheLeftOneDecides)
+TEST(MouseMove, leftButtonTakesPrecedence)
 {
     Window x;
     x.drag({100, 100}, {110, 104}, Qt::LeftButton | Qt::RightButton);
     expectTurned(x.camera(), oblique(), 10.0 * 4 * M_PI / width, -4.0 * 4 * M_PI / height);
 }
 
-TEST(MouseMove, otherButtonsOnlyMoveThePosition)
+TEST(MouseMove, otherButtonsOnlyUpdateThePosition)
 {
     Window x;
     x.drag({100, 100}, {150, 170}, Qt::MiddleButton);
@@ -362,7 +362,7 @@ TEST(MouseMove, otherButtonsOnlyMoveThePosition)
     x.expectSilentAndStill();
 }
 
-TEST(MouseMove, withoutInteractionNotEvenThePositionMoves)
+TEST(MouseMove, withoutInteractionThePositionIsNotUpdated)
 {
     Window x;
     moveMouse(x.widget, {100, 100});
@@ -376,7 +376,7 @@ TEST(MouseMove, withoutInteractionNotEvenThePositionMoves)
     expectPanned(x.camera(), oblique(), -50, 30);
 }
 
-TEST(MouseMove, changesTheLiveCameraDuringAMoveWithoutEndingIt)
+TEST(MouseMove, rotatesDuringAMoveWithoutEndingIt)
 {
     Window x;
     x.widget.setCamera({1, 2, 3}, {0, 0, 0}, 10000);
@@ -392,7 +392,7 @@ class Rays : public testing::TestWithParam<bool>
 {
 };
 
-TEST_P(Rays, goThroughThePixelTheyWereAskedFor)
+TEST_P(Rays, goThroughTheirPixel)
 {
     for (const CameraState& view : {oblique(GetParam()), [] {
                                         CameraState c({0, 0, -350}, {0, 0, 0});
@@ -407,7 +407,7 @@ TEST_P(Rays, goThroughThePixelTheyWereAskedFor)
     }
 }
 
-TEST_P(Rays, pointsOnARayAreSeenAtItsPixel)
+TEST_P(Rays, pointsOnARayAreProjectedToItsPixel)
 {
     Window x(oblique(GetParam()));
     const Axes a(x.camera());
@@ -434,7 +434,7 @@ TEST_P(Rays, throughTheCentreGoToTheInterestPoint)
     EXPECT_LT(length(cross(Vec3d(oblique().interestPoint()) - origin, unit(direction))), 0.01);
 }
 
-TEST_P(Rays, followSizeAndCamera)
+TEST_P(Rays, dependOnWindowSizeAndCamera)
 {
     CameraState view = oblique(GetParam());
     view.setAspect(90, 600);
@@ -446,7 +446,7 @@ TEST_P(Rays, followSizeAndCamera)
     expectRay(x.widget.rayToPoint({10, 500}), rayOracle(view, 10, 500, 90, 600));
 }
 
-TEST_P(Rays, ofAWindowWithoutAreaAreNoNumbersAndNoHarm)
+TEST_P(Rays, emptyWindowGivesNonFiniteRays)
 {
     Window x(oblique(GetParam()));
     x.widget.resize(0, 0);
@@ -505,7 +505,7 @@ TEST(Clicks, reportThePixelAndItsRayInHostCoordinates)
     }
 }
 
-TEST(Clicks, comeForEveryButton)
+TEST(Clicks, areEmittedForEveryButton)
 {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
         Window x;
@@ -516,7 +516,7 @@ TEST(Clicks, comeForEveryButton)
     }
 }
 
-TEST(Clicks, comeWithoutInteractionTooAndChangeNothing)
+TEST(Clicks, areEmittedWithoutInteraction)
 {
     Window x;
     x.widget.setEnableInteraction(false);
@@ -529,7 +529,7 @@ TEST(Clicks, comeWithoutInteractionTooAndChangeNothing)
     EXPECT_EQ(x.widget.lastMousePosition(), QPointF(0, 0));
 }
 
-TEST(Clicks, roundToTheNearestPixelHalvesAwayFromZero)
+TEST(Clicks, roundPositionsToTheNearestPixel)
 {
     struct Row
     {
@@ -552,7 +552,7 @@ TEST(Clicks, roundToTheNearestPixelHalvesAwayFromZero)
     }
 }
 
-TEST(Clicks, followADragAtItsEndPoint)
+TEST(Clicks, areEmittedAtTheEndOfADrag)
 {
     Window x;
     x.drag({100, 100}, {140, 90}, Qt::LeftButton);
@@ -562,7 +562,7 @@ TEST(Clicks, followADragAtItsEndPoint)
     expectVector(x.click.at(0).at(2).value<QVector3D>(), {ray.second.y, -ray.second.x, ray.second.z}, 1e-4);
 }
 
-TEST(Clicks, aDoubleClickIsClickDoubleClickClick)
+TEST(Clicks, doubleClickGivesClickDoubleClickClick)
 {
     Window x;
     QStringList order;
@@ -577,7 +577,7 @@ TEST(Clicks, aDoubleClickIsClickDoubleClickClick)
 
 // ---- every handler --------------------------------------------------------------------------
 
-TEST(Handlers, leaveTheAcceptedStateOfTheirEventsAlone)
+TEST(Handlers, doNotChangeTheAcceptedStateOfEvents)
 {
     Window x;
     for (const bool accepted : {true, false}) {
@@ -607,7 +607,7 @@ TEST(Handlers, leaveTheAcceptedStateOfTheirEventsAlone)
     }
 }
 
-TEST(Handlers, aDragInAWindowWithoutAreaDoesNoHarm)
+TEST(Handlers, dragInAnEmptyWindowDoesNotCrash)
 {
     Window x;
     x.widget.resize(0, 0);
@@ -621,7 +621,7 @@ TEST(Handlers, aDragInAWindowWithoutAreaDoesNoHarm)
 
 // ---- the host's side ------------------------------------------------------------------------
 
-TEST(HostInput, theSwitchIsTheWindowsOwn)
+TEST(HostInput, interactionSwitchIsThatOfTheWindow)
 {
     KVGamut3DViewer viewer;
     auto* widget = viewer.findChild<KVGLWidget*>();
@@ -634,7 +634,7 @@ TEST(HostInput, theSwitchIsTheWindowsOwn)
     EXPECT_TRUE(widget->enableInteraction());
 }
 
-TEST(HostInput, clicksCarryTheRayThatTheViewerAnswersForThatPixel)
+TEST(HostInput, clicksCarryTheResultOfRayToPoint)
 {
     KVGamut3DViewer viewer;
     auto* widget = viewer.findChild<KVGLWidget*>();
@@ -665,7 +665,7 @@ TEST(HostInput, clicksCarryTheRayThatTheViewerAnswersForThatPixel)
     }
 }
 
-TEST(HostInput, theSquaredDistanceToARayIsThatToItsLine)
+TEST(HostInput, squaredDistanceToRayIsThatToTheLine)
 {
     using Ray = std::pair<QVector3D, QVector3D>;
     const Ray ray{{10, -20, 30}, {3, 4, 12}};
@@ -689,7 +689,7 @@ TEST(HostInput, theSquaredDistanceToARayIsThatToItsLine)
     }
 }
 
-TEST(HostInput, theSquaredDistanceToARayWithoutADirectionIsNoNumber)
+TEST(HostInput, squaredDistanceToARayWithoutDirectionIsNaN)
 {
     EXPECT_FALSE(std::isfinite(KVGamut3DViewer::squaredDistanceToRay({1, 2, 3}, {{0, 0, 0}, {0, 0, 0}})));
 }

@@ -29,7 +29,7 @@ TEST(PictureTiles, coverEachPixelOnce)
     }
 }
 
-TEST(PictureTiles, areDrawnEquallyLargeAndNotLargerThanAllowed)
+TEST(PictureTiles, haveOneSizeWithinTheLimit)
 {
     for (const QSize& size : shapes) {
         const auto tiles = pictureTiles(size, 2048);
@@ -41,7 +41,7 @@ TEST(PictureTiles, areDrawnEquallyLargeAndNotLargerThanAllowed)
     }
 }
 
-TEST(PictureTiles, haveAMarginUnlessThereIsOnlyOne)
+TEST(PictureTiles, haveAMarginUnlessOneTileSuffices)
 {
     const auto one = pictureTiles({2048, 2048}, 2048);
     ASSERT_EQ(one.size(), 1);
@@ -54,14 +54,14 @@ TEST(PictureTiles, haveAMarginUnlessThereIsOnlyOne)
         EXPECT_TRUE(tile.drawn.contains(tile.part.adjusted(-16, -16, 16, 16)));
 }
 
-TEST(PictureTiles, noPictureHasNoTiles)
+TEST(PictureTiles, emptyPictureHasNoTiles)
 {
     EXPECT_TRUE(pictureTiles({0, 5}, 2048).isEmpty());
     EXPECT_TRUE(pictureTiles({}, 2048).isEmpty());
 }
 
 // A place of the picture lands in the tile at the same place: computed through pixels.
-TEST(PictureTiles, showEachPlaceOfThePictureWhereItBelongs)
+TEST(PictureTiles, projectEachPositionToTheSamePixel)
 {
     const QSize size(5000, 3000);
     const auto tiles = pictureTiles(size, 2048);

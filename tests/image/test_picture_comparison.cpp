@@ -33,7 +33,7 @@ TEST(PictureComparison, countsThePixelsThatDifferVisibly)
     EXPECT_NEAR(difference.mean, (12.0 * (95 + 160 + 164) + 10) / 3600.0, 1e-9);
 }
 
-TEST(PictureComparison, tellsOneChannelsShiftThatNoPixelShowsAlone)
+TEST(PictureComparison, detectsASmallShiftOfOneChannel)
 {
     const auto difference = comparePictures(filled(QColor(100, 100, 100)), filled(QColor(100, 106, 100)));
     EXPECT_EQ(difference.share, 0.0);
@@ -41,7 +41,7 @@ TEST(PictureComparison, tellsOneChannelsShiftThatNoPixelShowsAlone)
     EXPECT_FALSE(withinThreshold(difference, {0.5, 0.02}));
 }
 
-TEST(PictureComparison, cannotCompareWhatIsMissingOrOfAnotherSize)
+TEST(PictureComparison, nullAndDifferentlySizedPicturesAreNotComparable)
 {
     EXPECT_FALSE(comparePictures(QImage(), filled(Qt::red)).comparable);
     EXPECT_FALSE(withinThreshold(comparePictures(filled(Qt::red, {40, 31}), filled(Qt::red)), {255, 1}));

@@ -96,7 +96,7 @@ void expectPicture(const QString& name, const Step& set, const Step& off)
 
 } // namespace
 
-TEST(Pictures, areThoseOfTheContextThatTheRunIsMeantFor)
+TEST(Pictures, contextHasTheExpectedVersion)
 {
     const kvtest::ShownViewer shown;
     const QString version = QStringLiteral("OpenGL ") + qEnvironmentVariable("KV_EXPECTED_GL");
@@ -326,7 +326,7 @@ TEST(Pictures, probedPixelsHaveTheirColours)
     EXPECT_GT(white.blue(), 240);
 }
 
-TEST(Pictures, baselinesOfDifferentThingsDiffer)
+TEST(Pictures, differentBaselinesDiffer)
 {
     EXPECT_FALSE(withinThreshold(
         comparePictures(baseline(QStringLiteral("markers-sphere")), baseline(QStringLiteral("markers-star"))),

@@ -97,7 +97,7 @@ class BackToFrontSizes : public testing::TestWithParam<std::tuple<int, int>>
 {
 };
 
-TEST_P(BackToFrontSizes, agreesWithSortingWholeRecords)
+TEST_P(BackToFrontSizes, matchesASortOfWholeRecords)
 {
     const auto [vertices, count] = GetParam();
     BackToFront sorter;
@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(BackToFront, BackToFrontSizes,
                                     std::to_string(std::get<0>(row.param));
                          });
 
-TEST_P(BackToFrontSizes, ordersAgainForAnotherEyeAsIfForTheFirstTime)
+TEST_P(BackToFrontSizes, resortGivesTheSameResultAsSort)
 {
     const auto [vertices, count] = GetParam();
     const Scene scene = wholeNumbers(vertices, count, 20, 4); // many equal distances
@@ -131,7 +131,7 @@ TEST_P(BackToFrontSizes, ordersAgainForAnotherEyeAsIfForTheFirstTime)
     }
 }
 
-TEST(BackToFront, ordersEqualNearestDistancesByTheLargerSumFirst)
+TEST(BackToFront, equalNearestDistancesAreOrderedByDescendingSum)
 {
     Scene scene;
     scene.add({{0, 0, 10}, {0, 0, 11}, {0, 0, 12}}); // nearest 100, sum 365
@@ -150,7 +150,7 @@ TEST(BackToFront, ordersEqualNearestDistancesByTheLargerSumFirst)
     EXPECT_EQ(order, expected);
 }
 
-TEST(BackToFront, keepsTheInputOrderOfPerfectTies)
+TEST(BackToFront, completeTiesKeepTheInputOrder)
 {
     for (const int vertices : {2, 3}) {
         // Coordinates of -1, 0 and 1: nearly everything is a tie with something.
@@ -160,7 +160,7 @@ TEST(BackToFront, keepsTheInputOrderOfPerfectTies)
     }
 }
 
-TEST(BackToFront, ordersArbitraryPositionsByDistance)
+TEST(BackToFront, sortsRandomPositionsByDistance)
 {
     std::mt19937 random(21);
     std::uniform_real_distribution<float> lab(-130.0f, 130.0f);
@@ -183,7 +183,7 @@ TEST(BackToFront, ordersArbitraryPositionsByDistance)
     EXPECT_EQ(all, original);
 }
 
-TEST(BackToFront, theOtherSideIsTheOtherOrder)
+TEST(BackToFront, oppositeEyesGiveOppositeOrders)
 {
     Scene scene;
     for (int i = 0; i < 50; ++i)
@@ -197,7 +197,7 @@ TEST(BackToFront, theOtherSideIsTheOtherOrder)
     }
 }
 
-TEST(BackToFront, positionsThatAreNotNumbersLoseNoRecordAndDisturbNoOther)
+TEST(BackToFront, nanPositionsDoNotAffectOtherRecords)
 {
     std::mt19937 random(4);
     std::uniform_int_distribution<int> coordinate(-100, 100);
@@ -247,7 +247,7 @@ TEST(BackToFront, positionsThatAreNotNumbersLoseNoRecordAndDisturbNoOther)
     }
 }
 
-TEST(BackToFront, anEyeThatIsNotANumberLosesNoRecord)
+TEST(BackToFront, nanEyeKeepsAllRecords)
 {
     const Scene scene = wholeNumbers(3, 500, 50, 2);
     BackToFront sorter;
@@ -258,7 +258,7 @@ TEST(BackToFront, anEyeThatIsNotANumberLosesNoRecord)
     EXPECT_EQ(out, all);
 }
 
-TEST(BackToFront, noPrimitivesWriteNothing)
+TEST(BackToFront, emptyInputWritesNothing)
 {
     BackToFront sorter;
     float guard = 42.0f;
@@ -266,7 +266,7 @@ TEST(BackToFront, noPrimitivesWriteNothing)
     EXPECT_EQ(guard, 42.0f);
 }
 
-TEST(BackToFront, oneSorterServesScenesOfAnySizeInTurn)
+TEST(BackToFront, sorterCanBeReusedForScenesOfAnySize)
 {
     BackToFront sorter;
     for (const int count : {1000, 3, 0, 17, 2000, 1}) {

@@ -58,7 +58,7 @@ class EveryMarkerType : public testing::TestWithParam<int>
 {
 };
 
-TEST_P(EveryMarkerType, theResultCarriesTheInputsItWasMadeFrom)
+TEST_P(EveryMarkerType, resultStoresTheArguments)
 {
     const int type = GetParam();
     const GeometryData g = kvMarkers(type, three, 6.0f, 0.75f);
@@ -70,7 +70,7 @@ TEST_P(EveryMarkerType, theResultCarriesTheInputsItWasMadeFrom)
     EXPECT_EQ(g.lineWidth, 1.0f);
 }
 
-TEST_P(EveryMarkerType, anEmptyListHasNoVerticesAndStillCarriesTheOtherInputs)
+TEST_P(EveryMarkerType, emptyListGivesNoVerticesButStoresTheArguments)
 {
     const int type = GetParam();
     const GeometryData g = kvMarkers(type, {}, 6.0f, 0.75f);
@@ -81,7 +81,7 @@ TEST_P(EveryMarkerType, anEmptyListHasNoVerticesAndStillCarriesTheOtherInputs)
     EXPECT_EQ(g.markerParam, 0.75f);
 }
 
-TEST_P(EveryMarkerType, everyMarkerIsDrawnAroundItsPositionInItsColour)
+TEST_P(EveryMarkerType, markersAreCentredAtTheirPositionInTheirColour)
 {
     const GeometryData g = kvMarkers(GetParam(), three, 6.0f, 0.0f);
     const auto groups = perMarker(g, three);
@@ -99,7 +99,7 @@ TEST_P(EveryMarkerType, everyMarkerIsDrawnAroundItsPositionInItsColour)
     }
 }
 
-TEST_P(EveryMarkerType, theSurfaceIsClosedAndFacesOutwards)
+TEST_P(EveryMarkerType, surfaceIsClosedAndOrientedOutwards)
 {
     const GeometryData g = kvMarkers(GetParam(), {three[1]}, 6.0f, 0.0f);
     const auto triangles = trianglesOf(g);
@@ -107,7 +107,7 @@ TEST_P(EveryMarkerType, theSurfaceIsClosedAndFacesOutwards)
     EXPECT_GT(signedVolume(triangles), 0.0);
 }
 
-TEST_P(EveryMarkerType, twiceTheSizeIsTwiceAsLarge)
+TEST_P(EveryMarkerType, extentIsProportionalToSize)
 {
     const QList<ColoredPoint> atOrigin = {{Qt::red, {0, 0, 0}}};
     const auto extent = [&](float size) {
@@ -122,7 +122,7 @@ TEST_P(EveryMarkerType, twiceTheSizeIsTwiceAsLarge)
     EXPECT_NEAR(extent(60.0f), 30.0 + bar, 1e-4);
 }
 
-TEST_P(EveryMarkerType, sizeZeroMakesNoNaN)
+TEST_P(EveryMarkerType, sizeZeroGivesFiniteVertices)
 {
     EXPECT_TRUE(allFinite(kvMarkers(GetParam(), three, 0.0f, 0.0f).vertices));
 }
@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(MarkersGenerator, EveryMarkerType, testing::Values(0, 1
                              return (row.param < 0 ? "minus" : "type") + std::to_string(std::abs(row.param));
                          });
 
-TEST(MarkersGenerator, typeOneIsABallOfHalfTheSize)
+TEST(MarkersGenerator, typeOneIsASphereOfRadiusHalfTheSize)
 {
     const ColoredPoint marker{Qt::green, {30, 40, -50}};
     const Vec3d centre = sceneFromHost(Vec3d(marker.second));
@@ -171,7 +171,7 @@ class SphereCounts : public testing::TestWithParam<ManySpheres>
 {
 };
 
-TEST_P(SphereCounts, becomeCoarserSoThatTheyFitTheMemoryAndStayClosedLitBalls)
+TEST_P(SphereCounts, largeSetsUseCoarserClosedSpheres)
 {
     const auto [count, size, bands] = GetParam();
     const QList<ColoredPoint> markers(count, ColoredPoint{Qt::green, {30, 40, -50}});
@@ -201,7 +201,7 @@ INSTANTIATE_TEST_SUITE_P(MarkersGenerator, SphereCounts,
                                     std::to_string(int(row.param.size));
                          });
 
-TEST(MarkersGenerator, unknownTypesDrawTheShapeOfTypeOne)
+TEST(MarkersGenerator, unknownTypesAreSpheres)
 {
     const auto sphere = kvMarkers(1, three, 6.0f, 0.0f).vertices;
     EXPECT_EQ(kvMarkers(0, three, 6.0f, 0.0f).vertices, sphere);
@@ -209,7 +209,7 @@ TEST(MarkersGenerator, unknownTypesDrawTheShapeOfTypeOne)
     EXPECT_EQ(kvMarkers(-7, three, 6.0f, 0.0f).vertices, sphere);
 }
 
-TEST(MarkersGenerator, typeTwoIsTheTwentyFourRibbonsOfABracketedCubePerMarker)
+TEST(MarkersGenerator, typeTwoHasTwentyFourRibbonsPerMarker)
 {
     QList<ColoredSegment> segments;
     for (const ColoredPoint& marker : three)
@@ -227,7 +227,7 @@ TEST(MarkersGenerator, typeTwoIsTheTwentyFourRibbonsOfABracketedCubePerMarker)
     }
 }
 
-TEST(MarkersGenerator, typeTwoShowsOnlyTheOuterThirdsOfTheCubesEdges)
+TEST(MarkersGenerator, typeTwoDrawsOnlyTheOuterThirdsOfEachEdge)
 {
     const auto triangles = trianglesOf(kvMarkers(2, {{Qt::red, {0, 0, 0}}}, 30.0f, 0.0f));
     // Edges parallel to the three axes, at +-15: thirds of 10.
@@ -251,7 +251,7 @@ TEST(MarkersGenerator, typeTwoShowsOnlyTheOuterThirdsOfTheCubesEdges)
     EXPECT_LT(windingNumber(triangles, {0, 0, 0}), 0.1) << "the cube is empty";
 }
 
-TEST(MarkersGenerator, typeThreeIsAFacetedStarBetweenTwoPolesOnTheLAxis)
+TEST(MarkersGenerator, typeThreeIsAStarWithPolesAlongTheLightnessAxis)
 {
     const ColoredPoint marker{Qt::green, {30, 40, -50}};
     const Vec3d centre = sceneFromHost(Vec3d(marker.second));

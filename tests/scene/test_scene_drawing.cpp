@@ -173,7 +173,7 @@ QSharedPointer<RecordingCheck> watch(const ObjectPtr& o, const char* name, std::
 
 // ---- opacity changes ------------------------------------------------------------------------
 
-TEST(OpacityChange, followsAnInOutSineFromStartToTarget)
+TEST(OpacityChange, followsAnInOutSine)
 {
     const ObjectPtr o = object(QStringLiteral("o"));
     o->setVertices(trianglesAt({0}));
@@ -207,7 +207,7 @@ TEST(OpacityChange, endsExactlyAtItsTarget)
     }
 }
 
-TEST(OpacityChange, isOneOpacityForBothPassesOfAFrame)
+TEST(OpacityChange, bothPassesOfAFrameUseTheSameOpacity)
 {
     const ObjectPtr o = object(QStringLiteral("o"));
     o->setVertices(trianglesAt({0}));
@@ -223,7 +223,7 @@ TEST(OpacityChange, isOneOpacityForBothPassesOfAFrame)
     EXPECT_EQ(o->alpha(), 0.0f);
 }
 
-TEST(OpacityChange, setsTheWholeSubtreeInEachFrame)
+TEST(OpacityChange, appliesToTheWholeSubtreeInEachFrame)
 {
     const ObjectPtr parent = object(QStringLiteral("parent"));
     const ObjectPtr child = object(QStringLiteral("child"));
@@ -257,7 +257,7 @@ TEST(OpacityChange, ofAChildContinuesBesideThatOfTheParent)
     EXPECT_FALSE(parent->isSettled());
 }
 
-TEST(OpacityChange, ofAChildEndsAtItsTargetAfterThatOfTheParent)
+TEST(OpacityChange, ofAChildEndsAtItsTargetAfterTheParent)
 {
     const ObjectPtr parent = object(QStringLiteral("parent"));
     const ObjectPtr child = object(QStringLiteral("child"));
@@ -292,7 +292,7 @@ TEST(OpacityChange, startsFromTheOpacityReachedByTheOneItReplaces)
     EXPECT_EQ(o->alpha(), 1.0f);
 }
 
-TEST(OpacityChange, waitsWhileTheObjectIsHiddenAndKeepsItUnsettled)
+TEST(OpacityChange, pausesWhileTheObjectIsHidden)
 {
     const ObjectPtr o = object(QStringLiteral("o"));
     o->setVisible(false);
@@ -321,7 +321,7 @@ TEST(OpacityChange, advancesOnlyWhileFramesAreDrawn)
 
 // ---- what is drawn and when a picture is settled --------------------------------------------
 
-TEST(Drawing, anUndrawnObjectIsNotSettledAndADrawnOneIs)
+TEST(Drawing, objectIsSettledAfterItsFirstFrame)
 {
     const ObjectPtr o = object(QStringLiteral("o"));
     EXPECT_FALSE(o->isSettled());
@@ -330,7 +330,7 @@ TEST(Drawing, anUndrawnObjectIsNotSettledAndADrawnOneIs)
     EXPECT_TRUE(o->isSettled());
 }
 
-TEST(Drawing, everyChangeUnsettlesUntilTheNextFrame)
+TEST(Drawing, everyChangeRequiresOneMoreFrame)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = surface(QStringLiteral("o"), {1, 2}, 0.5f);
@@ -365,7 +365,7 @@ TEST(Drawing, everyChangeUnsettlesUntilTheNextFrame)
     }
 }
 
-TEST(Drawing, oneUnsettledDescendantUnsettlesTheTree)
+TEST(Drawing, treeIsUnsettledIfOneDescendantIs)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr a = object(QStringLiteral("a"));
@@ -382,7 +382,7 @@ TEST(Drawing, oneUnsettledDescendantUnsettlesTheTree)
     EXPECT_TRUE(c->isSettled());
 }
 
-TEST(Drawing, anObjectHiddenBeforeItsFirstFrameDoesNotKeepTheTreeUnsettled)
+TEST(Drawing, hiddenObjectThatWasNeverDrawnCountsAsSettled)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr hidden = object(QStringLiteral("hidden"));
@@ -401,7 +401,7 @@ TEST(Drawing, anObjectHiddenBeforeItsFirstFrameDoesNotKeepTheTreeUnsettled)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST(Drawing, aRefusedSubtreeDoesNotKeepTheTreeUnsettled)
+TEST(Drawing, refusedSubtreeCountsAsSettled)
 {
     std::vector<Asked> log;
     KV3DObject root(QStringLiteral("root"));
@@ -440,7 +440,7 @@ TEST(Drawing, worksWithoutAProgramAndWithoutFunctions)
 
 // ---- draw checks and order ------------------------------------------------------------------
 
-TEST(DrawCheck, isAskedInBothPassesWithWhatTheDrawReceived)
+TEST(DrawCheck, isCalledInBothPassesWithTheArgumentsOfDraw)
 {
     std::vector<Asked> log;
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -465,7 +465,7 @@ TEST(DrawCheck, isAskedInBothPassesWithWhatTheDrawReceived)
     }
 }
 
-TEST(DrawCheck, judgesTheAdjustedModelWhileChildrenGetTheIncomingOne)
+TEST(DrawCheck, acceptGetsTheAdjustedModelAndChildrenTheIncomingOne)
 {
     std::vector<Asked> log;
     const ObjectPtr parent = object(QStringLiteral("parent"));
@@ -487,7 +487,7 @@ TEST(DrawCheck, judgesTheAdjustedModelWhileChildrenGetTheIncomingOne)
     EXPECT_EQ(log[3].model, incoming);
 }
 
-TEST(DrawCheck, aRefusalHidesTheSubtreeInThatPassOnly)
+TEST(DrawCheck, refusalHidesTheSubtreeInThatPassOnly)
 {
     std::vector<Asked> log;
     KV3DObject root(QStringLiteral("root"));
@@ -507,7 +507,7 @@ TEST(DrawCheck, aRefusalHidesTheSubtreeInThatPassOnly)
     }
 }
 
-TEST(DrawCheck, isNotAskedForAHiddenObjectOrBelowOne)
+TEST(DrawCheck, isNotCalledForHiddenSubtrees)
 {
     std::vector<Asked> log;
     KV3DObject root(QStringLiteral("root"));
@@ -523,7 +523,7 @@ TEST(DrawCheck, isNotAskedForAHiddenObjectOrBelowOne)
     EXPECT_TRUE(acceptedBy(log, KVPassTranslucent).empty());
 }
 
-TEST(DrawCheck, ofTheBaseKindLetsEverythingThrough)
+TEST(DrawCheck, baseClassAcceptsEverything)
 {
     std::vector<Asked> log;
     const ObjectPtr parent = object(QStringLiteral("parent"));
@@ -541,7 +541,7 @@ TEST(DrawCheck, ofTheBaseKindLetsEverythingThrough)
     EXPECT_TRUE(base.accept({}, {}, model, {}, 1));
 }
 
-TEST(Drawing, visitsChildrenInTheirOrderInBothPasses)
+TEST(Drawing, bothPassesVisitChildrenInOrder)
 {
     for (const char* name : {"root", "other"}) {
         std::vector<Asked> log;
@@ -564,7 +564,7 @@ TEST(Drawing, visitsChildrenInTheirOrderInBothPasses)
     }
 }
 
-TEST(Drawing, anObjectOfNoOpacityStillDrawsItsChildren)
+TEST(Drawing, childrenOfAnObjectWithOpacityZeroAreDrawn)
 {
     std::vector<Asked> log;
     KV3DObject root(QStringLiteral("root"));
@@ -581,7 +581,7 @@ TEST(Drawing, anObjectOfNoOpacityStillDrawsItsChildren)
 
 // ---- the batch of translucent triangles -----------------------------------------------------
 
-TEST(Batch, gathersTheTranslucentTrianglesOfTheVisibleTreeAndNothingElse)
+TEST(Batch, containsExactlyTheVisibleTranslucentTriangles)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr group = object(QStringLiteral("group"));
@@ -610,7 +610,7 @@ TEST(Batch, gathersTheTranslucentTrianglesOfTheVisibleTreeAndNothingElse)
     EXPECT_THAT(sortedDepths(root), ElementsAre(1, 2, 3, 5));
 }
 
-TEST(Batch, holdsWholeVertexRecordsInBackToFrontOrder)
+TEST(Batch, containsVertexRecordsInBackToFrontOrder)
 {
     KV3DObject root(QStringLiteral("root"));
     QList<float> all;
@@ -645,7 +645,7 @@ TEST(Batch, holdsWholeVertexRecordsInBackToFrontOrder)
     EXPECT_EQ(root.sortedVertices(), flat);
 }
 
-TEST(Batch, isSortedAgainFromANewEyeAndOnlyThen)
+TEST(Batch, isSortedAgainOnlyWhenTheEyeMoves)
 {
     KV3DObject root(QStringLiteral("root"));
     root.addChild(surface(QStringLiteral("a"), {10, 30}, 0.5f));
@@ -677,7 +677,7 @@ TEST(Batch, isSortedAgainFromANewEyeAndOnlyThen)
     EXPECT_EQ(root.sortCount(), expected);
 }
 
-TEST(Batch, allocatesNothingOnceTheSceneIsSteady)
+TEST(Batch, steadySceneAllocatesNothing)
 {
     if (!kvtest::countsAllocations())
         GTEST_SKIP() << "a sanitizer's heap does not count";
@@ -700,7 +700,7 @@ TEST(Batch, allocatesNothingOnceTheSceneIsSteady)
     EXPECT_GT(kvtest::allocationsSoFar(), before) << "they are counted";
 }
 
-TEST(Batch, isNotSortedAgainInASteadySceneOfEveryKind)
+TEST(Batch, steadySceneOfAllObjectKindsIsNotSortedAgain)
 {
     std::vector<Asked> log;
     KV3DObject root(QStringLiteral("root"));
@@ -741,7 +741,7 @@ TEST(Batch, isNotSortedAgainInASteadySceneOfEveryKind)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST(Batch, isRebuiltOnceForAnyChangeInTheTree)
+TEST(Batch, isRebuiltOnceAfterEachChange)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr a = surface(QStringLiteral("a"), {10}, 0.5f);
@@ -771,7 +771,7 @@ TEST(Batch, isRebuiltOnceForAnyChangeInTheTree)
     }
 }
 
-TEST(Batch, lineWidthAndAmbientStrengthDoNotSortAgain)
+TEST(Batch, lineWidthAndAmbientStrengthDoNotCauseASort)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr a = surface(QStringLiteral("a"), {10}, 0.5f);
@@ -786,7 +786,7 @@ TEST(Batch, lineWidthAndAmbientStrengthDoNotSortAgain)
     EXPECT_EQ(root.sortCount(), sorts);
 }
 
-TEST(Batch, losesWhatBecomesOpaque)
+TEST(Batch, excludesObjectsThatBecomeOpaque)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr a = surface(QStringLiteral("a"), {10}, 0.5f);
@@ -806,7 +806,7 @@ TEST(Batch, losesWhatBecomesOpaque)
     EXPECT_THAT(sortedDepths(root), ElementsAre(10));
 }
 
-TEST(Batch, losesWhatAGradualChangeMakesOpaqueInTheVeryFrame)
+TEST(Batch, excludesAnObjectOnceItBecomesOpaque)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr a = surface(QStringLiteral("a"), {10}, 0.5f);
@@ -837,7 +837,7 @@ TEST(Batch, losesWhatAGradualChangeMakesOpaqueInTheVeryFrame)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST(Batch, losesWhatIsTakenOutReplacedOrHidden)
+TEST(Batch, excludesRemovedReplacedAndHiddenObjects)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr group = object(QStringLiteral("group"));
@@ -866,7 +866,7 @@ TEST(Batch, losesWhatIsTakenOutReplacedOrHidden)
     EXPECT_THAT(sortedDepths(root), ElementsAre());
 }
 
-TEST(Batch, doesNotOutliveTheReleaseOfTheTree)
+TEST(Batch, isEmptyAfterReleaseGL)
 {
     KV3DObject root(QStringLiteral("root"));
     root.addChild(surface(QStringLiteral("a"), {10}, 0.5f));
@@ -881,7 +881,7 @@ TEST(Batch, doesNotOutliveTheReleaseOfTheTree)
     EXPECT_THAT(sortedDepths(root), ElementsAre(20));
 }
 
-TEST(Batch, isMadeByTheObjectOfTheNameRootWhoseIdIsAnother)
+TEST(Batch, onlyTheRootBuildsABatch)
 {
     const auto batchOf = [](const QString& name, const QString& id) {
         KV3DObject top(name, id);
@@ -896,7 +896,7 @@ TEST(Batch, isMadeByTheObjectOfTheNameRootWhoseIdIsAnother)
     EXPECT_EQ(batchOf(QStringLiteral("other"), QStringLiteral("root")), 0);
 }
 
-TEST(Batch, aSetThatAHostCallsRootIsAnOrdinaryObject)
+TEST(Batch, setNamedRootByTheHostIsAnOrdinaryObject)
 {
     KV3DObject root(QStringLiteral("root"));
     const auto set = ObjectPtr::create(QStringLiteral("root"), QStringLiteral("root"));

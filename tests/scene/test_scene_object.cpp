@@ -90,7 +90,7 @@ TEST(SceneObject, startsOpaqueVisibleEmptyAndUnclipped)
     EXPECT_FALSE(o.hasBuffer());
 }
 
-TEST(SceneObject, makesAnIdInBracesWhenNoneIsGiven)
+TEST(SceneObject, emptyIdArgumentGivesAUuidInBraces)
 {
     const KV3DObject a(QStringLiteral("root"), QString());
     const KV3DObject b(QStringLiteral("root"));
@@ -103,7 +103,7 @@ TEST(SceneObject, makesAnIdInBracesWhenNoneIsGiven)
     EXPECT_NE(a.id(), b.id());
 }
 
-TEST(SceneObject, anIdCanBeMadeEmptyAfterwardsAndIsAKeyLikeAnyOther)
+TEST(SceneObject, setIdAcceptsAnEmptyId)
 {
     KV3DObject parent(QStringLiteral("Markers"), QStringLiteral("Markers"));
     const ObjectPtr set = object(QStringLiteral("something"));
@@ -118,7 +118,7 @@ TEST(SceneObject, anIdCanBeMadeEmptyAfterwardsAndIsAKeyLikeAnyOther)
 
 // ---- tree -----------------------------------------------------------------------------------
 
-TEST(SceneObjectTree, keepsChildrenInTheOrderOfInsertionAtEitherEnd)
+TEST(SceneObjectTree, childrenKeepTheirInsertionOrderAtBothEnds)
 {
     KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
     parent.addChild(object(QStringLiteral("a")));
@@ -133,7 +133,7 @@ TEST(SceneObjectTree, keepsChildrenInTheOrderOfInsertionAtEitherEnd)
                            QStringLiteral("e")}));
 }
 
-TEST(SceneObjectTree, aSecondChildOfTheSameIdTakesThePlaceOfTheFirst)
+TEST(SceneObjectTree, childWithAnExistingIdReplacesItInPlace)
 {
     for (const bool atFront : {false, true}) {
         KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
@@ -150,7 +150,7 @@ TEST(SceneObjectTree, aSecondChildOfTheSameIdTakesThePlaceOfTheFirst)
     }
 }
 
-TEST(SceneObjectTree, replacingAChildChangesTheParentSoThatTheOldOneLeavesTheScreen)
+TEST(SceneObjectTree, replacingAChildChangesTheParent)
 {
     KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
     parent.addChild(object(QStringLiteral("a")));
@@ -161,7 +161,7 @@ TEST(SceneObjectTree, replacingAChildChangesTheParentSoThatTheOldOneLeavesTheScr
     EXPECT_FALSE(parent.isSettled());
 }
 
-TEST(SceneObjectTree, aNewChildUnsettlesTheTree)
+TEST(SceneObjectTree, newChildRequiresAFrame)
 {
     KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
     settle(parent);
@@ -169,7 +169,7 @@ TEST(SceneObjectTree, aNewChildUnsettlesTheTree)
     EXPECT_FALSE(parent.isSettled());
 }
 
-TEST(SceneObjectTree, takingAChildRemovesItEverywhereAndChangesTheParent)
+TEST(SceneObjectTree, takeChildRemovesTheChildAndChangesTheParent)
 {
     KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
     const ObjectPtr a = object(QStringLiteral("a"));
@@ -186,7 +186,7 @@ TEST(SceneObjectTree, takingAChildRemovesItEverywhereAndChangesTheParent)
     EXPECT_FALSE(parent.isDrawnSinceChange());
 }
 
-TEST(SceneObjectTree, takingAnUnknownChildChangesNothing)
+TEST(SceneObjectTree, takeChildOfAnUnknownIdChangesNothing)
 {
     KV3DObject parent(QStringLiteral("root"));
     parent.addChild(object(QStringLiteral("a")));
@@ -198,7 +198,7 @@ TEST(SceneObjectTree, takingAnUnknownChildChangesNothing)
     EXPECT_TRUE(parent.isSettled());
 }
 
-TEST(SceneObjectTree, answersNothingForAnUnknownId)
+TEST(SceneObjectTree, lookupOfAnUnknownIdReturnsNull)
 {
     KV3DObject parent(QStringLiteral("p"), QStringLiteral("p"));
     EXPECT_TRUE(parent.child(QStringLiteral("a")).isNull());
@@ -209,7 +209,7 @@ TEST(SceneObjectTree, answersNothingForAnUnknownId)
     EXPECT_FALSE(parent.child(QStringLiteral("a"))->hasChild(QStringLiteral("a")));
 }
 
-TEST(SceneObjectTree, followsAPathOfIds)
+TEST(SceneObjectTree, childAtFollowsAPathOfIds)
 {
     const Family f;
     const QString child = QStringLiteral("child");
@@ -221,7 +221,7 @@ TEST(SceneObjectTree, followsAPathOfIds)
     EXPECT_TRUE(f.parent->childAt({child, grandchild, child}).isNull());
 }
 
-TEST(SceneObjectTree, aParentKeepsItsChildrenAlive)
+TEST(SceneObjectTree, parentOwnsItsChildren)
 {
     QWeakPointer<KV3DObject> watched;
     {
@@ -236,7 +236,7 @@ TEST(SceneObjectTree, aParentKeepsItsChildrenAlive)
     EXPECT_TRUE(watched.isNull());
 }
 
-TEST(SceneObjectTree, releasingGLDropsTheWholeSubtreeAndKeepsTheObjectUsable)
+TEST(SceneObjectTree, releaseGLRemovesTheSubtreeAndKeepsTheObjectUsable)
 {
     Family f;
     const QList<float> before = f.parent->vertices();
@@ -267,7 +267,7 @@ TEST(SceneObjectTree, storesPropertiesUnderTheirKeys)
 
 // ---- visibility -----------------------------------------------------------------------------
 
-TEST(SceneObject, aNewVisibilityIsAChangeAndAnEqualOneIsNot)
+TEST(SceneObject, setVisibleMarksAChangeOnlyIfTheValueDiffers)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -286,7 +286,7 @@ TEST(SceneObject, aNewVisibilityIsAChangeAndAnEqualOneIsNot)
     EXPECT_TRUE(o->isDrawnSinceChange());
 }
 
-TEST(SceneObject, visibilityIsNotHandedToChildren)
+TEST(SceneObject, setVisibleDoesNotAffectChildren)
 {
     const Family f;
     f.parent->setVisible(false);
@@ -296,7 +296,7 @@ TEST(SceneObject, visibilityIsNotHandedToChildren)
 
 // ---- vertices -------------------------------------------------------------------------------
 
-TEST(SceneObjectVertices, expandTenGeneratedFloatsToARecordOfFifteen)
+TEST(SceneObjectVertices, tenGeneratedFloatsBecomeARecordOfFifteen)
 {
     KV3DObject o(QStringLiteral("o"));
     o.applyAlpha(0.25f);
@@ -309,7 +309,7 @@ TEST(SceneObjectVertices, expandTenGeneratedFloatsToARecordOfFifteen)
                                           0.7f, 0.6f, 0.5f, 0.4f, 0.25f, 0.6f, 0.5f, 0.4f, 0.3f, 42}));
 }
 
-TEST(SceneObjectVertices, replaceTheOldOnesAndMarkAChange)
+TEST(SceneObjectVertices, setVerticesReplacesTheOldOnesAndMarksAChange)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -325,7 +325,7 @@ TEST(SceneObjectVertices, replaceTheOldOnesAndMarkAChange)
     EXPECT_TRUE(o->vertices().isEmpty());
 }
 
-TEST(SceneObjectVertices, takeThePresentColourEvenThoughItEqualsTheStoredOne)
+TEST(SceneObjectVertices, newVerticesGetTheStoredColour)
 {
     KV3DObject o(QStringLiteral("o"));
     o.setColor(Qt::red);
@@ -341,7 +341,7 @@ TEST(SceneObjectVertices, takeThePresentColourEvenThoughItEqualsTheStoredOne)
     }
 }
 
-TEST(SceneObjectVertices, keepTheDisplayModeWhileRecolouring)
+TEST(SceneObjectVertices, setVerticesKeepsTheDisplayMode)
 {
     KV3DObject o(QStringLiteral("o"), QStringLiteral("Front"));
     o.setDisplayMode(2);
@@ -362,7 +362,7 @@ TEST(SceneObjectVertices, drawingWithoutAProgramUploadsNothing)
 
 // ---- colour ---------------------------------------------------------------------------------
 
-TEST(SceneObjectColour, anInvalidColourLeavesVerticesAsGenerated)
+TEST(SceneObjectColour, invalidColourKeepsTheGeneratedColours)
 {
     KV3DObject o(QStringLiteral("o"), QStringLiteral("Front"));
     o.setVertices(generated({{0, 10, 0}, {0, 50, 0}, {0, 90, 0}}, QColor(10, 20, 30)));
@@ -373,7 +373,7 @@ TEST(SceneObjectColour, anInvalidColourLeavesVerticesAsGenerated)
     EXPECT_EQ(o.vertices(), before) << "no averaging without a colour";
 }
 
-TEST(SceneObjectColour, anInvalidColourAfterAValidOneLeavesThePresentColours)
+TEST(SceneObjectColour, invalidColourAfterAValidOneKeepsThePresentColours)
 {
     KV3DObject o(QStringLiteral("o"));
     o.setVertices(generated(triangleAtOrigin, QColor(10, 20, 30)));
@@ -387,7 +387,7 @@ TEST(SceneObjectColour, anInvalidColourAfterAValidOneLeavesThePresentColours)
         expectColor(v.color, 0, 0, 1);
 }
 
-TEST(SceneObjectColour, theSameColourTwiceRewritesNothing)
+TEST(SceneObjectColour, settingTheSameColourAgainChangesNothing)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -405,7 +405,7 @@ TEST(SceneObjectColour, theSameColourTwiceRewritesNothing)
     EXPECT_FALSE(o->isDrawnSinceChange());
 }
 
-TEST(SceneObjectColour, colouringNeverTouchesOpacityBaseColourOrGeometry)
+TEST(SceneObjectColour, setColorKeepsOpacityBaseColourAndGeometry)
 {
     KV3DObject o(QStringLiteral("o"), QStringLiteral("Front"));
     o.setVertices(generated({{1, 20, 3}, {4, 80, 6}, {7, 50, 9}}, QColor(10, 20, 30)));
@@ -425,7 +425,7 @@ TEST(SceneObjectColour, colouringNeverTouchesOpacityBaseColourOrGeometry)
     EXPECT_EQ(o.color(), QColor(200, 100, 50, 10));
 }
 
-TEST(SceneObjectColour, plainObjectsAreOfOneColourWhateverTheirNameAndLightness)
+TEST(SceneObjectColour, otherObjectsAreNotShaded)
 {
     for (const int mode : {0, 1, 2, 3}) {
         KV3DObject o(QStringLiteral("Front"), QStringLiteral("another"));
@@ -471,7 +471,7 @@ TEST_P(ShadedSurface, isShadedByTheLightnessOfEachVertex)
     }
 }
 
-TEST_P(ShadedSurface, hasOneToneForThreeVerticesInFlatMode)
+TEST_P(ShadedSurface, hasOneShadePerTriangleInFlatMode)
 {
     KV3DObject o(QStringLiteral("any"), QString::fromLatin1(GetParam()));
     o.setVertices(
@@ -485,7 +485,7 @@ TEST_P(ShadedSurface, hasOneToneForThreeVerticesInFlatMode)
         expectColor(vertices[i].color, 0.6, 0.7, 0.8);
 }
 
-TEST_P(ShadedSurface, sumsTwoVerticesOfLinesAndStillDividesByThree)
+TEST_P(ShadedSurface, flatLinesSumTwoVerticesAndDivideByThree)
 {
     KV3DObject o(QStringLiteral("any"), QString::fromLatin1(GetParam()));
     GeometryData lines;
@@ -502,7 +502,7 @@ TEST_P(ShadedSurface, sumsTwoVerticesOfLinesAndStillDividesByThree)
         expectColor(vertices[i].color, 0.1, 0.2, 0.3);
 }
 
-TEST_P(ShadedSurface, aShortTrailingGroupCountsOnlyWhatIsThere)
+TEST_P(ShadedSurface, incompleteGroupInFlatModeSumsItsPresentVertices)
 {
     for (const int primitiveMode : {0, 1, 4}) {
         KV3DObject o(QStringLiteral("any"), QString::fromLatin1(GetParam()));
@@ -525,7 +525,7 @@ TEST_P(ShadedSurface, aShortTrailingGroupCountsOnlyWhatIsThere)
 INSTANTIATE_TEST_SUITE_P(SceneObjectColour, ShadedSurface, testing::Values("Front", "Wireframe"),
                          [](const auto& row) { return std::string(row.param); });
 
-TEST(SceneObjectColour, leavingFlatModeShadesEachVertexAgain)
+TEST(SceneObjectColour, leavingFlatModeRestoresShadingPerVertex)
 {
     KV3DObject o(QStringLiteral("Front"), QStringLiteral("Front"));
     o.setVertices(generated({{0, 10, 0}, {0, 20, 0}, {0, 30, 0}}, Qt::green));
@@ -537,7 +537,7 @@ TEST(SceneObjectColour, leavingFlatModeShadesEachVertexAgain)
     EXPECT_EQ(o.vertices(), smooth);
 }
 
-TEST(SceneObjectColour, reachesTheWholeSubtree)
+TEST(SceneObjectColour, setColorAppliesToTheWholeSubtree)
 {
     const Family f;
     f.parent->setColor(Qt::red);
@@ -548,7 +548,7 @@ TEST(SceneObjectColour, reachesTheWholeSubtree)
     }
 }
 
-TEST(SceneObjectColour, displayModeReachesTheWholeSubtreeWithTheObjectsColour)
+TEST(SceneObjectColour, setDisplayModeAppliesModeAndColourToTheSubtree)
 {
     const Family f;
     f.parent->setColor(Qt::red);
@@ -566,7 +566,7 @@ class ImmediateAlpha : public testing::TestWithParam<int>
 {
 };
 
-TEST_P(ImmediateAlpha, appliesAtOnceToTheSubtreeAndCancelsARunningChange)
+TEST_P(ImmediateAlpha, appliesToTheSubtreeAndCancelsARunningChange)
 {
     const Family f;
     f.parent->setAlpha(0.0f, 10000);
@@ -587,7 +587,7 @@ TEST_P(ImmediateAlpha, appliesAtOnceToTheSubtreeAndCancelsARunningChange)
 INSTANTIATE_TEST_SUITE_P(SceneObjectAlpha, ImmediateAlpha, testing::Values(0, -5, -1000),
                          [](const auto& row) { return "minus" + std::to_string(-row.param) + "ms"; });
 
-TEST(SceneObjectAlpha, aDurationRecordsAChangeOnTheParentOnly)
+TEST(SceneObjectAlpha, timedSetAlphaStartsATransitionOnTheParentOnly)
 {
     const Family f;
     f.parent->setAlpha(0.25f, 500);
@@ -601,7 +601,7 @@ TEST(SceneObjectAlpha, aDurationRecordsAChangeOnTheParentOnly)
     }
 }
 
-TEST(SceneObjectAlpha, applyingLeavesARunningChangeRunning)
+TEST(SceneObjectAlpha, applyAlphaKeepsARunningTransition)
 {
     const Family f;
     f.parent->setAlpha(0.0f, 10000);
@@ -615,7 +615,7 @@ TEST(SceneObjectAlpha, applyingLeavesARunningChangeRunning)
 
 // ---- clip, light, line width ----------------------------------------------------------------
 
-TEST(SceneObject, clippingReachesEveryVertexOfTheSubtreePresentAndFuture)
+TEST(SceneObject, setClipAppliesToPresentAndFutureVertices)
 {
     const Family f;
     f.parent->setClip(55.5f);
@@ -631,7 +631,7 @@ TEST(SceneObject, clippingReachesEveryVertexOfTheSubtreePresentAndFuture)
     }
 }
 
-TEST(SceneObject, aNewAmbientStrengthRedrawsTheSubtreeWithoutChangingItsData)
+TEST(SceneObject, newAmbientStrengthRequiresAFrameButNoUpload)
 {
     KV3DObject root(QStringLiteral("root"));
     const Family f;
@@ -649,7 +649,7 @@ TEST(SceneObject, aNewAmbientStrengthRedrawsTheSubtreeWithoutChangingItsData)
     EXPECT_TRUE(root.isSettled()) << "the same value again is free";
 }
 
-TEST(SceneObject, aNewLineWidthRedrawsTheSubtreeWithoutChangingItsData)
+TEST(SceneObject, newLineWidthRequiresAFrameButNoUpload)
 {
     KV3DObject root(QStringLiteral("root"));
     const Family f;
@@ -667,7 +667,7 @@ TEST(SceneObject, aNewLineWidthRedrawsTheSubtreeWithoutChangingItsData)
     EXPECT_TRUE(root.isSettled()) << "the same value again is free";
 }
 
-TEST(SceneObject, aChildOfItsOwnLineWidthStillTakesTheParentsOldOne)
+TEST(SceneObject, unchangedParentValuesStillReplaceThoseOfChildren)
 {
     const Family f;
     f.child->setLineWidth(9.0f);
@@ -682,7 +682,7 @@ TEST(SceneObject, aChildOfItsOwnLineWidthStillTakesTheParentsOldOne)
 
 // ---- geometry -------------------------------------------------------------------------------
 
-TEST(SceneObjectGeometry, takesOverEveryFieldOfTheRecord)
+TEST(SceneObjectGeometry, setGeometryAppliesEveryField)
 {
     KV3DObject o(QStringLiteral("o"));
     GeometryData g;
@@ -714,7 +714,7 @@ TEST(SceneObjectGeometry, takesOverEveryFieldOfTheRecord)
     EXPECT_EQ(o.markerParam(), 0.0f);
 }
 
-TEST(SceneObjectGeometry, geometryIsForTheObjectAlone)
+TEST(SceneObjectGeometry, setGeometryDoesNotAffectChildren)
 {
     const Family f;
     GeometryData g;
@@ -732,7 +732,7 @@ struct AmbientRow
     float expected; ///< of an object that had 0.9
 };
 
-TEST(SceneObjectGeometry, ballsBringTheirAmbientStrengthAsTheParameter)
+TEST(SceneObjectGeometry, sphereMarkersTakeTheirAmbientStrengthFromTheParameter)
 {
     const AmbientRow rows[] = {{1, true, 0.4f, 0.4f},  {1, true, 0.0f, 1.0f}, {1, true, -2.0f, 1.0f},
                                {1, false, 0.4f, 0.9f}, {2, true, 0.4f, 0.9f}, {3, true, 0.4f, 0.9f},
@@ -753,7 +753,7 @@ TEST(SceneObjectGeometry, ballsBringTheirAmbientStrengthAsTheParameter)
     }
 }
 
-TEST(SceneObjectGeometry, generatesAndAppliesTrianglesSegmentsAndText)
+TEST(SceneObjectGeometry, settersGenerateTrianglesSegmentsAndText)
 {
     const QList<ColoredTriangle> triangles = {{ColoredPoint{Qt::red, {1, 2, 3}},
                                                ColoredPoint{Qt::green, {4, 5, 7}},
@@ -831,7 +831,7 @@ TEST(SceneObjectMarkers, areStoredAndGenerated)
     }
 }
 
-TEST(SceneObjectMarkers, theSameFourArgumentsAgainDoNothing)
+TEST(SceneObjectMarkers, setMarkersWithTheSameArgumentsDoesNothing)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -843,7 +843,7 @@ TEST(SceneObjectMarkers, theSameFourArgumentsAgainDoNothing)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST(SceneObjectMarkers, anyOtherArgumentRegenerates)
+TEST(SceneObjectMarkers, setMarkersWithAnotherArgumentRegenerates)
 {
     const QList<ColoredPoint> recoloured = {{Qt::green, {50, 0, 0}}, {Qt::blue, {20, 30, -40}}};
     const QList<ColoredPoint> moved = {{Qt::red, {50, 0, 0}}, {Qt::blue, {20, 30, -40.5f}}};
@@ -869,7 +869,7 @@ TEST(SceneObjectMarkers, anyOtherArgumentRegenerates)
     }
 }
 
-TEST(SceneObjectMarkers, takeANewSizeAgainAndAgain)
+TEST(SceneObjectMarkers, setMarkerSizeCanBeCalledRepeatedly)
 {
     for (const int type : {1, 2, 3, 9}) {
         const double bar = type == 2 ? 0.5 / 1.5 : 0.0; // the brackets' own thickness
@@ -887,7 +887,7 @@ TEST(SceneObjectMarkers, takeANewSizeAgainAndAgain)
     }
 }
 
-TEST(SceneObjectMarkers, thePresentSizeAgainDoesNothing)
+TEST(SceneObjectMarkers, setMarkerSizeWithThePresentSizeDoesNothing)
 {
     KV3DObject root(QStringLiteral("root"));
     const ObjectPtr o = object(QStringLiteral("o"));
@@ -899,7 +899,7 @@ TEST(SceneObjectMarkers, thePresentSizeAgainDoesNothing)
     EXPECT_TRUE(root.isSettled());
 }
 
-TEST(SceneObjectMarkers, aNewSizeReachesTheWholeSubtree)
+TEST(SceneObjectMarkers, setMarkerSizeAppliesToTheWholeSubtree)
 {
     const Family f;
     for (const ObjectPtr& o : f.all())
@@ -911,7 +911,7 @@ TEST(SceneObjectMarkers, aNewSizeReachesTheWholeSubtree)
     }
 }
 
-TEST(SceneObjectMarkers, aSizeWithoutMarkersKeepsOtherGeometry)
+TEST(SceneObjectMarkers, setMarkerSizeWithoutMarkersKeepsTheGeometry)
 {
     KV3DObject o(QStringLiteral("o"));
     o.setVertices(generated(triangleAtOrigin, Qt::green));
@@ -922,7 +922,7 @@ TEST(SceneObjectMarkers, aSizeWithoutMarkersKeepsOtherGeometry)
     EXPECT_EQ(o.primitiveMode(), 4);
 }
 
-TEST(SceneObjectMarkers, comeBackAfterOtherGeometry)
+TEST(SceneObjectMarkers, sameMarkersAfterOtherGeometryAreGeneratedAgain)
 {
     KV3DObject o(QStringLiteral("o"));
     o.setMarkers(1, twoMarkers, 6.0f, 0.0f);
@@ -991,7 +991,7 @@ public:
 
 } // namespace
 
-TEST(SceneObjectOverrides, areWhatTheParentCallsOnItsChildren)
+TEST(SceneObjectOverrides, parentCallsTheVirtualSettersOfItsChildren)
 {
     KV3DObject parent(QStringLiteral("p"));
     const auto child = QSharedPointer<Recorder>::create(QStringLiteral("c"));
@@ -1015,7 +1015,7 @@ TEST(SceneObjectOverrides, areWhatTheParentCallsOnItsChildren)
                 ElementsAre("applyColor", "setDisplayMode", "applyColor"));
 }
 
-TEST(SceneObjectOverrides, haveTheirSayWhenVerticesArrive)
+TEST(SceneObjectOverrides, setVerticesCallsTheVirtualSetters)
 {
     Recorder o(QStringLiteral("o"));
     o.ownAlpha = 0.25f;
@@ -1025,7 +1025,7 @@ TEST(SceneObjectOverrides, haveTheirSayWhenVerticesArrive)
         EXPECT_EQ(v.color[3], 0.25f) << "the opacity that alpha() answers";
 }
 
-TEST(SceneObjectOverrides, haveTheirSayWhenAnOpacityIsSetAtOnce)
+TEST(SceneObjectOverrides, immediateSetAlphaCallsApplyAlpha)
 {
     Recorder o(QStringLiteral("o"));
     o.setAlpha(0.5f, 0);

@@ -122,7 +122,7 @@ void expectJointCovered(const std::vector<TriangleCorners>& triangles, const QVe
 
 // ---- plain lines ----------------------------------------------------------------------------
 
-TEST(SegmentsGenerator, anEmptyListGivesLinesWithoutVerticesThatKeepTheWidth)
+TEST(SegmentsGenerator, emptyListGivesLinesThatStoreTheWidth)
 {
     for (const float width : {0.0f, 1.0f, 7.5f}) {
         const GeometryData g = kvSegments({}, true, width);
@@ -136,7 +136,7 @@ TEST(SegmentsGenerator, anEmptyListGivesLinesWithoutVerticesThatKeepTheWidth)
     }
 }
 
-TEST(SegmentsGenerator, widthZeroGivesPlainLinesFromStartToEndInTheirColours)
+TEST(SegmentsGenerator, widthZeroGivesLinesInTheColoursOfTheirEnds)
 {
     const QColor a(1, 2, 3, 4), b(50, 60, 70), c(9, 8, 7), d(200, 100, 0, 128);
     const QList<ColoredSegment> segments = {segment({1, 2, 3}, {4, 5, 6}, a, b),
@@ -154,7 +154,7 @@ TEST(SegmentsGenerator, widthZeroGivesPlainLinesFromStartToEndInTheirColours)
     }
 }
 
-TEST(SegmentsGenerator, linesBecomeARibbonJustAboveFloatEpsilon)
+TEST(SegmentsGenerator, widthsAboveFloatEpsilonGiveARibbon)
 {
     const QList<ColoredSegment> segments = {segment({0, 0, 0}, {10, 0, 0})};
     EXPECT_EQ(kvSegments(segments, false, FLT_EPSILON).primitiveMode, 1);
@@ -164,7 +164,7 @@ TEST(SegmentsGenerator, linesBecomeARibbonJustAboveFloatEpsilon)
     EXPECT_EQ(kvSegments(segments, false, std::nextafter(FLT_EPSILON, 1.0f)).primitiveMode, 4);
 }
 
-TEST(SegmentsGenerator, aRibbonCarriesItsWidthAndTheDefaultsOtherwise)
+TEST(SegmentsGenerator, ribbonStoresItsWidthAndDefaults)
 {
     const GeometryData g = kvSegments({segment({0, 0, 0}, {10, 0, 0})}, false, 2.5f);
     EXPECT_EQ(g.primitiveMode, 4);
@@ -175,7 +175,7 @@ TEST(SegmentsGenerator, aRibbonCarriesItsWidthAndTheDefaultsOtherwise)
     EXPECT_EQ(g.markerParam, 0.0f);
 }
 
-TEST(SegmentsGenerator, theTrailingNumberIsNotRead)
+TEST(SegmentsGenerator, trailingArgumentIsIgnored)
 {
     const auto segments = polyline({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});
     for (const float width : {0.0f, 2.0f, 8.0f}) {
@@ -191,7 +191,7 @@ TEST(SegmentsGenerator, theTrailingNumberIsNotRead)
 
 // ---- one tube -------------------------------------------------------------------------------
 
-TEST(SegmentsGenerator, aWideSegmentIsAClosedBarOfSquareSectionCutAtItsEnds)
+TEST(SegmentsGenerator, wideSegmentIsAClosedTubeOfSquareSection)
 {
     std::mt19937 random(3);
     std::uniform_real_distribution<float> lab(-100.0f, 100.0f);
@@ -211,7 +211,7 @@ TEST(SegmentsGenerator, aWideSegmentIsAClosedBarOfSquareSectionCutAtItsEnds)
     }
 }
 
-TEST(SegmentsGenerator, axisParallelSegmentsAreBarsToo)
+TEST(SegmentsGenerator, segmentsParallelToAnAxisAreClosedTubes)
 {
     // Whatever helper direction a perpendicular is taken from, one of these is parallel to it.
     for (const QVector3D& direction :
@@ -225,7 +225,7 @@ TEST(SegmentsGenerator, axisParallelSegmentsAreBarsToo)
     }
 }
 
-TEST(SegmentsGenerator, aSegmentIsAtLeastAsThickFromEverySideAsItsRibbonIsWide)
+TEST(SegmentsGenerator, tubeHasItsFullThicknessFromEverySide)
 {
     for (const float width : {1.0f, 2.0f, 6.0f, 30.0f}) {
         for (const QVector3D& end :
@@ -244,7 +244,7 @@ TEST(SegmentsGenerator, aSegmentIsAtLeastAsThickFromEverySideAsItsRibbonIsWide)
     }
 }
 
-TEST(SegmentsGenerator, aSegmentSeenFromItsEndShowsItsFullSection)
+TEST(SegmentsGenerator, tubeSeenFromItsEndShowsItsFullSection)
 {
     const auto triangles = trianglesOf(kvSegments({segment({0, 0, 0}, {0, 0, 50})}, false, 6.0f));
     // From b* the section lies in scene X and Y: a square of area 16 in any orientation has extents
@@ -255,7 +255,7 @@ TEST(SegmentsGenerator, aSegmentSeenFromItsEndShowsItsFullSection)
     }
 }
 
-TEST(SegmentsGenerator, theTubeTakesEachEndsColourAtThatEnd)
+TEST(SegmentsGenerator, tubeHasTheColourOfEachEndAtThatEnd)
 {
     const QColor start(10, 200, 30, 77), end(250, 20, 90);
     for (const float width : {1.0f, 6.0f}) {
@@ -267,7 +267,7 @@ TEST(SegmentsGenerator, theTubeTakesEachEndsColourAtThatEnd)
     }
 }
 
-TEST(SegmentsGenerator, theTubeLiesAroundTheMappedSegment)
+TEST(SegmentsGenerator, tubeIsCentredOnTheSegmentInSceneCoordinates)
 {
     const auto triangles = trianglesOf(kvSegments({segment({10, 20, 30}, {10, 20, 80})}, false, 6.0f));
     Vec3d sum;
@@ -293,7 +293,7 @@ class SegmentEnds : public testing::TestWithParam<EndsRow>
 {
 };
 
-TEST_P(SegmentEnds, freeEndsAreCutSquareOrCoverACorner)
+TEST_P(SegmentEnds, freeEndsAreCutSquareOrExtended)
 {
     const EndsRow ends = GetParam();
     const QList<ColoredSegment> one = {segment({0, 0, 0}, {0, 0, 50})};
@@ -314,7 +314,7 @@ INSTANTIATE_TEST_SUITE_P(
                     EndsRow{"wideWithHint", 9.0f, true, true}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
-TEST(SegmentsGenerator, looseNarrowSegmentsReachFurtherAtAllTheirEnds)
+TEST(SegmentsGenerator, separateNarrowSegmentsAreExtendedAtAllEnds)
 {
     const QList<ColoredSegment> loose = {segment({0, 0, 0}, {0, 0, 10}), segment({0, 0, 40}, {0, 0, 50})};
     const auto triangles = trianglesOf(kvSegments(loose, false, 3.0f)); // 2 thick
@@ -326,7 +326,7 @@ TEST(SegmentsGenerator, looseNarrowSegmentsReachFurtherAtAllTheirEnds)
 
 // ---- corners --------------------------------------------------------------------------------
 
-TEST(SegmentsGenerator, aRightAngleIsAMitreOfOneSetOfCorners)
+TEST(SegmentsGenerator, rightAngleIsJoinedByOneMitre)
 {
     const auto segments = polyline({{0, 0, 0}, {0, 0, 50}, {0, 50, 50}});
     const auto triangles = trianglesOf(kvSegments(segments, false, 6.0f));
@@ -340,7 +340,7 @@ TEST(SegmentsGenerator, aRightAngleIsAMitreOfOneSetOfCorners)
     EXPECT_LT(windingNumber(triangles, {2.1, 0.01, 52.1}), 0.1);
 }
 
-TEST(SegmentsGenerator, moderateTurnsInSpaceShareTheirCornersAndKeepTheirThickness)
+TEST(SegmentsGenerator, moderateTurnsAreMitredAndKeepTheThickness)
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<float> turn(-15.0f, 15.0f);
@@ -364,7 +364,7 @@ TEST(SegmentsGenerator, moderateTurnsInSpaceShareTheirCornersAndKeepTheirThickne
     }
 }
 
-TEST(SegmentsGenerator, straightContinuationsLeaveNoSeam)
+TEST(SegmentsGenerator, collinearSegmentsHaveNoSeam)
 {
     const auto whole = trianglesOf(kvSegments({segment({0, 0, 0}, {0, 0, 60})}, false, 6.0f));
     const auto cut = trianglesOf(kvSegments(polyline({{0, 0, 0}, {0, 0, 20}, {0, 0, 60}}), false, 6.0f));
@@ -377,7 +377,7 @@ class ClosedFigures : public testing::TestWithParam<float>
 {
 };
 
-TEST_P(ClosedFigures, aPolygonThatEndsWhereItBeginsIsMitredAllAround)
+TEST_P(ClosedFigures, closedPolygonIsMitredAtAllCorners)
 {
     const float width = GetParam();
     const auto square = polyline({{50, 0, 0}, {50, 60, 0}, {50, 60, 60}, {50, 0, 60}, {50, 0, 0}});
@@ -396,7 +396,7 @@ TEST_P(ClosedFigures, aPolygonThatEndsWhereItBeginsIsMitredAllAround)
     }
 }
 
-TEST_P(ClosedFigures, aPolygonOfUnevenCoordinatesClosesWithoutASeam)
+TEST_P(ClosedFigures, closedPolygonWithRoundedCoordinatesHasNoSeam)
 {
     const float width = GetParam();
     for (const int corners : {3, 5, 7, 12}) {
@@ -417,7 +417,7 @@ TEST_P(ClosedFigures, aPolygonOfUnevenCoordinatesClosesWithoutASeam)
     }
 }
 
-TEST_P(ClosedFigures, aClosedFigureInSpaceHasNoHole)
+TEST_P(ClosedFigures, closedFigureInSpaceHasNoHole)
 {
     const float width = GetParam();
     const auto loop = polyline({{0, 0, 0}, {0, 60, 0}, {30, 60, 60}, {70, 0, 60}, {40, -50, 30}, {0, 0, 0}});
@@ -428,7 +428,7 @@ TEST_P(ClosedFigures, aClosedFigureInSpaceHasNoHole)
     expectJointCovered(triangles, {30, 60, 60}, 0.4 * thickness(width));
 }
 
-TEST_P(ClosedFigures, aClosedFigureThatLiesFlatIsABandAThirdAsHigh)
+TEST_P(ClosedFigures, closedFigureAtConstantLightnessIsABand)
 {
     const float width = GetParam();
     const double s = thickness(width);
@@ -444,7 +444,7 @@ TEST_P(ClosedFigures, aClosedFigureThatLiesFlatIsABandAThirdAsHigh)
 INSTANTIATE_TEST_SUITE_P(SegmentsGenerator, ClosedFigures, testing::Values(1.5f, 3.0f, 6.0f),
                          [](const auto& row) { return "width" + std::to_string(int(row.param * 10)); });
 
-TEST(SegmentsGenerator, anEndThatIsFuzzilyTheStartClosesTheFigure)
+TEST(SegmentsGenerator, almostEqualEndsCloseTheFigure)
 {
     auto square = polyline({{50, 10, 10}, {50, 60, 10}, {50, 60, 60}, {50, 10, 60}, {50, 10, 10}});
     const auto exact = trianglesOf(kvSegments(square, false, 6.0f));
@@ -460,7 +460,7 @@ TEST(SegmentsGenerator, anEndThatIsFuzzilyTheStartClosesTheFigure)
     EXPECT_NEAR(signedVolume(open), 16.0 * 196.0, 0.1);
 }
 
-TEST(SegmentsGenerator, aSharpCornerIsCoveredWithoutASpike)
+TEST(SegmentsGenerator, sharpCornerIsCoveredWithoutASpike)
 {
     for (const float opening : {0.0f, 0.01f, 0.1f, 1.0f, 3.0f}) {
         // There and nearly back again, below 5 degrees.
@@ -476,7 +476,7 @@ TEST(SegmentsGenerator, aSharpCornerIsCoveredWithoutASpike)
     }
 }
 
-TEST(SegmentsGenerator, cornersOfEveryAngleAreCoveredAndNeverSpiky)
+TEST(SegmentsGenerator, cornersOfAllAnglesAreCoveredWithoutSpikes)
 {
     for (int degrees = 0; degrees < 360; degrees += 5) {
         const double a = degrees * M_PI / 180.0;
@@ -517,13 +517,13 @@ void expectThickFromEverySide(const std::vector<TriangleCorners>& triangles,
     }
 }
 
-TEST(SegmentsGenerator, jointedSegmentsAreThickFromEverySide)
+TEST(SegmentsGenerator, joinedSegmentsHaveTheirThicknessFromEverySide)
 {
     const auto segments = polyline({{0, 0, 0}, {0, 0, 50}, {0, 50, 50}, {50, 50, 50}});
     expectThickFromEverySide(trianglesOf(kvSegments(segments, false, 6.0f)), segments, 6.0);
 }
 
-TEST(SegmentsGenerator, closedFiguresInSpaceAreNotTwistedThin)
+TEST(SegmentsGenerator, closedFiguresInSpaceKeepTheirThickness)
 {
     // Carried around a figure that is not flat, a frame comes back turned.
     std::mt19937 random(17);
@@ -544,7 +544,7 @@ TEST(SegmentsGenerator, closedFiguresInSpaceAreNotTwistedThin)
 
 // ---- bad input ------------------------------------------------------------------------------
 
-TEST(SegmentsGenerator, segmentsOfZeroLengthAreSkipped)
+TEST(SegmentsGenerator, degenerateSegmentsAreSkipped)
 {
     const QVector3D a(0, 0, 0), b(0, 0, 30), c(0, 30, 30);
     for (const float width : {1.0f, 6.0f}) {
@@ -555,7 +555,7 @@ TEST(SegmentsGenerator, segmentsOfZeroLengthAreSkipped)
     }
 }
 
-TEST(SegmentsGenerator, aListOfNothingButPointsGivesNoVertices)
+TEST(SegmentsGenerator, onlyDegenerateSegmentsGiveNoVertices)
 {
     for (const bool hint : {false, true}) {
         const GeometryData g =
@@ -565,7 +565,7 @@ TEST(SegmentsGenerator, aListOfNothingButPointsGivesNoVertices)
     }
 }
 
-TEST(SegmentsGenerator, segmentsThatAreNotFiniteAreSkipped)
+TEST(SegmentsGenerator, segmentsWithNonFinitePositionsAreSkipped)
 {
     const QVector3D a(0, 0, 0), b(0, 0, 30), c(0, 30, 30), d(30, 30, 30);
     const auto expected = kvSegments({segment(a, b), segment(c, d)}, false, 6.0f).vertices;
@@ -577,7 +577,7 @@ TEST(SegmentsGenerator, segmentsThatAreNotFiniteAreSkipped)
     }
 }
 
-TEST(SegmentsGenerator, aSegmentThatRepeatsAnEarlierOneAddsNothing)
+TEST(SegmentsGenerator, repeatedSegmentsAreSkipped)
 {
     const QVector3D a(0, 0, 0), b(0, 0, 30), c(0, 30, 30);
     for (const float width : {1.0f, 6.0f}) {
@@ -588,7 +588,7 @@ TEST(SegmentsGenerator, aSegmentThatRepeatsAnEarlierOneAddsNothing)
     }
 }
 
-TEST(SegmentsGenerator, noInputMakesANumberThatIsNotFinite)
+TEST(SegmentsGenerator, randomInputGivesFiniteVertices)
 {
     std::mt19937 random(5);
     const float special[] = {0.0f,  -0.0f,  1.0f,   -1.0f,      1e-45f,   1e-30f,   1e-10f,
@@ -612,7 +612,7 @@ TEST(SegmentsGenerator, noInputMakesANumberThatIsNotFinite)
     }
 }
 
-TEST(SegmentsGenerator, theLargestNumbersMakeNoNaN)
+TEST(SegmentsGenerator, veryLargePositionsGiveNoNaN)
 {
     const float max = FLT_MAX;
     for (const float width : {1.0f, 6.0f, max, infinite, notANumber}) {
@@ -623,7 +623,7 @@ TEST(SegmentsGenerator, theLargestNumbersMakeNoNaN)
     }
 }
 
-TEST(SegmentsGenerator, aWidthThatIsNotFiniteDrawsPlainLines)
+TEST(SegmentsGenerator, nonFiniteWidthGivesLines)
 {
     const QList<ColoredSegment> one = {segment({0, 0, 0}, {10, 0, 0})};
     for (const float width : {infinite, -infinite, notANumber}) {
@@ -633,7 +633,7 @@ TEST(SegmentsGenerator, aWidthThatIsNotFiniteDrawsPlainLines)
     }
 }
 
-TEST(SegmentsGenerator, segmentsMuchShorterThanTheyAreWideStayClosed)
+TEST(SegmentsGenerator, segmentsShorterThanTheirWidthAreClosed)
 {
     QList<QVector3D> points;
     for (int i = 0; i <= 40; ++i) { // a ring of radius 1 in steps of 0.16 at thickness 4

@@ -92,7 +92,7 @@ void expectSamePicture(const std::vector<Stroke>& actual, const std::vector<Stro
 
 } // namespace
 
-TEST(TextOutlineGenerator, tracesTheOutlineInTwoHundredSteps)
+TEST(TextOutlineGenerator, samplesTheOutlineInTwoHundredSteps)
 {
     for (const char* text : {"L", "a", "O", "b*"}) {
         const QString string = QString::fromLatin1(text);
@@ -121,7 +121,7 @@ TEST(TextOutlineGenerator, doesNotConnectOneContourWithTheNext)
         EXPECT_LT(length(s.to - s.from), 10.0) << "a stroke from dot to dot";
 }
 
-TEST(TextOutlineGenerator, leavesOutStepsOfAUnitOrMore)
+TEST(TextOutlineGenerator, doesNotConnectSamplesAUnitApart)
 {
     // So large that every one of the 200 steps is longer than a unit.
     const GeometryData g = kvTextOutline(QStringLiteral("W"), {}, fontOfSize(400), Qt::white, 0);
@@ -130,7 +130,7 @@ TEST(TextOutlineGenerator, leavesOutStepsOfAUnitOrMore)
     EXPECT_EQ(g.primitiveMode, 1);
 }
 
-TEST(TextOutlineGenerator, measuresStepsBeforeTheTransform)
+TEST(TextOutlineGenerator, measuresDistancesBeforeTheTransform)
 {
     QMatrix4x4 larger, smaller;
     larger.scale(50.0f);
@@ -143,7 +143,7 @@ TEST(TextOutlineGenerator, measuresStepsBeforeTheTransform)
                       expectedStrokes(text, smaller, font), 1e-6);
 }
 
-TEST(TextOutlineGenerator, mapsThroughTheTransformAndThenToTheScene)
+TEST(TextOutlineGenerator, appliesTheTransformBeforeTheSceneCoordinates)
 {
     QMatrix4x4 transform;
     transform.translate(10.0f, 20.0f, 30.0f);
@@ -174,7 +174,7 @@ TEST(TextOutlineGenerator, drawsInTheGivenColour)
     }
 }
 
-TEST(TextOutlineGenerator, aWidthGivesRibbonsAroundTheOutline)
+TEST(TextOutlineGenerator, positiveWidthGivesRibbonsAroundTheOutline)
 {
     const QString text = QStringLiteral("a*");
     const GeometryData g = kvTextOutline(text, {}, fontOfSize(20), Qt::white, 2);

@@ -30,7 +30,7 @@ void expectVector(const Vec3d& actual, const Vec3d& expected, double tolerance)
 
 } // namespace
 
-TEST(TrianglesGenerator, placesHostPointOneTwoThreeAtSceneMinusTwoOneThree)
+TEST(TrianglesGenerator, convertsPositionsToSceneCoordinates)
 {
     const auto vertices = decode(kvTriangles({triangle({1, 2, 3}, {4, 5, 7}, {-6, 0.5f, 9})}).vertices);
     ASSERT_EQ(vertices.size(), 3u);
@@ -39,7 +39,7 @@ TEST(TrianglesGenerator, placesHostPointOneTwoThreeAtSceneMinusTwoOneThree)
     expectVector(vertices[2].position, {-0.5, -6, 9}, 0.0);
 }
 
-TEST(TrianglesGenerator, givesEachCornerItsOwnColourWithItsOpacity)
+TEST(TrianglesGenerator, cornersKeepTheirColourAndOpacity)
 {
     const QColor colors[3] = {QColor(10, 20, 30, 40), QColor(255, 0, 128),
                               QColor::fromRgbF(0.1f, 0.7f, 1.0f, 0.0f)};
@@ -51,7 +51,7 @@ TEST(TrianglesGenerator, givesEachCornerItsOwnColourWithItsOpacity)
         EXPECT_EQ(vertices[i].color, rgba(colors[i])) << "corner " << i;
 }
 
-TEST(TrianglesGenerator, writesOneUnmappedUnitNormalForAllThreeCorners)
+TEST(TrianglesGenerator, allCornersShareOneUnitNormalInHostCoordinates)
 {
     // In the (L*, a*) plane: the host normal is along b*, whatever the mapping does to positions.
     auto vertices = decode(kvTriangles({triangle({0, 0, 0}, {5, 0, 0}, {0, 5, 0})}).vertices);
@@ -65,7 +65,7 @@ TEST(TrianglesGenerator, writesOneUnmappedUnitNormalForAllThreeCorners)
         expectVector(v.normal, {1, 0, 0}, 0.0);
 }
 
-TEST(TrianglesGenerator, normalsOfArbitraryTrianglesAreTheNormalisedCrossProduct)
+TEST(TrianglesGenerator, normalIsTheNormalisedCrossProduct)
 {
     std::mt19937 random(7);
     std::uniform_real_distribution<float> lab(-120.0f, 120.0f);
@@ -81,7 +81,7 @@ TEST(TrianglesGenerator, normalsOfArbitraryTrianglesAreTheNormalisedCrossProduct
         expectVector(vertices[i].normal, normalOf(triangles[qsizetype(i / 3)]), 2e-4);
 }
 
-TEST(TrianglesGenerator, normalsOfVeryLargeTrianglesAreOfLengthOne)
+TEST(TrianglesGenerator, veryLargeTrianglesHaveUnitNormals)
 {
     // The cross product is 1e30 long: its squared length is beyond float.
     const auto t = triangle({0, 0, 0}, {1e15f, 1e15f, 0}, {0, 1e15f, 1e15f});
@@ -89,7 +89,7 @@ TEST(TrianglesGenerator, normalsOfVeryLargeTrianglesAreOfLengthOne)
         expectVector(v.normal, normalOf(t), 1e-5);
 }
 
-TEST(TrianglesGenerator, normalsBeyondTheRangeOfFloatAreStillOfLengthOne)
+TEST(TrianglesGenerator, crossProductsThatOverflowFloatGiveUnitNormals)
 {
     // Both products in the cross product are infinite as floats.
     const auto t = triangle({0, 0, 0}, {1e30f, 1e30f, 0}, {0, 1e30f, 1e30f});
@@ -97,7 +97,7 @@ TEST(TrianglesGenerator, normalsBeyondTheRangeOfFloatAreStillOfLengthOne)
         expectVector(v.normal, normalOf(t), 1e-5);
 }
 
-TEST(TrianglesGenerator, cornersThatAreNotFiniteGetTheNormalZero)
+TEST(TrianglesGenerator, nonFiniteCornersGiveTheNormalZero)
 {
     constexpr float infinite = std::numeric_limits<float>::infinity();
     constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
@@ -108,7 +108,7 @@ TEST(TrianglesGenerator, cornersThatAreNotFiniteGetTheNormalZero)
     }
 }
 
-TEST(TrianglesGenerator, normalsOfSmallTrianglesAreOfLengthOneDownToTheStatedLimit)
+TEST(TrianglesGenerator, smallTrianglesHaveUnitNormalsDownToTheDocumentedLimit)
 {
     const auto small = triangle({0, 0, 0}, {0.01f, 0, 0}, {0, 0.01f, 0}); // cross product 1e-4
     for (const GeneratedVertex& v : decode(kvTriangles({small}).vertices))
@@ -118,7 +118,7 @@ TEST(TrianglesGenerator, normalsOfSmallTrianglesAreOfLengthOneDownToTheStatedLim
         expectVector(v.normal, {0, 0, 0}, 0.0);
 }
 
-TEST(TrianglesGenerator, cornersWithoutAnAreaGetTheNormalZero)
+TEST(TrianglesGenerator, degenerateTrianglesGetTheNormalZero)
 {
     const QList<ColoredTriangle> degenerate = {
         triangle({0, 0, 0}, {1, 2, 3}, {2, 4, 6}),    // collinear
@@ -132,7 +132,7 @@ TEST(TrianglesGenerator, cornersWithoutAnAreaGetTheNormalZero)
         expectVector(v.normal, {0, 0, 0}, 0.0);
 }
 
-TEST(TrianglesGenerator, aTurnedTriangleTurnsItsNormal)
+TEST(TrianglesGenerator, reversedOrientationReversesTheNormal)
 {
     const QVector3D a(1, 2, 3), b(40, -3, 8), c(-7, 20, 1);
     const auto one = decode(kvTriangles({triangle(a, b, c)}).vertices);
@@ -140,7 +140,7 @@ TEST(TrianglesGenerator, aTurnedTriangleTurnsItsNormal)
     expectVector(one[0].normal + other[0].normal, {0, 0, 0}, 1e-6);
 }
 
-TEST(TrianglesGenerator, resultCarriesTheDefaultsOfPlainTriangles)
+TEST(TrianglesGenerator, resultHasTheDocumentedDefaults)
 {
     for (const QList<ColoredTriangle>& input :
          {QList<ColoredTriangle>(), QList<ColoredTriangle>{triangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0})}}) {
@@ -155,7 +155,7 @@ TEST(TrianglesGenerator, resultCarriesTheDefaultsOfPlainTriangles)
     }
 }
 
-TEST(TrianglesGenerator, keepsTheOrderOfTheList)
+TEST(TrianglesGenerator, keepsTheInputOrder)
 {
     QList<ColoredTriangle> triangles;
     for (int i = 0; i < 20; ++i)

@@ -47,7 +47,7 @@ std::function<void(VertexRecords&)> randomChange(std::mt19937& random)
 
 } // namespace
 
-TEST(VertexRecords, areTheSameWheneverTheyAreAskedFor)
+TEST(VertexRecords, lazyAndImmediateChangesGiveEqualRecords)
 {
     for (unsigned seed = 0; seed < 200; ++seed) {
         std::mt19937 random(seed);
@@ -62,7 +62,7 @@ TEST(VertexRecords, areTheSameWheneverTheyAreAskedFor)
     }
 }
 
-TEST(VertexRecords, ofACopyAreItsOwn)
+TEST(VertexRecords, copiesAreIndependent)
 {
     std::mt19937 random(1);
     VertexRecords records;
