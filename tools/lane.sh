@@ -77,7 +77,7 @@ valgrind)
     kv_install valgrind
     sample=(test_completion_protocol test_camera test_input test_scene_object)
     build dev "platform;scene;glwindow" "${sample[@]}"
-    counting='Batch.allocatesNothingOnceTheSceneIsSteady' # allocations are not counted in the heap of memcheck
+    counting='Batch.steadySceneAllocatesNothing' # allocations are not counted in the heap of memcheck
     for test in "${sample[@]}"; do
         QT_QPA_PLATFORM=offscreen valgrind --quiet --error-exitcode=1 --leak-check=full \
             --errors-for-leak-kinds=definite --suppressions=tools/lanes/valgrind.supp "build/dev/bin/$test" \

@@ -5,15 +5,15 @@
 
 #include <cmath>
 
-// Axes, grid, outline and floor lie within less than one Lab unit of each other. Where two of them
-// fight in depth, a creeping camera makes pixels jump from one to the other; where they do not, an edge
-// that moves by a small part of a pixel changes it by a small part of its contrast.
+// Axes, grid, outline and plane lie within one Lab unit of each other. If two of them have almost equal
+// depth, pixels flicker during a slow camera move (z-fighting). Without z-fighting, an edge that moves by a
+// fraction of a pixel changes its pixels by a fraction of the contrast only.
 
 namespace {
 
 constexpr int width = 240, height = 180;
 constexpr int steps = 40;
-constexpr double turn = 0.02 * 3.14159265358979 / 180; // a fifth of a pixel at the rim
+constexpr double turn = 0.02 * 3.14159265358979 / 180; // a fifth of a pixel at the border of the picture
 
 struct Direction
 {
@@ -41,7 +41,7 @@ TEST_P(DepthOrder, slowCameraMoveCausesNoFlicker)
         QStringLiteral("g"),
         {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}}, nullptr);
     ASSERT_GT(shown.viewer.volume(QStringLiteral("g")), 0.0f);
-    shown.viewer.setDisplayGamut(QStringLiteral("g"), false); // its outline stays
+    shown.viewer.setDisplayGamut(QStringLiteral("g"), false); // the outline remains visible
 
     QImage before;
     int jumps = 0, changes = 0;
@@ -60,14 +60,14 @@ TEST_P(DepthOrder, slowCameraMoveCausesNoFlicker)
                 const int step = std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
                                            std::abs(qBlue(a) - qBlue(b))});
                 changes += step > 0;
-                jumps += step > 150; // of 255: more than two of four samples at once, at full contrast
+                jumps += step > 150; // of 255: more than half of the samples at full contrast
             }
         }
         before = now;
     }
-    EXPECT_GT(changes, 1000); // it did move
-    // A single pixel may lose three samples at once where two edges cross in it; surfaces that fight
-    // make hundreds of jumps.
+    EXPECT_GT(changes, 1000); // the camera did move
+    // Where two edges cross in a pixel, several samples may change at once. Z-fighting gives hundreds of
+    // jumps.
     EXPECT_LE(jumps, 3);
 }
 
@@ -77,35 +77,35 @@ INSTANTIATE_TEST_SUITE_P(Views, DepthOrder,
                                          Direction{"fromBelow", 120, -35}, Direction{"nearlyTop", -90, 89}),
                          [](const auto& row) { return row.param.name; });
 
-// --- The grid under the axes ------------------------------------------------------------------------
+// --- Grid and axes ------------------------------------------------------------------------
 
 namespace {
 
-bool isInk(QRgb pixel)
+bool isDark(QRgb pixel)
 {
-    return qGray(pixel) < 40; // of grid lines of 180 on a background of 160
+    return qGray(pixel) < 40; // axes are black, grid lines 180, the background 160
 }
 
-/// How many of the axes' pixels are there without the grid, and how many of them the grid takes.
+/// Number of axis pixels without the grid, and how many of them the grid hides.
 struct AxisPixels
 {
     int all = 0, lost = 0;
 };
 
-/// @p counts says which pixels belong to the comparison.
+/// @p counts selects the pixels to compare.
 AxisPixels axisPixels(kvtest::ShownViewer& shown, const std::function<bool(int, int)>& counts)
 {
     shown.viewer.setDisplayGrid(false);
     const QImage bare = shown.settledPicture();
     shown.viewer.setDisplayGrid(true);
-    const QImage ruled = shown.settledPicture();
+    const QImage withGrid = shown.settledPicture();
     AxisPixels pixels;
     for (int y = 0; y < bare.height(); ++y) {
         for (int x = 0; x < bare.width(); ++x) {
-            if (!isInk(bare.pixel(x, y)) || !counts(x, y))
+            if (!isDark(bare.pixel(x, y)) || !counts(x, y))
                 continue;
             ++pixels.all;
-            pixels.lost += !isInk(ruled.pixel(x, y));
+            pixels.lost += !isDark(withGrid.pixel(x, y));
         }
     }
     return pixels;
@@ -131,21 +131,21 @@ TEST(AxesOnTheGrid, areNotInterruptedByTheGridFromBelow)
     kvtest::ShownViewer shown(400, 300);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setCamera(QVector3D(-220, -20, -20), 0, QVector3D(0, 0, 0));
-    // The L axis goes away from the eye behind the grid, which may cover it and the labels: the arms of
-    // a and b alone, short of the labels.
-    const auto onAnArm = [](int x, int y) {
+    // The L* axis lies behind the grid, which may hide it and the labels. Only the a* and b* axes are
+    // compared, up to their labels.
+    const auto onAxis = [](int x, int y) {
         const double fromCentre = std::hypot(x - 200, y - 150);
         return fromCentre > 30 && fromCentre < 110;
     };
-    const AxisPixels pixels = axisPixels(shown, onAnArm);
+    const AxisPixels pixels = axisPixels(shown, onAxis);
     EXPECT_GT(pixels.all, 60);
     EXPECT_EQ(pixels.lost, 0);
 }
 
 TEST(AxesOnTheGrid, lightnessAxisEndsAtLightness100)
 {
-    // One picture column through the axis, seen from the side where L* runs straight up: the topmost ink
-    // is the axis's end at L* 100, half its width beyond.
+    // Seen from the side the axis is vertical. The topmost dark pixel of its column is the end of the axis:
+    // L* 100 plus half its width.
     kvtest::ShownViewer shown(200, 400);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setDisplayGrid(false);
@@ -159,7 +159,7 @@ TEST(AxesOnTheGrid, lightnessAxisEndsAtLightness100)
         shown.viewer.setCamera(QVector3D(eyeLightness, 0, -400), 0, QVector3D(eyeLightness, 0, 0));
         const QImage picture = shown.settledPicture();
         int top = 0;
-        while (top < picture.height() && !isInk(picture.pixel(100, top)))
+        while (top < picture.height() && !isDark(picture.pixel(100, top)))
             ++top;
         const double unitsPerPixel = 2 * 400 * std::tan(15 * 3.14159265358979 / 180) / picture.height();
         const double lightness = eyeLightness + (picture.height() / 2.0 - top) * unitsPerPixel;

@@ -13,13 +13,13 @@
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-// A viewer inside the widgets of a host, as QWidget::createWindowContainer() embeds it.
+// A viewer embedded in widgets by QWidget::createWindowContainer().
 
 namespace {
 
 const QString g = QStringLiteral("g");
 
-/// A main window with a viewer in a dock, and a second dock beside it.
+/// A main window with a viewer in a dock and a second dock.
 class DockedViewer : public testing::Test
 {
 protected:
@@ -52,7 +52,7 @@ protected:
         return viewer->isSettled() && viewer->size() == QSize(200, 150) && !viewer->picture().isNull();
     }
 
-    /// What a viewer of that size shows outside of any widget.
+    /// The picture of a viewer of the same size that is not embedded.
     QImage alone() const
     {
         kvtest::ShownViewer shown(200, 150);
@@ -63,8 +63,7 @@ protected:
         return shown.settledPicture();
     }
 
-    /// Whether the viewer comes back to its picture and follows changes: the screen, too, not only what
-    /// would be drawn.
+    /// The viewer shows its picture again and displays changes.
     void expectAlive()
     {
         EXPECT_TRUE(spinUntil([this] { return isDrawn() && viewer->picture() == expected; }));
@@ -108,14 +107,14 @@ TEST_F(DockedViewer, keepsItsPictureFloatingAndDocked)
 
 TEST_F(DockedViewer, drawsNoFramesBehindAnotherTab)
 {
-    // Qt moves the docks behind other tabs out of sight without hiding them; a host passes it on.
+    // Qt moves docks behind other tabs out of view without hiding them. Hosts forward visibilityChanged.
     QObject::connect(&dock, &QDockWidget::visibilityChanged, viewer, &QWindow::setVisible);
     host.tabifyDockWidget(&dock, &other);
     other.raise();
     ASSERT_TRUE(spinUntil([this] { return !viewer->isVisible(); }));
     ASSERT_TRUE(spinUntil([this] { return framesIn(100) == 0; })); // frames that were already scheduled
     EXPECT_EQ(framesIn(200), 0);
-    viewer->removeMarkerSet(QStringLiteral("set")); // what changes meanwhile shows afterwards
+    viewer->removeMarkerSet(QStringLiteral("set")); // changes made meanwhile must be visible afterwards
     dock.raise();
     EXPECT_TRUE(spinUntil([this] { return isDrawn() && viewer->picture() != expected; }));
     viewer->addMarkerSet(QStringLiteral("set"), KVGamut3DViewer::Sphere,

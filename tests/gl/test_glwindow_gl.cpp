@@ -23,7 +23,7 @@ QColor pixel(const QImage& image, double x, double y)
 /// An opaque square facing the eye of the default camera, as a direct child of the root.
 QSharedPointer<KV3DObject> addSquare(ShownViewer& shown, const QColor& color, float half, float z = 0.0f)
 {
-    // host coordinates (L*, a*, b*) of the scene square in the X-Y plane at depth z
+    // host coordinates (L*, a*, b*) of a square in the scene's XY plane at depth z
     const auto corner = [&](float x, float y) { return ColoredPoint{color, QVector3D(y, -x, z)}; };
     QSharedPointer<KV3DObject> object(new KV3DObject(QStringLiteral("Square")));
     const ContextScope scope(&shown.widget());
@@ -34,11 +34,11 @@ QSharedPointer<KV3DObject> addSquare(ShownViewer& shown, const QColor& color, fl
     return object;
 }
 
-void showOnlyWhatTestsAdd(ShownViewer& shown)
+void hideAxesAndGrid(ShownViewer& shown)
 {
     shown.viewer.setDisplayAxes(false);
     shown.viewer.setDisplayGrid(false);
-    // the default camera: from -b* towards the origin
+    // the default camera looks from -b* at the origin
     shown.viewer.setCamera(QVector3D(0, 0, -350), 0, QVector3D(0, 0, 0));
 }
 
@@ -88,7 +88,8 @@ TEST(GLWindow, drawsNoFrameWithoutAChange)
     const int before = shown.widget().drawnFrames();
     spinFor(300);
     EXPECT_EQ(shown.widget().drawnFrames(), before);
-    EXPECT_EQ(pixel(shown.viewer.picture(), 0.01, 0.01), QColor(Qt::gray).toRgb()); // kept meanwhile
+    EXPECT_EQ(pixel(shown.viewer.picture(), 0.01, 0.01),
+              QColor(Qt::gray).toRgb()); // the last picture is kept
 }
 
 TEST(GLWindow, frameLoopRunsWithoutChanges)
@@ -121,7 +122,7 @@ TEST(GLWindow, lightChangeAloneCausesNoFrame)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
-    showOnlyWhatTestsAdd(shown);
+    hideAxesAndGrid(shown);
     addSquare(shown, Qt::white, 40)->setAmbientStrength(0.0f);
     shown.viewer.setLightPos(QVector3D(0, 0, -350));
     ASSERT_TRUE(shown.comeToRest());
@@ -137,7 +138,7 @@ TEST(GLWindow, lightChangeAloneCausesNoFrame)
 
     shown.viewer.setCamera(QVector3D(0, 1, -350), 0, QVector3D(0, 0, 0));
     const QColor unlit = pixel(shown.settledPicture(), 0.5, 0.5);
-    EXPECT_LT(unlit.red(), 100); // only the fill light is left
+    EXPECT_LT(unlit.red(), 100); // only fill light
     EXPECT_GT(unlit.red(), 30);
 }
 
@@ -151,7 +152,7 @@ TEST(GLWindow, newBackgroundTakesEffectAtOnce)
 
 TEST(GLWindow, backgroundChangeWithTheDefaultCameraCausesNoFrame)
 {
-    ShownViewer shown(150, 150); // aspect 1, as the default camera's
+    ShownViewer shown(150, 150); // aspect 1, like the default camera
     ASSERT_TRUE(shown.shown);
     shown.viewer.setCamera(QVector3D(0, 0, -350), 0, QVector3D(0, 0, 0));
     ASSERT_TRUE(shown.comeToRest());
@@ -172,7 +173,7 @@ TEST(GLWindow, moveEndsExactlyAtItsTargetWithOneSignal)
     QElapsedTimer timer;
     timer.start();
     shown.viewer.setCamera(target, 200, interest);
-    EXPECT_EQ(shown.viewer.camera(), start); // not by the call itself
+    EXPECT_EQ(shown.viewer.camera(), start); // the call itself does not change the camera
     ASSERT_TRUE(spinUntil([&] { return finished.count() > 0; }));
     EXPECT_GT(timer.elapsed(), 200);
     EXPECT_EQ(shown.viewer.camera(), target);
@@ -190,7 +191,7 @@ TEST(GLWindow, moveShowsIntermediatePositions)
     const QVector3D start = shown.viewer.camera();
     const QVector3D target(start.x() - 300, 0, start.z());
     bool between = false;
-    for (int duration = 300; !between && duration < 30000; duration *= 3) { // a busy machine skips frames
+    for (int duration = 300; !between && duration < 30000; duration *= 3) { // a busy machine may skip frames
         shown.viewer.setCamera(start, 0, QVector3D(50, 0, 0));
         shown.viewer.setCamera(target, duration, QVector3D(50, 0, 0));
         float last = start.x();
@@ -198,7 +199,7 @@ TEST(GLWindow, moveShowsIntermediatePositions)
         ASSERT_TRUE(spinUntil(
             [&] {
                 const float now = shown.viewer.camera().x();
-                EXPECT_LE(now, last); // monotonous on its way down
+                EXPECT_LE(now, last); // monotonic
                 between = between || (now < start.x() - 1 && now > target.x() + 1);
                 last = now;
                 return finished.count() > 0;
@@ -309,13 +310,13 @@ TEST(GLWindow, slotsOfMoveFinishedMayReleaseTheContext)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
-    showOnlyWhatTestsAdd(shown);
+    hideAxesAndGrid(shown);
     addSquare(shown, Qt::red, 60);
     int calls = 0;
     QObject::connect(&shown.viewer, &KVGamut3DViewer::moveFinished, &shown.viewer, [&] {
         ++calls;
         shown.widget().makeCurrent();
-        shown.widget().doneCurrent(); // the worst that a host can do here
+        shown.widget().doneCurrent(); // the worst case
         shown.viewer.setDisplayGrid(true);
         shown.viewer.setDisplayGrid(false);
         shown.viewer.addPointSet(QStringLiteral("p"), {{Qt::blue, QVector3D(30, 0, -60)}});
@@ -324,7 +325,7 @@ TEST(GLWindow, slotsOfMoveFinishedMayReleaseTheContext)
     ASSERT_TRUE(spinUntil([&] { return calls == 1; }));
     const QImage picture = shown.settledPicture();
     EXPECT_EQ(pixel(picture, 0.5, 0.5), QColor(Qt::red).toRgb());
-    // the point drawn in the frame in which it was added lies above the middle
+    // the point added in the slot is drawn above the middle of the picture
     const double pixelsPerUnit = 75.0 / (240.0 * 0.26794919243); // 240 away, tan 15 degrees
     EXPECT_EQ(pixel(picture, 0.5, 0.5 - 30 * pixelsPerUnit / 150), QColor(Qt::blue).toRgb());
 }
@@ -390,7 +391,7 @@ TEST(GLWindow, paintingContinuesAfterTeardown)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
-    showOnlyWhatTestsAdd(shown);
+    hideAxesAndGrid(shown);
     auto square = addSquare(shown, Qt::red, 60);
     square->setAlpha(0.5f, 0);
     ASSERT_NE(pixel(shown.settledPicture(), 0.5, 0.5), QColor(Qt::gray).toRgb());
@@ -408,7 +409,7 @@ TEST(GLWindow, paintingContinuesAfterTeardown)
     const int before = shown.widget().drawnFrames();
     shown.viewer.setBackground(QColor(1, 2, 3));
     ASSERT_TRUE(spinUntil([&] { return shown.widget().drawnFrames() > before; }));
-    EXPECT_EQ(pixel(shown.viewer.picture(), 0.5, 0.5), QColor(1, 2, 3)); // an empty scene
+    EXPECT_EQ(pixel(shown.viewer.picture(), 0.5, 0.5), QColor(1, 2, 3)); // the scene is empty
 }
 
 TEST(GLWindow, repeatedInitializeGLDoesNotDuplicateConnections)
@@ -432,8 +433,8 @@ TEST(GLWindow, repeatedInitializeGLDoesNotDuplicateConnections)
 
 namespace {
 
-/// A viewer whose windows exist and have a size, but have not been exposed: so a host keeps it in a
-/// hidden tab, and so it is for a moment whenever it is shown.
+/// A viewer whose windows exist and have a size but have not been exposed, as in a hidden tab or just after
+/// show().
 struct UnexposedViewer
 {
     UnexposedViewer()
@@ -444,7 +445,7 @@ struct UnexposedViewer
         QResizeEvent resized(QSize(200, 150), QSize());
         QCoreApplication::sendEvent(&widget(), &resized);
         if (QOpenGLContext* current = QOpenGLContext::currentContext())
-            current->doneCurrent(); // as anything does that draws elsewhere
+            current->doneCurrent(); // as another OpenGL window would do
     }
 
     KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
@@ -465,7 +466,7 @@ TEST(GLWindow, changesBeforeTheFirstExposureAreInTheFirstPicture)
     ASSERT_TRUE(
         spinUntil([&] { return unexposed.widget().drawnFrames() > 0 && unexposed.viewer.isSettled(); }));
     const QImage picture = unexposed.viewer.picture();
-    EXPECT_EQ(pixel(picture, 0.5, 0.5), QColor(Qt::red)); // seen from above
+    EXPECT_EQ(pixel(picture, 0.5, 0.5), QColor(Qt::red)); // the default view is from above
     EXPECT_EQ(pixel(picture, 0.25, 0.25), QColor(Qt::gray));
 }
 
@@ -487,7 +488,7 @@ TEST(GLWindow, destroyingAShownViewerReleasesItsBuffers)
     {
         ShownViewer shown;
         ASSERT_TRUE(shown.shown);
-        showOnlyWhatTestsAdd(shown);
+        hideAxesAndGrid(shown);
         kept = addSquare(shown, Qt::red, 60);
         shown.settle();
         ASSERT_TRUE(kept->hasBuffer());
@@ -500,7 +501,7 @@ TEST(ContextScope, releasesOnlyAContextThatItMadeCurrent)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
-    shown.widget().doneCurrent(); // Qt leaves it current after painting
+    shown.widget().doneCurrent(); // Qt leaves the context current after painting
     {
         const ContextScope outer(&shown.widget());
         EXPECT_EQ(QOpenGLContext::currentContext(), shown.widget().context());
@@ -518,7 +519,7 @@ TEST(ContextScope, restoresThePreviousContext)
     ShownViewer one, two;
     ASSERT_TRUE(one.shown && two.shown);
     one.widget().makeCurrent();
-    two.viewer.setDisplayGrid(false); // as from inside the first one's painting
+    two.viewer.setDisplayGrid(false); // called while the context of the first viewer is current
     EXPECT_EQ(QOpenGLContext::currentContext(), one.widget().context());
     one.widget().doneCurrent();
 }

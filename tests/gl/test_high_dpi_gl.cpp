@@ -8,14 +8,14 @@
 
 using kvtest::ShownViewer;
 
-// Run on a screen of two device pixels to a window unit: pictures are counted in the former, rays and
-// clicks in the latter.
+// Run with a device pixel ratio of 2. Pictures are in device pixels, rays and clicks in device-independent
+// pixels.
 
 namespace {
 
 const QVector3D eye(210, -250, -330), interest(50, 0, 0);
 
-/// The middle of the pixels that are rather red, in device pixels.
+/// The mean position of the red pixels, in device pixels.
 QPointF middleOfRed(const QImage& image)
 {
     double x = 0, y = 0, count = 0;
@@ -65,7 +65,7 @@ TEST_F(HighDpi, rayThroughThePixelOfAMarkerHitsTheMarker)
     ASSERT_GE(device.x(), 0);
     const QPoint pixel = (device / 2).toPoint();
     const float distance = KVGamut3DViewer::squaredDistanceToRay(marker, shown.viewer.rayToPoint(pixel));
-    // half a window unit off at this distance is 0.8 Lab units
+    // half a device-independent pixel at this distance is 0.8 Lab units
     EXPECT_LT(distance, 1.0f);
     const float asIfDevice =
         KVGamut3DViewer::squaredDistanceToRay(marker, shown.viewer.rayToPoint(device.toPoint()));
@@ -91,6 +91,6 @@ TEST_F(HighDpi, dragAcrossTheWindowIsTwoTurns)
         QCoreApplication::sendEvent(&shown.viewer, &e);
     };
     move(20, Qt::NoButton);
-    move(120, Qt::LeftButton); // half the width: a full turn
+    move(120, Qt::LeftButton); // half the width is one turn
     EXPECT_LT((shown.viewer.camera() - eye).length(), 0.01f);
 }

@@ -13,8 +13,8 @@ using kvtest::ShownViewer;
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-// Values that no careful host passes. Each is taken as the contract says, frames are drawn with it, and
-// the next proper call brings the picture back.
+// Invalid and extreme arguments. Each is treated as documented, frames are drawn with it, and the next valid
+// calls restore the picture.
 
 namespace {
 
@@ -22,11 +22,11 @@ using Viewer = KVGamut3DViewer;
 using Items = QList<Viewer::ColoredPosition>;
 using Params = QHash<QString, QVariant>;
 
-constexpr float noNumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float inf = std::numeric_limits<float>::infinity();
 constexpr float huge = std::numeric_limits<float>::max();
-constexpr int most = std::numeric_limits<int>::max(), least = std::numeric_limits<int>::min();
-constexpr float odd[] = {noNumber, inf, -inf, huge, -huge, 0.0f, -0.0f, -1.0f, 1e-45f};
+constexpr int maxInt = std::numeric_limits<int>::max(), minInt = std::numeric_limits<int>::min();
+constexpr float extremes[] = {quietNaN, inf, -inf, huge, -huge, 0.0f, -0.0f, -1.0f, 1e-45f};
 
 const QString g = QStringLiteral("g"), set = QStringLiteral("set");
 const Items two{{Qt::red, QVector3D(20, -60, 0)}, {Qt::blue, QVector3D(80, 60, 0)}};
@@ -52,8 +52,8 @@ void addSets(Viewer& v)
     v.addSegmentSet(set, {{two[0], two[1]}});
 }
 
-/// The state that every case begins with, and that proper calls bring back.
-void makeProper(Viewer& v)
+/// Sets the state with which every case begins and ends.
+void makeValid(Viewer& v)
 {
     v.setClipping(1000000.0f);
     v.setPointSize(4);
@@ -91,13 +91,13 @@ TEST_P(HostileValues, validCallsRestoreThePictureAfterwards)
     const kvtest::Watchdog watchdog(60);
     ShownViewer shown(200, 150);
     ASSERT_TRUE(shown.shown);
-    makeProper(shown.viewer);
+    makeValid(shown.viewer);
     const QImage expected = shown.settledPicture();
 
     GetParam().make(shown.viewer);
     spinFor(100); // a few frames
 
-    makeProper(shown.viewer);
+    makeValid(shown.viewer);
     EXPECT_TRUE(spinUntil([&] { return shown.viewer.isSettled() && shown.viewer.picture() == expected; }));
     EXPECT_EQ(shown.viewer.markerSet(), QStringList{set});
     EXPECT_EQ(shown.viewer.gamuts(), QStringList{g});
@@ -108,12 +108,12 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Call{"cameras",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.setCamera(QVector3D(x, 0, 0), 0, QVector3D(50, x, 0));
                      EXPECT_TRUE(same(v.camera().x(), x) && same(v.interestPt().y(), x));
                      v.setCamera(QVector3D(x, x, x), 20, QVector3D(x, x, x));
                      spinFor(10);
-                     v.rayToPoint(QPoint(most, least));
+                     v.rayToPoint(QPoint(maxInt, minInt));
                  }
              }},
         Call{"theEyeAtTheInterestPoint",
@@ -121,27 +121,27 @@ INSTANTIATE_TEST_SUITE_P(
                  v.setCamera(interest, 0, interest);
                  EXPECT_EQ(v.camera(), v.interestPt());
              }},
-        Call{"movesThroughNoNumbers",
+        Call{"movesFromNaN",
              [](Viewer& v) {
-                 v.setCamera(QVector3D(noNumber, noNumber, noNumber), 0, QVector3D());
+                 v.setCamera(QVector3D(quietNaN, quietNaN, quietNaN), 0, QVector3D());
                  v.setCamera(eye, 30, interest);
                  EXPECT_TRUE(spinUntil([&] { return v.camera() == eye && v.interestPt() == interest; }));
                  EXPECT_TRUE(spinUntil([&] { return v.isSettled(); }));
              }},
         Call{"durations",
              [](Viewer& v) {
-                 v.setCamera(eye, least, interest);
+                 v.setCamera(eye, minInt, interest);
                  EXPECT_EQ(v.camera(), eye);
-                 v.setCamera(QVector3D(1, 2, 3), most, interest);
-                 v.changeGamutAlpha(g, 0.2f, most);
+                 v.setCamera(QVector3D(1, 2, 3), maxInt, interest);
+                 v.changeGamutAlpha(g, 0.2f, maxInt);
                  spinFor(40);
                  EXPECT_LT((v.camera() - eye).length(), 1.0f);
-                 v.changeGamutAlpha(g, 0.3f, least);
+                 v.changeGamutAlpha(g, 0.3f, minInt);
                  EXPECT_EQ(v.gamutAlpha(g), 0.3f);
              }},
         Call{"viewingAngles",
              [](Viewer& v) {
-                 for (const float x : {noNumber, inf, huge, 0.0f, -30.0f, 90.0f, 180.0f, 360.0f, 1e-45f}) {
+                 for (const float x : {quietNaN, inf, huge, 0.0f, -30.0f, 90.0f, 180.0f, 360.0f, 1e-45f}) {
                      v.setViewingAngle(x, 0);
                      EXPECT_TRUE(same(v.viewingAngle(), x));
                      spinFor(40);
@@ -152,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"opacities",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.changeGamutAlpha(g, x, 0);
                      EXPECT_TRUE(same(v.gamutAlpha(g), x));
                      spinFor(35);
@@ -162,7 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"ambientStrengths",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.setGamutAmbientStrength(g, x);
                      EXPECT_TRUE(same(v.gamutAmbientStrength(g), x));
                      spinFor(35);
@@ -170,7 +170,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"clippings",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.setClipping(x);
                      EXPECT_TRUE(same(v.clipping(), x));
                      spinFor(35);
@@ -178,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"lights",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.setLightPos(QVector3D(x, x, x));
                      EXPECT_TRUE(same(v.lightPos().x(), x));
                      v.setLightColor(QColor());
@@ -189,23 +189,23 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"sizesOfPointsAndWidths",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      v.setPointSize(x);
                      EXPECT_TRUE(same(v.pointSize(), x));
                      v.addMarkerSet(set, Viewer::Star, two, x, x);
                      v.addMarkerSet(set, Viewer::BracketedCube, two, x, x);
                      spinFor(35);
-                     v.addMarkerSet(set, static_cast<Viewer::MarkerType>(least), two, x, x);
+                     v.addMarkerSet(set, static_cast<Viewer::MarkerType>(minInt), two, x, x);
                      v.setSegmentSetWidth(set, x);
                      v.addSegmentSet(set, {{two[0], two[1]}, {two[1], two[0]}});
                      spinFor(35);
                  }
-                 v.setPointSetSize(set, least);
-                 v.setPointSetSize(set, most);
+                 v.setPointSetSize(set, minInt);
+                 v.setPointSetSize(set, maxInt);
              }},
         Call{"positions",
              [](Viewer& v) {
-                 for (const float x : odd) {
+                 for (const float x : extremes) {
                      const Items items{{Qt::red, QVector3D(x, 0, 0)}, {QColor(), QVector3D(50, x, x)}};
                      for (const auto type : {Viewer::Sphere, Viewer::BracketedCube, Viewer::Star})
                          v.addMarkerSet(set, type, items, 10, 0);
@@ -217,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"enumerators",
              [](Viewer& v) {
-                 for (const int x : {least, -1, 4, 77, most}) {
+                 for (const int x : {minInt, -1, 4, 77, maxInt}) {
                      v.setDisplayMode(g, static_cast<Viewer::DisplayMode>(x));
                      EXPECT_EQ(static_cast<int>(v.displayMode(g)), x);
                      v.resetCamera(static_cast<Viewer::View>(x), 0);
@@ -227,7 +227,7 @@ INSTANTIATE_TEST_SUITE_P(
              }},
         Call{"framerates",
              [](Viewer& v) {
-                 for (const int x : {least, -1, 0, most}) {
+                 for (const int x : {minInt, -1, 0, maxInt}) {
                      v.setFramerate(x);
                      EXPECT_EQ(v.framerate(), x);
                      v.setBackground(Qt::red);
@@ -258,8 +258,8 @@ INSTANTIATE_TEST_SUITE_P(
                  KV3DObject& axes = *v.findChild<KVGLWidget*>()->root().child(QStringLiteral("Axes"));
                  v.fillVertexBufferForText(nullptr, id, id, 1, Qt::black);
                  v.fillVertexBufferForText(&axes, id, QString(), 1, Qt::black);
-                 v.fillVertexBufferForText(&axes, id, QStringLiteral("\n\t"), least, QColor());
-                 v.fillVertexBufferForText(&axes, id, QString(2000, QLatin1Char('w')), most, Qt::black);
+                 v.fillVertexBufferForText(&axes, id, QStringLiteral("\n\t"), minInt, QColor());
+                 v.fillVertexBufferForText(&axes, id, QString(2000, QLatin1Char('w')), maxInt, Qt::black);
                  spinFor(50);
              }},
         Call{"emptyAndEnormousPictures",
@@ -267,7 +267,7 @@ INSTANTIATE_TEST_SUITE_P(
                  EXPECT_TRUE(v.picture(QSize()).isNull());
                  EXPECT_TRUE(v.picture(QSize(0, 10)).isNull());
                  EXPECT_TRUE(v.picture(QSize(-10, -10)).isNull());
-                 EXPECT_TRUE(v.picture(QSize(most, most)).isNull());
+                 EXPECT_TRUE(v.picture(QSize(maxInt, maxInt)).isNull());
                  EXPECT_EQ(v.picture(QSize(5000, 1)).size(), QSize(5000, 1));
                  EXPECT_FALSE(v.picture().isNull());
              }},
@@ -287,27 +287,27 @@ TEST(HostileLoad, failedLoadKeepsThePreviousGamut)
     const kvtest::Watchdog watchdog(120);
     ShownViewer shown(200, 150);
     Viewer& v = shown.viewer;
-    makeProper(v);
+    makeValid(v);
     const QImage expected = shown.settledPicture();
     const Params before = v.params(g);
     const float volume = v.volume(g);
     const Params saved = v.save(g);
 
     const auto key = [](const char* name) { return QString::fromLatin1(name); };
-    const QVariant oddities[] = {QVariant(),
-                                 QVariant(42),
-                                 QVariant(double(noNumber)),
-                                 QVariant(QString(1 << 20, QLatin1Char('/'))),
-                                 QVariant(QByteArray(1 << 16, '\0')),
-                                 QVariant(QStringList{QStringLiteral("a")}),
-                                 QVariant(Params{{key("Gamut"), 1}}),
-                                 QVariant(QVariantList{1, 2}),
-                                 QVariant::fromValue<void*>(nullptr)};
+    const QVariant invalidValues[] = {QVariant(),
+                                      QVariant(42),
+                                      QVariant(double(quietNaN)),
+                                      QVariant(QString(1 << 20, QLatin1Char('/'))),
+                                      QVariant(QByteArray(1 << 16, '\0')),
+                                      QVariant(QStringList{QStringLiteral("a")}),
+                                      QVariant(Params{{key("Gamut"), 1}}),
+                                      QVariant(QVariantList{1, 2}),
+                                      QVariant::fromValue<void*>(nullptr)};
     QList<Params> wrong{{}};
-    for (const QVariant& value : oddities) {
+    for (const QVariant& value : invalidValues) {
         for (const char* name : {"ProfilePath", "ProfileData", "Profile", "Gamut", "AdditionnalParam"})
             wrong.append({{key(name), value}});
-        // each part of a saved gamut in turn
+        // every entry of a saved gamut
         for (auto part = saved.cbegin(); part != saved.cend(); ++part) {
             if (part.value() == value)
                 continue;
@@ -325,7 +325,7 @@ TEST(HostileLoad, failedLoadKeepsThePreviousGamut)
             ++reports;
         });
         ASSERT_TRUE(spinUntil([&] { return ended; }));
-        // What is damaged in a part that restoring does not need may load; it has a volume then.
+        // A gamut that is damaged only in entries that are not needed may load; then it has a volume.
         EXPECT_EQ(loaded, v.volume(QStringLiteral("other")) > 0) << qPrintable(params.keys().join(u' '));
         EXPECT_TRUE(!loaded || params.contains(key("Gamut")));
         v.removeGamut(QStringLiteral("other"));
@@ -344,12 +344,12 @@ TEST(HostileLoad, settingsOfTheWrongTypeAreConverted)
     const QString settings = QStringLiteral("AdditionnalParam");
     const QString grid = QStringLiteral("Link_GridPointNumber");
     for (const QVariant& value :
-         {QVariant(QStringLiteral("many")), QVariant(most), QVariant(least), QVariant(0), QVariant(1),
+         {QVariant(QStringLiteral("many")), QVariant(maxInt), QVariant(minInt), QVariant(0), QVariant(1),
           QVariant(double(inf)), QVariant(QByteArray("\0\1", 2)), QVariant(Params{})}) {
         Params params = srgb();
         params[settings] = Params{{grid, value}};
         shown.viewer.load(g, params, nullptr);
-        // whatever the grid, the gamut is that of the profile
+        // the gamut is that of the profile, independent of the grid
         EXPECT_NEAR(shown.viewer.volume(g), 832781, 0.02 * 832781) << value.toString().toStdString();
     }
     Params params = srgb();

@@ -8,11 +8,11 @@ using kvtest::spinUntil;
 
 namespace {
 
-/// A GL window that counts what its own part of a turn of the frame loop allocates.
+/// A GL window that counts the allocations in its paintGL().
 class CountingWindow : public KVGLWidget
 {
 public:
-    int turns = 0;
+    int paints = 0;
     std::uint64_t allocations = 0;
 
 protected:
@@ -21,7 +21,7 @@ protected:
         const std::uint64_t before = kvtest::allocationsSoFar();
         KVGLWidget::paintGL();
         allocations += kvtest::allocationsSoFar() - before;
-        ++turns;
+        ++paints;
     }
 };
 
@@ -30,7 +30,7 @@ protected:
 TEST(IdleViewer, neitherDrawsNorAllocates)
 {
     CountingWindow window;
-    // the scene of a viewer that shows gamuts and sets
+    // translucent objects, as in a viewer with gamuts and sets
     window.resize(200, 150);
     window.show();
     for (const char* name : {"a", "b", "c"}) {
@@ -42,17 +42,17 @@ TEST(IdleViewer, neitherDrawsNorAllocates)
     window.setCamera(QVector3D(0, 0, -350), QVector3D(), 0);
     ASSERT_TRUE(spinUntil([&window] { return window.drawnFrames() > 0 && window.isSettled(); }));
     if (kvtest::countsAllocations()) {
-        EXPECT_GT(window.allocations, 0u) << "the counter is not in the way of malloc";
+        EXPECT_GT(window.allocations, 0u) << "allocations are not counted";
     }
 
-    // Late events of the window system may cause a frame or two: an idle viewer is one that then turns a
-    // hundred times without any.
+    // Late events of the window system may cause another frame. The viewer is idle if it then paints a
+    // hundred times without drawing one.
     bool idle = false;
     for (int attempt = 0; attempt < 10 && !idle; ++attempt) {
         const int drawn = window.drawnFrames();
-        window.turns = 0;
+        window.paints = 0;
         window.allocations = 0;
-        ASSERT_TRUE(spinUntil([&window] { return window.turns >= 100; }));
+        ASSERT_TRUE(spinUntil([&window] { return window.paints >= 100; }));
         idle = window.drawnFrames() == drawn;
     }
     EXPECT_TRUE(idle);

@@ -18,8 +18,8 @@ using kvtest::ShownViewer;
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-// Events in any order, as no hand makes them: releases without a press, modifiers that change within a
-// drag, keys that are pressed twice, resizes in between.
+// Random sequences of events: releases without a press, modifiers that change during a drag, repeated key
+// presses and resizes.
 
 namespace {
 
@@ -130,7 +130,7 @@ TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysFinite)
     for (int i = 0; i < 1500; ++i) {
         monkey.act();
         if (i % 100 == 0)
-            shown.viewer.setCamera(eye, 40, interest); // and moves of the host's in between
+            shown.viewer.setCamera(eye, 40, interest); // moves started by the host
         const QVector3D at = shown.viewer.camera(), to = shown.viewer.interestPt();
         ASSERT_TRUE(isFinite(at) && isFinite(to)) << i;
         ASSERT_EQ(clicks.count(), monkey.releases) << i;
@@ -138,15 +138,15 @@ TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysFinite)
     }
     EXPECT_TRUE(spinUntil([&] { return !shown.widget().isMoving(); }));
     EXPECT_GT(moves.count(), 0);
-    EXPECT_LE(moves.count(), monkey.presses + 15); // each move ends once at most
+    EXPECT_LE(moves.count(), monkey.presses + 15); // each move ends at most once
 
-    // Nothing of it stays: with Shift released, a drag turns the camera as in a new viewer.
+    // No state is left over: after a release of Shift a drag has the same effect as in a new viewer.
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
     QCoreApplication::sendEvent(&shown.viewer, &release);
     const auto drag = [](ShownViewer& s) {
         s.viewer.resize(200, 150);
         EXPECT_TRUE(spinUntil([&s] { return s.widget().size() == QSize(200, 150); }));
-        EXPECT_TRUE(s.comeToRest()); // what the window system still has to say of earlier sizes
+        EXPECT_TRUE(s.comeToRest()); // late events of the window system about earlier sizes
         s.viewer.setCamera(eye, 0, interest);
         for (const auto& [x, held] : {std::pair(10, Qt::NoButton), std::pair(30, Qt::LeftButton)}) {
             QMouseEvent e(QEvent::MouseMove, QPointF(x, 20), QPointF(x, 20), Qt::NoButton, held,

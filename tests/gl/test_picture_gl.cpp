@@ -8,7 +8,7 @@ using kvtest::spinUntil;
 
 namespace {
 
-/// Everything there is to draw: opaque and translucent surfaces, lines of both kinds, text, solids.
+/// Fills the viewer with objects of all kinds: opaque and translucent surfaces, lines, ribbons, text, solids.
 void fill(ShownViewer& shown)
 {
     KVGamut3DViewer& v = shown.viewer;
@@ -31,23 +31,23 @@ void fill(ShownViewer& shown)
     ASSERT_TRUE(shown.settle());
 }
 
-int steps(QRgb one, QRgb other)
+int maxDifference(QRgb one, QRgb other)
 {
     return std::max({std::abs(qRed(one) - qRed(other)), std::abs(qGreen(one) - qGreen(other)),
                      std::abs(qBlue(one) - qBlue(other))});
 }
 
-/// How many pixels of two pictures of one size differ by more than @p tolerance.
+/// Number of pixels of two equally large pictures that differ by more than @p tolerance.
 int differing(const QImage& one, const QImage& other, int tolerance)
 {
     int count = 0;
     for (int y = 0; y < one.height(); ++y)
         for (int x = 0; x < one.width(); ++x)
-            count += steps(one.pixel(x, y), other.pixel(x, y)) > tolerance ? 1 : 0;
+            count += maxDifference(one.pixel(x, y), other.pixel(x, y)) > tolerance ? 1 : 0;
     return count;
 }
 
-/// Mean of the pixels of the square of @p side whose top left corner is @p corner.
+/// Mean colour of a square of @p side pixels with the top left corner @p corner.
 QColor mean(const QImage& picture, QPoint corner, int side)
 {
     int sum[3] = {};
@@ -92,40 +92,40 @@ TEST(Picture, equalsTheWindowOfThatSize)
 
 TEST(Picture, tiledPictureMatchesTheUntiledOne)
 {
-    // One piece more to the right and below does not change the view of a picture of the same shape:
-    // 2100 is drawn in four pieces, 2100 / 3 at once; three by three of its pixels are one of the other.
+    // Both pictures have the same aspect ratio and thus the same view. The large one is rendered in four
+    // tiles, the small one without tiles; 3 x 3 pixels of the large one correspond to one pixel of the small
+    // one.
     ShownViewer shown;
     fill(shown);
-    const QImage pieces = shown.viewer.picture(QSize(2100, 1500));
+    const QImage tiled = shown.viewer.picture(QSize(2100, 1500));
     const QImage atOnce = shown.viewer.picture(QSize(700, 500));
-    ASSERT_EQ(pieces.size(), QSize(2100, 1500));
+    ASSERT_EQ(tiled.size(), QSize(2100, 1500));
     int wrong = 0;
     for (int y = 0; y < 500; ++y)
         for (int x = 0; x < 700; ++x)
-            wrong += steps(mean(pieces, {3 * x, 3 * y}, 3).rgb(), atOnce.pixel(x, y)) > 40 ? 1 : 0;
-    // edges: one of 4 or 8 samples against 9 times as many; lines a pixel thin are thinner
+            wrong += maxDifference(mean(tiled, {3 * x, 3 * y}, 3).rgb(), atOnce.pixel(x, y)) > 40 ? 1 : 0;
+    // Edges differ, because they have 9 times as many samples. Lines of one pixel are thinner.
     EXPECT_LT(wrong, 700 * 500 / 100);
 }
 
 TEST(Picture, hasNoSeamsBetweenTiles)
 {
-    // Pieces 2016 pixels wide and high meet at x = 2016. A picture moved by some pixels has them
-    // elsewhere in the scene: compare it with one whose field of view is so much larger that the same
-    // pixels stand for the same directions.
+    // Tiles meet at x = 2016. In a wider picture with the same height and scale the seam is at another
+    // position of the scene. The common part of both pictures must be equal.
     ShownViewer shown;
     fill(shown);
-    shown.viewer.setViewingAngle(8.0f, 0); // the gamut's middle fills it all
+    shown.viewer.setViewingAngle(8.0f, 0); // the gamut fills the picture
     ASSERT_TRUE(shown.settle());
     constexpr int height = 600;
     constexpr int shift = 100;
     const QImage one = shown.viewer.picture(QSize(2400, height));
     const QImage wider =
-        shown.viewer.picture(QSize(2400 + 2 * shift, height)); // the scale is that of the height
+        shown.viewer.picture(QSize(2400 + 2 * shift, height)); // the scale depends on the height only
     const QImage same = wider.copy(shift, 0, 2400, height);
-    // where the one has its seam the other has none, and the other way round
+    // the seams of the two pictures are at different positions
     EXPECT_GT(differing(one.copy(1900, 0, 300, height), one.copy(1700, 0, 300, height), 24), 30000);
     EXPECT_EQ(differing(one.copy(1900, 0, 300, height), same.copy(1900, 0, 300, height), 24), 0);
-    // corners are rounded to a fraction of a pixel: a sample at an edge may fall to the other side
+    // vertices are rounded to a fraction of a pixel, so that samples at edges may change
     EXPECT_LE(differing(one, same, 2), 2400 * height / 200);
 }
 
@@ -139,7 +139,7 @@ TEST(Picture, largePictureHasSharpEdges)
                               {{Qt::white, QVector3D(50, 0, 0)}}, 150, 1.0f);
     ASSERT_TRUE(shown.settle());
     const QImage large = shown.viewer.picture(QSize(3000, 3000));
-    // along the middle row: black, then within two pixels white, then black again
+    // the middle row is black, white and black, with transitions of at most two pixels
     int between = 0;
     for (int x = 0; x < 3000; ++x) {
         const int value = qRed(large.pixel(x, 1500));

@@ -11,8 +11,8 @@
 using kvtest::ShownViewer;
 using kvtest::spinUntil;
 
-// A host may call anything from anywhere: before the window is shown, while it is, from the callback of
-// a load and from slots of all signals.
+// A host may call every method at any time: before and after the window is shown, in load callbacks and in
+// slots of all signals.
 
 namespace {
 
@@ -23,14 +23,15 @@ QHash<QString, QVariant> srgb()
     return {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}};
 }
 
-/// Calls every public method and checks each answer that does not depend on when it is asked. Leaves
-/// gamut "h" loaded, a marker, a point and a segment set, the plane shown and a camera of its own.
+/// Calls every public method and checks the results that do not depend on the time of the call. Afterwards
+/// gamut "h", a marker, a point and a segment set and the plane are shown from a fixed camera.
 void callEverything(KVGamut3DViewer& v)
 {
     using Item = KVGamut3DViewer::ColoredPosition;
     const Item from{Qt::red, QVector3D(20, -60, 0)}, to{Qt::blue, QVector3D(80, 60, 0)};
 
-    // the order of the constructor: where the tree was lost, it decides who wins at equal depth
+    // In the order of the constructor: after a teardown the order decides which object is drawn at equal
+    // depth.
     v.addabPlane();
     v.addAxesAndGrid();
     v.clearMarkerSet();
@@ -122,7 +123,7 @@ void callEverything(KVGamut3DViewer& v)
     v.isSettled();
 }
 
-/// What a viewer shows after callEverything(), reached without any of it being special.
+/// The picture of an ordinary shown viewer after callEverything().
 QImage expectedPicture()
 {
     ShownViewer shown;
@@ -197,10 +198,10 @@ TEST(Reentrancy, allMethodsWorkAfterTheContextWasRecreated)
 {
     ShownViewer shown;
     QMetaObject::invokeMethod(&shown.widget(), "teardownGL", Qt::DirectConnection);
-    callEverything(shown.viewer); // between the two
+    callEverything(shown.viewer); // between teardown and initialisation
     {
         const ContextScope scope(&shown.widget());
-        shown.root().initializeGL(shown.widget().context()); // what a new context brings
+        shown.root().initializeGL(shown.widget().context()); // as for a new context
     }
     expectTheSamePicture(shown);
 }

@@ -22,8 +22,8 @@ namespace {
 
 constexpr int side = 64;
 
-/// A context of the kind that the window asks for, with a square framebuffer to draw into, and the
-/// frame's two passes around a root object. No window, no event loop.
+/// Draws frames of a root object into a square framebuffer, with a context like that of the window. No
+/// window, no event loop.
 class SceneGL : public testing::Test
 {
 protected:
@@ -53,7 +53,8 @@ protected:
         context.doneCurrent();
     }
 
-    /// A square of half width @p half around the axis of view, at scene depth @p z (the eye is at -350).
+    /// A square centred on the viewing axis, with half width @p half at scene depth @p z (the eye is at
+    /// -350).
     QSharedPointer<KV3DObject> add(const QColor& color, float z, float half = 40, const char* id = "")
     {
         QSharedPointer<KV3DObject> object(new KV3DObject(QStringLiteral("Square"), QString::fromLatin1(id)));
@@ -112,7 +113,7 @@ testing::AssertionResult near(const QColor& got, double r, double g, double b)
 {
     const double worst =
         std::max({std::abs(got.redF() - r), std::abs(got.greenF() - g), std::abs(got.blueF() - b)});
-    if (worst <= 2.0 / 255) // one step of rounding in the blend, one in the store
+    if (worst <= 2.0 / 255) // one step of rounding in blending and one in storing
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << "got " << got.redF() << ", " << got.greenF() << ", " << got.blueF()
                                        << ", wanted " << r << ", " << g << ", " << b;
@@ -136,7 +137,7 @@ QMap<QString, QString> declared(const QString& file, const QString& keyword)
 
 } // namespace
 
-// --- The shader's side of the contract --------------------------------------------------------------
+// --- Shader interface --------------------------------------------------------------
 
 TEST(Shaders, declareTheBoundAttributes)
 {
@@ -233,7 +234,7 @@ TEST_F(SceneGL, releaseGLRemovesChildrenAndTheirGLObjects)
     EXPECT_TRUE(root.childOrder().isEmpty());
     EXPECT_FALSE(object->hasProgram());
     EXPECT_FALSE(object->hasBuffer());
-    EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb()); // a frame without any program does no harm
+    EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb()); // a frame without programs must not crash
 }
 
 TEST_F(SceneGL, initializeGLOfTheRootInitialisesItsChildren)
@@ -259,7 +260,7 @@ TEST_F(SceneGL, objectWithoutShaderFilesIsNotDrawn)
     ASSERT_TRUE(QFile::rename(folder + QStringLiteral("Shaders"), folder + QStringLiteral("Shaders.away")));
     object->initializeGL(&context);
     ASSERT_TRUE(QFile::rename(folder + QStringLiteral("Shaders.away"), folder + QStringLiteral("Shaders")));
-    add(Qt::green, 10, 20); // a good program drawn just before must not be used for it
+    add(Qt::green, 10, 20); // the program of an object drawn before must not be used for it
     root.addChild(object);
     const QImage image = frame();
     EXPECT_EQ(middle(image), QColor(Qt::green).toRgb());
@@ -295,7 +296,7 @@ TEST_F(SceneGL, translucentSurfacesAreBlendedBackToFront)
     nearOne->setAlpha(0.5f, 0);
     farOne->setAlpha(0.5f, 0);
     EXPECT_TRUE(near(middle(frame()), 0.5, 0.25, 0)); // red over green over black
-    // and from behind the other way round
+    // from behind: green over red
     EXPECT_TRUE(near(middle(frame(CameraState(QVector3D(0, 0, 350), QVector3D()))), 0.25, 0.5, 0));
 }
 
@@ -375,7 +376,7 @@ TEST_F(SceneGL, linesAreDrawnInBothPassesAndSortedOnce)
     ASSERT_EQ(lines->primitiveMode(), KVPrimitiveLines);
     root.addChild(lines);
     frame();
-    EXPECT_EQ(lines->uploadCount(), 2); // as they are, then sorted
+    EXPECT_EQ(lines->uploadCount(), 2); // unsorted for the opaque pass, then sorted
     EXPECT_EQ(lines->sortCount(), 1);
     frame();
     EXPECT_EQ(lines->uploadCount(), 2);
@@ -399,7 +400,7 @@ TEST_F(SceneGL, translucentLinesAreDrawn)
 TEST_F(SceneGL, ambientStrengthOneShowsTheUnshadedColour)
 {
     add(QColor(200, 100, 50), 0);
-    lightPos = QVector3D(500, 0, 0); // grazing
+    lightPos = QVector3D(500, 0, 0); // grazing incidence
     EXPECT_TRUE(near(middle(frame()), 200 / 255.0, 100 / 255.0, 50 / 255.0));
 }
 
@@ -407,7 +408,7 @@ TEST_F(SceneGL, ambientStrengthZeroShadesByTheAngleOfTheLight)
 {
     auto object = add(QColor(200, 100, 50), 0);
     object->setAmbientStrength(0.0f);
-    lightPos = QVector3D(0, 0, -350); // straight on
+    lightPos = QVector3D(0, 0, -350); // perpendicular
     const QColor bright = middle(frame());
     EXPECT_TRUE(near(bright, 200 / 255.0, 100 / 255.0, 50 / 255.0)); // never over-exposed
     lightPos = QVector3D(0, 350, -350);                              // at 45 degrees
@@ -419,7 +420,7 @@ TEST_F(SceneGL, ambientStrengthZeroShadesByTheAngleOfTheLight)
     EXPECT_LT(middling.red(), bright.red());
     EXPECT_LT(dim.red(), middling.red());
     EXPECT_GT(dim.red(), 30);
-    // shading keeps the hue
+    // shading preserves the hue
     EXPECT_NEAR(dim.redF() / dim.greenF(), 2.0, 0.1);
 }
 
@@ -460,8 +461,8 @@ TEST_F(SceneGL, degenerateNormalGivesTheUnshadedColour)
 
 TEST_F(SceneGL, normalsAreConvertedToSceneCoordinates)
 {
-    // A wall of constant a*: its host normal is along a*, its scene normal along -X. Lit from the
-    // scene's X it is bright, lit along host x (the scene's Y) it is dim.
+    // A square of constant a* has a host normal along a* and a scene normal along -X. Light from the scene's
+    // X direction is perpendicular to it, light from the scene's Y direction grazes it.
     const auto corner = [](float L, float b) { return ColoredPoint{Qt::white, QVector3D(L, 0, b)}; };
     QSharedPointer<KV3DObject> wall(new KV3DObject(QStringLiteral("wall")));
     wall->initializeGL(&context);
@@ -474,7 +475,7 @@ TEST_F(SceneGL, normalsAreConvertedToSceneCoordinates)
     EXPECT_TRUE(near(middle(frame(fromX)), 1, 1, 1));
     lightPos = QVector3D(0, 5000, 0);
     wall->setAlpha(1.0f, 0);
-    // edge-on: a quarter of fill and half of the rest
+    // grazing incidence: a quarter of fill light and half of the rest
     EXPECT_TRUE(near(middle(frame(fromX)), 0.625, 0.625, 0.625));
 }
 
@@ -494,7 +495,7 @@ TEST_F(SceneGL, fragmentsAboveTheClipHeightAreDiscarded)
     auto object = add(Qt::red, 0);
     object->setClip(0.0f); // scene Y, which is L*
     const QImage image = frame();
-    // 40 units are 27 of the 64 pixels' half height: 350 away, tan 15 degrees
+    // at a distance of 350 and an angle of 30 degrees, 40 units are 14 pixels
     EXPECT_EQ(image.pixelColor(side / 2, side / 2 - 6), QColor(Qt::black).toRgb());
     EXPECT_EQ(image.pixelColor(side / 2, side / 2 + 6), QColor(Qt::red).toRgb());
     object->setClip(1000000.0f);
@@ -533,7 +534,8 @@ TEST_F(SceneGL, drawCheckMovesItsObjectAndRefusesAPass)
     parent->addChild(child);
     QSharedPointer<Check> check(new Check);
     parent->setDrawCheck(check);
-    EXPECT_EQ(middle(frame()), QColor(Qt::green).toRgb()); // the parent is out of sight, the child is not
+    EXPECT_EQ(middle(frame()),
+              QColor(Qt::green).toRgb()); // the parent is moved out of view, the child is not
     check->refused = KVPassOpaque;
     EXPECT_EQ(middle(frame()), QColor(Qt::black).toRgb());
 }
@@ -571,7 +573,7 @@ TEST_F(SceneGL, lineWidthZeroDrawsLinesOfOnePixel)
     thick->setSegments({{{c, {60, -100, 0}}, {c, {60, 100, 0}}}}, false, 0.0f);
     thick->setLineWidth(9);
     thin->setSegments({{{c, {0, -100, 0}}, {c, {0, 100, 0}}}}, false, 0.0f);
-    const QImage image = frame(); // frame() itself checks that GL reports no error
+    const QImage image = frame(); // frame() also checks for GL errors
     int lit = 0;
     for (int y = side / 2 - 8; y < side / 2 + 8; ++y)
         lit += image.pixelColor(side / 2, y).red() > 60;

@@ -31,7 +31,7 @@ bool loadAndWait(KVGamut3DViewer& viewer, const QString& id, const QString& path
     return spinUntil([&] { return answer >= 0; }) && answer == 1;
 }
 
-/// Where a host position lands in the picture, computed in double precision from the camera alone.
+/// The pixel of a host position, computed from the camera in double precision.
 QPointF projected(const KVGamut3DViewer& viewer, const QVector3D& host)
 {
     struct V
@@ -76,8 +76,8 @@ TEST(ViewerGL, loadedProfileShowsItsOwnColours)
     shown.viewer.setCamera(oblique, 0, QVector3D(50, 0, 0));
     ASSERT_TRUE(loadAndWait(shown.viewer, QStringLiteral("srgb"), srgbPath));
     const QImage picture = shown.settledPicture();
-    // Published Lab D50 values of the sRGB corners that this view shows: a little inside each the
-    // surface has that corner's colour, and past those on the silhouette comes the grey around it.
+    // Published Lab (D50) values of the visible sRGB corners. Just inside each corner the surface has the
+    // colour of the corner; just outside the corners on the silhouette is the grey background.
     struct Corner
     {
         QVector3D lab;
@@ -116,7 +116,7 @@ TEST(ViewerGL, removedGamutIsNotDrawn)
     shown.viewer.removeGamut(QStringLiteral("srgb"));
     EXPECT_EQ(shown.settledPicture(), before);
 
-    // a translucent one, too: its triangles leave the batch
+    // the same for a translucent gamut, which is part of the batch
     ASSERT_TRUE(loadAndWait(shown.viewer, QStringLiteral("srgb"), srgbPath));
     shown.viewer.changeGamutAlpha(QStringLiteral("srgb"), 0.5f, 0);
     EXPECT_NE(shown.settledPicture(), before);
@@ -153,7 +153,7 @@ TEST(ViewerGL, animatedOpacityEndsExactlyAtItsTarget)
     ASSERT_TRUE(loadAndWait(shown.viewer, id, srgbPath));
     shown.settle();
     bool between = false;
-    for (int duration = 300; !between && duration < 30000; duration *= 3) { // a busy machine skips frames
+    for (int duration = 300; !between && duration < 30000; duration *= 3) { // a busy machine may skip frames
         shown.viewer.changeGamutAlpha(id, 1.0f, 0);
         shown.viewer.changeGamutAlpha(id, 0.25f, duration);
         ASSERT_TRUE(spinUntil(
@@ -171,7 +171,7 @@ TEST(ViewerGL, animatedOpacityEndsExactlyAtItsTarget)
     shown.viewer.changeGamutAlpha(id, 1.0f, 200);
     ASSERT_TRUE(spinUntil([&] { return shown.viewer.gamutAlpha(id) == 1.0f; }));
     EXPECT_TRUE(shown.settle());
-    EXPECT_TRUE(shown.root().sortedVertices().isEmpty()); // no ghost
+    EXPECT_TRUE(shown.root().sortedVertices().isEmpty()); // nothing translucent is left
 }
 
 TEST(ViewerGL, gamutLoadedWhileHiddenIsDrawnWhenMadeVisible)
@@ -185,7 +185,7 @@ TEST(ViewerGL, gamutLoadedWhileHiddenIsDrawnWhenMadeVisible)
     shown.viewer.setGamutVisible(id, false);
     ASSERT_TRUE(spinUntil([&] { return answer == 1; }));
     EXPECT_EQ(shown.settledPicture(), empty);
-    ASSERT_TRUE(shown.comeToRest()); // hidden before its first frame, yet nothing keeps drawing
+    ASSERT_TRUE(shown.comeToRest()); // an object that was never drawn must not keep the viewer drawing
     shown.viewer.setGamutVisible(id, true);
     EXPECT_NE(shown.settledPicture(), empty);
 }
@@ -209,7 +209,7 @@ TEST(ViewerGL, loadCallbackMayRemoveOrReloadItsGamut)
     });
     ASSERT_TRUE(spinUntil([&] { return reloaded != 0; }));
     EXPECT_EQ(reloaded, 1);
-    EXPECT_NEAR(shown.viewer.volume(id), 296508, 600); // the printer's, absolute colorimetric
+    EXPECT_NEAR(shown.viewer.volume(id), 296508, 600); // of the printer profile, absolute colorimetric
     EXPECT_TRUE(shown.settle());
 }
 
@@ -276,16 +276,16 @@ TEST(ViewerGL, eventsToViewerOrWindowReachAHandlerOnce)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
-    for (QWindow* road : {static_cast<QWindow*>(&shown.viewer), static_cast<QWindow*>(&shown.widget())}) {
+    for (QWindow* target : {static_cast<QWindow*>(&shown.viewer), static_cast<QWindow*>(&shown.widget())}) {
         shown.viewer.setCamera(QVector3D(50, 0, -300), 0, QVector3D(50, 0, 0));
         const float distance = shown.widget().cameraState().distance();
-        QWheelEvent wheel(QPointF(100, 75), road->mapToGlobal(QPointF(100, 75)), {}, QPoint(0, 120),
+        QWheelEvent wheel(QPointF(100, 75), target->mapToGlobal(QPointF(100, 75)), {}, QPoint(0, 120),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(road, &wheel);
+        QCoreApplication::sendEvent(target, &wheel);
         EXPECT_FLOAT_EQ(shown.widget().cameraState().distance(), distance - 6.0f);
 
         QSignalSpy clicks(&shown.viewer, &KVGamut3DViewer::click);
-        QTest::mouseClick(road, Qt::LeftButton, Qt::NoModifier, QPoint(30, 40));
+        QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, QPoint(30, 40));
         ASSERT_EQ(clicks.count(), 1);
         EXPECT_EQ(clicks[0][0].toPoint(), QPoint(30, 40));
         const auto ray = shown.viewer.rayToPoint(QPoint(30, 40));
@@ -293,7 +293,7 @@ TEST(ViewerGL, eventsToViewerOrWindowReachAHandlerOnce)
         EXPECT_EQ(clicks[0][2].value<QVector3D>(), ray.second);
 
         QSignalSpy finished(&shown.viewer, &KVGamut3DViewer::moveFinished);
-        QTest::keyClick(road, Qt::Key_Plus);
+        QTest::keyClick(target, Qt::Key_Plus);
         ASSERT_TRUE(spinUntil([&] { return finished.count() > 0; }));
         EXPECT_NEAR(shown.widget().cameraState().distance(), distance - 26.0f, 1e-3);
         spinFor(100);

@@ -14,8 +14,7 @@ using kvtest::ShownViewer;
 using kvtest::spinFor;
 using kvtest::spinUntil;
 
-// A host hides, closes, moves and rebuilds its windows as it likes; the viewer shows its picture
-// whenever it is shown.
+// A host may hide, close, move and recreate its windows. The viewer shows its picture whenever it is shown.
 
 namespace {
 
@@ -62,7 +61,7 @@ class WindowLife : public testing::TestWithParam<Event>
 
 TEST_P(WindowLife, viewerShowsItsPictureAndChangesAfterwards)
 {
-    QWindow other; // first, so that it goes last
+    QWindow other; // declared first, so that it is destroyed last
     other.resize(300, 250);
     other.show();
     ShownViewer shown(size.width(), size.height());
@@ -75,10 +74,10 @@ TEST_P(WindowLife, viewerShowsItsPictureAndChangesAfterwards)
     shown.viewer.setBackground(Qt::gray);
 
     GetParam().happens(shown.viewer, other);
-    EXPECT_TRUE(showsItsPicture(shown, before)) << "the picture is gone";
+    EXPECT_TRUE(showsItsPicture(shown, before)) << "the picture is missing";
     shown.viewer.setBackground(Qt::darkCyan);
-    EXPECT_TRUE(showsItsPicture(shown, changed)) << "changes do not show";
-    shown.viewer.setParent(nullptr); // the other window owns no viewer
+    EXPECT_TRUE(showsItsPicture(shown, changed)) << "changes are not displayed";
+    shown.viewer.setParent(nullptr); // otherwise the other window would delete it
 }
 
 INSTANTIATE_TEST_SUITE_P(, WindowLife,
@@ -165,7 +164,7 @@ TEST(ViewerWithoutASize, drawsAfterAResize)
         spinFor(200);
         viewer.resize(size);
         EXPECT_TRUE(spinUntil([&] { return viewer.isSettled() && viewer.picture().size() == size; }));
-        viewer.setParent(nullptr); // the other window owns no viewer
+        viewer.setParent(nullptr); // otherwise the other window would delete it
     }
 }
 
@@ -176,13 +175,13 @@ TEST(ViewerWithoutASize, drawsNothingWhileItIsEmpty)
     fill(shown.viewer);
     const QImage before = shown.settledPicture();
     shown.widget().update();
-    shown.widget().resize(0, 0); // the window system makes it one pixel, after a while
+    shown.widget().resize(0, 0); // the window system later makes it one pixel
     QEvent update(QEvent::UpdateRequest);
     QCoreApplication::sendEvent(&shown.widget(), &update);
     spinFor(100);
     shown.widget().resize(size);
     EXPECT_TRUE(showsItsPicture(shown, before));
-    // Qt says so in debug messages, which fail no test by themselves
+    // Qt reports it in debug messages, which do not fail a test
     EXPECT_TRUE(kvtest::messages().filter(QStringLiteral("Framebuffer incomplete")).isEmpty());
 }
 
@@ -192,12 +191,12 @@ TEST(ViewerLargerThanOpenGLAllows, drawsAgainAfterAResize)
     ASSERT_TRUE(shown.shown);
     fill(shown.viewer);
     const QImage before = shown.settledPicture();
-    GLint largest = 0;
+    GLint maxSide = 0;
     shown.widget().makeCurrent();
-    shown.widget().context()->functions()->glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &largest);
+    shown.widget().context()->functions()->glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &maxSide);
     shown.widget().doneCurrent();
-    ASSERT_GT(largest, 0);
-    shown.widget().resize(largest + 1, 16);
+    ASSERT_GT(maxSide, 0);
+    shown.widget().resize(maxSide + 1, 16);
     spinFor(300);
     EXPECT_EQ(shown.viewer.picture(), before);
     EXPECT_EQ(shown.viewer.picture(size).size(), size);

@@ -10,7 +10,7 @@
 
 #include <cmath>
 
-// Real X events, end to end: a window manager, a pointer and a keyboard that the X server moves.
+// End-to-end tests with real X events and a window manager.
 
 namespace {
 
@@ -26,13 +26,13 @@ protected:
         viewer.resize(320, 240);
         viewer.setPosition(100, 100);
         viewer.show();
-        // decorated: the window manager has taken the window in
+        // frame margins: the window manager manages the window
         ASSERT_TRUE(kvtest::spinUntil([&] {
             return widget().drawnFrames() > 0 && viewer.isSettled() && viewer.frameMargins().top() > 0;
         }));
         kvtest::spinFor(200);
         viewer.setCamera(QVector3D(50, 0, -300), 0, QVector3D(50, 0, 0));
-        // hover in, then a first click: it gives the window the keyboard, and the drag its start
+        // the first click gives the window the keyboard focus
         pointTo(QPoint(160, 120));
         xdotool({"click", "1"});
         ASSERT_TRUE(kvtest::spinUntil([&] { return clicks.count() == 1; }));
@@ -41,7 +41,7 @@ protected:
 
     KVGLWidget& widget() { return *viewer.findChild<KVGLWidget*>(); }
 
-    /// Runs xdotool while the event loop turns, then lets the events arrive.
+    /// Runs xdotool with the event loop running, then waits for the events.
     void xdotool(std::initializer_list<const char*> words)
     {
         QStringList arguments;
@@ -59,11 +59,11 @@ protected:
         kvtest::spinFor(50);
     }
 
-    /// Moves the pointer to a pixel of the viewer and waits until the viewer has seen it there.
+    /// Moves the pointer to a pixel of the viewer and waits until the viewer has received the move.
     void pointTo(const QPoint& p)
     {
         const QPoint global = viewer.mapToGlobal(p);
-        // a pointer that is there already would not move
+        // without this a pointer that is already there would cause no event
         run({QStringLiteral("mousemove_relative"), QStringLiteral("--"), QStringLiteral("-3"),
              QStringLiteral("-2")});
         run({QStringLiteral("mousemove"), QString::number(global.x()), QString::number(global.y())});
@@ -96,7 +96,7 @@ TEST_F(XInput, leftDragOrbits)
     EXPECT_NEAR(after.distance(), before.distance(), 1e-3);
     EXPECT_EQ(after.interestPoint(), before.interestPoint());
     ASSERT_TRUE(kvtest::spinUntil([&] { return clicks.count() > 0; }));
-    EXPECT_EQ(clicks.count(), 1); // where it ended
+    EXPECT_EQ(clicks.count(), 1); // at the end of the drag
     EXPECT_EQ(clicks[0][0].toPoint(), QPoint(200, 100));
 }
 
@@ -105,7 +105,7 @@ TEST_F(XInput, rightDragPansOneUnitPerPixel)
     const CameraState before = widget().cameraState();
     drag("3", QPoint(160, 120), QPoint(190, 110));
     const CameraState after = widget().cameraState();
-    // the scene follows the pointer, so the camera goes against it: down when the pointer goes up
+    // the scene follows the pointer: the camera moves down when the pointer moves up
     const QVector3D moved = after.interestPoint() - before.interestPoint();
     EXPECT_NEAR(moved.length(), std::hypot(30, 10), 1e-3);
     EXPECT_NEAR(moved.y(), -10, 1e-3);
@@ -158,7 +158,7 @@ TEST_F(XInput, clickOnAMarkerGivesARayThroughIt)
     viewer.setCamera(QVector3D(160, -180, -260), 0, QVector3D(50, 0, 0));
     viewer.addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Sphere, {{Qt::red, marker}}, 8, 0);
     kvtest::spinUntil([&] { return viewer.isSettled(); });
-    // where it is seen: the middle of the red pixels
+    // its position in the picture is the mean position of the red pixels
     const QImage picture = viewer.picture();
     double x = 0, y = 0;
     int n = 0;

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <utility>
 
-/// The orbit camera once more, slowly and in double precision, from the same float inputs.
+/// An independent computation of the orbit camera in double precision.
 namespace kvtest {
 
 /// Row-major 4x4 in double precision.
@@ -22,7 +22,7 @@ inline double radians(double degrees)
     return degrees * M_PI / 180.0;
 }
 
-/// What the camera at @p eye looking at @p interest has to be.
+/// The expected camera at @p eye looking at @p interest.
 struct OrbitOracle
 {
     Vec3d eye;
@@ -48,7 +48,7 @@ struct OrbitOracle
     Vec3d up() const { return cross(eye - interest, {std::sin(azimuth), 0.0, -std::cos(azimuth)}); }
 };
 
-/// The camera's own axes, of length 1.
+/// Unit vectors along the axes of the camera.
 struct Axes
 {
     Vec3d forward, right, up;

@@ -6,7 +6,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QWheelEvent>
 
-/// Events as Qt would deliver them, handed straight to the handlers of a window that is never shown.
+/// Sends events directly to the handlers of a window that is never shown.
 namespace kvtest {
 
 template <typename Window>
@@ -31,7 +31,7 @@ void turnWheel(Window& w, QPoint angleDelta)
     w.wheelEvent(&e);
 }
 
-/// A move to @p global with @p buttons held. The local position is elsewhere, on purpose.
+/// A move to @p global with @p buttons pressed. The local position deliberately differs.
 template <typename Window>
 void moveMouse(Window& w, QPointF global, Qt::MouseButtons buttons = Qt::NoButton)
 {

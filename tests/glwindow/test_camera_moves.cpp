@@ -22,7 +22,7 @@ CameraState somewhere()
     return c;
 }
 
-/// A widget, and what it says.
+/// A widget and spies on its signals.
 struct Window
 {
     KVGLWidget widget;
@@ -76,7 +76,7 @@ TEST(GLWindow, settersStoreTheirValues)
     EXPECT_EQ(x.widget.lightColor(), QColor(Qt::red));
     x.widget.setBackground(QColor(1, 2, 3, 4));
     EXPECT_EQ(x.widget.background(), QColor(1, 2, 3, 4));
-    EXPECT_TRUE(x.widget.cameraState() == CameraState()) << "the live camera is not concerned";
+    EXPECT_TRUE(x.widget.cameraState() == CameraState()) << "the camera must not change";
     EXPECT_EQ(x.moveFinished.count(), 0);
 }
 
@@ -142,7 +142,7 @@ TEST(GLWindow, teardownWithoutAContextReleasesTheScene)
     ASSERT_TRUE(QMetaObject::invokeMethod(&w, "teardownGL"));
     EXPECT_TRUE(w.root().children().isEmpty());
     EXPECT_TRUE(child.isNull());
-    ASSERT_TRUE(QMetaObject::invokeMethod(&w, "teardownGL")) << "again";
+    ASSERT_TRUE(QMetaObject::invokeMethod(&w, "teardownGL")) << "second call";
 }
 
 TEST(GLWindow, destructorDestroysTheScene)
@@ -297,7 +297,7 @@ TEST(CameraMoves, viewingAngleReturnsTheStartDuringAMove)
     EXPECT_EQ(x.widget.viewingAngle(), 20.0f);
 }
 
-// ---- the host's side ------------------------------------------------------------------------
+// ---- public class ------------------------------------------------------------------------
 
 TEST(HostCamera, startsWithTheTopView)
 {
@@ -334,7 +334,8 @@ TEST(HostCamera, presetsAreExactAndUnknownViewsGiveTheTop)
     EXPECT_EQ(moveFinished.count(), 0);
     viewer.resetCamera(KVGamut3DViewer::Bottom, 300);
     EXPECT_TRUE(widget->isMoving());
-    EXPECT_EQ(viewer.camera(), QVector3D(522.48712f, 0, -1.1920929e-7f)) << "a move starts where it is";
+    EXPECT_EQ(viewer.camera(), QVector3D(522.48712f, 0, -1.1920929e-7f))
+        << "a move starts at the present camera";
 }
 
 TEST(HostCamera, positionsAreConvertedExactly)
@@ -348,7 +349,7 @@ TEST(HostCamera, positionsAreConvertedExactly)
     EXPECT_EQ(widget->camera(), QVector3D(67.89f, 12.345f, 0.001f));
     EXPECT_EQ(widget->interestPt(), QVector3D(-2.1f, 54.3f, -9.87f));
     viewer.setCamera({300, 0.0f, 1}, 0, {50, 0, 0});
-    EXPECT_TRUE(std::signbit(widget->camera().x())) << "a* of 0 is X of -0";
+    EXPECT_TRUE(std::signbit(widget->camera().x())) << "a* = 0 must give X = -0";
 }
 
 TEST(HostCamera, projectionAngleAndLightAreNotConverted)

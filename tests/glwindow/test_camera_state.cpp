@@ -18,7 +18,7 @@ const std::vector<std::pair<QVector3D, QVector3D>> views = {
     {{-1, -500, -1}, {0, 50, 0}},
 };
 
-/// Everything that an orbit fixes, against the slow computation.
+/// Compares all values of the orbit with the independent computation.
 void expectOrbit(const CameraState& c, const OrbitOracle& o, double relative = 2e-6)
 {
     const double scale = std::max({1.0, o.distance, length(o.eye), length(o.interest)});
@@ -27,7 +27,7 @@ void expectOrbit(const CameraState& c, const OrbitOracle& o, double relative = 2
     expectVector(c.up(), o.up(), 4.0 * relative * scale, "up");
     EXPECT_NEAR(c.distance(), o.distance, relative * scale);
     EXPECT_NEAR(c.azimuth(), o.azimuth, 1e-5);
-    EXPECT_NEAR(c.polarAngle(), o.polar, 1e-3); // acos loses half of the digits near its ends
+    EXPECT_NEAR(c.polarAngle(), o.polar, 1e-3); // acos has half the precision near -1 and 1
 }
 
 Matrix4d asDouble(const QMatrix4x4& m)
@@ -155,7 +155,7 @@ TEST(CameraRotation, movesTheEyeOnASphere)
     for (const auto& [eye, interest] : views) {
         CameraState c(eye, interest);
         OrbitOracle o{Vec3d(eye), Vec3d(interest)};
-        // From the camera's own angles: what float lost in finding them is no fault of turning.
+        // Starts from the angles of the camera, to exclude their rounding error.
         o.azimuth = c.azimuth();
         o.polar = c.polarAngle();
         o.distance = c.distance();
@@ -177,11 +177,11 @@ TEST(CameraRotation, anglesAreNotLimited)
     CameraState c;
     c.rotate(0, 1.0f); // polar angle pi/2 + 1
     EXPECT_GT(c.up().y(), 0.0f);
-    c.rotate(0, 1.0f); // beyond pi: head down
+    c.rotate(0, 1.0f); // beyond pi: upside down
     EXPECT_FLOAT_EQ(c.polarAngle(), quarter + 2.0f);
     EXPECT_LT(c.up().y(), 0.0f);
     EXPECT_NEAR(c.up().y(), 350.0 * std::sin(M_PI / 2.0 + 2.0), 1e-2);
-    c.rotate(0, -5.0f); // below 0: head down again
+    c.rotate(0, -5.0f); // below 0: upside down again
     EXPECT_FLOAT_EQ(c.polarAngle(), quarter - 3.0f);
     EXPECT_LT(c.up().y(), 0.0f);
     for (int i = 0; i < 10; ++i)
@@ -207,7 +207,7 @@ TEST(CameraRotation, pictureNeverRolls)
         c.rotate(0.37f, 0.23f);
         const Vec3d d = unit(Vec3d(c.eye()) - Vec3d(c.interestPoint()));
         EXPECT_NEAR(dot(unit(Vec3d(c.up())), d), 0.0, 1e-4);
-        EXPECT_NEAR(Axes(c).right.y, 0.0, 1e-4) << "the horizon is level";
+        EXPECT_NEAR(Axes(c).right.y, 0.0, 1e-4) << "the horizon must be level";
     }
 }
 
@@ -221,7 +221,7 @@ TEST(CameraZoom, changesOnlyTheDistance)
         c.zoom(33.25f);
         const Vec3d expected =
             before.interest + (before.distance + 33.25) / before.distance * (before.eye - before.interest);
-        // The polar angle is a float's arc cosine: near a pole half an ulp of its argument moves the eye.
+        // The polar angle is an arc cosine in float, which is imprecise near the poles.
         const double pole = (before.distance + 33.25) * FLT_EPSILON / std::sin(before.polar);
         expectVector(c.eye(), expected, 1e-3 + pole);
         EXPECT_NEAR(c.distance(), before.distance + 33.25, 1e-3);
@@ -251,7 +251,7 @@ TEST_P(ZoomLimit, stepBelowTheMinimumIsIgnored)
     c.zoom(zoom.step);
     EXPECT_NEAR(c.distance(), zoom.expected, 1e-5 * zoom.expected);
     expectVector(c.eye(), {0, 0, -double(zoom.expected)}, 1e-5 * zoom.expected);
-    c.zoom(1.0f); // and the next one works
+    c.zoom(1.0f); // a valid step still works
     EXPECT_NEAR(c.distance(), zoom.expected + 1.0f, 1e-5 * zoom.expected);
 }
 
@@ -302,7 +302,7 @@ TEST(CameraPan, degenerateCameraDoesNotMove)
 
 TEST(CameraPan, positiveOffsetsMoveTheCameraRightAndDown)
 {
-    CameraState c; // looks along +Z with +Y up: the right hand is at -X
+    CameraState c; // looks along +Z with +Y up: right is -X
     c.pan(10, 0);
     expectVector(c.eye(), {-10, 0, -350}, 1e-4);
     expectVector(c.interestPoint(), {-10, 0, 0}, 1e-4);
@@ -316,7 +316,7 @@ TEST(CameraMatrices, viewMatrixLooksFromTheEyeAtTheInterestPoint)
 {
     for (const auto& [eye, interest] : views) {
         const CameraState c(eye, interest);
-        // From the exact eye and interest: near a pole the up vector is short of digits.
+        // Computed from eye and interest, because the up vector is imprecise near the poles.
         const OrbitOracle o{Vec3d(eye), Vec3d(interest)};
         expectMatrix(c.viewMatrix(), lookAtOracle(o.eye, Axes(o.eye, o.interest, o.up())), 2e-5);
     }
@@ -344,7 +344,7 @@ TEST(CameraMatrices, orthogonalShowsTheSameHeightAtTheInterestPoint)
         const double h = distance * std::tan(radians(15.0));
         expectMatrix(c.projectionMatrix(), orthogonalOracle(h, 1600.0 / 900.0));
 
-        // A point above the interest point, at the upper edge of one projection, is there in the other.
+        // A point at the upper edge of one projection is at the upper edge of the other one.
         const Axes axes(c);
         const Vec3d edge = Vec3d(interest) + h * axes.up;
         const QVector3D point = QVector3D(float(edge.x), float(edge.y), float(edge.z));
@@ -368,7 +368,7 @@ TEST(CameraMatrices, orthogonalHeightDependsOnZoomAndAngle)
 
 TEST(CameraMatrices, orthogonalUsesTheDistanceFromEyeToInterest)
 {
-    // Half way between these eyes the recorded distance is 100, the real one 70.7.
+    // Half way between these cameras the stored distance is 100, the actual one 70.7.
     CameraState from({0, 0, -100}, {0, 0, 0}), to({0, 100, 0}, {0, 0, 0});
     CameraState c;
     c.setBetween(from, to, 0.5f);
@@ -463,7 +463,7 @@ TEST(CameraEquality, comparesEveryVisibleField)
 
 TEST(CameraEquality, comparesTheUpVector)
 {
-    // Two blends with one eye and interest point, of cameras 8 and 10 away: the way up is as long.
+    // Two interpolated cameras with equal eye and interest point but different up vectors.
     const QVector3D interest(0, 10, 8);
     CameraState parallel, converging;
     parallel.setBetween(CameraState({-8, 10, 0}, {-8, 10, 8}), CameraState({8, 10, 0}, {8, 10, 8}), 0.5f);
@@ -477,7 +477,7 @@ TEST(CameraEquality, comparesTheUpVector)
 
 TEST(CameraEquality, ignoresTheStoredDistance)
 {
-    // Two blends with one eye, interest and up, at recorded distances of 10 and 8.
+    // Two interpolated cameras with equal eye, interest point and up vector but stored distances of 10 and 8.
     const QVector3D interest(0, 12, 0);
     CameraState far, near;
     far.setBetween(CameraState({0, 18, -8}, interest), CameraState({0, 6, -8}, interest), 0.5f);
@@ -491,7 +491,7 @@ TEST(CameraEquality, ignoresTheStoredDistance)
 
 TEST(CameraEquality, ignoresTheAngles)
 {
-    // An eye at its interest point: the azimuth is that of a signed zero, the polar angle no number.
+    // With the eye at the interest point the azimuth depends on signed zeros and the polar angle is NaN.
     const CameraState a({0.0f, 0, 0}, {0, 0, 0}), b({-0.0f, 0, 0}, {0, 0, 0});
     ASSERT_NE(a.azimuth(), b.azimuth());
     ASSERT_TRUE(std::isnan(a.polarAngle()));
@@ -594,7 +594,7 @@ TEST(CameraBlend, interpolatesOverrides)
 
 TEST(CameraBlend, interpolatedMatrixIsMarkedAsGeneral)
 {
-    // A matrix that remembers to be a scaling or a translation multiplies and inverts differently.
+    // QMatrix4x4 multiplies and inverts matrices differently if they are marked as scaling or translation.
     CameraState a, b;
     b.setOrthogonal(true);
     CameraState c;
@@ -627,7 +627,7 @@ TEST(CameraBlend, eyeMovesOnAStraightLine)
     EXPECT_FLOAT_EQ(c.distance(), 100.0f);
 }
 
-// ---- the course of a move -------------------------------------------------------------------
+// ---- progress of a move -------------------------------------------------------------------
 
 TEST(CameraAnimation, followsAnInOutSine)
 {
@@ -648,7 +648,7 @@ TEST(CameraAnimation, progressIsClamped)
     EXPECT_EQ(move.progressAt(0), 0.0f);
     EXPECT_EQ(move.progressAt(51), 1.0f);
     EXPECT_EQ(move.progressAt(std::numeric_limits<qint64>::max()), 1.0f);
-    move.duration = 0; // 0 / 0 is no progress
+    move.duration = 0; // 0 / 0 gives progress 0
     EXPECT_EQ(move.progressAt(0), 0.0f);
     EXPECT_EQ(move.progressAt(1), 1.0f);
 }

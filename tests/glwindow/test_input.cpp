@@ -41,7 +41,7 @@ struct Window
 
     const CameraState& camera() const { return widget.cameraState(); }
 
-    /// Drags from one global position to another; the way there is a hover.
+    /// Hovers to one global position and drags to another.
     void drag(QPointF from, QPointF to, Qt::MouseButtons buttons)
     {
         moveMouse(widget, from);
@@ -57,7 +57,7 @@ struct Window
     }
 };
 
-/// The camera's angles after turning, in double precision.
+/// The expected angles after a rotation, in double precision.
 void expectTurned(const CameraState& after, const CameraState& before, double dAzimuth, double dPolar)
 {
     EXPECT_NEAR(after.azimuth(), before.azimuth() + dAzimuth, 2e-5);
@@ -82,7 +82,7 @@ void expectPanned(const CameraState& after, const CameraState& before, double dx
     EXPECT_EQ(after.distance(), before.distance());
 }
 
-/// The ray through a pixel, from the geometry of the view.
+/// The expected ray through a pixel, computed from the geometry of the view.
 std::pair<Vec3d, Vec3d> rayOracle(const CameraState& c, double px, double py, double w, double h)
 {
     const Axes a(c);
@@ -126,7 +126,7 @@ TEST(Keys, releaseOfShiftEndsPanMode)
 {
     Window x;
     pressKey(x.widget, Qt::Key_Shift);
-    x.widget.setCameraState(oblique(), 0); // ends the move of the press
+    x.widget.setCameraState(oblique(), 0); // cancels the move of the key press
     releaseKey(x.widget, Qt::Key_Left);
     releaseKey(x.widget, Qt::Key_Plus);
     EXPECT_TRUE(x.widget.panMode());
@@ -217,7 +217,7 @@ TEST(Wheel, ignoresHorizontalDeltas)
 TEST(Wheel, doesNotZoomBelowTheMinimumDistance)
 {
     Window x(CameraState({0, 0, -7.0f}, {0, 0, 0}));
-    turnWheel(x.widget, {0, 120}); // 7 - 6 is less than 1.1
+    turnWheel(x.widget, {0, 120}); // 7 - 6 is below 1.1
     EXPECT_FLOAT_EQ(x.camera().distance(), 7.0f);
     turnWheel(x.widget, {0, 100});
     EXPECT_FLOAT_EQ(x.camera().distance(), 2.0f);
@@ -343,7 +343,7 @@ TEST(MouseMove, draggingToTheRightMovesTheSceneToTheRight)
     EXPECT_GT(onScreen().x(), before.x() + 0.01f);
     EXPECT_NEAR(onScreen().y(), before.y(), 1e-4);
     x.drag({100, 100}, {100, 120}, Qt::RightButton);
-    EXPECT_LT(onScreen().y(), before.y() - 0.01f) << "downwards on the screen";
+    EXPECT_LT(onScreen().y(), before.y() - 0.01f) << "must move down on the screen";
 }
 
 TEST(MouseMove, leftButtonTakesPrecedence)
@@ -372,7 +372,7 @@ TEST(MouseMove, withoutInteractionThePositionIsNotUpdated)
     EXPECT_EQ(x.widget.lastMousePosition(), QPointF(100, 100));
     EXPECT_TRUE(x.camera() == oblique());
     x.widget.setEnableInteraction(true);
-    moveMouse(x.widget, {150, 70}, Qt::RightButton); // the whole way travelled meanwhile
+    moveMouse(x.widget, {150, 70}, Qt::RightButton); // the distance since the last stored position
     expectPanned(x.camera(), oblique(), -50, 30);
 }
 
@@ -619,7 +619,7 @@ TEST(Handlers, dragInAnEmptyWindowDoesNotCrash)
     expectTurned(x.camera(), oblique(), 10.0 * 4 * M_PI / width, 0);
 }
 
-// ---- the host's side ------------------------------------------------------------------------
+// ---- public class ------------------------------------------------------------------------
 
 TEST(HostInput, interactionSwitchIsThatOfTheWindow)
 {
@@ -660,7 +660,7 @@ TEST(HostInput, clicksCarryTheResultOfRayToPoint)
         EXPECT_EQ(ray.first, QVector3D(scene.first.y(), -scene.first.x(), scene.first.z()));
         EXPECT_EQ(ray.second, QVector3D(scene.second.y(), -scene.second.x(), scene.second.z()));
         if (!orthogonal) {
-            EXPECT_EQ(ray.first, QVector3D(120, 40, -200)) << "the eye, as the host set it";
+            EXPECT_EQ(ray.first, QVector3D(120, 40, -200)) << "the eye that the host has set";
         }
     }
 }

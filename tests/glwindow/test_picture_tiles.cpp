@@ -60,7 +60,7 @@ TEST(PictureTiles, emptyPictureHasNoTiles)
     EXPECT_TRUE(pictureTiles({}, 2048).isEmpty());
 }
 
-// A place of the picture lands in the tile at the same place: computed through pixels.
+// Projects positions of the picture into the tile and compares their pixels.
 TEST(PictureTiles, projectEachPositionToTheSamePixel)
 {
     const QSize size(5000, 3000);
@@ -70,7 +70,7 @@ TEST(PictureTiles, projectEachPositionToTheSamePixel)
                                   QPointF(tile.part.center()),
                                   QPointF(tile.part.bottomRight()) + QPointF(0.25, 0.75)};
         for (const QPointF& place : places) {
-            // in perspective: w is not 1
+            // as after a perspective projection, with w other than 1
             const double w = 3.0;
             const double x = (2.0 * place.x() / size.width() - 1.0) * w;
             const double y = (1.0 - 2.0 * place.y() / size.height()) * w;
@@ -79,7 +79,7 @@ TEST(PictureTiles, projectEachPositionToTheSamePixel)
                 QVector4D(static_cast<float>(x), static_cast<float>(y), 0.5f, static_cast<float>(w));
             const double px = (double(there.x()) / double(there.w()) + 1.0) / 2.0 * tile.drawn.width();
             const double py = (1.0 - double(there.y()) / double(there.w())) / 2.0 * tile.drawn.height();
-            // a hundredth of a pixel: floats of clip coordinates
+            // tolerance for clip coordinates in float
             EXPECT_NEAR(px + tile.drawn.x(), place.x(), 0.01);
             EXPECT_NEAR(py + tile.drawn.y(), place.y(), 0.01);
             EXPECT_FLOAT_EQ(there.z(), 0.5f);

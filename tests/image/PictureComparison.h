@@ -3,22 +3,22 @@
 
 #include <QtGui/QImage>
 
-/// How far two pictures are apart.
+/// Difference of two pictures.
 struct PictureDifference
 {
-    bool comparable = false; ///< both there, of one size
-    double mean = 0.0;       ///< mean difference per channel, in steps of 255; 0 is identical
-    double share = 0.0;      ///< share of pixels that differ by more than 16 steps in some channel, 0..1
-    QImage picture;          ///< where they differ: black where they agree
+    bool comparable = false; ///< both are not null and have the same size
+    double mean = 0.0;       ///< mean absolute difference per channel, 0..255
+    double fraction = 0.0;   ///< of pixels that differ by more than 16 in a channel, 0..1
+    QImage picture;          ///< absolute differences
 };
 
-PictureDifference comparePictures(const QImage& actual, const QImage& expected);
+[[nodiscard]] PictureDifference comparePictures(const QImage& actual, const QImage& expected);
 
-/// What a comparison lets pass.
+/// Maximum difference of pictures that count as equal.
 struct PictureThreshold
 {
     double mean;
-    double share;
+    double fraction;
 };
 
-bool withinThreshold(const PictureDifference& difference, const PictureThreshold& threshold);
+[[nodiscard]] bool withinThreshold(const PictureDifference& difference, const PictureThreshold& threshold);

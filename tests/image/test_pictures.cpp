@@ -10,14 +10,14 @@
 
 #include <functional>
 
-// Each case draws one thing, compares it with its baseline, then switches that thing off: the picture
-// must leave the threshold, else the baseline would not show it.
+// Each case draws one feature and compares it with its baseline. Then it switches the feature off: the
+// picture must now exceed the threshold, otherwise the baseline does not show the feature.
 
 namespace {
 
-// The software renderer gives the same bytes on every run. What is let pass is another version of it
-// moving the antialiased pixels along edges: at this size the longest outlines cover under 1 % of the
-// picture, by a fraction of their contrast.
+// The software renderer gives the same bytes in every run. The threshold allows for other versions of it,
+// which change antialiased pixels along edges by a fraction of their contrast. At this size edges cover less
+// than 1 % of the picture.
 constexpr PictureThreshold edges{0.25, 0.008};
 
 using Step = std::function<void(KVGamut3DViewer&)>;
@@ -59,7 +59,7 @@ QImage baseline(const QString& name)
     return QImage(QDir(qEnvironmentVariable("KV_BASELINES")).filePath(name + QStringLiteral(".png")));
 }
 
-/// Draws what @p set makes, judges it, and sees that @p off changes it.
+/// Compares the picture after @p set with the baseline, and checks that @p off changes it.
 void expectPicture(const QString& name, const Step& set, const Step& off)
 {
     ASSERT_TRUE(qEnvironmentVariableIsSet("KV_BASELINES")) << "run this through ctest";
@@ -84,14 +84,14 @@ void expectPicture(const QString& name, const Step& set, const Step& off)
         actual.save(folder.filePath(name + QStringLiteral("-actual.png")));
         expected.save(folder.filePath(name + QStringLiteral("-expected.png")));
         difference.picture.save(folder.filePath(name + QStringLiteral("-difference.png")));
-        ADD_FAILURE() << qPrintable(name) << ": mean " << difference.mean << ", share " << difference.share
-                      << "; see " << qPrintable(folder.path());
+        ADD_FAILURE() << qPrintable(name) << ": mean " << difference.mean << ", fraction "
+                      << difference.fraction << "; see " << qPrintable(folder.path());
     }
 
     off(shown.viewer);
     ASSERT_TRUE(shown.settle());
     EXPECT_FALSE(withinThreshold(comparePictures(shown.viewer.picture(), expected), edges))
-        << qPrintable(name) << " looks the same without what it shows";
+        << qPrintable(name) << " does not show its feature";
 }
 
 } // namespace
@@ -297,11 +297,11 @@ TEST(Pictures, orthogonal)
         [](auto& v) { v.setOrthogonalProjection(false, 0); });
 }
 
-// A loose threshold would hide a wrong colour, so a few pixels are held to what they must be.
+// The threshold would not detect a wrong colour in a small area, so the colours of a few pixels are tested.
 TEST(Pictures, probedPixelsHaveTheirColours)
 {
-    // red seen from the top, L* axis towards the eye: the pure sRGB corner is (53.2, 80.1, 67.2) at D65,
-    // near (54.3, 80.8, 69.9) here; the surface just inside it is nearly that red
+    // Seen from the top. The red corner of sRGB is (53.2, 80.1, 67.2) for D65 and about (54.3, 80.8, 69.9)
+    // for D50. Just inside it the surface is almost pure red.
     kvtest::ShownViewer shown(240, 180);
     ASSERT_TRUE(shown.shown);
     screen(shown.viewer);
@@ -319,7 +319,7 @@ TEST(Pictures, probedPixelsHaveTheirColours)
     EXPECT_LT(red.green(), 60);
     EXPECT_LT(red.blue(), 60);
     EXPECT_EQ(picture.pixelColor(2, 2), QColor(Qt::gray).toRgb());
-    // the white of the display: L* 100 under the middle of the picture
+    // white, L* 100, is in the middle of the picture
     const QColor white = picture.pixelColor(120, 90);
     EXPECT_GT(white.red(), 245);
     EXPECT_GT(white.green(), 245);

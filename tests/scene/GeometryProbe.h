@@ -13,7 +13,7 @@
 #include <set>
 #include <vector>
 
-/// Looks at generated geometry from outside, in double precision.
+/// Checks generated geometry in double precision.
 namespace kvtest {
 
 /// One generated vertex, decoded.
@@ -26,7 +26,7 @@ struct GeneratedVertex
 
 inline std::vector<GeneratedVertex> decode(const QList<float>& floats)
 {
-    EXPECT_EQ(floats.size() % GeometryData::floatsPerVertex, 0) << "whole records";
+    EXPECT_EQ(floats.size() % GeometryData::floatsPerVertex, 0) << "incomplete record";
     std::vector<GeneratedVertex> vertices;
     const float* f = floats.constData();
     for (qsizetype i = 0; i + GeometryData::floatsPerVertex <= floats.size();
@@ -60,10 +60,10 @@ using PositionKey = std::array<double, 3>;
 
 inline PositionKey keyOf(const Vec3d& p)
 {
-    return {p.x + 0.0, p.y + 0.0, p.z + 0.0}; // -0.0 is the same place as 0.0
+    return {p.x + 0.0, p.y + 0.0, p.z + 0.0}; // -0.0 and 0.0 are the same position
 }
 
-/// Positions that differ in any bit count as different: seams have to share the very same corners.
+/// Compares exactly: vertices at a seam must have identical positions.
 inline std::set<PositionKey> distinctPositions(const std::vector<TriangleCorners>& triangles)
 {
     std::set<PositionKey> keys;
@@ -74,7 +74,7 @@ inline std::set<PositionKey> distinctPositions(const std::vector<TriangleCorners
     return keys;
 }
 
-/// Whether every edge is passed as often in one direction as in the other: no hole, no flipped face.
+/// Whether every edge is used equally often in both directions: no holes, consistent orientation.
 inline bool isClosedSurface(const std::vector<TriangleCorners>& triangles)
 {
     std::map<std::pair<PositionKey, PositionKey>, int> balance;
@@ -93,19 +93,19 @@ inline bool isClosedSurface(const std::vector<TriangleCorners>& triangles)
     return true;
 }
 
-/// Positive when the faces are counter-clockwise seen from outside.
+/// Positive if the faces are counter-clockwise seen from outside.
 inline double signedVolume(const std::vector<TriangleCorners>& triangles)
 {
     double sum = 0.0;
     if (triangles.empty())
         return sum;
-    const Vec3d origin = triangles.front()[0]; // far from zero, products of absolute positions cancel
+    const Vec3d origin = triangles.front()[0]; // avoids cancellation for solids far from zero
     for (const TriangleCorners& t : triangles)
         sum += dot(t[0] - origin, cross(t[1] - origin, t[2] - origin)) / 6.0;
     return sum;
 }
 
-/// How often the surface encloses @p p: 0 outside, 1 inside, more where solids overlap.
+/// Winding number of the surface around @p p: 0 outside, 1 inside, more where solids overlap.
 inline double windingNumber(const std::vector<TriangleCorners>& triangles, const Vec3d& p)
 {
     double sum = 0.0;
@@ -123,7 +123,7 @@ inline double windingNumber(const std::vector<TriangleCorners>& triangles, const
     return sum / (4.0 * M_PI);
 }
 
-/// Every normal is of length 1 and points where the corners run counter-clockwise.
+/// Every normal has length 1 and agrees with the orientation of its triangle.
 inline void expectFlatOutwardNormals(const GeometryData& geometry)
 {
     const std::vector<GeneratedVertex> vertices = decode(geometry.vertices);

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-/// Drives scene objects without a GL context and reads their vertices back.
+/// Helpers to draw scene objects without a GL context and to read their vertices.
 namespace kvtest {
 
 using ObjectPtr = QSharedPointer<KV3DObject>;
@@ -25,7 +25,7 @@ inline std::vector<VertexStride> verticesOf(const KV3DObject& o)
     return records;
 }
 
-/// Generated vertices (ten floats each) in @p color at the positions; normals count up.
+/// Generated vertices (ten floats each) in @p color at the given positions, with distinct normals.
 inline QList<float> generated(const QList<QVector3D>& positions, const QColor& color)
 {
     QList<float> floats;
@@ -38,7 +38,7 @@ inline QList<float> generated(const QList<QVector3D>& positions, const QColor& c
     return floats;
 }
 
-/// One pass over the tree, as a frame makes it.
+/// One pass of a frame over the tree.
 inline void drawPass(KV3DObject& o, int pass, const CameraState& camera = {})
 {
     o.draw(nullptr, camera.viewMatrix(), camera.projectionMatrix(), QMatrix4x4(), camera, {0, 300, 0},

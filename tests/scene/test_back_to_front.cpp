@@ -13,9 +13,9 @@
 
 namespace {
 
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
 
-/// Primitives of n vertices; what follows the position is a number of its own, to recognise a record.
+/// Primitives of n vertices. The floats after each position are unique, to identify the record.
 struct Scene
 {
     int verticesPerPrimitive = 3;
@@ -34,7 +34,7 @@ struct Scene
     }
 };
 
-/// Squared distances of a primitive's vertices from the eye: the smallest, and the sum.
+/// Squared distances of the vertices of a primitive from the eye: minimum and sum.
 std::pair<double, double> distances(const float* record, int vertices, const QVector3D& eye)
 {
     double nearest = std::numeric_limits<double>::infinity();
@@ -51,7 +51,7 @@ std::pair<double, double> distances(const float* record, int vertices, const QVe
     return {nearest, sum};
 }
 
-/// The slow and obvious way: whole records, moved by a stable sort.
+/// The slow and obvious way: a stable sort of whole records.
 std::vector<float> naive(const Scene& scene, const QVector3D& eye)
 {
     std::vector<std::vector<float>> records;
@@ -70,12 +70,12 @@ std::vector<float> naive(const Scene& scene, const QVector3D& eye)
 
 std::vector<float> sorted(BackToFront& sorter, const Scene& scene, const QVector3D& eye)
 {
-    std::vector<float> out(scene.floats.size(), notANumber);
+    std::vector<float> out(scene.floats.size(), quietNaN);
     sorter.sort(scene.floats, scene.verticesPerPrimitive, eye, out);
     return out;
 }
 
-/// Small whole numbers: float computes all distances exactly, ties included.
+/// Small integer coordinates, for which all distances are exact in float, including ties.
 Scene wholeNumbers(int verticesPerPrimitive, int count, int range, unsigned seed)
 {
     std::mt19937 random(seed);
@@ -119,12 +119,12 @@ INSTANTIATE_TEST_SUITE_P(BackToFront, BackToFrontSizes,
 TEST_P(BackToFrontSizes, resortGivesTheSameResultAsSort)
 {
     const auto [vertices, count] = GetParam();
-    const Scene scene = wholeNumbers(vertices, count, 20, 4); // many equal distances
+    const Scene scene = wholeNumbers(vertices, count, 20, 4); // many ties
     BackToFront sorter;
     std::vector<float> previous = sorted(sorter, scene, {0, 0, -350});
     for (const QVector3D& eye : {QVector3D(0, 1, -350), QVector3D(0, 0, 350), QVector3D(0, 0, 0),
                                  QVector3D(0, 0, 0), QVector3D(3, 5, 7), QVector3D(-200, 100, 50)}) {
-        std::vector<float> again(scene.floats.size(), notANumber);
+        std::vector<float> again(scene.floats.size(), quietNaN);
         sorter.resort(previous, eye, again);
         EXPECT_EQ(again, naive(scene, eye)) << "from " << eye.x() << ", " << eye.y() << ", " << eye.z();
         previous = again;
@@ -138,7 +138,7 @@ TEST(BackToFront, equalNearestDistancesAreOrderedByDescendingSum)
     scene.add({{0, 0, 20}, {0, 30, 0}, {10, 0, 0}}); // nearest 100, sum 1400
     scene.add({{0, 0, 10}, {0, 10, 0}, {10, 0, 0}}); // nearest 100, sum 300
     scene.add({{0, 0, 11}, {0, 11, 0}, {11, 0, 0}}); // nearest 121
-    scene.add({{0, 0, 5}, {0, 90, 0}, {90, 0, 0}});  // nearest 25, for all its sum
+    scene.add({{0, 0, 5}, {0, 90, 0}, {90, 0, 0}});  // nearest 25, although its sum is the largest
     BackToFront sorter;
     const auto out = sorted(sorter, scene, {0, 0, 0});
     ASSERT_EQ(out.size(), scene.floats.size());
@@ -153,7 +153,7 @@ TEST(BackToFront, equalNearestDistancesAreOrderedByDescendingSum)
 TEST(BackToFront, completeTiesKeepTheInputOrder)
 {
     for (const int vertices : {2, 3}) {
-        // Coordinates of -1, 0 and 1: nearly everything is a tie with something.
+        // With coordinates of -1, 0 and 1 nearly every primitive is in a tie.
         const Scene scene = wholeNumbers(vertices, 3000, 1, 9);
         BackToFront sorter;
         EXPECT_EQ(sorted(sorter, scene, {0, 0, 0}), naive(scene, {0, 0, 0}));
@@ -202,31 +202,31 @@ TEST(BackToFront, nanPositionsDoNotAffectOtherRecords)
     std::mt19937 random(4);
     std::uniform_int_distribution<int> coordinate(-100, 100);
     for (const int vertices : {2, 3}) {
-        Scene scene, healthy;
-        scene.verticesPerPrimitive = healthy.verticesPerPrimitive = vertices;
-        std::size_t sick = 0;
+        Scene scene, valid;
+        scene.verticesPerPrimitive = valid.verticesPerPrimitive = vertices;
+        std::size_t invalid = 0;
         for (int i = 0; i < 4000; ++i) {
             std::vector<QVector3D> corners;
             for (int k = 0; k < vertices; ++k)
                 corners.emplace_back(coordinate(random), coordinate(random), coordinate(random));
             const bool bad = i % 3 == 0;
             if (bad) {
-                corners[std::size_t(i / 3 % vertices)].setY(notANumber);
-                ++sick;
+                corners[std::size_t(i / 3 % vertices)].setY(quietNaN);
+                ++invalid;
             }
             const std::size_t at = scene.floats.size();
             scene.add(corners);
             if (!bad)
-                healthy.floats.insert(healthy.floats.end(), scene.floats.begin() + std::ptrdiff_t(at),
-                                      scene.floats.end());
+                valid.floats.insert(valid.floats.end(), scene.floats.begin() + std::ptrdiff_t(at),
+                                    scene.floats.end());
         }
         BackToFront sorter;
         const auto out = sorted(sorter, scene, {1, 2, 3});
 
         const std::size_t size = scene.floatsPerPrimitive();
-        std::vector<float> healthyOut;
+        std::vector<float> validOut;
         std::vector<float> idsIn, idsOut;
-        std::size_t sickOut = 0;
+        std::size_t invalidOut = 0;
         for (std::size_t i = 0; i < scene.count(); ++i) {
             idsIn.push_back(scene.floats[i * size + 3]);
             idsOut.push_back(out[i * size + 3]);
@@ -234,16 +234,16 @@ TEST(BackToFront, nanPositionsDoNotAffectOtherRecords)
                                          out.begin() + std::ptrdiff_t((i + 1) * size),
                                          [](float f) { return std::isnan(f); });
             if (bad)
-                ++sickOut;
+                ++invalidOut;
             else
-                healthyOut.insert(healthyOut.end(), out.begin() + std::ptrdiff_t(i * size),
-                                  out.begin() + std::ptrdiff_t((i + 1) * size));
+                validOut.insert(validOut.end(), out.begin() + std::ptrdiff_t(i * size),
+                                out.begin() + std::ptrdiff_t((i + 1) * size));
         }
-        EXPECT_EQ(sickOut, sick);
+        EXPECT_EQ(invalidOut, invalid);
         std::sort(idsIn.begin(), idsIn.end());
         std::sort(idsOut.begin(), idsOut.end());
-        EXPECT_EQ(idsOut, idsIn) << "every record is there once";
-        EXPECT_EQ(healthyOut, naive(healthy, {1, 2, 3}));
+        EXPECT_EQ(idsOut, idsIn) << "a record is missing or duplicated";
+        EXPECT_EQ(validOut, naive(valid, {1, 2, 3}));
     }
 }
 
@@ -251,7 +251,7 @@ TEST(BackToFront, nanEyeKeepsAllRecords)
 {
     const Scene scene = wholeNumbers(3, 500, 50, 2);
     BackToFront sorter;
-    auto out = sorted(sorter, scene, {notANumber, 0, 0});
+    auto out = sorted(sorter, scene, {quietNaN, 0, 0});
     auto all = scene.floats;
     std::sort(out.begin(), out.end());
     std::sort(all.begin(), all.end());

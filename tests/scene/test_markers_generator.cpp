@@ -7,7 +7,7 @@ using namespace kvtest;
 
 namespace {
 
-/// The bracketed cube's 24 segments around @p centre, for a marker of @p size.
+/// The 24 segments of the bracketed cube of a marker.
 QList<ColoredSegment> bracketedCube(const ColoredPoint& marker, float size)
 {
     QList<ColoredSegment> segments;
@@ -33,7 +33,7 @@ const QList<ColoredPoint> three = {{QColor(255, 10, 20), {50, 0, 0}},
                                    {QColor(1, 200, 30, 99), {20, -60, 40}},
                                    {QColor(7, 8, 250), {90, 70, -80}}};
 
-/// Vertices of each of the markers @p markers, told apart by the nearest position.
+/// The vertices of each marker. A vertex belongs to the marker with the nearest position.
 std::vector<std::vector<GeneratedVertex>> perMarker(const GeometryData& g, const QList<ColoredPoint>& markers)
 {
     std::vector<std::vector<GeneratedVertex>> groups(std::size_t(markers.size()));
@@ -87,15 +87,15 @@ TEST_P(EveryMarkerType, markersAreCentredAtTheirPositionInTheirColour)
     const auto groups = perMarker(g, three);
     for (std::size_t i = 0; i < groups.size(); ++i) {
         const ColoredPoint& marker = three[qsizetype(i)];
-        EXPECT_EQ(groups[i].size(), groups[0].size()) << "all markers have one shape";
+        EXPECT_EQ(groups[i].size(), groups[0].size()) << "markers differ in shape";
         double low = 1e300, high = -1e300;
         for (const GeneratedVertex& v : groups[i]) {
             EXPECT_EQ(v.color, rgba(marker.first));
             low = std::min(low, v.position.y);
             high = std::max(high, v.position.y);
         }
-        EXPECT_NEAR(0.5 * (low + high), marker.second.x(), 1e-4) << "centred in L*";
-        EXPECT_GE(high - low, 6.0 - 1e-3) << "size is the diameter";
+        EXPECT_NEAR(0.5 * (low + high), marker.second.x(), 1e-4) << "not centred in L*";
+        EXPECT_GE(high - low, 6.0 - 1e-3) << "smaller than its size";
     }
 }
 
@@ -116,7 +116,7 @@ TEST_P(EveryMarkerType, extentIsProportionalToSize)
             high = std::max({high, std::abs(v.position.x), std::abs(v.position.y), std::abs(v.position.z)});
         return high;
     };
-    // The bars of the bracketed cube keep their thickness: half of 1 / 1.5 more at every size.
+    // The ribbons of the bracketed cube have the same thickness, 1 / 1.5, at every size.
     const double bar = GetParam() == 2 ? 0.5 / 1.5 : 0.0;
     EXPECT_NEAR(extent(30.0f), 15.0 + bar, 1e-4);
     EXPECT_NEAR(extent(60.0f), 30.0 + bar, 1e-4);
@@ -139,15 +139,15 @@ TEST(MarkersGenerator, typeOneIsASphereOfRadiusHalfTheSize)
     const GeometryData g = kvMarkers(1, {marker}, 8.0f, 0.0f);
     for (const GeneratedVertex& v : decode(g.vertices)) {
         EXPECT_NEAR(length(v.position - centre), 4.0, 1e-4);
-        // Smooth light: the normal is the radius, in host coordinates.
+        // Smooth shading: the normal has the direction of the radius.
         EXPECT_NEAR(length(v.normal), 1.0, 1e-5);
         EXPECT_GT(dot(sceneFromHost(v.normal), unit(v.position - centre)), 0.9999);
     }
     const auto triangles = trianglesOf(g);
-    // A ball in steps of pi/8: sixteen meridians, eight bands. Its volume is that of the inscribed
-    // frustums: bands between latitudes, each a sixteen-sided prismoid.
+    // A sphere in steps of pi/8 has sixteen sectors and eight bands. Its volume is the sum of eight frustums
+    // with regular 16-gons as bases.
     double expected = 0.0;
-    const double area = 0.5 * 16.0 * std::sin(M_PI / 8.0); // of a sixteen-gon of radius 1
+    const double area = 0.5 * 16.0 * std::sin(M_PI / 8.0); // of a regular 16-gon of radius 1
     for (int band = 0; band < 8; ++band) {
         const double low = -M_PI / 2.0 + band * M_PI / 8.0;
         const double high = low + M_PI / 8.0;
@@ -159,7 +159,7 @@ TEST(MarkersGenerator, typeOneIsASphereOfRadiusHalfTheSize)
     EXPECT_GT(windingNumber(triangles, centre), 0.99);
 }
 
-/// How many spheres, how large, and how many bands from pole to pole each then has.
+/// Number and size of the markers, and the expected number of bands from pole to pole.
 struct ManySpheres
 {
     int count;
@@ -230,7 +230,7 @@ TEST(MarkersGenerator, typeTwoHasTwentyFourRibbonsPerMarker)
 TEST(MarkersGenerator, typeTwoDrawsOnlyTheOuterThirdsOfEachEdge)
 {
     const auto triangles = trianglesOf(kvMarkers(2, {{Qt::red, {0, 0, 0}}}, 30.0f, 0.0f));
-    // Edges parallel to the three axes, at +-15: thirds of 10.
+    // Edges at +-15 parallel to the three axes; a third is 10 long.
     for (int axis = 0; axis < 3; ++axis) {
         for (const double u : {-15.0, 15.0}) {
             for (const double v : {-15.0, 15.0}) {
@@ -248,7 +248,7 @@ TEST(MarkersGenerator, typeTwoDrawsOnlyTheOuterThirdsOfEachEdge)
             }
         }
     }
-    EXPECT_LT(windingNumber(triangles, {0, 0, 0}), 0.1) << "the cube is empty";
+    EXPECT_LT(windingNumber(triangles, {0, 0, 0}), 0.1) << "the cube must be empty";
 }
 
 TEST(MarkersGenerator, typeThreeIsAStarWithPolesAlongTheLightnessAxis)
@@ -286,7 +286,8 @@ TEST(MarkersGenerator, typeThreeIsAStarWithPolesAlongTheLightnessAxis)
     EXPECT_EQ(tips, 4);
     EXPECT_EQ(notches, 4);
     EXPECT_EQ(angles.size(), 8u);
-    // Two pyramids of height 4 on eight triangles with sides 4 and 2 and 45 degrees between them.
+    // Two pyramids of height 4. Their base consists of eight triangles with sides 4 and 2 at an angle of 45
+    // degrees.
     const double base = 8.0 * 0.5 * 4.0 * 2.0 * std::sin(M_PI / 4.0);
     EXPECT_NEAR(signedVolume(triangles), 2.0 * base * 4.0 / 3.0, 1e-3);
 }

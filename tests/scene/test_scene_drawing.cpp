@@ -25,15 +25,15 @@ double milliseconds(Clock::duration d)
     return std::chrono::duration<double, std::milli>(d).count();
 }
 
-/// The in-out sine in double precision: slow at both ends, half way at half time.
+/// The in-out sine in double precision.
 double inOutSine(double p)
 {
     p = std::clamp(p, 0.0, 1.0);
     return 0.5 * (1.0 - std::cos(M_PI * p));
 }
 
-/// Judges an opacity change by the times around the calls: between the earliest and the latest moment
-/// that the object can have seen.
+/// Checks an opacity change against the times measured around each call: the alpha must lie between the
+/// values for the earliest and for the latest time that the object can have used.
 class TimedChange
 {
 public:
@@ -44,17 +44,17 @@ public:
         m_startLatest = Clock::now();
     }
 
-    /// Draws a frame; true when it surely came before the end of the change.
+    /// Draws a frame and checks its alpha. True if the change had certainly not ended yet.
     bool expectAlphaAfterFrame()
     {
         const auto before = Clock::now();
         drawFrame(m_object);
         const auto after = Clock::now();
-        // The object counts whole milliseconds.
-        const double least = inOutSine((milliseconds(before - m_startLatest) - 1.0) / m_ms);
-        const double most = inOutSine((milliseconds(after - m_startEarliest) + 1.0) / m_ms);
-        const double a = m_from + (m_to - m_from) * least;
-        const double b = m_from + (m_to - m_from) * most;
+        // The object measures whole milliseconds.
+        const double min = inOutSine((milliseconds(before - m_startLatest) - 1.0) / m_ms);
+        const double max = inOutSine((milliseconds(after - m_startEarliest) + 1.0) / m_ms);
+        const double a = m_from + (m_to - m_from) * min;
+        const double b = m_from + (m_to - m_from) * max;
         EXPECT_GE(m_object.alpha(), std::min(a, b) - 1e-4);
         EXPECT_LE(m_object.alpha(), std::max(a, b) + 1e-4);
         return milliseconds(after - m_startEarliest) < m_ms;
@@ -98,7 +98,7 @@ ObjectPtr surface(const QString& id, const std::vector<float>& depths, float alp
     return o;
 }
 
-/// Depths of the root's batch in drawing order.
+/// Depths of the triangles of the batch in drawing order.
 std::vector<float> batchDepths(const KV3DObject& root)
 {
     std::vector<float> depths;
@@ -116,7 +116,7 @@ std::vector<float> sortedDepths(const KV3DObject& root)
     return depths;
 }
 
-/// What a draw check was asked.
+/// A recorded call of a draw check.
 struct Asked
 {
     std::string by;
@@ -132,7 +132,7 @@ public:
     RecordingCheck(const char* name, std::vector<Asked>& log) : m_name(name), m_log(log) {}
 
     int refusedPass = 0;
-    QMatrix4x4 adjusted; ///< what adjustModel() answers, unless it is the identity
+    QMatrix4x4 adjusted; ///< returned by adjustModel(), unless it is the identity
 
     bool accept(const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView, const QMatrix4x4& model,
                 const CameraState& camera, int flags) override
@@ -190,7 +190,7 @@ TEST(OpacityChange, followsAnInOutSine)
     }
     change.sleepUntil(1010);
     drawFrame(*o);
-    EXPECT_EQ(o->alpha(), 0.0f) << "exactly";
+    EXPECT_EQ(o->alpha(), 0.0f) << "not exact";
     EXPECT_FALSE(o->hasTransition());
 }
 
@@ -285,7 +285,7 @@ TEST(OpacityChange, startsFromTheOpacityReachedByTheOneItReplaces)
     for (const int ms : {0, 100, 200, 300}) {
         second.sleepUntil(ms);
         second.expectAlphaAfterFrame();
-        EXPECT_GE(o->alpha(), reached - 1e-4) << "the dropped one would have gone on down";
+        EXPECT_GE(o->alpha(), reached - 1e-4) << "the replaced change continued";
     }
     second.sleepUntil(410);
     drawFrame(*o);
@@ -480,8 +480,8 @@ TEST(DrawCheck, acceptGetsTheAdjustedModelAndChildrenTheIncomingOne)
     parent->draw(nullptr, camera.viewMatrix(), camera.projectionMatrix(), incoming, camera, {}, Qt::white,
                  KVPassOpaque);
     ASSERT_EQ(log.size(), 4u);
-    EXPECT_EQ(log[0].model, incoming) << "the parent adjusts the incoming model";
-    EXPECT_EQ(log[1].model, parentCheck->adjusted) << "and is judged with its own";
+    EXPECT_EQ(log[0].model, incoming) << "adjustModel() must get the incoming model";
+    EXPECT_EQ(log[1].model, parentCheck->adjusted) << "accept() must get the adjusted model";
     EXPECT_EQ(log[2].by, "child");
     EXPECT_EQ(log[2].model, incoming);
     EXPECT_EQ(log[3].model, incoming);
@@ -615,7 +615,7 @@ TEST(Batch, containsVertexRecordsInBackToFrontOrder)
     KV3DObject root(QStringLiteral("root"));
     QList<float> all;
     for (int i = 0; i < 5; ++i) {
-        // Depths far apart from each other, dealt to five objects.
+        // Distinct depths, distributed to five objects.
         const ObjectPtr o =
             surface(QString::number(i), {float(10 * i), float(-10 * i - 5), float(70 + 7 * i)},
                     0.25f + 0.1f * float(i));
@@ -665,12 +665,12 @@ TEST(Batch, isSortedAgainOnlyWhenTheEyeMoves)
     for (const QVector3D& eye : {QVector3D(0.001f, 50, 350), QVector3D(0.001f, 50.001f, 350),
                                  QVector3D(0.001f, 50.001f, 350.001f)}) {
         drawFrame(root, cameraAt(eye));
-        EXPECT_EQ(root.sortCount(), ++expected) << "one coordinate moved";
+        EXPECT_EQ(root.sortCount(), ++expected) << "after a change of one coordinate";
         drawFrame(root, cameraAt(eye));
         EXPECT_EQ(root.sortCount(), expected);
     }
 
-    // Another interest point or projection from the same eye shows the same order.
+    // Another interest point or projection does not change the order.
     CameraState other({0.001f, 50.001f, 350.001f}, {10, 20, 30});
     other.setOrthogonal(true);
     drawFrame(root, other);
@@ -680,24 +680,24 @@ TEST(Batch, isSortedAgainOnlyWhenTheEyeMoves)
 TEST(Batch, steadySceneAllocatesNothing)
 {
     if (!kvtest::countsAllocations())
-        GTEST_SKIP() << "a sanitizer's heap does not count";
+        GTEST_SKIP() << "allocations are not counted in sanitized builds";
     KV3DObject root(QStringLiteral("root"));
     for (int i = 0; i < 10; ++i)
         root.addChild(surface(QString::number(i), std::vector<float>(200, float(i)), 0.5f));
     const auto orbit = [&](int from, int to) {
         for (int i = from; i < to; ++i) {
             const CameraState camera = cameraAt({float(i), 50, -350});
-            drawFrame(root, camera); // from a new eye, ordered again
-            drawFrame(root, camera); // and as it is
+            drawFrame(root, camera); // new eye: sorted again
+            drawFrame(root, camera); // same eye
         }
     };
-    orbit(0, 2); // the buffers grow to their sizes
+    orbit(0, 2); // buffers are allocated in the first frames
     const std::uint64_t before = kvtest::allocationsSoFar();
     orbit(2, 10);
     EXPECT_EQ(kvtest::allocationsSoFar(), before);
     EXPECT_EQ(root.sortCount(), 10);
     delete new KV3DObject(QStringLiteral("x"));
-    EXPECT_GT(kvtest::allocationsSoFar(), before) << "they are counted";
+    EXPECT_GT(kvtest::allocationsSoFar(), before) << "allocations are not counted";
 }
 
 TEST(Batch, steadySceneOfAllObjectKindsIsNotSortedAgain)
@@ -765,9 +765,9 @@ TEST(Batch, isRebuiltOnceAfterEachChange)
     }
     EXPECT_THAT(batchDepths(root), ElementsAre(40, 30, 10));
     for (qsizetype i = 0; i < 2 * 45; i += 15) {
-        EXPECT_EQ(root.sortedVertices().at(i + 6), 1.0f) << "the new colour";
-        EXPECT_EQ(root.sortedVertices().at(i + 9), 0.25f) << "the new opacity";
-        EXPECT_EQ(root.sortedVertices().at(i + 14), 77.0f) << "the new clipping";
+        EXPECT_EQ(root.sortedVertices().at(i + 6), 1.0f) << "old colour";
+        EXPECT_EQ(root.sortedVertices().at(i + 9), 0.25f) << "old opacity";
+        EXPECT_EQ(root.sortedVertices().at(i + 14), 77.0f) << "old clip value";
     }
 }
 

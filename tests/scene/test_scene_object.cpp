@@ -50,7 +50,7 @@ struct Family
     QList<ObjectPtr> all() const { return {parent, child, grandchild}; }
 };
 
-/// One frame: everything counts as drawn afterwards.
+/// Draws one frame, after which everything counts as drawn.
 void settle(KV3DObject& o)
 {
     drawFrame(o);
@@ -205,7 +205,7 @@ TEST(SceneObjectTree, lookupOfAnUnknownIdReturnsNull)
     EXPECT_FALSE(parent.hasChild(QStringLiteral("a")));
     parent.addChild(object(QStringLiteral("a")));
     EXPECT_TRUE(parent.hasChild(QStringLiteral("a")));
-    EXPECT_TRUE(parent.child(QStringLiteral("A")).isNull()) << "ids are told apart by case";
+    EXPECT_TRUE(parent.child(QStringLiteral("A")).isNull()) << "ids are case-sensitive";
     EXPECT_FALSE(parent.child(QStringLiteral("a"))->hasChild(QStringLiteral("a")));
 }
 
@@ -356,7 +356,7 @@ TEST(SceneObjectVertices, drawingWithoutAProgramUploadsNothing)
     EXPECT_FALSE(o.hasBuffer());
     EXPECT_EQ(o.uploadCount(), 0);
     drawFrame(o);
-    EXPECT_FALSE(o.hasBuffer()) << "nothing is uploaded without a program";
+    EXPECT_FALSE(o.hasBuffer()) << "uploaded without a program";
     EXPECT_EQ(o.uploadCount(), 0);
 }
 
@@ -370,7 +370,7 @@ TEST(SceneObjectColour, invalidColourKeepsTheGeneratedColours)
     o.setColor(QColor());
     EXPECT_EQ(o.vertices(), before);
     o.setDisplayMode(2);
-    EXPECT_EQ(o.vertices(), before) << "no averaging without a colour";
+    EXPECT_EQ(o.vertices(), before) << "averaged without a colour";
 }
 
 TEST(SceneObjectColour, invalidColourAfterAValidOneKeepsThePresentColours)
@@ -440,7 +440,7 @@ TEST(SceneObjectColour, otherObjectsAreNotShaded)
 struct ShadeRow
 {
     double lightness;
-    double towardsWhite; ///< share of white
+    double towardsWhite; ///< added to each channel
     double factor;       ///< of the colour
 };
 
@@ -450,7 +450,7 @@ class ShadedSurface : public testing::TestWithParam<const char*>
 
 TEST_P(ShadedSurface, isShadedByTheLightnessOfEachVertex)
 {
-    // Up to L* 50 from black to the colour, above it from the colour to white.
+    // From black at L* 0 to the colour at L* 50, and from there to white at L* 100.
     const ShadeRow rows[] = {{0, 0, 0},      {10, 0, 0.2}, {25, 0, 0.5},       {50, 0, 1},     {60, 0.2, 0.8},
                              {75, 0.5, 0.5}, {100, 1, 0},  {50.5, 0.01, 0.99}, {49.5, 0, 0.99}};
     for (const int mode : {0, 1, 3}) {
@@ -479,7 +479,7 @@ TEST_P(ShadedSurface, hasOneShadePerTriangleInFlatMode)
     o.setColor(QColor(51, 102, 153));
     o.setDisplayMode(2);
     const auto vertices = verticesOf(o);
-    for (std::size_t i = 0; i < 3; ++i) // mean lightness 20: two fifths of the colour
+    for (std::size_t i = 0; i < 3; ++i) // mean lightness 20: 0.4 of the colour
         expectColor(vertices[i].color, 0.2 * 0.4, 0.4 * 0.4, 0.6 * 0.4);
     for (std::size_t i = 3; i < 6; ++i) // mean lightness 75: half colour, half white
         expectColor(vertices[i].color, 0.6, 0.7, 0.8);
@@ -496,7 +496,7 @@ TEST_P(ShadedSurface, flatLinesSumTwoVerticesAndDivideByThree)
     o.setColor(QColor(51, 102, 153));
     o.setDisplayMode(2);
     const auto vertices = verticesOf(o);
-    for (std::size_t i = 0; i < 3; ++i) // (60 + 90) / 3 = 50: the colour itself
+    for (std::size_t i = 0; i < 3; ++i) // (60 + 90) / 3 = 50: the unchanged colour
         expectColor(vertices[i].color, 0.2, 0.4, 0.6);
     for (std::size_t i = 3; i < 6; ++i) // (30 + 45) / 3 = 25: half of it
         expectColor(vertices[i].color, 0.1, 0.2, 0.3);
@@ -556,7 +556,7 @@ TEST(SceneObjectColour, setDisplayModeAppliesModeAndColourToTheSubtree)
     f.parent->setDisplayMode(3);
     for (const ObjectPtr& o : f.all()) {
         EXPECT_EQ(o->displayMode(), 3);
-        EXPECT_EQ(o->color(), QColor(Qt::red)) << "the parent's colour is applied with the mode";
+        EXPECT_EQ(o->color(), QColor(Qt::red)) << "the colour of the parent is applied with the mode";
     }
 }
 
@@ -610,7 +610,7 @@ TEST(SceneObjectAlpha, applyAlphaKeepsARunningTransition)
     EXPECT_TRUE(f.parent->hasTransition());
     f.child->setAlpha(0.0f, 10000);
     f.parent->setAlpha(1.0f, 0);
-    EXPECT_TRUE(f.child->hasTransition()) << "the children's own changes run on";
+    EXPECT_TRUE(f.child->hasTransition()) << "changes of children continue";
 }
 
 // ---- clip, light, line width ----------------------------------------------------------------
@@ -646,7 +646,7 @@ TEST(SceneObject, newAmbientStrengthRequiresAFrameButNoUpload)
     EXPECT_FALSE(root.isSettled());
     settle(root);
     f.parent->setAmbientStrength(0.3f);
-    EXPECT_TRUE(root.isSettled()) << "the same value again is free";
+    EXPECT_TRUE(root.isSettled()) << "an equal value requires no frame";
 }
 
 TEST(SceneObject, newLineWidthRequiresAFrameButNoUpload)
@@ -664,14 +664,14 @@ TEST(SceneObject, newLineWidthRequiresAFrameButNoUpload)
     EXPECT_FALSE(root.isSettled());
     settle(root);
     f.parent->setLineWidth(3.5f);
-    EXPECT_TRUE(root.isSettled()) << "the same value again is free";
+    EXPECT_TRUE(root.isSettled()) << "an equal value requires no frame";
 }
 
 TEST(SceneObject, unchangedParentValuesStillReplaceThoseOfChildren)
 {
     const Family f;
     f.child->setLineWidth(9.0f);
-    f.parent->setLineWidth(1.0f); // the parent's own does not change
+    f.parent->setLineWidth(1.0f); // the value of the parent does not change
     EXPECT_EQ(f.child->lineWidth(), 1.0f);
     EXPECT_EQ(f.grandchild->lineWidth(), 1.0f);
     f.child->setAmbientStrength(0.1f);
@@ -729,7 +729,7 @@ struct AmbientRow
     int type;
     bool hasMarkers;
     float param;
-    float expected; ///< of an object that had 0.9
+    float expected; ///< ambient strength of an object that had 0.9 before
 };
 
 TEST(SceneObjectGeometry, sphereMarkersTakeTheirAmbientStrengthFromTheParameter)
@@ -803,7 +803,7 @@ namespace {
 
 const QList<ColoredPoint> twoMarkers = {{Qt::red, {50, 0, 0}}, {Qt::blue, {20, 30, -40}}};
 
-/// Largest distance of a vertex in L* from the first marker's.
+/// Maximum distance in L* of a vertex of the first marker from its position.
 double markerRadius(const KV3DObject& o)
 {
     double radius = 0.0;
@@ -872,7 +872,7 @@ TEST(SceneObjectMarkers, setMarkersWithAnotherArgumentRegenerates)
 TEST(SceneObjectMarkers, setMarkerSizeCanBeCalledRepeatedly)
 {
     for (const int type : {1, 2, 3, 9}) {
-        const double bar = type == 2 ? 0.5 / 1.5 : 0.0; // the brackets' own thickness
+        const double bar = type == 2 ? 0.5 / 1.5 : 0.0; // thickness of the ribbons
         KV3DObject o(QStringLiteral("o"));
         o.setMarkers(type, twoMarkers, 6.0f, 0.75f);
         EXPECT_NEAR(markerRadius(o), 3.0 + bar, 1e-4);
@@ -937,14 +937,14 @@ TEST(SceneObjectMarkers, sameMarkersAfterOtherGeometryAreGeneratedAgain)
 
 namespace {
 
-/// Notes which virtual operations reach it.
+/// Records calls of virtual functions.
 class Recorder : public KV3DObject
 {
 public:
     explicit Recorder(const QString& id) : KV3DObject(QStringLiteral("Recorder"), id) {}
 
     std::vector<std::string> calls;
-    float ownAlpha = -1.0f; ///< what alpha() answers, when not negative
+    float ownAlpha = -1.0f; ///< returned by alpha() unless negative
 
     void setAlpha(float a, int ms) override
     {
@@ -1010,7 +1010,7 @@ TEST(SceneObjectOverrides, parentCallsTheVirtualSettersOfItsChildren)
     EXPECT_THAT(callsOf([&] { parent.setMarkerSize(3.0f); }), ElementsAre("setMarkerSize"));
     EXPECT_THAT(callsOf([&] { parent.setClip(3.0f); }), ElementsAre("setClip"));
     EXPECT_THAT(callsOf([&] { parent.setAmbientStrength(0.5f); }), ElementsAre("setAmbientStrength"));
-    // Once through the parent's colouring, then through the child's own mode and its colouring.
+    // applyColor() of the parent, then setDisplayMode() of the child with its own applyColor().
     EXPECT_THAT(callsOf([&] { parent.setDisplayMode(2); }),
                 ElementsAre("applyColor", "setDisplayMode", "applyColor"));
 }
@@ -1022,7 +1022,7 @@ TEST(SceneObjectOverrides, setVerticesCallsTheVirtualSetters)
     o.setVertices(generated(triangleAtOrigin, Qt::green));
     EXPECT_THAT(o.calls, ElementsAre("applyColor", "applyAlpha", "setClip"));
     for (const VertexStride& v : verticesOf(o))
-        EXPECT_EQ(v.color[3], 0.25f) << "the opacity that alpha() answers";
+        EXPECT_EQ(v.color[3], 0.25f) << "the opacity returned by alpha()";
 }
 
 TEST(SceneObjectOverrides, immediateSetAlphaCallsApplyAlpha)

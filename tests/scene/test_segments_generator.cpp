@@ -11,10 +11,10 @@ using namespace kvtest;
 
 namespace {
 
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float infinite = std::numeric_limits<float>::infinity();
 
-/// Thickness of the tube around segments of this width.
+/// Thickness of the tube for a segment width.
 double thickness(double width)
 {
     return width / 1.5;
@@ -26,7 +26,7 @@ ColoredSegment segment(const QVector3D& from, const QVector3D& to, const QColor&
     return {{start, from}, {end, to}};
 }
 
-/// Segments from point to point.
+/// Segments between consecutive points.
 QList<ColoredSegment> polyline(const QList<QVector3D>& points)
 {
     QList<ColoredSegment> segments;
@@ -93,7 +93,7 @@ Extent extentAlong(const std::vector<TriangleCorners>& triangles, const Vec3d& d
     return e;
 }
 
-/// Every point of every segment is enclosed (the very ends only just, so they are left out).
+/// Every point of every segment is inside. The ends lie on the surface and are not tested.
 void expectCovered(const std::vector<TriangleCorners>& triangles, const QList<ColoredSegment>& segments)
 {
     for (const ColoredSegment& s : segments) {
@@ -107,7 +107,7 @@ void expectCovered(const std::vector<TriangleCorners>& triangles, const QList<Co
     }
 }
 
-/// Joints are enclosed too, and so is everything a little around them.
+/// All points at distance @p reach from the joint are inside.
 void expectJointCovered(const std::vector<TriangleCorners>& triangles, const QVector3D& hostJoint,
                         double reach)
 {
@@ -120,7 +120,7 @@ void expectJointCovered(const std::vector<TriangleCorners>& triangles, const QVe
 
 } // namespace
 
-// ---- plain lines ----------------------------------------------------------------------------
+// ---- lines ----------------------------------------------------------------------------
 
 TEST(SegmentsGenerator, emptyListGivesLinesThatStoreTheWidth)
 {
@@ -180,7 +180,7 @@ TEST(SegmentsGenerator, trailingArgumentIsIgnored)
     const auto segments = polyline({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}});
     for (const float width : {0.0f, 2.0f, 8.0f}) {
         const GeometryData plain = kvSegments(segments, false, width);
-        for (const float trailing : {-1.0f, 0.5f, 1e9f, notANumber}) {
+        for (const float trailing : {-1.0f, 0.5f, 1e9f, quietNaN}) {
             const GeometryData g = kvSegments(segments, false, width, trailing);
             EXPECT_EQ(g.vertices, plain.vertices);
             EXPECT_EQ(g.lineWidth, plain.lineWidth);
@@ -213,7 +213,7 @@ TEST(SegmentsGenerator, wideSegmentIsAClosedTubeOfSquareSection)
 
 TEST(SegmentsGenerator, segmentsParallelToAnAxisAreClosedTubes)
 {
-    // Whatever helper direction a perpendicular is taken from, one of these is parallel to it.
+    // Perpendiculars are computed with a reference direction; one of these segments is parallel to it.
     for (const QVector3D& direction :
          {QVector3D(1, 0, 0), QVector3D(0, 1, 0), QVector3D(0, 0, 1), QVector3D(-1, 0, 0),
           QVector3D(0, -1, 0), QVector3D(0, 0, -1), QVector3D(1, 1, 0), QVector3D(1, 1, 1),
@@ -235,7 +235,7 @@ TEST(SegmentsGenerator, tubeHasItsFullThicknessFromEverySide)
             for (const Vec3d& view : viewDirections(200)) {
                 const Vec3d across = cross(axis, view);
                 if (length(across) < 0.05)
-                    continue; // seen from its end
+                    continue; // view along the segment
                 const double seen = extentAlong(triangles, unit(across)).size();
                 EXPECT_GE(seen, thickness(width) * 0.999);
                 EXPECT_LE(seen, thickness(width) * std::sqrt(2.0) * 1.001);
@@ -247,8 +247,8 @@ TEST(SegmentsGenerator, tubeHasItsFullThicknessFromEverySide)
 TEST(SegmentsGenerator, tubeSeenFromItsEndShowsItsFullSection)
 {
     const auto triangles = trianglesOf(kvSegments({segment({0, 0, 0}, {0, 0, 50})}, false, 6.0f));
-    // From b* the section lies in scene X and Y: a square of area 16 in any orientation has extents
-    // between 4 and 4 * sqrt(2).
+    // Seen along b*, the section lies in the scene's XY plane. A square of area 16 has extents between 4 and
+    // 4 * sqrt(2) in every direction.
     for (const Vec3d& across : {Vec3d(1, 0, 0), Vec3d(0, 1, 0), unit({1, 1, 0})}) {
         EXPECT_GE(extentAlong(triangles, across).size(), 4.0 - 1e-4);
         EXPECT_LE(extentAlong(triangles, across).size(), 4.0 * std::sqrt(2.0) + 1e-4);
@@ -330,12 +330,12 @@ TEST(SegmentsGenerator, rightAngleIsJoinedByOneMitre)
 {
     const auto segments = polyline({{0, 0, 0}, {0, 0, 50}, {0, 50, 50}});
     const auto triangles = trianglesOf(kvSegments(segments, false, 6.0f));
-    EXPECT_EQ(distinctPositions(triangles).size(), 12u); // four at each point
+    EXPECT_EQ(distinctPositions(triangles).size(), 12u); // four at each of three points
     EXPECT_TRUE(isClosedSurface(triangles));
-    // Each leg is a prism cut through its axis, so its volume is section times axis length.
+    // Mitres cut each leg through its axis, so that its volume is the section times the length of the axis.
     EXPECT_NEAR(signedVolume(triangles), 16.0 * 100.0, 0.05);
     expectCovered(triangles, segments);
-    // The outer corner of the mitre is there, what a round or cut corner would leave out included.
+    // The outer corner is complete: a round or bevelled joint would not contain the first point.
     EXPECT_GT(windingNumber(triangles, {1.9, 0.01, 51.9}), 0.9);
     EXPECT_LT(windingNumber(triangles, {2.1, 0.01, 52.1}), 0.1);
 }
@@ -387,7 +387,7 @@ TEST_P(ClosedFigures, closedPolygonIsMitredAtAllCorners)
     const double s = thickness(width);
     EXPECT_NEAR(signedVolume(triangles), s * s * 240.0, 0.001 * s * s * 240.0);
     expectCovered(triangles, square);
-    // The corner where the list begins is as pointed as the others: scene (-a*, L*, b*).
+    // The corner where the list begins is mitred as well. Scene coordinates (-a*, L*, b*).
     for (const Vec3d& corner : {Vec3d(0, 50, 0), Vec3d(-60, 50, 0), Vec3d(-60, 50, 60), Vec3d(0, 50, 60)}) {
         const double x = corner.x < -30.0 ? -1.0 : 1.0;
         const double z = corner.z > 30.0 ? 1.0 : -1.0;
@@ -436,7 +436,7 @@ TEST_P(ClosedFigures, closedFigureAtConstantLightnessIsABand)
     const auto flat = trianglesOf(kvSegments(square, true, width));
     EXPECT_TRUE(isClosedSurface(flat));
     EXPECT_NEAR(signedVolume(flat), s * s / 3.0 * 240.0, 0.001 * s * s * 240.0);
-    // one that climbs by a little anywhere keeps its square section
+    // with a small change of lightness the section is square
     const auto climbing = polyline({{50, 0, 0}, {50, 60, 0}, {50, 60, 60}, {51, 0, 60}, {50, 0, 0}});
     EXPECT_GT(signedVolume(trianglesOf(kvSegments(climbing, true, width))), 0.95 * s * s * 240.0);
 }
@@ -454,7 +454,7 @@ TEST(SegmentsGenerator, almostEqualEndsCloseTheFigure)
     EXPECT_EQ(distinctPositions(fuzzy).size(), distinctPositions(exact).size());
     EXPECT_NEAR(signedVolume(fuzzy), signedVolume(exact), 0.01);
 
-    square.last().second.second = QVector3D(50, 10, 14); // an open figure: cut square at both ends
+    square.last().second.second = QVector3D(50, 10, 14); // open figure, cut square at both ends
     const auto open = trianglesOf(kvSegments(square, false, 6.0f));
     EXPECT_EQ(distinctPositions(open).size(), 20u);
     EXPECT_NEAR(signedVolume(open), 16.0 * 196.0, 0.1);
@@ -463,7 +463,7 @@ TEST(SegmentsGenerator, almostEqualEndsCloseTheFigure)
 TEST(SegmentsGenerator, sharpCornerIsCoveredWithoutASpike)
 {
     for (const float opening : {0.0f, 0.01f, 0.1f, 1.0f, 3.0f}) {
-        // There and nearly back again, below 5 degrees.
+        // A turn of almost 180 degrees: the angle at the corner is below 5 degrees.
         const auto segments = polyline({{0, 0, 0}, {0, 0, 40}, {0, opening, 1}});
         const auto triangles = trianglesOf(kvSegments(segments, false, 6.0f));
         EXPECT_TRUE(isClosedSurface(triangles)) << opening;
@@ -498,7 +498,7 @@ TEST(SegmentsGenerator, cornersOfAllAnglesAreCoveredWithoutSpikes)
     }
 }
 
-/// Walking away from the middle of each segment, across it, the tube is met on every side.
+/// The middle of each segment is surrounded by the tube in all directions perpendicular to the segment.
 void expectThickFromEverySide(const std::vector<TriangleCorners>& triangles,
                               const QList<ColoredSegment>& segments, double width)
 {
@@ -525,7 +525,7 @@ TEST(SegmentsGenerator, joinedSegmentsHaveTheirThicknessFromEverySide)
 
 TEST(SegmentsGenerator, closedFiguresInSpaceKeepTheirThickness)
 {
-    // Carried around a figure that is not flat, a frame comes back turned.
+    // Parallel transport around a non-planar figure returns rotated axes.
     std::mt19937 random(17);
     std::uniform_real_distribution<float> lab(-80.0f, 80.0f);
     for (int round = 0; round < 10; ++round) {
@@ -570,7 +570,7 @@ TEST(SegmentsGenerator, segmentsWithNonFinitePositionsAreSkipped)
     const QVector3D a(0, 0, 0), b(0, 0, 30), c(0, 30, 30), d(30, 30, 30);
     const auto expected = kvSegments({segment(a, b), segment(c, d)}, false, 6.0f).vertices;
     for (const QVector3D& bad :
-         {QVector3D(notANumber, 0, 0), QVector3D(0, infinite, 0), QVector3D(0, 0, -infinite)}) {
+         {QVector3D(quietNaN, 0, 0), QVector3D(0, infinite, 0), QVector3D(0, 0, -infinite)}) {
         const QList<ColoredSegment> segments = {segment(a, b), segment(b, bad), segment(bad, c),
                                                 segment(c, d), segment(bad, bad)};
         EXPECT_EQ(kvSegments(segments, false, 6.0f).vertices, expected);
@@ -591,9 +591,9 @@ TEST(SegmentsGenerator, repeatedSegmentsAreSkipped)
 TEST(SegmentsGenerator, randomInputGivesFiniteVertices)
 {
     std::mt19937 random(5);
-    const float special[] = {0.0f,  -0.0f,  1.0f,   -1.0f,      1e-45f,   1e-30f,   1e-10f,
-                             3e-4f, 1e-3f,  100.0f, 1e6f,       1e10f,    -1e10f,   1e18f,
-                             1e25f, -1e30f, 1e37f,  notANumber, infinite, -infinite};
+    const float special[] = {0.0f,  -0.0f,  1.0f,   -1.0f,    1e-45f,   1e-30f,   1e-10f,
+                             3e-4f, 1e-3f,  100.0f, 1e6f,     1e10f,    -1e10f,   1e18f,
+                             1e25f, -1e30f, 1e37f,  quietNaN, infinite, -infinite};
     std::uniform_int_distribution<std::size_t> pick(0, std::size(special) - 1);
     const auto point = [&] {
         return QVector3D(special[pick(random)], special[pick(random)], special[pick(random)]);
@@ -615,7 +615,7 @@ TEST(SegmentsGenerator, randomInputGivesFiniteVertices)
 TEST(SegmentsGenerator, veryLargePositionsGiveNoNaN)
 {
     const float max = FLT_MAX;
-    for (const float width : {1.0f, 6.0f, max, infinite, notANumber}) {
+    for (const float width : {1.0f, 6.0f, max, infinite, quietNaN}) {
         const GeometryData g =
             kvSegments(polyline({{max, max, max}, {-max, max, 0}, {0, -max, max}, {0, 0, 0}}), true, width);
         for (const float f : g.vertices)
@@ -626,7 +626,7 @@ TEST(SegmentsGenerator, veryLargePositionsGiveNoNaN)
 TEST(SegmentsGenerator, nonFiniteWidthGivesLines)
 {
     const QList<ColoredSegment> one = {segment({0, 0, 0}, {10, 0, 0})};
-    for (const float width : {infinite, -infinite, notANumber}) {
+    for (const float width : {infinite, -infinite, quietNaN}) {
         const GeometryData g = kvSegments(one, true, width);
         EXPECT_EQ(g.primitiveMode, 1);
         EXPECT_EQ(g.vertices, kvSegments(one, true, 0.0f).vertices);

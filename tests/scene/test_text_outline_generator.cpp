@@ -22,7 +22,7 @@ QFont fontOfSize(int pixels)
     return font;
 }
 
-/// 201 samples of the outline, joined where they are less than a unit apart, in scene coordinates.
+/// 201 samples of the outline, connected if they are less than a unit apart, in scene coordinates.
 std::vector<Stroke> expectedStrokes(const QString& text, const QMatrix4x4& transform, const QFont& font)
 {
     QPainterPath path;
@@ -77,7 +77,7 @@ double distanceTo(const std::vector<Stroke>& strokes, const Vec3d& p)
     return nearest;
 }
 
-/// Both draw the same picture, however they cut it into strokes.
+/// Both sets of strokes cover the same lines, independent of how they are divided.
 void expectSamePicture(const std::vector<Stroke>& actual, const std::vector<Stroke>& expected,
                        double tolerance)
 {
@@ -103,7 +103,7 @@ TEST(TextOutlineGenerator, samplesTheOutlineInTwoHundredSteps)
 
 TEST(TextOutlineGenerator, closesTheOutlineUpToItsLastSample)
 {
-    // One contour: the last sample is back at the first one.
+    // The letter has one contour, so the last sample equals the first one.
     const auto strokes = drawnStrokes(kvTextOutline(QStringLiteral("L"), {}, fontOfSize(16), Qt::white, 0));
     QPainterPath path;
     path.addText(0, 0, fontOfSize(16), QStringLiteral("L"));
@@ -118,12 +118,12 @@ TEST(TextOutlineGenerator, doesNotConnectOneContourWithTheNext)
     const auto strokes = drawnStrokes(kvTextOutline(colon, {}, fontOfSize(40), Qt::white, 0));
     expectSamePicture(strokes, expectedStrokes(colon, {}, fontOfSize(40)), 1e-3);
     for (const Stroke& s : strokes)
-        EXPECT_LT(length(s.to - s.from), 10.0) << "a stroke from dot to dot";
+        EXPECT_LT(length(s.to - s.from), 10.0) << "the two dots are connected";
 }
 
 TEST(TextOutlineGenerator, doesNotConnectSamplesAUnitApart)
 {
-    // So large that every one of the 200 steps is longer than a unit.
+    // The text is so large that each of the 200 steps is longer than a unit.
     const GeometryData g = kvTextOutline(QStringLiteral("W"), {}, fontOfSize(400), Qt::white, 0);
     EXPECT_TRUE(expectedStrokes(QStringLiteral("W"), {}, fontOfSize(400)).empty());
     EXPECT_TRUE(g.vertices.isEmpty());
@@ -153,12 +153,12 @@ TEST(TextOutlineGenerator, appliesTheTransformBeforeTheSceneCoordinates)
     expectSamePicture(drawnStrokes(kvTextOutline(text, transform, fontOfSize(14), Qt::white, 0)),
                       expectedStrokes(text, transform, fontOfSize(14)), 5e-3);
 
-    // Path (u, v) lies at host (u, v, 0), which is the scene's plane Z = 0 with X = -v, Y = u.
+    // The path point (u, v) has host coordinates (u, v, 0) and scene coordinates (-v, u, 0).
     const auto flat = drawnStrokes(kvTextOutline(QStringLiteral("L"), {}, fontOfSize(16), Qt::white, 0));
     for (const Stroke& s : flat) {
         EXPECT_EQ(s.from.z, 0.0);
-        EXPECT_GE(s.from.y, -1e-4) << "u runs from the origin to the right";
-        EXPECT_GE(s.from.x, -1e-4) << "glyphs rise above the baseline, v is negative there";
+        EXPECT_GE(s.from.y, -1e-4) << "u points right from the origin";
+        EXPECT_GE(s.from.x, -1e-4) << "v is negative above the baseline";
     }
 }
 

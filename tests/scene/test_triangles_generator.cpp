@@ -53,13 +53,13 @@ TEST(TrianglesGenerator, cornersKeepTheirColourAndOpacity)
 
 TEST(TrianglesGenerator, allCornersShareOneUnitNormalInHostCoordinates)
 {
-    // In the (L*, a*) plane: the host normal is along b*, whatever the mapping does to positions.
+    // In the (L*, a*) plane the host normal points along b*.
     auto vertices = decode(kvTriangles({triangle({0, 0, 0}, {5, 0, 0}, {0, 5, 0})}).vertices);
     ASSERT_EQ(vertices.size(), 3u);
     for (const GeneratedVertex& v : vertices)
         expectVector(v.normal, {0, 0, 1}, 0.0);
 
-    // In the (a*, b*) plane the normal is along L*: mapped it would be (0, 1, 0).
+    // In the (a*, b*) plane it points along L*. In scene coordinates it would be (0, 1, 0).
     vertices = decode(kvTriangles({triangle({0, 0, 0}, {0, 5, 0}, {0, 0, 5})}).vertices);
     for (const GeneratedVertex& v : vertices)
         expectVector(v.normal, {1, 0, 0}, 0.0);
@@ -83,7 +83,7 @@ TEST(TrianglesGenerator, normalIsTheNormalisedCrossProduct)
 
 TEST(TrianglesGenerator, veryLargeTrianglesHaveUnitNormals)
 {
-    // The cross product is 1e30 long: its squared length is beyond float.
+    // The length of the cross product is 1e30: its square overflows float.
     const auto t = triangle({0, 0, 0}, {1e15f, 1e15f, 0}, {0, 1e15f, 1e15f});
     for (const GeneratedVertex& v : decode(kvTriangles({t}).vertices))
         expectVector(v.normal, normalOf(t), 1e-5);
@@ -91,7 +91,7 @@ TEST(TrianglesGenerator, veryLargeTrianglesHaveUnitNormals)
 
 TEST(TrianglesGenerator, crossProductsThatOverflowFloatGiveUnitNormals)
 {
-    // Both products in the cross product are infinite as floats.
+    // The products in the cross product overflow float.
     const auto t = triangle({0, 0, 0}, {1e30f, 1e30f, 0}, {0, 1e30f, 1e30f});
     for (const GeneratedVertex& v : decode(kvTriangles({t}).vertices))
         expectVector(v.normal, normalOf(t), 1e-5);
@@ -100,8 +100,8 @@ TEST(TrianglesGenerator, crossProductsThatOverflowFloatGiveUnitNormals)
 TEST(TrianglesGenerator, nonFiniteCornersGiveTheNormalZero)
 {
     constexpr float infinite = std::numeric_limits<float>::infinity();
-    constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-    for (const float bad : {infinite, -infinite, notANumber}) {
+    constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
+    for (const float bad : {infinite, -infinite, quietNaN}) {
         for (const GeneratedVertex& v :
              decode(kvTriangles({triangle({bad, 0, 0}, {0, 1, 0}, {0, 0, 1})}).vertices))
             expectVector(v.normal, {0, 0, 0}, 0.0);

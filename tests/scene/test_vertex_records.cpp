@@ -19,7 +19,7 @@ QList<float> randomVertices(std::mt19937& random, int count)
     return floats;
 }
 
-/// A change of every kind, as setters of a scene object make them, in any order.
+/// A random change of any kind, as made by the setters of scene objects.
 std::function<void(VertexRecords&)> randomChange(std::mt19937& random)
 {
     const float value = std::uniform_real_distribution<float>(0, 1)(random);
@@ -33,7 +33,7 @@ std::function<void(VertexRecords&)> randomChange(std::mt19937& random)
     case 2:
         return [value](VertexRecords& r) { r.setClip(100 * value); };
     case 3:
-        return [](VertexRecords& r) { r.shade({}); }; // no colour: what is there stays
+        return [](VertexRecords& r) { r.shade({}); }; // invalid colour: keeps the present colours
     case 4:
         return [value](VertexRecords& r) {
             r.shade({QColor::fromHsvF(value, 1, 1), 2, true, KVPrimitiveTriangles});
