@@ -3,66 +3,119 @@
 
 namespace {
 
-// What the surface of a shown gamut is computed with.
-constexpr bool withDecoration = true; // primaries and outline are drawn too
-constexpr float maxEdge = 40.0f;      // longer edges, in dE76, are refined through the profile
-constexpr int refinements = 2;        // at most so often
-
 KVProfilePtr wrapped(KVProfile* profile)
 {
     return KVProfilePtr(profile, KVProfileRelease);
 }
 
-KVProfilePtr openProfile(const QHash<QString, QVariant>& params)
+tl::unexpected<KVProblem> failure(const std::optional<KVProblem>& problem, KVProblemCode otherwise)
 {
-    KVProfilePtr profile;
-    const QString path = params.value(QStringLiteral("ProfilePath")).toString();
-    if (!path.isEmpty())
-        profile = wrapped(KVProfileCreateWithPath(path.toUtf8().constData()));
-    if (!profile) {
-        const QByteArray data = params.value(QStringLiteral("ProfileData")).toByteArray();
-        profile = wrapped(KVProfileCreateWithData(data.constData(), static_cast<int>(data.size())));
-    }
-    if (!profile)
-        profile = params.value(QStringLiteral("Profile")).value<KVProfilePtr>();
-    return profile;
+    return tl::unexpected(problem.value_or(KVProblem{otherwise, {}, {}}));
 }
 
-bool compute(KVGamut::GamutObject& gamut, const KVProfilePtr& profile, const QHash<QString, QVariant>& params,
-             KVCompletionProtocolPtr* protocol)
+KVGamut::Settings settingsOf(const QHash<QString, QVariant>& params)
 {
-    const auto settings = params.value(QStringLiteral("AdditionnalParam")).toHash();
-    const int gridPoints = settings.value(QStringLiteral("Link_GridPointNumber"), -1).toInt();
-    const int intent = settings.value(QStringLiteral("Link_ICCRendering"), 3).toInt();
-    const bool blackPoint = settings.value(QStringLiteral("Link_blackPointCompensation"), false).toBool();
-    return gamut.init(profile, static_cast<KVVMRenderType>(intent), blackPoint, withDecoration, maxEdge,
-                      gridPoints, refinements, protocol);
+    KVGamut::Settings settings;
+    const auto values = params.value(QStringLiteral("AdditionnalParam")).toHash();
+    settings.gridPoints = values.value(QStringLiteral("Link_GridPointNumber"), settings.gridPoints).toInt();
+    settings.intent = static_cast<KVVMRenderType>(
+        values.value(QStringLiteral("Link_ICCRendering"), static_cast<int>(settings.intent)).toInt());
+    settings.blackPointCompensation =
+        values.value(QStringLiteral("Link_blackPointCompensation"), settings.blackPointCompensation).toBool();
+    return settings;
+}
+
+using GamutResult = tl::expected<KVGamut::GamutObject, KVProblem>;
+
+GamutResult restored(const QHash<QString, QVariant>& saved)
+{
+    KVGamut::GamutObject gamut;
+    gamut.deserialize(saved);
+    if (gamut.referenceLab().size() != 3)
+        return failure(gamut.problem(), KVProblemCode::NotASavedGamut);
+    return gamut;
+}
+
+GamutResult checked(const KVGamut::GamutObject& gamut)
+{
+    if (gamut.mesh().isEmpty())
+        return failure(gamut.problem(), KVProblemCode::NoFaces);
+    return gamut;
+}
+
+GamutResult computed(const KVProfilePtr& profile, const KVGamut::Settings& settings,
+                     KVCompletionProtocolPtr* protocol)
+{
+    KVGamut::GamutObject gamut;
+    if (!gamut.init(profile, settings, protocol))
+        return failure(gamut.problem(), KVProblemCode::NoVolume);
+    return gamut;
+}
+
+GamutResult gamutOf(GamutRequest request, KVCompletionProtocolPtr* protocol)
+{
+    if (request.computed)
+        return checked(*request.computed);
+    if (request.saved)
+        return restored(*request.saved);
+    return computed(request.profile, request.settings, protocol);
 }
 
 } // namespace
 
-LoadedGamut kvLoadGamut(const QHash<QString, QVariant>& params, KVCompletionProtocolPtr* protocol)
+GamutRequest kvGamutRequest(const QHash<QString, QVariant>& params)
 {
-    LoadedGamut loaded;
+    GamutRequest request;
     if (params.contains(QStringLiteral("Gamut"))) {
-        loaded.profileFound = true;
-        loaded.gamut.deserialize(params);
-        loaded.ok = loaded.gamut.referenceLab().size() == 3;
-    } else {
-        const KVProfilePtr profile = openProfile(params);
-        if (!profile)
-            return loaded;
-        loaded.profileFound = true;
-        loaded.ok = compute(loaded.gamut, profile, params, protocol);
+        request.saved = params;
+        return request;
     }
-    if (!loaded.ok)
-        return loaded;
+    request.profilePath = params.value(QStringLiteral("ProfilePath")).toString();
+    request.profileData = params.value(QStringLiteral("ProfileData")).toByteArray();
+    request.profile = params.value(QStringLiteral("Profile")).value<KVProfilePtr>();
+    request.settings = settingsOf(params);
+    return request;
+}
 
-    const KVCompletionProtocolPtr handle = protocol ? *protocol : KVCompletionProtocolPtr();
-    loaded.meshes = kvGamutMeshes(loaded.gamut, handle);
-    if (handle) {
-        loaded.ok = !handle->isCancelled();
-        handle->setProgress(1.0f);
+tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request)
+{
+    if (request.computed || request.saved)
+        return request;
+    std::optional<KVProblem> problem;
+    KVProfilePtr opened;
+    if (!request.profilePath.isEmpty()) {
+        opened = wrapped(KVProfileCreateWithPath(request.profilePath.toUtf8().constData()));
+        if (!opened)
+            problem = KVProfileProblem();
     }
+    if (!opened) { // asked even without data: the engine decides what an empty profile is
+        const QByteArray& data = request.profileData;
+        opened = wrapped(KVProfileCreateWithData(data.constData(), static_cast<int>(data.size())));
+        if (!opened && !problem && !data.isEmpty())
+            problem = KVProfileProblem();
+    }
+    if (opened)
+        request.profile = opened;
+    if (!request.profile)
+        return failure(problem, KVProblemCode::NoSource);
+    request.profilePath.clear();
+    request.profileData.clear();
+    return request;
+}
+
+tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVCompletionProtocolPtr* protocol)
+{
+    const KVCompletionProtocolPtr handle = protocol ? *protocol : KVCompletionProtocolPtr();
+    const auto cancelled = [&handle] { return handle && handle->isCancelled(); };
+    const auto asCancelled = [] { return tl::unexpected(KVProblem{KVProblemCode::Cancelled, {}, {}}); };
+
+    auto gamut = gamutOf(std::move(request), protocol);
+    if (!gamut)
+        return cancelled() ? asCancelled() : tl::unexpected(gamut.error());
+    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, handle)};
+    if (cancelled())
+        return asCancelled();
+    if (handle)
+        handle->setProgress(1.0f);
     return loaded;
 }

@@ -4,29 +4,48 @@
 #include <gamut/GamutMeshes.h>
 #include <platform/KVVelmoraFramework.h>
 
+#include <QtCore/QByteArray>
 #include <QtCore/QHash>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
-/// A gamut with everything that shows it, as one value that crosses threads.
-struct LoadedGamut
+#include <tl/expected.hpp>
+
+#include <optional>
+
+/// What to show: a gamut that is computed already, a saved one, or the first of path, data and profile
+/// that can be opened.
+struct GamutRequest
 {
-    bool profileFound = false; ///< a profile could be opened, or a saved gamut was given
-    bool ok = false;           ///< gamut and meshes are there
-    KVGamut::GamutObject gamut;
-    GamutMeshSet meshes;
+    std::optional<KVGamut::GamutObject> computed;
+    std::optional<QHash<QString, QVariant>> saved; ///< as GamutObject::serialize() gave it
+    QString profilePath;
+    QByteArray profileData;
+    KVProfilePtr profile;
+    KVGamut::Settings settings; ///< used with a profile only
 };
 
-/// From the parameter hash to gamut and meshes; runs on any thread and touches no object.
-///
-/// Keys, case-sensitive; the first source that yields a profile wins:
+/// The request for a parameter hash. Keys are case-sensitive, unknown ones are ignored:
 ///  - "Gamut": the hash is a saved gamut as a whole, and no profile key is read;
 ///  - "ProfilePath": QString, path of an ICC profile;
 ///  - "ProfileData": QByteArray, the bytes of one;
 ///  - "Profile": KVProfilePtr, one already open;
 ///  - "AdditionnalParam": QHash<QString, QVariant> with "Link_GridPointNumber" (int, default -1),
 ///    "Link_ICCRendering" (int, default 3: absolute colorimetric) and
-///    "Link_blackPointCompensation" (bool, default false).
-///
+///    "Link_blackPointCompensation" (bool, default false). A value of another type is converted.
+GamutRequest kvGamutRequest(const QHash<QString, QVariant>& params);
+
+/// A gamut with its drawn geometry, as one value that crosses threads.
+struct LoadedGamut
+{
+    KVGamut::GamutObject gamut;
+    GamutMeshSet meshes;
+};
+
+/// @p request with its profile open. A request for a computed or saved gamut comes back unchanged.
+/// On failure, the problem of the first source that was given.
+tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request);
+
+/// The gamut of a request from kvOpenRequest(). Runs on any thread.
 /// @param protocol progress and cancellation; points to a null handle when nobody watches
-LoadedGamut kvLoadGamut(const QHash<QString, QVariant>& params, KVCompletionProtocolPtr* protocol);
+tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVCompletionProtocolPtr* protocol);

@@ -2,6 +2,8 @@
 #include <gamut/GamutMeshes.h>
 #include <scene/Generators.h>
 
+#include <vector>
+
 namespace {
 
 constexpr float outlineLightness = 0.3f; // just above the grid in the plane L* = 0
@@ -20,36 +22,23 @@ ColoredPoint pointOf(const QList<float>& lab)
     return {kvLabToColor(lab), positionOf(lab)};
 }
 
-/// Faces share their nodes' Lab triples, so each triple is turned into a colour once.
-class NodeColors
+QVector3D positionOf(const KVGamut::LabPoint& p)
 {
-public:
-    const ColoredPoint& operator()(const QList<float>& lab)
-    {
-        const void* key = lab.constData();
-        if (!key)
-            key = this; // all empty triples are the same
-        auto at = m_points.find(key);
-        if (at == m_points.end())
-            at = m_points.insert(key, pointOf(lab));
-        return *at;
-    }
+    return QVector3D(p.L, p.a, p.b);
+}
 
-private:
-    QHash<const void*, ColoredPoint> m_points;
-};
-
-QList<ColoredTriangle> trianglesOf(const QList<QList<KVHull::Node>>& faces)
+QList<ColoredTriangle> trianglesOf(const KVGamut::Mesh& mesh)
 {
-    NodeColors colorOf;
+    std::vector<ColoredPoint> points; // triangles share vertices: each is converted once
+    points.reserve(mesh.lab.size());
+    for (const KVGamut::LabPoint& p : mesh.lab)
+        points.emplace_back(kvLabToColor({p.L, p.a, p.b}), positionOf(p));
+
+    const auto pointAt = [&points](int vertex) { return points[static_cast<std::size_t>(vertex)]; };
     QList<ColoredTriangle> triangles;
-    triangles.reserve(faces.size());
-    for (const auto& face : faces) {
-        ColoredTriangle triangle;
-        for (int i = 0; i < 3; ++i)
-            triangle[static_cast<std::size_t>(i)] = i < face.size() ? colorOf(face[i].lab) : pointOf({});
-        triangles.append(triangle);
-    }
+    triangles.reserve(static_cast<qsizetype>(mesh.triangles.size()));
+    for (const KVGamut::Mesh::Triangle& t : mesh.triangles)
+        triangles.append(ColoredTriangle{pointAt(t[0]), pointAt(t[1]), pointAt(t[2])});
     return triangles;
 }
 
@@ -100,7 +89,7 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletion
     const auto cancelled = [&] { return protocol && protocol->isCancelled(); };
 
     GamutMeshSet meshes;
-    const QList<ColoredTriangle> triangles = trianglesOf(gamut.faces());
+    const QList<ColoredTriangle> triangles = trianglesOf(gamut.mesh());
     meshes[QStringLiteral("Projection")] = kvSegments(outlineOf(gamut), true, lineWidth);
     meshes[QStringLiteral("Front")] = kvTriangles(triangles);
     if (cancelled())
@@ -128,14 +117,13 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletion
     return meshes;
 }
 
-QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L)
+QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color)
 {
-    const QColor color(80, 80, 80, 1); // the alpha is meant: what shows is the object's own opacity
-    float plane[4] = {1.0f, 0.0f, 0.0f, -L};
-    const auto ring = KVGamut::computeRing(plane, gamut.faces());
+    const float plane[4] = {1.0f, 0.0f, 0.0f, -L};
+    const std::vector<KVGamut::RingPiece> ring = KVGamut::computeRing(plane, gamut.mesh());
     QList<ColoredSegment> segments;
-    segments.reserve(ring.size());
-    for (const auto& piece : ring)
-        segments.append({{color, positionOf(piece.value(0))}, {color, positionOf(piece.value(1))}});
+    segments.reserve(static_cast<qsizetype>(ring.size()));
+    for (const KVGamut::RingPiece& piece : ring)
+        segments.append({{color, positionOf(piece[0])}, {color, positionOf(piece[1])}});
     return segments;
 }

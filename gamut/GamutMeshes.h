@@ -17,8 +17,8 @@ using GamutMeshSet = QHash<QString, GeometryData>;
 /// there is so far.
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletionProtocolPtr& protocol = {});
 
-/// Segments of the cut through @p gamut at lightness @p L, in the section's faint grey.
-QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L);
+/// Segments of the section of @p gamut at lightness @p L, all in one @p color.
+QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color);
 
 /// Screen colour of a Lab triple; invalid when the colour engine answers out of 0..255, black when it
 /// answers nothing.

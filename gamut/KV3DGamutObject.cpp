@@ -9,53 +9,60 @@ constexpr int wireframeMode = 3;
 constexpr float sectionWidth = 2.0f;
 } // namespace
 
-// Runs on the worker, hands its result to the GUI thread through the task object: a task that was
-// replaced meanwhile takes the posted result with it.
+/// What the worker posts to the GUI thread.
+struct KV3DGamutObject::LoadOutcome
+{
+    tl::expected<LoadedGamut, KVProblem> result =
+        tl::unexpected(KVProblem{KVProblemCode::OutOfMemory, {}, {}});
+    bool opened = false; ///< a profile was found, or none was needed
+    bool thrown = false;
+};
+
+// Runs on the worker and posts its result to the task object: if the task is replaced meanwhile, the
+// result is dropped with it.
 class KV3DGamutObject::LoaderFunctor : public KVBackgroundTask<void*>::Functor
 {
 public:
-    LoaderFunctor(KV3DGamutObject* owner, KVBackgroundTask<void*>* task, QHash<QString, QVariant> params,
-                  LoadedFunction onLoaded, ContextGuard contextGuard)
-        : m_owner(owner), m_task(task), m_name(owner->name()), m_id(owner->id()), m_params(std::move(params)),
-          m_onLoaded(std::move(onLoaded)), m_contextGuard(std::move(contextGuard)),
-          m_protocol(KVCompletionProtocol::createTask(QStringLiteral("GamutLoader")))
+    LoaderFunctor(KV3DGamutObject* owner, KVBackgroundTask<void*>* task, GamutRequest request,
+                  KVCompletionProtocolPtr protocol)
+        : m_owner(owner), m_task(task), m_request(std::move(request)), m_protocol(std::move(protocol))
     {
     }
 
     void* run() override
     {
-        LoadedGamut loaded = kvLoadGamut(m_params, &m_protocol);
-        if (!loaded.profileFound) {
-            QMetaObject::invokeMethod(
-                m_task, [onLoaded = m_onLoaded, name = m_name, id = m_id] { onLoaded(name, id, false); });
-            return nullptr;
-        }
-        // The callbacks may remove or reload the gamut, so after the first of them nothing but the
-        // closure's own copies is touched.
-        QMetaObject::invokeMethod(m_task, [owner = m_owner, name = m_name, id = m_id, params = m_params,
-                                           onLoaded = m_onLoaded, contextGuard = m_contextGuard,
-                                           loaded = std::move(loaded)] {
-            if (contextGuard)
-                contextGuard(true);
-            if (loaded.ok)
-                owner->applyGamut(loaded.gamut, loaded.meshes, params);
-            onLoaded(name, id, loaded.ok);
-            if (contextGuard)
-                contextGuard(false);
-        });
+        QMetaObject::invokeMethod(
+            m_task, [owner = m_owner, protocol = m_protocol, outcome = outcome()]() mutable {
+                if (outcome.result && protocol->isCancelled())
+                    outcome.result = tl::unexpected(KVProblem{KVProblemCode::Cancelled, {}, {}});
+                owner->finishLoad(outcome);
+            });
         return nullptr;
     }
 
     void cancel() override { m_protocol->cancel(); }
 
 private:
-    KV3DGamutObject* const m_owner; // only touched by the closure; the owner outlives its task
+    LoadOutcome outcome()
+    {
+        LoadOutcome outcome;
+        try {
+            auto opened = kvOpenRequest(m_request);
+            outcome.opened = opened.has_value();
+            if (opened)
+                outcome.result = kvLoadGamut(*std::move(opened), &m_protocol);
+            else
+                outcome.result = tl::unexpected(opened.error());
+        } catch (...) {
+            outcome = {};
+            outcome.thrown = true;
+        }
+        return outcome;
+    }
+
+    KV3DGamutObject* const m_owner; // only used by the closure; the owner outlives its task
     KVBackgroundTask<void*>* const m_task;
-    const QString m_name;
-    const QString m_id;
-    const QHash<QString, QVariant> m_params;
-    const LoadedFunction m_onLoaded;
-    const ContextGuard m_contextGuard;
+    const GamutRequest m_request;
     KVCompletionProtocolPtr m_protocol;
 };
 
@@ -70,23 +77,68 @@ void KV3DGamutObject::load(const QHash<QString, QVariant>& params, LoadedFunctio
                            ContextGuard contextGuard)
 {
     if (!onLoaded) {
-        KVCompletionProtocolPtr nobody;
-        LoadedGamut loaded = kvLoadGamut(params, &nobody);
-        if (!loaded.ok)
-            return;
-        if (contextGuard)
-            contextGuard(true);
-        applyGamut(std::move(loaded.gamut), loaded.meshes, params);
-        if (contextGuard)
-            contextGuard(false);
+        loadNow(params, contextGuard);
         return;
     }
+    load(
+        kvGamutRequest(params), params,
+        [onLoaded = std::move(onLoaded), name = name(), id = id()](const LoadEnd& end) {
+            if (!end.thrown)
+                onLoaded(name, id, !end.problem);
+        },
+        std::move(contextGuard));
+}
+
+void KV3DGamutObject::loadNow(const QHash<QString, QVariant>& params, const ContextGuard& contextGuard)
+{
+    KVCompletionProtocolPtr nobody;
+    const auto loaded = kvOpenRequest(kvGamutRequest(params)).and_then([&nobody](GamutRequest request) {
+        return kvLoadGamut(std::move(request), &nobody);
+    });
+    if (!loaded)
+        return;
+    if (contextGuard)
+        contextGuard(true);
+    applyGamut(loaded->gamut, loaded->meshes, params);
+    if (contextGuard)
+        contextGuard(false);
+}
+
+KVCompletionProtocolPtr KV3DGamutObject::load(const GamutRequest& request,
+                                              const QHash<QString, QVariant>& params, EndFunction onEnd,
+                                              ContextGuard contextGuard)
+{
     // The old task goes first: it cancels its work and waits, so that no two loads overlap.
     m_loader.reset();
+    const auto replaced = std::exchange(m_onEnd, std::move(onEnd)); // its captures may run code of the host
+    m_contextGuard = std::move(contextGuard);
+    m_loadingParams = params;
+
+    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
     m_loader.reset(new KVBackgroundTask<void*>);
     const QSharedPointer<KVBackgroundTask<void*>::Functor> functor(
-        new LoaderFunctor(this, m_loader.data(), params, std::move(onLoaded), std::move(contextGuard)));
+        new LoaderFunctor(this, m_loader.data(), request, protocol));
     m_loader->start(functor, 0);
+    return protocol;
+}
+
+void KV3DGamutObject::finishLoad(const LoadOutcome& outcome)
+{
+    // The callbacks may remove or reload this object: nothing of it is used after the first of them.
+    const auto onEnd = std::exchange(m_onEnd, {});
+    const auto contextGuard = std::exchange(m_contextGuard, {});
+    const auto params = std::exchange(m_loadingParams, {});
+    const bool guarded = contextGuard && outcome.opened;
+    LoadEnd end{{}, outcome.thrown};
+    if (guarded)
+        contextGuard(true);
+    if (outcome.result)
+        applyGamut(outcome.result->gamut, outcome.result->meshes, params);
+    else
+        end.problem = outcome.result.error();
+    onEnd(end);
+    if (guarded)
+        contextGuard(false);
 }
 
 QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const QString& name, bool visible)
@@ -196,7 +248,14 @@ void KV3DGamutObject::setClip(float L)
         section->setLineWidth(sectionWidth);
         addChild(section);
     }
-    section->setSegments(kvGamutSection(m_gamut, L), false, section->lineWidth(), 0.0f);
+    section->setSegments(kvGamutSection(m_gamut, L, m_sectionColor), false, section->lineWidth(), 0.0f);
     if (const auto container = solid())
         container->setClip(L);
+}
+
+void KV3DGamutObject::setSectionColor(const QColor& color, float L)
+{
+    m_sectionColor = color;
+    if (hasChild(QStringLiteral("Section")))
+        setClip(L);
 }

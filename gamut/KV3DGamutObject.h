@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <gamut/GamutLoader.h>
 #include <gamut/GamutMeshes.h>
 #include <gamut/KVBackgroundTask.h>
 #include <platform/KVVelmoraFramework.h>
@@ -24,6 +25,14 @@ public:
     /// Makes the GL context current (true) and releases it (false).
     using ContextGuard = std::function<void(bool)>;
 
+    /// How a load in the background ended.
+    struct LoadEnd
+    {
+        std::optional<KVProblem> problem; ///< nullopt: the gamut is installed
+        bool thrown = false;              ///< the engine threw an exception
+    };
+    using EndFunction = std::function<void(const LoadEnd&)>;
+
     explicit KV3DGamutObject(const QString& id);
     /// Cancels a running load and waits for it.
     ~KV3DGamutObject() override;
@@ -37,6 +46,14 @@ public:
     /// without the guard. Without @p onLoaded everything happens inside the call.
     /// A failed load leaves the object as it was.
     void load(const QHash<QString, QVariant>& params, LoadedFunction onLoaded, ContextGuard contextGuard);
+
+    /// The same in the background, for any request. @p onEnd is called once on this thread, also if the
+    /// engine threw; not if the load is replaced or the object destroyed before. The callbacks and what
+    /// they capture never leave this thread.
+    /// @param params what params() answers after success
+    /// @return progress of the load, and the means to cancel it; then it ends with Cancelled
+    KVCompletionProtocolPtr load(const GamutRequest& request, const QHash<QString, QVariant>& params,
+                                 EndFunction onEnd, ContextGuard contextGuard);
 
     /// Installs a computed gamut. The context must be current when there is one.
     void applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
@@ -62,13 +79,24 @@ public:
     float ambientStrength() const override;
     /// Cuts the gamut at lightness @p L: shows the section there and clips the surface above it.
     void setClip(float L) override;
+    /// Colour of sections. One that is there already is cut anew at lightness @p L.
+    void setSectionColor(const QColor& color, float L);
 
 private:
     class LoaderFunctor;
+    struct LoadOutcome;
 
+    void loadNow(const QHash<QString, QVariant>& params, const ContextGuard& contextGuard);
+    void finishLoad(const LoadOutcome& outcome);
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
 
     KVGamut::GamutObject m_gamut;
+    QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not drawn: objects have an opacity of their own
     QHash<QString, QVariant> m_params;
     QSharedPointer<KVBackgroundTask<void*>> m_loader;
+
+    // of the load in progress
+    EndFunction m_onEnd;
+    ContextGuard m_contextGuard;
+    QHash<QString, QVariant> m_loadingParams;
 };

@@ -52,13 +52,33 @@ void settle()
     }
 }
 
+/// How far a load came.
+struct Loaded : LoadedGamut
+{
+    bool profileFound = false;
+    bool ok = false;
+    KVProblem problem;
+};
+
 class Loader : public fakevelmora::Case
 {
 protected:
-    LoadedGamut load(const Params& params)
+    static Loaded load(const Params& params, KVCompletionProtocolPtr protocol = {})
     {
-        KVCompletionProtocolPtr nobody;
-        return kvLoadGamut(params, &nobody);
+        Loaded loaded;
+        auto opened = kvOpenRequest(kvGamutRequest(params));
+        loaded.profileFound = opened.has_value();
+        if (!opened) {
+            loaded.problem = opened.error();
+            return loaded;
+        }
+        auto result = kvLoadGamut(*std::move(opened), &protocol);
+        loaded.ok = result.has_value();
+        if (result)
+            static_cast<LoadedGamut&>(loaded) = *result;
+        else
+            loaded.problem = result.error();
+        return loaded;
     }
 
     QString file(const QString& name, const QByteArray& bytes)
@@ -127,7 +147,7 @@ const QStringList notOpened{QStringLiteral("loaded sRGB sRGB 0")};
 TEST_F(Loader, opensThePathAsUtf8AndAsksForNothingElse)
 {
     const QString path = file(QStringLiteral("Gr\u00fcn \u8272.icc"), "profile A");
-    const LoadedGamut loaded = load({{pathKey, path}, {dataKey, QByteArray("profile B")}});
+    const Loaded loaded = load({{pathKey, path}, {dataKey, QByteArray("profile B")}});
     EXPECT_TRUE(loaded.profileFound);
     EXPECT_TRUE(loaded.ok);
     EXPECT_EQ(fakevelmora::profileCalls(),
@@ -138,7 +158,7 @@ TEST_F(Loader, opensThePathAsUtf8AndAsksForNothingElse)
 
 TEST_F(Loader, takesTheDataWhenThePathDoesNotExist)
 {
-    const LoadedGamut loaded = load({{pathKey, missingFile()}, {dataKey, QByteArray("profile B")}});
+    const Loaded loaded = load({{pathKey, missingFile()}, {dataKey, QByteArray("profile B")}});
     EXPECT_TRUE(loaded.ok);
     EXPECT_EQ(fakevelmora::profileCalls(),
               (QStringList{QLatin1String("path:") + missingFile(), QStringLiteral("data:9"),
@@ -149,7 +169,7 @@ TEST_F(Loader, takesTheDataWhenThePathDoesNotExist)
 
 TEST_F(Loader, doesNotTryAnEmptyPath)
 {
-    const LoadedGamut loaded = load({{pathKey, QString()}, {dataKey, QByteArray("profile B")}});
+    const Loaded loaded = load({{pathKey, QString()}, {dataKey, QByteArray("profile B")}});
     EXPECT_TRUE(loaded.ok);
     EXPECT_EQ(fakevelmora::profileCalls(),
               (QStringList{QStringLiteral("data:9"), QStringLiteral("release:profile B")}));
@@ -158,9 +178,9 @@ TEST_F(Loader, doesNotTryAnEmptyPath)
 TEST_F(Loader, takesTheOpenedProfileWhenNeitherPathNorDataAreOne)
 {
     const KVProfilePtr opened(KVProfileCreateWithData("profile C", 9), KVProfileRelease);
-    const LoadedGamut loaded = load({{pathKey, file(QStringLiteral("text.icc"), "no such thing")},
-                                     {dataKey, QByteArray("nor this")},
-                                     {profileKey, QVariant::fromValue(opened)}});
+    const Loaded loaded = load({{pathKey, file(QStringLiteral("text.icc"), "no such thing")},
+                                {dataKey, QByteArray("nor this")},
+                                {profileKey, QVariant::fromValue(opened)}});
     EXPECT_TRUE(loaded.ok);
     ASSERT_EQ(fakevelmora::initCalls().size(), 1);
     EXPECT_EQ(fakevelmora::initCalls().first().profile, QByteArray("profile C"));
@@ -176,7 +196,7 @@ TEST_F(Loader, asksTheEngineAboutAbsentDataToo)
 
 TEST_F(Loader, findsNoProfileInAHashWithoutAny)
 {
-    const LoadedGamut loaded = load({});
+    const Loaded loaded = load({});
     EXPECT_FALSE(loaded.profileFound);
     EXPECT_FALSE(loaded.ok);
     EXPECT_TRUE(loaded.meshes.isEmpty());
@@ -185,10 +205,10 @@ TEST_F(Loader, findsNoProfileInAHashWithoutAny)
 
 TEST_F(Loader, findsNoProfileWhereEverySourceIsUseless)
 {
-    const LoadedGamut loaded = load({{pathKey, missingFile()},
-                                     {dataKey, QByteArray("text")},
-                                     {profileKey, QVariant::fromValue(KVProfilePtr())},
-                                     {settingsKey, Params{{QStringLiteral("Link_ICCRendering"), 1}}}});
+    const Loaded loaded = load({{pathKey, missingFile()},
+                                {dataKey, QByteArray("text")},
+                                {profileKey, QVariant::fromValue(KVProfilePtr())},
+                                {settingsKey, Params{{QStringLiteral("Link_ICCRendering"), 1}}}});
     EXPECT_FALSE(loaded.profileFound);
     EXPECT_FALSE(loaded.ok);
     EXPECT_TRUE(fakevelmora::initCalls().isEmpty());
@@ -286,14 +306,14 @@ TEST_F(Loader, handsTheWatchersHandleToTheEngine)
         same = call.protocol == watched;
         return std::optional(tetrahedron(QStringLiteral("A")));
     });
-    kvLoadGamut(dataParams("profile A"), &watched);
+    load(dataParams("profile A"), watched);
     EXPECT_TRUE(same);
 }
 
 TEST_F(Loader, buildsNoMeshesForAGamutThatCouldNotBeComputed)
 {
     fakevelmora::onInit([](const InitCall&) { return std::nullopt; });
-    const LoadedGamut loaded = load(dataParams("profile A"));
+    const Loaded loaded = load(dataParams("profile A"));
     EXPECT_TRUE(loaded.profileFound);
     EXPECT_FALSE(loaded.ok);
     EXPECT_TRUE(loaded.meshes.isEmpty());
@@ -302,7 +322,7 @@ TEST_F(Loader, buildsNoMeshesForAGamutThatCouldNotBeComputed)
 
 TEST_F(Loader, buildsTheFiveMeshesOfAGamut)
 {
-    const LoadedGamut loaded = load(dataParams("profile A"));
+    const Loaded loaded = load(dataParams("profile A"));
     ASSERT_TRUE(loaded.ok);
     QStringList names = loaded.meshes.keys();
     names.sort();
@@ -321,7 +341,7 @@ TEST_F(Loader, restoresASavedGamutFromTheWholeHashAndReadsNoProfileKey)
                         {pathKey, file(QStringLiteral("a.icc"), "profile A")},
                         {dataKey, QByteArray("profile B")},
                         {QStringLiteral("More"), 5}};
-    const LoadedGamut loaded = load(params);
+    const Loaded loaded = load(params);
     EXPECT_TRUE(loaded.ok);
     EXPECT_EQ(loaded.gamut.volume(), 77.0f);
     EXPECT_EQ(loaded.meshes.size(), 5);
@@ -346,7 +366,7 @@ TEST_F(Loader, acceptsASavedGamutExactlyWhenItsReferenceHasThreeValues)
             gamut.reference = QList<float>(values, 1.0f);
             return gamut;
         });
-        const LoadedGamut loaded = load({{gamutKey, 1}});
+        const Loaded loaded = load({{gamutKey, 1}});
         EXPECT_EQ(loaded.ok, values == 3) << values;
         EXPECT_EQ(loaded.meshes.size(), values == 3 ? 5 : 0) << values;
         EXPECT_TRUE(loaded.profileFound) << "a saved gamut that is damaged is no missing profile";
