@@ -159,6 +159,16 @@ void KV3DObject::applyColor(const QColor& color, int mode)
     forEachChild([&](KV3DObject& c) { c.applyColor(color, mode); });
 }
 
+void KV3DObject::restoreColors()
+{
+    if (m_color.isValid()) {
+        m_color = QColor();
+        m_vertices.restoreColors();
+        markDataChanged();
+    }
+    forEachChild([](KV3DObject& c) { c.restoreColors(); });
+}
+
 // --- Visibility and tree --------------------------------------------------------------------------
 
 void KV3DObject::setVisible(bool visible)

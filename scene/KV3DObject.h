@@ -99,6 +99,8 @@ public:
     /// Colours the object. An invalid colour keeps the present colours of the vertices.
     virtual void setColor(const QColor& color);
     virtual QColor color() const;
+    /// Undoes setColor(): the subtree shows the colours of its geometry again.
+    void restoreColors();
 
     /// Width passed to glLineWidth, in pixels. 0, negative values and NaN draw lines of 1 pixel.
     virtual void setLineWidth(float width);

@@ -64,6 +64,15 @@ void VertexRecords::shade(const Shading& shading)
         shadeRecords(m_records, shading);
 }
 
+void VertexRecords::restoreColors()
+{
+    m_shading.reset();
+    if (m_pending)
+        return;
+    for (VertexStride& record : recordsOf(m_records))
+        std::copy_n(record.baseColor, 3, record.color);
+}
+
 const QList<float>& VertexRecords::list() const
 {
     if (m_pending)

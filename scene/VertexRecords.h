@@ -33,6 +33,8 @@ public:
     void setClip(float clip);
     /// An invalid colour keeps the present colours.
     void shade(const Shading& shading);
+    /// Undoes shade(): the colours are the generator's own again.
+    void restoreColors();
 
     /// Whole records, kvVertexFloats floats each.
     [[nodiscard]] const QList<float>& list() const;
