@@ -15,6 +15,7 @@
 #include <QtGui/QWindow>
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 #if defined(KV3DVIEWER_LIBRARY)
@@ -24,7 +25,7 @@
 #endif
 
 class KV3DObject;
-class KVGLWidget;
+class KVGamutView;
 
 /// An interactive 3D view of colour gamuts in CIE L*a*b*, as a window that a host embeds.
 ///
@@ -117,7 +118,7 @@ public:
 
     /// Diameter of the dots of all point sets, present and future. 4 at first.
     void setPointSize(float size);
-    float pointSize() const { return m_pointSize; } ///< of sets to come
+    float pointSize() const; ///< of sets to come
     /// Diameter of the dots of one point set, until it is refilled or setPointSize() is called.
     void setPointSetSize(const QString& name, int size);
     /// Width of a segment set. Segments are bars width / 1.5 Lab units thick, seen alike from every side;
@@ -198,7 +199,7 @@ public:
     void changeGamutAlpha(QString id, float alpha, int duration);
     float gamutAlpha(QString id) const; ///< the opacity that a change leads to
     /// One colour for the gamut: the surface is shaded from it by lightness, lines and points take it as
-    /// it is. An invalid colour keeps the colours that are there. Unknown: an invalid colour.
+    /// it is. An invalid colour restores the gamut's own colours. Unknown: an invalid colour.
     void changeGamutColor(QString id, QColor color);
     QColor gamutColor(QString id) const; ///< the colour set last
     /// Share of light that comes from everywhere, 0..1. 1 (at first) shows pure colours, less shades the
@@ -226,7 +227,7 @@ public:
     /// Cuts all gamuts off above lightness @p clipping and shows the section there; also applied to each
     /// gamut whose load with a callback ends later. 1000000 at first: nothing is cut.
     void setClipping(float clipping);
-    float clipping() const { return m_clipping; } ///< the lightness set last
+    float clipping() const; ///< the lightness set last
     /// @}
 
     /// @name Camera
@@ -296,18 +297,7 @@ Q_SIGNALS:
     void doubleClick(QPoint p, QVector3D origin, QVector3D direction);
 
 private:
-    QSharedPointer<KV3DObject> group(const QString& id) const;
-    QSharedPointer<KV3DObject> findOrCreate(KV3DObject& parent, const QString& name, const QString& id,
-                                            bool atFront, const std::function<void(KV3DObject&)>& prepare);
-    void setGroupVisible(const QString& id, bool visible);
-    bool groupVisible(const QString& id) const;
-    void clearGroup(const QString& id);
-    void removeItem(const QString& groupId, const QString& id);
-    QStringList itemsOf(const QString& groupId) const;
-    void setChildVisible(const QString& gamutId, const QString& childId, bool visible);
-    bool childVisible(const QString& gamutId, const QString& childId) const;
-
-    KVGLWidget* m_widget;
-    float m_clipping = 1000000.0f;
-    float m_pointSize = 4.0f;
+    friend class KVGamutView;
+    class Private;
+    std::unique_ptr<Private> d;
 };

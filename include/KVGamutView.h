@@ -22,7 +22,7 @@
 /// only.
 
 /// From where the scene is looked at: the whole camera as one value.
-struct KVCamera
+struct KV3DVIEWER_EXPORT KVCamera
 {
     Q_GADGET
     Q_PROPERTY(QVector3D position MEMBER position)
@@ -30,17 +30,18 @@ struct KVCamera
     Q_PROPERTY(float viewingAngle MEMBER viewingAngle)
     Q_PROPERTY(bool orthogonal MEMBER orthogonal)
 public:
-    QVector3D position;         ///< of the eye
-    QVector3D interestPoint;    ///< what the eye looks at and turns around
-    float viewingAngle = 30.0f; ///< vertical field of view, degrees
-    bool orthogonal = false;    ///< parallel projection instead of perspective
+    QVector3D position{522.48712f, 0.0f,
+                       -1.1920929e-7f};         ///< of the eye; that of KVGamut3DViewer::Top at first
+    QVector3D interestPoint{50.0f, 0.0f, 0.0f}; ///< what the eye looks at and turns around
+    float viewingAngle = 30.0f;                 ///< vertical field of view, degrees
+    bool orthogonal = false;                    ///< parallel projection instead of perspective
 
     bool operator==(const KVCamera&) const = default;
 };
 Q_DECLARE_METATYPE(KVCamera)
 
 /// How one gamut is shown. The defaults of the whole product stand here and nowhere else.
-struct KVGamutLook
+struct KV3DVIEWER_EXPORT KVGamutLook
 {
     Q_GADGET
     Q_PROPERTY(bool visible MEMBER visible)
@@ -69,7 +70,7 @@ public:
 Q_DECLARE_METATYPE(KVGamutLook)
 
 /// Colours of what surrounds the gamuts.
-struct KVViewTheme
+struct KV3DVIEWER_EXPORT KVViewTheme
 {
     Q_GADGET
     Q_PROPERTY(QColor background MEMBER background)
@@ -93,11 +94,11 @@ public:
 Q_DECLARE_METATYPE(KVViewTheme)
 
 /// Everything about the view that is worth keeping, as one value.
-struct KVViewState
+struct KV3DVIEWER_EXPORT KVViewState
 {
     KVCamera camera;
     KVViewTheme theme;
-    QVector3D light{300.0f, 0.0f, 0.0f}; ///< position, (L*, a*, b*)
+    QVector3D light{300.0f, 0.0f, 0.0f}; ///< position, (L*, a*, b*); KVGamut3DViewer::lightPos() differs
     QColor lightColor = Qt::white;
     bool grid = true;
     bool axes = true;
@@ -116,7 +117,7 @@ struct KVViewState
 Q_DECLARE_METATYPE(KVViewState)
 
 /// What to load, and how.
-struct KVLoadRequest
+struct KV3DVIEWER_EXPORT KVLoadRequest
 {
     QString profilePath;     ///< an ICC profile file
     QByteArray profileData;  ///< or the bytes of one
@@ -134,7 +135,7 @@ struct KVLoadRequest
 };
 
 /// What lies under the pointer, and how it was asked for.
-struct KVHit
+struct KV3DVIEWER_EXPORT KVHit
 {
     Q_GADGET
     Q_PROPERTY(Kind kind MEMBER kind)
@@ -175,7 +176,7 @@ Q_DECLARE_METATYPE(KVHit)
 ///
 /// It may be destroyed before or after the viewer; without its viewer every call does nothing and every
 /// query gives its neutral answer.
-class Q_DECL_EXPORT KVGamutView : public QObject
+class KV3DVIEWER_EXPORT KVGamutView : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(KVCamera camera READ camera WRITE setCamera NOTIFY cameraChanged)

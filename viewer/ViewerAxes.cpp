@@ -3,8 +3,8 @@
 
 #include <glwindow/CameraState.h>
 #include <glwindow/ContextScope.h>
-#include <glwindow/KVGLWidget.h>
 #include <viewer/GroupNames.h>
+#include <viewer/ViewerPrivate.h>
 
 namespace {
 
@@ -17,23 +17,21 @@ constexpr int gridEnd = 120;
 constexpr int gridStep = 10;
 constexpr int gridReach = 128; // the lines go on a little past the outermost crossing ones
 
-QList<ColoredSegment> axisSegments()
+QList<ColoredSegment> axisSegments(const QColor& color)
 {
-    const QColor black = Qt::black;
-    const ColoredPoint origin{black, {0, 0, 0}};
-    return {{origin, {black, {lightnessEnd, 0, 0}}},
-            {origin, {black, {0, chromaEnd, 0}}},
-            {origin, {black, {0, 0, chromaEnd}}}};
+    const ColoredPoint origin{color, {0, 0, 0}};
+    return {{origin, {color, {lightnessEnd, 0, 0}}},
+            {origin, {color, {0, chromaEnd, 0}}},
+            {origin, {color, {0, 0, chromaEnd}}}};
 }
 
-QList<ColoredSegment> gridSegments()
+QList<ColoredSegment> gridSegments(const QColor& color)
 {
-    const QColor grey(180, 180, 180);
     QList<ColoredSegment> segments;
     for (int i = -gridEnd; i <= gridEnd; i += gridStep) {
         const auto at = static_cast<float>(i);
-        segments.append({{grey, QVector3D(0, at, -gridReach)}, {grey, QVector3D(0, at, gridReach)}});
-        segments.append({{grey, QVector3D(0, -gridReach, at)}, {grey, QVector3D(0, gridReach, at)}});
+        segments.append({{color, QVector3D(0, at, -gridReach)}, {color, QVector3D(0, at, gridReach)}});
+        segments.append({{color, QVector3D(0, -gridReach, at)}, {color, QVector3D(0, gridReach, at)}});
     }
     return segments;
 }
@@ -87,25 +85,27 @@ QMatrix4x4 labelPlacement(const QString& axis, int distance)
 
 void KVGamut3DViewer::addAxesAndGrid()
 {
-    const ContextScope scope(m_widget);
-    KV3DObject& root = m_widget->root();
+    const ContextScope scope(d->widget);
+    KV3DObject& root = d->widget->root();
+    const KVViewTheme theme = d->theme();
 
     const auto axes =
-        findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [](KV3DObject& fresh) {
+        d->findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [](KV3DObject& fresh) {
             fresh.setLineWidth(axisWidth);
             fresh.setDrawCheck(QSharedPointer<AxesCheckFunctor>::create());
         });
-    axes->setSegments(axisSegments(), false, axes->lineWidth(), 0.0f);
-    fillVertexBufferForText(axes.data(), QStringLiteral("X"), QStringLiteral("a"), chromaEnd, Qt::black);
-    fillVertexBufferForText(axes.data(), QStringLiteral("Y"), QStringLiteral("L"), lightnessEnd, Qt::black);
-    fillVertexBufferForText(axes.data(), QStringLiteral("Z"), QStringLiteral("b"), chromaEnd, Qt::black);
+    axes->setSegments(axisSegments(theme.axes), false, axes->lineWidth(), 0.0f);
+    fillVertexBufferForText(axes.data(), QStringLiteral("X"), QStringLiteral("a"), chromaEnd, theme.labels);
+    fillVertexBufferForText(axes.data(), QStringLiteral("Y"), QStringLiteral("L"), lightnessEnd,
+                            theme.labels);
+    fillVertexBufferForText(axes.data(), QStringLiteral("Z"), QStringLiteral("b"), chromaEnd, theme.labels);
 
     const auto grid =
-        findOrCreate(root, GroupNames::grid(), GroupNames::grid(), false, [](KV3DObject& fresh) {
+        d->findOrCreate(root, GroupNames::grid(), GroupNames::grid(), false, [](KV3DObject& fresh) {
             fresh.setLineWidth(gridWidth);
             fresh.setDrawCheck(QSharedPointer<GridCheckFunctor>::create());
         });
-    grid->setSegments(gridSegments(), false, grid->lineWidth(), 0.0f);
+    grid->setSegments(gridSegments(theme.grid), false, grid->lineWidth(), 0.0f);
 }
 
 void KVGamut3DViewer::fillVertexBufferForText(KV3DObject* parent, const QString& axis, const QString& text,
@@ -113,10 +113,10 @@ void KVGamut3DViewer::fillVertexBufferForText(KV3DObject* parent, const QString&
 {
     if (!parent)
         return;
-    const ContextScope scope(m_widget);
+    const ContextScope scope(d->widget);
     const QString id = QStringLiteral("Axis_") + axis;
     const auto label =
-        findOrCreate(*parent, id, id, false, [](KV3DObject& fresh) { fresh.setLineWidth(labelWidth); });
+        d->findOrCreate(*parent, id, id, false, [](KV3DObject& fresh) { fresh.setLineWidth(labelWidth); });
     QFont font(QStringLiteral("Arial"));
     font.setPointSize(12);
     label->setTextOutline(text, labelPlacement(axis, distance), font, colour);

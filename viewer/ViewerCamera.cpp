@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KVGamut3DViewer.h>
 
-#include <glwindow/KVGLWidget.h>
 #include <scene/Coordinates.h>
+#include <viewer/ViewerPrivate.h>
 
 namespace {
 
@@ -17,49 +17,49 @@ constexpr float presetEyeZ = -1.1920929e-7f;
 
 void KVGamut3DViewer::setCamera(const QVector3D& position, int duration, const QVector3D& interestPt)
 {
-    m_widget->setCamera(kvSceneFromHost(position), kvSceneFromHost(interestPt), duration);
+    d->widget->setCamera(kvSceneFromHost(position), kvSceneFromHost(interestPt), duration);
 }
 
 QVector3D KVGamut3DViewer::camera() const
 {
-    return kvHostFromScene(m_widget->camera());
+    return kvHostFromScene(d->widget->camera());
 }
 
 QVector3D KVGamut3DViewer::interestPt() const
 {
-    return kvHostFromScene(m_widget->interestPt());
+    return kvHostFromScene(d->widget->interestPt());
 }
 
 void KVGamut3DViewer::resetCamera(View view, int duration)
 {
     const float height = view == Bottom ? -presetHeight : presetHeight;
-    m_widget->setCamera(QVector3D(-0.0f, height, presetEyeZ), QVector3D(-0.0f, presetInterest, 0.0f),
-                        duration);
+    d->widget->setCamera(QVector3D(-0.0f, height, presetEyeZ), QVector3D(-0.0f, presetInterest, 0.0f),
+                         duration);
 }
 
 void KVGamut3DViewer::setOrthogonalProjection(bool on, int duration)
 {
-    m_widget->setOrthogonalProjection(on, duration);
+    d->widget->setOrthogonalProjection(on, duration);
 }
 
 bool KVGamut3DViewer::orthogonalProjection() const
 {
-    return m_widget->orthogonalProjection();
+    return d->widget->orthogonalProjection();
 }
 
 void KVGamut3DViewer::setViewingAngle(float degrees, int duration)
 {
-    m_widget->setViewingAngle(degrees, duration);
+    d->widget->setViewingAngle(degrees, duration);
 }
 
 float KVGamut3DViewer::viewingAngle() const
 {
-    return m_widget->viewingAngle();
+    return d->widget->viewingAngle();
 }
 
 std::pair<QVector3D, QVector3D> KVGamut3DViewer::rayToPoint(const QPoint& p) const
 {
-    const auto [origin, direction] = m_widget->rayToPoint(p);
+    const auto [origin, direction] = d->widget->rayToPoint(p);
     return {kvHostFromScene(origin), kvHostFromScene(direction)};
 }
 
@@ -72,10 +72,10 @@ float KVGamut3DViewer::squaredDistanceToRay(const QVector3D& point,
 
 void KVGamut3DViewer::setEnableInteraction(bool enabled)
 {
-    m_widget->setEnableInteraction(enabled);
+    d->widget->setEnableInteraction(enabled);
 }
 
 bool KVGamut3DViewer::enableInteraction() const
 {
-    return m_widget->enableInteraction();
+    return d->widget->enableInteraction();
 }

@@ -3,8 +3,8 @@
 
 #include <glwindow/CameraState.h>
 #include <glwindow/ContextScope.h>
-#include <glwindow/KVGLWidget.h>
 #include <viewer/GroupNames.h>
+#include <viewer/ViewerPrivate.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QImage>
@@ -64,9 +64,9 @@ QList<ColoredTriangle> planeTriangles(const QImage& image)
 
 void KVGamut3DViewer::addabPlane()
 {
-    const ContextScope scope(m_widget);
-    const auto plane = findOrCreate(
-        m_widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
+    const ContextScope scope(d->widget);
+    const auto plane = d->findOrCreate(
+        d->widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
             fresh.setDrawCheck(QSharedPointer<KV3DObject::IDrawCheckFunctor>(new PlaneCheckFunctor));
         });
     const QImage image(QCoreApplication::applicationDirPath() +

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gamut/KV3DGamutObject.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QTimer>
+
+#include <functional>
+#include <optional>
+
+class ViewerScene;
+
+/// The loads in progress of one viewer, whichever public class started them. At most one for each id.
+///
+/// GUI thread only, and so are the functions that it is given: they are called and destroyed there.
+class GamutLoads : public QObject
+{
+    Q_OBJECT
+public:
+    /// How a load ended.
+    struct End
+    {
+        std::optional<KVProblem> problem; ///< nullopt: the gamut is shown
+        bool thrown = false;              ///< the engine threw an exception
+        bool replaced = false;            ///< by a newer load of the same id
+    };
+    using EndFunction = std::function<void(const End&)>;
+
+    explicit GamutLoads(ViewerScene& scene);
+    ~GamutLoads() override;
+
+    /// Starts a load; @p onEnd is called once, unless the gamut is removed or this object is destroyed
+    /// before. A load of the same id that is in progress ends with Cancelled, from the event loop.
+    void start(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
+               EndFunction onEnd);
+    void cancel(const QString& id);
+    /// Forgets a load without calling its function; the caller destroys the gamut.
+    void forget(const QString& id);
+
+    bool isLoading() const { return !m_loads.isEmpty(); }
+    bool isLoading(const QString& id) const { return m_loads.contains(id); }
+    float progress(const QString& id) const; ///< 0..1; 1 when nothing is loading
+
+    ViewerScene& scene() const { return m_scene; }
+
+Q_SIGNALS:
+    void loaded(const QString& id);
+    void failed(const QString& id, const KVProblem& problem);
+    void progressChanged(const QString& id, float progress);
+    void loadingChanged();
+
+private:
+    struct Load
+    {
+        EndFunction onEnd;
+        KVCompletionProtocolPtr protocol;
+        float progress = 0.0f; ///< as reported last
+        quint64 number = 0;
+    };
+
+    void finish(const QString& id, quint64 number, const KV3DGamutObject::LoadEnd& end);
+    void reportReplaced(EndFunction onEnd);
+    void reportProgress();
+    void reportProgress(const QString& id, float progress);
+    Load take(const QString& id);
+
+    ViewerScene& m_scene;
+    QHash<QString, Load> m_loads;
+    quint64 m_lastNumber = 0;
+    QTimer m_progressTimer; ///< runs only while something loads
+};

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <viewer/GamutViewPrivate.h>
+
+#include <scene/Coordinates.h>
+#include <viewer/GamutLook.h>
+
+#include <QtGui/QGuiApplication>
+
+namespace {
+
+constexpr float nothingCut = 1000000.0f; // what KVGamut3DViewer::clipping() answers then
+
+} // namespace
+
+void KVGamutView::setLook(const QString& id, const KVGamutLook& look)
+{
+    ViewerScene* scene = d->scene();
+    if (!scene)
+        return;
+    if (scene->isLoaded(id))
+        kvApplyLook(scene->viewer, id, look);
+    else
+        scene->awaitedLooks.insert(id, look);
+}
+
+KVGamutLook KVGamutView::look(const QString& id) const
+{
+    const ViewerScene* scene = d->scene();
+    if (!scene)
+        return {};
+    if (scene->isLoaded(id))
+        return kvLookOf(scene->viewer, id);
+    return scene->awaitedLooks.value(id);
+}
+
+void KVGamutView::setState(const KVViewState& state)
+{
+    ViewerScene* scene = d->scene();
+    if (!scene)
+        return;
+    KVGamut3DViewer& viewer = scene->viewer;
+    viewer.setDisplayGrid(state.grid);
+    viewer.setDisplayAxes(state.axes);
+    viewer.setabPlane(state.plane);
+    viewer.setClipping(state.clipping.value_or(nothingCut));
+    viewer.setLightPos(kvSceneFromHost(state.light));
+    viewer.setLightColor(state.lightColor);
+    for (auto look = state.looks.begin(); look != state.looks.end(); ++look)
+        setLook(look.key(), look.value());
+    scene->settings.insert(state.settings);
+    setCamera(state.camera);
+    scene->setTheme(state.theme); // last, and even if it is the present one: this draws the light, too
+}
+
+KVViewState KVGamutView::state() const
+{
+    const ViewerScene* scene = d->scene();
+    if (!scene)
+        return {};
+    const KVGamut3DViewer& viewer = scene->viewer;
+    KVViewState state;
+    state.camera = camera();
+    state.theme = theme();
+    state.light = kvHostFromScene(viewer.lightPos());
+    state.lightColor = viewer.lightColor();
+    state.grid = viewer.displayGrid();
+    state.axes = viewer.displayAxes();
+    state.plane = viewer.abPlane();
+    if (viewer.clipping() < nothingCut)
+        state.clipping = viewer.clipping();
+    state.looks = scene->awaitedLooks;
+    const QStringList ids = viewer.gamuts();
+    for (const QString& id : ids)
+        state.looks.insert(id, look(id));
+    state.settings = scene->settings;
+    return state;
+}
+
+void KVGamutView::setTheme(const KVViewTheme& theme)
+{
+    ViewerScene* scene = d->scene();
+    if (scene && theme != scene->theme())
+        scene->setTheme(theme);
+}
+
+KVViewTheme KVGamutView::theme() const
+{
+    return d->scene() ? d->scene()->theme() : KVViewTheme();
+}
+
+void KVGamutView::setThemeFollowsPalette(bool follow)
+{
+    if (d->themeFollowsPalette == follow)
+        return;
+    d->themeFollowsPalette = follow;
+    if (!follow) {
+        qGuiApp->removeEventFilter(d.get());
+        return;
+    }
+    qGuiApp->installEventFilter(d.get());
+    setTheme(KVViewTheme::fromPalette(QGuiApplication::palette()));
+}
+
+bool KVGamutView::themeFollowsPalette() const
+{
+    return d->themeFollowsPalette;
+}
+
+bool KVGamutView::Private::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp && scene())
+        scene()->setTheme(KVViewTheme::fromPalette(QGuiApplication::palette()));
+    return false;
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <viewer/GamutViewPrivate.h>
+
+#include <gamut/Picking.h>
+#include <viewer/GroupNames.h>
+
+namespace {
+
+/// Takes the candidate if it is nearer than what was met before. Markers come last: at the same
+/// distance they win over surfaces.
+void keepNearest(KVHit& nearest, float distance, const KVHit& candidate)
+{
+    if (nearest.kind != KVHit::Kind::Nothing && distance > nearest.distance)
+        return;
+    nearest = candidate;
+    nearest.distance = distance;
+}
+
+KVHit hitOf(KVHit::Kind kind, const QString& id, int index, const QVector3D& lab)
+{
+    KVHit hit;
+    hit.kind = kind;
+    hit.id = id;
+    hit.index = index;
+    hit.lab = lab;
+    return hit;
+}
+
+void pickGamuts(const ViewerScene& scene, const KVRay& ray, KVHit& nearest)
+{
+    const QStringList ids = scene.itemsOf(GroupNames::profiles());
+    for (const QString& id : ids) {
+        const auto gamut = scene.gamut(id);
+        if (!gamut || !gamut->isVisible() || !scene.childVisible(id, QStringLiteral("Gamut")) ||
+            !(gamut->alpha() > 0.0f))
+            continue;
+        const auto hit = kvPickSurface(ray, gamut->gamut().mesh(), scene.clipping);
+        if (hit)
+            keepNearest(nearest, hit->distance, hitOf(KVHit::Kind::Gamut, id, -1, hit->lab));
+    }
+}
+
+void pickMarkers(const ViewerScene& scene, const QString& groupId, KVHit::Kind kind, const KVRay& ray,
+                 KVHit& nearest)
+{
+    if (!scene.groupVisible(groupId))
+        return;
+    const auto sets = scene.group(groupId)->children();
+    for (const auto& set : sets) {
+        if (!set->isVisible())
+            continue;
+        const auto hit = kvPickMarker(ray, set->markers(), set->markerSize() / 2.0f);
+        if (hit)
+            keepNearest(nearest, hit->distance,
+                        hitOf(kind, set->id(), hit->index, set->markers()[hit->index].second));
+    }
+}
+
+} // namespace
+
+KVHit KVGamutView::hitAt(const QPoint& pixel) const
+{
+    const ViewerScene* scene = d->scene();
+    if (!scene)
+        return {};
+    const KVRay ray = scene->viewer.rayToPoint(pixel);
+    KVHit hit;
+    pickGamuts(*scene, ray, hit);
+    pickMarkers(*scene, GroupNames::markers(), KVHit::Kind::Marker, ray, hit);
+    pickMarkers(*scene, GroupNames::points(), KVHit::Kind::Point, ray, hit);
+    hit.rayOrigin = ray.first;
+    hit.rayDirection = ray.second;
+    hit.pixel = pixel;
+    return hit;
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KVGamutView.h>
+
+#include <viewer/GamutLoads.h>
+#include <viewer/ViewerScene.h>
+
+#include <QtCore/QEvent>
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+
+/// Also sees the events of the application while the theme follows its palette.
+class KVGamutView::Private : public QObject
+{
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    /// What the viewer shares with its views; null once the viewer is being destroyed.
+    ViewerScene* scene() const { return loads ? &loads->scene() : nullptr; }
+
+    QPointer<GamutLoads> loads;
+    bool themeFollowsPalette = false;
+};

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KVGamut3DViewer.h>
+
+#include <viewer/ViewerScene.h>
+
+/// The data of the public class, which only knows its name.
+class KVGamut3DViewer::Private : public ViewerScene
+{
+public:
+    using ViewerScene::ViewerScene;
+};

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <viewer/ViewerScene.h>
+
+#include <glwindow/ContextScope.h>
+#include <viewer/GamutLook.h>
+#include <viewer/GroupNames.h>
+
+#include <QtCore/QPointer>
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+ViewerScene::ViewerScene(KVGamut3DViewer& v) : viewer(v), widget(new KVGLWidget(&v)), loads(*this) {}
+
+ViewerScene::~ViewerScene() = default;
+
+QSharedPointer<KV3DObject> ViewerScene::group(const QString& id) const
+{
+    return widget->root().child(id);
+}
+
+QSharedPointer<KV3DObject> ViewerScene::findOrCreate(KV3DObject& parent, const QString& name,
+                                                     const QString& id, bool atFront,
+                                                     const std::function<void(KV3DObject&)>& prepare)
+{
+    auto object = parent.child(id);
+    if (object)
+        return object;
+    object.reset(new KV3DObject(name, id));
+    object->setId(id); // an empty set name is a name, not a request for a UUID
+    if (widget->context())
+        object->initializeGL(widget->context());
+    if (prepare)
+        prepare(*object);
+    parent.addChild(object, atFront);
+    return object;
+}
+
+void ViewerScene::setGroupVisible(const QString& id, bool visible)
+{
+    const auto object = group(id);
+    if (!object)
+        return;
+    const ContextScope scope(widget);
+    object->setVisible(visible);
+}
+
+bool ViewerScene::groupVisible(const QString& id) const
+{
+    const auto object = group(id);
+    return object && object->isVisible();
+}
+
+void ViewerScene::clearGroup(const QString& id)
+{
+    const ContextScope scope(widget);
+    widget->root().takeChild(id);
+}
+
+void ViewerScene::removeItem(const QString& groupId, const QString& id)
+{
+    const auto object = group(groupId);
+    if (!object)
+        return;
+    const ContextScope scope(widget);
+    object->takeChild(id);
+}
+
+QStringList ViewerScene::itemsOf(const QString& groupId) const
+{
+    QStringList ids;
+    if (const auto object = group(groupId)) {
+        const auto items = object->children();
+        for (const auto& item : items)
+            ids.append(item->id());
+    }
+    return ids;
+}
+
+// --- Gamuts ---------------------------------------------------------------------------------------
+
+QSharedPointer<KV3DGamutObject> ViewerScene::gamut(const QString& id) const
+{
+    return widget->root().childAt({GroupNames::profiles(), id}).dynamicCast<KV3DGamutObject>();
+}
+
+QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id)
+{
+    const ContextScope scope(widget);
+    const auto profiles =
+        findOrCreate(widget->root(), GroupNames::profiles(), GroupNames::profiles(), false, {});
+    if (profiles->hasChild(id))
+        return gamut(id);
+    const auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
+    fresh->setId(id); // an empty id is an id
+    fresh->setSectionColor(m_theme.section, clipping);
+    if (widget->context())
+        fresh->initializeGL(widget->context());
+    profiles->addChild(fresh);
+    return fresh;
+}
+
+bool ViewerScene::isLoaded(const QString& id) const
+{
+    const auto object = gamut(id);
+    return object && object->solid();
+}
+
+void ViewerScene::startLoad(const QString& id, const GamutRequest& request,
+                            const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd)
+{
+    if (!isLoaded(id))
+        defaultLooks.insert(id);
+    loads.start(id, request, params, std::move(onEnd));
+}
+
+void ViewerScene::removeGamut(const QString& id)
+{
+    awaitedLooks.remove(id);
+    defaultLooks.remove(id);
+    settings.remove(id);
+    removeItem(GroupNames::profiles(), id);
+    loads.forget(id);
+}
+
+void ViewerScene::applyAwaitedLook(const QString& id)
+{
+    if (!isLoaded(id))
+        return;
+    const bool fresh = defaultLooks.remove(id);
+    if (awaitedLooks.contains(id))
+        kvApplyLook(viewer, id, awaitedLooks.take(id));
+    else if (fresh) // everything else that the viewer begins with is the default look already
+        viewer.setGamutAmbientStrength(id, KVGamutLook().ambientStrength);
+}
+
+KV3DGamutObject::ContextGuard ViewerScene::contextGuard() const
+{
+    return [window = QPointer<KVGLWidget>(widget),
+            scope = std::make_shared<std::optional<ContextScope>>()](bool acquire) {
+        if (!acquire)
+            scope->reset();
+        else if (window)
+            scope->emplace(window.data());
+    };
+}
+
+void ViewerScene::setChildVisible(const QString& gamutId, const QString& childId, bool visible)
+{
+    const auto object = widget->root().childAt({GroupNames::profiles(), gamutId, childId});
+    if (!object)
+        return;
+    const ContextScope scope(widget);
+    object->setVisible(visible);
+}
+
+bool ViewerScene::childVisible(const QString& gamutId, const QString& childId) const
+{
+    const auto object = widget->root().childAt({GroupNames::profiles(), gamutId, childId});
+    return object && object->isVisible();
+}
+
+// --- Look -----------------------------------------------------------------------------------------
+
+KVViewTheme ViewerScene::theme() const
+{
+    KVViewTheme theme = m_theme;
+    theme.background = widget->background();
+    return theme;
+}
+
+void ViewerScene::setTheme(const KVViewTheme& theme)
+{
+    m_theme = theme;
+    widget->setBackground(theme.background);
+    viewer.addAxesAndGrid();
+    const ContextScope scope(widget);
+    const QStringList ids = itemsOf(GroupNames::profiles());
+    for (const QString& id : ids) {
+        if (const auto object = gamut(id))
+            object->setSectionColor(theme.section, clipping);
+    }
+    Q_EMIT events.themeChanged();
+}
+
+void ViewerScene::setBackground(const QColor& color)
+{
+    const bool changed = color != widget->background();
+    widget->setBackground(color);
+    if (changed)
+        Q_EMIT events.themeChanged();
+}
+
+float ViewerScene::aspect() const
+{
+    const QSize size = viewer.size();
+    return size.isEmpty() ? 1.0f : static_cast<float>(size.width()) / static_cast<float>(size.height());
+}

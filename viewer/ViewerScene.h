@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KVGamutView.h>
+
+#include <gamut/KV3DGamutObject.h>
+#include <glwindow/KVGLWidget.h>
+#include <scene/KV3DObject.h>
+#include <viewer/GamutLoads.h>
+#include <viewer/ViewerEvents.h>
+
+#include <QtCore/QHash>
+#include <QtCore/QSet>
+#include <QtCore/QSharedPointer>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <functional>
+
+/// What a viewer and the views attached to it share: the GL window, the scene's groups and items, and
+/// the loads in progress.
+///
+/// The scene is a tree of three levels: root, group (see GroupNames), item.
+class ViewerScene
+{
+public:
+    explicit ViewerScene(KVGamut3DViewer& viewer);
+    ~ViewerScene();
+    Q_DISABLE_COPY_MOVE(ViewerScene)
+
+    /// Null if the root has no such group.
+    QSharedPointer<KV3DObject> group(const QString& id) const;
+    /// The child @p id of @p parent. If it is missing, it is created, prepared and added.
+    QSharedPointer<KV3DObject> findOrCreate(KV3DObject& parent, const QString& name, const QString& id,
+                                            bool atFront, const std::function<void(KV3DObject&)>& prepare);
+    void setGroupVisible(const QString& id, bool visible);
+    bool groupVisible(const QString& id) const;
+    void clearGroup(const QString& id);
+    void removeItem(const QString& groupId, const QString& id);
+    QStringList itemsOf(const QString& groupId) const;
+
+    /// The gamut @p id; null if there is none.
+    QSharedPointer<KV3DGamutObject> gamut(const QString& id) const;
+    /// The same; if it is missing, it is created. Null if the id belongs to an object of another kind.
+    QSharedPointer<KV3DGamutObject> findOrCreateGamut(const QString& id);
+    /// Loads a gamut that begins with the default look, unless another one was set for it.
+    void startLoad(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
+                   GamutLoads::EndFunction onEnd);
+    /// Also gives up its load.
+    void removeGamut(const QString& id);
+    /// Applies to a loaded gamut the look that was set before; nothing if it is not loaded yet.
+    void applyAwaitedLook(const QString& id);
+    /// A function that makes the GL context current on true and releases it on false.
+    KV3DGamutObject::ContextGuard contextGuard() const;
+    bool isLoaded(const QString& id) const;
+    void setChildVisible(const QString& gamutId, const QString& childId, bool visible);
+    bool childVisible(const QString& gamutId, const QString& childId) const;
+
+    KVViewTheme theme() const;
+    void setTheme(const KVViewTheme& theme);
+    void setBackground(const QColor& color);
+
+    float aspect() const; ///< width of the window by its height; 1 if it has no size
+
+    KVGamut3DViewer& viewer;
+    KVGLWidget* const widget; ///< a child window of the viewer, which owns it
+    float clipping = 1000000.0f;
+    float pointSize = 4.0f;
+    QHash<QString, KVGamutLook> awaitedLooks;   ///< of gamuts that are not loaded yet
+    QSet<QString> defaultLooks;                 ///< gamuts to be loaded, which begin with the default look
+    QHash<QString, KVGamut::Settings> settings; ///< with which gamuts were asked for
+    GamutLoads loads;
+    ViewerEvents events;
+
+private:
+    KVViewTheme m_theme; ///< without the background, which the widget holds
+};
