@@ -298,6 +298,6 @@ Q_SIGNALS:
 
 private:
     friend class KVGamutView;
-    class Private;
+    class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };

@@ -263,6 +263,6 @@ Q_SIGNALS:
     void hovered(const KVHit& hit); ///< the pointer moved with no button held; computed only when connected
 
 private:
-    class Private;
+    class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;
 };

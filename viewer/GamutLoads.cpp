@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <viewer/GamutLoads.h>
 
-#include <glwindow/ContextScope.h>
-#include <viewer/ViewerScene.h>
-
 #include <QtCore/QPointer>
 
 #include <utility>
@@ -12,7 +9,7 @@ namespace {
 constexpr int progressIntervalMs = 50;
 } // namespace
 
-GamutLoads::GamutLoads(ViewerScene& scene) : m_scene(scene)
+GamutLoads::GamutLoads(std::function<void(const QString&)> prepare) : m_prepare(std::move(prepare))
 {
     m_progressTimer.setInterval(progressIntervalMs);
     connect(&m_progressTimer, &QTimer::timeout, this, qOverload<>(&GamutLoads::reportProgress));
@@ -20,24 +17,23 @@ GamutLoads::GamutLoads(ViewerScene& scene) : m_scene(scene)
 
 GamutLoads::~GamutLoads() = default;
 
-void GamutLoads::start(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
+void GamutLoads::start(KV3DGamutObject& gamut, const GamutRequest& request,
+                       const QHash<QString, QVariant>& params, KV3DGamutObject::ContextGuard contextGuard,
                        EndFunction onEnd)
 {
-    const auto gamut = m_scene.findOrCreateGamut(id);
-    if (!gamut)
-        return;
+    const QString id = gamut.id();
     const bool wasLoading = isLoading();
     if (isLoading(id))
         reportReplaced(take(id).onEnd);
 
     const quint64 number = ++m_lastNumber;
-    const auto protocol = gamut->load(
+    const auto protocol = gamut.load(
         request, params,
         [loads = QPointer<GamutLoads>(this), id, number](const KV3DGamutObject::LoadEnd& end) {
             if (loads)
                 loads->finish(id, number, end);
         },
-        m_scene.contextGuard());
+        std::move(contextGuard));
     m_loads.insert(id, Load{std::move(onEnd), protocol, 0.0f, number});
     m_progressTimer.start();
     if (!wasLoading)
@@ -89,12 +85,7 @@ void GamutLoads::finish(const QString& id, quint64 number, const KV3DGamutObject
 {
     if (m_loads.value(id).number != number) // removed, while somebody holds the object
         return;
-    {
-        const ContextScope scope(m_scene.widget);
-        if (const auto gamut = m_scene.gamut(id))
-            gamut->setClip(m_scene.clipping); // after a failure too
-        m_scene.applyAwaitedLook(id);
-    }
+    m_prepare(id);
     const QPointer<GamutLoads> self(this); // the host may destroy the viewer in each of the calls below
     if (!end.problem)
         reportProgress(id, 1.0f);

@@ -11,8 +11,6 @@
 #include <functional>
 #include <optional>
 
-class ViewerScene;
-
 /// The loads in progress of one viewer, whichever public class started them. At most one for each id.
 ///
 /// GUI thread only, and so are the functions that it is given: they are called and destroyed there.
@@ -29,13 +27,14 @@ public:
     };
     using EndFunction = std::function<void(const End&)>;
 
-    explicit GamutLoads(ViewerScene& scene);
+    /// @param prepare called with the id of a gamut whose load has ended, before anybody hears of it
+    explicit GamutLoads(std::function<void(const QString&)> prepare);
     ~GamutLoads() override;
 
-    /// Starts a load; @p onEnd is called once, unless the gamut is removed or this object is destroyed
-    /// before. A load of the same id that is in progress ends with Cancelled, from the event loop.
-    void start(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
-               EndFunction onEnd);
+    /// Starts a load into @p gamut; @p onEnd is called once, unless the gamut is removed or this object is
+    /// destroyed before. A load of the same id that is in progress ends with Cancelled, from the event loop.
+    void start(KV3DGamutObject& gamut, const GamutRequest& request, const QHash<QString, QVariant>& params,
+               KV3DGamutObject::ContextGuard contextGuard, EndFunction onEnd);
     void cancel(const QString& id);
     /// Forgets a load without calling its function; the caller destroys the gamut.
     void forget(const QString& id);
@@ -43,8 +42,6 @@ public:
     bool isLoading() const { return !m_loads.isEmpty(); }
     bool isLoading(const QString& id) const { return m_loads.contains(id); }
     float progress(const QString& id) const; ///< 0..1; 1 when nothing is loading
-
-    ViewerScene& scene() const { return m_scene; }
 
 Q_SIGNALS:
     void loaded(const QString& id);
@@ -67,7 +64,7 @@ private:
     void reportProgress(const QString& id, float progress);
     Load take(const QString& id);
 
-    ViewerScene& m_scene;
+    const std::function<void(const QString&)> m_prepare;
     QHash<QString, Load> m_loads;
     quint64 m_lastNumber = 0;
     QTimer m_progressTimer; ///< runs only while something loads

@@ -11,7 +11,7 @@ KVGamutView::KVGamutView(KVGamut3DViewer* viewer, QObject* parent)
 {
     if (!viewer)
         return;
-    d->loads = &viewer->d->loads;
+    d->attach(*viewer->d);
     connect(d->loads, &GamutLoads::loaded, this, &KVGamutView::loaded);
     connect(d->loads, &GamutLoads::failed, this, &KVGamutView::failed);
     connect(d->loads, &GamutLoads::progressChanged, this, &KVGamutView::progressChanged);

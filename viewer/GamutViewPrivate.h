@@ -11,14 +11,22 @@
 #include <QtCore/QPointer>
 
 /// Also sees the events of the application while the theme follows its palette.
-class KVGamutView::Private : public QObject
+class Q_DECL_HIDDEN KVGamutView::Private : public QObject
 {
 public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// What the viewer shares with its views; null once the viewer is being destroyed.
-    ViewerScene* scene() const { return loads ? &loads->scene() : nullptr; }
+    ViewerScene* scene() const { return loads ? m_scene : nullptr; }
+    void attach(ViewerScene& scene)
+    {
+        m_scene = &scene;
+        loads = &scene.loads;
+    }
 
     QPointer<GamutLoads> loads;
     bool themeFollowsPalette = false;
+
+private:
+    ViewerScene* m_scene = nullptr;
 };

@@ -24,11 +24,11 @@ void KVGamut3DViewer::load(QString id, const QHash<QString, QVariant>& params,
                            std::function<void(QString, bool)> callback)
 {
     if (callback) {
-        d->loads.start(id, kvGamutRequest(params), params,
-                       [id, callback = std::move(callback)](const GamutLoads::End& end) {
-                           if (!end.thrown && !end.replaced)
-                               callback(id, !end.problem);
-                       });
+        d->startPlainLoad(id, kvGamutRequest(params), params,
+                          [id, callback = std::move(callback)](const GamutLoads::End& end) {
+                              if (!end.thrown && !end.replaced)
+                                  callback(id, !end.problem);
+                          });
         return;
     }
     const ContextScope scope(d->widget);

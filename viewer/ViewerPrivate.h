@@ -6,7 +6,7 @@
 #include <viewer/ViewerScene.h>
 
 /// The data of the public class, which only knows its name.
-class KVGamut3DViewer::Private : public ViewerScene
+class Q_DECL_HIDDEN KVGamut3DViewer::Private : public ViewerScene
 {
 public:
     using ViewerScene::ViewerScene;

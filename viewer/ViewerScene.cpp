@@ -11,7 +11,10 @@
 #include <optional>
 #include <utility>
 
-ViewerScene::ViewerScene(KVGamut3DViewer& v) : viewer(v), widget(new KVGLWidget(&v)), loads(*this) {}
+ViewerScene::ViewerScene(KVGamut3DViewer& v)
+    : viewer(v), widget(new KVGLWidget(&v)), loads([this](const QString& id) { prepareLoaded(id); })
+{
+}
 
 ViewerScene::~ViewerScene() = default;
 
@@ -112,7 +115,14 @@ void ViewerScene::startLoad(const QString& id, const GamutRequest& request,
 {
     if (!isLoaded(id))
         defaultLooks.insert(id);
-    loads.start(id, request, params, std::move(onEnd));
+    startPlainLoad(id, request, params, std::move(onEnd));
+}
+
+void ViewerScene::startPlainLoad(const QString& id, const GamutRequest& request,
+                                 const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd)
+{
+    if (const auto object = findOrCreateGamut(id))
+        loads.start(*object, request, params, contextGuard(), std::move(onEnd));
 }
 
 void ViewerScene::removeGamut(const QString& id)
@@ -122,6 +132,14 @@ void ViewerScene::removeGamut(const QString& id)
     settings.remove(id);
     removeItem(GroupNames::profiles(), id);
     loads.forget(id);
+}
+
+void ViewerScene::prepareLoaded(const QString& id)
+{
+    const ContextScope scope(widget);
+    if (const auto loaded = gamut(id))
+        loaded->setClip(clipping); // after a failure too
+    applyAwaitedLook(id);
 }
 
 void ViewerScene::applyAwaitedLook(const QString& id)

@@ -46,8 +46,13 @@ public:
     /// Loads a gamut that begins with the default look, unless another one was set for it.
     void startLoad(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
                    GamutLoads::EndFunction onEnd);
+    /// Loads a gamut that keeps the look it has.
+    void startPlainLoad(const QString& id, const GamutRequest& request,
+                        const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd);
     /// Also gives up its load.
     void removeGamut(const QString& id);
+    /// What a gamut gets when a load has ended: the clipping, and the look that awaits it.
+    void prepareLoaded(const QString& id);
     /// Applies to a loaded gamut the look that was set before; nothing if it is not loaded yet.
     void applyAwaitedLook(const QString& id);
     /// A function that makes the GL context current on true and releases it on false.
