@@ -100,7 +100,7 @@ QSharedPointer<Work> obedient(int value)
 template <typename Condition>
 bool eventually(Condition condition)
 {
-    return QTest::qWaitFor(condition, 20000);
+    return QTest::qWaitFor(condition, 120000);
 }
 
 /// Delivers everything that is due, so that what should not come has had its chance to.
@@ -176,7 +176,7 @@ TEST(BackgroundTask, belongsToTheThreadThatMadeItNotToTheGuiThread)
         });
         task->start(work, 0);
     });
-    EXPECT_TRUE(reported.tryAcquire(1, 20000));
+    EXPECT_TRUE(reported.tryAcquire(1, 120000));
     EXPECT_EQ(reportedOn, &owner);
     EXPECT_EQ(work->prepareThread, &owner);
     EXPECT_EQ(result, 5);
@@ -329,7 +329,7 @@ TEST(BackgroundTask, theOvertakenTimerDoesNotFireAfterwards)
 
 TEST(BackgroundTask, reportsOnceWhereverAStartMeetsTheEndOfTheRunBefore)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     for (int round = 0; round < 300; ++round) {
         Task task;
         QSignalSpy finished(&task, SIGNAL(finished()));
@@ -562,7 +562,7 @@ TEST(BackgroundTask, letsGoOfAFunctorOnceItsRunHasBeenReported)
 
 TEST(BackgroundTask, destroyedIdleItEndsAtOnce)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     {
         const Task neverStarted;
     }
@@ -576,7 +576,7 @@ TEST(BackgroundTask, destroyedIdleItEndsAtOnce)
 
 TEST(BackgroundTask, destroyedDuringARunItCancelsWaitsAndSaysNothing)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
     int reports = 0;
     QObject::connect(task.get(), &Task::finished, [&] { ++reports; });
@@ -600,7 +600,7 @@ TEST(BackgroundTask, destroyedDuringARunItCancelsWaitsAndSaysNothing)
 
 TEST(BackgroundTask, destroyedAfterARunEndedButBeforeItWasDeliveredItSaysNothing)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     for (int round = 0; round < 100; ++round) {
         auto task = std::make_unique<Task>();
         int reports = 0;
@@ -621,7 +621,7 @@ TEST(BackgroundTask, destroyedAfterARunEndedButBeforeItWasDeliveredItSaysNothing
 
 TEST(BackgroundTask, destroyedBeforeTheSubmissionItCancelsWhatNeverRan)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
     int reports = 0;
     QObject::connect(task.get(), &Task::finished, [&] { ++reports; });
@@ -637,7 +637,7 @@ TEST(BackgroundTask, destroyedBeforeTheSubmissionItCancelsWhatNeverRan)
 
 TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherQueuedItDoesNotHang)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
     int reports = 0;
     QObject::connect(task.get(), &Task::finished, [&] { ++reports; });
@@ -663,7 +663,7 @@ TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherQueuedItDoesNotHang)
 
 TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherScheduledItCancelsBoth)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
     int reports = 0;
     QObject::connect(task.get(), &Task::finished, [&] { ++reports; });
@@ -686,7 +686,7 @@ TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherScheduledItCancelsBoth)
 
 TEST(BackgroundTask, twoTasksRunSideBySide)
 {
-    const Watchdog watchdog(20);
+    const Watchdog watchdog(300);
     Task first;
     Task second;
     const auto a = stubborn(1);

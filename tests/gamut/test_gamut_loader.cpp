@@ -40,7 +40,7 @@ Params dataParams(const QByteArray& bytes)
 template <typename Condition>
 bool eventually(Condition condition)
 {
-    return QTest::qWaitFor(condition, 20000);
+    return QTest::qWaitFor(condition, 120000);
 }
 
 /// Delivers everything that is due, so that what should not come has had its chance to.
@@ -559,7 +559,7 @@ TEST_F(ObjectLoad, anEngineThatThrowsIsNotReportedAndTheNextLoadWorks)
 
 TEST_F(ObjectLoad, aSecondLoadCancelsTheComputationOfTheFirstAndOnlyTheSecondReports)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     std::atomic<bool> started{false};
     std::atomic<bool> firstReturned{false};
     fakevelmora::onInit([&](const InitCall& call) -> std::optional<fakevelmora::Gamut> {
@@ -583,7 +583,7 @@ TEST_F(ObjectLoad, aSecondLoadCancelsTheComputationOfTheFirstAndOnlyTheSecondRep
 
 TEST_F(ObjectLoad, aResultThatArrivesInSpiteOfItsCancellationIsDropped)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     std::atomic<bool> started{false};
     fakevelmora::onInit([&](const InitCall& call) {
         if (call.profile == "profile A") {
@@ -615,7 +615,7 @@ TEST_F(ObjectLoad, aLoadReplacedBeforeItsWorkerBeganNeverReachesTheEngine)
 
 TEST_F(ObjectLoad, onlyTheSecondReportsWhereverItMeetsTheEndOfTheFirst)
 {
-    const Watchdog watchdog(100);
+    const Watchdog watchdog(300);
     for (int round = 0; round < 150; ++round) {
         log.clear();
         std::atomic<bool> started{false};
@@ -667,7 +667,7 @@ TEST_F(ObjectLoad, aLoadInsideTheCallDoesNotCancelTheOneInTheBackground)
 
 TEST_F(ObjectLoad, destroyedDuringALoadItCancelsWaitsAndSaysNothing)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     std::atomic<bool> started{false};
     std::atomic<bool> returned{false};
     fakevelmora::onInit([&](const InitCall& call) -> std::optional<fakevelmora::Gamut> {
@@ -686,7 +686,7 @@ TEST_F(ObjectLoad, destroyedDuringALoadItCancelsWaitsAndSaysNothing)
 
 TEST_F(ObjectLoad, destroyedAfterTheComputationButBeforeTheReportItSaysNothing)
 {
-    const Watchdog watchdog(100);
+    const Watchdog watchdog(300);
     for (int round = 0; round < 150; ++round) {
         gamut = QSharedPointer<KV3DGamutObject>::create(QStringLiteral("sRGB"));
         log.clear();
@@ -756,7 +756,7 @@ TEST_F(ObjectLoad, mayBeLoadedInsideTheCallFromInsideTheReport)
 
 TEST_F(ObjectLoad, twoObjectsLoadSideBySide)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     std::atomic<int> running{0};
     fakevelmora::onInit([&](const InitCall& call) {
         ++running;

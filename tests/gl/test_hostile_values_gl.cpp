@@ -88,7 +88,7 @@ class HostileValues : public testing::TestWithParam<Call>
 
 TEST_P(HostileValues, validCallsRestoreThePictureAfterwards)
 {
-    const kvtest::Watchdog watchdog(60);
+    const kvtest::Watchdog watchdog(300);
     ShownViewer shown(200, 150);
     ASSERT_TRUE(shown.shown);
     makeValid(shown.viewer);
@@ -284,7 +284,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(HostileLoad, failedLoadKeepsThePreviousGamut)
 {
-    const kvtest::Watchdog watchdog(120);
+    const kvtest::Watchdog watchdog(300);
     ShownViewer shown(200, 150);
     Viewer& v = shown.viewer;
     makeValid(v);
@@ -339,7 +339,7 @@ TEST(HostileLoad, failedLoadKeepsThePreviousGamut)
 
 TEST(HostileLoad, settingsOfTheWrongTypeAreConverted)
 {
-    const kvtest::Watchdog watchdog(120);
+    const kvtest::Watchdog watchdog(300);
     ShownViewer shown(200, 150);
     const QString settings = QStringLiteral("AdditionnalParam");
     const QString grid = QStringLiteral("Link_GridPointNumber");

@@ -117,7 +117,7 @@ class InputMonkey : public testing::TestWithParam<int>
 
 TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysFinite)
 {
-    const kvtest::Watchdog watchdog(120);
+    const kvtest::Watchdog watchdog(300);
     ShownViewer shown(200, 150);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setCamera(eye, 0, interest);
@@ -163,7 +163,7 @@ TEST_P(InputMonkey, everyReleaseIsAClickAndTheCameraStaysFinite)
 
 TEST_P(InputMonkey, withoutInteractionTheCameraDoesNotMove)
 {
-    const kvtest::Watchdog watchdog(120);
+    const kvtest::Watchdog watchdog(300);
     ShownViewer shown(200, 150);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setCamera(eye, 0, interest);
@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(Seed, InputMonkey, testing::Values(1, 2, 3));
 
 TEST(DeletedViewer, mayBeDeletedDuringMoveDragAndLoad)
 {
-    const kvtest::Watchdog watchdog(60);
+    const kvtest::Watchdog watchdog(300);
     for (int i = 0; i < 5; ++i) {
         auto* viewer = new KVGamut3DViewer;
         viewer->resize(200, 150);
@@ -208,7 +208,7 @@ TEST(DeletedViewer, mayBeDeletedDuringMoveDragAndLoad)
 
 TEST(DeletedViewer, slotsAndLoadCallbacksMayCallDeleteLater)
 {
-    const kvtest::Watchdog watchdog(60);
+    const kvtest::Watchdog watchdog(300);
     const QHash<QString, QVariant> srgb{
         {QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}};
     for (int way = 0; way < 3; ++way) {

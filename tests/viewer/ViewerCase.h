@@ -44,7 +44,7 @@ protected:
     template <typename Condition>
     static bool eventually(Condition condition)
     {
-        return QTest::qWaitFor(condition, 20000);
+        return QTest::qWaitFor(condition, 120000);
     }
 
     /// Delivers everything that is due, so that what should not come has had its chance to.

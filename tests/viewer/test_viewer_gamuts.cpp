@@ -366,7 +366,7 @@ TEST_F(ViewerGamuts, aProfileHandleTravelsUnderItsRegisteredName)
 
 TEST_F(ViewerGamuts, aReloadCancelsTheOneInProgressWhoseCallbackNeverComes)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     computeUntilCancelled(tetrahedron(QStringLiteral("late")));
     viewer->load(id, paramsOf("profile A"), report(QStringLiteral("first")));
     ASSERT_TRUE(eventually([&] { return started == 1; }));
@@ -382,7 +382,7 @@ TEST_F(ViewerGamuts, aReloadCancelsTheOneInProgressWhoseCallbackNeverComes)
 
 TEST_F(ViewerGamuts, gamutsLoadSideBySide)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     fakevelmora::onInit([this](const InitCall& call) {
         ++started;
         while (started < 3) // each waits for all
@@ -398,7 +398,7 @@ TEST_F(ViewerGamuts, gamutsLoadSideBySide)
 
 TEST_F(ViewerGamuts, removingAGamutCancelsItsLoad)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     computeUntilCancelled(tetrahedron(QStringLiteral("late")));
     viewer->load(id, paramsOf("profile A"), report());
     ASSERT_TRUE(eventually([&] { return started == 1; }));
@@ -413,7 +413,7 @@ TEST_F(ViewerGamuts, removingAGamutCancelsItsLoad)
 
 TEST_F(ViewerGamuts, aRemovedGamutMayBeLoadedAgainAtOnce)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     computeUntilCancelled();
     viewer->load(id, paramsOf("profile A"), report(QStringLiteral("first")));
     ASSERT_TRUE(eventually([&] { return started == 1; }));
@@ -436,7 +436,7 @@ TEST_F(ViewerGamuts, nothingKeepsAGamutOnceItWasReported)
 
 TEST_F(ViewerGamuts, destroyingTheViewerCancelsItsLoads)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     computeUntilCancelled(tetrahedron(QStringLiteral("late")));
     viewer->load(id, paramsOf("profile A"), report());
     viewer->load(other, paramsOf("profile B"), report());
@@ -449,7 +449,7 @@ TEST_F(ViewerGamuts, destroyingTheViewerCancelsItsLoads)
 
 TEST_F(ViewerGamuts, aGamutThatOutlivesItsViewerLoadsWithoutIt)
 {
-    const Watchdog watchdog(60);
+    const Watchdog watchdog(300);
     QSemaphore mayEnd;
     fakevelmora::onInit([&](const InitCall&) {
         ++started;

@@ -58,7 +58,7 @@ protected:
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_dir.path());
         process.setProcessEnvironment(environment);
         process.start(probe(), {output});
-        EXPECT_TRUE(process.waitForFinished(60000));
+        EXPECT_TRUE(process.waitForFinished(300000));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(process.exitCode(), 0);
         const QByteArray said = process.readAllStandardError();

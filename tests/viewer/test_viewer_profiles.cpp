@@ -188,7 +188,7 @@ protected:
             ++reports;
             succeeded = ok;
         });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 60000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 300000));
         return succeeded;
     }
 
@@ -464,7 +464,7 @@ TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
     viewer.load(id, relative(srgb()), [&](const QString&, bool) { ++reports; });
     viewer.setDisplayMode(id, KVGamut3DViewer::Wireframe);
     EXPECT_TRUE(viewer.getGamut(id)->children().isEmpty());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 60000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reports > 0; }, 300000));
     EXPECT_EQ(viewer.displayMode(id), KVGamut3DViewer::Wireframe);
     const auto shown = [&](const char* child) {
         return viewer.getGamut(id)
@@ -482,7 +482,7 @@ TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
 
 TEST_F(ViewerProfiles, manyReloadsEndWithTheLastOne)
 {
-    const kvtest::Watchdog watchdog(120);
+    const kvtest::Watchdog watchdog(300);
     QStringList reports;
     for (int i = 0; i < 12; ++i) {
         viewer.load(id, relative(i % 2 ? srgb() : displayP3()), [&reports, i](const QString&, bool ok) {
@@ -491,7 +491,7 @@ TEST_F(ViewerProfiles, manyReloadsEndWithTheLastOne)
         // A different part of the computation is interrupted each time.
         QTest::qWait(i * 3);
     }
-    ASSERT_TRUE(QTest::qWaitFor([&] { return reports.contains(QStringLiteral("11 1")); }, 60000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reports.contains(QStringLiteral("11 1")); }, 300000));
     EXPECT_EQ(reports.last(), QStringLiteral("11 1"));
     EXPECT_EQ(viewer.params(id), relative(srgb()));
     EXPECT_NEAR(viewer.volume(id) / srgbVolume(), 1.0, 0.01);
@@ -499,7 +499,7 @@ TEST_F(ViewerProfiles, manyReloadsEndWithTheLastOne)
 
 TEST_F(ViewerProfiles, aViewerThatIsDestroyedDuringALoadDoesNotKeepItsHostWaiting)
 {
-    const kvtest::Watchdog watchdog(60);
+    const kvtest::Watchdog watchdog(300);
     bool reported = false;
     bool reportedBefore = false;
     {
@@ -508,10 +508,12 @@ TEST_F(ViewerProfiles, aViewerThatIsDestroyedDuringALoadDoesNotKeepItsHostWaitin
         params.insert(QStringLiteral("AdditionnalParam"),
                       Params{{QStringLiteral("Link_GridPointNumber"), 129}});
         shortLived.load(id, params, [&](const QString&, bool) { reported = true; });
-        EXPECT_TRUE(QTest::qWaitFor([] {
-            const auto running = KVCompletionProtocol::runningTasks();
-            return !running.isEmpty() && running.first()->progress() > 0;
-        }));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [] {
+                const auto running = KVCompletionProtocol::runningTasks();
+                return !running.isEmpty() && running.first()->progress() > 0;
+            },
+            300000));
         reportedBefore = reported;
     }
     QCoreApplication::processEvents();

@@ -28,7 +28,7 @@ const QString view = QStringLiteral("^view$");
 
 bool until(const std::function<bool()>& condition)
 {
-    return QTest::qWaitFor(condition, longestWaitMs);
+    return QTest::qWaitFor(condition, maxWaitMs);
 }
 
 QStringList words(const char* line)
@@ -321,7 +321,7 @@ TEST_F(HandTest, closesInTheMidstOfLoadingWithoutAWord)
     openRed(files + words("--intent perceptual"));
     ASSERT_TRUE(until(isLoading));
     askToClose(window);
-    ASSERT_TRUE(m_process.waitForFinished(longestWaitMs));
+    ASSERT_TRUE(m_process.waitForFinished(maxWaitMs));
     EXPECT_EQ(m_process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(m_process.exitCode(), 0);
     EXPECT_EQ(errors(), "");
@@ -494,7 +494,7 @@ TEST_F(HandTest, comesBackFromASessionInAnotherRun)
         hand.press(keys);
     EXPECT_TRUE(until([&] { return shareUnlike(screenshot().copy(placeOnScreen(view)), seen) > 0.1; }));
     hand.press("Ctrl+Q");
-    ASSERT_TRUE(m_process.waitForFinished(longestWaitMs));
+    ASSERT_TRUE(m_process.waitForFinished(maxWaitMs));
     EXPECT_EQ(m_process.exitCode(), 0);
 
     openWindow({});

@@ -66,7 +66,7 @@ protected:
                 last = now;
                 return unchanged >= 5;
             },
-            longestWaitMs));
+            maxWaitMs));
         EXPECT_EQ(m_process.readAllStandardError(), "");
         TearDown();
         return last;

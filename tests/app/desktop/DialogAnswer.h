@@ -21,7 +21,7 @@ template <typename Dialog>
 testing::AssertionResult answered(const std::function<void()>& act,
                                   const std::function<void(Dialog&)>& answer)
 {
-    constexpr int longestMs = 10000;
+    constexpr int maxMs = 60000;
     enum
     {
         Waiting,
@@ -36,7 +36,7 @@ testing::AssertionResult answered(const std::function<void()>& act,
         if (state == Waiting && dialog && dialog->isActiveWindow()) {
             state = Answered;
             answer(*dialog);
-        } else if (dialog && sinceStart.elapsed() > longestMs) {
+        } else if (dialog && sinceStart.elapsed() > maxMs) {
             state = Stuck;
             dialog->reject();
         }

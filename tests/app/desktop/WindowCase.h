@@ -25,7 +25,7 @@ protected:
     {
         window.resize(1150, 760);
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window, 60000));
     }
 
     /// Opens @p inputs and waits until everything is computed and drawn.

@@ -114,8 +114,7 @@ TEST_F(Comparing, survivesTheLossOfAGamutThatIsBeingCompared)
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3"), QStringLiteral("Rec2020")});
     gamuts.remove(1);
     gamuts.remove(0);
-    kvtest::spinFor(300);
-    EXPECT_TRUE(comparison.isComplete());
+    EXPECT_TRUE(kvtest::spinUntil([this] { return comparison.isComplete(); }));
     EXPECT_EQ(comparison.rowCount(), 1);
 }
 

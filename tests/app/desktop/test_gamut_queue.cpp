@@ -54,10 +54,8 @@ TEST_F(Loading, endsWithTheLastOfManyWishes)
     model.add(cmyk, {}, {});
     ASSERT_TRUE(finish());
     for (const KVVMRenderType intent :
-         {KVVMRenderPerceptual, KVVMRenderSaturation, KVVMRenderRelativeColorimetric}) {
+         {KVVMRenderPerceptual, KVVMRenderSaturation, KVVMRenderRelativeColorimetric})
         model.setSettings(0, {intent, false, 65});
-        kvtest::spinFor(5);
-    }
     model.setSettings(0, {KVVMRenderRelativeColorimetric, false, 9});
     ASSERT_TRUE(finish());
     EXPECT_EQ(model.at(0).computedWith, (GamutSettings{KVVMRenderRelativeColorimetric, false, 9}));
@@ -133,16 +131,19 @@ TEST_F(Loading, reportsProgressThatOnlyGrows)
 
 TEST(LoadingEnds, whenTheLoaderIsDestroyedInTheMidst)
 {
+    const auto isRunning = [] { return !KVCompletionProtocol::runningTasks().isEmpty(); };
     GamutListModel model;
+    bool wasLoading = false;
     {
         GamutQueue loader(model);
         model.add(cmyk, {KVVMRenderPerceptual, false, 129}, {});
-        kvtest::spinFor(20);
+        EXPECT_TRUE(kvtest::spinUntil(isRunning));
+        wasLoading =
+            model.at(0).loading; // it is, unless this thread slept while the whole gamut was computed
     }
-    EXPECT_TRUE(model.at(0).loading);
-    kvtest::spinFor(50); // nothing of it comes any more
-    EXPECT_FALSE(model.at(0).hasGamut());
-    EXPECT_TRUE(KVCompletionProtocol::runningTasks().isEmpty());
+    EXPECT_TRUE(kvtest::spinUntil([&] { return !isRunning(); }));
+    EXPECT_EQ(model.at(0).loading, wasLoading);
+    EXPECT_EQ(model.at(0).hasGamut(), !wasLoading);
 }
 
 } // namespace

@@ -118,7 +118,7 @@ TEST_P(Translation, hasTheTextsOfTheSourcesAndNoOthers)
                   {QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none"),
                    QStringLiteral("-extensions"), QStringLiteral("cpp,h"), QStringLiteral(KVGAMUT_DESKTOP),
                    QStringLiteral("-ts"), fresh});
-    ASSERT_TRUE(lupdate.waitForFinished(60000));
+    ASSERT_TRUE(lupdate.waitForFinished(300000));
     EXPECT_EQ(lupdate.readAllStandardError(), ""); // such as a text whose context is not known
     EXPECT_EQ(keysOf(textsOf(file())), keysOf(textsOf(fresh))) << "run tools/refresh_translations.sh";
 }

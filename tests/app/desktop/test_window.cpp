@@ -129,8 +129,7 @@ TEST_F(Window, isDestroyedInTheMidstOfLoading)
     other->addPoints({write(QStringLiteral("p.csv"), "50,0,0\n")});
     kvtest::spinFor(30);
     other.reset();
-    kvtest::spinFor(100);
-    EXPECT_TRUE(KVCompletionProtocol::runningTasks().isEmpty());
+    EXPECT_TRUE(kvtest::spinUntil([] { return KVCompletionProtocol::runningTasks().isEmpty(); }));
 }
 
 TEST_F(Window, tellsTheColourThatIsClicked)
@@ -319,10 +318,12 @@ TEST_F(Window, followsADarkPalette)
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     const QPalette before = QApplication::palette();
     QApplication::setPalette(QPalette(QColor(0x35, 0x37, 0x3a), QColor(0x2b, 0x2d, 0x30)));
-    kvtest::spinFor(100);
-    const QImage section = control<QWidget>("slice").grab().toImage();
-    EXPECT_LT(section.pixelColor(2, 2).lightness(), 100); // paper
-    int brightest = 0;                                    // text and frame on it
+    QImage section;
+    EXPECT_TRUE(kvtest::spinUntil([&] {
+        section = control<QWidget>("slice").grab().toImage();
+        return section.pixelColor(2, 2).lightness() < 100; // background
+    }));
+    int brightest = 0; // text and frame on it
     for (int y = 0; y < section.height(); ++y)
         for (int x = 0; x < section.width(); ++x)
             brightest = std::max(brightest, section.pixelColor(x, y).lightness());

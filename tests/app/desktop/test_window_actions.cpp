@@ -34,7 +34,7 @@ protected:
     /// A key of the window, which has the keyboard again when a dialog was closed before.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window, 60000));
         QTest::keyClick(&window, key, modifiers);
     }
 

@@ -176,17 +176,16 @@ TEST_F(Controls, moveTheFlatSectionWithTheSlider)
 {
     open({QStringLiteral("sRGB")});
     auto& section = control<QWidget>("slice");
-    kvtest::spinFor(50);
     const QImage before = section.grab().toImage();
+    const auto comesToEqual = [&](bool equal) {
+        return kvtest::spinUntil([&] { return (section.grab().toImage() == before) == equal; });
+    };
     control<QSlider>("clipSlider").setValue(160);
-    kvtest::spinFor(50);
-    EXPECT_NE(section.grab().toImage(), before);
+    EXPECT_TRUE(comesToEqual(false));
     control<QSlider>("clipSlider").setValue(100);
-    kvtest::spinFor(50);
-    EXPECT_EQ(section.grab().toImage(), before);
+    EXPECT_TRUE(comesToEqual(true));
     QTest::keyClick(&window, Qt::Key_V); // a hidden gamut is in no section
-    kvtest::spinFor(50);
-    EXPECT_NE(section.grab().toImage(), before);
+    EXPECT_TRUE(comesToEqual(false));
 }
 
 TEST_F(Controls, hideAndRemoveGamutsFromTheKeyboard)

@@ -196,7 +196,7 @@ protected:
     void SetUp() override
     {
         dialog.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, 60000));
     }
 
     void type(const QString& keys) { QTest::keyClicks(QApplication::focusWidget(), keys); }
@@ -244,7 +244,7 @@ TEST_F(SizeDialog, isAcceptedByReturnAndRejectedByEscape)
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_FALSE(dialog.isVisible());
     dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, 60000));
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }

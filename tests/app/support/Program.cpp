@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int longestRunMs = 60000;
+constexpr int maxRunMs = 300000;
 
 kvtest::Answer run(const QString& program, const QStringList& arguments, const QProcessEnvironment& env)
 {
@@ -15,7 +15,7 @@ kvtest::Answer run(const QString& program, const QStringList& arguments, const Q
     process.setProcessEnvironment(env);
     process.start(program, arguments);
     kvtest::Answer answer;
-    if (process.waitForFinished(longestRunMs) && process.exitStatus() == QProcess::NormalExit)
+    if (process.waitForFinished(maxRunMs) && process.exitStatus() == QProcess::NormalExit)
         answer.exitCode = process.exitCode();
     answer.output = process.readAllStandardOutput();
     answer.errors = process.readAllStandardError();
