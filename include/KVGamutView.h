@@ -36,7 +36,7 @@ public:
     float viewingAngle = 30.0f;                 ///< vertical field of view, degrees
     bool orthogonal = false;                    ///< parallel projection instead of perspective
 
-    bool operator==(const KVCamera&) const = default;
+    bool operator==(const KVCamera&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVCamera)
 
@@ -65,7 +65,7 @@ public:
     bool projection = true;        ///< outline on the ab plane
     bool primaries = false;        ///< ramp of each colorant
 
-    bool operator==(const KVGamutLook&) const = default;
+    bool operator==(const KVGamutLook&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVGamutLook)
 
@@ -79,32 +79,32 @@ struct KV3DVIEWER_EXPORT KVViewTheme
     Q_PROPERTY(QColor grid MEMBER grid)
     Q_PROPERTY(QColor section MEMBER section)
 public:
-    QColor background = Qt::gray;
-    QColor axes = Qt::black;
-    QColor labels = Qt::black;
-    QColor grid = QColor(180, 180, 180);
+    QColor background = Qt::gray;           ///< of the view
+    QColor axes = Qt::black;                ///< L*, a* and b*
+    QColor labels = Qt::black;              ///< of the axes
+    QColor grid = QColor(180, 180, 180);    ///< on the ab plane
     QColor section = QColor(80, 80, 80, 1); ///< the alpha is not drawn: sections are opaque
 
     /// Colours that go with a host's palette: its window colour behind, its text colour for axes, labels and
     /// section, a mixture for the grid.
     static KVViewTheme fromPalette(const QPalette& palette);
 
-    bool operator==(const KVViewTheme&) const = default;
+    bool operator==(const KVViewTheme&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVViewTheme)
 
 /// Everything about the view that is worth keeping, as one value.
 struct KV3DVIEWER_EXPORT KVViewState
 {
-    KVCamera camera;
-    KVViewTheme theme;
+    KVCamera camera;                     ///< see KVCamera
+    KVViewTheme theme;                   ///< see KVViewTheme
     QVector3D light{300.0f, 0.0f, 0.0f}; ///< position, (L*, a*, b*); KVGamut3DViewer::lightPos() differs
-    QColor lightColor = Qt::white;
-    bool grid = true;
-    bool axes = true;
-    bool plane = false;                ///< the coloured floor
-    std::optional<float> clipping;     ///< L* above which gamuts are cut off; nullopt: nothing is cut
-    QHash<QString, KVGamutLook> looks; ///< by gamut id
+    QColor lightColor = Qt::white;       ///< multiplies the lit part of a surface
+    bool grid = true;                    ///< whether the grid is shown
+    bool axes = true;                    ///< whether the axes and their labels are shown
+    bool plane = false;                  ///< the coloured floor
+    std::optional<float> clipping;       ///< L* above which gamuts are cut off; nullopt: nothing is cut
+    QHash<QString, KVGamutLook> looks;   ///< by gamut id
     QHash<QString, KVGamut::Settings> settings; ///< by gamut id
 
     /// Plain values (numbers, texts, lists, maps), which JSON, CBOR and QSettings store unchanged.
@@ -112,22 +112,26 @@ struct KV3DVIEWER_EXPORT KVViewState
     /// Values that are missing or invalid keep their defaults.
     static KVViewState fromMap(const QVariantMap& map);
 
-    bool operator==(const KVViewState&) const = default;
+    bool operator==(const KVViewState&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVViewState)
 
 /// What to load, and how.
 struct KV3DVIEWER_EXPORT KVLoadRequest
 {
-    QString profilePath;     ///< an ICC profile file
-    QByteArray profileData;  ///< or the bytes of one
-    KVProfilePtr profile;    ///< or one that is open
-    QVariantHash savedGamut; ///< or what GamutObject::serialize() gave; settings do not apply to it
-    KVGamut::Settings settings;
+    QString profilePath;        ///< an ICC profile file
+    QByteArray profileData;     ///< or the bytes of one
+    KVProfilePtr profile;       ///< or one that is open
+    QVariantHash savedGamut;    ///< or what GamutObject::serialize() gave; settings do not apply to it
+    KVGamut::Settings settings; ///< how the gamut is computed
 
+    /// A request for profilePath.
     static KVLoadRequest fromFile(const QString& path, const KVGamut::Settings& settings = {});
+    /// A request for profileData.
     static KVLoadRequest fromData(const QByteArray& bytes, const KVGamut::Settings& settings = {});
+    /// A request for profile.
     static KVLoadRequest fromProfile(const KVProfilePtr& profile, const KVGamut::Settings& settings = {});
+    /// A request for savedGamut.
     static KVLoadRequest fromSaved(const QVariantHash& saved);
     /// The request that the parameter hash of KVGamut3DViewer::load() stands for. Problem UnknownSetting
     /// for a key that is not known there: a misspelt one would silently give another volume.
@@ -157,14 +161,14 @@ public:
     };
     Q_ENUM(Kind)
 
-    Kind kind = Kind::Nothing;
-    QString id;             ///< of the gamut, or name of the set; empty for Nothing
-    int index = -1;         ///< position in the set; -1 for a gamut and for Nothing
-    QVector3D lab;          ///< the point of the surface, or the marker's position; 0 for Nothing
-    float distance = 0.0f;  ///< from the ray's origin, Lab units; 0 for Nothing
-    QVector3D rayOrigin;    ///< picking ray
-    QVector3D rayDirection; ///< not normalised
-    QPoint pixel;           ///< window coordinates
+    Kind kind = Kind::Nothing; ///< what was hit first
+    QString id;                ///< of the gamut, or name of the set; empty for Nothing
+    int index = -1;            ///< position in the set; -1 for a gamut and for Nothing
+    QVector3D lab;             ///< the point of the surface, or the marker's position; 0 for Nothing
+    float distance = 0.0f;     ///< from the ray's origin, Lab units; 0 for Nothing
+    QVector3D rayOrigin;       ///< picking ray
+    QVector3D rayDirection;    ///< not normalised
+    QPoint pixel;              ///< window coordinates
     Qt::MouseButton button = Qt::NoButton; ///< released button; NoButton for hovered()
     Qt::KeyboardModifiers modifiers;       ///< held at that moment
     bool endsDrag = false; ///< the pointer moved farther than the system's drag distance since the press
@@ -184,7 +188,7 @@ class KV3DVIEWER_EXPORT KVGamutView : public QObject
     Q_PROPERTY(bool themeFollowsPalette READ themeFollowsPalette WRITE setThemeFollowsPalette)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
 public:
-    explicit KVGamutView(KVGamut3DViewer* viewer, QObject* parent = nullptr);
+    explicit KVGamutView(KVGamut3DViewer* viewer, QObject* parent = nullptr); ///< attached to @p viewer
     ~KVGamutView() override;
 
     KVGamut3DViewer* viewer() const; ///< null once it is gone
@@ -223,23 +227,23 @@ public:
     void setLook(const QString& id, const KVGamutLook& look);
     KVGamutLook look(const QString& id) const; ///< as set last; the default look when unknown
 
-    void setTheme(const KVViewTheme& theme);
-    KVViewTheme theme() const;
+    void setTheme(const KVViewTheme& theme); ///< applied at once
+    KVViewTheme theme() const;               ///< the theme set last
     /// Whether the theme is made anew from the application's palette whenever that changes.
     void setThemeFollowsPalette(bool follow);
-    bool themeFollowsPalette() const;
+    bool themeFollowsPalette() const; ///< false at first
 
     /// Applies camera, theme, light, surroundings and clipping at once, and the looks of the gamuts that it
     /// names, present or to come. Loads nothing.
     void setState(const KVViewState& state);
-    KVViewState state() const;
+    KVViewState state() const; ///< the present state, with the looks of all gamuts
     /// @}
 
     /// @name Camera
     /// @{
-    KVCamera camera() const;
-    void setCamera(const KVCamera& camera) { setCamera(camera, 0); }
-    void setCamera(const KVCamera& camera, int durationMs); ///< 0 or less: at once, and silently
+    KVCamera camera() const; ///< the present one; see the queries of KVGamut3DViewer about moves
+    void setCamera(const KVCamera& camera) { setCamera(camera, 0); } ///< at once
+    void setCamera(const KVCamera& camera, int durationMs);          ///< 0 or less: at once, and silently
     /// Moves the eye along its line of sight so that the named gamuts, or all that are visible, fill the
     /// window. Nothing happens when there is nothing to frame.
     void frame(const QStringList& ids = {}, int durationMs = 0);

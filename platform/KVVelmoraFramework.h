@@ -89,7 +89,7 @@ struct LabPoint
     float a = 0.0f; ///< a*, red above 0, green below
     float b = 0.0f; ///< b*, yellow above 0, blue below
 
-    bool operator==(const LabPoint&) const = default;
+    bool operator==(const LabPoint&) const = default; ///< all values are equal
 };
 
 /// An indexed triangle mesh in Lab: the one form in which a gamut surface is made, compared, cut, drawn
@@ -122,7 +122,7 @@ struct Settings
     bool blackPointCompensation = false;                    ///< no effect with the absolute intent
     int gridPoints = engineChoosesGrid;                     ///< samples along each device axis
 
-    bool operator==(const Settings&) const = default;
+    bool operator==(const Settings&) const = default; ///< all settings are equal
 };
 
 /// What two gamuts have in common. Eighteen floats in this order; volumes in dE76 cubed.
