@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Copies the contents of the folder FROM into the folder TO. Programs that lie in one folder share
-# their resources, and a parallel build places them for several at once: they take turns by LOCK.
+# Copies the contents of the folder FROM into the folder TO. Programs in the same folder share their resources, and
+# a parallel build may copy them for several programs at the same time, so the file LOCK is locked meanwhile.
 file(LOCK "${LOCK}" TIMEOUT 60)
 file(COPY "${FROM}/" DESTINATION "${TO}")
 file(LOCK "${LOCK}" RELEASE)

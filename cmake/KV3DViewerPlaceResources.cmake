@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
-# Part of the package for hosts, installed or taken in by add_subdirectory.
+# Part of the package for hosts, both installed and with add_subdirectory.
 
 set(KV3DViewer_CMAKE_DIR "${CMAKE_CURRENT_LIST_DIR}" CACHE INTERNAL "")
 set(KV3DViewer_RESOURCES_DIR "${KV3DViewer_RESOURCES_DIR}" CACHE INTERNAL "")
 
-# Places the viewer's shaders and its image where it looks for them when TARGET runs: in ../Resources,
-# seen from the folder of the binary. They are kept up to date by every build of TARGET.
+# Copies the viewer's shaders and its image to ../Resources, relative to the folder of TARGET's binary, where the
+# viewer looks for them. Every build of TARGET updates them.
 function(kv3dviewer_place_resources target)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS "${KV3DViewer_RESOURCES_DIR}/*")
     set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.stamp")

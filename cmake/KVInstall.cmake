@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` puts where: libraries, headers, packages for CMake and pkg-config, resources.
+# Rules of `cmake --install`: libraries, headers, packages for CMake and pkg-config, resources.
 #
 #   <prefix>/<libdir>/libKV3DViewer.so.0.1 ...          the three libraries       (component Library)
 #   <prefix>/share/kv3dviewer-0.1/Resources/            shaders and plane image   (component Library)
@@ -9,15 +9,15 @@
 #   <prefix>/lib/kv3dviewer/Resources                   link to the resources     (component Tools)
 #   <prefix>/bin/kvgamut                                link to the program       (component Tools)
 #
-# The viewer looks for its resources beside the folder of the application's binary. A program in
-# <prefix>/bin would put them at <prefix>/Resources, which is no place for data: so the program has a
-# folder of its own, with links that are relative and hold wherever the tree is moved. The resources
-# belong to one version of the library's interface and carry it in their path, as the library does.
+# The viewer looks for its resources in ../Resources, relative to the folder of the application's binary. For a
+# program in <prefix>/bin that would be <prefix>/Resources, which is not a standard folder for data. So the program
+# has its own folder, with relative links that remain valid when the tree is moved. The resources belong to one
+# version of the library's interface, so their path contains it, like the name of the library.
 
 option(KV3DVIEWER_INSTALL "Install the libraries, the program and what hosts build with" "${PROJECT_IS_TOP_LEVEL}")
 option(KV3DVIEWER_PACKAGES "Configure the target \"package\", which builds Debian packages" OFF)
 
-if(KV3DVIEWER_PACKAGES AND NOT DEFINED CMAKE_INSTALL_LIBDIR) # where Debian keeps libraries
+if(KV3DVIEWER_PACKAGES AND NOT DEFINED CMAKE_INSTALL_LIBDIR) # the folder of libraries in Debian
     set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Folder of the libraries")
 endif()
 include(GNUInstallDirs)
@@ -38,8 +38,8 @@ set(KV3DVIEWER_INSTALL_RESOURCESDIR "${CMAKE_INSTALL_DATAROOTDIR}/kv3dviewer-${K
 set(KV3DVIEWER_INSTALL_PROGRAMDIR "lib/kv3dviewer")
 set(kv_templates "${CMAKE_CURRENT_LIST_DIR}")
 
-# The way from the installed folder FROM to the installed folder TO, for links and run paths.
-function(kv_installed_way variable from to)
+# The relative path from the installed folder FROM to the installed folder TO, for links and run paths.
+function(kv_relative_install_path variable from to)
     cmake_path(ABSOLUTE_PATH from BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" NORMALIZE)
     cmake_path(ABSOLUTE_PATH to BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" NORMALIZE)
     cmake_path(RELATIVE_PATH to BASE_DIRECTORY "${from}")
@@ -47,8 +47,8 @@ function(kv_installed_way variable from to)
     set(${variable} "${to}" PARENT_SCOPE)
 endfunction()
 
-# kv_shared_library(TARGET COMPONENT name): a library with a version that hosts know as
-# KV3DViewer::COMPONENT, in this tree as well as installed.
+# kv_shared_library(TARGET COMPONENT name): a library with a version. Hosts link KV3DViewer::COMPONENT, with
+# add_subdirectory as well as installed.
 function(kv_shared_library target)
     cmake_parse_arguments(ARG "" "COMPONENT" "" ${ARGN})
     add_library(KV3DViewer::${ARG_COMPONENT} ALIAS ${target})
@@ -63,8 +63,8 @@ endfunction()
 # kv_install_library(TARGET COMPONENT name DESCRIPTION text HEADERS files... [HEADERS_IN folder]
 #                    REQUIRES modules...)
 #
-# REQUIRES names the pkg-config modules whose headers ours include. What the library itself links is
-# no concern of a host: it is shared.
+# REQUIRES lists the pkg-config modules whose headers are included by public headers. Libraries that a shared
+# library links itself are not needed by hosts.
 function(kv_install_library target)
     cmake_parse_arguments(ARG "" "COMPONENT;DESCRIPTION;HEADERS_IN" "HEADERS;REQUIRES" ${ARGN})
     if(NOT KV3DVIEWER_INSTALL)
@@ -82,14 +82,14 @@ endfunction()
 
 function(kv_install_pkgconfig module description requires)
     set(pkgconfigdir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
-    kv_installed_way(prefix "${pkgconfigdir}" .)
+    kv_relative_install_path(prefix "${pkgconfigdir}" .)
     list(JOIN requires ", " requires)
     configure_file("${kv_templates}/module.pc.in" "${PROJECT_BINARY_DIR}/install/${module}.pc" @ONLY)
     install(FILES "${PROJECT_BINARY_DIR}/install/${module}.pc"
         DESTINATION "${pkgconfigdir}" COMPONENT Development)
 endfunction()
 
-# The package for CMake, and the resources that all hosts share.
+# The package for CMake, and the resources, which all hosts share.
 function(kv_install_package)
     if(NOT KV3DVIEWER_INSTALL)
         return()
@@ -106,10 +106,10 @@ function(kv_install_package)
         DESTINATION "${KV3DVIEWER_INSTALL_RESOURCESDIR}" COMPONENT Library)
 endfunction()
 
-# kv_install_program(TARGET): into a folder of its own beside the resources, with a link on the path.
+# kv_install_program(TARGET): installs it in its own folder beside the resources, with a link in bin/.
 function(kv_install_program target)
     set(bindir "${KV3DVIEWER_INSTALL_PROGRAMDIR}/bin")
-    kv_installed_way(libraries "${bindir}" "${CMAKE_INSTALL_LIBDIR}")
+    kv_relative_install_path(libraries "${bindir}" "${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
     if(NOT KV3DVIEWER_INSTALL)
         return()
@@ -119,12 +119,12 @@ function(kv_install_program target)
     kv_install_link("${bindir}/${target}" "${CMAKE_INSTALL_BINDIR}" ${target})
 endfunction()
 
-# A relative link NAME in the installed folder FOLDER to the installed file or folder TO. It is made
-# here and leads nowhere until it is installed.
+# A relative link NAME in the installed folder FOLDER to the installed file or folder TO. The link is created in
+# the build folder, where it is dangling.
 function(kv_install_link to folder name)
-    kv_installed_way(way "${folder}" "${to}")
+    kv_relative_install_path(target "${folder}" "${to}")
     set(links "${PROJECT_BINARY_DIR}/install/links")
     file(MAKE_DIRECTORY "${links}")
-    file(CREATE_LINK "${way}" "${links}/${name}" SYMBOLIC)
+    file(CREATE_LINK "${target}" "${links}/${name}" SYMBOLIC)
     install(FILES "${links}/${name}" DESTINATION "${folder}" COMPONENT Tools)
 endfunction()

@@ -1,16 +1,16 @@
 # SPDX-License-Identifier: Apache-2.0
 # kv_man_pages(TARGET COMMANDS names...)
 #
-# Makes man pages of a program and of each of its commands from what they answer to --help, with
-# help2man, so that both say the same: man/<program>.1 and man/<program>-<command>.1 in the build
-# folder, installed with the program. Without help2man there are none.
+# Generates man pages of a program and of each of its commands from the output of --help with help2man:
+# man/<program>.1 and man/<program>-<command>.1 in the build folder. They are installed with the program. Without
+# help2man there are no man pages.
 
 find_program(HELP2MAN help2man)
 
 function(kv_man_pages target)
     cmake_parse_arguments(ARG "" "" "COMMANDS" ${ARGN})
     if(NOT HELP2MAN OR CMAKE_CROSSCOMPILING)
-        return() # the program must run to tell of itself
+        return() # the program must run to print its help
     endif()
     set(folder "${PROJECT_BINARY_DIR}/man")
     file(MAKE_DIRECTORY "${folder}")

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Run by CPack on the staged files.
 
-# What lies in the system's own folders is found without run paths.
+# Libraries in the folders of the system are found without run paths.
 set(usr "${CPACK_TEMPORARY_DIRECTORY}/*/usr")
 file(GLOB_RECURSE binaries "${usr}/lib/*.so.*" "${usr}/lib/kv3dviewer/bin/*")
 foreach(binary IN LISTS binaries)
@@ -10,7 +10,7 @@ foreach(binary IN LISTS binaries)
     endif()
 endforeach()
 
-# Debian keeps man pages compressed.
+# Debian policy: man pages are compressed.
 file(GLOB_RECURSE pages "${usr}/share/man/*.1")
 if(pages)
     execute_process(COMMAND gzip --best --no-name ${pages} COMMAND_ERROR_IS_FATAL ANY)

@@ -10,33 +10,33 @@ set(library_package "libkv3dviewer${KV3DVIEWER_SOVERSION}")
 set(development_package "libkv3dviewer-dev")
 set(tools_package "kvgamut")
 
-# --- Papers: who may do what with it, and what changed ---------------------------------------------------
+# --- Licence and changelogs ----------------------------------------------------------------------------------
 set(debian_version "${PROJECT_VERSION}-1")
 file(STRINGS "${PROJECT_SOURCE_DIR}/packaging/debian/changelog" head LIMIT_COUNT 1)
 if(NOT head MATCHES "\\(${debian_version}\\)")
     message(FATAL_ERROR "packaging/debian/changelog has no entry for ${debian_version}, but: ${head}")
 endif()
 
-function(kv_package_papers component package)
-    set(papers "${PROJECT_BINARY_DIR}/install/${package}")
-    file(MAKE_DIRECTORY "${papers}")
-    foreach(paper IN ITEMS debian/changelog=changelog.Debian.gz ../CHANGELOG.md=changelog.gz)
-        string(REGEX MATCH "^(.*)=(.*)$" paper "${paper}")
+function(kv_package_documents component package)
+    set(folder "${PROJECT_BINARY_DIR}/install/${package}")
+    file(MAKE_DIRECTORY "${folder}")
+    foreach(file IN ITEMS debian/changelog=changelog.Debian.gz ../CHANGELOG.md=changelog.gz)
+        string(REGEX MATCH "^(.*)=(.*)$" file "${file}")
         execute_process(COMMAND gzip --best --no-name --stdout "${PROJECT_SOURCE_DIR}/packaging/${CMAKE_MATCH_1}"
-            OUTPUT_FILE "${papers}/${CMAKE_MATCH_2}" COMMAND_ERROR_IS_FATAL ANY)
+            OUTPUT_FILE "${folder}/${CMAKE_MATCH_2}" COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
     install(FILES "${PROJECT_SOURCE_DIR}/packaging/debian/copyright"
-            "${papers}/changelog.Debian.gz" "${papers}/changelog.gz"
+            "${folder}/changelog.Debian.gz" "${folder}/changelog.gz"
         DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${package}" COMPONENT ${component})
 endfunction()
 
-kv_package_papers(Library ${library_package})
-kv_package_papers(Development ${development_package})
-kv_package_papers(Tools ${tools_package})
+kv_package_documents(Library ${library_package})
+kv_package_documents(Development ${development_package})
+kv_package_documents(Tools ${tools_package})
 
 # --- All packages ----------------------------------------------------------------------------------------
 set(KV3DVIEWER_PACKAGE_CONTACT "KV3DViewer maintainers <maintainers@kv3dviewer.invalid>" CACHE STRING
-    "The maintainer whom the packages name: whoever builds them for others")
+    "The maintainer that the packages name")
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kv3dviewer)
 set(CPACK_PACKAGE_CONTACT "${KV3DVIEWER_PACKAGE_CONTACT}")
@@ -69,9 +69,9 @@ viewer reads at run time.")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS "fonts-liberation") # what "Arial" on the axes resolves to
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS "fonts-liberation") # the font that replaces Arial on the axes
 
-# --- What hosts are built with -----------------------------------------------------------------------------
+# --- Development files -----------------------------------------------------------------------------
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${development_package})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "interactive 3D view of colour gamuts for Qt 6 (development files)
@@ -92,7 +92,7 @@ and compares them, on the command line and in a window.
 
 Pictures need no display: where there is none, kvgamut draws on a virtual one.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
-# the virtual display; Qt's own words in other languages
+# the virtual display; translations of Qt's own texts
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "xvfb, xauth, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 

@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
-# Where the library finds its shaders and the plane texture at run time: the folder "Resources"
-# beside the folder of the application's binary.
+# The library looks for its shaders and the image of the plane at run time in ../Resources, relative to the folder
+# of the application's binary.
 
 set(KV3DViewer_RESOURCES_DIR "${CMAKE_CURRENT_SOURCE_DIR}/resources")
 include(KV3DViewerPlaceResources)
 
-# Copies the resources to DESTINATION with every build that finds them changed.
+# Copies the resources to DESTINATION in every build in which they changed.
 function(kv_stage_resources destination)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${KV3DViewer_RESOURCES_DIR}"
         "${KV3DViewer_RESOURCES_DIR}/Shaders/*" "${KV3DViewer_RESOURCES_DIR}/Images/*")

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows sRGB, waits until it is drawn and looks at what came of it. Exits 0 when the library, its
-// resources and its colour engine do as they should; otherwise it says what did not.
+// Shows sRGB, waits until it is drawn and checks the picture. The exit code is 0 if the library, its
+// resources and its colour engine work; otherwise an error is printed.
 //
 //   consumer [picture.png]
 
@@ -18,7 +18,7 @@
 
 namespace {
 
-// As published for D50: the volume of sRGB in Lab.
+// The published volume of sRGB in Lab (D50).
 constexpr float srgbVolume = 832000.0f;
 
 bool isVolumeOfSrgb(float volume)
@@ -26,7 +26,7 @@ bool isVolumeOfSrgb(float volume)
     return std::fabs(volume / srgbVolume - 1.0f) < 0.01f;
 }
 
-/// Which sixths of the hue circle the picture shows in strong colours.
+/// The sixths of the hue circle that the picture shows in saturated colours.
 std::set<int> strongHues(const QImage& picture)
 {
     std::set<int> sixths;
@@ -39,19 +39,19 @@ std::set<int> strongHues(const QImage& picture)
     return sixths;
 }
 
-int refuse(const char* what, double value)
+int fail(const char* what, double value)
 {
     std::fprintf(stderr, "consumer: %s: %g\n", what, value);
     return 1;
 }
 
-int judge(const KVGamut3DViewer& viewer, const QImage& picture)
+int check(const KVGamut3DViewer& viewer, const QImage& picture)
 {
     if (!isVolumeOfSrgb(viewer.volume(QStringLiteral("sRGB"))))
-        return refuse("wrong volume of sRGB in the viewer", viewer.volume(QStringLiteral("sRGB")));
-    // From above, the surface shows every hue; without shaders the picture would be all background.
+        return fail("wrong volume of sRGB in the viewer", viewer.volume(QStringLiteral("sRGB")));
+    // From above, the surface shows every hue. Without shaders there would be only background.
     if (strongHues(picture).size() != 6)
-        return refuse("sixths of the hue circle that were drawn", double(strongHues(picture).size()));
+        return fail("wrong number of drawn sixths of the hue circle", double(strongHues(picture).size()));
     return 0;
 }
 
@@ -62,15 +62,15 @@ int main(int argc, char** argv)
     QGuiApplication application(argc, argv);
     const QByteArray profile = QColorSpace(QColorSpace::SRgb).iccProfile();
 
-    // The engine by itself.
+    // The colour engine alone.
     const KVProfilePtr opened(KVProfileCreateWithData(profile.constData(), int(profile.size())),
                               KVProfileRelease);
     KVGamut::GamutObject gamut;
     gamut.init(opened, KVVMRenderRelativeColorimetric, false, false, 10.0f, -1, 0, nullptr);
     if (!isVolumeOfSrgb(gamut.volume()))
-        return refuse("wrong volume of sRGB in the engine", gamut.volume());
+        return fail("wrong volume of sRGB in the engine", gamut.volume());
 
-    // The engine behind the viewer.
+    // The colour engine in the viewer.
     KVGamut3DViewer viewer;
     viewer.resize(320, 240);
     const QHash<QString, QVariant> relative{{QStringLiteral("Link_ICCRendering"), 1}};
@@ -78,21 +78,21 @@ int main(int argc, char** argv)
                 {{QStringLiteral("ProfileData"), profile}, {QStringLiteral("AdditionnalParam"), relative}},
                 [](const QString&, bool loaded) {
                     if (!loaded)
-                        QCoreApplication::exit(refuse("sRGB loaded", 0));
+                        QCoreApplication::exit(fail("sRGB was not loaded", 0));
                 });
     viewer.show();
 
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
         const QImage picture = viewer.picture();
         if (viewer.volume(QStringLiteral("sRGB")) == 0.0f || picture.isNull() || !viewer.isSettled())
             return;
-        look.stop();
+        poll.stop();
         if (argc > 1)
             picture.save(QString::fromLocal8Bit(argv[1]));
-        QCoreApplication::exit(judge(viewer, picture));
+        QCoreApplication::exit(check(viewer, picture));
     });
-    look.start(50);
-    QTimer::singleShot(60000, [] { QCoreApplication::exit(refuse("seconds without a picture", 60)); });
+    poll.start(50);
+    QTimer::singleShot(300000, [] { QCoreApplication::exit(fail("seconds without a picture", 300)); });
     return QGuiApplication::exec();
 }

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-# Installs BUILD_DIR to a folder below WORK, moves the tree elsewhere and uses it there as people and hosts
-# do: the program, a host built with CMake (and installed in its turn), a host built with pkg-config.
-# LIBDIR is where libraries are, seen from the prefix.
+# Installs BUILD_DIR to a folder below WORK, moves the installed tree and uses it: the program, a host that is built
+# with CMake and installed, and a host that is built with pkg-config. LIBDIR is the folder of the libraries,
+# relative to the prefix.
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE "${WORK}")
 set(PREFIX "${WORK}/moved")
@@ -15,7 +15,7 @@ function(run what)
     set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# Fails unless PICTURE is a picture that something can be seen in: one colour compresses to next to nothing.
+# Fails unless PICTURE shows something. The file of a picture with a single colour is very small.
 function(expect_picture picture)
     if(EXISTS "${picture}")
         file(SIZE "${picture}" size)
@@ -25,7 +25,7 @@ function(expect_picture picture)
     endif()
 endfunction()
 
-# --- Staged with DESTDIR, then moved: nothing in it may know where it was installed -------------------
+# --- Installed with DESTDIR, then moved: no file may contain the path of installation -------------------
 set(ENV{DESTDIR} "${WORK}/stage")
 run("staging" ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix /opt/kv)
 unset(ENV{DESTDIR})
@@ -35,7 +35,8 @@ if(NOT left STREQUAL "${WORK}/stage/opt")
     message(FATAL_ERROR "installed outside of the prefix: ${left}")
 endif()
 foreach(file IN ITEMS bin/kvgamut lib/kv3dviewer/Resources/Shaders/simple.vert
-        include/KV3DViewer/KVGamut3DViewer.h include/KV3DViewer/platform/KVVelmoraFramework.h
+        include/KV3DViewer/KVGamut3DViewer.h include/KV3DViewer/KVGamutView.h
+        include/KV3DViewer/platform/KVVelmoraFramework.h include/KV3DViewer/platform/KVProblem.h
         share/man/man1/kvgamut.1 share/man/man1/kvgamut-render.1
         share/applications/kvgamut.desktop share/icons/hicolor/scalable/apps/kvgamut.svg
         share/mime/packages/kvgamut.xml)
@@ -51,17 +52,17 @@ foreach(text IN LISTS texts)
     endif()
 endforeach()
 
-# --- What desktops read --------------------------------------------------------------------------------
-run("the entry of the menus" ${DESKTOP_FILE_VALIDATE} "${PREFIX}/share/applications/kvgamut.desktop")
+# --- Files for desktops --------------------------------------------------------------------------------
+run("the desktop entry" ${DESKTOP_FILE_VALIDATE} "${PREFIX}/share/applications/kvgamut.desktop")
 if(output)
-    message(FATAL_ERROR "the entry of the menus: ${output}")
+    message(FATAL_ERROR "the desktop entry: ${output}")
 endif()
 file(READ "${PREFIX}/share/applications/kvgamut.desktop" entry)
 file(READ "${PREFIX}/share/mime/packages/kvgamut.xml" types)
 string(REGEX MATCHALL "application/[a-z.-]+" opened "${entry}")
 foreach(type IN LISTS opened)
     if(NOT types MATCHES "mime-type type=\"${type}\"")
-        message(FATAL_ERROR "opens files of type ${type}, which is not declared")
+        message(FATAL_ERROR "the desktop entry names the type ${type}, which is not declared")
     endif()
 endforeach()
 
@@ -93,18 +94,18 @@ run("building with pkg-config" ${CMAKE_COMMAND} -E chdir ${host}
     make -f ${CONSUMER}/Makefile)
 run("the host of pkg-config" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${host}/bin/consumer")
 
-# --- What is not there is said -----------------------------------------------------------------------
+# --- Versions and components that do not exist -----------------------------------------------------------------------
 file(WRITE "${WORK}/wrong_host/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)
 project(WrongHost LANGUAGES CXX)
 find_package(KV3DViewer ${NEXT_VERSION} QUIET)
 if(KV3DViewer_FOUND)
-    message(FATAL_ERROR \"0.1 passes for ${NEXT_VERSION}\")
+    message(FATAL_ERROR \"version 0.1 was accepted for ${NEXT_VERSION}\")
 endif()
 find_package(KV3DViewer COMPONENTS Viewer Nonsense QUIET)
 if(KV3DViewer_FOUND)
-    message(FATAL_ERROR \"there is a component Nonsense\")
+    message(FATAL_ERROR \"the component Nonsense was found\")
 endif()
 ")
-run("a host that asks for too much" ${CMAKE_COMMAND} -G Ninja -S "${WORK}/wrong_host" -B "${WORK}/wrong_host/build"
+run("a host that requests too much" ${CMAKE_COMMAND} -G Ninja -S "${WORK}/wrong_host" -B "${WORK}/wrong_host/build"
     -DCMAKE_PREFIX_PATH=${PREFIX})
 file(REMOVE_RECURSE "${WORK}")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# Configures and builds the host project against the tree, looks at what was built, and runs it.
+# Configures and builds the host project with the tree, checks which files were built, and runs the host.
 file(REMOVE_RECURSE "${BUILD}")
 execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S ${HOST} -B ${BUILD} -DKV_SOURCE=${SOURCE}
         -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Debug
@@ -15,7 +15,7 @@ endif()
 file(GLOB_RECURSE programs "${BUILD}/*kvgamut" "${BUILD}/*test_*")
 list(FILTER programs EXCLUDE REGEX "/CMakeFiles/")
 if(programs)
-    message(SEND_ERROR "built besides the libraries: ${programs}")
+    message(SEND_ERROR "built in addition to the libraries: ${programs}")
 endif()
 
 set(ENV{QT_QPA_PLATFORM} offscreen)

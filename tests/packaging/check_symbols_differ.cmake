@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# The comparison of exported symbols notices one name too many and one too few, and says which.
+# The comparison of exported symbols reports an additional name and a missing one.
 cmake_minimum_required(VERSION 3.25)
 file(STRINGS "${LIST}" names)
 list(GET names 0 first)
@@ -7,14 +7,14 @@ set(more "${names}" "KVNobody::nothing()")
 set(less "${names}")
 list(REMOVE_AT less 0)
 
-function(expect_difference names said)
+function(expect_difference names reported)
     list(JOIN names "\n" text)
     file(WRITE "${WORK}/list.txt" "${text}\n")
     execute_process(COMMAND ${CMAKE_COMMAND} -DNM=${NM} -DLIBRARY=${LIBRARY} "-DEXPECTED=${WORK}/list.txt" -P ${SCRIPT}
         RESULT_VARIABLE result ERROR_VARIABLE output)
-    string(FIND "${output}" "${said}" found)
+    string(FIND "${output}" "${reported}" found)
     if(result EQUAL 0 OR found LESS 0)
-        message(SEND_ERROR "not said: ${said} (${result})\n${output}")
+        message(SEND_ERROR "not reported: ${reported} (${result})\n${output}")
     endif()
 endfunction()
 

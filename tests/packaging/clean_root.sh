@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# The Debian packages in a Debian that holds nothing else:  clean_root.sh BUILD CONSUMER WORK CACHE
+# Tests the Debian packages in a minimal Debian:  clean_root.sh BUILD CONSUMER WORK CACHE
 #
-# Packs the build folder BUILD, makes a minimal Debian of this system's release in WORK, installs the
-# packages there and uses them: the program in a root without display or fonts, then with what the packages
-# recommend; the host CONSUMER, built with CMake and with pkg-config; at last everything is removed again.
+# Builds packages of the build folder BUILD, creates a minimal Debian of this system's release in WORK, installs the
+# packages there and uses them: the program without a display and fonts, then with the recommended packages; the host
+# CONSUMER, built with CMake and with pkg-config. Finally it removes the packages.
 #
-# Needs root (for chroot) and, the first time, the package archive that this system's apt uses. What was
-# fetched stays in CACHE. Exits 77, with the reason, where it cannot run.
+# Needs root (for chroot) and, the first time, the package archive of this system's apt. Downloads are kept in CACHE.
+# Exits with 77 and prints the reason if it cannot run.
 set -euo pipefail
 
 PATH=$PATH:/usr/sbin:/sbin
@@ -16,7 +16,7 @@ root=$work/root
 
 cannot_run() {
     echo "NOT RUN: $1"
-    echo "$1" >"$work.not_run" # for test.sh to tell
+    echo "$1" >"$work.not_run" # test.sh prints it
     exit 77
 }
 
@@ -42,12 +42,12 @@ install_inside() {
 mkdir -p "$(dirname "$work")"
 rm -f "$work.not_run"
 
-# --- Whether it can run ---------------------------------------------------------------------------------
-[[ $EUID -eq 0 ]] || cannot_run "making a clean root needs root's rights"
+# --- Requirements ---------------------------------------------------------------------------------
+[[ $EUID -eq 0 ]] || cannot_run "it needs the rights of root"
 for tool in debootstrap cpack dpkg-shlibdeps unshare; do
     command -v "$tool" >/dev/null || cannot_run "$tool is not installed"
 done
-if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts of our own go when we do
+if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts end with this process
     unshare --mount true 2>/dev/null || cannot_run "this system does not let root mount file systems"
     KV_OWN_MOUNTS=1 exec unshare --mount --propagation private "$0" "$@"
 fi
@@ -67,16 +67,16 @@ step "packing"
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 ||
     { tail -n 40 "$work/cpack.log"; fail "cpack"; }
 for package in libkv3dviewer[0-9] libkv3dviewer-dev kvgamut; do
-    compgen -G "$work/packages/$package*.deb" >/dev/null || fail "there is no package $package"
+    compgen -G "$work/packages/$package*.deb" >/dev/null || fail "the package $package was not built"
 done
 
-# --- A root with nothing in it -----------------------------------------------------------------------------
+# --- A minimal Debian -----------------------------------------------------------------------------
 base=$cache/$suite.tar.gz
 if [[ ! -f $base ]]; then
     step "fetching $suite from $mirror"
     debootstrap --variant=minbase "$suite" "$root" "$mirror" >"$work/debootstrap.log" 2>&1 || {
         tail -n 5 "$work/debootstrap.log"
-        cannot_run "debootstrap could not make a $suite from $mirror"
+        cannot_run "debootstrap could not create $suite from $mirror"
     }
     rm -f "$root"/var/cache/apt/archives/*.deb
     tar -C "$root" -I "gzip -1" -cf "$base.part" . && mv "$base.part" "$base"
@@ -92,7 +92,7 @@ echo "deb $mirror $suite main" >"$root/etc/apt/sources.list"
 echo 'APT::Keep-Downloaded-Packages "true"; Acquire::Languages "none"; APT::Sandbox::User "root";' \
     >"$root/etc/apt/apt.conf.d/clean-root"
 rm -f "$root/etc/apt/apt.conf.d/docker-clean"
-echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/clean-root" # the root is thrown away
+echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/clean-root" # the root is deleted afterwards
 inside apt-get -q update >"$work/apt.log" 2>&1 || cannot_run "$mirror cannot be reached: $(tail -n 1 "$work/apt.log")"
 find "$root" -xdev -iname '*kv3dviewer*' -o -xdev -iname '*kvgamut*' | sort >"$work/before.txt"
 mkdir "$root/tmp/kv"
@@ -107,13 +107,13 @@ install_inside /tmp/kv/library.deb /tmp/kv/program.deb
 step "using the program"
 inside kvgamut --version | grep -q '^kvgamut [0-9]' || fail "kvgamut --version"
 inside kvgamut volume sRGB | tee "$work/volume.txt"
-grep -q -E '\b83[23][0-9]{3}\b|\b83[23],[0-9]{3}\b' "$work/volume.txt" || fail "the volume of sRGB is not that published for it"
-if inside kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/said.txt"; then
-    fail "kvgamut render draws although nothing to draw on is installed"
+grep -q -E '\b83[23][0-9]{3}\b|\b83[23],[0-9]{3}\b' "$work/volume.txt" || fail "the volume of sRGB is wrong"
+if inside kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/errors.txt"; then
+    fail "kvgamut render succeeds without a display"
 fi
-grep -q 'apt-get install xvfb' "$work/said.txt" || fail "kvgamut render does not say what is missing: $(<"$work/said.txt")"
+grep -q 'apt-get install xvfb' "$work/errors.txt" || fail "kvgamut render does not name the missing package: $(<"$work/errors.txt")"
 
-step "installing what the packages recommend"
+step "installing the recommended packages"
 recommended=$(inside dpkg-query --show --showformat '${Recommends}, ' 'libkv3dviewer[0-9]*' kvgamut | tr -d ' ' | tr ',' ' ')
 # shellcheck disable=SC2086 # one word per package
 install_inside $recommended
@@ -122,7 +122,7 @@ inside kvgamut render sRGB --output /tmp/kv/picture.png
 cp "$root/tmp/kv/picture.png" "$work/picture.png"
 
 # --- Hosts ----------------------------------------------------------------------------------------------------
-step "installing what hosts are built with"
+step "installing the development package"
 install_inside /tmp/kv/development.deb g++ cmake make pkg-config
 step "a host with CMake"
 inside cmake -S /tmp/kv/consumer -B /tmp/kv/cmake_host >"$work/host.log" 2>&1 &&
@@ -134,7 +134,7 @@ inside make -C /tmp/kv/pkgconfig_host -f /tmp/kv/consumer/Makefile >"$work/host.
     { tail -n 40 "$work/host.log"; fail "the host with pkg-config"; }
 inside xvfb-run -a -s "-noreset -screen 0 640x480x24" /tmp/kv/pkgconfig_host/bin/consumer
 
-# --- Gone without a trace -----------------------------------------------------------------------------------------
+# --- Removal -----------------------------------------------------------------------------------------
 step "removing the packages"
 inside apt-get -q -y purge 'libkv3dviewer*' kvgamut >"$work/apt.log" 2>&1 || { tail "$work/apt.log"; fail "purging"; }
 rm -rf "$root/tmp/kv"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Each example is run as a person would, and what it drew is looked at.
+// Runs each example and checks the picture that it writes.
 
 #include "app/support/Picture.h"
 
