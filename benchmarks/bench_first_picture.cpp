@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// How long a cold process takes from its start to the first picture of a gamut, over what an empty
-// Qt window with OpenGL takes.
+// Time from the start of a process to the first picture of a gamut, compared with an empty Qt window with
+// OpenGL.
 //
 //     xvfb-run bench_first_picture [runs]
 //
-// The parent starts itself as a child with an empty window and with the viewer, in turn, so that both
-// meet the same machine, and takes the time until the child says that its picture is on the
-// screen. Held constant: sRGB, default grid, 640 x 480, shader caches as the first pair left them.
+// The parent starts itself as a child, alternately with an empty window and with the viewer, so that both
+// meet the same load of the machine. It measures the time until the child reports its first picture. Held
+// constant: sRGB, default grid, 640 x 480, warm shader caches.
 
 #include <KVGamut3DViewer.h>
 
@@ -25,18 +25,18 @@ namespace {
 
 constexpr QSize windowSize(640, 480);
 
-/// Says that the picture is there, and ends.
+/// Reports the first picture to the parent and exits.
 void done()
 {
     std::puts("done");
     std::fflush(stdout);
-    std::_Exit(0); // the end of the process is not measured
+    std::_Exit(0); // without destructors, which are not measured
 }
 
 class EmptyWindow : public QOpenGLWindow
 {
 public:
-    /// The viewer's own kind of window, so that what differs is the viewer; @p plain: Qt's simplest.
+    /// A window of the same kind as the viewer's, or if @p plain the simplest one of Qt.
     explicit EmptyWindow(bool plain) : QOpenGLWindow(plain ? NoPartialUpdate : PartialUpdateBlit)
     {
         if (!plain) {
@@ -70,7 +70,7 @@ int showGamut(const QString& profile)
     bool loaded = false;
     viewer.load(QStringLiteral("g"), {{QStringLiteral("ProfilePath"), profile}},
                 [&](const QString&, bool ok) { loaded = ok; });
-    // the window inside the viewer that OpenGL draws into, as the empty one is
+    // the OpenGL window inside the viewer
     QObject::connect(viewer.findChild<QOpenGLWindow*>(), &QOpenGLWindow::frameSwapped, [&] {
         if (loaded && viewer.isSettled())
             done();
@@ -79,7 +79,7 @@ int showGamut(const QString& profile)
     return QGuiApplication::exec();
 }
 
-/// Milliseconds until the child with @p arguments is done; negative when it fails.
+/// Milliseconds until the child with @p arguments reports its picture; negative if it fails.
 double timeOf(const QStringList& arguments)
 {
     QProcess child;

@@ -13,15 +13,15 @@
 #include <cstdio>
 #include <cstdlib>
 
-// What a shown viewer costs while nothing changes: its frame loop turns all the same, as it must. The rival
-// is a window of Qt's own, in the same format, that turns the same loop and paints nothing; the third line
-// is the viewer hidden. Held constant: the scene, the window's size (in the arguments) and the time.
+// The cost of a shown viewer while nothing changes; its frame loop keeps running. It is compared with a Qt
+// window of the same format and with the same frame loop that paints nothing, and with a hidden viewer. Held
+// constant: the scene, the size of the window (an argument) and the time.
 //
 //   bench_idle [width height [seconds]]
 
 namespace {
 
-/// A GL window that does nothing, again and again.
+/// A GL window with a frame loop that paints nothing.
 class EmptyWindow : public QOpenGLWindow
 {
 public:
@@ -43,7 +43,7 @@ double processorSeconds()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// A host's event loop, which sleeps while there is nothing to do.
+/// An event loop that sleeps while there are no events, like that of a host.
 void turnFor(int ms)
 {
     QEventLoop loop;
@@ -53,7 +53,7 @@ void turnFor(int ms)
 
 void measure(const char* what, const QOpenGLWindow& window, int seconds)
 {
-    turnFor(1000); // come to rest
+    turnFor(1000); // until the first frames are drawn
     int turns = 0;
     const auto connection =
         QObject::connect(&window, &QOpenGLWindow::frameSwapped, &window, [&turns] { ++turns; });
@@ -85,7 +85,7 @@ int main(int argc, char** argv)
     viewer.changeGamutAlpha(QStringLiteral("g"), 0.5f, 0);
     const auto& window = *viewer.findChild<QOpenGLWindow*>();
     {
-        QWindow parent; // as the viewer has one
+        QWindow parent; // like that of the window in the viewer
         EmptyWindow empty(window.requestedFormat(), &parent);
         parent.resize(width, height);
         empty.resize(width, height);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// The viewer's own share of a frame and of a change, each beside a rival in the same run.
+// The time that the viewer needs for a frame and for a change, without OpenGL. Each operation is compared
+// with a simple solution of the same task in the same run.
 //
 //     bench_scene [--benchmark_filter=...]
 //
-// Held constant: random triangles in a cube of 100 Lab units, the eye outside, one thread. The numbers
-// in the names are triangles (sorting), vertices (filling) or what is said there.
+// Held constant: random triangles in a cube of 100 Lab units, the eye outside, one thread. The numbers in the
+// names are triangles (sorting), vertices (setters) or as named.
 
 #include <glwindow/CameraState.h>
 #include <scene/BackToFront.h>
@@ -49,7 +50,7 @@ std::vector<Record> randomTriangles(std::size_t count)
 
 const QVector3D eye(0, 100, 400);
 
-/// The obvious way: order the whole records, distances computed in the comparison.
+/// The simple solution: sort whole records and compute the distances in the comparison.
 bool isBehind(const Record& a, const Record& b)
 {
     const auto distances = [](const Record& r) {
@@ -97,8 +98,8 @@ void sortBackToFront(benchmark::State& state)
     }
 }
 
-/// A camera that goes round by a degree a frame.
-void orderAgainAfterASmallStep(benchmark::State& state)
+/// The camera turns by one degree per frame.
+void resortAfterASmallMove(benchmark::State& state)
 {
     const auto records = randomTriangles(static_cast<std::size_t>(state.range(0)));
     std::vector<Record> sorted(records.size()), previous(records.size());
@@ -115,7 +116,7 @@ void orderAgainAfterASmallStep(benchmark::State& state)
     }
 }
 
-/// A scene of @p objects translucent surfaces, as a host's gamuts are.
+/// A scene of @p objects translucent surfaces, like several gamuts.
 void fillScene(KV3DObject& root, qint64 objects, qint64 vertices)
 {
     const auto records = randomTriangles(static_cast<std::size_t>(vertices / objects / 3));
@@ -140,7 +141,7 @@ void drawFrame(KV3DObject& root, const CameraState& camera)
                   Qt::white, pass);
 }
 
-/// All that we do in a frame but the calls of OpenGL: the tree, the order, the batch.
+/// Everything in a frame except OpenGL calls: the tree, the sort, the batch.
 void frameFromANewEye(benchmark::State& state)
 {
     KV3DObject root(QStringLiteral("root"));
@@ -167,7 +168,7 @@ void frameFromTheSameEye(benchmark::State& state)
         drawFrame(root, camera);
 }
 
-/// One of the objects changes: what a frame then costs.
+/// A frame after a change of one object.
 void frameAfterAChange(benchmark::State& state)
 {
     KV3DObject root(QStringLiteral("root"));
@@ -190,7 +191,7 @@ void sphereMarkers(benchmark::State& state)
         KV3DObject object(QStringLiteral("x"));
         object.setMarkers(1, markers, 4.0f, 0.5f);
         uploaded = object.vertices().size() * qsizetype(sizeof(float));
-        state.PauseTiming(); // the end of the object is not its making
+        state.PauseTiming(); // the destructor is not measured
         const std::size_t heap = mallinfo2().hblkhd + mallinfo2().uordblks;
         state.counters["MB"] = static_cast<double>(uploaded) / 1e6;
         state.counters["heap/uploaded"] = static_cast<double>(heap) / static_cast<double>(uploaded);
@@ -198,7 +199,7 @@ void sphereMarkers(benchmark::State& state)
     }
 }
 
-/// The least that a change of one value of every vertex can cost: a pass over the memory.
+/// Lower limit for a change of one value of every vertex: one pass over the memory.
 void rivalPassOverTheMemory(benchmark::State& state)
 {
     std::vector<VertexStride> records(static_cast<std::size_t>(state.range(0)));
@@ -232,7 +233,7 @@ void setVertices(benchmark::State& state)
     }
 }
 
-/// An object whose records are there, so that setters have to change them.
+/// An object whose records are built, so that setters have to change them.
 QSharedPointer<KV3DObject> shownObject(const QString& id, qint64 vertices)
 {
     const auto object = QSharedPointer<KV3DObject>::create(id, id);
@@ -257,7 +258,7 @@ void setClip(benchmark::State& state)
         object->setClip(clip = 1.0f - clip);
 }
 
-/// The shaded surface, which computes each colour from its lightness.
+/// A shaded surface, whose colours depend on the lightness.
 void applyColor(benchmark::State& state)
 {
     const auto object = shownObject(QStringLiteral("Front"), state.range(0));
@@ -284,7 +285,7 @@ void wireframeRibbons(benchmark::State& state)
 
 KV_BENCHMARK(rivalSortOfWholeRecords)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
 KV_BENCHMARK(sortBackToFront)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
-KV_BENCHMARK(orderAgainAfterASmallStep)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
+KV_BENCHMARK(resortAfterASmallMove)->Arg(10'000)->Arg(100'000)->Arg(1'000'000);
 KV_BENCHMARK(rivalCopyOfTheUploadedBytes)->Arg(100'000)->Arg(1'000'000);
 KV_BENCHMARK(setVertices)->Arg(100'000)->Arg(1'000'000);
 KV_BENCHMARK(rivalPassOverTheMemory)->Arg(100'000)->Arg(1'000'000);
@@ -294,7 +295,7 @@ KV_BENCHMARK(applyColor)->Arg(100'000)->Arg(1'000'000);
 KV_BENCHMARK(wireframeRibbons)->Arg(18'432);
 KV_BENCHMARK(sphereMarkers)->Arg(1'000)->Arg(10'000)->Arg(100'000);
 
-// How the cost of a frame grows: objects, then vertices.
+// Cost of a frame by number of objects and vertices.
 constexpr std::initializer_list<std::int64_t> objectCounts{1, 10, 100, 1'000};
 constexpr std::initializer_list<std::int64_t> vertexCounts{10'000, 100'000, 1'000'000, 10'000'000};
 KV_BENCHMARK(frameFromANewEye)->ArgsProduct({objectCounts, vertexCounts})->ArgNames({"objects", "vertices"});
