@@ -249,6 +249,11 @@ private:
     void gather(QList<float>& batch);
     void settleAfterGathering();
     void markSubtreeDrawn();
+    /// Whether the draw check refuses the pass @p flags.
+    bool isRefused(const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView, const QMatrix4x4& model,
+                   const CameraState& camera, int flags);
+    /// The list to draw in the pass @p flags; null if there is none.
+    const QList<float>* listFor(int flags, const QVector3D& eye, QList<float>& sorted);
     /// The list that the object draws itself in the translucent pass: points unsorted, lines sorted (into
     /// @p sorted if necessary). Null for triangles, which the root draws.
     const QList<float>* translucentList(const QVector3D& eye, QList<float>& sorted);

@@ -73,12 +73,7 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
     if (m_drawCheck)
         ownModel = m_drawCheck->adjustModel(worldToCamera, cameraToView, model, camera);
 
-    const bool refused = m_visible && m_drawCheck &&
-                         !m_drawCheck->accept(worldToCamera, cameraToView, ownModel, camera, flags);
-    if (flags == KVPassTranslucent && refused != m_refused) {
-        m_refused = refused; // the batch must be rebuilt with or without this subtree
-        m_changed = true;
-    }
+    const bool refused = isRefused(worldToCamera, cameraToView, ownModel, camera, flags);
     if (!m_visible || refused) {
         // The whole skipped subtree counts as drawn. Otherwise an object that was hidden before its first
         // frame would keep the viewer drawing for ever.
@@ -97,22 +92,35 @@ void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
     if (batches)
         drawChildren(); // lines and points are drawn before the batch
 
-    if (alpha() > 0.0f) {
-        QList<float> sorted;
-        const QList<float>* list = nullptr;
-        if (flags == KVPassOpaque)
-            list = alpha() < 1.0f ? nullptr : &vertices();
-        else if (batches)
-            list = batchFrom(camera.eye());
-        else
-            list = translucentList(camera.eye(), sorted);
-        if (list && !list->isEmpty())
-            drawList(gl, *list, worldToCamera, cameraToView, ownModel, lightPos, lightColor);
-    }
+    QList<float> sorted;
+    const QList<float>* list = listFor(flags, camera.eye(), sorted);
+    if (list && !list->isEmpty())
+        drawList(gl, *list, worldToCamera, cameraToView, ownModel, lightPos, lightColor);
 
     if (!batches)
         drawChildren();
     m_drawnSinceChange = true;
+}
+
+bool KV3DObject::isRefused(const QMatrix4x4& worldToCamera, const QMatrix4x4& cameraToView,
+                           const QMatrix4x4& model, const CameraState& camera, int flags)
+{
+    const bool refused =
+        m_visible && m_drawCheck && !m_drawCheck->accept(worldToCamera, cameraToView, model, camera, flags);
+    if (flags == KVPassTranslucent && refused != m_refused) {
+        m_refused = refused; // the batch must be rebuilt with or without this subtree
+        m_changed = true;
+    }
+    return refused;
+}
+
+const QList<float>* KV3DObject::listFor(int flags, const QVector3D& eye, QList<float>& sorted)
+{
+    if (!(alpha() > 0.0f))
+        return nullptr;
+    if (flags == KVPassOpaque)
+        return alpha() < 1.0f ? nullptr : &vertices();
+    return isRoot() && flags == KVPassTranslucent ? batchFrom(eye) : translucentList(eye, sorted);
 }
 
 void KV3DObject::advanceTransition(int flags)
