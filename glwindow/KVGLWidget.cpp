@@ -153,11 +153,14 @@ void KVGLWidget::advanceCamera()
         return;
     const qint64 elapsed = move->timer.elapsed();
     m_camera.setBetween(move->start, move->target, move->progressAt(elapsed));
-    if (elapsed <= move->duration)
+    if (elapsed <= move->duration) {
+        noteCamera();
         return;
+    }
     m_camera = move->target;
     m_camera.resetProjectionOverride();
     m_animation.reset();
+    noteCamera();
 
     // Slots of the host run here, inside the paint event. They may call setters that release the context, or
     // destroy this window.
@@ -185,13 +188,31 @@ void KVGLWidget::paintGL()
         return;
     m_frameTimer.start();
 
-    if (!m_mustDraw && m_root.isSettled() && m_camera == m_lastDrawnCamera)
+    if (!m_mustDraw && m_root.isSettled() && m_camera == m_lastDrawnCamera) {
+        noteSettled();
         return;
+    }
     drawScene(m_camera, m_camera.projectionMatrix());
     m_lastDrawnCamera = m_camera;
     m_mustDraw = false;
     m_drawnSize = deviceSize();
     ++m_drawnFrames;
+    m_settledNoted = false;
+}
+
+void KVGLWidget::noteCamera() const
+{
+    if (m_hooks.cameraMayHaveChanged)
+        m_hooks.cameraMayHaveChanged();
+}
+
+void KVGLWidget::noteSettled()
+{
+    if (m_settledNoted || !isSettled())
+        return;
+    m_settledNoted = true;
+    if (m_hooks.settled)
+        m_hooks.settled();
 }
 
 void KVGLWidget::drawScene(const CameraState& camera, const QMatrix4x4& projection)

@@ -14,6 +14,7 @@
 #include <QtOpenGL/QOpenGLFunctions_1_2>
 #include <QtOpenGL/QOpenGLWindow>
 
+#include <functional>
 #include <limits>
 #include <utility>
 
@@ -82,6 +83,15 @@ public:
     void wheelEvent(QWheelEvent* event) override;
     /// @}
 
+    /// Functions that are called from inside paint and input events: they must not change or destroy
+    /// anything.
+    struct Hooks
+    {
+        std::function<void()> cameraMayHaveChanged;
+        std::function<void()> settled; ///< isSettled() became true
+    };
+    void setHooks(Hooks hooks) { m_hooks = std::move(hooks); }
+
     /// Whether the picture is up to date: no running move or opacity change, and every change was drawn.
     [[nodiscard]] bool isSettled() const;
     /// The last drawn frame, in device pixels. Null before the first frame.
@@ -118,6 +128,8 @@ private:
     template <typename Change>
     void moveCamera(int duration, Change change);
     void advanceCamera();
+    void noteCamera() const;
+    void noteSettled();
     void logContext();
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
     QImage resolved(GLuint framebuffer, const QSize& size);
@@ -143,5 +155,7 @@ private:
     bool m_mustDraw = true;
     QSize m_drawnSize; ///< size of the last drawn frame and of Qt's framebuffer, in device pixels
     int m_drawnFrames = 0;
+    Hooks m_hooks;
+    bool m_settledNoted = false;                                    ///< since the last drawn frame
     GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context
 };

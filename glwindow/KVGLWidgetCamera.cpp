@@ -9,6 +9,7 @@ void KVGLWidget::moveCamera(int duration, Change change)
         m_animation.reset();
         change(m_camera);
         m_camera.resetProjectionOverride();
+        noteCamera();
         return;
     }
     auto move = QSharedPointer<CameraAnimation>::create();

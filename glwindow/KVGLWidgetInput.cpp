@@ -73,6 +73,7 @@ void KVGLWidget::wheelEvent(QWheelEvent* event)
     const int units =
         event->angleDelta().y() / wheelPerUnit; // truncated towards zero before the sign changes
     m_camera.zoom(static_cast<float>(-units));
+    noteCamera();
 }
 
 void KVGLWidget::mouseMoveEvent(QMouseEvent* event)
@@ -95,6 +96,7 @@ void KVGLWidget::mouseMoveEvent(QMouseEvent* event)
         m_camera.pan(dx, dy);
     }
     m_lastMousePosition = position;
+    noteCamera();
 }
 
 void KVGLWidget::mouseReleaseEvent(QMouseEvent* event)
