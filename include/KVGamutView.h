@@ -147,8 +147,11 @@ struct KV3DVIEWER_EXPORT KVHit
     Q_PROPERTY(int index MEMBER index)
     Q_PROPERTY(QVector3D lab MEMBER lab)
     Q_PROPERTY(float distance MEMBER distance)
+    Q_PROPERTY(QVector3D rayOrigin MEMBER rayOrigin)
+    Q_PROPERTY(QVector3D rayDirection MEMBER rayDirection)
     Q_PROPERTY(QPoint pixel MEMBER pixel)
     Q_PROPERTY(Qt::MouseButton button MEMBER button)
+    Q_PROPERTY(Qt::KeyboardModifiers modifiers MEMBER modifiers)
     Q_PROPERTY(bool endsDrag MEMBER endsDrag)
 public:
     /// What was hit first.

@@ -7,7 +7,7 @@
 #include <utility>
 
 KVGamutView::KVGamutView(KVGamut3DViewer* viewer, QObject* parent)
-    : QObject(parent), d(std::make_unique<Private>())
+    : QObject(parent), d(std::make_unique<Private>(*this))
 {
     if (!viewer)
         return;
@@ -16,7 +16,12 @@ KVGamutView::KVGamutView(KVGamut3DViewer* viewer, QObject* parent)
     connect(d->loads, &GamutLoads::failed, this, &KVGamutView::failed);
     connect(d->loads, &GamutLoads::progressChanged, this, &KVGamutView::progressChanged);
     connect(d->loads, &GamutLoads::loadingChanged, this, &KVGamutView::loadingChanged);
-    connect(&viewer->d->events, &ViewerEvents::themeChanged, this, &KVGamutView::themeChanged);
+    const ViewerEvents* events = &viewer->d->events;
+    connect(events, &ViewerEvents::themeChanged, this, &KVGamutView::themeChanged);
+    connect(events, &ViewerEvents::cameraChanged, this, &KVGamutView::cameraChanged);
+    connect(events, &ViewerEvents::settled, this, &KVGamutView::settled);
+    connect(events, &ViewerEvents::released, d.get(), &Private::onReleased);
+    connect(events, &ViewerEvents::moved, d.get(), &Private::onMoved);
 }
 
 KVGamutView::~KVGamutView() = default;

@@ -4,6 +4,8 @@
 #include <gamut/Picking.h>
 #include <viewer/GroupNames.h>
 
+#include <QtCore/QMetaMethod>
+
 namespace {
 
 /// Takes the candidate if it is nearer than what was met before. Markers come last: at the same
@@ -72,4 +74,39 @@ KVHit KVGamutView::hitAt(const QPoint& pixel) const
     hit.rayDirection = ray.second;
     hit.pixel = pixel;
     return hit;
+}
+
+// Both are reported from the event loop: a slot may destroy the viewer, which is in the midst of an event.
+
+void KVGamutView::Private::onReleased(const QPoint& pixel, Qt::MouseButton button,
+                                      Qt::KeyboardModifiers modifiers, bool endsDrag)
+{
+    if (!m_view.isSignalConnected(QMetaMethod::fromSignal(&KVGamutView::clicked)))
+        return;
+    KVHit hit = m_view.hitAt(pixel); // now, before the scene changes
+    hit.button = button;
+    hit.modifiers = modifiers;
+    hit.endsDrag = endsDrag;
+    QMetaObject::invokeMethod(
+        this, [this, hit] { Q_EMIT m_view.clicked(hit); }, Qt::QueuedConnection);
+}
+
+void KVGamutView::Private::onMoved(const QPoint& pixel, Qt::KeyboardModifiers modifiers)
+{
+    m_hoverPixel = pixel;
+    m_hoverModifiers = modifiers;
+    if (m_hoverPosted || !m_view.isSignalConnected(QMetaMethod::fromSignal(&KVGamutView::hovered)))
+        return;
+    m_hoverPosted = true; // moves in the same turn of the event loop are picked once
+    QMetaObject::invokeMethod(this, &Private::reportHover, Qt::QueuedConnection);
+}
+
+void KVGamutView::Private::reportHover()
+{
+    m_hoverPosted = false;
+    if (!scene())
+        return;
+    KVHit hit = m_view.hitAt(m_hoverPixel);
+    hit.modifiers = m_hoverModifiers;
+    Q_EMIT m_view.hovered(hit);
 }

@@ -14,6 +14,8 @@
 class Q_DECL_HIDDEN KVGamutView::Private : public QObject
 {
 public:
+    explicit Private(KVGamutView& view) : m_view(view) {}
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// What the viewer shares with its views; null once the viewer is being destroyed.
@@ -27,6 +29,16 @@ public:
     QPointer<GamutLoads> loads;
     bool themeFollowsPalette = false;
 
+    void onReleased(const QPoint& pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,
+                    bool endsDrag);
+    void onMoved(const QPoint& pixel, Qt::KeyboardModifiers modifiers);
+
 private:
+    void reportHover();
+
+    KVGamutView& m_view;
     ViewerScene* m_scene = nullptr;
+    QPoint m_hoverPixel;
+    Qt::KeyboardModifiers m_hoverModifiers;
+    bool m_hoverPosted = false;
 };

@@ -12,7 +12,8 @@
 #include <utility>
 
 ViewerScene::ViewerScene(KVGamut3DViewer& v)
-    : viewer(v), widget(new KVGLWidget(&v)), loads([this](const QString& id) { prepareLoaded(id); })
+    : viewer(v), widget(new KVGLWidget(&v)), loads([this](const QString& id) { prepareLoaded(id); }),
+      events(v, *widget)
 {
 }
 

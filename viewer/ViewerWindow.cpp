@@ -21,6 +21,7 @@ KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), d(std::make
     addAxesAndGrid();
     connect(d->widget, SIGNAL(moveFinised()), this, SIGNAL(moveFinished()));
     resetCamera(Top, 0);
+    d->events.adoptCamera();
     connect(d->widget, SIGNAL(click(QPoint, QVector3D, QVector3D)), this,
             SIGNAL(click(QPoint, QVector3D, QVector3D)));
     connect(d->widget, SIGNAL(doubleClick(QPoint, QVector3D, QVector3D)), this,
