@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <KVGamutView.h>
-
-#include "ViewerCase.h"
+#include "GamutViewCase.h"
 
 #include "support/Watchdog.h"
 
@@ -21,30 +19,9 @@ using kvtest::Watchdog;
 const QString id = QStringLiteral("sRGB");
 const QString other = QStringLiteral("Display P3");
 
-class GamutViewLoads : public ViewerCase
+class GamutViewLoads : public GamutViewCase
 {
 protected:
-    void SetUp() override
-    {
-        ViewerCase::SetUp();
-        view = std::make_unique<KVGamutView>(viewer.get());
-    }
-
-    void TearDown() override
-    {
-        view.reset();
-        ViewerCase::TearDown();
-    }
-
-    static KVGamut::GamutObject computed(float volume = 1234.5f)
-    {
-        fakevelmora::onInit([volume](const InitCall&) { return tetrahedron(QStringLiteral("A"), volume); });
-        KVGamut::GamutObject gamut;
-        gamut.init({}, KVGamut::Settings());
-        fakevelmora::onInit({});
-        return gamut;
-    }
-
     static KVLoadRequest request(const QByteArray& profile = "profile A")
     {
         return KVLoadRequest::fromData(profile);
@@ -83,7 +60,6 @@ protected:
         ASSERT_TRUE(eventually([this] { return started == 1; }));
     }
 
-    std::unique_ptr<KVGamutView> view;
     QStringList log;
     QList<KVProblem> problems;
     std::atomic<int> started{0};
