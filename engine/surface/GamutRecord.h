@@ -2,7 +2,7 @@
 #pragma once
 
 #include <engine/base/Result.h>
-#include <engine/mesh/SurfaceMesh.h>
+#include <engine/mesh/Mesh.h>
 
 #include <platform/KVVelmoraFramework.h>
 

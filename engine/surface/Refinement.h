@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <engine/mesh/SurfaceMesh.h>
+#include <engine/mesh/Mesh.h>
 #include <engine/profile/DeviceTransform.h>
 
 namespace velmora {

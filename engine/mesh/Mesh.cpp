@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "SurfaceMesh.h"
+#include "Mesh.h"
 
 #include <map>
 #include <utility>
