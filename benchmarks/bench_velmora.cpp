@@ -139,7 +139,7 @@ KVGamut::GamutObject gamutOf(const Device& device)
 }
 
 // The surface that is handed out.
-SurfaceMesh meshOf(Device& device)
+Mesh meshOf(Device& device)
 {
     GamutRequest request;
     request.gridPoints = device.grid;
@@ -172,7 +172,7 @@ void gamut(benchmark::State& state)
     state.counters["faces"] = faces;
 }
 
-SurfaceMesh latticeOf(Device& device)
+Mesh latticeOf(Device& device)
 {
     const DeviceSolid solid = deviceSolid(*device.transform, device.nodes, {}).value();
     const double fineness = std::min(1.0, device.grid / 33.0);
@@ -185,10 +185,9 @@ void surface(benchmark::State& state)
 {
     Device& device = deviceOf(state);
     measure(state, device.transformSeconds(), [&] {
-        const SurfaceMesh mesh =
-            state.range(0) == Rgb    ? deviceCubeMesh(*device.transform, device.nodes, {}).value()
-            : state.range(0) == Cmyk ? radialHull(*device.transform, device.nodes, {}).value()
-                                     : latticeOf(device);
+        const Mesh mesh = state.range(0) == Rgb ? deviceCubeMesh(*device.transform, device.nodes, {}).value()
+                          : state.range(0) == Cmyk ? radialHull(*device.transform, device.nodes, {}).value()
+                                                   : latticeOf(device);
         benchmark::DoNotOptimize(mesh.triangles.size());
     });
 }
@@ -206,7 +205,7 @@ void foldCheck(benchmark::State& state)
 void topologyCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     measure(state, device.transformSeconds(),
             [&] { benchmark::DoNotOptimize(topology(mesh).eulerCharacteristic); });
 }
@@ -214,15 +213,15 @@ void topologyCheck(benchmark::State& state)
 void crossingCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     measure(state, device.transformSeconds(),
-            [&] { benchmark::DoNotOptimize(countCrossings(mesh, 1, {}).value()); });
+            [&] { benchmark::DoNotOptimize(countIntersections(mesh, 1, {}).value()); });
 }
 
 void windingCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     constexpr double pitch = 2.0;
     const ColumnGrid grid = columnsOver(boundsOf(latticePoints(mesh)), pitch);
     measure(state, device.transformSeconds(), [&] {
@@ -233,7 +232,7 @@ void windingCheck(benchmark::State& state)
 void index(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     measure(state, device.transformSeconds(), [&] {
         benchmark::DoNotOptimize(WindingIndex(mesh).isInside({50, 0, 0}));
     });
@@ -288,7 +287,7 @@ void ring(benchmark::State& state)
 void outline(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     measure(state, device.transformSeconds(), [&] { benchmark::DoNotOptimize(outlineOf(mesh).size()); });
 }
 
@@ -296,7 +295,7 @@ void outline(benchmark::State& state)
 void compare(benchmark::State& state)
 {
     Device& device = deviceOf(state);
-    const SurfaceMesh mesh = meshOf(device);
+    const Mesh mesh = meshOf(device);
     GamutRequest request;
     request.gridPoints = device.grid;
     const auto adobe =

@@ -48,9 +48,9 @@ inline bool isFinite(Vec3 p)
     return std::isfinite(p.L) && std::isfinite(p.a) && std::isfinite(p.b);
 }
 
-using Vertex = KVGamut::LabPoint; ///< a surface vertex; its values lie on the lattice
+using KVGamut::LabPoint;
 
-inline Vec3 toVec3(const Vertex& v)
+inline Vec3 toVec3(const LabPoint& v)
 {
     return {v.L, v.a, v.b};
 }
@@ -58,7 +58,7 @@ inline Vec3 toVec3(const Vertex& v)
 /// Lattice points per dE.
 inline constexpr double latticeScale = 65536.0;
 /// Colours further out are refused, so that lattice coordinates stay within 27 bits and a sign.
-inline constexpr double largestLab = 2000.0;
+inline constexpr double maxLab = 2000.0;
 
 /// A point of the lattice, in units of 2^-16 dE.
 struct LatticePoint
@@ -77,8 +77,8 @@ inline std::int32_t toLattice(double value)
     return static_cast<std::int32_t>(scaled < 0.0 ? scaled - 0.5 : scaled + 0.5);
 }
 
-/// @p v must lie within ±largestLab.
-inline LatticePoint toLattice(const Vertex& v)
+/// @p v must lie within ±maxLab.
+inline LatticePoint toLattice(const LabPoint& v)
 {
     return {toLattice(v.L), toLattice(v.a), toLattice(v.b)};
 }
@@ -89,7 +89,7 @@ inline float fromLattice(std::int64_t value)
 }
 
 /// The vertex on the lattice that is nearest to @p p.
-inline Vertex snapped(Vec3 p)
+inline LabPoint snapped(Vec3 p)
 {
     return {fromLattice(toLattice(p.L)), fromLattice(toLattice(p.a)), fromLattice(toLattice(p.b))};
 }

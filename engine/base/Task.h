@@ -20,7 +20,7 @@ public:
         if (m_protocol)
             m_protocol->setProgress(static_cast<float>(m_from + share * (m_to - m_from)));
     }
-    /// The same computation's stretch between two shares of this part.
+    /// The same computation's interval between two shares of this part.
     Task part(double from, double to) const
     {
         Task task = *this;

@@ -8,7 +8,7 @@ namespace velmora {
 
 namespace {
 
-std::vector<KVHull::Node> nodesOf(const SurfaceMesh& mesh)
+std::vector<KVHull::Node> nodesOf(const Mesh& mesh)
 {
     std::vector<KVHull::Node> nodes(mesh.lab.size());
     for (std::size_t v = 0; v < nodes.size(); ++v) {
@@ -46,7 +46,7 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline() const
     std::call_once(m_outlineOnce, [this] {
         if (!record.decorated)
             return;
-        const velmora::SurfaceMesh& mesh = record.mesh;
+        const Mesh& mesh = record.mesh;
         const auto node = [&mesh](const velmora::OutlinePoint& p) {
             KVHull::Node n;
             n.lab = {p.lab.L, p.lab.a, p.lab.b};

@@ -16,19 +16,19 @@ constexpr QLatin1String gamutKey("Gamut");
 constexpr QLatin1String versionKey("GamutVersion");
 constexpr QLatin1String checksumKey("GamutChecksum");
 
-constexpr int mostChannels = 15;
+constexpr int maxChannels = 15;
 
 QString checksumOf(const QByteArray& bytes)
 {
     return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
 }
 
-QDataStream& operator<<(QDataStream& stream, const Vertex& v)
+QDataStream& operator<<(QDataStream& stream, const LabPoint& v)
 {
     return stream << v.L << v.a << v.b;
 }
 
-QDataStream& operator>>(QDataStream& stream, Vertex& v)
+QDataStream& operator>>(QDataStream& stream, LabPoint& v)
 {
     return stream >> v.L >> v.a >> v.b;
 }
@@ -53,12 +53,12 @@ QByteArray packed(const GamutRecord& record)
     stream << quint32(record.primaries.size());
     for (const Ramp& ramp : record.primaries) {
         stream << quint32(ramp.size());
-        for (const Vertex& v : ramp)
+        for (const LabPoint& v : ramp)
             stream << v;
     }
     stream << qint32(record.mesh.channels) << quint32(record.mesh.lab.size())
            << quint32(record.mesh.triangles.size());
-    for (const Vertex& v : record.mesh.lab)
+    for (const LabPoint& v : record.mesh.lab)
         stream << v;
     for (float value : record.mesh.device)
         stream << value;
@@ -93,7 +93,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
 
     quint32 groups = 0;
     stream >> groups;
-    if (groups > mostChannels)
+    if (groups > maxChannels)
         return false;
     for (quint32 g = 0; g < groups; ++g) {
         quint32 count = 0;
@@ -101,7 +101,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
         if (!fits(stream, count, 12))
             return false;
         Ramp ramp(count);
-        for (Vertex& v : ramp)
+        for (LabPoint& v : ramp)
             stream >> v;
         record.primaries.push_back(std::move(ramp));
     }
@@ -109,7 +109,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
     qint32 channels = 0;
     quint32 vertices = 0, triangles = 0;
     stream >> channels >> vertices >> triangles;
-    if (channels < 3 || channels > mostChannels)
+    if (channels < 3 || channels > maxChannels)
         return false;
     const quint64 vertexSize = 12 + 4 * static_cast<quint64>(channels);
     if (static_cast<quint64>(stream.device()->bytesAvailable()) !=
@@ -117,7 +117,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
         return false;
     record.mesh.channels = channels;
     record.mesh.lab.resize(vertices);
-    for (Vertex& v : record.mesh.lab)
+    for (LabPoint& v : record.mesh.lab)
         stream >> v;
     record.mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
     for (float& value : record.mesh.device)
@@ -134,7 +134,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
 
 bool valuesAreSound(const GamutRecord& record)
 {
-    const auto sound = [](const Vertex& v) { return isFinite(toVec3(v)); };
+    const auto sound = [](const LabPoint& v) { return isFinite(toVec3(v)); };
     bool all = sound(record.white) && sound(record.black) && sound(record.origin);
     for (const Ramp& ramp : record.primaries)
         all = all && std::all_of(ramp.begin(), ramp.end(), sound);
@@ -173,11 +173,11 @@ Fields innermostFields(const QHash<QString, QVariant>& hash)
     }
 }
 
-Result<void> checkSavedSurface(const SurfaceMesh& mesh)
+Result<void> checkSavedSurface(const Mesh& mesh)
 {
     if (const auto checked = checkSurface(mesh); !checked)
         return checked;
-    const std::optional<bool> intersects = passesThroughItself(mesh);
+    const std::optional<bool> intersects = selfIntersects(mesh);
     if (!intersects)
         return failure(KVProblemCode::SavedGamutTooClose);
     if (*intersects)

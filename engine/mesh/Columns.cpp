@@ -64,11 +64,11 @@ void forColumnsThrough(const LatticePoint& p, const LatticePoint& q, const Latti
         }
 }
 
-constexpr std::size_t trianglesBetweenLooks = 8192;
+constexpr std::size_t trianglesBetweenChecks = 8192;
 
 } // namespace
 
-Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid, const Task& task)
+Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, const Task& task)
 {
     const auto points = latticePoints(mesh);
     const auto corner = [&](const Triangle& t, std::size_t i) -> const LatticePoint& {
@@ -83,7 +83,7 @@ Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& g
     ColumnCrossings result;
     result.first.assign(grid.size() + 1, 0);
     for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
-        if (f % trianglesBetweenLooks == 0 && task.isCancelled())
+        if (f % trianglesBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
         const Triangle& t = mesh.triangles[f];
         const LatticePoint& p = corner(t, 0);
@@ -118,14 +118,13 @@ Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& g
 
 WindingCheck checkWinding(const ColumnCrossings& columns, const ColumnGrid& grid)
 {
-    constexpr float smallestGap = 1e-3f; // dE; above what rounding makes of one plane's heights
+    constexpr float minGap = 1e-3f; // dE; above what rounding makes of one plane's heights
     WindingCheck check;
     for (std::size_t c = 0; c + 1 < columns.first.size(); ++c) {
         int winding = 0;
         bool touches = false;
         for (std::uint32_t i = columns.first[c]; i < columns.first[c + 1]; ++i) {
-            touches |=
-                i > columns.first[c] && columns.crossings[i].L - columns.crossings[i - 1].L < smallestGap;
+            touches |= i > columns.first[c] && columns.crossings[i].L - columns.crossings[i - 1].L < minGap;
             if (winding != 0) {
                 const double height = columns.crossings[i].L - columns.crossings[i - 1].L;
                 (winding == 1 ? check.insideVolume : check.invalidVolume) += height * grid.area();

@@ -51,8 +51,7 @@ struct ColumnCrossings
 /// Every column passes a closed surface's edges and vertices on a definite side (sideAb()), so the
 /// signs of a column always sum to zero.
 /// Fails if @p task is cancelled.
-[[nodiscard]] Result<ColumnCrossings> castColumns(const SurfaceMesh& mesh, const ColumnGrid& grid,
-                                                  const Task& task);
+[[nodiscard]] Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, const Task& task);
 
 /// How a surface winds around the points of space.
 struct WindingCheck

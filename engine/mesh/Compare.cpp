@@ -27,7 +27,7 @@ struct Sheet
     }
 };
 
-std::vector<Sheet> sheetsOf(const SurfaceMesh& mesh)
+std::vector<Sheet> sheetsOf(const Mesh& mesh)
 {
     const auto points = latticePoints(mesh);
     std::vector<Sheet> sheets;
@@ -223,7 +223,7 @@ void keepWithin(std::vector<Sheet>& sheets, double lowA, double highA, double lo
 
 } // namespace
 
-double intersectionVolume(const SurfaceMesh& first, const SurfaceMesh& second)
+double intersectionVolume(const Mesh& first, const Mesh& second)
 {
     if (first.triangles.empty() || second.triangles.empty())
         return 0.0;

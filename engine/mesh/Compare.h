@@ -13,6 +13,6 @@ namespace velmora {
 /// (up or down) and negative otherwise. A pair covers a convex polygon of at most six corners, on
 /// which the lower of two planes is integrated in closed form. An ab grid finds the pairs.
 /// Identical meshes give their volume, meshes apart from each other exactly 0.
-double intersectionVolume(const SurfaceMesh& first, const SurfaceMesh& second);
+double intersectionVolume(const Mesh& first, const Mesh& second);
 
 } // namespace velmora

@@ -17,7 +17,7 @@ struct HullPoint
     std::int32_t z = 0;
 };
 /// Largest coordinate of a point, either sign.
-inline constexpr std::int32_t largestHullCoordinate = (1 << 24) - 1;
+inline constexpr std::int32_t maxHullCoordinate = (1 << 24) - 1;
 
 /// Convex hull of points with integer coordinates.
 ///

@@ -6,22 +6,22 @@
 
 namespace velmora {
 
-std::vector<LatticePoint> latticePoints(const SurfaceMesh& mesh)
+std::vector<LatticePoint> latticePoints(const Mesh& mesh)
 {
     std::vector<LatticePoint> points;
     points.reserve(mesh.lab.size());
-    for (const Vertex& v : mesh.lab)
+    for (const LabPoint& v : mesh.lab)
         points.push_back(toLattice(v));
     return points;
 }
 
-void flip(SurfaceMesh& mesh)
+void flip(Mesh& mesh)
 {
     for (Triangle& t : mesh.triangles)
         std::swap(t[1], t[2]);
 }
 
-void dropUnusedVertices(SurfaceMesh& mesh)
+void dropUnusedVertices(Mesh& mesh)
 {
     std::vector<int> renamed(mesh.lab.size(), -1);
     for (const Triangle& t : mesh.triangles)

@@ -7,15 +7,15 @@
 
 namespace velmora {
 
-using Triangle = KVGamut::Mesh::Triangle;
-using SurfaceMesh = KVGamut::Mesh; ///< its vertices lie on the lattice
+using KVGamut::Mesh;
+using Triangle = Mesh::Triangle;
 
-std::vector<LatticePoint> latticePoints(const SurfaceMesh& mesh);
+std::vector<LatticePoint> latticePoints(const Mesh& mesh);
 
 /// Turns the surface inside out.
-void flip(SurfaceMesh& mesh);
+void flip(Mesh& mesh);
 
 /// Drops the vertices that no triangle names; the others keep their order.
-void dropUnusedVertices(SurfaceMesh& mesh);
+void dropUnusedVertices(Mesh& mesh);
 
 } // namespace velmora

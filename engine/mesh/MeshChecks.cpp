@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-bool indicesAreValid(const SurfaceMesh& mesh)
+bool indicesAreValid(const Mesh& mesh)
 {
     const int count = static_cast<int>(mesh.lab.size());
     return std::all_of(mesh.triangles.begin(), mesh.triangles.end(), [count](const Triangle& t) {
@@ -32,7 +32,7 @@ struct EdgeTable
     std::vector<Spoke> corners;
 };
 
-EdgeTable edgesByOrigin(const SurfaceMesh& mesh)
+EdgeTable edgesByOrigin(const Mesh& mesh)
 {
     EdgeTable table;
     table.first.assign(mesh.lab.size() + 1, 0);
@@ -54,7 +54,7 @@ EdgeTable edgesByOrigin(const SurfaceMesh& mesh)
 
 } // namespace
 
-std::vector<std::array<int, 3>> triangleNeighbours(const SurfaceMesh& mesh)
+std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh)
 {
     const EdgeTable table = edgesByOrigin(mesh);
     std::vector<std::array<int, 3>> neighbours(mesh.triangles.size());
@@ -70,7 +70,7 @@ std::vector<std::array<int, 3>> triangleNeighbours(const SurfaceMesh& mesh)
     return neighbours;
 }
 
-MeshTopology topology(const SurfaceMesh& mesh)
+MeshTopology topology(const Mesh& mesh)
 {
     MeshTopology result;
     result.indicesValid = indicesAreValid(mesh);

@@ -9,7 +9,7 @@ namespace velmora {
 
 /// The neighbours of each triangle: entry i is the triangle behind the edge from corner i to
 /// corner i+1, or -1 where there is none that traverses the edge the other way.
-std::vector<std::array<int, 3>> triangleNeighbours(const SurfaceMesh& mesh);
+std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh);
 
 /// What a mesh is as a surface, whatever its vertices' places.
 struct MeshTopology
@@ -21,6 +21,6 @@ struct MeshTopology
     int eulerCharacteristic = 0; ///< vertices in use - edges + faces; 2 per component without a hole
 };
 
-MeshTopology topology(const SurfaceMesh& mesh);
+MeshTopology topology(const Mesh& mesh);
 
 } // namespace velmora

@@ -3,7 +3,7 @@
 
 namespace velmora {
 
-double signedVolume(const SurfaceMesh& mesh)
+double signedVolume(const Mesh& mesh)
 {
     if (mesh.lab.empty())
         return 0.0;

@@ -64,7 +64,7 @@ double NearestIndex::Box::squaredDistance(Vec3 x) const
     return squared(x - upper(low, lower(high, x)));
 }
 
-NearestIndex::NearestIndex(const SurfaceMesh& mesh)
+NearestIndex::NearestIndex(const Mesh& mesh)
 {
     m_triangles.reserve(mesh.triangles.size());
     for (const Triangle& t : mesh.triangles)

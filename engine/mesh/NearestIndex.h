@@ -16,7 +16,7 @@ class NearestIndex
 {
 public:
     NearestIndex() = default;
-    explicit NearestIndex(const SurfaceMesh& mesh);
+    explicit NearestIndex(const Mesh& mesh);
 
     /// The mesh must have triangles and @p x must be finite. Of points equally near it is always the
     /// same one.

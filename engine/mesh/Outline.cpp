@@ -17,7 +17,7 @@ struct Edge
     int to;
 };
 
-std::vector<Edge> silhouette(const SurfaceMesh& mesh, const std::vector<LatticePoint>& points)
+std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& points)
 {
     const auto looksUp = [&](int f) {
         const Triangle& t = mesh.triangles[static_cast<std::size_t>(f)];
@@ -93,7 +93,7 @@ float lightnessAt(const ClipperLib::IntPoint& x, const std::vector<Edge>& edges,
 
 } // namespace
 
-std::vector<OutlineLoop> outlineOf(const SurfaceMesh& mesh)
+std::vector<OutlineLoop> outlineOf(const Mesh& mesh)
 {
     const auto points = latticePoints(mesh);
     const auto edges = silhouette(mesh, points);

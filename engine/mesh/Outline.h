@@ -11,7 +11,7 @@ namespace velmora {
 struct OutlinePoint
 {
     int vertex = -1;
-    Vertex lab;
+    LabPoint lab;
 };
 using OutlineLoop = std::vector<OutlinePoint>; ///< closed: the last point joins the first
 
@@ -22,6 +22,6 @@ using OutlineLoop = std::vector<OutlinePoint>; ///< closed: the last point joins
 /// Directed as the upper faces have them they form closed loops that wind around each point as often
 /// as upper faces cover it; their union by the non-zero rule (Clipper, after Vatti 1992) is the
 /// projection, at a hundredth of the cost of uniting all faces.
-std::vector<OutlineLoop> outlineOf(const SurfaceMesh& mesh);
+std::vector<OutlineLoop> outlineOf(const Mesh& mesh);
 
 } // namespace velmora

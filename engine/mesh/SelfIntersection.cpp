@@ -60,10 +60,10 @@ bool cross(const Corners& s, const Corners& t)
 //
 // Seen along an axis they lie side by side when all turn the same way, when they form rings, and when
 // together they pass a ray from the vertex once.
-class FlatFans
+class EmbeddedFans
 {
 public:
-    FlatFans(const SurfaceMesh& mesh, const std::vector<LatticePoint>& points)
+    EmbeddedFans(const Mesh& mesh, const std::vector<LatticePoint>& points)
     {
         std::vector<Fan> fans(points.size());
         for (const Triangle& t : mesh.triangles) {
@@ -75,10 +75,10 @@ public:
                       turns);
         }
         for (const Fan& fan : fans)
-            m_flat.push_back(isFlat(fan));
+            m_embedded.push_back(isEmbedded(fan));
     }
 
-    bool at(int vertex) const { return m_flat[static_cast<std::size_t>(vertex)] != 0; }
+    bool at(int vertex) const { return m_embedded[static_cast<std::size_t>(vertex)] != 0; }
 
 private:
     struct Fan
@@ -130,7 +130,7 @@ private:
         fan.ends += scattered(next) - scattered(last);
     }
 
-    static bool isFlat(const Fan& fan)
+    static bool isEmbedded(const Fan& fan)
     {
         bool flat = false;
         for (std::size_t axis = 0; axis < 3; ++axis)
@@ -138,12 +138,12 @@ private:
         return flat && fan.ends == 0;
     }
 
-    std::vector<char> m_flat;
+    std::vector<char> m_embedded;
 };
 
 // Whether it is known without a look at the triangles that they do not pass through each other: with a
 // common edge they lie on one side of each other, or in one plane.
-bool areApart(const Triangle& s, const Triangle& t, const FlatFans& fans)
+bool cannotIntersect(const Triangle& s, const Triangle& t, const EmbeddedFans& fans)
 {
     int common = 0;
     bool flat = false;
@@ -282,7 +282,7 @@ struct Search
     bool isComplete = false;
 };
 
-Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort, const Task& task)
+Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort, const Task& task)
 {
     if (mesh.triangles.empty())
         return {0, true};
@@ -299,13 +299,13 @@ Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort,
     if (cells.entriesOf(bounds) > effort.entries)
         return {};
     cells.fill(bounds);
-    const FlatFans fans(mesh, points);
+    const EmbeddedFans fans(mesh, points);
 
-    constexpr std::size_t cellsBetweenLooks = 1024;
+    constexpr std::size_t cellsBetweenChecks = 1024;
     Search search;
     std::vector<Bounds> inCell;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
-        if (cell % cellsBetweenLooks == 0 && task.isCancelled())
+        if (cell % cellsBetweenChecks == 0 && task.isCancelled())
             return search;
         const auto entries = cells.in(cell);
         const std::size_t looks = entries.size() * entries.size() / 2;
@@ -321,8 +321,8 @@ Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort,
                 if (!here || !meet(inCell[i], inCell[j]))
                     continue;
                 const std::size_t f = entries[i].triangle, g = entries[j].triangle;
-                if (!areApart(mesh.triangles[f], mesh.triangles[g], fans) &&
-                    cross(cornersOf(f), cornersOf(g)) && ++search.crossings >= most)
+                if (!cannotIntersect(mesh.triangles[f], mesh.triangles[g], fans) &&
+                    cross(cornersOf(f), cornersOf(g)) && ++search.crossings >= maxCount)
                     return search;
             }
     }
@@ -332,19 +332,19 @@ Search searchCrossings(const SurfaceMesh& mesh, std::size_t most, Effort effort,
 
 } // namespace
 
-Result<std::size_t> countCrossings(const SurfaceMesh& mesh, std::size_t most, const Task& task)
+Result<std::size_t> countIntersections(const Mesh& mesh, std::size_t maxCount, const Task& task)
 {
-    const Search search = searchCrossings(mesh, most, {}, task);
-    if (!search.isComplete && search.crossings < most)
+    const Search search = searchIntersections(mesh, maxCount, {}, task);
+    if (!search.isComplete && search.crossings < maxCount)
         return failure(KVProblemCode::Cancelled); // the effort is not limited
     return search.crossings;
 }
 
-std::optional<bool> passesThroughItself(const SurfaceMesh& mesh)
+std::optional<bool> selfIntersects(const Mesh& mesh)
 {
-    constexpr std::size_t entriesPerFace = 32, fewestEntries = 1'000'000, looks = 20'000'000;
+    constexpr std::size_t entriesPerFace = 32, minEntries = 1'000'000, looks = 20'000'000;
     const Search search =
-        searchCrossings(mesh, 1, {entriesPerFace * mesh.triangles.size() + fewestEntries, looks}, {});
+        searchIntersections(mesh, 1, {entriesPerFace * mesh.triangles.size() + minEntries, looks}, {});
     if (search.crossings > 0)
         return true;
     return search.isComplete ? std::optional(false) : std::nullopt;

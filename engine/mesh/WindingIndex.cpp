@@ -10,8 +10,7 @@ namespace velmora {
 
 // About 128 cells along the longer side; for a display gamut that is the 2 dE at which a cell lists
 // some ten faces.
-WindingIndex::WindingIndex(const SurfaceMesh& mesh)
-    : m_points(latticePoints(mesh)), m_triangles(mesh.triangles)
+WindingIndex::WindingIndex(const Mesh& mesh) : m_points(latticePoints(mesh)), m_triangles(mesh.triangles)
 {
     if (m_points.empty())
         return;
@@ -56,7 +55,7 @@ bool WindingIndex::isInside(Vec3 point) const
 {
     if (m_points.empty() || !isFinite(point))
         return false;
-    if (std::max({std::abs(point.L), std::abs(point.a), std::abs(point.b)}) > largestLab)
+    if (std::max({std::abs(point.L), std::abs(point.a), std::abs(point.b)}) > maxLab)
         return false;
     const LatticePoint x{toLattice(point.L), toLattice(point.a), toLattice(point.b)};
     if (x.L < m_low.L || x.L > m_high.L || x.a < m_low.a || x.a > m_high.a || x.b < m_low.b || x.b > m_high.b)

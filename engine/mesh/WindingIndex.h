@@ -15,7 +15,7 @@ class WindingIndex
 {
 public:
     WindingIndex() = default;
-    explicit WindingIndex(const SurfaceMesh& mesh);
+    explicit WindingIndex(const Mesh& mesh);
 
     bool isInside(Vec3 point) const;
 

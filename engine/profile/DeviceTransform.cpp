@@ -11,7 +11,7 @@ namespace {
 
 bool isInRange(Vec3 p)
 {
-    return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < largestLab;
+    return isFinite(p) && std::max({std::abs(p.L), std::abs(p.a), std::abs(p.b)}) < maxLab;
 }
 
 } // namespace
@@ -19,7 +19,7 @@ bool isInRange(Vec3 p)
 // Each channel beyond the eighth doubles the time of a colour.
 std::size_t DeviceTransform::blockSize() const
 {
-    return largestBlock >> std::clamp(channels() - 8, 0, 6);
+    return maxBlock >> std::clamp(channels() - 8, 0, 6);
 }
 
 Result<std::vector<Vec3>> DeviceTransform::toLab(std::span<const float> device, const Task& task) const
@@ -151,7 +151,7 @@ protected:
     void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
     {
         static_assert(sizeof(Vec3) == sizeof(cmsCIELab), "Lab doubles are written in place");
-        m_scaled.resize(largestBlock * static_cast<std::size_t>(m_channels));
+        m_scaled.resize(maxBlock * static_cast<std::size_t>(m_channels));
         std::transform(block, block + count * static_cast<std::size_t>(m_channels), m_scaled.begin(),
                        [this](float v) { return m_fullScale * double(v); });
         cmsDoTransform(m_transform.get(), m_scaled.data(), lab, static_cast<cmsUInt32Number>(count));

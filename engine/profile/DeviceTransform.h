@@ -45,12 +45,12 @@ public:
     [[nodiscard]] Result<std::vector<Vec3>> toLab(std::span<const float> device, const Task& task) const;
 
 protected:
-    /// @p block holds at most largestBlock device colours.
+    /// @p block holds at most maxBlock device colours.
     virtual void convertBlock(const float* block, Vec3* lab, std::size_t count) const = 0;
 
     /// Colours between two looks at the cancellation: 1 to 3 ms of Little CMS, and some 20 with very
     /// many channels.
-    static constexpr std::size_t largestBlock = 4096;
+    static constexpr std::size_t maxBlock = 4096;
 
 private:
     std::size_t blockSize() const;

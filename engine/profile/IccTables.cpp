@@ -39,7 +39,7 @@ constexpr std::uint32_t signature(const char (&name)[5])
            static_cast<std::uint32_t>(static_cast<unsigned char>(name[3]));
 }
 
-constexpr std::uint32_t mostTableChannels = 15;
+constexpr std::uint32_t maxTableChannels = 15;
 
 // Whether `outputs` values of `width` bytes for each node of a grid fit into `room` bytes.
 template <typename GridPoints>
@@ -63,7 +63,7 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
     const std::uint32_t points = tag.u8(10);
-    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
+    if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
     if (points == 0)
         return true; // curves alone
@@ -74,7 +74,7 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
 bool modernGridFits(const Bytes& tag, std::uint64_t at, std::uint64_t dataAt, std::uint32_t inputs,
                     std::uint32_t outputs, std::uint64_t width)
 {
-    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
+    if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
     return gridFits(inputs, outputs, width, tag.left(dataAt),
                     [&](std::uint32_t i) { return tag.u8(at + i); });
@@ -84,7 +84,7 @@ bool stagedTableFits(const Bytes& tag)
 {
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
-    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
+    if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
     const std::uint64_t grid = tag.u32(24);
     if (grid == 0)
@@ -114,7 +114,7 @@ std::uint64_t elementCost(const Bytes& tag, std::uint64_t at, std::uint32_t inpu
 
 bool elementFits(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
 {
-    if (inputs == 0 || inputs > mostTableChannels || outputs == 0 || outputs > mostTableChannels)
+    if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
     switch (tag.u32(at)) {
     case signature("clut"):
@@ -132,12 +132,12 @@ bool elementListFits(const Bytes& tag)
 {
     const std::uint32_t channels = tag.u16(8);
     const std::uint64_t count = tag.u32(12);
-    if (channels == 0 || channels > mostTableChannels || count > tag.left(16) / 8)
+    if (channels == 0 || channels > maxTableChannels || count > tag.left(16) / 8)
         return false;
     // Tables of the device's own channels, and rather many other things.
-    const std::uint64_t mostCost = 4096 + (std::uint64_t(64) << channels);
+    const std::uint64_t maxCost = 4096 + (std::uint64_t(64) << channels);
     std::uint64_t cost = 0;
-    for (std::uint64_t i = 0; i < count && cost <= mostCost; ++i) {
+    for (std::uint64_t i = 0; i < count && cost <= maxCost; ++i) {
         const std::uint64_t at = tag.u32(16 + 8 * i);
         if (tag.left(at) < 12)
             return false;
@@ -147,7 +147,7 @@ bool elementListFits(const Bytes& tag)
             return false;
         cost += elementCost(tag, at, inputs, outputs);
     }
-    return cost <= mostCost;
+    return cost <= maxCost;
 }
 
 } // namespace
@@ -165,12 +165,12 @@ QString signatureText(std::uint32_t value)
 Result<void> checkIccTables(const QByteArray& profile)
 {
     constexpr std::uint64_t headerSize = 128;
-    constexpr std::uint32_t mostTags = 100; // what Little CMS reads
+    constexpr std::uint32_t maxTags = 100; // what Little CMS reads
     const Bytes all(profile, 0, static_cast<std::uint64_t>(profile.size()));
     if (all.size() < headerSize + 4 || all.u32(36) != signature("acsp"))
         return failure(KVProblemCode::NotAProfile);
     const std::uint32_t tags = all.u32(headerSize);
-    if (tags > mostTags || all.left(headerSize + 4) / 12 < tags)
+    if (tags > maxTags || all.left(headerSize + 4) / 12 < tags)
         return failure(KVProblemCode::DamagedTagTable);
 
     for (std::uint32_t i = 0; i < tags; ++i) {

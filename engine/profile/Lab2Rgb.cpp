@@ -65,7 +65,7 @@ float encoded(double linear)
 }
 
 // No colour of sRGB has a larger chroma.
-constexpr double largestChroma = 160.0;
+constexpr double maxChroma = 160.0;
 // How far towards L* 50 the grey lies that a colour is brought to. Straight inwards (0) would be along
 // the nearly level edge from white to yellow, in and out of it: colours a hair above yellow would turn
 // pale. From 0.1 on no path meets the limit twice, whatever hue and lightness, and so near colours stay
@@ -77,7 +77,7 @@ constexpr int halvings = 30;
 Linear nearestDisplayable(double L, double a, double b)
 {
     const double chroma = std::hypot(a, b);
-    const double inward = chroma > largestChroma ? largestChroma / chroma : 1.0;
+    const double inward = chroma > maxChroma ? maxChroma / chroma : 1.0;
     const double greyL = L + tilt * (50.0 - L);
     const auto along = [&](double t) {
         return linearRgb(greyL + t * (L - greyL), t * inward * a, t * inward * b);

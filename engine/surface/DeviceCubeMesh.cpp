@@ -65,12 +65,11 @@ std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n)
 
 } // namespace
 
-Result<SurfaceMesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                   const Task& task)
+Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
 {
     const auto n = nodes.front().size();
     const CubeVertices vertices(n);
-    SurfaceMesh mesh;
+    Mesh mesh;
     mesh.channels = 3;
     for (const auto& [i, j, k] : vertices.nodes())
         mesh.device.insert(mesh.device.end(), {nodes[0][i], nodes[1][j], nodes[2][k]});
@@ -84,11 +83,11 @@ Result<SurfaceMesh> deviceCubeMesh(const DeviceTransform& transform, const Devic
     return mesh;
 }
 
-SurfaceMesh thinnedCubeMesh(const SurfaceMesh& mesh, std::size_t nodesPerAxis, std::size_t count)
+Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count)
 {
     const CubeVertices all(nodesPerAxis), kept(count);
     const auto place = [=](std::size_t i) { return thinnedPlace(i, nodesPerAxis, count); };
-    SurfaceMesh thin;
+    Mesh thin;
     thin.channels = mesh.channels;
     for (const auto& [i, j, k] : kept.nodes()) {
         const int vertex = all.at(place(i), place(j), place(k));

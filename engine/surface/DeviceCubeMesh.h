@@ -10,11 +10,11 @@ namespace velmora {
 /// (N-1)^2 quads of two triangles, sharing the vertices of the cube's edges. Closed and manifold by
 /// construction; exact but for the step width, as long as the device map does not fold.
 /// Faces look outwards when the map keeps the handedness; @p nodes are three axes of N nodes.
-[[nodiscard]] Result<SurfaceMesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                                 const Task& task);
+[[nodiscard]] Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                          const Task& task);
 
 /// The mesh that deviceCubeMesh() would give for @p count of the @p nodesPerAxis nodes along each axis, as
 /// thinnedAxis() keeps them: its vertices are some of the mesh's own.
-SurfaceMesh thinnedCubeMesh(const SurfaceMesh& mesh, std::size_t nodesPerAxis, std::size_t count);
+Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count);
 
 } // namespace velmora

@@ -103,30 +103,30 @@ double tetrahedraOf(const std::vector<std::size_t>& counts)
 
 Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxis, const Task& task)
 {
-    constexpr int finest = 129;
-    constexpr double fewest = 5.0;
-    constexpr double mostTetrahedra = 400'000.0;
-    const auto fine = equalisedNodes(transform, finest, evenShareOfFolds, task.part(0.0, 0.5));
+    constexpr int maxNodes = 129;
+    constexpr double minNodes = 5.0;
+    constexpr double maxTetrahedra = 400'000.0;
+    const auto fine = equalisedNodes(transform, maxNodes, evenShareOfFolds, task.part(0.0, 0.5));
     if (!fine)
         return failure(fine);
     const auto bend = bends(transform, *fine, task.part(0.5, 1.0));
     if (!bend)
         return failure(bend);
-    const double most = std::min(mostTetrahedra, tetrahedraOf(std::vector<std::size_t>(
-                                                     fine->size(), static_cast<std::size_t>(nodesPerAxis))));
+    const double target = std::min(maxTetrahedra, tetrahedraOf(std::vector<std::size_t>(
+                                                      fine->size(), static_cast<std::size_t>(nodesPerAxis))));
     const auto countsAt = [&](double scale) {
         std::vector<std::size_t> counts;
         counts.reserve(bend->size());
         for (double b : *bend)
             counts.push_back(
-                static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), fewest, double(finest))));
+                static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), minNodes, double(maxNodes))));
         return counts;
     };
     double low = 0.0, high = 1e6;
     constexpr int halvings = 60;
     for (int i = 0; i < halvings; ++i) {
         const double middle = 0.5 * (low + high);
-        (tetrahedraOf(countsAt(middle)) <= most ? low : high) = middle;
+        (tetrahedraOf(countsAt(middle)) <= target ? low : high) = middle;
     }
     const std::vector<std::size_t> counts = countsAt(low);
     DeviceNodes nodes;
@@ -192,10 +192,10 @@ public:
         }
     }
 
-    bool isFlat() const { return m_flat; }
+    bool isDegenerate() const { return m_flat; }
 
     // The part of the line through (a, b) that lies inside.
-    bool stretch(double a, double b, double& low, double& high) const
+    bool interval(double a, double b, double& low, double& high) const
     {
         low = -std::numeric_limits<double>::infinity();
         high = std::numeric_limits<double>::infinity();
@@ -232,24 +232,24 @@ private:
     bool m_flat = false;
 };
 
-constexpr std::size_t tetrahedraBetweenLooks = 4096;
+constexpr std::size_t tetrahedraBetweenChecks = 4096;
 // Neighbouring tetrahedra may leave this much of a line between them, by rounding.
-constexpr float smallestGap = 1e-4f;
+constexpr float minGap = 1e-4f;
 
-// Unites the stretches of one line, in place.
+// Unites the intervals of one line, in place.
 // @return how many remain
-std::size_t unite(Stretch* stretches, std::size_t count)
+std::size_t unite(Interval* intervals, std::size_t count)
 {
-    std::sort(stretches, stretches + count, [](const Stretch& s, const Stretch& t) {
+    std::sort(intervals, intervals + count, [](const Interval& s, const Interval& t) {
         return s.low != t.low ? s.low < t.low : s.lowTetrahedron < t.lowTetrahedron;
     });
     std::size_t kept = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        if (kept == 0 || stretches[i].low > stretches[kept - 1].high + smallestGap) {
-            stretches[kept++] = stretches[i];
-        } else if (stretches[i].high > stretches[kept - 1].high) {
-            stretches[kept - 1].high = stretches[i].high;
-            stretches[kept - 1].highTetrahedron = stretches[i].highTetrahedron;
+        if (kept == 0 || intervals[i].low > intervals[kept - 1].high + minGap) {
+            intervals[kept++] = intervals[i];
+        } else if (intervals[i].high > intervals[kept - 1].high) {
+            intervals[kept - 1].high = intervals[i].high;
+            intervals[kept - 1].highTetrahedron = intervals[i].highTetrahedron;
         }
     }
     return kept;
@@ -257,17 +257,17 @@ std::size_t unite(Stretch* stretches, std::size_t count)
 
 } // namespace
 
-Result<Stretches> castThrough(const std::vector<Vec3>& points,
-                              const std::vector<std::array<int, 4>>& tetrahedra, const LineGrid& grid,
-                              CastBudget& budget, const Task& task)
+Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
+                                  const std::vector<std::array<int, 4>>& tetrahedra, const LineGrid& grid,
+                                  CastBudget& budget, const Task& task)
 {
     struct Hit
     {
         std::uint32_t line;
-        Stretch stretch;
+        Interval interval;
     };
     std::vector<Hit> hits;
-    Stretches result;
+    LineIntervals result;
     result.first.assign(grid.size() + 1, 0);
     const auto firstLine = [&grid](double value, double start, int count) {
         return static_cast<int>(std::clamp(std::ceil((value - start) / grid.step), 0.0, double(count)));
@@ -275,11 +275,11 @@ Result<Stretches> castThrough(const std::vector<Vec3>& points,
     const auto lastLine = [&grid](double value, double start, int count) {
         return static_cast<int>(std::clamp(std::floor((value - start) / grid.step), -1.0, double(count - 1)));
     };
-    const std::size_t most = std::min(CastBudget::mostAtOnce, budget.left);
+    const std::size_t maxHits = std::min(CastBudget::maxPerCast, budget.left);
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
-        if (t % tetrahedraBetweenLooks == 0 && task.isCancelled())
+        if (t % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        if (hits.size() > most)
+        if (hits.size() > maxHits)
             return failure(KVProblemCode::TooManyOverlaps);
         const Vec3& p = points[static_cast<std::size_t>(tetrahedra[t][0])];
         const Vec3& q = points[static_cast<std::size_t>(tetrahedra[t][1])];
@@ -292,12 +292,12 @@ Result<Stretches> castThrough(const std::vector<Vec3>& points,
         if (i0 > i1 || j0 > j1)
             continue;
         const Shares shares(p, q, r, s);
-        if (shares.isFlat())
+        if (shares.isDegenerate())
             continue;
         for (int j = j0; j <= j1; ++j)
             for (int i = i0; i <= i1; ++i) {
                 double low = 0.0, high = 0.0;
-                if (!shares.stretch(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
+                if (!shares.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
                     continue;
                 const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
                                   static_cast<std::uint32_t>(i);
@@ -308,22 +308,22 @@ Result<Stretches> castThrough(const std::vector<Vec3>& points,
     }
     std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
     budget.left -= std::min(budget.left, hits.size());
-    result.stretches.resize(hits.size());
+    result.intervals.resize(hits.size());
     std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
     for (const Hit& h : hits)
-        result.stretches[next[h.line]++] = h.stretch;
+        result.intervals[next[h.line]++] = h.interval;
     std::uint32_t kept = 0;
     for (std::size_t line = 0; line < grid.size(); ++line) {
-        if (line % tetrahedraBetweenLooks == 0 && task.isCancelled())
+        if (line % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        Stretch* begin = result.stretches.data() + result.first[line];
+        Interval* begin = result.intervals.data() + result.first[line];
         const std::size_t count = unite(begin, result.first[line + 1] - result.first[line]);
-        std::copy(begin, begin + count, result.stretches.data() + kept);
+        std::copy(begin, begin + count, result.intervals.data() + kept);
         result.first[line] = kept;
         kept += static_cast<std::uint32_t>(count);
     }
     result.first.back() = kept;
-    result.stretches.resize(kept);
+    result.intervals.resize(kept);
     return result;
 }
 
@@ -345,7 +345,7 @@ Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const
     if (!columns)
         return failure(columns);
     double sum = 0.0;
-    for (const Stretch& s : columns->stretches)
+    for (const Interval& s : columns->intervals)
         sum += double(s.high) - double(s.low);
     return sum * grid.step * grid.step;
 }

@@ -18,7 +18,7 @@ struct DeviceSolid
 };
 
 /// From seven channels on there are too many three-dimensional faces.
-inline constexpr int mostSolidChannels = 6;
+inline constexpr int maxSolidChannels = 6;
 
 /// Nodes for a solid of about as many tetrahedra as @p nodesPerAxis along each axis would make, and of
 /// at most some hundred thousand. An axis along which the map bends gets more of them than a straight
@@ -31,8 +31,8 @@ inline constexpr int mostSolidChannels = 6;
 [[nodiscard]] Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes,
                                               const Task& task);
 
-/// A stretch of a column that lies in the solid; values of L* and the tetrahedra that end there.
-struct Stretch
+/// A interval of a column that lies in the solid; values of L* and the tetrahedra that end there.
+struct Interval
 {
     float low;
     float high;
@@ -40,11 +40,11 @@ struct Stretch
     std::int32_t highTetrahedron;
 };
 
-/// The stretches of each column that lie in the solid, apart from each other and rising.
-struct Stretches
+/// The intervals of each column that lie in the solid, apart from each other and rising.
+struct LineIntervals
 {
-    std::vector<std::uint32_t> first; ///< column c has the stretches first[c] to first[c + 1]
-    std::vector<Stretch> stretches;
+    std::vector<std::uint32_t> first; ///< column c has the intervals first[c] to first[c + 1]
+    std::vector<Interval> intervals;
 };
 
 /// Parallel lines through space: line (i, j) has the places ( . , a0 + i step, b0 + j step).
@@ -64,15 +64,15 @@ struct LineGrid
 /// tetrahedra are all as large as the solid, would need hundreds of millions.
 struct CastBudget
 {
-    static constexpr std::size_t mostAtOnce = 3'000'000; ///< of one castThrough(); they are kept
+    static constexpr std::size_t maxPerCast = 3'000'000; ///< of one castThrough(); they are kept
     std::size_t left = 12'500'000;
 };
 
 /// Where the lines run inside of tetrahedra of @p points, whose first coordinate is along the lines.
 /// Fails with Cancelled, or with TooManyOverlaps if @p budget is exceeded.
-[[nodiscard]] Result<Stretches> castThrough(const std::vector<Vec3>& points,
-                                            const std::vector<std::array<int, 4>>& tetrahedra,
-                                            const LineGrid& grid, CastBudget& budget, const Task& task);
+[[nodiscard]] Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
+                                                const std::vector<std::array<int, 4>>& tetrahedra,
+                                                const LineGrid& grid, CastBudget& budget, const Task& task);
 
 /// Volume of the union of the tetrahedra in dE76 cubed, by columns along L*. Fails as castThrough().
 [[nodiscard]] Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task);

@@ -20,9 +20,9 @@ namespace {
 
 // Share of the volume that may run backwards before the image of the device cube's surface no longer
 // bounds the gamut. Real RGB spaces have none at all, encodings with clipped corners some percent.
-constexpr double largestFoldShare = 0.001;
+constexpr double maxFoldShare = 0.001;
 // Share of the volume that a surface may wind around other than once.
-constexpr double largestInvalidShare = 0.001;
+constexpr double maxInvalidShare = 0.001;
 // How far a hull's volume may be off what the device covers, which is measured on a coarser grid.
 constexpr double concaveSlack = 0.02;
 // Faces of a lattice surface from the default grid on: what it cuts off the solid's edges falls with them.
@@ -41,7 +41,7 @@ DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
     return result;
 }
 
-Result<WindingCheck> windingOf(const SurfaceMesh& mesh, const Task& task)
+Result<WindingCheck> windingOf(const Mesh& mesh, const Task& task)
 {
     const LatticeBox box = boundsOf(latticePoints(mesh));
     const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
@@ -53,9 +53,9 @@ Result<WindingCheck> windingOf(const SurfaceMesh& mesh, const Task& task)
     return checkWinding(*columns, grid);
 }
 
-Result<bool> crossesItself(const SurfaceMesh& mesh, const Task& task)
+Result<bool> hasIntersections(const Mesh& mesh, const Task& task)
 {
-    const auto crossings = countCrossings(mesh, 1, task);
+    const auto crossings = countIntersections(mesh, 1, task);
     if (!crossings)
         return failure(crossings);
     return *crossings > 0;
@@ -69,23 +69,23 @@ enum class CoincidentSheets
 
 // Sheets that coincide do not cross; where three do, the surface winds once or three times, and the winding
 // number alone does not tell. A refined surface is therefore checked for coincident sheets as well.
-Result<bool> isSimple(const SurfaceMesh& mesh, CoincidentSheets coincident, const Task& task)
+Result<bool> isSimple(const Mesh& mesh, CoincidentSheets coincident, const Task& task)
 {
     const auto check = windingOf(mesh, task);
     if (!check)
         return failure(check);
-    if (check->invalidVolume > largestInvalidShare * check->insideVolume)
+    if (check->invalidVolume > maxInvalidShare * check->insideVolume)
         return false;
     if (coincident == CoincidentSheets::Refused &&
-        check->coincidentArea > largestInvalidShare * check->coveredArea)
+        check->coincidentArea > maxInvalidShare * check->coveredArea)
         return false;
-    const auto crosses = crossesItself(mesh, task);
+    const auto crosses = hasIntersections(mesh, task);
     if (!crosses)
         return failure(crosses);
     return !*crosses;
 }
 
-void lookOutwards(SurfaceMesh& mesh)
+void lookOutwards(Mesh& mesh)
 {
     if (signedVolume(mesh) < 0.0)
         flip(mesh);
@@ -135,14 +135,14 @@ private:
         if (!mesh)
             return failure(mesh);
         lookOutwards(*mesh);
-        if (folds->foldShare > largestFoldShare)
+        if (folds->foldShare > maxFoldShare)
             return false;
         const auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
         if (!simple || !*simple)
             return simple;
         m_task.setProgress(0.6);
         const std::size_t nodes = m_nodes.front().size();
-        const SurfaceMesh coarse = thinnedCubeMesh(*mesh, nodes, halfOf(nodes));
+        const Mesh coarse = thinnedCubeMesh(*mesh, nodes, halfOf(nodes));
         take(std::move(*mesh), coarse, KVGamut::Method::DeviceMesh);
         return true;
     }
@@ -154,7 +154,7 @@ private:
         int count = m_record.gridPoints;
         if (channels >= manyChannels)
             count = nodesForOutermostFaces(channels, count);
-        while (channels < manyChannels && hullSampleCount(channels, count) > mostHullSamples(channels))
+        while (channels < manyChannels && hullSampleCount(channels, count) > maxHullSamples(channels))
             --count;
         if (count == m_record.gridPoints && channels != 3)
             return {};
@@ -182,7 +182,7 @@ private:
         const auto coarse = radialHull(m_transform, halved(), m_task.part(0.55, 0.7));
         if (!coarse)
             return failure(coarse);
-        if (m_transform.channels() > mostSolidChannels)
+        if (m_transform.channels() > maxSolidChannels)
             if (const auto filled = checkFilled(*mesh, *coarse); !filled)
                 return filled;
         take(std::move(*mesh), *coarse, KVGamut::Method::RadialHull);
@@ -191,7 +191,7 @@ private:
 
     // Of more channels than a solid can be made of: whether the device shows what the hull encloses, and
     // the hull encloses what the device shows.
-    Result<void> checkFilled(const SurfaceMesh& hull, const SurfaceMesh& coarse)
+    Result<void> checkFilled(const Mesh& hull, const Mesh& coarse)
     {
         const auto reached = reachedVolume(hull, m_transform, m_task.part(0.7, 0.75));
         if (!reached)
@@ -204,10 +204,10 @@ private:
     }
 
     // A hull of what no centre sees all of is a surface too, but around too much, or through itself.
-    Result<bool> isStarShaped(const SurfaceMesh& hull)
+    Result<bool> isStarShaped(const Mesh& hull)
     {
         const int channels = m_transform.channels();
-        if (channels > mostSolidChannels) {
+        if (channels > maxSolidChannels) {
             const auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
             if (simple && !*simple)
                 return failure(KVProblemCode::SurfaceSelfIntersects);
@@ -257,8 +257,8 @@ private:
         const auto coarse = latticeSurface(half, 2.0 * *pitch, m_castBudget, m_task.part(0.72, 0.75));
         if (!coarse)
             return failure(coarse);
-        keepNoteworthyParts(*mesh);
-        const auto crosses = crossesItself(*mesh, m_task);
+        removeTinyComponents(*mesh);
+        const auto crosses = hasIntersections(*mesh, m_task);
         if (!crosses)
             return failure(crosses);
         if (*crosses)
@@ -276,7 +276,7 @@ private:
         for (int i = 0; i < m_request.refinements; ++i) {
             if (m_record.method == KVGamut::Method::LatticeSurface)
                 return {};
-            SurfaceMesh finer = m_record.mesh;
+            Mesh finer = m_record.mesh;
             const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
             const auto refined = refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task);
             if (!refined)
@@ -314,7 +314,7 @@ private:
 
     // The error of both surfaces falls with the square of the step, so the finer one is off by a
     // third of their difference; half of it allows for what is not quite quadratic.
-    void take(SurfaceMesh mesh, const SurfaceMesh& coarse, KVGamut::Method method)
+    void take(Mesh mesh, const Mesh& coarse, KVGamut::Method method)
     {
         const double volume = signedVolume(mesh);
         const double common = commonError(method);

@@ -8,13 +8,12 @@
 
 namespace velmora {
 
-Result<void> checkSurface(const SurfaceMesh& mesh)
+Result<void> checkSurface(const Mesh& mesh)
 {
     if (mesh.triangles.empty())
         return failure(KVProblemCode::NoFaces);
-    for (const Vertex& v : mesh.lab)
-        if (!isFinite(toVec3(v)) ||
-            std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(largestLab))
+    for (const LabPoint& v : mesh.lab)
+        if (!isFinite(toVec3(v)) || std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(maxLab))
             return failure(KVProblemCode::VertexOutOfRange);
     const MeshTopology shape = topology(mesh);
     if (!shape.indicesValid)

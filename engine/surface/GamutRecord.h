@@ -10,12 +10,12 @@
 
 namespace velmora {
 
-using Ramp = std::vector<Vertex>;
+using Ramp = std::vector<LabPoint>;
 
 /// All that a gamut is; what can be derived from it is derived again when it is restored.
 struct GamutRecord
 {
-    SurfaceMesh mesh;
+    Mesh mesh;
     KVGamut::Method method = KVGamut::Method::None;
     KVVMRenderType intent = KVVMRenderRelativeColorimetric;
     bool blackPointCompensation = false;
@@ -24,9 +24,9 @@ struct GamutRecord
     double foldShare = 0.0;
     double volumeUncertainty = 0.0;
     double seconds = 0.0;
-    Vertex white;
-    Vertex black;
-    Vertex origin; ///< the device colour without colorants
+    LabPoint white;
+    LabPoint black;
+    LabPoint origin; ///< the device colour without colorants
     std::vector<Ramp> primaries;
 };
 
@@ -35,6 +35,6 @@ inline constexpr double minVolume = 1.0;
 
 /// Checks that a surface is closed, manifold, oriented outwards, within the range of Lab, and that it
 /// encloses at least minVolume.
-[[nodiscard]] Result<void> checkSurface(const SurfaceMesh& mesh);
+[[nodiscard]] Result<void> checkSurface(const Mesh& mesh);
 
 } // namespace velmora

@@ -143,12 +143,12 @@ public:
             const Lines lines(m_lattice, directions[d]);
             std::transform(m_solid.points.begin(), m_solid.points.end(), points.begin(),
                            [&lines](Vec3 p) { return lines.sheared(p); });
-            const auto stretches = castThrough(points, tetrahedra, lines.grid(), budget, task);
-            if (!stretches)
-                return failure(stretches);
+            const auto intervals = castThrough(points, tetrahedra, lines.grid(), budget, task);
+            if (!intervals)
+                return failure(intervals);
             if (d == 0)
-                occupy(lines, *stretches);
-            addVertices(d, lines, *stretches, tetrahedra);
+                occupy(lines, *intervals);
+            addVertices(d, lines, *intervals, tetrahedra);
             if (d == 0)
                 keepThoseAtTheSurface(tetrahedra);
             task.setProgress(double(d + 1) / double(directions.size() + 1));
@@ -168,7 +168,7 @@ public:
         return {};
     }
 
-    SurfaceMesh takeMesh() { return std::move(m_mesh); }
+    Mesh takeMesh() { return std::move(m_mesh); }
 
 private:
     struct Crossing
@@ -177,18 +177,18 @@ private:
         int vertex;
     };
 
-    void occupy(const Lines& lines, const Stretches& columns)
+    void occupy(const Lines& lines, const LineIntervals& columns)
     {
         m_occupied.assign(m_lattice.size(), 0);
         for (int j = 0; j < m_lattice.counts[1]; ++j)
             for (int k = 0; k < m_lattice.counts[2]; ++k) {
                 const std::size_t line = lines.lineOf({0, j, k});
                 for (std::uint32_t s = columns.first[line]; s < columns.first[line + 1]; ++s) {
-                    const Stretch& stretch = columns.stretches[s];
+                    const Interval& interval = columns.intervals[s];
                     const auto from = static_cast<int>(
-                        std::ceil((double(stretch.low) - m_lattice.origin.L) / m_lattice.pitch));
+                        std::ceil((double(interval.low) - m_lattice.origin.L) / m_lattice.pitch));
                     const auto to = static_cast<int>(
-                        std::floor((double(stretch.high) - m_lattice.origin.L) / m_lattice.pitch));
+                        std::floor((double(interval.high) - m_lattice.origin.L) / m_lattice.pitch));
                     for (int i = from; i <= to; ++i)
                         m_occupied[m_lattice.node(i, j, k)] = 1;
                 }
@@ -237,7 +237,7 @@ private:
         return corners;
     }
 
-    void addVertices(std::size_t direction, const Lines& lines, const Stretches& stretches,
+    void addVertices(std::size_t direction, const Lines& lines, const LineIntervals& intervals,
                      const std::vector<std::array<int, 4>>& tetrahedra)
     {
         const Step& d = directions[direction];
@@ -248,14 +248,14 @@ private:
             const double from = lines.placeOf(n);
             const bool leaves = m_occupied[node] != 0;
             const std::size_t line = lines.lineOf(n);
-            const Stretch* begin = stretches.stretches.data() + stretches.first[line];
-            const Stretch* end = stretches.stretches.data() + stretches.first[line + 1];
+            const Interval* begin = intervals.intervals.data() + intervals.first[line];
+            const Interval* end = intervals.intervals.data() + intervals.first[line + 1];
             // By rounding a line may miss what the column through the node has met; then the surface
             // is at the node.
             double place = leaves ? from : from + m_lattice.pitch;
             int tetrahedron = -1;
-            for (const Stretch* s = begin; s != end; ++s)
-                if (double(s->low) <= place + smallestDoubt && place <= double(s->high) + smallestDoubt) {
+            for (const Interval* s = begin; s != end; ++s)
+                if (double(s->low) <= place + placeTolerance && place <= double(s->high) + placeTolerance) {
                     tetrahedron = leaves ? s->highTetrahedron : s->lowTetrahedron;
                     place = double(leaves ? s->high : s->low);
                     break;
@@ -378,19 +378,18 @@ private:
         }
     }
 
-    static constexpr double smallestDoubt = 1e-3; // dE; what counts as the place of a node
+    static constexpr double placeTolerance = 1e-3; // dE; what counts as the place of a node
 
     const DeviceSolid& m_solid;
     Lattice m_lattice;
     std::vector<char> m_occupied;
     std::array<std::vector<Crossing>, 7> m_crossings; // sorted by node
-    SurfaceMesh m_mesh;
+    Mesh m_mesh;
 };
 
 } // namespace
 
-Result<SurfaceMesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget,
-                                   const Task& task)
+Result<Mesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget, const Task& task)
 {
     Marcher marcher(solid, pitch);
     if (const auto found = marcher.findCrossings(budget, task); !found)
@@ -417,13 +416,13 @@ Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget&
         return failure(mesh);
     if (mesh->triangles.empty())
         return failure(KVProblemCode::TooSmall);
-    constexpr double mostNodes = 6e6;
+    constexpr double maxNodes = 6e6;
     const Vec3 box = high - low + trial * Vec3{1, 1, 1};
-    return std::max(std::cbrt(box.L * box.a * box.b / mostNodes),
+    return std::max(std::cbrt(box.L * box.a * box.b / maxNodes),
                     trial * std::sqrt(double(mesh->triangles.size()) / faces));
 }
 
-void keepNoteworthyParts(SurfaceMesh& mesh)
+void removeTinyComponents(Mesh& mesh)
 {
     const auto neighbours = triangleNeighbours(mesh);
     std::vector<int> part(mesh.triangles.size(), -1);
@@ -451,11 +450,11 @@ void keepNoteworthyParts(SurfaceMesh& mesh)
         }
         volumes.push_back(volume);
     }
-    constexpr double noteworthy = 1e-4;
-    const double least = noteworthy * signedVolume(mesh);
+    constexpr double minShare = 1e-4;
+    const double minComponent = minShare * signedVolume(mesh);
     std::vector<Triangle> kept;
     for (std::size_t f = 0; f < part.size(); ++f)
-        if (std::abs(volumes[static_cast<std::size_t>(part[f])]) >= least)
+        if (std::abs(volumes[static_cast<std::size_t>(part[f])]) >= minComponent)
             kept.push_back(mesh.triangles[f]);
     mesh.triangles = std::move(kept);
     dropUnusedVertices(mesh);

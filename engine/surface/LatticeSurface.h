@@ -14,9 +14,9 @@ namespace velmora {
 /// Every face lies within one of the lattice's tetrahedra, and the vertices within its edges, away
 /// from their ends. So the surface is closed and manifold and cannot meet itself.
 /// @param pitch of the lattice, dE
-/// @return a surface that may have parts of no substance, for keepNoteworthyParts(); fails as castThrough()
-[[nodiscard]] Result<SurfaceMesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget,
-                                                 const Task& task);
+/// @return a surface that may have parts of no substance, for removeTinyComponents(); fails as castThrough()
+[[nodiscard]] Result<Mesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget,
+                                          const Task& task);
 
 /// The pitch at which the lattice surface of a solid has about so many faces.
 /// Fails as castThrough(), or with TooSmall if the solid encloses nothing.
@@ -25,6 +25,6 @@ namespace velmora {
 
 /// Drops the parts of a surface that enclose less than a ten-thousandth of what it encloses in all:
 /// pockets between the tetrahedra of a solid that folds, and their crumbs.
-void keepNoteworthyParts(SurfaceMesh& mesh);
+void removeTinyComponents(Mesh& mesh);
 
 } // namespace velmora

@@ -27,10 +27,10 @@ Vec3 centreOf(const std::vector<Vec3>& points)
 
 std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
 {
-    double farthest = 0.0;
+    double maxRadius = 0.0;
     for (const Vec3& p : points)
-        farthest = std::max(farthest, length(p - centre));
-    const double scale = largestHullCoordinate / std::max(1e-300, std::pow(farthest, exponent));
+        maxRadius = std::max(maxRadius, length(p - centre));
+    const double scale = maxHullCoordinate / std::max(1e-300, std::pow(maxRadius, exponent));
     std::vector<HullPoint> result;
     result.reserve(points.size());
     for (const Vec3& p : points) {
@@ -38,8 +38,8 @@ std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
         const double r = length(d);
         const double s = r > 1e-9 ? scale * std::pow(r, exponent - 1.0) : 0.0;
         const auto coordinate = [s](double v) {
-            return std::clamp(static_cast<std::int32_t>(std::lround(s * v)), -largestHullCoordinate,
-                              largestHullCoordinate);
+            return std::clamp(static_cast<std::int32_t>(std::lround(s * v)), -maxHullCoordinate,
+                              maxHullCoordinate);
         };
         result.push_back({coordinate(d.L), coordinate(d.a), coordinate(d.b)});
     }
@@ -106,7 +106,7 @@ std::vector<float> cubeSamples(const DeviceNodes& nodes)
     return samples;
 }
 
-std::size_t mostHullSamples(int channels)
+std::size_t maxHullSamples(int channels)
 {
     constexpr std::array<std::size_t, 5> fromEleven{64'000, 40'000, 20'000, 12'000, 8'000};
     return channels <= 10 ? 100'000 : fromEleven[static_cast<std::size_t>(std::min(channels, 15) - 11)];
@@ -131,7 +131,7 @@ std::size_t samplesPerFace(std::size_t nodesPerAxis)
 int nodesForOutermostFaces(int channels, int wanted)
 {
     constexpr double spare = 3.0; // inks are no mere mixtures, and which faces are outermost is a guess
-    const double perFace = double(mostHullSamples(channels)) / (spare * facesOfMixtures(channels));
+    const double perFace = double(maxHullSamples(channels)) / (spare * facesOfMixtures(channels));
     return std::clamp(static_cast<int>(std::sqrt(perFace)) + 1, 3, wanted);
 }
 
@@ -141,10 +141,10 @@ namespace {
 std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
 {
     const Vec3 centre = centreOf(points);
-    double farthest = 1e-9;
+    double maxRadius = 1e-9;
     for (const Vec3& p : points)
-        farthest = std::max(farthest, length(p - centre));
-    const double scale = (largestHullCoordinate - 1) / farthest;
+        maxRadius = std::max(maxRadius, length(p - centre));
+    const double scale = (maxHullCoordinate - 1) / maxRadius;
     std::vector<HullPoint> scaled;
     for (const Vec3& p : points) {
         const Vec3 d = scale * (p - centre);
@@ -169,7 +169,7 @@ std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
     std::vector<double> depths;
     depths.reserve(points.size());
     for (const Vec3& p : points) {
-        double depth = farthest;
+        double depth = maxRadius;
         for (const Plane& plane : planes)
             depth = std::min(depth, plane.offset - dot(plane.normal, p));
         depths.push_back(std::max(0.0, depth));
@@ -210,9 +210,9 @@ std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double
 // More faces than this add nothing, however few samples each has.
 std::size_t outermostFaceCount(int channels, std::size_t nodesPerAxis)
 {
-    constexpr double most = 6.0;
-    return std::min(mostHullSamples(channels) / samplesPerFace(nodesPerAxis),
-                    static_cast<std::size_t>(most * facesOfMixtures(channels)));
+    constexpr double maxFacesPerMixture = 6.0;
+    return std::min(maxHullSamples(channels) / samplesPerFace(nodesPerAxis),
+                    static_cast<std::size_t>(maxFacesPerMixture * facesOfMixtures(channels)));
 }
 
 // Device colours on faces of the hypercube, each once: with many channels a colour costs too much to be
@@ -268,8 +268,8 @@ Result<std::vector<Vec3>> cornerColours(const DeviceTransform& transform, const 
                                         const Task& task)
 {
     const int n = transform.channels();
-    constexpr int mostEvaluated = 13;
-    if (n <= mostEvaluated)
+    constexpr int maxEvaluated = 13;
+    if (n <= maxEvaluated)
         return transform.toLab(corners, task);
     const auto count = static_cast<std::size_t>(n);
     std::vector<float> alone((count + 1) * count, 0.0f);
@@ -311,14 +311,14 @@ Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const D
     const int channels = transform.channels();
     if (channels == 3)
         return cubeSamples(nodes);
-    if (hullSampleCount(channels, static_cast<int>(nodes[0].size())) <= mostHullSamples(channels))
+    if (hullSampleCount(channels, static_cast<int>(nodes[0].size())) <= maxHullSamples(channels))
         return hypercubeFaceSamples(nodes);
     return outermostFaceSamples(transform, nodes, task);
 }
 
 } // namespace
 
-Result<SurfaceMesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
+Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
 {
     auto samples = hullSamples(transform, nodes, task.part(0.0, 0.1));
     if (!samples)
@@ -331,7 +331,7 @@ Result<SurfaceMesh> radialHull(const DeviceTransform& transform, const DeviceNod
         return failure(hull);
     if (hull->empty())
         return failure(KVProblemCode::NoVolume);
-    SurfaceMesh mesh;
+    Mesh mesh;
     mesh.channels = transform.channels();
     mesh.device = std::move(*samples);
     mesh.lab.reserve(lab->size());

@@ -15,8 +15,8 @@ namespace velmora {
 /// reach its rim; the convex hull of that; the samples' own coordinates back (after Balasubramanian and
 /// Dalal 1997, "A method for quantifying the color gamut of an output device", with a milder exponent).
 /// Fails with NoVolume if the samples lie in one plane.
-[[nodiscard]] Result<SurfaceMesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                             const Task& task);
+[[nodiscard]] Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                      const Task& task);
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
 std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
@@ -29,10 +29,10 @@ std::size_t hullSampleCount(int channels, int nodesPerAxis);
 /// and nearly all of them lie deep inside; beyond this many samples only the outermost faces are taken,
 /// those whose corners lie least below the convex hull of all corners. From eleven channels on a colour
 /// costs Little CMS tens of microseconds, twice as many for each further channel, and the budget falls.
-std::size_t mostHullSamples(int channels);
+std::size_t maxHullSamples(int channels);
 
 /// The nodes per axis with which the outermost faces of a device of many channels, three times as
-/// many as a zonotope of so many vectors has on its surface, keep to mostHullSamples(). What faces have in
+/// many as a zonotope of so many vectors has on its surface, keep to maxHullSamples(). What faces have in
 /// common is sampled once.
 int nodesForOutermostFaces(int channels, int wanted);
 

@@ -6,9 +6,9 @@
 
 namespace velmora {
 
-Result<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task)
+Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform, const Task& task)
 {
-    SurfaceMesh images = mesh;
+    Mesh images = mesh;
     if (const auto halved = halveBridges(images, transform, task); !halved)
         return failure(halved);
     return signedVolume(images);

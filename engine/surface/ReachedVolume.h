@@ -15,7 +15,7 @@ namespace velmora {
 /// the faces, and nothing is missing; where a face bridges a hollow, its image runs through the solid
 /// around it. The faces' images are taken from the middles of those edges that do not lie on one
 /// two-dimensional face of the device hypercube; that is few colours, however many channels there are.
-[[nodiscard]] Result<double> reachedVolume(const SurfaceMesh& mesh, const DeviceTransform& transform,
+[[nodiscard]] Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform,
                                            const Task& task);
 
 } // namespace velmora

@@ -7,7 +7,7 @@ namespace velmora {
 namespace {
 
 // Beyond this many faces a mesh is fine enough, whatever the edges.
-constexpr std::size_t mostTriangles = 2'000'000;
+constexpr std::size_t maxTriangles = 2'000'000;
 
 bool onOneDeviceFace(const float* p, const float* q, int channels)
 {
@@ -26,9 +26,7 @@ public:
         AcrossDeviceFaces
     };
 
-    Round(SurfaceMesh& mesh, double maxEdge, Edges edges) : m_mesh(mesh), m_maxEdge(maxEdge), m_edges(edges)
-    {
-    }
+    Round(Mesh& mesh, double maxEdge, Edges edges) : m_mesh(mesh), m_maxEdge(maxEdge), m_edges(edges) {}
 
     // The vertices that this round adds, as device colours behind those that the mesh has.
     void findMidpoints()
@@ -109,7 +107,7 @@ private:
         return found == m_midpoint.end() ? -1 : found->second;
     }
 
-    SurfaceMesh& m_mesh;
+    Mesh& m_mesh;
     double m_maxEdge;
     Edges m_edges;
     std::unordered_map<std::uint64_t, int> m_midpoint;
@@ -117,10 +115,10 @@ private:
 
 } // namespace
 
-Result<void> refine(SurfaceMesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds,
+Result<void> refine(Mesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds,
                     const Task& task)
 {
-    for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= mostTriangles; ++i) {
+    for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= maxTriangles; ++i) {
         Round round(mesh, maxEdge, Round::Edges::WithinDeviceFaces);
         round.findMidpoints();
         if (!round.found())
@@ -132,7 +130,7 @@ Result<void> refine(SurfaceMesh& mesh, const DeviceTransform& transform, double 
     return {};
 }
 
-Result<void> halveBridges(SurfaceMesh& mesh, const DeviceTransform& transform, const Task& task)
+Result<void> halveBridges(Mesh& mesh, const DeviceTransform& transform, const Task& task)
 {
     Round round(mesh, 0.0, Round::Edges::AcrossDeviceFaces);
     round.findMidpoints();

@@ -13,11 +13,11 @@ using cancelling::cancelledAfter;
 
 namespace {
 
-constexpr int finestGrid = 129;
+constexpr int maxGrid = 129;
 
 void expectSoonEnded(const KVProfilePtr& profile, float maxEdge)
 {
-    const auto runs = cancelledAfter({0.05, 0.25, 0.45, 0.65, 0.85}, profile, finestGrid, maxEdge);
+    const auto runs = cancelledAfter({0.05, 0.25, 0.45, 0.65, 0.85}, profile, maxGrid, maxEdge);
     EXPECT_GE(runs.cancelled, 3);
     EXPECT_LE(runs.max.colours, 4096u);
     EXPECT_LE(runs.max.bytes, 256u << 20);

@@ -15,6 +15,7 @@
 #include <random>
 
 using namespace testprofiles;
+using KVGamut::Mesh;
 
 namespace {
 
@@ -140,14 +141,14 @@ namespace {
 
 std::size_t crossingsOf(const KVGamut::GamutObject& gamut)
 {
-    velmora::SurfaceMesh mesh;
+    Mesh mesh;
     for (const auto& face : gamut.faces()) {
         const int first = static_cast<int>(mesh.lab.size());
         for (const auto& node : face)
             mesh.lab.push_back({node.lab[0], node.lab[1], node.lab[2]});
         mesh.triangles.push_back({first, first + 1, first + 2});
     }
-    return velmora::countCrossings(mesh, 1000, {}).value();
+    return velmora::countIntersections(mesh, 1000, {}).value();
 }
 
 } // namespace

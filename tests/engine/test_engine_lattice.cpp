@@ -141,7 +141,7 @@ TEST_P(HardSolid, hasAClosedSurfaceOfItsOwnShape)
     EXPECT_TRUE(shape.closed && shape.manifold);
     EXPECT_EQ(shape.components, 1);
     EXPECT_EQ(shape.eulerCharacteristic, GetParam().euler);
-    EXPECT_EQ(countCrossings(record.mesh, 1000, {}).value(), 0u);
+    EXPECT_EQ(countIntersections(record.mesh, 1000, {}).value(), 0u);
 }
 
 TEST_P(HardSolid, containsWhatTheSolidContains)
@@ -294,13 +294,13 @@ TEST(ReachedVolume, isTheVolumeOfASolidWithoutHollows)
 {
     const MappedDevice inks = absorbingInks(4);
     const DeviceNodes nodes = equalisedNodes(inks, 17, smallEvenShare, {}).value();
-    const SurfaceMesh hull = radialHull(inks, nodes, {}).value();
+    const Mesh hull = radialHull(inks, nodes, {}).value();
     EXPECT_NEAR(reachedVolume(hull, inks, {}).value(), signedVolume(hull), 0.002 * signedVolume(hull));
 
     const Sector s{20, 80, 20, 50, 1.5 * M_PI};
     const MappedDevice crescent = sectorOfManyChannels(7, s);
     const DeviceNodes axes = equalisedNodes(crescent, 9, smallEvenShare, {}).value();
-    const SurfaceMesh filled = radialHull(crescent, axes, {}).value();
+    const Mesh filled = radialHull(crescent, axes, {}).value();
     EXPECT_GT(signedVolume(filled), 1.3 * s.volume());
     EXPECT_LT(reachedVolume(filled, crescent, {}).value(), 1.01 * s.volume());
 }
@@ -340,8 +340,8 @@ TEST(DeviceCubeMesh, thinnedIsTheMeshOfFewerNodes)
         DeviceNodes kept;
         for (const auto& axis : all)
             kept.push_back(thinnedAxis(axis, std::size_t(count)));
-        const SurfaceMesh expected = deviceCubeMesh(device, kept, {}).value();
-        const SurfaceMesh thin =
+        const Mesh expected = deviceCubeMesh(device, kept, {}).value();
+        const Mesh thin =
             thinnedCubeMesh(deviceCubeMesh(device, all, {}).value(), std::size_t(nodes), std::size_t(count));
         EXPECT_EQ(thin.device, expected.device);
         EXPECT_EQ(thin.triangles, expected.triangles);
@@ -373,7 +373,7 @@ TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
     grid.step = 2.5;
     grid.na = 30;
     grid.nb = 8;
-    const Stretches lines = castThrough(solid.points, solid.tetrahedra, grid, freshBudget(), {}).value();
+    const LineIntervals lines = castThrough(solid.points, solid.tetrahedra, grid, freshBudget(), {}).value();
     for (int j = 0; j < grid.nb; ++j)
         for (int i = 0; i < grid.na; ++i) {
             const double a = grid.a0 + i * grid.step;
@@ -381,8 +381,8 @@ TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
             const auto count = lines.first[line + 1] - lines.first[line];
             ASSERT_EQ(count, a < -20.0 || a > 30.0 ? 0u : 1u) << a;
             if (count == 1) {
-                EXPECT_NEAR(lines.stretches[lines.first[line]].low, 10.0f, 1e-3f);
-                EXPECT_NEAR(lines.stretches[lines.first[line]].high, 60.0f, 1e-3f);
+                EXPECT_NEAR(lines.intervals[lines.first[line]].low, 10.0f, 1e-3f);
+                EXPECT_NEAR(lines.intervals[lines.first[line]].high, 60.0f, 1e-3f);
             }
         }
 }
@@ -392,13 +392,13 @@ TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     const double edges = 4.0 * (50.0 + 50.0 + 20.0);
     for (double pitch : {4.0, 2.0, 1.0}) {
-        SurfaceMesh mesh = latticeSurface(solid, pitch, freshBudget(), {}).value();
+        Mesh mesh = latticeSurface(solid, pitch, freshBudget(), {}).value();
         const double missing = 50.0 * 50.0 * 20.0 - signedVolume(mesh);
         // No more than the half of a cell along each edge, and nothing too much.
         EXPECT_GE(missing, -1e-3);
         EXPECT_LE(missing, 0.5 * pitch * pitch * edges);
         const auto faces = mesh.triangles.size();
-        keepNoteworthyParts(mesh);
+        removeTinyComponents(mesh);
         EXPECT_EQ(mesh.triangles.size(), faces);
         EXPECT_EQ(topology(mesh).eulerCharacteristic, 2);
     }
@@ -414,16 +414,15 @@ TEST(LatticeSurface, hasAsManyFacesAsAskedFor)
 TEST(LatticeSurface, isRidOfItsCrumbs)
 {
     const DeviceSolid large = boxSolid({10, -20, 30}, {60, 30, 50});
-    SurfaceMesh mesh = latticeSurface(large, 2.0, freshBudget(), {}).value();
+    Mesh mesh = latticeSurface(large, 2.0, freshBudget(), {}).value();
     const auto faces = mesh.triangles.size();
-    const SurfaceMesh crumb =
-        latticeSurface(boxSolid({80, 0, 0}, {81, 1, 1}), 0.5, freshBudget(), {}).value();
+    const Mesh crumb = latticeSurface(boxSolid({80, 0, 0}, {81, 1, 1}), 0.5, freshBudget(), {}).value();
     const int shift = static_cast<int>(mesh.lab.size());
     mesh.lab.insert(mesh.lab.end(), crumb.lab.begin(), crumb.lab.end());
     mesh.device.insert(mesh.device.end(), crumb.device.begin(), crumb.device.end());
     for (const Triangle& t : crumb.triangles)
         mesh.triangles.push_back({t[0] + shift, t[1] + shift, t[2] + shift});
-    keepNoteworthyParts(mesh);
+    removeTinyComponents(mesh);
     EXPECT_EQ(mesh.triangles.size(), faces);
     EXPECT_EQ(mesh.lab.size(), static_cast<std::size_t>(shift));
     EXPECT_EQ(mesh.device.size(), static_cast<std::size_t>(shift) * 3);

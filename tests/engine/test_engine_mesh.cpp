@@ -29,9 +29,9 @@ namespace {
 
 // --- Solids ---------------------------------------------------------------------------------------
 
-SurfaceMesh boxMesh(Vertex low, Vertex high)
+Mesh boxMesh(LabPoint low, LabPoint high)
 {
-    SurfaceMesh mesh;
+    Mesh mesh;
     mesh.channels = 3;
     for (int i = 0; i < 8; ++i)
         mesh.lab.push_back({i & 1 ? high.L : low.L, i & 2 ? high.a : low.a, i & 4 ? high.b : low.b});
@@ -40,9 +40,9 @@ SurfaceMesh boxMesh(Vertex low, Vertex high)
     return mesh;
 }
 
-SurfaceMesh joined(const SurfaceMesh& p, const SurfaceMesh& q)
+Mesh joined(const Mesh& p, const Mesh& q)
 {
-    SurfaceMesh mesh = p;
+    Mesh mesh = p;
     const int shift = static_cast<int>(p.lab.size());
     mesh.lab.insert(mesh.lab.end(), q.lab.begin(), q.lab.end());
     for (const Triangle& t : q.triangles)
@@ -51,9 +51,9 @@ SurfaceMesh joined(const SurfaceMesh& p, const SurfaceMesh& q)
 }
 
 // A ring of `segments` square prisms around the L* axis.
-SurfaceMesh torusMesh(int segments)
+Mesh torusMesh(int segments)
 {
-    SurfaceMesh mesh;
+    Mesh mesh;
     mesh.channels = 3;
     for (int i = 0; i < segments; ++i) {
         const double angle = 2.0 * M_PI * i / segments;
@@ -131,7 +131,7 @@ std::vector<HullPoint> randomBall(int count, unsigned seed, double low)
     std::vector<HullPoint> points;
     for (int i = 0; i < count; ++i) {
         const double x = any(random), y = any(random), z = any(random);
-        const double s = radius(random) * (largestHullCoordinate - 1) / std::sqrt(x * x + y * y + z * z);
+        const double s = radius(random) * (maxHullCoordinate - 1) / std::sqrt(x * x + y * y + z * z);
         points.push_back({std::int32_t(s * x), std::int32_t(s * y), std::int32_t(s * z)});
     }
     return points;
@@ -175,15 +175,14 @@ TEST(ConvexHull, ofAThinSliceOfTheLatticeIsExact)
 {
     // A disc one lattice unit thick: floating point alone would see it as flat here and there.
     std::mt19937 random(3);
-    std::uniform_int_distribution<std::int32_t> wide(-largestHullCoordinate, largestHullCoordinate),
-        thin(0, 1);
+    std::uniform_int_distribution<std::int32_t> wide(-maxHullCoordinate, maxHullCoordinate), thin(0, 1);
     std::vector<HullPoint> points;
     for (int i = 0; i < 800; ++i)
         points.push_back({wide(random), wide(random), thin(random)});
     EXPECT_TRUE(isClosedAndConvex(points, convexHull(points, {}).value()));
 }
 
-TEST(ConvexHull, ofWhatSpansNoSpaceIsEmpty)
+TEST(ConvexHull, ofDegenerateInputIsEmpty)
 {
     EXPECT_TRUE(convexHull({}, {}).value().empty());
     EXPECT_TRUE(convexHull({{1, 2, 3}}, {}).value().empty());
@@ -242,7 +241,7 @@ TEST(Orientation, putsEveryColumnOnOneSideOfEveryEdge)
 
 TEST(MeshChecks, tellSoundSurfaces)
 {
-    const SurfaceMesh box = boxMesh({0, 0, 0}, {10, 20, 30});
+    const Mesh box = boxMesh({0, 0, 0}, {10, 20, 30});
     MeshTopology t = topology(box);
     EXPECT_TRUE(t.indicesValid && t.closed && t.manifold);
     EXPECT_EQ(t.components, 1);
@@ -261,30 +260,30 @@ TEST(MeshChecks, tellSoundSurfaces)
 
 TEST(MeshChecks, seeEveryKindOfDamage)
 {
-    const SurfaceMesh box = boxMesh({0, 0, 0}, {10, 20, 30});
-    SurfaceMesh hole = box;
+    const Mesh box = boxMesh({0, 0, 0}, {10, 20, 30});
+    Mesh hole = box;
     hole.triangles.pop_back();
     EXPECT_FALSE(topology(hole).closed);
 
-    SurfaceMesh turned = box;
+    Mesh turned = box;
     std::swap(turned.triangles[3][0], turned.triangles[3][1]);
     EXPECT_FALSE(topology(turned).closed);
 
-    SurfaceMesh twice = box;
+    Mesh twice = box;
     twice.triangles.push_back(twice.triangles[0]);
     EXPECT_FALSE(topology(twice).closed);
 
     for (int bad : {-1, 8, 1 << 30}) {
-        SurfaceMesh wrong = box;
+        Mesh wrong = box;
         wrong.triangles[5][1] = bad;
         EXPECT_FALSE(topology(wrong).indicesValid);
     }
-    SurfaceMesh flat = box;
+    Mesh flat = box;
     flat.triangles[0][1] = flat.triangles[0][0];
     EXPECT_FALSE(topology(flat).indicesValid);
 
     // Two boxes that share one vertex: closed, but not manifold there.
-    SurfaceMesh touching = joined(box, boxMesh({10, 20, 30}, {20, 40, 60}));
+    Mesh touching = joined(box, boxMesh({10, 20, 30}, {20, 40, 60}));
     for (Triangle& t : touching.triangles)
         for (int& v : t)
             if (v == 8)
@@ -300,7 +299,7 @@ TEST(MeshChecks, seeEveryKindOfDamage)
 
 namespace {
 
-WindingCheck windingOf(const SurfaceMesh& mesh, double pitch)
+WindingCheck windingOf(const Mesh& mesh, double pitch)
 {
     const ColumnGrid grid = columnsOver(boundsOf(latticePoints(mesh)), pitch);
     return checkWinding(castColumns(mesh, grid, {}).value(), grid);
@@ -310,20 +309,20 @@ WindingCheck windingOf(const SurfaceMesh& mesh, double pitch)
 
 TEST(Columns, measureTheVolumeOfASolid)
 {
-    const SurfaceMesh box = boxMesh({10, -20, 30}, {50, 30, 70});
+    const Mesh box = boxMesh({10, -20, 30}, {50, 30, 70});
     const WindingCheck check = windingOf(box, 1.0);
     EXPECT_NEAR(check.insideVolume, 40.0 * 50.0 * 40.0, 1e-3);
     EXPECT_EQ(check.invalidVolume, 0.0);
-    const SurfaceMesh torus = torusMesh(60);
+    const Mesh torus = torusMesh(60);
     EXPECT_NEAR(windingOf(torus, 0.1).insideVolume, signedVolume(torus), 1e-3 * signedVolume(torus));
 }
 
 TEST(Columns, seeASurfaceThatPassesThroughItself)
 {
     // Two boxes in one mesh share 10 x 20 x 30; there the surface winds twice.
-    const SurfaceMesh both = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({30, 20, 10}, {70, 60, 80}));
+    const Mesh both = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({30, 20, 10}, {70, 60, 80}));
     EXPECT_NEAR(windingOf(both, 0.5).invalidVolume, 10.0 * 20.0 * 30.0, 1.0);
-    SurfaceMesh inverted = boxMesh({0, 0, 0}, {40, 40, 40});
+    Mesh inverted = boxMesh({0, 0, 0}, {40, 40, 40});
     flip(inverted);
     EXPECT_NEAR(windingOf(inverted, 0.5).invalidVolume, 64000.0, 1.0);
 }
@@ -331,7 +330,7 @@ TEST(Columns, seeASurfaceThatPassesThroughItself)
 TEST(Columns, seeSheetsThatLieUponEachOther)
 {
     // The upper box stands on a quarter of the lower one.
-    const SurfaceMesh stacked = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({40, 0, 0}, {60, 20, 20}));
+    const Mesh stacked = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({40, 0, 0}, {60, 20, 20}));
     const WindingCheck check = windingOf(stacked, 0.5);
     EXPECT_EQ(check.invalidVolume, 0.0);
     EXPECT_NEAR(check.coveredArea, 1600.0, 40.0);
@@ -356,9 +355,9 @@ MappedDevice boxWithADetour()
 TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
 {
     const MappedDevice device = boxWithADetour();
-    SurfaceMesh finer = deviceCubeMesh(device, {{0, 0.5f, 1}, {0, 0.5f, 1}, {0, 0.5f, 1}}, {}).value();
+    Mesh finer = deviceCubeMesh(device, {{0, 0.5f, 1}, {0, 0.5f, 1}, {0, 0.5f, 1}}, {}).value();
     ASSERT_TRUE(refine(finer, device, 1.0, 1, {}));
-    EXPECT_EQ(countCrossings(finer, 1, {}).value(), 0u); // nor does it wind more than once
+    EXPECT_EQ(countIntersections(finer, 1, {}).value(), 0u); // nor does it wind more than once
     EXPECT_GT(windingOf(finer, 1.0).coincidentArea, 1000.0);
 
     GamutRequest request;
@@ -376,7 +375,7 @@ TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
 TEST(Columns, passThroughVerticesAndEdgesOnce)
 {
     // The columns of an integer grid hit every vertex and edge of this box.
-    const SurfaceMesh box = boxMesh({0, 0, 0}, {4, 4, 4});
+    const Mesh box = boxMesh({0, 0, 0}, {4, 4, 4});
     ColumnGrid grid;
     grid.a0 = grid.b0 = -65536;
     grid.step = 65536;
@@ -411,7 +410,7 @@ bool edgePierces(Vec3 p, Vec3 q, const std::array<Vec3, 3>& t)
     return x > 0.0 && y > 0.0 && x + y < 1.0 && z > 0.0 && z < 1.0;
 }
 
-std::size_t slowCrossings(const SurfaceMesh& mesh)
+std::size_t slowCrossings(const Mesh& mesh)
 {
     std::vector<std::array<Vec3, 3>> triangles;
     for (const Triangle& t : mesh.triangles)
@@ -437,7 +436,7 @@ TEST(SelfIntersection, isFoundWhereALookAtEveryPairFindsIt)
     std::mt19937 random(31);
     std::uniform_real_distribution<double> any(-100.0, 100.0), near(-15.0, 15.0);
     for (int round = 0; round < 5; ++round) {
-        SurfaceMesh soup;
+        Mesh soup;
         for (int i = 0; i < 600; ++i) {
             const Vec3 middle{any(random), any(random), any(random)};
             for (int c = 0; c < 3; ++c)
@@ -446,51 +445,52 @@ TEST(SelfIntersection, isFoundWhereALookAtEveryPairFindsIt)
         }
         const std::size_t expected = slowCrossings(soup);
         EXPECT_GT(expected, 20u);
-        EXPECT_EQ(countCrossings(soup, all, {}).value(), expected);
-        EXPECT_EQ(countCrossings(soup, 7, {}).value(), 7u);
+        EXPECT_EQ(countIntersections(soup, all, {}).value(), expected);
+        EXPECT_EQ(countIntersections(soup, 7, {}).value(), 7u);
     }
 }
 
 TEST(SelfIntersection, isSeenWhereSolidsOverlapAndNowhereElse)
 {
-    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
-    EXPECT_EQ(countCrossings(box, all, {}).value(), 0u);
-    EXPECT_EQ(countCrossings(torusMesh(60), all, {}).value(), 0u);
-    EXPECT_GT(countCrossings(joined(box, boxMesh({30, 20, 10}, {70, 60, 80})), all, {}).value(), 0u);
-    EXPECT_EQ(countCrossings(joined(box, boxMesh({10, 10, 10}, {20, 20, 20})), all, {}).value(),
-              0u);                                                                                  // within
-    EXPECT_EQ(countCrossings(joined(box, boxMesh({40, 0, 0}, {80, 40, 40})), all, {}).value(), 0u); // beside
-    EXPECT_EQ(countCrossings({}, all, {}).value(), 0u);
+    const Mesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    EXPECT_EQ(countIntersections(box, all, {}).value(), 0u);
+    EXPECT_EQ(countIntersections(torusMesh(60), all, {}).value(), 0u);
+    EXPECT_GT(countIntersections(joined(box, boxMesh({30, 20, 10}, {70, 60, 80})), all, {}).value(), 0u);
+    EXPECT_EQ(countIntersections(joined(box, boxMesh({10, 10, 10}, {20, 20, 20})), all, {}).value(),
+              0u); // within
+    EXPECT_EQ(countIntersections(joined(box, boxMesh({40, 0, 0}, {80, 40, 40})), all, {}).value(),
+              0u); // beside
+    EXPECT_EQ(countIntersections({}, all, {}).value(), 0u);
 }
 
 TEST(SelfIntersection, ofTheSmallestKindIsSeen)
 {
     // A tip that reaches one lattice unit through a face.
-    SurfaceMesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
+    Mesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
     const float unit = 1.0f / 65536.0f;
     mesh.lab.insert(mesh.lab.end(), {{40.0f - unit, 13.0f, 21.0f}, {60, 10, 20}, {60, 16, 20}});
     mesh.triangles.push_back({8, 9, 10});
-    EXPECT_EQ(countCrossings(mesh, all, {}).value(), 1u);
+    EXPECT_EQ(countIntersections(mesh, all, {}).value(), 1u);
     mesh.lab[8].L = 40.0f;
-    EXPECT_EQ(countCrossings(mesh, all, {}).value(), 0u); // touches
+    EXPECT_EQ(countIntersections(mesh, all, {}).value(), 0u); // touches
 }
 
 // Corners of a real mesh: fans that lie flat, sharp ones, and sheets that pass between them.
 TEST(SelfIntersection, isFoundWhereverOneSolidIsPushedIntoAnother)
 {
-    const SurfaceMesh ring = torusMesh(24);
+    const Mesh ring = torusMesh(24);
     std::mt19937 random(5);
     std::uniform_real_distribution<double> any(-25.0, 25.0);
     int crossing = 0;
     for (int round = 0; round < 40; ++round) {
-        SurfaceMesh moved = torusMesh(17);
+        Mesh moved = torusMesh(17);
         const Vec3 shift{any(random), 2.0 * any(random), any(random)};
-        for (Vertex& v : moved.lab)
+        for (LabPoint& v : moved.lab)
             v = snapped(toVec3(v) + shift);
-        const SurfaceMesh both = joined(ring, moved);
+        const Mesh both = joined(ring, moved);
         const std::size_t expected = slowCrossings(both);
         crossing += expected > 0;
-        EXPECT_EQ(countCrossings(both, all, {}).value(), expected) << round;
+        EXPECT_EQ(countIntersections(both, all, {}).value(), expected) << round;
     }
     EXPECT_GT(crossing, 20);
 }
@@ -498,29 +498,29 @@ TEST(SelfIntersection, isFoundWhereverOneSolidIsPushedIntoAnother)
 // A vertex pushed through the far side of its own solid: its own fan stays whole, others do not.
 TEST(SelfIntersection, ofADentThroughTheOtherSideIsFound)
 {
-    SurfaceMesh mesh = torusMesh(24);
+    Mesh mesh = torusMesh(24);
     EXPECT_EQ(slowCrossings(mesh), 0u);
     mesh.lab[2] = {-5.0f, 30.0f, 0.0f};
     const std::size_t expected = slowCrossings(mesh);
     EXPECT_GT(expected, 0u);
-    EXPECT_EQ(countCrossings(mesh, all, {}).value(), expected);
+    EXPECT_EQ(countIntersections(mesh, all, {}).value(), expected);
 }
 
 // Sheets that lie upon each other do not pass through each other. Where two solids lie upon each other
 // the surface winds twice instead, or not at all, and where they only touch nothing is wrong.
 TEST(SelfIntersection, leavesSheetsUponEachOtherToTheColumns)
 {
-    const SurfaceMesh box = boxMesh({0, 0, 0}, {40, 40, 40});
-    const SurfaceMesh twice = joined(box, box);
-    EXPECT_EQ(countCrossings(twice, all, {}).value(), 0u);
+    const Mesh box = boxMesh({0, 0, 0}, {40, 40, 40});
+    const Mesh twice = joined(box, box);
+    EXPECT_EQ(countIntersections(twice, all, {}).value(), 0u);
     EXPECT_NEAR(windingOf(twice, 2.0).invalidVolume, 64000.0, 1.0);
 
     // One on the other's floor and walls, within it.
-    const SurfaceMesh nested = joined(box, boxMesh({0, 0, 0}, {20, 40, 40}));
-    EXPECT_EQ(countCrossings(nested, all, {}).value(), 0u);
+    const Mesh nested = joined(box, boxMesh({0, 0, 0}, {20, 40, 40}));
+    EXPECT_EQ(countIntersections(nested, all, {}).value(), 0u);
     EXPECT_NEAR(windingOf(nested, 2.0).invalidVolume, 32000.0, 1.0);
 
-    SurfaceMesh inside = box;
+    Mesh inside = box;
     flip(inside);
     EXPECT_EQ(windingOf(joined(box, inside), 2.0).insideVolume, 0.0);
 }
@@ -570,8 +570,8 @@ TEST(Outline, ofATorusIsTwoLoops)
     for (const auto& loop : loops) {
         double sum = 0.0;
         for (std::size_t i = 0; i < loop.size(); ++i) {
-            const Vertex& p = loop[i].lab;
-            const Vertex& q = loop[(i + 1) % loop.size()].lab;
+            const LabPoint& p = loop[i].lab;
+            const LabPoint& q = loop[(i + 1) % loop.size()].lab;
             sum += 0.5 * (double(p.a) * q.b - double(q.a) * p.b);
         }
         areas.push_back(sum);
@@ -585,7 +585,7 @@ TEST(Outline, ofATorusIsTwoLoops)
 TEST(Outline, unitesWhatOverlaps)
 {
     // Apart in L*, crossing in projection: 40 x 40 twice less the common 20 x 20.
-    const SurfaceMesh both = joined(boxMesh({0, 0, 0}, {10, 40, 40}), boxMesh({30, 20, 20}, {40, 60, 60}));
+    const Mesh both = joined(boxMesh({0, 0, 0}, {10, 40, 40}), boxMesh({30, 20, 20}, {40, 60, 60}));
     const auto loops = outlineOf(both);
     ASSERT_EQ(loops.size(), 1u);
     double area = 0.0;

@@ -21,6 +21,8 @@
 #include <random>
 
 using namespace testprofiles;
+using KVGamut::LabPoint;
+using KVGamut::Mesh;
 using Hash = QHash<QString, QVariant>;
 
 namespace {
@@ -193,7 +195,7 @@ TEST(Deserialize, refusesEveryDamage)
 
 namespace {
 
-Hash hashOf(velmora::SurfaceMesh mesh)
+Hash hashOf(Mesh mesh)
 {
     velmora::GamutRecord record;
     record.method = KVGamut::Method::DeviceMesh;
@@ -204,7 +206,7 @@ Hash hashOf(velmora::SurfaceMesh mesh)
 }
 
 // A box from its lowest corner to its highest.
-void addBox(velmora::SurfaceMesh& mesh, velmora::Vertex low, velmora::Vertex high)
+void addBox(Mesh& mesh, LabPoint low, LabPoint high)
 {
     const int base = static_cast<int>(mesh.lab.size());
     for (int i = 0; i < 8; ++i)
@@ -221,13 +223,13 @@ void addBox(velmora::SurfaceMesh& mesh, velmora::Vertex low, velmora::Vertex hig
 
 TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
 {
-    velmora::SurfaceMesh apart;
+    Mesh apart;
     addBox(apart, {10, 0, 0}, {30, 20, 20});
     addBox(apart, {50, 0, 0}, {70, 20, 20});
     EXPECT_EQ(restored(hashOf(apart)).problem(), std::nullopt);
     EXPECT_EQ(restored(hashOf(apart)).faceCount(), 24);
 
-    velmora::SurfaceMesh crossed;
+    Mesh crossed;
     addBox(crossed, {10, 0, 0}, {30, 20, 20});
     addBox(crossed, {20, 5, 5}, {40, 25, 25});
     expectRefused(hashOf(crossed), {KVProblemCode::SavedGamutSelfIntersects, {}, {}},
@@ -236,15 +238,14 @@ TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
 
 TEST(Deserialize, refusesEveryKindOfInvalidSurface)
 {
-    velmora::SurfaceMesh box;
+    Mesh box;
     addBox(box, {10, 0, 0}, {30, 20, 20});
     EXPECT_EQ(restored(hashOf(box)).problem(), std::nullopt);
     const auto expect = [&box](KVProblemCode code, const auto& damage) {
-        velmora::SurfaceMesh mesh = box;
+        Mesh mesh = box;
         damage(mesh);
         expectRefused(hashOf(mesh), {code, {}, {}}, KVProblem::sentence(code));
     };
-    using Mesh = velmora::SurfaceMesh;
     expect(KVProblemCode::NoFaces, [](Mesh& m) { m.triangles.clear(); });
     expect(KVProblemCode::VertexOutOfRange, [](Mesh& m) { m.lab[3].a = std::nanf(""); });
     expect(KVProblemCode::VertexOutOfRange, [](Mesh& m) { m.lab[3].b = 2001.0f; });
@@ -253,7 +254,7 @@ TEST(Deserialize, refusesEveryKindOfInvalidSurface)
     expect(KVProblemCode::SurfaceNotClosed, [](Mesh& m) { m.triangles.pop_back(); });
     expect(KVProblemCode::SurfaceInsideOut, [](Mesh& m) { velmora::flip(m); });
     expect(KVProblemCode::TooSmall, [](Mesh& m) {
-        for (velmora::Vertex& v : m.lab)
+        for (LabPoint& v : m.lab)
             v = {v.L / 32, v.a / 32, v.b / 32};
     });
     expect(KVProblemCode::SurfaceNotManifold, [](Mesh& m) {
@@ -288,7 +289,7 @@ TEST(Deserialize, refusesInvalidValues)
 // Nested needles: every face lies beside all the others and none passes through another.
 TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
 {
-    velmora::SurfaceMesh mesh;
+    Mesh mesh;
     constexpr int boxes = 1500;
     for (int i = 0; i < boxes; ++i) {
         const auto at = 0.01f * float(i);

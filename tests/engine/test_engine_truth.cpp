@@ -57,7 +57,7 @@ struct Escapes
 {
     int colours = 0;
     int far = 0; // by more than half a dE
-    double farthest = 0.0;
+    double maxRadius = 0.0;
 };
 
 Escapes escapesFrom(const KVGamut::GamutObject& gamut, const std::vector<Lab>& colours)
@@ -70,7 +70,7 @@ Escapes escapesFrom(const KVGamut::GamutObject& gamut, const std::vector<Lab>& c
             continue;
         const double distance = double(gamut.nearest(place).distance);
         escapes.far += distance > 0.5;
-        escapes.farthest = std::max(escapes.farthest, distance);
+        escapes.maxRadius = std::max(escapes.maxRadius, distance);
     }
     return escapes;
 }
@@ -88,8 +88,8 @@ void expectContained(const QByteArray& profile, KVGamut::Method method, const ch
     };
     const Escapes ofAny = escapes(addRandom), ofEnds = escapes(addEnds);
     EXPECT_LE(ofAny.far * 1000, ofAny.colours) << what;
-    EXPECT_LE(ofAny.farthest, 1.5) << what;
-    EXPECT_LE(ofEnds.farthest, 1.5) << what;
+    EXPECT_LE(ofAny.maxRadius, 1.5) << what;
+    EXPECT_LE(ofEnds.maxRadius, 1.5) << what;
     // A lattice cuts sharp edges off, and of a solid that has some these are colours of just those.
     if (method != KVGamut::Method::LatticeSurface) {
         EXPECT_LE(ofEnds.far * 1000, ofEnds.colours) << what;

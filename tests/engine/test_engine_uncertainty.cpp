@@ -48,14 +48,14 @@ GamutRecord built(const MappedDevice& device, int gridPoints)
 }
 
 // The statement must hold, and be worth something.
-void expectCovered(const MappedDevice& device, int gridPoints, double truth, double mostShare,
+void expectCovered(const MappedDevice& device, int gridPoints, double truth, double maxShare,
                    const std::string& what)
 {
     const GamutRecord record = built(device, gridPoints);
     const double volume = signedVolume(record.mesh);
     EXPECT_LE(std::abs(volume - truth), record.volumeUncertainty)
         << what << " at grid " << gridPoints << ": " << volume << " of " << truth;
-    EXPECT_LE(record.volumeUncertainty, mostShare * truth) << what << " at grid " << gridPoints;
+    EXPECT_LE(record.volumeUncertainty, maxShare * truth) << what << " at grid " << gridPoints;
 }
 
 Vectors someInks(int count, unsigned seed)

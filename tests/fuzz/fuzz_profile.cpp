@@ -46,9 +46,9 @@ void repair(std::uint8_t* data, std::size_t size, unsigned seed)
     holdTo<6>(data + 12, {"mntr", "prtr", "scnr", "spac", "link", "nmcl"}, seed % 16 ? seed % 4 : seed);
     holdTo<9>(data + 16, {"RGB ", "CMYK", "CMY ", "YCbr", "HSV ", "5CLR", "6CLR", "3CLR", "7CLR"}, seed);
     holdTo<2>(data + 20, {"Lab ", "XYZ "}, seed / 9);
-    constexpr std::uint32_t mostTags = 20;
+    constexpr std::uint32_t maxTags = 20;
     const auto room = static_cast<std::uint32_t>(size - headerSize - 4);
-    const std::uint32_t tags = std::min({read32(data + headerSize), mostTags, room / 12});
+    const std::uint32_t tags = std::min({read32(data + headerSize), maxTags, room / 12});
     write32(data + headerSize, tags);
     const std::uint32_t start = headerSize + 4 + 12 * tags;
     const std::uint32_t left = static_cast<std::uint32_t>(size) - start;
