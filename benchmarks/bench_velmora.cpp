@@ -91,7 +91,7 @@ struct Device
             nodes = solidNodes(*transform, grid, {}).value();
             samples = deviceSolid(*transform, nodes, {}).value().device;
         } else {
-            nodes = equalisedNodes(*transform, grid, smallEvenShare, {}).value();
+            nodes = equalisedNodes(*transform, grid, minEvenShare, {}).value();
             samples = kind == Rgb ? deviceCubeMesh(*transform, nodes, {}).value().device
                                   : hypercubeFaceSamples(nodes);
         }
@@ -197,7 +197,7 @@ void foldCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
     const DeviceNodes nodes =
-        equalisedNodes(*device.transform, std::min(device.grid, foldCheckNodes), smallEvenShare, {}).value();
+        equalisedNodes(*device.transform, std::min(device.grid, foldCheckNodes), minEvenShare, {}).value();
     measure(state, device.transformSeconds(),
             [&] { benchmark::DoNotOptimize(checkFolds(*device.transform, nodes, {}).value().foldShare); });
 }

@@ -11,15 +11,15 @@
 #include <atomic>
 
 /// @file
-/// The core services that the viewer and the colour engine stand on: one log line, the base of
-/// background tasks, and the protocol that carries progress and cancellation across threads.
+/// Core services of the viewer and the colour engine: logging, the base class of background tasks, and
+/// progress and cancellation across threads.
 
 /// Writes @p message to the debug log, in the logging category "kv.core".
-/// A host silences it with the filter rule "kv.core.debug=false".
+/// The filter rule "kv.core.debug=false" disables it.
 /// Callable from any thread.
 KVCORECOMMON_EXPORT void KVLogDebug(const QString& message);
 
-/// QObject base of KVBackgroundTask: a class template cannot carry a meta-object, this can.
+/// QObject base of KVBackgroundTask, which is a class template and cannot have a meta-object itself.
 class KVCORECOMMON_EXPORT KVBackgroundTaskBase : public QObject
 {
     Q_OBJECT
@@ -28,49 +28,48 @@ public:
     ~KVBackgroundTaskBase() override;
 
 Q_SIGNALS:
-    /// A start has come to its end: with a result, aborted, or with nothing left to run.
-    /// Emitted on the thread that owns the task, once per start.
+    /// A started run has ended: with a result, aborted, or replaced by nothing to run.
+    /// Emitted on the thread of the task, once for each start.
     void finished();
 
 protected Q_SLOTS:
-    /// The scheduling timer fired: submit what is pending.
+    /// The scheduling timer fired: starts the pending run.
     virtual void onSchedule() = 0;
-    /// The run that is being watched came to its end.
+    /// The current run has ended.
     virtual void onFinished() = 0;
 };
 
 class KVCompletionProtocol;
-/// Shared handle on a running computation; the computation is listed until the last handle goes.
+/// Shared handle of a computation. The computation is listed until the last handle is destroyed.
 using KVCompletionProtocolPtr = QSharedPointer<KVCompletionProtocol>;
 
-/// Progress and cancellation of one computation, shared by who computes and who waits.
+/// Progress and cancellation of one computation, shared between the computing and the waiting side.
 ///
-/// Every operation may be called from any thread at any time.
+/// All functions may be called on any thread at any time.
 class KVCORECOMMON_EXPORT KVCompletionProtocol
 {
 public:
     /// Creates the handle of a new computation and lists it among the running tasks.
     static KVCompletionProtocolPtr createTask(const QString& name);
 
-    /// The computations of this process whose handle is still held by someone, oldest first.
-    /// The handles in the answer keep their tasks listed: drop them after use.
+    /// The computations of this process that still have a handle, oldest first. The returned handles keep
+    /// their computations listed; do not store them.
     static QList<KVCompletionProtocolPtr> runningTasks();
 
     ~KVCompletionProtocol();
     Q_DISABLE_COPY_MOVE(KVCompletionProtocol)
 
-    /// What is being computed, for a progress bar; fixed at creation.
+    /// Name of the computation, for a progress display; fixed at creation.
     QString name() const { return m_name; }
 
-    /// Asks the computation to stop. It stops at its next check; asking twice changes nothing.
+    /// Requests cancellation. The computation stops at its next check; further calls have no effect.
     void cancel() { m_cancelled.store(true, std::memory_order_relaxed); }
-    /// Whether someone asked to stop; for the computation to look at now and then.
+    /// Whether cancellation was requested. The computation checks this regularly.
     bool isCancelled() const { return m_cancelled.load(std::memory_order_relaxed); }
 
-    /// Share of the work done, 0..1. Never decreases.
+    /// Finished share of the work, 0..1. Never decreases.
     float progress() const { return m_progress.load(std::memory_order_relaxed); }
-    /// Reports progress. Values are held to 0..1; a value below the present one, or one that is not
-    /// a number, changes nothing.
+    /// Reports progress. Values are clamped to 0..1; a value below the current one, or NaN, has no effect.
     void setProgress(float value);
 
 private:

@@ -3,7 +3,7 @@
 
 #include <QtCore/qglobal.h>
 
-// Symbols of the framework libraries: exported while the library itself is built, imported elsewhere.
+// Symbols are exported while the library itself is built, and imported elsewhere.
 
 #if defined(KVCORECOMMON_LIBRARY)
 #define KVCORECOMMON_EXPORT Q_DECL_EXPORT

@@ -18,19 +18,19 @@ Q_NAMESPACE_EXPORT(KVCORECOMMON_EXPORT)
 enum class KVProblemCode : int
 {
     // any computation
-    Cancelled,   ///< somebody asked to stop, or a newer request replaced this one
+    Cancelled,   ///< cancelled, or replaced by a newer request
     OutOfMemory, ///< an allocation failed
 
     // profile files and profile bytes
     NoFileName,      ///< the path is empty
     FileNotFound,    ///< no such file
     NotAFile,        ///< the path names a folder, a pipe or a device
-    FileUnreadable,  ///< the operating system refused; argument: its reason
+    FileUnreadable,  ///< argument: the reason of the operating system
     FileTooLarge,    ///< larger than any ICC profile
     EmptyData,       ///< the profile has no bytes
     DataTooLarge,    ///< more bytes than any ICC profile has
     NotAProfile,     ///< the bytes are not an ICC profile
-    UnusableProfile, ///< the ICC library refused the profile; argument: its reason
+    UnusableProfile, ///< argument: the reason of the ICC library
     DamagedTagTable, ///< the profile's tag table is damaged
     DamagedTag,      ///< a tag declares more data than it holds, or than a device needs; argument: tag
     NoProfile,       ///< a null profile handle was passed
@@ -77,8 +77,8 @@ Q_ENUM_NS(KVProblemCode)
 } // namespace KVProblemCodes
 using KVProblemCodes::KVProblemCode;
 
-/// A failure: a code, its arguments, and what it is about. Nobody parses words: a program decides by
-/// the code, and makes words of it only to show them.
+/// A failure: a code, its arguments, and the file that it is about. Programs decide by the code; the text is
+/// only for display, and is made from code and arguments in one place for each language.
 ///
 /// A value; may be used on any thread.
 class KVCORECOMMON_EXPORT KVProblem

@@ -8,14 +8,14 @@
 #include <cmath>
 #include <cstdint>
 
-/// Points of CIELAB and the lattice that makes decisions about them exact.
+/// Points in CIELAB, and the lattice on which geometric predicates are exact.
 ///
-/// Every surface vertex is a multiple of 2^-16 dE (a float of that size can hold no more anyway).
-/// So vertices are integers, the orientation of three or four of them is an integer too, and whether
-/// a point lies left of an edge or above a face is never a matter of rounding.
+/// Every surface vertex is a multiple of 2^-16 dE, which is also about the precision of a float of that
+/// size. Vertices are therefore integers, and so is the orientation of three or four of them: whether a
+/// point lies left of an edge or above a face does not depend on rounding.
 namespace velmora {
 
-/// A point or vector of CIELAB in double precision; right-handed in the order L, a, b.
+/// A point or vector in CIELAB in double precision; right-handed in the order L, a, b.
 struct Vec3
 {
     double L = 0.0;
@@ -57,7 +57,7 @@ inline Vec3 toVec3(const LabPoint& v)
 
 /// Lattice points per dE.
 inline constexpr double latticeScale = 65536.0;
-/// Colours further out are refused, so that lattice coordinates stay within 27 bits and a sign.
+/// Lab values beyond ±maxLab are out of range, so that lattice coordinates fit into 27 bits and a sign.
 inline constexpr double maxLab = 2000.0;
 
 /// A point of the lattice, in units of 2^-16 dE.
@@ -70,7 +70,7 @@ struct LatticePoint
     auto operator<=>(const LatticePoint&) const = default;
 };
 
-// As std::lround(), which is a call for each coordinate.
+// The same as std::lround(), but inlined: this is called for every coordinate.
 inline std::int32_t toLattice(double value)
 {
     const double scaled = value * latticeScale;
@@ -88,7 +88,7 @@ inline float fromLattice(std::int64_t value)
     return static_cast<float>(static_cast<double>(value) / latticeScale);
 }
 
-/// The vertex on the lattice that is nearest to @p p.
+/// @p p, snapped to the nearest lattice point.
 inline LabPoint snapped(Vec3 p)
 {
     return {fromLattice(toLattice(p.L)), fromLattice(toLattice(p.a)), fromLattice(toLattice(p.b))};
@@ -101,9 +101,9 @@ inline std::int64_t orientationAb(const LatticePoint& p, const LatticePoint& q, 
            static_cast<std::int64_t>(q.b - p.b) * (r.a - p.a);
 }
 
-/// As orientationAb(), but never 0 for p != q: r stands for r + (e, e^2) with an infinitely small e > 0
-/// (Edelsbrunner and Mücke 1990, "Simulation of simplicity"). So a vertical line meets no edge and no
-/// vertex, and every closed surface is crossed as often upwards as downwards.
+/// The sign of orientationAb(), but never 0 for p != q: r is replaced by r + (e, e^2) with an infinitely
+/// small e > 0 (Edelsbrunner and Mücke 1990, "Simulation of simplicity"). A vertical line then meets no
+/// edge and no vertex, and crosses every closed surface as often upwards as downwards.
 inline int sideAb(const LatticePoint& p, const LatticePoint& q, const LatticePoint& r)
 {
     const std::int64_t s = orientationAb(p, q, r);
@@ -129,8 +129,8 @@ int orientation3d(const Point& p, const Point& q, const Point& r, const Point& s
     const std::int64_t vx = rx - px, vy = ry - py, vz = rz - pz;
     const std::int64_t wx = sx - px, wy = sy - py, wz = sz - pz;
 
-    // In floating point first: the differences are exact, so each of the six products of three
-    // carries at most three roundings and their sum five more.
+    // Floating point first. The differences are exact, so each of the six triple products has at most
+    // three rounding errors, and their sum five more. Exact integers decide only where that is not enough.
     const double nx = double(uy) * double(vz), nx2 = double(uz) * double(vy);
     const double ny = double(uz) * double(vx), ny2 = double(ux) * double(vz);
     const double nz = double(ux) * double(vy), nz2 = double(uy) * double(vx);

@@ -5,23 +5,25 @@
 
 namespace velmora {
 
-/// Progress and cancellation of one gamut, as its steps see it. Without a protocol nothing is
-/// reported and nobody cancels.
+/// Progress and cancellation of one step of a computation.
+///
+/// A value; cheap to copy. Each step reports 0..1 of its own part, which is mapped to its range of the whole.
+/// Without a protocol nothing is reported and nothing is cancelled. Callable from any thread.
 class Task
 {
 public:
     Task() = default;
     explicit Task(KVCompletionProtocolPtr protocol) : m_protocol(std::move(protocol)) {}
 
-    bool isCancelled() const { return m_protocol && m_protocol->isCancelled(); }
-    /// @p share of this task's own part, 0..1
+    [[nodiscard]] bool isCancelled() const { return m_protocol && m_protocol->isCancelled(); }
+    /// Reports the finished share of this part, 0..1.
     void setProgress(double share) const
     {
         if (m_protocol)
             m_protocol->setProgress(static_cast<float>(m_from + share * (m_to - m_from)));
     }
-    /// The same computation's interval between two shares of this part.
-    Task part(double from, double to) const
+    /// The range @p from .. @p to of this part, 0..1, as a task for a step of it.
+    [[nodiscard]] Task part(double from, double to) const
     {
         Task task = *this;
         task.m_from = m_from + from * (m_to - m_from);

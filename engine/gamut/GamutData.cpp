@@ -5,7 +5,6 @@
 #include <engine/mesh/Outline.h>
 
 namespace velmora {
-
 namespace {
 
 std::vector<KVHull::Node> nodesOf(const Mesh& mesh)
@@ -55,11 +54,11 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline() const
             return n;
         };
         for (const auto& loop : velmora::outlineOf(mesh)) {
-            QList<KVHull::Node> corners;
+            QList<KVHull::Node> nodes;
             for (const auto& point : loop)
-                corners.append(node(point));
-            for (qsizetype i = 0; i < corners.size(); ++i)
-                m_outline.append({corners[i], corners[(i + 1) % corners.size()]});
+                nodes.append(node(point));
+            for (qsizetype i = 0; i < nodes.size(); ++i)
+                m_outline.append({nodes[i], nodes[(i + 1) % nodes.size()]});
         }
     });
     return m_outline;

@@ -11,8 +11,10 @@
 
 #include <mutex>
 
-/// The shared body of a gamut. Immutable but for what is built at the first request, once, whichever
-/// of the copies' threads asks.
+/// The shared data of a gamut and its copies.
+///
+/// Immutable, except for the caches, which are each built once by the first call. Reentrant and thread-safe:
+/// copies of a gamut may be used on different threads.
 class KVGamut::GamutData : public QSharedData
 {
 public:
@@ -20,12 +22,12 @@ public:
     Q_DISABLE_COPY_MOVE(GamutData)
 
     const velmora::GamutRecord record;
-    const double volume;
+    const double volume; ///< dE76 cubed
 
-    const QList<QList<KVHull::Node>>& faces() const;
-    const QList<QList<KVHull::Node>>& outline() const;
-    const velmora::WindingIndex& index() const;
-    const velmora::NearestIndex& nearestIndex() const;
+    const QList<QList<KVHull::Node>>& faces() const;   ///< as GamutObject::faces()
+    const QList<QList<KVHull::Node>>& outline() const; ///< as GamutObject::outline()
+    const velmora::WindingIndex& index() const;        ///< for isInside()
+    const velmora::NearestIndex& nearestIndex() const; ///< for nearest()
 
 private:
     mutable std::once_flag m_facesOnce;

@@ -67,7 +67,7 @@ QByteArray packed(const GamutRecord& record)
     return bytes;
 }
 
-// Counts are compared with the bytes that are left before anything is allocated for them.
+// Checks a count against the remaining bytes, before memory is allocated for it.
 bool fits(const QDataStream& stream, quint64 count, quint64 size)
 {
     return count <= static_cast<quint64>(stream.device()->bytesAvailable()) / size;
@@ -132,19 +132,19 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
     return stream.status() == QDataStream::Ok;
 }
 
-bool valuesAreSound(const GamutRecord& record)
+bool valuesAreValid(const GamutRecord& record)
 {
-    const auto sound = [](const LabPoint& v) { return isFinite(toVec3(v)); };
-    bool all = sound(record.white) && sound(record.black) && sound(record.origin);
+    const auto valid = [](const LabPoint& v) { return isFinite(toVec3(v)); };
+    bool all = valid(record.white) && valid(record.black) && valid(record.origin);
     for (const Ramp& ramp : record.primaries)
-        all = all && std::all_of(ramp.begin(), ramp.end(), sound);
+        all = all && std::all_of(ramp.begin(), ramp.end(), valid);
     for (float value : record.mesh.device)
         all = all && std::isfinite(value);
     return all && std::isfinite(record.foldShare) && std::isfinite(record.volumeUncertainty) &&
            std::isfinite(record.seconds);
 }
 
-// What a hash holds under the three keys.
+// The values of the three keys.
 struct Fields
 {
     QVariant text;
@@ -159,7 +159,7 @@ Fields fieldsOf(const Map& map)
         .text = map.value(gamutKey), .version = map.value(versionKey), .checksum = map.value(checksumKey)};
 }
 
-// The hash may also be the value of its own key "Gamut"; JSON and CBOR make a map of it.
+// The whole hash may also be stored as the value of its own key "Gamut"; JSON and CBOR make a map of it.
 Fields innermostFields(const QHash<QString, QVariant>& hash)
 {
     const Fields fields = fieldsOf(hash);
@@ -209,7 +209,7 @@ Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash)
     if (!decoded || checksumOf(*decoded) != fields.checksum.toString())
         return failure(KVProblemCode::SavedGamutDamaged);
     GamutRecord record;
-    if (!unpack(*decoded, record) || !valuesAreSound(record))
+    if (!unpack(*decoded, record) || !valuesAreValid(record))
         return failure(KVProblemCode::SavedGamutInvalidValues);
     if (const auto checked = checkSavedSurface(record.mesh); !checked)
         return failure(checked);

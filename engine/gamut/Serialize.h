@@ -8,9 +8,8 @@
 
 namespace velmora {
 
-/// A gamut as a hash of plain values: the key "Gamut" holds all of it as base64 text, which passes
-/// through QDataStream, CBOR and JSON unharmed; "GamutVersion" and "GamutChecksum" (SHA-256 of what
-/// the text stands for) guard it.
+/// A gamut as a hash of plain values that QDataStream, CBOR and JSON keep: "Gamut" is the record as base64
+/// text, "GamutVersion" the version of the format, "GamutChecksum" the SHA-256 of the decoded text.
 [[nodiscard]] QHash<QString, QVariant> serialized(const GamutRecord& record);
 
 /// Fails if @p hash does not contain a saved gamut, or if the gamut is damaged or not valid.

@@ -18,7 +18,7 @@ struct Sheet
     std::array<std::array<double, 2>, 3> ab;
     double L0, u, v;
     double lowL, highL;
-    double sign; // +1 when it looks up
+    double sign; // +1 if it faces up
     double lowA, highA, lowB, highB;
 
     double lightness(double a, double b) const
@@ -38,7 +38,7 @@ std::vector<Sheet> sheetsOf(const Mesh& mesh)
         LatticePoint r = points[static_cast<std::size_t>(t[2])];
         std::int64_t area = orientationAb(p, q, r);
         if (area == 0)
-            continue; // upright: covers nothing
+            continue; // parallel to L*: its projection has no area
         Sheet s;
         s.sign = area > 0 ? 1.0 : -1.0;
         if (area < 0) {
@@ -63,32 +63,32 @@ std::vector<Sheet> sheetsOf(const Mesh& mesh)
     return sheets;
 }
 
-struct Corner
+struct Vertex
 {
     double a, b;
-    double height;     // what is integrated
-    double difference; // of the two sheets' lightnesses
+    double height;     // the integrand
+    double difference; // lightness of the second sheet minus that of the first
 };
 
-// A convex polygon of three corners, cut four times. Each cut adds a corner at most, but where the
-// polygon is a needle rounding may put its corners on the two sides by turns: of n corners come n and a
-// half of them at most then, 4, 6, 9 and 13.
+// A triangle that is clipped by up to four half-planes. A clip adds at most one vertex, but in a needle
+// rounding can put successive vertices on alternating sides; n vertices then become at most 3n/2: 4, 6,
+// 9, 13.
 struct Polygon
 {
-    std::array<Corner, 13> corners;
+    std::array<Vertex, 13> vertices;
     std::size_t size = 0;
 
-    void add(const Corner& c) { corners[size++] = c; }
+    void add(const Vertex& v) { vertices[size++] = v; }
 };
 
-// The part of a polygon where side(corner) >= 0 (Sutherland and Hodgman 1974).
+// The part of a polygon where side(vertex) >= 0 (Sutherland and Hodgman 1974).
 template <typename Side>
 Polygon cut(const Polygon& polygon, const Side& side)
 {
     Polygon result;
     for (std::size_t i = 0; i < polygon.size; ++i) {
-        const Corner& p = polygon.corners[i];
-        const Corner& q = polygon.corners[i + 1 < polygon.size ? i + 1 : 0];
+        const Vertex& p = polygon.vertices[i];
+        const Vertex& q = polygon.vertices[i + 1 < polygon.size ? i + 1 : 0];
         const double sp = side(p), sq = side(q);
         if (sp >= 0.0)
             result.add(p);
@@ -101,21 +101,21 @@ Polygon cut(const Polygon& polygon, const Side& side)
     return result;
 }
 
-// The integral over a convex polygon of a height that is linear on it.
+// The integral of the height, which is linear on the polygon.
 double integral(const Polygon& polygon)
 {
     double sum = 0.0;
     for (std::size_t i = 2; i < polygon.size; ++i) {
-        const Corner& p = polygon.corners[0];
-        const Corner& q = polygon.corners[i - 1];
-        const Corner& r = polygon.corners[i];
+        const Vertex& p = polygon.vertices[0];
+        const Vertex& q = polygon.vertices[i - 1];
+        const Vertex& r = polygon.vertices[i];
         const double twiceArea = (q.a - p.a) * (r.b - p.b) - (q.b - p.b) * (r.a - p.a);
         sum += twiceArea / 6.0 * (p.height + q.height + r.height);
     }
     return sum;
 }
 
-// The integral of the lower of two sheets over what both cover.
+// The integral of the lower of two sheets over their common projection.
 double lowerIntegral(const Sheet& s, const Sheet& t)
 {
     Polygon common;
@@ -124,7 +124,7 @@ double lowerIntegral(const Sheet& s, const Sheet& t)
     for (std::size_t i = 0; i < 3 && common.size > 2; ++i) {
         const auto& from = t.ab[i];
         const auto& to = t.ab[(i + 1) % 3];
-        common = cut(common, [&](const Corner& c) {
+        common = cut(common, [&](const Vertex& c) {
             return (to[0] - from[0]) * (c.b - from[1]) - (to[1] - from[1]) * (c.a - from[0]);
         });
     }
@@ -132,7 +132,7 @@ double lowerIntegral(const Sheet& s, const Sheet& t)
         return 0.0;
     bool sUnder = true, tUnder = true;
     for (std::size_t i = 0; i < common.size; ++i) {
-        Corner& c = common.corners[i];
+        Vertex& c = common.vertices[i];
         const double Ls = s.lightness(c.a, c.b), Lt = t.lightness(c.a, c.b);
         c.height = Ls;
         c.difference = Lt - Ls;
@@ -143,16 +143,16 @@ double lowerIntegral(const Sheet& s, const Sheet& t)
         return integral(common);
     const auto asT = [](Polygon polygon) {
         for (std::size_t i = 0; i < polygon.size; ++i)
-            polygon.corners[i].height += polygon.corners[i].difference;
+            polygon.vertices[i].height += polygon.vertices[i].difference;
         return polygon;
     };
     if (tUnder)
         return integral(asT(common));
-    return integral(cut(common, [](const Corner& c) { return c.difference; })) +
-           integral(asT(cut(common, [](const Corner& c) { return -c.difference; })));
+    return integral(cut(common, [](const Vertex& c) { return c.difference; })) +
+           integral(asT(cut(common, [](const Vertex& c) { return -c.difference; })));
 }
 
-// Cells over the part of the ab plane that both solids cover, each listing the sheets that reach it.
+// A grid over the common ab bounds of both solids. Each cell lists the sheets whose bounds overlap it.
 class CellGrid
 {
 public:
@@ -251,7 +251,7 @@ double intersectionVolume(const Mesh& first, const Mesh& second)
                     theirs[static_cast<std::size_t>(theirLists.sheets[static_cast<std::size_t>(j)])];
                 if (!overlap(s, t))
                     continue;
-                // Both may be listed in several cells; the one of their common lower corner counts.
+                // A pair can share several cells; it is counted in that of the lower corner of its overlap.
                 const int home =
                     grid.cell(grid.column(std::max(s.lowA, t.lowA)), grid.row(std::max(s.lowB, t.lowB)));
                 if (static_cast<std::size_t>(home) == c)
@@ -259,7 +259,8 @@ double intersectionVolume(const Mesh& first, const Mesh& second)
             }
         }
 
-    // What is left of the terms that cancel: solids that touch share nothing, nested ones all.
+    // Terms that should cancel leave rounding errors: snap to the exact result of touching solids (nothing
+    // in common) and of nested ones (the smaller solid).
     const double smaller = std::min(signedVolume(first), signedVolume(second));
     constexpr double rounding = 1e-8;
     if (std::abs(volume) < rounding * smaller)

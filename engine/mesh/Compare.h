@@ -5,14 +5,14 @@
 
 namespace velmora {
 
-/// Volume, in dE76 cubed, of what two closed meshes both contain; exact but for rounding.
+/// Volume of the intersection of two closed meshes, in dE76 cubed; exact except for rounding.
 ///
-/// A point is in a solid as often as the solid's faces above it look up more than down. So the common
-/// volume is the sum over all pairs of faces, one of each solid, of the integral of the lower one's
-/// L* over the part of the ab plane that both cover, counted positive when both look the same way
-/// (up or down) and negative otherwise. A pair covers a convex polygon of at most six corners, on
-/// which the lower of two planes is integrated in closed form. An ab grid finds the pairs.
-/// Identical meshes give their volume, meshes apart from each other exactly 0.
-double intersectionVolume(const Mesh& first, const Mesh& second);
+/// The winding number of a solid at a point is the number of faces above the point that face up, minus the
+/// number that face down. The common volume is therefore a sum over all pairs of faces, one of each solid:
+/// the integral of the lower face's L* over the part of the ab plane that both cover, positive if both face
+/// the same way (up or down), else negative. A pair covers a convex polygon of at most six vertices, on
+/// which the minimum of two linear functions is integrated in closed form. An ab grid finds the pairs.
+/// Identical meshes give their volume, disjoint meshes exactly 0.
+[[nodiscard]] double intersectionVolume(const Mesh& first, const Mesh& second);
 
 } // namespace velmora

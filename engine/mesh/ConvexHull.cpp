@@ -13,16 +13,16 @@ constexpr int unused = -1;
 
 struct Facet
 {
-    std::array<int, 3> v;    // points, counter-clockwise from outside; unused when it is gone
-    std::array<int, 3> next; // the facet behind the edge v[i] -> v[i+1]
-    int visit;               // the insertion that last looked at it
-    bool visible;            // ... and whether its point saw it
+    std::array<int, 3> v;    // points, counter-clockwise from outside; `unused` in a free slot
+    std::array<int, 3> next; // the facet beyond the edge v[i] -> v[i+1]
+    int visit;               // the insertion that last tested it
+    bool visible;            // ... and whether the inserted point sees it
 };
 
 struct HorizonEdge
 {
     int from, to;
-    int behind; // the facet that stays
+    int behind; // the facet beyond the edge, which is kept
 };
 
 std::uint64_t spread(std::uint32_t value)
@@ -52,7 +52,7 @@ std::uint32_t scramble(std::uint32_t x) // Mulvey's "lowbias32": a permutation o
     return x;
 }
 
-// Half of the points come in the last round, a quarter in the one before and so on, picked at random.
+// Half of the points, chosen at random, are in the last round, a quarter in the one before, and so on.
 std::vector<int> insertionOrder(const std::vector<HullPoint>& points)
 {
     struct Entry
@@ -84,7 +84,7 @@ class HullBuilder
 public:
     HullBuilder(const std::vector<HullPoint>& points, const Task& task) : m_task(task)
     {
-        // Four times the coordinates, so that the mean of four points is a point as well.
+        // Coordinates are multiplied by four, so that the centroid of four points has integer coordinates.
         m_points.reserve(points.size() + 1);
         for (const HullPoint& p : points)
             m_points.push_back({4 * p.x, 4 * p.y, 4 * p.z});
@@ -132,7 +132,7 @@ private:
         return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
     }
 
-    // The first four points of the order that span space; false when there are none.
+    // Starts with the first four points that are not coplanar; false if all points are coplanar.
     bool startWithTetrahedron()
     {
         if (m_order.empty())
@@ -174,19 +174,19 @@ private:
         return true;
     }
 
-    // The facet that the ray from the middle to the point passes through, by a visibility walk over
-    // the hull's facets (Devillers, Pion and Teillaud 2002), or an earlier one that the point sees.
+    // A facet that the point sees, or -1 for a point inside the hull. Found by a visibility walk (Devillers,
+    // Pion and Teillaud 2002) towards the facet that the ray from the middle to the point crosses.
     int facetTowards(int point)
     {
         int current = m_newest;
         int came = -1;
-        const std::size_t patience = 64 + 4 * m_facets.size();
-        for (std::size_t step = 0; step < patience; ++step) {
+        const std::size_t maxSteps = 64 + 4 * m_facets.size();
+        for (std::size_t step = 0; step < maxSteps; ++step) {
             const Facet& f = m_facets[static_cast<std::size_t>(current)];
             if (sees(point, f))
                 return current;
             m_random = scramble(m_random + 0x9e3779b9u);
-            const std::size_t start = m_random % 3; // a fixed order could walk in circles
+            const std::size_t start = m_random % 3; // with a fixed order the walk might not terminate
             int onwards = -1;
             for (std::size_t i = 0; i < 3 && onwards < 0; ++i) {
                 const std::size_t e = (start + i) % 3;
@@ -194,7 +194,7 @@ private:
                     onwards = f.next[e];
             }
             if (onwards < 0)
-                return -1; // the ray leaves the hull here and the point does not get out
+                return -1; // the ray leaves the hull through this facet, beyond the point
             came = current;
             current = onwards;
         }
@@ -214,7 +214,7 @@ private:
         replaceSeen(point);
     }
 
-    // Floods the facets that the point sees and gathers the edges around them.
+    // Flood fill of the facets that the point sees; collects the edges around them, the horizon.
     void collectSeen(int seed, int point)
     {
         m_seen.assign(1, seed);
@@ -248,7 +248,7 @@ private:
         return index;
     }
 
-    // Puts a fan of facets from the horizon to the point in place of those that it sees.
+    // Replaces the facets that the point sees by a fan from the horizon to the point.
     void replaceSeen(int point)
     {
         m_fan.clear();
@@ -283,10 +283,10 @@ private:
     int m_insertion = 0;
     std::uint32_t m_random = 1;
     std::vector<int> m_seen;
-    std::vector<int> m_free; // slots of facets that are gone
+    std::vector<int> m_free; // slots of removed facets
     std::vector<HorizonEdge> m_horizon;
     std::vector<int> m_fan;
-    std::vector<int> m_fanAt; // for each point the new facet whose first edge leaves it
+    std::vector<int> m_fanAt; // for each point the new facet whose first edge starts there
 };
 
 } // namespace

@@ -7,15 +7,17 @@
 
 namespace velmora {
 
+/// Inside the engine all vertices lie on the lattice.
 using KVGamut::Mesh;
 using Triangle = Mesh::Triangle;
 
-std::vector<LatticePoint> latticePoints(const Mesh& mesh);
+/// The vertices as lattice points.
+[[nodiscard]] std::vector<LatticePoint> latticePoints(const Mesh& mesh);
 
-/// Turns the surface inside out.
+/// Reverses the orientation of all triangles.
 void flip(Mesh& mesh);
 
-/// Drops the vertices that no triangle names; the others keep their order.
+/// Removes the vertices that no triangle uses; the others keep their order.
 void dropUnusedVertices(Mesh& mesh);
 
 } // namespace velmora

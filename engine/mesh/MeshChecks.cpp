@@ -17,19 +17,20 @@ bool indicesAreValid(const Mesh& mesh)
     });
 }
 
-struct Spoke
+// An edge that starts at a vertex.
+struct HalfEdge
 {
     int other; // the vertex at the edge's far end
     int triangle;
     int edge;
 };
 
-// The edges that leave each vertex, in the order of the triangles: vertex v has those from
-// first[v] to first[v + 1].
+// The edges that start at each vertex, in the order of the triangles: those of vertex v are first[v] to
+// first[v + 1].
 struct EdgeTable
 {
     std::vector<int> first;
-    std::vector<Spoke> corners;
+    std::vector<HalfEdge> edges;
 };
 
 EdgeTable edgesByOrigin(const Mesh& mesh)
@@ -40,14 +41,14 @@ EdgeTable edgesByOrigin(const Mesh& mesh)
         for (int v : t)
             ++table.first[static_cast<std::size_t>(v) + 1];
     std::partial_sum(table.first.begin(), table.first.end(), table.first.begin());
-    table.corners.resize(mesh.triangles.size() * 3);
+    table.edges.resize(mesh.triangles.size() * 3);
     std::vector<int> next(table.first.begin(), table.first.end() - 1);
     for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
         for (int e = 0; e < 3; ++e) {
             const Triangle& t = mesh.triangles[f];
             const auto place = next[static_cast<std::size_t>(t[static_cast<std::size_t>(e)])]++;
-            table.corners[static_cast<std::size_t>(place)] = {t[static_cast<std::size_t>((e + 1) % 3)],
-                                                              static_cast<int>(f), e};
+            table.edges[static_cast<std::size_t>(place)] = {t[static_cast<std::size_t>((e + 1) % 3)],
+                                                            static_cast<int>(f), e};
         }
     return table;
 }
@@ -62,9 +63,9 @@ std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh)
         for (std::size_t e = 0; e < 3; ++e) {
             const int from = mesh.triangles[f][e];
             const int to = mesh.triangles[f][(e + 1) % 3];
-            const auto begin = table.corners.begin() + table.first[static_cast<std::size_t>(to)];
-            const auto end = table.corners.begin() + table.first[static_cast<std::size_t>(to) + 1];
-            const auto back = std::find_if(begin, end, [from](const Spoke& c) { return c.other == from; });
+            const auto begin = table.edges.begin() + table.first[static_cast<std::size_t>(to)];
+            const auto end = table.edges.begin() + table.first[static_cast<std::size_t>(to) + 1];
+            const auto back = std::find_if(begin, end, [from](const HalfEdge& c) { return c.other == from; });
             neighbours[f][e] = back == end ? -1 : back->triangle;
         }
     return neighbours;
@@ -77,16 +78,16 @@ MeshTopology topology(const Mesh& mesh)
     if (!result.indicesValid || mesh.triangles.empty())
         return result;
 
-    // Closed: among the edges that leave a vertex no end occurs twice, and each has its way back.
+    // Closed: no edge occurs twice in the same direction, and each occurs in the opposite one, too.
     EdgeTable table = edgesByOrigin(mesh);
     const auto vertexCount = mesh.lab.size();
     result.closed = true;
     for (std::size_t v = 0; v < vertexCount; ++v) {
-        const auto begin = table.corners.begin() + table.first[v];
-        const auto end = table.corners.begin() + table.first[v + 1];
-        std::sort(begin, end, [](const Spoke& p, const Spoke& q) { return p.other < q.other; });
-        const auto twice =
-            std::adjacent_find(begin, end, [](const Spoke& p, const Spoke& q) { return p.other == q.other; });
+        const auto begin = table.edges.begin() + table.first[v];
+        const auto end = table.edges.begin() + table.first[v + 1];
+        std::sort(begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other < q.other; });
+        const auto twice = std::adjacent_find(
+            begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other == q.other; });
         result.closed = result.closed && twice == end;
     }
     const auto neighbours = triangleNeighbours(mesh);
@@ -95,7 +96,7 @@ MeshTopology topology(const Mesh& mesh)
     if (!result.closed)
         return result;
 
-    // Manifold: walking around a vertex from triangle to triangle meets all of its triangles.
+    // Manifold: a walk around a vertex from triangle to triangle reaches all of its triangles.
     result.manifold = true;
     int used = 0;
     for (std::size_t v = 0; v < vertexCount; ++v) {
@@ -103,7 +104,7 @@ MeshTopology topology(const Mesh& mesh)
         if (degree == 0)
             continue;
         ++used;
-        const int start = table.corners[static_cast<std::size_t>(table.first[v])].triangle;
+        const int start = table.edges[static_cast<std::size_t>(table.first[v])].triangle;
         int current = start;
         int met = 0;
         do {

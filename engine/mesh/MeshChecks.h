@@ -7,20 +7,21 @@
 
 namespace velmora {
 
-/// The neighbours of each triangle: entry i is the triangle behind the edge from corner i to
-/// corner i+1, or -1 where there is none that traverses the edge the other way.
-std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh);
+/// The neighbours of each triangle: entry i is the triangle beyond the edge from its vertex i to its vertex
+/// i+1, or -1 if no triangle has that edge in the opposite direction. All indices must be valid.
+[[nodiscard]] std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh);
 
-/// What a mesh is as a surface, whatever its vertices' places.
+/// Topology of a mesh; the positions of the vertices do not matter.
 struct MeshTopology
 {
-    bool indicesValid = false; ///< every triangle names three different vertices that exist
-    bool closed = false;       ///< every edge lies in exactly two triangles, in opposite directions
-    bool manifold = false;     ///< closed, and the triangles around each vertex form one fan
-    int components = 0;
-    int eulerCharacteristic = 0; ///< vertices in use - edges + faces; 2 per component without a hole
+    bool indicesValid = false;   ///< every triangle has three different vertices, which exist
+    bool closed = false;         ///< every edge belongs to exactly two triangles, in opposite directions
+    bool manifold = false;       ///< closed, and the triangles around each vertex form one fan
+    int components = 0;          ///< connected components
+    int eulerCharacteristic = 0; ///< used vertices - edges + faces; 2 for each component of genus 0
 };
 
-MeshTopology topology(const Mesh& mesh);
+/// Members after `indicesValid` are computed only if it is true, and after `closed` only if that is true.
+[[nodiscard]] MeshTopology topology(const Mesh& mesh);
 
 } // namespace velmora

@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-/// Volume that a closed mesh encloses, in dE76 cubed: positive when its faces look outwards.
-/// Gauss' theorem: a sixth of the sum of the faces' determinants, taken about the first vertex.
-double signedVolume(const Mesh& mesh);
+/// Volume enclosed by a closed mesh, in dE76 cubed: positive if its faces point outwards, 0 if it is empty.
+/// Gauss' theorem: a sixth of the sum of the faces' determinants, relative to the first vertex.
+[[nodiscard]] double signedVolume(const Mesh& mesh);
 
 } // namespace velmora

@@ -39,8 +39,8 @@ constexpr int trianglesPerLeaf = 4;
 
 } // namespace
 
-// The foot of the perpendicular if it lies within the edges, else the nearest point of the edges.
-// Slivers make the first test a matter of rounding; then the foot and the edge are equally near.
+// The foot of the perpendicular if it lies in the triangle, else the nearest point of the edges. In slivers
+// the test is subject to rounding; there the foot and the nearest edge are about equally near.
 Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r)
 {
     const Vec3 normal = cross(q - p, r - p);
@@ -76,7 +76,7 @@ NearestIndex::NearestIndex(const Mesh& mesh)
         build(m_triangles, 0, static_cast<int>(m_triangles.size()));
 }
 
-// Halves at the median along the longest side; 2^31 triangles make a depth of 30.
+// Splits at the median along the longest side of the box. With 2^31 triangles the depth is 30.
 int NearestIndex::build(std::vector<Corners>& triangles, int first, int count)
 {
     const int place = static_cast<int>(m_nodes.size());
@@ -112,7 +112,7 @@ Vec3 NearestIndex::nearest(Vec3 x) const
         int node;
         double squaredDistance;
     };
-    std::array<Open, 64> open; // one for each level of the tree
+    std::array<Open, 64> open; // nodes still to visit, at most one for each level and one more
     std::size_t count = 0;
     open[count++] = {0, m_nodes.front().box.squaredDistance(x)};
     Vec3 best = m_triangles.front()[0];

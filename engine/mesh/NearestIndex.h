@@ -7,20 +7,20 @@
 
 namespace velmora {
 
-/// The point of a triangle that is nearest to @p x; also of a triangle that is a line or a point.
-Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r);
+/// The point of the triangle p, q, r that is nearest to @p x. The triangle may be degenerate.
+[[nodiscard]] Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r);
 
-/// Answers which point of a mesh is nearest to a given one: a tree of boxes over the triangles, of
-/// which only those are opened that may hold something nearer than what was found before.
+/// Finds the point of a mesh that is nearest to a given one: a bounding volume hierarchy over the triangles,
+/// searched branch and bound.
 class NearestIndex
 {
 public:
     NearestIndex() = default;
     explicit NearestIndex(const Mesh& mesh);
 
-    /// The mesh must have triangles and @p x must be finite. Of points equally near it is always the
-    /// same one.
-    Vec3 nearest(Vec3 x) const;
+    /// The mesh must have triangles, and @p x must be finite. Deterministic if several points are equally
+    /// near.
+    [[nodiscard]] Vec3 nearest(Vec3 x) const;
 
 private:
     struct Box
@@ -29,7 +29,7 @@ private:
         Vec3 high;
         double squaredDistance(Vec3 x) const;
     };
-    // The first child of a node follows it; a leaf has triangles.
+    // The first child of an inner node is the next node; a leaf has triangles.
     struct Node
     {
         Box box;
@@ -41,7 +41,7 @@ private:
 
     int build(std::vector<Corners>& triangles, int first, int count);
 
-    std::vector<Corners> m_triangles; // in the order of the leaves
+    std::vector<Corners> m_triangles; // sorted by leaf
     std::vector<Node> m_nodes;
 };
 

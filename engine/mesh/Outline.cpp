@@ -19,7 +19,7 @@ struct Edge
 
 std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& points)
 {
-    const auto looksUp = [&](int f) {
+    const auto facesUp = [&](int f) {
         const Triangle& t = mesh.triangles[static_cast<std::size_t>(f)];
         return orientationAb(points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                              points[static_cast<std::size_t>(t[2])]) > 0;
@@ -27,11 +27,11 @@ std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& 
     const auto neighbours = triangleNeighbours(mesh);
     std::vector<Edge> edges;
     for (int f = 0; f < static_cast<int>(mesh.triangles.size()); ++f) {
-        if (!looksUp(f))
+        if (!facesUp(f))
             continue;
         for (std::size_t e = 0; e < 3; ++e) {
             const int n = neighbours[static_cast<std::size_t>(f)][e];
-            if (n < 0 || !looksUp(n))
+            if (n < 0 || !facesUp(n))
                 edges.push_back({mesh.triangles[static_cast<std::size_t>(f)][e],
                                  mesh.triangles[static_cast<std::size_t>(f)][(e + 1) % 3]});
         }
@@ -39,7 +39,7 @@ std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& 
     return edges;
 }
 
-// As many edges leave each vertex as come to it, so following them always leads back.
+// As many edges start at each vertex as end there, so following them always returns to the start.
 std::vector<std::vector<int>> chained(const std::vector<Edge>& edges)
 {
     std::unordered_multimap<int, std::size_t> leaving;
@@ -56,7 +56,7 @@ std::vector<std::vector<int>> chained(const std::vector<Edge>& edges)
             used[e] = true;
             loop.push_back(edges[e].from);
             const auto [begin, end] = leaving.equal_range(edges[e].to);
-            std::size_t best = edges.size(); // the lowest unused one: the map's order is not ours
+            std::size_t best = edges.size(); // the lowest unused one: the map's order is unspecified
             for (auto next = begin; next != end; ++next)
                 if (!used[next->second])
                     best = std::min(best, next->second);
@@ -69,7 +69,7 @@ std::vector<std::vector<int>> chained(const std::vector<Edge>& edges)
     return loops;
 }
 
-// L of a place where two silhouette edges cross: that of the nearest edge there.
+// L at a crossing of two silhouette edges: that of the nearest edge.
 float lightnessAt(const ClipperLib::IntPoint& x, const std::vector<Edge>& edges,
                   const std::vector<LatticePoint>& points)
 {

@@ -7,7 +7,7 @@
 
 namespace velmora {
 
-/// A corner of the outline: a vertex of the surface, or a place between vertices (vertex -1).
+/// A vertex of the outline: a vertex of the surface, or -1 where two silhouette edges cross in projection.
 struct OutlinePoint
 {
     int vertex = -1;
@@ -18,10 +18,10 @@ using OutlineLoop = std::vector<OutlinePoint>; ///< closed: the last point joins
 /// Outline of a closed mesh's projection onto the ab plane: outer loops counter-clockwise, holes
 /// clockwise, seen along -L*.
 ///
-/// Its edges come from the silhouette: those between a face that looks up and one that does not.
-/// Directed as the upper faces have them they form closed loops that wind around each point as often
-/// as upper faces cover it; their union by the non-zero rule (Clipper, after Vatti 1992) is the
+/// Its edges come from the silhouette: the edges between a face that faces up and one that does not. In the
+/// direction that they have in the upper faces they form closed loops, whose winding number at a point is
+/// the number of upper faces there. Their union by the non-zero rule (Clipper, after Vatti 1992) is the
 /// projection, at a hundredth of the cost of uniting all faces.
-std::vector<OutlineLoop> outlineOf(const Mesh& mesh);
+[[nodiscard]] std::vector<OutlineLoop> outlineOf(const Mesh& mesh);
 
 } // namespace velmora

@@ -12,19 +12,19 @@ namespace {
 
 using velmora::Vec3;
 
-struct SideCorner
+struct PlaneVertex
 {
     Vec3 lab;
-    double distance; // from the plane, times the length of its normal
+    double distance; // signed, from the plane, times the length of the plane's normal
 };
 
-// Where the edge meets the plane. Taken from the lower end to the upper, whichever triangle asks, so that
-// both triangles of an edge find the same point to the last bit.
-KVGamut::LabPoint crossing(const SideCorner& p, const SideCorner& q)
+// Where the edge meets the plane. Interpolated from the lower to the higher end, in whatever order the ends
+// are given, so that both triangles of an edge get exactly the same point.
+KVGamut::LabPoint crossing(const PlaneVertex& p, const PlaneVertex& q)
 {
     const bool ordered = std::tie(p.lab.L, p.lab.a, p.lab.b) <= std::tie(q.lab.L, q.lab.a, q.lab.b);
-    const SideCorner& low = ordered ? p : q;
-    const SideCorner& high = ordered ? q : p;
+    const PlaneVertex& low = ordered ? p : q;
+    const PlaneVertex& high = ordered ? q : p;
     const double t = low.distance / (low.distance - high.distance);
     const Vec3 x = low.lab + t * (high.lab - low.lab);
     return {static_cast<float>(x.L), static_cast<float>(x.a), static_cast<float>(x.b)};
@@ -47,18 +47,21 @@ struct Plane
     double distanceOf(const Vec3& p) const { return velmora::dot(normal, p) + offset; }
 };
 
-// The piece of a triangle, or nullopt where the plane does not cross it.
+// The piece of a triangle, or nullopt if the plane does not cross it or a vertex is not finite.
 //
-// Each corner is on one side or the other, never on the plane: then a plane through corners cuts as one
-// right below them, and its rings close too. The piece runs from the edge that comes down through the
-// plane to the one that goes up; its neighbours run on from there.
-std::optional<KVGamut::RingPiece> pieceOf(const std::array<SideCorner, 3>& corners)
+// A vertex on the plane counts as above it. A plane through vertices therefore cuts like one just below them,
+// and its rings are closed, too. The piece runs from the edge that crosses the plane downwards to the one
+// that crosses it upwards, where the piece of the next triangle begins.
+std::optional<KVGamut::RingPiece> pieceOf(const std::array<PlaneVertex, 3>& vertices)
 {
+    for (const PlaneVertex& vertex : vertices)
+        if (!std::isfinite(vertex.distance))
+            return {};
     std::optional<std::size_t> down;
     std::size_t up = 0;
     for (std::size_t e = 0; e < 3; ++e) {
-        const bool from = corners[e].distance >= 0.0;
-        const bool to = corners[(e + 1) % 3].distance >= 0.0;
+        const bool from = vertices[e].distance >= 0.0;
+        const bool to = vertices[(e + 1) % 3].distance >= 0.0;
         if (from && !to)
             down = e;
         else if (!from && to)
@@ -66,26 +69,24 @@ std::optional<KVGamut::RingPiece> pieceOf(const std::array<SideCorner, 3>& corne
     }
     if (!down)
         return {};
-    const auto edge = [&](std::size_t e) { return crossing(corners[e], corners[(e + 1) % 3]); };
+    const auto edge = [&](std::size_t e) { return crossing(vertices[e], vertices[(e + 1) % 3]); };
     return KVGamut::RingPiece{edge(*down), edge(up)};
 }
 
-// The corners of a face, or nullopt where one has no finite position.
-std::optional<std::array<SideCorner, 3>> cornersOf(const QList<KVHull::Node>& face, const Plane& plane)
+// The vertices of a face, or nullopt if it is not a triangle.
+std::optional<std::array<PlaneVertex, 3>> verticesOf(const QList<KVHull::Node>& face, const Plane& plane)
 {
     if (face.size() != 3)
         return {};
-    std::array<SideCorner, 3> corners;
+    std::array<PlaneVertex, 3> vertices;
     for (std::size_t i = 0; i < 3; ++i) {
         const QList<float>& lab = face[static_cast<qsizetype>(i)].lab;
         if (lab.size() < 3)
             return {};
-        corners[i].lab = {lab[0], lab[1], lab[2]};
-        corners[i].distance = plane.distanceOf(corners[i].lab);
-        if (!std::isfinite(corners[i].distance))
-            return {};
+        vertices[i].lab = {lab[0], lab[1], lab[2]};
+        vertices[i].distance = plane.distanceOf(vertices[i].lab);
     }
-    return corners;
+    return vertices;
 }
 
 QList<float> listOf(const KVGamut::LabPoint& p)
@@ -102,10 +103,10 @@ QList<QList<QList<float>>> KVGamut::computeRing(const float* plane, const QList<
     if (!cut)
         return ring;
     for (const auto& face : faces) {
-        const auto corners = cornersOf(face, *cut);
-        if (!corners)
+        const auto vertices = verticesOf(face, *cut);
+        if (!vertices)
             continue;
-        if (const auto piece = pieceOf(*corners))
+        if (const auto piece = pieceOf(*vertices))
             ring.append({listOf((*piece)[0]), listOf((*piece)[1])});
     }
     return ring;
@@ -118,12 +119,12 @@ std::vector<KVGamut::RingPiece> KVGamut::computeRing(const float* plane, const M
     if (!cut)
         return ring;
     for (const Mesh::Triangle& t : mesh.triangles) {
-        std::array<SideCorner, 3> corners;
+        std::array<PlaneVertex, 3> vertices;
         for (std::size_t i = 0; i < 3; ++i) {
-            corners[i].lab = velmora::toVec3(mesh.lab[static_cast<std::size_t>(t[i])]);
-            corners[i].distance = cut->distanceOf(corners[i].lab);
+            vertices[i].lab = velmora::toVec3(mesh.lab[static_cast<std::size_t>(t[i])]);
+            vertices[i].distance = cut->distanceOf(vertices[i].lab);
         }
-        if (const auto piece = pieceOf(corners))
+        if (const auto piece = pieceOf(vertices))
             ring.push_back(*piece);
     }
     return ring;

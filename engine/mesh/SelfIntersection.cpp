@@ -13,9 +13,9 @@ namespace {
 
 using Corners = std::array<LatticePoint, 3>;
 
-using Sides = std::array<int, 3>; // of the plane of t on which the corners of s lie
+using Sides = std::array<int, 3>; // the sides of the plane of t on which the vertices of s lie
 
-// Common corners are known to lie in the plane; to find it out would take long numbers.
+// Common vertices lie in the plane; computing that would need 128-bit integers.
 Sides sidesOf(const Corners& s, const Corners& t)
 {
     const auto side = [&t](const LatticePoint& p) {
@@ -30,7 +30,7 @@ bool onBothSides(const Sides& sides)
     return low < 0 && high > 0;
 }
 
-// Whether an edge of s goes through the inside of t.
+// Whether an edge of s crosses the interior of t.
 bool pierces(const Corners& s, const Corners& t, const Sides& sides)
 {
     for (std::size_t i = 0; i < 3; ++i) {
@@ -45,8 +45,8 @@ bool pierces(const Corners& s, const Corners& t, const Sides& sides)
     return false;
 }
 
-// Neighbours on a curved surface lie on one side of each other's planes.
-bool cross(const Corners& s, const Corners& t)
+// The common case first: most pairs lie on one side of each other's planes.
+bool intersect(const Corners& s, const Corners& t)
 {
     const Sides ofS = sidesOf(s, t);
     if (!onBothSides(ofS))
@@ -55,11 +55,11 @@ bool cross(const Corners& s, const Corners& t)
     return onBothSides(ofT) && (pierces(s, t, ofS) || pierces(t, s, ofT));
 }
 
-// The vertices around which the triangles lie side by side as seen along one of the axes: none of them
-// passes through another there, and nearly all pairs of near triangles need no further look.
+// The vertices whose triangles do not overlap in a projection along one of the axes. Such triangles cannot
+// intersect each other, so nearly all pairs of adjacent triangles need no test.
 //
-// Seen along an axis they lie side by side when all turn the same way, when they form rings, and when
-// together they pass a ray from the vertex once.
+// The triangles of a vertex do not overlap in a projection if all have the same orientation there, if they
+// form closed rings, and if together they cross a ray from the vertex once.
 class EmbeddedFans
 {
 public:
@@ -83,10 +83,11 @@ public:
 private:
     struct Fan
     {
-        std::array<bool, 3> left{true, true, true}; // all turn left, seen along each axis
+        std::array<bool, 3> left{true, true, true}; // all counter-clockwise, seen along each axis
         std::array<bool, 3> right{true, true, true};
         std::array<int, 3> passes{};
-        std::uint64_t ends = 0; // of the triangles, each scattered over 64 bits; 0 when all meet
+        std::uint64_t ends =
+            0; // sum of hashes; 0 if each edge is left by one triangle and entered by another
     };
 
     static std::array<int, 3> turnsOf(const LatticePoint& p, const LatticePoint& q, const LatticePoint& r)
@@ -121,7 +122,7 @@ private:
         for (std::size_t axis = 0; axis < 3; ++axis) {
             fan.left[axis] &= turns[axis] > 0;
             fan.right[axis] &= turns[axis] < 0;
-            // The ray belongs to the triangle that begins on it, seen counter-clockwise.
+            // A ray along an edge counts for the triangle that begins there, counter-clockwise.
             const auto& from = turns[axis] > 0 ? toNext : toLast;
             const auto& to = turns[axis] > 0 ? toLast : toNext;
             const std::size_t x = (axis + 1) % 3, y = (axis + 2) % 3;
@@ -132,27 +133,27 @@ private:
 
     static bool isEmbedded(const Fan& fan)
     {
-        bool flat = false;
+        bool embedded = false;
         for (std::size_t axis = 0; axis < 3; ++axis)
-            flat |= (fan.left[axis] || fan.right[axis]) && fan.passes[axis] == 1;
-        return flat && fan.ends == 0;
+            embedded |= (fan.left[axis] || fan.right[axis]) && fan.passes[axis] == 1;
+        return embedded && fan.ends == 0;
     }
 
     std::vector<char> m_embedded;
 };
 
-// Whether it is known without a look at the triangles that they do not pass through each other: with a
-// common edge they lie on one side of each other, or in one plane.
+// Whether two triangles cannot intersect because of what they share: with a common edge each lies on one side
+// of the other, or both are coplanar; see also EmbeddedFans.
 bool cannotIntersect(const Triangle& s, const Triangle& t, const EmbeddedFans& fans)
 {
     int common = 0;
-    bool flat = false;
+    bool embedded = false;
     for (int v : s)
         if (v == t[0] || v == t[1] || v == t[2]) {
             ++common;
-            flat |= fans.at(v);
+            embedded |= fans.at(v);
         }
-    return common >= 2 || flat;
+    return common >= 2 || embedded;
 }
 
 struct Bounds
@@ -169,21 +170,22 @@ Bounds boundsOf(const Corners& t)
              std::max({t[0].b, t[1].b, t[2].b})}};
 }
 
-bool meet(const Bounds& p, const Bounds& q)
+bool overlap(const Bounds& p, const Bounds& q)
 {
-    unsigned all = 1; // no branches: nearly all of the time goes by here
+    unsigned all = 1; // without branches: most of the time is spent here
     for (std::size_t i = 0; i < 3; ++i)
         all &= unsigned(p.low[i] <= q.high[i]) & unsigned(q.low[i] <= p.high[i]);
     return all != 0;
 }
 
-// Cells of a cubic grid that list the triangles whose boxes reach them; about as many cells meet a
-// surface as it has triangles.
+// A cubic grid whose cells list the triangles with overlapping bounds. The surface passes through about as
+// many cells as it has triangles.
 class CellLists
 {
 public:
-    // A triangle in a cell, and along which axes the cell is the first that the triangle's box reaches.
-    // Of the cells that two boxes both reach exactly one is along each axis the first of one of them.
+    // A triangle in a cell, and the axes along which this cell is the first one of the triangle's bounds. Of
+    // the cells that two triangles share, exactly one is the first of either triangle along each axis; the
+    // pair is tested there only.
     struct Entry
     {
         std::uint32_t triangle : 29;
@@ -202,7 +204,7 @@ public:
             m_counts[i] = (extent[i] >> m_shift) + 1;
     }
 
-    // How many entries all lists will have.
+    // Number of entries in all lists.
     std::size_t entriesOf(const std::vector<Bounds>& bounds) const
     {
         std::size_t sum = 0;
@@ -269,16 +271,16 @@ private:
     std::vector<Entry> m_entries;
 };
 
-// How much work a search may be.
+// Limits of a search's work.
 struct Effort
 {
-    std::size_t entries = std::numeric_limits<std::size_t>::max(); // of triangles in cells' lists
-    std::size_t looks = std::numeric_limits<std::size_t>::max();   // at pairs of triangles
+    std::size_t entries = std::numeric_limits<std::size_t>::max(); // in all cell lists together
+    std::size_t pairs = std::numeric_limits<std::size_t>::max();   // of triangles to be tested
 };
 
 struct Search
 {
-    std::size_t crossings = 0;
+    std::size_t intersections = 0;
     bool isComplete = false;
 };
 
@@ -308,21 +310,21 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
         if (cell % cellsBetweenChecks == 0 && task.isCancelled())
             return search;
         const auto entries = cells.in(cell);
-        const std::size_t looks = entries.size() * entries.size() / 2;
-        if (looks > effort.looks)
+        const std::size_t pairs = entries.size() * entries.size() / 2;
+        if (pairs > effort.pairs)
             return search;
-        effort.looks -= looks;
+        effort.pairs -= pairs;
         inCell.clear();
         for (const CellLists::Entry& e : entries)
             inCell.push_back(bounds[e.triangle]);
         for (std::size_t i = 0; i < entries.size(); ++i)
             for (std::size_t j = i + 1; j < entries.size(); ++j) {
                 const bool here = (entries[i].begins | entries[j].begins) == 7;
-                if (!here || !meet(inCell[i], inCell[j]))
+                if (!here || !overlap(inCell[i], inCell[j]))
                     continue;
                 const std::size_t f = entries[i].triangle, g = entries[j].triangle;
                 if (!cannotIntersect(mesh.triangles[f], mesh.triangles[g], fans) &&
-                    cross(cornersOf(f), cornersOf(g)) && ++search.crossings >= maxCount)
+                    intersect(cornersOf(f), cornersOf(g)) && ++search.intersections >= maxCount)
                     return search;
             }
     }
@@ -335,17 +337,17 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
 Result<std::size_t> countIntersections(const Mesh& mesh, std::size_t maxCount, const Task& task)
 {
     const Search search = searchIntersections(mesh, maxCount, {}, task);
-    if (!search.isComplete && search.crossings < maxCount)
+    if (!search.isComplete && search.intersections < maxCount)
         return failure(KVProblemCode::Cancelled); // the effort is not limited
-    return search.crossings;
+    return search.intersections;
 }
 
 std::optional<bool> selfIntersects(const Mesh& mesh)
 {
-    constexpr std::size_t entriesPerFace = 32, minEntries = 1'000'000, looks = 20'000'000;
+    constexpr std::size_t entriesPerFace = 32, minEntries = 1'000'000, maxPairs = 20'000'000;
     const Search search =
-        searchIntersections(mesh, 1, {entriesPerFace * mesh.triangles.size() + minEntries, looks}, {});
-    if (search.crossings > 0)
+        searchIntersections(mesh, 1, {entriesPerFace * mesh.triangles.size() + minEntries, maxPairs}, {});
+    if (search.intersections > 0)
         return true;
     return search.isComplete ? std::optional(false) : std::nullopt;
 }

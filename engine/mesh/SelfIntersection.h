@@ -10,18 +10,17 @@
 
 namespace velmora {
 
-/// How many pairs of triangles pass through each other: an edge of one goes through the inside of the
-/// other. Decided in integers, on the lattice that the vertices lie on. Triangles that touch, or lie in
-/// one plane, do not pass through each other.
-/// Fails if @p task is cancelled.
-/// @param maxCount counting ends there
+/// Number of pairs of triangles that intersect: an edge of one crosses the interior of the other. Exact, on
+/// the vertices' lattice. Triangles that only touch, or that are coplanar, do not intersect.
+/// @param maxCount the search stops at this count
+/// @return at most @p maxCount; fails if @p task is cancelled
 [[nodiscard]] Result<std::size_t> countIntersections(const Mesh& mesh, std::size_t maxCount,
                                                      const Task& task);
 
-/// Whether a surface that comes from somewhere else passes through itself. Faces of computed surfaces have
-/// few others near; of hostile ones each may lie beside all, and all pairs of a large file would take
-/// minutes.
-/// @return nothing when a second's work does not tell
+/// Whether an untrusted surface self-intersects. The faces of a computed surface have few other faces near
+/// them. In a hostile file each face may be close to all others, and testing all pairs would take minutes;
+/// the work is therefore limited to 20 million pairs.
+/// @return nullopt if the limit is reached before the question is decided
 [[nodiscard]] std::optional<bool> selfIntersects(const Mesh& mesh);
 
 } // namespace velmora

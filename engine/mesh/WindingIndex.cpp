@@ -8,8 +8,8 @@
 
 namespace velmora {
 
-// About 128 cells along the longer side; for a display gamut that is the 2 dE at which a cell lists
-// some ten faces.
+// About 128 cells along the longer side. For a display gamut a cell is then 2 dE wide and lists about ten
+// faces.
 WindingIndex::WindingIndex(const Mesh& mesh) : m_points(latticePoints(mesh)), m_triangles(mesh.triangles)
 {
     if (m_points.empty())
@@ -29,7 +29,7 @@ WindingIndex::WindingIndex(const Mesh& mesh) : m_points(latticePoints(mesh)), m_
         const LatticePoint& q = m_points[static_cast<std::size_t>(t[1])];
         const LatticePoint& r = m_points[static_cast<std::size_t>(t[2])];
         if (orientationAb(p, q, r) == 0)
-            return; // upright: no column passes through it
+            return; // parallel to L*: no column crosses it
         const int i0 = (std::min({p.a, q.a, r.a}) - m_low.a) >> m_shift;
         const int i1 = (std::max({p.a, q.a, r.a}) - m_low.a) >> m_shift;
         const int j0 = (std::min({p.b, q.b, r.b}) - m_low.b) >> m_shift;
@@ -72,7 +72,7 @@ bool WindingIndex::isInside(Vec3 point) const
         const int sign = sideAb(p, q, x);
         if (sideAb(q, r, x) != sign || sideAb(r, p, x) != sign)
             continue;
-        // The face looks up when its sign is positive; below it is then its inner side.
+        // A positive sign means that the face faces up; its inner side is then below.
         const int side = orientation3d(p, q, r, x);
         if (side == 0)
             return true;

@@ -7,17 +7,18 @@
 
 namespace velmora {
 
-/// Answers whether points lie inside a closed mesh: an ab grid of cells that name the triangles over
-/// them, and the winding number along L* from the point upwards. Decided in integers, on the lattice
-/// that the vertices lie on; a point's coordinates are brought to it first (2^-17 dE at most). Points
-/// of the surface itself count as inside, save on its silhouette seen along L*.
+/// Point-in-solid test for a closed mesh: the winding number along a ray from the point upwards in L*. An ab
+/// grid lists the triangles of each cell. Predicates are exact, on the vertices' lattice; the point is first
+/// snapped to it (by at most 2^-17 dE). Points on the surface count as inside, except on its silhouette seen
+/// along L*.
 class WindingIndex
 {
 public:
     WindingIndex() = default;
     explicit WindingIndex(const Mesh& mesh);
 
-    bool isInside(Vec3 point) const;
+    /// False if @p point is not finite or out of range.
+    [[nodiscard]] bool isInside(Vec3 point) const;
 
 private:
     std::vector<LatticePoint> m_points;

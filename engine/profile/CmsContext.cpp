@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-// In front of each block stands its size; blocks keep the alignment of malloc().
+// The size of each block is stored in front of it. The prefix keeps the alignment of malloc().
 constexpr std::size_t prefix = alignof(std::max_align_t);
 
 std::size_t& sizeOf(void* block)
@@ -45,8 +45,8 @@ void CmsContext::keepError(cmsContext context, cmsUInt32Number, const char* text
         self->m_error = QString::fromUtf8(text).simplified();
 }
 
-// Blocks that belong to the making and unmaking of the context itself have no owner to be counted
-// for: they are few and small.
+// While Little CMS creates or deletes the context itself, it has no user data. Those few small blocks are
+// not counted.
 void* CmsContext::allocate(cmsContext context, cmsUInt32Number size)
 {
     auto* self = static_cast<CmsContext*>(cmsGetContextUserData(context));

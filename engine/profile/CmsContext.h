@@ -14,8 +14,8 @@
 
 namespace velmora {
 
-/// A Little CMS context of one's own: its errors are kept instead of logged, and what it may
-/// allocate is limited, so that a hostile profile costs memory only up to that limit.
+/// A private Little CMS context. Errors do not reach the global handler, but are kept; memory is limited, so
+/// that a hostile profile cannot exhaust it. Use one context on one thread at a time.
 class CmsContext
 {
 public:
@@ -24,6 +24,7 @@ public:
     CmsContext(const CmsContext&) = delete;
     CmsContext& operator=(const CmsContext&) = delete;
 
+    /// Null if the context could not be created.
     cmsContext get() const { return m_context; }
     /// The failure of a call in this context: @p withReason and the first error message of Little CMS as
     /// its argument, or @p code if there is no message.
@@ -32,7 +33,7 @@ public:
         return m_error.isEmpty() ? velmora::failure(code) : velmora::failure(withReason, {m_error});
     }
 
-    static constexpr std::size_t memoryLimit = std::size_t(160) << 20;
+    static constexpr std::size_t memoryLimit = std::size_t(160) << 20; ///< bytes
 
 private:
     static void keepError(cmsContext context, cmsUInt32Number code, const char* text);
@@ -45,6 +46,7 @@ private:
     std::size_t m_allocated = 0;
 };
 
+// Deleters of Little CMS handles.
 struct CloseProfile
 {
     void operator()(void* profile) const { cmsCloseProfile(profile); }

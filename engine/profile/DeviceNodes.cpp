@@ -11,7 +11,7 @@ std::size_t finePointsFor(int channels)
     return channels > 8 ? 33 : 129;
 }
 
-// The other channels' corners at which an axis is measured, as bit masks over all channels.
+// Corners of the hypercube at which the edges along an axis start, as bit masks over all channels.
 std::vector<unsigned> edgeCorners(int channels, int axis)
 {
     std::vector<unsigned> corners{0u};
@@ -25,7 +25,7 @@ std::vector<unsigned> edgeCorners(int channels, int axis)
     return corners;
 }
 
-// Positions at which the running sum of `lengths`, scaled to 1, passes 1/(n-1), 2/(n-1), ...
+// Positions where the cumulative sum of the lengths, scaled to 1, reaches 0, 1/(n-1), 2/(n-1), ..., 1.
 std::vector<float> equalSteps(const std::vector<double>& lengths, int count)
 {
     double total = 0.0;
@@ -75,7 +75,7 @@ Result<std::vector<float>> equalisedRamp(const DeviceTransform& transform, std::
     std::vector<double> lengths;
     for (std::size_t i = 0; i + 1 < lab->size(); ++i)
         lengths.push_back(length((*lab)[i + 1] - (*lab)[i]));
-    mixInEvenSteps(lengths, smallEvenShare);
+    mixInEvenSteps(lengths, minEvenShare);
     return equalSteps(lengths, count);
 }
 

@@ -16,7 +16,7 @@ bool isInRange(Vec3 p)
 
 } // namespace
 
-// Each channel beyond the eighth doubles the time of a colour.
+// Each channel beyond the eighth doubles the time of a transform: interpolation reads 2^n table nodes.
 std::size_t DeviceTransform::blockSize() const
 {
     return maxBlock >> std::clamp(channels() - 8, 0, 6);
@@ -84,7 +84,7 @@ Result<void> checkSpace(cmsColorSpaceSignature space, int channels)
         return failure(KVProblemCode::OneChannel);
     if (channels == 2)
         return failure(KVProblemCode::TwoChannels);
-    if (_cmsLCMScolorSpace(space) <= 0) // cmsChannelsOf() takes unknown spaces for three channels
+    if (_cmsLCMScolorSpace(space) <= 0) // cmsChannelsOf() returns 3 for unknown spaces
         return failure(KVProblemCode::UnknownDeviceSpace, {signatureText(space)});
     return {};
 }
@@ -92,23 +92,23 @@ Result<void> checkSpace(cmsColorSpaceSignature space, int channels)
 DeviceSpace describe(cmsColorSpaceSignature space, int channels)
 {
     const auto n = static_cast<std::size_t>(channels);
-    const std::vector<float> none(n, 0.0f);
-    const std::vector<float> all(n, 1.0f);
+    const std::vector<float> zeros(n, 0.0f);
+    const std::vector<float> ones(n, 1.0f);
     switch (space) {
     case cmsSigRgbData:
-        return {ChannelKind::Additive, all, none, none};
+        return {ChannelKind::Additive, ones, zeros, zeros};
     case cmsSigYCbCrData:
         return {ChannelKind::Coordinates, {1.0f, 0.5f, 0.5f}, {0.0f, 0.5f, 0.5f}, {0.0f, 0.5f, 0.5f}};
     case cmsSigHsvData:
-        return {ChannelKind::Coordinates, {0.0f, 0.0f, 1.0f}, none, none};
+        return {ChannelKind::Coordinates, {0.0f, 0.0f, 1.0f}, zeros, zeros};
     case cmsSigHlsData:
-        return {ChannelKind::Coordinates, {0.0f, 1.0f, 0.0f}, none, none};
+        return {ChannelKind::Coordinates, {0.0f, 1.0f, 0.0f}, zeros, zeros};
     default: // CMY, CMYK, and the numbered colorants
-        return {ChannelKind::Subtractive, none, all, none};
+        return {ChannelKind::Subtractive, zeros, ones, zeros};
     }
 }
 
-// Channels that Little CMS numbers 0..100 when they are given as floating point.
+// Spaces whose channels Little CMS expects in 0..100 in floating-point formats.
 bool isInkSpace(int pixelType)
 {
     switch (pixelType) {
@@ -170,12 +170,13 @@ private:
 
 namespace {
 
-// The transform, or why Little CMS makes none of the profile.
+// A transform from device values to Lab.
 Result<CmsTransform> labTransform(const CmsContext& context, cmsHPROFILE device, cmsUInt32Number format,
                                   int intent, bool blackPointCompensation)
 {
-    // Little CMS forces black-point compensation on the perceptual and saturation intents towards
-    // version 4 profiles, and its Lab profile is one; as version 2.1 it is the same space without that.
+    // Little CMS always applies black-point compensation for the perceptual and saturation intents if the
+    // destination is a version 4 profile, as its Lab profile is. As version 2.1 it is the same space, and the
+    // caller decides.
     const CmsProfile labSpace(cmsCreateLab4ProfileTHR(context.get(), nullptr));
     if (!labSpace)
         return failure(KVProblemCode::OutOfMemory);

@@ -14,17 +14,18 @@
 
 namespace velmora {
 
-/// What the channels of a device are.
+/// Meaning of a device's channels.
 enum class ChannelKind
 {
-    Additive,    ///< lights: nothing is black, everything is white
-    Subtractive, ///< colorants on paper: nothing is white
-    Coordinates, ///< no colorants, as in YCbCr or HSV
+    Additive,    ///< lights: all 0 is black, all 1 is white
+    Subtractive, ///< colorants on paper: all 0 is white
+    Coordinates, ///< not amounts of colorants, as in YCbCr or HSV; there are no primaries
 };
 
 /// From device coordinates, 0..1 for each channel, to CIELAB (D50) through an ICC profile.
 ///
-/// Doubles all the way, since the 16-bit paths of Little CMS end at a*, b* of ±128.
+/// In double precision, because the 16-bit paths of Little CMS clip a* and b* at ±128. An object may be used
+/// on one thread at a time.
 class DeviceTransform
 {
 public:
@@ -33,9 +34,9 @@ public:
     create(const QByteArray& profile, int intent, bool blackPointCompensation);
     virtual ~DeviceTransform() = default;
 
-    virtual int channels() const = 0;
+    virtual int channels() const = 0; ///< 3..15
     virtual ChannelKind kind() const = 0;
-    /// Device colours of white, black and no colorants at all; `channels()` values.
+    /// Device colours of white, of black, and without any colorant; channels() values each.
     virtual std::vector<float> white() const = 0;
     virtual std::vector<float> black() const = 0;
     virtual std::vector<float> origin() const = 0;
@@ -45,11 +46,11 @@ public:
     [[nodiscard]] Result<std::vector<Vec3>> toLab(std::span<const float> device, const Task& task) const;
 
 protected:
-    /// @p block holds at most maxBlock device colours.
+    /// Converts @p count device colours, at most maxBlock, to @p lab.
     virtual void convertBlock(const float* block, Vec3* lab, std::size_t count) const = 0;
 
-    /// Colours between two looks at the cancellation: 1 to 3 ms of Little CMS, and some 20 with very
-    /// many channels.
+    /// Colours between two checks for cancellation: 1 to 3 ms in Little CMS, about 20 ms with very many
+    /// channels.
     static constexpr std::size_t maxBlock = 4096;
 
 private:

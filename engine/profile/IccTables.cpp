@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-// Reads of big-endian numbers that answer 0 beyond the end.
+// Reads big-endian numbers; 0 beyond the end.
 class Bytes
 {
 public:
@@ -41,7 +41,7 @@ constexpr std::uint32_t signature(const char (&name)[5])
 
 constexpr std::uint32_t maxTableChannels = 15;
 
-// Whether `outputs` values of `width` bytes for each node of a grid fit into `room` bytes.
+// Whether a grid with `outputs` values of `width` bytes at each node fits into `room` bytes.
 template <typename GridPoints>
 bool gridFits(std::uint32_t inputs, std::uint32_t outputs, std::uint64_t width, std::uint64_t room,
               GridPoints gridPoints)
@@ -66,11 +66,11 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
     if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
     if (points == 0)
-        return true; // curves alone
+        return true; // only curves, no table
     return gridFits(inputs, outputs, width, tag.size(), [points](std::uint32_t) { return points; });
 }
 
-// Grid points in sixteen bytes, then whatever follows; shared by 'mAB ' and 'mpet'.
+// A table as in 'mAB ' and 'mpet': the grid points of up to 16 inputs, one byte each, at `at`.
 bool modernGridFits(const Bytes& tag, std::uint64_t at, std::uint64_t dataAt, std::uint32_t inputs,
                     std::uint32_t outputs, std::uint64_t width)
 {
@@ -95,17 +95,17 @@ bool stagedTableFits(const Bytes& tag)
     return modernGridFits(tag, grid, grid + 20, inputs, outputs, width);
 }
 
-// What a colour costs in an element, in multiplications or steps of a search. A curve of segments is
-// searched from its end.
+// Cost of a colour in a processing element, in multiplications or steps of a search. Little CMS searches the
+// segments of a curve one by one.
 std::uint64_t elementCost(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
 {
-    constexpr std::uint64_t mere = 16; // being there
+    constexpr std::uint64_t base = 16; // of any element
     const std::uint32_t type = tag.u32(at);
     if (type == signature("clut"))
-        return mere + (std::uint64_t(outputs) << inputs);
+        return base + (std::uint64_t(outputs) << inputs);
     if (type == signature("matf"))
-        return mere + std::uint64_t(inputs) * outputs;
-    std::uint64_t cost = mere;
+        return base + std::uint64_t(inputs) * outputs;
+    std::uint64_t cost = base;
     if (type == signature("cvst"))
         for (std::uint32_t i = 0; i < inputs; ++i)
             cost += tag.u16(at + tag.u32(at + 12 + 8ull * i) + 8);
@@ -134,7 +134,7 @@ bool elementListFits(const Bytes& tag)
     const std::uint64_t count = tag.u32(12);
     if (channels == 0 || channels > maxTableChannels || count > tag.left(16) / 8)
         return false;
-    // Tables of the device's own channels, and rather many other things.
+    // Enough for 64 tables of the device's channels and many other elements.
     const std::uint64_t maxCost = 4096 + (std::uint64_t(64) << channels);
     std::uint64_t cost = 0;
     for (std::uint64_t i = 0; i < count && cost <= maxCost; ++i) {
@@ -165,7 +165,7 @@ QString signatureText(std::uint32_t value)
 Result<void> checkIccTables(const QByteArray& profile)
 {
     constexpr std::uint64_t headerSize = 128;
-    constexpr std::uint32_t maxTags = 100; // what Little CMS reads
+    constexpr std::uint32_t maxTags = 100; // the limit of Little CMS
     const Bytes all(profile, 0, static_cast<std::uint64_t>(profile.size()));
     if (all.size() < headerSize + 4 || all.u32(36) != signature("acsp"))
         return failure(KVProblemCode::NotAProfile);

@@ -10,15 +10,16 @@
 
 namespace velmora {
 
-/// The four characters of a signature, for people.
-QString signatureText(std::uint32_t value);
+/// A signature as four characters, with '?' for those that are not printable, without trailing spaces.
+[[nodiscard]] QString signatureText(std::uint32_t value);
 
-/// Looks at the bytes of an ICC profile before they are believed: header, tag table, and the size
-/// that every colour table declares against the bytes that are there for it.
+/// Validates an untrusted ICC profile: header, tag table, and for every colour table whether the tag holds as
+/// many bytes as the table declares.
 ///
-/// A table of a few hundred bytes can declare 90^4 nodes; who allocates first and reads then spends
-/// hundreds of megabytes on it. And a megabyte holds ten thousand matrices to take each colour through,
-/// or a table of fifteen channels behind one that makes them of three.
+/// A table of a few hundred bytes can declare 90^4 nodes; a reader that allocates before it reads would use
+/// hundreds of megabytes. A megabyte can also contain ten thousand matrices through which each colour must
+/// pass, or a table of fifteen channels; the cost of a colour is therefore limited, too.
+/// @return fails with NotAProfile, DamagedTagTable or DamagedTag
 [[nodiscard]] Result<void> checkIccTables(const QByteArray& profile);
 
 } // namespace velmora

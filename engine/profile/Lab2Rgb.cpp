@@ -11,15 +11,15 @@ namespace {
 
 using velmora::Vec3;
 
-// ICC D50, as profiles hold it.
+// The ICC PCS white, D50.
 constexpr double whiteX = 0.9642;
 constexpr double whiteZ = 0.8249;
 
 using Linear = std::array<double, 3>;
 
-// XYZ (D50, white Y = 1) to linear sRGB: the inverse of the primaries and white of IEC 61966-2-1,
+// XYZ (D50, white Y = 1) to linear sRGB: the inverse matrix of the primaries and white of IEC 61966-2-1,
 // (0.64, 0.33), (0.30, 0.60), (0.15, 0.06) and (0.3127, 0.3290), adapted to D50 by the linear Bradford
-// transform; each row is scaled so that the white gives exactly 1.
+// transform. Each row is scaled so that the white is exactly 1.
 constexpr std::array<Linear, 3> xyzToLinear = [] {
     std::array<Linear, 3> m{{{3.134186364236819, -1.617208958998275, -0.490694064006384},
                              {-0.978748504190694, 1.916130096773587, 0.033433399159996},
@@ -32,7 +32,7 @@ constexpr std::array<Linear, 3> xyzToLinear = [] {
     return m;
 }();
 
-// CIE 1976: the inverse of the cube root with its linear start.
+// CIE 1976: the inverse of the cube root with its linear part near 0.
 double inverseRoot(double f)
 {
     constexpr double delta = 6.0 / 29.0;
@@ -53,8 +53,9 @@ Linear linearRgb(double L, double a, double b)
 
 bool displayable(const Linear& rgb)
 {
-    constexpr double slack = 1e-9; // rounding of the neutral axis' ends
-    return std::all_of(rgb.begin(), rgb.end(), [](double v) { return v >= -slack && v <= 1.0 + slack; });
+    constexpr double tolerance = 1e-9; // rounding errors at both ends of the neutral axis
+    return std::all_of(rgb.begin(), rgb.end(),
+                       [](double v) { return v >= -tolerance && v <= 1.0 + tolerance; });
 }
 
 float encoded(double linear)
@@ -64,14 +65,14 @@ float encoded(double linear)
     return static_cast<float>(std::clamp(255.0 * curve, 0.0, 255.0));
 }
 
-// No colour of sRGB has a larger chroma.
+// More than the chroma of any sRGB colour.
 constexpr double maxChroma = 160.0;
-// How far towards L* 50 the grey lies that a colour is brought to. Straight inwards (0) would be along
-// the nearly level edge from white to yellow, in and out of it: colours a hair above yellow would turn
-// pale. From 0.1 on no path meets the limit twice, whatever hue and lightness, and so near colours stay
-// near.
+// How far the target grey is moved towards L* 50. Without it (0) a path at constant lightness would run along
+// the nearly horizontal edge from white to yellow and could cross the gamut boundary twice; colours just
+// above yellow would become pale. From 0.1 on no path crosses the boundary twice at any hue and lightness,
+// and the mapping is continuous.
 constexpr double tilt = 0.2;
-// Halvings of a chroma of at most 160: to 1e-7 dE.
+// Bisection steps: a chroma of at most 160 is found to 1e-7 dE.
 constexpr int halvings = 30;
 
 Linear nearestDisplayable(double L, double a, double b)
@@ -82,7 +83,7 @@ Linear nearestDisplayable(double L, double a, double b)
     const auto along = [&](double t) {
         return linearRgb(greyL + t * (L - greyL), t * inward * a, t * inward * b);
     };
-    double low = 0.0; // grey is displayable
+    double low = 0.0; // grey is in gamut
     double high = 1.0;
     for (int i = 0; i < halvings; ++i) {
         const double middle = 0.5 * (low + high);

@@ -4,10 +4,9 @@
 #include <array>
 
 namespace velmora {
-
 namespace {
 
-// The vertices on the surface of a cube of n nodes along each axis, in the order of i, j, k.
+// The vertices on the surface of a cube with n nodes along each axis, in the order of i, j, k.
 class CubeVertices
 {
 public:
@@ -38,7 +37,7 @@ std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n)
     const std::size_t last = n - 1;
     std::vector<Triangle> triangles;
     triangles.reserve(12 * last * last);
-    // Seen along the axis u x v, the quad's corners run counter-clockwise.
+    // The vertices of a quad are counter-clockwise, seen from the positive end of the axis u x v.
     const auto addQuad = [&triangles](int p, int q, int r, int s, bool outwards) {
         if (outwards) {
             triangles.push_back({p, q, r});

@@ -6,15 +6,17 @@
 
 namespace velmora {
 
-/// The image of the surface of a three-channel device cube: every device face becomes a sheet of
-/// (N-1)^2 quads of two triangles, sharing the vertices of the cube's edges. Closed and manifold by
-/// construction; exact but for the step width, as long as the device map does not fold.
-/// Faces look outwards when the map keeps the handedness; @p nodes are three axes of N nodes.
+/// The image of the surface of a three-channel device cube: each face of the cube becomes a sheet of (N-1)^2
+/// quads of two triangles; adjacent sheets share the vertices of their common edge. Closed and manifold by
+/// construction; exact except for the step width, unless the device map folds. The faces point outwards if
+/// the map preserves orientation.
+/// @param nodes three axes of N nodes each
+/// @return fails as DeviceTransform::toLab()
 [[nodiscard]] Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes& nodes,
                                           const Task& task);
 
-/// The mesh that deviceCubeMesh() would give for @p count of the @p nodesPerAxis nodes along each axis, as
-/// thinnedAxis() keeps them: its vertices are some of the mesh's own.
-Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count);
+/// The result of deviceCubeMesh() for the nodes that thinnedAxis() keeps, @p count of @p nodesPerAxis. Needs
+/// no transform: its vertices are a subset of those of @p mesh.
+[[nodiscard]] Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count);
 
 } // namespace velmora

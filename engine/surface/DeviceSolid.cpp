@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
+#include <span>
 
 namespace velmora {
-
 namespace {
 
-// Appends the cells of one three-dimensional face, whose points start at `base`.
+// Appends the tetrahedra of one three-dimensional face, whose points start at `base`.
 void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::array<int, 3> counts)
 {
     const std::array<int, 3> stride{counts[1] * counts[2], counts[2], 1};
@@ -27,7 +27,8 @@ void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::a
             }
 }
 
-// The device colours of one three-dimensional face: u, v, w take all nodes, the others a corner's bits.
+// The device colours of one three-dimensional face: the free channels take all nodes, the others the bits of
+// a corner.
 void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned corner,
                 std::array<std::size_t, 3> free)
 {
@@ -48,10 +49,10 @@ void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned c
 
 namespace {
 
-// How far each axis bends: the mean second difference along the edges of the hypercube and through
-// its middle, at equal counts of nodes.
-Result<std::vector<double>> bends(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                  const Task& task)
+// Curvature of each axis: the mean second difference along the hypercube's edges and through its centre, with
+// the same number of nodes for all axes.
+Result<std::vector<double>> curvatures(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                       const Task& task)
 {
     constexpr std::size_t count = 33;
     const std::size_t n = nodes.size();
@@ -87,7 +88,7 @@ Result<std::vector<double>> bends(const DeviceTransform& transform, const Device
     return result;
 }
 
-// As many tetrahedra as the solid of so many nodes along each axis has.
+// Number of tetrahedra of a solid with so many nodes along each axis.
 double tetrahedraOf(const std::vector<std::size_t>& counts)
 {
     const std::size_t n = counts.size();
@@ -109,15 +110,15 @@ Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxi
     const auto fine = equalisedNodes(transform, maxNodes, evenShareOfFolds, task.part(0.0, 0.5));
     if (!fine)
         return failure(fine);
-    const auto bend = bends(transform, *fine, task.part(0.5, 1.0));
-    if (!bend)
-        return failure(bend);
+    const auto curvature = curvatures(transform, *fine, task.part(0.5, 1.0));
+    if (!curvature)
+        return failure(curvature);
     const double target = std::min(maxTetrahedra, tetrahedraOf(std::vector<std::size_t>(
                                                       fine->size(), static_cast<std::size_t>(nodesPerAxis))));
     const auto countsAt = [&](double scale) {
         std::vector<std::size_t> counts;
-        counts.reserve(bend->size());
-        for (double b : *bend)
+        counts.reserve(curvature->size());
+        for (double b : *curvature)
             counts.push_back(
                 static_cast<std::size_t>(std::clamp(scale * std::sqrt(b), minNodes, double(maxNodes))));
         return counts;
@@ -160,19 +161,18 @@ Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNo
 
 namespace {
 
-// A tetrahedron as four functions that are at least 0 inside of it and linear in space: the shares of
-// its corners, of which the first is what the others leave of 1.
-class Shares
+// The barycentric coordinates of a tetrahedron as linear functions; a point is inside if none is negative.
+class Barycentric
 {
 public:
-    Shares(Vec3 p, Vec3 q, Vec3 r, Vec3 s) : m_origin(p)
+    Barycentric(Vec3 p, Vec3 q, Vec3 r, Vec3 s) : m_origin(p)
     {
         const Vec3 u = q - p, v = r - p, w = s - p;
         const double volume = dot(u, cross(v, w));
         const double size = length(u) * length(v) * length(w);
-        constexpr double flat = 1e-9;
-        m_flat = std::abs(volume) <= flat * size;
-        if (m_flat)
+        constexpr double minVolumeRatio = 1e-9;
+        m_degenerate = std::abs(volume) <= minVolumeRatio * size;
+        if (m_degenerate)
             return;
         std::array<Vec3, 4> gradients;
         gradients[1] = (1.0 / volume) * cross(v, w);
@@ -180,30 +180,30 @@ public:
         gradients[3] = (1.0 / volume) * cross(u, v);
         gradients[0] = -1.0 * (gradients[1] + gradients[2] + gradients[3]);
         for (std::size_t i = 0; i < 4; ++i) {
-            constexpr double rounding = 1e-9;
+            constexpr double tolerance = 1e-9;
             const Vec3& g = gradients[i];
-            const double start = (i == 0 ? 1.0 : 0.0) + rounding;
-            Side& side = m_sides[i];
-            side.bound = g.L > 0.0 ? Bound::Low : g.L < 0.0 ? Bound::High : Bound::None;
-            const double scale = side.bound == Bound::None ? 1.0 : -1.0 / g.L;
-            side.start = scale * start;
-            side.a = scale * g.a;
-            side.b = scale * g.b;
+            const double start = (i == 0 ? 1.0 : 0.0) + tolerance;
+            Facet& facet = m_facets[i];
+            facet.bound = g.L > 0.0 ? Bound::Low : g.L < 0.0 ? Bound::High : Bound::None;
+            const double scale = facet.bound == Bound::None ? 1.0 : -1.0 / g.L;
+            facet.start = scale * start;
+            facet.a = scale * g.a;
+            facet.b = scale * g.b;
         }
     }
 
-    bool isDegenerate() const { return m_flat; }
+    bool isDegenerate() const { return m_degenerate; }
 
-    // The part of the line through (a, b) that lies inside.
+    // The part of the line at (a, b) that lies inside; false if there is none.
     bool interval(double a, double b, double& low, double& high) const
     {
         low = -std::numeric_limits<double>::infinity();
         high = std::numeric_limits<double>::infinity();
-        for (const Side& side : m_sides) {
-            const double value = side.start + side.a * (a - m_origin.a) + side.b * (b - m_origin.b);
-            if (side.bound == Bound::Low)
+        for (const Facet& facet : m_facets) {
+            const double value = facet.start + facet.a * (a - m_origin.a) + facet.b * (b - m_origin.b);
+            if (facet.bound == Bound::Low)
                 low = std::max(low, value);
-            else if (side.bound == Bound::High)
+            else if (facet.bound == Bound::High)
                 high = std::min(high, value);
             else if (value < 0.0)
                 return false;
@@ -220,31 +220,32 @@ private:
         High,
         None
     };
-    // Where a line passes the side, or the share itself on sides that run along the lines.
-    struct Side
+    // The first coordinate at which a line crosses the facet; for facets parallel to the lines the
+    // barycentric coordinate itself.
+    struct Facet
     {
         double start, a, b;
         Bound bound;
     };
 
     Vec3 m_origin;
-    std::array<Side, 4> m_sides;
-    bool m_flat = false;
+    std::array<Facet, 4> m_facets;
+    bool m_degenerate = false;
 };
 
 constexpr std::size_t tetrahedraBetweenChecks = 4096;
-// Neighbouring tetrahedra may leave this much of a line between them, by rounding.
+// Rounding may leave a gap of this size between adjacent tetrahedra.
 constexpr float minGap = 1e-4f;
 
-// Unites the intervals of one line, in place.
+// Merges overlapping intervals of one line, in place.
 // @return how many remain
-std::size_t unite(Interval* intervals, std::size_t count)
+std::size_t merge(std::span<Interval> intervals)
 {
-    std::sort(intervals, intervals + count, [](const Interval& s, const Interval& t) {
+    std::sort(intervals.begin(), intervals.end(), [](const Interval& s, const Interval& t) {
         return s.low != t.low ? s.low < t.low : s.lowTetrahedron < t.lowTetrahedron;
     });
     std::size_t kept = 0;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < intervals.size(); ++i) {
         if (kept == 0 || intervals[i].low > intervals[kept - 1].high + minGap) {
             intervals[kept++] = intervals[i];
         } else if (intervals[i].high > intervals[kept - 1].high) {
@@ -291,13 +292,13 @@ Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
         const int j1 = lastLine(std::max({p.b, q.b, r.b, s.b}), grid.b0, grid.nb);
         if (i0 > i1 || j0 > j1)
             continue;
-        const Shares shares(p, q, r, s);
-        if (shares.isDegenerate())
+        const Barycentric tetrahedron(p, q, r, s);
+        if (tetrahedron.isDegenerate())
             continue;
         for (int j = j0; j <= j1; ++j)
             for (int i = i0; i <= i1; ++i) {
                 double low = 0.0, high = 0.0;
-                if (!shares.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
+                if (!tetrahedron.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
                     continue;
                 const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
                                   static_cast<std::uint32_t>(i);
@@ -316,9 +317,10 @@ Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
     for (std::size_t line = 0; line < grid.size(); ++line) {
         if (line % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        Interval* begin = result.intervals.data() + result.first[line];
-        const std::size_t count = unite(begin, result.first[line + 1] - result.first[line]);
-        std::copy(begin, begin + count, result.intervals.data() + kept);
+        const std::span<Interval> ofLine(result.intervals.data() + result.first[line],
+                                         result.first[line + 1] - result.first[line]);
+        const std::size_t count = merge(ofLine);
+        std::copy_n(ofLine.begin(), count, result.intervals.begin() + kept);
         result.first[line] = kept;
         kept += static_cast<std::uint32_t>(count);
     }

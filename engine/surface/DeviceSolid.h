@@ -6,48 +6,50 @@
 
 namespace velmora {
 
-/// All that a device can show, as tetrahedra in CIELAB: the three-dimensional faces of the device
-/// hypercube, of which a device of three channels has one, divided into cells of six tetrahedra each
-/// (Kuhn 1960). The gamut is their union, however the map folds and winds.
+/// All colours of a device as tetrahedra in CIELAB: the images of the three-dimensional faces of the device
+/// hypercube (with three channels, the cube itself), divided into cells of six tetrahedra each (Kuhn 1960).
+/// The gamut is their union, even if the device map folds or winds.
 struct DeviceSolid
 {
     int channels = 0;
-    std::vector<float> device; ///< `channels` values for each point
-    std::vector<Vec3> points;
-    std::vector<std::array<int, 4>> tetrahedra;
+    std::vector<float> device;                  ///< `channels` values for each point
+    std::vector<Vec3> points;                   ///< Lab
+    std::vector<std::array<int, 4>> tetrahedra; ///< point indices
 };
 
-/// From seven channels on there are too many three-dimensional faces.
+/// With more channels there are too many three-dimensional faces.
 inline constexpr int maxSolidChannels = 6;
 
-/// Nodes for a solid of about as many tetrahedra as @p nodesPerAxis along each axis would make, and of
-/// at most some hundred thousand. An axis along which the map bends gets more of them than a straight
-/// one: the error of a chord is its second difference, which falls with the square of the step, and
-/// the best shares of a budget make these alike.
+/// Nodes for a solid of about as many tetrahedra as @p nodesPerAxis nodes along each axis would give, and at
+/// most 400,000. Axes along which the map is curved get more nodes than linear ones: the error of a chord is
+/// proportional to the second difference and to the square of the step, and the total error is least if it is
+/// the same along all axes.
+/// @return fails as DeviceTransform::toLab()
 [[nodiscard]] Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxis,
                                              const Task& task);
 
-/// The solid of a device, with the three-dimensional faces divided at @p nodes.
+/// The solid of a device, with the three-dimensional faces divided at @p nodes. Fails as
+/// DeviceTransform::toLab().
 [[nodiscard]] Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNodes& nodes,
                                               const Task& task);
 
-/// A interval of a column that lies in the solid; values of L* and the tetrahedra that end there.
+/// An interval of a line that lies in the solid, and the tetrahedra in which it ends.
 struct Interval
 {
-    float low;
-    float high;
+    float low;  ///< coordinate along the line
+    float high; ///< likewise
     std::int32_t lowTetrahedron;
     std::int32_t highTetrahedron;
 };
 
-/// The intervals of each column that lie in the solid, apart from each other and rising.
+/// The intervals of each line that lie in the solid, disjoint and ascending.
 struct LineIntervals
 {
-    std::vector<std::uint32_t> first; ///< column c has the intervals first[c] to first[c + 1]
+    std::vector<std::uint32_t> first; ///< line c has the intervals first[c] to first[c + 1]
     std::vector<Interval> intervals;
 };
 
-/// Parallel lines through space: line (i, j) has the places ( . , a0 + i step, b0 + j step).
+/// Parallel lines along the first coordinate: line (i, j) is at (a0 + i step, b0 + j step).
 struct LineGrid
 {
     double a0 = 0.0;
@@ -59,22 +61,23 @@ struct LineGrid
     std::size_t size() const { return static_cast<std::size_t>(na) * static_cast<std::size_t>(nb); }
 };
 
-/// How often lines may meet tetrahedra while one gamut is computed. Solids of devices need a million
-/// meetings, one of four channels that winds around more than once eleven; a table of noise, whose
-/// tetrahedra are all as large as the solid, would need hundreds of millions.
+/// Limits how many intersections of lines and tetrahedra are computed for one gamut. Solids of real devices
+/// need about 1 million, one of four channels that winds more than once 11 million. A table of noise, in
+/// which each tetrahedron is as large as the whole solid, would need hundreds of millions.
 struct CastBudget
 {
-    static constexpr std::size_t maxPerCast = 3'000'000; ///< of one castThrough(); they are kept
-    std::size_t left = 12'500'000;
+    static constexpr std::size_t maxPerCast = 3'000'000; ///< in one call of castThrough(), which stores them
+    std::size_t left = 12'500'000;                       ///< for all further calls
 };
 
-/// Where the lines run inside of tetrahedra of @p points, whose first coordinate is along the lines.
-/// Fails with Cancelled, or with TooManyOverlaps if @p budget is exceeded.
+/// The intervals of lines that lie in the union of tetrahedra. The first coordinate of @p points is along
+/// the lines. Fails with Cancelled, or with TooManyOverlaps if @p budget is exceeded.
 [[nodiscard]] Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
                                                 const std::vector<std::array<int, 4>>& tetrahedra,
                                                 const LineGrid& grid, CastBudget& budget, const Task& task);
 
-/// Volume of the union of the tetrahedra in dE76 cubed, by columns along L*. Fails as castThrough().
+/// Volume of the union of the tetrahedra in dE76 cubed, integrated over columns along L*. Fails as
+/// castThrough().
 [[nodiscard]] Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task);
 
 } // namespace velmora

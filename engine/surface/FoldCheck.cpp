@@ -20,8 +20,8 @@ Result<FoldCheck> checkFolds(const DeviceTransform& transform, const DeviceNodes
         return failure(converted);
     const std::vector<Vec3>& lab = *converted;
 
-    // Each tetrahedron runs from the cell's lowest corner to its highest, one axis after the other;
-    // odd orders of the axes count the other way round.
+    // Each tetrahedron follows the path from the cell's lowest corner to its highest, one axis after the
+    // other. Odd permutations of the axes have the opposite orientation.
     const std::array<std::size_t, 3> stride{n * n, n, 1};
     struct Order
     {

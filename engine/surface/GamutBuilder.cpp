@@ -18,19 +18,20 @@
 namespace velmora {
 namespace {
 
-// Share of the volume that may run backwards before the image of the device cube's surface no longer
-// bounds the gamut. Real RGB spaces have none at all, encodings with clipped corners some percent.
+// Above this share of reversed volume the image of the device cube's surface does not bound the gamut. Real
+// RGB spaces have none at all, encodings with clipped corners some percent.
 constexpr double maxFoldShare = 0.001;
-// Share of the volume that a surface may wind around other than once.
+// Share of the volume in which a surface's winding number may be neither 0 nor 1.
 constexpr double maxInvalidShare = 0.001;
-// How far a hull's volume may be off what the device covers, which is measured on a coarser grid.
+// Allowed relative difference between a hull's volume and the device's, which is measured on a coarser grid.
 constexpr double concaveSlack = 0.02;
-// Faces of a lattice surface from the default grid on: what it cuts off the solid's edges falls with them.
+// Faces of a lattice surface, from the default grid on. More faces cut less off the solid's edges.
 constexpr double latticeFaces = 100'000.0;
 constexpr int foldCheckNodes = 17;
-// How far two hulls of different grids may be apart where nothing else is known about the solid.
+// Allowed relative difference of the volumes of two hulls on different grids, for solids that cannot be
+// checked in another way.
 constexpr double hullSlack = 0.1;
-// From here on the two-dimensional faces are too many to be sampled all.
+// From here on there are too many two-dimensional faces to sample all of them.
 constexpr int manyChannels = 7;
 
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
@@ -55,10 +56,10 @@ Result<WindingCheck> windingOf(const Mesh& mesh, const Task& task)
 
 Result<bool> hasIntersections(const Mesh& mesh, const Task& task)
 {
-    const auto crossings = countIntersections(mesh, 1, task);
-    if (!crossings)
-        return failure(crossings);
-    return *crossings > 0;
+    const auto count = countIntersections(mesh, 1, task);
+    if (!count)
+        return failure(count);
+    return *count > 0;
 }
 
 enum class CoincidentSheets
@@ -79,13 +80,13 @@ Result<bool> isSimple(const Mesh& mesh, CoincidentSheets coincident, const Task&
     if (coincident == CoincidentSheets::Refused &&
         check->coincidentArea > maxInvalidShare * check->coveredArea)
         return false;
-    const auto crosses = hasIntersections(mesh, task);
-    if (!crosses)
-        return failure(crosses);
-    return !*crosses;
+    const auto intersects = hasIntersections(mesh, task);
+    if (!intersects)
+        return failure(intersects);
+    return !*intersects;
 }
 
-void lookOutwards(Mesh& mesh)
+void faceOutwards(Mesh& mesh)
 {
     if (signedVolume(mesh) < 0.0)
         flip(mesh);
@@ -112,7 +113,7 @@ public:
 private:
     Result<void> findSurface()
     {
-        auto nodes = equalisedNodes(m_transform, m_record.gridPoints, smallEvenShare, m_task.part(0.0, 0.1));
+        auto nodes = equalisedNodes(m_transform, m_record.gridPoints, minEvenShare, m_task.part(0.0, 0.1));
         if (!nodes)
             return failure(nodes);
         m_nodes = std::move(*nodes);
@@ -134,7 +135,7 @@ private:
         auto mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4));
         if (!mesh)
             return failure(mesh);
-        lookOutwards(*mesh);
+        faceOutwards(*mesh);
         if (folds->foldShare > maxFoldShare)
             return false;
         const auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
@@ -147,7 +148,8 @@ private:
         return true;
     }
 
-    // Fewer nodes where the default would take too many samples; others for three channels that fold.
+    // Fewer nodes if the requested ones would need too many samples; other positions for three channels,
+    // whose map folds if they come here.
     Result<void> chooseHullNodes()
     {
         const int channels = m_transform.channels();
@@ -159,7 +161,7 @@ private:
         if (count == m_record.gridPoints && channels != 3)
             return {};
         m_record.gridPoints = count;
-        const double evenShare = channels == 3 ? evenShareOfFolds : smallEvenShare;
+        const double evenShare = channels == 3 ? evenShareOfFolds : minEvenShare;
         auto nodes = equalisedNodes(m_transform, count, evenShare, m_task.part(0.2, 0.25));
         if (!nodes)
             return failure(nodes);
@@ -189,8 +191,8 @@ private:
         return {};
     }
 
-    // Of more channels than a solid can be made of: whether the device shows what the hull encloses, and
-    // the hull encloses what the device shows.
+    // For more channels than DeviceSolid supports: checks that the hull contains only device colours, and all
+    // of them as far as a coarser grid tells.
     Result<void> checkFilled(const Mesh& hull, const Mesh& coarse)
     {
         const auto reached = reachedVolume(hull, m_transform, m_task.part(0.7, 0.75));
@@ -203,7 +205,8 @@ private:
         return {};
     }
 
-    // A hull of what no centre sees all of is a surface too, but around too much, or through itself.
+    // The radial hull of a solid that is not star-shaped is a surface, too, but it encloses too much or
+    // self-intersects.
     Result<bool> isStarShaped(const Mesh& hull)
     {
         const int channels = m_transform.channels();
@@ -258,18 +261,18 @@ private:
         if (!coarse)
             return failure(coarse);
         removeTinyComponents(*mesh);
-        const auto crosses = hasIntersections(*mesh, m_task);
-        if (!crosses)
-            return failure(crosses);
-        if (*crosses)
+        const auto intersects = hasIntersections(*mesh, m_task);
+        if (!intersects)
+            return failure(intersects);
+        if (*intersects)
             return failure(KVProblemCode::SurfaceSelfIntersects);
         take(std::move(*mesh), *coarse, KVGamut::Method::LatticeSurface);
         return {};
     }
 
-    // As fine as asked for, or as the surface can be without meeting itself: halfway between
-    // the ends of an edge the device's colour may lie deep inside. A lattice's faces are small, and
-    // their corners not where the device's colours are.
+    // Refines as often as requested, but not if the surface would then self-intersect: the device colour
+    // midway between two vertices may lie deep inside the gamut. A lattice surface is not refined: its faces
+    // are small, and its vertices have only approximate device colours.
     Result<void> refineSurface()
     {
         const double rounds = m_request.refinements;
@@ -312,8 +315,8 @@ private:
         return nodes;
     }
 
-    // The error of both surfaces falls with the square of the step, so the finer one is off by a
-    // third of their difference; half of it allows for what is not quite quadratic.
+    // The error is proportional to the square of the step, so that of the finer surface is a third of the
+    // difference between both (Richardson extrapolation). Half of it allows for deviations from that law.
     void take(Mesh mesh, const Mesh& coarse, KVGamut::Method method)
     {
         const double volume = signedVolume(mesh);
@@ -324,9 +327,8 @@ private:
         m_record.method = method;
     }
 
-    // The share of the volume that both surfaces may miss alike: samples just below the surface may lie
-    // on a hull, the ridge of a fold may run between nodes or through them, and a lattice cuts a solid's
-    // edges off.
+    // The relative error that both surfaces may have in common: a hull may pass through samples just below
+    // the true surface, the ridge of a fold may lie between nodes, and a lattice cuts off a solid's edges.
     double commonError(KVGamut::Method method) const
     {
         constexpr double ofMesh = 1e-6, ofHull = 5e-4, ofLattice = 1e-3, ofFold = 4.0;

@@ -10,27 +10,29 @@
 
 namespace velmora {
 
+/// Lab along one colorant channel, from just above 0 to full.
 using Ramp = std::vector<LabPoint>;
 
-/// All that a gamut is; what can be derived from it is derived again when it is restored.
+/// Everything about a gamut that is computed from its profile, and saved. The members are documented at
+/// KVGamut::Report; indexes, faces and outline are derived from the mesh on demand.
 struct GamutRecord
 {
     Mesh mesh;
     KVGamut::Method method = KVGamut::Method::None;
     KVVMRenderType intent = KVVMRenderRelativeColorimetric;
     bool blackPointCompensation = false;
-    bool decorated = false; ///< with primaries and outline
+    bool decorated = false; ///< whether primaries and outline are available
     int gridPoints = 0;
     double foldShare = 0.0;
     double volumeUncertainty = 0.0;
     double seconds = 0.0;
     LabPoint white;
     LabPoint black;
-    LabPoint origin; ///< the device colour without colorants
-    std::vector<Ramp> primaries;
+    LabPoint origin;             ///< the device colour without colorants
+    std::vector<Ramp> primaries; ///< one for each channel; empty for channels that are not colorants
 };
 
-/// Solids of less volume, in dE76 cubed, have no gamut: TooSmall.
+/// Solids with less volume, in dE76 cubed, are refused with TooSmall.
 inline constexpr double minVolume = 1.0;
 
 /// Checks that a surface is closed, manifold, oriented outwards, within the range of Lab, and that it

@@ -11,8 +11,8 @@ namespace {
 
 using Step = std::array<int, 3>;
 
-// The edges of the lattice's tetrahedra: along the axes, the cells' sides' diagonals and their own.
-// The first runs along L*, which decides which nodes lie in the solid.
+// Directions of the tetrahedra's edges: along the axes, the diagonals of the cell's facets and of the cell.
+// The first runs along L*; its lines decide which nodes lie in the solid.
 constexpr std::array<Step, 7> directions{
     {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}}};
 
@@ -21,7 +21,7 @@ std::size_t directionOf(const Step& d)
     return static_cast<std::size_t>(std::find(directions.begin(), directions.end(), d) - directions.begin());
 }
 
-// Vertices keep this share of their edge away from its ends, so that no face shrinks to nothing.
+// Vertices keep this share of their edge away from its ends, so that no face degenerates.
 constexpr double endShare = 0.02;
 
 struct Lattice
@@ -45,8 +45,8 @@ struct Lattice
     }
 };
 
-// One node or more around the solid on all sides. The nodes avoid the planes through the solid's
-// ends, where solids made of boxes would have all their crossings at once.
+// At least one node around the solid on all sides. The offsets keep lattice planes away from the solid's
+// bounds, where box-shaped solids would have their facets.
 Lattice latticeAround(const DeviceSolid& solid, double pitch)
 {
     Vec3 low = solid.points.front(), high = low;
@@ -63,8 +63,8 @@ Lattice latticeAround(const DeviceSolid& solid, double pitch)
     return lattice;
 }
 
-// The lines along one direction. Coordinates are sheared so that they run along an axis: the
-// direction's first one; the others lose what the direction adds to them.
+// The lines along one direction. Coordinates are sheared so that the lines are parallel to the direction's
+// first non-zero axis.
 class Lines
 {
 public:
@@ -117,7 +117,7 @@ private:
     LineGrid m_grid;
 };
 
-// Calls visit(node, its index) for all nodes that have a neighbour in the direction.
+// Calls visit(node, index of the node) for all nodes that have a neighbour in the direction.
 template <typename Visit>
 void forEdges(const Lattice& lattice, const Step& d, const Visit& visit)
 {
@@ -150,7 +150,7 @@ public:
                 occupy(lines, *intervals);
             addVertices(d, lines, *intervals, tetrahedra);
             if (d == 0)
-                keepThoseAtTheSurface(tetrahedra);
+                keepTetrahedraAtSurface(tetrahedra);
             task.setProgress(double(d + 1) / double(directions.size() + 1));
         }
         return {};
@@ -195,8 +195,9 @@ private:
             }
     }
 
-    // Tetrahedra that no edge with a crossing passes through have done their part after the first cast.
-    void keepThoseAtTheSurface(std::vector<std::array<int, 4>>& tetrahedra)
+    // After the first direction only tetrahedra near the surface matter: removes those that overlap no cell
+    // with nodes both inside and outside.
+    void keepTetrahedraAtSurface(std::vector<std::array<int, 4>>& tetrahedra)
     {
         std::vector<char> atSurface(m_lattice.size(), 0); // of the cell above each node
         const Step last{m_lattice.counts[0] - 1, m_lattice.counts[1] - 1, m_lattice.counts[2] - 1};
@@ -250,8 +251,8 @@ private:
             const std::size_t line = lines.lineOf(n);
             const Interval* begin = intervals.intervals.data() + intervals.first[line];
             const Interval* end = intervals.intervals.data() + intervals.first[line + 1];
-            // By rounding a line may miss what the column through the node has met; then the surface
-            // is at the node.
+            // By rounding a line may miss a tetrahedron that the line along L* through the node hits. The
+            // surface is then assumed to pass through the node.
             double place = leaves ? from : from + m_lattice.pitch;
             int tetrahedron = -1;
             for (const Interval* s = begin; s != end; ++s)
@@ -275,20 +276,21 @@ private:
         m_mesh.lab.push_back(snapped(start + share * along));
         const auto channels = static_cast<std::size_t>(m_solid.channels);
         const Vec3 x = start + trueShare * along;
-        const std::array<double, 4> shares =
-            tetrahedron ? sharesOf(*tetrahedron, x) : std::array{1.0, 0.0, 0.0, 0.0};
+        const std::array<double, 4> weights =
+            tetrahedron ? barycentric(*tetrahedron, x) : std::array{1.0, 0.0, 0.0, 0.0};
         for (std::size_t c = 0; c < channels; ++c) {
             double value = 0.0;
             for (std::size_t i = 0; i < 4; ++i) {
                 const auto corner =
                     tetrahedron ? static_cast<std::size_t>((*tetrahedron)[i]) : nearestPoint(x);
-                value += shares[i] * double(m_solid.device[corner * channels + c]);
+                value += weights[i] * double(m_solid.device[corner * channels + c]);
             }
             m_mesh.device.push_back(static_cast<float>(std::clamp(value, 0.0, 1.0)));
         }
     }
 
-    std::array<double, 4> sharesOf(const std::array<int, 4>& tetrahedron, Vec3 x) const
+    // Barycentric coordinates of a point in a tetrahedron.
+    std::array<double, 4> barycentric(const std::array<int, 4>& tetrahedron, Vec3 x) const
     {
         std::array<Vec3, 4> p;
         for (std::size_t i = 0; i < 4; ++i)
@@ -330,8 +332,8 @@ private:
             sum += m_occupied[node + corner];
         if (sum == 0 || sum == 8)
             return;
-        // From the cell's lowest corner to its highest, one axis after the other; odd orders of the
-        // axes are left-handed.
+        // Each tetrahedron follows the path from the cell's lowest corner to its highest, one axis after the
+        // other. Odd permutations of the axes are left-handed.
         constexpr std::array<std::array<int, 3>, 6> orders{
             {{0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {1, 0, 2}, {2, 1, 0}, {0, 2, 1}}};
         for (std::size_t o = 0; o < orders.size(); ++o) {
@@ -345,13 +347,13 @@ private:
         }
     }
 
-    // The tetrahedron is right-handed: from its last corner the others appear counter-clockwise.
+    // The tetrahedron is right-handed: seen from its last corner, the others are counter-clockwise.
     void marchTetrahedron(std::size_t node, std::array<Step, 4> corners)
     {
         const auto inside = [&](const Step& corner) {
             return m_occupied[node + m_lattice.offset(corner)] != 0;
         };
-        // The inner corners first. Each exchange of two turns the hand.
+        // Sorts the corners that are inside first. Each swap reverses the orientation.
         bool right = true;
         for (std::size_t i = 0; i < 4; ++i)
             for (std::size_t j = 0; j < 3; ++j)
@@ -378,7 +380,7 @@ private:
         }
     }
 
-    static constexpr double placeTolerance = 1e-3; // dE; what counts as the place of a node
+    static constexpr double placeTolerance = 1e-3; // dE; an interval that ends so close to a node contains it
 
     const DeviceSolid& m_solid;
     Lattice m_lattice;
@@ -406,7 +408,7 @@ Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget&
         low = {std::min(low.L, p.L), std::min(low.a, p.a), std::min(low.b, p.b)};
         high = {std::max(high.L, p.L), std::max(high.a, p.a), std::max(high.b, p.b)};
     }
-    // As coarse as to see the solid at all; from there faces grow with the square of the fineness.
+    // A coarse trial; the number of faces is proportional to 1 / pitch squared.
     const double extent = std::max({high.L - low.L, high.a - low.a, high.b - low.b});
     const double trial = extent / 40.0;
     if (!(trial > 0.0))

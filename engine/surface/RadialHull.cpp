@@ -13,7 +13,7 @@ namespace {
 
 constexpr double exponent = 0.05;
 
-// Middle of the bounding box of the samples.
+// Centre of the samples' bounding box.
 Vec3 centreOf(const std::vector<Vec3>& points)
 {
     Vec3 low = points.front();
@@ -64,7 +64,7 @@ std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
     const int n = static_cast<int>(nodes.size());
     std::vector<float> samples;
     std::vector<float> colour(nodes.size());
-    // The free channels u < v take their inner nodes (u = v: an edge, u < 0: a corner); the others
+    // The free channels u < v take their inner nodes; v < 0 means an edge, u < 0 a corner. The other channels
     // take the bits of a corner.
     const auto emit = [&](int u, int v) {
         const unsigned freeMask = (u >= 0 ? 1u << u : 0u) | (v >= 0 ? 1u << v : 0u);
@@ -114,13 +114,13 @@ std::size_t maxHullSamples(int channels)
 
 namespace {
 
-// Mixtures of n inks have n (n - 1) outermost faces.
-double facesOfMixtures(int channels)
+// Faces of a zonotope of n vectors, the gamut of n inks that mix linearly.
+double zonotopeFaces(int channels)
 {
     return double(channels) * (channels - 1);
 }
 
-// Neighbouring faces share the samples of their common edge: of n by n samples (n - 1)^2 are their own.
+// Adjacent faces share the samples of their common edge: of n by n samples (n - 1)^2 are counted for a face.
 std::size_t samplesPerFace(std::size_t nodesPerAxis)
 {
     return (nodesPerAxis - 1) * (nodesPerAxis - 1);
@@ -130,14 +130,15 @@ std::size_t samplesPerFace(std::size_t nodesPerAxis)
 
 int nodesForOutermostFaces(int channels, int wanted)
 {
-    constexpr double spare = 3.0; // inks are no mere mixtures, and which faces are outermost is a guess
-    const double perFace = double(maxHullSamples(channels)) / (spare * facesOfMixtures(channels));
+    constexpr double margin =
+        3.0; // inks do not mix linearly, and the choice of outermost faces is a heuristic
+    const double perFace = double(maxHullSamples(channels)) / (margin * zonotopeFaces(channels));
     return std::clamp(static_cast<int>(std::sqrt(perFace)) + 1, 3, wanted);
 }
 
 namespace {
 
-// How deep each point lies below the convex hull of all; 0 on it.
+// Depth of each point below the convex hull of all points; 0 on the hull.
 std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
 {
     const Vec3 centre = centreOf(points);
@@ -180,11 +181,11 @@ std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
 struct HypercubeFace
 {
     float depth;
-    std::uint16_t corner; // the bits of the channels that stand still
-    std::uint8_t u, v;    // the channels that move
+    std::uint16_t corner; // the bits of the fixed channels
+    std::uint8_t u, v;    // the free channels
 };
 
-// The outermost two-dimensional faces, in the order of their depth.
+// The outermost two-dimensional faces, sorted by depth.
 std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double>& depths, std::size_t count)
 {
     std::vector<HypercubeFace> faces;
@@ -207,16 +208,16 @@ std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double
     return faces;
 }
 
-// More faces than this add nothing, however few samples each has.
+// Faces beyond this number do not reach the surface, however few samples each has.
 std::size_t outermostFaceCount(int channels, std::size_t nodesPerAxis)
 {
-    constexpr double maxFacesPerMixture = 6.0;
+    constexpr double maxRatio = 6.0;
     return std::min(maxHullSamples(channels) / samplesPerFace(nodesPerAxis),
-                    static_cast<std::size_t>(maxFacesPerMixture * facesOfMixtures(channels)));
+                    static_cast<std::size_t>(maxRatio * zonotopeFaces(channels)));
 }
 
-// Device colours on faces of the hypercube, each once: with many channels a colour costs too much to be
-// asked for by every face that a corner or an edge belongs to.
+// Collects the device colours of faces of the hypercube, each once: with many channels transforms are too
+// slow to convert a corner or an edge again for each of its faces.
 class FaceSampler
 {
 public:
@@ -239,21 +240,21 @@ public:
     std::vector<float> takeSamples() { return std::move(m_samples); }
 
 private:
-    // A sample is named by its corner and by the axes along which it is between the ends.
+    // A sample's key: its corner, and the axes and nodes where it is not at an end of its axis.
     bool isNew(const HypercubeFace& face, std::size_t i, std::size_t j)
     {
-        std::uint64_t name = face.corner;
+        std::uint64_t key = face.corner;
         const auto along = [&](unsigned axis, std::size_t node, int shift) {
             if (node == m_nodes[0].size() - 1)
-                name |= std::uint64_t(1) << axis;
+                key |= std::uint64_t(1) << axis;
             else if (node > 0)
-                name |= (std::uint64_t(axis + 1) << 8 | node) << shift;
+                key |= (std::uint64_t(axis + 1) << 8 | node) << shift;
         };
         constexpr int ofLower = 16, ofUpper = 32;
         const bool isEdge = i == 0 || i == m_nodes[0].size() - 1;
         along(face.u, i, ofLower);
         along(face.v, j, isEdge ? ofLower : ofUpper);
-        return m_known.insert(name).second;
+        return m_known.insert(key).second;
     }
 
     const DeviceNodes& m_nodes;
@@ -262,8 +263,8 @@ private:
     std::unordered_set<std::uint64_t> m_known;
 };
 
-// Lab of all corners of the hypercube; from fourteen channels on, where those would take seconds, as
-// the sum of what each channel does alone, which is enough to tell outer faces from inner ones.
+// Lab of all corners of the hypercube. From fourteen channels on, where that would take seconds, an estimate:
+// the sum of the effects of the single channels. It is good enough to tell outer faces from inner ones.
 Result<std::vector<Vec3>> cornerColours(const DeviceTransform& transform, const std::vector<float>& corners,
                                         const Task& task)
 {
@@ -304,7 +305,7 @@ Result<std::vector<float>> outermostFaceSamples(const DeviceTransform& transform
     return sampler.takeSamples();
 }
 
-// Device colours of all samples, or of those on the outermost faces where all would be too many.
+// Device colours of all samples, or of those on the outermost faces if there are too many.
 Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
                                        const Task& task)
 {

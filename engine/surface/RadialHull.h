@@ -6,34 +6,34 @@
 
 namespace velmora {
 
-/// Surface of a device of three or more channels whose map may fold, provided that its gamut is
-/// star-shaped: every point of it is seen from a centre.
+/// Surface of a device with three or more channels whose map may fold, provided that its gamut is
+/// star-shaped: every point of it is visible from a centre c.
 ///
-/// Samples of all two-dimensional faces of the device hypercube, or of the whole cube of three
-/// channels, whose surface may lie inside when the map folds; each sample p goes to
-/// c + |p - c|^0.05 · (p - c)/|p - c|, which turns the solid into nearly a ball and lets concave parts
-/// reach its rim; the convex hull of that; the samples' own coordinates back (after Balasubramanian and
-/// Dalal 1997, "A method for quantifying the color gamut of an output device", with a milder exponent).
-/// Fails with NoVolume if the samples lie in one plane.
+/// Samples all two-dimensional faces of the device hypercube; with three channels the whole cube, because the
+/// image of its surface may lie inside the gamut if the map folds. Each sample p is mapped to
+/// c + |p - c|^0.05 · (p - c)/|p - c|, which makes the solid nearly a ball, so that samples of concave parts
+/// are on its convex hull, too. The triangles of that hull, with the samples' own coordinates, are the
+/// surface (after Balasubramanian and Dalal 1997, "A method for quantifying the color gamut of an output
+/// device", with a smaller exponent).
+/// @return fails as DeviceTransform::toLab(), or with NoVolume if the samples are coplanar
 [[nodiscard]] Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes,
                                       const Task& task);
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
-std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
+[[nodiscard]] std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
 /// Device colours of the whole cube of three channels at the given nodes.
-std::vector<float> cubeSamples(const DeviceNodes& nodes);
-/// How many samples radialHull() takes with the same count of nodes along each axis, when it takes all.
-std::size_t hullSampleCount(int channels, int nodesPerAxis);
+[[nodiscard]] std::vector<float> cubeSamples(const DeviceNodes& nodes);
+/// Number of samples that radialHull() would take without a limit.
+[[nodiscard]] std::size_t hullSampleCount(int channels, int nodesPerAxis);
 
-/// How many samples a device may take. Six inks have 240 two-dimensional faces, fifteen have 860,160,
-/// and nearly all of them lie deep inside; beyond this many samples only the outermost faces are taken,
-/// those whose corners lie least below the convex hull of all corners. From eleven channels on a colour
-/// costs Little CMS tens of microseconds, twice as many for each further channel, and the budget falls.
-std::size_t maxHullSamples(int channels);
+/// Limit of samples for a number of channels. Six inks have 240 two-dimensional faces, fifteen have 860,160,
+/// and nearly all of them lie deep inside. If there are more samples than this, only the outermost faces are
+/// sampled: those whose corners are least deep below the convex hull of all corners. From eleven channels on
+/// a transform takes tens of microseconds, and twice as many for each further channel; the limit decreases.
+[[nodiscard]] std::size_t maxHullSamples(int channels);
 
-/// The nodes per axis with which the outermost faces of a device of many channels, three times as
-/// many as a zonotope of so many vectors has on its surface, keep to maxHullSamples(). What faces have in
-/// common is sampled once.
-int nodesForOutermostFaces(int channels, int wanted);
+/// Nodes per axis, at most @p wanted, with which the samples of the outermost faces stay within
+/// maxHullSamples(). A zonotope of n vectors has n (n - 1) faces; three times as many are sampled.
+[[nodiscard]] int nodesForOutermostFaces(int channels, int wanted);
 
 } // namespace velmora

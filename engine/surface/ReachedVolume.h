@@ -6,15 +6,16 @@
 
 namespace velmora {
 
-/// How much of what a surface encloses the device is known to show: the volume within the image of the
-/// surface's faces, as the device has them.
+/// Volume, in dE76 cubed, that the device certainly reaches within a surface: the volume enclosed by the
+/// image of the surface's faces under the device map.
 ///
-/// The device colours between the corners of a face, and between a face and any one colour, exist. So
-/// do, by continuity, all colours that the images of the faces wind around: the cone over them in the
-/// device's coordinates maps onto those. Where the solid follows its surface, the images of the faces are
-/// the faces, and nothing is missing; where a face bridges a hollow, its image runs through the solid
-/// around it. The faces' images are taken from the middles of those edges that do not lie on one
-/// two-dimensional face of the device hypercube; that is few colours, however many channels there are.
+/// All mixtures of a face's vertices in device coordinates exist, and so do all mixtures of those with any
+/// fixed device colour: a cone over the surface. By continuity its image covers every point around which the
+/// images of the faces wind. Where the solid follows the surface, the image of a face is the face itself.
+/// Where a face bridges a concavity, its image runs through the solid beside it. The image is approximated by
+/// the midpoints of those edges that do not lie on one two-dimensional face of the device hypercube; these
+/// are few, whatever the number of channels.
+/// @return fails as DeviceTransform::toLab()
 [[nodiscard]] Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform,
                                            const Task& task);
 

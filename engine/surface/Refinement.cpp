@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-// Beyond this many faces a mesh is fine enough, whatever the edges.
+// Larger meshes are not refined.
 constexpr std::size_t maxTriangles = 2'000'000;
 
 bool onOneDeviceFace(const float* p, const float* q, int channels)
@@ -28,7 +28,7 @@ public:
 
     Round(Mesh& mesh, double maxEdge, Edges edges) : m_mesh(mesh), m_maxEdge(maxEdge), m_edges(edges) {}
 
-    // The vertices that this round adds, as device colours behind those that the mesh has.
+    // Appends the device colours of the new vertices to those of the mesh.
     void findMidpoints()
     {
         for (const Triangle& t : m_mesh.triangles)
@@ -55,21 +55,21 @@ public:
         result.reserve(m_mesh.triangles.size() * 2);
         for (const Triangle& t : m_mesh.triangles) {
             const std::array<int, 3> m{midpoint(t[0], t[1]), midpoint(t[1], t[2]), midpoint(t[2], t[0])};
-            const int halved = (m[0] >= 0) + (m[1] >= 0) + (m[2] >= 0);
-            if (halved == 0) {
+            const int splitEdges = (m[0] >= 0) + (m[1] >= 0) + (m[2] >= 0);
+            if (splitEdges == 0) {
                 result.push_back(t);
-            } else if (halved == 3) {
+            } else if (splitEdges == 3) {
                 result.insert(
                     result.end(),
                     {{t[0], m[0], m[2]}, {m[0], t[1], m[1]}, {m[2], m[1], t[2]}, {m[0], m[1], m[2]}});
             } else {
-                // Turned so that edge 0 is halved, and of two halved edges the other is edge 1.
+                // Rotated so that edge 0 is split, and the second split edge, if any, is edge 1.
                 std::size_t k = 0;
-                while (m[k] < 0 || (halved == 2 && m[(k + 1) % 3] < 0))
+                while (m[k] < 0 || (splitEdges == 2 && m[(k + 1) % 3] < 0))
                     ++k;
                 const int p = t[k], q = t[(k + 1) % 3], r = t[(k + 2) % 3];
                 const int pq = m[k], qr = m[(k + 1) % 3];
-                if (halved == 1)
+                if (splitEdges == 1)
                     result.insert(result.end(), {{p, pq, r}, {pq, q, r}});
                 else
                     result.insert(result.end(), {{pq, q, qr}, {p, pq, qr}, {p, qr, r}});

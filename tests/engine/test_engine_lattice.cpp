@@ -293,13 +293,13 @@ TEST(ManyChannels, withoutAHollowAreNotRefused)
 TEST(ReachedVolume, isTheVolumeOfASolidWithoutHollows)
 {
     const MappedDevice inks = absorbingInks(4);
-    const DeviceNodes nodes = equalisedNodes(inks, 17, smallEvenShare, {}).value();
+    const DeviceNodes nodes = equalisedNodes(inks, 17, minEvenShare, {}).value();
     const Mesh hull = radialHull(inks, nodes, {}).value();
     EXPECT_NEAR(reachedVolume(hull, inks, {}).value(), signedVolume(hull), 0.002 * signedVolume(hull));
 
     const Sector s{20, 80, 20, 50, 1.5 * M_PI};
     const MappedDevice crescent = sectorOfManyChannels(7, s);
-    const DeviceNodes axes = equalisedNodes(crescent, 9, smallEvenShare, {}).value();
+    const DeviceNodes axes = equalisedNodes(crescent, 9, minEvenShare, {}).value();
     const Mesh filled = radialHull(crescent, axes, {}).value();
     EXPECT_GT(signedVolume(filled), 1.3 * s.volume());
     EXPECT_LT(reachedVolume(filled, crescent, {}).value(), 1.01 * s.volume());
@@ -336,7 +336,7 @@ TEST(DeviceCubeMesh, thinnedIsTheMeshOfFewerNodes)
                     60.0 * double(d[2]) - 10.0 * double(d[0])};
     });
     for (const auto& [nodes, count] : {std::pair{9, 5}, {8, 4}, {3, 2}, {17, 17}}) {
-        const DeviceNodes all = equalisedNodes(device, nodes, smallEvenShare, {}).value();
+        const DeviceNodes all = equalisedNodes(device, nodes, minEvenShare, {}).value();
         DeviceNodes kept;
         for (const auto& axis : all)
             kept.push_back(thinnedAxis(axis, std::size_t(count)));
