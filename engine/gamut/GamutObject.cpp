@@ -2,7 +2,6 @@
 #include "GamutData.h"
 #include "Serialize.h"
 #include <engine/mesh/Compare.h>
-#include <engine/profile/Profile.h>
 #include <engine/surface/GamutBuilder.h>
 
 #include <QtCore/QElapsedTimer>
@@ -181,8 +180,8 @@ bool GamutObject::isInside(const float* lab) const
 Nearest GamutObject::nearest(const float* lab) const
 {
     if (!d || !lab || !velmora::isFinite({lab[0], lab[1], lab[2]})) {
-        constexpr float none = std::numeric_limits<float>::quiet_NaN();
-        return {std::numeric_limits<float>::infinity(), {none, none, none}};
+        constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+        return {std::numeric_limits<float>::infinity(), {nan, nan, nan}};
     }
     const velmora::Vec3 x{lab[0], lab[1], lab[2]};
     const velmora::Vec3 p = d.constData()->nearestIndex().nearest(x);
@@ -217,11 +216,6 @@ Method GamutObject::method() const
     return d ? d.constData()->record.method : Method::None;
 }
 
-QString GamutObject::reason() const
-{
-    return m_problem ? m_problem->text() : QString();
-}
-
 std::optional<KVProblem> GamutObject::problem() const
 {
     return m_problem;
@@ -230,7 +224,7 @@ std::optional<KVProblem> GamutObject::problem() const
 Report GamutObject::report() const
 {
     Report r;
-    r.reason = reason();
+    r.problem = m_problem;
     if (!d)
         return r;
     const velmora::GamutRecord& record = d.constData()->record;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Profile.h"
+#include <platform/KVVelmoraFramework.h>
 
 #include "CmsContext.h"
 #include "IccTables.h"
@@ -64,7 +64,7 @@ Result<QByteArray> copyOf(const void* data, int size)
     return QByteArray(static_cast<const char*>(data), size);
 }
 
-// The profile of what read() returns; otherwise null, and the problem is kept for KVProfileProblem().
+// The profile of the bytes that read() returns, or null; then the problem is kept for KVProfileProblem().
 template <typename Read>
 KVProfile* created(const QString& subject, const Read& read)
 {
@@ -108,11 +108,6 @@ KVProfile* KVProfileCreateWithData(const void* data, int size)
 void KVProfileRelease(KVProfile* profile)
 {
     delete profile;
-}
-
-QString KVProfileError()
-{
-    return lastProblem() ? lastProblem()->text() : QString();
 }
 
 std::optional<KVProblem> KVProfileProblem()

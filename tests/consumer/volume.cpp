@@ -14,7 +14,7 @@ int main()
                               KVProfileRelease);
     KVGamut::GamutObject gamut;
     if (!gamut.init(opened, KVVMRenderRelativeColorimetric, false, false, 10.0f, -1, 0, nullptr)) {
-        std::fprintf(stderr, "volume: %s\n", qPrintable(gamut.reason()));
+        std::fprintf(stderr, "volume: %s\n", qPrintable(gamut.problem()->text()));
         return 1;
     }
     std::printf("%.0f\n", gamut.volume());

@@ -275,7 +275,7 @@ TEST(Gamut, ofManyMixedInksIsTheirZonotope)
         // From eleven inks on there are fewer samples, since every channel doubles the cost of a colour.
         const double tolerance = n <= 10 ? 0.001 : 0.01;
         EXPECT_NEAR(gamut.volume(), volume, tolerance * volume)
-            << n << " inks: " << qPrintable(gamut.reason());
+            << n << " inks: " << testing::PrintToString(gamut.problem());
         EXPECT_EQ(gamut.report().channels, static_cast<int>(n));
         expectSound(gamut, "many inks");
         // Each takes about a second on an ordinary processor.
@@ -324,7 +324,7 @@ TEST(Gamut, ofAVideoCodingIsThatOfItsDisplay)
     cmsCloseProfile(profile);
     const auto gamut = gamutOf(opened(bytes));
     EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
-    EXPECT_NEAR(gamut.volume(), 832'781, 0.005 * 832'781) << qPrintable(gamut.reason());
+    EXPECT_NEAR(gamut.volume(), 832'781, 0.005 * 832'781) << testing::PrintToString(gamut.problem());
     EXPECT_TRUE(gamut.primaries().isEmpty());
     expectSound(gamut, "video");
 }
@@ -394,7 +394,7 @@ TEST(Gamut, tellsHowItWasComputed)
     EXPECT_EQ(report.gridPoints, 9);
     EXPECT_GT(report.faceCount, 100);
     EXPECT_GT(report.seconds, 0.0);
-    EXPECT_EQ(report.reason, QString());
+    EXPECT_EQ(report.problem, std::nullopt);
 }
 
 // --- Decoration -----------------------------------------------------------------------------------

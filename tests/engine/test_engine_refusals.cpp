@@ -41,7 +41,7 @@ void expectRefused(const KVProfilePtr& profile, const KVProblem& problem,
     EXPECT_TRUE(gamut.referenceLab().isEmpty());
     EXPECT_EQ(gamut.volume(), 0.0f);
     EXPECT_EQ(gamut.method(), KVGamut::Method::None);
-    EXPECT_EQ(gamut.report().reason, gamut.reason());
+    EXPECT_EQ(gamut.report().problem, gamut.problem());
     EXPECT_TRUE(kvtest::messages().isEmpty());
     EXPECT_TRUE(
         gamut.init(openedFile(srgb()), KVVMRenderRelativeColorimetric, false, true, 40.0f, 5, 2, nullptr));

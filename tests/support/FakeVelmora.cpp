@@ -362,11 +362,6 @@ Comparison GamutObject::compare(const GamutObject& other) const
     return std::bit_cast<Comparison>(record().comparison);
 }
 
-QString GamutObject::reason() const
-{
-    return {};
-}
-
 std::optional<KVProblem> GamutObject::problem() const
 {
     if (d)
