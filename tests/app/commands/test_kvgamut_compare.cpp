@@ -142,7 +142,7 @@ TEST_F(CompareTest, leavesThePairsOfABadInputOut)
 {
     const Answer answer =
         run(words(QStringLiteral("compare --matrix --format json")) + QStringList{fileA, missing, fileB});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
     const auto rows = rowsOf(answer.output);
     ASSERT_EQ(rows.size(), 1);
@@ -153,7 +153,7 @@ TEST_F(CompareTest, hasNothingToCompareWithWhenTheFirstIsBad)
 {
     const Answer answer =
         run(words(QStringLiteral("compare --format json")) + QStringList{missing, fileA, fileB});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
     EXPECT_TRUE(rowsOf(answer.output).isEmpty());
 }
@@ -161,7 +161,7 @@ TEST_F(CompareTest, hasNothingToCompareWithWhenTheFirstIsBad)
 TEST_F(CompareTest, wantsTwoInputs)
 {
     const Answer answer = run({QStringLiteral("compare"), sRGB});
-    EXPECT_EQ(answer.exitCode, 2);
+    EXPECT_EQ(answer.exitCode, WrongUsage);
     EXPECT_TRUE(answer.errors.contains("At least 2 required")) << answer.errors.toStdString();
     EXPECT_TRUE(answer.output.isEmpty());
 }

@@ -23,14 +23,6 @@ using namespace kvtest;
 
 namespace {
 
-enum
-{
-    Done = 0,
-    BadInput = 1,
-    WrongUsage = 2,
-    BadOutput = 3
-};
-
 /// A surface as it was read from a file, in (L*, a*, b*).
 struct Surface
 {
@@ -482,16 +474,16 @@ TEST_F(ExportTest, saysWhatItCannotReadOrWrite)
 {
     const QString missing = path(QStringLiteral("missing.icc"));
     EXPECT_TRUE(failedWith(exported({missing, QStringLiteral("-o"), output("ply")}), BadInput,
-                           QStringLiteral("kvgamut: there is no file '%1'").arg(missing)));
+                           QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
     EXPECT_TRUE(files().isEmpty());
     const QString nowhere = path(QStringLiteral("no folder/a.ply"));
     EXPECT_TRUE(failedWith(
         exported({sRGB, QStringLiteral("-o"), nowhere}), BadOutput,
-        QStringLiteral("kvgamut: '%1' cannot be written: No such file or directory").arg(nowhere)));
+        QStringLiteral("kvgamut: '%1': cannot be written: No such file or directory").arg(nowhere)));
     const Answer closed =
         shell(QStringLiteral("set -o pipefail; \"$KVGAMUT\" export sRGB -o - --format ply | true"));
     EXPECT_EQ(closed.exitCode, BadOutput);
-    EXPECT_TRUE(closed.errors.contains("'standard output' cannot be written"));
+    EXPECT_TRUE(closed.errors.contains("'standard output': cannot be written"));
 }
 
 } // namespace

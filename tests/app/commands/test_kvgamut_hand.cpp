@@ -31,11 +31,6 @@ bool until(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, maxWaitMs);
 }
 
-QStringList words(const char* line)
-{
-    return QString::fromLatin1(line).split(QLatin1Char(' '));
-}
-
 /// All places in Lab that a line of text names as "L,a,b".
 QList<QVector3D> positionsIn(const QString& text)
 {

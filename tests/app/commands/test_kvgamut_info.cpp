@@ -90,16 +90,16 @@ TEST_F(InfoTest, tellsAboutAProfileWithoutAGamutAndWhyItHasNone)
     EXPECT_EQ(number(row, "channels"), 1);
     EXPECT_EQ(list(row, "tables"), QStringList{QStringLiteral("curve")});
     EXPECT_TRUE(row.value(QStringLiteral("white")).isNull());
-    EXPECT_EQ(word(row, "no_gamut"), QStringLiteral("a gamut needs at least three channels, grey has one"));
+    EXPECT_EQ(word(row, "no_gamut"), QStringLiteral("a gamut needs at least three channels; grey has one"));
     EXPECT_TRUE(info({sRGB}).value(QStringLiteral("no_gamut")).isNull());
 }
 
 TEST_F(InfoTest, tellsWhatIsKnownOfASavedGamut)
 {
     const QString file = path(QStringLiteral("印刷 saved.kvgamut"));
-    const GamutSource source = GamutSource::open(cmyk);
-    const auto gamut = source.compute({KVVMRenderRelativeColorimetric, true, 9});
-    write(file, SavedGamut{gamut.serialize(), cmyk, QString()}.bytes());
+    const GamutSource source = GamutSource::open(cmyk).value();
+    const auto gamut = source.compute({KVVMRenderRelativeColorimetric, true, 9}).value();
+    write(file, SavedGamut{gamut.serialize(), cmyk}.bytes());
     const QJsonObject row = info({file, QStringLiteral("--intent"), QStringLiteral("perceptual")});
     EXPECT_EQ(word(row, "profile"), file);
     EXPECT_EQ(word(row, "kind"), QStringLiteral("saved gamut"));
@@ -134,7 +134,7 @@ TEST_F(InfoTest, isAParagraphForEachInput)
 TEST_F(InfoTest, namesABadInputAndDoesTheRest)
 {
     const Answer answer = run({QStringLiteral("info"), missing, sRGB});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
     EXPECT_EQ(answer.output, run({QStringLiteral("info"), sRGB}).output);
 }

@@ -131,10 +131,11 @@ TEST_F(InsideTest, takesAPictureWithoutAProfileForSrgbAndSaysSo)
     const QString photo = path(QStringLiteral("photo.png"));
     ASSERT_TRUE(picture.save(photo));
     const Answer answer = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), photo});
-    EXPECT_EQ(answer.exitCode, 0);
-    EXPECT_EQ(
-        answer.errors,
-        QStringLiteral("kvgamut: '%1' has no profile: its colours count as sRGB\n").arg(photo).toUtf8());
+    EXPECT_EQ(answer.exitCode, Done);
+    EXPECT_EQ(answer.errors,
+              QStringLiteral("kvgamut: '%1': no embedded profile; the colours are taken as sRGB\n")
+                  .arg(photo)
+                  .toUtf8());
     EXPECT_TRUE(answer.output.contains("yes")) << answer.output.toStdString();
 }
 
@@ -205,11 +206,11 @@ TEST_F(InsideTest, saysWhatIsWrongWithThePoints)
 {
     const QString name = points("L,a,b\n1,2,3\n4,5\n");
     EXPECT_TRUE(failedWith(
-        run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), 1,
-        QStringLiteral("kvgamut: %1, line 3: expected numbers in the columns of the colour").arg(name)));
+        run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), BadInput,
+        QStringLiteral("kvgamut: '%1': line 3: expected numbers in the colour columns").arg(name)));
     const Answer none = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), missing});
-    EXPECT_EQ(none.exitCode, 1);
-    EXPECT_TRUE(none.errors.startsWith("kvgamut: /nowhere/missing.icc: "));
+    EXPECT_EQ(none.exitCode, BadInput);
+    EXPECT_TRUE(none.errors.startsWith("kvgamut: '/nowhere/missing.icc': "));
 }
 
 TEST_F(InsideTest, tellsOfPointsThatWereLeftOutAndDoesTheRest)
@@ -219,7 +220,7 @@ TEST_F(InsideTest, tellsOfPointsThatWereLeftOutAndDoesTheRest)
                "<Object Name='y'><ReflectanceSpectrum>0.1</ReflectanceSpectrum></Object></CxF>");
     const Answer answer = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name,
                                QStringLiteral("--format"), QStringLiteral("json")});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_TRUE(answer.errors.contains("1 of 2 objects")) << answer.errors.toStdString();
     EXPECT_EQ(rowsOf(answer.output).size(), 1);
 }
@@ -238,7 +239,7 @@ TEST_F(InsideTest, wantsWholeColoursOrAFile)
           "inside sRGB 50 0 nan", "inside sRGB 50 0 0 --points x", "inside sRGB 50 0 0 --tolerance -1",
           "inside sRGB 50 0 0 --tolerance x"}) {
         const Answer answer = run(words(QLatin1String(arguments)));
-        EXPECT_EQ(answer.exitCode, 2) << arguments;
+        EXPECT_EQ(answer.exitCode, WrongUsage) << arguments;
         EXPECT_EQ(answer.errors.count('\n'), 1) << arguments;
         EXPECT_TRUE(answer.output.isEmpty()) << arguments;
     }
@@ -252,7 +253,7 @@ TEST_F(InsideTest, saysWhenThereIsNotEnoughMemory)
     const Answer answer =
         shell(QStringLiteral("ulimit -v 250000; exec \"$KVGAMUT\" inside sRGB --points \"$1\""), {many},
               withoutDisplay());
-    EXPECT_EQ(answer.exitCode, 1) << answer.errors.toStdString();
+    EXPECT_EQ(answer.exitCode, BadInput) << answer.errors.toStdString();
     EXPECT_TRUE(answer.output.isEmpty());
     EXPECT_TRUE(answer.errors.startsWith("kvgamut: the input is too large for this machine"))
         << answer.errors.toStdString();

@@ -116,9 +116,9 @@ TEST_F(ItemTest, aLineOfTheFileThatIsNoPositionIsNamed)
     for (const QByteArray& bad : {QByteArray("1,2"), QByteArray("1,2,x"), QByteArray("1,2,nan"),
                                   QByteArray("1,2,3,blurple"), QByteArray("1,2,3,red,5")}) {
         const Answer answer = answerTo("L a b\n50,0,0\n" + bad + "\n50,1,1\n");
-        EXPECT_EQ(answer.exitCode, 1) << bad.toStdString();
+        EXPECT_EQ(answer.exitCode, BadInput) << bad.toStdString();
         EXPECT_EQ(answer.errors.count('\n'), 1);
-        EXPECT_TRUE(answer.errors.contains("my positions.csv, line 3: ")) << answer.errors.toStdString();
+        EXPECT_TRUE(answer.errors.contains("my positions.csv': line 3: ")) << answer.errors.toStdString();
     }
 }
 
@@ -126,9 +126,9 @@ TEST_F(ItemTest, aFileWithoutPositionsIsNamed)
 {
     for (const QByteArray& empty : {QByteArray(), QByteArray("# nothing\n\n"), QByteArray("L,a,b\n")}) {
         const Answer answer = answerTo(empty);
-        EXPECT_EQ(answer.exitCode, 1);
+        EXPECT_EQ(answer.exitCode, BadInput);
         EXPECT_EQ(answer.errors.count('\n'), 1);
-        EXPECT_TRUE(answer.errors.contains("my positions.csv: ")) << answer.errors.toStdString();
+        EXPECT_TRUE(answer.errors.contains("my positions.csv': ")) << answer.errors.toStdString();
     }
 }
 
@@ -138,7 +138,7 @@ TEST_F(ItemTest, theRestIsDrawnWhenAFileIsMissing)
     const Answer answer = kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("-o"), output,
                                               QStringLiteral("--markers"), QStringLiteral("missing.csv")} +
                                   look);
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors.count('\n'), 1);
     EXPECT_TRUE(answer.errors.contains("missing.csv"));
     EXPECT_EQ(contents(output), renderedBytes(look));

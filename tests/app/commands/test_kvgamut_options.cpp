@@ -8,11 +8,6 @@ using namespace kvtest;
 
 namespace {
 
-QStringList words(const char* line)
-{
-    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 struct Pair
 {
     const char* name;

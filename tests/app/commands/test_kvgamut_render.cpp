@@ -10,19 +10,6 @@ using namespace kvtest;
 
 namespace {
 
-enum
-{
-    Done = 0,
-    BadInput = 1,
-    WrongUsage = 2,
-    Different = 4
-};
-
-QStringList words(const char* line)
-{
-    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 using RenderTest = ProgramTest;
 
 // --- Light --------------------------------------------------------------------------------------------
@@ -202,7 +189,7 @@ TEST_F(ReferenceTest, tellsInOneLineHowFarAnotherPictureIs)
     const Answer answer = compared("--view top");
     EXPECT_EQ(answer.exitCode, Different);
     EXPECT_EQ(answer.errors.count('\n'), 1);
-    EXPECT_TRUE(answer.errors.contains("the reference é.png' by ")) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.errors.contains("the reference é.png': the picture differs from the reference by ")) << answer.errors.toStdString();
     EXPECT_TRUE(answer.errors.endsWith(" percent; the threshold is 0.5\n")) << answer.errors.toStdString();
     EXPECT_EQ(files().size(), 1);
 }
@@ -239,7 +226,7 @@ TEST_F(ReferenceTest, ofAnotherSizeNeverHolds)
                             QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("150x200")});
     EXPECT_TRUE(
         failedWith(answer, Different,
-                   QStringLiteral("kvgamut: the picture differs from '%1' in size: 150x200, not 200x150")
+                   QStringLiteral("kvgamut: '%1': the picture is 150x200 pixels large, the reference 200x150")
                        .arg(reference())));
 }
 
@@ -270,7 +257,7 @@ TEST_F(ReferenceTest, thatCannotBeReadIsABadInput)
         const Answer answer = compared("");
         EXPECT_EQ(answer.exitCode, BadInput);
         EXPECT_EQ(answer.errors.count('\n'), 1) << answer.errors.toStdString();
-        EXPECT_TRUE(answer.errors.contains("the reference é.png' cannot be read: "))
+        EXPECT_TRUE(answer.errors.contains("the reference é.png': not a readable PNG picture: "))
             << answer.errors.toStdString();
     }
     ASSERT_TRUE(QFile::remove(reference()));

@@ -114,8 +114,9 @@ TEST_F(ReportTest, printsTheSameOnEveryRun)
 TEST_F(ReportTest, aSavedGamutHasItsOwnSettings)
 {
     const QString file = path(QStringLiteral("saved"));
-    const auto gamut = GamutSource::open(cmyk).compute({KVVMRenderRelativeColorimetric, false, 17});
-    write(file, SavedGamut{gamut.serialize(), cmyk, QString()}.bytes());
+    const auto gamut =
+        GamutSource::open(cmyk).value().compute({KVVMRenderRelativeColorimetric, false, 17}).value();
+    write(file, SavedGamut{gamut.serialize(), cmyk}.bytes());
     const auto rows =
         json({QStringLiteral("volume"), file, cmyk, QStringLiteral("--grid"), QStringLiteral("33")});
     ASSERT_EQ(rows.size(), 2);
@@ -128,7 +129,7 @@ TEST_F(ReportTest, aSavedGamutHasItsOwnSettings)
 
     write(file, contents(file).left(500));
     EXPECT_TRUE(failedWith(
-        run({QStringLiteral("volume"), file}), 1,
+        run({QStringLiteral("volume"), file}), BadInput,
         QStringLiteral("kvgamut: '%1': the saved gamut is damaged: Unexpected end of input data (more "
                        "bytes needed)")
             .arg(file)));
@@ -156,11 +157,11 @@ TEST_F(ReportTest, saysWhenTheFileCannotBeWritten)
     const QString nowhere = path(QStringLiteral("no folder/out"));
     for (const QString& name : commands) {
         EXPECT_TRUE(failedWith(
-            run(command(name) + QStringList{QStringLiteral("-o"), nowhere}), 3,
-            QStringLiteral("kvgamut: '%1' cannot be written: No such file or directory").arg(nowhere)));
+            run(command(name) + QStringList{QStringLiteral("-o"), nowhere}), BadOutput,
+            QStringLiteral("kvgamut: '%1': cannot be written: No such file or directory").arg(nowhere)));
         EXPECT_TRUE(
-            failedWith(run(command(name) + words(QStringLiteral("-o /dev/full"))), 3,
-                       QStringLiteral("kvgamut: '/dev/full' cannot be written: No space left on device")));
+            failedWith(run(command(name) + words(QStringLiteral("-o /dev/full"))), BadOutput,
+                       QStringLiteral("kvgamut: '/dev/full': cannot be written: No space left on device")));
     }
     EXPECT_TRUE(files().isEmpty());
 }
@@ -173,7 +174,7 @@ TEST_F(ReportTest, keepsTheOldFileWhenSpaceRunsOut)
         shell(QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$KVGAMUT\" volume --grid 5 "
                              "sRGB sRGB sRGB sRGB sRGB sRGB sRGB sRGB --format json -o \"$1\""),
               {file}, withoutDisplay());
-    EXPECT_EQ(answer.exitCode, 3);
+    EXPECT_EQ(answer.exitCode, BadOutput);
     EXPECT_TRUE(answer.errors.contains("File too large")) << answer.errors.toStdString();
     EXPECT_EQ(contents(file), "old");
     EXPECT_EQ(files().size(), 1);
@@ -185,8 +186,8 @@ TEST_F(ReportTest, saysWhenNobodyReadsItsOutput)
     const Answer answer =
         shell(QStringLiteral("set -o pipefail; (sleep 0.5; exec \"$KVGAMUT\" volume sRGB) | true"), {},
               withoutDisplay());
-    EXPECT_EQ(answer.exitCode, 3);
-    EXPECT_EQ(answer.errors, "kvgamut: 'standard output' cannot be written: Broken pipe\n");
+    EXPECT_EQ(answer.exitCode, BadOutput);
+    EXPECT_EQ(answer.errors, "kvgamut: 'standard output': cannot be written: Broken pipe\n");
 }
 
 TEST_F(ReportTest, worksWithoutStandardInputAndSaysWhenThereIsNoOutput)
@@ -197,14 +198,15 @@ TEST_F(ReportTest, worksWithoutStandardInputAndSaysWhenThereIsNoOutput)
     EXPECT_EQ(shell(QStringLiteral("exec \"$KVGAMUT\" info sRGB 2>&-"), {}, withoutDisplay()).output,
               expected);
     const Answer answer = shell(QStringLiteral("exec \"$KVGAMUT\" info sRGB >&-"), {}, withoutDisplay());
-    EXPECT_EQ(answer.exitCode, 3);
-    EXPECT_TRUE(answer.errors.contains("'standard output' cannot be written")) << answer.errors.toStdString();
+    EXPECT_EQ(answer.exitCode, BadOutput);
+    EXPECT_TRUE(answer.errors.contains("'standard output': cannot be written"))
+        << answer.errors.toStdString();
 }
 
 TEST_F(ReportTest, aBadOutputOutweighsABadInput)
 {
     const Answer answer = run(words(QStringLiteral("volume sRGB -o /dev/full")) + QStringList{missing});
-    EXPECT_EQ(answer.exitCode, 3);
+    EXPECT_EQ(answer.exitCode, BadOutput);
     EXPECT_EQ(answer.errors.count('\n'), 2);
 }
 
@@ -261,7 +263,7 @@ TEST_F(ReportTest, refusesWrongUsageInOneLine)
         for (const char* wrong : {"--format xml", "--format", "--intent wild", "--grid 2", "--grid 130",
                                   "--grid x", "--frobnicate", "-o", "--format csv --format json"}) {
             const Answer answer = run(command(name) + words(QLatin1String(wrong)));
-            EXPECT_EQ(answer.exitCode, 2) << name.toStdString() << " " << wrong;
+            EXPECT_EQ(answer.exitCode, WrongUsage) << name.toStdString() << " " << wrong;
             EXPECT_TRUE(answer.errors.startsWith("kvgamut: "));
             EXPECT_EQ(answer.errors.count('\n'), 1) << answer.errors.toStdString();
             EXPECT_TRUE(answer.output.isEmpty());
@@ -272,7 +274,7 @@ TEST_F(ReportTest, wantsAnInput)
 {
     for (const QString& name : commands) {
         const Answer answer = run({name});
-        EXPECT_EQ(answer.exitCode, 2);
+        EXPECT_EQ(answer.exitCode, WrongUsage);
         EXPECT_TRUE(answer.errors.contains("PROFILE")) << answer.errors.toStdString();
     }
 }

@@ -16,19 +16,6 @@ using namespace kvtest;
 
 namespace {
 
-enum
-{
-    Done = 0,
-    BadInput = 1,
-    WrongUsage = 2,
-    BadOutput = 3
-};
-
-QStringList words(const char* line)
-{
-    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 class SliceTest : public ProgramTest
 {
 protected:
@@ -328,7 +315,7 @@ TEST_F(SliceTest, writesTheRestWhenOneInputIsBad)
     for (const QStringList& inputs : {QStringList{missing, sRGB}, QStringList{sRGB, missing}}) {
         const Answer answer = slice(inputs + words("--lightness 50"));
         EXPECT_EQ(answer.exitCode, BadInput);
-        EXPECT_EQ(answer.errors, QStringLiteral("kvgamut: there is no file '%1'\n").arg(missing).toUtf8());
+        EXPECT_EQ(answer.errors, QStringLiteral("kvgamut: '%1': no such file\n").arg(missing).toUtf8());
         EXPECT_EQ(answer.output, alone.output);
     }
 }
@@ -347,11 +334,11 @@ TEST_F(SliceTest, saysWhatItCannotWrite)
     const QString nowhere = path(QStringLiteral("no folder/a.svg"));
     EXPECT_TRUE(failedWith(
         slice(QStringList{sRGB} + words("--hue 3 -o") + QStringList{nowhere}), BadOutput,
-        QStringLiteral("kvgamut: '%1' cannot be written: No such file or directory").arg(nowhere)));
+        QStringLiteral("kvgamut: '%1': cannot be written: No such file or directory").arg(nowhere)));
     const Answer closed =
         shell(QStringLiteral("set -o pipefail; \"$KVGAMUT\" slice sRGB --rings --format json | true"));
     EXPECT_EQ(closed.exitCode, BadOutput);
-    EXPECT_TRUE(closed.errors.contains("'standard output' cannot be written"));
+    EXPECT_TRUE(closed.errors.contains("'standard output': cannot be written"));
 }
 
 TEST_F(SliceTest, refusesWhatItDoesNotUnderstand)

@@ -30,15 +30,15 @@ TEST_F(ViewTest, showsTheRestWhenOneInputIsBad)
     open({QStringLiteral("missing.icc"), QStringLiteral("sRGB"), QStringLiteral("--view"),
           QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
     EXPECT_TRUE(comeToShow(upperFaces));
-    EXPECT_EQ(m_process.readAllStandardError(), "kvgamut: there is no file 'missing.icc'\n");
+    EXPECT_EQ(m_process.readAllStandardError(), "kvgamut: 'missing.icc': no such file\n");
 }
 
 TEST_F(ViewTest, endsWhenThereIsNothingToShow)
 {
-    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")}), 1,
-                           QStringLiteral("kvgamut: there is no file 'missing.icc'")));
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")}), BadInput,
+                           QStringLiteral("kvgamut: 'missing.icc': no such file")));
     const Answer grey = kvgamut({QStringLiteral("view"), QStringLiteral(KVGAMUT_GREY_PROFILE)});
-    EXPECT_EQ(grey.exitCode, 1);
+    EXPECT_EQ(grey.exitCode, BadInput);
     EXPECT_EQ(grey.errors.count('\n'), 1);
 }
 
@@ -74,7 +74,7 @@ TEST_F(ViewTest, endsWhenTheSessionIsNone)
 {
     write(path(QStringLiteral("a b.kvsession")), "hello");
     const QString file = path(QStringLiteral("a b.kvsession"));
-    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("--session"), file}), 1,
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("--session"), file}), BadInput,
                            QStringLiteral("kvgamut: '%1': it is no session of this program").arg(file)));
 }
 

@@ -205,7 +205,7 @@ TEST_F(VolumeTest, namesABadInputAndDoesTheRest)
     const QList<QJsonObject> alone = volumes(sRGB);
     for (const QStringList& inputs : {QStringList{missing, sRGB}, QStringList{sRGB, missing}}) {
         const Answer answer = run(words(QStringLiteral("volume --format json")) + inputs);
-        EXPECT_EQ(answer.exitCode, 1);
+        EXPECT_EQ(answer.exitCode, BadInput);
         EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
         const auto rows = rowsOf(answer.output);
         ASSERT_EQ(rows.size(), 1);
@@ -216,16 +216,16 @@ TEST_F(VolumeTest, namesABadInputAndDoesTheRest)
 TEST_F(VolumeTest, saysWhyAnInputHasNoGamut)
 {
     const Answer answer = run({QStringLiteral("volume"), grey});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors,
-              "kvgamut: '" + grey.toUtf8() + "': a gamut needs at least three channels, grey has one\n");
+              "kvgamut: '" + grey.toUtf8() + "': a gamut needs at least three channels; grey has one\n");
     EXPECT_TRUE(answer.output.isEmpty());
 }
 
 TEST_F(VolumeTest, printsAnEmptyArrayWhenNoInputCanBeUsed)
 {
     const Answer answer = run(words(QStringLiteral("volume --format json")) + QStringList{missing, grey});
-    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors.count('\n'), 2);
     EXPECT_TRUE(rowsOf(answer.output).isEmpty());
 }

@@ -182,7 +182,7 @@ TEST_F(GermanWindow, saysWhatWentWrongInGermanAndReportsItInEnglish)
     window.addGamut(missing);
     ASSERT_TRUE(settle());
     ASSERT_EQ(problems.count(), 1);
-    EXPECT_EQ(problems[0][0].toString(), QStringLiteral("there is no file '%1'").arg(missing));
+    EXPECT_EQ(problems[0][0].toString(), QStringLiteral("'%1': no such file").arg(missing));
     const auto labels = control<QWidget>("messageBar").findChildren<QLabel*>();
     EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
         return label->text() == QStringLiteral("Es gibt keine Datei „%1“").arg(missing);

@@ -8,21 +8,19 @@
 #include <QtCore/QJsonObject>
 #include <QtGui/QVector3D>
 
-/// Runs the commands that print numbers, where there is no display.
+/// Runs the commands that print numbers, without a display.
 class NumbersTest : public kvtest::ProgramTest
 {
 protected:
-    static QStringList words(const QString& line) { return line.split(QLatin1Char(' '), Qt::SkipEmptyParts); }
-
     static kvtest::Answer run(const QStringList& arguments)
     {
         return kvtest::kvgamut(arguments, kvtest::withoutDisplay());
     }
 
-    /// The rows that @p arguments print as JSON without a word beside them.
+    /// The rows that @p arguments print as JSON, with empty standard error.
     static QList<QJsonObject> json(const QStringList& arguments)
     {
-        const kvtest::Answer answer = run(arguments + words(QStringLiteral("--format json")));
+        const kvtest::Answer answer = run(arguments + kvtest::words(QStringLiteral("--format json")));
         EXPECT_TRUE(kvtest::succeeded(answer)) << arguments.join(QLatin1Char(' ')).toStdString();
         return rowsOf(answer.output);
     }
@@ -78,5 +76,5 @@ protected:
     const QString grey = QStringLiteral(KVGAMUT_GREY_PROFILE);
     const QString cmyk = QStringLiteral(KVGAMUT_CMYK_PROFILE);
     const QString missing = QStringLiteral("/nowhere/missing.icc");
-    const QString missingLine = QStringLiteral("kvgamut: there is no file '/nowhere/missing.icc'");
+    const QString missingLine = QStringLiteral("kvgamut: '/nowhere/missing.icc': no such file");
 };

@@ -33,6 +33,16 @@ QString binary()
 
 } // namespace
 
+QStringList kvtest::words(const QString& line)
+{
+    return line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QStringList kvtest::words(const char* line)
+{
+    return words(QString::fromUtf8(line));
+}
+
 void kvtest::PrintTo(const Answer& answer, std::ostream* out)
 {
     *out << "exit code " << answer.exitCode << ", " << answer.output.size()
@@ -44,9 +54,9 @@ QProcessEnvironment kvtest::environment()
     static const QTemporaryDir runtime; // Qt warns where there is none
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // no settings of the person who tests
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // no personal settings
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
-    // nor that person's language, desktop, which has dialogs of its own, and ways to type
+    // no personal language, desktop (which has its own dialogs) and input method
     env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     for (const char* name : {"LANGUAGE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
                              "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR", "QT_IM_MODULE", "XMODIFIERS"})

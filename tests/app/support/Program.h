@@ -10,8 +10,22 @@
 
 #include <ostream>
 
-/// Runs the built program and looks at what a person or a script gets from it.
+/// Runs the built program and captures its output.
 namespace kvtest {
+
+/// The documented exit codes.
+enum ExitCode : int
+{
+    Done = 0,
+    BadInput = 1,
+    WrongUsage = 2,
+    BadOutput = 3,
+    Different = 4,
+};
+
+/// @p line split at spaces: the arguments of a command line.
+QStringList words(const QString& line);
+QStringList words(const char* line);
 
 struct Answer
 {
@@ -21,8 +35,8 @@ struct Answer
 };
 void PrintTo(const Answer& answer, std::ostream* out);
 
-/// The environment of the tests, in which Qt's warnings are printed: a case that expects no word on
-/// standard error sees them.
+/// The environment of the tests. Qt's warnings are printed, so that a case that expects empty standard error
+/// notices them.
 QProcessEnvironment environment();
 /// The same without any display.
 QProcessEnvironment withoutDisplay();
@@ -33,21 +47,21 @@ Answer kvgamut(const QStringList& arguments, const QProcessEnvironment& env = en
 Answer shell(const QString& script, const QStringList& arguments = {},
              const QProcessEnvironment& env = environment());
 
-/// Done, and not a word: for EXPECT_TRUE.
+/// Whether the exit code is 0 and standard error is empty. For EXPECT_TRUE.
 testing::AssertionResult succeeded(const Answer& answer);
-/// Ended with @p exitCode, said exactly @p line on standard error and nothing on standard output.
+/// Whether the exit code is @p exitCode, standard error is exactly @p line, and standard output is empty.
 testing::AssertionResult failedWith(const Answer& answer, int exitCode, const QString& line);
 
-/// A folder of its own for each case.
+/// A separate folder for each case.
 class ProgramTest : public testing::Test
 {
 protected:
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    /// What lies in the folder, names only.
+    /// Names of the files in the folder.
     QStringList files() const;
 
-    /// Renders with @p arguments (which name the profiles) and reads the picture back. Null, and the
-    /// case has failed, when that does not work without a word.
+    /// Renders with @p arguments (which name the profiles) and reads the picture. If that fails or prints to
+    /// standard error, the case fails.
     QImage rendered(const QStringList& arguments);
     /// The same, as the bytes of the file.
     QByteArray renderedBytes(const QStringList& arguments);
