@@ -63,10 +63,10 @@ Table::Row rowOf(const Input& a, const Input& b)
             GamutWords::intent(reportB.intent),
             GamutWords::blackPointCompensated(reportA),
             GamutWords::blackPointCompensated(reportB),
-            GamutWords::lab(found.whiteFirst),
-            GamutWords::lab(found.whiteSecond),
-            GamutWords::lab(found.blackFirst),
-            GamutWords::lab(found.blackSecond),
+            Table::colour(found.whiteFirst),
+            Table::colour(found.whiteSecond),
+            Table::colour(found.blackFirst),
+            Table::colour(found.blackSecond),
             seconds};
 }
 

@@ -94,6 +94,6 @@ QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
     const QString profile = saved.isEmpty() ? input.name : saved;
     if (m_format == savedSuffix)
         return SavedGamut{input.gamut->serialize(), profile}.bytes();
-    return MeshFormat::ofSuffix(m_format)->write(GamutMesh::of(input.gamut->faces()),
+    return MeshFormat::ofSuffix(m_format)->write(ColoredMesh::of(input.gamut->mesh()),
                                                  {profile, input.gamut->report()});
 }

@@ -66,8 +66,8 @@ Table::Row rowOf(const Input& input)
             ofGamut(GamutWords::intent(report.intent)),
             ofGamut(GamutWords::blackPointCompensated(report)),
             ofGamut(report.gridPoints),
-            ofGamut(GamutWords::lab(report.white)),
-            ofGamut(GamutWords::lab(report.black)),
+            ofGamut(Table::colour(report.white)),
+            ofGamut(Table::colour(report.black)),
             unlessEmpty(facts.copyright),
             unlessEmpty(input.source->savedProfile()),
             input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};

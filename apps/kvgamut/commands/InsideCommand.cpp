@@ -106,11 +106,11 @@ Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std
                        intent,
                        static_cast<int>(table.rows.size()) + 1,
                        answer.point.name,
-                       GamutWords::lab(answer.point.lab),
+                       Table::colour(answer.point.lab),
                        answer.point.weight,
                        answer.inside,
                        answer.nearest.distance,
-                       GamutWords::lab(answer.nearest.point)};
+                       Table::colour(answer.nearest.point)};
         if (tolerance)
             row += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
         table.rows.append(row);

@@ -157,7 +157,7 @@ int SliceCommand::report() const
     for (qsizetype i = 0; i < inputs.all.size(); ++i)
         if (inputs.all[i].gamut)
             slices.add(inputs.all[i].name, *inputs.all[i].gamut,
-                       m_colors.value(i, SliceDrawing::usualColor(i)));
+                       m_colors.value(i, SliceDrawing::defaultColor(i)));
     if (const auto problem = writeOutput(m_output, fileOf(slices))) {
         say(*problem);
         return BadOutput;

@@ -44,8 +44,8 @@ Table::Row rowOf(const GamutInputs::Input& input)
             report.gridPoints,
             report.channels,
             report.foldShare,
-            GamutWords::lab(report.white),
-            GamutWords::lab(report.black),
+            Table::colour(report.white),
+            Table::colour(report.black),
             input.isSaved(),
             report.seconds};
 }

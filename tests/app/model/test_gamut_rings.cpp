@@ -14,7 +14,7 @@ using namespace kvtest;
 namespace {
 
 /// A prism over a regular polygon with so many corners that it is a cylinder.
-Faces cylinder(float bottom, float top, float radius, bool hollow = false)
+Solid cylinder(float bottom, float top, float radius, bool hollow = false)
 {
     QList<QPair<float, float>> base;
     constexpr int corners = 720;
@@ -62,9 +62,9 @@ TEST(GamutRings, ofABoxOffTheAxisEncloseItsVolume)
 
 TEST(GamutRings, leaveOutAHollow)
 {
-    const Faces faces = cylinder(0, 100, 50) + cylinder(20, 80, 30, true);
+    const Solid solid = cylinder(0, 100, 50) + cylinder(20, 80, 30, true);
     const double volume = std::numbers::pi * (2500.0 * 100.0 - 900.0 * 60.0);
-    EXPECT_NEAR(gamutRings(faces).volume() / volume, 1.0, 2e-4);
+    EXPECT_NEAR(gamutRings(solid).volume() / volume, 1.0, 2e-4);
 }
 
 TEST(GamutRings, countWhatIsDarkerThanBlackToTheFirst)

@@ -41,14 +41,14 @@ testing::AssertionResult runsAlong(const QPolygonF& ring, const QPolygonF& expec
     return testing::AssertionSuccess();
 }
 
-GamutSlice atLightness(const Faces& faces, double L)
+GamutSlice atLightness(const Solid& solid, double L)
 {
-    return gamutSlice(faces, {SlicePlane::Lightness, L});
+    return gamutSlice(solid, {SlicePlane::Lightness, L});
 }
 
-GamutSlice atHue(const Faces& faces, double degrees)
+GamutSlice atHue(const Solid& solid, double degrees)
 {
-    return gamutSlice(faces, {SlicePlane::Hue, degrees});
+    return gamutSlice(solid, {SlicePlane::Hue, degrees});
 }
 
 TEST(GamutSlice, ofABoxAtALightnessIsItsRectangle)
@@ -61,38 +61,38 @@ TEST(GamutSlice, ofABoxAtALightnessIsItsRectangle)
 
 TEST(GamutSlice, shrinksLinearlyTowardsTheTipOfAPyramid)
 {
-    Faces faces;
+    Solid solid;
     const Corner tip{100, 0, 0};
     const Corner base[] = {{0, -40, -40}, {0, 40, -40}, {0, 40, 40}, {0, -40, 40}};
     for (int i = 0; i < 4; ++i)
-        addFace(faces, base[i], base[(i + 1) % 4], tip);
-    addQuad(faces, base[0], base[3], base[2], base[1]);
+        addFace(solid, base[i], base[(i + 1) % 4], tip);
+    addQuad(solid, base[0], base[3], base[2], base[1]);
     for (const double L : {5.0, 25.0, 50.0, 99.0}) {
         const double side = 80.0 * (1.0 - L / 100.0);
-        EXPECT_NEAR(atLightness(faces, L).area(), side * side, 0.01) << L;
+        EXPECT_NEAR(atLightness(solid, L).area(), side * side, 0.01) << L;
     }
 }
 
 TEST(GamutSlice, missesWhatLiesElsewhere)
 {
-    const Faces faces = box({10, 20, 20}, {90, 40, 50});
-    EXPECT_TRUE(atLightness(faces, 5).rings.isEmpty());
-    EXPECT_TRUE(atLightness(faces, 95).rings.isEmpty());
-    EXPECT_TRUE(atHue(faces, 180).rings.isEmpty());
-    EXPECT_TRUE(atHue(faces, 225).rings.isEmpty()); // the other half of the plane that cuts it
-    EXPECT_FALSE(atHue(faces, 45).rings.isEmpty());
+    const Solid solid = box({10, 20, 20}, {90, 40, 50});
+    EXPECT_TRUE(atLightness(solid, 5).rings.isEmpty());
+    EXPECT_TRUE(atLightness(solid, 95).rings.isEmpty());
+    EXPECT_TRUE(atHue(solid, 180).rings.isEmpty());
+    EXPECT_TRUE(atHue(solid, 225).rings.isEmpty()); // the other half of the plane that cuts it
+    EXPECT_FALSE(atHue(solid, 45).rings.isEmpty());
     EXPECT_TRUE(atLightness({}, 50).rings.isEmpty());
     EXPECT_EQ(atLightness({}, 50).area(), 0.0);
 }
 
 TEST(GamutSlice, keepsAHoleWhichRunsTheOtherWay)
 {
-    const Faces faces = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
-    const GamutSlice slice = atLightness(faces, 50);
+    const Solid solid = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
+    const GamutSlice slice = atLightness(solid, 50);
     ASSERT_EQ(slice.rings.size(), 2);
     EXPECT_LT(ringArea(slice.rings[0]) * ringArea(slice.rings[1]), 0.0);
     EXPECT_NEAR(slice.area(), 100.0 * 100.0 - 20.0 * 20.0, 0.01);
-    EXPECT_EQ(atLightness(faces, 10).rings.size(), 1);
+    EXPECT_EQ(atLightness(solid, 10).rings.size(), 1);
 }
 
 TEST(GamutSlice, keepsPartsApart)
@@ -107,11 +107,11 @@ TEST(GamutSlice, keepsPartsApart)
 
 TEST(GamutSlice, atAHueEndsOnTheAxis)
 {
-    const Faces faces = box({10, -30, -30}, {90, 30, 30});
+    const Solid solid = box({10, -30, -30}, {90, 30, 30});
     for (const double h : {0.0, 30.0, 45.0, 90.0, 200.0, 315.0, -60.0, 720.0}) {
         const double radians = h * std::numbers::pi / 180.0;
         const double reach = 30.0 / std::max(std::abs(std::cos(radians)), std::abs(std::sin(radians)));
-        const GamutSlice slice = atHue(faces, h);
+        const GamutSlice slice = atHue(solid, h);
         ASSERT_EQ(slice.rings.size(), 1) << h;
         EXPECT_TRUE(runsAlong(slice.rings[0], QPolygonF({{0, 10}, {reach, 10}, {reach, 90}, {0, 90}}))) << h;
         EXPECT_NEAR(slice.area(), 80.0 * reach, 0.01) << h;
@@ -123,8 +123,8 @@ TEST(GamutSlice, atAHueEndsOnTheAxis)
 TEST(GamutSlice, atAHueOfWhatIsHollowOnTheAxisKeepsBothEndsOfIt)
 {
     // the hollow reaches across the axis: the cut is one piece, open towards the hollow
-    const Faces faces = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
-    const GamutSlice slice = atHue(faces, 0);
+    const Solid solid = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
+    const GamutSlice slice = atHue(solid, 0);
     ASSERT_EQ(slice.rings.size(), 1);
     EXPECT_TRUE(
         runsAlong(slice.rings[0],
@@ -141,9 +141,9 @@ TEST(GamutSlice, atAHueKeepsWhatLiesOffTheAxisWhole)
 
 TEST(GamutSlice, throughCornersIsClosedAndHasNoPointTwice)
 {
-    const Faces faces = prism(0, 100, {{40, 0}, {0, 40}, {-40, 0}, {0, -40}});
+    const Solid solid = prism(0, 100, {{40, 0}, {0, 40}, {-40, 0}, {0, -40}});
     for (const double h : {0.0, 90.0, 180.0, 270.0}) {
-        const GamutSlice slice = atHue(faces, h);
+        const GamutSlice slice = atHue(solid, h);
         ASSERT_EQ(slice.rings.size(), 1) << h;
         EXPECT_NEAR(slice.area(), 4000.0, 0.05) << h;
         const QPolygonF& ring = slice.rings[0];

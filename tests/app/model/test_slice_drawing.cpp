@@ -13,7 +13,7 @@ using namespace kvtest;
 
 namespace {
 
-const Faces solid = box({0, -40, -60}, {100, 80, 60});
+const Solid solid = box({0, -40, -60}, {100, 80, 60});
 
 QImage drawn(const SliceDrawing& drawing, QSize size, const QRectF& area)
 {

@@ -7,7 +7,6 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
-#include <QtGui/QVector3D>
 
 #include <limits>
 
@@ -87,8 +86,8 @@ TEST(Table, aShareIsAPercentageForPeopleOnly)
 
 TEST(Table, aColourIsAnArrayOrThreeColumns)
 {
-    const Table table = ofOneColumn(Kind::Colour, {QVector3D(50.0f, -20.5f, 0.25f)}, 2, 1);
-    EXPECT_EQ(jsonOf(Kind::Colour, QVector3D(50.0f, -20.5f, 0.25f), 2), (QJsonArray{50, -20.5, 0.25}));
+    const Table table = ofOneColumn(Kind::Colour, {Table::colour({50.0f, -20.5f, 0.25f})}, 2, 1);
+    EXPECT_EQ(jsonOf(Kind::Colour, Table::colour({50.0f, -20.5f, 0.25f}), 2), (QJsonArray{50, -20.5, 0.25}));
     EXPECT_EQ(table.printed(Format::Csv), "key_L,key_a,key_b\n50.00,-20.50,0.25\n");
 }
 

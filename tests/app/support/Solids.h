@@ -5,52 +5,59 @@
 
 #include <QtCore/QList>
 
-/// Closed surfaces whose cuts are known.
+#include <utility>
+
+/// Closed surfaces with known cuts.
 namespace kvtest {
 
-using Faces = QList<QList<KVHull::Node>>;
+using Solid = KVGamut::Mesh;
+using Corner = KVGamut::LabPoint;
 
-struct Corner
+/// Adds a triangle with vertices of its own.
+inline void addFace(Solid& solid, const Corner& p, const Corner& q, const Corner& r)
 {
-    float L, a, b;
-};
-
-inline void addFace(Faces& faces, const Corner& p, const Corner& q, const Corner& r)
-{
-    QList<KVHull::Node> face;
-    for (const Corner& c : {p, q, r})
-        face.append(KVHull::Node{{}, {c.L, c.a, c.b}});
-    faces.append(face);
+    const int first = static_cast<int>(solid.lab.size());
+    solid.lab.insert(solid.lab.end(), {p, q, r});
+    solid.triangles.push_back({first, first + 1, first + 2});
 }
 
-inline void addQuad(Faces& faces, const Corner& p, const Corner& q, const Corner& r, const Corner& s)
+inline void addQuad(Solid& solid, const Corner& p, const Corner& q, const Corner& r, const Corner& s)
 {
-    addFace(faces, p, q, r);
-    addFace(faces, p, r, s);
+    addFace(solid, p, q, r);
+    addFace(solid, p, r, s);
+}
+
+/// Both surfaces as one.
+inline Solid operator+(Solid one, const Solid& other)
+{
+    for (const auto& [i, j, k] : other.triangles)
+        addFace(one, other.lab[static_cast<std::size_t>(i)], other.lab[static_cast<std::size_t>(j)],
+                other.lab[static_cast<std::size_t>(k)]);
+    return one;
 }
 
 /// A prism between two lightnesses over the (a*, b*) corners @p base, counter-clockwise seen from above
-/// and convex. Outward, or inward as the surface of a hollow.
-inline Faces prism(float bottom, float top, const QList<QPair<float, float>>& base, bool hollow = false)
+/// and convex. Its faces point outwards, or inwards as the surface of a cavity.
+inline Solid prism(float bottom, float top, const QList<QPair<float, float>>& base, bool hollow = false)
 {
-    Faces faces;
+    Solid solid;
     const auto corner = [&](qsizetype i, float L) {
         const auto& [a, b] = base[i % base.size()];
         return Corner{L, a, b};
     };
     for (qsizetype i = 0; i < base.size(); ++i)
-        addQuad(faces, corner(i, bottom), corner(i + 1, bottom), corner(i + 1, top), corner(i, top));
+        addQuad(solid, corner(i, bottom), corner(i + 1, bottom), corner(i + 1, top), corner(i, top));
     for (qsizetype i = 1; i + 1 < base.size(); ++i) {
-        addFace(faces, corner(0, top), corner(i, top), corner(i + 1, top));
-        addFace(faces, corner(0, bottom), corner(i + 1, bottom), corner(i, bottom));
+        addFace(solid, corner(0, top), corner(i, top), corner(i + 1, top));
+        addFace(solid, corner(0, bottom), corner(i + 1, bottom), corner(i, bottom));
     }
     if (hollow)
-        for (auto& face : faces)
-            face.swapItemsAt(1, 2);
-    return faces;
+        for (auto& triangle : solid.triangles)
+            std::swap(triangle[1], triangle[2]);
+    return solid;
 }
 
-inline Faces box(const Corner& low, const Corner& high, bool hollow = false)
+inline Solid box(const Corner& low, const Corner& high, bool hollow = false)
 {
     return prism(low.L, high.L, {{low.a, low.b}, {high.a, low.b}, {high.a, high.b}, {low.a, high.b}}, hollow);
 }

@@ -67,7 +67,7 @@ int GamutListModel::rowOf(const QString& id) const
 QColor GamutListModel::signColor(int row) const
 {
     const QColor& chosen = m_entries[row].look.color;
-    return chosen.isValid() ? chosen : SliceDrawing::usualColor(row);
+    return chosen.isValid() ? chosen : SliceDrawing::defaultColor(row);
 }
 
 QString GamutListModel::add(const QString& input, const GamutSettings& settings, const KVGamutLook& look)

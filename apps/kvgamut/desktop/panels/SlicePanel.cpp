@@ -72,7 +72,7 @@ SliceDrawing SlicePanel::drawing() const
         const GamutEntry& entry = m_gamuts.at(row);
         if (!entry.hasGamut() || !entry.look.visible)
             continue;
-        const GamutSlice slice = gamutSlice(entry.gamut.faces(), planeAt(m_lightness));
+        const GamutSlice slice = gamutSlice(entry.gamut.mesh(), planeAt(m_lightness));
         const QString area = tr("area %1").arg(QLocale().toString(slice.area(), 'f', 0));
         drawing.add({entry.title, {ShownWords::settings(entry.computedWith), area}, m_gamuts.signColor(row)},
                     slice);

@@ -18,7 +18,17 @@ constexpr int elementArrayBuffer = 34963;
 constexpr int unsignedInt = 5125;
 constexpr int singleFloat = 5126;
 
-/// glTF multiplies colours of vertices as linear values (IEC 61966-2-1).
+qsizetype vertexCount(const ColoredMesh& mesh)
+{
+    return static_cast<qsizetype>(mesh.lab.size());
+}
+
+qsizetype triangleCount(const ColoredMesh& mesh)
+{
+    return static_cast<qsizetype>(mesh.triangles.size());
+}
+
+/// glTF multiplies vertex colours as linear values (IEC 61966-2-1).
 float linear(int step)
 {
     const double v = step / 255.0;
@@ -30,30 +40,30 @@ QJsonArray jsonOf(const QVector3D& v)
     return {double(v.x()), double(v.y()), double(v.z())};
 }
 
-QByteArray bufferOf(const GamutMesh& mesh)
+QByteArray bufferOf(const ColoredMesh& mesh)
 {
     QByteArray buffer;
     QDataStream stream(&buffer, QIODevice::WriteOnly);
     stream.setByteOrder(QDataStream::LittleEndian);
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
-    for (const GamutMesh::Vertex& v : mesh.vertices) {
-        const QVector3D p = MeshText::yUp(v.lab);
+    for (const KVGamut::LabPoint& lab : mesh.lab) {
+        const QVector3D p = MeshText::yUp(lab);
         stream << p.x() << p.y() << p.z();
     }
-    for (const GamutMesh::Vertex& v : mesh.vertices)
-        stream << linear(qRed(v.color)) << linear(qGreen(v.color)) << linear(qBlue(v.color));
-    for (const GamutMesh::Triangle& triangle : mesh.triangles)
+    for (const QRgb color : mesh.colors)
+        stream << linear(qRed(color)) << linear(qGreen(color)) << linear(qBlue(color));
+    for (const KVGamut::Mesh::Triangle& triangle : mesh.triangles)
         for (const int corner : triangle)
             stream << static_cast<quint32>(corner);
     return buffer;
 }
 
-/// The positions' accessor, which must state their bounds.
-QJsonObject positionAccessor(const GamutMesh& mesh)
+/// The accessor of the positions, which must state their bounds.
+QJsonObject positionAccessor(const ColoredMesh& mesh)
 {
-    QVector3D low = MeshText::yUp(mesh.vertices.first().lab), high = low;
-    for (const GamutMesh::Vertex& v : mesh.vertices) {
-        const QVector3D p = MeshText::yUp(v.lab);
+    QVector3D low = MeshText::yUp(mesh.lab.front()), high = low;
+    for (const KVGamut::LabPoint& lab : mesh.lab) {
+        const QVector3D p = MeshText::yUp(lab);
         for (int i = 0; i < 3; ++i) {
             low[i] = std::min(low[i], p[i]);
             high[i] = std::max(high[i], p[i]);
@@ -61,7 +71,7 @@ QJsonObject positionAccessor(const GamutMesh& mesh)
     }
     return {{QStringLiteral("bufferView"), 0},
             {QStringLiteral("componentType"), singleFloat},
-            {QStringLiteral("count"), mesh.vertices.size()},
+            {QStringLiteral("count"), vertexCount(mesh)},
             {QStringLiteral("type"), QStringLiteral("VEC3")},
             {QStringLiteral("min"), jsonOf(low)},
             {QStringLiteral("max"), jsonOf(high)}};
@@ -77,10 +87,10 @@ QJsonObject view(qsizetype offset, qsizetype length, int target)
 
 } // namespace
 
-QByteArray MeshWriters::gltf(const GamutMesh& mesh, const MeshNote& note)
+QByteArray MeshWriters::gltf(const ColoredMesh& mesh, const MeshNote& note)
 {
-    const qsizetype vectors = mesh.vertices.size() * qsizetype(3 * sizeof(float));
-    const qsizetype indices = mesh.triangles.size() * qsizetype(3 * sizeof(quint32));
+    const qsizetype vectors = vertexCount(mesh) * qsizetype(3 * sizeof(float));
+    const qsizetype indices = triangleCount(mesh) * qsizetype(3 * sizeof(quint32));
     QJsonObject extras = kvJsonOf(note);
     extras.insert(QStringLiteral("axes"), QStringLiteral("x = a*, y = L*, z = -b*"));
     const QString unlit = QStringLiteral("KHR_materials_unlit"); // colours as they are
@@ -110,11 +120,11 @@ QByteArray MeshWriters::gltf(const GamutMesh& mesh, const MeshNote& note)
          QJsonArray{positionAccessor(mesh),
                     QJsonObject{{QStringLiteral("bufferView"), 1},
                                 {QStringLiteral("componentType"), singleFloat},
-                                {QStringLiteral("count"), mesh.vertices.size()},
+                                {QStringLiteral("count"), vertexCount(mesh)},
                                 {QStringLiteral("type"), QStringLiteral("VEC3")}},
                     QJsonObject{{QStringLiteral("bufferView"), 2},
                                 {QStringLiteral("componentType"), unsignedInt},
-                                {QStringLiteral("count"), 3 * mesh.triangles.size()},
+                                {QStringLiteral("count"), 3 * triangleCount(mesh)},
                                 {QStringLiteral("type"), QStringLiteral("SCALAR")}}}},
         {QStringLiteral("bufferViews"),
          QJsonArray{view(0, vectors, arrayBuffer), view(vectors, vectors, arrayBuffer),

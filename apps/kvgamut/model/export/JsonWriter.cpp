@@ -10,9 +10,9 @@
 
 namespace {
 
-QJsonArray jsonOf(const QVector3D& lab)
+QJsonArray jsonOf(const KVGamut::LabPoint& lab)
 {
-    return {double(lab.x()), double(lab.y()), double(lab.z())};
+    return {double(lab.L), double(lab.a), double(lab.b)};
 }
 
 } // namespace
@@ -22,20 +22,20 @@ QJsonObject kvJsonOf(const MeshNote& note)
     return {{QStringLiteral("profile"), note.profile},
             {QStringLiteral("intent"), GamutWords::intent(note.report.intent)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
-            {QStringLiteral("white"), jsonOf(GamutWords::lab(note.report.white))},
-            {QStringLiteral("black"), jsonOf(GamutWords::lab(note.report.black))},
+            {QStringLiteral("white"), jsonOf(note.report.white)},
+            {QStringLiteral("black"), jsonOf(note.report.black)},
             {QStringLiteral("volume"), note.report.volume},
             {QStringLiteral("uncertainty"), note.report.volumeUncertainty},
             {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
 }
 
-QByteArray MeshWriters::json(const GamutMesh& mesh, const MeshNote& note)
+QByteArray MeshWriters::json(const ColoredMesh& mesh, const MeshNote& note)
 {
     QJsonArray vertices, colors, triangles;
-    for (const GamutMesh::Vertex& v : mesh.vertices) {
-        vertices.append(jsonOf(v.lab));
-        colors.append(QColor(v.color).name());
-    }
+    for (const KVGamut::LabPoint& lab : mesh.lab)
+        vertices.append(jsonOf(lab));
+    for (const QRgb color : mesh.colors)
+        colors.append(QColor(color).name());
     for (const auto& [i, j, k] : mesh.triangles)
         triangles.append(QJsonArray{i, j, k});
     QJsonObject object = kvJsonOf(note);

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "GamutMesh.h"
+#include "ColoredMesh.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// What a file says of the gamut in it, where its format has a place for that.
+/// What a file says about its gamut, if its format allows that.
 struct MeshNote
 {
     QString profile;
@@ -15,33 +15,32 @@ struct MeshNote
 
     /// One line: profile, intent, white, volume.
     QString line() const;
-    /// The same, a fact a line.
+    /// The same, one fact per line.
     QStringList lines() const;
 };
 
-/// A format of files in which surfaces are exchanged.
+/// A file format for surfaces.
 struct MeshFormat
 {
     const char* suffix;
-    QByteArray (*write)(const GamutMesh& mesh, const MeshNote& note);
+    QByteArray (*write)(const ColoredMesh& mesh, const MeshNote& note);
 
-    /// Those that are known.
     static const QList<MeshFormat>& all();
-    /// The one of @p suffix (without the dot, in any case); null when there is none.
+    /// The format with @p suffix (without the dot, in any case); null if there is none.
     static const MeshFormat* ofSuffix(const QString& suffix);
 };
 
 /// The writers. Units are those of Lab; x, y, z are
 /// - in PLY, OBJ and STL, where z is usually up: a*, b*, L*;
 /// - in glTF and X3D, where y is up: a*, L*, -b*.
-/// Both are right-handed: triangles are counter-clockwise from outside. JSON says L*, a*, b*.
+/// Both are right-handed: triangles are counter-clockwise seen from outside. JSON has L*, a*, b*.
 namespace MeshWriters {
 
-QByteArray ply(const GamutMesh& mesh, const MeshNote& note);  ///< text, with colours of vertices
-QByteArray obj(const GamutMesh& mesh, const MeshNote& note);  ///< colours after the coordinates, 0..1
-QByteArray stl(const GamutMesh& mesh, const MeshNote& note);  ///< binary; a colour of 15 bits a triangle
-QByteArray gltf(const GamutMesh& mesh, const MeshNote& note); ///< version 2.0, unlit, buffer inside
-QByteArray x3d(const GamutMesh& mesh, const MeshNote& note);  ///< XML, version 3.3
-QByteArray json(const GamutMesh& mesh, const MeshNote& note); ///< an array of one object
+QByteArray ply(const ColoredMesh& mesh, const MeshNote& note);  ///< text, with vertex colours
+QByteArray obj(const ColoredMesh& mesh, const MeshNote& note);  ///< colours after the coordinates, 0..1
+QByteArray stl(const ColoredMesh& mesh, const MeshNote& note);  ///< binary; 15-bit colour per triangle
+QByteArray gltf(const ColoredMesh& mesh, const MeshNote& note); ///< version 2.0, unlit, embedded buffer
+QByteArray x3d(const ColoredMesh& mesh, const MeshNote& note);  ///< XML, version 3.3
+QByteArray json(const ColoredMesh& mesh, const MeshNote& note); ///< an array of one object
 
 } // namespace MeshWriters

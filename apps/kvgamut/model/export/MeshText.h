@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/KVVelmoraFramework.h>
+
 #include <QtCore/QByteArray>
 #include <QtGui/QVector3D>
 
-/// What the writers of text share.
+/// Numbers and coordinates of mesh files.
 namespace MeshText {
 
-/// As many digits as tell it from every other.
+/// With enough digits to restore the same float.
 inline QByteArray number(float value)
 {
     return QByteArray::number(static_cast<double>(value), 'g', 9);
@@ -18,16 +20,16 @@ inline QByteArray triple(const QVector3D& v)
     return number(v.x()) + ' ' + number(v.y()) + ' ' + number(v.z());
 }
 
-/// Where z is up: a*, b*, L*.
-inline QVector3D zUp(const QVector3D& lab)
+/// Coordinates where z is up: a*, b*, L*.
+inline QVector3D zUp(const KVGamut::LabPoint& lab)
 {
-    return {lab.y(), lab.z(), lab.x()};
+    return {lab.a, lab.b, lab.L};
 }
 
-/// Where y is up: a*, L*, -b*.
-inline QVector3D yUp(const QVector3D& lab)
+/// Coordinates where y is up: a*, L*, -b*.
+inline QVector3D yUp(const KVGamut::LabPoint& lab)
 {
-    return {lab.y(), lab.x(), -lab.z()};
+    return {lab.a, lab.L, -lab.b};
 }
 
 } // namespace MeshText

@@ -9,15 +9,16 @@ namespace {
 
 constexpr qsizetype headerSize = 80;
 
-/// The colour of a triangle in its 16 spare bits, as VisCAM and SolidView write it: valid, then 5 bits
-/// each of red, green and blue.
-quint16 packed(const GamutMesh& mesh, const GamutMesh::Triangle& triangle)
+/// The mean colour of a triangle in the 16 attribute bits, in the usual encoding of binary STL: a bit that
+/// marks it as valid, then 5 bits each of red, green and blue.
+quint16 packed(const ColoredMesh& mesh, const KVGamut::Mesh::Triangle& triangle)
 {
     int red = 0, green = 0, blue = 0;
-    for (const int corner : triangle) {
-        red += qRed(mesh.vertices[corner].color);
-        green += qGreen(mesh.vertices[corner].color);
-        blue += qBlue(mesh.vertices[corner].color);
+    for (const int vertex : triangle) {
+        const QRgb color = mesh.colors[static_cast<std::size_t>(vertex)];
+        red += qRed(color);
+        green += qGreen(color);
+        blue += qBlue(color);
     }
     const auto five = [](int sum) { return (sum * 31 + 3 * 127) / (3 * 255); };
     return static_cast<quint16>(0x8000 | five(red) << 10 | five(green) << 5 | five(blue));
@@ -25,9 +26,9 @@ quint16 packed(const GamutMesh& mesh, const GamutMesh::Triangle& triangle)
 
 } // namespace
 
-QByteArray MeshWriters::stl(const GamutMesh& mesh, const MeshNote& note)
+QByteArray MeshWriters::stl(const ColoredMesh& mesh, const MeshNote& note)
 {
-    // A header that begins with "solid" would be taken for text.
+    // Readers take a file whose header begins with "solid" for text.
     QByteArray file = QByteArray("x, y, z: a*, b*, L*; ")
                           .append(note.line().toUtf8())
                           .left(headerSize)
@@ -37,10 +38,12 @@ QByteArray MeshWriters::stl(const GamutMesh& mesh, const MeshNote& note)
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
     const auto write = [&stream](const QVector3D& v) { stream << v.x() << v.y() << v.z(); };
     stream << static_cast<quint32>(mesh.triangles.size());
-    for (const GamutMesh::Triangle& triangle : mesh.triangles) {
-        const auto corner = [&](size_t i) { return MeshText::zUp(mesh.vertices[triangle[i]].lab); };
+    for (const KVGamut::Mesh::Triangle& triangle : mesh.triangles) {
+        const auto corner = [&](std::size_t i) {
+            return MeshText::zUp(mesh.lab[static_cast<std::size_t>(triangle[i])]);
+        };
         write(QVector3D::normal(corner(0), corner(1), corner(2)));
-        for (size_t i = 0; i < 3; ++i)
+        for (std::size_t i = 0; i < 3; ++i)
             write(corner(i));
         stream << packed(mesh, triangle);
     }

@@ -13,24 +13,24 @@ void writeMeta(QXmlStreamWriter& xml, const QString& name, const QString& conten
     xml.writeAttribute(QStringLiteral("content"), content);
 }
 
-QString coordinatesOf(const GamutMesh& mesh)
+QString coordinatesOf(const ColoredMesh& mesh)
 {
     QByteArray text;
-    for (const GamutMesh::Vertex& v : mesh.vertices)
-        text += MeshText::triple(MeshText::yUp(v.lab)) + ' ';
+    for (const KVGamut::LabPoint& lab : mesh.lab)
+        text += MeshText::triple(MeshText::yUp(lab)) + ' ';
     return QString::fromLatin1(text.trimmed());
 }
 
-QString coloursOf(const GamutMesh& mesh)
+QString coloursOf(const ColoredMesh& mesh)
 {
     QByteArray text;
-    for (const GamutMesh::Vertex& v : mesh.vertices)
-        for (const int step : {qRed(v.color), qGreen(v.color), qBlue(v.color)})
+    for (const QRgb color : mesh.colors)
+        for (const int step : {qRed(color), qGreen(color), qBlue(color)})
             text += QByteArray::number(step / 255.0, 'f', 5) + ' ';
     return QString::fromLatin1(text.trimmed());
 }
 
-QString indicesOf(const GamutMesh& mesh)
+QString indicesOf(const ColoredMesh& mesh)
 {
     QByteArray text;
     for (const auto& [i, j, k] : mesh.triangles)
@@ -40,7 +40,7 @@ QString indicesOf(const GamutMesh& mesh)
 
 } // namespace
 
-QByteArray MeshWriters::x3d(const GamutMesh& mesh, const MeshNote& note)
+QByteArray MeshWriters::x3d(const ColoredMesh& mesh, const MeshNote& note)
 {
     QByteArray file;
     QXmlStreamWriter xml(&file);
@@ -64,6 +64,6 @@ QByteArray MeshWriters::x3d(const GamutMesh& mesh, const MeshNote& note)
     xml.writeAttribute(QStringLiteral("point"), coordinatesOf(mesh));
     xml.writeEmptyElement(QStringLiteral("Color"));
     xml.writeAttribute(QStringLiteral("color"), coloursOf(mesh));
-    xml.writeEndDocument(); // closes what is open
+    xml.writeEndDocument(); // closes all elements
     return file;
 }

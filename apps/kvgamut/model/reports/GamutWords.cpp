@@ -31,11 +31,6 @@ QString GamutWords::method(KVGamut::Method method)
     return {};
 }
 
-QVector3D GamutWords::lab(const KVGamut::LabPoint& p)
-{
-    return QVector3D(p.L, p.a, p.b);
-}
-
 bool GamutWords::blackPointCompensated(const KVGamut::Report& report)
 {
     return report.blackPointCompensation && report.intent != KVVMRenderAbsoluteColorimetric;

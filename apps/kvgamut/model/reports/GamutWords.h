@@ -4,16 +4,14 @@
 #include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QString>
-#include <QtGui/QVector3D>
 
-/// What a gamut's report says, as it is printed.
+/// Words for the values of a gamut's report.
 namespace GamutWords {
 
-QString intent(KVVMRenderType intent);     ///< "absolute"; as it is named on the command line
-QString method(KVGamut::Method method);    ///< "device mesh", "radial hull" or "lattice surface"
-QVector3D lab(const KVGamut::LabPoint& p); ///< L*, a*, b*
+QString intent(KVVMRenderType intent);  ///< "absolute"...: as on the command line
+QString method(KVGamut::Method method); ///< "device mesh", "radial hull" or "lattice surface"
 
-/// Whether the black point was compensated: the absolute intent takes no notice of it.
+/// Whether the black point was compensated. The absolute intent ignores that setting.
 bool blackPointCompensated(const KVGamut::Report& report);
 
 } // namespace GamutWords

@@ -5,7 +5,6 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
-#include <QtGui/QVector3D>
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +18,7 @@ using Kind = Table::Kind;
 double rounded(double value, int decimals)
 {
     const double scale = std::pow(10.0, decimals);
-    return std::round(value * scale) / scale + 0.0; // which makes -0 a 0
+    return std::round(value * scale) / scale + 0.0; // -0 becomes 0
 }
 
 QString number(double value, int decimals)
@@ -51,10 +50,10 @@ QJsonValue jsonValue(const Column& column, const QVariant& value)
     case Kind::Share:
         return jsonNumber(value.toDouble(), column.decimals);
     case Kind::Colour: {
-        const auto lab = value.value<QVector3D>();
-        return QJsonArray{jsonNumber(double(lab.x()), column.decimals),
-                          jsonNumber(double(lab.y()), column.decimals),
-                          jsonNumber(double(lab.z()), column.decimals)};
+        const auto lab = value.value<KVGamut::LabPoint>();
+        return QJsonArray{jsonNumber(double(lab.L), column.decimals),
+                          jsonNumber(double(lab.a), column.decimals),
+                          jsonNumber(double(lab.b), column.decimals)};
     }
     }
     return {};
@@ -111,9 +110,9 @@ QStringList csvFields(const Column& column, const QVariant& value)
     case Kind::Share:
         return {number(value.toDouble(), column.decimals)};
     case Kind::Colour: {
-        const auto lab = value.value<QVector3D>();
-        return {number(double(lab.x()), column.decimals), number(double(lab.y()), column.decimals),
-                number(double(lab.z()), column.decimals)};
+        const auto lab = value.value<KVGamut::LabPoint>();
+        return {number(double(lab.L), column.decimals), number(double(lab.a), column.decimals),
+                number(double(lab.b), column.decimals)};
     }
     }
     return {};
@@ -154,10 +153,10 @@ QString words(const Column& column, const QVariant& value)
     case Kind::Share:
         return number(value.toDouble() * 100.0, column.textDecimals) + QStringLiteral(" %");
     case Kind::Colour: {
-        const auto lab = value.value<QVector3D>();
+        const auto lab = value.value<KVGamut::LabPoint>();
         return QStringLiteral("%1 %2 %3")
-            .arg(number(double(lab.x()), column.textDecimals), number(double(lab.y()), column.textDecimals),
-                 number(double(lab.z()), column.textDecimals));
+            .arg(number(double(lab.L), column.textDecimals), number(double(lab.a), column.textDecimals),
+                 number(double(lab.b), column.textDecimals));
     }
     }
     return {};
@@ -168,7 +167,7 @@ bool isNumeric(Kind kind)
     return kind == Kind::Whole || kind == Kind::Number || kind == Kind::Share || kind == Kind::Colour;
 }
 
-/// Cells that @p text takes on a terminal, where some letters take two and some none.
+/// Width of @p text on a terminal, where some letters take two cells and some none.
 qsizetype cells(const QString& text)
 {
     qsizetype count = 0;
@@ -186,7 +185,7 @@ QString padded(const QString& text, qsizetype width, bool toTheRight)
     return toTheRight ? space + text : text + space;
 }
 
-/// One line of fields, without spaces at its end.
+/// One line of fields, without trailing spaces.
 QString line(const QStringList& fields, const QList<qsizetype>& widths, const QList<bool>& toTheRight)
 {
     QString text;
@@ -202,7 +201,7 @@ QString line(const QStringList& fields, const QList<qsizetype>& widths, const QL
 
 QString asRows(const Table& table)
 {
-    QList<QStringList> lines(table.rows.size() + 1); // the first is the titles
+    QList<QStringList> lines(table.rows.size() + 1); // first line: titles
     QList<qsizetype> widths;
     QList<bool> toTheRight;
     for (qsizetype i = 0; i < table.columns.size(); ++i) {

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <platform/KVVelmoraFramework.h>
+
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
-/// What a command found: a row for each of its answers, in named columns.
+/// The results of a command: rows with named columns.
 ///
-/// Numbers are rounded to the decimals of their column, so that the same answer is printed the same
-/// everywhere; the decimal sign is a point in every locale.
+/// Numbers are rounded to the decimals of their column, so that equal results print the same everywhere. The
+/// decimal separator is a point in every locale.
 struct Table
 {
-    /// What a column holds; a value that is not valid is one that is not known.
+    /// The type of a column. An invalid value is unknown.
     enum class Kind
     {
         Word,   ///< QString
@@ -20,31 +22,34 @@ struct Table
         Flag,   ///< bool
         Whole,  ///< int
         Number, ///< double
-        Share,  ///< double, 0..1; a percentage for people
-        Colour, ///< QVector3D: L*, a*, b*
+        Share,  ///< double, 0..1; a percentage in text
+        Colour, ///< as colour() makes it
     };
     struct Column
     {
         QString key;   ///< in CSV and JSON
-        QString title; ///< for people; empty: it is not shown to them
+        QString title; ///< in text; empty: not shown there
         Kind kind = Kind::Word;
         int decimals = 0;     ///< in CSV and JSON
-        int textDecimals = 0; ///< for people
+        int textDecimals = 0; ///< in text
     };
-    using Row = QVariantList; ///< a value for each column, in order
+    using Row = QVariantList; ///< one value for each column, in order
 
     QList<Column> columns;
     QList<Row> rows;
-    QString summary;     ///< a last line for people
-    bool blocks = false; ///< for people: a paragraph for each row, under the value of its first column
+    QString summary;     ///< last line of the text
+    bool blocks = false; ///< in text, a paragraph for each row, headed by its first value
 
     enum class Format
     {
-        Text, ///< for people
-        Csv,  ///< RFC 4180 with bare line feeds; a colour takes three columns: key_L, key_a, key_b
-        Json, ///< an array of an object for each row; a colour is an array of three
+        Text, ///< aligned columns, to read
+        Csv,  ///< RFC 4180 with line feeds; a colour has three columns: key_L, key_a, key_b
+        Json, ///< an array with an object for each row; a colour is an array of three numbers
     };
     QByteArray printed(Format format) const;
+
+    /// The value of a cell in a column of colours.
+    static QVariant colour(const KVGamut::LabPoint& lab) { return QVariant::fromValue(lab); }
 
     /// Adds a column; @p key and @p title are UTF-8.
     void add(const char* key, const char* title, Kind kind, int decimals = 0, int textDecimals = 0);

@@ -9,16 +9,15 @@
 
 namespace {
 
-constexpr double usualWhite = 100.0;
-constexpr double slack = 0.01; // of a step, by which white may lie above a ring and still belong to it
+constexpr double defaultWhite = 100.0;
+constexpr double slack = 0.01; // in steps: how far above a ring white may lie and still belong to it
 
-double highestLightness(const QList<QList<KVHull::Node>>& faces)
+double maxLightness(const KVGamut::Mesh& surface)
 {
-    double highest = 0.0;
-    for (const auto& face : faces)
-        for (const KVHull::Node& node : face)
-            highest = std::max(highest, double(node.lab.value(0)));
-    return highest;
+    double max = 0.0;
+    for (const KVGamut::LabPoint& vertex : surface.lab)
+        max = std::max(max, double(vertex.L));
+    return max;
 }
 
 /// A straight piece of the boundary of a cut at a hue: chroma, lightness.
@@ -28,13 +27,13 @@ struct Edge
     QPointF to;
 };
 
-/// The point of @p edge, which crosses it, at which @p along (a linear function of the point) is zero.
+/// The point of @p edge where a linear function, with these values at its ends, is zero.
 QPointF crossing(const Edge& edge, double alongFrom, double alongTo)
 {
     return edge.from + alongFrom / (alongFrom - alongTo) * (edge.to - edge.from);
 }
 
-/// What is left of @p edge where x >= 0; nothing: both ends are equal.
+/// The part of @p edge with x >= 0; if there is none, both ends are equal.
 Edge rightOfAxis(const Edge& edge)
 {
     const double from = edge.from.x();
@@ -47,7 +46,7 @@ Edge rightOfAxis(const Edge& edge)
     return from >= 0.0 ? Edge{edge.from, middle} : Edge{middle, edge.to};
 }
 
-/// What is left of @p edge where y <= @p top.
+/// The part of @p edge with y <= @p top.
 Edge below(const Edge& edge, double top)
 {
     const double from = edge.from.y() - top;
@@ -60,9 +59,9 @@ Edge below(const Edge& edge, double top)
     return from <= 0.0 ? Edge{edge.from, middle} : Edge{middle, edge.to};
 }
 
-/// The part that an edge of a region's boundary has in the region's integral of 2 C dC dL, which by
-/// Green's theorem is that of C^2 dL around it. The axis C = 0 and lines of one lightness, along which
-/// the region may be cut off, have none.
+/// What an edge of a region's boundary contributes to the region's integral of 2 C dC dL, which by Green's
+/// theorem is the integral of C^2 dL along the boundary. The axis C = 0 and lines of constant lightness,
+/// where the region may be cut off, contribute nothing.
 double contribution(const Edge& edge)
 {
     const double c0 = edge.from.x();
@@ -70,8 +69,7 @@ double contribution(const Edge& edge)
     return (c0 * c0 + c0 * c1 + c1 * c1) / 3.0 * (edge.to.y() - edge.from.y());
 }
 
-/// The squared radius of the ring up to each of @p limits at the hue towards which @p edges have their
-/// positive chroma.
+/// The squared radius of the ring up to each of @p limits at the hue where @p edges have positive chroma.
 QList<double> squaredRadii(const QList<Edge>& edges, const QList<double>& limits)
 {
     QList<double> squares(limits.size(), 0.0);
@@ -81,20 +79,20 @@ QList<double> squaredRadii(const QList<Edge>& edges, const QList<double>& limits
             squares[i] += contribution(below(right, limits[i]));
     }
     for (double& square : squares)
-        square = std::abs(square); // whichever way round the boundary runs
+        square = std::abs(square); // for either orientation of the boundary
     return squares;
 }
 
-QList<Edge> edgesAtHue(const QList<QList<KVHull::Node>>& faces, double h)
+QList<Edge> edgesAtHue(const KVGamut::Mesh& surface, double h)
 {
     const float plane[4] = {0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f};
-    const auto pointOf = [h](const QList<float>& lab) {
-        return QPointF(double(lab[1]) * std::cos(h) + double(lab[2]) * std::sin(h), double(lab[0]));
+    const auto pointOf = [h](const KVGamut::LabPoint& lab) {
+        return QPointF(double(lab.a) * std::cos(h) + double(lab.b) * std::sin(h), double(lab.L));
     };
     QList<Edge> edges;
-    const auto pieces = KVGamut::computeRing(plane, faces);
-    for (const auto& piece : pieces)
-        edges.append({pointOf(piece[0]), pointOf(piece[1])});
+    const auto pieces = KVGamut::computeRing(plane, surface);
+    for (const auto& [from, to] : pieces)
+        edges.append({pointOf(from), pointOf(to)});
     return edges;
 }
 
@@ -105,12 +103,12 @@ double GamutRings::volume() const
     return rings.isEmpty() ? 0.0 : ringArea(rings.last());
 }
 
-GamutRings gamutRings(const QList<QList<KVHull::Node>>& faces, double step, int hues)
+GamutRings gamutRings(const KVGamut::Mesh& surface, double step, int hues)
 {
     GamutRings result;
-    if (faces.isEmpty())
+    if (surface.isEmpty())
         return result;
-    const double top = std::max(usualWhite, highestLightness(faces));
+    const double top = std::max(defaultWhite, maxLightness(surface));
     for (int i = 1; (i - 1 + slack) * step < top; ++i)
         result.lightness.append(i * step);
     QList<double> limits = result.lightness;
@@ -119,8 +117,8 @@ GamutRings gamutRings(const QList<QList<KVHull::Node>>& faces, double step, int 
 
     for (int hue = 0; hue < hues / 2; ++hue) {
         const double h = 2.0 * std::numbers::pi * hue / hues;
-        QList<Edge> edges = edgesAtHue(faces, h);
-        for (const int corner : {hue, hue + hues / 2}) { // one plane holds a hue and the opposite one
+        QList<Edge> edges = edgesAtHue(surface, h);
+        for (const int corner : {hue, hue + hues / 2}) { // one plane contains a hue and its opposite
             const QList<double> squares = squaredRadii(edges, limits);
             const double angle = 2.0 * std::numbers::pi * corner / hues;
             for (qsizetype i = 0; i < squares.size(); ++i)

@@ -29,6 +29,6 @@ struct GamutRings
     double volume() const;
 };
 
-/// The rings of a closed surface, as GamutObject::faces() gives it, from the exact cuts at @p hues hue
-/// angles (even). Volume below the first step counts to the first ring. Empty for an empty surface.
-GamutRings gamutRings(const QList<QList<KVHull::Node>>& faces, double step = 10.0, int hues = 360);
+/// The rings of a closed surface from the exact cuts at @p hues hue angles (even). Volume below the first
+/// step counts to the first ring. Empty for an empty surface.
+GamutRings gamutRings(const KVGamut::Mesh& surface, double step = 10.0, int hues = 360);

@@ -6,16 +6,20 @@
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <tuple>
+#include <vector>
 
 namespace {
 
-using LabPoint = std::array<float, 3>;
+using KVGamut::LabPoint;
+using KVGamut::RingPiece; // its end is bitwise equal to the start of the next piece
 
-/// A piece of the cut on one face. Its end is, bit by bit, the start of its neighbour's.
-struct Piece
+struct Lexicographic
 {
-    LabPoint start;
-    LabPoint end;
+    bool operator()(const LabPoint& p, const LabPoint& q) const
+    {
+        return std::tie(p.L, p.a, p.b) < std::tie(q.L, q.a, q.b);
+    }
 };
 
 std::array<float, 4> coefficients(const SlicePlane& plane)
@@ -26,24 +30,13 @@ std::array<float, 4> coefficients(const SlicePlane& plane)
     return {0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f};
 }
 
-QList<Piece> piecesOf(const QList<QList<KVHull::Node>>& faces, const SlicePlane& plane)
-{
-    QList<Piece> pieces;
-    const auto ring = KVGamut::computeRing(coefficients(plane).data(), faces);
-    for (const auto& ends : ring) {
-        const Piece piece{{ends[0][0], ends[0][1], ends[0][2]}, {ends[1][0], ends[1][1], ends[1][2]}};
-        if (piece.start != piece.end) // a corner that only touches the plane
-            pieces.append(piece);
-    }
-    return pieces;
-}
-
 /// Joins pieces end to start into rings of their start points.
-QList<QList<LabPoint>> chained(const QList<Piece>& pieces)
+QList<QList<LabPoint>> chained(const std::vector<RingPiece>& pieces)
 {
-    std::multimap<LabPoint, LabPoint> next;
-    for (const Piece& piece : pieces)
-        next.emplace(piece.start, piece.end);
+    std::multimap<LabPoint, LabPoint, Lexicographic> next;
+    for (const auto& [start, end] : pieces)
+        if (start != end) // not a vertex that only touches the plane
+            next.emplace(start, end);
     QList<QList<LabPoint>> rings;
     while (!next.empty()) {
         const LabPoint first = next.begin()->first;
@@ -65,25 +58,25 @@ QList<QList<LabPoint>> chained(const QList<Piece>& pieces)
 QPointF flat(const LabPoint& lab, const SlicePlane& plane)
 {
     if (plane.kind == SlicePlane::Lightness)
-        return {double(lab[1]), double(lab[2])};
+        return {double(lab.a), double(lab.b)};
     const double h = plane.value * std::numbers::pi / 180.0;
-    return {double(lab[1]) * std::cos(h) + double(lab[2]) * std::sin(h), double(lab[0])};
+    return {double(lab.a) * std::cos(h) + double(lab.b) * std::sin(h), double(lab.L)};
 }
 
-/// Where the straight line from @p from to @p to meets the axis x = 0.
+/// The intersection of the line through @p from and @p to with the axis x = 0.
 QPointF onAxis(const QPointF& from, const QPointF& to)
 {
     const double t = from.x() / (from.x() - to.x());
     return {0.0, from.y() + t * (to.y() - from.y())};
 }
 
-/// The parts of @p ring at x >= 0, each from the axis back to the axis; or the whole ring, as the only
-/// part in @p whole, when it lies on that side.
+/// Appends the parts of @p ring at x >= 0, each from the axis back to the axis, to @p parts. A ring that lies
+/// entirely on that side goes to @p whole.
 void splitAtAxis(const QPolygonF& ring, QList<QPolygonF>& parts, QList<QPolygonF>& whole)
 {
     const auto isRight = [](const QPointF& p) { return p.x() >= 0.0; };
     const qsizetype size = ring.size();
-    qsizetype entry = -1; // a point right of the axis that follows one left of it
+    qsizetype entry = -1; // first point right of the axis after one left of it
     for (qsizetype i = 0; i < size && entry < 0; ++i)
         if (!isRight(ring[i]) && isRight(ring[(i + 1) % size]))
             entry = (i + 1) % size;
@@ -107,8 +100,8 @@ void splitAtAxis(const QPolygonF& ring, QList<QPolygonF>& parts, QList<QPolygonF
     }
 }
 
-/// Joins parts that begin and end on the axis into rings, along those stretches of the axis that lie
-/// inside: between the first and the second of their ends, between the third and the fourth, and so on.
+/// Joins parts that begin and end on the axis into rings, along the intervals of the axis inside the gamut:
+/// between the first and the second of their ends, between the third and the fourth, and so on.
 QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
 {
     struct End
@@ -123,7 +116,7 @@ QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
         ends.append({parts[i].last().y(), i, false});
     }
     std::stable_sort(ends.begin(), ends.end(), [](const End& a, const End& b) { return a.y < b.y; });
-    QList<qsizetype> follower(parts.size(), -1); // the part whose start comes after the end of a part
+    QList<qsizetype> follower(parts.size(), -1); // for each part, the one that continues it
     for (qsizetype i = 0; i + 1 < ends.size(); i += 2) {
         const End& one = ends[i];
         const End& other = ends[i + 1];
@@ -144,7 +137,7 @@ QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
     return rings;
 }
 
-/// Without points that repeat the one before them.
+/// Without consecutive duplicates.
 QPolygonF withoutRepeats(QPolygonF ring)
 {
     const auto same = [](const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); };
@@ -176,11 +169,11 @@ double GamutSlice::area() const
     return sum;
 }
 
-GamutSlice gamutSlice(const QList<QList<KVHull::Node>>& faces, const SlicePlane& plane)
+GamutSlice gamutSlice(const KVGamut::Mesh& surface, const SlicePlane& plane)
 {
     GamutSlice slice;
     QList<QPolygonF> parts;
-    const auto loops = chained(piecesOf(faces, plane));
+    const auto loops = chained(KVGamut::computeRing(coefficients(plane).data(), surface));
     for (const QList<LabPoint>& loop : loops) {
         QPolygonF ring;
         for (const LabPoint& lab : loop)
@@ -194,7 +187,7 @@ GamutSlice gamutSlice(const QList<QList<KVHull::Node>>& faces, const SlicePlane&
     for (QPolygonF& ring : slice.rings)
         ring = withoutRepeats(ring);
     slice.rings.removeIf([](const QPolygonF& ring) { return ring.size() < 3; });
-    // all pieces run the same way around the surface's outside, whichever that is in this plane
+    // all pieces have the same orientation, which depends on the plane
     if (slice.area() < 0.0)
         for (QPolygonF& ring : slice.rings)
             std::reverse(ring.begin(), ring.end());

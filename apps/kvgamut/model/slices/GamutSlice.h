@@ -5,7 +5,7 @@
 
 #include <QtGui/QPolygonF>
 
-/// A plane through Lab: one lightness, or one hue.
+/// A plane in Lab: one lightness or one hue.
 struct SlicePlane
 {
     enum Kind
@@ -20,19 +20,19 @@ struct SlicePlane
 /// Where a plane cuts a gamut, in the coordinates of the plane.
 struct GamutSlice
 {
-    /// The boundary of the cut: closed rings of which none crosses another. The last point is joined to
-    /// the first and not repeated. What belongs to the gamut lies to the left: an outer boundary runs
-    /// counter-clockwise (with the second coordinate up), the boundary of a hole clockwise.
+    /// The boundary of the cut: closed rings that do not cross each other. The last point connects to the
+    /// first, which is not repeated. The gamut lies to the left: an outer boundary is counter-clockwise (with
+    /// the second coordinate up), the boundary of a hole clockwise.
     QList<QPolygonF> rings;
 
-    /// Area of what belongs to the gamut, dE76 squared.
+    /// Area inside the gamut, dE76 squared.
     double area() const;
 };
 
-/// Area that @p ring encloses; negative where it runs clockwise.
+/// Area inside @p ring; negative if it is clockwise.
 double ringArea(const QPolygonF& ring);
 
-/// The exact cut through a closed surface, as GamutObject::faces() gives it: one point for each edge that
-/// the plane crosses, interpolated on it. A cut at a hue ends on the L* axis, along which its rings run.
-/// Empty where the plane misses the surface.
-GamutSlice gamutSlice(const QList<QList<KVHull::Node>>& faces, const SlicePlane& plane);
+/// The exact cut through a closed surface: one point, interpolated linearly, for each edge that the plane
+/// crosses. A cut at a hue ends at the L* axis, which closes its rings. Empty if the plane misses the
+/// surface.
+GamutSlice gamutSlice(const KVGamut::Mesh& surface, const SlicePlane& plane);

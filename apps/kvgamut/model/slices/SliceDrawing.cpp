@@ -10,21 +10,21 @@
 #include <cmath>
 #include <numbers>
 
-// Everything is laid out in units in which text is `text` high, and scaled to the painter's: the drawing
-// is the same at every size.
+// The layout uses units in which text is `text` high, and is scaled to the painter: the drawing is the same
+// at every size.
 
 namespace {
 
 constexpr qreal text = 16.0;
 constexpr qreal lineHeight = 1.35 * text;
 constexpr qreal gap = 0.5 * text;
-constexpr qreal usualTextShare = 1.0 / 45.0; // of the shorter side
-constexpr qreal tickDistance = 3.5 * text;   // at least
+constexpr qreal defaultTextShare = 1.0 / 45.0; // of the shorter side
+constexpr qreal tickDistance = 3.5 * text;     // at least
 constexpr qreal swatch = 1.6 * text;
 constexpr qreal strongLine = 2.0;
 constexpr qreal thinLine = 0.9;
 constexpr qreal fillOpacity = 0.07;
-constexpr qreal wideShape = 1.2; // from here on the legend stands beside the plot, not below it
+constexpr qreal wideShape = 1.2; // minimum aspect ratio for a legend beside the plot instead of below
 
 QFont font(bool bold = false)
 {
@@ -32,7 +32,7 @@ QFont font(bool bold = false)
                              QStringLiteral("Helvetica"), QStringLiteral("DejaVu Sans")});
     result.setPixelSize(static_cast<int>(text));
     result.setBold(bold);
-    result.setHintingPreference(QFont::PreferNoHinting); // equal widths at every size
+    result.setHintingPreference(QFont::PreferNoHinting); // equal proportions at every size
     return result;
 }
 
@@ -41,12 +41,12 @@ qreal widthOf(const QString& words, bool bold = false)
     return QFontMetricsF(font(bold)).horizontalAdvance(words);
 }
 
-/// The distance between ticks: 1, 2 or 5 times a power of ten, not below @p least.
-double tickStep(double least)
+/// The distance between ticks: 1, 2 or 5 times a power of ten, at least @p min.
+double tickStep(double min)
 {
-    const double power = std::pow(10.0, std::floor(std::log10(least)));
+    const double power = std::pow(10.0, std::floor(std::log10(min)));
     for (const double digit : {1.0, 2.0, 5.0})
-        if (digit * power >= least * 0.999)
+        if (digit * power >= min * 0.999)
             return digit * power;
     return 10.0 * power;
 }
@@ -55,7 +55,7 @@ QString number(double value)
 {
     if (std::abs(value) < 1e-9)
         return QStringLiteral("0");
-    return QString::number(value, 'g', 6).replace(QLatin1Char('-'), QChar(0x2212)); // a real minus
+    return QString::number(value, 'g', 6).replace(QLatin1Char('-'), QChar(0x2212)); // minus sign
 }
 
 /// Ticks from @p from to @p to.
@@ -125,7 +125,7 @@ SliceDrawing SliceDrawing::ofRings()
     return SliceDrawing(true, {});
 }
 
-QColor SliceDrawing::usualColor(qsizetype position)
+QColor SliceDrawing::defaultColor(qsizetype position)
 {
     // M. Okabe and K. Ito, "Color Universal Design"
     static const std::array<QColor, 7> colors{
@@ -165,14 +165,15 @@ QString SliceDrawing::title() const
         .arg(QChar(0xb0));
 }
 
-/// What there is to show, with a little room around it.
+/// The bounds of all gamuts with a margin.
 QRectF SliceDrawing::wantedRange() const
 {
     if (m_range.isValid())
         return m_range;
     const bool ofHue = !m_ofRings && m_plane.kind == SlicePlane::Hue;
-    constexpr double least = 10.0; // around nothing at all
-    QRectF range = ofHue ? QRectF(0, 0, least, 100) : QRectF(-least, -least, 2 * least, 2 * least);
+    constexpr double minExtent = 10.0; // of an empty drawing
+    QRectF range =
+        ofHue ? QRectF(0, 0, minExtent, 100) : QRectF(-minExtent, -minExtent, 2 * minExtent, 2 * minExtent);
     for (const Curve& curve : m_curves)
         for (const QPolygonF& ring : curve.strong)
             range |= ring.boundingRect();
@@ -199,7 +200,7 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
 {
     Layout l;
     const qreal shorter = std::min(area.width(), area.height());
-    const qreal scale = std::max((m_textSize > 0.0 ? m_textSize : usualTextShare * shorter) / text, 1e-6);
+    const qreal scale = std::max((m_textSize > 0.0 ? m_textSize : defaultTextShare * shorter) / text, 1e-6);
     l.toArea.translate(area.x(), area.y());
     l.toArea.scale(scale, scale);
     l.whole = QRectF(0, 0, area.width() / scale, area.height() / scale);
@@ -214,7 +215,7 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
         room.setBottom(std::max(room.bottom() - legend.height(), room.top() + 0.3 * l.whole.height()));
     room.setSize(room.size().expandedTo(QSizeF(text, text)));
 
-    // one scale for both axes; the frame shrinks around whole ticks
+    // one scale for both axes; the frame ends at whole ticks
     const QRectF wanted = wantedRange();
     double perUnit = std::min(room.width() / wanted.width(), room.height() / wanted.height());
     l.step = tickStep(tickDistance / perUnit);
@@ -268,7 +269,7 @@ void SliceDrawing::paintTicks(QPainter& painter, const Layout& l) const
         painter.setPen(m_palette.ink);
     };
     const auto isZero = [](double value) { return std::abs(value) < 1e-9; };
-    for (const bool zeros : {false, true}) { // the axes over the grid
+    for (const bool zeros : {false, true}) { // axes above the grid
         for (const double x : ticks(l.range.left(), l.range.right(), l.step))
             if (isZero(x) == zeros)
                 line({x, l.range.top()}, {x, l.range.bottom()}, zeros);
@@ -342,7 +343,7 @@ void SliceDrawing::paintRingLabels(QPainter& painter, const Layout& l) const
     if (m_curves.isEmpty() || m_curves.first().strong.isEmpty())
         return;
     const QList<QPolygonF> rings = m_curves.first().thin + m_curves.first().strong;
-    constexpr double direction = 337.5; // where gamuts of devices have an even slope
+    constexpr double direction = 337.5; // where typical device gamuts have an even slope
     for (const qsizetype i : {qsizetype(0), rings.size() / 2 - 1, rings.size() - 1}) {
         if (i < 0)
             continue;

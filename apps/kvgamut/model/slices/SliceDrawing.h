@@ -11,11 +11,11 @@
 
 class QPainter;
 
-/// A flat drawing of gamuts, to scale, with axes and a legend: cuts at a lightness (a*, b*) or at a hue
-/// (C*, L*), or gamut rings (a*RSS, b*RSS).
+/// A two-dimensional drawing of gamuts to scale, with axes and a legend: cuts at a lightness (a*, b*) or at a
+/// hue (C*, L*), or gamut rings (a*RSS, b*RSS).
 ///
-/// A value. It draws with any QPainter: on a picture, a widget, an SVG or a PDF. Text needs a
-/// QGuiApplication, which may be on the offscreen platform.
+/// A value. It draws with any QPainter: into an image, a widget, an SVG or a PDF. Text needs a
+/// QGuiApplication, which may use the offscreen platform.
 class SliceDrawing
 {
 public:
@@ -26,7 +26,7 @@ public:
         QStringList notes; ///< further lines: intent, white, area...
         QColor color;
     };
-    /// Colours of everything but the gamuts.
+    /// All colours except those of the gamuts.
     struct Palette
     {
         QColor paper = Qt::white;
@@ -38,35 +38,35 @@ public:
     static SliceDrawing ofPlane(const SlicePlane& plane);
     /// An empty drawing of gamut rings.
     static SliceDrawing ofRings();
-    /// The colour of the gamut at @p position, when nobody chose one: told apart with any colour vision.
-    static QColor usualColor(qsizetype position);
+    /// Default colour of the gamut at @p position; these are distinct in any colour vision.
+    static QColor defaultColor(qsizetype position);
 
-    /// Adds a cut: the outlines of @p slice. Of a drawing of rings: nothing.
+    /// Adds the outlines of @p slice. Does nothing in a drawing of rings.
     void add(const Gamut& gamut, const GamutSlice& slice);
-    /// Adds rings: the outermost strong, those inside it thin. Of a drawing of cuts: nothing.
+    /// Adds rings: the outermost with a thick line, the inner ones thin. Does nothing in a drawing of cuts.
     void add(const Gamut& gamut, const GamutRings& rings);
 
     void setPalette(const Palette& palette) { m_palette = palette; }
-    /// Shows this part of the plane (rounded up to whole ticks), instead of what holds all gamuts.
+    /// Shows this part of the plane (rounded up to whole ticks) instead of the bounds of all gamuts.
     void setRange(const QRectF& range) { m_range = range; }
-    /// Height of text in units of the painter; 0, at first: 1/45 of the drawing's shorter side.
+    /// Height of text in units of the painter; 0 (the default): 1/45 of the drawing's shorter side.
     void setTextSize(qreal size) { m_textSize = size; }
     /// Without it only the plot and its axes are drawn.
     void setLegendVisible(bool visible) { m_legendVisible = visible; }
 
-    /// The line above the plot, for a window that speaks another language than the default, English.
+    /// The line above the plot, for a window in another language; by default it is English.
     void setTitle(const QString& title) { m_title = title; }
     QString title() const;
-    /// Draws into @p area, all of which it paints.
+    /// Fills @p area.
     void paint(QPainter& painter, const QRectF& area) const;
-    /// From coordinates of the plane to those of a painter that draws into @p area: where the mouse is.
+    /// From coordinates of the plane to those of a painter that draws into @p area.
     QTransform planeToArea(const QRectF& area) const;
 
 private:
     struct Curve
     {
         Gamut gamut;
-        QList<QPolygonF> strong; ///< filled lightly, even-odd
+        QList<QPolygonF> strong; ///< thick lines around a light even-odd fill
         QList<QPolygonF> thin;
     };
     struct Layout;

@@ -18,16 +18,17 @@ namespace {
 constexpr int dotsPerMetre = 3780; // 96 per inch
 constexpr int dotsPerInch = 96;
 constexpr double pointsPerPixel = 72.0 / dotsPerInch;
-constexpr int fineness = 1200; // of a page, dots per inch
+constexpr int pageResolution = 1200; // dots per inch
 
-/// Puts @p date wherever one stands after @p mark. As long as what it replaces: a PDF counts its bytes.
+/// Replaces the dates after each @p mark by @p date, which must be as long: a PDF contains byte offsets.
 void setDates(QByteArray& pdf, const QByteArray& mark, const QByteArray& date)
 {
     for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1))
         pdf.replace(at + mark.size(), date.size(), date);
 }
 
-/// Without the times at which it was written. Older versions of Qt write the first only.
+/// Replaces the times of writing, so that equal drawings give equal bytes. Older versions of Qt write only
+/// the first of these marks.
 QByteArray withoutDates(QByteArray pdf)
 {
     for (const char* mark : {"/CreationDate (D:", "/ModDate (D:"})
@@ -72,20 +73,20 @@ QByteArray SliceFile::svg(const SliceDrawing& drawing, const QSize& size)
 
 QByteArray SliceFile::pdf(const SliceDrawing& drawing, const QSize& size)
 {
-    // Qt writes a PDF's fonts in the order of a hash, which random seeds make another in each process.
+    // Qt writes the fonts of a PDF in hash order, which differs between processes with random hash seeds.
     QHashSeed::setDeterministicGlobalSeed();
     const auto random = qScopeGuard(&QHashSeed::resetRandomGlobalSeed);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setResolution(fineness);
+    writer.setResolution(pageResolution);
     writer.setPageSize(
         QPageSize(QSizeF(size) * pointsPerPixel, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF());
     writer.setTitle(drawing.title());
     writer.setCreator(QStringLiteral("kvgamut"));
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    writer.setDocumentId(QUuid()); // not another one each time
+    writer.setDocumentId(QUuid()); // random by default
 #endif
     QPainter painter(&writer);
     drawing.paint(painter, QRectF(0, 0, writer.width(), writer.height()));

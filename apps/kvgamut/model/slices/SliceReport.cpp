@@ -23,13 +23,13 @@ double rounded(double value)
     return std::round(value * unit) / unit + 0.0; // no negative zero
 }
 
-struct Lab
+/// A point of a cut in Lab, in double precision.
+struct SectionPoint
 {
     double L, a, b;
 };
 
-/// A point of a cut, in Lab.
-Lab labOf(const QPointF& p, const SlicePlane& plane)
+SectionPoint labOf(const QPointF& p, const SlicePlane& plane)
 {
     if (plane.kind == SlicePlane::Lightness)
         return {plane.value, p.x(), p.y()};
@@ -37,9 +37,9 @@ Lab labOf(const QPointF& p, const SlicePlane& plane)
     return {p.y(), p.x() * std::cos(h), p.x() * std::sin(h)};
 }
 
-QJsonArray jsonOf(const QVector3D& lab)
+QJsonArray jsonOf(const KVGamut::LabPoint& lab)
 {
-    return {rounded(double(lab.x())), rounded(double(lab.y())), rounded(double(lab.z()))};
+    return {rounded(double(lab.L)), rounded(double(lab.a)), rounded(double(lab.b))};
 }
 
 QJsonArray ringsOf(const GamutSlice& slice, const SlicePlane& plane)
@@ -48,7 +48,7 @@ QJsonArray ringsOf(const GamutSlice& slice, const SlicePlane& plane)
     for (const QPolygonF& ring : slice.rings) {
         QJsonArray points;
         for (const QPointF& p : ring) {
-            const Lab lab = labOf(p, plane);
+            const SectionPoint lab = labOf(p, plane);
             points.append(QJsonArray{rounded(lab.L), rounded(lab.a), rounded(lab.b)});
         }
         rings.append(points);
@@ -70,7 +70,7 @@ QJsonArray ringsOf(const GamutRings& rings)
     return all;
 }
 
-/// For people: "14,152"; below ten with a decimal.
+/// With thousands separators, such as "14,152"; below ten with one decimal.
 QString grouped(double value)
 {
     return QLocale(QLocale::English, QLocale::UnitedStates)
@@ -88,11 +88,11 @@ QString signedNumber(double value)
 void SliceReport::add(const QString& name, const KVGamut::GamutObject& gamut, const QColor& color)
 {
     Item item{
-        name, color.isValid() ? color : SliceDrawing::usualColor(m_items.size()), gamut.report(), {}, {}};
+        name, color.isValid() ? color : SliceDrawing::defaultColor(m_items.size()), gamut.report(), {}, {}};
     if (m_plane)
-        item.slice = gamutSlice(gamut.faces(), *m_plane);
+        item.slice = gamutSlice(gamut.mesh(), *m_plane);
     else
-        item.rings = gamutRings(gamut.faces());
+        item.rings = gamutRings(gamut.mesh());
     m_items.append(item);
 }
 
@@ -111,7 +111,7 @@ QByteArray SliceReport::csv() const
     for (const Item& item : m_items) {
         for (qsizetype i = 0; i < item.slice.rings.size(); ++i)
             for (const QPointF& p : item.slice.rings[i]) {
-                const Lab lab = labOf(p, *m_plane);
+                const SectionPoint lab = labOf(p, *m_plane);
                 table.rows.append(
                     {item.name, static_cast<int>(i + 1), lab.L, lab.a, lab.b, std::hypot(lab.a, lab.b)});
             }
@@ -136,7 +136,7 @@ QByteArray SliceReport::json() const
             {QStringLiteral("profile"), item.name},
             {QStringLiteral("intent"), GamutWords::intent(item.report.intent)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(item.report)},
-            {QStringLiteral("white"), jsonOf(GamutWords::lab(item.report.white))},
+            {QStringLiteral("white"), jsonOf(item.report.white)},
         };
         if (m_plane) {
             const bool ofHue = m_plane->kind == SlicePlane::Hue;
@@ -152,7 +152,7 @@ QByteArray SliceReport::json() const
     return QJsonDocument(all).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// File names where they tell the gamuts apart, else what they were called.
+/// File names if they are distinct, else the names as given.
 QStringList SliceReport::legendNames() const
 {
     QStringList fileNames;

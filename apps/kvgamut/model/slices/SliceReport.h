@@ -14,15 +14,15 @@ public:
     /// Cuts by @p plane; without one, gamut rings.
     explicit SliceReport(const std::optional<SlicePlane>& plane) : m_plane(plane) {}
 
-    /// Adds @p gamut, which is called @p name; an invalid colour means one that tells it from the others.
+    /// Adds @p gamut with the name @p name. An invalid colour means the default for its position.
     void add(const QString& name, const KVGamut::GamutObject& gamut, const QColor& color = {});
 
     /// RFC 4180, a row for each point. Cuts: profile, ring (from 1), L, a, b, C; the last point of a ring
-    /// is joined to its first. Rings: profile, lightness, hue, a_rss, b_rss, c_rss.
+    /// connects to its first. Rings: profile, lightness, hue, a_rss, b_rss, c_rss.
     QByteArray csv() const;
-    /// An array of an object for each gamut: profile, intent, bpc, white, and of a cut lightness or hue,
-    /// area and rings (each an array of [L, a, b]); of rings volume and rings (each an object of lightness,
-    /// area and points [a_rss, b_rss] at equal steps of hue).
+    /// An array with an object for each gamut: profile, intent, bpc, white; for a cut also lightness or hue,
+    /// area and rings (each an array of [L, a, b]); for rings also volume and rings (each an object with
+    /// lightness, area and points [a_rss, b_rss] at equal steps of hue).
     QByteArray json() const;
     /// With a legend that states profile, intent, white, and area or volume.
     SliceDrawing drawing() const;
