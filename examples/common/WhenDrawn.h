@@ -1,23 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <KVGamut3DViewer.h>
-
-#include <QtCore/QTimer>
+#include <KVGamutView.h>
 
 #include <functional>
 
-/// Calls @p act once the shown @p viewer has drawn all that it was told: no move, no fade and no change
-/// is left. The viewer knows nothing of loads in progress: call this when they have reported back.
-inline void whenDrawn(KVGamut3DViewer& viewer, std::function<void()> act)
+/// Calls @p act once the picture of the shown viewer is up to date. It does not wait for loads: call it
+/// after they have ended.
+inline void whenDrawn(KVGamutView& view, const std::function<void()>& act)
 {
-    auto* timer = new QTimer(&viewer);
-    QObject::connect(timer, &QTimer::timeout, &viewer, [timer, &viewer, act = std::move(act)] {
-        if (!viewer.isSettled() || viewer.picture().isNull())
-            return;
-        timer->deleteLater();
-        timer->stop();
+    if (view.viewer()->isSettled())
         act();
-    });
-    timer->start(50);
+    else
+        QObject::connect(&view, &KVGamutView::settled, &view, act, Qt::SingleShotConnection);
 }

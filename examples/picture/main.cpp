@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A picture of gamuts in any size, as for a report. No window stays; no display is needed beyond
+// A picture of gamuts in any size, for a report. A virtual display is enough:
 //   xvfb-run -a -s "-screen 0 1280x1024x24" example_picture ...
 //
 //   example_picture [profile.icc ...] --picture FILE [--size 1600x1200]
@@ -7,7 +7,7 @@
 #include "common/Profiles.h"
 #include "common/WhenDrawn.h"
 
-#include <KVGamut3DViewer.h>
+#include <KVGamutView.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// "800x600" as a size; empty when it is none.
+/// Parses "800x600"; empty if it is not a size.
 QSize sizeFrom(const QString& text)
 {
     const QStringList numbers = text.split(QLatin1Char('x'));
@@ -40,27 +40,35 @@ int main(int argc, char** argv)
     const QString file = parser.value(QStringLiteral("picture"));
     const QSize size = sizeFrom(parser.value(QStringLiteral("size")));
     if (file.isEmpty() || size.isEmpty()) {
-        std::fprintf(stderr, "say where with --picture, and a size such as 800x600\n");
+        std::fprintf(stderr, "Pass --picture FILE, and a size such as 800x600.\n");
         return 2;
     }
 
-    // The window only lends its graphics context and may be small: the picture is drawn anew in its own
-    // size. It has the picture's shape, so that it is the same view.
+    // The window provides the OpenGL context and may be small: the picture is rendered anew in its own
+    // size. The same aspect ratio gives the same view.
     KVGamut3DViewer viewer;
     viewer.resize(size.scaled(320, 240, Qt::KeepAspectRatio));
     viewer.setBackground(Qt::white);
     viewer.setCamera({300, 180, -500}, 0, {45, 0, 0});
 
-    // Without a callback a load runs to its end inside the call. The first gamut is solid, the others
-    // are translucent around it.
-    float alpha = 1;
-    for (const auto& [name, params] : profilesToShow(parser.positionalArguments())) {
-        viewer.load(name, params, nullptr);
-        viewer.changeGamutAlpha(name, alpha, 0);
-        alpha = 0.4f;
+    // The first gamut is opaque, the others are translucent around it. Looks may be set before a load.
+    KVGamutView view(&viewer);
+    KVGamutLook look;
+    look.ambientStrength = 1.0f; // pure colours, without shading
+    for (const auto& [id, request] : profilesToShow(parser.positionalArguments())) {
+        view.setLook(id, look);
+        view.load(id, request);
+        look.opacity = KVGamutLook::translucentOpacity;
     }
+    QObject::connect(&view, &KVGamutView::failed, [](const QString& id, const KVProblem& problem) {
+        std::fprintf(stderr, "%s gives no gamut: %s\n", qPrintable(id), qPrintable(problem.text()));
+        QCoreApplication::exit(1);
+    });
+    QObject::connect(&view, &KVGamutView::loadingChanged, [&] {
+        if (!view.isLoading())
+            whenDrawn(view, [&] { QCoreApplication::exit(viewer.picture(size).save(file) ? 0 : 1); });
+    });
 
     viewer.show();
-    whenDrawn(viewer, [&] { QCoreApplication::exit(viewer.picture(size).save(file) ? 0 : 1); });
     return QGuiApplication::exec();
 }

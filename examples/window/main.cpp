@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// The viewer as a window of its own: a gamut, markers, and what is under the mouse.
+// The viewer as a top-level window: a gamut, markers, and what is under the pointer.
 //
 //   example_window [profile.icc] [--picture FILE]
 //
-// With --picture the window closes by itself once its picture is written.
+// With --picture the window closes by itself after it has written its picture.
 
+#include "common/OpenGL.h"
 #include "common/Profiles.h"
 #include "common/WhenDrawn.h"
 
-#include <KVGamut3DViewer.h>
+#include <KVGamutView.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
@@ -17,7 +18,7 @@
 
 namespace {
 
-// Colours of a press sheet, say, as L*, a*, b*.
+// L*, a*, b* of a printed sheet.
 const QList<KVGamut3DViewer::ColoredPosition> measured{
     {Qt::white, {94, 0, -2}},
     {Qt::cyan, {55, -37, -50}},
@@ -26,19 +27,15 @@ const QList<KVGamut3DViewer::ColoredPosition> measured{
 };
 constexpr float markerSize = 6;
 
-/// Says which marker a click has hit: the one nearest to the eye whose ball the picking ray passes.
-void reportHit(const QVector3D& origin, const QVector3D& direction)
+void printHit(const KVHit& hit)
 {
-    const KVGamut3DViewer::ColoredPosition* hit = nullptr;
-    for (const auto& marker : measured) {
-        const float distance2 = KVGamut3DViewer::squaredDistanceToRay(marker.second, {origin, direction});
-        if (distance2 > markerSize * markerSize / 4)
-            continue;
-        if (!hit || origin.distanceToPoint(marker.second) < origin.distanceToPoint(hit->second))
-            hit = &marker;
-    }
-    if (hit)
-        std::printf("L* %g, a* %g, b* %g\n", hit->second.x(), hit->second.y(), hit->second.z());
+    if (hit.endsDrag || hit.kind == KVHit::Kind::Nothing)
+        return;
+    if (hit.kind == KVHit::Kind::Marker)
+        std::printf("patch %d of %s: ", hit.index, qPrintable(hit.id));
+    else
+        std::printf("surface of %s: ", qPrintable(hit.id));
+    std::printf("L* %g, a* %g, b* %g\n", hit.lab.x(), hit.lab.y(), hit.lab.z());
 }
 
 } // namespace
@@ -53,30 +50,38 @@ int main(int argc, char** argv)
     parser.addPositionalArgument(QStringLiteral("profile"), QStringLiteral("ICC profile to show"));
     parser.process(application);
 
-    // A viewer is a QWindow. Everything may be asked of it before it is shown.
+    if (!hasOpenGL()) {
+        std::fprintf(stderr, "There is no OpenGL to draw with.\n");
+        return 1;
+    }
+
+    // A viewer is a QWindow. All its methods may be called before it is shown.
     KVGamut3DViewer viewer;
     viewer.setTitle(QStringLiteral("A gamut"));
     viewer.resize(640, 480);
-    viewer.setCamera({265, 160, -450}, 0, {40, 0, 0}); // from there, looking at the middle of the L* axis
+    viewer.setCamera({265, 160, -450}, 0, {40, 0, 0}); // eye, duration of the move, interest point
     viewer.addMarkerSet(QStringLiteral("measured"), KVGamut3DViewer::Sphere, measured, markerSize, 0.5f);
-    QObject::connect(&viewer, &KVGamut3DViewer::click, &viewer,
-                     [](QPoint, QVector3D origin, QVector3D direction) { reportHit(origin, direction); });
 
-    // The gamut is computed on a thread of its own; the window can be used meanwhile.
-    const auto [name, params] = profilesToShow(parser.positionalArguments()).front();
-    viewer.load(name, params, [&](const QString& id, bool loaded) {
-        if (!loaded) {
-            std::fprintf(stderr, "%s gives no gamut\n", qPrintable(id));
-            QCoreApplication::exit(1);
+    KVGamutView view(&viewer);
+    QObject::connect(&view, &KVGamutView::clicked, &printHit);
+
+    // The gamut is computed on a worker thread; the window stays responsive.
+    const auto [id, request] = profilesToShow(parser.positionalArguments()).front();
+    KVGamutLook look;
+    look.opacity = 0.5f; // shows the markers inside
+    view.setLook(id, look);
+    view.load(id, request);
+    QObject::connect(&view, &KVGamutView::failed, [](const QString& failed, const KVProblem& problem) {
+        std::fprintf(stderr, "%s gives no gamut: %s\n", qPrintable(failed), qPrintable(problem.text()));
+        QCoreApplication::exit(1);
+    });
+    QObject::connect(&view, &KVGamutView::loaded, [&] {
+        if (!parser.isSet(QStringLiteral("picture")))
             return;
-        }
-        viewer.setGamutAmbientStrength(id, 0.55f); // some light from the side, to see the shape
-        viewer.changeGamutAlpha(id, 0.5f, 300);    // the markers inside shine through
-        if (parser.isSet(QStringLiteral("picture")))
-            whenDrawn(viewer, [&] {
-                const bool written = viewer.picture().save(parser.value(QStringLiteral("picture")));
-                QCoreApplication::exit(written ? 0 : 1);
-            });
+        whenDrawn(view, [&] {
+            const bool written = viewer.picture().save(parser.value(QStringLiteral("picture")));
+            QCoreApplication::exit(written ? 0 : 1);
+        });
     });
 
     viewer.show();
