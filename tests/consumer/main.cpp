@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows sRGB, waits until it is drawn and checks the picture. The exit code is 0 if the library, its
-// resources and its colour engine work; otherwise an error is printed.
+// Shows sRGB with both public classes, waits until it is drawn and checks the picture. The exit code is 0 if
+// the library, its resources and its colour engine work; otherwise an error is printed.
 //
 //   consumer [picture.png]
 
 #include <KVGamut3DViewer.h>
-
+#include <KVGamutView.h>
 #include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QTimer>
@@ -65,34 +65,39 @@ int main(int argc, char** argv)
     // The colour engine alone.
     const KVProfilePtr opened(KVProfileCreateWithData(profile.constData(), int(profile.size())),
                               KVProfileRelease);
+    KVGamut::Settings settings;
+    settings.intent = KVVMRenderRelativeColorimetric;
     KVGamut::GamutObject gamut;
-    gamut.init(opened, KVVMRenderRelativeColorimetric, false, false, 10.0f, -1, 0, nullptr);
+    gamut.init(opened, settings);
     if (!isVolumeOfSrgb(gamut.volume()))
         return fail("wrong volume of sRGB in the engine", gamut.volume());
 
-    // The colour engine in the viewer.
+    // The viewer with the view attached to it, and a load by each of them.
     KVGamut3DViewer viewer;
     viewer.resize(320, 240);
+    KVGamutView view(&viewer);
+    QObject::connect(&view, &KVGamutView::failed, [](const QString&, const KVProblem& problem) {
+        std::fprintf(stderr, "consumer: %s\n", qPrintable(problem.text()));
+        QCoreApplication::exit(1);
+    });
+    view.show(QStringLiteral("sRGB"), gamut);
     const QHash<QString, QVariant> relative{{QStringLiteral("Link_ICCRendering"), 1}};
-    viewer.load(QStringLiteral("sRGB"),
+    viewer.load(QStringLiteral("from the profile"),
                 {{QStringLiteral("ProfileData"), profile}, {QStringLiteral("AdditionnalParam"), relative}},
-                [](const QString&, bool loaded) {
-                    if (!loaded)
-                        QCoreApplication::exit(fail("sRGB was not loaded", 0));
+                [&](const QString& id, bool loaded) {
+                    if (!loaded || !isVolumeOfSrgb(viewer.volume(id)))
+                        QCoreApplication::exit(fail("wrong volume of a loaded profile", viewer.volume(id)));
                 });
     viewer.show();
 
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, [&] {
-        const QImage picture = viewer.picture();
-        if (viewer.volume(QStringLiteral("sRGB")) == 0.0f || picture.isNull() || !viewer.isSettled())
+    QObject::connect(&view, &KVGamutView::settled, [&] {
+        if (view.isLoading() || viewer.gamuts().size() != 2)
             return;
-        poll.stop();
+        const QImage picture = viewer.picture();
         if (argc > 1)
             picture.save(QString::fromLocal8Bit(argv[1]));
         QCoreApplication::exit(check(viewer, picture));
     });
-    poll.start(50);
     QTimer::singleShot(300000, [] { QCoreApplication::exit(fail("seconds without a picture", 300)); });
     return QGuiApplication::exec();
 }
