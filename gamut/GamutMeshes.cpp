@@ -75,7 +75,7 @@ QColor kvLabToColor(const QList<float>& lab)
     const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB(lab);
     int channels[3] = {0, 0, 0};
     for (qsizetype i = 0; i < rgb.size(); ++i) {
-        // Cut off towards zero; what does not fit 0..255 then, or is no number, is no colour.
+        // Truncated towards zero. NaN and values that do not fit 0..255 give an invalid colour.
         if (!(rgb[i] > -1.0f && rgb[i] < 256.0f))
             return {};
         if (i < 3)

@@ -52,7 +52,7 @@ void read(const QVariantMap& map, const QString& key, QVector3D& target)
         target = v;
 }
 
-/// An empty text is no colour, where @p optional says that there may be none.
+/// With @p optional, an empty text gives an invalid colour.
 void read(const QVariantMap& map, const QString& key, QColor& target, bool optional = false)
 {
     const QVariant value = map.value(key);

@@ -23,7 +23,7 @@ public:
     ViewerEvents(QObject& viewer, KVGLWidget& widget);
     ~ViewerEvents() override;
 
-    /// Takes the present camera as known: nobody is told that it changed.
+    /// Takes the present camera as known, so that its change is not reported.
     void adoptCamera();
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -139,7 +139,7 @@ protected:
     /// What is seen in a part of the screen when it has come to rest there.
     static QImage atRest(const std::function<QRect()>& part)
     {
-        constexpr int longEnoughMs = 500; // longer than a camera takes to its place
+        constexpr int longEnoughMs = 1000; // longer than a camera takes to its place
         QImage last;
         QElapsedTimer rest;
         EXPECT_TRUE(until([&] {

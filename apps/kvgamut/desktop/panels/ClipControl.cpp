@@ -10,7 +10,7 @@
 
 namespace {
 constexpr int perUnit = 2; // steps of the slider
-constexpr double mostLightness = 100.0;
+constexpr double maxLightness = 100.0;
 constexpr double atFirst = 50.0;
 } // namespace
 
@@ -20,13 +20,13 @@ ClipControl::ClipControl(QWidget* parent)
 {
     m_slider->setObjectName(QStringLiteral("clipSlider"));
     m_slider->setAccessibleName(tr("Lightness of the section"));
-    m_slider->setRange(0, static_cast<int>(mostLightness) * perUnit);
+    m_slider->setRange(0, static_cast<int>(maxLightness) * perUnit);
     m_slider->setPageStep(5 * perUnit);
     m_slider->setTickPosition(QSlider::TicksLeft);
     m_slider->setTickInterval(10 * perUnit);
     m_number->setObjectName(QStringLiteral("clipNumber"));
     m_number->setAccessibleName(tr("Lightness of the section"));
-    m_number->setRange(0.0, mostLightness);
+    m_number->setRange(0.0, maxLightness);
     m_number->setDecimals(1);
     m_number->setSingleStep(1.0);
     m_number->setToolTip(tr("Lightness of the section"));

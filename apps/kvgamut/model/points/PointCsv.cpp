@@ -52,7 +52,7 @@ QStringList fieldsOf(const QString& line, QChar separator)
 class Table
 {
 public:
-    /// Takes the names of the columns; ignores them if they name no colour.
+    /// Takes the names of the columns; ignores them if they do not name a colour space.
     void takeHeader(const QStringList& names)
     {
         if (const auto named = PointColumns::named(names)) {
