@@ -73,10 +73,9 @@ bool fits(const QDataStream& stream, quint64 count, quint64 size)
     return count <= static_cast<quint64>(stream.device()->bytesAvailable()) / size;
 }
 
-bool unpack(const QByteArray& bytes, GamutRecord& record)
+// Method, settings and numbers, up to the end points.
+bool readHead(QDataStream& stream, GamutRecord& record)
 {
-    QDataStream stream(bytes);
-    prepare(stream);
     quint32 start = 0;
     qint32 method = 0, intent = 0, gridPoints = 0;
     stream >> start >> method >> intent >> record.blackPointCompensation >> record.decorated >> gridPoints;
@@ -90,7 +89,11 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
     stream >> record.foldShare >> record.volumeUncertainty >> record.seconds;
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
     stream >> record.white >> record.black >> record.origin;
+    return true;
+}
 
+bool readPrimaries(QDataStream& stream, GamutRecord& record)
+{
     quint32 groups = 0;
     stream >> groups;
     if (groups > maxChannels)
@@ -105,7 +108,12 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
             stream >> v;
         record.primaries.push_back(std::move(ramp));
     }
+    return true;
+}
 
+// The rest of the stream, which must have exactly the size of the mesh.
+bool readMesh(QDataStream& stream, Mesh& mesh)
+{
     qint32 channels = 0;
     quint32 vertices = 0, triangles = 0;
     stream >> channels >> vertices >> triangles;
@@ -115,21 +123,29 @@ bool unpack(const QByteArray& bytes, GamutRecord& record)
     if (static_cast<quint64>(stream.device()->bytesAvailable()) !=
         vertices * vertexSize + quint64(triangles) * 12)
         return false;
-    record.mesh.channels = channels;
-    record.mesh.lab.resize(vertices);
-    for (LabPoint& v : record.mesh.lab)
+    mesh.channels = channels;
+    mesh.lab.resize(vertices);
+    for (LabPoint& v : mesh.lab)
         stream >> v;
-    record.mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
-    for (float& value : record.mesh.device)
+    mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
+    for (float& value : mesh.device)
         stream >> value;
-    record.mesh.triangles.resize(triangles);
-    for (Triangle& t : record.mesh.triangles)
+    mesh.triangles.resize(triangles);
+    for (Triangle& t : mesh.triangles)
         for (int& v : t) {
             qint32 index = 0;
             stream >> index;
             v = index;
         }
-    return stream.status() == QDataStream::Ok;
+    return true;
+}
+
+bool unpack(const QByteArray& bytes, GamutRecord& record)
+{
+    QDataStream stream(bytes);
+    prepare(stream);
+    return readHead(stream, record) && readPrimaries(stream, record) && readMesh(stream, record.mesh) &&
+           stream.status() == QDataStream::Ok;
 }
 
 bool valuesAreValid(const GamutRecord& record)

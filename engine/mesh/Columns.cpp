@@ -71,7 +71,7 @@ constexpr std::size_t trianglesBetweenChecks = 8192;
 Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, const Task& task)
 {
     const auto points = latticePoints(mesh);
-    const auto corner = [&](const Triangle& t, std::size_t i) -> const LatticePoint& {
+    const auto point = [&](const Triangle& t, std::size_t i) -> const LatticePoint& {
         return points[static_cast<std::size_t>(t[i])];
     };
     struct Hit
@@ -86,9 +86,9 @@ Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, co
         if (f % trianglesBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
         const Triangle& t = mesh.triangles[f];
-        const LatticePoint& p = corner(t, 0);
-        const LatticePoint& q = corner(t, 1);
-        const LatticePoint& r = corner(t, 2);
+        const LatticePoint& p = point(t, 0);
+        const LatticePoint& q = point(t, 1);
+        const LatticePoint& r = point(t, 2);
         // L over the triangle's plane: p.L + u (a - p.a) + v (b - p.b)
         const double area = double(orientationAb(p, q, r));
         const double u =

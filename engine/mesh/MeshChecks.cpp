@@ -53,6 +53,68 @@ EdgeTable edgesByOrigin(const Mesh& mesh)
     return table;
 }
 
+using Neighbours = std::vector<std::array<int, 3>>;
+
+// Closed: no edge occurs twice in the same direction, and each occurs in the opposite one, too.
+bool isClosed(EdgeTable table, const Neighbours& neighbours)
+{
+    for (std::size_t v = 0; v + 1 < table.first.size(); ++v) {
+        const auto begin = table.edges.begin() + table.first[v];
+        const auto end = table.edges.begin() + table.first[v + 1];
+        std::sort(begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other < q.other; });
+        const auto twice = std::adjacent_find(
+            begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other == q.other; });
+        if (twice != end)
+            return false;
+    }
+    return std::all_of(neighbours.begin(), neighbours.end(),
+                       [](const std::array<int, 3>& n) { return n[0] >= 0 && n[1] >= 0 && n[2] >= 0; });
+}
+
+// Manifold: a walk around a vertex from triangle to triangle reaches all of its triangles.
+bool isManifoldAt(int vertex, const Mesh& mesh, const EdgeTable& table, const Neighbours& neighbours)
+{
+    const auto v = static_cast<std::size_t>(vertex);
+    const int degree = table.first[v + 1] - table.first[v];
+    if (degree == 0)
+        return true;
+    const int start = table.edges[static_cast<std::size_t>(table.first[v])].triangle;
+    int current = start;
+    int met = 0;
+    do {
+        const Triangle& t = mesh.triangles[static_cast<std::size_t>(current)];
+        const auto corner = static_cast<std::size_t>(std::find(t.begin(), t.end(), vertex) - t.begin());
+        current = neighbours[static_cast<std::size_t>(current)][corner];
+        ++met;
+    } while (current != start && met <= degree);
+    return met == degree;
+}
+
+// Connected components, by flood fill.
+int componentsOf(const Neighbours& neighbours)
+{
+    int components = 0;
+    std::vector<bool> seen(neighbours.size(), false);
+    std::vector<int> open;
+    for (std::size_t seed = 0; seed < neighbours.size(); ++seed) {
+        if (seen[seed])
+            continue;
+        ++components;
+        seen[seed] = true;
+        open.assign(1, static_cast<int>(seed));
+        while (!open.empty()) {
+            const auto f = static_cast<std::size_t>(open.back());
+            open.pop_back();
+            for (int n : neighbours[f])
+                if (!seen[static_cast<std::size_t>(n)]) {
+                    seen[static_cast<std::size_t>(n)] = true;
+                    open.push_back(n);
+                }
+        }
+    }
+    return components;
+}
+
 } // namespace
 
 std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh)
@@ -77,65 +139,19 @@ MeshTopology topology(const Mesh& mesh)
     result.indicesValid = indicesAreValid(mesh);
     if (!result.indicesValid || mesh.triangles.empty())
         return result;
-
-    // Closed: no edge occurs twice in the same direction, and each occurs in the opposite one, too.
-    EdgeTable table = edgesByOrigin(mesh);
-    const auto vertexCount = mesh.lab.size();
-    result.closed = true;
-    for (std::size_t v = 0; v < vertexCount; ++v) {
-        const auto begin = table.edges.begin() + table.first[v];
-        const auto end = table.edges.begin() + table.first[v + 1];
-        std::sort(begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other < q.other; });
-        const auto twice = std::adjacent_find(
-            begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other == q.other; });
-        result.closed = result.closed && twice == end;
-    }
-    const auto neighbours = triangleNeighbours(mesh);
-    for (const auto& n : neighbours)
-        result.closed = result.closed && n[0] >= 0 && n[1] >= 0 && n[2] >= 0;
+    const EdgeTable table = edgesByOrigin(mesh);
+    const Neighbours neighbours = triangleNeighbours(mesh);
+    result.closed = isClosed(table, neighbours);
     if (!result.closed)
         return result;
 
-    // Manifold: a walk around a vertex from triangle to triangle reaches all of its triangles.
     result.manifold = true;
     int used = 0;
-    for (std::size_t v = 0; v < vertexCount; ++v) {
-        const int degree = table.first[v + 1] - table.first[v];
-        if (degree == 0)
-            continue;
-        ++used;
-        const int start = table.edges[static_cast<std::size_t>(table.first[v])].triangle;
-        int current = start;
-        int met = 0;
-        do {
-            const Triangle& t = mesh.triangles[static_cast<std::size_t>(current)];
-            const auto corner =
-                static_cast<std::size_t>(std::find(t.begin(), t.end(), static_cast<int>(v)) - t.begin());
-            current = neighbours[static_cast<std::size_t>(current)][corner];
-            ++met;
-        } while (current != start && met <= degree);
-        result.manifold = result.manifold && met == degree;
+    for (int v = 0; v < static_cast<int>(mesh.lab.size()); ++v) {
+        result.manifold = result.manifold && isManifoldAt(v, mesh, table, neighbours);
+        used += table.first[static_cast<std::size_t>(v) + 1] > table.first[static_cast<std::size_t>(v)];
     }
-
-    std::vector<bool> seen(mesh.triangles.size(), false);
-    std::vector<int> open;
-    for (std::size_t seed = 0; seed < mesh.triangles.size(); ++seed) {
-        if (seen[seed])
-            continue;
-        ++result.components;
-        seen[seed] = true;
-        open.assign(1, static_cast<int>(seed));
-        while (!open.empty()) {
-            const auto f = static_cast<std::size_t>(open.back());
-            open.pop_back();
-            for (int n : neighbours[f])
-                if (!seen[static_cast<std::size_t>(n)]) {
-                    seen[static_cast<std::size_t>(n)] = true;
-                    open.push_back(n);
-                }
-        }
-    }
-
+    result.components = componentsOf(neighbours);
     const int faces = static_cast<int>(mesh.triangles.size());
     result.eulerCharacteristic = used - faces * 3 / 2 + faces;
     return result;

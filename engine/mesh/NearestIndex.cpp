@@ -77,7 +77,7 @@ NearestIndex::NearestIndex(const Mesh& mesh)
 }
 
 // Splits at the median along the longest side of the box. With 2^31 triangles the depth is 30.
-int NearestIndex::build(std::vector<Corners>& triangles, int first, int count)
+int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int count)
 {
     const int place = static_cast<int>(m_nodes.size());
     m_nodes.emplace_back();
@@ -92,12 +92,12 @@ int NearestIndex::build(std::vector<Corners>& triangles, int first, int count)
 
     const Vec3 size = box.high - box.low;
     const int axis = size.L >= size.a && size.L >= size.b ? 0 : size.a >= size.b ? 1 : 2;
-    const auto middle = [axis](const Corners& t) {
+    const auto middle = [axis](const TrianglePoints& t) {
         return along(t[0], axis) + along(t[1], axis) + along(t[2], axis);
     };
     const int half = count / 2;
     std::nth_element(begin, begin + half, begin + count,
-                     [&](const Corners& s, const Corners& t) { return middle(s) < middle(t); });
+                     [&](const TrianglePoints& s, const TrianglePoints& t) { return middle(s) < middle(t); });
     build(triangles, first, half);
     const int second = build(triangles, first + half, count - half);
     m_nodes[static_cast<std::size_t>(place)].count = 0;
@@ -123,7 +123,7 @@ Vec3 NearestIndex::nearest(Vec3 x) const
             continue;
         const Node& node = m_nodes[static_cast<std::size_t>(next.node)];
         for (int i = node.first; i < node.first + node.count; ++i) {
-            const Corners& t = m_triangles[static_cast<std::size_t>(i)];
+            const TrianglePoints& t = m_triangles[static_cast<std::size_t>(i)];
             const Vec3 candidate = nearestOnTriangle(x, t[0], t[1], t[2]);
             if (const double distance = squared(candidate - x); distance < bestSquared) {
                 best = candidate;

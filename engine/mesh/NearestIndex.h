@@ -37,11 +37,11 @@ private:
         int first = 0;
         int count = 0; // 0 for inner nodes
     };
-    using Corners = std::array<Vec3, 3>;
+    using TrianglePoints = std::array<Vec3, 3>;
 
-    int build(std::vector<Corners>& triangles, int first, int count);
+    int build(std::vector<TrianglePoints>& triangles, int first, int count);
 
-    std::vector<Corners> m_triangles; // sorted by leaf
+    std::vector<TrianglePoints> m_triangles; // sorted by leaf
     std::vector<Node> m_nodes;
 };
 

@@ -11,12 +11,12 @@
 namespace velmora {
 namespace {
 
-using Corners = std::array<LatticePoint, 3>;
+using TrianglePoints = std::array<LatticePoint, 3>;
 
 using Sides = std::array<int, 3>; // the sides of the plane of t on which the vertices of s lie
 
 // Common vertices lie in the plane; computing that would need 128-bit integers.
-Sides sidesOf(const Corners& s, const Corners& t)
+Sides sidesOf(const TrianglePoints& s, const TrianglePoints& t)
 {
     const auto side = [&t](const LatticePoint& p) {
         return p == t[0] || p == t[1] || p == t[2] ? 0 : orientation3d(t[0], t[1], t[2], p);
@@ -31,7 +31,7 @@ bool onBothSides(const Sides& sides)
 }
 
 // Whether an edge of s crosses the interior of t.
-bool pierces(const Corners& s, const Corners& t, const Sides& sides)
+bool pierces(const TrianglePoints& s, const TrianglePoints& t, const Sides& sides)
 {
     for (std::size_t i = 0; i < 3; ++i) {
         const std::size_t j = (i + 1) % 3;
@@ -46,7 +46,7 @@ bool pierces(const Corners& s, const Corners& t, const Sides& sides)
 }
 
 // The common case first: most pairs lie on one side of each other's planes.
-bool intersect(const Corners& s, const Corners& t)
+bool intersect(const TrianglePoints& s, const TrianglePoints& t)
 {
     const Sides ofS = sidesOf(s, t);
     if (!onBothSides(ofS))
@@ -162,7 +162,7 @@ struct Bounds
     std::array<int, 3> high;
 };
 
-Bounds boundsOf(const Corners& t)
+Bounds boundsOf(const TrianglePoints& t)
 {
     return {{std::min({t[0].L, t[1].L, t[2].L}), std::min({t[0].a, t[1].a, t[2].a}),
              std::min({t[0].b, t[1].b, t[2].b})},
@@ -289,14 +289,14 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
     if (mesh.triangles.empty())
         return {0, true};
     const auto points = latticePoints(mesh);
-    const auto cornersOf = [&](std::size_t f) {
+    const auto pointsOf = [&](std::size_t f) {
         const Triangle& t = mesh.triangles[f];
-        return Corners{points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
-                       points[static_cast<std::size_t>(t[2])]};
+        return TrianglePoints{points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
+                              points[static_cast<std::size_t>(t[2])]};
     };
     std::vector<Bounds> bounds(mesh.triangles.size());
     for (std::size_t f = 0; f < bounds.size(); ++f)
-        bounds[f] = boundsOf(cornersOf(f));
+        bounds[f] = boundsOf(pointsOf(f));
     CellLists cells(bounds, boundsOf(points));
     if (cells.entriesOf(bounds) > effort.entries)
         return {};
@@ -324,7 +324,7 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
                     continue;
                 const std::size_t f = entries[i].triangle, g = entries[j].triangle;
                 if (!cannotIntersect(mesh.triangles[f], mesh.triangles[g], fans) &&
-                    intersect(cornersOf(f), cornersOf(g)) && ++search.intersections >= maxCount)
+                    intersect(pointsOf(f), pointsOf(g)) && ++search.intersections >= maxCount)
                     return search;
             }
     }

@@ -256,77 +256,118 @@ std::size_t merge(std::span<Interval> intervals)
     return kept;
 }
 
+struct Hit
+{
+    std::uint32_t line;
+    Interval interval;
+};
+
+// The lines of a grid that may cross a tetrahedron: columns i0..i1, rows j0..j1.
+struct LineRange
+{
+    int i0, i1, j0, j1;
+
+    LineRange(const LineGrid& grid, const std::array<Vec3, 4>& corners)
+    {
+        const auto [lowA, highA] = std::minmax({corners[0].a, corners[1].a, corners[2].a, corners[3].a});
+        const auto [lowB, highB] = std::minmax({corners[0].b, corners[1].b, corners[2].b, corners[3].b});
+        i0 = first((lowA - grid.a0) / grid.step, grid.na);
+        i1 = last((highA - grid.a0) / grid.step, grid.na);
+        j0 = first((lowB - grid.b0) / grid.step, grid.nb);
+        j1 = last((highB - grid.b0) / grid.step, grid.nb);
+    }
+    bool isEmpty() const { return i0 > i1 || j0 > j1; }
+
+private:
+    static int first(double place, int count)
+    {
+        return static_cast<int>(std::clamp(std::ceil(place), 0.0, double(count)));
+    }
+    static int last(double place, int count)
+    {
+        return static_cast<int>(std::clamp(std::floor(place), -1.0, double(count - 1)));
+    }
+};
+
+// Appends the intervals of all lines in one tetrahedron.
+void addHits(std::vector<Hit>& hits, const std::array<Vec3, 4>& corners, const LineGrid& grid,
+             std::int32_t name)
+{
+    const LineRange range(grid, corners);
+    if (range.isEmpty())
+        return;
+    const Barycentric tetrahedron(corners[0], corners[1], corners[2], corners[3]);
+    if (tetrahedron.isDegenerate())
+        return;
+    for (int j = range.j0; j <= range.j1; ++j)
+        for (int i = range.i0; i <= range.i1; ++i) {
+            double low = 0.0, high = 0.0;
+            if (!tetrahedron.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
+                continue;
+            const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
+                              static_cast<std::uint32_t>(i);
+            hits.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
+        }
+}
+
+// Sorts the hits by line, in the order of the tetrahedra within a line.
+LineIntervals byLine(const std::vector<Hit>& hits, const LineGrid& grid)
+{
+    LineIntervals result;
+    result.first.assign(grid.size() + 1, 0);
+    for (const Hit& h : hits)
+        ++result.first[h.line + 1];
+    std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
+    result.intervals.resize(hits.size());
+    std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
+    for (const Hit& h : hits)
+        result.intervals[next[h.line]++] = h.interval;
+    return result;
+}
+
+// Merges the overlapping intervals of each line, in place.
+Result<void> mergeEachLine(LineIntervals& lines, const Task& task)
+{
+    std::uint32_t kept = 0;
+    for (std::size_t line = 0; line + 1 < lines.first.size(); ++line) {
+        if (line % tetrahedraBetweenChecks == 0 && task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
+        const std::span<Interval> ofLine(lines.intervals.data() + lines.first[line],
+                                         lines.first[line + 1] - lines.first[line]);
+        const std::size_t count = merge(ofLine);
+        std::copy_n(ofLine.begin(), count, lines.intervals.begin() + kept);
+        lines.first[line] = kept;
+        kept += static_cast<std::uint32_t>(count);
+    }
+    lines.first.back() = kept;
+    lines.intervals.resize(kept);
+    return {};
+}
+
 } // namespace
 
 Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
                                   const std::vector<std::array<int, 4>>& tetrahedra, const LineGrid& grid,
                                   CastBudget& budget, const Task& task)
 {
-    struct Hit
-    {
-        std::uint32_t line;
-        Interval interval;
-    };
-    std::vector<Hit> hits;
-    LineIntervals result;
-    result.first.assign(grid.size() + 1, 0);
-    const auto firstLine = [&grid](double value, double start, int count) {
-        return static_cast<int>(std::clamp(std::ceil((value - start) / grid.step), 0.0, double(count)));
-    };
-    const auto lastLine = [&grid](double value, double start, int count) {
-        return static_cast<int>(std::clamp(std::floor((value - start) / grid.step), -1.0, double(count - 1)));
-    };
     const std::size_t maxHits = std::min(CastBudget::maxPerCast, budget.left);
+    std::vector<Hit> hits;
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
         if (t % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
         if (hits.size() > maxHits)
             return failure(KVProblemCode::TooManyOverlaps);
-        const Vec3& p = points[static_cast<std::size_t>(tetrahedra[t][0])];
-        const Vec3& q = points[static_cast<std::size_t>(tetrahedra[t][1])];
-        const Vec3& r = points[static_cast<std::size_t>(tetrahedra[t][2])];
-        const Vec3& s = points[static_cast<std::size_t>(tetrahedra[t][3])];
-        const int i0 = firstLine(std::min({p.a, q.a, r.a, s.a}), grid.a0, grid.na);
-        const int i1 = lastLine(std::max({p.a, q.a, r.a, s.a}), grid.a0, grid.na);
-        const int j0 = firstLine(std::min({p.b, q.b, r.b, s.b}), grid.b0, grid.nb);
-        const int j1 = lastLine(std::max({p.b, q.b, r.b, s.b}), grid.b0, grid.nb);
-        if (i0 > i1 || j0 > j1)
-            continue;
-        const Barycentric tetrahedron(p, q, r, s);
-        if (tetrahedron.isDegenerate())
-            continue;
-        for (int j = j0; j <= j1; ++j)
-            for (int i = i0; i <= i1; ++i) {
-                double low = 0.0, high = 0.0;
-                if (!tetrahedron.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
-                    continue;
-                const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
-                                  static_cast<std::uint32_t>(i);
-                const auto name = static_cast<std::int32_t>(t);
-                hits.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
-                ++result.first[line + 1];
-            }
+        std::array<Vec3, 4> corners;
+        for (std::size_t i = 0; i < 4; ++i)
+            corners[i] = points[static_cast<std::size_t>(tetrahedra[t][i])];
+        addHits(hits, corners, grid, static_cast<std::int32_t>(t));
     }
-    std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
     budget.left -= std::min(budget.left, hits.size());
-    result.intervals.resize(hits.size());
-    std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
-    for (const Hit& h : hits)
-        result.intervals[next[h.line]++] = h.interval;
-    std::uint32_t kept = 0;
-    for (std::size_t line = 0; line < grid.size(); ++line) {
-        if (line % tetrahedraBetweenChecks == 0 && task.isCancelled())
-            return failure(KVProblemCode::Cancelled);
-        const std::span<Interval> ofLine(result.intervals.data() + result.first[line],
-                                         result.first[line + 1] - result.first[line]);
-        const std::size_t count = merge(ofLine);
-        std::copy_n(ofLine.begin(), count, result.intervals.begin() + kept);
-        result.first[line] = kept;
-        kept += static_cast<std::uint32_t>(count);
-    }
-    result.first.back() = kept;
-    result.intervals.resize(kept);
-    return result;
+    LineIntervals lines = byLine(hits, grid);
+    hits = {};
+    if (const auto merged = mergeEachLine(lines, task); !merged)
+        return failure(merged);
+    return lines;
 }
 
 Result<double> coveredVolume(const DeviceSolid& solid, CastBudget& budget, const Task& task)
