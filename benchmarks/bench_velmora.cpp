@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// The colour engine: what each step of a gamut costs, and each question asked of it.
+// The colour engine: processor time of each step of a gamut, and of each query.
 //
 // The arguments are the kind of profile and the number of grid points per device axis. Kinds: 0 is RGB
 // (sRGB of colord-data, a device mesh), 1 is CMYK (default_cmyk of libgs-common, a radial hull), 2 is a
-// table that winds around the L* axis one and a half times (a lattice surface). Held constant: relative
+// table that winds one and a half times around the L* axis (a lattice surface). Held constant: relative
 // colorimetric intent, no black-point compensation, one thread.
 //
-// The rival is "transformAlone": Little CMS alone over the device colours that the surface is made of.
-// The counter "times_transform" of all others is their processor time in times of that; of inside and
-// nearest, which are asked one point at a time, as many questions stand against as many colours.
+// The baseline is "transformAlone": Little CMS converts the device colours of the surface. The counter
+// "times_transform" of all others is their processor time divided by that of the baseline. The queries inside
+// and nearest are called for one point at a time; they are compared with as many converted colours.
 
 #include <engine/mesh/Columns.h>
 #include <engine/mesh/Compare.h>
@@ -62,7 +62,7 @@ QByteArray bytesOf(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        std::abort(); // without its profiles there is nothing to measure
+        std::abort(); // the profiles are required
     return file.readAll();
 }
 
@@ -81,7 +81,7 @@ QByteArray profileBytes(int kind)
                           : ringProfile();
 }
 
-// A device, and the colours that its surface is made of at one grid.
+// A device, and the colours of its surface with one grid.
 struct Device
 {
     Device(int kind, int gridPoints) : grid(gridPoints), bytes(profileBytes(kind))
@@ -100,7 +100,7 @@ struct Device
     std::size_t colours() const { return samples.size() / static_cast<std::size_t>(transform->channels()); }
     void runTransform() { benchmark::DoNotOptimize(transform->toLab(samples, {})); }
 
-    // Little CMS alone, the best of several runs, measured once for all operations.
+    // Little CMS alone: the minimum of several runs, measured once for all benchmarks.
     double transformSeconds()
     {
         constexpr int repeats = 10;
@@ -138,7 +138,7 @@ KVGamut::GamutObject gamutOf(const Device& device)
     return testprofiles::gamutOf(testprofiles::opened(device.bytes), device.grid);
 }
 
-// The surface that is handed out.
+// The final surface.
 Mesh meshOf(Device& device)
 {
     GamutRequest request;
@@ -146,15 +146,15 @@ Mesh meshOf(Device& device)
     return buildGamut(*device.transform, request, {}).value().mesh;
 }
 
-// Repeats an operation and states its processor time in times of the rival's.
+// Repeats an operation and reports its processor time relative to the baseline.
 template <typename Operation>
-void measure(benchmark::State& state, double rivalSeconds, const Operation& operation)
+void measure(benchmark::State& state, double baselineSeconds, const Operation& operation)
 {
     const double start = processorSeconds();
     for (auto _ : state)
         operation();
     const double seconds = processorSeconds() - start;
-    state.counters["times_transform"] = seconds / double(state.iterations()) / rivalSeconds;
+    state.counters["times_transform"] = seconds / double(state.iterations()) / baselineSeconds;
 }
 
 void transformAlone(benchmark::State& state)
@@ -192,7 +192,7 @@ void surface(benchmark::State& state)
     });
 }
 
-// Of three channels alone.
+// Only for three channels.
 void foldCheck(benchmark::State& state)
 {
     Device& device = deviceOf(state);
@@ -248,7 +248,7 @@ std::vector<std::array<float, 3>> somePoints()
     return points;
 }
 
-// Asks one point after the other; the index is built before.
+// Tests one point after the other; the index is built before.
 template <typename Ask>
 void askPoints(benchmark::State& state, const Ask& ask)
 {
@@ -326,7 +326,7 @@ void deserialize(benchmark::State& state)
 
 void lab2rgb(benchmark::State& state)
 {
-    const float chroma = float(state.range(0)); // 20: displayable; 150: to be brought in
+    const float chroma = float(state.range(0)); // 20: in gamut; 150: to be mapped
     float hue = 0.0f;
     for (auto _ : state) {
         hue += 0.01f;

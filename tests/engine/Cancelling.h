@@ -7,13 +7,13 @@
 
 #include <vector>
 
-/// How much computations still do after they have been cancelled.
+/// Measures how much work computations still do after they are cancelled.
 namespace cancelling {
 
 struct Runs
 {
-    int cancelled = 0; ///< the others ended without another look at the cancellation
-    work::Work max;    ///< the most that a run still did after cancel(), each number on its own
+    int cancelled = 0; ///< the others ended before their next check
+    work::Work max;    ///< maximum work of a run after cancel(), for each number separately
 };
 
 /// Computes a gamut whole, and then again and again, each time cancelled after a share of the steps that the

@@ -6,8 +6,8 @@
 #include <functional>
 #include <utility>
 
-/// A device whose colours are a formula: no profile's table stands between a solid that is known
-/// exactly and the surface that is found for it.
+/// A device whose map is a function, so that its gamut is known exactly, without a profile's table in
+/// between.
 class MappedDevice final : public velmora::DeviceTransform
 {
 public:

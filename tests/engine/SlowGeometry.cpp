@@ -175,7 +175,7 @@ double projectedArea(const std::vector<Face>& faces, double pitch)
 
 namespace {
 
-// The section at one lightness as closed polygons; a ring's pieces share their end points exactly.
+// The section at one lightness as closed polygons. The pieces of a ring have exactly equal end points.
 ClipperLib::Paths sectionAt(float L, const QList<QList<KVHull::Node>>& faces)
 {
     const float plane[4] = {1.0f, 0.0f, 0.0f, -L};

@@ -6,8 +6,7 @@
 #include <array>
 #include <vector>
 
-/// Answers found the long and obvious way, to compare clever code with. All work on faces as a host
-/// gets them and know nothing of the engine's inside.
+/// Slow and simple reference implementations. They use only the public interface.
 namespace slow {
 
 using Point = std::array<double, 3>;
@@ -18,31 +17,31 @@ std::vector<Face> facesOf(const KVGamut::GamutObject& gamut);
 double determinant(const Point& u, const Point& v, const Point& w);
 Point minus(const Point& p, const Point& q);
 
-/// Gauss' theorem about the origin.
+/// Volume by Gauss' theorem, relative to the origin.
 double volume(const std::vector<Face>& faces);
 
-/// How often the surface winds around a point: the sum of the faces' solid angles over 4 pi
+/// Winding number of the surface around a point: the sum of the faces' solid angles divided by 4 pi
 /// (van Oosterom and Strackee 1983).
 double windingNumber(const std::vector<Face>& faces, const Point& point);
 
-/// The point of all faces that is nearest to a given one: region by region of each triangle
+/// The nearest point of all faces, by the Voronoi regions of each triangle
 /// (Ericson 2005, "Real-time collision detection", 5.1.5).
 Point nearest(const std::vector<Face>& faces, const Point& point);
 
 struct Shape
 {
     bool everyEdgeOnceEachWay = false;
-    int euler = 0; ///< vertices - edges + faces, vertices being told apart by their coordinates
+    int euler = 0; ///< vertices - edges + faces, vertices with equal coordinates count once
     double volume = 0.0;
 };
 Shape shapeOf(const std::vector<Face>& faces);
 
-/// Area of the union of all faces' projections onto the ab plane: sorted intervals along lines of
-/// constant b*, @p pitch apart.
+/// Area of the union of the faces' projections onto the ab plane: merged intervals along lines of constant
+/// b* with a distance of @p pitch.
 double projectedArea(const std::vector<Face>& faces, double pitch);
 
-/// Volume common to two closed surfaces: areas of the common part of their sections at constant
-/// L*, @p pitch apart, through a polygon library.
+/// Volume of the intersection of two closed surfaces: the area of the intersection of their sections at
+/// constant L*, with a distance of @p pitch, computed by a polygon library.
 double commonVolume(const KVGamut::GamutObject& first, const KVGamut::GamutObject& second, double pitch);
 
 } // namespace slow

@@ -17,16 +17,16 @@ namespace testprofiles {
 using Lab = std::array<double, 3>;
 using DeviceMap = std::function<Lab(const std::vector<double>& device)>;
 
-/// The bytes of a version 4 profile whose A2B0 table samples @p map at @p nodes points per channel.
-/// Lab values come out in steps of 100/65535 (L*) and 255/65535 (a*, b*).
+/// The bytes of a version 4 profile whose A2B0 table samples @p map at @p nodes points per channel. Lab
+/// values are rounded to multiples of 100/65535 (L*) and 255/65535 (a*, b*).
 QByteArray tableProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& map,
                         cmsProfileClassSignature profileClass = cmsSigOutputClass);
 
-/// The same with a table for each of the three intents that have one.
+/// The same with one table for each of three intents.
 QByteArray intentProfile(cmsColorSpaceSignature space, int nodes, const DeviceMap& perceptual,
                          const DeviceMap& relative, const DeviceMap& saturation);
 
-/// The bytes of a profile as Little CMS saves it.
+/// The bytes of a profile, as saved by Little CMS.
 QByteArray saved(cmsHPROFILE profile);
 
 KVProfilePtr opened(const QByteArray& bytes);
@@ -39,15 +39,15 @@ QString prophotoRgb();
 QString cieRgb();
 QString printerCmyk();
 
-/// All profile files of the machine's packages.
+/// All profile files that packages have installed on this machine.
 QStringList installedProfiles();
 
-/// Computes with all defaults: relative colorimetric, no black-point compensation, default grid.
+/// A gamut with default settings, except for the given ones.
 KVGamut::GamutObject gamutOf(const KVProfilePtr& profile, int gridPoints = -1,
                              KVVMRenderType intent = KVVMRenderRelativeColorimetric,
                              bool blackPointCompensation = false);
 
-/// Device to Lab straight through Little CMS, as a host would do it; ink channels too run 0..1.
+/// Conversion from device to Lab by Little CMS, without the engine; ink channels are 0..1 as well.
 class LabTransform
 {
 public:
@@ -56,7 +56,7 @@ public:
     Q_DISABLE_COPY_MOVE(LabTransform)
 
     std::size_t channels() const { return m_channels; }
-    /// @param device one colour after the other
+    /// @param device colours, one after the other
     std::vector<Lab> operator()(std::vector<double> device) const;
 
 private:
@@ -65,7 +65,7 @@ private:
     double m_fullScale = 1.0;
 };
 
-/// Lab of one device colour straight from Little CMS; ink channels too are given as 0..1.
+/// Lab of one device colour by Little CMS; ink channels are 0..1 as well.
 Lab labOf(const QByteArray& profile, const std::vector<double>& device,
           cmsUInt32Number intent = INTENT_RELATIVE_COLORIMETRIC);
 

@@ -4,14 +4,14 @@
 #include <cstdint>
 #include <functional>
 
-/// What a computation costs, counted instead of timed: the same on every machine, however busy it is.
+/// Cost of a computation, counted instead of timed: equal on every machine, and independent of its load.
 namespace work {
 
 struct Work
 {
     std::uint64_t colours = 0; ///< transformed by Little CMS
     std::uint64_t corners = 0; ///< read from colour tables for them: 2 to the number of channels each
-    std::uint64_t bytes = 0;   ///< allocated, freed ones included; 0 where allocations are not counted
+    std::uint64_t bytes = 0;   ///< allocated, including those freed since; 0 if allocations are not counted
 
     /// One number for all of it, roughly in proportion to the time: a corner costs as much as 16 bytes.
     std::uint64_t total() const { return 16 * corners + bytes; }
@@ -23,7 +23,7 @@ Work soFar();
 /// The work of @p computation.
 Work of(const std::function<void()>& computation);
 
-/// Calls @p action in the midst of @p computation, on its thread, when its total work reaches @p total, and
+/// Calls @p action during @p computation, on its thread, when its total work reaches @p total, and
 /// returns the work that it does from then on. The action must not allocate.
 Work after(std::uint64_t total, const std::function<void()>& action,
            const std::function<void()>& computation);

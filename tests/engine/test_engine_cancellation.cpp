@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Cancelling at the finest grid, and with the devices whose colours cost most.
+// Cancelling with the largest grid, and with the devices whose transforms are slowest.
 
 #include "Cancelling.h"
 #include "TestProfiles.h"
@@ -37,17 +37,17 @@ Lab mixture(const std::vector<double>& device)
 
 } // namespace
 
-TEST(CancellationAtTheFinestGrid, endsADeviceMeshSoon)
+TEST(CancellationAtMaxGrid, stopsADeviceMeshSoon)
 {
     expectSoonEnded(openedFile(prophotoRgb()), 1.0f);
 }
 
-TEST(CancellationAtTheFinestGrid, endsARadialHullSoon)
+TEST(CancellationAtMaxGrid, stopsARadialHullSoon)
 {
     expectSoonEnded(openedFile(printerCmyk()), 1.0f);
 }
 
-TEST(CancellationAtTheFinestGrid, endsALatticeSurfaceSoon)
+TEST(CancellationAtMaxGrid, stopsALatticeSurfaceSoon)
 {
     expectSoonEnded(opened(tableProfile(
                         cmsSigRgbData, 65,
@@ -67,7 +67,7 @@ TEST(CancellationAtTheFinestGrid, endsALatticeSurfaceSoon)
         40.0f);
 }
 
-TEST(CancellationAtTheFinestGrid, endsFifteenInksSoon)
+TEST(CancellationAtMaxGrid, stopsFifteenInksSoon)
 {
     expectSoonEnded(opened(tableProfile(cmsSig15colorData, 2, mixture)), 1.0f);
 }

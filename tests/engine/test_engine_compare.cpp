@@ -11,9 +11,10 @@ using namespace testprofiles;
 
 namespace {
 
-constexpr double tolerance = 1e-6; // of the exact answer of the two meshes; floats hold 6e-8
+constexpr double tolerance =
+    1e-6; // relative to the exact result for the two meshes; the precision of floats is 6e-8
 
-// Box with sides in steps that a table profile can hold exactly: L in 1/655.35, a and b in 1/257.
+// A box with edges that a table profile represents exactly: multiples of 1/655.35 in L, of 1/257 in a and b.
 KVGamut::GamutObject box(double L0, double L1, double a0, double a1, double b0, double b1)
 {
     return gamutOf(opened(tableProfile(
@@ -24,7 +25,7 @@ KVGamut::GamutObject box(double L0, double L1, double a0, double a1, double b0, 
                    9);
 }
 
-// Bounds of a gamut that is a box, as its faces have them.
+// Bounds of a box-shaped gamut, from its faces.
 std::array<std::pair<double, double>, 3> boundsOf(const KVGamut::GamutObject& gamut)
 {
     std::array<std::pair<double, double>, 3> bounds;
@@ -68,16 +69,16 @@ TEST(Compare, ofAGamutWithItselfCoversIt)
     }
 }
 
-TEST(Compare, ofBoxesIsTheBoxThatTheyShare)
+TEST(Compare, ofBoxesIsTheirCommonBox)
 {
     const auto first = box(20, 80, -30, 50, -60, 10);
     const std::vector<KVGamut::GamutObject> others{
-        box(50, 90, -10, 70, -20, 40), // across a corner
-        box(30, 70, -20, 40, -50, 0),  // within
-        box(10, 90, -40, 60, -70, 20), // around
+        box(50, 90, -10, 70, -20, 40), // overlapping at a corner
+        box(30, 70, -20, 40, -50, 0),  // contained
+        box(10, 90, -40, 60, -70, 20), // containing
         box(10, 90, -5, 5, -70, 20),   // a wall through it
         box(77, 90, 47, 70, 7, 40),    // a small corner
-        box(20, 80, -30, 50, 5, 60),   // sharing whole sides
+        box(20, 80, -30, 50, 5, 60),   // with common facets
     };
     for (const auto& second : others) {
         const auto c = first.compare(second);
@@ -88,7 +89,7 @@ TEST(Compare, ofBoxesIsTheBoxThatTheyShare)
     }
 }
 
-TEST(Compare, ofGamutsApartSharesNothing)
+TEST(Compare, ofDisjointGamutsHasNoIntersection)
 {
     const auto first = box(20, 80, -30, 50, -60, 10);
     for (const auto& second :
@@ -101,8 +102,8 @@ TEST(Compare, ofGamutsApartSharesNothing)
     }
 }
 
-// Above each other over the same ab area: columns meet both, the solids do not.
-TEST(Compare, ofGamutsInEachOthersHollowSharesNothing)
+// One above the other over the same ab area: columns cross both, but the solids are disjoint.
+TEST(Compare, ofInterlockingGamutsHasNoIntersection)
 {
     const auto crescent =
         gamutOf(opened(tableProfile(
@@ -117,7 +118,7 @@ TEST(Compare, ofGamutsInEachOthersHollowSharesNothing)
     EXPECT_EQ(crescent.compare(core).intersection, 0.0f);
 }
 
-TEST(Compare, ofRealProfilesAgreesWithSectionsOfPolygons)
+TEST(Compare, ofRealProfilesMatchesPolygonSections)
 {
     const auto display = gamutOf(openedFile(srgb()), 17);
     const auto wide = gamutOf(openedFile(adobeRgb()), 17);
@@ -126,12 +127,12 @@ TEST(Compare, ofRealProfilesAgreesWithSectionsOfPolygons)
         {&display, &printer}, {&display, &wide}, {&printer, &wide}};
     for (const auto& [first, second] : pairs) {
         const double exact = slow::commonVolume(*first, *second, 0.05);
-        // The sections, 0.05 apart, are themselves 1e-5 off.
+        // The sections, 0.05 apart, have a relative error of 1e-5 themselves.
         EXPECT_NEAR(first->compare(*second).intersection, exact, 1e-5 * exact);
     }
 }
 
-TEST(Compare, givesTheEighteenFloatsInTheirOrder)
+TEST(Compare, returnsTheEighteenFloatsInOrder)
 {
     const auto first = gamutOf(openedFile(srgb()), 9);
     const auto second = gamutOf(openedFile(printerCmyk()), 9, KVVMRenderAbsoluteColorimetric);
@@ -157,7 +158,7 @@ TEST(Compare, givesTheEighteenFloatsInTheirOrder)
     expectConsistent(c);
 }
 
-TEST(Compare, withAnEmptyGamutSharesNothing)
+TEST(Compare, withAnEmptyGamutHasNoIntersection)
 {
     const auto gamut = box(20, 80, -30, 50, -60, 10);
     const KVGamut::GamutObject empty;

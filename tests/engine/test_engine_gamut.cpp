@@ -36,7 +36,7 @@ QByteArray bytesOf(const QString& path)
     return file.readAll();
 }
 
-// A device that mixes its channels' vectors onto a starting colour.
+// A device that adds a vector for each channel to an initial colour.
 DeviceMap mixer(Lab start, std::vector<Lab> vectors)
 {
     return [start, vectors](const std::vector<double>& device) {
@@ -81,14 +81,14 @@ struct Reference
     KVVMRenderType intent;
     double volume;
     double uncertainty;
-    double tolerance; // share of the volume that the default grid may be off
+    double tolerance; // allowed relative error with the default grid
 };
 
 class ReferenceVolume : public testing::TestWithParam<Reference>
 {
 };
 
-TEST_P(ReferenceVolume, isMetAtTheDefaultGrid)
+TEST_P(ReferenceVolume, isFoundWithTheDefaultGrid)
 {
     const Reference& reference = GetParam();
     const auto gamut = gamutOf(openedFile(reference.path()), -1, reference.intent);
@@ -97,7 +97,7 @@ TEST_P(ReferenceVolume, isMetAtTheDefaultGrid)
     expectSound(gamut, reference.name);
 }
 
-TEST_P(ReferenceVolume, liesWithinTheReportedUncertainty)
+TEST_P(ReferenceVolume, isWithinTheReportedUncertainty)
 {
     const Reference& reference = GetParam();
     for (int grid : {17, 33, 65}) {
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
         Reference{"CMYKabsolute", printerCmyk, KVVMRenderAbsoluteColorimetric, 296'508, 74, 0.001}),
     [](const auto& testCase) { return testCase.param.name; });
 
-TEST(Gamut, isSoundForEveryInstalledProfileThatHasOne)
+TEST(Gamut, isValidForEveryInstalledProfile)
 {
     int computed = 0;
     for (const QString& path : installedProfiles()) {
@@ -153,7 +153,7 @@ std::size_t crossingsOf(const KVGamut::GamutObject& gamut)
 
 } // namespace
 
-TEST(Gamut, neverPassesThroughItselfHoweverItIsRefined)
+TEST(Gamut, neverSelfIntersectsAfterRefinement)
 {
     int computed = 0;
     for (const QString& path : installedProfiles())
@@ -176,7 +176,7 @@ TEST(Gamut, isTheSameOnEveryRun)
     }
 }
 
-TEST(Gamut, cornersShowTheDeviceColourThatTheyName)
+TEST(Gamut, verticesHaveTheLabOfTheirDeviceColours)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         const QByteArray bytes = bytesOf(path);
@@ -190,8 +190,8 @@ TEST(Gamut, cornersShowTheDeviceColourThatTheyName)
     }
 }
 
-// Nearly every colour that the device can show is inside; what is not may only be outside by the
-// flatness of a face.
+// Nearly all colours of the device are inside. The others may only be outside by the deviation of a flat face
+// from the curved surface.
 TEST(Gamut, containsTheColoursOfTheDevice)
 {
     for (const QString& path : {srgb(), adobeRgb(), printerCmyk()}) {
@@ -208,7 +208,7 @@ TEST(Gamut, containsTheColoursOfTheDevice)
             for (double& v : device)
                 v = any(random);
             const Lab lab = labOf(bytes, device);
-            // Half a dE towards grey.
+            // Moved by half a dE towards grey.
             const double r = std::hypot(lab[0] - grey[0], lab[1] - grey[1], lab[2] - grey[2]);
             const double t = std::max(0.0, 1.0 - 0.5 / r);
             std::array<float, 3> inward;
@@ -233,12 +233,12 @@ TEST(Gamut, ofAnAffineDeviceIsItsParallelepiped)
     const auto gamut = gamutOf(opened(bytes));
     EXPECT_EQ(gamut.method(), KVGamut::Method::DeviceMesh);
     const double volume = std::abs(slow::determinant(edges[0], edges[1], edges[2]));
-    // The table holds corners in steps of 1/257 dE, which makes the solid a little less than affine.
+    // The table stores its nodes in steps of 1/257 dE, so the map is not exactly affine.
     EXPECT_NEAR(gamut.volume(), volume, 1e-4 * volume);
     expectSound(gamut, "affine");
 }
 
-TEST(Gamut, ofAMirroringDeviceLooksOutwardsToo)
+TEST(Gamut, ofAMirroringDeviceFacesOutwards)
 {
     const std::vector<Lab> vectors{{20, -60, 20}, {50, 40, 0}, {10, 0, -70}}; // two swapped: left-handed
     const auto gamut = gamutOf(opened(tableProfile(cmsSigRgbData, 2, mixer({10, 5, 20}, vectors))));
@@ -272,7 +272,7 @@ TEST(Gamut, ofManyMixedInksIsTheirZonotope)
         KVGamut::GamutObject gamut;
         const work::Work cost = work::of([&] { gamut = gamutOf(profile); });
         const double volume = zonotopeVolume(used);
-        // From eleven inks on there are fewer samples, since every channel doubles the cost of a colour.
+        // From eleven inks on there are fewer samples, because every channel doubles the time of a transform.
         const double tolerance = n <= 10 ? 0.001 : 0.01;
         EXPECT_NEAR(gamut.volume(), volume, tolerance * volume)
             << n << " inks: " << testing::PrintToString(gamut.problem());
@@ -285,9 +285,9 @@ TEST(Gamut, ofManyMixedInksIsTheirZonotope)
     }
 }
 
-// The third channel runs up to 60 and back again: that side of the box is reached from inside the
-// device cube alone.
-TEST(Gamut, ofAFoldedDeviceReachesWhereTheFoldReaches)
+// The third channel maps to 0..60 and back: that facet of the box is only reached from inside the device
+// cube.
+TEST(Gamut, ofAFoldedDeviceIncludesTheFold)
 {
     const auto fold = [](double z) { return 60.0 * (1.0 - 4.0 * (z - 0.5) * (z - 0.5)); };
     const QByteArray bytes = tableProfile(cmsSigYCbCrData, 33, [&](const std::vector<double>& d) {
@@ -300,9 +300,9 @@ TEST(Gamut, ofAFoldedDeviceReachesWhereTheFoldReaches)
     expectSound(gamut, "folded");
 }
 
-// Video coding holds more than the display can show; what is beyond is clipped onto the display's
-// own surface. So the gamut is the display's, and a hull is off by what that is concave.
-TEST(Gamut, ofAVideoCodingIsThatOfItsDisplay)
+// YCbCr encodes more than a display's colours; the others are clipped to the display's gamut boundary. The
+// gamut is therefore that of the display. A hull's error is due to its concavities.
+TEST(Gamut, ofYCbCrIsThatOfItsDisplay)
 {
     const QByteArray display = bytesOf(srgb());
     const cmsHPROFILE profile =
@@ -329,8 +329,8 @@ TEST(Gamut, ofAVideoCodingIsThatOfItsDisplay)
     expectSound(gamut, "video");
 }
 
-// A thick crescent is seen from none of its points, and bounds are still exact: the device does not fold.
-TEST(Gamut, ofACrescentKeepsItsHollow)
+// A thick crescent is not star-shaped, but its surface is exact, because the device does not fold.
+TEST(Gamut, ofACrescentKeepsItsConcavity)
 {
     // Polar: angle over 270 degrees, radius 20 to 50; the area of the ring sector times the height.
     const QByteArray bytes = tableProfile(cmsSigRgbData, 65, [](const std::vector<double>& d) {
@@ -353,14 +353,14 @@ TEST(Gamut, ofACrescentKeepsItsHollow)
 
 // --- Intents and black points ---------------------------------------------------------------------
 
-TEST(Gamut, ofAVersionTwoPrinterIsNotBlackPointCompensatedUnasked)
+TEST(Gamut, isNotBlackPointCompensatedByDefault)
 {
-    // With compensation the darkest colour would come to L* 0; the profile's own is well above.
+    // With compensation the darkest colour would have L* 0; without, it is clearly higher.
     for (auto intent : {KVVMRenderPerceptual, KVVMRenderRelativeColorimetric, KVVMRenderSaturation})
         EXPECT_GT(gamutOf(openedFile(printerCmyk()), 9, intent).blackPoint().L, 5.0f) << intent;
 }
 
-TEST(Gamut, growsDownwardsWithBlackPointCompensationSaveForTheAbsoluteIntent)
+TEST(Gamut, blackPointCompensationDoesNotAffectTheAbsoluteIntent)
 {
     const auto printer = openedFile(printerCmyk());
     const auto lowest = [](const KVGamut::GamutObject& gamut) {
@@ -375,7 +375,7 @@ TEST(Gamut, growsDownwardsWithBlackPointCompensationSaveForTheAbsoluteIntent)
                 gamutOf(printer, 9, KVVMRenderAbsoluteColorimetric, false).faces());
 }
 
-TEST(Gamut, showsThePaperUnderTheAbsoluteIntentAlone)
+TEST(Gamut, hasPaperWhiteOnlyWithTheAbsoluteIntent)
 {
     const auto printer = openedFile(printerCmyk());
     const auto relative = gamutOf(printer, 9).whitePoint();
@@ -384,7 +384,7 @@ TEST(Gamut, showsThePaperUnderTheAbsoluteIntentAlone)
     EXPECT_LT(absolute.L, 95.0f);
 }
 
-TEST(Gamut, tellsHowItWasComputed)
+TEST(Gamut, reportsHowItWasComputed)
 {
     const auto report = gamutOf(openedFile(printerCmyk()), 9, KVVMRenderSaturation, true).report();
     EXPECT_EQ(report.method, KVGamut::Method::RadialHull);
@@ -399,7 +399,7 @@ TEST(Gamut, tellsHowItWasComputed)
 
 // --- Decoration -----------------------------------------------------------------------------------
 
-TEST(Gamut, startsItsPrimariesAtBlackForLightsAndAtPaperForInks)
+TEST(Gamut, primariesStartAtBlackOrPaper)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         const QByteArray bytes = bytesOf(path);
@@ -422,11 +422,11 @@ TEST(Gamut, startsItsPrimariesAtBlackForLightsAndAtPaperForInks)
     }
 }
 
-TEST(Gamut, hasPrimaryRampsOnTheDevicesOwnEdges)
+TEST(Gamut, primariesLieOnTheDevicesEdges)
 {
     const QByteArray bytes = bytesOf(srgb());
     const auto ramp = gamutOf(opened(bytes)).primaries()[1]; // green
-    // On the edge: some level of green alone gives it. Search by bisection over L*, which rises.
+    // On the edge means that some level of green alone has this colour. L* increases, so bisection finds it.
     for (const auto& lab : ramp) {
         double low = 0.0, high = 1.0;
         for (int i = 0; i < 40; ++i) {
@@ -437,7 +437,7 @@ TEST(Gamut, hasPrimaryRampsOnTheDevicesOwnEdges)
     }
 }
 
-TEST(Gamut, ofADeviceWithoutColorantsHasNoPrimariesButABlackToStartFrom)
+TEST(Gamut, ofYCbCrHasAnOriginButNoPrimaries)
 {
     const QByteArray bytes = tableProfile(cmsSigYCbCrData, 2, [](const std::vector<double>& d) {
         return Lab{100 * d[0], -60 + 120 * d[1], -60 + 120 * d[2]};
@@ -449,7 +449,7 @@ TEST(Gamut, ofADeviceWithoutColorantsHasNoPrimariesButABlackToStartFrom)
     EXPECT_LT(distance(gamut.whitePoint(), {100, 0, 0}), 0.01);
 }
 
-TEST(Gamut, withoutDecorationHasNeitherPrimariesNorOutlineAndTheSameSurface)
+TEST(Gamut, withoutDecorationHasTheSameSurface)
 {
     const auto profile = openedFile(srgb());
     KVGamut::GamutObject plain;
@@ -462,7 +462,7 @@ TEST(Gamut, withoutDecorationHasNeitherPrimariesNorOutlineAndTheSameSurface)
 
 // --- Grid and refinement --------------------------------------------------------------------------
 
-TEST(Gamut, holdsTheGridToSensibleLimits)
+TEST(Gamut, clampsTheGrid)
 {
     const auto profile = openedFile(srgb());
     const std::vector<std::pair<int, int>> asked{{-1, 33}, {0, 33}, {1, 33}, {-2147483647, 33},
@@ -472,7 +472,7 @@ TEST(Gamut, holdsTheGridToSensibleLimits)
     EXPECT_EQ(gamutOf(profile, 2147483647).report().gridPoints, 129);
 }
 
-TEST(Gamut, refinesEdgesLongerThanAskedThroughTheProfile)
+TEST(Gamut, refinesEdgesLongerThanMaxEdge)
 {
     const auto profile = openedFile(prophotoRgb());
     const auto compute = [&](float maxEdge, int refinements) {
@@ -495,7 +495,7 @@ TEST(Gamut, refinesEdgesLongerThanAskedThroughTheProfile)
     EXPECT_GT(longest(coarse), 100.0);
     EXPECT_LT(longest(fine), 0.5 * longest(coarse));
     EXPECT_GT(fine.faceCount(), coarse.faceCount());
-    // Closer to the truth, and closed still.
+    // More accurate, and still closed.
     EXPECT_LT(std::abs(fine.volume() - 2'880'355), 0.5 * std::abs(coarse.volume() - 2'880'355));
     expectSound(fine, "refined");
     EXPECT_LE(longest(compute(40.0f, 4)), 40.0 + 30.0);

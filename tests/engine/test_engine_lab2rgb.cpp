@@ -16,7 +16,8 @@ namespace {
 
 using Triple = std::array<double, 3>;
 
-// sRGB, 0..255, and Lab D50 through Little CMS and its own sRGB profile, unclipped.
+// Conversion between sRGB, 0..255, and Lab D50 by Little CMS with its built-in sRGB profile, without
+// clipping.
 class LittleCms
 {
 public:
@@ -62,7 +63,7 @@ double hueAngle(double a, double b)
 
 } // namespace
 
-TEST(Lab2Rgb, bringsDisplayableColoursBackToTheirOwn)
+TEST(Lab2Rgb, invertsSrgbForColoursInGamut)
 {
     const LittleCms reference;
     for (int r = 0; r <= 255; r += 17)
@@ -77,7 +78,7 @@ TEST(Lab2Rgb, bringsDisplayableColoursBackToTheirOwn)
             }
 }
 
-TEST(Lab2Rgb, showsWhiteGreyAndBlackNeutral)
+TEST(Lab2Rgb, mapsNeutralsToNeutrals)
 {
     EXPECT_EQ(rgbOf(100, 0, 0), (QList<float>{255.0f, 255.0f, 255.0f}));
     EXPECT_EQ(rgbOf(0, 0, 0), (QList<float>{0.0f, 0.0f, 0.0f}));
@@ -90,7 +91,7 @@ TEST(Lab2Rgb, showsWhiteGreyAndBlackNeutral)
     EXPECT_NEAR(rgbOf(116.0 * std::cbrt(0.21586050) - 16.0, 0, 0)[0], 128.0, 0.01);
 }
 
-TEST(Lab2Rgb, holdsLightnessToItsRange)
+TEST(Lab2Rgb, clampsLightness)
 {
     EXPECT_EQ(rgbOf(140, 0, 0), rgbOf(100, 0, 0));
     EXPECT_EQ(rgbOf(-20, 0, 0), rgbOf(0, 0, 0));
@@ -98,7 +99,7 @@ TEST(Lab2Rgb, holdsLightnessToItsRange)
     EXPECT_EQ(rgbOf(120, 60, -90), rgbOf(100, 60, -90));
 }
 
-TEST(Lab2Rgb, keepsTheHueOfWhatAScreenCannotShow)
+TEST(Lab2Rgb, keepsTheHueOfColoursOutOfGamut)
 {
     const LittleCms reference;
     std::mt19937 random(9);
@@ -108,15 +109,15 @@ TEST(Lab2Rgb, keepsTheHueOfWhatAScreenCannotShow)
         const auto rgb = rgbOf(L, c * std::cos(h), c * std::sin(h));
         const Triple lab = reference.lab(asTriple(rgb));
         const double found = std::hypot(lab[1], lab[2]);
-        EXPECT_GT(found, 10.0) << "L " << L << " hue " << h; // colourful: not grey, white or black
+        EXPECT_GT(found, 10.0) << "L " << L << " hue " << h; // chromatic
         EXPECT_LT(found * std::abs(std::remainder(hueAngle(lab[1], lab[2]) - h, 2.0 * M_PI)), 0.05);
         EXPECT_LE(std::abs(lab[0] - L), 0.2 * std::abs(50.0 - L) + 0.05);
     }
 }
 
-// Further out on the way that the colour came nothing can be shown: searched from outside inwards, so
-// that a way with gaps would show.
-TEST(Lab2Rgb, bringsColoursInNoFurtherThanItMust)
+// No colour on the path is in gamut beyond the result. Searched from outside, so that a path that leaves and
+// re-enters the gamut would be noticed.
+TEST(Lab2Rgb, mapsColoursNoFurtherThanNecessary)
 {
     const LittleCms reference;
     const auto shown = [&reference](double L, double a, double b) {
@@ -141,8 +142,8 @@ TEST(Lab2Rgb, bringsColoursInNoFurtherThanItMust)
         }
 }
 
-// Adobe RGB's yellow lies a hair beyond that of the screen; straight inwards the first displayable
-// colour is a pale one of chroma 30.
+// The yellow of Adobe RGB is just outside sRGB; at constant lightness the first colour in gamut is a pale one
+// with chroma 30.
 TEST(Lab2Rgb, keepsVividYellowsVivid)
 {
     const LittleCms reference;
@@ -156,7 +157,7 @@ TEST(Lab2Rgb, keepsVividYellowsVivid)
 
 TEST(Lab2Rgb, isContinuous)
 {
-    // Steps of a hundredth of a dE along random straight lines, across the rim of what can be shown.
+    // Steps of 0.01 dE along random lines that cross the gamut boundary.
     std::mt19937 random(4);
     std::uniform_real_distribution<double> L(2.0, 98.0), ab(-150.0, 150.0);
     for (int line = 0; line < 60; ++line) {
@@ -168,7 +169,7 @@ TEST(Lab2Rgb, isContinuous)
             const double t = double(i) / steps;
             const double a = from[1] + t * (to[1] - from[1]), b = from[2] + t * (to[2] - from[2]);
             const Triple now = asTriple(rgbOf(from[0] + t * (to[0] - from[0]), a, b));
-            if (std::hypot(a, b) > 5.0) { // around the neutral axis hue turns quickly, by its nature
+            if (std::hypot(a, b) > 5.0) { // near the neutral axis the hue angle changes quickly
                 for (std::size_t c = 0; c < 3; ++c)
                     ASSERT_NEAR(now[c], before[c], 1.5) << "line " << line << " step " << i;
             }
@@ -177,7 +178,7 @@ TEST(Lab2Rgb, isContinuous)
     }
 }
 
-TEST(Lab2Rgb, answersWithinZeroAnd255ForAnyFiniteColour)
+TEST(Lab2Rgb, isWithin0And255ForFiniteColours)
 {
     const float huge = std::numeric_limits<float>::max(), tiny = std::numeric_limits<float>::denorm_min();
     for (float L : {-huge, -1.0f, 0.0f, tiny, 50.0f, 100.0f, 1e6f, huge})
@@ -192,7 +193,7 @@ TEST(Lab2Rgb, answersWithinZeroAnd255ForAnyFiniteColour)
             }
 }
 
-TEST(Lab2Rgb, answersMinusOneForWhatIsNoColour)
+TEST(Lab2Rgb, isMinusOneForInvalidColours)
 {
     const QList<float> none{-1.0f, -1.0f, -1.0f};
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();

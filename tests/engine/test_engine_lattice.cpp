@@ -27,7 +27,7 @@ using testprofiles::Lab;
 
 namespace {
 
-// A solid that is known exactly, and a device that shows all of it.
+// A solid that is known exactly, and a device whose gamut it is.
 struct Case
 {
     const char* name;
@@ -36,7 +36,7 @@ struct Case
     double volume;
     int euler; // of the surface
     std::function<bool(Vec3)> contains;
-    double tolerance = 0.005; // share of the volume
+    double tolerance = 0.005; // relative error of the volume
 };
 
 double angleOf(Vec3 p)
@@ -80,15 +80,15 @@ std::vector<Case> cases()
                        [s](Vec3 p) { return s.contains(p); }, tolerance});
     };
     const auto plain = [](const Sector& s, const float* d) { return s.at(d[0], d[1], d[2]); };
-    // One and a half times around and into itself: a ring with a hole.
+    // One and a half turns, which overlap: a ring with a hole.
     add("wound", 3, {45, 55, 40, 50, 3.0 * M_PI}, 0, plain);
     add("thickWound", 3, {20, 80, 20, 60, 3.0 * M_PI}, 0, plain);
-    // Folded and not to be seen whole from any of its points.
+    // Folded, and not star-shaped.
     add("foldedCrescent", 3, {20, 80, 20, 50, 1.5 * M_PI}, 2,
         [](const Sector& s, const float* d) { return s.at(folded(d[0]), d[1], d[2]); });
     add("foldedAround", 3, {20, 80, 25, 50, 1.6 * M_PI}, 2,
         [](const Sector& s, const float* d) { return s.at(d[0], folded(d[1]), d[2]); });
-    // Four and more channels, of which some do the same.
+    // Four and more channels, some with the same effect.
     add("crescentOfFour", 4, {20, 80, 20, 50, 1.5 * M_PI}, 2,
         [](const Sector& s, const float* d) { return s.at(0.5 * (d[0] + d[3]), d[1], d[2]); });
     add("ringOfFour", 4, {30, 60, 25, 50, 2.5 * M_PI}, 0,
@@ -127,7 +127,7 @@ protected:
 
 } // namespace
 
-TEST_P(HardSolid, hasItsVolumeWithinTheStatedUncertainty)
+TEST_P(HardSolid, hasItsVolumeWithinTheUncertainty)
 {
     const double volume = signedVolume(record.mesh);
     EXPECT_NEAR(volume, GetParam().volume, GetParam().tolerance * GetParam().volume);
@@ -135,7 +135,7 @@ TEST_P(HardSolid, hasItsVolumeWithinTheStatedUncertainty)
     EXPECT_LE(record.volumeUncertainty, 0.03 * volume);
 }
 
-TEST_P(HardSolid, hasAClosedSurfaceOfItsOwnShape)
+TEST_P(HardSolid, hasAClosedSurfaceOfItsGenus)
 {
     const MeshTopology shape = topology(record.mesh);
     EXPECT_TRUE(shape.closed && shape.manifold);
@@ -181,7 +181,7 @@ TEST_P(HardSolid, reachesTheColoursOfTheDevice)
         for (float& v : colour)
             v = any(random);
         far += missed(colour) > 0.5;
-        // And at the device's ends, where the surface and its edges and corners are.
+        // Also at the ends of the channels, where the surface with its edges and corners is.
         for (float& v : colour)
             v = std::clamp(1.5f * v - 0.25f, 0.0f, 1.0f);
         EXPECT_LT(missed(colour), 1.5);
@@ -189,7 +189,7 @@ TEST_P(HardSolid, reachesTheColoursOfTheDevice)
     EXPECT_LE(far, trials / 1000);
 }
 
-TEST_P(HardSolid, namesDeviceColoursThatShowItsCorners)
+TEST_P(HardSolid, verticesHaveTheLabOfTheirDeviceColours)
 {
     const auto vertices = static_cast<int>(record.mesh.lab.size());
     double sum = 0.0;
@@ -209,7 +209,7 @@ INSTANTIATE_TEST_SUITE_P(Shapes, HardSolid, testing::ValuesIn(cases()),
 
 // --- Through a profile ----------------------------------------------------------------------------
 
-TEST(LatticeGamut, ofAProfileThatWindsIntoItselfIsTheRing)
+TEST(LatticeGamut, ofAProfileThatOverlapsItselfIsARing)
 {
     const Sector s{45, 55, 40, 50, 3.0 * M_PI};
     const auto profile =
@@ -241,7 +241,7 @@ TEST(LatticeGamut, ofAProfileThatWindsIntoItselfIsTheRing)
 
 namespace {
 
-// The channels' means by threes are height, turn and radius.
+// The means of the channels 0, 3, 6..., of 1, 4, 7... and of 2, 5, 8... are height, angle and radius.
 MappedDevice sectorOfManyChannels(int channels, const Sector& s)
 {
     return MappedDevice(channels, [channels, s](const float* d) {
@@ -254,7 +254,7 @@ MappedDevice sectorOfManyChannels(int channels, const Sector& s)
     });
 }
 
-// Inks that hold back light, each of its own part of the spectrum, in three bands.
+// Inks that absorb light in three bands, each mainly in one of them.
 MappedDevice absorbingInks(int channels)
 {
     return MappedDevice(channels, [channels](const float* d) {
@@ -273,7 +273,7 @@ MappedDevice absorbingInks(int channels)
 
 } // namespace
 
-TEST(ManyChannels, withAHollowAreRefusedAndNotFilled)
+TEST(ManyChannels, withAConcavityAreRefused)
 {
     for (const auto& [channels, turns] : {std::pair{7, 1.5}, {8, 1.2}, {10, 1.5}}) {
         const Sector s{20, 80, 20, 50, turns * M_PI};
@@ -283,14 +283,14 @@ TEST(ManyChannels, withAHollowAreRefusedAndNotFilled)
     }
 }
 
-TEST(ManyChannels, withoutAHollowAreNotRefused)
+TEST(ManyChannels, withoutAConcavityAreNotRefused)
 {
     for (int channels : {7, 9, 12})
         EXPECT_EQ(codeOf(buildGamut(absorbingInks(channels), {}, {})), std::nullopt) << channels;
 }
 
-// A face over a hollow has an image along the solid; one on the solid has itself.
-TEST(ReachedVolume, isTheVolumeOfASolidWithoutHollows)
+// The image of a face on the solid is the face itself; that of a face over a concavity follows the solid.
+TEST(ReachedVolume, isTheVolumeOfASolidWithoutConcavities)
 {
     const MappedDevice inks = absorbingInks(4);
     const DeviceNodes nodes = equalisedNodes(inks, 17, minEvenShare, {}).value();
@@ -316,7 +316,7 @@ CastBudget& freshBudget()
     return budget;
 }
 
-// A box as a device of 3^3 nodes shows it.
+// A box as the solid of a device with 3^3 nodes.
 DeviceSolid boxSolid(Vec3 low, Vec3 high)
 {
     const MappedDevice device(3, [=](const float* d) {
@@ -329,7 +329,7 @@ DeviceSolid boxSolid(Vec3 low, Vec3 high)
 
 } // namespace
 
-TEST(DeviceCubeMesh, thinnedIsTheMeshOfFewerNodes)
+TEST(DeviceCubeMesh, thinnedEqualsTheMeshOfFewerNodes)
 {
     const MappedDevice device(3, [](const float* d) {
         return Vec3{100.0 * double(d[0]), 50.0 * double(d[1] * d[1]),
@@ -364,12 +364,12 @@ TEST(DeviceSolid, fillsTheImageOfTheDeviceOnce)
     EXPECT_NEAR(coveredVolume(solid, freshBudget(), {}).value(), 50.0 * 50.0 * 20.0, 0.02 * sum);
 }
 
-TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
+TEST(DeviceSolid, crossesALineInOneIntervalWithoutGaps)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     LineGrid grid;
     grid.a0 = -30.0;
-    grid.b0 = 30.0; // along sides and edges of tetrahedra, too
+    grid.b0 = 30.0; // also along facets and edges of tetrahedra
     grid.step = 2.5;
     grid.na = 30;
     grid.nb = 8;
@@ -387,14 +387,14 @@ TEST(DeviceSolid, crossesALineInOneStretchWhereItHasNoGap)
         }
 }
 
-TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
+TEST(LatticeSurface, ofABoxCutsOnlyItsEdgesOff)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     const double edges = 4.0 * (50.0 + 50.0 + 20.0);
     for (double pitch : {4.0, 2.0, 1.0}) {
         Mesh mesh = latticeSurface(solid, pitch, freshBudget(), {}).value();
         const double missing = 50.0 * 50.0 * 20.0 - signedVolume(mesh);
-        // No more than the half of a cell along each edge, and nothing too much.
+        // At most half of a cell is cut off along each edge, and nothing is added.
         EXPECT_GE(missing, -1e-3);
         EXPECT_LE(missing, 0.5 * pitch * pitch * edges);
         const auto faces = mesh.triangles.size();
@@ -404,14 +404,14 @@ TEST(LatticeSurface, ofABoxLosesItsEdgesOnly)
     }
 }
 
-TEST(LatticeSurface, hasAsManyFacesAsAskedFor)
+TEST(LatticeSurface, hasTheRequestedNumberOfFaces)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     const double pitch = pitchForFaces(solid, 20'000.0, freshBudget(), {}).value();
     EXPECT_NEAR(double(latticeSurface(solid, pitch, freshBudget(), {})->triangles.size()), 20'000.0, 3000.0);
 }
 
-TEST(LatticeSurface, isRidOfItsCrumbs)
+TEST(LatticeSurface, losesItsTinyComponents)
 {
     const DeviceSolid large = boxSolid({10, -20, 30}, {60, 30, 50});
     Mesh mesh = latticeSurface(large, 2.0, freshBudget(), {}).value();
@@ -428,7 +428,7 @@ TEST(LatticeSurface, isRidOfItsCrumbs)
     EXPECT_EQ(mesh.device.size(), static_cast<std::size_t>(shift) * 3);
 }
 
-TEST(LatticeSurface, stopsWhenCancelled)
+TEST(LatticeSurface, failsIfCancelled)
 {
     auto protocol = KVCompletionProtocol::createTask({});
     protocol->cancel();
@@ -437,7 +437,7 @@ TEST(LatticeSurface, stopsWhenCancelled)
     EXPECT_EQ(codeOf(pitchForFaces(solid, 1000.0, freshBudget(), Task(protocol))), KVProblemCode::Cancelled);
 }
 
-TEST(LatticeSurface, stopsWhenItsBudgetIsSpent)
+TEST(LatticeSurface, failsIfItsBudgetIsExceeded)
 {
     const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
     CastBudget budget;

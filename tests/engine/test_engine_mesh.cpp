@@ -158,7 +158,7 @@ TEST(ConvexHull, hasTheVolumeThatQhullFinds)
     }
 }
 
-TEST(ConvexHull, takesGridsFullOfCoplanarAndRepeatedPoints)
+TEST(ConvexHull, acceptsCoplanarAndRepeatedPoints)
 {
     std::vector<HullPoint> points;
     for (int round = 0; round < 2; ++round)
@@ -173,7 +173,7 @@ TEST(ConvexHull, takesGridsFullOfCoplanarAndRepeatedPoints)
 
 TEST(ConvexHull, ofAThinSliceOfTheLatticeIsExact)
 {
-    // A disc one lattice unit thick: floating point alone would see it as flat here and there.
+    // A disc one lattice unit thick, parts of which would be coplanar in floating point.
     std::mt19937 random(3);
     std::uniform_int_distribution<std::int32_t> wide(-maxHullCoordinate, maxHullCoordinate), thin(0, 1);
     std::vector<HullPoint> points;
@@ -205,7 +205,7 @@ TEST(ConvexHull, ofFourPointsIsTheirTetrahedron)
     EXPECT_DOUBLE_EQ(sixfoldVolume(points, triangles), 1000.0);
 }
 
-TEST(ConvexHull, stopsWhenCancelled)
+TEST(ConvexHull, failsIfCancelled)
 {
     auto protocol = KVCompletionProtocol::createTask({});
     protocol->cancel();
@@ -226,7 +226,7 @@ TEST(Orientation, isExactWhereFloatingPointIsNot)
     EXPECT_EQ(orientation3d(p, r, q, HullPoint{5, 9, 1}), -1);
 }
 
-TEST(Orientation, putsEveryColumnOnOneSideOfEveryEdge)
+TEST(Orientation, everyColumnIsOnOneSideOfEveryEdge)
 {
     const LatticePoint p{0, 10, 10}, q{0, 30, 10}, r{0, 30, 40};
     for (const auto& [u, v] : {std::pair{p, q}, {q, r}, {r, p}})
@@ -239,7 +239,7 @@ TEST(Orientation, putsEveryColumnOnOneSideOfEveryEdge)
 
 // --- Checks ---------------------------------------------------------------------------------------
 
-TEST(MeshChecks, tellSoundSurfaces)
+TEST(MeshChecks, acceptValidSurfaces)
 {
     const Mesh box = boxMesh({0, 0, 0}, {10, 20, 30});
     MeshTopology t = topology(box);
@@ -258,7 +258,7 @@ TEST(MeshChecks, tellSoundSurfaces)
     EXPECT_EQ(t.eulerCharacteristic, 4);
 }
 
-TEST(MeshChecks, seeEveryKindOfDamage)
+TEST(MeshChecks, detectEveryKindOfDamage)
 {
     const Mesh box = boxMesh({0, 0, 0}, {10, 20, 30});
     Mesh hole = box;
@@ -317,9 +317,9 @@ TEST(Columns, measureTheVolumeOfASolid)
     EXPECT_NEAR(windingOf(torus, 0.1).insideVolume, signedVolume(torus), 1e-3 * signedVolume(torus));
 }
 
-TEST(Columns, seeASurfaceThatPassesThroughItself)
+TEST(Columns, detectSelfIntersection)
 {
-    // Two boxes in one mesh share 10 x 20 x 30; there the surface winds twice.
+    // Two boxes in one mesh overlap in 10 x 20 x 30, where the winding number is 2.
     const Mesh both = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({30, 20, 10}, {70, 60, 80}));
     EXPECT_NEAR(windingOf(both, 0.5).invalidVolume, 10.0 * 20.0 * 30.0, 1.0);
     Mesh inverted = boxMesh({0, 0, 0}, {40, 40, 40});
@@ -327,7 +327,7 @@ TEST(Columns, seeASurfaceThatPassesThroughItself)
     EXPECT_NEAR(windingOf(inverted, 0.5).invalidVolume, 64000.0, 1.0);
 }
 
-TEST(Columns, seeSheetsThatLieUponEachOther)
+TEST(Columns, detectCoincidentSheets)
 {
     // The upper box stands on a quarter of the lower one.
     const Mesh stacked = joined(boxMesh({0, 0, 0}, {40, 40, 40}), boxMesh({40, 0, 0}, {60, 20, 20}));
@@ -340,8 +340,8 @@ TEST(Columns, seeSheetsThatLieUponEachOther)
 
 namespace {
 
-// A box, along the b* axis of which the device runs forth, back and forth again; its two ends and
-// its middle do not tell.
+// A box; along b* the device goes forwards, backwards and forwards again, which nodes at the ends and in the
+// middle do not show.
 MappedDevice boxWithADetour()
 {
     return MappedDevice(3, [](const float* d) {
@@ -352,12 +352,12 @@ MappedDevice boxWithADetour()
 
 } // namespace
 
-TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
+TEST(Refinement, isRejectedIfSheetsWouldCoincide)
 {
     const MappedDevice device = boxWithADetour();
     Mesh finer = deviceCubeMesh(device, {{0, 0.5f, 1}, {0, 0.5f, 1}, {0, 0.5f, 1}}, {}).value();
     ASSERT_TRUE(refine(finer, device, 1.0, 1, {}));
-    EXPECT_EQ(countIntersections(finer, 1, {}).value(), 0u); // nor does it wind more than once
+    EXPECT_EQ(countIntersections(finer, 1, {}).value(), 0u); // and the winding number is nowhere above 1
     EXPECT_GT(windingOf(finer, 1.0).coincidentArea, 1000.0);
 
     GamutRequest request;
@@ -374,7 +374,7 @@ TEST(Refinement, isNotTakenWhereItLaysSheetsUponEachOther)
 
 TEST(Columns, passThroughVerticesAndEdgesOnce)
 {
-    // The columns of an integer grid hit every vertex and edge of this box.
+    // The columns of an integer grid pass through all vertices and edges of this box.
     const Mesh box = boxMesh({0, 0, 0}, {4, 4, 4});
     ColumnGrid grid;
     grid.a0 = grid.b0 = -65536;
@@ -398,7 +398,7 @@ namespace {
 
 constexpr std::size_t all = 1'000'000;
 
-// Whether the edge from p to q goes through a triangle, in floating point (Möller and Trumbore 1997).
+// Whether the edge from p to q crosses a triangle, in floating point (Möller and Trumbore 1997).
 bool edgePierces(Vec3 p, Vec3 q, const std::array<Vec3, 3>& t)
 {
     const Vec3 along = q - p, u = t[1] - t[0], v = t[2] - t[0], h = cross(along, v);
@@ -431,7 +431,7 @@ std::size_t slowCrossings(const Mesh& mesh)
 
 } // namespace
 
-TEST(SelfIntersection, isFoundWhereALookAtEveryPairFindsIt)
+TEST(SelfIntersection, matchesATestOfAllPairs)
 {
     std::mt19937 random(31);
     std::uniform_real_distribution<double> any(-100.0, 100.0), near(-15.0, 15.0);
@@ -450,7 +450,7 @@ TEST(SelfIntersection, isFoundWhereALookAtEveryPairFindsIt)
     }
 }
 
-TEST(SelfIntersection, isSeenWhereSolidsOverlapAndNowhereElse)
+TEST(SelfIntersection, isFoundOnlyIfSolidsOverlap)
 {
     const Mesh box = boxMesh({0, 0, 0}, {40, 40, 40});
     EXPECT_EQ(countIntersections(box, all, {}).value(), 0u);
@@ -463,9 +463,9 @@ TEST(SelfIntersection, isSeenWhereSolidsOverlapAndNowhereElse)
     EXPECT_EQ(countIntersections({}, all, {}).value(), 0u);
 }
 
-TEST(SelfIntersection, ofTheSmallestKindIsSeen)
+TEST(SelfIntersection, ofOneLatticeUnitIsFound)
 {
-    // A tip that reaches one lattice unit through a face.
+    // A vertex one lattice unit beyond a face.
     Mesh mesh = boxMesh({0, 0, 0}, {40, 40, 40});
     const float unit = 1.0f / 65536.0f;
     mesh.lab.insert(mesh.lab.end(), {{40.0f - unit, 13.0f, 21.0f}, {60, 10, 20}, {60, 16, 20}});
@@ -475,8 +475,8 @@ TEST(SelfIntersection, ofTheSmallestKindIsSeen)
     EXPECT_EQ(countIntersections(mesh, all, {}).value(), 0u); // touches
 }
 
-// Corners of a real mesh: fans that lie flat, sharp ones, and sheets that pass between them.
-TEST(SelfIntersection, isFoundWhereverOneSolidIsPushedIntoAnother)
+// Real meshes have flat and sharp vertices, and thin sheets between them.
+TEST(SelfIntersection, isFoundBetweenTwoRealMeshes)
 {
     const Mesh ring = torusMesh(24);
     std::mt19937 random(5);
@@ -495,8 +495,8 @@ TEST(SelfIntersection, isFoundWhereverOneSolidIsPushedIntoAnother)
     EXPECT_GT(crossing, 20);
 }
 
-// A vertex pushed through the far side of its own solid: its own fan stays whole, others do not.
-TEST(SelfIntersection, ofADentThroughTheOtherSideIsFound)
+// A vertex is moved beyond the opposite side of its solid. Its own triangles do not intersect each other.
+TEST(SelfIntersection, isFoundIfADentReachesTheOtherSide)
 {
     Mesh mesh = torusMesh(24);
     EXPECT_EQ(slowCrossings(mesh), 0u);
@@ -506,16 +506,16 @@ TEST(SelfIntersection, ofADentThroughTheOtherSideIsFound)
     EXPECT_EQ(countIntersections(mesh, all, {}).value(), expected);
 }
 
-// Sheets that lie upon each other do not pass through each other. Where two solids lie upon each other
-// the surface winds twice instead, or not at all, and where they only touch nothing is wrong.
-TEST(SelfIntersection, leavesSheetsUponEachOtherToTheColumns)
+// Coincident sheets do not intersect. Where two solids coincide the winding number is 2 or 0 instead, and
+// where they only touch nothing is wrong.
+TEST(SelfIntersection, doesNotIncludeCoincidentSheets)
 {
     const Mesh box = boxMesh({0, 0, 0}, {40, 40, 40});
     const Mesh twice = joined(box, box);
     EXPECT_EQ(countIntersections(twice, all, {}).value(), 0u);
     EXPECT_NEAR(windingOf(twice, 2.0).invalidVolume, 64000.0, 1.0);
 
-    // One on the other's floor and walls, within it.
+    // One inside the other, with common facets.
     const Mesh nested = joined(box, boxMesh({0, 0, 0}, {20, 40, 40}));
     EXPECT_EQ(countIntersections(nested, all, {}).value(), 0u);
     EXPECT_NEAR(windingOf(nested, 2.0).invalidVolume, 32000.0, 1.0);
@@ -527,7 +527,7 @@ TEST(SelfIntersection, leavesSheetsUponEachOtherToTheColumns)
 
 // --- Inside and outline of solids with holes ------------------------------------------------------
 
-TEST(WindingIndex, knowsTheHoleOfATorus)
+TEST(WindingIndex, excludesTheHoleOfATorus)
 {
     const WindingIndex index(torusMesh(60));
     EXPECT_FALSE(index.isInside({10, 0, 0}));
@@ -554,7 +554,7 @@ TEST(NearestIndex, findsTheInnerSideOfATorus)
     EXPECT_NEAR(length(p - Vec3{10, 0, 0}), 20.0 / std::sqrt(2.0), 1e-4);
 }
 
-TEST(NearestIndex, takesTrianglesThatAreLinesOrPoints)
+TEST(NearestIndex, acceptsDegenerateTriangles)
 {
     const Vec3 p{0, 0, 0}, q{10, 0, 0}, r{4, 0, 0}, x{6, 3, 4};
     for (const auto& t : {std::array{p, q, r}, {q, r, p}, {p, p, q}, {p, q, q}, {q, p, q}})
@@ -582,9 +582,9 @@ TEST(Outline, ofATorusIsTwoLoops)
     EXPECT_NEAR(areas[1], sector * 1600.0, 0.1);
 }
 
-TEST(Outline, unitesWhatOverlaps)
+TEST(Outline, unitesOverlappingProjections)
 {
-    // Apart in L*, crossing in projection: 40 x 40 twice less the common 20 x 20.
+    // Disjoint in L*, overlapping in projection: twice 40 x 40 minus the common 20 x 20.
     const Mesh both = joined(boxMesh({0, 0, 0}, {10, 40, 40}), boxMesh({30, 20, 20}, {40, 60, 60}));
     const auto loops = outlineOf(both);
     ASSERT_EQ(loops.size(), 1u);

@@ -36,7 +36,7 @@ void append32(QByteArray& bytes, quint32 value)
         bytes.append(static_cast<char>(value >> shift));
 }
 
-// A CMYK profile whose one tag, A2B0 or D2B0, holds the given bytes.
+// A CMYK profile with a single tag, A2B0 or D2B0, that contains the given bytes.
 QByteArray profileAround(const char* tagName, const QByteArray& tag)
 {
     QByteArray bytes;
@@ -54,20 +54,20 @@ QByteArray profileAround(const char* tagName, const QByteArray& tag)
     return bytes + tag;
 }
 
-// Multi-process elements: one table of 4 inputs and 3 outputs with the given grid, and no values.
+// A tag of processing elements: a table of 4 inputs and 3 outputs with the given grid, but without values.
 QByteArray elementTable(char gridPoints)
 {
     QByteArray tag("mpet\0\0\0\0", 8);
     tag.append(QByteArray("\0\4\0\3", 4));
     append32(tag, 1);  // one element
-    append32(tag, 24); // where
-    append32(tag, 40); // its size
+    append32(tag, 24); // offset
+    append32(tag, 40); // size
     tag.append(QByteArray("clut\0\0\0\0\0\4\0\3", 12));
     tag.append(QByteArray(4, gridPoints) + QByteArray(12, '\0'));
     return tag + QByteArray(12, '\0');
 }
 
-// Multi-process elements, one after the other.
+// A tag of several processing elements.
 QByteArray elementList(const QList<QByteArray>& elements)
 {
     QByteArray tag("mpet\0\0\0\0", 8);
@@ -91,7 +91,7 @@ void appendFloat(QByteArray& bytes, float value)
     append32(bytes, bits);
 }
 
-// Four channels in, `outputs` out, each what comes in.
+// A matrix with 4 inputs and `outputs` outputs, which are the first inputs.
 QByteArray matrixElement(int outputs)
 {
     QByteArray element("matf\0\0\0\0\0\4\0", 11);
@@ -103,7 +103,7 @@ QByteArray matrixElement(int outputs)
     return element;
 }
 
-// Fourteen channels in, three out, two nodes each way.
+// A table with 14 inputs, 3 outputs and 2 nodes for each input.
 QByteArray wideTableElement()
 {
     QByteArray element("clut\0\0\0\0\0\16\0\3", 12);
@@ -111,7 +111,7 @@ QByteArray wideTableElement()
     return element + QByteArray(4 * 3 << 14, '\0');
 }
 
-// Four curves of so many straight segments each.
+// Four curves with so many linear segments each.
 QByteArray curveElement(int segments)
 {
     QByteArray curve("curf\0\0\0\0", 8);
@@ -125,7 +125,7 @@ QByteArray curveElement(int segments)
     }
     QByteArray element("cvst\0\0\0\0\0\4\0\4", 12);
     for (int i = 0; i < 4; ++i) {
-        append32(element, 12 + 4 * 8); // all the same one
+        append32(element, 12 + 4 * 8); // all share one curve
         append32(element, static_cast<quint32>(curve.size()));
     }
     return element + curve;
@@ -196,7 +196,7 @@ TEST(Profile, opensFromAFileAndFromItsBytes)
     EXPECT_EQ(KVProfileProblem(), std::nullopt);
 }
 
-TEST(Profile, needsItsBytesOnlyWhileItIsOpened)
+TEST(Profile, copiesItsBytes)
 {
     QByteArray bytes = bytesOf(srgb());
     const auto profile = opened(bytes);
@@ -204,7 +204,7 @@ TEST(Profile, needsItsBytesOnlyWhileItIsOpened)
     EXPECT_GT(gamutOf(profile, 5).faceCount(), 0);
 }
 
-TEST(Profile, opensFromAPathWithLettersOfAllKinds)
+TEST(Profile, opensFromANonAsciiPath)
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("Größe 色域.icc"));
@@ -213,7 +213,7 @@ TEST(Profile, opensFromAPathWithLettersOfAllKinds)
     EXPECT_EQ(KVProfileProblem(), std::nullopt);
 }
 
-TEST(Profile, isNullWithAReasonWhenThereIsNone)
+TEST(Profile, isNullWithAProblemIfItCannotBeOpened)
 {
     QTemporaryDir folder;
     const QString text = folder.filePath(QStringLiteral("text.icc"));
@@ -253,7 +253,7 @@ TEST(Profile, isNullWithAReasonWhenThereIsNone)
     EXPECT_TRUE(kvtest::messages().isEmpty());
 }
 
-// A regular file whose first byte cannot be read, whoever reads it.
+// A regular file whose first byte nobody can read, not even the superuser.
 TEST(Profile, isNullIfReadingFails)
 {
     const QString path = QStringLiteral("/proc/self/mem");
@@ -274,14 +274,14 @@ TEST(Profile, isNullIfTheDataIsTooLarge)
 TEST(Profile, isNullIfTheTagTableIsDamaged)
 {
     QByteArray bytes = profileAround("A2B0", QByteArray(100, '\0'));
-    for (const char count : {'\12', '\145'}) { // 10 tags where one is, 101 tags
+    for (const char count : {'\12', '\145'}) { // 10 tags instead of one; 101 tags
         bytes[131] = count;
         EXPECT_EQ(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())), nullptr);
         EXPECT_EQ(KVProfileProblem(), (KVProblem{KVProblemCode::DamagedTagTable, {}, {}}));
     }
 }
 
-TEST(Profile, isNullIfLittleCmsCannotReadIt)
+TEST(Profile, isNullIfLittleCmsRefusesIt)
 {
     QByteArray bytes = profileAround("A2B0", QByteArray(100, '\0'));
     bytes[131] = 2;
@@ -296,7 +296,7 @@ TEST(Profile, isNullIfLittleCmsCannotReadIt)
     EXPECT_FALSE(problem->arguments.first().isEmpty());
 }
 
-TEST(Profile, keepsErrorsApartByThread)
+TEST(Profile, keepsProblemsByThread)
 {
     EXPECT_EQ(KVProfileCreateWithPath("/nowhere/at.all"), nullptr);
     std::optional<KVProblem> other = KVProblem{};
@@ -310,7 +310,7 @@ TEST(Profile, releasesNull)
     KVProfileRelease(nullptr);
 }
 
-TEST(Profile, travelsInAVariantUnderItsName)
+TEST(Profile, isAMetaTypeWithItsName)
 {
     EXPECT_EQ(qRegisterMetaType<KVProfilePtr>("KVProfilePtr"), qMetaTypeId<KVProfilePtr>());
     const auto profile = openedFile(srgb());
@@ -320,7 +320,7 @@ TEST(Profile, travelsInAVariantUnderItsName)
 // --- Hostile bytes --------------------------------------------------------------------------------
 
 // 90^4 nodes in under 300 bytes: reading it took 378 MB before it failed.
-TEST(ProfileTables, ofMoreNodesThanTheirBytesAreRefused)
+TEST(ProfileTables, withMoreNodesThanBytesAreRefused)
 {
     const QByteArray hostile = profileAround("D2B0", elementTable(90));
     ASSERT_LT(hostile.size(), 300);
@@ -328,7 +328,7 @@ TEST(ProfileTables, ofMoreNodesThanTheirBytesAreRefused)
     EXPECT_EQ(KVProfileProblem(), damagedTag("D2B0"));
 }
 
-TEST(ProfileTables, ofEveryKindAreMeasured)
+TEST(ProfileTables, ofEveryTypeAreChecked)
 {
     QByteArray eight("mft1\0\0\0\0\4\3\xff\0", 12);
     EXPECT_EQ(codeOf(velmora::checkIccTables(profileAround("A2B0", eight + QByteArray(2000, '\0')))),
@@ -337,17 +337,17 @@ TEST(ProfileTables, ofEveryKindAreMeasured)
     EXPECT_EQ(codeOf(velmora::checkIccTables(profileAround("A2B0", sixteen + QByteArray(2000, '\0')))),
               KVProblemCode::DamagedTag);
     QByteArray staged("mAB \0\0\0\0\4\3\0\0", 12);
-    for (quint32 offset : {0u, 0u, 0u, 32u, 0u}) // the table alone
+    for (quint32 offset : {0u, 0u, 0u, 32u, 0u}) // only a table
         append32(staged, offset);
     QByteArray grid = QByteArray(4, '\x21') + QByteArray(12, '\0') + QByteArray("\2\0\0\0", 4);
     EXPECT_EQ(codeOf(velmora::checkIccTables(profileAround("A2B0", staged + grid))),
               KVProblemCode::DamagedTag);
-    // The same with all its values there: 3^4 nodes of 3 sixteen-bit numbers.
+    // The same with all its values: 3^4 nodes of three 16-bit numbers.
     grid = QByteArray(4, '\3') + QByteArray(12, '\0') + QByteArray("\2\0\0\0", 4) + QByteArray(81 * 6, '\0');
     EXPECT_EQ(codeOf(velmora::checkIccTables(profileAround("A2B0", staged + grid))), std::nullopt);
 }
 
-TEST(ProfileTables, ofInstalledProfilesAreFoundSound)
+TEST(ProfileTables, ofInstalledProfilesAreAccepted)
 {
     const QStringList paths = installedProfiles();
     ASSERT_GE(paths.size(), 25);
@@ -355,7 +355,7 @@ TEST(ProfileTables, ofInstalledProfilesAreFoundSound)
         EXPECT_EQ(codeOf(velmora::checkIccTables(bytesOf(path))), std::nullopt) << qPrintable(path);
 }
 
-TEST(HostileProfile, cutShortAnywhereIsRefusedOrCostsLittle)
+TEST(HostileProfile, thatIsTruncatedIsRefusedOrCostsLittle)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         const QByteArray whole = bytesOf(path);
@@ -372,14 +372,14 @@ TEST(HostileProfile, cutShortAnywhereIsRefusedOrCostsLittle)
     }
 }
 
-TEST(HostileProfile, withRandomBytesChangedIsRefusedOrSound)
+TEST(HostileProfile, withRandomChangesIsRefusedOrValid)
 {
     std::mt19937 random(20);
     for (const QString& path : {srgb(), printerCmyk()}) {
         const QByteArray whole = bytesOf(path);
         for (int i = 0; i < 200; ++i) {
             QByteArray bytes = whole;
-            // Half of the changes hit the header and the list of tags.
+            // Half of the changes are in the header and the tag table.
             for (int k = 0; k < 8; ++k) {
                 const auto range = static_cast<unsigned>(k % 2 ? bytes.size() : 400);
                 bytes[static_cast<qsizetype>(random() % range)] = static_cast<char>(random());

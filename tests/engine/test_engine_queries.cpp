@@ -21,7 +21,7 @@ RingPoint pointOf(const QList<float>& lab)
     return {lab[0], lab[1], lab[2]};
 }
 
-// Every piece begins where another ends.
+// Whether every piece begins where another one ends.
 bool isClosed(const QList<QList<QList<float>>>& ring)
 {
     std::map<RingPoint, int> balance;
@@ -41,7 +41,7 @@ double shoelace(const QList<QList<QList<float>>>& ring)
     return sum;
 }
 
-// A box of the given bounds (L from, to; a from, to; b from, to), within the steps of a table profile.
+// A box with the given bounds, up to the precision of a table profile.
 QByteArray box(double L0, double L1, double a0, double a1, double b0, double b1)
 {
     return tableProfile(cmsSigRgbData, 2, [=](const std::vector<double>& d) {
@@ -58,7 +58,7 @@ KVGamut::GamutObject boxGamut()
 
 // --- Points ---------------------------------------------------------------------------------------
 
-TEST(IsInside, agreesWithTheSolidAngleEverywhere)
+TEST(IsInside, matchesTheSolidAngle)
 {
     for (const QString& path : {srgb(), prophotoRgb(), printerCmyk()}) {
         const auto gamut = gamutOf(openedFile(path), 17);
@@ -78,12 +78,12 @@ TEST(IsInside, agreesWithTheSolidAngleEverywhere)
     }
 }
 
-TEST(IsInside, agreesWithTheSolidAngleRightAtTheSurface)
+TEST(IsInside, matchesTheSolidAngleNearTheSurface)
 {
     const auto gamut = gamutOf(openedFile(printerCmyk()), 17);
     const auto faces = slow::facesOf(gamut);
     for (std::size_t f = 0; f < faces.size(); f += 11) {
-        // A hundredth of a dE below and above the middle of a face.
+        // 0.01 dE below and above the centre of a face.
         const auto u = slow::minus(faces[f][1], faces[f][0]), v = slow::minus(faces[f][2], faces[f][0]);
         slow::Point n{u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
         const double size = std::hypot(n[0], n[1], n[2]);
@@ -100,9 +100,9 @@ TEST(IsInside, agreesWithTheSolidAngleRightAtTheSurface)
     }
 }
 
-TEST(IsInside, isTrueAboveAndBelowVerticesAndEdges)
+TEST(IsInside, isExactAboveAndBelowVerticesAndEdges)
 {
-    // Straight through the corners of many faces, where a careless count sees a crossing twice or never.
+    // Rays through vertices of many faces, where naive counting finds a crossing twice or not at all.
     const auto gamut = gamutOf(openedFile(srgb()), 9);
     const auto faces = slow::facesOf(gamut);
     int tried = 0;
@@ -118,7 +118,7 @@ TEST(IsInside, isTrueAboveAndBelowVerticesAndEdges)
     EXPECT_GT(tried, 500);
 }
 
-TEST(IsInside, holdsForTheNeutralAxisAndItsEnds)
+TEST(IsInside, isTrueOnTheNeutralAxis)
 {
     const auto gamut = gamutOf(openedFile(srgb()));
     const auto white = gamut.whitePoint(), black = gamut.blackPoint();
@@ -130,7 +130,7 @@ TEST(IsInside, holdsForTheNeutralAxisAndItsEnds)
     }
 }
 
-TEST(IsInside, isFalseForWhatIsNoColourAndForNull)
+TEST(IsInside, isFalseForNullNanAndInfinity)
 {
     const auto gamut = boxGamut();
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
@@ -162,7 +162,7 @@ slow::Point pointOf(const KVGamut::LabPoint& p)
 
 } // namespace
 
-TEST(Nearest, agreesWithALookAtEveryFace)
+TEST(Nearest, matchesATestOfAllFaces)
 {
     for (const QString& path : {srgb(), prophotoRgb(), printerCmyk()}) {
         const auto gamut = gamutOf(openedFile(path), 17);
@@ -171,7 +171,7 @@ TEST(Nearest, agreesWithALookAtEveryFace)
         std::uniform_real_distribution<float> L(-50.0f, 150.0f), ab(-250.0f, 250.0f);
         int inside = 0;
         for (int i = 0; i < 600; ++i) {
-            const float spread = i % 2 == 0 ? 1.0f : 0.2f; // near the middle, too
+            const float spread = i % 2 == 0 ? 1.0f : 0.2f; // also near the centre
             const float lab[] = {50.0f + spread * (L(random) - 50.0f), spread * ab(random),
                                  spread * ab(random)};
             const slow::Point x{lab[0], lab[1], lab[2]};
@@ -187,7 +187,7 @@ TEST(Nearest, agreesWithALookAtEveryFace)
     }
 }
 
-TEST(Nearest, givesAPointOfTheSurface)
+TEST(Nearest, isAPointOfTheSurface)
 {
     const auto gamut = gamutOf(openedFile(printerCmyk()), 9);
     const auto faces = slow::facesOf(gamut);
@@ -200,7 +200,7 @@ TEST(Nearest, givesAPointOfTheSurface)
     }
 }
 
-TEST(Nearest, ofABoxIsKnownExactly)
+TEST(Nearest, ofABoxIsExact)
 {
     const auto gamut = boxGamut(); // 20..80, -30..50, -60..10
     const struct
@@ -219,11 +219,11 @@ TEST(Nearest, ofABoxIsKnownExactly)
         EXPECT_NEAR(answer.distance, c.distance, 0.01f);
         EXPECT_LT(distanceOf(pointOf(answer.point), {c.point[0], c.point[1], c.point[2]}), 0.02);
     }
-    const float middle[] = {50.0f, 10.0f, -25.0f}; // as far from L* 20 as from L* 80
+    const float middle[] = {50.0f, 10.0f, -25.0f}; // equally far from L* 20 and L* 80
     EXPECT_NEAR(gamut.nearest(middle).distance, -30.0f, 0.01f);
 }
 
-TEST(Nearest, isFarFromAfarAndNothingForWhatIsNoColour)
+TEST(Nearest, isNanForInvalidColours)
 {
     const auto gamut = boxGamut();
     const float far[] = {50.0f, 1e6f, -20.0f};
@@ -232,7 +232,7 @@ TEST(Nearest, isFarFromAfarAndNothingForWhatIsNoColour)
     EXPECT_NEAR(gamut.nearest(huge).distance, 1e30f, 1e24f);
     EXPECT_NEAR(gamut.nearest(huge).point.L, 20.0f, 0.01f);
 
-    const auto expectNothing = [](const KVGamut::Nearest& answer) {
+    const auto expectNan = [](const KVGamut::Nearest& answer) {
         EXPECT_TRUE(std::isinf(answer.distance) && answer.distance > 0.0f);
         EXPECT_TRUE(std::isnan(answer.point.L) && std::isnan(answer.point.a) && std::isnan(answer.point.b));
     };
@@ -241,16 +241,16 @@ TEST(Nearest, isFarFromAfarAndNothingForWhatIsNoColour)
         for (int c = 0; c < 3; ++c) {
             float lab[] = {50.0f, 0.0f, 0.0f};
             lab[c] = bad;
-            expectNothing(gamut.nearest(lab));
+            expectNan(gamut.nearest(lab));
         }
-    expectNothing(gamut.nearest(nullptr));
+    expectNan(gamut.nearest(nullptr));
     const float grey[] = {50.0f, 0.0f, 0.0f};
-    expectNothing(KVGamut::GamutObject().nearest(grey));
+    expectNan(KVGamut::GamutObject().nearest(grey));
 }
 
 // --- Sections -------------------------------------------------------------------------------------
 
-TEST(Ring, closesAtEveryLightnessAndTilt)
+TEST(Ring, isClosedForEveryPlane)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         const auto faces = gamutOf(openedFile(path), 17).faces();
@@ -272,9 +272,9 @@ TEST(Ring, closesAtEveryLightnessAndTilt)
     }
 }
 
-TEST(Ring, closesThroughNodesAndAlongWholeFaces)
+TEST(Ring, isClosedThroughVerticesAndFaces)
 {
-    // A box cut in nine: these planes go through many nodes, edges and, at the ends, faces.
+    // The grid of nine nodes: these planes pass through many vertices and edges, at the ends through faces.
     const auto gamut = boxGamut();
     const auto faces = gamut.faces();
     for (const auto& face : faces)
@@ -295,7 +295,7 @@ TEST(Ring, ofABoxIsItsRectangle)
     }
 }
 
-TEST(Ring, givesOnePieceForEachFaceThatThePlaneCrosses)
+TEST(Ring, hasOnePieceForEachCrossedFace)
 {
     const auto faces = gamutOf(openedFile(srgb()), 9).faces();
     const float plane[] = {1.0f, 0.0f, 0.0f, -50.3f};
@@ -310,7 +310,7 @@ TEST(Ring, givesOnePieceForEachFaceThatThePlaneCrosses)
     EXPECT_EQ(KVGamut::computeRing(plane, faces).size(), crossed);
 }
 
-TEST(Ring, isEmptyBesideTheGamutAndForPlanesThatAreNone)
+TEST(Ring, isEmptyOutsideTheGamutAndForInvalidPlanes)
 {
     const auto faces = boxGamut().faces();
     const float nan = std::numeric_limits<float>::quiet_NaN();
@@ -323,7 +323,7 @@ TEST(Ring, isEmptyBesideTheGamutAndForPlanesThatAreNone)
     EXPECT_TRUE(KVGamut::computeRing(plane, QList<QList<KVHull::Node>>()).isEmpty());
 }
 
-TEST(Ring, leavesOutFacesThatAreNoTriangles)
+TEST(Ring, ignoresFacesThatAreNotTriangles)
 {
     KVHull::Node above, below, without;
     above.lab = {60, 0, 0};
@@ -347,7 +347,7 @@ double outlineArea(const KVGamut::GamutObject& gamut)
 
 } // namespace
 
-TEST(Outline, enclosesWhatTheFacesCover)
+TEST(Outline, enclosesTheProjectionOfTheFaces)
 {
     for (const QString& path : {srgb(), adobeRgb(), cieRgb(), printerCmyk()}) {
         const auto gamut = gamutOf(openedFile(path));
@@ -356,7 +356,7 @@ TEST(Outline, enclosesWhatTheFacesCover)
     }
 }
 
-TEST(Outline, chainsIntoClosedLoops)
+TEST(Outline, formsClosedLoops)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         std::map<std::pair<float, float>, int> balance;
@@ -372,7 +372,7 @@ TEST(Outline, chainsIntoClosedLoops)
     }
 }
 
-TEST(Outline, namesPointsOfTheSurface)
+TEST(Outline, consistsOfPointsOfTheSurface)
 {
     const auto gamut = gamutOf(openedFile(srgb()));
     std::map<std::pair<float, float>, std::vector<float>> lightness;
@@ -392,7 +392,7 @@ TEST(Outline, namesPointsOfTheSurface)
     EXPECT_GT(known, gamut.outline().size() * 9 / 10);
 }
 
-TEST(Outline, ofACrescentHasItsHollow)
+TEST(Outline, ofACrescentIsConcave)
 {
     const auto gamut =
         gamutOf(opened(tableProfile(

@@ -143,7 +143,7 @@ TEST(Refusal, ofAnUnknownDeviceSpace)
     expectRefused(opened(bytes), only(KVProblemCode::UnknownDeviceSpace, {QStringLiteral("wxyz")}));
 }
 
-TEST(Refusal, ofFlatGamuts)
+TEST(Refusal, ofDegenerateGamuts)
 {
     const auto refuse = [](const DeviceMap& map, KVProblemCode ofRgb, KVProblemCode ofCmyk) {
         expectRefused(opened(tableProfile(cmsSigRgbData, 9, map)), only(ofRgb));
@@ -171,7 +171,7 @@ TEST(Refusal, ofFlatGamuts)
         KVProblemCode::TooSmall, KVProblemCode::TooSmall); // under 1 dE cubed
 }
 
-TEST(Refusal, ofIntentsThatDoNotExist)
+TEST(Refusal, ofUnknownIntents)
 {
     for (int intent : {-1, 4, 255, 1 << 30})
         expectRefused(openedFile(srgb()), only(KVProblemCode::UnknownIntent, {QString::number(intent)}),
@@ -199,7 +199,7 @@ TEST(Refusal, ofLabValuesThatAreNanOrOutOfRange)
             KVProblemCode::LabOutOfRange);
 }
 
-TEST(EmptyGamut, answersEveryQueryWithNothing)
+TEST(EmptyGamut, hasNeutralAnswers)
 {
     const KVGamut::GamutObject gamut;
     const float lab[] = {50.0f, 0.0f, 0.0f};
@@ -214,7 +214,7 @@ TEST(EmptyGamut, answersEveryQueryWithNothing)
     EXPECT_EQ(comparison.firstCovered, 0.0f);
 }
 
-TEST(Cancellation, beforeTheStartIsAProblem)
+TEST(Cancellation, beforeTheStartIsReported)
 {
     auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
     protocol->cancel();
@@ -225,7 +225,7 @@ TEST(Cancellation, beforeTheStartIsAProblem)
     EXPECT_EQ(gamut.faceCount(), 0);
 }
 
-TEST(Cancellation, endsSoonAtTheDefaultGrid)
+TEST(Cancellation, stopsSoonAtTheDefaultGrid)
 {
     const QByteArray wound = tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
         const double angle = 3.0 * M_PI * d[1];
@@ -244,18 +244,18 @@ TEST(Cancellation, endsSoonAtTheDefaultGrid)
         EXPECT_LE(runs.max.colours, 4096u);
         EXPECT_LE(runs.max.bytes, 32u << 20);
     }
-    EXPECT_GE(cancelled, 8); // the others had ended before
+    EXPECT_GE(cancelled, 8); // the others ended before
 }
 
 namespace {
 
-// Notes how far the computation says it is whenever a colour is asked for.
-class Spy final : public velmora::DeviceTransform
+// Records the reported progress at each transform.
+class ProgressRecorder final : public velmora::DeviceTransform
 {
 public:
     using Map = velmora::Vec3 (*)(const float* device, int channels);
 
-    Spy(int channels, Map map, KVCompletionProtocolPtr protocol)
+    ProgressRecorder(int channels, Map map, KVCompletionProtocolPtr protocol)
         : m_channels(channels), m_map(map), m_protocol(std::move(protocol))
     {
     }
@@ -296,7 +296,7 @@ velmora::Vec3 mixture(const float* device, int channels)
     return lab;
 }
 
-// Around the L* axis one and a half times, which is a lattice surface's.
+// One and a half turns around the L* axis, which needs a lattice surface.
 velmora::Vec3 ring(const float* device, int channels)
 {
     const double angle = 3.0 * M_PI * double(device[1]), radius = 20.0 + 40.0 * double(device[2]);
@@ -304,14 +304,14 @@ velmora::Vec3 ring(const float* device, int channels)
     return {20.0 + 60.0 * height, radius * std::cos(angle), radius * std::sin(angle)};
 }
 
-void expectManySteps(int channels, Spy::Map map, KVGamut::Method method)
+void expectManySteps(int channels, ProgressRecorder::Map map, KVGamut::Method method)
 {
     const auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
-    const Spy spy(channels, map, protocol);
-    const velmora::GamutRecord record = velmora::buildGamut(spy, {}, velmora::Task(protocol)).value();
+    const ProgressRecorder recorder(channels, map, protocol);
+    const velmora::GamutRecord record = velmora::buildGamut(recorder, {}, velmora::Task(protocol)).value();
     EXPECT_EQ(record.method, method) << channels << " channels";
-    EXPECT_TRUE(std::is_sorted(spy.progress.begin(), spy.progress.end()));
-    const std::set<float> steps(spy.progress.begin(), spy.progress.end());
+    EXPECT_TRUE(std::is_sorted(recorder.progress.begin(), recorder.progress.end()));
+    const std::set<float> steps(recorder.progress.begin(), recorder.progress.end());
     EXPECT_GE(steps.size(), 10u) << channels << " channels";
     EXPECT_LE(*steps.begin(), 0.1f);
     EXPECT_GE(*steps.rbegin(), 0.9f);
@@ -320,18 +320,18 @@ void expectManySteps(int channels, Spy::Map map, KVGamut::Method method)
 
 } // namespace
 
-TEST(Progress, risesInManySmallStepsThroughoutADeviceMesh)
+TEST(Progress, ofADeviceMeshRisesInSmallSteps)
 {
     expectManySteps(3, mixture, KVGamut::Method::DeviceMesh);
 }
 
-TEST(Progress, risesInManySmallStepsThroughoutARadialHull)
+TEST(Progress, ofARadialHullRisesInSmallSteps)
 {
     for (int channels : {4, 5, 6, 8, 12})
         expectManySteps(channels, mixture, KVGamut::Method::RadialHull);
 }
 
-TEST(Progress, risesInManySmallStepsThroughoutALatticeSurface)
+TEST(Progress, ofALatticeSurfaceRisesInSmallSteps)
 {
     for (int channels : {3, 4})
         expectManySteps(channels, ring, KVGamut::Method::LatticeSurface);
@@ -348,7 +348,7 @@ TEST(Progress, endsAtOne)
     }
 }
 
-TEST(Progress, isNotNeededNorIsAHandle)
+TEST(Progress, isOptional)
 {
     KVCompletionProtocolPtr none;
     KVGamut::GamutObject gamut;

@@ -101,7 +101,7 @@ KVProblem unknownVersion(const QString& version)
 
 } // namespace
 
-TEST(Serialize, keepsEverythingThroughEveryRoad)
+TEST(Serialize, keepsEverythingThroughEveryFormat)
 {
     for (const QString& path : {srgb(), printerCmyk()}) {
         const auto original = gamutOf(openedFile(path), 17, KVVMRenderAbsoluteColorimetric);
@@ -114,7 +114,7 @@ TEST(Serialize, keepsEverythingThroughEveryRoad)
     }
 }
 
-TEST(Serialize, isReadFromUnderItsOwnKeyAsWell)
+TEST(Serialize, isAlsoReadFromUnderItsOwnKey)
 {
     const auto original = gamutOf(openedFile(srgb()), 9);
     const Hash hash = original.serialize();
@@ -129,7 +129,7 @@ TEST(Serialize, isReadFromUnderItsOwnKeyAsWell)
                   "stream");
 }
 
-TEST(Serialize, isReadBesideOtherKeys)
+TEST(Serialize, ignoresOtherKeys)
 {
     const auto original = gamutOf(openedFile(srgb()), 9);
     Hash hash = original.serialize();
@@ -137,13 +137,13 @@ TEST(Serialize, isReadBesideOtherKeys)
     expectTheSame(original, restored(hash), "other keys");
 }
 
-TEST(Serialize, ofARestoredGamutIsTheSameAgain)
+TEST(Serialize, ofARestoredGamutIsEqual)
 {
     const Hash hash = gamutOf(openedFile(printerCmyk()), 9).serialize();
     EXPECT_EQ(restored(hash).serialize(), hash);
 }
 
-TEST(Deserialize, refusesWhatIsNoSavedGamut)
+TEST(Deserialize, refusesForeignHashes)
 {
     const KVProblem notSaved{KVProblemCode::NotASavedGamut, {}, {}};
     expectRefused({}, notSaved, "nothing");
@@ -156,7 +156,7 @@ TEST(Deserialize, refusesWhatIsNoSavedGamut)
         expectRefused({{gamutKey, value}}, unknownVersion({}), "a text without a version");
 }
 
-TEST(Deserialize, refusesAnotherVersion)
+TEST(Deserialize, refusesOtherVersions)
 {
     Hash hash = gamutOf(openedFile(srgb()), 5).serialize();
     const QString key = QStringLiteral("GamutVersion");
@@ -221,7 +221,7 @@ void addBox(Mesh& mesh, LabPoint low, LabPoint high)
 
 } // namespace
 
-TEST(Deserialize, refusesASurfaceThatPassesThroughItself)
+TEST(Deserialize, refusesASelfIntersectingSurface)
 {
     Mesh apart;
     addBox(apart, {10, 0, 0}, {30, 20, 20});
@@ -286,8 +286,8 @@ TEST(Deserialize, refusesInvalidValues)
     expect([](Record& r) { r.mesh.channels = 2; });
 }
 
-// Nested needles: every face lies beside all the others and none passes through another.
-TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
+// Parallel thin slabs: every face is close to all others, and none intersects another.
+TEST(Deserialize, refusesASurfaceThatIsTooExpensiveToCheck)
 {
     Mesh mesh;
     constexpr int boxes = 1500;
@@ -301,7 +301,7 @@ TEST(Deserialize, refusesASurfaceWhoseFacesAreTooManyToBeComparedAll)
     EXPECT_EQ(gamut.faceCount(), 0);
 }
 
-TEST(Deserialize, restoresEveryKindOfSurfaceThatIsComputed)
+TEST(Deserialize, restoresTheSurfacesOfAllMethods)
 {
     const auto wound = opened(tableProfile(cmsSigRgbData, 33, [](const std::vector<double>& d) {
         const double angle = 3.0 * M_PI * d[1], radius = 20.0 + 40.0 * d[2];

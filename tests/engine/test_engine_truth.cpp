@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Surfaces against the device colours themselves, which come from Little CMS by a road of their own: what
-// of them is outside, and how much volume their own surface encloses.
+// Compares surfaces with device colours that Little CMS converts independently: how many of those are
+// outside, and how much volume their own surface encloses.
 
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
@@ -34,7 +34,7 @@ void addRandom(std::vector<double>& colours, std::size_t channels, int count)
         colours.push_back(any(random));
 }
 
-// All corners, and along edges and on two-dimensional faces at steps that no grid has.
+// All corners, and samples on edges and two-dimensional faces at positions that no grid has.
 void addEnds(std::vector<double>& colours, std::size_t channels, int count)
 {
     std::mt19937 random(37);
@@ -47,7 +47,7 @@ void addEnds(std::vector<double>& colours, std::size_t channels, int count)
         for (double& v : colour)
             v = random() & 1u;
         colour[random() % channels] = std::fmod(i * golden, 1.0);
-        if (i % 4 != 0) // one in four lies on an edge
+        if (i % 4 != 0) // every fourth sample is on an edge
             colour[random() % channels] = std::fmod(i * golden * golden * 1.7, 1.0);
         colours.insert(colours.end(), colour.begin(), colour.end());
     }
@@ -56,7 +56,7 @@ void addEnds(std::vector<double>& colours, std::size_t channels, int count)
 struct Escapes
 {
     int colours = 0;
-    int far = 0; // by more than half a dE
+    int far = 0; // outside by more than 0.5 dE
     double maxRadius = 0.0;
 };
 
@@ -90,7 +90,7 @@ void expectContained(const QByteArray& profile, KVGamut::Method method, const ch
     EXPECT_LE(ofAny.far * 1000, ofAny.colours) << what;
     EXPECT_LE(ofAny.maxRadius, 1.5) << what;
     EXPECT_LE(ofEnds.maxRadius, 1.5) << what;
-    // A lattice cuts sharp edges off, and of a solid that has some these are colours of just those.
+    // A lattice surface cuts off sharp edges; in solids with sharp edges these samples are exactly there.
     if (method != KVGamut::Method::LatticeSurface) {
         EXPECT_LE(ofEnds.far * 1000, ofEnds.colours) << what;
     }
@@ -201,8 +201,8 @@ TEST(Containment, ofLatticeSurfaces)
 
 namespace {
 
-// Gauss' theorem over the image of the device cube's surface at evenly spaced nodes: of a map that does
-// not fold, the volume of its gamut.
+// Gauss' theorem over the image of the device cube's surface at evenly spaced nodes: the volume of the gamut
+// if the map does not fold.
 double surfaceIntegral(const LabTransform& transform, int nodes)
 {
     double sum = 0.0;
@@ -236,8 +236,8 @@ struct Reference
     double doubt;
 };
 
-// The error falls with the square of the step. What the same extrapolation from grids twice as coarse
-// gives tells how far the answer can be off.
+// The error is proportional to the square of the step. The difference to the same extrapolation from grids
+// twice as coarse is an estimate of the remaining error.
 Reference referenceVolume(const LabTransform& transform)
 {
     const double coarse = surfaceIntegral(transform, 65), middle = surfaceIntegral(transform, 129),
@@ -249,7 +249,7 @@ Reference referenceVolume(const LabTransform& transform)
 
 } // namespace
 
-TEST(Volume, ofEveryInstalledThreeChannelProfileIsTheTrueOneWithinItsUncertainty)
+TEST(Volume, ofInstalledThreeChannelProfilesIsWithinItsUncertainty)
 {
     int computed = 0;
     for (const QString& path : installedProfiles()) {

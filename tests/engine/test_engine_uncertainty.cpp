@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Solids whose volume is known without a surface, and whether the stated uncertainty covers what the
-// surface is off.
+// Solids with a known volume: whether the reported uncertainty covers the error of the surface.
 
 #include "MappedDevice.h"
 #include "SlowGeometry.h"
@@ -47,7 +46,7 @@ GamutRecord built(const MappedDevice& device, int gridPoints)
     return buildGamut(device, request, {}).value();
 }
 
-// The statement must hold, and be worth something.
+// The uncertainty must cover the error, and must not be too large to be useful.
 void expectCovered(const MappedDevice& device, int gridPoints, double truth, double maxShare,
                    const std::string& what)
 {
@@ -104,7 +103,7 @@ TEST(Uncertainty, coversTheZonotopesOfFiveToTenInks)
         }
 }
 
-// Of so many inks samples are fewer and the surface lies inside by more.
+// With so many inks there are fewer samples, and the surface is farther inside.
 TEST(Uncertainty, coversTheZonotopesOfElevenToFifteenInks)
 {
     for (int n = 11; n <= 15; ++n)
@@ -115,7 +114,7 @@ TEST(Uncertainty, coversTheZonotopesOfElevenToFifteenInks)
         }
 }
 
-TEST(Uncertainty, coversABoxThatTheDeviceFoldsInto)
+TEST(Uncertainty, coversABoxOfAFoldedDevice)
 {
     const MappedDevice device(3, [](const float* d) {
         const double z = double(d[2]) - 0.5;
@@ -125,7 +124,7 @@ TEST(Uncertainty, coversABoxThatTheDeviceFoldsInto)
         expectCovered(device, grid, 80.0 * 80.0 * 60.0, 0.1, "folded");
 }
 
-TEST(Uncertainty, coversACrescentThatTheDeviceDoesNotFold)
+TEST(Uncertainty, coversACrescentOfADeviceWithoutFolds)
 {
     const MappedDevice device(3, [](const float* d) {
         const double angle = 1.5 * M_PI * double(d[1]), radius = 20.0 + 30.0 * double(d[2]);

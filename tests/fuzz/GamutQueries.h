@@ -10,16 +10,16 @@
 
 namespace kvfuzz {
 
-/// Ends the run with the input that broke a promise.
-inline void require(bool holds, const char* promise)
+/// Aborts, so that the fuzzer keeps the input, if @p holds is false.
+inline void require(bool holds, const char* property)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "broken: %s\n", promise);
+    std::fprintf(stderr, "violated: %s\n", property);
     std::abort();
 }
 
-/// Asks a gamut everything and holds what must be true of any.
+/// Calls all queries of a gamut and checks properties that every gamut has.
 inline void queryAll(const KVGamut::GamutObject& gamut)
 {
     const KVGamut::Report report = gamut.report();
@@ -41,7 +41,7 @@ inline void queryAll(const KVGamut::GamutObject& gamut)
     for (const auto& p : points) {
         const bool inside = gamut.isInside(p.data());
         const KVGamut::Nearest nearest = gamut.nearest(p.data());
-        require(!(empty && inside), "nothing is inside of nothing");
+        require(!(empty && inside), "nothing is inside an empty gamut");
         require(!std::isnan(nearest.distance) && (nearest.distance < 0.0f) <= inside,
                 "a negative distance is that of a point inside");
     }

@@ -10,12 +10,12 @@
 
 namespace kvfuzz {
 
-/// Holds what one input may have on the heap at a time. The process's own size says less: the
-/// sanitizers' shadow and the fuzzer's corpus are in it.
+/// Limits the heap that one input may use at a time. The size of the process is no measure, because it
+/// includes the sanitizers' shadow memory and the fuzzer's corpus.
 class HeapLimit
 {
 public:
-    static constexpr std::ptrdiff_t most = std::ptrdiff_t(256) << 20;
+    static constexpr std::ptrdiff_t maxBytes = std::ptrdiff_t(256) << 20;
 
     HeapLimit()
     {
@@ -42,9 +42,9 @@ private:
     }
     static void allocated(const volatile void*, std::size_t size)
     {
-        if (watching() && (used() += static_cast<std::ptrdiff_t>(size)) > most) {
+        if (watching() && (used() += static_cast<std::ptrdiff_t>(size)) > maxBytes) {
             watching() = false;
-            std::fprintf(stderr, "the input takes more than %td MB\n", most >> 20);
+            std::fprintf(stderr, "the input takes more than %td MB\n", maxBytes >> 20);
             std::abort();
         }
     }

@@ -16,11 +16,11 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What the fuzzers do with an input, for them and for the test that tries again what they found.
+/// What the fuzzers, and the regression test of their findings, do with an input.
 namespace kvfuzz {
 
-/// Any bytes as an ICC profile. Intent, black-point compensation and grid come from bytes of the header
-/// that mean nothing, so that an input is a profile file like any other.
+/// Any bytes as an ICC profile. Intent, black-point compensation and grid are taken from reserved bytes of
+/// the header, so that an input is also a profile file.
 inline void computeAndQuery(const std::uint8_t* data, std::size_t size)
 {
     constexpr std::size_t reservedAt = 120;
@@ -48,9 +48,9 @@ inline Hash hashAround(const QByteArray& body)
              QString::fromLatin1(QCryptographicHash::hash(body, QCryptographicHash::Sha256).toHex())}};
 }
 
-inline Hash hashFrom(std::uint8_t road, const QByteArray& bytes)
+inline Hash hashFrom(std::uint8_t format, const QByteArray& bytes)
 {
-    switch (road % 4) {
+    switch (format % 4) {
     case 1: {
         Hash hash;
         QDataStream stream(bytes);
@@ -66,7 +66,7 @@ inline Hash hashFrom(std::uint8_t road, const QByteArray& bytes)
     }
 }
 
-/// Any bytes as a saved gamut; the first says by which road they come.
+/// Any bytes as a saved gamut; the first byte selects the format.
 inline Hash savedGamutFrom(const std::uint8_t* data, std::size_t size)
 {
     if (size < 1)

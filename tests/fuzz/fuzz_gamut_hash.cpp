@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as a saved gamut. The first byte says by which road they come: as the packed body, for which
-// version and checksum are made to fit, or as a whole hash out of QDataStream, CBOR or JSON.
+// Fuzzes saved gamuts. The first byte selects the format: the packed body, to which a matching version and
+// checksum are added, or a whole hash in QDataStream, CBOR or JSON.
 
 #include "HeapLimit.h"
 #include "Inputs.h"
@@ -20,8 +20,8 @@ class Body
 public:
     Body(std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
 
-    // Makes the counts fit the bytes.
-    // @return the size that is left, 0 when the bytes are too few
+    // Makes the counts match the bytes.
+    // @return the remaining size, 0 if there are too few bytes
     std::size_t repair()
     {
         std::size_t at = rampsAt;
@@ -53,7 +53,7 @@ public:
         return m_vertices + m_vertexCount * each + 12 * std::size_t(m_triangleCount);
     }
 
-    // Moves a corner: a closed surface stays closed and becomes a hostile one.
+    // Moves a vertex: the surface stays closed, but may self-intersect.
     void moveCorner(std::mt19937& random)
     {
         if (m_vertexCount == 0)
@@ -80,7 +80,7 @@ public:
         std::memcpy(m_data + at, &value, 4);
     }
 
-    // Makes all faces name corners that there are.
+    // Makes all vertex indices valid.
     void wrapFaces()
     {
         if (m_vertexCount == 0)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as an ICC profile: opened, computed at a small grid, asked everything.
+// Fuzzes ICC profiles: opens the bytes, computes a gamut with a small grid, and calls all queries.
 
 #include "HeapLimit.h"
 #include "Inputs.h"
@@ -25,7 +25,7 @@ void write32(std::uint8_t* at, std::uint32_t value)
         at[i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
 }
 
-// One of the named signatures, unless there is one already.
+// Writes one of the signatures, unless one of them is there already.
 template <std::size_t Count>
 void holdTo(std::uint8_t* at, const std::array<const char*, Count>& known, unsigned seed)
 {
@@ -35,7 +35,7 @@ void holdTo(std::uint8_t* at, const std::array<const char*, Count>& known, unsig
     std::memcpy(at, known[seed % Count], 4);
 }
 
-// Makes of the bytes what gets past the first looks: a header, and tags that lie within the file.
+// Makes the bytes pass the first checks: a header, and tags that lie within the file.
 void repair(std::uint8_t* data, std::size_t size, unsigned seed)
 {
     if (size < headerSize + 4)
@@ -71,7 +71,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                unsigned seed)
 {
     const std::size_t mutated = LLVMFuzzerMutate(data, size, maxSize);
-    if (seed % 8 != 0) // now and then the raw bytes
+    if (seed % 8 != 0) // sometimes the unchanged bytes
         repair(data, mutated, seed / 8);
     return mutated;
 }

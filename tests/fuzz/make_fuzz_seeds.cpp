@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Writes small inputs of every kind for the fuzzers to begin with:  make_fuzz_seeds FOLDER
-// They go to FOLDER/profile and FOLDER/gamut_hash; FOLDER/profile.list and FOLDER/gamut_hash.list name
-// them as the fuzzers' option -seed_inputs wants it.
+// Writes small initial inputs of every kind for the fuzzers:  make_fuzz_seeds FOLDER
+// They are written to FOLDER/profile and FOLDER/gamut_hash. FOLDER/profile.list and FOLDER/gamut_hash.list
+// list them in the form of the fuzzers' option -seed_inputs.
 
 #include "engine/TestProfiles.h"
 
@@ -86,7 +86,7 @@ QByteArray legacyTable(bool eightBits)
     return bytes;
 }
 
-// Multi-process elements: a curve, a matrix.
+// Processing elements: a curve, a matrix.
 QByteArray elementProfile()
 {
     const cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);

@@ -9,7 +9,7 @@
 #include <limits>
 #include <thread>
 
-TEST(CompletionProtocol, startsWithItsNameAtZeroAndNotCancelled)
+TEST(CompletionProtocol, startsAtZeroAndNotCancelled)
 {
     const auto task = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
     EXPECT_EQ(task->name(), QStringLiteral("GamutLoader"));
@@ -17,7 +17,7 @@ TEST(CompletionProtocol, startsWithItsNameAtZeroAndNotCancelled)
     EXPECT_FALSE(task->isCancelled());
 }
 
-TEST(CompletionProtocol, progressNeverGoesBackAndStaysWithinZeroAndOne)
+TEST(CompletionProtocol, progressIsMonotonicAndWithin0And1)
 {
     const auto task = KVCompletionProtocol::createTask({});
     task->setProgress(0.5f);
@@ -31,7 +31,7 @@ TEST(CompletionProtocol, progressNeverGoesBackAndStaysWithinZeroAndOne)
     EXPECT_EQ(task->progress(), 1.0f);
 }
 
-TEST(CompletionProtocol, cancelIsSeenFromAnotherThread)
+TEST(CompletionProtocol, cancelReachesOtherThreads)
 {
     const auto task = KVCompletionProtocol::createTask({});
     std::thread worker([task] {
@@ -44,12 +44,12 @@ TEST(CompletionProtocol, cancelIsSeenFromAnotherThread)
     EXPECT_TRUE(task->isCancelled());
 }
 
-TEST(CompletionProtocol, runningTasksAreListedOldestFirstUntilTheirLastHandleGoes)
+TEST(CompletionProtocol, listsRunningTasksOldestFirst)
 {
     auto first = KVCompletionProtocol::createTask(QStringLiteral("first"));
     auto second = KVCompletionProtocol::createTask(QStringLiteral("second"));
     QStringList names;
-    std::thread other([&names] { // from any thread
+    std::thread other([&names] { // on another thread
         for (const auto& task : KVCompletionProtocol::runningTasks())
             names.append(task->name());
     });
@@ -83,7 +83,7 @@ TEST(CompletionProtocol, progressMayBeReportedFromManyThreads)
     EXPECT_EQ(task->progress(), 1.0f);
 }
 
-TEST(LogDebug, writesTheMessageAsItStands)
+TEST(LogDebug, writesTheMessageUnchanged)
 {
     KVLogDebug(QStringLiteral("OpenGL 4.5 (\"quoted\")"));
     EXPECT_EQ(kvtest::messages(), QStringList{QStringLiteral("OpenGL 4.5 (\"quoted\")")});
