@@ -63,7 +63,8 @@ Order documentedOrder()
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "slices", program({model + "problems", model + "reports", model + "inputs"})},
-        {model + "export", program({model + "problems", model + "reports", model + "inputs"})},
+        {model + "export",
+         program({model + "problems", model + "reports", model + "inputs", model + "points"})},
 
         {commands + "/process", withModel({})},
         {commands + "/options", withModel({commands + "/process"})},

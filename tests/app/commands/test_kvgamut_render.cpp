@@ -189,7 +189,8 @@ TEST_F(ReferenceTest, tellsInOneLineHowFarAnotherPictureIs)
     const Answer answer = compared("--view top");
     EXPECT_EQ(answer.exitCode, Different);
     EXPECT_EQ(answer.errors.count('\n'), 1);
-    EXPECT_TRUE(answer.errors.contains("the reference é.png': the picture differs from the reference by ")) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.errors.contains("the reference é.png': the picture differs from the reference by "))
+        << answer.errors.toStdString();
     EXPECT_TRUE(answer.errors.endsWith(" percent; the threshold is 0.5\n")) << answer.errors.toStdString();
     EXPECT_EQ(files().size(), 1);
 }
