@@ -4,135 +4,119 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMetaEnum>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 
 namespace {
 
-// A switch without default: the compiler names a code that has no sentence. Reasons of the operating system
-// have the words of the C library, which people look up.
+struct Sentence
+{
+    ProblemCode code;
+    const char* words;
+};
+
+// In the order of the codes. Reasons of the operating system have the words of the C library, which people
+// look up.
+constexpr Sentence sentences[] = {
+    {ProblemCode::NoSuchFile, QT_TRANSLATE_NOOP("Problem", "No such file or directory")},
+    {ProblemCode::PermissionDenied, QT_TRANSLATE_NOOP("Problem", "Permission denied")},
+    {ProblemCode::IsDirectory, QT_TRANSLATE_NOOP("Problem", "Is a directory")},
+    {ProblemCode::NoSpaceLeft, QT_TRANSLATE_NOOP("Problem", "No space left on device")},
+    {ProblemCode::ReadOnlyFileSystem, QT_TRANSLATE_NOOP("Problem", "Read-only file system")},
+    {ProblemCode::TooManyOpenFiles, QT_TRANSLATE_NOOP("Problem", "Too many open files")},
+    {ProblemCode::BrokenPipe, QT_TRANSLATE_NOOP("Problem", "Broken pipe")},
+    {ProblemCode::InvalidDescriptor, QT_TRANSLATE_NOOP("Problem", "Bad file descriptor")},
+    {ProblemCode::OtherReason, QT_TRANSLATE_NOOP("Problem", "%1")},
+    {ProblemCode::CannotRead, QT_TRANSLATE_NOOP("Problem", "cannot be read")},
+    {ProblemCode::CannotWrite, QT_TRANSLATE_NOOP("Problem", "cannot be written")},
+    {ProblemCode::UnknownFormat,
+     QT_TRANSLATE_NOOP("Problem",
+                       "neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut")},
+    {ProblemCode::PictureDamaged, QT_TRANSLATE_NOOP("Problem", "the %1 picture is damaged")},
+    {ProblemCode::PictureWithoutProfile,
+     QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile")},
+    {ProblemCode::PictureFormatUnknown, QT_TRANSLATE_NOOP("Problem", "unsupported picture format")},
+    {ProblemCode::PictureDataInvalid, QT_TRANSLATE_NOOP("Problem", "the picture cannot be decoded")},
+    {ProblemCode::PictureTooLarge, QT_TRANSLATE_NOOP("Problem", "the picture is too large for the memory")},
+    {ProblemCode::NotAPng, QT_TRANSLATE_NOOP("Problem", "not a readable PNG picture")},
+    {ProblemCode::PictureProfileInvalid, QT_TRANSLATE_NOOP("Problem", "the embedded profile cannot be read")},
+    {ProblemCode::PictureSpaceUnknown,
+     QT_TRANSLATE_NOOP("Problem", "only the pixels of RGB and grey pictures can be shown")},
+    {ProblemCode::PictureProfileHasNoLab,
+     QT_TRANSLATE_NOOP("Problem", "the embedded profile has no usable transform to Lab")},
+    {ProblemCode::PictureTransparent, QT_TRANSLATE_NOOP("Problem", "every pixel is transparent")},
+    {ProblemCode::PictureTakenAsSrgb,
+     QT_TRANSLATE_NOOP("Problem", "no embedded profile; the colours are taken as sRGB")},
+    {ProblemCode::NotColorColumns,
+     QT_TRANSLATE_NOOP("Problem", "line %1: expected numbers in the colour columns")},
+    {ProblemCode::NotAPoint,
+     QT_TRANSLATE_NOOP("Problem", "line %1: expected L*, a*, b* and optionally a colour")},
+    {ProblemCode::NotAColorDataSet,
+     QT_TRANSLATE_NOOP("Problem", "data set %1: expected numbers in the colour columns")},
+    {ProblemCode::NoPositions, QT_TRANSLATE_NOOP("Problem", "the file contains no positions")},
+    {ProblemCode::CgatsInvalid, QT_TRANSLATE_NOOP("Problem", "the CGATS file cannot be read")},
+    {ProblemCode::CgatsWithoutColor,
+     QT_TRANSLATE_NOOP("Problem", "the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, "
+                                  "XYZ_Y, XYZ_Z (spectra are not read)")},
+    {ProblemCode::NotCxf, QT_TRANSLATE_NOOP("Problem", "the XML is not CxF")},
+    {ProblemCode::XmlInvalid, QT_TRANSLATE_NOOP("Problem", "line %1: the XML is invalid")},
+    {ProblemCode::ObjectsWithoutLab,
+     QT_TRANSLATE_NOOP("Problem",
+                       "%1 of %2 objects have no CIELAB or XYZ values for D50 (spectra are not read)")},
+    {ProblemCode::NotASession, QT_TRANSLATE_NOOP("Problem", "not a session of this program")},
+    {ProblemCode::SessionNotBool, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be true or false")},
+    {ProblemCode::SessionNotInRange, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a number from %2 to %3")},
+    {ProblemCode::SessionNotName, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a name")},
+    {ProblemCode::SessionNotColor,
+     QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a colour such as \"#40c0ff\"")},
+    {ProblemCode::SessionNotThreeValues, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be three numbers")},
+    {ProblemCode::SessionNotOneOf, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be one of %2")},
+    {ProblemCode::SessionNotFileList, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a list of files")},
+    {ProblemCode::SessionNotList, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a list")},
+    {ProblemCode::SessionNotGroup, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a group of values")},
+    {ProblemCode::SessionSamePoint,
+     QT_TRANSLATE_NOOP("Problem", "\"%1\" and \"%2\" must be different points")},
+    {ProblemCode::SectionFormatUnknown, QT_TRANSLATE_NOOP("Problem", "sections are saved as .svg or .pdf")},
+    {ProblemCode::NoPictureToSave,
+     QT_TRANSLATE_NOOP("Problem",
+                       "there is no picture to save: nothing is shown, or the memory does not suffice")},
+    {ProblemCode::NoCameraInClipboard,
+     QT_TRANSLATE_NOOP("Problem", "the clipboard holds no camera; an example: %1")},
+    {ProblemCode::NoDisplayForWindow,
+     QT_TRANSLATE_NOOP("Problem", "there is no display to open a window on; 'kvgamut render' needs none")},
+    {ProblemCode::NoVirtualDisplay, QT_TRANSLATE_NOOP("Problem", "xvfb-run gave no display")},
+    {ProblemCode::NoXvfb,
+     QT_TRANSLATE_NOOP("Problem", "there is no display, and xvfb-run, which provides a virtual one, is not "
+                                  "installed (Debian, Ubuntu: apt-get install xvfb xauth)")},
+    {ProblemCode::XvfbFailed,
+     QT_TRANSLATE_NOOP("Problem", "there is no display, and xvfb-run does not start")},
+    {ProblemCode::NoOpenGL,
+     QT_TRANSLATE_NOOP("Problem",
+                       "this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)")},
+    {ProblemCode::NothingDrawn,
+     QT_TRANSLATE_NOOP("Problem", "nothing was drawn: the display shows no window, or the memory "
+                                  "does not suffice for a picture of %1x%2 pixels")},
+    {ProblemCode::ReferenceSizeDiffers,
+     QT_TRANSLATE_NOOP("Problem", "the picture is %1 pixels large, the reference %2")},
+    {ProblemCode::ReferenceDiffers,
+     QT_TRANSLATE_NOOP("Problem",
+                       "the picture differs from the reference by %1 percent; the threshold is %2")},
+};
+
+constexpr bool isInOrderOfCodes()
+{
+    int code = 0;
+    return std::all_of(std::begin(sentences), std::end(sentences), [&code](const Sentence& sentence) {
+        return static_cast<int>(sentence.code) == code++;
+    });
+}
+static_assert(isInOrderOfCodes(), "the sentences are in the order of ProblemCode");
+
 const char* programSentence(ProblemCode code)
 {
-    switch (code) {
-    case ProblemCode::NoSuchFile:
-        return QT_TRANSLATE_NOOP("Problem", "No such file or directory");
-    case ProblemCode::PermissionDenied:
-        return QT_TRANSLATE_NOOP("Problem", "Permission denied");
-    case ProblemCode::IsDirectory:
-        return QT_TRANSLATE_NOOP("Problem", "Is a directory");
-    case ProblemCode::NoSpaceLeft:
-        return QT_TRANSLATE_NOOP("Problem", "No space left on device");
-    case ProblemCode::ReadOnlyFileSystem:
-        return QT_TRANSLATE_NOOP("Problem", "Read-only file system");
-    case ProblemCode::TooManyOpenFiles:
-        return QT_TRANSLATE_NOOP("Problem", "Too many open files");
-    case ProblemCode::BrokenPipe:
-        return QT_TRANSLATE_NOOP("Problem", "Broken pipe");
-    case ProblemCode::InvalidDescriptor:
-        return QT_TRANSLATE_NOOP("Problem", "Bad file descriptor");
-    case ProblemCode::OtherReason:
-        return QT_TRANSLATE_NOOP("Problem", "%1");
-    case ProblemCode::CannotRead:
-        return QT_TRANSLATE_NOOP("Problem", "cannot be read");
-    case ProblemCode::CannotWrite:
-        return QT_TRANSLATE_NOOP("Problem", "cannot be written");
-    case ProblemCode::UnknownFormat:
-        return QT_TRANSLATE_NOOP(
-            "Problem", "neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut");
-    case ProblemCode::PictureDamaged:
-        return QT_TRANSLATE_NOOP("Problem", "the %1 picture is damaged");
-    case ProblemCode::PictureWithoutProfile:
-        return QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile");
-    case ProblemCode::PictureFormatUnknown:
-        return QT_TRANSLATE_NOOP("Problem", "unsupported picture format");
-    case ProblemCode::PictureDataInvalid:
-        return QT_TRANSLATE_NOOP("Problem", "the picture cannot be decoded");
-    case ProblemCode::PictureTooLarge:
-        return QT_TRANSLATE_NOOP("Problem", "the picture is too large for the memory");
-    case ProblemCode::NotAPng:
-        return QT_TRANSLATE_NOOP("Problem", "not a readable PNG picture");
-    case ProblemCode::PictureProfileInvalid:
-        return QT_TRANSLATE_NOOP("Problem", "the embedded profile cannot be read");
-    case ProblemCode::PictureSpaceUnknown:
-        return QT_TRANSLATE_NOOP("Problem", "only the pixels of RGB and grey pictures can be shown");
-    case ProblemCode::PictureProfileHasNoLab:
-        return QT_TRANSLATE_NOOP("Problem", "the embedded profile has no usable transform to Lab");
-    case ProblemCode::PictureTransparent:
-        return QT_TRANSLATE_NOOP("Problem", "every pixel is transparent");
-    case ProblemCode::PictureTakenAsSrgb:
-        return QT_TRANSLATE_NOOP("Problem", "no embedded profile; the colours are taken as sRGB");
-    case ProblemCode::NotColorColumns:
-        return QT_TRANSLATE_NOOP("Problem", "line %1: expected numbers in the colour columns");
-    case ProblemCode::NotAPoint:
-        return QT_TRANSLATE_NOOP("Problem", "line %1: expected L*, a*, b* and optionally a colour");
-    case ProblemCode::NotAColorDataSet:
-        return QT_TRANSLATE_NOOP("Problem", "data set %1: expected numbers in the colour columns");
-    case ProblemCode::NoPositions:
-        return QT_TRANSLATE_NOOP("Problem", "the file contains no positions");
-    case ProblemCode::CgatsInvalid:
-        return QT_TRANSLATE_NOOP("Problem", "the CGATS file cannot be read");
-    case ProblemCode::CgatsWithoutColor:
-        return QT_TRANSLATE_NOOP("Problem", "the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, "
-                                            "XYZ_Y, XYZ_Z (spectra are not read)");
-    case ProblemCode::NotCxf:
-        return QT_TRANSLATE_NOOP("Problem", "the XML is not CxF");
-    case ProblemCode::XmlInvalid:
-        return QT_TRANSLATE_NOOP("Problem", "line %1: the XML is invalid");
-    case ProblemCode::ObjectsWithoutLab:
-        return QT_TRANSLATE_NOOP(
-            "Problem", "%1 of %2 objects have no CIELAB or XYZ values for D50 (spectra are not read)");
-    case ProblemCode::NotASession:
-        return QT_TRANSLATE_NOOP("Problem", "not a session of this program");
-    case ProblemCode::SessionNotBool:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be true or false");
-    case ProblemCode::SessionNotInRange:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a number from %2 to %3");
-    case ProblemCode::SessionNotName:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a name");
-    case ProblemCode::SessionNotColor:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a colour such as \"#40c0ff\"");
-    case ProblemCode::SessionNotThreeValues:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be three numbers");
-    case ProblemCode::SessionNotOneOf:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be one of %2");
-    case ProblemCode::SessionNotFileList:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a list of files");
-    case ProblemCode::SessionNotList:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a list");
-    case ProblemCode::SessionNotGroup:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a group of values");
-    case ProblemCode::SessionSamePoint:
-        return QT_TRANSLATE_NOOP("Problem", "\"%1\" and \"%2\" must be different points");
-    case ProblemCode::SectionFormatUnknown:
-        return QT_TRANSLATE_NOOP("Problem", "sections are saved as .svg or .pdf");
-    case ProblemCode::NoPictureToSave:
-        return QT_TRANSLATE_NOOP(
-            "Problem", "there is no picture to save: nothing is shown, or the memory does not suffice");
-    case ProblemCode::NoCameraInClipboard:
-        return QT_TRANSLATE_NOOP("Problem", "the clipboard holds no camera; an example: %1");
-    case ProblemCode::NoDisplayForWindow:
-        return QT_TRANSLATE_NOOP("Problem",
-                                 "there is no display to open a window on; 'kvgamut render' needs none");
-    case ProblemCode::NoVirtualDisplay:
-        return QT_TRANSLATE_NOOP("Problem", "xvfb-run gave no display");
-    case ProblemCode::NoXvfb:
-        return QT_TRANSLATE_NOOP("Problem",
-                                 "there is no display, and xvfb-run, which provides a virtual one, is not "
-                                 "installed (Debian, Ubuntu: apt-get install xvfb xauth)");
-    case ProblemCode::XvfbFailed:
-        return QT_TRANSLATE_NOOP("Problem", "there is no display, and xvfb-run does not start");
-    case ProblemCode::NoOpenGL:
-        return QT_TRANSLATE_NOOP(
-            "Problem", "this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)");
-    case ProblemCode::NothingDrawn:
-        return QT_TRANSLATE_NOOP("Problem", "nothing was drawn: the display shows no window, or the memory "
-                                            "does not suffice for a picture of %1x%2 pixels");
-    case ProblemCode::ReferenceSizeDiffers:
-        return QT_TRANSLATE_NOOP("Problem", "the picture is %1 pixels large, the reference %2");
-    case ProblemCode::ReferenceDiffers:
-        return QT_TRANSLATE_NOOP("Problem",
-                                 "the picture differs from the reference by %1 percent; the threshold is %2");
-    }
-    return "";
+    const auto index = static_cast<std::size_t>(code);
+    return index < std::size(sentences) ? sentences[index].words : "";
 }
 
 /// Replaces %1, %2... in one pass, since arguments may hold such signs themselves.
