@@ -61,9 +61,9 @@ int ViewCommand::run(Arguments arguments)
 
     MainWindow window;
     bool allShown = true;
-    QObject::connect(&window, &MainWindow::problem, [&allShown](const QString& message) {
+    QObject::connect(&window, &MainWindow::problem, [&allShown](const Problem& problem) {
         allShown = false;
-        say(message);
+        say(problem);
     });
     show(window);
     const bool somethingNamed = !m_profiles.profiles.isEmpty() || !m_session.isEmpty();

@@ -32,6 +32,7 @@
 namespace {
 
 constexpr float findingSize = 3.0f;
+constexpr float nothingCut = 1000000.0f; // see KVGamut3DViewer::setClipping()
 
 QString findingSet()
 {
@@ -41,13 +42,13 @@ QString findingSet()
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_binding(m_gamuts, m_area->viewer()),
-      m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts),
-      m_inspector(m_gamuts, m_points, m_area->viewer()), m_pages(new QStackedWidget),
-      m_messages(new MessageBar), m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)),
-      m_pointPanel(new PointPanel(m_points)), m_slice(new SlicePanel(m_gamuts)),
-      m_table(new ComparisonTable(m_comparison)), m_finding(new FindingPanel), m_progress(new QProgressBar),
-      m_cancel(new QToolButton), m_camera(new CameraControl(*m_area, this))
+    : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_binding(m_gamuts, m_area->view()),
+      m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts), m_inspector(m_gamuts, m_points),
+      m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
+      m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
+      m_slice(new SlicePanel(m_gamuts)), m_table(new ComparisonTable(m_comparison)),
+      m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
+      m_camera(new CameraControl(*m_area, this))
 {
     setWindowTitle(tr("kvgamut"));
     makeCentre();
@@ -190,15 +191,16 @@ void MainWindow::connectEditMenu()
 
 void MainWindow::connectLoading()
 {
-    connect(&m_loader, &GamutQueue::failed, this, [this](const Problem& failure) {
+    connect(&m_loader, &GamutQueue::failed, this, [this](const Problem& problem) {
         makeOneSolid();
-        say(failure);
+        say(problem);
     });
     connect(&m_loader, &GamutQueue::progressed, this, &MainWindow::showLoading);
     connect(&m_loader, &GamutQueue::idle, this, &MainWindow::loadingEnded);
+    connect(&m_binding, &ViewerBinding::failed, this, &MainWindow::say);
     connect(&m_points, &PointLayer::failed, this, &MainWindow::say);
     connect(&m_points, &PointLayer::noted, m_messages,
-            [this](const Problem& note) { m_messages->say(ProblemText::translated(note)); });
+            [this](const Problem& note) { m_messages->add(ProblemText::translated(note)); });
     for (QAbstractItemModel* model :
          {static_cast<QAbstractItemModel*>(&m_gamuts), static_cast<QAbstractItemModel*>(&m_points)}) {
         connect(model, &QAbstractItemModel::rowsInserted, this, &MainWindow::showPage);
@@ -221,9 +223,7 @@ void MainWindow::connectPanels()
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
-    connect(m_area, &ViewArea::clicked, this, [this](const QVector3D& origin, const QVector3D& direction) {
-        inspect({origin, direction});
-    });
+    connect(m_area, &ViewArea::clicked, this, &MainWindow::inspect);
     connect(m_slice, &SlicePanel::hovered, this, [this](const std::optional<QVector3D>& lab) {
         if (lab)
             statusBar()->showMessage(ShownWords::lab(*lab) + QStringLiteral("      ") +
@@ -251,9 +251,12 @@ void MainWindow::showKeys()
 
 // --- What is under the pointer --------------------------------------------------------------------
 
-void MainWindow::inspect(const Picker::Ray& ray)
+void MainWindow::inspect(const KVHit& hit)
 {
-    const auto finding = m_inspector.look(ray);
+    // the marker of the last finding hides what is below it
+    const bool isMarker = hit.kind == KVHit::Kind::Marker && hit.id == findingSet();
+    viewer().removeMarkerSet(findingSet());
+    const auto finding = m_inspector.describe(isMarker ? m_area->view().hitAt(hit.pixel) : hit);
     if (!finding) {
         forgetFinding();
         return;
@@ -280,15 +283,15 @@ void MainWindow::keepCamera()
 
 void MainWindow::showViewState()
 {
-    const ViewState state = ViewState::of(viewer());
+    const KVViewState state = m_area->view().state();
     m_viewMenu->showState(state);
-    m_clip->setClip(state.clip);
+    m_clip->setClip(state.clipping);
     m_slice->setLightness(m_clip->lightness());
 }
 
 void MainWindow::applyClip()
 {
-    setClip(viewer(), m_clip->clip());
+    viewer().setClipping(m_clip->clip().value_or(nothingCut));
     m_slice->setLightness(m_clip->lightness());
 }
 
@@ -311,8 +314,8 @@ void MainWindow::showLoading()
 
 void MainWindow::say(const Problem& failure)
 {
-    m_messages->say(ProblemText::translated(failure));
-    Q_EMIT problem(ProblemText::english(failure));
+    m_messages->add(ProblemText::translated(failure));
+    Q_EMIT problem(failure);
 }
 
 void MainWindow::showEvent(QShowEvent* event)

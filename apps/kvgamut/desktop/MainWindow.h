@@ -41,6 +41,7 @@ public:
     /// @name What is shown
     /// @{
     KVGamut3DViewer& viewer() { return m_area->viewer(); }
+    KVGamutView& view() { return m_area->view(); }
     GamutListModel& gamuts() { return m_gamuts; }
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
@@ -77,14 +78,14 @@ public:
     /// Keeps the present camera when the window is first shown, instead of the default one.
     void keepCamera();
 
-    /// Shows @p failure in the message bar, in the language of the window.
+    /// Shows @p failure in the message bar and emits problem().
     void say(const Problem& failure);
 
     QMenu* createPopupMenu() override { return nullptr; }
 
 Q_SIGNALS:
-    /// Something could not be done; the message bar says so, too. In English.
-    void problem(QString message);
+    /// Something failed; the message bar shows it, too.
+    void problem(const Problem& failure);
     /// The last load in progress has ended.
     void loadingEnded();
 
@@ -111,12 +112,12 @@ private:
     void askWhereToSaveSection();
     void closeAll();
     void remember(const QString& file);
-    void showSaved(const QString& file);
+    bool isSaved(const QString& file, const std::optional<Problem>& failure);
     void showKeys();
 
     void makeOneSolid();
     void applyClip();
-    void inspect(const Picker::Ray& ray);
+    void inspect(const KVHit& hit);
     void forgetFinding();
     void cancelOrDismiss();
     void showLoading();

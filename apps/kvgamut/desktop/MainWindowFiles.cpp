@@ -12,6 +12,7 @@
 #include "desktop/panels/PointPanel.h"
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/view/CameraControl.h"
+#include "desktop/view/CameraText.h"
 #include "model/inputs/BuiltInProfiles.h"
 
 #include <QtCore/QDir>
@@ -160,7 +161,9 @@ Session MainWindow::session() const
     for (const GamutEntry& entry : m_gamuts.entries())
         session.gamuts.append({entry.input, entry.settings, entry.look});
     session.active = std::max(0, m_gamuts.activeRow());
-    session.view = ViewState::of(m_area->viewer());
+    session.view = m_area->view().state();
+    session.view.looks.clear(); // gamuts in the list have them, by row
+    session.view.settings.clear();
     session.points = m_points.files();
     session.tolerance = m_points.tolerance();
     return session;
@@ -177,19 +180,16 @@ void MainWindow::restore(const Session& session)
         m_points.open(file);
     m_points.setTolerance(session.tolerance);
     m_pointPanel->showTolerance();
-    session.view.applyTo(viewer());
+    m_area->view().setState(session.view);
     keepCamera();
     showViewState();
 }
 
 bool MainWindow::saveSession(const QString& file)
 {
-    if (const auto failure = SessionFile::write(file, session())) {
-        say(*failure);
+    if (!isSaved(file, SessionFile::write(file, session())))
         return false;
-    }
     remember(QFileInfo(file).absoluteFilePath());
-    showSaved(file);
     return true;
 }
 
@@ -209,27 +209,22 @@ bool MainWindow::openSession(const QString& file)
 
 bool MainWindow::savePicture(const QString& file, const QSize& size)
 {
-    if (const auto failure = PictureFile::write(file, viewer().picture(size))) {
-        say(*failure);
-        return false;
-    }
-    showSaved(file);
-    return true;
+    return isSaved(file, PictureFile::write(file, viewer().picture(size)));
 }
 
 bool MainWindow::saveSection(const QString& file)
 {
-    if (const auto failure = m_slice->save(file)) {
-        say(*failure);
-        return false;
-    }
-    showSaved(file);
-    return true;
+    return isSaved(file, m_slice->save(file));
 }
 
-void MainWindow::showSaved(const QString& file)
+/// Tells the user that @p file was saved, or why not.
+bool MainWindow::isSaved(const QString& file, const std::optional<Problem>& failure)
 {
-    statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(file)), 5000);
+    if (failure)
+        say(*failure);
+    else
+        statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(file)), 5000);
+    return !failure;
 }
 
 void MainWindow::copyPicture()
@@ -246,14 +241,14 @@ void MainWindow::copyFinding() const
 
 void MainWindow::copyCamera() const
 {
-    QGuiApplication::clipboard()->setText(m_camera->camera().toText());
+    QGuiApplication::clipboard()->setText(CameraText::write(m_camera->camera()));
 }
 
 void MainWindow::pasteCamera()
 {
-    const auto camera = ViewCamera::fromText(QGuiApplication::clipboard()->text());
+    const auto camera = CameraText::read(QGuiApplication::clipboard()->text());
     if (!camera) {
-        say(Problem(ProblemCode::NoCameraInClipboard, {m_camera->camera().toText()}));
+        say(Problem(ProblemCode::NoCameraInClipboard, {CameraText::write(m_camera->camera())}));
         return;
     }
     m_camera->move(*camera);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "desktop/view/ViewState.h"
+#include "desktop/view/CameraText.h"
 
 #include <gtest/gtest.h>
 
@@ -9,18 +9,19 @@
 
 namespace {
 
-const ViewCamera someCamera{{265, 160.5f, -450}, {40, 0, -1}, false, 30};
+const KVCamera someCamera{{265, 160.5f, -450}, {40, 0, -1}, 30, false};
 
-/// How far @p p is from the middle of the view by the half of its height, up or down, and across.
-QPointF placeOf(const QVector3D& p, const ViewCamera& camera)
+/// Where the view shows @p p: distance from its centre, across and up, in halves of its height.
+QPointF placeOf(const QVector3D& p, const KVCamera& camera)
 {
-    const QVector3D forward = (camera.interest - camera.eye).normalized();
+    const QVector3D forward = (camera.interestPoint - camera.position).normalized();
     const QVector3D right = QVector3D::crossProduct(QVector3D(1, 0, 0), forward).normalized();
     const QVector3D up = QVector3D::crossProduct(forward, right);
-    const double tangent = std::tan(static_cast<double>(camera.angle) / 2 * std::numbers::pi / 180);
-    const QVector3D toPoint = p - camera.eye;
-    const double depth = camera.orthogonal ? static_cast<double>((camera.interest - camera.eye).length())
-                                           : static_cast<double>(QVector3D::dotProduct(toPoint, forward));
+    const double tangent = std::tan(static_cast<double>(camera.viewingAngle) / 2 * std::numbers::pi / 180);
+    const QVector3D toPoint = p - camera.position;
+    const double depth = camera.orthogonal
+                             ? static_cast<double>((camera.interestPoint - camera.position).length())
+                             : static_cast<double>(QVector3D::dotProduct(toPoint, forward));
     return {QVector3D::dotProduct(toPoint, right) / depth / tangent,
             QVector3D::dotProduct(toPoint, up) / depth / tangent};
 }
@@ -36,26 +37,25 @@ QList<QVector3D> someBody()
     return positions;
 }
 
-TEST(ViewCamera, comesBackFromItsText)
+TEST(CameraText, isReadBackAsItWasWritten)
 {
-    EXPECT_EQ(ViewCamera::fromText(someCamera.toText()), someCamera);
-    ViewCamera other = someCamera;
+    EXPECT_EQ(CameraText::read(CameraText::write(someCamera)), someCamera);
+    KVCamera other = someCamera;
     other.orthogonal = true;
-    other.angle = 12.5f;
-    EXPECT_EQ(ViewCamera::fromText(other.toText()), other);
-    EXPECT_EQ(someCamera.toText(),
+    other.viewingAngle = 12.5f;
+    EXPECT_EQ(CameraText::read(CameraText::write(other)), other);
+    EXPECT_EQ(CameraText::write(someCamera),
               QStringLiteral("kvgamut camera 265,160.5,-450 look at 40,0,-1 angle 30 perspective"));
 }
 
-TEST(ViewCamera, isReadFromTextThatWentThroughOtherPrograms)
+TEST(CameraText, ignoresWhiteSpace)
 {
-    EXPECT_EQ(
-        ViewCamera::fromText(QStringLiteral("  kvgamut camera  265,160.5,-450 look at 40,0,-1\n angle 30 "
-                                            "perspective\n")),
-        someCamera);
+    EXPECT_EQ(CameraText::read(QStringLiteral("  kvgamut camera  265,160.5,-450 look at 40,0,-1\n angle 30 "
+                                              "perspective\n")),
+              someCamera);
 }
 
-TEST(ViewCamera, isNotReadFromOtherText)
+TEST(CameraText, refusesOtherText)
 {
     for (const char* text : {"", "hello", "kvgamut camera 1,2 look at 40,0,0 angle 30 perspective",
                              "kvgamut camera 1,2,x look at 40,0,0 angle 30 perspective",
@@ -65,16 +65,16 @@ TEST(ViewCamera, isNotReadFromOtherText)
                              "kvgamut camera 1,2,3 look at 4,5,6 angle wide perspective",
                              "kvgamut camera 1,2,3 look at 4,5,6 angle 30 fisheye",
                              "kvgamut camera 1,2,3 look at 4,5,6 angle 30 perspective!"})
-        EXPECT_FALSE(ViewCamera::fromText(QLatin1String(text))) << text;
+        EXPECT_FALSE(CameraText::read(QLatin1String(text))) << text;
 }
 
-TEST(Framing, showsAllPositionsAndLittleElse)
+TEST(Framing, fitsAllPositionsTightly)
 {
     for (const float aspect : {0.5f, 1.0f, 2.0f}) {
         for (const bool orthogonal : {false, true}) {
-            ViewCamera camera = someCamera;
+            KVCamera camera = someCamera;
             camera.orthogonal = orthogonal;
-            const ViewCamera framed = framing(camera, someBody(), aspect);
+            const KVCamera framed = KVGamutView::framing(camera, someBody(), aspect);
             double farthest = 0.0; // 1: at the edge of the view
             const auto body = someBody();
             for (const QVector3D& p : body) {
@@ -88,25 +88,25 @@ TEST(Framing, showsAllPositionsAndLittleElse)
     }
 }
 
-TEST(Framing, keepsLookingTheSameWay)
+TEST(Framing, keepsTheViewingDirection)
 {
-    const ViewCamera framed = framing(someCamera, someBody(), 1.5f);
-    const QVector3D before = (someCamera.eye - someCamera.interest).normalized();
-    const QVector3D after = (framed.eye - framed.interest).normalized();
+    const KVCamera framed = KVGamutView::framing(someCamera, someBody(), 1.5f);
+    const QVector3D before = (someCamera.position - someCamera.interestPoint).normalized();
+    const QVector3D after = (framed.position - framed.interestPoint).normalized();
     EXPECT_NEAR(QVector3D::dotProduct(before, after), 1.0f, 1e-5f);
-    EXPECT_EQ(framed.angle, someCamera.angle);
+    EXPECT_EQ(framed.viewingAngle, someCamera.viewingAngle);
     EXPECT_EQ(framed.orthogonal, someCamera.orthogonal);
 }
 
-TEST(Framing, staysWhereThereIsNothingToShow)
+TEST(Framing, keepsTheCameraWithoutPositions)
 {
-    EXPECT_EQ(framing(someCamera, {}, 1.0f), someCamera);
+    EXPECT_EQ(KVGamutView::framing(someCamera, {}, 1.0f), someCamera);
 }
 
-TEST(ObliqueCamera, seesTheWholeGridInAnyShapeOfWindow)
+TEST(ObliqueCamera, showsTheWholeGridInEveryAspect)
 {
     for (const float aspect : {0.6f, 1.0f, 1.5f, 2.5f}) {
-        const ViewCamera camera = obliqueCamera(aspect);
+        const KVCamera camera = obliqueCamera(aspect);
         for (const float a : {-100.0f, 100.0f})
             for (const float b : {-100.0f, 100.0f}) {
                 const QPointF place = placeOf({0, a, b}, camera);

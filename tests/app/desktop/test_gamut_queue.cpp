@@ -12,24 +12,24 @@ using kvtest::spinUntil;
 
 const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
 
-class Loading : public testing::Test
+class Queue : public testing::Test
 {
 protected:
     bool finish()
     {
-        return spinUntil([this] { return !loader.isBusy(); });
+        return spinUntil([this] { return !queue.isBusy(); });
     }
 
     GamutListModel model;
-    GamutQueue loader{model};
-    QSignalSpy failures{&loader, &GamutQueue::failed};
-    QSignalSpy ends{&loader, &GamutQueue::idle};
+    GamutQueue queue{model};
+    QSignalSpy failures{&queue, &GamutQueue::failed};
+    QSignalSpy ends{&queue, &GamutQueue::idle};
 };
 
-TEST_F(Loading, computesWhatTheListAsksFor)
+TEST_F(Queue, computesAGamutThatIsAdded)
 {
     model.add(QStringLiteral("sRGB"), {}, {});
-    EXPECT_TRUE(loader.isBusy());
+    EXPECT_TRUE(queue.isBusy());
     ASSERT_TRUE(finish());
     // the volume of sRGB, computed elsewhere with other methods
     EXPECT_NEAR(model.at(0).gamut.volume(), 832781.0f, 1000.0f);
@@ -37,7 +37,7 @@ TEST_F(Loading, computesWhatTheListAsksFor)
     EXPECT_EQ(ends.count(), 1);
 }
 
-TEST_F(Loading, computesAgainWithOtherSettings)
+TEST_F(Queue, computesAgainWithOtherSettings)
 {
     model.add(cmyk, {}, {});
     ASSERT_TRUE(finish());
@@ -49,7 +49,7 @@ TEST_F(Loading, computesAgainWithOtherSettings)
     EXPECT_NEAR(model.at(0).gamut.volume(), 411424.0f, 800.0f);
 }
 
-TEST_F(Loading, endsWithTheLastOfManyWishes)
+TEST_F(Queue, computesTheLastOfSeveralSettings)
 {
     model.add(cmyk, {}, {});
     ASSERT_TRUE(finish());
@@ -60,10 +60,10 @@ TEST_F(Loading, endsWithTheLastOfManyWishes)
     ASSERT_TRUE(finish());
     EXPECT_EQ(model.at(0).computedWith, (GamutSettings{KVVMRenderRelativeColorimetric, false, 9}));
     EXPECT_EQ(model.at(0).gamut.report().gridPoints, 9);
-    EXPECT_EQ(model.at(0).revision, 2u); // those in between were never shown
+    EXPECT_EQ(model.at(0).revision, 2u); // the settings in between gave no gamut
 }
 
-TEST_F(Loading, saysWhyThereIsNoGamutAndDropsIt)
+TEST_F(Queue, reportsAProblemAndRemovesTheGamut)
 {
     model.add(QStringLiteral("missing.icc"), {}, {});
     model.add(QStringLiteral("sRGB"), {}, {});
@@ -76,32 +76,32 @@ TEST_F(Loading, saysWhyThereIsNoGamutAndDropsIt)
     EXPECT_EQ(model.at(0).input, QStringLiteral("sRGB"));
 }
 
-TEST_F(Loading, returnsToTheGamutThatIsThereWhenCancelled)
+TEST_F(Queue, keepsThePresentGamutWhenCancelled)
 {
     model.add(cmyk, {}, {});
     ASSERT_TRUE(finish());
     const quint64 before = model.at(0).revision;
     model.setSettings(0, {KVVMRenderPerceptual, false, 129});
-    loader.cancel(model.at(0).id);
-    EXPECT_FALSE(loader.isBusy()); // at once: nobody waits for the worker
+    queue.cancel(model.at(0).id);
+    EXPECT_FALSE(queue.isBusy()); // at once, without waiting for the worker
     EXPECT_FALSE(model.at(0).loading);
     EXPECT_EQ(model.at(0).settings, GamutSettings());
     kvtest::spinFor(300);
-    EXPECT_EQ(model.at(0).revision, before); // what the worker still said was for nobody
+    EXPECT_EQ(model.at(0).revision, before); // the result of the worker was ignored
     EXPECT_EQ(failures.count(), 0);
 }
 
-TEST_F(Loading, dropsAGamutWhoseFirstLoadIsCancelled)
+TEST_F(Queue, removesAGamutWhoseFirstLoadIsCancelled)
 {
     model.add(cmyk, {KVVMRenderPerceptual, false, 129}, {});
     model.add(cmyk, {KVVMRenderPerceptual, false, 129}, {});
-    loader.cancelAll();
+    queue.cancelAll();
     EXPECT_EQ(model.rowCount(), 0);
-    EXPECT_FALSE(loader.isBusy());
+    EXPECT_FALSE(queue.isBusy());
     EXPECT_EQ(failures.count(), 0);
 }
 
-TEST_F(Loading, forgetsAGamutThatIsRemovedMeanwhile)
+TEST_F(Queue, ignoresAGamutThatIsRemovedWhileLoading)
 {
     model.add(cmyk, {KVVMRenderPerceptual, false, 65}, {});
     model.add(QStringLiteral("sRGB"), {}, {});
@@ -113,29 +113,29 @@ TEST_F(Loading, forgetsAGamutThatIsRemovedMeanwhile)
     EXPECT_EQ(failures.count(), 0);
 }
 
-TEST_F(Loading, reportsProgressThatOnlyGrows)
+TEST_F(Queue, reportsProgressThatNeverDecreases)
 {
     model.add(cmyk, {KVVMRenderPerceptual, false, 65}, {});
     float last = 0.0f;
     bool grew = false;
-    QObject::connect(&loader, &GamutQueue::progressed, &loader, [&] {
-        if (!loader.isBusy())
+    QObject::connect(&queue, &GamutQueue::progressed, &queue, [&] {
+        if (!queue.isBusy())
             return;
-        EXPECT_GE(loader.progress(), last);
-        grew = grew || loader.progress() > 0.0f;
-        last = loader.progress();
+        EXPECT_GE(queue.progress(), last);
+        grew = grew || queue.progress() > 0.0f;
+        last = queue.progress();
     });
     ASSERT_TRUE(finish());
     EXPECT_TRUE(grew);
 }
 
-TEST(LoadingEnds, whenTheLoaderIsDestroyedInTheMidst)
+TEST(QueueDestructor, cancelsLoadsInProgress)
 {
     const auto isRunning = [] { return !KVCompletionProtocol::runningTasks().isEmpty(); };
     GamutListModel model;
     bool wasLoading = false;
     {
-        GamutQueue loader(model);
+        GamutQueue queue(model);
         model.add(cmyk, {KVVMRenderPerceptual, false, 129}, {});
         EXPECT_TRUE(kvtest::spinUntil(isRunning));
         wasLoading =

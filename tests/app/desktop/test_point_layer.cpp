@@ -24,7 +24,7 @@ namespace {
 
 using kvtest::spinUntil;
 
-// Positions that sRGB holds, has on its surface (its white), and does not have.
+// Positions inside sRGB, on its surface (its white), and outside.
 constexpr const char* threePoints = "name,L,a,b\ngrey,50,0,0\npaper,100,0,0\nlaser,60,-120,90\n";
 
 class Points : public testing::Test
@@ -65,7 +65,7 @@ TEST_F(Points, areJudgedByTheActiveGamut)
     EXPECT_NEAR(share(Side::Outside), 1.0 / 3, 1e-9);
 }
 
-TEST_F(Points, areJudgedAnewWhenAnotherGamutBecomesActive)
+TEST_F(Points, areJudgedAgainByAnotherActiveGamut)
 {
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     gamuts.add(QStringLiteral("ProPhoto"), {}, {});
@@ -78,7 +78,7 @@ TEST_F(Points, areJudgedAnewWhenAnotherGamutBecomesActive)
     EXPECT_EQ(share(Side::Inside), 1.0);
 }
 
-TEST_F(Points, takeTheEdgeAsWideAsTheTolerance)
+TEST_F(Points, areAtTheEdgeWithinTheTolerance)
 {
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     points.open(write(QStringLiteral("three.csv"), threePoints));
@@ -89,7 +89,7 @@ TEST_F(Points, takeTheEdgeAsWideAsTheTolerance)
     EXPECT_LE(share(Side::Edge), 1.0 / 3);
 }
 
-TEST_F(Points, areDrawnInTheColoursOfTheirSides)
+TEST_F(Points, areDrawnInTheColourOfTheirSide)
 {
     points.open(write(QStringLiteral("three.csv"), threePoints));
     ASSERT_TRUE(finish());
@@ -101,7 +101,7 @@ TEST_F(Points, areDrawnInTheColoursOfTheirSides)
     EXPECT_TRUE(viewer.pointSet().isEmpty());
 }
 
-TEST_F(Points, thatCannotBeReadAreDroppedWithTheReason)
+TEST_F(Points, thatCannotBeReadAreRemovedWithAProblem)
 {
     const QString file = write(QStringLiteral("bad.csv"), "name,colour\na,b\n");
     points.open(file);
@@ -111,7 +111,7 @@ TEST_F(Points, thatCannotBeReadAreDroppedWithTheReason)
     EXPECT_EQ(failures[0][0].value<Problem>().subject, file);
 }
 
-TEST_F(Points, ofOneFileAreReadAgainNotTwice)
+TEST_F(Points, areReadAgainWhenTheFileIsOpenedAgain)
 {
     const QString file = write(QStringLiteral("p.csv"), "50,0,0\n");
     points.open(file);
@@ -123,41 +123,52 @@ TEST_F(Points, ofOneFileAreReadAgainNotTwice)
     EXPECT_EQ(points.set(0).points.size(), 2);
 }
 
-TEST_F(Points, areFoundUnderThePointerByName)
+TEST_F(Points, areFoundByTheirPlaceInThePointSets)
+{
+    points.open(write(QStringLiteral("three.csv"), threePoints));
+    points.open(write(QStringLiteral("one.csv"), "10,20,30\n"));
+    ASSERT_TRUE(finish());
+    int found = 0;
+    const QStringList sets = viewer.pointSet();
+    for (const QString& set : sets) {
+        for (int index = 0;; ++index) {
+            const auto place = points.placeOf(set, index);
+            if (!place)
+                break;
+            const MeasuredPoint& point = points.set(place->row).points[place->index];
+            EXPECT_EQ(point.lab.L == 10.0f, place->row == 1) << index;
+            ++found;
+        }
+        EXPECT_FALSE(points.placeOf(set, -1));
+    }
+    EXPECT_EQ(found, 4);
+    EXPECT_FALSE(points.placeOf(QStringLiteral("unknown"), 0));
+}
+
+TEST_F(Points, areDescribedByName)
 {
     gamuts.add(QStringLiteral("sRGB"), {}, {});
-    points.open(write(QStringLiteral("three.csv"), threePoints));
+    points.open(write(QStringLiteral("laser.csv"), "name,L,a,b\nlaser,60,-120,90\n"));
     ASSERT_TRUE(finish());
-    const Inspector inspector(gamuts, points, viewer);
-    const auto finding = inspector.look({{60, -120, -300}, {0, 0, 1}});
+    ASSERT_EQ(viewer.pointSet().size(), 1);
+    KVHit hit;
+    hit.kind = KVHit::Kind::Point;
+    hit.id = viewer.pointSet().constFirst();
+    hit.index = 0;
+    hit.lab = QVector3D(60, -120, 90);
+    const Inspector inspector(gamuts, points);
+    const auto finding = inspector.describe(hit);
     ASSERT_TRUE(finding);
     EXPECT_EQ(finding->name, QStringLiteral("laser"));
-    EXPECT_EQ(finding->lab, QVector3D(60, -120, 90));
+    EXPECT_EQ(finding->lab, hit.lab);
     EXPECT_TRUE(finding->text.contains(QStringLiteral("C* 150.0")));
     EXPECT_TRUE(finding->text.contains(QStringLiteral("outside sRGB")));
-    EXPECT_FALSE(inspector.look({{60, -120, -300}, {0, 1, 0}}));
+    hit.index = 1;
+    EXPECT_FALSE(inspector.describe(hit));
+    EXPECT_FALSE(inspector.describe(KVHit()));
 }
 
-TEST_F(Points, comeBeforeTheSurfaceBehindThem)
-{
-    gamuts.add(QStringLiteral("sRGB"), {}, {});
-    points.open(write(QStringLiteral("above.csv"), "name,L,a,b\nabove,120,0,0\nwithin,50,10,0\n"));
-    ASSERT_TRUE(finish());
-    bool shown = false;
-    viewer.load(gamuts.at(0).id, gamuts.at(0).gamut.serialize(),
-                [&shown](const QString&, bool ok) { shown = ok; });
-    ASSERT_TRUE(spinUntil([&shown] { return shown; }));
-    const Inspector inspector(gamuts, points, viewer);
-    EXPECT_EQ(inspector.look({{200, 0, 0}, {-1, 0, 0}})->name, QStringLiteral("above"));
-    const auto surface = inspector.look({{200, 10, 0}, {-1, 0, 0}});
-    ASSERT_TRUE(surface);
-    EXPECT_EQ(surface->name, QStringLiteral("sRGB")); // hides the point within
-    EXPECT_GT(surface->lab.x(), 90.0f);
-    viewer.setClipping(60.0f);
-    EXPECT_EQ(inspector.look({{200, 10, 0}, {-1, 0, 0}})->name, QStringLiteral("within"));
-}
-
-TEST(SideOfAGamut, isToldByTheSignAndTheTolerance)
+TEST(SideOfAGamut, followsFromDistanceAndTolerance)
 {
     EXPECT_EQ(sideOf(-1.1f, 1.0f), Side::Inside);
     EXPECT_EQ(sideOf(-1.0f, 1.0f), Side::Edge);
@@ -166,7 +177,7 @@ TEST(SideOfAGamut, isToldByTheSignAndTheTolerance)
     EXPECT_EQ(sideOf(std::numeric_limits<float>::infinity(), 1.0f), Side::Outside);
 }
 
-TEST(GatheredColours, weighTogetherWhatTheColoursAre)
+TEST(GatheredColours, haveTheWeightOfTheirColours)
 {
     std::vector<KVGamut::LabPoint> colours;
     for (int i = 0; i < 30; ++i)
@@ -180,7 +191,7 @@ TEST(GatheredColours, weighTogetherWhatTheColoursAre)
     EXPECT_NEAR(points[1].lab.L, 80.95f, 1e-3f); // the mean of what lies in the cell
 }
 
-TEST(GatheredColours, areNeverMoreThanWanted)
+TEST(GatheredColours, areAtMostTheMaximum)
 {
     std::vector<KVGamut::LabPoint> colours;
     for (int L = 0; L < 100; L += 5)
@@ -225,7 +236,7 @@ TEST_F(PicturePixels, areConvertedThroughTheEmbeddedProfile)
     EXPECT_LT((vectorOf(set.points[0].lab) - QVector3D(63.27f, 90.38f, 78.16f)).length(), 1.0f);
 }
 
-TEST_F(PicturePixels, countAsSrgbWhereNothingElseIsSaid)
+TEST_F(PicturePixels, areTakenAsSrgbWithoutAProfile)
 {
     const PointSet set = readPicturePoints(save(red(4, 4))).value();
     ASSERT_EQ(set.points.size(), 1);
@@ -233,7 +244,7 @@ TEST_F(PicturePixels, countAsSrgbWhereNothingElseIsSaid)
     EXPECT_EQ(set.note.value().code, Problem::Code(ProblemCode::PictureTakenAsSrgb));
 }
 
-TEST_F(PicturePixels, weighAsMuchAsTheirShareOfThePicture)
+TEST_F(PicturePixels, haveTheWeightOfTheirShare)
 {
     QImage picture = red(40, 10);
     for (int y = 0; y < 10; ++y)
@@ -245,7 +256,7 @@ TEST_F(PicturePixels, weighAsMuchAsTheirShareOfThePicture)
     EXPECT_NEAR(white.weight, 0.25, 1e-9);
 }
 
-TEST_F(PicturePixels, ofABigPictureAreASample)
+TEST_F(PicturePixels, areSampledInLargePictures)
 {
     QImage picture = red(2000, 1000);
     for (int y = 0; y < 1000; ++y)
@@ -257,7 +268,7 @@ TEST_F(PicturePixels, ofABigPictureAreASample)
     EXPECT_NEAR(white.weight, 0.25, 0.01);
 }
 
-TEST_F(PicturePixels, thatAreTransparentAreLeftOut)
+TEST_F(PicturePixels, areLeftOutWhereTransparent)
 {
     QImage picture(4, 4, QImage::Format_ARGB32);
     picture.fill(Qt::transparent);
@@ -266,7 +277,7 @@ TEST_F(PicturePixels, thatAreTransparentAreLeftOut)
     EXPECT_EQ(readPicturePoints(save(picture)).value().points.size(), 1);
 }
 
-TEST_F(PicturePixels, ofInksAreRefused)
+TEST_F(PicturePixels, areRefusedInCmyk)
 {
     const QString path = folder.filePath(QStringLiteral("inks.jpg"));
     QFile profile(QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"));

@@ -12,7 +12,7 @@ namespace {
 
 const QDir folder(QStringLiteral("/data/job"));
 
-/// A session in which nothing has its default.
+/// A session without default values.
 Session everything()
 {
     Session session;
@@ -31,12 +31,12 @@ Session everything()
     file.input = QStringLiteral("/data/job/inks/größe 1.icc");
     session.gamuts = {builtIn, file};
     session.active = 1;
-    session.view.camera = {{1, 2, 3}, {4, 5, 6.5f}, true, 45.0f};
-    session.view.background = QColor(1, 2, 3);
+    session.view.camera = {{1, 2, 3}, {4, 5, 6.5f}, 45.0f, true};
+    session.view.theme.background = QColor(1, 2, 3);
     session.view.grid = false;
     session.view.axes = false;
     session.view.plane = true;
-    session.view.clip = 62.5f;
+    session.view.clipping = 62.5f;
     session.view.light = {7, 8, 9};
     session.view.lightColor = QColor(250, 240, 230);
     session.points = {QStringLiteral("/data/job/chart.ti3"), QStringLiteral("/elsewhere/photo.jpg")};
@@ -44,26 +44,23 @@ Session everything()
     return session;
 }
 
-std::optional<Session> read(const QByteArray& json, const QDir& from = folder)
+Result<Session> read(const QByteArray& json, const QDir& from = folder)
 {
-    QString problem;
-    const auto session = Session::fromJson(json, from, problem);
-    EXPECT_EQ(session.has_value(), problem.isEmpty());
-    return session;
+    return Session::fromJson(json, from);
 }
 
-/// What is said of a session in which @p change was made.
-QString problemWith(const std::function<void(QJsonObject&)>& change)
+/// The problem of a session in which @p change was made.
+Problem problemWith(const std::function<void(QJsonObject&)>& change)
 {
     QJsonObject json = QJsonDocument::fromJson(everything().toJson(folder)).object();
     change(json);
-    QString problem;
-    EXPECT_FALSE(Session::fromJson(QJsonDocument(json).toJson(), folder, problem));
-    return problem;
+    const Result<Session> session = read(QJsonDocument(json).toJson());
+    EXPECT_FALSE(session);
+    return session ? Problem() : session.error();
 }
 
-/// The same where @p value stands for @p key of the first gamut.
-QString problemOfGamut(const char* key, const QJsonValue& value)
+/// The same with @p value for @p key of the first gamut.
+Problem problemOfGamut(const char* key, const QJsonValue& value)
 {
     return problemWith([&](QJsonObject& json) {
         QJsonArray gamuts = json[QLatin1String("gamuts")].toArray();
@@ -74,7 +71,7 @@ QString problemOfGamut(const char* key, const QJsonValue& value)
     });
 }
 
-QString problemOfView(const char* key, const QJsonValue& value)
+Problem problemOfView(const char* key, const QJsonValue& value)
 {
     return problemWith([&](QJsonObject& json) {
         QJsonObject view = json[QLatin1String("view")].toObject();
@@ -83,75 +80,104 @@ QString problemOfView(const char* key, const QJsonValue& value)
     });
 }
 
-TEST(Session, comesBackAsItWasWritten)
+void expectProblem(const Problem& problem, ProblemCode code, const QList<const char*>& arguments)
 {
-    EXPECT_EQ(read(everything().toJson(folder)), everything());
-    Session plain;
-    plain.view = everything().view;
-    plain.view.clip.reset();
-    EXPECT_EQ(read(plain.toJson(folder)), plain);
+    QStringList expected;
+    for (const char* argument : arguments)
+        expected.append(QLatin1String(argument));
+    EXPECT_EQ(problem.code, Problem::Code(code)) << arguments.value(0);
+    EXPECT_EQ(problem.arguments, expected);
 }
 
-TEST(Session, movesTogetherWithTheFilesBesideIt)
+TEST(Session, isReadBackAsItWasWritten)
+{
+    EXPECT_EQ(read(everything().toJson(folder)).value(), everything());
+    Session plain;
+    plain.view = everything().view;
+    plain.view.clipping.reset();
+    EXPECT_EQ(read(plain.toJson(folder)).value(), plain);
+}
+
+TEST(Session, findsFilesBesideItAfterAMove)
 {
     const auto moved = read(everything().toJson(folder), QDir(QStringLiteral("/new/place")));
     ASSERT_TRUE(moved);
     EXPECT_EQ(moved->gamuts[0].input, QStringLiteral("Rec2020"));
     EXPECT_EQ(moved->gamuts[1].input, QStringLiteral("/new/place/inks/größe 1.icc"));
     EXPECT_EQ(moved->points[0], QStringLiteral("/new/place/chart.ti3"));
-    EXPECT_EQ(moved->points[1], QStringLiteral("/elsewhere/photo.jpg")); // it does not lie beside it
+    EXPECT_EQ(moved->points[1], QStringLiteral("/elsewhere/photo.jpg")); // not in the folder
 }
 
-TEST(Session, givesDefaultsToWhatIsMissing)
+TEST(Session, hasDefaultsForMissingValues)
 {
     const auto session = read(R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB"}]})");
     ASSERT_TRUE(session);
     ASSERT_EQ(session->gamuts.size(), 1);
     EXPECT_EQ(session->gamuts[0].settings, GamutSettings());
     EXPECT_EQ(session->gamuts[0].look, KVGamutLook());
-    EXPECT_FALSE(session->view.clip);
+    EXPECT_FALSE(session->view.clipping);
     EXPECT_TRUE(session->points.isEmpty());
 }
 
-TEST(Session, refusesWhatIsNoSession)
+TEST(Session, keepsTheFormOfItsFiles)
+{
+    const auto session = read(R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB", "ambient": 0.25}],
+        "view": {"eye": [1, 2, 3], "light": [300, 200, -100], "background": "#010203", "clip": 40}})");
+    ASSERT_TRUE(session);
+    EXPECT_EQ(session->gamuts[0].look.ambientStrength, 0.25f);
+    EXPECT_EQ(session->view.camera.position, QVector3D(1, 2, 3));
+    EXPECT_EQ(session->view.light, QVector3D(200, -300, -100)); // the file has (-a*, L*, b*)
+    EXPECT_EQ(session->view.theme.background, QColor(1, 2, 3));
+    EXPECT_EQ(session->view.clipping, 40.0f);
+    const QJsonObject written = QJsonDocument::fromJson(session->toJson(folder)).object();
+    const QJsonObject view = written[QLatin1String("view")].toObject();
+    EXPECT_EQ(view[QLatin1String("light")].toArray(), (QJsonArray{300, 200, -100}));
+}
+
+TEST(Session, refusesOtherFiles)
 {
     for (const char* text : {"", "hello", "[]", "{}", "{\"gamuts\": []}", "{\"kvgamutSession\": 1"}) {
-        QString problem;
-        EXPECT_FALSE(Session::fromJson(text, folder, problem)) << text;
-        EXPECT_EQ(problem, QStringLiteral("it is no session of this program")) << text;
+        const auto session = read(text);
+        ASSERT_FALSE(session) << text;
+        expectProblem(session.error(), ProblemCode::NotASession, {});
     }
 }
 
-TEST(Session, refusesAVersionThatItDoesNotKnow)
+TEST(Session, refusesUnknownVersions)
 {
-    EXPECT_EQ(problemWith([](QJsonObject& json) { json[QLatin1String("kvgamutSession")] = 2; }),
-              QStringLiteral("\"kvgamutSession\" should be a number from 1 to 1"));
+    expectProblem(problemWith([](QJsonObject& json) { json[QLatin1String("kvgamutSession")] = 2; }),
+                  ProblemCode::SessionNotInRange, {"kvgamutSession", "1", "1"});
 }
 
-TEST(Session, saysWhichValueIsWrongAndWhatItShouldBe)
+TEST(Session, namesTheInvalidValueAndWhatItMustBe)
 {
-    EXPECT_EQ(
-        problemOfGamut("intent", QStringLiteral("nice")),
-        QStringLiteral("gamut 1: \"intent\" should be one of perceptual, relative, saturation, absolute"));
-    EXPECT_EQ(problemOfGamut("opacity", 1.5),
-              QStringLiteral("gamut 1: \"opacity\" should be a number from 0 to 1"));
-    EXPECT_EQ(problemOfGamut("visible", 1), QStringLiteral("gamut 1: \"visible\" should be true or false"));
-    EXPECT_EQ(problemOfGamut("color", QStringLiteral("reddish")),
-              QStringLiteral("gamut 1: \"color\" should be a colour like \"#40c0ff\""));
-    EXPECT_EQ(problemOfGamut("input", QString()), QStringLiteral("gamut 1: \"input\" should be a name"));
-    EXPECT_EQ(problemOfView("clip", QStringLiteral("high")),
-              QStringLiteral("view: \"clip\" should be a number from -1000 to 1000"));
-    EXPECT_EQ(problemOfView("eye", QJsonArray{1, 2}),
-              QStringLiteral("view: \"eye\" should be three numbers"));
-    EXPECT_EQ(problemOfView("eye", QJsonArray{4, 5, 6.5}),
-              QStringLiteral("view: \"eye\" should be another point than \"lookAt\""));
-    EXPECT_EQ(problemWith([](QJsonObject& json) { json[QLatin1String("active")] = 2; }),
-              QStringLiteral("\"active\" should be a number from 0 to 1"));
-    EXPECT_EQ(problemWith([](QJsonObject& json) { json[QLatin1String("points")] = QJsonArray{7}; }),
-              QStringLiteral("\"points\" should be a list of files"));
+    expectProblem(problemOfGamut("intent", QStringLiteral("nice")), ProblemCode::SessionNotOneOf,
+                  {"gamuts[0].intent", "perceptual, relative, saturation, absolute"});
+    expectProblem(problemOfGamut("opacity", 1.5), ProblemCode::SessionNotInRange,
+                  {"gamuts[0].opacity", "0", "1"});
+    expectProblem(problemOfGamut("visible", 1), ProblemCode::SessionNotBool, {"gamuts[0].visible"});
+    expectProblem(problemOfGamut("color", QStringLiteral("reddish")), ProblemCode::SessionNotColor,
+                  {"gamuts[0].color"});
+    expectProblem(problemOfGamut("input", QString()), ProblemCode::SessionNotName, {"gamuts[0].input"});
+    expectProblem(problemOfView("clip", QStringLiteral("high")), ProblemCode::SessionNotInRange,
+                  {"view.clip", "-1000", "1000"});
+    expectProblem(problemOfView("eye", QJsonArray{1, 2}), ProblemCode::SessionNotThreeValues, {"view.eye"});
+    expectProblem(problemOfView("eye", QJsonArray{4, 5, 6.5}), ProblemCode::SessionSamePoint,
+                  {"view.eye", "view.lookAt"});
 }
 
-TEST(FileKind, isToldByTheEndOfTheName)
+TEST(Session, namesInvalidValuesOfItsOwn)
+{
+    const auto problemOf = [](const char* key, const QJsonValue& value) {
+        return problemWith([&](QJsonObject& json) { json[QLatin1String(key)] = value; });
+    };
+    expectProblem(problemOf("active", 2), ProblemCode::SessionNotInRange, {"active", "0", "1"});
+    expectProblem(problemOf("points", QJsonArray{7}), ProblemCode::SessionNotFileList, {"points"});
+    expectProblem(problemOf("gamuts", 7), ProblemCode::SessionNotList, {"gamuts"});
+    expectProblem(problemOf("view", 7), ProblemCode::SessionNotGroup, {"view"});
+}
+
+TEST(FileKind, dependsOnTheSuffix)
 {
     EXPECT_EQ(fileKind(QStringLiteral("a b/printer.ICC")), FileKind::Gamut);
     EXPECT_EQ(fileKind(QStringLiteral("photo.jpeg")), FileKind::Gamut);

@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(Window, saysWhatToDoWhileNothingIsOpen)
+TEST_F(Window, welcomesWhileNothingIsOpen)
 {
     EXPECT_TRUE(control<QWidget>("welcome").isVisible());
     control<QPushButton>("welcomeExample").click();
@@ -55,9 +55,9 @@ TEST_F(Window, saysWhatToDoWhileNothingIsOpen)
     EXPECT_TRUE(control<QWidget>("welcome").isVisible());
 }
 
-TEST_F(Window, takesFilesThatAreDroppedAnywhere)
+TEST_F(Window, opensFilesThatAreDroppedAnywhere)
 {
-    drop(window, cmyk); // the view is not there yet
+    drop(window, cmyk); // while the welcome page covers the view
     ASSERT_TRUE(settle());
     drop(window.viewer(), cmyk);
     drop(innerWindow(), cmyk);
@@ -68,7 +68,7 @@ TEST_F(Window, takesFilesThatAreDroppedAnywhere)
     EXPECT_EQ(window.points().rowCount(), 1);
 }
 
-TEST_F(Window, leavesDropsAloneThatAreNoFiles)
+TEST_F(Window, ignoresDropsWithoutFiles)
 {
     QMimeData data;
     data.setText(QStringLiteral("words"));
@@ -78,7 +78,7 @@ TEST_F(Window, leavesDropsAloneThatAreNoFiles)
     EXPECT_FALSE(event.isAccepted());
 }
 
-TEST_F(Window, saysWhyAFileDoesNotOpenAndGoesOn)
+TEST_F(Window, reportsAFileThatDoesNotOpen)
 {
     QSignalSpy problems(&window, &MainWindow::problem);
     auto& bar = control<QWidget>("messageBar");
@@ -86,14 +86,14 @@ TEST_F(Window, saysWhyAFileDoesNotOpenAndGoesOn)
     open({write(QStringLiteral("no profile.icc"), "hello"), QStringLiteral("sRGB")});
     EXPECT_TRUE(bar.isVisible());
     ASSERT_EQ(problems.count(), 1);
-    EXPECT_TRUE(problems[0][0].toString().contains(QStringLiteral("no profile.icc")));
+    EXPECT_EQ(problems[0][0].value<Problem>().subject, path(QStringLiteral("no profile.icc")));
     ASSERT_EQ(window.gamuts().rowCount(), 1);
-    EXPECT_FLOAT_EQ(entry().look.opacity, 1.0f); // the first one to be seen is solid
+    EXPECT_FLOAT_EQ(entry().look.opacity, 1.0f); // the first visible gamut is solid
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(bar.isVisible());
 }
 
-TEST_F(Window, changesTheIntentWhileItLoadsAndShowsTheLast)
+TEST_F(Window, showsTheLastIntentChosenWhileLoading)
 {
     window.addGamut(cmyk, {KVVMRenderAbsoluteColorimetric, false, 65}, {});
     kvtest::spinFor(20);
@@ -106,7 +106,7 @@ TEST_F(Window, changesTheIntentWhileItLoadsAndShowsTheLast)
     EXPECT_NEAR(window.viewer().volume(entry().id), 411424.0f, 1500.0f);
 }
 
-TEST_F(Window, cancelsALoadAndKeepsWhatWasThere)
+TEST_F(Window, keepsThePresentGamutWhenALoadIsCancelled)
 {
     open({cmyk});
     const QImage before = settledPicture();
@@ -120,7 +120,7 @@ TEST_F(Window, cancelsALoadAndKeepsWhatWasThere)
     EXPECT_EQ(entry().settings, GamutSettings());
 }
 
-TEST_F(Window, isDestroyedInTheMidstOfLoading)
+TEST_F(Window, canBeDestroyedWhileLoading)
 {
     auto other = std::make_unique<MainWindow>();
     other->show();
@@ -132,7 +132,7 @@ TEST_F(Window, isDestroyedInTheMidstOfLoading)
     EXPECT_TRUE(kvtest::spinUntil([] { return KVCompletionProtocol::runningTasks().isEmpty(); }));
 }
 
-TEST_F(Window, tellsTheColourThatIsClicked)
+TEST_F(Window, describesTheClickedColour)
 {
     open({QStringLiteral("sRGB")});
     action("fromTop").trigger();
@@ -149,7 +149,70 @@ TEST_F(Window, tellsTheColourThatIsClicked)
     EXPECT_TRUE(window.viewer().markerSet().isEmpty());
 }
 
-TEST_F(Window, takesADragForNoClick)
+TEST_F(Window, describesWhatTheMarkerOfTheLastClickHides)
+{
+    open({QStringLiteral("sRGB")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    const QString text = control<QLabel>("finding").text();
+    ASSERT_TRUE(settle());
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    EXPECT_EQ(control<QLabel>("finding").text(), text);
+    EXPECT_EQ(window.viewer().markerSet().size(), 1);
+}
+
+TEST_F(Window, describesAPointInFrontOfASurface)
+{
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "name,L,a,b\nabove,120,0,0\n")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    const QString text = control<QLabel>("finding").text();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("above\nL* 120.0"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("outside sRGB"))) << text.toStdString();
+}
+
+TEST_F(Window, describesWhatTheCutReveals)
+{
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "name,L,a,b\nwithin,40,0,0\n")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    const auto text = [&] {
+        QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+        return control<QLabel>("finding").text();
+    };
+    EXPECT_TRUE(text().startsWith(QStringLiteral("Surface of sRGB"))) << text().toStdString();
+    action("cut").trigger(); // at L* 50
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(text().startsWith(QStringLiteral("within\nL* 40.0"))) << text().toStdString();
+}
+
+TEST_F(Window, keepsTheLookOfAGamutThatIsComputedAgain)
+{
+    open({cmyk});
+    KVGamutLook look = entry().look;
+    look.color = Qt::red;
+    look.opacity = 0.5f;
+    look.projection = false;
+    look.mode = KVGamut3DViewer::Flat;
+    window.gamuts().setLook(0, look);
+    window.gamuts().setSettings(0, {KVVMRenderRelativeColorimetric, false, -1});
+    ASSERT_TRUE(settle());
+    const QImage changedBefore = settledPicture();
+    EXPECT_EQ(window.view().look(entry().id), look);
+
+    action("closeAll").trigger(); // the same with the look set after the computation
+    window.addGamut(cmyk, {KVVMRenderRelativeColorimetric, false, -1}, {});
+    ASSERT_TRUE(settle());
+    window.gamuts().setLook(0, look);
+    EXPECT_EQ(settledPicture(), changedBefore);
+}
+
+TEST_F(Window, doesNotInspectAfterADrag)
 {
     open({QStringLiteral("sRGB")});
     const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
@@ -159,7 +222,7 @@ TEST_F(Window, takesADragForNoClick)
     EXPECT_TRUE(window.viewer().markerSet().isEmpty());
 }
 
-TEST_F(Window, copiesTheNumbersThatAreSelected)
+TEST_F(Window, copiesTheSelectedNumbers)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     auto& table = control<QTableView>("comparison");
@@ -191,7 +254,7 @@ TEST_F(Window, copiesAndPastesTheCamera)
     EXPECT_EQ(problems.count(), 1);
 }
 
-TEST_F(Window, savesThePictureAtAnySize)
+TEST_F(Window, savesPicturesOfAnySize)
 {
     open({QStringLiteral("sRGB")});
     ASSERT_TRUE(window.savePicture(path(QStringLiteral("größe 1.png")), {1500, 900}));
@@ -217,7 +280,7 @@ TEST_F(Window, savesTheSectionAsADrawing)
     EXPECT_FALSE(window.saveSection(path(QStringLiteral("s.doc"))));
 }
 
-TEST_F(Window, comesBackFromItsSession)
+TEST_F(Window, isRestoredFromItsSession)
 {
     open({QStringLiteral("sRGB"), cmyk, write(QStringLiteral("p.csv"), "60,-120,90\n50,0,0\n")});
     window.gamuts().setSettings(1, {KVVMRenderRelativeColorimetric, true, 9});
@@ -240,7 +303,7 @@ TEST_F(Window, comesBackFromItsSession)
     EXPECT_TRUE(action("cut").isChecked());
 }
 
-TEST_F(Window, keepsWhatIsShownWhenASessionIsBad)
+TEST_F(Window, keepsItsContentWhenASessionIsInvalid)
 {
     open({QStringLiteral("sRGB")});
     QSignalSpy problems(&window, &MainWindow::problem);
@@ -250,7 +313,7 @@ TEST_F(Window, keepsWhatIsShownWhenASessionIsBad)
     EXPECT_EQ(window.gamuts().rowCount(), 1);
 }
 
-TEST_F(Window, remembersWhatWasOpenedLast)
+TEST_F(Window, remembersRecentFiles)
 {
     RecentFiles::clear();
     const QString points = write(QStringLiteral("p.csv"), "50,0,0\n");
@@ -260,7 +323,7 @@ TEST_F(Window, remembersWhatWasOpenedLast)
     EXPECT_EQ(RecentFiles::list(), QStringList{cmyk});
 }
 
-TEST_F(Window, hasAKeyForEveryAction)
+TEST_F(Window, hasAUniqueKeyForEveryAction)
 {
     RecentFiles::clear();
     QHash<QString, QString> owners;
@@ -293,7 +356,7 @@ TEST_F(Window, listsItsKeysUnderH)
     }
 }
 
-TEST_F(Window, isReachableByTabAllAround)
+TEST_F(Window, reachesEveryControlByTab)
 {
     open({QStringLiteral("sRGB")});
     window.gamuts().setSettings(0, {KVVMRenderRelativeColorimetric, false, -1});
@@ -331,7 +394,7 @@ TEST_F(Window, followsADarkPalette)
     QApplication::setPalette(before);
 }
 
-TEST_F(Window, leavesTheViewItsOwnKeys)
+TEST_F(Window, passesKeysToTheView)
 {
     open({QStringLiteral("sRGB")});
     for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Plus}) {

@@ -2,6 +2,7 @@
 #include "WindowCase.h"
 
 #include "desktop/panels/PictureDialog.h"
+#include "model/points/Lab.h"
 
 #include <QtGui/QClipboard>
 #include <QtWidgets/QCheckBox>
@@ -92,7 +93,8 @@ TEST_F(Panels, showThePixelsOfAPictureThatIsDroppedOntoThePoints)
     EXPECT_EQ(window.gamuts().rowCount(), 1); // it is no gamut
     ASSERT_EQ(window.points().rowCount(), 1);
     ASSERT_EQ(window.points().set(0).points.size(), 1);
-    EXPECT_LT((window.points().set(0).points[0].lab - QVector3D(54.3f, 80.8f, 69.9f)).length(), 1.0f); // D50
+    EXPECT_LT((vectorOf(window.points().set(0).points[0].lab) - QVector3D(54.3f, 80.8f, 69.9f)).length(),
+              1.0f); // D50
 }
 
 // --- Section and clip -----------------------------------------------------------------------------------

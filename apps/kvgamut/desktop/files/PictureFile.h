@@ -3,7 +3,6 @@
 
 #include "model/problems/Problem.h"
 
-#include <QtCore/QString>
 #include <QtGui/QImage>
 
 #include <optional>
@@ -11,7 +10,6 @@
 /// Picture files, whose format is chosen by the suffix of the name; PNG without one.
 namespace PictureFile {
 
-/// @return why the file was not written
-std::optional<Problem> write(const QString& file, const QImage& picture);
+[[nodiscard]] std::optional<Problem> write(const QString& file, const QImage& picture);
 
 } // namespace PictureFile

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Session.h"
 
+#include "desktop/view/LightPosition.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/pictures/ObliqueView.h"
 
@@ -10,6 +11,7 @@
 
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -65,12 +67,12 @@ QString intoFolder(const QString& name, const QDir& folder)
     return BuiltInProfiles::names().contains(name) ? name : QDir::cleanPath(folder.absoluteFilePath(name));
 }
 
-/// Reads the members of one JSON object. The first value that is not right is remembered as the
-/// problem; after it everything answers its default.
+/// Reads the members of one JSON object. The first invalid value is kept as the problem; then everything
+/// keeps its default.
 class Reader
 {
 public:
-    Reader(const QJsonObject& object, QString place, QString& problem)
+    Reader(const QJsonObject& object, QString place, std::optional<Problem>& problem)
         : m_object(object), m_place(std::move(place)), m_problem(problem)
     {
     }
@@ -81,18 +83,18 @@ public:
         if (value.isBool())
             target = value.toBool();
         else
-            refuseUnlessMissing(key, value, QStringLiteral("true or false"));
+            refuse(key, value, ProblemCode::SessionNotBool);
     }
 
     template <typename Number>
-    void read(const char* key, Number& target, double least, double most) const
+    void read(const char* key, Number& target, double min, double max) const
     {
         const QJsonValue value = take(key);
         const double number = value.toDouble(std::nan(""));
-        if (number >= least && number <= most)
+        if (number >= min && number <= max)
             target = static_cast<Number>(number);
         else
-            refuseUnlessMissing(key, value, QStringLiteral("a number from %1 to %2").arg(least).arg(most));
+            refuse(key, value, ProblemCode::SessionNotInRange, {QString::number(min), QString::number(max)});
     }
 
     void read(const char* key, QString& target) const
@@ -101,7 +103,7 @@ public:
         if (value.isString() && !value.toString().isEmpty())
             target = value.toString();
         else
-            refuseUnlessMissing(key, value, QStringLiteral("a name"));
+            refuse(key, value, ProblemCode::SessionNotName);
     }
 
     void read(const char* key, QColor& target) const
@@ -111,22 +113,19 @@ public:
         if (value.isString() && color.isValid())
             target = color;
         else
-            refuseUnlessMissing(key, value, QStringLiteral("a colour like \"#40c0ff\""));
+            refuse(key, value, ProblemCode::SessionNotColor);
     }
 
     void read(const char* key, QVector3D& target) const
     {
         const QJsonValue value = take(key);
         const QJsonArray parts = value.toArray();
-        bool right = parts.size() == 3;
-        for (const auto& part : parts)
-            right = right && part.isDouble();
-        if (right)
+        if (parts.size() == 3 && parts[0].isDouble() && parts[1].isDouble() && parts[2].isDouble())
             target =
                 QVector3D(static_cast<float>(parts[0].toDouble()), static_cast<float>(parts[1].toDouble()),
                           static_cast<float>(parts[2].toDouble()));
         else
-            refuseUnlessMissing(key, value, QStringLiteral("three numbers"));
+            refuse(key, value, ProblemCode::SessionNotThreeValues);
     }
 
     template <typename Value>
@@ -141,45 +140,63 @@ public:
                 return;
             }
         }
-        refuseUnlessMissing(key, value, QStringLiteral("one of %1").arg(known.join(QStringLiteral(", "))));
+        refuse(key, value, ProblemCode::SessionNotOneOf, {known.join(QStringLiteral(", "))});
     }
 
-    void refuse(const char* key, const QString& expected) const
+    /// The strings of a list.
+    QStringList strings(const char* key) const
     {
-        if (m_problem.isEmpty())
-            m_problem = QStringLiteral("%1\"%2\" should be %3").arg(m_place, QLatin1String(key), expected);
+        QStringList result;
+        const QJsonArray values = array(key);
+        for (const auto& value : values) {
+            if (value.toString().isEmpty())
+                fail(key, ProblemCode::SessionNotFileList);
+            result.append(value.toString());
+        }
+        return result;
     }
 
     QJsonArray array(const char* key) const
     {
         const QJsonValue value = take(key);
         if (!value.isArray())
-            refuseUnlessMissing(key, value, QStringLiteral("a list"));
+            refuse(key, value, ProblemCode::SessionNotList);
         return value.toArray();
+    }
+
+    Reader group(const char* key) const
+    {
+        const QJsonValue value = take(key);
+        if (!value.isObject())
+            refuse(key, value, ProblemCode::SessionNotGroup);
+        return Reader(value.toObject(), placeOf(key) + QLatin1Char('.'), m_problem);
     }
 
     bool has(const char* key) const { return m_object.contains(QLatin1String(key)); }
 
-    Reader inside(const char* key) const
+    /// Where the value is in the file, such as "gamuts[0].opacity".
+    QString placeOf(const char* key) const { return m_place + QLatin1String(key); }
+
+    void fail(const char* key, ProblemCode code, const QStringList& arguments = {}) const
     {
-        const QJsonValue value = take(key);
-        if (!value.isObject())
-            refuseUnlessMissing(key, value, QStringLiteral("a group of values"));
-        return Reader(value.toObject(), QStringLiteral("%1%2: ").arg(m_place, QLatin1String(key)), m_problem);
+        if (!m_problem)
+            m_problem = Problem(code, QStringList(placeOf(key)) + arguments);
     }
 
 private:
     QJsonValue take(const char* key) const { return m_object.value(QLatin1String(key)); }
 
-    void refuseUnlessMissing(const char* key, const QJsonValue& value, const QString& expected) const
+    /// Fails unless the value is missing.
+    void refuse(const char* key, const QJsonValue& value, ProblemCode code,
+                const QStringList& arguments = {}) const
     {
         if (!value.isUndefined())
-            refuse(key, expected);
+            fail(key, code, arguments);
     }
 
     const QJsonObject m_object;
     const QString m_place;
-    QString& m_problem;
+    std::optional<Problem>& m_problem;
 };
 
 QJsonObject jsonOf(const Session::Gamut& gamut, const QDir& folder)
@@ -204,15 +221,15 @@ QJsonObject jsonOf(const Session::Gamut& gamut, const QDir& folder)
 
 Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
 {
-    constexpr double mostGridPoints = 129;
+    constexpr double maxGridPoints = 129;
     Session::Gamut gamut;
     reader.read("input", gamut.input);
     if (gamut.input.isEmpty())
-        reader.refuse("input", QStringLiteral("a name"));
+        reader.fail("input", ProblemCode::SessionNotName);
     gamut.input = intoFolder(gamut.input, folder);
     reader.read("intent", gamut.settings.intent, intentWords());
     reader.read("blackPointCompensation", gamut.settings.blackPointCompensation);
-    reader.read("gridPoints", gamut.settings.gridPoints, -1, mostGridPoints);
+    reader.read("gridPoints", gamut.settings.gridPoints, -1, maxGridPoints);
     reader.read("visible", gamut.look.visible);
     reader.read("mode", gamut.look.mode, modeWords());
     reader.read("opacity", gamut.look.opacity, 0, 1);
@@ -224,48 +241,47 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
     return gamut;
 }
 
-QJsonObject jsonOf(const ViewState& view)
+QJsonObject jsonOf(const KVViewState& view)
 {
     QJsonObject json{
-        {QStringLiteral("eye"), arrayOf(view.camera.eye)},
-        {QStringLiteral("lookAt"), arrayOf(view.camera.interest)},
+        {QStringLiteral("eye"), arrayOf(view.camera.position)},
+        {QStringLiteral("lookAt"), arrayOf(view.camera.interestPoint)},
         {QStringLiteral("orthogonal"), view.camera.orthogonal},
-        {QStringLiteral("angle"), view.camera.angle},
-        {QStringLiteral("background"), view.background.name()},
+        {QStringLiteral("angle"), view.camera.viewingAngle},
+        {QStringLiteral("background"), view.theme.background.name()},
         {QStringLiteral("grid"), view.grid},
         {QStringLiteral("axes"), view.axes},
         {QStringLiteral("plane"), view.plane},
-        {QStringLiteral("light"), arrayOf(view.light)},
+        {QStringLiteral("light"), arrayOf(LightPosition::toViewer(view.light))},
         {QStringLiteral("lightColor"), view.lightColor.name()},
     };
-    if (view.clip)
-        json.insert(QStringLiteral("clip"), *view.clip);
+    if (view.clipping)
+        json.insert(QStringLiteral("clip"), *view.clipping);
     return json;
 }
 
-ViewState viewOf(const Reader& reader)
+KVViewState viewOf(const Reader& reader)
 {
-    ViewState view;
-    view.camera.eye = ObliqueView().eye;
-    view.camera.interest = ObliqueView().lookAt;
-    view.background = Qt::gray;
-    view.light = QVector3D(0, 300, 0);
-    view.lightColor = Qt::white;
-    reader.read("eye", view.camera.eye);
-    reader.read("lookAt", view.camera.interest);
-    if (view.camera.eye == view.camera.interest)
-        reader.refuse("eye", QStringLiteral("another point than \"lookAt\""));
+    KVViewState view;
+    view.camera.position = ObliqueView().eye;
+    view.camera.interestPoint = ObliqueView().lookAt;
+    reader.read("eye", view.camera.position);
+    reader.read("lookAt", view.camera.interestPoint);
+    if (view.camera.position == view.camera.interestPoint)
+        reader.fail("eye", ProblemCode::SessionSamePoint, {reader.placeOf("lookAt")});
     reader.read("orthogonal", view.camera.orthogonal);
-    reader.read("angle", view.camera.angle, 1, 150);
-    reader.read("background", view.background);
+    reader.read("angle", view.camera.viewingAngle, 1, 150);
+    reader.read("background", view.theme.background);
     reader.read("grid", view.grid);
     reader.read("axes", view.axes);
     reader.read("plane", view.plane);
-    reader.read("light", view.light);
+    QVector3D light = LightPosition::toViewer(view.light);
+    reader.read("light", light);
+    view.light = LightPosition::fromViewer(light);
     reader.read("lightColor", view.lightColor);
     if (reader.has("clip")) {
-        view.clip = 0.0f;
-        reader.read("clip", *view.clip, -1000, 1000);
+        view.clipping = 0.0f;
+        reader.read("clip", *view.clipping, -1000, 1000);
     }
     return view;
 }
@@ -288,35 +304,29 @@ QByteArray Session::toJson(const QDir& folder) const
     return QJsonDocument(json).toJson(QJsonDocument::Indented);
 }
 
-std::optional<Session> Session::fromJson(const QByteArray& json, const QDir& folder, QString& problem)
+Result<Session> Session::fromJson(const QByteArray& json, const QDir& folder)
 {
-    problem.clear();
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (!document.isObject() || !document.object().contains(QLatin1String(versionKey))) {
-        problem = QStringLiteral("it is no session of this program");
-        return {};
-    }
-    const Reader reader(document.object(), {}, problem);
+    const QJsonObject object = QJsonDocument::fromJson(json).object();
+    if (!object.contains(QLatin1String(versionKey)))
+        return failure(ProblemCode::NotASession);
+    std::optional<Problem> problem;
+    const Reader reader(object, {}, problem);
     int found = 0;
     reader.read(versionKey, found, version, version);
 
     Session session;
     const QJsonArray gamutList = reader.array("gamuts");
     for (const auto& gamut : gamutList) {
-        const QString place = QStringLiteral("gamut %1: ").arg(session.gamuts.size() + 1);
+        const QString place = QStringLiteral("gamuts[%1].").arg(session.gamuts.size());
         session.gamuts.append(gamutOf(Reader(gamut.toObject(), place, problem), folder));
     }
     reader.read("active", session.active, 0, std::max<double>(0, session.gamuts.size() - 1.0));
-    session.view = viewOf(reader.inside("view"));
-    const QJsonArray pointList = reader.array("points");
-    for (const auto& file : pointList) {
-        if (file.toString().isEmpty())
-            reader.refuse("points", QStringLiteral("a list of files"));
-        session.points.append(QDir::cleanPath(folder.absoluteFilePath(file.toString())));
-    }
+    session.view = viewOf(reader.group("view"));
+    const QStringList files = reader.strings("points");
+    for (const QString& file : files)
+        session.points.append(QDir::cleanPath(folder.absoluteFilePath(file)));
     reader.read("tolerance", session.tolerance, 0, 100);
-    if (!problem.isEmpty())
-        return {};
+    if (problem)
+        return failure(*problem);
     return session;
 }

@@ -2,16 +2,16 @@
 #pragma once
 
 #include "desktop/models/GamutEntry.h"
-#include "desktop/view/ViewState.h"
+#include "model/problems/Result.h"
+
+#include <KVGamutView.h>
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDir>
 #include <QtCore/QList>
 #include <QtCore/QStringList>
 
-#include <optional>
-
-/// Everything that a window shows, as a value: what a session file keeps.
+/// Everything that a window shows, as a value: the content of a session file.
 struct Session
 {
     struct Gamut
@@ -25,17 +25,16 @@ struct Session
 
     QList<Gamut> gamuts;
     int active = 0;
-    ViewState view;
+    KVViewState view;       ///< without looks and settings, which `gamuts` has
     QStringList points;     ///< files of points and pictures, by their absolute paths
-    float tolerance = 1.0f; ///< dE76 to either side of the surface that count as its edge
+    float tolerance = 1.0f; ///< see PointLayer::tolerance()
 
-    /// JSON, for people to read. Files that lie in @p folder or below are named as seen from there:
-    /// the folder can move with its session.
+    /// Indented JSON. Files in @p folder or below are named relative to it, so that the folder can be moved
+    /// together with the session.
     QByteArray toJson(const QDir& folder) const;
-    /// Reads what toJson() wrote to a file in @p folder. What is missing takes its default; what is
-    /// there must be right.
-    /// @param problem what is wrong, for people; set when nothing is returned
-    static std::optional<Session> fromJson(const QByteArray& json, const QDir& folder, QString& problem);
+    /// Reads what toJson() wrote to a file in @p folder. Missing values have their defaults; a value of the
+    /// wrong type or out of range is a problem.
+    static Result<Session> fromJson(const QByteArray& json, const QDir& folder);
 
     bool operator==(const Session&) const = default;
 };

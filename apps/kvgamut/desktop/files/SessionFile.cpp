@@ -11,11 +11,10 @@ Result<Session> SessionFile::read(const QString& file)
     const Result<QByteArray> json = readInput(file);
     if (!json)
         return failure(json.error());
-    QString problem;
-    const auto session = Session::fromJson(*json, QFileInfo(file).absoluteDir(), problem);
+    Result<Session> session = Session::fromJson(*json, QFileInfo(file).absoluteDir());
     if (!session)
-        return failure(Problem(ProblemCode::OtherReason, {problem}, file));
-    return *session;
+        return failure(session.error().about(file));
+    return session;
 }
 
 std::optional<Problem> SessionFile::write(const QString& file, const Session& session)

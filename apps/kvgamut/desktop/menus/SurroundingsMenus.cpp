@@ -2,7 +2,7 @@
 #include "SurroundingsMenus.h"
 
 #include "MenuActions.h"
-#include "desktop/view/ViewState.h"
+#include "desktop/view/LightPosition.h"
 
 #include <QtGui/QActionGroup>
 #include <QtWidgets/QColorDialog>
@@ -43,22 +43,35 @@ void BackgroundMenu::showBackground(const QColor& background)
 LightMenu::LightMenu(KVGamut3DViewer& viewer, QWidget* parent)
     : QMenu(tr("L&ight"), parent), m_viewer(viewer), m_positions(new QActionGroup(this))
 {
-    addPosition("lightAbove", tr("From &above"), Qt::Key_F2, {0, 300, 0});
-    addPosition("lightLeft", tr("From the &left"), Qt::Key_F3, {300, 200, -200});
-    addPosition("lightRight", tr("From the &right"), Qt::Key_F4, {-300, 200, -200});
+    addPosition("lightAbove", tr("From &above"), Qt::Key_F2, {300, 0, 0});
+    addPosition("lightLeft", tr("From the &left"), Qt::Key_F3, {200, -300, -200});
+    addPosition("lightRight", tr("From the &right"), Qt::Key_F4, {200, 300, -200});
     const QAction* color = add(*this, "lightColor", tr("&Colour…"), QKeySequence(QStringLiteral("Shift+F2")));
     const QAction* white = add(*this, "lightWhite", tr("&White"), QKeySequence(QStringLiteral("Shift+F3")));
     connect(color, &QAction::triggered, this, &LightMenu::chooseColor);
-    connect(white, &QAction::triggered, this, [this] { setLight(m_viewer, m_viewer.lightPos(), Qt::white); });
+    connect(white, &QAction::triggered, this, [this] { setColor(Qt::white); });
 }
 
 void LightMenu::addPosition(const char* name, const QString& text, Qt::Key key, const QVector3D& position)
 {
     QAction* action = addCheckable(*this, name, text, QKeySequence(key));
     action->setData(position);
-    connect(action, &QAction::triggered, this,
-            [this, position] { setLight(m_viewer, position, m_viewer.lightColor()); });
+    connect(action, &QAction::triggered, this, [this, position] { setPosition(position); });
     m_positions->addAction(action);
+}
+
+// A change of the light waits for the next frame; setting the background draws one.
+
+void LightMenu::setPosition(const QVector3D& position)
+{
+    m_viewer.setLightPos(LightPosition::toViewer(position));
+    m_viewer.setBackground(m_viewer.background());
+}
+
+void LightMenu::setColor(const QColor& color)
+{
+    m_viewer.setLightColor(color);
+    m_viewer.setBackground(m_viewer.background());
 }
 
 void LightMenu::chooseColor()
@@ -66,7 +79,7 @@ void LightMenu::chooseColor()
     const QColor color =
         QColorDialog::getColor(m_viewer.lightColor(), parentWidget(), tr("Colour of the light"));
     if (color.isValid())
-        setLight(m_viewer, m_viewer.lightPos(), color);
+        setColor(color);
 }
 
 void LightMenu::showPosition(const QVector3D& position)

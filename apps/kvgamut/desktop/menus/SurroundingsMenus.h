@@ -30,10 +30,12 @@ class LightMenu : public QMenu
 public:
     LightMenu(KVGamut3DViewer& viewer, QWidget* parent);
 
-    void showPosition(const QVector3D& position);
+    void showPosition(const QVector3D& position); ///< (L*, a*, b*)
 
 private:
     void addPosition(const char* name, const QString& text, Qt::Key key, const QVector3D& position);
+    void setPosition(const QVector3D& position);
+    void setColor(const QColor& color);
     void chooseColor();
 
     KVGamut3DViewer& m_viewer;

@@ -98,13 +98,13 @@ void ViewMenu::addPanels(const QList<QDockWidget*>& panels)
     }
 }
 
-void ViewMenu::showState(const ViewState& state)
+void ViewMenu::showState(const KVViewState& state)
 {
     m_orthogonal->setChecked(state.camera.orthogonal);
     m_axes->setChecked(state.axes);
     m_grid->setChecked(state.grid);
     m_plane->setChecked(state.plane);
-    m_cut->setChecked(state.clip.has_value());
-    m_background->showBackground(state.background);
+    m_cut->setChecked(state.clipping.has_value());
+    m_background->showBackground(state.theme.background);
     m_light->showPosition(state.light);
 }

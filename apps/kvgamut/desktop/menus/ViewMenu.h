@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "desktop/view/ViewState.h"
+#include <KVGamutView.h>
 
 #include <QtWidgets/QMenu>
 
@@ -22,7 +22,7 @@ public:
     QAction* fullScreen; ///< connected by the window
 
     /// Checks the actions that @p state corresponds to.
-    void showState(const ViewState& state);
+    void showState(const KVViewState& state);
 
 private:
     void addCamera();

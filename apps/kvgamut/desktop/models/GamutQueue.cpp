@@ -13,7 +13,7 @@ constexpr int reportMs = 80;
 
 GamutQueue::GamutQueue(GamutListModel& model, QObject* parent) : QObject(parent), m_model(model)
 {
-    // one processor is left to the window
+    // one processor stays free for the window
     m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1));
     m_ticker.setInterval(reportMs);
     connect(&m_ticker, &QTimer::timeout, this, &GamutQueue::reportProgress);
@@ -84,7 +84,7 @@ GamutQueue::Outcome GamutQueue::compute(const QString& input, std::optional<Gamu
                                         const GamutSettings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;
-    if (protocol->isCancelled()) // while it waited for a thread
+    if (protocol->isCancelled()) // cancelled while it waited for a thread
         return outcome;
     if (!source) {
         Result<GamutSource> opened = GamutSource::open(input);
@@ -113,7 +113,7 @@ void GamutQueue::start(int row)
     Q_EMIT progressed();
 }
 
-/// Cancels the run in progress and forgets it: what it still reports is for nobody.
+/// Cancels the job and forgets it; finish() ignores its result.
 void GamutQueue::stop(const QString& id)
 {
     const Job job = m_jobs.take(id);

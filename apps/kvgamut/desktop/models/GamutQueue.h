@@ -11,11 +11,10 @@
 
 #include <optional>
 
-/// Computes the gamuts that a list asks for, in the background: opens the input, computes, reports
-/// progress and result to the list. The GUI thread never waits for it, but in the destructor, which
-/// cancels and waits until the workers have noticed.
+/// Computes the gamuts of a list in the background: opens each input, computes, and reports progress and
+/// result to the list. The destructor cancels and waits for the workers; nothing else waits.
 ///
-/// The model must outlive it.
+/// The list must outlive it.
 class GamutQueue : public QObject
 {
     Q_OBJECT
@@ -23,7 +22,7 @@ public:
     explicit GamutQueue(GamutListModel& model, QObject* parent = nullptr);
     ~GamutQueue() override;
 
-    /// Gives up the load in progress of this gamut; the list goes back to the gamut that is there.
+    /// Cancels the load of this gamut; the list goes back to the gamut that it had.
     void cancel(const QString& id);
     void cancelAll();
     bool isBusy() const { return !m_jobs.isEmpty(); }
@@ -31,9 +30,9 @@ public:
     float progress() const;
 
 Q_SIGNALS:
-    /// A load ended without a gamut and was not cancelled: why, naming the input.
-    void failed(Problem problem);
-    /// Loads have begun, moved on or ended: isBusy() and progress() answer anew.
+    /// A load failed and was not cancelled; the problem names the input.
+    void failed(const Problem& problem);
+    /// A load started, progressed or ended: isBusy() and progress() may have changed.
     void progressed();
     /// The last load in progress has ended.
     void idle();
@@ -41,7 +40,7 @@ Q_SIGNALS:
 private:
     struct Job
     {
-        int ticket = 0; ///< tells a report of this run from one of a run that was replaced
+        int ticket = 0; ///< tells results of this job from those of a job that it replaced
         KVCompletionProtocolPtr protocol;
     };
     struct Outcome
@@ -63,8 +62,8 @@ private:
 
     GamutListModel& m_model;
     QHash<QString, Job> m_jobs;
-    QHash<QString, std::optional<GamutSource>>
-        m_sources; ///< opened once: what was looked at first is what is reloaded
+    /// Inputs stay open, so that new settings apply to the content that was read first.
+    QHash<QString, std::optional<GamutSource>> m_sources;
     QThreadPool m_pool;
     QTimer m_ticker;
     int m_lastTicket = 0;

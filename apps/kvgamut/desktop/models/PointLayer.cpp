@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::array<Side, 3> sides{Side::Inside, Side::Edge, Side::Outside};
 
-// Points of equal size: three sizes tell a picture's rare colours from its common ones and cost no more
-// than three sets.
+// Three sizes tell the rare colours of a picture from its common ones. A point set has one size, so that more
+// sizes would cost more sets.
 constexpr std::array<int, 3> diameters{3, 5, 8};
 constexpr int unweightedDiameter = 4;
 constexpr std::array<double, 2> sizeSteps{0.002, 0.01}; // shares of the pixels
@@ -76,11 +76,6 @@ QColor PointLayer::colorOf(Side side)
         return QColor(0xd7, 0x26, 0x5a);
     }
     return {};
-}
-
-float PointLayer::diameter(const MeasuredPoint& point) const
-{
-    return static_cast<float>(diameterOf(point));
 }
 
 int PointLayer::rowCount(const QModelIndex& parent) const
@@ -274,12 +269,13 @@ void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
 void PointLayer::redraw()
 {
     m_viewer.clearPointSet();
-    addTo(m_viewer);
+    m_places.clear();
+    draw();
     if (!m_layers.isEmpty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
-void PointLayer::addTo(KVGamut3DViewer& viewer) const
+void PointLayer::draw()
 {
     struct DotSet
     {
@@ -287,21 +283,31 @@ void PointLayer::addTo(KVGamut3DViewer& viewer) const
         QList<KVGamut3DViewer::ColoredPosition> dots;
     };
     QHash<QString, DotSet> sets;
-    for (const Layer& layer : m_layers) {
+    for (int row = 0; row < m_layers.size(); ++row) {
+        const Layer& layer = m_layers[row];
         for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
             const MeasuredPoint& point = layer.set.points[i];
             const bool judged = layer.judgedBy != 0;
             const QColor color =
                 judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.shownColor();
             const int diameter = diameterOf(point);
-            // judged points share a set for each side; others differ in colour only
-            const QString name = judged ? setName(color, diameter) : setName(Qt::white, diameter);
+            // one set for each side and diameter; points that are not judged share one per diameter
+            const QString name = setName(judged ? color : QColor(Qt::white), diameter);
             sets[name].diameter = diameter;
             sets[name].dots.append({color, vectorOf(point.lab)});
+            m_places[name].append({row, i});
         }
     }
     for (auto set = sets.cbegin(); set != sets.cend(); ++set) {
-        viewer.addPointSet(set.key(), set->dots);
-        viewer.setPointSetSize(set.key(), set->diameter);
+        m_viewer.addPointSet(set.key(), set->dots);
+        m_viewer.setPointSetSize(set.key(), set->diameter);
     }
+}
+
+std::optional<PointLayer::Place> PointLayer::placeOf(const QString& set, qsizetype index) const
+{
+    const QList<Place> places = m_places.value(set);
+    if (index < 0 || index >= places.size())
+        return {};
+    return places[index];
 }

@@ -10,11 +10,11 @@
 #include <array>
 #include <optional>
 
-/// Points of files in the scene, judged by the active gamut: a row for each file, with how much of it
-/// lies inside, at the edge and outside.
+/// The points of files in the scene, judged by the active gamut: a row for each file, with the shares of its
+/// points inside, at the edge and outside.
 ///
-/// Reads and judges in the background; nothing is waited for but in the destructor. The gamut list must
-/// outlive it, the viewer must as long as an event loop runs.
+/// Reads and judges in the background; only the destructor waits. The gamut list must outlive it, and so must
+/// the viewer as long as an event loop runs.
 class PointLayer : public QAbstractTableModel
 {
     Q_OBJECT
@@ -37,43 +37,47 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// Reads @p file and shows what it holds; a file that is there already is read again.
+    /// Reads @p file and shows its points; a file that is in the list already is read again.
     void open(const QString& file);
     void remove(int row);
     void clear();
     QStringList files() const;
     const PointSet& set(int row) const { return m_layers[row].set; }
 
-    /// dE76 to either side of the surface that count as its edge.
+    /// Points no farther than this from the surface, in dE76, are at the edge.
     float tolerance() const { return m_tolerance; }
     void setTolerance(float tolerance);
 
-    /// Whether everything was read and judged.
+    /// Whether every file is read and judged.
     bool isComplete() const;
-    /// The share of a row's points on @p side, by weight; nothing while it is not judged.
+    /// The share of a row's points on @p side, by weight; nullopt until the row is judged.
     std::optional<double> share(int row, Side side) const;
 
-    /// Diameter at which a point is drawn.
-    float diameter(const MeasuredPoint& point) const;
-    /// Draws the points into @p viewer, as they are judged now.
-    void addTo(KVGamut3DViewer& viewer) const;
+    /// A point of a file.
+    struct Place
+    {
+        int row = 0;
+        qsizetype index = 0; ///< in set(row)
+    };
+    /// The point that the viewer shows as number @p index of the point set @p set; nullopt if there is none.
+    std::optional<Place> placeOf(const QString& set, qsizetype index) const;
 
     static QColor colorOf(Side side);
 
 Q_SIGNALS:
-    /// A file could not be read: why, naming it.
-    void failed(Problem problem);
-    /// What should be known of a file that was read.
-    void noted(Problem note);
+    /// A file cannot be read; the problem names it.
+    void failed(const Problem& problem);
+    /// Something to know about a file that was read.
+    void noted(const Problem& note);
 
 private:
     struct Layer
     {
-        int ticket = 0; ///< of the reading in progress, or the last one
+        int ticket = 0; ///< of the latest request to read the file
         bool reading = true;
         PointSet set;
         quint64 judgedBy = 0;      ///< revision of the gamut that the distances belong to; 0: none
-        quint64 beingJudgedBy = 0; ///< the same of the judgement in progress
+        quint64 beingJudgedBy = 0; ///< the same for the computation in progress
         QList<float> distances;    ///< of each point from that gamut's surface
     };
 
@@ -83,10 +87,12 @@ private:
     const GamutEntry* judgingGamut() const;
     int rowOf(const QString& file) const;
     void redraw();
+    void draw();
 
     GamutListModel& m_gamuts;
     KVGamut3DViewer& m_viewer;
     QList<Layer> m_layers;
+    QHash<QString, QList<Place>> m_places; ///< of the points in each of the viewer's point sets
     float m_tolerance = 1.0f;
     int m_lastTicket = 0;
     QThreadPool m_pool;

@@ -3,13 +3,14 @@
 
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/PointLayer.h"
-#include "desktop/view/Picker.h"
+
+#include <KVGamutView.h>
 
 #include <QtCore/QCoreApplication>
 
 #include <optional>
 
-/// Finds and says what lies under the pointer: a point of the point layer, or the surface of a gamut.
+/// Describes what was clicked: a point of the point layer, or the surface of a gamut.
 class Inspector
 {
     Q_DECLARE_TR_FUNCTIONS(Inspector)
@@ -18,31 +19,18 @@ public:
     {
         QString name; ///< of the point, or the gamut's title
         QVector3D lab;
-        QString text; ///< name, Lab and LCh, and how far it is from the gamuts' surfaces, in lines
+        QString text; ///< name, Lab, LCh and distances to the gamuts' surfaces, a line each
     };
 
-    Inspector(const GamutListModel& gamuts, const PointLayer& points, KVGamut3DViewer& viewer)
-        : m_gamuts(gamuts), m_points(points), m_viewer(viewer)
-    {
-    }
+    Inspector(const GamutListModel& gamuts, const PointLayer& points) : m_gamuts(gamuts), m_points(points) {}
 
-    /// What @p ray meets first of what is shown; nothing when it meets nothing.
-    std::optional<Finding> look(const Picker::Ray& ray) const;
+    /// nullopt if @p hit is neither a gamut of the list nor a point of the layer.
+    std::optional<Finding> describe(const KVHit& hit) const;
 
 private:
-    struct Met
-    {
-        float distance = 0.0f;
-        QVector3D lab;
-        QString name;
-        int gamut = -1; ///< row of the gamut whose surface it is; -1: a point
-    };
-
-    std::optional<Met> surface(const Picker::Ray& ray) const;
-    std::optional<Met> point(const Picker::Ray& ray) const;
-    QString describe(const Met& met) const;
+    QString nameOf(const KVHit& hit) const;
+    QString textOf(const KVHit& hit, const QString& name) const;
 
     const GamutListModel& m_gamuts;
     const PointLayer& m_points;
-    KVGamut3DViewer& m_viewer;
 };

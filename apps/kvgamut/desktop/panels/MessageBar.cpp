@@ -7,7 +7,7 @@
 #include <QtWidgets/QToolButton>
 
 namespace {
-constexpr int mostMessages = 4;
+constexpr int maxMessages = 4;
 }
 
 MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
@@ -20,8 +20,9 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
     auto* sign = new QLabel;
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
+    m_label->setObjectName(QStringLiteral("message"));
     m_label->setWordWrap(true);
-    m_label->setTextFormat(Qt::PlainText); // messages hold file names
+    m_label->setTextFormat(Qt::PlainText); // file names may look like HTML
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* close = new QToolButton;
     close->setObjectName(QStringLiteral("dismiss"));
@@ -37,10 +38,10 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
     hide();
 }
 
-void MessageBar::say(const QString& message)
+void MessageBar::add(const QString& message)
 {
     m_messages.append(message);
-    while (m_messages.size() > mostMessages)
+    while (m_messages.size() > maxMessages)
         m_messages.removeFirst();
     m_label->setText(text());
     show();

@@ -6,19 +6,19 @@
 
 class QLabel;
 
-/// Says what went wrong above the view, without stopping the work: it stays until it is closed, and
-/// newer messages join those that are there.
+/// Shows messages above the view, without blocking it. They stay until they are dismissed; new ones are added
+/// below.
 class MessageBar : public QFrame
 {
     Q_OBJECT
 public:
     explicit MessageBar(QWidget* parent = nullptr);
 
-    void say(const QString& message);
+    void add(const QString& message);
     void dismiss();
     QString text() const { return m_messages.join(QLatin1Char('\n')); }
 
 private:
-    QStringList m_messages; ///< the last few
+    QStringList m_messages; ///< the last ones
     QLabel* m_label;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraControl.h"
 
+#include "CameraText.h"
 #include "ViewArea.h"
 
 #include <algorithm>
@@ -16,15 +17,20 @@ constexpr float maxAngle = 120.0f;
 
 CameraControl::CameraControl(ViewArea& area, QObject* parent) : QObject(parent), m_area(area) {}
 
-ViewCamera CameraControl::camera() const
+KVCamera CameraControl::camera() const
 {
-    return ViewCamera::of(m_area.viewer());
+    return m_area.view().camera();
 }
 
-void CameraControl::move(const ViewCamera& camera)
+int CameraControl::duration() const
+{
+    return m_isShown ? moveMs : 0;
+}
+
+void CameraControl::move(const KVCamera& camera)
 {
     m_isChosen = true;
-    camera.applyTo(m_area.viewer(), m_isShown ? moveMs : 0);
+    m_area.view().setCamera(camera, duration());
     Q_EMIT moved();
 }
 
@@ -35,17 +41,8 @@ void CameraControl::reset()
 
 void CameraControl::frameGamuts()
 {
-    KVGamut3DViewer& viewer = m_area.viewer();
-    QList<QVector3D> positions;
-    const QStringList ids = viewer.gamuts();
-    for (const QString& id : ids) {
-        if (!viewer.gamutVisible(id))
-            continue;
-        const auto faces = viewer.faceList(id);
-        for (const auto& face : faces)
-            positions.append(face);
-    }
-    move(framing(camera(), positions, m_area.aspect()));
+    m_isChosen = true;
+    m_area.view().frame({}, duration());
 }
 
 void CameraControl::lookFrom(KVGamut3DViewer::View preset)
@@ -56,10 +53,10 @@ void CameraControl::lookFrom(KVGamut3DViewer::View preset)
 
 void CameraControl::lookFrom(const QVector3D& direction)
 {
-    ViewCamera turned = camera();
-    turned.interest = QVector3D(50, 0, 0);
-    const float distance = (obliqueCamera(m_area.aspect()).eye - turned.interest).length();
-    turned.eye = turned.interest + direction * distance;
+    KVCamera turned = camera();
+    turned.interestPoint = QVector3D(50, 0, 0);
+    const float distance = (obliqueCamera(m_area.aspect()).position - turned.interestPoint).length();
+    turned.position = turned.interestPoint + direction * distance;
     move(turned);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "ViewState.h"
+#include <KVGamutView.h>
 
 #include <QtCore/QObject>
 
@@ -14,8 +14,8 @@ class CameraControl : public QObject
 public:
     explicit CameraControl(ViewArea& area, QObject* parent = nullptr);
 
-    ViewCamera camera() const;
-    void move(const ViewCamera& camera);
+    KVCamera camera() const;
+    void move(const KVCamera& camera);
     void reset();
     void frameGamuts();
     void lookFrom(KVGamut3DViewer::View preset);
@@ -25,7 +25,7 @@ public:
     void widenAngle();
     void narrowAngle();
 
-    /// Somebody else has set the camera: showFirst() keeps it.
+    /// The camera was set from outside: showFirst() keeps it.
     void keep() { m_isChosen = true; }
     /// To be called when the window is first shown and its shape is known: sets the default camera, unless
     /// another was chosen. From then on the camera moves instead of jumping.
@@ -35,6 +35,7 @@ Q_SIGNALS:
     void moved();
 
 private:
+    int duration() const;
     void changeAngle(float step);
 
     ViewArea& m_area;

@@ -7,10 +7,10 @@
 #include <QtWidgets/QVBoxLayout>
 
 ViewArea::ViewArea(QWidget* parent)
-    : QWidget(parent), m_viewer(new KVGamut3DViewer),
+    : QWidget(parent), m_viewer(new KVGamut3DViewer), m_view(new KVGamutView(m_viewer, this)),
       m_container(QWidget::createWindowContainer(m_viewer, this))
 {
-    m_viewer->setTitle(QStringLiteral("view")); // names it among the windows of the screen
+    m_viewer->setTitle(QStringLiteral("view")); // its name among the windows of the screen
     setObjectName(QStringLiteral("view"));
     setAccessibleName(tr("Gamuts in Lab space"));
     setFocusPolicy(Qt::StrongFocus);
@@ -19,18 +19,17 @@ ViewArea::ViewArea(QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_container);
 
-    // The pointer's events reach the viewer or the window inside it. Neither takes the keyboard: with it in a
-    // window of its own, the window manager, the container and Qt would pass it to and fro at each click, and
-    // on to the control that comes next.
+    // Pointer events reach the viewer or the window inside it. Neither accepts the keyboard focus: if one of
+    // these windows did, each click would move the focus between it, the container and the next control.
     QList<QWindow*> windows = m_viewer->findChildren<QWindow*>();
     windows.append(m_viewer);
     for (QWindow* window : std::as_const(windows)) {
         window->installEventFilter(this);
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
     }
-    connect(m_viewer, &KVGamut3DViewer::click, this, [this](QPoint p, QVector3D origin, QVector3D direction) {
+    connect(m_viewer, &KVGamut3DViewer::click, this, [this](QPoint p) {
         if ((p - m_pressed).manhattanLength() < QApplication::startDragDistance())
-            Q_EMIT clicked(origin, direction);
+            Q_EMIT clicked(m_view->hitAt(p));
     });
 }
 
@@ -52,17 +51,17 @@ bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 
 void ViewArea::keyPressEvent(QKeyEvent* event)
 {
-    handOn(event);
+    passOn(event);
 }
 
 void ViewArea::keyReleaseEvent(QKeyEvent* event)
 {
-    handOn(event);
+    passOn(event);
 }
 
-/// Only what the viewer has a use for: any key ends a camera move in progress, where it is, and Ctrl is
-/// soon pressed after a key that moves the camera.
-void ViewArea::handOn(QKeyEvent* event)
+/// Only the keys that the viewer uses: any key stops a camera move in progress, and Ctrl is often pressed
+/// soon after a key that moves the camera.
+void ViewArea::passOn(QKeyEvent* event)
 {
     switch (event->key()) {
     case Qt::Key_Left:
@@ -79,7 +78,7 @@ void ViewArea::handOn(QKeyEvent* event)
     }
 }
 
-/// Keys that are held now are released elsewhere. Of these the viewer remembers Shift.
+/// A key that is held now will be released in another widget. Shift is the one whose state the viewer keeps.
 void ViewArea::focusOutEvent(QFocusEvent* event)
 {
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <KVGamut3DViewer.h>
+#include <KVGamutView.h>
 
 #include <QtWidgets/QWidget>
 
-/// The viewer as a part of a window of widgets: the widget that has the keyboard for it and hands the keys
-/// on, its container, and clicks told from drags.
+/// The viewer as a widget: holds the keyboard focus for it and passes keys on, and tells clicks from drags.
 class ViewArea : public QWidget
 {
     Q_OBJECT
@@ -15,13 +14,14 @@ public:
 
     KVGamut3DViewer& viewer() { return *m_viewer; }
     const KVGamut3DViewer& viewer() const { return *m_viewer; }
-    float aspect() const;
+    KVGamutView& view() { return *m_view; }
+    float aspect() const; ///< width by height
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// The scene was clicked, not dragged: the ray under the pointer, as KVGamut3DViewer::click() has it.
-    void clicked(QVector3D origin, QVector3D direction);
+    /// The scene was clicked, not dragged.
+    void clicked(const KVHit& hit);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -29,9 +29,10 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    void handOn(QKeyEvent* event);
+    void passOn(QKeyEvent* event);
 
     KVGamut3DViewer* m_viewer; ///< owned by its container
+    KVGamutView* m_view;
     QWidget* m_container;
     QPoint m_pressed;
 };

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-ViewerBinding::ViewerBinding(GamutListModel& model, KVGamut3DViewer& viewer, QObject* parent)
-    : QObject(parent), m_model(model), m_viewer(viewer)
+ViewerBinding::ViewerBinding(GamutListModel& model, KVGamutView& view, QObject* parent)
+    : QObject(parent), m_model(model), m_view(view)
 {
     connect(&model, &QAbstractItemModel::dataChanged, this, &ViewerBinding::onDataChanged);
     connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &ViewerBinding::onRowsAboutToBeRemoved);
@@ -20,10 +20,11 @@ bool ViewerBinding::isUpToDate() const
 void ViewerBinding::onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles)
 {
     for (int row = first.row(); row <= last.row(); ++row) {
+        const GamutEntry& entry = m_model.at(row);
         if (roles.contains(GamutListModel::GamutRole))
-            show(row);
-        if (roles.contains(GamutListModel::LookRole))
-            changeLook(row);
+            show(entry);
+        else if (roles.contains(GamutListModel::LookRole) && entry.hasGamut())
+            m_view.setLook(entry.id, entry.look);
     }
 }
 
@@ -31,55 +32,26 @@ void ViewerBinding::onRowsAboutToBeRemoved(const QModelIndex&, int first, int la
 {
     for (int row = first; row <= last; ++row) {
         m_shown.remove(m_model.at(row).id);
-        m_viewer.removeGamut(m_model.at(row).id);
+        m_view.remove(m_model.at(row).id);
     }
 }
 
-/// Hands the computed gamut to the viewer as a saved one: the viewer builds its meshes of it in the
-/// background and does not compute it again.
-void ViewerBinding::show(int row)
+void ViewerBinding::show(const GamutEntry& entry)
 {
-    const GamutEntry& entry = m_model.at(row);
     m_shown.remove(entry.id);
-    m_viewer.load(entry.id, entry.gamut.serialize(),
-                  [this, revision = entry.revision](const QString& id, bool ok) {
-                      if (ok)
-                          onShown(id, revision);
-                  });
+    m_view.setLook(entry.id, entry.look);
+    m_view.show(entry.id, entry.gamut, this,
+                [this, id = entry.id, revision = entry.revision](const std::optional<KVProblem>& problem) {
+                    onShown(id, revision, problem);
+                });
 }
 
-void ViewerBinding::onShown(const QString& id, quint64 revision)
+void ViewerBinding::onShown(const QString& id, quint64 revision, const std::optional<KVProblem>& problem)
 {
     const int row = m_model.rowOf(id);
-    if (row < 0)
-        return;
-    dress(m_model.at(row));
+    if (row < 0 || m_model.at(row).revision != revision)
+        return; // removed, or computed again meanwhile
     m_shown.insert(id, revision);
-    Q_EMIT shown(id);
-}
-
-/// The viewer cannot take a colour back: a gamut that is to show its own ones again is made anew.
-void ViewerBinding::changeLook(int row)
-{
-    const GamutEntry& entry = m_model.at(row);
-    if (entry.look.color.isValid() || !m_viewer.gamutColor(entry.id).isValid()) {
-        dress(entry);
-        return;
-    }
-    m_viewer.removeGamut(entry.id);
-    if (entry.hasGamut())
-        show(row);
-}
-
-void ViewerBinding::dress(const GamutEntry& entry)
-{
-    const KVGamutLook& look = entry.look;
-    m_viewer.setGamutVisible(entry.id, look.visible);
-    m_viewer.setDisplayMode(entry.id, look.mode);
-    m_viewer.changeGamutColor(entry.id, look.color);
-    m_viewer.changeGamutAlpha(entry.id, look.opacity, 0);
-    m_viewer.setGamutAmbientStrength(entry.id, look.ambientStrength);
-    m_viewer.setDisplayGamut(entry.id, look.surface);
-    m_viewer.setDisplayProjection(entry.id, look.projection);
-    m_viewer.setDisplayPrimaries(entry.id, look.primaries);
+    if (problem)
+        Q_EMIT failed(Problem(*problem).about(m_model.at(row).input));
 }

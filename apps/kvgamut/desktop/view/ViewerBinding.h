@@ -2,33 +2,34 @@
 #pragma once
 
 #include "desktop/models/GamutListModel.h"
+#include "model/problems/Problem.h"
+
+#include <KVGamutView.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QObject>
 
-/// Keeps a viewer showing what a list of gamuts says. Both must outlive it.
+/// Shows the gamuts of a list in the viewer, with their looks. Both must outlive it.
 class ViewerBinding : public QObject
 {
     Q_OBJECT
 public:
-    ViewerBinding(GamutListModel& model, KVGamut3DViewer& viewer, QObject* parent = nullptr);
+    ViewerBinding(GamutListModel& model, KVGamutView& view, QObject* parent = nullptr);
 
-    /// Whether the viewer shows every gamut that was computed, none of them on its way.
+    /// Whether the viewer shows every gamut as it was computed last.
     bool isUpToDate() const;
 
 Q_SIGNALS:
-    /// The viewer shows the gamut as it was computed last.
-    void shown(QString id);
+    /// A computed gamut cannot be shown, for example because memory does not suffice.
+    void failed(const Problem& problem);
 
 private:
     void onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
-    void show(int row);
-    void onShown(const QString& id, quint64 revision);
-    void changeLook(int row);
-    void dress(const GamutEntry& entry);
+    void show(const GamutEntry& entry);
+    void onShown(const QString& id, quint64 revision, const std::optional<KVProblem>& problem);
 
     GamutListModel& m_model;
-    KVGamut3DViewer& m_viewer;
+    KVGamutView& m_view;
     QHash<QString, quint64> m_shown; ///< which revision of each gamut the viewer shows
 };
