@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Updates apps/kvgamut/desktop/language/translations/*.ts from the sources of the window:
+# Updates apps/kvgamut/desktop/language/translations/*.ts from the texts of the window and the sentences of
+# problems:
 #
 #   tools/refresh_translations.sh [LANGUAGE ...]      a new language, such as "fr"
 #
@@ -10,6 +11,7 @@ set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 desktop="$root/apps/kvgamut/desktop"
+sources=("$desktop" "$root/apps/kvgamut/model/problems/ProblemText.cpp" "$root/platform/core/Problem.cpp")
 lupdate=$(command -v lupdate || true)
 [[ -x /usr/lib/qt6/bin/lupdate ]] && lupdate=/usr/lib/qt6/bin/lupdate
 if [[ -z $lupdate ]]; then
@@ -19,7 +21,7 @@ fi
 
 refresh() { # LANGUAGE FILE
     "$lupdate" -silent -no-obsolete -locations none -source-language en -target-language "$1" \
-        -extensions cpp,h "$desktop" -ts "$2"
+        -extensions cpp,h "${sources[@]}" -ts "$2"
     echo "$2: $(grep -c 'type="unfinished"' "$2" || true) texts to translate"
 }
 

@@ -33,7 +33,7 @@ TEST_F(ViewTest, showsTheRestWhenOneInputIsBad)
     EXPECT_EQ(m_process.readAllStandardError(), "kvgamut: 'missing.icc': no such file\n");
 }
 
-TEST_F(ViewTest, endsWhenThereIsNothingToShow)
+TEST_F(ViewTest, exitsWithoutAGamutToShow)
 {
     EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("missing.icc")}), BadInput,
                            QStringLiteral("kvgamut: 'missing.icc': no such file")));
@@ -42,7 +42,7 @@ TEST_F(ViewTest, endsWhenThereIsNothingToShow)
     EXPECT_EQ(grey.errors.count('\n'), 1);
 }
 
-TEST_F(ViewTest, staysWithNothingToShowWhenAskedTo)
+TEST_F(ViewTest, staysOpenWithoutGamutsOnRequest)
 {
     open({QStringLiteral("missing.icc"), QStringLiteral("--stay")});
     EXPECT_TRUE(
@@ -51,7 +51,7 @@ TEST_F(ViewTest, staysWithNothingToShowWhenAskedTo)
     EXPECT_EQ(m_process.state(), QProcess::Running);
 }
 
-TEST_F(ViewTest, waitsForFilesWhenNothingIsNamed)
+TEST_F(ViewTest, staysOpenWithoutInputs)
 {
     open({});
     EXPECT_TRUE(
@@ -70,12 +70,12 @@ TEST_F(ViewTest, restoresASession)
     EXPECT_EQ(m_process.readAllStandardError(), "");
 }
 
-TEST_F(ViewTest, endsWhenTheSessionIsNone)
+TEST_F(ViewTest, exitsWithAnInvalidSession)
 {
     write(path(QStringLiteral("a b.kvsession")), "hello");
     const QString file = path(QStringLiteral("a b.kvsession"));
     EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), QStringLiteral("--session"), file}), BadInput,
-                           QStringLiteral("kvgamut: '%1': it is no session of this program").arg(file)));
+                           QStringLiteral("kvgamut: '%1': not a session of this program").arg(file)));
 }
 
 /// A window from which a file can be dragged into other programs.
@@ -96,7 +96,7 @@ protected:
             return;
         auto* data = new QMimeData;
         data->setUrls({QUrl::fromLocalFile(m_file)});
-        auto* drag = new QDrag(this); // lives until the other program has fetched what it wants
+        auto* drag = new QDrag(this); // lives until the other program has fetched the data
         drag->setMimeData(data);
         drag->exec(Qt::CopyAction);
     }
@@ -105,7 +105,7 @@ private:
     const QString m_file;
 };
 
-TEST_F(ViewTest, opensAFileThatIsDroppedOntoTheScene)
+TEST_F(ViewTest, opensAFileDroppedOntoTheScene)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("1200x900")});
     ASSERT_TRUE(

@@ -2,6 +2,7 @@
 #include "desktop/files/Session.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/language/Translations.h"
+#include "desktop/view/CameraText.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,7 @@
 
 #include <map>
 
-// Each language of the window against the sources, and which language is chosen.
+// Each language of the window compared with the sources, and the choice of the language.
 
 namespace {
 
@@ -69,7 +70,7 @@ QStringList keysOf(const std::map<QString, Text>& texts)
     return keys;
 }
 
-/// Everything in @p text that a translation keeps: places, patterns of files, what follows in a dialog.
+/// What a translation of @p text must keep: placeholders, file patterns, ellipses, surrounding punctuation.
 QStringList keptParts(const QString& text)
 {
     static const QRegularExpression kept(
@@ -109,7 +110,7 @@ QStringList translatedLanguages()
 INSTANTIATE_TEST_SUITE_P(Of, Translation, testing::ValuesIn(translatedLanguages()),
                          [](const auto& language) { return language.param.toStdString(); });
 
-TEST_P(Translation, hasTheTextsOfTheSourcesAndNoOthers)
+TEST_P(Translation, hasExactlyTheTextsOfTheSources)
 {
     const QTemporaryDir folder;
     const QString fresh = folder.filePath(QStringLiteral("fresh.ts"));
@@ -117,9 +118,11 @@ TEST_P(Translation, hasTheTextsOfTheSourcesAndNoOthers)
     lupdate.start(QStringLiteral(KVGAMUT_LUPDATE),
                   {QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none"),
                    QStringLiteral("-extensions"), QStringLiteral("cpp,h"), QStringLiteral(KVGAMUT_DESKTOP),
-                   QStringLiteral("-ts"), fresh});
+                   QStringLiteral(KVGAMUT_SOURCES "/apps/kvgamut/model/problems/ProblemText.cpp"),
+                   QStringLiteral(KVGAMUT_SOURCES "/platform/core/Problem.cpp"), QStringLiteral("-ts"),
+                   fresh});
     ASSERT_TRUE(lupdate.waitForFinished(300000));
-    EXPECT_EQ(lupdate.readAllStandardError(), ""); // such as a text whose context is not known
+    EXPECT_EQ(lupdate.readAllStandardError(), ""); // for example about a text of unknown context
     EXPECT_EQ(keysOf(textsOf(file())), keysOf(textsOf(fresh))) << "run tools/refresh_translations.sh";
 }
 
@@ -132,7 +135,7 @@ TEST_P(Translation, isFinished)
     }
 }
 
-TEST_P(Translation, keepsPlacesPatternsAndUnderlinedLetters)
+TEST_P(Translation, keepsPlaceholdersPatternsAndMnemonics)
 {
     for (const auto& [key, text] : textsOf(file())) {
         for (const QString& translation : text.translations) {
@@ -147,7 +150,7 @@ TEST_P(Translation, isEmbedded)
     EXPECT_TRUE(Translations::embedded().contains(GetParam()));
 }
 
-TEST(Translations, takeTheFirstLanguageThatTheWindowSpeaks)
+TEST(Translations, chooseTheFirstLanguageThatIsTranslated)
 {
     const auto chosen = [](const QStringList& wanted) { return Translations(wanted).language(); };
     EXPECT_EQ(chosen({QStringLiteral("de")}), QStringLiteral("de"));
@@ -160,7 +163,7 @@ TEST(Translations, takeTheFirstLanguageThatTheWindowSpeaks)
     EXPECT_EQ(chosen({}), QStringLiteral("en"));
 }
 
-TEST(Translations, lastAsLongAsTheirObject)
+TEST(Translations, areRemovedWithTheirObject)
 {
     const QString english = ShownWords::intent(KVVMRenderSaturation);
     const QString number = QLocale().toString(1.5);
@@ -174,7 +177,7 @@ TEST(Translations, lastAsLongAsTheirObject)
     EXPECT_EQ(QLocale().toString(1.5), number);
 }
 
-TEST(Translations, writeNumbersAsTheSystemDoes)
+TEST(Translations, formatNumbersAsTheSystemDoes)
 {
     qputenv("LC_NUMERIC", "en_GB.UTF-8");
     const QByteArray all = qgetenv("LC_ALL");
@@ -187,14 +190,12 @@ TEST(Translations, writeNumbersAsTheSystemDoes)
     qputenv("LC_ALL", all);
 }
 
-TEST(Translations, leaveFilesAndTheCameraAsTheyAre)
+TEST(Translations, doNotChangeSessionsAndCameraText)
 {
     Session session;
     session.tolerance = 2.5f;
-    session.view.clip = 62.5f;
-    session.view.camera = {{1.5f, 2, 3}, {4, 5, 6.25f}, false, 30.5f};
-    session.view.background = Qt::gray;
-    session.view.lightColor = Qt::white;
+    session.view.clipping = 62.5f;
+    session.view.camera = {{1.5f, 2, 3}, {4, 5, 6.25f}, 30.5f, false};
     Session::Gamut gamut;
     gamut.input = QStringLiteral("sRGB");
     gamut.settings.intent = KVVMRenderSaturation;
@@ -202,14 +203,13 @@ TEST(Translations, leaveFilesAndTheCameraAsTheyAre)
     session.gamuts = {gamut};
     const QDir folder(QStringLiteral("/data"));
     const QByteArray english = session.toJson(folder);
-    const QString camera = session.view.camera.toText();
+    const QString camera = CameraText::write(session.view.camera);
 
     const Translations german({QStringLiteral("de")});
     EXPECT_EQ(session.toJson(folder), english);
-    EXPECT_EQ(session.view.camera.toText(), camera);
-    QString problem;
-    EXPECT_EQ(Session::fromJson(english, folder, problem), session);
-    EXPECT_EQ(ViewCamera::fromText(camera), session.view.camera);
+    EXPECT_EQ(CameraText::write(session.view.camera), camera);
+    EXPECT_EQ(Session::fromJson(english, folder).value(), session);
+    EXPECT_EQ(CameraText::read(camera), session.view.camera);
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include "desktop/language/Translations.h"
 #include "desktop/panels/KeyList.h"
 #include "desktop/panels/PictureDialog.h"
+#include "desktop/view/CameraText.h"
+#include "model/problems/ProblemText.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QClipboard>
@@ -25,20 +27,20 @@
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QTreeWidget>
 
-// The window in another language than that of its sources: all of it, and it works.
+// The window in another language than that of its sources.
 
 namespace {
 
 const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
 
-/// A base before the window: what speaks when the window is made.
-struct SpeaksGerman
+/// A base class before the window, so that the language is set when the window is made.
+struct GermanLanguage
 {
     std::unique_ptr<Translations> german =
         std::make_unique<Translations>(QStringList{QStringLiteral("de-DE")});
 };
 
-class GermanWindow : public SpeaksGerman, public kvtest::WindowCase
+class GermanWindow : public GermanLanguage, public kvtest::WindowCase
 {
 };
 
@@ -77,7 +79,7 @@ void addItems(const QTreeWidget& tree, QStringList& texts)
         texts.append(item->text(0));
 }
 
-/// Everything in @p top that a person reads or hears, in the order in which it was made.
+/// All visible and accessible texts of @p top, in the order of their widgets.
 QStringList textsOf(const QWidget& top)
 {
     QStringList texts{top.windowTitle()};
@@ -122,9 +124,9 @@ QStringList wordsOf(const QStringList& texts)
     return words;
 }
 
-TEST_F(GermanWindow, speaksGermanThroughout)
+TEST_F(GermanWindow, isGermanThroughout)
 {
-    RecentFiles::clear(); // whose names are in no language
+    RecentFiles::clear(); // file names are not translated
     action("keys").trigger();
     PictureDialog dialog({640, 480}, &window);
     const QStringList words = wordsOf(textsOf(window));
@@ -148,7 +150,7 @@ TEST_F(GermanWindow, speaksGermanThroughout)
         EXPECT_TRUE(names.contains(text)) << text.toStdString();
 }
 
-TEST_F(GermanWindow, worksAsTheEnglishOneDoes)
+TEST_F(GermanWindow, worksLikeTheEnglishOne)
 {
     const auto menus = window.menuBar()->actions();
     EXPECT_EQ(menus.first()->text(), QStringLiteral("&Datei"));
@@ -167,7 +169,7 @@ TEST_F(GermanWindow, worksAsTheEnglishOneDoes)
               QStringLiteral("Vergleich mit DisplayP3"));
 }
 
-TEST_F(GermanWindow, opensAMenuWithItsUnderlinedLetter)
+TEST_F(GermanWindow, opensAMenuByItsMnemonic)
 {
     QTest::keyClick(&window, Qt::Key_D, Qt::AltModifier);
     ASSERT_TRUE(kvtest::spinUntil([] { return QApplication::activePopupWidget() != nullptr; }));
@@ -175,21 +177,109 @@ TEST_F(GermanWindow, opensAMenuWithItsUnderlinedLetter)
     QApplication::activePopupWidget()->close();
 }
 
-TEST_F(GermanWindow, saysWhatWentWrongInGermanAndReportsItInEnglish)
+// --- Failures, on their way to the message bar --------------------------------------------------------
+
+class GermanFailure : public GermanWindow
+{
+protected:
+    /// Expects that the message bar shows @p message, and nothing else, soon.
+    void expectMessage(const QString& message)
+    {
+        const auto* label = control<QWidget>("messageBar").findChild<QLabel*>(QStringLiteral("message"));
+        ASSERT_NE(label, nullptr);
+        EXPECT_TRUE(kvtest::spinUntil([&] { return label->text() == message; }))
+            << label->text().toStdString() << "\ninstead of\n"
+            << message.toStdString();
+        EXPECT_TRUE(label->isVisible());
+    }
+};
+
+TEST_F(GermanFailure, ofAGamutIsShown)
+{
+    const QString missing = path(QStringLiteral("größe 1.icc"));
+    window.addGamut(missing);
+    expectMessage(QStringLiteral("„%1“: Datei nicht gefunden").arg(missing));
+}
+
+TEST_F(GermanFailure, ofTheColourEngineIsShown)
+{
+    window.addGamut(QStringLiteral("/usr/share/color/icc/ghostscript/default_gray.icc"));
+    expectMessage(QStringLiteral("„/usr/share/color/icc/ghostscript/default_gray.icc“: ein Gamut braucht "
+                                 "mindestens drei Kanäle; Grau hat einen"));
+}
+
+TEST_F(GermanFailure, ofPointsIsShown)
+{
+    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n50,0\n");
+    window.addPoints({file});
+    expectMessage(
+        QStringLiteral("„%1“: Zeile 2: erwartet werden L*, a*, b* und optional eine Farbe").arg(file));
+}
+
+TEST_F(GermanFailure, inANoteAboutPointsIsShown)
+{
+    const QString file = path(QStringLiteral("p.png"));
+    QImage picture(2, 2, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(file));
+    window.addPoints({file});
+    expectMessage(QStringLiteral("„%1“: kein eingebettetes Profil; die Farben werden als sRGB interpretiert")
+                      .arg(file));
+}
+
+TEST_F(GermanFailure, ofASessionIsShown)
+{
+    const QString file = write(QStringLiteral("a.kvsession"), R"({"kvgamutSession": 1, "tolerance": -1})");
+    EXPECT_FALSE(window.openSession(file));
+    expectMessage(QStringLiteral("„%1“: „tolerance“ muss eine Zahl von 0 bis 100 sein").arg(file));
+}
+
+TEST_F(GermanFailure, ofSavingIsShown)
+{
+    const QString file = path(QStringLiteral("no/a.kvsession"));
+    EXPECT_FALSE(window.saveSession(file));
+    expectMessage(
+        QStringLiteral("„%1“: nicht beschreibbar: Datei oder Verzeichnis nicht gefunden").arg(file));
+}
+
+TEST_F(GermanFailure, ofAPictureIsShown)
+{
+    open({QStringLiteral("sRGB")});
+    const QString file = path(QStringLiteral("p.xyz"));
+    EXPECT_FALSE(window.savePicture(file, {20, 20}));
+    expectMessage(QStringLiteral("„%1“: nicht unterstütztes Bildformat").arg(file));
+}
+
+TEST_F(GermanFailure, ofASectionIsShown)
+{
+    const QString file = path(QStringLiteral("s.doc"));
+    EXPECT_FALSE(window.saveSection(file));
+    expectMessage(QStringLiteral("„%1“: Schnitte werden als .svg oder .pdf gespeichert").arg(file));
+}
+
+TEST_F(GermanFailure, ofPastingACameraIsShown)
+{
+    open({QStringLiteral("sRGB")});
+    QGuiApplication::clipboard()->setText(QStringLiteral("no camera"));
+    window.pasteCamera();
+    const QString camera = CameraText::write(window.view().camera());
+    expectMessage(QStringLiteral("die Zwischenablage enthält keine Kamera; ein Beispiel: %1").arg(camera));
+}
+
+TEST_F(GermanFailure, isReportedAsAProblem)
 {
     QSignalSpy problems(&window, &MainWindow::problem);
     const QString missing = path(QStringLiteral("missing.icc"));
     window.addGamut(missing);
     ASSERT_TRUE(settle());
     ASSERT_EQ(problems.count(), 1);
-    EXPECT_EQ(problems[0][0].toString(), QStringLiteral("'%1': no such file").arg(missing));
-    const auto labels = control<QWidget>("messageBar").findChildren<QLabel*>();
-    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
-        return label->text() == QStringLiteral("Es gibt keine Datei „%1“").arg(missing);
-    }));
+    EXPECT_EQ(ProblemText::english(problems[0][0].value<Problem>()), // for standard error
+              QStringLiteral("'%1': no such file").arg(missing));
 }
 
-TEST_F(GermanWindow, showsNumbersWithACommaAndCopiesThemWithAPoint)
+// --- Numbers and sessions -----------------------------------------------------------------------------
+
+TEST_F(GermanWindow, showsDecimalCommasAndCopiesDecimalPoints)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     const auto* model = control<QTableView>("comparison").model();
@@ -206,7 +296,7 @@ TEST_F(GermanWindow, showsNumbersWithACommaAndCopiesThemWithAPoint)
     EXPECT_TRUE(ok);
 }
 
-TEST_F(GermanWindow, savesSessionsThatAnEnglishWindowOpens)
+TEST_F(GermanWindow, savesSessionsThatAnEnglishWindowReads)
 {
     open({QStringLiteral("sRGB")});
     control<QDoubleSpinBox>("clipNumber").setValue(62.5);
@@ -215,7 +305,7 @@ TEST_F(GermanWindow, savesSessionsThatAnEnglishWindowOpens)
     action("intent2").trigger();
     ASSERT_TRUE(settle());
     const Session saved = window.session();
-    ASSERT_EQ(saved.view.clip, 62.5f);
+    ASSERT_EQ(saved.view.clipping, 62.5f);
     ASSERT_TRUE(window.saveSession(path(QStringLiteral("a.kvsession"))));
 
     german.reset();
@@ -226,7 +316,7 @@ TEST_F(GermanWindow, savesSessionsThatAnEnglishWindowOpens)
     EXPECT_EQ(other.findChild<QMenuBar*>()->actions().first()->text(), QStringLiteral("&File"));
 }
 
-/// Whether every label and button of @p window that is shown has the room that its text needs.
+/// Expects that every visible label and button of @p window has room for its text.
 void expectRoomForTexts(const QWidget& window)
 {
     const auto widgets = window.findChildren<QWidget*>();
@@ -236,7 +326,7 @@ void expectRoomForTexts(const QWidget& window)
                                 qobject_cast<const QAbstractButton*>(widget) ||
                                 qobject_cast<const QComboBox*>(widget);
         if (!hasOneLine || !widget->isVisible() || widget->objectName().startsWith(QLatin1String("qt_")))
-            continue; // Qt's own buttons have signs
+            continue; // buttons of Qt, which have symbols
         EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
             << widget->objectName().toStdString() << ' ' << (label ? label->text().toStdString() : "");
         const QRect inParent(widget->mapTo(widget->parentWidget(), QPoint(0, 0)), widget->size());
@@ -245,7 +335,7 @@ void expectRoomForTexts(const QWidget& window)
     }
 }
 
-TEST_F(GermanWindow, hasRoomForItsWords)
+TEST_F(GermanWindow, hasRoomForItsTexts)
 {
     expectRoomForTexts(window); // the welcome
     open({QStringLiteral("sRGB")});
@@ -269,10 +359,10 @@ TEST_F(GermanWindow, listsItsKeysInFull)
     EXPECT_FALSE(tree.horizontalScrollBar()->isVisible());
 }
 
-// --- One letter, one thing ----------------------------------------------------------------------------
+// --- Mnemonics ----------------------------------------------------------------------------------------
 
-/// Notes that @p text claims its underlined letter among @p owners.
-void claim(const QString& text, QHash<QString, QString>& owners)
+/// Expects that the mnemonic of @p text is not used yet, and adds it to @p owners.
+void expectFree(const QString& text, QHash<QString, QString>& owners)
 {
     const QString letter = QKeySequence::mnemonic(text).toString();
     if (letter.isEmpty())
@@ -283,60 +373,60 @@ void claim(const QString& text, QHash<QString, QString>& owners)
     owners.insert(letter, text);
 }
 
-void expectLettersOfTheirOwn(const QMenu& menu)
+void expectUniqueMnemonics(const QMenu& menu)
 {
     QHash<QString, QString> owners;
     const auto actions = menu.actions();
     for (const QAction* action : actions) {
-        claim(action->text(), owners);
+        expectFree(action->text(), owners);
         if (action->menu())
-            expectLettersOfTheirOwn(*action->menu());
+            expectUniqueMnemonics(*action->menu());
     }
 }
 
-/// The menu bar and everything that can be reached with Alt and a letter at the same time.
-void expectLettersOfTheirOwn(const MainWindow& window)
+/// The menu bar and all controls that Alt and a letter reach at the same time.
+void expectUniqueMnemonics(const MainWindow& window)
 {
     QHash<QString, QString> owners;
     const auto menus = window.menuWidget()->actions();
     for (const QAction* menu : menus) {
-        claim(menu->text(), owners);
-        expectLettersOfTheirOwn(*menu->menu());
+        expectFree(menu->text(), owners);
+        expectUniqueMnemonics(*menu->menu());
     }
     const auto widgets = window.findChildren<QWidget*>();
     for (const QWidget* widget : widgets) {
         if (!widget->isVisible() || !widget->isEnabled())
             continue;
         if (const auto* label = qobject_cast<const QLabel*>(widget))
-            claim(label->buddy() ? label->text() : QString(), owners);
+            expectFree(label->buddy() ? label->text() : QString(), owners);
         if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
-            claim(button->text(), owners);
+            expectFree(button->text(), owners);
     }
     EXPECT_GT(owners.size(), 8);
 }
 
-TEST_F(GermanWindow, givesEveryLetterToOneThing)
+TEST_F(GermanWindow, usesEachMnemonicOnce)
 {
-    expectLettersOfTheirOwn(window);
+    expectUniqueMnemonics(window);
     open({QStringLiteral("sRGB")});
-    action("intent1").trigger(); // with the absolute intent a control is disabled
+    action("intent1").trigger(); // enables a control that the absolute intent disables
     KVGamutLook look = entry().look;
-    look.color = Qt::red; // as is one of a gamut in its own colours
+    look.color = Qt::red; // enables "Own colours"
     window.gamuts().setLook(0, look);
     ASSERT_TRUE(settle());
-    expectLettersOfTheirOwn(window);
+    expectUniqueMnemonics(window);
 }
 
-TEST_F(EnglishWindow, givesEveryLetterToOneThing)
+TEST_F(EnglishWindow, usesEachMnemonicOnce)
 {
-    expectLettersOfTheirOwn(window);
+    expectUniqueMnemonics(window);
     open({QStringLiteral("sRGB")});
     action("intent1").trigger();
     KVGamutLook look = entry().look;
     look.color = Qt::red;
     window.gamuts().setLook(0, look);
     ASSERT_TRUE(settle());
-    expectLettersOfTheirOwn(window);
+    expectUniqueMnemonics(window);
 }
 
 } // namespace

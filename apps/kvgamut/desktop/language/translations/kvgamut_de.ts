@@ -715,64 +715,8 @@ wird berechnet</translation>
 <context>
     <name>Problem</name>
     <message>
-        <source>no file was named</source>
-        <translation>Es ist keine Datei angegeben</translation>
-    </message>
-    <message>
-        <source>there is no file &apos;%1&apos;</source>
-        <translation>Es gibt keine Datei „%1“</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is not a file</source>
-        <translation>„%1“ ist keine Datei</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; is too large for a profile</source>
-        <translation>„%1“ ist zu groß für ein Profil</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; cannot be read: %2</source>
-        <translation>„%1“ ist nicht lesbar: %2</translation>
-    </message>
-    <message>
-        <source>the profile has no bytes</source>
-        <translation>das Profil ist leer</translation>
-    </message>
-    <message>
-        <source>too large for a profile</source>
-        <translation>zu groß für ein Profil</translation>
-    </message>
-    <message>
-        <source>this is no ICC profile</source>
-        <translation>das ist kein ICC-Profil</translation>
-    </message>
-    <message>
-        <source>this is no usable ICC profile: %1</source>
-        <translation>das ist kein brauchbares ICC-Profil: %1</translation>
-    </message>
-    <message>
-        <source>the profile&apos;s list of tags is damaged</source>
-        <translation>die Tag-Tabelle des Profils ist beschädigt</translation>
-    </message>
-    <message>
-        <source>the table of tag &apos;%1&apos; declares more than the tag holds or a device needs</source>
-        <translation>die Tabelle des Tags „%1“ gibt mehr an, als der Tag enthält oder ein Gerät braucht</translation>
-    </message>
-    <message>
-        <source>this is neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut</source>
-        <translation>das ist weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut</translation>
-    </message>
-    <message>
         <source>there is no profile</source>
         <translation>es gibt kein Profil</translation>
-    </message>
-    <message>
-        <source>there is no rendering intent %1</source>
-        <translation>es gibt keinen Rendering Intent %1</translation>
-    </message>
-    <message>
-        <source>the profile gives values that are no colours</source>
-        <translation>das Profil liefert Werte, die keine Farben sind</translation>
     </message>
     <message>
         <source>the profile has no usable transform from device to Lab</source>
@@ -795,220 +739,40 @@ wird berechnet</translation>
         <translation>Profile der Klasse „%1“ haben keinen Gamut</translation>
     </message>
     <message>
-        <source>%1 is no device space and has no gamut</source>
-        <translation>%1 ist kein Gerätefarbraum und hat keinen Gamut</translation>
-    </message>
-    <message>
-        <source>a gamut needs at least three channels, grey has one</source>
-        <translation>ein Gamut braucht mindestens drei Kanäle, Grau hat einen</translation>
-    </message>
-    <message>
-        <source>a gamut needs at least three channels, this profile has two</source>
-        <translation>ein Gamut braucht mindestens drei Kanäle, dieses Profil hat zwei</translation>
-    </message>
-    <message>
-        <source>device space &apos;%1&apos; is not known</source>
-        <translation>der Gerätefarbraum „%1“ ist nicht bekannt</translation>
-    </message>
-    <message>
         <source>the colours of the profile span no volume</source>
         <translation>die Farben des Profils spannen kein Volumen auf</translation>
-    </message>
-    <message>
-        <source>the solid of this device has hollows, which are not found with so many channels</source>
-        <translation>der Farbkörper dieses Geräts hat Hohlräume, die sich bei so vielen Kanälen nicht finden lassen</translation>
-    </message>
-    <message>
-        <source>the surface found for this device passes through itself</source>
-        <translation>die für dieses Gerät gefundene Oberfläche durchdringt sich selbst</translation>
     </message>
     <message>
         <source>the device&apos;s colours overlap too often for a surface to be found</source>
         <translation>die Farben des Geräts überlappen sich zu oft, um eine Oberfläche zu finden</translation>
     </message>
     <message>
-        <source>the gamut is flat: it has a volume of less than 1 cubic dE</source>
-        <translation>der Gamut ist flach: Sein Volumen ist kleiner als 1 ΔE³</translation>
-    </message>
-    <message>
         <source>the surface has no faces</source>
         <translation>die Oberfläche hat keine Flächen</translation>
-    </message>
-    <message>
-        <source>the surface has corners that are no colours</source>
-        <translation>die Oberfläche hat Ecken, die keine Farben sind</translation>
-    </message>
-    <message>
-        <source>the surface&apos;s faces name corners that it does not have</source>
-        <translation>die Flächen der Oberfläche nennen Ecken, die es nicht gibt</translation>
     </message>
     <message>
         <source>the surface is not closed</source>
         <translation>die Oberfläche ist nicht geschlossen</translation>
     </message>
     <message>
-        <source>the surface touches itself</source>
-        <translation>die Oberfläche berührt sich selbst</translation>
-    </message>
-    <message>
         <source>the surface is inside out</source>
         <translation>das Innere der Oberfläche ist nach außen gekehrt</translation>
-    </message>
-    <message>
-        <source>no gamut could be computed</source>
-        <translation>es ließ sich kein Gamut berechnen</translation>
     </message>
     <message>
         <source>not enough memory</source>
         <translation>der Speicher reicht nicht aus</translation>
     </message>
     <message>
-        <source>this is no saved gamut</source>
-        <translation>das ist kein gespeicherter Gamut</translation>
-    </message>
-    <message>
-        <source>the saved gamut is of version &apos;%1&apos;, which is not known</source>
-        <translation>der gespeicherte Gamut hat die unbekannte Version „%1“</translation>
-    </message>
-    <message>
-        <source>the saved gamut is of version %1, which is not known</source>
-        <translation>der gespeicherte Gamut hat die unbekannte Version %1</translation>
-    </message>
-    <message>
-        <source>the saved gamut is damaged: %1</source>
-        <translation>der gespeicherte Gamut ist beschädigt: %1</translation>
-    </message>
-    <message>
         <source>the saved gamut is damaged</source>
         <translation>der gespeicherte Gamut ist beschädigt</translation>
-    </message>
-    <message>
-        <source>the saved gamut holds values that no gamut has</source>
-        <translation>der gespeicherte Gamut enthält Werte, die kein Gamut hat</translation>
-    </message>
-    <message>
-        <source>the saved gamut&apos;s faces lie too close to each other to be checked</source>
-        <translation>die Flächen des gespeicherten Gamuts liegen für eine Prüfung zu dicht beieinander</translation>
-    </message>
-    <message>
-        <source>the saved gamut&apos;s surface passes through itself</source>
-        <translation>die Oberfläche des gespeicherten Gamuts durchdringt sich selbst</translation>
-    </message>
-    <message>
-        <source>this %1 picture is damaged: %2</source>
-        <translation>dieses %1-Bild ist beschädigt: %2</translation>
-    </message>
-    <message>
-        <source>this %1 picture has no embedded profile</source>
-        <translation>dieses %1-Bild hat kein eingebettetes Profil</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; has no profile: its colours count as sRGB</source>
-        <translation>„%1“ hat kein Profil: Seine Farben gelten als sRGB</translation>
-    </message>
-    <message>
-        <source>its profile cannot be read</source>
-        <translation>das Profil ist nicht lesbar</translation>
     </message>
     <message>
         <source>only the pixels of RGB and grey pictures can be shown</source>
         <translation>nur die Pixel von RGB- und Graustufenbildern lassen sich zeigen</translation>
     </message>
     <message>
-        <source>its profile gives no colours</source>
-        <translation>das Profil liefert keine Farben</translation>
-    </message>
-    <message>
-        <source>all of it is transparent</source>
-        <translation>das ganze Bild ist durchsichtig</translation>
-    </message>
-    <message>
-        <source>expected numbers in the columns of the colour</source>
-        <translation>in den Spalten der Farbe werden Zahlen erwartet</translation>
-    </message>
-    <message>
-        <source>expected L*, a*, b* and perhaps a colour</source>
-        <translation>erwartet werden L*, a*, b* und eventuell eine Farbe</translation>
-    </message>
-    <message>
-        <source>%1: no positions in it</source>
-        <translation>%1: keine Farborte enthalten</translation>
-    </message>
-    <message>
-        <source>%1: this CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, XYZ_Y, XYZ_Z (spectra are not read)</source>
-        <translation>%1: diese CGATS-Datei hat keine Spalten LAB_L, LAB_A, LAB_B oder XYZ_X, XYZ_Y, XYZ_Z (Spektren werden nicht gelesen)</translation>
-    </message>
-    <message>
-        <source>%1: this CGATS file cannot be read%2</source>
-        <translation>%1: diese CGATS-Datei ist nicht lesbar%2</translation>
-    </message>
-    <message>
-        <source>%1: this is XML, but no CxF</source>
-        <translation>%1: das ist XML, aber kein CxF</translation>
-    </message>
-    <message>
-        <source>%1: %2 of %3 objects have no CIELAB or XYZ for D50 (spectra are not read)</source>
-        <translation>%1: ohne CIELAB oder XYZ für D50: %2 von %3 Objekten (Spektren werden nicht gelesen)</translation>
-    </message>
-    <message>
-        <source>it is no session of this program</source>
-        <translation>das ist keine Sitzung dieses Programms</translation>
-    </message>
-    <message>
-        <source>true or false</source>
-        <translation>true oder false</translation>
-    </message>
-    <message>
-        <source>a number from %1 to %2</source>
-        <translation>eine Zahl von %1 bis %2</translation>
-    </message>
-    <message>
-        <source>a name</source>
-        <translation>ein Name</translation>
-    </message>
-    <message>
-        <source>a colour like &quot;#40c0ff&quot;</source>
-        <translation>eine Farbe wie &quot;#40c0ff&quot;</translation>
-    </message>
-    <message>
-        <source>three numbers</source>
-        <translation>drei Zahlen</translation>
-    </message>
-    <message>
-        <source>one of %1</source>
-        <translation>eines von %1</translation>
-    </message>
-    <message>
-        <source>a list of files</source>
-        <translation>eine Liste von Dateien</translation>
-    </message>
-    <message>
-        <source>a list</source>
-        <translation>eine Liste</translation>
-    </message>
-    <message>
-        <source>a group of values</source>
-        <translation>eine Gruppe von Werten</translation>
-    </message>
-    <message>
-        <source>another point than &quot;lookAt&quot;</source>
-        <translation>ein anderer Punkt als &quot;lookAt&quot;</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; cannot be written: %2</source>
-        <translation>„%1“ ist nicht beschreibbar: %2</translation>
-    </message>
-    <message>
         <source>sections are saved as .svg or .pdf</source>
         <translation>Schnitte werden als .svg oder .pdf gespeichert</translation>
-    </message>
-    <message>
-        <source>There is no picture to save: nothing is shown, or memory does not suffice.</source>
-        <translation>Es gibt kein Bild zu speichern: Es wird nichts gezeigt, oder der Speicher reicht nicht aus.</translation>
-    </message>
-    <message>
-        <source>The clipboard holds no camera. One looks like this: %1</source>
-        <translation>Die Zwischenablage enthält keine Kamera. Eine sieht so aus: %1</translation>
     </message>
     <message>
         <source>Permission denied</source>
@@ -1031,36 +795,12 @@ wird berechnet</translation>
         <translation>das Dateisystem ist schreibgeschützt</translation>
     </message>
     <message>
-        <source>Filename refers to a directory</source>
-        <translation>der Dateiname bezeichnet ein Verzeichnis</translation>
-    </message>
-    <message>
-        <source>file to open is a directory</source>
-        <translation>das ist ein Verzeichnis</translation>
-    </message>
-    <message>
-        <source>Unsupported image format</source>
-        <translation>dieses Bildformat wird nicht unterstützt</translation>
-    </message>
-    <message>
-        <source>Unable to read image data</source>
-        <translation>die Bilddaten sind nicht lesbar</translation>
-    </message>
-    <message>
         <source>cannot be read: %1</source>
         <translation>nicht lesbar: %1</translation>
     </message>
     <message>
         <source>&apos;%1&apos;: %2</source>
         <translation>„%1“: %2</translation>
-    </message>
-    <message>
-        <source>%1, data set %2: %3</source>
-        <translation>%1, Datensatz %2: %3</translation>
-    </message>
-    <message>
-        <source>%1, line %2: %3</source>
-        <translation>%1, Zeile %2: %3</translation>
     </message>
     <message>
         <source>%1: %2</source>
@@ -1071,16 +811,312 @@ wird berechnet</translation>
         <translation>das Profil hat keine brauchbare Umrechnung vom Gerät nach Lab: %1</translation>
     </message>
     <message>
-        <source>gamut %1: &quot;%2&quot; should be %3</source>
-        <translation>Gamut %1: für &quot;%2&quot; wird erwartet: %3</translation>
+        <source>Is a directory</source>
+        <translation>ist ein Verzeichnis</translation>
     </message>
     <message>
-        <source>view: &quot;%1&quot; should be %2</source>
-        <translation>Ansicht: für &quot;%1&quot; wird erwartet: %2</translation>
+        <source>Broken pipe</source>
+        <translation>Datenübergabe unterbrochen (broken pipe)</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; should be %2</source>
-        <translation>für &quot;%1&quot; wird erwartet: %2</translation>
+        <source>Bad file descriptor</source>
+        <translation>ungültiger Dateideskriptor</translation>
+    </message>
+    <message>
+        <source>%1</source>
+        <translation>%1</translation>
+    </message>
+    <message>
+        <source>cannot be read</source>
+        <translation>nicht lesbar</translation>
+    </message>
+    <message>
+        <source>cannot be written</source>
+        <translation>nicht beschreibbar</translation>
+    </message>
+    <message>
+        <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut</source>
+        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut</translation>
+    </message>
+    <message>
+        <source>the %1 picture is damaged</source>
+        <translation>das %1-Bild ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the %1 picture has no embedded profile</source>
+        <translation>das %1-Bild enthält kein Profil</translation>
+    </message>
+    <message>
+        <source>unsupported picture format</source>
+        <translation>nicht unterstütztes Bildformat</translation>
+    </message>
+    <message>
+        <source>the picture cannot be decoded</source>
+        <translation>das Bild lässt sich nicht dekodieren</translation>
+    </message>
+    <message>
+        <source>the picture is too large for the memory</source>
+        <translation>das Bild ist zu groß für den Arbeitsspeicher</translation>
+    </message>
+    <message>
+        <source>not a readable PNG picture</source>
+        <translation>kein lesbares PNG-Bild</translation>
+    </message>
+    <message>
+        <source>the embedded profile cannot be read</source>
+        <translation>das eingebettete Profil ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>the embedded profile has no usable transform to Lab</source>
+        <translation>das eingebettete Profil enthält keine brauchbare Transformation nach Lab</translation>
+    </message>
+    <message>
+        <source>every pixel is transparent</source>
+        <translation>alle Pixel sind transparent</translation>
+    </message>
+    <message>
+        <source>no embedded profile; the colours are taken as sRGB</source>
+        <translation>kein eingebettetes Profil; die Farben werden als sRGB interpretiert</translation>
+    </message>
+    <message>
+        <source>line %1: expected numbers in the colour columns</source>
+        <translation>Zeile %1: in den Farbspalten werden Zahlen erwartet</translation>
+    </message>
+    <message>
+        <source>line %1: expected L*, a*, b* and optionally a colour</source>
+        <translation>Zeile %1: erwartet werden L*, a*, b* und optional eine Farbe</translation>
+    </message>
+    <message>
+        <source>data set %1: expected numbers in the colour columns</source>
+        <translation>Datensatz %1: in den Farbspalten werden Zahlen erwartet</translation>
+    </message>
+    <message>
+        <source>the file contains no positions</source>
+        <translation>die Datei enthält keine Farborte</translation>
+    </message>
+    <message>
+        <source>the CGATS file cannot be read</source>
+        <translation>die CGATS-Datei ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, XYZ_Y, XYZ_Z (spectra are not read)</source>
+        <translation>die CGATS-Datei enthält keine Spalten LAB_L, LAB_A, LAB_B oder XYZ_X, XYZ_Y, XYZ_Z (Spektren werden nicht gelesen)</translation>
+    </message>
+    <message>
+        <source>the XML is not CxF</source>
+        <translation>das XML ist kein CxF</translation>
+    </message>
+    <message>
+        <source>line %1: the XML is invalid</source>
+        <translation>Zeile %1: das XML ist ungültig</translation>
+    </message>
+    <message>
+        <source>%1 of %2 objects have no CIELAB or XYZ values for D50 (spectra are not read)</source>
+        <translation>ohne CIELAB- oder XYZ-Werte für D50: %1 von %2 Objekten (Spektren werden nicht gelesen)</translation>
+    </message>
+    <message>
+        <source>not a session of this program</source>
+        <translation>keine Sitzung dieses Programms</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be true or false</source>
+        <translation>„%1“ muss true oder false sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a number from %2 to %3</source>
+        <translation>„%1“ muss eine Zahl von %2 bis %3 sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a name</source>
+        <translation>„%1“ muss ein Name sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a colour such as &quot;#40c0ff&quot;</source>
+        <translation>„%1“ muss eine Farbe wie &quot;#40c0ff&quot; sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be three numbers</source>
+        <translation>„%1“ muss aus drei Zahlen bestehen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be one of %2</source>
+        <translation>„%1“ muss eines von %2 sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a list of files</source>
+        <translation>„%1“ muss eine Liste von Dateien sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a list</source>
+        <translation>„%1“ muss eine Liste sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a group of values</source>
+        <translation>„%1“ muss eine Gruppe von Werten sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and &quot;%2&quot; must be different points</source>
+        <translation>„%1“ und „%2“ müssen verschiedene Punkte sein</translation>
+    </message>
+    <message>
+        <source>there is no picture to save: nothing is shown, or the memory does not suffice</source>
+        <translation>es gibt kein Bild zu speichern: es wird nichts dargestellt, oder der Arbeitsspeicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>the clipboard holds no camera; an example: %1</source>
+        <translation>die Zwischenablage enthält keine Kamera; ein Beispiel: %1</translation>
+    </message>
+    <message>
+        <source>there is no display to open a window on; &apos;kvgamut render&apos; needs none</source>
+        <translation>kein Display für ein Fenster vorhanden; „kvgamut render“ braucht keines</translation>
+    </message>
+    <message>
+        <source>xvfb-run gave no display</source>
+        <translation>xvfb-run hat kein Display bereitgestellt</translation>
+    </message>
+    <message>
+        <source>there is no display, and xvfb-run, which provides a virtual one, is not installed (Debian, Ubuntu: apt-get install xvfb xauth)</source>
+        <translation>es gibt kein Display, und xvfb-run, das ein virtuelles bereitstellt, ist nicht installiert (Debian, Ubuntu: apt-get install xvfb xauth)</translation>
+    </message>
+    <message>
+        <source>there is no display, and xvfb-run does not start</source>
+        <translation>es gibt kein Display, und xvfb-run startet nicht</translation>
+    </message>
+    <message>
+        <source>this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)</source>
+        <translation>dieses Display bietet kein OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)</translation>
+    </message>
+    <message>
+        <source>nothing was drawn: the display shows no window, or the memory does not suffice for a picture of %1x%2 pixels</source>
+        <translation>es wurde nichts gezeichnet: das Display zeigt kein Fenster, oder der Arbeitsspeicher reicht für ein Bild von %1x%2 Pixeln nicht aus</translation>
+    </message>
+    <message>
+        <source>the picture is %1 pixels large, the reference %2</source>
+        <translation>das Bild ist %1 Pixel groß, die Referenz %2</translation>
+    </message>
+    <message>
+        <source>the picture differs from the reference by %1 percent; the threshold is %2</source>
+        <translation>das Bild weicht um %1 Prozent von der Referenz ab; die Schwelle ist %2</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>the file name is empty</source>
+        <translation>der Dateiname ist leer</translation>
+    </message>
+    <message>
+        <source>no such file</source>
+        <translation>Datei nicht gefunden</translation>
+    </message>
+    <message>
+        <source>not a regular file</source>
+        <translation>keine reguläre Datei</translation>
+    </message>
+    <message>
+        <source>the file is too large to be an ICC profile</source>
+        <translation>die Datei ist zu groß für ein ICC-Profil</translation>
+    </message>
+    <message>
+        <source>the profile is empty</source>
+        <translation>das Profil ist leer</translation>
+    </message>
+    <message>
+        <source>too large to be an ICC profile</source>
+        <translation>zu groß für ein ICC-Profil</translation>
+    </message>
+    <message>
+        <source>not an ICC profile</source>
+        <translation>kein ICC-Profil</translation>
+    </message>
+    <message>
+        <source>not a usable ICC profile: %1</source>
+        <translation>kein brauchbares ICC-Profil: %1</translation>
+    </message>
+    <message>
+        <source>the profile&apos;s tag table is damaged</source>
+        <translation>die Tag-Tabelle des Profils ist beschädigt</translation>
+    </message>
+    <message>
+        <source>the tag &apos;%1&apos; declares more data than it holds or than a device needs</source>
+        <translation>der Tag „%1“ gibt mehr Daten an, als er enthält oder als ein Gerät braucht</translation>
+    </message>
+    <message>
+        <source>the request names no profile and no saved gamut</source>
+        <translation>die Anforderung nennt weder ein Profil noch einen gespeicherten Gamut</translation>
+    </message>
+    <message>
+        <source>%1 is not a rendering intent</source>
+        <translation>%1 ist kein Rendering Intent</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a setting</source>
+        <translation>„%1“ ist keine Einstellung</translation>
+    </message>
+    <message>
+        <source>%1 is not a device colour space and has no gamut</source>
+        <translation>%1 ist kein Gerätefarbraum und hat keinen Gamut</translation>
+    </message>
+    <message>
+        <source>a gamut needs at least three channels; grey has one</source>
+        <translation>ein Gamut braucht mindestens drei Kanäle; Grau hat einen</translation>
+    </message>
+    <message>
+        <source>a gamut needs at least three channels; this profile has two</source>
+        <translation>ein Gamut braucht mindestens drei Kanäle; dieses Profil hat zwei</translation>
+    </message>
+    <message>
+        <source>the device colour space &apos;%1&apos; is unknown</source>
+        <translation>der Gerätefarbraum „%1“ ist unbekannt</translation>
+    </message>
+    <message>
+        <source>the profile gives Lab values that are NaN or out of range</source>
+        <translation>das Profil liefert Lab-Werte, die NaN oder außerhalb des Wertebereichs sind</translation>
+    </message>
+    <message>
+        <source>the gamut&apos;s volume is less than 1 cubic dE</source>
+        <translation>das Volumen des Gamuts ist kleiner als 1 ΔE³</translation>
+    </message>
+    <message>
+        <source>the gamut is concave, which cannot be resolved with so many channels</source>
+        <translation>der Gamut ist konkav, was sich bei so vielen Kanälen nicht auflösen lässt</translation>
+    </message>
+    <message>
+        <source>the surface found for this device self-intersects</source>
+        <translation>die für dieses Gerät gefundene Oberfläche durchdringt sich selbst</translation>
+    </message>
+    <message>
+        <source>the surface has vertices that are NaN or out of range</source>
+        <translation>die Oberfläche hat Eckpunkte, die NaN oder außerhalb des Wertebereichs sind</translation>
+    </message>
+    <message>
+        <source>the surface&apos;s faces refer to vertices that do not exist</source>
+        <translation>die Flächen der Oberfläche verweisen auf Eckpunkte, die es nicht gibt</translation>
+    </message>
+    <message>
+        <source>the surface is not manifold</source>
+        <translation>die Oberfläche ist keine Mannigfaltigkeit</translation>
+    </message>
+    <message>
+        <source>not a saved gamut</source>
+        <translation>kein gespeicherter Gamut</translation>
+    </message>
+    <message>
+        <source>the saved gamut has the unknown version &apos;%1&apos;</source>
+        <translation>der gespeicherte Gamut hat die unbekannte Version „%1“</translation>
+    </message>
+    <message>
+        <source>the saved gamut contains invalid values</source>
+        <translation>der gespeicherte Gamut enthält ungültige Werte</translation>
+    </message>
+    <message>
+        <source>the saved gamut&apos;s faces are too close together to be checked for self-intersection</source>
+        <translation>die Flächen des gespeicherten Gamuts liegen zu dicht beieinander, um auf Selbstdurchdringung geprüft zu werden</translation>
+    </message>
+    <message>
+        <source>the saved gamut&apos;s surface self-intersects</source>
+        <translation>die Oberfläche des gespeicherten Gamuts durchdringt sich selbst</translation>
     </message>
 </context>
 <context>
