@@ -267,14 +267,12 @@ struct LineRange
 {
     int i0, i1, j0, j1;
 
-    LineRange(const LineGrid& grid, const std::array<Vec3, 4>& corners)
+    LineRange(const LineGrid& grid, const Vec3& p, const Vec3& q, const Vec3& r, const Vec3& s)
+        : i0(first((std::min({p.a, q.a, r.a, s.a}) - grid.a0) / grid.step, grid.na)),
+          i1(last((std::max({p.a, q.a, r.a, s.a}) - grid.a0) / grid.step, grid.na)),
+          j0(first((std::min({p.b, q.b, r.b, s.b}) - grid.b0) / grid.step, grid.nb)),
+          j1(last((std::max({p.b, q.b, r.b, s.b}) - grid.b0) / grid.step, grid.nb))
     {
-        const auto [lowA, highA] = std::minmax({corners[0].a, corners[1].a, corners[2].a, corners[3].a});
-        const auto [lowB, highB] = std::minmax({corners[0].b, corners[1].b, corners[2].b, corners[3].b});
-        i0 = first((lowA - grid.a0) / grid.step, grid.na);
-        i1 = last((highA - grid.a0) / grid.step, grid.na);
-        j0 = first((lowB - grid.b0) / grid.step, grid.nb);
-        j1 = last((highB - grid.b0) / grid.step, grid.nb);
     }
     bool isEmpty() const { return i0 > i1 || j0 > j1; }
 
@@ -289,38 +287,45 @@ private:
     }
 };
 
-// Appends the intervals of all lines in one tetrahedron.
-void addHits(std::vector<Hit>& hits, const std::array<Vec3, 4>& corners, const LineGrid& grid,
-             std::int32_t name)
+// The intervals of lines in single tetrahedra, and how many each line has.
+struct Hits
 {
-    const LineRange range(grid, corners);
-    if (range.isEmpty())
-        return;
-    const Barycentric tetrahedron(corners[0], corners[1], corners[2], corners[3]);
-    if (tetrahedron.isDegenerate())
-        return;
-    for (int j = range.j0; j <= range.j1; ++j)
-        for (int i = range.i0; i <= range.i1; ++i) {
-            double low = 0.0, high = 0.0;
-            if (!tetrahedron.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
-                continue;
-            const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
-                              static_cast<std::uint32_t>(i);
-            hits.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
-        }
-}
+    std::vector<Hit> all;
+    std::vector<std::uint32_t> ofLine;
+
+    explicit Hits(const LineGrid& grid) : ofLine(grid.size()) {}
+
+    void add(std::int32_t name, const Vec3& p, const Vec3& q, const Vec3& r, const Vec3& s,
+             const LineGrid& grid)
+    {
+        const LineRange range(grid, p, q, r, s);
+        if (range.isEmpty())
+            return;
+        const Barycentric tetrahedron(p, q, r, s);
+        if (tetrahedron.isDegenerate())
+            return;
+        for (int j = range.j0; j <= range.j1; ++j)
+            for (int i = range.i0; i <= range.i1; ++i) {
+                double low = 0.0, high = 0.0;
+                if (!tetrahedron.interval(grid.a0 + i * grid.step, grid.b0 + j * grid.step, low, high))
+                    continue;
+                const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
+                                  static_cast<std::uint32_t>(i);
+                all.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
+                ++ofLine[line];
+            }
+    }
+};
 
 // Sorts the hits by line, in the order of the tetrahedra within a line.
-LineIntervals byLine(const std::vector<Hit>& hits, const LineGrid& grid)
+LineIntervals byLine(const Hits& hits)
 {
     LineIntervals result;
-    result.first.assign(grid.size() + 1, 0);
-    for (const Hit& h : hits)
-        ++result.first[h.line + 1];
-    std::partial_sum(result.first.begin(), result.first.end(), result.first.begin());
-    result.intervals.resize(hits.size());
+    result.first.assign(hits.ofLine.size() + 1, 0);
+    std::partial_sum(hits.ofLine.begin(), hits.ofLine.end(), result.first.begin() + 1);
+    result.intervals.resize(hits.all.size());
     std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
-    for (const Hit& h : hits)
+    for (const Hit& h : hits.all)
         result.intervals[next[h.line]++] = h.interval;
     return result;
 }
@@ -351,20 +356,18 @@ Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
                                   CastBudget& budget, const Task& task)
 {
     const std::size_t maxHits = std::min(CastBudget::maxPerCast, budget.left);
-    std::vector<Hit> hits;
+    const auto point = [&points](int i) -> const Vec3& { return points[static_cast<std::size_t>(i)]; };
+    Hits hits(grid);
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
         if (t % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        if (hits.size() > maxHits)
+        if (hits.all.size() > maxHits)
             return failure(KVProblemCode::TooManyOverlaps);
-        std::array<Vec3, 4> corners;
-        for (std::size_t i = 0; i < 4; ++i)
-            corners[i] = points[static_cast<std::size_t>(tetrahedra[t][i])];
-        addHits(hits, corners, grid, static_cast<std::int32_t>(t));
+        const auto& [p, q, r, s] = tetrahedra[t];
+        hits.add(static_cast<std::int32_t>(t), point(p), point(q), point(r), point(s), grid);
     }
-    budget.left -= std::min(budget.left, hits.size());
-    LineIntervals lines = byLine(hits, grid);
-    hits = {};
+    budget.left -= std::min(budget.left, hits.all.size());
+    LineIntervals lines = byLine(hits);
     if (const auto merged = mergeEachLine(lines, task); !merged)
         return failure(merged);
     return lines;
