@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::ptrdiff_t maxLines = 575;
+constexpr std::ptrdiff_t maxLines = 500;
 
 /// Whether one of the first @p count lines of @p text names the licence.
 bool namesLicence(const std::string& text, int count)
