@@ -47,5 +47,5 @@ struct LoadedGamut
 tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request);
 
 /// The gamut of a request from kvOpenRequest(). Runs on any thread.
-/// @param protocol progress and cancellation; points to a null handle when nobody watches
+/// @param protocol progress and cancellation; may point to a null handle
 tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVCompletionProtocolPtr* protocol);

@@ -233,7 +233,7 @@ TEST_F(Loader, holdsTheProfileAsLongAsItsGamutIsComputed)
     EXPECT_EQ(fakevelmora::openProfiles(), 0);
 }
 
-// --- What the engine is told --------------------------------------------------------------------------
+// --- Parameters of the engine --------------------------------------------------------------------------
 
 TEST_F(Loader, asksForAnAbsoluteGamutWithTheEnginesOwnGridUnlessToldOtherwise)
 {

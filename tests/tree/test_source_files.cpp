@@ -103,4 +103,17 @@ TEST(SourceFiles, ofTheProgramConnectByPointer)
     EXPECT_THAT(linesWith(R"(\b(SIGNAL|SLOT)\s*\()", filesBelow({"apps"}, {".cpp", ".h"})), IsEmpty());
 }
 
+TEST(SourceFiles, ofTheProductUseMaxMinAndDefaultInNames)
+{
+    EXPECT_THAT(linesWith(R"(\b(most|fewest|usual)[A-Z]\w*)", productSources()), IsEmpty());
+}
+
+TEST(SourceFiles, ofTheProductAvoidWordsThatTheGlossaryReplaces)
+{
+    EXPECT_THAT(
+        linesWith(R"(//.*\b(contract|is told|passes through itself|no colou?rs?|of one's own|the dearest)\b)",
+                  productSources()),
+        IsEmpty());
+}
+
 } // namespace

@@ -65,7 +65,7 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
         QCoreApplication::installTranslator(m_wordsOfQt.get());
     }
     QCoreApplication::installTranslator(&m_words);
-    if (numbersOfSystem().language() == QLocale::C) // which is nobody's wish
+    if (numbersOfSystem().language() == QLocale::C) // the user chose no language
         QLocale::setDefault(QLocale(first != wanted.end() ? *first : m_language));
 }
 

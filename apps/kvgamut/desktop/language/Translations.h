@@ -17,7 +17,7 @@ class Translations
 {
     Q_DISABLE_COPY_MOVE(Translations)
 public:
-    /// @param wanted languages, the dearest first, as QLocale::uiLanguages() has them
+    /// @param wanted languages in order of preference, as in QLocale::uiLanguages()
     explicit Translations(const QStringList& wanted = QLocale::system().uiLanguages());
     ~Translations();
 
