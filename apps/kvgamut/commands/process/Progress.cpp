@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 patienceMs = 500;
+constexpr qint64 delayMs = 500;
 constexpr int barLength = 30;
 
 } // namespace
@@ -19,7 +19,7 @@ Progress::Progress(bool quiet) : m_enabled(!quiet && isatty(STDERR_FILENO) != 0)
 
 void Progress::show(float share, const QString& what)
 {
-    if (!m_enabled || m_clock.elapsed() < patienceMs)
+    if (!m_enabled || m_clock.elapsed() < delayMs)
         return;
     m_shown = true;
     const float held = std::clamp(share, 0.0f, 1.0f);

@@ -4,19 +4,18 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QString>
 
-/// A progress bar on standard error: on a terminal only, and only for work that takes more than half a
-/// second.
+/// A progress bar on standard error, only on a terminal and only for work that takes more than half a second.
 class Progress
 {
 public:
-    /// Starts the clock. @p quiet: never shows anything.
+    /// Starts the clock. With @p quiet it never shows anything.
     explicit Progress(bool quiet);
     ~Progress() { clear(); }
     Q_DISABLE_COPY_MOVE(Progress)
 
-    /// Shows that @p share of the work, 0..1, is done, which is called @p what.
+    /// Shows that @p share, 0..1, of the work @p what is done.
     void show(float share, const QString& what);
-    /// Wipes the bar out, so that something can be said.
+    /// Erases the bar, so that messages can be printed.
     void clear();
 
 private:

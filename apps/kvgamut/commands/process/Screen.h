@@ -1,25 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "commands/process/Arguments.h"
-#include "model/problems/Problem.h"
-
-/// Where windows are: an X display (or a Wayland one, where there is no other), or none.
+/// The display: X, or Wayland if there is no X.
 namespace Screen {
 
-/// Whether the environment names a display, and an X display answers.
+/// Whether there is a display: an X server that accepts connections, or the name of a Wayland display.
 bool isPresent();
 
-/// Chooses the platform that gives the viewer its OpenGL on the display that is present. Call before
-/// the QGuiApplication is made.
+/// Chooses the platform on which the viewer has OpenGL. Call before the QGuiApplication is created.
 void choosePlatform();
 
-/// Runs this program again, with the same arguments, on an X server of its own. Does not return when that
-/// works; the exit code is then that of the second run.
-/// @return why it does not work
-Problem runAgainOnVirtualScreen(Arguments arguments);
-
-/// Whether the display can draw with OpenGL. Call after the QGuiApplication is made.
+/// Whether the display has OpenGL. Call after the QGuiApplication is created.
 bool hasOpenGL();
 
 } // namespace Screen
