@@ -3,15 +3,33 @@
 
 #include "commands/process/Say.h"
 
+#include <QtCore/QEventLoop>
+
 #include <algorithm>
 
-GamutScene::GamutScene(KVGamut3DViewer& viewer, const ProfileOptions& profiles, const LookOptions& look)
-    : m_viewer(viewer), m_profiles(profiles), m_look(look)
+GamutScene::GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look)
+    : m_view(view), m_profiles(profiles), m_look(look)
 {
-    m_look.applyTo(m_viewer);
+    m_look.applyTo(m_view);
 }
 
 void GamutScene::load()
+{
+    open();
+    applyLooks();
+    QEventLoop loop;
+    const auto ended = [this, &loop] {
+        if (count(Waiting) == 0)
+            loop.quit();
+    };
+    for (qsizetype i = 0; i < m_gamuts.size(); ++i)
+        if (m_gamuts[i].state == Waiting)
+            start(i, ended);
+    if (count(Waiting) > 0)
+        loop.exec();
+}
+
+void GamutScene::open()
 {
     for (const QString& name : m_profiles.profiles) {
         const Result<GamutSource> source = GamutSource::open(name);
@@ -21,15 +39,25 @@ void GamutScene::load()
         if (!source)
             say(source.error());
     }
-    for (qsizetype i = 0; i < m_gamuts.size(); ++i)
-        if (m_gamuts[i].state == Waiting)
-            m_viewer.load(m_gamuts[i].id, m_gamuts[i].source->loadParams(m_profiles.settings),
-                          [this, i](const QString&, bool ok) { loaded(i, ok); });
 }
 
-bool GamutScene::isComplete() const
+void GamutScene::start(qsizetype position, const std::function<void()>& ended)
 {
-    return count(Waiting) == 0;
+    const Gamut& gamut = m_gamuts[position];
+    const GamutSource& source = *gamut.source;
+    const auto done = [this, position, ended](const std::optional<KVProblem>& problem) {
+        m_gamuts[position].state = problem ? Failed : Shown;
+        if (problem) {
+            say(Problem(*problem).about(m_gamuts[position].source->name()));
+            applyLooks(); // another gamut may now be the first
+        }
+        ended();
+    };
+    if (source.isSaved())
+        m_view.show(gamut.id, source.savedGamut(), &m_context, done);
+    else
+        m_view.load(gamut.id, KVLoadRequest::fromProfile(source.profile(), m_profiles.settings), &m_context,
+                    done);
 }
 
 int GamutScene::count(State state) const
@@ -38,32 +66,13 @@ int GamutScene::count(State state) const
                                           [state](const Gamut& gamut) { return gamut.state == state; }));
 }
 
-void GamutScene::loaded(qsizetype position, bool ok)
+void GamutScene::applyLooks()
 {
-    m_gamuts[position].state = ok ? Shown : Failed;
-    if (!ok)
-        say(m_gamuts[position].source->compute(m_profiles.settings).error());
-    dress(); // all of them: which one is the first to be seen may have changed
-    if (isComplete() && m_complete)
-        m_complete();
-}
-
-void GamutScene::dress()
-{
-    bool first = true;
+    bool isFirst = true;
     for (qsizetype i = 0; i < m_gamuts.size(); ++i) {
-        const Gamut& gamut = m_gamuts[i];
-        if (gamut.state == Failed)
+        if (m_gamuts[i].state == Failed)
             continue;
-        if (gamut.state == Shown) {
-            m_viewer.setDisplayMode(gamut.id, m_look.mode(i));
-            m_viewer.changeGamutColor(gamut.id, m_look.color(i));
-            m_viewer.changeGamutAlpha(gamut.id, m_look.alpha(i, first), 0);
-            m_viewer.setGamutAmbientStrength(gamut.id, m_look.ambient);
-            m_viewer.setDisplayGamut(gamut.id, m_look.surface);
-            m_viewer.setDisplayProjection(gamut.id, m_look.projection);
-            m_viewer.setDisplayPrimaries(gamut.id, m_look.primaries);
-        }
-        first = false;
+        m_view.setLook(m_gamuts[i].id, m_look.lookOf(i, isFirst));
+        isFirst = false;
     }
 }

@@ -5,21 +5,19 @@
 #include "commands/options/ProfileOptions.h"
 #include "model/inputs/GamutSource.h"
 
-/// The gamuts of a command line in a viewer: starts their loads, dresses each gamut when it arrives and
-/// says what failed.
+#include <QtCore/QObject>
+
+/// The gamuts of a command line in a viewer.
 ///
-/// Must not outlive the viewer, and the viewer's event loop must not run after it.
+/// Must not outlive the view.
 class GamutScene
 {
 public:
-    GamutScene(KVGamut3DViewer& viewer, const ProfileOptions& profiles, const LookOptions& look);
+    GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look);
 
-    /// Starts to load everything that opens; says what does not.
+    /// Loads all inputs and runs the event loop until the last load has ended. Prints what fails.
     void load();
-    /// Calls @p complete when the last load reports; not when nothing opened.
-    void onComplete(std::function<void()> complete) { m_complete = std::move(complete); }
-    /// Whether every load has reported.
-    bool isComplete() const;
+
     int shownCount() const { return count(Shown); }
     int failedCount() const { return count(Failed); }
 
@@ -38,12 +36,13 @@ private:
     };
 
     int count(State state) const;
-    void loaded(qsizetype position, bool ok);
-    void dress();
+    void open();
+    void start(qsizetype position, const std::function<void()>& ended);
+    void applyLooks();
 
-    KVGamut3DViewer& m_viewer;
+    KVGamutView& m_view;
     const ProfileOptions& m_profiles;
     const LookOptions& m_look;
-    std::function<void()> m_complete;
     QList<Gamut> m_gamuts; ///< in the order of the command line
+    QObject m_context;     ///< ends the callbacks of loads with this object
 };

@@ -5,52 +5,41 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
+#include "commands/process/VirtualScreen.h"
 #include "model/export/OutputFile.h"
 #include "model/pictures/BackgroundRemoval.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 
-#include <functional>
 #include <utility>
 
 namespace {
 
-constexpr int checkMs = 5;
-constexpr QSize windowSize(64, 48);   // of the window; the picture has its own
-constexpr int dotsPerMetre = 3780;    // 96 per inch, whatever the screen says: equal input, equal file
-constexpr int longestWaitMs = 120000; // for the first frame
+constexpr QSize windowSize(64, 48); // of the window; the picture has its own
+constexpr int dotsPerMetre = 3780;  // 96 per inch whatever the screen says, so that files are reproducible
+constexpr int maxWaitMs = 120000;   // for a frame: a display may show no window
 
-/// Runs the event loop until @p condition was met, at most @p limitMs if that is positive.
-void waitUntil(const std::function<bool()>& condition, int limitMs)
+/// Draws the scene on @p background and runs the event loop until the picture is up to date.
+/// @return false if that does not happen
+bool settleOn(KVGamutView& view, const QColor& background)
 {
+    KVViewTheme theme = view.theme();
+    theme.background = background;
+    view.setTheme(theme);
+    const KVGamut3DViewer& viewer = *view.viewer();
+    const auto isDrawn = [&viewer] { return viewer.isSettled() && !viewer.picture().isNull(); };
     QEventLoop loop;
-    QElapsedTimer elapsed;
-    elapsed.start();
-    QTimer check;
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (condition() || (limitMs > 0 && elapsed.elapsed() > limitMs))
+    QObject::connect(&view, &KVGamutView::settled, &loop, [&] {
+        if (isDrawn())
             loop.quit();
     });
-    check.start(checkMs);
-    loop.exec();
-}
-
-/// Draws @p viewer on @p background and waits until it is done; false when that never comes.
-bool settleOn(KVGamut3DViewer& viewer, const QColor& background)
-{
-    viewer.setBackground(background);
-    bool drawn = false;
-    waitUntil(
-        [&] {
-            drawn = viewer.isSettled() && !viewer.picture().isNull();
-            return drawn;
-        },
-        longestWaitMs);
-    return drawn;
+    QTimer::singleShot(maxWaitMs, &loop, &QEventLoop::quit);
+    if (!isDrawn())
+        loop.exec();
+    return isDrawn();
 }
 
 QByteArray png(QImage picture)
@@ -66,17 +55,17 @@ QByteArray png(QImage picture)
 } // namespace
 
 RenderCommand::RenderCommand(CLI::App& program)
-    : Command(program, "render", "Draw gamuts into a PNG picture; needs no display")
+    : Command(program, "render", "Draw gamuts into a PNG file; needs no display")
 {
     m_profiles.declare(parser());
     parser()
         .add_option_function<std::string>(
             "-o,--output", [this](const std::string& word) { m_output = QString::fromStdString(word); },
-            "Picture to write (PNG); - for standard output. Needed unless --reference is given")
+            "Output file (PNG); - for standard output. Required without --reference")
         ->type_name("OUT.png");
     m_look.declare(parser());
     parser()
-        .add_flag("--no-background", m_transparent, "A transparent picture: only what is drawn is opaque")
+        .add_flag("--no-background", m_transparent, "Make the background transparent")
         ->excludes(parser().get_option("--background"));
     m_items.declare(parser());
     m_reference.declare(parser());
@@ -85,18 +74,18 @@ RenderCommand::RenderCommand(CLI::App& program)
         if (m_output.isEmpty() && !m_reference.isGiven())
             throw CLI::RequiredError("--output");
         if (!m_output.isEmpty() && m_output == m_reference.name())
-            throw CLI::ValidationError("--reference", "the picture would be written over its reference");
+            throw CLI::ValidationError("--reference", "the output would overwrite the reference");
     });
 }
 
 int RenderCommand::run(Arguments arguments)
 {
     if (!Screen::isPresent()) {
-        say(Screen::runAgainOnVirtualScreen(arguments));
+        say(VirtualScreen::runAgain(arguments));
         return BadOutput;
     }
     Screen::choosePlatform();
-    // --size counts pixels of the picture, whatever the desktop magnifies by
+    // --size is in pixels of the picture, independent of the desktop's scale factor
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
@@ -115,18 +104,18 @@ int RenderCommand::draw()
     if (m_reference.isGiven() && !m_reference.load())
         return BadInput;
     KVGamut3DViewer viewer;
-    // A window manager would give it a frame; it is there for its OpenGL only.
+    // The window only provides OpenGL; it needs no frame of a window manager.
     viewer.setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     viewer.resize(windowSize);
 
-    GamutScene scene(viewer, m_profiles, m_look);
-    scene.load();
+    KVGamutView view(&viewer);
+    GamutScene scene(view, m_profiles, m_look);
     const bool itemsRead = m_items.addTo(viewer);
-    waitUntil([&scene] { return scene.isComplete(); }, 0);
+    scene.load();
     if (scene.shownCount() == 0)
         return BadInput;
 
-    const QImage picture = pictureOf(viewer);
+    const QImage picture = pictureOf(view);
     if (picture.isNull()) {
         say(Problem(ProblemCode::NothingDrawn,
                     {QString::number(m_look.size.width()), QString::number(m_look.size.height())}));
@@ -136,21 +125,22 @@ int RenderCommand::draw()
         say(*problem);
         return BadOutput;
     }
-    if (m_reference.isGiven() && !m_reference.holds(picture))
+    if (m_reference.isGiven() && !m_reference.matches(picture))
         return Different;
     return scene.failedCount() > 0 || !itemsRead ? BadInput : Done;
 }
 
-/// What the viewer shows once nothing moves any more; null when that never comes.
-QImage RenderCommand::pictureOf(KVGamut3DViewer& viewer) const
+/// The finished picture; null if nothing is drawn.
+QImage RenderCommand::pictureOf(KVGamutView& view) const
 {
+    KVGamut3DViewer& viewer = *view.viewer();
     viewer.show();
     if (!m_transparent)
-        return settleOn(viewer, m_look.background) ? viewer.picture(m_look.size) : QImage();
-    if (!settleOn(viewer, Qt::black))
+        return settleOn(view, m_look.state.theme.background) ? viewer.picture(m_look.size) : QImage();
+    if (!settleOn(view, Qt::black))
         return {};
     QImage onBlack = viewer.picture(m_look.size);
-    if (!settleOn(viewer, Qt::white))
+    if (!settleOn(view, Qt::white))
         return {};
     return withoutBackground(std::move(onBlack), viewer.picture(m_look.size));
 }

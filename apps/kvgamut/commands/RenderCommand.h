@@ -10,9 +10,7 @@
 
 #include <QtGui/QImage>
 
-class GamutScene;
-
-/// `kvgamut render`: gamuts as a picture in a file. Needs no display.
+/// `kvgamut render`: draws gamuts into a PNG file. Needs no display.
 class RenderCommand : public Command
 {
 public:
@@ -22,7 +20,7 @@ public:
 
 private:
     int draw();
-    QImage pictureOf(KVGamut3DViewer& viewer) const;
+    QImage pictureOf(KVGamutView& view) const;
     std::optional<Problem> write(const QImage& picture) const;
 
     ProfileOptions m_profiles;
@@ -30,5 +28,5 @@ private:
     ItemOptions m_items;
     PictureReference m_reference;
     bool m_transparent = false;
-    QString m_output; ///< empty: the picture is only compared
+    QString m_output; ///< empty: only compare the picture
 };

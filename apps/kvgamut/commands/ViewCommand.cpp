@@ -9,23 +9,6 @@
 
 #include <QtWidgets/QApplication>
 
-namespace {
-
-KVGamutLook lookOf(const LookOptions& options, qsizetype position)
-{
-    KVGamutLook look;
-    look.mode = options.mode(position);
-    look.opacity = options.alpha(position, position == 0);
-    look.color = options.color(position);
-    look.ambientStrength = options.ambient;
-    look.surface = options.surface;
-    look.projection = options.projection;
-    look.primaries = options.primaries;
-    return look;
-}
-
-} // namespace
-
 ViewCommand::ViewCommand(CLI::App& program)
     : Command(program, "view", "Show, measure and compare gamuts in a window")
 {
@@ -37,9 +20,9 @@ ViewCommand::ViewCommand(CLI::App& program)
     parser()
         .add_option_function<std::string>(
             "--session", [this](const std::string& word) { m_session = QString::fromStdString(word); },
-            "Restore what was saved of a window")
+            "Restore a saved session")
         ->type_name("FILE");
-    parser().add_flag("--stay", m_stay, "Keep the window when nothing that was named can be shown");
+    parser().add_flag("--stay", m_stay, "Keep the window open even if none of the inputs can be shown");
 }
 
 int ViewCommand::run(Arguments arguments)
@@ -70,7 +53,7 @@ int ViewCommand::run(Arguments arguments)
     const auto isEmpty = [&window] { return window.gamuts().rowCount() + window.points().rowCount() == 0; };
     const auto endWhenEmpty = [&] {
         if (!m_stay && somethingNamed && isEmpty())
-            QApplication::quit(); // there is nothing to look at
+            QApplication::quit();
     };
     QObject::connect(&window, &MainWindow::loadingEnded, &window, endWhenEmpty, Qt::SingleShotConnection);
     if (!m_stay && somethingNamed && isEmpty())
@@ -81,15 +64,17 @@ int ViewCommand::run(Arguments arguments)
     return allShown ? Done : BadInput;
 }
 
-/// What the command line names: a session, and gamuts beside it; a look that is given for all of it.
+/// Opens the session or applies the look of the command line, then adds the gamuts.
 void ViewCommand::show(MainWindow& window) const
 {
-    if (!m_session.isEmpty())
+    if (!m_session.isEmpty()) {
         window.openSession(m_session);
-    else
-        m_look.applyTo(window.viewer());
+    } else {
+        KVGamutView view(&window.viewer());
+        m_look.applyTo(view);
+    }
     for (qsizetype i = 0; i < m_profiles.profiles.size(); ++i)
-        window.addGamut(m_profiles.profiles[i], m_profiles.settings, lookOf(m_look, i));
+        window.addGamut(m_profiles.profiles[i], m_profiles.settings, m_look.lookOf(i, i == 0));
     window.showViewState();
     if (!m_session.isEmpty() || m_look.view || m_look.camera)
         window.keepCamera();

@@ -7,7 +7,7 @@
 
 class MainWindow;
 
-/// `kvgamut view`: gamuts in a window, to be looked at, changed and compared.
+/// `kvgamut view`: shows gamuts in a window.
 class ViewCommand : public Command
 {
 public:

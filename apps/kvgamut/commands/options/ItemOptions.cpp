@@ -50,16 +50,13 @@ void ItemOptions::declare(CLI::App& parser)
     };
     const auto size = [&parser](const char* name, float& target, const char* help) {
         return parser
-            .add_option_function<std::string>(
-                name,
-                [name, &target](const std::string& word) {
-                    try {
-                        target = OptionValues::number(word, 0.1f, 100.0f);
-                    } catch (const CLI::ValidationError& refusal) {
-                        throw CLI::ValidationError(name, refusal.what());
-                    }
-                },
-                help)
+            .add_option_function<std::string>(name,
+                                              OptionValues::named(name,
+                                                                  [&target](const std::string& word) {
+                                                                      target = OptionValues::number(
+                                                                          word, 0.1f, 100.0f);
+                                                                  }),
+                                              help)
             ->type_name("X");
     };
     CLI::Option* markersOption =
@@ -91,7 +88,7 @@ bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
         QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> segments;
         for (qsizetype i = 0; i + 1 < positions.size(); ++i)
             segments.append({positions[i], positions[i + 1]});
-        // a set takes its width when it is filled, and has none before it exists
+        // the width takes effect when a set is filled, and only an existing set has one
         viewer.addSegmentSet(QStringLiteral("line"), segments);
         viewer.setSegmentSetWidth(QStringLiteral("line"), lineWidth);
         viewer.addSegmentSet(QStringLiteral("line"), segments);

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr float laterAlpha = 0.35f;
-
 QList<KVGamut3DViewer::DisplayMode> modesOf(const std::string& words)
 {
     static const QHash<QString, KVGamut3DViewer::DisplayMode> modes{
@@ -35,12 +33,6 @@ QList<KVGamut3DViewer::DisplayMode> modesOf(const std::string& words)
     return result;
 }
 
-/// As the viewer takes the position of the light.
-QVector3D inScene(const QVector3D& lab)
-{
-    return {-lab.y(), lab.x(), lab.z()};
-}
-
 } // namespace
 
 void LookOptions::declare(CLI::App& parser)
@@ -51,14 +43,8 @@ void LookOptions::declare(CLI::App& parser)
     };
     const auto option = [&parser](const std::string& name, const char* type,
                                   const std::function<void(const std::string&)>& take, const char* help) {
-        const auto takeOrRefuse = [name, take](const std::string& word) {
-            try {
-                take(word);
-            } catch (const CLI::ValidationError& refusal) {
-                throw CLI::ValidationError(name, refusal.what());
-            }
-        };
-        return parser.add_option_function<std::string>(name, takeOrRefuse, help)->type_name(type);
+        return parser.add_option_function<std::string>(name, OptionValues::named(name, take), help)
+            ->type_name(type);
     };
 
     option(
@@ -67,7 +53,7 @@ void LookOptions::declare(CLI::App& parser)
             .c_str());
     CLI::Option* viewOption = option(
                                   "--view", "VIEW", [this](const std::string& w) { view = views.at(w); },
-                                  "Look from the top or the bottom, not from the front")
+                                  "Look from the top or the bottom instead of the front")
                                   ->check(CLI::IsMember(views).description(""));
     CLI::Option* cameraOption =
         option(
@@ -78,45 +64,50 @@ void LookOptions::declare(CLI::App& parser)
         "--look-at", "L,a,b", [this](const std::string& w) { lookAt = OptionValues::lab(w); },
         "With --camera: look at this point (50,0,0)")
         ->needs(cameraOption);
-    parser.add_flag("--orthogonal", orthogonal, "Parallel projection instead of perspective");
+    parser.add_flag("--orthogonal", state.camera.orthogonal, "Parallel projection instead of perspective");
     option(
-        "--angle", "DEGREES", [this](const std::string& w) { angle = OptionValues::number(w, 1.0f, 150.0f); },
+        "--angle", "DEGREES",
+        [this](const std::string& w) { state.camera.viewingAngle = OptionValues::number(w, 1.0f, 150.0f); },
         "Vertical field of view (30)");
     option(
         "--mode", "MODE[,MODE...]", [this](const std::string& w) { modes = modesOf(w); },
-        "solid, smooth (the default), flat or wireframe, or 0 to 3; of the gamuts in order, the last one for "
+        "solid, smooth (the default), flat or wireframe, or 0 to 3, for each gamut in order; the last one "
+        "holds for "
         "all that follow");
     option(
-        "--alpha", "X[,X...]", [this](const std::string& w) { alphas = OptionValues::shares(w); },
+        "--alpha", "X[,X...]", [this](const std::string& w) { opacities = OptionValues::shares(w); },
         "Opacity of the gamuts in order, 0 to 1 (1, then 0.35)");
     option(
         "--color", "C[,C...]", [this](const std::string& w) { colors = OptionValues::colors(w); },
         "One colour for each gamut in order, instead of its own colours");
     option(
-        "--ambient", "X", [this](const std::string& w) { ambient = OptionValues::number(w, 0.0f, 1.0f); },
-        "Light from everywhere, 0 to 1; 1 shows pure colours (0.55)");
+        "--ambient", "X",
+        [this](const std::string& w) { look.ambientStrength = OptionValues::number(w, 0.0f, 1.0f); },
+        "Ambient light, 0 to 1; 1 shows pure colours without shading (0.55)");
     option(
-        "--light", "L,a,b", [this](const std::string& w) { light = OptionValues::lab(w); },
-        "The light comes from this point (300,0,0)");
+        "--light", "L,a,b", [this](const std::string& w) { state.light = OptionValues::lab(w); },
+        "Position of the light (300,0,0)");
     option(
-        "--light-color", "C", [this](const std::string& w) { lightColor = OptionValues::color(w); },
+        "--light-color", "C", [this](const std::string& w) { state.lightColor = OptionValues::color(w); },
         "Colour of the light (white)");
     option(
-        "--background", "C", [this](const std::string& w) { background = OptionValues::color(w); },
-        "Colour behind everything (gray)");
+        "--background", "C",
+        [this](const std::string& w) { state.theme.background = OptionValues::color(w); },
+        "Background colour (gray)");
     parser.add_flag_callback(
-        "--no-grid", [this] { grid = false; }, "Without the grid");
+        "--no-grid", [this] { state.grid = false; }, "Hide the grid");
     parser.add_flag_callback(
-        "--no-axes", [this] { axes = false; }, "Without the axes");
-    parser.add_flag("--plane", plane, "With the coloured floor of the ab plane");
+        "--no-axes", [this] { state.axes = false; }, "Hide the axes");
+    parser.add_flag("--plane", state.plane, "Show the coloured ab plane below the gamuts");
     option(
-        "--clip", "L", [this](const std::string& w) { clip = OptionValues::number(w, -1000.0f, 1000.0f); },
+        "--clip", "L",
+        [this](const std::string& w) { state.clipping = OptionValues::number(w, -1000.0f, 1000.0f); },
         "Cut the gamuts off above this lightness");
-    parser.add_flag("--primaries", primaries, "With the ramps of the colorants");
+    parser.add_flag("--primaries", look.primaries, "Show the ramps of the colorants");
     parser.add_flag_callback(
-        "--no-projection", [this] { projection = false; }, "Without the outlines on the floor");
+        "--no-projection", [this] { look.projection = false; }, "Hide the gamuts' outlines on the ab plane");
     parser.add_flag_callback(
-        "--no-surface", [this] { surface = false; }, "Without the gamuts' surfaces");
+        "--no-surface", [this] { look.surface = false; }, "Hide the gamuts' surfaces");
 }
 
 void LookOptions::check() const
@@ -125,40 +116,34 @@ void LookOptions::check() const
         throw CLI::ValidationError("--camera and --look-at are the same point");
 }
 
-void LookOptions::applyTo(KVGamut3DViewer& viewer) const
+KVViewState LookOptions::viewState() const
 {
-    viewer.setBackground(background);
-    viewer.setLightPos(inScene(light));
-    viewer.setLightColor(lightColor);
-    viewer.setDisplayGrid(grid);
-    viewer.setDisplayAxes(axes);
-    viewer.setabPlane(plane);
-    if (clip)
-        viewer.setClipping(*clip);
-    viewer.setViewingAngle(angle, 0);
-    viewer.setOrthogonalProjection(orthogonal, 0);
-    if (view) {
-        viewer.resetCamera(*view, 0);
-    } else if (camera) {
-        viewer.setCamera(*camera, 0, lookAt);
-    } else {
+    KVViewState result = state;
+    if (camera) {
+        result.camera.position = *camera;
+        result.camera.interestPoint = lookAt;
+    } else if (!view) {
         const float aspect = static_cast<float>(size.width()) / static_cast<float>(size.height());
         const ObliqueView oblique = ObliqueView::inAspect(aspect);
-        viewer.setCamera(oblique.eye, 0, oblique.lookAt);
+        result.camera.position = oblique.eye;
+        result.camera.interestPoint = oblique.lookAt;
     }
+    return result;
 }
 
-KVGamut3DViewer::DisplayMode LookOptions::mode(qsizetype position) const
+void LookOptions::applyTo(KVGamutView& target) const
 {
-    return modes[std::min(position, modes.size() - 1)];
+    target.setState(viewState());
+    if (view)
+        target.viewer()->resetCamera(*view, 0);
 }
 
-float LookOptions::alpha(qsizetype position, bool first) const
+KVGamutLook LookOptions::lookOf(qsizetype position, bool isFirst) const
 {
-    return alphas.value(position, first ? 1.0f : laterAlpha);
-}
-
-QColor LookOptions::color(qsizetype position) const
-{
-    return colors.value(position);
+    KVGamutLook result = look;
+    if (!modes.isEmpty())
+        result.mode = modes[std::min(position, modes.size() - 1)];
+    result.opacity = opacities.value(position, isFirst ? look.opacity : KVGamutLook::translucentOpacity);
+    result.color = colors.value(position);
+    return result;
 }

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int smallestSide = 16;
-constexpr int largestSide = 8192;
+constexpr int minSide = 16;
+constexpr int maxSide = 8192;
 
 [[noreturn]] void refuse(const std::string& word, const QString& expected)
 {
@@ -30,11 +30,22 @@ QSize OptionValues::size(const std::string& word)
     static const QRegularExpression form(QStringLiteral("\\A([0-9]{1,5})[xX]([0-9]{1,5})\\z"));
     const auto match = form.match(QString::fromStdString(word));
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-    const auto fits = [](int side) { return side >= smallestSide && side <= largestSide; };
+    const auto fits = [](int side) { return side >= minSide && side <= maxSide; };
     if (!match.hasMatch() || !fits(size.width()) || !fits(size.height()))
-        refuse(word,
-               QStringLiteral("a size like 1024x768 (%1 to %2 each)").arg(smallestSide).arg(largestSide));
+        refuse(word, QStringLiteral("a size like 1024x768 (%1 to %2 each)").arg(minSide).arg(maxSide));
     return size;
+}
+
+std::function<void(const std::string&)>
+OptionValues::named(const std::string& option, const std::function<void(const std::string&)>& take)
+{
+    return [option, take](const std::string& word) {
+        try {
+            take(word);
+        } catch (const CLI::ValidationError& refusal) {
+            throw CLI::ValidationError(option, refusal.what());
+        }
+    };
 }
 
 QVector3D OptionValues::lab(const std::string& word)
@@ -51,18 +62,18 @@ QVector3D OptionValues::lab(const std::string& word)
     return point;
 }
 
-double OptionValues::real(const std::string& word, double least, double most)
+double OptionValues::real(const std::string& word, double min, double max)
 {
     bool ok = false;
     const double value = QString::fromStdString(word).toDouble(&ok);
-    if (!ok || !(value >= least && value <= most)) // also what is not a number
-        refuse(word, QStringLiteral("a number from %1 to %2").arg(least).arg(most));
+    if (!ok || !(value >= min && value <= max)) // also NaN
+        refuse(word, QStringLiteral("a number from %1 to %2").arg(min).arg(max));
     return value;
 }
 
-float OptionValues::number(const std::string& word, float least, float most)
+float OptionValues::number(const std::string& word, float min, float max)
 {
-    return static_cast<float>(real(word, double(least), double(most)));
+    return static_cast<float>(real(word, double(min), double(max)));
 }
 
 QList<float> OptionValues::shares(const std::string& word)

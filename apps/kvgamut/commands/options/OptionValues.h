@@ -6,24 +6,29 @@
 #include <QtGui/QColor>
 #include <QtGui/QVector3D>
 
+#include <functional>
 #include <string>
 
-/// Words of the command line as values. A word that is none throws CLI::ValidationError, which says
-/// what was expected.
+/// Values of options. Each function throws CLI::ValidationError if the argument does not parse; its message
+/// says what was expected.
 namespace OptionValues {
 
 /// "1024x768"; either side from 16 to 8192.
 QSize size(const std::string& word);
+/// @p take, with the name of the option in what it throws.
+std::function<void(const std::string&)> named(const std::string& option,
+                                              const std::function<void(const std::string&)>& take);
+
 /// "50,-20,3.5": L*, a*, b*.
 QVector3D lab(const std::string& word);
-/// "1,0.35": shares from 0 to 1.
+/// "1,0.35": numbers from 0 to 1.
 QList<float> shares(const std::string& word);
-/// "red,#40c0ff": names that SVG knows, or hexadecimal.
+/// "red,#40c0ff": SVG colour names, or hexadecimal.
 QList<QColor> colors(const std::string& word);
 QColor color(const std::string& word);
-/// A finite number from @p least to @p most.
-double real(const std::string& word, double least, double most);
-/// The same, of single precision.
-float number(const std::string& word, float least, float most);
+/// A finite number from @p min to @p max.
+double real(const std::string& word, double min, double max);
+/// The same in single precision.
+float number(const std::string& word, float min, float max);
 
 } // namespace OptionValues

@@ -32,14 +32,11 @@ void PictureReference::declare(CLI::App& parser)
     parser
         .add_option_function<std::string>(
             "--reference-threshold",
-            [this](const std::string& word) {
-                try {
-                    m_threshold = double(OptionValues::number(word, 0.0f, 100.0f));
-                } catch (const CLI::ValidationError& refusal) {
-                    throw CLI::ValidationError("--reference-threshold", refusal.what());
-                }
-            },
-            "Difference that is let pass, in percent: the root mean square over all pixels and channels "
+            OptionValues::named("--reference-threshold",
+                                [this](const std::string& word) {
+                                    m_threshold = double(OptionValues::number(word, 0.0f, 100.0f));
+                                }),
+            "Accepted difference in percent: the root mean square over all pixels and channels "
             "(0.5). 0: equal; 0.1: a slightly changed light; 0.3: half as many samples; 1: no grid; 2: no "
             "antialiasing, another graphics driver; 5: coloured light; 9: another profile; 15: another "
             "view; 100: black instead of white")
@@ -57,7 +54,7 @@ bool PictureReference::load()
     return picture.has_value();
 }
 
-bool PictureReference::holds(const QImage& picture) const
+bool PictureReference::matches(const QImage& picture) const
 {
     const auto sizeOf = [](const QImage& image) {
         return QStringLiteral("%1x%2").arg(image.width()).arg(image.height());

@@ -16,12 +16,12 @@ public:
     bool isGiven() const { return !m_name.isEmpty(); }
     QString name() const { return m_name; }
 
-    /// Reads the picture; says why not. @return whether it was read
+    /// Reads the picture; prints why if that fails. @return whether it was read
     bool load();
 
-    /// Compares @p picture with what was loaded; says how far apart they are when that is too far.
+    /// Compares @p picture with the reference; prints the difference if it is above the threshold.
     /// @return whether it is within the threshold
-    bool holds(const QImage& picture) const;
+    bool matches(const QImage& picture) const;
 
 private:
     QString m_name;

@@ -87,20 +87,6 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name)
     return source;
 }
 
-QHash<QString, QVariant> GamutSource::loadParams(const KVGamut::Settings& settings) const
-{
-    if (isSaved())
-        return m_saved.serialize();
-    const QHash<QString, QVariant> how{
-        {QStringLiteral("Link_ICCRendering"), static_cast<int>(settings.intent)},
-        {QStringLiteral("Link_blackPointCompensation"), settings.blackPointCompensation},
-        {QStringLiteral("Link_GridPointNumber"), settings.gridPoints},
-    };
-    // the opened profile, not its path: what was looked at is what is drawn
-    return {{QStringLiteral("Profile"), QVariant::fromValue(m_profile)},
-            {QStringLiteral("AdditionnalParam"), how}};
-}
-
 Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& settings,
                                                   KVCompletionProtocolPtr* protocol) const
 {

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "GamutSettings.h"
 #include "model/problems/Result.h"
 
-#include <QtCore/QHash>
+#include <platform/KVVelmoraFramework.h>
+
 #include <QtCore/QString>
-#include <QtCore/QVariant>
 
 /// Something that has a gamut: an opened profile or a saved gamut.
 ///
@@ -31,9 +30,6 @@ public:
 
     /// The profile; null for a saved gamut.
     KVProfilePtr profile() const { return m_profile; }
-
-    /// What KVGamut3DViewer::load() takes.
-    QHash<QString, QVariant> loadParams(const KVGamut::Settings& settings) const;
 
     /// The gamut with primaries and outline, as the viewer computes it, or as it was saved. The problem names
     /// the input.
