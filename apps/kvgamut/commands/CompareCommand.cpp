@@ -84,15 +84,15 @@ Pairs pairsOf(const GamutInputs& inputs, bool matrix)
 } // namespace
 
 CompareCommand::CompareCommand(CLI::App& program)
-    : Command(program, "compare", "Print what gamuts have in common: intersection, union, coverage")
+    : Command(program, "compare", "Print the intersection, union and coverage of gamuts")
 {
     declareInputs(parser(), m_names)->expected(-2);
-    parser().add_flag("--matrix", m_matrix, "All pairs; without it the first input with each other one");
+    parser().add_flag("--matrix", m_matrix, "Compare all pairs (default: the first input with each other)");
     declareSettings(parser(), m_settings);
     m_report.declare(parser());
     ReportOptions::endHelp(
         parser(),
-        "In each pair a is the input that was named first.\n"
+        "In each pair, a is the input that is named first.\n"
         "  coverage_a_of_b = intersection / volume of b: the share of b that a covers (\"b in a\")\n"
         "  coverage_b_of_a = intersection / volume of a: the share of a that b covers (\"a in b\")\n"
         "Volumes are in cubed CIE 1976 colour differences of CIELAB (D50).");

@@ -37,30 +37,30 @@ QString formatOf(const QString& output)
     std::string known;
     for (const std::string& name : formatNames())
         known += (known.empty() ? "." : ", .") + name;
-    throw CLI::ValidationError("--output", "'" + output.toStdString() + "' ends in none of " + known +
-                                               "; --format says what to write");
+    throw CLI::ValidationError("--output", "'" + output.toStdString() + "' has none of the suffixes " +
+                                               known + "; use --format");
 }
 
 } // namespace
 
 ExportCommand::ExportCommand(CLI::App& program)
-    : Command(program, "export", "Write a gamut's surface for other programs, or save it to be loaded again")
+    : Command(program, "export", "Write a gamut's surface in a mesh format, or save it to load it again")
 {
     declareInputs(parser(), m_names)->expected(1);
     declareSettings(parser(), m_settings);
     parser()
         .add_option_function<std::string>(
             "-o,--output", [this](const std::string& name) { m_output = QString::fromStdString(name); },
-            "File to write, whole or not at all; - for standard output")
+            "Output file, written completely or not at all; - for standard output")
         ->required()
         ->type_name("FILE");
     parser()
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
-            "ply, obj, stl, gltf, x3d, json or kvgamut (what the name of the output ends in)")
+            "ply, obj, stl, gltf, x3d, json or kvgamut (default: the suffix of the output)")
         ->check(CLI::IsMember(formatNames()).description(""))
         ->type_name("FORMAT");
-    parser().add_flag("--quiet", m_quiet, "No progress bar, which a terminal shows after half a second");
+    parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
     parser().final_callback([this] {
         if (m_format.isEmpty())
             m_format = formatOf(m_output);
@@ -68,9 +68,9 @@ ExportCommand::ExportCommand(CLI::App& program)
     ReportOptions::endHelp(
         parser(),
 
-        "The surface is closed, its corners shared (but in STL, which has none), in units of Lab\n"
-        "(D50), with the colours of sRGB screens. x, y, z are a*, b*, L* in PLY, OBJ and STL;\n"
-        "a*, L*, -b* in glTF and X3D. .kvgamut is loaded by every command instead of a profile.");
+        "The surface is closed, with shared vertices (except in STL), in Lab units (D50), with sRGB\n"
+        "colours. x, y, z are a*, b*, L* in PLY, OBJ and STL; a*, L*, -b* in glTF and X3D. Every\n"
+        "command accepts a .kvgamut file instead of a profile.");
 }
 
 int ExportCommand::run(Arguments arguments)

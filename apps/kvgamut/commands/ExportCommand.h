@@ -6,7 +6,7 @@
 
 #include <QtCore/QStringList>
 
-/// `kvgamut export`: a gamut's surface in a file of another program, or saved to be loaded again.
+/// `kvgamut export`: writes a gamut's surface in a mesh format, or saves it to load it again.
 class ExportCommand : public Command
 {
 public:
@@ -18,8 +18,8 @@ private:
     QByteArray fileOf(const GamutInputs::Input& input) const;
 
     QStringList m_names; ///< one
-    GamutSettings m_settings;
-    QString m_format; ///< a suffix; when all options were read
+    KVGamut::Settings m_settings;
+    QString m_format; ///< a suffix; set after parsing
     QString m_output;
     bool m_quiet = false;
 };

@@ -76,14 +76,14 @@ Table::Row rowOf(const Input& input)
 } // namespace
 
 InfoCommand::InfoCommand(CLI::App& program)
-    : Command(program, "info", "Print what profiles say of themselves, and their white and black")
+    : Command(program, "info", "Print the properties of profiles, and their white and black points")
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
     m_report.declare(parser());
     ReportOptions::endHelp(
-        parser(), "White and black are L*, a*, b* (D50) with the intent asked for. A profile without a gamut "
-                  "is\ntold about as well, with the reason.");
+        parser(), "White and black are L*, a*, b* (D50) for the chosen intent. A profile without a gamut is "
+                  "listed\nas well, with the reason.");
 }
 
 int InfoCommand::run(Arguments arguments)

@@ -3,7 +3,8 @@
 
 #include "Command.h"
 #include "commands/options/ReportOptions.h"
-#include "model/inputs/GamutSettings.h"
+
+#include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QStringList>
 
@@ -17,6 +18,6 @@ public:
 
 private:
     QStringList m_names;
-    GamutSettings m_settings;
+    KVGamut::Settings m_settings;
     ReportOptions m_report;
 };

@@ -20,7 +20,7 @@ namespace {
 using Kind = Table::Kind;
 
 constexpr float maxTolerance = 1000.0f;
-constexpr qsizetype pointsPerStep = 1000; // between two looks at the progress bar
+constexpr qsizetype pointsPerStep = 1000; // between two updates of the progress bar
 
 struct Answer
 {
@@ -49,7 +49,7 @@ QList<Answer> answersOf(const KVGamut::GamutObject& gamut, const QList<MeasuredP
     return answers;
 }
 
-/// Where points lie, when the surface is as thick as the tolerance.
+/// Zones of points: within the tolerance of the surface is the edge.
 struct Zones
 {
     double tolerance;
@@ -141,7 +141,7 @@ InsideCommand::InsideCommand(CLI::App& program)
         parser()
             .add_option_function<std::string>(
                 "--points", [this](const std::string& word) { m_pointFile = QString::fromStdString(word); },
-                "File of colours instead: CSV, CGATS (.ti3, IT8), CxF, or the pixels of a picture")
+                "Read the colours from a file: CSV, CGATS (.ti3, IT8), CxF, or the pixels of a picture")
             ->type_name("FILE")
             ->excludes(numbers);
     parser()
@@ -150,7 +150,7 @@ InsideCommand::InsideCommand(CLI::App& program)
             [this](const std::string& word) {
                 m_tolerance = static_cast<double>(OptionValues::number(word, 0.0f, maxTolerance));
             },
-            "Also count what lies in, on the edge (no farther than T from the surface) and out")
+            "Also count the colours inside, on the edge (within T of the surface) and outside")
         ->type_name("T");
     declareSettings(parser(), m_settings);
     m_report.declare(parser());
@@ -165,12 +165,12 @@ InsideCommand::InsideCommand(CLI::App& program)
 
 void InsideCommand::takeNumbers(const std::vector<std::string>& words)
 {
-    constexpr float most = 100000.0f;
+    constexpr float max = 100000.0f;
     if (words.size() % 3 != 0)
         throw CLI::ValidationError("a colour has three numbers, L* a* b*, and " +
                                    std::to_string(words.size()) + " are given");
     for (std::size_t i = 0; i < words.size(); i += 3) {
-        const auto value = [&](std::size_t k) { return OptionValues::number(words[i + k], -most, most); };
+        const auto value = [&](std::size_t k) { return OptionValues::number(words[i + k], -max, max); };
         m_points.append({{value(0), value(1), value(2)}, QColor(), QString()});
     }
 }

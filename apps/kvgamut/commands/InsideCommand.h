@@ -3,7 +3,6 @@
 
 #include "Command.h"
 #include "commands/options/ReportOptions.h"
-#include "model/inputs/GamutSettings.h"
 #include "model/points/MeasuredPoint.h"
 
 #include <optional>
@@ -18,13 +17,13 @@ public:
 
 private:
     void takeNumbers(const std::vector<std::string>& words);
-    /// The points asked for; says what could not be read, and then turns @p allRead false.
+    /// The points to judge. Prints what cannot be read and then sets @p allRead to false.
     QList<MeasuredPoint> points(bool& allRead) const;
 
     QString m_name;
     QList<MeasuredPoint> m_points; ///< of the command line
     QString m_pointFile;
-    std::optional<double> m_tolerance; ///< dE76; what is nearer to the surface is on the edge
-    GamutSettings m_settings;
+    std::optional<double> m_tolerance; ///< dE76; points nearer to the surface are on the edge
+    KVGamut::Settings m_settings;
     ReportOptions m_report;
 };

@@ -14,8 +14,6 @@
 #include <QtCore/QFileInfo>
 #include <QtGui/QGuiApplication>
 
-#include <functional>
-
 namespace {
 
 const QStringList& formats()
@@ -33,8 +31,8 @@ QString formatOf(const QString& output)
     QString suffix = QFileInfo(output).suffix().toLower();
     if (!formats().contains(suffix))
         throw CLI::ValidationError("--output", "'" + output.toStdString() +
-                                                   "' ends in none of .csv, .json, .svg, .png and .pdf; "
-                                                   "--format says what to write");
+                                                   "' has none of the suffixes .csv, .json, .svg, .png and "
+                                                   ".pdf; use --format");
     return suffix;
 }
 
@@ -56,26 +54,23 @@ SliceCommand::SliceCommand(CLI::App& program)
     ReportOptions::endHelp(
         parser(),
 
-        "Cuts are exact: closed rings whose last point is joined to the first, what is inside to the left.\n"
+        "Cuts are exact: closed rings whose last point connects to the first, with the gamut to the left.\n"
         "A cut at a hue is that of a half-plane, from the L* axis outwards.\n"
         "Gamut rings: the ring of a lightness encloses, in each hue sector, an area equal to the gamut's\n"
-        "volume from black up to that lightness; the outermost encloses the volume.");
+        "volume from black up to that lightness; the area of the outermost ring is the volume.");
 }
 
 void SliceCommand::declareWhat()
 {
-    const auto plane = [this](const char* name, const char* type, SlicePlane::Kind kind, double least,
-                              double most, const char* help) {
+    const auto plane = [this](const char* name, const char* type, SlicePlane::Kind kind, double min,
+                              double max, const char* help) {
         return parser()
             .add_option_function<std::string>(
                 name,
-                [this, name, kind, least, most](const std::string& word) {
-                    try {
-                        m_plane = SlicePlane{kind, OptionValues::real(word, least, most)};
-                    } catch (const CLI::ValidationError& refusal) {
-                        throw CLI::ValidationError(name, refusal.what());
-                    }
-                },
+                OptionValues::named(name,
+                                    [this, kind, min, max](const std::string& word) {
+                                        m_plane = SlicePlane{kind, OptionValues::real(word, min, max)};
+                                    }),
                 help)
             ->type_name(type);
     };
@@ -92,37 +87,31 @@ void SliceCommand::declareWhat()
 
 void SliceCommand::declareOutput()
 {
-    const auto taken = [](const char* name, const std::function<void(const std::string&)>& take) {
-        return [name, take](const std::string& word) {
-            try {
-                take(word);
-            } catch (const CLI::ValidationError& refusal) {
-                throw CLI::ValidationError(name, refusal.what());
-            }
-        };
-    };
     parser()
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
-            "csv, json, svg, png or pdf (what the name of the output ends in; csv to standard output)")
+            "csv, json, svg, png or pdf (default: the suffix of the output; csv for standard output)")
         ->check(CLI::IsMember({"csv", "json", "svg", "png", "pdf"}).description(""))
         ->type_name("FORMAT");
     parser()
         .add_option_function<std::string>(
             "-o,--output", [this](const std::string& name) { m_output = QString::fromStdString(name); },
-            "File to write, whole or not at all; - for standard output (the default)")
+            "Output file, written completely or not at all; - for standard output (the default)")
         ->type_name("FILE");
     parser()
         .add_option_function<std::string>(
-            "--size", taken("--size", [this](const std::string& w) { m_size = OptionValues::size(w); }),
+            "--size",
+            OptionValues::named("--size", [this](const std::string& w) { m_size = OptionValues::size(w); }),
             "Size of a drawing in pixels, 1/96 inch on a page (1000x750)")
         ->type_name("WxH");
     parser()
         .add_option_function<std::string>(
-            "--color", taken("--color", [this](const std::string& w) { m_colors = OptionValues::colors(w); }),
+            "--color",
+            OptionValues::named("--color",
+                                [this](const std::string& w) { m_colors = OptionValues::colors(w); }),
             "A colour for each gamut in order, in a drawing")
         ->type_name("C[,C...]");
-    parser().add_flag("--quiet", m_quiet, "No progress bar, which a terminal shows after half a second");
+    parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
 bool SliceCommand::isDrawing() const
@@ -137,7 +126,7 @@ int SliceCommand::run(Arguments arguments)
         const QCoreApplication application(arguments.count, arguments.values);
         return report();
     }
-    // text is all that a drawing needs of the platform: no display
+    // a drawing only needs fonts, no display
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(arguments.count, arguments.values);
     return report();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Command.h"
-#include "model/inputs/GamutSettings.h"
 #include "model/slices/GamutSlice.h"
 
 #include <QtCore/QSize>
@@ -29,7 +28,7 @@ private:
     QByteArray fileOf(const SliceReport& report) const;
 
     QStringList m_names;
-    GamutSettings m_settings;
+    KVGamut::Settings m_settings;
     std::optional<SlicePlane> m_plane; ///< without one: gamut rings
     bool m_rings = false;
     QString m_format; ///< csv, json, svg, png or pdf; when all options were read

@@ -53,7 +53,7 @@ Table::Row rowOf(const GamutInputs::Input& input)
 } // namespace
 
 VolumeCommand::VolumeCommand(CLI::App& program)
-    : Command(program, "volume", "Print how large gamuts are, with the uncertainty of the answer")
+    : Command(program, "volume", "Print the volumes of gamuts and their uncertainty")
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);

@@ -9,7 +9,8 @@
 
 std::string inputDescription()
 {
-    return "ICC profile, picture with a profile in it (PNG, JPEG, TIFF), saved gamut, or a built-in one: " +
+    return "ICC profile, picture with an embedded profile (PNG, JPEG, TIFF), saved gamut, or a built-in "
+           "profile: " +
            BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString();
 }
 
@@ -27,7 +28,7 @@ CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* wo
         ->type_name("");
 }
 
-void declareSettings(CLI::App& parser, GamutSettings& settings)
+void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
 {
     static const std::map<std::string, KVVMRenderType> intents{
         {"perceptual", KVVMRenderPerceptual},
@@ -45,7 +46,7 @@ void declareSettings(CLI::App& parser, GamutSettings& settings)
                     "Black point compensation; no effect on the absolute intent");
     parser
         .add_option("--grid", settings.gridPoints,
-                    "Samples along each device axis, 3 to 129 (33, or 17 of many inks)")
+                    "Samples along each device axis, 3 to 129 (33; 17 from five channels on)")
         ->check(CLI::Range(3, 129).description(""))
         ->type_name("N");
 }
@@ -54,5 +55,5 @@ void ProfileOptions::declare(CLI::App& parser)
 {
     declareInputs(parser, profiles);
     declareSettings(parser, settings);
-    parser.add_flag("--verbose", verbose, "Say on standard error what is drawn with");
+    parser.add_flag("--verbose", verbose, "Print OpenGL diagnostics to stderr");
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "model/inputs/GamutSettings.h"
+#include <platform/KVVelmoraFramework.h>
 
 #include <CLI/CLI.hpp>
 
@@ -9,20 +9,20 @@
 
 #include <string>
 
-/// What an input may be, as --help says it.
+/// The inputs that are accepted, for --help.
 std::string inputDescription();
 
-/// Declares on @p parser what names the inputs, as the positional @p word, at least one.
+/// Declares on @p parser the inputs as the positional argument @p word, at least one.
 CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* word = "PROFILE");
 
 /// Declares on @p parser how gamuts are computed: --intent, --bpc, --grid.
-void declareSettings(CLI::App& parser, GamutSettings& settings);
+void declareSettings(CLI::App& parser, KVGamut::Settings& settings);
 
-/// Which profiles, and how their gamuts are computed: the options that all commands share.
+/// Profiles and how their gamuts are computed: the options of the commands that draw.
 struct ProfileOptions
 {
     QStringList profiles;
-    GamutSettings settings;
+    KVGamut::Settings settings;
     bool verbose = false;
 
     /// Declares the options on @p parser, which keeps a reference to this object.

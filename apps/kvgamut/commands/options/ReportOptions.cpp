@@ -24,16 +24,17 @@ void ReportOptions::declare(CLI::App& parser)
     parser
         .add_option_function<std::string>(
             "-o,--output", [this](const std::string& name) { output = QString::fromStdString(name); },
-            "File to write, whole or not at all; - for standard output (the default)")
+            "Output file, written completely or not at all; - for standard output (the default)")
         ->type_name("FILE");
-    parser.add_flag("--quiet", quiet, "No progress bar, which a terminal shows after half a second");
+    parser.add_flag("--quiet", quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
 void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
 {
-    parser.footer(text +
-                  "\n\nExit codes: 0 done, 1 some input could not be used (it is named, with the reason, "
-                  "and the\nrest is done), 2 wrong usage, 3 the output could not be written.");
+    parser.footer(
+        text +
+        "\n\nExit codes: 0 done, 1 some input could not be used (stderr says which and why; the others\nare "
+        "processed), 2 wrong usage, 3 the output could not be written.");
 }
 
 int ReportOptions::print(const Table& table, bool allInputsUsed) const

@@ -7,7 +7,7 @@
 
 #include <string>
 
-/// How the commands that compute numbers tell them: --format, --output, --quiet.
+/// Options of the commands that print numbers: --format, --output, --quiet.
 struct ReportOptions
 {
     Table::Format format = Table::Format::Text;
@@ -20,7 +20,8 @@ struct ReportOptions
     /// Ends the help of @p parser with @p text and the exit codes of these commands.
     static void endHelp(CLI::App& parser, const std::string& text);
 
-    /// Prints @p table, and says when that does not work.
-    /// @return the ExitCode of a command whose inputs could all be used, or not
+    /// Prints @p table, or why that fails.
+    /// @param allInputsUsed whether all inputs of the command could be used
+    /// @return the ExitCode of the command
     int print(const Table& table, bool allInputsUsed) const;
 };
