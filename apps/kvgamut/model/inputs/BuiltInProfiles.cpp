@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Y = ((a·X + b)^gamma where X >= d, else c·X): what Little CMS calls parametric type 4.
+/// Y = ((a·X + b)^gamma where X >= d, else c·X): parametric type 4 of Little CMS.
 struct Curve
 {
     double gamma, a, b, c, d;
@@ -33,8 +33,8 @@ constexpr Curve power(double gamma)
 // The piecewise curve of IEC 61966-2-1.
 constexpr Curve srgbCurve{2.4, 1.0 / 1.055, 0.055 / 1.055, 1.0 / 12.92, 0.04045};
 
-// Inverse of the BT.2020 curve; alpha and beta as its note defines them, by the two branches meeting
-// in value and slope.
+// Inverse of the BT.2020 curve. As its note defines them, alpha and beta make the two branches meet in value
+// and slope.
 constexpr double bt2020Alpha = 1.09929682680944;
 constexpr double bt2020Beta = 0.018053968510807;
 constexpr Curve bt2020Curve{1.0 / 0.45, 1.0 / bt2020Alpha, (bt2020Alpha - 1.0) / bt2020Alpha, 1.0 / 4.5,

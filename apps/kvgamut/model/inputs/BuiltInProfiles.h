@@ -4,14 +4,14 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QStringList>
 
-/// RGB spaces that need no file: ICC profiles made in memory from the primaries, white and transfer
-/// curve that their standards publish.
+/// RGB colour spaces that need no file: ICC profiles created in memory from the primaries, white point and
+/// transfer curve of their standards.
 namespace BuiltInProfiles {
 
-QStringList names(); ///< in the order in which a person looks for them
+QStringList names(); ///< in the order in which they are listed to users
 
-/// The bytes of the ICC profile called @p name, in any case; empty when there is none, or when memory
-/// ran out.
+/// The bytes of the ICC profile called @p name, in any case; empty if there is none or memory does not
+/// suffice.
 QByteArray profile(const QString& name);
 
 } // namespace BuiltInProfiles

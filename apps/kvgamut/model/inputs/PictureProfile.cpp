@@ -17,8 +17,8 @@
 #include <png.h>
 #include <tiffio.h>
 
-// The readers of PNG and JPEG leave by longjmp, which passes over destructors: the functions between
-// setjmp and there hold nothing that has one.
+// libpng and libjpeg report errors with longjmp, which skips destructors: functions between setjmp and
+// longjmp must not hold objects that have one.
 
 namespace {
 
@@ -54,7 +54,7 @@ Kind kindOf(const QByteArray& start)
     return Kind::None;
 }
 
-/// What a reader found, in a form that survives a longjmp.
+/// The result of a reader, without a destructor that a longjmp could skip inside the reader.
 struct Found
 {
     void* icc = nullptr; ///< from malloc
@@ -143,7 +143,7 @@ void readJpeg(std::FILE* file, Found& found)
     JOCTET* bytes = nullptr;
     unsigned int size = 0;
     if (jpeg_read_icc_profile(&jpeg, &bytes, &size) != 0) {
-        found.icc = bytes; // from malloc, and ours
+        found.icc = bytes; // from malloc; owned by us
         found.size = size;
     }
     jpeg_destroy_decompress(&jpeg);
@@ -156,7 +156,7 @@ int tiffFailed(TIFF*, void* user, const char*, const char* format, va_list value
     auto* found = static_cast<Found*>(user);
     if (found->message[0] == '\0')
         std::vsnprintf(found->message, sizeof found->message, format, values);
-    return 1; // said
+    return 1; // handled
 }
 
 int tiffWarned(TIFF*, void*, const char*, const char*, va_list)

@@ -12,7 +12,7 @@ using LittleCms::Profile;
 
 namespace {
 
-/// A signature as it stands in the file, without the spaces that fill it up.
+/// A signature as text, without padding spaces.
 QString signatureText(cmsUInt32Number signature)
 {
     QString text;
@@ -56,7 +56,7 @@ bool has(const Profile& profile, cmsTagSignature tag)
     return cmsIsTag(profile.get(), tag) != 0;
 }
 
-/// Whether the colours are computed of curves and, but for grey, a matrix.
+/// Whether the colours are computed with curves and, except for grey, a matrix.
 bool isShaper(const Profile& profile)
 {
     return cmsIsMatrixShaper(profile.get()) != 0;
@@ -76,7 +76,7 @@ QStringList tablesOf(const Profile& profile)
     return tables;
 }
 
-/// The absolute intent is the relative one and the white point, unless it has a table of its own.
+/// The absolute intent follows from the relative one and the white point, unless it has a table of its own.
 QStringList intentsOf(const Profile& profile)
 {
     const bool relative = has(profile, cmsSigAToB1Tag) || has(profile, cmsSigDToB1Tag) || isShaper(profile);

@@ -5,15 +5,15 @@
 
 #include <algorithm>
 
-/// The view that every picture and window starts from: from the front, where a* runs to the right, a
-/// little from the side and from above, so that all three axes are told apart.
+/// The initial camera of pictures and windows: in front, where a* points to the right, and slightly from the
+/// side and from above, so that all three axes are distinct.
 struct ObliqueView
 {
     QVector3D eye{265.0f, 160.0f, -450.0f};
     QVector3D lookAt{40.0f, 0.0f, 0.0f};
 
-    /// For a picture of this width over height: a narrow one is taken from farther away, so that the
-    /// grid stays in it.
+    /// For a picture with this ratio of width to height. A narrow one has a larger distance, so that the grid
+    /// fits.
     static ObliqueView inAspect(float aspect)
     {
         constexpr float fullAspect = 1.25f;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double largest = 255.0;
+constexpr double maxDifference = 255.0;
 
 double squaredDifference(QRgb one, QRgb other)
 {
@@ -15,7 +15,7 @@ double squaredDifference(QRgb one, QRgb other)
            square(qBlue(one), qBlue(other)) + square(qAlpha(one), qAlpha(other));
 }
 
-/// One row in one format, so that large pictures are not copied as a whole.
+/// One row, converted, so that large pictures are not copied as a whole.
 QImage row(const QImage& picture, int y)
 {
     return picture.copy(0, y, picture.width(), 1).convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -36,7 +36,7 @@ std::optional<double> pictureDifference(const QImage& one, const QImage& other)
         for (int x = 0; x < one.width(); ++x)
             sum += squaredDifference(a[x], b[x]);
     }
-    // three channels, so that black and white reach the full scale; opacity may add to it
+    // divided by three channels, so that black and white differ by 100 percent
     const double count = 3.0 * one.width() * one.height();
-    return std::min(100.0, 100.0 * std::sqrt(sum / count) / largest);
+    return std::min(100.0, 100.0 * std::sqrt(sum / count) / maxDifference);
 }

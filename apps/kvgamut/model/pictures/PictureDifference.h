@@ -5,9 +5,9 @@
 
 #include <optional>
 
-/// How far two pictures are apart, in percent: the root mean square, over all pixels, of the differences
-/// of red, green and blue, by the largest there is; differences of opacity add to them, to 100 at most.
-/// Colours count by their opacity: what is fully transparent has none.
+/// The difference of two pictures in percent: the root mean square, over all pixels, of the differences of
+/// red, green and blue, relative to the largest possible one. Differences of opacity are added, up to 100 in
+/// total. Colours are premultiplied: fully transparent pixels have none.
 ///
 /// | percent | of a picture of one gamut                                  |
 /// | ------- | ---------------------------------------------------------- |
@@ -22,5 +22,5 @@
 /// | 57      | on black instead of grey                                   |
 /// | 100     | black instead of white                                     |
 ///
-/// None of pictures of different size, or when there is none.
+/// nullopt if the sizes differ or either image is null.
 std::optional<double> pictureDifference(const QImage& one, const QImage& other);
