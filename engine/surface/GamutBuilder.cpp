@@ -24,13 +24,13 @@ constexpr double maxFoldShare = 0.001;
 // Share of the volume in which a surface's winding number may be neither 0 nor 1.
 constexpr double maxInvalidShare = 0.001;
 // Allowed relative difference between a hull's volume and the device's, which is measured on a coarser grid.
-constexpr double concaveSlack = 0.02;
+constexpr double concavityTolerance = 0.02;
 // Faces of a lattice surface, from the default grid on. More faces cut less off the solid's edges.
 constexpr double latticeFaces = 100'000.0;
 constexpr int foldCheckNodes = 17;
 // Allowed relative difference of the volumes of two hulls on different grids, for solids that cannot be
 // checked in another way.
-constexpr double hullSlack = 0.1;
+constexpr double hullTolerance = 0.1;
 // From here on there are too many two-dimensional faces to sample all of them.
 constexpr int manyChannels = 7;
 
@@ -48,18 +48,14 @@ Result<WindingCheck> windingOf(const Mesh& mesh, const Task& task)
     const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
     const double pitch = std::min(2.0, std::max(extent, 0.1) / 64.0);
     const ColumnGrid grid = columnsOver(box, pitch);
-    const auto columns = castColumns(mesh, grid, task);
-    if (!columns)
-        return failure(columns);
-    return checkWinding(*columns, grid);
+    return castColumns(mesh, grid, task).map([&grid](const ColumnCrossings& columns) {
+        return checkWinding(columns, grid);
+    });
 }
 
 Result<bool> hasIntersections(const Mesh& mesh, const Task& task)
 {
-    const auto count = countIntersections(mesh, 1, task);
-    if (!count)
-        return failure(count);
-    return *count > 0;
+    return countIntersections(mesh, 1, task).map([](std::size_t count) { return count > 0; });
 }
 
 enum class CoincidentSheets
@@ -68,8 +64,8 @@ enum class CoincidentSheets
     Refused
 };
 
-// Sheets that coincide do not cross; where three do, the surface winds once or three times, and the winding
-// number alone does not tell. A refined surface is therefore checked for coincident sheets as well.
+// Coincident sheets do not intersect, and where three of them coincide the winding number is still 0 or 1. A
+// refined surface is therefore checked for coincident sheets as well.
 Result<bool> isSimple(const Mesh& mesh, CoincidentSheets coincident, const Task& task)
 {
     const auto check = windingOf(mesh, task);
@@ -80,10 +76,7 @@ Result<bool> isSimple(const Mesh& mesh, CoincidentSheets coincident, const Task&
     if (coincident == CoincidentSheets::Refused &&
         check->coincidentArea > maxInvalidShare * check->coveredArea)
         return false;
-    const auto intersects = hasIntersections(mesh, task);
-    if (!intersects)
-        return failure(intersects);
-    return !*intersects;
+    return hasIntersections(mesh, task).map([](bool intersects) { return !intersects; });
 }
 
 void faceOutwards(Mesh& mesh)
@@ -199,8 +192,8 @@ private:
         if (!reached)
             return failure(reached);
         const double volume = signedVolume(hull);
-        if (std::abs(*reached - volume) > concaveSlack * volume ||
-            std::abs(signedVolume(coarse) - volume) > hullSlack * volume)
+        if (std::abs(*reached - volume) > concavityTolerance * volume ||
+            std::abs(signedVolume(coarse) - volume) > hullTolerance * volume)
             return failure(KVProblemCode::UnresolvedConcavity);
         return {};
     }
@@ -226,7 +219,7 @@ private:
             return failure(covered);
         if (*covered < minVolume)
             return failure(KVProblemCode::TooSmall);
-        if (std::abs(signedVolume(hull) - *covered) > concaveSlack * *covered)
+        if (std::abs(signedVolume(hull) - *covered) > concavityTolerance * *covered)
             return false;
         return isSimple(hull, CoincidentSheets::Allowed, m_task);
     }

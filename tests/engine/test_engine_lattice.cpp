@@ -283,6 +283,24 @@ TEST(ManyChannels, withAConcavityAreRefused)
     }
 }
 
+// A folded, wavy solid, in which samples of different depth are next to each other seen from the centre.
+TEST(ManyChannels, withASelfIntersectingHullAreRefused)
+{
+    for (int channels : {7, 8}) {
+        const MappedDevice waves(channels, [channels](const float* d) {
+            std::array<double, 3> sum{}, count{};
+            for (int c = 0; c < channels; ++c) {
+                sum[std::size_t(c % 3)] += double(d[c]);
+                count[std::size_t(c % 3)] += 1.0;
+            }
+            const double x = M_PI * sum[0] / count[0], y = sum[1] / count[1], z = sum[2] / count[2];
+            return Vec3{50 + 30 * std::sin(x), 60 * (y - 0.5) + 20 * std::cos(2 * x),
+                        60 * (z - 0.5) + 20 * std::sin(2 * M_PI * y)};
+        });
+        EXPECT_EQ(codeOf(buildGamut(waves, {}, {})), KVProblemCode::SurfaceSelfIntersects) << channels;
+    }
+}
+
 TEST(ManyChannels, withoutAConcavityAreNotRefused)
 {
     for (int channels : {7, 9, 12})
