@@ -223,7 +223,7 @@ void MainWindow::connectPanels()
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
-    connect(m_area, &ViewArea::clicked, this, &MainWindow::inspect);
+    connect(&view(), &KVGamutView::clicked, this, &MainWindow::inspect);
     connect(m_slice, &SlicePanel::hovered, this, [this](const std::optional<QVector3D>& lab) {
         if (lab)
             statusBar()->showMessage(ShownWords::lab(*lab) + QStringLiteral("      ") +
@@ -253,10 +253,12 @@ void MainWindow::showKeys()
 
 void MainWindow::inspect(const KVHit& hit)
 {
+    if (hit.endsDrag)
+        return;
     // the marker of the last finding hides what is below it
     const bool isMarker = hit.kind == KVHit::Kind::Marker && hit.id == findingSet();
     viewer().removeMarkerSet(findingSet());
-    const auto finding = m_inspector.describe(isMarker ? m_area->view().hitAt(hit.pixel) : hit);
+    const auto finding = m_inspector.describe(isMarker ? view().hitAt(hit.pixel) : hit);
     if (!finding) {
         forgetFinding();
         return;
@@ -283,7 +285,7 @@ void MainWindow::keepCamera()
 
 void MainWindow::showViewState()
 {
-    const KVViewState state = m_area->view().state();
+    const KVViewState state = view().state();
     m_viewMenu->showState(state);
     m_clip->setClip(state.clipping);
     m_slice->setLightness(m_clip->lightness());

@@ -180,7 +180,7 @@ void MainWindow::restore(const Session& session)
         m_points.open(file);
     m_points.setTolerance(session.tolerance);
     m_pointPanel->showTolerance();
-    m_area->view().setState(session.view);
+    view().setState(session.view);
     keepCamera();
     showViewState();
 }

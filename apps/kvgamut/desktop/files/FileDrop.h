@@ -4,15 +4,14 @@
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 
-/// Takes the files that are dropped onto the objects it watches: widgets, and windows that are no
-/// widgets, which would swallow them.
+/// Accepts files that are dropped onto the objects it watches: widgets, and windows that are not widgets.
 class FileDrop : public QObject
 {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// Also everything that is, or comes to be, a child window of a watched window.
+    /// Watches @p target; of a window also its child windows.
     void watch(QObject* target);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -6,10 +6,10 @@
 /// What a file is opened as.
 enum class FileKind
 {
-    Gamut,   ///< a profile, a picture with one, a saved gamut: whatever has a gamut
+    Gamut,   ///< a profile, a picture with a profile, or a saved gamut
     Points,  ///< measurements: CGATS, CxF, CSV
-    Session, ///< what this program saved of its window
+    Session, ///< what saveSession() wrote
 };
 
-/// By the end of the name; what is not known is tried as a gamut.
+/// By the suffix; an unknown one stands for a gamut.
 FileKind fileKind(const QString& name);

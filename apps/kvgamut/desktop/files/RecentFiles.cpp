@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int most = 9; // a digit each
+constexpr int maxCount = 9; // shortcuts with a digit
 
 /// The program's settings file.
 struct Settings : QSettings
@@ -37,7 +37,7 @@ void RecentFiles::add(const QString& file)
     QStringList files = list();
     files.removeAll(file);
     files.prepend(file);
-    Settings().setValue(key(), files.mid(0, most));
+    Settings().setValue(key(), files.mid(0, maxCount));
 }
 
 void RecentFiles::clear()

@@ -3,10 +3,10 @@
 
 #include <QtCore/QStringList>
 
-/// The files that were opened last, the newest first, kept between runs of the program.
+/// The files opened last, newest first, stored in the settings of the program.
 namespace RecentFiles {
 
-QStringList list(); ///< those that are still there
+QStringList list(); ///< without those that no longer exist
 void add(const QString& file);
 void clear();
 

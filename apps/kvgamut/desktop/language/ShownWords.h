@@ -6,7 +6,7 @@
 #include <QtCore/QString>
 #include <QtGui/QVector3D>
 
-/// How the window says things about gamuts, in the language of the person.
+/// Texts about gamuts in the language of the window.
 namespace ShownWords {
 
 QString intent(KVVMRenderType intent);

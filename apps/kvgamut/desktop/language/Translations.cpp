@@ -14,8 +14,8 @@ namespace {
 constexpr QLatin1String folder(":/translations");
 constexpr QLatin1String prefix("kvgamut_");
 
-/// Qt's words, but for the reasons why a file cannot be used: those go to standard error, too, whose
-/// words stay English. The window translates them itself, see ProblemText::translated().
+/// Translations of Qt without the reasons why a file cannot be used: standard error, which is always English,
+/// shows these, too. ProblemText::translated() translates them for the window.
 class WordsOfQt : public QTranslator
 {
 public:
@@ -36,7 +36,7 @@ QString languageOf(const QString& name)
     return QLocale::languageToCode(QLocale(name).language());
 }
 
-/// By which the system writes numbers.
+/// The locale that the environment names for numbers.
 QLocale numbersOfSystem()
 {
     for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"})
@@ -56,8 +56,8 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
     if (first != wanted.end())
         m_language = languageOf(*first);
     if (!m_words.load(prefix + m_language, folder))
-        return; // English needs none
-    // the program's words come first: installed last
+        return; // English
+    // the translator that is installed last is asked first
     auto wordsOfQt = std::make_unique<WordsOfQt>();
     if (wordsOfQt->load(QStringLiteral("qtbase_") + m_language,
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
@@ -65,7 +65,7 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
         QCoreApplication::installTranslator(m_wordsOfQt.get());
     }
     QCoreApplication::installTranslator(&m_words);
-    if (numbersOfSystem().language() == QLocale::C) // the user chose no language
+    if (numbersOfSystem().language() == QLocale::C) // the user chose no format
         QLocale::setDefault(QLocale(first != wanted.end() ? *first : m_language));
 }
 

@@ -6,13 +6,12 @@
 
 #include <memory>
 
-/// The language of the window, from its making to its end: the first of those that a person wants which
-/// the program speaks. It speaks English, and what is embedded as ":/translations/kvgamut_<language>.qm".
+/// The language of the window as long as the object exists: the first of the user's languages that is
+/// translated. English is built in; the others are embedded as ":/translations/kvgamut_<language>.qm".
 ///
-/// Numbers in the window are written as the system has them, or, where it has no wish (the locale C), as
-/// that language writes them.
+/// Numbers have the format of the system, or of that language where the system's locale is C.
 ///
-/// Made and destroyed on the GUI thread, while the QApplication lives; before any widget is made.
+/// Create and destroy it on the GUI thread, while the QApplication exists and before any widget.
 class Translations
 {
     Q_DISABLE_COPY_MOVE(Translations)
@@ -21,7 +20,7 @@ public:
     explicit Translations(const QStringList& wanted = QLocale::system().uiLanguages());
     ~Translations();
 
-    /// As it is found in the names of the embedded files, "de"; "en" where nothing is translated.
+    /// The code in the name of the embedded file, such as "de"; "en" without a translation.
     QString language() const { return m_language; }
     /// The languages of the embedded translations.
     static QStringList embedded();
@@ -30,5 +29,5 @@ private:
     QString m_language;
     QLocale m_numbersBefore;
     QTranslator m_words;                      ///< of the program
-    std::unique_ptr<QTranslator> m_wordsOfQt; ///< of dialogs and keys, where they are installed
+    std::unique_ptr<QTranslator> m_wordsOfQt; ///< of dialogs and keys, if they are installed
 };

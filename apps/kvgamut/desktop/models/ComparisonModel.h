@@ -10,11 +10,12 @@
 
 #include <optional>
 
-/// The numbers of the gamuts of a list, each compared with the active one: a row for each gamut that was
-/// computed, with the profile, intent and white that its numbers hold for.
+/// The numbers of the gamuts of a list, each compared with the active one. Each computed gamut has a row,
+/// with the profile, intent and white point that its numbers belong to.
 ///
-/// Comparisons are computed in the background, once for each pair of computed gamuts; a cell that waits
-/// for one says so. The gamut list must outlive it; the destructor waits for the comparison in progress.
+/// Comparisons are computed in the background, once for each pair of computed gamuts; until then their cells
+/// show that they are being computed. The gamut list must outlive it; the destructor waits for the comparison
+/// in progress.
 class ComparisonModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -34,7 +35,7 @@ public:
     };
     enum Role : int
     {
-        PlainRole = Qt::UserRole, ///< as text for other programs: full precision, a point for decimals
+        PlainRole = Qt::UserRole, ///< text for other programs: full precision, decimal point
     };
 
     explicit ComparisonModel(GamutListModel& gamuts, QObject* parent = nullptr);
@@ -45,16 +46,16 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// The rows and columns that @p cells span, tab-separated, a line for each row. With @p titles the
-    /// titles of the columns come first.
+    /// The rows and columns that @p cells span as tab-separated text, a line for each row. With @p titles the
+    /// first line has the titles of the columns.
     QString toTsv(const QModelIndexList& cells, bool titles) const;
-    /// All of it.
+    /// All cells, with titles.
     QString toTsv() const;
 
-    /// The gamut that all are compared with.
+    /// The title of the gamut that the others are compared with.
     QString activeTitle() const;
 
-    /// Whether every comparison that is shown was computed.
+    /// Whether no comparison is pending.
     bool isComplete() const;
 
 private:
@@ -71,7 +72,7 @@ private:
     const GamutEntry* active() const;
 
     GamutListModel& m_gamuts;
-    QList<int> m_rows; ///< of the list: those that have a gamut
+    QList<int> m_rows; ///< rows of the list that have a computed gamut
     QHash<quint64, KVGamut::Report> m_reports;
     QHash<Pair, KVGamut::Comparison> m_comparisons;
     QSet<Pair> m_pending;

@@ -10,7 +10,7 @@ QString folderName(const QString& input)
     return QFileInfo(QFileInfo(input).path()).fileName();
 }
 
-/// Numbers what is still alike: the second "x" is "x (2)".
+/// Numbers titles that are not unique: the second "x" is "x (2)".
 QStringList numbered(const QStringList& titles)
 {
     QStringList result;

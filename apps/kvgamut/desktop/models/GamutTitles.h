@@ -3,6 +3,6 @@
 
 #include <QtCore/QStringList>
 
-/// Short names for inputs (files and built-in profiles), in their order, no two alike: the file name;
-/// where two files share it, with its folder; where that is the same too, with a number.
+/// Short unique names of inputs (files and built-in profiles), in the same order: the file name, with the
+/// folder if another file has the same name, and with a number if that is not unique either.
 QStringList gamutTitles(const QStringList& inputs);

@@ -9,9 +9,9 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
-constexpr int perUnit = 2; // steps of the slider
+constexpr int stepsPerUnit = 2; // of the slider
 constexpr double maxLightness = 100.0;
-constexpr double atFirst = 50.0;
+constexpr double defaultLightness = 50.0;
 } // namespace
 
 ClipControl::ClipControl(QWidget* parent)
@@ -20,10 +20,10 @@ ClipControl::ClipControl(QWidget* parent)
 {
     m_slider->setObjectName(QStringLiteral("clipSlider"));
     m_slider->setAccessibleName(tr("Lightness of the section"));
-    m_slider->setRange(0, static_cast<int>(maxLightness) * perUnit);
-    m_slider->setPageStep(5 * perUnit);
+    m_slider->setRange(0, static_cast<int>(maxLightness) * stepsPerUnit);
+    m_slider->setPageStep(5 * stepsPerUnit);
     m_slider->setTickPosition(QSlider::TicksLeft);
-    m_slider->setTickInterval(10 * perUnit);
+    m_slider->setTickInterval(10 * stepsPerUnit);
     m_number->setObjectName(QStringLiteral("clipNumber"));
     m_number->setAccessibleName(tr("Lightness of the section"));
     m_number->setRange(0.0, maxLightness);
@@ -42,17 +42,17 @@ ClipControl::ClipControl(QWidget* parent)
     column->addWidget(m_number);
     column->addWidget(m_cut, 0, Qt::AlignHCenter);
 
-    m_number->setValue(atFirst);
-    m_slider->setValue(static_cast<int>(atFirst) * perUnit);
+    m_number->setValue(defaultLightness);
+    m_slider->setValue(static_cast<int>(defaultLightness) * stepsPerUnit);
     connect(m_slider, &QSlider::valueChanged, this, [this](int value) {
         const QSignalBlocker quiet(m_number);
-        m_number->setValue(static_cast<double>(value) / perUnit);
+        m_number->setValue(static_cast<double>(value) / stepsPerUnit);
         Q_EMIT changed();
     });
     connect(m_slider, &QSlider::sliderMoved, this, [this] { m_cut->setChecked(true); });
     connect(m_number, &QDoubleSpinBox::valueChanged, this, [this](double value) {
         const QSignalBlocker quiet(m_slider);
-        m_slider->setValue(qRound(value * perUnit));
+        m_slider->setValue(qRound(value * stepsPerUnit));
         Q_EMIT changed();
     });
     connect(m_cut, &QCheckBox::toggled, this, &ClipControl::changed);
@@ -85,5 +85,5 @@ void ClipControl::setCutting(bool cutting)
 
 void ClipControl::step(int by)
 {
-    m_slider->setValue(m_slider->value() + by * perUnit);
+    m_slider->setValue(m_slider->value() + by * stepsPerUnit);
 }

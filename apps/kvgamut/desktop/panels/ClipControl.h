@@ -9,8 +9,8 @@ class QCheckBox;
 class QDoubleSpinBox;
 class QSlider;
 
-/// Chooses the lightness above which gamuts are cut off, and at which the flat section is taken: a
-/// slider that stands as the L* axis does, its number, and whether the gamuts are cut at all.
+/// Chooses the lightness of the section, above which gamuts can be cut off: a vertical slider, its number,
+/// and whether the gamuts are cut.
 class ClipControl : public QWidget
 {
     Q_OBJECT
@@ -18,9 +18,9 @@ public:
     explicit ClipControl(QWidget* parent = nullptr);
 
     float lightness() const;
-    /// Nothing while the gamuts are whole.
+    /// nullopt if the gamuts are not cut.
     std::optional<float> clip() const;
-    /// Shows @p clip without announcing it. Nothing leaves the lightness where it is.
+    /// Shows @p clip without emitting changed(). nullopt keeps the lightness.
     void setClip(std::optional<float> clip);
     void setCutting(bool cutting);
     /// One step of the slider up or down.

@@ -46,7 +46,7 @@ void ComparisonTable::copyAll()
 
 void ComparisonTable::keyPressEvent(QKeyEvent* event)
 {
-    // the base copies one cell only
+    // the base class copies only one cell
     if (event->matches(QKeySequence::Copy))
         copy();
     else

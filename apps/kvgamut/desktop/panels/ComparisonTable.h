@@ -5,16 +5,16 @@
 
 class ComparisonModel;
 
-/// Shows a ComparisonModel; what is selected can be copied as tab-separated text.
+/// Shows a ComparisonModel. Selected cells can be copied as tab-separated text.
 class ComparisonTable : public QTableView
 {
     Q_OBJECT
 public:
     explicit ComparisonTable(ComparisonModel& model, QWidget* parent = nullptr);
 
-    /// Selected cells to the clipboard; everything, with titles, when none is selected.
+    /// Copies the selected cells; without a selection everything, with titles.
     void copy();
-    /// Everything, with titles, to the clipboard.
+    /// Copies everything, with titles.
     void copyAll();
 
     QSize sizeHint() const override;

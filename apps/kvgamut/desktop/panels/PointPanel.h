@@ -7,14 +7,14 @@
 
 class QTreeView;
 
-/// The files of points with how they lie to the active gamut, and the tolerance that makes an edge.
+/// The files of points with their shares inside and outside the active gamut, and the tolerance of its edge.
 class PointPanel : public QWidget
 {
     Q_OBJECT
 public:
     explicit PointPanel(PointLayer& points, QWidget* parent = nullptr);
 
-    /// After the layer's tolerance was set by somebody else.
+    /// Updates the field after the layer's tolerance was changed from outside.
     void showTolerance();
 
 Q_SIGNALS:

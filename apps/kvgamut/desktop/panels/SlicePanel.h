@@ -10,7 +10,7 @@
 
 #include <optional>
 
-/// The flat section beside the view: where one lightness cuts the gamuts that are visible.
+/// The section of the visible gamuts at one lightness, drawn beside the view.
 class SlicePanel : public QWidget
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
     QSize sizeHint() const override { return {330, 330}; }
 
 Q_SIGNALS:
-    /// The pointer is over this colour, or left the plot (nothing).
+    /// The colour under the pointer; nullopt when it left the plot.
     void hovered(std::optional<QVector3D> lab);
 
 protected:
@@ -44,5 +44,5 @@ private:
     const GamutListModel& m_gamuts;
     float m_lightness = 50.0f;
     SliceDrawing m_drawing;
-    QTimer m_soon; ///< one drawing for all changes of a turn of the event loop
+    QTimer m_soon; ///< collects the changes of one turn of the event loop
 };

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewArea.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
-#include <QtGui/QMouseEvent>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QVBoxLayout>
 
 ViewArea::ViewArea(QWidget* parent)
@@ -27,10 +26,6 @@ ViewArea::ViewArea(QWidget* parent)
         window->installEventFilter(this);
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
     }
-    connect(m_viewer, &KVGamut3DViewer::click, this, [this](QPoint p) {
-        if ((p - m_pressed).manhattanLength() < QApplication::startDragDistance())
-            Q_EMIT clicked(m_view->hitAt(p));
-    });
 }
 
 float ViewArea::aspect() const
@@ -42,7 +37,6 @@ float ViewArea::aspect() const
 bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonPress) {
-        m_pressed = static_cast<QMouseEvent*>(event)->position().toPoint();
         activateWindow();
         setFocus(Qt::MouseFocusReason);
     }

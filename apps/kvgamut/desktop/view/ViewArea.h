@@ -5,7 +5,7 @@
 
 #include <QtWidgets/QWidget>
 
-/// The viewer as a widget: holds the keyboard focus for it and passes keys on, and tells clicks from drags.
+/// The viewer as a widget, which holds the keyboard focus for it and passes keys on.
 class ViewArea : public QWidget
 {
     Q_OBJECT
@@ -19,10 +19,6 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-Q_SIGNALS:
-    /// The scene was clicked, not dragged.
-    void clicked(const KVHit& hit);
-
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -34,5 +30,4 @@ private:
     KVGamut3DViewer* m_viewer; ///< owned by its container
     KVGamutView* m_view;
     QWidget* m_container;
-    QPoint m_pressed;
 };
