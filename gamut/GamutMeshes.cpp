@@ -75,7 +75,7 @@ QColor kvLabToColor(const QList<float>& lab)
     const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB(lab);
     int channels[3] = {0, 0, 0};
     for (qsizetype i = 0; i < rgb.size(); ++i) {
-        // Truncated towards zero. NaN and values that do not fit 0..255 give an invalid colour.
+        // Truncated towards zero. Values outside 0..255 after that, and NaN, make the colour invalid.
         if (!(rgb[i] > -1.0f && rgb[i] < 256.0f))
             return {};
         if (i < 3)

@@ -7,19 +7,17 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
-/// The geometry of a gamut's five drawn children, by child name: "Projection", "Front", "Wireframe",
+/// The geometry of the five drawn children of a gamut, by name: "Projection", "Front", "Wireframe",
 /// "Primaries", "PrimariesPoints". Any other name gives the empty default geometry.
 using GamutMeshSet = QHash<QString, GeometryData>;
 
-/// Builds the mesh set of @p gamut. Pure; runs on the worker thread.
-///
-/// Progress of @p protocol (may be null) is not touched; a cancelled one ends it early with what
-/// there is so far.
+/// Builds the geometry of @p gamut. A pure function, which runs on the worker thread. If @p protocol (may be
+/// null) is cancelled, the result is incomplete.
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletionProtocolPtr& protocol = {});
 
 /// Segments of the section of @p gamut at lightness @p L, all in one @p color.
 QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color);
 
-/// Screen colour of a Lab triple; invalid when the colour engine answers out of 0..255, black when it
-/// answers nothing.
+/// Screen colour of a Lab triple. Invalid if the colour engine returns values outside 0..255, black if it
+/// returns none.
 QColor kvLabToColor(const QList<float>& lab);

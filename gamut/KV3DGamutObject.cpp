@@ -151,7 +151,7 @@ QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const Q
         object->initializeGL(parent.glOwner());
     object->setVisible(visible);
     if (color().isValid())
-        object->setColor(color()); // chosen before there was anything to colour
+        object->setColor(color()); // set before the first load
     parent.addChild(object);
     return object;
 }

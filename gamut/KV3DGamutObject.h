@@ -11,12 +11,11 @@
 
 /// A colour gamut in the scene.
 ///
-/// Empty until its first successful load. Then it has the children "Projection", "Gamut" (with "Front"
-/// and "Wireframe" below it), "Primaries" and "PrimariesPoints", and from the first section on
-/// "Section". Opacity, ambient strength and clipping live on "Gamut"; the other children keep their own.
+/// Empty until its first successful load. Then it has the children "Projection", "Gamut" (with the children
+/// "Front" and "Wireframe"), "Primaries" and "PrimariesPoints"; the first section adds "Section". Opacity,
+/// ambient strength and clipping are those of "Gamut" and do not affect the other children.
 ///
-/// GUI thread, like every scene object; the computation runs on a worker and hands its result over as
-/// one value.
+/// GUI thread only. The computation runs on a worker thread and returns its result as one value.
 class KV3DGamutObject : public KV3DObject
 {
 public:
@@ -37,29 +36,28 @@ public:
     /// Cancels a running load and waits for it.
     ~KV3DGamutObject() override;
 
-    /// Loads a gamut from @p params: "Gamut" (a saved gamut), or the first usable of "ProfilePath",
-    /// "ProfileData" and "Profile", with the settings in "AdditionnalParam".
+    /// Loads a gamut; see kvGamutRequest() for @p params.
     ///
-    /// With @p onLoaded the computation runs in the background; a load in progress on this object is
-    /// cancelled and waited for first, and only the newest reports. onLoaded is called once, on this
-    /// thread, between guard(true) and guard(false), except where no profile could be opened: then
-    /// without the guard. Without @p onLoaded everything happens inside the call.
-    /// A failed load leaves the object as it was.
+    /// With @p onLoaded the computation runs in the background. A load in progress on this object is
+    /// cancelled first; the call waits for its end, and it is not reported. onLoaded is called once on this
+    /// thread, between guard(true) and guard(false), or without the guard if no profile could be opened.
+    /// Without
+    /// @p onLoaded everything happens inside the call. A failed load does not change the object.
     void load(const QHash<QString, QVariant>& params, LoadedFunction onLoaded, ContextGuard contextGuard);
 
-    /// The same in the background, for any request. @p onEnd is called once on this thread, also if the
-    /// engine threw; not if the load is replaced or the object destroyed before. The callbacks and what
-    /// they capture never leave this thread.
-    /// @param params what params() answers after success
-    /// @return progress of the load, and the means to cancel it; then it ends with Cancelled
+    /// Loads any request in the background. @p onEnd is called once on this thread, also if the engine threw;
+    /// not if the load is replaced or the object destroyed before. The callbacks are only called and
+    /// destroyed on this thread.
+    /// @param params returned by params() after success
+    /// @return for progress, and to cancel the load, which then ends with Cancelled
     KVCompletionProtocolPtr load(const GamutRequest& request, const QHash<QString, QVariant>& params,
                                  EndFunction onEnd, ContextGuard contextGuard);
 
-    /// Installs a computed gamut. The context must be current when there is one.
+    /// Installs a computed gamut. If there is a GL context, it must be current.
     void applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
                     const QHash<QString, QVariant>& params);
 
-    /// Whether the Lab colour @p p, read as (L*, a*, b*), lies inside.
+    /// Whether the colour @p p (L*, a*, b*) is inside.
     bool isInside(const QVector3D& p) const;
     KVGamut::Comparison compare(const KV3DGamutObject& other) const;
     const KVGamut::GamutObject& gamut() const { return m_gamut; }
@@ -72,14 +70,14 @@ public:
     void setAlpha(float alpha, int durationMs) override;
     void applyAlpha(float alpha) override;
     float alpha() const override;
-    /// 3 shows the wireframe, every other mode the solid surface. Set before the first load it is
-    /// stored, and takes effect when the children are made.
+    /// Mode 3 shows the wireframe, every other mode the surface. A mode set before the first load is applied
+    /// by that load.
     void setDisplayMode(int mode) override;
     void setAmbientStrength(float strength) override;
     float ambientStrength() const override;
-    /// Cuts the gamut at lightness @p L: shows the section there and clips the surface above it.
+    /// Shows the section at lightness @p L and hides the surface above it.
     void setClip(float L) override;
-    /// Colour of sections. One that is there already is cut anew at lightness @p L.
+    /// Colour of the section. If there is one, it is made again, at lightness @p L.
     void setSectionColor(const QColor& color, float L);
 
 private:
@@ -91,7 +89,7 @@ private:
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
 
     KVGamut::GamutObject m_gamut;
-    QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not drawn: objects have an opacity of their own
+    QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     QHash<QString, QVariant> m_params;
     QSharedPointer<KVBackgroundTask<void*>> m_loader;
 

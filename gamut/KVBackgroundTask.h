@@ -9,30 +9,29 @@
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
-/// Runs one unit of work at a time on a private worker thread and lets a newer request replace an
-/// older one.
+/// Runs one unit of work at a time on a private worker thread. A newer request replaces an older one.
 ///
-/// Everything but Functor::run() happens on the thread that owns the task, which needs an event loop:
-///  - start() schedules; starts in the same turn of the event loop coalesce to the last one;
-///  - a start while a run is in flight cancels that run; its result is discarded;
-///  - finished() comes once per start that was not replaced, when it has a result(), was aborted by
-///    prepare(), threw (the result is then a default value), or found nothing to run;
-///  - destroying the task cancels what runs, waits for it, and emits nothing.
+/// Everything except Functor::run() happens on the thread that owns the task, which needs an event loop:
+///  - start() schedules a run; of several starts in one turn of the event loop only the last one runs;
+///  - a start during a run cancels that run, whose result is discarded;
+///  - finished() is emitted once for each start that was not replaced: when there is a result(), when
+///    prepare() returned false, when the run threw (the result is a default value then), or when there was
+///    nothing to run;
+///  - the destructor cancels the run in progress, waits for it, and emits nothing.
 template <typename T>
 class KVBackgroundTask : public KVBackgroundTaskBase
 {
 public:
-    /// A unit of work. Held by shared pointers on both threads: it outlives its run.
+    /// A unit of work. Both threads hold shared pointers, so it exists until its run has ended.
     class Functor
     {
     public:
         virtual ~Functor() = default;
-        /// Called on the owning thread just before the run; false aborts this start.
+        /// Called on the owning thread just before the run. If it returns false, there is no run.
         virtual bool prepare() { return true; }
         /// The work, on the worker thread.
         virtual T run() = 0;
-        /// Asks a run in progress to stop; called on the owning thread while run() may execute, or
-        /// before it does.
+        /// Asks a run to stop. Called on the owning thread, before or during run().
         virtual void cancel() = 0;
     };
 
@@ -45,8 +44,8 @@ public:
     ~KVBackgroundTask() override
     {
         m_enabled = false;
-        // Cancelled first, a run still queued behind another skips itself when it is waited for.
-        // Cleared from the pool first, it would never finish, and the wait would never end.
+        // Cancel before waiting: a queued run that is cancelled is skipped. Clearing the pool first would
+        // remove it without finishing its future, and the wait would never end.
         m_watcher.cancel();
         if (m_current)
             m_current->cancel();
@@ -76,7 +75,7 @@ public:
         m_busy = true;
         m_watcher.cancel();
 
-        // A new timer each time: the old one is deleted with any time-out that it has not fired yet.
+        // A new timer each time: deleting the old one also drops a pending time-out.
         m_timer = QSharedPointer<QTimer>(new QTimer, [](QTimer* timer) { delete timer; });
         m_timer->setSingleShot(true);
         connect(m_timer.data(), SIGNAL(timeout()), this, SLOT(onSchedule()));
@@ -92,9 +91,9 @@ public:
 protected:
     void onSchedule() override
     {
-        // Taken out first: what follows runs foreign code, which may start anew.
+        // Reset first: prepare() and the slots of finished() may call start().
         const QSharedPointer<Functor> pending = m_pending;
-        const QSharedPointer<QTimer> timer = m_timer; // may be the one whose time-out this is
+        const QSharedPointer<QTimer> timer = m_timer; // this function may be its time-out
         m_pending.reset();
         m_timer.reset();
         if (m_enabled && pending && pending->prepare()) {
@@ -120,7 +119,7 @@ protected:
     }
 
 private:
-    /// The worker's side. Nothing thrown reaches the future.
+    /// Runs on the worker thread. Exceptions do not reach the future.
     static T runFunctor(QSharedPointer<Functor> functor)
     {
         if (!functor)

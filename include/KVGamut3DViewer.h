@@ -27,23 +27,23 @@
 class KV3DObject;
 class KVGamutView;
 
-/// An interactive 3D view of colour gamuts in CIE L*a*b*, as a window that a host embeds.
+/// A window that shows colour gamuts in CIE L*a*b* in 3D, for hosts to embed. See also KVGamutView.
 ///
-/// **Coordinates.** Every vector of this class is (L*, a*, b*), D50, in that order as x, y, z; the one
-/// exception is the light position (see setLightPos()). L* runs up the screen in the oblique views.
-/// Distances are Lab units. Durations are milliseconds; 0 or less means at once.
+/// **Coordinates.** All vectors of this class are (L*, a*, b*), D50, as x, y, z, except the light position
+/// (see setLightPos()). L* points up in the oblique views. Distances are in Lab units, durations in
+/// milliseconds; 0 or less means at once.
 ///
-/// **Threads.** GUI thread only. Loading computes on a worker thread of its own and reports back on the
-/// GUI thread; everything else happens inside the call.
+/// **Threads.** GUI thread only. Loads with a callback compute on a worker thread and report on the GUI
+/// thread; everything else happens inside the call.
 ///
-/// **Failure.** Nothing throws and nothing is logged (but one debug line that describes the GL
-/// context). An unknown id or set name makes a setter do nothing and a query answer the value stated
-/// with it. Why a profile gives no gamut can be asked of the colour engine (KVGamut::GamutObject).
+/// **Failure.** Nothing throws, and nothing is logged except one debug line that describes the OpenGL
+/// context. With an unknown id or set name, setters do nothing and queries return the value that is
+/// documented for it. Why a load failed is reported by KVGamutView.
 ///
-/// **When.** Every method may be called before the window is shown, while it is, from inside the
-/// callback of load() and from slots connected to the signals. A hidden viewer draws nothing; moves that
-/// it makes end when it is shown again. Only destroying the viewer inside a
-/// slot of moveFinished() is not allowed (it is emitted while a frame is painted): use deleteLater().
+/// **When.** All methods may be called before the window is shown, while it is shown, in the callback of
+/// load() and in slots of the signals. A hidden viewer draws nothing; its camera moves end when it is shown
+/// again. Do not destroy the viewer in a slot of moveFinished(), which is emitted during a paint event: use
+/// deleteLater().
 ///
 /// **Resources.** The shaders and the plane image are read from
 /// `<folder of the application>/../Resources`. The viewer reads no settings and no environment.
@@ -56,24 +56,24 @@ public:
     /// Preset camera positions.
     enum View : int
     {
-        Top = 0,    ///< from above (high L*) onto the ab plane, +a* to the right, +b* up; any other value too
-        Bottom = 1, ///< from below; a little farther away
+        Top = 0,    ///< from above (high L*), +a* to the right, +b* up; so does every other value
+        Bottom = 1, ///< from below, from a longer distance
     };
 
-    /// Shapes of markers; every other value draws spheres. All have radius size / 2.
+    /// Shapes of markers, all of radius size / 2. Other values draw spheres.
     enum MarkerType : int
     {
-        Sphere = 1,        ///< smoothly lit ball
-        BracketedCube = 2, ///< cube of which each edge shows its outer thirds
-        Star = 3,          ///< faceted solid: a four-pointed star seen from above, a diamond from the side
+        Sphere = 1,        ///< sphere with smooth shading
+        BracketedCube = 2, ///< the outer thirds of the edges of a cube
+        Star = 3,          ///< solid with flat faces: a four-pointed star from above, a diamond from the side
     };
 
     /// How a gamut is shown.
     enum DisplayMode : int
     {
         Solid = 0,     ///< the surface; the same as Smooth
-        Smooth = 1,    ///< the surface, its colours blending over the faces
-        Flat = 2,      ///< the surface; a colour set by changeGamutColor() is one tone per face
+        Smooth = 1,    ///< the surface, with colours interpolated over the faces
+        Flat = 2,      ///< the surface; a colour set by changeGamutColor() has one tone per face
         Wireframe = 3, ///< the edges of the surface
     };
 
@@ -81,7 +81,7 @@ public:
     /// ColoredPoint.
     using ColoredPosition = std::pair<QColor, QVector3D>;
 
-    /// A viewer with axes and grid, seen from above, not shown yet; with @p parent as part of that window.
+    /// Creates a hidden viewer with axes and grid, seen from above; a child window if there is a @p parent.
     explicit KVGamut3DViewer(QWindow* parent = nullptr);
     ~KVGamut3DViewer() override;
 
@@ -89,20 +89,19 @@ public:
     bool event(QEvent* e) override;
 
     /// @name Marker, point and segment sets
-    /// A set is known by its name within its kind; a marker set and a point set may share a name.
-    /// Adding under a name in use refills that set and keeps its visibility and width. Items whose
-    /// position is not finite are the host's mistake: segments of that kind are left out.
+    /// Names are unique within each kind of set. Adding a set whose name is in use replaces its items and
+    /// keeps its visibility and width. Segments with a position that is NaN or infinite are skipped.
     /// @{
 
-    /// Solids of diameter @p size1 around positions. @p size2 is their ambient strength (0..1; not above 0
-    /// means 1): less shows their shape, 1 the pure colours. An empty list gives a set without geometry; an
-    /// empty name is a name.
+    /// Solids of diameter @p size1 at positions. @p size2 is their ambient strength, 0..1: 1, and every value
+    /// that is not above 0, shows the pure colours; lower values add shading. An empty list creates a set
+    /// without geometry; an empty name is valid.
     void addMarkerSet(const QString& name, MarkerType type, const QList<ColoredPosition>& markers,
                       float size1, float size2);
-    /// Dots (small spheres) in the present point size. An empty list or name does nothing.
+    /// Small spheres in the present point size. Does nothing if the list or the name is empty.
     void addPointSet(const QString& name, const QList<ColoredPosition>& points);
-    /// Straight segments, colour blending from start to end, 2 wide at first (see setSegmentSetWidth()).
-    /// An empty list or name does nothing.
+    /// Straight segments with colours interpolated from start to end, of width 2 at first (see
+    /// setSegmentSetWidth()). Does nothing if the list or the name is empty.
     void addSegmentSet(const QString& name,
                        const QList<std::pair<ColoredPosition, ColoredPosition>>& segments);
 
@@ -116,14 +115,14 @@ public:
     QStringList pointSet() const;               ///< names of the point sets, in no particular order
     QStringList segmentSet() const;             ///< names of the segment sets, in no particular order
 
-    /// Diameter of the dots of all point sets, present and future. 4 at first.
+    /// Diameter of the points of all point sets, present and future. 4 at first.
     void setPointSize(float size);
-    float pointSize() const; ///< of sets to come
-    /// Diameter of the dots of one point set, until it is refilled or setPointSize() is called.
+    float pointSize() const; ///< of new point sets
+    /// Diameter of the points of one set, until its items are replaced or setPointSize() is called.
     void setPointSetSize(const QString& name, int size);
-    /// Width of a segment set. Segments are bars width / 1.5 Lab units thick, seen alike from every side;
-    /// one that starts where the one before it ends meets it in a mitre (both reach over a corner sharper
-    /// than 120 degrees). A new width shows when the set is next refilled; 0 draws lines 1 pixel thin.
+    /// Width of a segment set, used when its items are next replaced. Segments are bars that are
+    /// width / 1.5 Lab units thick. A segment that starts where the previous one ends is joined to it by a
+    /// mitre; at a turn of more than 120 degrees both are extended instead. Width 0 draws lines of 1 pixel.
     void setSegmentSetWidth(const QString& name, float width);
     /// @}
 
@@ -133,17 +132,17 @@ public:
     bool displayGrid() const;          ///< true at first
     void setDisplayAxes(bool display); ///< L*, a* and b* with their labels
     bool displayAxes() const;          ///< true at first
-    /// The coloured floor just below L* 0: each a*, b* from -128 to 128 in its colour at L* 72, brought
-    /// onto the screen in its hue. Not drawn while the camera is below it.
+    /// The coloured plane just below L* 0: a*, b* from -128 to 128 in their colours at L* 72, mapped into
+    /// sRGB with constant hue. Not drawn while the camera is below it.
     void setabPlane(bool display);
     bool abPlane() const; ///< false at first
 
-    /// Builds axes, labels and grid; the constructor has done so. Again, it refills them in place.
+    /// Builds axes, labels and grid again, in place. The constructor calls it.
     void addAxesAndGrid();
-    /// Builds the ab plane from its image and hides it; the constructor has done so.
+    /// Builds the ab plane from its image again and hides it. The constructor calls it.
     void addabPlane();
-    /// Traces @p text as the child "Axis_" + @p axis of @p parent, at @p distance along the axis "X"
-    /// (a*), "Y" (L*) or "Z" (b*); any other axis leaves it unplaced at the origin.
+    /// Draws the outline of @p text as the child "Axis_" + @p axis of @p parent, at @p distance along the
+    /// axis "X" (a*), "Y" (L*) or "Z" (b*). With any other axis it is drawn at the origin.
     void fillVertexBufferForText(KV3DObject* parent, const QString& axis, const QString& text, int distance,
                                  QColor colour);
     /// @}
@@ -151,107 +150,109 @@ public:
     /// @name Gamuts
     /// @{
 
-    /// Loads gamut @p id, or reloads it: the object and what the host set on it stay.
+    /// Loads a gamut. If @p id is loaded already, its scene object and all settings of it are kept.
     ///
-    /// @param id the host's name for it
+    /// @param id chosen by the host
     /// @param params what to load, the first of these that works:
     ///   - a hash from save(), or one that holds such a hash under "Gamut";
     ///   - "ProfilePath" (QString): an ICC profile file;
     ///   - "ProfileData" (QByteArray): the bytes of one;
-    ///   - "Profile" (KVProfilePtr): one opened with the colour engine;
+    ///   - "Profile" (KVProfilePtr): an open profile;
     ///
     ///   and how, in "AdditionnalParam" (QHash<QString, QVariant>): "Link_ICCRendering" (int, 0
     ///   perceptual, 1 relative, 2 saturation, 3 absolute colorimetric; default 3),
     ///   "Link_blackPointCompensation" (bool, default false), "Link_GridPointNumber" (int, samples
     ///   along each device axis, default -1: chosen by the engine).
-    /// @param callback called once on the GUI thread with id and success. Not called when the gamut is
-    ///   removed, reloaded with a callback or destroyed with the viewer before. Without a callback the load
-    ///   runs to its end inside the call and says nothing (exists() and volume() do), and setClipping() is
-    ///   not applied to it.
+    /// @param callback called once on the GUI thread with the id and whether the load succeeded; not called
+    ///   if the gamut is removed or loaded in the background again, or the viewer destroyed, before. Without
+    ///   a callback the load is finished inside the call; volume() tells whether it succeeded, and the
+    ///   clipping is not applied to it.
     ///
-    /// A failed load keeps what was shown before. A reload waits until the computation in progress has
-    /// noticed that it was cancelled.
+    /// A failed load keeps what was shown before. A new load of an id waits until the computation in
+    /// progress has noticed that it was cancelled. Unknown keys are ignored; see KVLoadRequest::fromParams().
     void load(QString id, const QHash<QString, QVariant>& params,
               std::function<void(QString, bool)> callback);
-    /// Removes a gamut; of a load in progress its callback is not called.
+    /// Removes a gamut. A load in progress is cancelled, and its callback not called.
     void removeGamut(QString id);
     QStringList gamuts() const;    ///< ids, in no particular order
-    bool exists(QString id) const; ///< true from load() on, loaded or not
-    /// The gamut's scene object; null when unknown.
+    bool exists(QString id) const; ///< true after load() was called, even before its end
+    /// The scene object of a gamut; null if unknown.
     QSharedPointer<KV3DObject> getGamut(QString id) const;
 
-    void setGamutVisible(QString id, bool visible); ///< all of it, or nothing
+    void setGamutVisible(QString id, bool visible); ///< shows or hides all parts of a gamut
     bool gamutVisible(QString id) const;            ///< unknown: false
-    /// Shows the surface or wireframe, as far as the gamut itself is visible. Unknown: false.
+    /// Shows the surface or wireframe if the gamut is visible. Unknown: false.
     void setDisplayGamut(QString id, bool display);
     bool displayGamut(QString id) const; ///< what setDisplayGamut() set
-    /// Shows the outline of the gamut's projection onto the ab plane. Shown at first. Unknown: false.
+    /// Shows the outline of the projection onto the ab plane. True at first. Unknown: false.
     void setDisplayProjection(QString id, bool display);
     bool displayProjection(QString id) const; ///< what setDisplayProjection() set
-    /// Shows each colorant's ramp from the colour without colorants. Hidden at first. Unknown: false.
+    /// Shows the ramp of each colorant, starting at the colour without colorants. False at first. Unknown:
+    /// false.
     void setDisplayPrimaries(QString id, bool display);
     bool displayPrimaries(QString id) const; ///< what setDisplayPrimaries() set
-    /// Set before the first load it takes effect with that load. Unknown: Smooth.
+    /// A mode set before the first load is applied by that load. Unknown: Smooth.
     void setDisplayMode(QString id, DisplayMode mode);
     DisplayMode displayMode(QString id) const; ///< the mode set last
-    /// Opacity 0..1 of the surface, reached in @p duration milliseconds. A gamut that was never loaded
-    /// ignores it. Unknown: 1.
+    /// Opacity of the surface, 0..1, reached after @p duration milliseconds. Ignored before the first load.
+    /// Unknown: 1.
     void changeGamutAlpha(QString id, float alpha, int duration);
     float gamutAlpha(QString id) const; ///< the opacity that a change leads to
-    /// One colour for the gamut: the surface is shaded from it by lightness, lines and points take it as
-    /// it is. An invalid colour restores the gamut's own colours. Unknown: an invalid colour.
+    /// One colour for the whole gamut: lighter or darker on the surface according to its lightness,
+    /// unchanged for lines and points. An invalid colour restores the gamut's own colours. Unknown: an
+    /// invalid colour.
     void changeGamutColor(QString id, QColor color);
     QColor gamutColor(QString id) const; ///< the colour set last
-    /// Share of light that comes from everywhere, 0..1. 1 (at first) shows pure colours, less shades the
-    /// surface by the light. A gamut that was never loaded ignores it. Unknown: 1.
+    /// Strength of the ambient light, 0..1. 1, at first, shows the pure colours; lower values shade the
+    /// surface. Ignored before the first load. Unknown: 1.
     void setGamutAmbientStrength(QString id, float strength);
-    float gamutAmbientStrength(QString id) const; ///< the share set last
+    float gamutAmbientStrength(QString id) const; ///< the strength set last
 
-    /// Volume in dE76 cubed; 0 when unknown or not loaded.
+    /// Volume in cubic dE76; 0 if unknown or not loaded.
     float volume(QString id) const;
-    /// Parameters of the last load that succeeded; empty when unknown.
+    /// Parameters of the last load that succeeded; empty if unknown.
     QHash<QString, QVariant> params(QString id) const;
-    /// The gamut as plain values that load() restores; empty when unknown.
+    /// The gamut as plain values that load() accepts; empty if unknown.
     QHash<QString, QVariant> save(QString id) const;
-    /// Whether the colour @p p (L*, a*, b*) lies inside; false when unknown.
+    /// Whether the colour @p p (L*, a*, b*) is inside; false if unknown.
     bool isInsideGamut(QString id, const QVector3D& p);
-    /// Corners of the surface's triangles, counter-clockwise from outside; empty when unknown.
+    /// Vertices of each triangle of the surface, counter-clockwise seen from outside; empty if unknown.
     QList<QList<QVector3D>> faceList(QString id);
     /// Compares two gamuts: f1, f2 the volumes of the first and the second, f3 of their intersection,
-    /// f4 of their union (dE76 cubed), f5 the share of the second covered by the first, f6 of the first
-    /// covered by the second (0..1).
-    /// @return false, with f1..f6 untouched, when either is unknown
+    /// f4 of their union (cubic dE76), f5 the share of the second that the first covers, f6 the share of the
+    /// first that the second covers (0..1).
+    /// @return false if either is unknown; f1 to f6 are unchanged then
     bool gamutSetProperties(QString id1, QString id2, float& f1, float& f2, float& f3, float& f4, float& f5,
                             float& f6) const;
 
-    /// Cuts all gamuts off above lightness @p clipping and shows the section there; also applied to each
-    /// gamut whose load with a callback ends later. 1000000 at first: nothing is cut.
+    /// Hides what is above the lightness @p clipping of all gamuts and shows their sections there. Also
+    /// applied at the end of each later load in the background. 1000000 at first: nothing is cut off.
     void setClipping(float clipping);
     float clipping() const; ///< the lightness set last
     /// @}
 
     /// @name Camera
-    /// A change with a duration is a move, and moveFinished() follows when it ends; a change at once,
-    /// or a move that a newer change replaces, ends without it. Until a move ends the queries answer
-    /// where it is, and the flag and angle where it began.
+    /// A change with a duration is a move; moveFinished() is emitted at its end. It is not emitted for
+    /// changes at once and for moves that a newer change replaces. During a move, position and interest
+    /// point are those of the moment, projection and viewing angle those of its start.
     /// @{
 
     /// Moves the eye to @p position, looking at @p interestPt.
     void setCamera(const QVector3D& position, int duration, const QVector3D& interestPt);
-    QVector3D camera() const;                  ///< where the eye is
-    QVector3D interestPt() const;              ///< the point that it looks at and turns about
+    QVector3D camera() const;                  ///< position of the eye
+    QVector3D interestPt() const;              ///< the point that the eye looks at and turns around
     void resetCamera(View view, int duration); ///< moves to a preset position
-    /// Orthogonal instead of perspective; the height seen at the interest point stays.
+    /// Orthogonal instead of perspective projection. The visible height at the interest point is kept.
     void setOrthogonalProjection(bool on, int duration);
     bool orthogonalProjection() const; ///< false at first
     /// Vertical field of view in degrees; 30 at first.
     void setViewingAngle(float degrees, int duration);
     float viewingAngle() const; ///< degrees
-    /// Ray under a pixel (window coordinates): origin, then direction (not normalised).
+    /// Picking ray of a pixel (window coordinates): origin, then direction, not normalised.
     std::pair<QVector3D, QVector3D> rayToPoint(const QPoint& p) const;
-    /// Squared distance of @p point from a ray's line; not a number for a zero direction.
+    /// Squared distance of @p point from the line of a ray; NaN for a zero direction.
     static float squaredDistanceToRay(const QVector3D& point, const std::pair<QVector3D, QVector3D>& ray);
-    /// Whether keys, wheel and drags move the camera; clicks are reported all the same. True at first.
+    /// Whether keys, wheel and drags move the camera. Clicks are reported in any case. True at first.
     void setEnableInteraction(bool enabled);
     bool enableInteraction() const; ///< what setEnableInteraction() set
     /// @}
@@ -259,41 +260,41 @@ public:
     /// @name Look
     /// @{
 
-    /// Kept and answered (30 at first); frames are drawn at most every 33 ms whatever it says.
+    /// Only stored (30 at first): frames are drawn at most every 33 ms.
     void setFramerate(int framesPerSecond);
     int framerate() const; ///< what setFramerate() set
-    /// Light position in scene coordinates (-a*, L*, b*), not converted; (0, 300, 0) at first. Light
-    /// changes show with the next frame that is drawn because something else changed.
+    /// Position of the light in scene coordinates (-a*, L*, b*); (0, 300, 0) at first. Changes of the light
+    /// alone do not cause a new frame.
     void setLightPos(const QVector3D& position);
-    QVector3D lightPos() const;              ///< in scene coordinates, too
+    QVector3D lightPos() const;              ///< in scene coordinates
     void setLightColor(const QColor& color); ///< white at first
     QColor lightColor() const;               ///< the colour set last
-    void setBackground(QColor color);        ///< Qt::gray at first; shows at once
+    void setBackground(QColor color);        ///< Qt::gray at first; causes a new frame
     QColor background() const;               ///< the colour set last
 
-    /// The picture as last drawn, antialiased, in device pixels; null before the first frame. Also of
-    /// a window that is covered. A window with a side longer than OpenGL's largest framebuffer (16,384
-    /// pixels or more) draws nothing new until it is smaller; picture(QSize) has no such limit.
+    /// The last drawn frame in device pixels, also if the window is covered. Null before the first frame. A
+    /// window that is larger than OpenGL's framebuffers (16,384 pixels or more) does not draw; picture(QSize)
+    /// has no such limit.
     QImage picture() const;
-    /// The present view drawn anew at @p size pixels, whatever the window's size and the screen's; in the
-    /// window's size it is picture(), at twice the size the same view with twice the detail. Lines that
-    /// are a pixel thin stay so. Drawn piece by piece: memory is needed for little more than the picture.
-    /// The window keeps what it shows. Take it when isSettled(): of a move in progress the pieces may
-    /// show different moments. Null before the first frame and for an empty size.
+    /// The present view rendered at @p size pixels, independent of window and screen. In the size of the
+    /// window it equals picture(); in twice that size it shows the same view with more detail, but lines of
+    /// 1 pixel stay 1 pixel wide. It is rendered in tiles, so it needs little more memory than the picture.
+    /// The window does not change. Call it when isSettled(): during a move, tiles may show different
+    /// moments. Null before the first frame and for an empty size.
     QImage picture(const QSize& size) const;
-    /// Whether the picture is up to date: no camera move, no opacity change, nothing changed since the
-    /// last frame. Says nothing of loads in progress.
+    /// Whether the picture is up to date: there is no camera move or opacity change, and nothing changed
+    /// since the last frame. Loads in progress do not count.
     bool isSettled() const;
     /// @}
 
 Q_SIGNALS:
-    /// A camera move has ended (a key press makes one, too).
+    /// A camera move has ended; key presses start moves, too.
     void moveFinished();
-    /// Declared for hosts that emit it; the viewer reports the end of a load through the callback only.
+    /// Never emitted by the viewer, which reports the end of a load through the callback. Hosts may emit it.
     void loadingFinished(QString gamutId);
-    /// A mouse button was released at pixel @p p (a drag ends with it, too): the picking ray there.
+    /// A mouse button was released at pixel @p p, also at the end of a drag; with the picking ray there.
     void click(QPoint p, QVector3D origin, QVector3D direction);
-    /// A double click, between its two clicks.
+    /// A double click; emitted between its two clicks.
     void doubleClick(QPoint p, QVector3D origin, QVector3D direction);
 
 private:

@@ -15,13 +15,13 @@
 #include <optional>
 
 /// @file
-/// The second public class: what a host needs beside KVGamut3DViewer to show gamuts that it computed, to
-/// follow loads, to pick, and to keep and restore what is shown.
+/// The second public class and its values: gamuts that the host computed, progress and failures of loads,
+/// picking, looks, theme, camera, and the state of the view. The guide is docs/EMBEDDING.md.
 ///
 /// Positions are (L*, a*, b*) in Lab units, angles are in degrees, durations in milliseconds. GUI thread
 /// only.
 
-/// From where the scene is looked at: the whole camera as one value.
+/// The whole camera as one value. By default that of KVGamut3DViewer::Top.
 struct KV3DVIEWER_EXPORT KVCamera
 {
     Q_GADGET
@@ -30,17 +30,16 @@ struct KV3DVIEWER_EXPORT KVCamera
     Q_PROPERTY(float viewingAngle MEMBER viewingAngle)
     Q_PROPERTY(bool orthogonal MEMBER orthogonal)
 public:
-    QVector3D position{522.48712f, 0.0f,
-                       -1.1920929e-7f};         ///< of the eye; that of KVGamut3DViewer::Top at first
-    QVector3D interestPoint{50.0f, 0.0f, 0.0f}; ///< what the eye looks at and turns around
-    float viewingAngle = 30.0f;                 ///< vertical field of view, degrees
-    bool orthogonal = false;                    ///< parallel projection instead of perspective
+    QVector3D position{522.48712f, 0.0f, -1.1920929e-7f}; ///< of the eye
+    QVector3D interestPoint{50.0f, 0.0f, 0.0f};           ///< what the eye looks at and turns around
+    float viewingAngle = 30.0f;                           ///< vertical field of view, degrees
+    bool orthogonal = false;                              ///< parallel projection instead of perspective
 
     bool operator==(const KVCamera&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVCamera)
 
-/// How one gamut is shown. The defaults of the whole product stand here and nowhere else.
+/// How one gamut is shown. The library and the program take their defaults from here.
 struct KV3DVIEWER_EXPORT KVGamutLook
 {
     Q_GADGET
@@ -53,14 +52,14 @@ struct KV3DVIEWER_EXPORT KVGamutLook
     Q_PROPERTY(bool projection MEMBER projection)
     Q_PROPERTY(bool primaries MEMBER primaries)
 public:
-    /// Opacity that lets a gamut show what lies inside it.
+    /// Opacity at which the inside of a gamut can be seen.
     static constexpr float translucentOpacity = 0.35f;
 
     bool visible = true;                                         ///< all of the gamut, or nothing
     KVGamut3DViewer::DisplayMode mode = KVGamut3DViewer::Smooth; ///< surface or wireframe
     QColor color;                                                ///< invalid: the gamut's own colours
     float opacity = 1.0f;                                        ///< of the surface, 0..1
-    float ambientStrength = 0.55f; ///< low enough that light models the surface, high enough for its colours
+    float ambientStrength = 0.55f; ///< shows the shape and keeps the colours recognisable
     bool surface = true;           ///< surface or wireframe
     bool projection = true;        ///< outline on the ab plane
     bool primaries = false;        ///< ramp of each colorant
@@ -85,15 +84,15 @@ public:
     QColor grid = QColor(180, 180, 180);    ///< on the ab plane
     QColor section = QColor(80, 80, 80, 1); ///< the alpha is not drawn: sections are opaque
 
-    /// Colours that go with a host's palette: its window colour behind, its text colour for axes, labels and
-    /// section, a mixture for the grid.
+    /// The window colour of @p palette as background, its text colour for axes, labels and sections, and a
+    /// mixture of both for the grid.
     static KVViewTheme fromPalette(const QPalette& palette);
 
     bool operator==(const KVViewTheme&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVViewTheme)
 
-/// Everything about the view that is worth keeping, as one value.
+/// What a host saves and restores, as one value.
 struct KV3DVIEWER_EXPORT KVViewState
 {
     KVCamera camera;                     ///< see KVCamera
@@ -116,7 +115,8 @@ struct KV3DVIEWER_EXPORT KVViewState
 };
 Q_DECLARE_METATYPE(KVViewState)
 
-/// What to load, and how.
+/// What to load, and how. If several sources are given, a saved gamut is preferred, then the first of
+/// path, data and profile that can be opened.
 struct KV3DVIEWER_EXPORT KVLoadRequest
 {
     QString profilePath;        ///< an ICC profile file
@@ -133,12 +133,12 @@ struct KV3DVIEWER_EXPORT KVLoadRequest
     static KVLoadRequest fromProfile(const KVProfilePtr& profile, const KVGamut::Settings& settings = {});
     /// A request for savedGamut.
     static KVLoadRequest fromSaved(const QVariantHash& saved);
-    /// The request that the parameter hash of KVGamut3DViewer::load() stands for. Problem UnknownSetting
-    /// for a key that is not known there: a misspelt one would silently give another volume.
+    /// The request for a parameter hash of KVGamut3DViewer::load(). Nullopt and the problem UnknownSetting if
+    /// a key is unknown; the viewer ignores such a key, so that a misspelt setting has no effect.
     static std::optional<KVLoadRequest> fromParams(const QVariantHash& params, KVProblem* problem = nullptr);
 };
 
-/// What lies under the pointer, and how it was asked for.
+/// What is under the pointer, and the event that asked for it.
 struct KV3DVIEWER_EXPORT KVHit
 {
     Q_GADGET
@@ -164,25 +164,29 @@ public:
     };
     Q_ENUM(Kind)
 
-    Kind kind = Kind::Nothing; ///< what was hit first
-    QString id;                ///< of the gamut, or name of the set; empty for Nothing
-    int index = -1;            ///< position in the set; -1 for a gamut and for Nothing
-    QVector3D lab;             ///< the point of the surface, or the marker's position; 0 for Nothing
-    float distance = 0.0f;     ///< from the ray's origin, Lab units; 0 for Nothing
-    QVector3D rayOrigin;       ///< picking ray
-    QVector3D rayDirection;    ///< not normalised
-    QPoint pixel;              ///< window coordinates
+    Kind kind = Kind::Nothing;             ///< see Kind
+    QString id;                            ///< of the gamut, or name of the set; empty for Nothing
+    int index = -1;                        ///< position in the set; -1 for a gamut and for Nothing
+    QVector3D lab;                         ///< point of the surface, or position of the marker; 0 for Nothing
+    float distance = 0.0f;                 ///< from the ray's origin, Lab units; 0 for Nothing
+    QVector3D rayOrigin;                   ///< picking ray
+    QVector3D rayDirection;                ///< not normalised
+    QPoint pixel;                          ///< window coordinates
     Qt::MouseButton button = Qt::NoButton; ///< released button; NoButton for hovered()
     Qt::KeyboardModifiers modifiers;       ///< held at that moment
     bool endsDrag = false; ///< the pointer moved farther than the system's drag distance since the press
 };
 Q_DECLARE_METATYPE(KVHit)
 
-/// A companion of one viewer. Gamuts are known by the ids that the viewer uses: what is loaded here is
-/// answered by KVGamut3DViewer::gamuts() and the other way round.
+/// Attached to a viewer: loads and shows gamuts, reports what happens, and sets looks, theme and camera.
 ///
-/// It may be destroyed before or after the viewer; without its viewer every call does nothing and every
-/// query gives its neutral answer.
+/// A gamut has the same id here and in KVGamut3DViewer, and both classes may be used at the same time.
+/// Several views may be attached to one viewer: they share its gamuts, looks and theme, and each reports
+/// all loads of the viewer that run in the background, whichever class started them.
+///
+/// A view may be destroyed before or after its viewer. Without a viewer, every call does nothing and every
+/// query returns the default of its type. Slots of all signals, and functions given to load() and show(),
+/// may destroy the viewer and the view.
 class KV3DVIEWER_EXPORT KVGamutView : public QObject
 {
     Q_OBJECT
@@ -199,75 +203,89 @@ public:
     /// @name Gamuts
     /// @{
 
-    /// Called once on the GUI thread when a load has ended: nullopt, or why it failed.
+    /// Called on the GUI thread when a load has ended: nullopt, or why it failed. At most once, and exactly
+    /// once unless the context object, the view or the viewer is destroyed, or the gamut removed, before.
+    /// The function and what it captures are only used and destroyed on the GUI thread.
     using Done = std::function<void(const std::optional<KVProblem>& problem)>;
 
-    /// Shows a gamut that is computed already, under @p id. Nothing is serialized and nothing computed
-    /// twice; its geometry is built in the background. An empty gamut fails with its problem().
+    /// Shows a gamut that is computed already, under @p id. It is neither serialized nor computed again; its
+    /// geometry is built in the background. An empty gamut fails with its problem(), or with NoFaces.
     void show(const QString& id, const KVGamut::GamutObject& gamut);
-    /// The same, and calls @p done, unless @p context was destroyed before.
+    /// The same; calls @p done at the end. Null as @p context stands for the view.
     void show(const QString& id, const KVGamut::GamutObject& gamut, QObject* context, Done done);
-    /// Computes and shows a gamut in the background.
+    /// Computes a gamut in the background and shows it. A load of the same id that is in progress is
+    /// replaced: its Done is called with the code Cancelled, from the event loop; failed() is not emitted for
+    /// it. As with KVGamut3DViewer::load(), this call waits until the computation has noticed that.
+    /// A failed load keeps what was shown before.
     void load(const QString& id, const KVLoadRequest& request);
-    /// The same, and calls @p done, unless @p context was destroyed before.
+    /// The same; calls @p done at the end. Null as @p context stands for the view.
     void load(const QString& id, const KVLoadRequest& request, QObject* context, Done done);
 
-    bool isLoading() const;                  ///< whether anything is on its way
-    bool isLoading(const QString& id) const; ///< whether this gamut is
-    float progress(const QString& id) const; ///< 0..1; 1 when nothing is on its way
-    /// Gives up a load. Its Done and failed() come with the code Cancelled; what was shown before stays.
+    bool isLoading() const;                  ///< whether any load is in progress
+    bool isLoading(const QString& id) const; ///< whether a load of this gamut is in progress
+    float progress(const QString& id) const; ///< of the load in progress, 0..1; 1 if there is none
+    /// Cancels a load. It ends soon after with the code Cancelled, in Done and failed().
     void cancel(const QString& id);
-    /// Removes a gamut and gives up its load silently.
+    /// Removes a gamut with its look. A load in progress is cancelled silently: neither Done nor a signal
+    /// reports it.
     void remove(const QString& id);
 
-    KVGamut::GamutObject gamut(const QString& id) const; ///< as shown; empty when unknown
+    KVGamut::GamutObject gamut(const QString& id) const; ///< as shown; empty if unknown
     /// @}
 
     /// @name Looks
     /// @{
 
-    /// Applies a look; also to a gamut that is on its way, which then appears with it.
+    /// Applies a look. If the gamut is not loaded yet, it appears with this look.
     void setLook(const QString& id, const KVGamutLook& look);
-    KVGamutLook look(const QString& id) const; ///< as set last; the default look when unknown
+    /// The present look, as set here or with KVGamut3DViewer. Of a gamut that is not loaded: the look that
+    /// it will have, or the default look. A gamut whose first load is started here begins with the default
+    /// look.
+    KVGamutLook look(const QString& id) const;
 
     void setTheme(const KVViewTheme& theme); ///< applied at once
-    KVViewTheme theme() const;               ///< the theme set last
-    /// Whether the theme is made anew from the application's palette whenever that changes.
+    KVViewTheme theme() const;               ///< with the present background of the viewer
+    /// Sets the theme from the palette of the application now and each time that the palette changes.
     void setThemeFollowsPalette(bool follow);
     bool themeFollowsPalette() const; ///< false at first
 
-    /// Applies camera, theme, light, surroundings and clipping at once, and the looks of the gamuts that it
-    /// names, present or to come. Loads nothing.
+    /// Applies a state at once. Looks of gamuts that are not loaded yet are kept for them. Nothing is loaded;
+    /// the settings are only kept for state().
     void setState(const KVViewState& state);
-    KVViewState state() const; ///< the present state, with the looks of all gamuts
+    /// The present state: the looks of all gamuts, and the settings of those that load() was called for.
+    KVViewState state() const;
     /// @}
 
     /// @name Camera
     /// @{
-    KVCamera camera() const; ///< the present one; see the queries of KVGamut3DViewer about moves
+    KVCamera camera() const; ///< the present camera; during a move, as KVGamut3DViewer describes
     void setCamera(const KVCamera& camera) { setCamera(camera, 0); } ///< at once
     void setCamera(const KVCamera& camera, int durationMs);          ///< 0 or less: at once, and silently
-    /// Moves the eye along its line of sight so that the named gamuts, or all that are visible, fill the
-    /// window. Nothing happens when there is nothing to frame.
+    /// Moves the eye, without turning it, so that the named gamuts fill the window; without names all visible
+    /// ones. Does nothing if there are none.
     void frame(const QStringList& ids = {}, int durationMs = 0);
-    /// @p camera, looking the same way, so that everything at @p positions fits a view of @p aspect (width by
-    /// height). Without positions it stays as it is.
+    /// @p camera moved, but not turned, so that all @p positions fit a view of the aspect ratio @p aspect
+    /// (width divided by height). Unchanged if there are no positions.
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
     /// @}
 
-    /// What lies under a pixel (window coordinates).
+    /// What is drawn first at a pixel (window coordinates): the surface of a gamut that is visible, not fully
+    /// transparent and not cut off there, or a visible marker or point, as a sphere of its size.
     KVHit hitAt(const QPoint& pixel) const;
 
 Q_SIGNALS:
     void loaded(const QString& id);                           ///< the gamut is shown
     void failed(const QString& id, const KVProblem& problem); ///< a load ended without a gamut
     void progressChanged(const QString& id, float progress);  ///< 0..1, never decreasing within a load
-    void loadingChanged();                                    ///< isLoading() answers anew
-    void cameraChanged();                                     ///< by anybody: host, key, pointer, or a move
-    void themeChanged();                                      ///< theme() answers anew
-    void settled();                 ///< the picture is up to date: KVGamut3DViewer::isSettled() became true
-    void clicked(const KVHit& hit); ///< a button was released over the view
-    void hovered(const KVHit& hit); ///< the pointer moved with no button held; computed only when connected
+    void loadingChanged();                                    ///< isLoading() has another value
+    /// camera() changed, whatever the cause. Emitted from the event loop, once for changes in one turn.
+    void cameraChanged();
+    void themeChanged(); ///< theme() has another value
+    /// The picture is up to date: KVGamut3DViewer::isSettled() became true. From the event loop.
+    void settled();
+    void clicked(const KVHit& hit); ///< a button was released; from the event loop
+    /// The pointer moved with no button held; from the event loop. Computed only while connected.
+    void hovered(const KVHit& hit);
 
 private:
     class Q_DECL_HIDDEN Private;

@@ -40,7 +40,7 @@ void GamutLoads::start(KV3DGamutObject& gamut, const GamutRequest& request,
         Q_EMIT loadingChanged();
 }
 
-/// From the event loop: the host is in the midst of starting the load that replaces this one.
+/// From the event loop, because the host is inside the call that starts the new load.
 void GamutLoads::reportReplaced(EndFunction onEnd)
 {
     QMetaObject::invokeMethod(
@@ -83,7 +83,7 @@ GamutLoads::Load GamutLoads::take(const QString& id)
 
 void GamutLoads::finish(const QString& id, quint64 number, const KV3DGamutObject::LoadEnd& end)
 {
-    if (m_loads.value(id).number != number) // removed, while somebody holds the object
+    if (m_loads.value(id).number != number) // removed, but its scene object still exists
         return;
     m_prepare(id);
     const QPointer<GamutLoads> self(this); // the host may destroy the viewer in each of the calls below

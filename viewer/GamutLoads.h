@@ -11,9 +11,9 @@
 #include <functional>
 #include <optional>
 
-/// The loads in progress of one viewer, whichever public class started them. At most one for each id.
+/// The loads in progress of one viewer, started by either public class. At most one for each id.
 ///
-/// GUI thread only, and so are the functions that it is given: they are called and destroyed there.
+/// GUI thread only. The functions passed to it are called and destroyed on this thread.
 class GamutLoads : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
     };
     using EndFunction = std::function<void(const End&)>;
 
-    /// @param prepare called with the id of a gamut whose load has ended, before anybody hears of it
+    /// @param prepare called with the id of a gamut whose load has ended, before the end is reported
     explicit GamutLoads(std::function<void(const QString&)> prepare);
     ~GamutLoads() override;
 
@@ -36,7 +36,7 @@ public:
     void start(KV3DGamutObject& gamut, const GamutRequest& request, const QHash<QString, QVariant>& params,
                KV3DGamutObject::ContextGuard contextGuard, EndFunction onEnd);
     void cancel(const QString& id);
-    /// Forgets a load without calling its function; the caller destroys the gamut.
+    /// Drops a load without calling its function. The caller destroys the gamut.
     void forget(const QString& id);
 
     bool isLoading() const { return !m_loads.isEmpty(); }
@@ -54,7 +54,7 @@ private:
     {
         EndFunction onEnd;
         KVCompletionProtocolPtr protocol;
-        float progress = 0.0f; ///< as reported last
+        float progress = 0.0f; ///< reported last
         quint64 number = 0;
     };
 

@@ -3,7 +3,7 @@
 
 #include <KVGamutView.h>
 
-/// Sets everything that @p look says on a loaded gamut.
+/// Applies @p look to a loaded gamut.
 void kvApplyLook(KVGamut3DViewer& viewer, const QString& id, const KVGamutLook& look);
 
 /// The present look of a loaded gamut.

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr float nothingCut = 1000000.0f; // what KVGamut3DViewer::clipping() answers then
+constexpr float nothingCut = 1000000.0f; // value of KVGamut3DViewer::clipping() without clipping
 
 } // namespace
 

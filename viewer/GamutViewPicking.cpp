@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Takes the candidate if it is nearer than what was met before. Markers come last: at the same
-/// distance they win over surfaces.
+/// Keeps the nearer of both. At the same distance the candidate is preferred: markers are tested after
+/// surfaces.
 void keepNearest(KVHit& nearest, float distance, const KVHit& candidate)
 {
     if (nearest.kind != KVHit::Kind::Nothing && distance > nearest.distance)
@@ -76,7 +76,8 @@ KVHit KVGamutView::hitAt(const QPoint& pixel) const
     return hit;
 }
 
-// Both are reported from the event loop: a slot may destroy the viewer, which is in the midst of an event.
+// Clicks and hovering are reported from the event loop, because a slot may destroy the viewer, whose event is
+// still being delivered.
 
 void KVGamutView::Private::onReleased(const QPoint& pixel, Qt::MouseButton button,
                                       Qt::KeyboardModifiers modifiers, bool endsDrag)

@@ -10,7 +10,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 
-/// Also sees the events of the application while the theme follows its palette.
+/// Also filters the events of the application while the theme follows its palette.
 class Q_DECL_HIDDEN KVGamutView::Private : public QObject
 {
 public:

@@ -3,7 +3,7 @@
 
 #include <QtCore/QString>
 
-/// Ids of the groups below the scene root; an item is addressed by its group's id and its own.
+/// Ids of the groups below the scene root. An item is addressed by the ids of its group and of itself.
 namespace GroupNames {
 inline QString markers()
 {

@@ -8,5 +8,5 @@
 /// The request as the loader takes it.
 GamutRequest kvGamutRequest(const KVLoadRequest& request);
 
-/// The parameter hash of KVGamut3DViewer::load() that stands for the same.
+/// The equivalent parameter hash of KVGamut3DViewer::load().
 QHash<QString, QVariant> kvParamsOf(const KVLoadRequest& request);

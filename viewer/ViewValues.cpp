@@ -7,7 +7,7 @@
 
 namespace {
 
-// The reader: a value that is missing or invalid leaves its target as it is.
+// Each read() keeps its target unchanged if the value is missing or invalid.
 
 bool isFinite(const QVector3D& v)
 {
@@ -52,7 +52,7 @@ void read(const QVariantMap& map, const QString& key, QVector3D& target)
         target = v;
 }
 
-/// With @p optional, an empty text gives an invalid colour.
+/// If @p optional, an empty text is read as an invalid colour.
 void read(const QVariantMap& map, const QString& key, QColor& target, bool optional = false)
 {
     const QVariant value = map.value(key);

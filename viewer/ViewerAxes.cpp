@@ -15,7 +15,7 @@ constexpr int lightnessEnd = 100;
 constexpr int chromaEnd = 110;
 constexpr int gridEnd = 120;
 constexpr int gridStep = 10;
-constexpr int gridReach = 128; // the lines go on a little past the outermost crossing ones
+constexpr int gridReach = 128; // end of the lines, beyond the outermost crossing line
 
 QList<ColoredSegment> axisSegments(const QColor& color)
 {
@@ -36,8 +36,8 @@ QList<ColoredSegment> gridSegments(const QColor& color)
     return segments;
 }
 
-/// Presses the grid's bars flat, so that it lies inside the outlines at L* 0, which it would cut into
-/// dashes otherwise, and above the floor.
+/// Flattens the bars of the grid, so that they are below the top of the outlines at L* 0, which would look
+/// dashed otherwise, and above the coloured plane.
 class GridCheckFunctor : public KV3DObject::IDrawCheckFunctor
 {
 public:
@@ -50,15 +50,15 @@ public:
     }
 };
 
-/// Lays the a and b axes on that side of the grid and the outlines from which they are seen: half sunk
-/// into them they would show between the grid's lines only and look dashed. The L axis keeps its end.
+/// Moves the a and b axes to the side of the grid and the outlines that faces the camera. Otherwise they
+/// would be visible only between the lines of the grid and look dashed. The end of the L axis stays.
 class AxesCheckFunctor : public KV3DObject::IDrawCheckFunctor
 {
 public:
     QMatrix4x4 adjustModel(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4& model,
                            const CameraState& camera) override
     {
-        constexpr float reach = 0.75f; // half an axis and half an outline, with a little air
+        constexpr float reach = 0.75f; // half the width of an axis, half that of an outline, and a margin
         const float lift = camera.eye().y() >= 0.0f ? reach : -reach;
         QMatrix4x4 lifted = model;
         lifted.translate(0.0f, lift, 0.0f);
@@ -67,8 +67,8 @@ public:
     }
 };
 
-/// From the text path's (u, v, 0), v downwards, to host coordinates. Labels read along +a*; the flat
-/// ones lie at L* 1, above the grid.
+/// From the coordinates of the text path, (u, v, 0) with v downwards, to host coordinates. Labels are
+/// readable along +a*; those of a* and b* lie at L* 1, above the grid.
 QMatrix4x4 labelPlacement(const QString& axis, int distance)
 {
     const auto d = static_cast<float>(distance);

@@ -6,11 +6,11 @@
 
 namespace {
 
-// Height of the preset eyes above and below L* 0. The interest point is at L* 50, so that the bottom
-// view is the farther one.
+// L* of the eye in the preset views, negative for Bottom. The interest point is at L* 50, so Bottom is
+// farther away.
 constexpr float presetHeight = 522.48712f;
 constexpr float presetInterest = 50.0f;
-// Not quite zero: it decides that the preset azimuth is -π/2, with +a* to the right.
+// Not 0, so that the azimuth of the preset views is -π/2, with +a* to the right.
 constexpr float presetEyeZ = -1.1920929e-7f;
 
 } // namespace

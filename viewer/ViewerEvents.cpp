@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Rounded as KVGamut3DViewer::click() rounds.
+/// Rounded as for KVGamut3DViewer::click().
 QPoint pixelOf(const QMouseEvent& event)
 {
     const QPointF p = event.points().first().position();
@@ -25,7 +25,7 @@ QPointF globalPosition(const QMouseEvent& event)
 
 ViewerEvents::ViewerEvents(QObject& viewer, KVGLWidget& widget) : m_widget(widget), m_lastCamera(seenCamera())
 {
-    // Real pointer events reach the child window, those that a host sends reach the viewer.
+    // The child window gets the pointer events of the system, the viewer those that a host sends.
     viewer.installEventFilter(this);
     widget.installEventFilter(this);
     widget.setHooks(
@@ -69,7 +69,7 @@ void ViewerEvents::checkCamera()
 
 void ViewerEvents::checkSettled()
 {
-    if (m_widget.isSettled()) // else a later frame settles it, and is reported then
+    if (m_widget.isSettled()) // otherwise a later frame will be reported
         Q_EMIT settled();
 }
 

@@ -11,19 +11,19 @@
 
 class QMouseEvent;
 
-/// What happens in a viewer's windows, for the views attached to it.
+/// Events of a viewer's windows, for the views attached to it.
 ///
-/// cameraChanged() and settled() come from the event loop, where the host may do anything; the signals of
-/// the pointer come from inside the event.
+/// cameraChanged() and settled() are emitted from the event loop, released() and moved() while the event is
+/// delivered.
 class ViewerEvents : public QObject
 {
     Q_OBJECT
 public:
-    /// Both windows must outlive it.
+    /// Both windows must outlive this object.
     ViewerEvents(QObject& viewer, KVGLWidget& widget);
     ~ViewerEvents() override;
 
-    /// Takes the present camera as known, so that its change is not reported.
+    /// Discards changes of the camera that were not reported yet.
     void adoptCamera();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,7 +39,7 @@ Q_SIGNALS:
     void moved(const QPoint& pixel, Qt::KeyboardModifiers modifiers);
 
 private:
-    /// What of the camera hosts can see.
+    /// The properties of the camera that hosts can read.
     struct SeenCamera
     {
         QVector3D eye;
@@ -61,6 +61,6 @@ private:
     KVGLWidget& m_widget;
     SeenCamera m_lastCamera;
     bool m_cameraCheckPosted = false;
-    std::optional<QPointF> m_press; ///< global position of the press that is held
+    std::optional<QPointF> m_press; ///< global position where the button was pressed
     bool m_dragged = false;
 };

@@ -15,7 +15,7 @@ constexpr float planeLightness = -0.3f; // just below the grid
 constexpr int planeEnd = 128;
 constexpr int cell = 8;
 
-/// Keeps the floor out of the picture while the camera looks from below it.
+/// Hides the plane while the camera is below it.
 class PlaneCheckFunctor : public KV3DObject::IDrawCheckFunctor
 {
 public:
@@ -26,14 +26,14 @@ public:
     }
 };
 
-/// Index of the pixel at @p share (0..256) of @p size pixels, held to the image.
+/// Index of the pixel at @p share / 256 of @p size pixels, clamped to the image.
 int pixelAt(int size, float share)
 {
     const float at = std::min(static_cast<float>(size - 1), static_cast<float>(size) * share * 0.00390625f);
     return at > 0.0f ? static_cast<int>(at) : 0;
 }
 
-/// The image maps the ab square from -128 to 128: a* to the right, b* upwards.
+/// The image covers a* and b* from -128 to 128, a* to the right, b* up.
 QColor imageColor(const QImage& image, int a, int b)
 {
     if (image.isNull())

@@ -5,7 +5,7 @@
 
 #include <viewer/ViewerScene.h>
 
-/// The data of the public class, which only knows its name.
+/// The data of the public class, whose header only declares it.
 class Q_DECL_HIDDEN KVGamut3DViewer::Private : public ViewerScene
 {
 public:

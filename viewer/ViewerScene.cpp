@@ -150,7 +150,7 @@ void ViewerScene::applyAwaitedLook(const QString& id)
     const bool fresh = defaultLooks.remove(id);
     if (awaitedLooks.contains(id))
         kvApplyLook(viewer, id, awaitedLooks.take(id));
-    else if (fresh) // everything else that the viewer begins with is the default look already
+    else if (fresh) // all other defaults of the viewer are those of the default look
         viewer.setGamutAmbientStrength(id, KVGamutLook().ambientStrength);
 }
 

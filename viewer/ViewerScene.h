@@ -49,11 +49,11 @@ public:
     /// Loads a gamut that keeps the look it has.
     void startPlainLoad(const QString& id, const GamutRequest& request,
                         const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd);
-    /// Also gives up its load.
+    /// Also cancels its load, silently.
     void removeGamut(const QString& id);
-    /// What a gamut gets when a load has ended: the clipping, and the look that awaits it.
+    /// Applies clipping and awaited look to a gamut whose load has ended.
     void prepareLoaded(const QString& id);
-    /// Applies to a loaded gamut the look that was set before; nothing if it is not loaded yet.
+    /// Applies the look that was set before the gamut was loaded. Does nothing if it is not loaded yet.
     void applyAwaitedLook(const QString& id);
     /// A function that makes the GL context current on true and releases it on false.
     KV3DGamutObject::ContextGuard contextGuard() const;
@@ -65,15 +65,15 @@ public:
     void setTheme(const KVViewTheme& theme);
     void setBackground(const QColor& color);
 
-    float aspect() const; ///< width of the window by its height; 1 if it has no size
+    float aspect() const; ///< width of the window divided by its height; 1 if it is empty
 
     KVGamut3DViewer& viewer;
     KVGLWidget* const widget; ///< a child window of the viewer, which owns it
     float clipping = 1000000.0f;
     float pointSize = 4.0f;
     QHash<QString, KVGamutLook> awaitedLooks;   ///< of gamuts that are not loaded yet
-    QSet<QString> defaultLooks;                 ///< gamuts to be loaded, which begin with the default look
-    QHash<QString, KVGamut::Settings> settings; ///< with which gamuts were asked for
+    QSet<QString> defaultLooks;                 ///< ids whose first load begins with the default look
+    QHash<QString, KVGamut::Settings> settings; ///< of the last request for each id
     GamutLoads loads;
     ViewerEvents events;
 

@@ -18,8 +18,8 @@ void KVGamut3DViewer::addMarkerSet(const QString& name, MarkerType type,
     const auto parent = d->findOrCreate(d->widget->root(), groupId, groupId, false, {});
     const auto set = d->findOrCreate(*parent, QStringLiteral("Marker"), name, false, {});
     set->setMarkers(type, markers, size1, size2);
-    // Spheres take their light from the geometry; solids with flat faces need it even more, since
-    // without it all their sides have one colour.
+    // setMarkers() applies the ambient strength to spheres only. Solids with flat faces need it, too:
+    // without shading all their sides have the same colour.
     if (type != Sphere && !markers.isEmpty())
         set->setAmbientStrength(size2 > 0.0f ? size2 : 1.0f);
 }

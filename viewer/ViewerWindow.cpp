@@ -13,7 +13,7 @@
 
 KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), d(std::make_unique<Private>(*this))
 {
-    // hosts put profile handles into parameter hashes by this name
+    // the name under which hosts put profile handles into parameter hashes
     qRegisterMetaType<KVProfilePtr>("KVProfilePtr");
 
     d->widget->setVisible(true);
@@ -31,7 +31,7 @@ KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), d(std::make
 KVGamut3DViewer::~KVGamut3DViewer()
 {
     if (!handle())
-        hide(); // as the window inside does, and for the same reason: this one may have a parent, too
+        hide(); // see ~KVGLWidget(): this window may have a parent, too
 }
 
 bool KVGamut3DViewer::event(QEvent* e)
@@ -59,16 +59,16 @@ bool KVGamut3DViewer::event(QEvent* e)
         d->widget->mouseDoubleClickEvent(static_cast<QMouseEvent*>(e));
         break;
     case QEvent::Show:
-        d->widget->update(); // the frame loop rests while the viewer is hidden
+        d->widget->update(); // the frame loop stops while the viewer is hidden
         break;
     case QEvent::PlatformSurface:
-        // Qt hides the child windows of a native window that is destroyed (closing does that, and so may a
-        // host that moves its widgets about), and leaves them hidden when it is made again.
+        // Qt hides the child windows of a native window that is destroyed (when it is closed or when the
+        // host moves it to another parent) and does not show them when the native window is created again.
         if (static_cast<QPlatformSurfaceEvent*>(e)->surfaceEventType() ==
             QPlatformSurfaceEvent::SurfaceCreated)
             d->widget->setVisible(true);
         break;
-    default: // presses too: drags work from the moves alone
+    default: // including presses: drags only need the moves
         break;
     }
     return QWindow::event(e);
