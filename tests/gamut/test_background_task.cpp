@@ -121,7 +121,7 @@ TEST(BackgroundTask, isIdleWithADefaultResultAtFirst)
     EXPECT_EQ(task.result(), 0);
 }
 
-TEST(BackgroundTask, leavesTheSubmissionToTheNextTurnOfTheEventLoop)
+TEST(BackgroundTask, submitsInTheNextTurnOfTheEventLoop)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -141,7 +141,7 @@ TEST(BackgroundTask, leavesTheSubmissionToTheNextTurnOfTheEventLoop)
     EXPECT_EQ(task.result(), 7);
 }
 
-TEST(BackgroundTask, preparesAndReportsOnItsOwnThreadAndRunsOnAnother)
+TEST(BackgroundTask, runsOnAWorkerThread)
 {
     Task task;
     const auto work = returning(1);
@@ -155,7 +155,7 @@ TEST(BackgroundTask, preparesAndReportsOnItsOwnThreadAndRunsOnAnother)
     EXPECT_NE(work->runThread, QThread::currentThread());
 }
 
-TEST(BackgroundTask, belongsToTheThreadThatMadeItNotToTheGuiThread)
+TEST(BackgroundTask, belongsToTheThreadThatCreatedIt)
 {
     QThread owner;
     QObject onOwner;
@@ -217,7 +217,7 @@ TEST(BackgroundTask, staysBusyAsLongAsTheRunLasts)
     EXPECT_EQ(finished.count(), 1);
 }
 
-TEST(BackgroundTask, runsOnlyTheLastOfSeveralStartsInOneTurnAndNeverTouchesTheOthers)
+TEST(BackgroundTask, runsOnlyTheLastOfSeveralStartsInOneTurn)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -239,7 +239,7 @@ TEST(BackgroundTask, runsOnlyTheLastOfSeveralStartsInOneTurnAndNeverTouchesTheOt
     EXPECT_EQ(third->runs, 1);
 }
 
-TEST(BackgroundTask, releasesAStartThatWasReplacedBeforeItRan)
+TEST(BackgroundTask, destroysAFunctorThatWasReplacedBeforeItRan)
 {
     Task task;
     auto first = returning(1);
@@ -251,7 +251,7 @@ TEST(BackgroundTask, releasesAStartThatWasReplacedBeforeItRan)
     EXPECT_FALSE(watch);
 }
 
-TEST(BackgroundTask, aStartDuringARunCancelsItAndReportsOnlyTheNewResult)
+TEST(BackgroundTask, aStartDuringARunCancelsTheRun)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -294,7 +294,7 @@ TEST(BackgroundTask, aStartDuringARunCancelsItAndReportsOnlyTheNewResult)
     EXPECT_EQ(second->cancels, 0);
 }
 
-TEST(BackgroundTask, startsTheNextAtOnceWhenTheCancelledRunEndsBeforeTheDelay)
+TEST(BackgroundTask, startsTheNextWhenTheCancelledRunEndsEarly)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -310,7 +310,7 @@ TEST(BackgroundTask, startsTheNextAtOnceWhenTheCancelledRunEndsBeforeTheDelay)
     EXPECT_EQ(second->runs, 1);
 }
 
-TEST(BackgroundTask, theOvertakenTimerDoesNotFireAfterwards)
+TEST(BackgroundTask, aReplacedTimerDoesNotFire)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -327,7 +327,7 @@ TEST(BackgroundTask, theOvertakenTimerDoesNotFireAfterwards)
     EXPECT_EQ(second->runs, 1);
 }
 
-TEST(BackgroundTask, reportsOnceWhereverAStartMeetsTheEndOfTheRunBefore)
+TEST(BackgroundTask, reportsOnceIfAStartCoincidesWithAnEnd)
 {
     const Watchdog watchdog(300);
     for (int round = 0; round < 300; ++round) {
@@ -373,7 +373,7 @@ TEST(BackgroundTask, aStartThatReplacesAQueuedRunSkipsIt)
     EXPECT_EQ(queued->cancels, 1);
 }
 
-TEST(BackgroundTask, aRunThatWasReplacedByNothingLeavesNoResult)
+TEST(BackgroundTask, aCancelledRunWithoutASuccessorLeavesNoResult)
 {
     // What replaces it is refused in one case and empty in the other; its own result is discarded.
     const auto refusing = returning(2);
@@ -471,7 +471,7 @@ TEST(BackgroundTask, aRunThatThrowsReportsWithADefaultResult)
     EXPECT_EQ(task.result(), 4);
 }
 
-TEST(BackgroundTask, aRefusalToPrepareReportsWithoutARunAndKeepsTheResult)
+TEST(BackgroundTask, withoutPreparationThereIsNoRun)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -500,7 +500,7 @@ TEST(BackgroundTask, aRefusalToPrepareReportsWithoutARunAndKeepsTheResult)
     EXPECT_EQ(refusing->prepares, 1);
 }
 
-TEST(BackgroundTask, aStartOfNothingReportsAndKeepsTheResult)
+TEST(BackgroundTask, startingANullFunctorKeepsTheResult)
 {
     Task task;
     QSignalSpy finished(&task, SIGNAL(finished()));
@@ -515,7 +515,7 @@ TEST(BackgroundTask, aStartOfNothingReportsAndKeepsTheResult)
     EXPECT_EQ(task.result(), 6);
 }
 
-TEST(BackgroundTask, canBeStartedAgainFromItsOwnReport)
+TEST(BackgroundTask, canBeStartedAgainInASlotOfFinished)
 {
     Task task;
     int reports = 0;
@@ -533,7 +533,7 @@ TEST(BackgroundTask, canBeStartedAgainFromItsOwnReport)
     EXPECT_FALSE(task.isBusy());
 }
 
-TEST(BackgroundTask, canBeStartedAgainFromTheReportOfARefusal)
+TEST(BackgroundTask, canBeStartedAgainAfterARefusal)
 {
     Task task;
     int reports = 0;
@@ -548,7 +548,7 @@ TEST(BackgroundTask, canBeStartedAgainFromTheReportOfARefusal)
     EXPECT_EQ(task.result(), 2);
 }
 
-TEST(BackgroundTask, letsGoOfAFunctorOnceItsRunHasBeenReported)
+TEST(BackgroundTask, releasesAFunctorAfterItsRunWasReported)
 {
     Task task;
     auto work = returning(1);
@@ -560,7 +560,7 @@ TEST(BackgroundTask, letsGoOfAFunctorOnceItsRunHasBeenReported)
     EXPECT_TRUE(eventually([&] { return watch.isNull(); }));
 }
 
-TEST(BackgroundTask, destroyedIdleItEndsAtOnce)
+TEST(BackgroundTask, theDestructorOfAnIdleTaskDoesNotWait)
 {
     const Watchdog watchdog(300);
     {
@@ -574,7 +574,7 @@ TEST(BackgroundTask, destroyedIdleItEndsAtOnce)
     EXPECT_EQ(work->cancels, 0);
 }
 
-TEST(BackgroundTask, destroyedDuringARunItCancelsWaitsAndSaysNothing)
+TEST(BackgroundTask, theDestructorCancelsTheRunAndWaits)
 {
     const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
@@ -598,7 +598,7 @@ TEST(BackgroundTask, destroyedDuringARunItCancelsWaitsAndSaysNothing)
     EXPECT_EQ(reports, 0);
 }
 
-TEST(BackgroundTask, destroyedAfterARunEndedButBeforeItWasDeliveredItSaysNothing)
+TEST(BackgroundTask, anUndeliveredResultIsDroppedByTheDestructor)
 {
     const Watchdog watchdog(300);
     for (int round = 0; round < 100; ++round) {
@@ -619,7 +619,7 @@ TEST(BackgroundTask, destroyedAfterARunEndedButBeforeItWasDeliveredItSaysNothing
     }
 }
 
-TEST(BackgroundTask, destroyedBeforeTheSubmissionItCancelsWhatNeverRan)
+TEST(BackgroundTask, theDestructorCancelsAScheduledFunctor)
 {
     const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
@@ -635,7 +635,7 @@ TEST(BackgroundTask, destroyedBeforeTheSubmissionItCancelsWhatNeverRan)
     EXPECT_EQ(reports, 0);
 }
 
-TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherQueuedItDoesNotHang)
+TEST(BackgroundTask, theDestructorDoesNotWaitForAQueuedRun)
 {
     const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
@@ -661,7 +661,7 @@ TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherQueuedItDoesNotHang)
     EXPECT_EQ(reports, 0);
 }
 
-TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherScheduledItCancelsBoth)
+TEST(BackgroundTask, theDestructorCancelsRunningAndScheduledFunctors)
 {
     const Watchdog watchdog(300);
     auto task = std::make_unique<Task>();
@@ -684,7 +684,7 @@ TEST(BackgroundTask, destroyedWithARunInFlightAndAnotherScheduledItCancelsBoth)
     EXPECT_EQ(reports, 0);
 }
 
-TEST(BackgroundTask, twoTasksRunSideBySide)
+TEST(BackgroundTask, twoTasksRunInParallel)
 {
     const Watchdog watchdog(300);
     Task first;
@@ -702,7 +702,7 @@ TEST(BackgroundTask, twoTasksRunSideBySide)
     EXPECT_TRUE(eventually([&] { return !first.isBusy(); }));
 }
 
-TEST(BackgroundTask, carriesPointersAsWell)
+TEST(BackgroundTask, resultsMayBePointers)
 {
     struct Nothing : KVBackgroundTask<void*>::Functor
     {

@@ -144,7 +144,7 @@ const QStringList notOpened{QStringLiteral("loaded sRGB sRGB 0")};
 
 // --- Where the profile comes from -------------------------------------------------------------------
 
-TEST_F(Loader, opensThePathAsUtf8AndAsksForNothingElse)
+TEST_F(Loader, opensThePathAsUtf8)
 {
     const QString path = file(QStringLiteral("Gr\u00fcn \u8272.icc"), "profile A");
     const Loaded loaded = load({{pathKey, path}, {dataKey, QByteArray("profile B")}});
@@ -156,7 +156,7 @@ TEST_F(Loader, opensThePathAsUtf8AndAsksForNothingElse)
     EXPECT_EQ(fakevelmora::initCalls().first().profile, QByteArray("profile A"));
 }
 
-TEST_F(Loader, takesTheDataWhenThePathDoesNotExist)
+TEST_F(Loader, opensTheDataIfThePathDoesNotExist)
 {
     const Loaded loaded = load({{pathKey, missingFile()}, {dataKey, QByteArray("profile B")}});
     EXPECT_TRUE(loaded.ok);
@@ -175,7 +175,7 @@ TEST_F(Loader, doesNotTryAnEmptyPath)
               (QStringList{QStringLiteral("data:9"), QStringLiteral("release:profile B")}));
 }
 
-TEST_F(Loader, takesTheOpenedProfileWhenNeitherPathNorDataAreOne)
+TEST_F(Loader, usesTheOpenProfileIfPathAndDataFail)
 {
     const KVProfilePtr opened(KVProfileCreateWithData("profile C", 9), KVProfileRelease);
     const Loaded loaded = load({{pathKey, file(QStringLiteral("text.icc"), "no such thing")},
@@ -187,7 +187,7 @@ TEST_F(Loader, takesTheOpenedProfileWhenNeitherPathNorDataAreOne)
     EXPECT_EQ(fakevelmora::openProfiles(), 1) << "what the host opened stays the host's";
 }
 
-TEST_F(Loader, asksTheEngineAboutAbsentDataToo)
+TEST_F(Loader, passesAbsentDataToTheEngine)
 {
     const KVProfilePtr opened(KVProfileCreateWithData("profile C", 9), KVProfileRelease);
     EXPECT_TRUE(load({{profileKey, QVariant::fromValue(opened)}}).ok);
@@ -203,7 +203,7 @@ TEST_F(Loader, findsNoProfileInAHashWithoutAny)
     EXPECT_TRUE(fakevelmora::initCalls().isEmpty());
 }
 
-TEST_F(Loader, findsNoProfileWhereEverySourceIsUseless)
+TEST_F(Loader, findsNoProfileIfEverySourceFails)
 {
     const Loaded loaded = load({{pathKey, missingFile()},
                                 {dataKey, QByteArray("text")},
@@ -221,7 +221,7 @@ TEST_F(Loader, readsItsKeysCaseSensitively)
     EXPECT_TRUE(fakevelmora::deserialized().isEmpty());
 }
 
-TEST_F(Loader, holdsTheProfileAsLongAsItsGamutIsComputed)
+TEST_F(Loader, keepsTheProfileOpenDuringTheComputation)
 {
     int openDuringInit = -1;
     fakevelmora::onInit([&](const InitCall&) {
@@ -235,7 +235,7 @@ TEST_F(Loader, holdsTheProfileAsLongAsItsGamutIsComputed)
 
 // --- Parameters of the engine --------------------------------------------------------------------------
 
-TEST_F(Loader, asksForAnAbsoluteGamutWithTheEnginesOwnGridUnlessToldOtherwise)
+TEST_F(Loader, defaultsToTheAbsoluteIntentAndTheGridOfTheEngine)
 {
     load(dataParams("profile A"));
     ASSERT_EQ(fakevelmora::initCalls().size(), 1);
@@ -248,7 +248,7 @@ TEST_F(Loader, asksForAnAbsoluteGamutWithTheEnginesOwnGridUnlessToldOtherwise)
     EXPECT_EQ(call.refinements, 2);
 }
 
-TEST_F(Loader, passesTheThreeSettingsOn)
+TEST_F(Loader, passesTheThreeSettingsToTheEngine)
 {
     Params params = dataParams("profile A");
     params.insert(settingsKey, Params{{QStringLiteral("Link_GridPointNumber"), 21},
@@ -265,7 +265,7 @@ TEST_F(Loader, passesTheThreeSettingsOn)
     EXPECT_EQ(call.refinements, 2);
 }
 
-TEST_F(Loader, defaultsEachSettingOnItsOwn)
+TEST_F(Loader, eachSettingHasItsOwnDefault)
 {
     Params params = dataParams("profile A");
     params.insert(settingsKey, Params{{QStringLiteral("Link_ICCRendering"), 2},
@@ -277,7 +277,7 @@ TEST_F(Loader, defaultsEachSettingOnItsOwn)
     EXPECT_EQ(fakevelmora::initCalls().first().gridPoints, -1);
 }
 
-TEST_F(Loader, convertsSettingsAsTheyStandRatherThanDefaultingThem)
+TEST_F(Loader, convertsSettingsOfOtherTypes)
 {
     Params params = dataParams("profile A");
     params.insert(settingsKey,
@@ -298,7 +298,7 @@ TEST_F(Loader, convertsSettingsAsTheyStandRatherThanDefaultingThem)
     EXPECT_TRUE(fakevelmora::initCalls()[1].blackPointCompensation);
 }
 
-TEST_F(Loader, handsTheWatchersHandleToTheEngine)
+TEST_F(Loader, passesTheProtocolToTheEngine)
 {
     KVCompletionProtocolPtr watched = KVCompletionProtocol::createTask(QStringLiteral("watched"));
     bool same = false;
@@ -334,7 +334,7 @@ TEST_F(Loader, buildsTheFiveMeshesOfAGamut)
 
 // --- Saved gamuts --------------------------------------------------------------------------------------
 
-TEST_F(Loader, restoresASavedGamutFromTheWholeHashAndReadsNoProfileKey)
+TEST_F(Loader, restoresASavedGamutAndReadsNoProfileKey)
 {
     fakevelmora::onDeserialize([](const Params&) { return tetrahedron(QStringLiteral("saved"), 77.0f); });
     const Params params{{gamutKey, QStringLiteral("anything")},
@@ -351,14 +351,14 @@ TEST_F(Loader, restoresASavedGamutFromTheWholeHashAndReadsNoProfileKey)
     EXPECT_EQ(fakevelmora::deserialized().first(), params);
 }
 
-TEST_F(Loader, takesTheKeyGamutForASavedGamutWhateverItHolds)
+TEST_F(Loader, theKeyGamutMarksASavedGamut)
 {
     EXPECT_FALSE(load({{gamutKey, QVariant()}, {dataKey, QByteArray("profile B")}}).ok);
     EXPECT_EQ(fakevelmora::deserialized().size(), 1);
     EXPECT_TRUE(fakevelmora::profileCalls().isEmpty());
 }
 
-TEST_F(Loader, acceptsASavedGamutExactlyWhenItsReferenceHasThreeValues)
+TEST_F(Loader, acceptsASavedGamutIfItsReferenceHasThreeValues)
 {
     for (int values = 0; values <= 5; ++values) {
         fakevelmora::onDeserialize([values](const Params&) {
@@ -375,7 +375,7 @@ TEST_F(Loader, acceptsASavedGamutExactlyWhenItsReferenceHasThreeValues)
 
 // --- Into the object, inside the call --------------------------------------------------------------------
 
-TEST_F(ObjectLoad, withoutAReceiverEverythingHappensInsideTheCallOnItsThread)
+TEST_F(ObjectLoad, withoutACallbackTheLoadIsSynchronous)
 {
     gamut->load(dataParams("profile A"), {}, guard());
     EXPECT_EQ(log, (QStringList{QStringLiteral("guard 1"), QStringLiteral("guard 0")}));
@@ -390,14 +390,14 @@ TEST_F(ObjectLoad, withoutAReceiverEverythingHappensInsideTheCallOnItsThread)
     EXPECT_EQ(log.size(), 2);
 }
 
-TEST_F(ObjectLoad, insideTheCallItNeedsNoGuard)
+TEST_F(ObjectLoad, aSynchronousLoadNeedsNoGuard)
 {
     gamut->load(dataParams("profile A"), {}, {});
     EXPECT_EQ(gamut->childOrder().size(), 4);
     EXPECT_EQ(gamut->params(), dataParams("profile A"));
 }
 
-TEST_F(ObjectLoad, withoutAReceiverAFailureIsSilent)
+TEST_F(ObjectLoad, withoutACallbackAFailureIsSilent)
 {
     gamut->load({{pathKey, missingFile()}}, {}, guard());
     fakevelmora::onInit([](const InitCall&) { return std::nullopt; });
@@ -411,7 +411,7 @@ TEST_F(ObjectLoad, withoutAReceiverAFailureIsSilent)
 
 // --- Into the object, in the background ------------------------------------------------------------------
 
-TEST_F(ObjectLoad, computesOnAWorkerAndReportsOnTheGuiThreadBetweenTheGuards)
+TEST_F(ObjectLoad, computesOnAWorkerAndReportsBetweenTheGuards)
 {
     gamut->load(dataParams("profile A"), report(), guard());
     EXPECT_TRUE(log.isEmpty());
@@ -499,7 +499,7 @@ TEST_F(ObjectLoad, restoresASavedGamutInTheBackgroundToo)
     EXPECT_EQ(nameOfLoaded(), QStringLiteral("saved"));
 }
 
-TEST_F(ObjectLoad, reportsAFailedComputationBetweenTheGuardsAndKeepsWhatWasShown)
+TEST_F(ObjectLoad, aFailedComputationKeepsThePreviousGamut)
 {
     gamut->load(dataParams("profile A"), {}, {});
     const auto front = gamut->childAt({QStringLiteral("Gamut"), QStringLiteral("Front")});
@@ -524,7 +524,7 @@ TEST_F(ObjectLoad, reportsADamagedSavedGamutLikeAFailedComputation)
     EXPECT_TRUE(gamut->childOrder().isEmpty());
 }
 
-TEST_F(ObjectLoad, reportsAMissingProfileWithoutEverTakingTheContext)
+TEST_F(ObjectLoad, reportsAMissingProfileWithoutTheGuard)
 {
     gamut->load({}, report(), guard());
     EXPECT_TRUE(log.isEmpty()) << "never from inside load()";
@@ -538,7 +538,7 @@ TEST_F(ObjectLoad, reportsAMissingProfileWithoutEverTakingTheContext)
     EXPECT_TRUE(gamut->childOrder().isEmpty());
 }
 
-TEST_F(ObjectLoad, anEngineThatThrowsIsNotReportedAndTheNextLoadWorks)
+TEST_F(ObjectLoad, anExceptionOfTheEngineIsNotReported)
 {
     fakevelmora::onInit([](const InitCall&) -> std::optional<fakevelmora::Gamut> {
         throw std::runtime_error("out of memory");
@@ -557,7 +557,7 @@ TEST_F(ObjectLoad, anEngineThatThrowsIsNotReportedAndTheNextLoadWorks)
 
 // --- Replaced, removed, destroyed ------------------------------------------------------------------------
 
-TEST_F(ObjectLoad, aSecondLoadCancelsTheComputationOfTheFirstAndOnlyTheSecondReports)
+TEST_F(ObjectLoad, aSecondLoadCancelsTheFirst)
 {
     const Watchdog watchdog(300);
     std::atomic<bool> started{false};
@@ -581,7 +581,7 @@ TEST_F(ObjectLoad, aSecondLoadCancelsTheComputationOfTheFirstAndOnlyTheSecondRep
     EXPECT_EQ(nameOfLoaded(), QStringLiteral("profile B"));
 }
 
-TEST_F(ObjectLoad, aResultThatArrivesInSpiteOfItsCancellationIsDropped)
+TEST_F(ObjectLoad, aResultAfterCancellingIsDropped)
 {
     const Watchdog watchdog(300);
     std::atomic<bool> started{false};
@@ -602,7 +602,7 @@ TEST_F(ObjectLoad, aResultThatArrivesInSpiteOfItsCancellationIsDropped)
     EXPECT_EQ(gamut->params(), dataParams("profile B"));
 }
 
-TEST_F(ObjectLoad, aLoadReplacedBeforeItsWorkerBeganNeverReachesTheEngine)
+TEST_F(ObjectLoad, aLoadReplacedBeforeItBeganIsNotComputed)
 {
     gamut->load(dataParams("profile A"), report(QStringLiteral("first")), guard());
     gamut->load(dataParams("profile B"), report(), guard());
@@ -613,7 +613,7 @@ TEST_F(ObjectLoad, aLoadReplacedBeforeItsWorkerBeganNeverReachesTheEngine)
     EXPECT_EQ(fakevelmora::initCalls().first().profile, QByteArray("profile B"));
 }
 
-TEST_F(ObjectLoad, onlyTheSecondReportsWhereverItMeetsTheEndOfTheFirst)
+TEST_F(ObjectLoad, onlyTheSecondOfTwoCoincidingLoadsReports)
 {
     const Watchdog watchdog(300);
     for (int round = 0; round < 150; ++round) {
@@ -640,7 +640,7 @@ TEST_F(ObjectLoad, onlyTheSecondReportsWhereverItMeetsTheEndOfTheFirst)
     }
 }
 
-TEST_F(ObjectLoad, aLoadInsideTheCallDoesNotCancelTheOneInTheBackground)
+TEST_F(ObjectLoad, aSynchronousLoadDoesNotCancelTheOneInTheBackground)
 {
     QSemaphore mayEnd;
     std::atomic<bool> started{false};
@@ -665,7 +665,7 @@ TEST_F(ObjectLoad, aLoadInsideTheCallDoesNotCancelTheOneInTheBackground)
     EXPECT_EQ(gamut->params(), dataParams("profile A"));
 }
 
-TEST_F(ObjectLoad, destroyedDuringALoadItCancelsWaitsAndSaysNothing)
+TEST_F(ObjectLoad, theDestructorCancelsTheLoadAndWaits)
 {
     const Watchdog watchdog(300);
     std::atomic<bool> started{false};
@@ -684,7 +684,7 @@ TEST_F(ObjectLoad, destroyedDuringALoadItCancelsWaitsAndSaysNothing)
     EXPECT_TRUE(log.isEmpty());
 }
 
-TEST_F(ObjectLoad, destroyedAfterTheComputationButBeforeTheReportItSaysNothing)
+TEST_F(ObjectLoad, nothingIsReportedAfterTheDestructor)
 {
     const Watchdog watchdog(300);
     for (int round = 0; round < 150; ++round) {
@@ -708,7 +708,7 @@ TEST_F(ObjectLoad, destroyedAfterTheComputationButBeforeTheReportItSaysNothing)
     }
 }
 
-TEST_F(ObjectLoad, mayBeDestroyedFromInsideTheReport)
+TEST_F(ObjectLoad, theCallbackMayDestroyTheObject)
 {
     gamut->load(
         dataParams("profile A"),
@@ -722,7 +722,7 @@ TEST_F(ObjectLoad, mayBeDestroyedFromInsideTheReport)
     EXPECT_TRUE(gamut.isNull());
 }
 
-TEST_F(ObjectLoad, mayBeLoadedAgainFromInsideTheReport)
+TEST_F(ObjectLoad, theCallbackMayLoadAgain)
 {
     gamut->load(
         dataParams("profile A"),
@@ -739,7 +739,7 @@ TEST_F(ObjectLoad, mayBeLoadedAgainFromInsideTheReport)
     EXPECT_EQ(nameOfLoaded(), QStringLiteral("profile B"));
 }
 
-TEST_F(ObjectLoad, mayBeLoadedInsideTheCallFromInsideTheReport)
+TEST_F(ObjectLoad, theCallbackMayLoadSynchronously)
 {
     gamut->load(
         dataParams("profile A"),
@@ -754,7 +754,7 @@ TEST_F(ObjectLoad, mayBeLoadedInsideTheCallFromInsideTheReport)
     EXPECT_EQ(gamut->params(), dataParams("profile B"));
 }
 
-TEST_F(ObjectLoad, twoObjectsLoadSideBySide)
+TEST_F(ObjectLoad, twoObjectsLoadInParallel)
 {
     const Watchdog watchdog(300);
     std::atomic<int> running{0};

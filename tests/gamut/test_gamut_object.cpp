@@ -78,7 +78,7 @@ constexpr float kNoClip = 1000000.0f;
 
 // --- An empty gamut ----------------------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, isEmptyWithTheDefaultsOfASceneObjectAtFirst)
+TEST_F(GamutSceneObject, hasTheDefaultsOfASceneObject)
 {
     EXPECT_EQ(object->name(), QStringLiteral("sRGB"));
     EXPECT_EQ(object->id(), QStringLiteral("sRGB"));
@@ -94,7 +94,7 @@ TEST_F(GamutSceneObject, isEmptyWithTheDefaultsOfASceneObjectAtFirst)
     EXPECT_FALSE(object->property(QStringLiteral("volume")).isValid());
 }
 
-TEST_F(GamutSceneObject, beforeTheFirstLoadOpacityAndAmbientStrengthHaveNoPlaceToStay)
+TEST_F(GamutSceneObject, beforeTheFirstLoadOpacityAndAmbientStrengthAreIgnored)
 {
     object->setAlpha(0.25f, 0);
     object->setAlpha(0.25f, 500);
@@ -120,7 +120,7 @@ TEST_F(GamutSceneObject, aDisplayModeBeforeTheFirstLoadIsOnlyStored)
 // --- The children
 // ----------------------------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, theFirstLoadMakesTheTreeOfChildren)
+TEST_F(GamutSceneObject, theFirstLoadCreatesTheChildren)
 {
     install(tetrahedron(QStringLiteral("A")));
     EXPECT_EQ(object->childOrder(),
@@ -166,7 +166,7 @@ TEST_F(GamutSceneObject, publishesTheVolumeAsAFloat)
     EXPECT_EQ(object->property(QStringLiteral("volume")).toFloat(), 2.0f);
 }
 
-TEST_F(GamutSceneObject, aReloadKeepsTheChildrenAndWhatTheHostDidToThem)
+TEST_F(GamutSceneObject, aReloadKeepsTheChildrenAndTheirSettings)
 {
     install(oneFace());
     const auto before = everything();
@@ -246,7 +246,7 @@ TEST_F(GamutSceneObject, theWireframeHasTheThreeEdgesOfEachFace)
     EXPECT_FALSE(below("Wireframe")->vertices().isEmpty());
 }
 
-TEST_F(GamutSceneObject, theProjectionLiesJustAboveLightnessZeroInTheColoursOfTheSurface)
+TEST_F(GamutSceneObject, theProjectionLiesAboveLightnessZeroInSurfaceColours)
 {
     install(oneFace());
     const ColoredPoint a{colorOf(10, 20, 30), QVector3D(0.3f, 20, 30)};
@@ -320,7 +320,7 @@ TEST_F(GamutSceneObject, missingNodesAndMissingValuesCountAsZero)
     EXPECT_EQ(child("PrimariesPoints")->markers()[1].second, QVector3D(20, 0, 0));
 }
 
-TEST_F(GamutSceneObject, aColourThatTheScreenCannotShowIsPassedOnAsInvalid)
+TEST_F(GamutSceneObject, aColourOutOfRangeIsInvalid)
 {
     fakevelmora::onLab2Rgb([](const QList<float>&) { return QList<float>{-1, -1, -1}; });
     install(oneFace());
@@ -333,7 +333,7 @@ TEST_F(GamutSceneObject, aColourThatTheScreenCannotShowIsPassedOnAsInvalid)
 // --- Colours of Lab triples
 // ----------------------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, labToColorGivesTheTripleToTheEngineAsItIs)
+TEST_F(GamutSceneObject, labToColorPassesTheTripleUnchanged)
 {
     QList<QList<float>> asked;
     fakevelmora::onLab2Rgb([&](const QList<float>& lab) {
@@ -345,7 +345,7 @@ TEST_F(GamutSceneObject, labToColorGivesTheTripleToTheEngineAsItIs)
     EXPECT_EQ(asked, (QList<QList<float>>{{50, -60, 70}, {}}));
 }
 
-TEST_F(GamutSceneObject, labToColorCutsToWholeNumbersAndRefusesWhatIsOutsideAByte)
+TEST_F(GamutSceneObject, labToColorTruncatesAndRejectsValuesOutsideAByte)
 {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     const struct
@@ -402,7 +402,7 @@ TEST_F(GamutSceneObject, modeThreeShowsTheWireframeAndEveryOtherTheSurface)
     EXPECT_TRUE(child("Gamut")->isVisible());
 }
 
-TEST_F(GamutSceneObject, aDisplayModeRecoloursTheSurfaceButNotWhatIsBesideIt)
+TEST_F(GamutSceneObject, aDisplayModeRecoloursOnlyTheSurface)
 {
     install(oneFace());
     object->setColor(QColor(200, 100, 50));
@@ -430,7 +430,7 @@ TEST_F(GamutSceneObject, aDisplayModeRecoloursTheSurfaceButNotWhatIsBesideIt)
 // --- Opacity, ambient strength, colour
 // -----------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, opacityLivesOnTheSurfaceAlone)
+TEST_F(GamutSceneObject, opacityAffectsOnlyTheSurface)
 {
     install(tetrahedron(QStringLiteral("A")));
     object->setAlpha(0.25f, 0);
@@ -447,7 +447,7 @@ TEST_F(GamutSceneObject, opacityLivesOnTheSurfaceAlone)
     EXPECT_EQ(object->alpha(), 0.75f);
 }
 
-TEST_F(GamutSceneObject, anOpacityChangeInTimeRunsOnTheSurface)
+TEST_F(GamutSceneObject, anOpacityTransitionRunsOnTheSurface)
 {
     install(tetrahedron(QStringLiteral("A")));
     object->setAlpha(0.25f, 500);
@@ -460,7 +460,7 @@ TEST_F(GamutSceneObject, anOpacityChangeInTimeRunsOnTheSurface)
     EXPECT_FALSE(child("Gamut")->hasTransition()) << "applied without a duration, it ends the change";
 }
 
-TEST_F(GamutSceneObject, ambientStrengthLivesOnTheSurfaceAlone)
+TEST_F(GamutSceneObject, ambientStrengthAffectsOnlyTheSurface)
 {
     install(tetrahedron(QStringLiteral("A")));
     object->setAmbientStrength(0.3f);
@@ -472,7 +472,7 @@ TEST_F(GamutSceneObject, ambientStrengthLivesOnTheSurfaceAlone)
         EXPECT_EQ(child(other)->ambientStrength(), 1.0f) << other;
 }
 
-TEST_F(GamutSceneObject, aColourShadesTheSurfaceByLightnessAndPaintsTheRest)
+TEST_F(GamutSceneObject, aColourIsShadedByLightnessOnTheSurfaceOnly)
 {
     install(oneFace());
     object->setColor(QColor(200, 100, 50));
@@ -505,7 +505,7 @@ TEST_F(GamutSceneObject, aColourSetBeforeTheFirstLoadShowsWithIt)
     }
 }
 
-TEST_F(GamutSceneObject, anInvalidColourBeforeTheFirstLoadLeavesTheColoursOfTheGamut)
+TEST_F(GamutSceneObject, anInvalidColourBeforeTheFirstLoadHasNoEffect)
 {
     object->setColor(QColor());
     install(oneFace());
@@ -530,7 +530,7 @@ TEST_F(GamutSceneObject, aReloadKeepsTheColour)
 // --- Sections
 // ----------------------------------------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, aSectionIsCutAtTheLightnessFromTheFacesOfTheGamut)
+TEST_F(GamutSceneObject, aSectionIsCutFromTheMeshAtTheLightness)
 {
     install(tetrahedron(QStringLiteral("A")));
     qsizetype faces = -1;
@@ -555,7 +555,7 @@ TEST_F(GamutSceneObject, aSectionIsCutAtTheLightnessFromTheFacesOfTheGamut)
     EXPECT_EQ(section->lineWidth(), 2.0f);
 }
 
-TEST_F(GamutSceneObject, aSectionHasAFaintColourOfItsOwnAndTheOpacityOfItsObject)
+TEST_F(GamutSceneObject, aSectionHasItsOwnColourAndOpacity)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onRing([](const auto&) { return QList<QList<QList<float>>>{{{50, 0, 0}, {50, 30, 0}}}; });
@@ -571,7 +571,7 @@ TEST_F(GamutSceneObject, aSectionHasAFaintColourOfItsOwnAndTheOpacityOfItsObject
     }
 }
 
-TEST_F(GamutSceneObject, theSameSectionTwiceIsTheSameChildWithTheSameGeometry)
+TEST_F(GamutSceneObject, repeatingASectionChangesNothing)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onRing([](const auto&) { return QList<QList<QList<float>>>{{{50, 0, 0}, {50, 30, 0}}}; });
@@ -584,7 +584,7 @@ TEST_F(GamutSceneObject, theSameSectionTwiceIsTheSameChildWithTheSameGeometry)
     EXPECT_EQ(object->childOrder().count(QStringLiteral("Section")), 1);
 }
 
-TEST_F(GamutSceneObject, aPlaneBesideTheGamutEmptiesTheSection)
+TEST_F(GamutSceneObject, aPlaneOutsideTheGamutEmptiesTheSection)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onRing([](const auto&) { return QList<QList<QList<float>>>{{{50, 0, 0}, {50, 30, 0}}}; });
@@ -596,7 +596,7 @@ TEST_F(GamutSceneObject, aPlaneBesideTheGamutEmptiesTheSection)
     EXPECT_EQ(fakevelmora::planes().last(), (QList<float>{1.0f, 0.0f, 0.0f, -120.0f}));
 }
 
-TEST_F(GamutSceneObject, piecesOfARingMayLackPointsAndValues)
+TEST_F(GamutSceneObject, missingPointsAndValuesOfARingCountAsZero)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onRing([](const auto&) {
@@ -626,7 +626,7 @@ TEST_F(GamutSceneObject, aSectionKeepsTheWidthThatTheHostGaveIt)
     EXPECT_EQ(child("Section")->lineWidth(), 5.0f);
 }
 
-TEST_F(GamutSceneObject, clippingReachesTheSurfaceAndNothingElse)
+TEST_F(GamutSceneObject, clippingAffectsOnlyTheSurface)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onRing([](const auto&) { return QList<QList<QList<float>>>{{{50, 0, 0}, {50, 30, 0}}}; });
@@ -653,7 +653,7 @@ TEST_F(GamutSceneObject, aReloadStaysClipped)
         ASSERT_EQ(vertex.clip, 50.0f);
 }
 
-TEST_F(GamutSceneObject, aSectionBeforeTheFirstLoadIsEmptyAndKeepsItsPlaceAfterIt)
+TEST_F(GamutSceneObject, aSectionBeforeTheFirstLoadIsEmpty)
 {
     object->setClip(50);
     ASSERT_TRUE(child("Section"));
@@ -669,7 +669,7 @@ TEST_F(GamutSceneObject, aSectionBeforeTheFirstLoadIsEmptyAndKeepsItsPlaceAfterI
 // --- Questions to the engine
 // ----------------------------------------------------------------------------------------------
 
-TEST_F(GamutSceneObject, asksTheEngineAboutAPointInTheOrderInWhichItWasGiven)
+TEST_F(GamutSceneObject, isInsidePassesTheValuesInTheirOrder)
 {
     install(tetrahedron(QStringLiteral("A")));
     fakevelmora::onIsInside([](const QList<float>& p) { return p.first() == 1.0f; });
@@ -678,7 +678,7 @@ TEST_F(GamutSceneObject, asksTheEngineAboutAPointInTheOrderInWhichItWasGiven)
     EXPECT_EQ(fakevelmora::insidePoints(), (QList<QList<float>>{{1, 2, 3}, {3, 2, 1}}));
 }
 
-TEST_F(GamutSceneObject, comparesItselfAsTheFirstWithTheOtherAsTheSecond)
+TEST_F(GamutSceneObject, comparesItselfAsTheFirstGamut)
 {
     install(tetrahedron(QStringLiteral("A")));
     KV3DGamutObject other(QStringLiteral("other"));

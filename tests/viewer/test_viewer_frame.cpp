@@ -105,7 +105,7 @@ constexpr float kStroke = 1.0f;
 // --- Axes
 // ----------------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerAxes, areThreeBlackRibbonsFromTheOriginOfWhichLightnessIsTheShortest)
+TEST_F(ViewerAxes, areThreeBlackRibbonsFromTheOrigin)
 {
     const auto axes = group("Axes");
     const ColoredPoint origin{black, QVector3D(0, 0, 0)};
@@ -167,7 +167,7 @@ TEST_F(ViewerAxes, areBuiltAgainInPlace)
     EXPECT_TRUE(viewer->displayGrid());
 }
 
-TEST_F(ViewerAxes, comeBackAtTheEndAfterTheyWereTakenAway)
+TEST_F(ViewerAxes, areCreatedAgainAtTheEndAfterRemoval)
 {
     root().takeChild(QStringLiteral("Axes"));
     viewer->addAxesAndGrid();
@@ -177,7 +177,7 @@ TEST_F(ViewerAxes, comeBackAtTheEndAfterTheyWereTakenAway)
     EXPECT_TRUE(viewer->displayAxes());
 }
 
-TEST_F(ViewerAxes, areBuiltAgainInTheWidthThatTheyHave)
+TEST_F(ViewerAxes, areBuiltAgainInTheirPresentWidth)
 {
     group("Axes")->setLineWidth(3.0f);
     group("Grid")->setLineWidth(2.0f);
@@ -201,7 +201,7 @@ TEST_F(ViewerLabels, traceTheirLettersAtTheEndsOfTheAxes)
                    kvTextOutline(QStringLiteral("b"), placement(alongZ), labelFont(), black, 1));
 }
 
-TEST_F(ViewerLabels, standUprightAndFlatWhereTheyAreRead)
+TEST_F(ViewerLabels, areOrientedForReading)
 {
     const auto ink = [](const char* letter) {
         QPainterPath path;
@@ -237,7 +237,7 @@ TEST_F(ViewerLabels, areBlack)
             ASSERT_EQ(vertex.color, (std::array<float, 4>{0, 0, 0, 1}));
 }
 
-TEST_F(ViewerLabels, canBeMadeUnderAnyObjectInAnyColour)
+TEST_F(ViewerLabels, canBeAddedToAnyObjectInAnyColour)
 {
     KV3DObject parent(QStringLiteral("parent"));
     viewer->fillVertexBufferForText(&parent, QStringLiteral("Y"), QStringLiteral("Hi"), 40,
@@ -265,7 +265,7 @@ TEST_F(ViewerLabels, areRewrittenInPlace)
                    kvTextOutline(QStringLiteral("y"), placement(rows), labelFont(), QColor(Qt::red), 1));
 }
 
-TEST_F(ViewerLabels, forAnyOtherAxisStayUnplacedInThePlaneOfZeroB)
+TEST_F(ViewerLabels, ofAnUnknownAxisAreAtTheOrigin)
 {
     for (const QString& axis :
          {QStringLiteral("x"), QStringLiteral("W"), QStringLiteral("XY"), QString(), QStringLiteral("X ")}) {
@@ -282,7 +282,7 @@ TEST_F(ViewerLabels, forAnyOtherAxisStayUnplacedInThePlaneOfZeroB)
     }
 }
 
-TEST_F(ViewerLabels, cutTheWidthOfTheirStrokesToAWholeNumber)
+TEST_F(ViewerLabels, truncateTheirLineWidthToAWholeNumber)
 {
     KV3DObject parent(QStringLiteral("parent"));
     const struct
@@ -304,7 +304,7 @@ TEST_F(ViewerLabels, cutTheWidthOfTheirStrokesToAWholeNumber)
 // --- Grid
 // ----------------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerGrid, isFiftyGreyLinesTenApartThatReachBeyondTheLastOfThem)
+TEST_F(ViewerGrid, isFiftyGreyLinesTenUnitsApart)
 {
     const auto segments = gridSegments();
     ASSERT_EQ(segments.size(), 50);

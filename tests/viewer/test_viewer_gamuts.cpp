@@ -81,7 +81,7 @@ const QString failed = QStringLiteral("loaded sRGB 0");
 // --- Unknown ids
 // ----------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerGamuts, anUnknownIdIsAnsweredWithTheStatedDefaults)
+TEST_F(ViewerGamuts, queriesOfAnUnknownIdReturnTheDocumentedDefaults)
 {
     loadNow(other);
     EXPECT_TRUE(viewer->getGamut(unknown).isNull());
@@ -140,7 +140,7 @@ TEST_F(ViewerGamuts, idsAreCaseSensitiveAndSpecificToTheGroupOfGamuts)
 // --- Making and finding a gamut
 // -----------------------------------------------------------------------------------------------
 
-TEST_F(ViewerGamuts, theFirstLoadMakesTheGroupAndTheGamutAtTheEndOfTheDrawingOrder)
+TEST_F(ViewerGamuts, theFirstLoadAddsGroupAndGamutAtTheEnd)
 {
     viewer->addMarkerSet(QStringLiteral("m"), KVGamut3DViewer::Sphere, {}, 1, 0);
     loadNow(id);
@@ -196,7 +196,7 @@ TEST_F(ViewerGamuts, anEmptyIdIsNotTheRoot)
 // --- Loading
 // ------------------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerGamuts, withACallbackTheEngineWorksInTheBackgroundAndTheCallbackComesOnce)
+TEST_F(ViewerGamuts, withACallbackTheLoadRunsInTheBackground)
 {
     QSemaphore mayEnd;
     fakevelmora::onInit([&](const InitCall& call) {
@@ -218,7 +218,7 @@ TEST_F(ViewerGamuts, withACallbackTheEngineWorksInTheBackgroundAndTheCallbackCom
     EXPECT_EQ(loadingFinished.count(), 0) << "the callback alone reports the end of a load";
 }
 
-TEST_F(ViewerGamuts, theGamutCanBeAskedInsideTheCallback)
+TEST_F(ViewerGamuts, theGamutCanBeQueriedInTheCallback)
 {
     float volume = 0;
     Params params;
@@ -235,7 +235,7 @@ TEST_F(ViewerGamuts, theGamutCanBeAskedInsideTheCallback)
     EXPECT_EQ(gamut, viewer->getGamut(id));
 }
 
-TEST_F(ViewerGamuts, withoutACallbackTheLoadRunsToItsEndInsideTheCall)
+TEST_F(ViewerGamuts, withoutACallbackTheLoadIsSynchronous)
 {
     viewer->load(id, paramsOf("profile A"), {});
     EXPECT_EQ(viewer->volume(id), 1234.5f);
@@ -267,7 +267,7 @@ TEST_F(ViewerGamuts, aFailedLoadIsReportedAndKeepsTheGamut)
     EXPECT_EQ(viewer->params(id), paramsOf("profile A"));
 }
 
-TEST_F(ViewerGamuts, loadingAgainReloadsTheSameGamutAndKeepsWhatTheHostSet)
+TEST_F(ViewerGamuts, aReloadKeepsTheSettingsOfTheHost)
 {
     loadNow(id);
     loadNow(other);
@@ -298,7 +298,7 @@ TEST_F(ViewerGamuts, loadingAgainReloadsTheSameGamutAndKeepsWhatTheHostSet)
     EXPECT_EQ(viewer->gamutAmbientStrength(id), 0.25f);
 }
 
-TEST_F(ViewerGamuts, anItemThatIsNoGamutIsLeftAlone)
+TEST_F(ViewerGamuts, anItemThatIsNotAGamutIsNotChanged)
 {
     loadNow(other);
     const auto plain = QSharedPointer<KV3DObject>::create(id, id);
@@ -336,7 +336,7 @@ TEST_F(ViewerGamuts, anItemThatIsNoGamutIsLeftAlone)
     EXPECT_EQ(viewer->gamuts(), QStringList{other});
 }
 
-TEST_F(ViewerGamuts, anEngineThatThrowsNeverReachesTheHost)
+TEST_F(ViewerGamuts, anExceptionOfTheEngineDoesNotReachTheHost)
 {
     fakevelmora::onInit(
         [](const InitCall&) -> std::optional<Gamut> { throw std::runtime_error("no memory"); });
@@ -350,7 +350,7 @@ TEST_F(ViewerGamuts, anEngineThatThrowsNeverReachesTheHost)
     EXPECT_TRUE(fakevelmora::openProfiles() == 0);
 }
 
-TEST_F(ViewerGamuts, aProfileHandleTravelsUnderItsRegisteredName)
+TEST_F(ViewerGamuts, aProfileHandleIsReadByItsRegisteredName)
 {
     KVProfilePtr opened(KVProfileCreateWithData("profile C", 9), KVProfileRelease);
     const QVariant byName(QMetaType::fromName("KVProfilePtr"), &opened);
@@ -364,7 +364,7 @@ TEST_F(ViewerGamuts, aProfileHandleTravelsUnderItsRegisteredName)
 // --- Replaced, removed and destroyed while loading
 // ------------------------------------------------------------------------------
 
-TEST_F(ViewerGamuts, aReloadCancelsTheOneInProgressWhoseCallbackNeverComes)
+TEST_F(ViewerGamuts, aReloadCancelsTheLoadInProgress)
 {
     const Watchdog watchdog(300);
     computeUntilCancelled(tetrahedron(QStringLiteral("late")));
@@ -380,7 +380,7 @@ TEST_F(ViewerGamuts, aReloadCancelsTheOneInProgressWhoseCallbackNeverComes)
     EXPECT_EQ(viewer->gamuts(), QStringList{id});
 }
 
-TEST_F(ViewerGamuts, gamutsLoadSideBySide)
+TEST_F(ViewerGamuts, gamutsLoadInParallel)
 {
     const Watchdog watchdog(300);
     fakevelmora::onInit([this](const InitCall& call) {
@@ -425,7 +425,7 @@ TEST_F(ViewerGamuts, aRemovedGamutMayBeLoadedAgainAtOnce)
     EXPECT_EQ(log, QStringList{succeeded});
 }
 
-TEST_F(ViewerGamuts, nothingKeepsAGamutOnceItWasReported)
+TEST_F(ViewerGamuts, nothingKeepsAGamutAliveAfterItsLoad)
 {
     viewer->load(id, paramsOf("profile A"), report());
     ASSERT_TRUE(eventually([&] { return !log.isEmpty(); }));
@@ -447,7 +447,7 @@ TEST_F(ViewerGamuts, destroyingTheViewerCancelsItsLoads)
     EXPECT_TRUE(log.isEmpty());
 }
 
-TEST_F(ViewerGamuts, aGamutThatOutlivesItsViewerLoadsWithoutIt)
+TEST_F(ViewerGamuts, aGamutMayOutliveItsViewer)
 {
     const Watchdog watchdog(300);
     QSemaphore mayEnd;
@@ -516,7 +516,7 @@ TEST_F(ViewerGamuts, theCallbackMayDestroyTheViewer)
     EXPECT_EQ(log, QStringList{succeeded});
 }
 
-TEST_F(ViewerGamuts, whatACallbackHoldsIsReleasedAfterItsLoad)
+TEST_F(ViewerGamuts, theCallbackIsDestroyedAfterItsLoad)
 {
     auto token = std::make_shared<int>(0);
     const std::weak_ptr<int> watch = token;
@@ -530,7 +530,7 @@ TEST_F(ViewerGamuts, whatACallbackHoldsIsReleasedAfterItsLoad)
 // --- Controls
 // -----------------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerGamuts, visibilityIsThatOfTheGamutAndOfItsParts)
+TEST_F(ViewerGamuts, theGamutAndItsPartsHaveTheirOwnVisibility)
 {
     loadNow(id);
     EXPECT_TRUE(viewer->gamutVisible(id));
@@ -566,7 +566,7 @@ TEST_F(ViewerGamuts, visibilityIsThatOfTheGamutAndOfItsParts)
     EXPECT_TRUE(viewer->gamutVisible(id) && viewer->displayGamut(id) && viewer->displayProjection(id));
 }
 
-TEST_F(ViewerGamuts, onlyPartsThatAreThereAreShown)
+TEST_F(ViewerGamuts, missingPartsAreNotShown)
 {
     viewer->load(id, {}, {}); // a gamut that was never loaded has none
     ASSERT_TRUE(viewer->exists(id));
@@ -585,7 +585,7 @@ TEST_F(ViewerGamuts, onlyPartsThatAreThereAreShown)
     EXPECT_FALSE(viewer->displayPrimaries(id)) << "the query reads the lines";
 }
 
-TEST_F(ViewerGamuts, displayModesAreThoseOfTheGamut)
+TEST_F(ViewerGamuts, displayModesArePassedToTheGamut)
 {
     loadNow(id);
     for (const auto mode : {KVGamut3DViewer::Wireframe, KVGamut3DViewer::Solid, KVGamut3DViewer::Flat,
@@ -615,7 +615,7 @@ TEST_F(ViewerGamuts, opacityChangesAtOnceOrInTime)
     EXPECT_EQ(part("Projection")->alpha(), 1.0f);
 }
 
-TEST_F(ViewerGamuts, colourAndAmbientStrengthAreThoseOfTheGamut)
+TEST_F(ViewerGamuts, colourAndAmbientStrengthArePassedToTheGamut)
 {
     loadNow(id);
     viewer->changeGamutColor(id, QColor(10, 20, 30));
@@ -702,7 +702,7 @@ TEST_F(ViewerGamuts, aGamutLoadedLaterIsClippedBeforeItIsReported)
     EXPECT_EQ(fakevelmora::planes(), (QList<QList<float>>{{1, 0, 0, -50}}));
 }
 
-TEST_F(ViewerGamuts, theClippingAtTheEndOfTheLoadCountsNotTheOneAtItsStart)
+TEST_F(ViewerGamuts, theClippingAtTheEndOfTheLoadIsApplied)
 {
     QSemaphore mayEnd;
     fakevelmora::onInit([&](const InitCall&) {
@@ -738,7 +738,7 @@ TEST_F(ViewerGamuts, aFailedLoadAppliesTheClippingToo)
     EXPECT_EQ(viewer->getGamut(id)->childOrder(), QStringList{QStringLiteral("Section")});
 }
 
-TEST_F(ViewerGamuts, aLoadInsideTheCallIsNotClippedUntilTheNextChange)
+TEST_F(ViewerGamuts, aSynchronousLoadIsNotClippedUntilTheNextChange)
 {
     viewer->setClipping(50);
     loadNow(id);
@@ -776,7 +776,7 @@ TEST_F(ViewerGamuts, aSavedGamutIsRestored)
     EXPECT_EQ(fakevelmora::initCalls().size(), 1);
 }
 
-TEST_F(ViewerGamuts, insideIsAskedInTheOrderLightnessAB)
+TEST_F(ViewerGamuts, isInsideGamutPassesTheValuesInTheirOrder)
 {
     loadNow(id);
     fakevelmora::onIsInside([](const QList<float>& p) { return p[0] == 50.0f; });
@@ -785,7 +785,7 @@ TEST_F(ViewerGamuts, insideIsAskedInTheOrderLightnessAB)
     EXPECT_EQ(fakevelmora::insidePoints(), (QList<QList<float>>{{50, -20, 30}, {20, 50, 30}}));
 }
 
-TEST_F(ViewerGamuts, facesAreListedAsTheyAreWithMissingValuesAsZero)
+TEST_F(ViewerGamuts, facesAreListedWithMissingValuesAsZero)
 {
     Gamut gamut = tetrahedron(QStringLiteral("A"));
     gamut.faces = {{node({1, 2, 3}), node({4, 5, 6}), node({7, 8, 9})},
@@ -798,7 +798,7 @@ TEST_F(ViewerGamuts, facesAreListedAsTheyAreWithMissingValuesAsZero)
     EXPECT_EQ(viewer->faceList(id), expected);
 }
 
-TEST_F(ViewerGamuts, theSixLastFloatsOfTheComparisonAreAnsweredInOrder)
+TEST_F(ViewerGamuts, theLastSixFloatsOfTheComparisonAreReturned)
 {
     fakevelmora::onInit(
         [](const InitCall& call) { return std::optional(tetrahedron(QString::fromUtf8(call.profile))); });
@@ -825,7 +825,7 @@ TEST_F(ViewerGamuts, aComparisonWithAnUnknownGamutLeavesTheOutputsUntouched)
     EXPECT_TRUE(fakevelmora::comparisons().isEmpty());
 }
 
-TEST_F(ViewerGamuts, aGamutThatWasNeverLoadedIsAskedLikeAnyOther)
+TEST_F(ViewerGamuts, aGamutThatWasNeverLoadedCanBeQueried)
 {
     viewer->load(id, {}, {});
     loadNow(other);

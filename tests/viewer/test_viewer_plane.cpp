@@ -146,7 +146,7 @@ public:
 // --- Shape
 // ---------------------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerPlane, is2048TrianglesInOrderJustBelowTheOrigin)
+TEST_F(ViewerPlane, is2048TrianglesJustBelowTheOrigin)
 {
     const auto vertices = verticesOf(*group("Plane"));
     const QList<QPoint> points = planeVertices();
@@ -187,7 +187,7 @@ TEST_F(ViewerPlane, isBuiltAgainInPlaceAndHidden)
     EXPECT_EQ(root().childOrder().size(), 3);
 }
 
-TEST_F(ViewerPlane, isMadeAnewAtTheEndWhenItWasTakenAway)
+TEST_F(ViewerPlane, isCreatedAgainAtTheEndAfterRemoval)
 {
     root().takeChild(QStringLiteral("Plane"));
     viewer->addabPlane();
@@ -207,7 +207,7 @@ TEST_F(ViewerPlane, doesNotMoveWithTheClipping)
 // --- From which side it is seen
 // ----------------------------------------------------------------------------------------------
 
-TEST_F(ViewerPlane, isDrawnFromItsHeightUpwardsAndNotFromBelow)
+TEST_F(ViewerPlane, isNotDrawnFromBelow)
 {
     // What hangs below the plane is asked exactly when the plane itself is drawn.
     const auto probe = QSharedPointer<KV3DObject>::create(QStringLiteral("probe"));
@@ -245,7 +245,7 @@ TEST_F(ViewerPlane, isDrawnFromItsHeightUpwardsAndNotFromBelow)
 // --- Colours
 // ---------------------------------------------------------------------------------------------------------------
 
-TEST_F(PlaneImage, of256PixelsGivesEachVertexThePixelOfItsOwnPosition)
+TEST_F(PlaneImage, of256PixelsGivesEachVertexItsPixel)
 {
     const QImage image = distinct(256, 256);
     ASSERT_TRUE(image.save(imageFile()));
@@ -276,14 +276,14 @@ TEST_F(PlaneImage, mayHaveAnySizeAndShape)
     }
 }
 
-TEST_F(PlaneImage, isReadByItsContentNotByItsName)
+TEST_F(PlaneImage, isReadByItsContentNotItsExtension)
 {
     const QImage image = distinct(64, 64);
     ASSERT_TRUE(image.save(imageFile(), "BMP"));
     expectColoursOf(image);
 }
 
-TEST_F(PlaneImage, keepsItsOpacityInTheColoursAsGeneratedWhileThePlaneIsOpaque)
+TEST_F(PlaneImage, keepsItsOpacityInTheBaseColours)
 {
     const QImage image = distinct(256, 256, QImage::Format_ARGB32);
     ASSERT_TRUE(image.save(imageFile()));
@@ -299,7 +299,7 @@ TEST_F(PlaneImage, thatIsMissingGivesAGreyPlane)
     expectGrey();
 }
 
-TEST_F(PlaneImage, thatIsNoImageGivesAGreyPlane)
+TEST_F(PlaneImage, thatCannotBeReadGivesAGreyPlane)
 {
     QFile file(imageFile());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -227,7 +227,7 @@ TEST_F(ViewerProfiles, theVolumeOfSrgbIsThatOfItsCubeInLab)
     EXPECT_NEAR(viewer.volume(id) / srgbVolume(), 1.0, 0.01);
 }
 
-TEST_F(ViewerProfiles, theFacesCloseAroundTheVolume)
+TEST_F(ViewerProfiles, theFacesAreClosedAndEncloseTheVolume)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     const auto faces = viewer.faceList(id);
@@ -252,7 +252,7 @@ TEST_F(ViewerProfiles, theFacesCloseAroundTheVolume)
     EXPECT_NEAR(darkest, 0, 0.1);
 }
 
-TEST_F(ViewerProfiles, everyCornerOfTheSurfaceHasADeviceColourOnTheSurfaceOfTheCube)
+TEST_F(ViewerProfiles, everyVertexIsOnTheSurfaceOfTheDeviceCube)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     double worst = 0;
@@ -266,7 +266,7 @@ TEST_F(ViewerProfiles, everyCornerOfTheSurfaceHasADeviceColourOnTheSurfaceOfTheC
     EXPECT_LT(worst, 0.01);
 }
 
-TEST_F(ViewerProfiles, pointsAreInsideExactlyWhenTheDeviceCanMakeThem)
+TEST_F(ViewerProfiles, pointsAreInsideIfTheDeviceReproducesThem)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     int inside = 0;
@@ -295,7 +295,7 @@ TEST_F(ViewerProfiles, theSurfaceIsShownInTheColoursOfTheScreen)
     EXPECT_LT(worst, 4.0 / 255) << "cut to whole numbers, after at most a little compression";
 }
 
-TEST_F(ViewerProfiles, theDefaultIntentIsAbsoluteSoWhiteKeepsTheColourOfItsMedium)
+TEST_F(ViewerProfiles, theDefaultIntentIsAbsolute)
 {
     const QByteArray onPaper = rgbProfile(kSrgbPrimaries, kPaper);
     const auto lightestOf = [this](const Params& params) {
@@ -334,14 +334,14 @@ TEST_F(ViewerProfiles, aFileAndItsBytesGiveTheSameGamut)
     EXPECT_EQ(viewer.volume(copied), viewer.volume(id));
 }
 
-TEST_F(ViewerProfiles, aLoadInsideTheCallGivesTheSameGamut)
+TEST_F(ViewerProfiles, aSynchronousLoadGivesTheSameGamut)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     viewer.load(copied, relative(srgb()), {});
     EXPECT_EQ(viewer.faceList(copied), viewer.faceList(id));
 }
 
-TEST_F(ViewerProfiles, aSavedGamutComesBackAloneOrUnderItsKey)
+TEST_F(ViewerProfiles, aSavedGamutIsRestoredAloneOrUnderItsKey)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     const Params saved = viewer.save(id);
@@ -370,7 +370,7 @@ TEST_F(ViewerProfiles, aSavedGamutComesBackAloneOrUnderItsKey)
     }
 }
 
-TEST_F(ViewerProfiles, whatIsNoProfileAndNoSavedGamutIsReportedAsFailedAndKeepsThePicture)
+TEST_F(ViewerProfiles, invalidDataFailsAndKeepsTheGamut)
 {
     ASSERT_TRUE(load(id, relative(srgb())));
     const float volume = viewer.volume(id);
@@ -497,7 +497,7 @@ TEST_F(ViewerProfiles, manyReloadsEndWithTheLastOne)
     EXPECT_NEAR(viewer.volume(id) / srgbVolume(), 1.0, 0.01);
 }
 
-TEST_F(ViewerProfiles, aViewerThatIsDestroyedDuringALoadDoesNotKeepItsHostWaiting)
+TEST_F(ViewerProfiles, destroyingAViewerCancelsItsLoad)
 {
     const kvtest::Watchdog watchdog(300);
     bool reported = false;

@@ -70,7 +70,7 @@ TEST_F(ViewerSets, clearingAndRemovingInANewViewerDoesNothing)
     EXPECT_TRUE(viewer->gamuts().isEmpty());
 }
 
-TEST_F(ViewerSets, clearingRemovesTheGroupAndTheNextSetMakesItAnew)
+TEST_F(ViewerSets, clearingRemovesTheGroupUntilTheNextSet)
 {
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0);
     viewer->addPointSet(a, twoPoints);
@@ -98,7 +98,7 @@ TEST_F(ViewerSets, clearingRemovesTheGroupAndTheNextSetMakesItAnew)
     EXPECT_EQ(viewer->markerSet(), QStringList{b});
 }
 
-TEST_F(ViewerSets, removingTakesOneSetAndLeavesTheGroup)
+TEST_F(ViewerSets, removingASetKeepsTheGroup)
 {
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0);
     viewer->addPointSet(a, twoPoints);
@@ -132,7 +132,7 @@ TEST_F(ViewerSets, removingAnUnknownNameChangesNothing)
     EXPECT_EQ(viewer->segmentSet(), QStringList{a});
 }
 
-TEST_F(ViewerSets, aRemovedSetLivesAsLongAsSomeoneHoldsIt)
+TEST_F(ViewerSets, aRemovedSetLivesAsLongAsItIsReferenced)
 {
     viewer->addPointSet(a, twoPoints);
     auto held = item("Points", a);
@@ -144,7 +144,7 @@ TEST_F(ViewerSets, aRemovedSetLivesAsLongAsSomeoneHoldsIt)
     EXPECT_TRUE(watch.isNull());
 }
 
-TEST_F(ViewerSets, removingAndClearingAskForARedraw)
+TEST_F(ViewerSets, removingAndClearingCauseARedraw)
 {
     viewer->addPointSet(a, twoPoints);
     viewer->addPointSet(b, twoPoints);
@@ -201,7 +201,7 @@ TEST_F(ViewerSets, drawsMarkersLastAndPointsAndSegmentsFirst)
     EXPECT_EQ(group("Segments")->childOrder(), (QStringList{b, a}));
 }
 
-TEST_F(ViewerSets, namesGroupsAfterThemselvesAndMarkersAlikeButPointsAndSegmentsAfterTheirSet)
+TEST_F(ViewerSets, objectsHaveTheDocumentedNames)
 {
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, onePoint, 5, 0);
     viewer->addPointSet(a, onePoint);
@@ -218,7 +218,7 @@ TEST_F(ViewerSets, namesGroupsAfterThemselvesAndMarkersAlikeButPointsAndSegments
     EXPECT_EQ(item("Segments", a)->name(), a);
 }
 
-TEST_F(ViewerSets, aSetMayBeCalledAsTheSceneCallsItsOwn)
+TEST_F(ViewerSets, aSetMayHaveTheNameOfAGroup)
 {
     for (const QString& name : {QStringLiteral("root"), QStringLiteral("Points"), QStringLiteral("Axis_X")}) {
         viewer->addMarkerSet(name, KVGamut3DViewer::Sphere, onePoint, 5, 0);
@@ -236,7 +236,7 @@ TEST_F(ViewerSets, aSetMayBeCalledAsTheSceneCallsItsOwn)
 // --- Marker sets
 // -----------------------------------------------------------------------------------------------------------
 
-TEST_F(MarkerSets, passTypeItemsAndBothSizesToTheGenerator)
+TEST_F(MarkerSets, passAllArgumentsToTheGenerator)
 {
     for (const auto type : {KVGamut3DViewer::Sphere, KVGamut3DViewer::BracketedCube, KVGamut3DViewer::Star}) {
         viewer->addMarkerSet(a, type, twoPoints, 6.5f, 0.25f);
@@ -265,7 +265,7 @@ TEST_F(MarkerSets, lieAtTheirPositionsInHostCoordinates)
     }
 }
 
-TEST_F(MarkerSets, takeTheSecondSizeAsTheirAmbientStrength)
+TEST_F(MarkerSets, useTheSecondSizeAsAmbientStrength)
 {
     for (const auto type : {KVGamut3DViewer::Sphere, KVGamut3DViewer::BracketedCube, KVGamut3DViewer::Star}) {
         viewer->addMarkerSet(a, type, twoPoints, 5, 0.4f);
@@ -337,7 +337,7 @@ TEST_F(PointSets, areSpheresInThePointSize)
     EXPECT_EQ(item("Points", a)->ambientStrength(), 1.0f);
 }
 
-TEST_F(PointSets, ofNothingOrWithoutANameAreNotMade)
+TEST_F(PointSets, withoutItemsOrNameAreNotCreated)
 {
     viewer->addPointSet(a, {});
     viewer->addPointSet(QString(), twoPoints);
@@ -363,7 +363,7 @@ TEST_F(PointSets, areRefilledInPlace)
     expectGeometry(*set, kvMarkers(1, onePoint, 4, 0));
 }
 
-TEST_F(PointSets, aPointSizeSetBeforehandIsUsedByTheFirstSet)
+TEST_F(PointSets, aPointSizeSetBeforeIsUsedByTheFirstSet)
 {
     viewer->setPointSize(8);
     EXPECT_EQ(viewer->pointSize(), 8.0f);
@@ -373,7 +373,7 @@ TEST_F(PointSets, aPointSizeSetBeforehandIsUsedByTheFirstSet)
     EXPECT_NEAR(reach(*item("Points", a), twoPoints), 4.0, 1e-3);
 }
 
-TEST_F(PointSets, aPointSizeChangesEverySetAgainAndAgain)
+TEST_F(PointSets, aPointSizeChangesEverySet)
 {
     viewer->addPointSet(a, twoPoints);
     viewer->addPointSet(b, onePoint);
@@ -387,7 +387,7 @@ TEST_F(PointSets, aPointSizeChangesEverySetAgainAndAgain)
     }
 }
 
-TEST_F(PointSets, oneSetMayHaveASizeOfItsOwnUntilItIsRefilledOrAllAreSized)
+TEST_F(PointSets, aSetKeepsItsOwnSizeUntilItIsRefilled)
 {
     viewer->addPointSet(a, twoPoints);
     viewer->addPointSet(b, onePoint);
@@ -404,7 +404,7 @@ TEST_F(PointSets, oneSetMayHaveASizeOfItsOwnUntilItIsRefilledOrAllAreSized)
     expectGeometry(*item("Points", a), kvMarkers(1, twoPoints, 6, 0));
 }
 
-TEST_F(PointSets, theSizeOfAnUnknownSetIsNobodys)
+TEST_F(PointSets, theSizeOfAnUnknownSetIsIgnored)
 {
     viewer->setPointSetSize(unknown, 12);
     EXPECT_FALSE(root().hasChild(QStringLiteral("Points")));
@@ -426,7 +426,7 @@ TEST_F(SegmentSets, areTwoWideAtFirst)
     EXPECT_FALSE(item("Segments", a)->vertices().isEmpty());
 }
 
-TEST_F(SegmentSets, blendTheColoursOfTheirEnds)
+TEST_F(SegmentSets, interpolateTheColoursOfTheirEnds)
 {
     viewer->addSegmentSet(a, {twoSegments.first()});
     const QVector3D start = twoSegments[0].first.second;
@@ -438,7 +438,7 @@ TEST_F(SegmentSets, blendTheColoursOfTheirEnds)
     }
 }
 
-TEST_F(SegmentSets, ofNothingOrWithoutANameAreNotMade)
+TEST_F(SegmentSets, withoutItemsOrNameAreNotCreated)
 {
     viewer->addSegmentSet(a, {});
     viewer->addSegmentSet(QString(), twoSegments);
@@ -481,7 +481,7 @@ TEST_F(SegmentSets, ofWidthZeroArePlainLines)
     EXPECT_EQ(vertices[1].lab(), QVector3D(40, 50, 60));
 }
 
-TEST_F(SegmentSets, theWidthOfAnUnknownSetIsNobodys)
+TEST_F(SegmentSets, theWidthOfAnUnknownSetIsIgnored)
 {
     viewer->setSegmentSetWidth(unknown, 5);
     EXPECT_FALSE(root().hasChild(QStringLiteral("Segments")));

@@ -36,7 +36,7 @@ QWheelEvent wheel(int angle)
 // --- Construction
 // ------------------------------------------------------------------------------------------------
 
-TEST_F(ViewerWindow, knowsTheHandleOfAProfileByName)
+TEST_F(ViewerWindow, registersTheNameOfProfileHandles)
 {
     EXPECT_TRUE(QMetaType::fromName("KVProfilePtr").isValid());
     EXPECT_EQ(QMetaType::fromName("KVProfilePtr"), QMetaType::fromType<KVProfilePtr>());
@@ -54,7 +54,7 @@ TEST_F(ViewerWindow, ownsOneVisibleGlWindowAsItsChild)
     EXPECT_TRUE(watch.isNull());
 }
 
-TEST_F(ViewerWindow, becomesAChildOfTheWindowThatItIsGiven)
+TEST_F(ViewerWindow, becomesAChildOfItsParent)
 {
     auto host = std::make_unique<QWindow>();
     const QPointer<KVGamut3DViewer> embedded = new KVGamut3DViewer(host.get());
@@ -63,7 +63,7 @@ TEST_F(ViewerWindow, becomesAChildOfTheWindowThatItIsGiven)
     EXPECT_TRUE(embedded.isNull());
 }
 
-TEST_F(ViewerWindow, startsWithPlaneAxesAndGridUnderARootOfItsOwnId)
+TEST_F(ViewerWindow, startsWithPlaneAxesAndGrid)
 {
     EXPECT_EQ(root().name(), QStringLiteral("root"));
     EXPECT_EQ(root().id().size(), 38);
@@ -96,7 +96,7 @@ TEST_F(ViewerWindow, startsWithItsDefaults)
     EXPECT_TRUE(viewer->enableInteraction());
 }
 
-TEST_F(ViewerWindow, startsWithTheViewFromAboveWithoutAMove)
+TEST_F(ViewerWindow, startsWithTheViewFromAbove)
 {
     EXPECT_FALSE(widget().isMoving());
     // Compared bit by bit: a vector's == is exact, and -0.0 equals 0.0 in it.
@@ -109,7 +109,7 @@ TEST_F(ViewerWindow, startsWithTheViewFromAboveWithoutAMove)
 // --- Decorations
 // -----------------------------------------------------------------------------------------------
 
-TEST_F(ViewerWindow, showsAndHidesGridAxesAndPlaneEachOnItsOwn)
+TEST_F(ViewerWindow, showsAndHidesGridAxesAndPlaneIndependently)
 {
     viewer->setDisplayGrid(false);
     EXPECT_FALSE(viewer->displayGrid());
@@ -127,7 +127,7 @@ TEST_F(ViewerWindow, showsAndHidesGridAxesAndPlaneEachOnItsOwn)
     EXPECT_FALSE(group("Axes")->isVisible());
 }
 
-TEST_F(ViewerWindow, aDecorationThatIsGoneIsNeitherShownNorMissed)
+TEST_F(ViewerWindow, aRemovedGroupIsNotShownAgain)
 {
     for (const char* id : {"Grid", "Axes", "Plane"})
         root().takeChild(QLatin1String(id));
@@ -140,7 +140,7 @@ TEST_F(ViewerWindow, aDecorationThatIsGoneIsNeitherShownNorMissed)
     EXPECT_TRUE(root().childOrder().isEmpty());
 }
 
-TEST_F(ViewerWindow, onlyAChangeOfVisibilityAsksForARedraw)
+TEST_F(ViewerWindow, onlyAChangeOfVisibilityCausesARedraw)
 {
     const auto grid = group("Grid");
     root().draw(nullptr, {}, {}, {}, CameraState(), {}, Qt::white, KVPassOpaque);
@@ -155,7 +155,7 @@ TEST_F(ViewerWindow, onlyAChangeOfVisibilityAsksForARedraw)
 // --- Meta-object
 // -----------------------------------------------------------------------------------------------
 
-TEST_F(ViewerSignals, areTheFourMethodsOfTheClassAndThereIsNothingElse)
+TEST_F(ViewerSignals, areTheOnlyMethodsOfTheMetaObject)
 {
     const QMetaObject& meta = KVGamut3DViewer::staticMetaObject;
     EXPECT_STREQ(meta.className(), "KVGamut3DViewer");
@@ -229,7 +229,7 @@ TEST_F(ViewerSignals, canBeEmittedThroughTheMetaObject)
     EXPECT_EQ(moved.count(), 1);
 }
 
-TEST_F(ViewerSignals, repeatThoseOfTheGlWindowWithTheSameArguments)
+TEST_F(ViewerSignals, forwardThoseOfTheGlWindow)
 {
     QSignalSpy moved(viewer.get(), SIGNAL(moveFinished()));
     QSignalSpy clicked(viewer.get(), SIGNAL(click(QPoint, QVector3D, QVector3D)));
@@ -293,7 +293,7 @@ TEST_F(ViewerEvents, aDragReachesTheGlWindowOnce)
     EXPECT_NEAR(widget().cameraState().azimuth() - before, std::numbers::pi / 2, 1e-5);
 }
 
-TEST_F(ViewerEvents, aReleaseAndADoubleClickAreReportedOnceEachWithThePickingRay)
+TEST_F(ViewerEvents, releaseAndDoubleClickAreReportedOnceWithTheRay)
 {
     widget().resize(400, 200);
     viewer->setCamera(QVector3D(80, 300, -120), 0, QVector3D(50, 0, 0));
@@ -320,7 +320,7 @@ TEST_F(ViewerEvents, aReleaseAndADoubleClickAreReportedOnceEachWithThePickingRay
     EXPECT_EQ(doubleClicked[0][2].value<QVector3D>(), viewer->rayToPoint(QPoint(7, 9)).second);
 }
 
-TEST_F(ViewerEvents, aPressOfAMouseButtonDoesNotReachTheGlWindow)
+TEST_F(ViewerEvents, aMousePressDoesNotReachTheGlWindow)
 {
     struct Watch : QObject
     {
@@ -346,7 +346,7 @@ TEST_F(ViewerEvents, aPressOfAMouseButtonDoesNotReachTheGlWindow)
     EXPECT_EQ(doubleClicked.count(), 0);
 }
 
-TEST_F(ViewerEvents, eachIsAnsweredAsAPlainWindowAnswersIt)
+TEST_F(ViewerEvents, areAcceptedAsByAPlainWindow)
 {
     struct Plain : QWindow
     {
@@ -380,7 +380,7 @@ TEST_F(ViewerEvents, eachIsAnsweredAsAPlainWindowAnswersIt)
     EXPECT_FALSE(viewer->event(&language));
 }
 
-TEST_F(ViewerEvents, inputIsIgnoredButClicksAreReportedWhileInteractionIsOff)
+TEST_F(ViewerEvents, withoutInteractionOnlyClicksAreReported)
 {
     viewer->setEnableInteraction(false);
     EXPECT_FALSE(viewer->enableInteraction());
@@ -401,7 +401,7 @@ TEST_F(ViewerEvents, inputIsIgnoredButClicksAreReportedWhileInteractionIsOff)
 // --- What goes straight through to the GL window
 // ---------------------------------------------------------------------
 
-TEST_F(ViewerWindow, passesTheLookOnUnchanged)
+TEST_F(ViewerWindow, returnsLightAndBackgroundUnchanged)
 {
     viewer->setFramerate(60);
     viewer->setLightPos(QVector3D(1, 2, 3));
@@ -417,7 +417,7 @@ TEST_F(ViewerWindow, passesTheLookOnUnchanged)
     EXPECT_EQ(viewer->background(), QColor(40, 50, 60));
 }
 
-TEST_F(ViewerWindow, convertsTheCameraBetweenHostAndSceneExactly)
+TEST_F(ViewerWindow, convertsTheCameraExactly)
 {
     const QVector3D position(81.3f, -120.7f, 33.1f);
     const QVector3D interest(49.9f, 7.7f, -3.3f);
@@ -428,7 +428,7 @@ TEST_F(ViewerWindow, convertsTheCameraBetweenHostAndSceneExactly)
     EXPECT_EQ(widget().interestPt(), QVector3D(-7.7f, 49.9f, -3.3f));
 }
 
-TEST_F(ViewerWindow, looksFromBelowForOneAndFromAboveForEveryOtherView)
+TEST_F(ViewerWindow, everyViewExceptBottomIsFromAbove)
 {
     viewer->resetCamera(KVGamut3DViewer::Bottom, 0);
     EXPECT_EQ(viewer->camera(), QVector3D(-522.48712f, 0.0f, -1.1920929e-7f));
@@ -442,7 +442,7 @@ TEST_F(ViewerWindow, looksFromBelowForOneAndFromAboveForEveryOtherView)
     }
 }
 
-TEST_F(ViewerWindow, passesProjectionAndAngleOn)
+TEST_F(ViewerWindow, passesProjectionAndAngleToTheGlWindow)
 {
     viewer->setOrthogonalProjection(true, 0);
     viewer->setViewingAngle(45, 0);
@@ -472,7 +472,7 @@ TEST_F(ViewerWindow, givesPickingRaysInHostCoordinates)
     EXPECT_NEAR(QVector3D::dotProduct(centre.second.normalized(), towards.normalized()), 1.0, 1e-6);
 }
 
-TEST_F(ViewerWindow, measuresTheSquaredDistanceToARaysLine)
+TEST_F(ViewerWindow, returnsTheSquaredDistanceToTheLineOfARay)
 {
     const std::pair<QVector3D, QVector3D> ray{{1, 2, 3}, {0, 0, 5}};
     EXPECT_EQ(KVGamut3DViewer::squaredDistanceToRay({1, 2, 40}, ray), 0.0f);
