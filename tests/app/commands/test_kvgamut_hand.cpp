@@ -16,8 +16,8 @@
 #include <numbers>
 #include <optional>
 
-// The window as a person works it: real keys, a real pointer, a window manager. What comes of it is seen
-// on the screen, on the clipboard and in files.
+// The window with real key and pointer events and a window manager. The results are read from the screen, the
+// clipboard and files.
 
 using namespace kvtest;
 
@@ -31,7 +31,7 @@ bool until(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, maxWaitMs);
 }
 
-/// All places in Lab that a line of text names as "L,a,b".
+/// All Lab positions in a line of text, written as "L,a,b".
 QList<QVector3D> positionsIn(const QString& text)
 {
     static const QRegularExpression position(QStringLiteral("(-?[0-9.e-]+),(-?[0-9.e-]+),(-?[0-9.e-]+)"));
@@ -44,7 +44,7 @@ QList<QVector3D> positionsIn(const QString& text)
     return positions;
 }
 
-/// A device of thirteen inks, which takes about a second to compute: a box of its own for each intent.
+/// A device of thirteen inks, which takes about a second to compute. Each intent has another box as gamut.
 struct SlowDevice
 {
     Box perceptual{{20, -30, -30}, {80, 30, 30}};
@@ -259,7 +259,7 @@ protected:
 
 // --- Loading ----------------------------------------------------------------------------------------
 
-TEST_F(HandTest, showsTheLastIntentThatIsChosenWhileAGamutLoads)
+TEST_F(HandTest, showsTheLastIntentChosenWhileLoading)
 {
     const SlowDevice device;
     openRed(QStringList{fileOf("inks.icc", device.profile())} + words("--intent perceptual --view top"));
@@ -275,7 +275,7 @@ TEST_F(HandTest, showsTheLastIntentThatIsChosenWhileAGamutLoads)
     EXPECT_FALSE(isLoading());
 }
 
-TEST_F(HandTest, cancelsALoadByKeyAndGoesOn)
+TEST_F(HandTest, cancelsALoadByKey)
 {
     const SlowDevice device;
     openRed(QStringList{fileOf("inks.icc", device.profile())} + words("--intent perceptual --view top"));
@@ -291,7 +291,7 @@ TEST_F(HandTest, cancelsALoadByKeyAndGoesOn)
     EXPECT_TRUE(until([] { return isRed(fromTop({90, 35, 0})); }));
 }
 
-TEST_F(HandTest, keepsWhatIsLoadedWhenTheRestIsCancelled)
+TEST_F(HandTest, keepsLoadedGamutsWhenTheRestIsCancelled)
 {
     QStringList files;
     for (const char* name : {"1.icc", "2.icc", "3.icc", "4.icc", "5.icc", "6.icc"})
@@ -308,7 +308,7 @@ TEST_F(HandTest, keepsWhatIsLoadedWhenTheRestIsCancelled)
     EXPECT_EQ(compared(0, 0), QStringLiteral("box.icc"));
 }
 
-TEST_F(HandTest, closesInTheMidstOfLoadingWithoutAWord)
+TEST_F(HandTest, closesWhileLoadingWithoutMessages)
 {
     QStringList files;
     for (const char* name : {"1.icc", "2.icc", "3.icc", "4.icc", "5.icc", "6.icc"})
@@ -398,7 +398,7 @@ TEST_F(SectionByHand, cutsAndSlidesByKey)
     EXPECT_TRUE(until([] { return showsFrom(25) && showsFrom(75); }));
 }
 
-TEST_F(SectionByHand, cutsAndSlidesWhereTheHandleIsDragged)
+TEST_F(SectionByHand, cutsAndSlidesByDraggingTheHandle)
 {
     constexpr int units = 20;  // from 50 to 30
     constexpr int handle = 14; // about as high
@@ -421,7 +421,7 @@ TEST_F(SectionByHand, cutsAndSlidesWhereTheHandleIsDragged)
 
 // --- The clicked colour -----------------------------------------------------------------------------
 
-TEST_F(HandTest, tellsTheLabOfTheGamutWhereItIsClicked)
+TEST_F(HandTest, showsTheLabOfAClickedSurface)
 {
     openRed(QStringList{fileOf("affine.icc", AffineDevice::profile())} +
             words("--intent perceptual --view top"));
@@ -445,7 +445,7 @@ TEST_F(HandTest, tellsTheLabOfTheGamutWhereItIsClicked)
 
 // --- Files ------------------------------------------------------------------------------------------
 
-TEST_F(HandTest, savesThePictureAtTheSizeThatIsTyped)
+TEST_F(HandTest, savesThePictureInTheTypedSize)
 {
     openWindow(words("sRGB --view top --ambient 1"));
     ASSERT_TRUE(comeToShow(upperFaces));
@@ -464,7 +464,7 @@ TEST_F(HandTest, savesThePictureAtTheSizeThatIsTyped)
             << testing::PrintToString(device);
 }
 
-TEST_F(HandTest, comesBackFromASessionInAnotherRun)
+TEST_F(HandTest, restoresASessionInAnotherRun)
 {
     const Box box{{20, -30, -30}, {80, 30, 30}};
     const QString session = path(QStringLiteral("all.kvsession"));
@@ -541,7 +541,7 @@ protected:
     }
 };
 
-TEST_F(KeysInTheView, turnTheCameraAndMoveNothingElse)
+TEST_F(KeysInTheView, turnTheCameraOnly)
 {
     const QImage controls = atRest(clipControls);
     for (int i = 0; i < 3; ++i) {
@@ -565,7 +565,7 @@ TEST_F(KeysInTheView, reachTheShortcuts)
     EXPECT_TRUE(until([] { return !placeOnScreen(QStringLiteral("^sRGB, AdobeRGB")).isEmpty(); }));
 }
 
-TEST_F(KeysInTheView, goOnToTheNextControlByTabAndComeBack)
+TEST_F(KeysInTheView, reachTheNextControlByTabAndReturn)
 {
     const QImage controls = atRest(clipControls);
     hand.press("Tab"); // to the slider
@@ -577,7 +577,7 @@ TEST_F(KeysInTheView, goOnToTheNextControlByTabAndComeBack)
     EXPECT_TRUE(until([&] { return screenshot().copy(clipControls()) == controls; }));
 }
 
-TEST_F(KeysInTheView, goToEachDialogThatComesUp)
+TEST_F(KeysInTheView, goToEachDialog)
 {
     for (int i = 0; i < 3; ++i) {
         hand.press("Ctrl+E");
@@ -592,7 +592,7 @@ TEST_F(KeysInTheView, goToEachDialogThatComesUp)
     EXPECT_TRUE(turnsByKey());
 }
 
-TEST_F(KeysInTheView, goToADialogThatIsAskedForAtOnceAfterAClick)
+TEST_F(KeysInTheView, goToADialogOpenedRightAfterAClick)
 {
     for (int i = 0; i < 4; ++i) {
         hand.click(middleOfView() + QPoint(15, 12 * (i - 2))); // may arrive before the key, or after it
@@ -606,7 +606,7 @@ TEST_F(KeysInTheView, goToADialogThatIsAskedForAtOnceAfterAClick)
     EXPECT_TRUE(turnsByKey());
 }
 
-TEST_F(KeysInTheView, leaveNoShiftBehindInADialog)
+TEST_F(KeysInTheView, releaseShiftInADialog)
 {
     const QVector3D interest = camera().value(1);
     hand.press("Ctrl+Shift+O"); // Shift is released in the dialog

@@ -12,11 +12,11 @@
 
 #include <functional>
 
-/// Dialogs that are waited for: what opens one returns only when it was answered.
+/// Modal dialogs: the call that opens one returns only when it is closed.
 namespace kvtest {
 
-/// Does @p act, and @p answer in the dialog of this type that it opens; for EXPECT_TRUE. It fails where
-/// no such dialog comes, or where the answer does not close it.
+/// Runs @p act, and @p answer in the dialog of this type that it opens. Fails if no such dialog opens, or if
+/// the answer does not close it.
 template <typename Dialog>
 testing::AssertionResult answered(const std::function<void()>& act,
                                   const std::function<void(Dialog&)>& answer)
@@ -48,7 +48,7 @@ testing::AssertionResult answered(const std::function<void()>& act,
     return testing::AssertionFailure() << (state == Waiting ? "no dialog came" : "the dialog stayed");
 }
 
-/// Does @p act, which asks for a file, and types @p file.
+/// Runs @p act, which opens a file dialog, and types @p file there.
 inline testing::AssertionResult chooseFile(const std::function<void()>& act, const QString& file)
 {
     return answered<QFileDialog>(act, [&file](QFileDialog& dialog) {

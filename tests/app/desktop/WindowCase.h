@@ -33,7 +33,7 @@ protected:
     {
         window.open(inputs);
         ASSERT_TRUE(settle());
-        spinFor(150); // the layout of the panels comes to rest
+        spinFor(150); // until the layout of the panels is final
         ASSERT_TRUE(settle());
     }
 
@@ -65,7 +65,7 @@ protected:
         return *found;
     }
 
-    /// The window inside the viewer, which gets the pointer's events.
+    /// The window inside the viewer, which receives pointer events.
     QWindow& innerWindow() { return *window.viewer().findChild<QWindow*>(); }
 
     const GamutEntry& entry(int row = 0) { return window.gamuts().at(row); }

@@ -46,7 +46,7 @@ protected:
     QAbstractItemModelTester tester{&comparison, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
-TEST_F(Comparing, hasARowForEveryGamutThatWasComputed)
+TEST_F(Comparing, hasARowForEveryComputedGamut)
 {
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     EXPECT_EQ(comparison.rowCount(), 0);
@@ -57,7 +57,7 @@ TEST_F(Comparing, hasARowForEveryGamutThatWasComputed)
     EXPECT_EQ(plain(0, ComparisonModel::Name), QStringLiteral("DisplayP3"));
 }
 
-TEST_F(Comparing, statesWhatItsNumbersHoldFor)
+TEST_F(Comparing, namesProfileIntentAndWhite)
 {
     open({QStringLiteral("sRGB")});
     EXPECT_EQ(plain(0, ComparisonModel::Name), QStringLiteral("sRGB"));
@@ -67,7 +67,7 @@ TEST_F(Comparing, statesWhatItsNumbersHoldFor)
     EXPECT_LE(std::abs(off), number(0, ComparisonModel::Uncertainty) + 17.0);
 }
 
-TEST_F(Comparing, tellsHowMuchOfOneAnotherCovers)
+TEST_F(Comparing, computesMutualCoverage)
 {
     // sRGB lies within Display P3 but for rounding: their primaries are shared or farther out
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
@@ -98,7 +98,7 @@ TEST_F(Comparing, namesTheActiveGamutInItsTitles)
     EXPECT_TRUE(title(ComparisonModel::CoversActive).contains(QStringLiteral("DisplayP3")));
 }
 
-TEST_F(Comparing, showsNoNumbersOfGamutsThatWereReplaced)
+TEST_F(Comparing, ignoresResultsForReplacedGamuts)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc")});
     gamuts.setSettings(1, {KVVMRenderRelativeColorimetric, false, -1}); // while the first are compared
@@ -109,7 +109,7 @@ TEST_F(Comparing, showsNoNumbersOfGamutsThatWereReplaced)
     EXPECT_EQ(plain(1, ComparisonModel::Intent), QStringLiteral("Relative colorimetric"));
 }
 
-TEST_F(Comparing, survivesTheLossOfAGamutThatIsBeingCompared)
+TEST_F(Comparing, ignoresResultsForRemovedGamuts)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3"), QStringLiteral("Rec2020")});
     gamuts.remove(1);
@@ -118,7 +118,7 @@ TEST_F(Comparing, survivesTheLossOfAGamutThatIsBeingCompared)
     EXPECT_EQ(comparison.rowCount(), 1);
 }
 
-TEST_F(Comparing, copiesAsTabSeparatedTextForOtherPrograms)
+TEST_F(Comparing, copiesTabSeparatedText)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     ASSERT_TRUE(finish());

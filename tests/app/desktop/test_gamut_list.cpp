@@ -36,7 +36,7 @@ protected:
     QSignalSpy activations{&model, &GamutListModel::activeRowChanged};
 };
 
-TEST_F(GamutList, makesTheFirstGamutTheActiveOne)
+TEST_F(GamutList, activatesTheFirstGamut)
 {
     EXPECT_EQ(model.activeRow(), -1);
     fill(3);
@@ -44,7 +44,7 @@ TEST_F(GamutList, makesTheFirstGamutTheActiveOne)
     EXPECT_EQ(activations.count(), 1);
 }
 
-TEST_F(GamutList, keepsTheActiveGamutWhenOthersGo)
+TEST_F(GamutList, keepsTheActiveGamutWhenOthersAreRemoved)
 {
     fill(4);
     model.setActiveRow(2);
@@ -55,7 +55,7 @@ TEST_F(GamutList, keepsTheActiveGamutWhenOthersGo)
     EXPECT_EQ(model.at(model.activeRow()).id, id);
 }
 
-TEST_F(GamutList, activatesANeighbourWhenTheActiveGamutGoes)
+TEST_F(GamutList, activatesANeighbourOfARemovedGamut)
 {
     fill(3);
     model.setActiveRow(2);
@@ -68,7 +68,7 @@ TEST_F(GamutList, activatesANeighbourWhenTheActiveGamutGoes)
     EXPECT_EQ(model.activeRow(), -1);
 }
 
-TEST_F(GamutList, refusesToActivateWhatIsNotThere)
+TEST_F(GamutList, ignoresInvalidActiveRows)
 {
     fill(2);
     model.setActiveRow(2);
@@ -77,7 +77,7 @@ TEST_F(GamutList, refusesToActivateWhatIsNotThere)
     EXPECT_EQ(activations.count(), 1);
 }
 
-TEST_F(GamutList, givesEveryGamutAnIdOfItsOwn)
+TEST_F(GamutList, givesEveryGamutAUniqueId)
 {
     const QString first = model.add(QStringLiteral("sRGB"), {}, {});
     const QString second = model.add(QStringLiteral("sRGB"), {}, {});
@@ -90,7 +90,7 @@ TEST_F(GamutList, givesEveryGamutAnIdOfItsOwn)
     EXPECT_EQ(model.rowOf(third), 1);
 }
 
-TEST_F(GamutList, announcesALookOnceAndOnlyWhenItChanges)
+TEST_F(GamutList, reportsALookOnlyWhenItChanges)
 {
     fill(1);
     KVGamutLook look = model.at(0).look;
@@ -110,7 +110,7 @@ TEST_F(GamutList, hidesAGamutThroughItsCheckBox)
     EXPECT_TRUE(model.flags(model.index(0)).testFlag(Qt::ItemIsUserCheckable));
 }
 
-TEST_F(GamutList, waitsForAGamutWithOtherSettings)
+TEST_F(GamutList, keepsTheGamutUntilOtherSettingsAreComputed)
 {
     fill(1);
     model.setGamut(0, {});
@@ -118,7 +118,7 @@ TEST_F(GamutList, waitsForAGamutWithOtherSettings)
     announced();
     model.setSettings(0, {KVVMRenderPerceptual, false, 9});
     EXPECT_TRUE(model.at(0).loading);
-    EXPECT_EQ(model.at(0).revision, before); // the present one stays meanwhile
+    EXPECT_EQ(model.at(0).revision, before); // the present gamut stays until then
     EXPECT_EQ(model.at(0).computedWith, GamutSettings());
     EXPECT_TRUE(announced().contains(GamutListModel::SettingsRole));
     model.setGamut(0, {});
@@ -127,7 +127,7 @@ TEST_F(GamutList, waitsForAGamutWithOtherSettings)
     EXPECT_FALSE(model.at(0).loading);
 }
 
-TEST_F(GamutList, returnsToTheSettingsOfTheGamutThatIsThere)
+TEST_F(GamutList, restoresTheSettingsAfterAnAbandonedLoad)
 {
     fill(1);
     model.setGamut(0, {});
@@ -137,7 +137,7 @@ TEST_F(GamutList, returnsToTheSettingsOfTheGamutThatIsThere)
     EXPECT_FALSE(model.at(0).loading);
 }
 
-TEST_F(GamutList, dropsWhatNeverHadAGamut)
+TEST_F(GamutList, removesAnEntryWithoutAGamutAfterAnAbandonedLoad)
 {
     fill(2);
     model.abandonLoad(0);
@@ -145,7 +145,7 @@ TEST_F(GamutList, dropsWhatNeverHadAGamut)
     EXPECT_EQ(model.at(0).input, QStringLiteral("/p/1.icc"));
 }
 
-TEST_F(GamutList, signsAGamutWithItsColourOrOneOfItsOwn)
+TEST_F(GamutList, marksAGamutWithItsColour)
 {
     fill(3);
     EXPECT_NE(model.signColor(0), model.signColor(1));
@@ -157,7 +157,7 @@ TEST_F(GamutList, signsAGamutWithItsColourOrOneOfItsOwn)
     EXPECT_EQ(model.data(model.index(1), Qt::DecorationRole).value<QColor>(), QColor(1, 2, 3));
 }
 
-TEST_F(GamutList, showsHowFarALoadIs)
+TEST_F(GamutList, showsTheProgressOfALoad)
 {
     fill(1);
     model.setProgress(0, 0.42f);
@@ -181,20 +181,20 @@ TEST(GamutTitles, areTheFileNames)
         (QStringList{QStringLiteral("printer.icc"), QStringLiteral("sRGB"), QStringLiteral("größe 1.icc")}));
 }
 
-TEST(GamutTitles, nameTheFolderWhereTwoFilesShareTheName)
+TEST(GamutTitles, haveTheFolderWhereFileNamesAreEqual)
 {
     EXPECT_EQ(titles({"/a/printer.icc", "/b/printer.icc", "/b/other.icc"}),
               (QStringList{QStringLiteral("printer.icc - a"), QStringLiteral("printer.icc - b"),
                            QStringLiteral("other.icc")}));
 }
 
-TEST(GamutTitles, numberWhatIsOpenTwice)
+TEST(GamutTitles, numberInputsThatAreOpenTwice)
 {
     EXPECT_EQ(titles({"sRGB", "sRGB", "sRGB"}),
               (QStringList{QStringLiteral("sRGB"), QStringLiteral("sRGB (2)"), QStringLiteral("sRGB (3)")}));
 }
 
-TEST(ShownWords, sayLabAndLch)
+TEST(ShownWords, formatLabAndLch)
 {
     EXPECT_EQ(ShownWords::lab({53.24f, -80.06f, 67.2f}), QStringLiteral("L* 53.2   a* -80.1   b* 67.2"));
     EXPECT_EQ(ShownWords::lch({50, 3, 4}), QStringLiteral("L* 50.0   C* 5.0   h 53.1°"));
@@ -203,7 +203,7 @@ TEST(ShownWords, sayLabAndLch)
     EXPECT_EQ(ShownWords::lch({50, 0, -10}), QStringLiteral("L* 50.0   C* 10.0   h 270.0°"));
 }
 
-TEST(ShownWords, leaveOutWhatHasNoEffect)
+TEST(ShownWords, omitSettingsWithoutEffect)
 {
     EXPECT_EQ(ShownWords::settings({KVVMRenderAbsoluteColorimetric, true, -1}),
               ShownWords::settings({KVVMRenderAbsoluteColorimetric, false, -1}));

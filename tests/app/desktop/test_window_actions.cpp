@@ -19,7 +19,7 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
 
-// Every action of the menus, by its key where it has one, and every dialog that one opens.
+// The actions of the menus by their keys, and the dialogs that they open.
 
 namespace {
 
@@ -31,7 +31,7 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Actions : public kvtest::WindowCase
 {
 protected:
-    /// A key of the window, which has the keyboard again when a dialog was closed before.
+    /// Presses a key when the window is active, which takes a moment after a dialog was closed.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window, 60000));
@@ -52,8 +52,8 @@ protected:
                           QPoint(innerWindow().width() / 2, innerWindow().height() / 2));
     }
 
-    /// Does @p act, which asks for a colour, and answers @p color.
-    void giveColor(const QColor& color, const std::function<void()>& act)
+    /// Runs @p act, which opens a colour dialog, and chooses @p color there.
+    void chooseColor(const QColor& color, const std::function<void()>& act)
     {
         EXPECT_TRUE(answered<QColorDialog>(act, [&](QColorDialog& dialog) {
             dialog.setCurrentColor(color);
@@ -64,7 +64,7 @@ protected:
 
 // --- Files ----------------------------------------------------------------------------------------------
 
-TEST_F(Actions, openTheFilesThatAreChosen)
+TEST_F(Actions, openTheChosenFiles)
 {
     EXPECT_TRUE(chooseFile([&] { control<QPushButton>("welcomeOpen").click(); }, cmyk));
     EXPECT_TRUE(chooseFile([&] { press(Qt::Key_O, Qt::ControlModifier); }, cmyk));
@@ -83,7 +83,7 @@ TEST_F(Actions, openNothingWhenTheDialogIsCancelled)
     EXPECT_FALSE(control<QWidget>("messageBar").isVisible());
 }
 
-TEST_F(Actions, openTheBuiltInProfilesByTheirNumber)
+TEST_F(Actions, openBuiltInProfilesByNumber)
 {
     const QStringList names = BuiltInProfiles::names();
     ASSERT_EQ(names.size(), 5);
@@ -92,7 +92,7 @@ TEST_F(Actions, openTheBuiltInProfilesByTheirNumber)
     EXPECT_EQ(inputs(), names);
 }
 
-TEST_F(Actions, openARecentFileByItsNumber)
+TEST_F(Actions, openRecentFilesByNumber)
 {
     RecentFiles::clear();
     const QString points = write(QStringLiteral("p.csv"), "50,0,0\n");
@@ -101,7 +101,7 @@ TEST_F(Actions, openARecentFileByItsNumber)
     press(Qt::Key_2, Qt::AltModifier); // the older one
     ASSERT_TRUE(settle());
     EXPECT_EQ(inputs(), QStringList{cmyk});
-    press(Qt::Key_2, Qt::AltModifier); // it has become the newest
+    press(Qt::Key_2, Qt::AltModifier); // the order has changed
     ASSERT_TRUE(settle());
     EXPECT_EQ(window.points().files(), QStringList{points});
 }
@@ -129,7 +129,7 @@ TEST_F(Actions, saveAndRestoreASession)
     EXPECT_TRUE(window.viewer().abPlane());
 }
 
-TEST_F(Actions, saveThePictureInTheSizeThatIsTyped)
+TEST_F(Actions, saveThePictureInTheTypedSize)
 {
     open({QStringLiteral("sRGB")});
     const auto typeSize = [](PictureDialog& dialog) {
@@ -160,7 +160,7 @@ TEST_F(Actions, saveTheSection)
     EXPECT_TRUE(file.readAll().contains("sRGB"));
 }
 
-TEST_F(Actions, closeEverythingAndForgetWhatWasClicked)
+TEST_F(Actions, closeEverythingAndClearTheFinding)
 {
     open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n")});
     const QString nothing = control<QLabel>("finding").text();
@@ -184,7 +184,7 @@ TEST_F(Actions, quitByClosingTheWindow)
 
 // --- The clipboard --------------------------------------------------------------------------------------
 
-TEST_F(Actions, copyWhatIsSeen)
+TEST_F(Actions, copyThePicture)
 {
     open({QStringLiteral("sRGB")});
     QGuiApplication::clipboard()->clear();
@@ -196,7 +196,7 @@ TEST_F(Actions, copyTheClickedColour)
 {
     open({QStringLiteral("sRGB")});
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
-    press(Qt::Key_I, Qt::ControlModifier); // nothing was clicked yet
+    press(Qt::Key_I, Qt::ControlModifier); // disabled before the first click
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
     action("fromTop").trigger();
     ASSERT_TRUE(settle());
@@ -217,7 +217,7 @@ TEST_F(Actions, removeTheActiveGamut)
     press(Qt::Key_Backspace, Qt::ControlModifier);
     EXPECT_EQ(inputs(), QStringList{QStringLiteral("sRGB")});
     press(Qt::Key_Backspace, Qt::ControlModifier);
-    press(Qt::Key_Backspace, Qt::ControlModifier); // there is none any more
+    press(Qt::Key_Backspace, Qt::ControlModifier); // no gamut is left
     EXPECT_TRUE(inputs().isEmpty());
 }
 
@@ -241,16 +241,16 @@ TEST_F(Actions, chooseTheIntent)
     EXPECT_TRUE(entry().gamut.report().blackPointCompensation);
 }
 
-TEST_F(Actions, giveTheGamutAColourAndTakeItBack)
+TEST_F(Actions, setAndResetTheGamutColour)
 {
     open({QStringLiteral("sRGB")});
     const QImage before = settledPicture();
-    giveColor(Qt::red, [&] { press(Qt::Key_L, Qt::ControlModifier); });
+    chooseColor(Qt::red, [&] { press(Qt::Key_L, Qt::ControlModifier); });
     EXPECT_EQ(entry().look.color, QColor(Qt::red));
     EXPECT_NE(settledPicture(), before);
     press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(settledPicture(), before);
-    giveColor(Qt::blue, [&] { control<QToolButton>("color").click(); });
+    chooseColor(Qt::blue, [&] { control<QToolButton>("color").click(); });
     EXPECT_EQ(entry().look.color, QColor(Qt::blue));
 }
 
@@ -265,11 +265,11 @@ TEST_F(Actions, keepTheColourWhenTheDialogIsCancelled)
 
 // --- The view -------------------------------------------------------------------------------------------
 
-TEST_F(Actions, colourTheLight)
+TEST_F(Actions, setTheColourOfTheLight)
 {
     open({QStringLiteral("sRGB")});
     const QImage before = settledPicture();
-    giveColor(Qt::red, [&] { press(Qt::Key_F2, Qt::ShiftModifier); });
+    chooseColor(Qt::red, [&] { press(Qt::Key_F2, Qt::ShiftModifier); });
     EXPECT_EQ(window.viewer().lightColor(), QColor(Qt::red));
     EXPECT_NE(settledPicture(), before);
     press(Qt::Key_F3, Qt::ShiftModifier);
@@ -306,7 +306,7 @@ TEST_F(Actions, showAndHideThePanels)
     EXPECT_EQ(window.findChildren<QDockWidget*>().size(), number);
 }
 
-TEST_F(Actions, fillTheScreen)
+TEST_F(Actions, switchToFullScreen)
 {
     const QSize before = window.size();
     press(Qt::Key_F11);
@@ -317,7 +317,7 @@ TEST_F(Actions, fillTheScreen)
     EXPECT_TRUE(kvtest::spinUntil([&] { return !window.isFullScreen() && window.size() == before; }));
 }
 
-TEST_F(Actions, listTheKeysUnderEachOfTheirKeys)
+TEST_F(Actions, openTheKeyListByEachKey)
 {
     for (const Qt::Key key : {Qt::Key_H, Qt::Key_Question, Qt::Key_F1}) {
         press(key);
@@ -330,7 +330,7 @@ TEST_F(Actions, listTheKeysUnderEachOfTheirKeys)
 
 // --- Escape ---------------------------------------------------------------------------------------------
 
-TEST_F(Actions, cancelTheLoadsWithEscapeAndThenDismissTheMessages)
+TEST_F(Actions, cancelLoadsThenDismissMessagesWithEscape)
 {
     open({cmyk, path(QStringLiteral("missing.icc"))});
     ASSERT_TRUE(control<QWidget>("messageBar").isVisible());
@@ -342,14 +342,14 @@ TEST_F(Actions, cancelTheLoadsWithEscapeAndThenDismissTheMessages)
     EXPECT_FALSE(control<QToolButton>("cancel").isVisible());
     EXPECT_TRUE(control<QWidget>("messageBar").isVisible());
     ASSERT_TRUE(settle());
-    EXPECT_EQ(inputs(), QStringList{cmyk}); // what was on its way is gone, what was there is there
+    EXPECT_EQ(inputs(), QStringList{cmyk}); // the new one is gone, the computed one remains
     EXPECT_EQ(entry().settings, GamutSettings());
     EXPECT_EQ(settledPicture(), before);
     press(Qt::Key_Escape);
     EXPECT_FALSE(control<QWidget>("messageBar").isVisible());
 }
 
-TEST_F(Actions, dismissTheMessagesWithTheirButton)
+TEST_F(Actions, dismissMessagesWithTheButton)
 {
     window.open({path(QStringLiteral("missing.icc"))});
     ASSERT_TRUE(kvtest::spinUntil([&] { return control<QWidget>("messageBar").isVisible(); }));

@@ -9,7 +9,7 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
 
-// Every control has an effect, and takes it back.
+// Every control has a visible effect and can undo it.
 
 namespace {
 
@@ -18,7 +18,7 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Controls : public kvtest::WindowCase
 {
 protected:
-    /// Whether the picture is another one after @p change, and the first one again after @p back.
+    /// Expects that @p change changes the picture and that @p back restores it.
     void expectSeen(const char* what, const std::function<void()>& change, const std::function<void()>& back)
     {
         const QImage before = settledPicture();
@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(Controls, changeHowTheActiveGamutLooks)
+TEST_F(Controls, changeTheLookOfTheActiveGamut)
 {
     open({QStringLiteral("sRGB")});
     for (const char* name : {"surface", "projection", "primaries"})
@@ -62,7 +62,7 @@ TEST_F(Controls, changeHowTheActiveGamutLooks)
         [&] { control<QToolButton>("ownColors").click(); });
 }
 
-TEST_F(Controls, flattenTheFacesOfAGamutOfOneColour)
+TEST_F(Controls, showFlatFacesInASingleColour)
 {
     open({QStringLiteral("sRGB")});
     KVGamutLook look = entry().look;
@@ -74,7 +74,7 @@ TEST_F(Controls, flattenTheFacesOfAGamutOfOneColour)
         [&] { mode.setCurrentText(QStringLiteral("Smooth")); });
 }
 
-TEST_F(Controls, haveActionsThatDoTheSame)
+TEST_F(Controls, haveActionsWithTheSameEffect)
 {
     open({QStringLiteral("sRGB")});
     for (const char* name : {"activeVisible", "activeSurface", "activeProjection", "activePrimaries"})
@@ -125,7 +125,7 @@ TEST_F(Controls, moveTheCamera)
     EXPECT_LT((window.viewer().camera() - home).length(), 0.01f);
 }
 
-TEST_F(Controls, computeTheGamutAnew)
+TEST_F(Controls, computeTheGamutAgain)
 {
     open({cmyk});
     const double absolute = entry().gamut.report().volume;
@@ -156,7 +156,7 @@ TEST_F(Controls, cutAtTheLightnessOfTheSlider)
     slider.setFocus();
     QTest::keyClick(&slider, Qt::Key_PageUp);
     EXPECT_DOUBLE_EQ(number.value(), 55.0);
-    EXPECT_EQ(settledPicture(), whole); // nothing is cut while the box is empty
+    EXPECT_EQ(settledPicture(), whole); // nothing is cut while the box is unchecked
     control<QCheckBox>("clipCut").click();
     const QImage high = settledPicture();
     EXPECT_FLOAT_EQ(window.viewer().clipping(), 55.0f);
@@ -172,7 +172,7 @@ TEST_F(Controls, cutAtTheLightnessOfTheSlider)
     EXPECT_EQ(settledPicture(), whole);
 }
 
-TEST_F(Controls, moveTheFlatSectionWithTheSlider)
+TEST_F(Controls, moveTheSectionWithTheSlider)
 {
     open({QStringLiteral("sRGB")});
     auto& section = control<QWidget>("slice");
@@ -211,7 +211,7 @@ TEST_F(Controls, showTheGamutThatBecomesActive)
     QTest::keyClick(&window, Qt::Key_N);
     EXPECT_EQ(window.gamuts().activeRow(), 1);
     EXPECT_EQ(control<QSlider>("opacity").value(), 35);
-    EXPECT_FLOAT_EQ(entry(1).look.opacity, 0.35f); // showing changes nothing
+    EXPECT_FLOAT_EQ(entry(1).look.opacity, 0.35f); // updating the controls changes nothing
 }
 
 } // namespace

@@ -15,7 +15,7 @@
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
-// The panels beside the gamuts' own: points, section, comparison, clip; and the dialog for a picture's size.
+// The panels for points, section, comparison and clipping, and the dialog for the size of a picture.
 
 namespace {
 
@@ -49,7 +49,7 @@ protected:
 
 // --- Points ---------------------------------------------------------------------------------------------
 
-TEST_F(Panels, takeTheToleranceFromItsField)
+TEST_F(Panels, useTheToleranceOfTheField)
 {
     // neutral colours: one in the midst of the gamut, one above its white
     open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n110,0,0\n")});
@@ -82,7 +82,7 @@ TEST_F(Panels, removePointsFromTheKeyboard)
     EXPECT_TRUE(window.viewer().pointSet().isEmpty());
 }
 
-TEST_F(Panels, showThePixelsOfAPictureThatIsDroppedOntoThePoints)
+TEST_F(Panels, showThePixelsOfADroppedPicture)
 {
     open({QStringLiteral("sRGB")});
     QImage picture(8, 8, QImage::Format_RGB32);
@@ -90,7 +90,7 @@ TEST_F(Panels, showThePixelsOfAPictureThatIsDroppedOntoThePoints)
     ASSERT_TRUE(picture.save(path(QStringLiteral("red.png"))));
     drop(*control<QTreeView>("pointFiles").parentWidget(), path(QStringLiteral("red.png")));
     ASSERT_TRUE(settle());
-    EXPECT_EQ(window.gamuts().rowCount(), 1); // it is no gamut
+    EXPECT_EQ(window.gamuts().rowCount(), 1); // not as a gamut
     ASSERT_EQ(window.points().rowCount(), 1);
     ASSERT_EQ(window.points().set(0).points.size(), 1);
     EXPECT_LT((vectorOf(window.points().set(0).points[0].lab) - QVector3D(54.3f, 80.8f, 69.9f)).length(),
@@ -99,7 +99,7 @@ TEST_F(Panels, showThePixelsOfAPictureThatIsDroppedOntoThePoints)
 
 // --- Section and clip -----------------------------------------------------------------------------------
 
-TEST_F(Panels, sayWhichColourThePointerIsAtInTheSection)
+TEST_F(Panels, showTheColourUnderThePointer)
 {
     open({QStringLiteral("sRGB")});
     control<QDoubleSpinBox>("clipNumber").setValue(40.0);
@@ -156,7 +156,7 @@ TEST_F(Panels, copyTheWholeTableWhenNothingIsSelected)
 
 // --- The list of gamuts ---------------------------------------------------------------------------------
 
-TEST_F(Panels, followTheMouseInTheListOfGamuts)
+TEST_F(Panels, followTheMouseInTheGamutList)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     auto& list = control<QListView>("gamutList");
@@ -206,7 +206,7 @@ protected:
     PictureDialog dialog{{640, 480}};
 };
 
-TEST_F(SizeDialog, proposesASizeAndReplacesTheWidthByWhatIsTyped)
+TEST_F(SizeDialog, replacesTheProposedWidthByTyping)
 {
     EXPECT_EQ(dialog.size(), QSize(640, 480));
     EXPECT_EQ(QApplication::focusWidget(), dialog.findChild<QSpinBox*>(QStringLiteral("pictureWidth")));
@@ -214,14 +214,14 @@ TEST_F(SizeDialog, proposesASizeAndReplacesTheWidthByWhatIsTyped)
     EXPECT_EQ(dialog.size(), QSize(500, 480));
 }
 
-TEST_F(SizeDialog, replacesTheHeightByWhatIsTypedAfterTab)
+TEST_F(SizeDialog, replacesTheHeightByTypingAfterTab)
 {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     type(QStringLiteral("500"));
     EXPECT_EQ(dialog.size(), QSize(640, 500));
 }
 
-TEST_F(SizeDialog, reachesItsFieldsByTheirLetters)
+TEST_F(SizeDialog, reachesItsFieldsByMnemonics)
 {
     QTest::keyClick(&dialog, Qt::Key_H, Qt::AltModifier);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("pictureHeight"));
@@ -229,7 +229,7 @@ TEST_F(SizeDialog, reachesItsFieldsByTheirLetters)
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("pictureWidth"));
 }
 
-TEST_F(SizeDialog, takesNoSizeThatCannotBeDrawn)
+TEST_F(SizeDialog, limitsTheSize)
 {
     for (const char* name : {"pictureWidth", "pictureHeight"}) {
         auto* side = dialog.findChild<QSpinBox*>(QLatin1String(name));
