@@ -97,7 +97,7 @@ TEST_F(CommandLineTest, versionIsOneLine)
 
 // --- Done ---------------------------------------------------------------------------------------------
 
-TEST_F(CommandLineTest, rendersWithoutAWord)
+TEST_F(CommandLineTest, rendersWithEmptyStandardError)
 {
     const Answer answer = render({sRGB}, output());
     EXPECT_TRUE(succeeded(answer));
@@ -105,7 +105,7 @@ TEST_F(CommandLineTest, rendersWithoutAWord)
     EXPECT_EQ(files(), QStringList{QStringLiteral("out.png")});
 }
 
-TEST_F(CommandLineTest, saysWhatItDrawsWithWhenVerbose)
+TEST_F(CommandLineTest, printsOpenGLDiagnosticsWhenVerbose)
 {
     const Answer answer = render({sRGB, QStringLiteral("--verbose")}, output());
     EXPECT_EQ(answer.exitCode, Done);
@@ -120,7 +120,7 @@ TEST_F(CommandLineTest, writesThePictureToStandardOutputForADash)
     EXPECT_EQ(answer.output, contents(output()));
 }
 
-TEST_F(CommandLineTest, replacesThePictureThatWasThere)
+TEST_F(CommandLineTest, replacesAnExistingPicture)
 {
     write(output(), "an old picture");
     EXPECT_TRUE(succeeded(render({sRGB}, output())));
@@ -128,7 +128,7 @@ TEST_F(CommandLineTest, replacesThePictureThatWasThere)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(CommandLineTest, takesFileNamesWithSpacesAndLettersOfAnyScript)
+TEST_F(CommandLineTest, acceptsFileNamesWithSpacesAndLettersOfAnyScript)
 {
     const QString profile = path(QStringLiteral("Профиль принтера 印刷 é.icc"));
     const QString picture = path(QStringLiteral("картина 図 ü.png"));
@@ -137,7 +137,7 @@ TEST_F(CommandLineTest, takesFileNamesWithSpacesAndLettersOfAnyScript)
     EXPECT_FALSE(QImage(picture).isNull());
 }
 
-TEST_F(CommandLineTest, takesSuchFileNamesWithoutAnyLocale)
+TEST_F(CommandLineTest, acceptsSuchFileNamesWithoutALocale)
 {
     QProcessEnvironment bare = environment();
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"})
@@ -151,12 +151,12 @@ TEST_F(CommandLineTest, takesSuchFileNamesWithoutAnyLocale)
                    QStringLiteral("kvgamut: '%1': no such file").arg(path(QStringLiteral("無.icc")))));
 }
 
-TEST_F(CommandLineTest, takesTheSameProfileTwice)
+TEST_F(CommandLineTest, acceptsTheSameProfileTwice)
 {
     EXPECT_TRUE(succeeded(render({sRGB, sRGB, cmyk, cmyk}, output())));
 }
 
-TEST_F(CommandLineTest, readsAFileOfABuiltInNameWhenItsFolderIsNamed)
+TEST_F(CommandLineTest, readsAFileWithABuiltInNameByItsPath)
 {
     const QString file = path(QStringLiteral("sRGB"));
     ASSERT_TRUE(QFile::copy(cmyk, file));
@@ -168,7 +168,7 @@ TEST_F(CommandLineTest, readsAFileOfABuiltInNameWhenItsFolderIsNamed)
 
 // --- Bad input ----------------------------------------------------------------------------------------
 
-TEST_F(CommandLineTest, namesAFileThatIsNotThere)
+TEST_F(CommandLineTest, reportsAMissingFile)
 {
     const QString missing = path(QStringLiteral("missing.icc"));
     EXPECT_TRUE(failedWith(render({missing}, output()), BadInput,
@@ -176,7 +176,7 @@ TEST_F(CommandLineTest, namesAFileThatIsNotThere)
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(CommandLineTest, namesAFileThatIsNoProfileAndSaysWhy)
+TEST_F(CommandLineTest, reportsWhyAFileIsNotAProfile)
 {
     const QString garbage = path(QStringLiteral("garbage.icc"));
     for (const QByteArray& bytes :
@@ -198,7 +198,7 @@ TEST_F(CommandLineTest, namesAFolderGivenAsAProfile)
     EXPECT_TRUE(answer.errors.contains(": not a regular file"));
 }
 
-TEST_F(CommandLineTest, saysWhyAGreyProfileHasNoGamut)
+TEST_F(CommandLineTest, reportsWhyAGreyProfileHasNoGamut)
 {
     const Answer answer = render({grey}, output());
     EXPECT_EQ(answer.exitCode, BadInput);
@@ -222,7 +222,7 @@ TEST_F(CommandLineTest, drawsTheRestWhenOneInputIsBad)
     }
 }
 
-TEST_F(CommandLineTest, showsTheFirstUsableGamutSolid)
+TEST_F(CommandLineTest, showsTheFirstUsableGamutOpaque)
 {
     ASSERT_TRUE(succeeded(render({sRGB}, output())));
     const QByteArray alone = contents(output());
@@ -259,7 +259,7 @@ class MisuseTest : public CommandLineTest, public testing::WithParamInterface<Mi
 {
 };
 
-TEST_P(MisuseTest, isSaidInOneLineAndNothingIsDone)
+TEST_P(MisuseTest, isReportedInOneLineWithoutOutput)
 {
     QStringList arguments =
         QString::fromUtf8(GetParam().arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -323,7 +323,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"gridTooFine", "sRGB -o @ --grid 130", "--grid"}),
     [](const auto& misuse) { return std::string(misuse.param.name); });
 
-TEST_F(CommandLineTest, wantsACommand)
+TEST_F(CommandLineTest, requiresACommand)
 {
     for (const QStringList& arguments : {QStringList{}, QStringList{QStringLiteral("frobnicate")}}) {
         const Answer answer = kvgamut(arguments);
@@ -335,7 +335,7 @@ TEST_F(CommandLineTest, wantsACommand)
 
 // --- Bad output ---------------------------------------------------------------------------------------
 
-TEST_F(CommandLineTest, namesAnOutputInAFolderThatIsNotThere)
+TEST_F(CommandLineTest, reportsAnOutputInAMissingFolder)
 {
     const QString nowhere = path(QStringLiteral("no folder/out.png"));
     EXPECT_TRUE(failedWith(
@@ -353,7 +353,7 @@ TEST_F(CommandLineTest, namesAnOutputThatIsAFolder)
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(CommandLineTest, saysWhenTheDeviceIsFull)
+TEST_F(CommandLineTest, reportsAFullDevice)
 {
     EXPECT_TRUE(
         failedWith(render({sRGB}, QStringLiteral("/dev/full")), BadOutput,
@@ -361,7 +361,7 @@ TEST_F(CommandLineTest, saysWhenTheDeviceIsFull)
     EXPECT_FALSE(QFileInfo(QStringLiteral("/dev/full")).isFile()); // still the device, not our picture
 }
 
-TEST_F(CommandLineTest, leavesNoPartOfAPictureWhenSpaceRunsOut)
+TEST_F(CommandLineTest, leavesNoPartialPictureOnAFullDevice)
 {
     // files may grow to 4 KiB only; the caches of the graphics driver would be hit as well
     const QString script =
@@ -380,7 +380,7 @@ TEST_F(CommandLineTest, leavesNoPartOfAPictureWhenSpaceRunsOut)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(CommandLineTest, saysWhenTheReaderOfItsOutputWentAway)
+TEST_F(CommandLineTest, reportsABrokenPipe)
 {
     const Answer answer =
         shell(QStringLiteral("set -o pipefail; \"$KVGAMUT\" render sRGB --size 64x48 -o - | true"));
@@ -389,7 +389,7 @@ TEST_F(CommandLineTest, saysWhenTheReaderOfItsOutputWentAway)
         << answer.errors.toStdString();
 }
 
-TEST_F(CommandLineTest, aBadOutputOutweighsABadInput)
+TEST_F(CommandLineTest, anOutputErrorTakesPrecedenceOverAnInputError)
 {
     const Answer answer = render({QStringLiteral("missing.icc"), sRGB}, path(QStringLiteral("no/out.png")));
     EXPECT_EQ(answer.exitCode, BadOutput);

@@ -46,7 +46,7 @@ protected:
     const QString fileC = path(QStringLiteral("c.icc"));
 };
 
-TEST_F(CompareTest, isWhatTwoBoxesHaveInCommon)
+TEST_F(CompareTest, equalsTheIntersectionOfTwoBoxes)
 {
     ASSERT_EQ(boxA.common(boxB).volume(), 192000.0);
     const auto rows = compare({fileA, fileB});
@@ -58,7 +58,7 @@ TEST_F(CompareTest, isWhatTwoBoxesHaveInCommon)
     EXPECT_NEAR(number(rows[0], "coverage_b_of_a"), 0.5, 0.0003);
 }
 
-TEST_F(CompareTest, theOtherOrderExchangesTheSidesAndNothingElse)
+TEST_F(CompareTest, theReverseOrderOnlyExchangesTheSides)
 {
     const QJsonObject ab = compare({fileA, fileB}).value(0), ba = compare({fileB, fileA}).value(0);
     for (const char* same : {"intersection", "union"})
@@ -90,7 +90,7 @@ TEST_F(CompareTest, comparesAllPairsWhenAskedForTheMatrix)
     EXPECT_EQ(word(rows[2], "a"), fileB);
 }
 
-TEST_F(CompareTest, gamutsThatDoNotMeetHaveNothingInCommon)
+TEST_F(CompareTest, disjointGamutsHaveNoIntersection)
 {
     write(fileC, Box{{85, -40, -40}, {95, 40, 40}}.profile());
     const QJsonObject row = compare({fileA, fileC}).value(0);
@@ -122,14 +122,14 @@ TEST_F(CompareTest, dependsOnTheIntent)
     EXPECT_GT(number(relative, "intersection"), number(absolute, "intersection") + 10000);
 }
 
-TEST_F(CompareTest, saysInItsHelpWhichCoverageIsWhich)
+TEST_F(CompareTest, explainsTheCoveragesInItsHelp)
 {
     const Answer answer = run(words(QStringLiteral("compare --help")));
     EXPECT_TRUE(answer.output.contains("coverage_a_of_b = intersection / volume of b"));
     EXPECT_TRUE(answer.output.contains("coverage_b_of_a = intersection / volume of a"));
 }
 
-TEST_F(CompareTest, showsPercentagesToPeople)
+TEST_F(CompareTest, printsPercentagesInText)
 {
     const Answer answer = run(words(QStringLiteral("compare --intent relative")) + QStringList{fileA, fileB});
     EXPECT_TRUE(succeeded(answer));
@@ -158,7 +158,7 @@ TEST_F(CompareTest, hasNothingToCompareWithWhenTheFirstIsBad)
     EXPECT_TRUE(rowsOf(answer.output).isEmpty());
 }
 
-TEST_F(CompareTest, wantsTwoInputs)
+TEST_F(CompareTest, requiresTwoInputs)
 {
     const Answer answer = run({QStringLiteral("compare"), sRGB});
     EXPECT_EQ(answer.exitCode, WrongUsage);

@@ -56,7 +56,7 @@ TEST_F(DisplayTest, rendersWhenTheDisplayDoesNotAnswer)
     EXPECT_EQ(QImage(output()).size(), QSize(200, 150));
 }
 
-TEST_F(DisplayTest, rendersLargerThanAUsualScreenWithoutOne)
+TEST_F(DisplayTest, rendersLargerThanACommonScreenWithoutOne)
 {
     EXPECT_TRUE(succeeded(kvgamut({QStringLiteral("render"), QStringLiteral("sRGB"), QStringLiteral("--size"),
                                    QStringLiteral("2000x1500"), QStringLiteral("-o"), output()},
@@ -64,7 +64,7 @@ TEST_F(DisplayTest, rendersLargerThanAUsualScreenWithoutOne)
     EXPECT_EQ(QImage(output()).size(), QSize(2000, 1500));
 }
 
-TEST_F(DisplayTest, asksForAVirtualScreenOfUsualSizeHoweverLargeThePicture)
+TEST_F(DisplayTest, requestsAVirtualScreenOfFixedSizeForAnyPicture)
 {
     // the stand-in tells its arguments
     const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nprintf '%s\\n' \"$@\"\nexit 0\n");
@@ -85,7 +85,7 @@ TEST_F(DisplayTest, passesTheExitCodeOnWithoutOne)
                            QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
 }
 
-TEST_F(DisplayTest, saysWhatIsMissingWhereThereIsNoVirtualScreen)
+TEST_F(DisplayTest, reportsAMissingXvfb)
 {
     QProcessEnvironment env = withoutDisplay();
     env.insert(QStringLiteral("PATH"), path(QString()));
@@ -97,7 +97,7 @@ TEST_F(DisplayTest, saysWhatIsMissingWhereThereIsNoVirtualScreen)
     EXPECT_FALSE(QFile::exists(output()));
 }
 
-TEST_F(DisplayTest, doesNotRunAgainForEver)
+TEST_F(DisplayTest, runsAgainAtMostOnce)
 {
     // a virtual screen that gives no display: drops its own options and starts the command
     const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nshift 3\nexec \"$@\"\n");
@@ -105,7 +105,7 @@ TEST_F(DisplayTest, doesNotRunAgainForEver)
         failedWith(kvgamut(render(), env), BadOutput, QStringLiteral("kvgamut: xvfb-run gave no display")));
 }
 
-TEST_F(DisplayTest, saysWhenItHasNoOpenGL)
+TEST_F(DisplayTest, reportsMissingOpenGL)
 {
     QProcessEnvironment env = environment();
     env.insert(QStringLiteral("LIBGL_DRIVERS_PATH"), QStringLiteral("/nonexistent"));

@@ -334,7 +334,7 @@ protected:
     }
 };
 
-TEST_P(ExportFormatTest, holdsTheWholeSurfaceClosedWithSharedPoints)
+TEST_P(ExportFormatTest, containsTheClosedSurfaceWithSharedVertices)
 {
     for (const QStringList& profile :
          {QStringList{sRGB}, QStringList{cmyk},
@@ -357,7 +357,7 @@ TEST_P(ExportFormatTest, hasTheVolumeOfAnAffineDevice)
     EXPECT_NEAR(volumeOf(surfaceOf({profile})) / AffineDevice::volume, 1.0, 5e-4);
 }
 
-TEST_P(ExportFormatTest, hasTheColourOfEachPoint)
+TEST_P(ExportFormatTest, hasTheColourOfEachVertex)
 {
     const Surface surface = surfaceOf({sRGB});
     if (QLatin1String(GetParam().suffix) == QLatin1String("stl")) {
@@ -375,7 +375,7 @@ TEST_P(ExportFormatTest, hasTheColourOfEachPoint)
     }
 }
 
-TEST_P(ExportFormatTest, notesProfileIntentAndWhereItHasRoomMore)
+TEST_P(ExportFormatTest, statesProfileAndIntent)
 {
     const Surface surface = surfaceOf({cmyk, QStringLiteral("--intent"), QStringLiteral("relative")});
     if (QLatin1String(GetParam().suffix) == QLatin1String("stl")) {
@@ -456,7 +456,7 @@ TEST_F(ExportTest, anUnknownSuffixNamesTheKnownOnes)
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(ExportTest, refusesWhatItDoesNotUnderstand)
+TEST_F(ExportTest, refusesInvalidArguments)
 {
     const QString out = output("ply");
     for (const QStringList& arguments :
@@ -470,7 +470,7 @@ TEST_F(ExportTest, refusesWhatItDoesNotUnderstand)
     EXPECT_TRUE(files().isEmpty());
 }
 
-TEST_F(ExportTest, saysWhatItCannotReadOrWrite)
+TEST_F(ExportTest, reportsWhatItCannotReadOrWrite)
 {
     const QString missing = path(QStringLiteral("missing.icc"));
     EXPECT_TRUE(failedWith(exported({missing, QStringLiteral("-o"), output("ply")}), BadInput,

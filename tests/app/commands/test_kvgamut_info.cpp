@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(InfoTest, tellsWhatAPrinterProfileSays)
+TEST_F(InfoTest, printsThePropertiesOfAPrinterProfile)
 {
     const QJsonObject row = info({cmyk});
     EXPECT_EQ(word(row, "profile"), cmyk);
@@ -47,7 +47,7 @@ TEST_F(InfoTest, tellsWhatAPrinterProfileSays)
     EXPECT_GT(word(row, "copyright").size(), 5);
 }
 
-TEST_F(InfoTest, tellsWhatAMatrixProfileSays)
+TEST_F(InfoTest, printsThePropertiesOfAMatrixProfile)
 {
     const QJsonObject row = info({QStringLiteral("AdobeRGB")});
     EXPECT_EQ(word(row, "class"), QStringLiteral("display"));
@@ -58,7 +58,7 @@ TEST_F(InfoTest, tellsWhatAMatrixProfileSays)
     EXPECT_EQ(list(row, "tables"), QStringList{QStringLiteral("matrix")});
 }
 
-TEST_F(InfoTest, namesOnlyTheIntentsThatAreThere)
+TEST_F(InfoTest, listsOnlyAvailableIntents)
 {
     write(path(QStringLiteral("box.icc")), Box{{0, -40, -40}, {100, 40, 40}}.profile()); // A2B0 alone
     const QJsonObject row = info({path(QStringLiteral("box.icc"))});
@@ -83,7 +83,7 @@ TEST_F(InfoTest, whiteAndBlackAreThoseOfTheIntent)
     EXPECT_TRUE(flag(compensated, "bpc"));
 }
 
-TEST_F(InfoTest, tellsAboutAProfileWithoutAGamutAndWhyItHasNone)
+TEST_F(InfoTest, reportsWhyAProfileHasNoGamut)
 {
     const QJsonObject row = info({grey});
     EXPECT_EQ(word(row, "device_space"), QStringLiteral("GRAY"));
@@ -94,7 +94,7 @@ TEST_F(InfoTest, tellsAboutAProfileWithoutAGamutAndWhyItHasNone)
     EXPECT_TRUE(info({sRGB}).value(QStringLiteral("no_gamut")).isNull());
 }
 
-TEST_F(InfoTest, tellsWhatIsKnownOfASavedGamut)
+TEST_F(InfoTest, printsThePropertiesOfASavedGamut)
 {
     const QString file = path(QStringLiteral("印刷 saved.kvgamut"));
     const GamutSource source = GamutSource::open(cmyk).value();
@@ -120,7 +120,7 @@ TEST_F(InfoTest, hasTheDocumentedKeys)
                                    "intents kind no_gamut pcs profile saved_of tables version white")));
 }
 
-TEST_F(InfoTest, isAParagraphForEachInput)
+TEST_F(InfoTest, printsAParagraphForEachInput)
 {
     const Answer answer = run({QStringLiteral("info"), sRGB, cmyk});
     EXPECT_TRUE(succeeded(answer));
@@ -131,7 +131,7 @@ TEST_F(InfoTest, isAParagraphForEachInput)
     EXPECT_FALSE(answer.output.contains("no gamut"));
 }
 
-TEST_F(InfoTest, namesABadInputAndDoesTheRest)
+TEST_F(InfoTest, reportsABadInputAndProcessesTheOthers)
 {
     const Answer answer = run({QStringLiteral("info"), missing, sRGB});
     EXPECT_EQ(answer.exitCode, BadInput);

@@ -52,7 +52,7 @@ protected:
     const QString file = path(QStringLiteral("box.icc"));
 };
 
-TEST_F(InsideTest, tellsTheDistanceToABoxAndItsNearestPoint)
+TEST_F(InsideTest, reportsDistanceAndNearestPointOfABox)
 {
     const QList<QVector3D> asked{{50, 0, 45},    {25, 10, 0},    {50, -38, 10}, {95, 5, 5},
                                  {10, -50, -40}, {50, 100, 100}, {79, 0, 0},    {81, 0, 0}};
@@ -67,7 +67,7 @@ TEST_F(InsideTest, tellsTheDistanceToABoxAndItsNearestPoint)
     }
 }
 
-TEST_F(InsideTest, takesNegativeNumbersInEveryForm)
+TEST_F(InsideTest, acceptsNegativeNumbersInEveryNotation)
 {
     const auto rows = inside(QStringLiteral("50 -22 30 50 -2.5e1 -.5 -5 -.25 -0"));
     ASSERT_EQ(rows.size(), 3);
@@ -76,7 +76,7 @@ TEST_F(InsideTest, takesNegativeNumbersInEveryForm)
     expectAnswer(rows[2], {-5, -0.25f, 0});
 }
 
-TEST_F(InsideTest, takesNumbersBetweenItsOptions)
+TEST_F(InsideTest, acceptsNumbersBetweenOptions)
 {
     const auto rows = json(words(QStringLiteral("inside --grid 9 sRGB 50 -20 30 --intent relative")));
     ASSERT_EQ(rows.size(), 1);
@@ -124,7 +124,7 @@ TEST_F(InsideTest, readsThePixelsOfAPictureAsCellsWithTheirShare)
     EXPECT_NE(flag(rows[0], "inside"), flag(rows[1], "inside"));
 }
 
-TEST_F(InsideTest, takesAPictureWithoutAProfileForSrgbAndSaysSo)
+TEST_F(InsideTest, treatsAPictureWithoutProfileAsSrgbWithAMessage)
 {
     QImage picture(2, 2, QImage::Format_RGB32);
     picture.fill(QColor(119, 119, 119));
@@ -148,7 +148,7 @@ TEST_F(InsideTest, hasTheDocumentedKeys)
     EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0 --tolerance 1")).value(0)), withTolerance);
 }
 
-TEST_F(InsideTest, countsWhatLiesInOnTheEdgeAndOut)
+TEST_F(InsideTest, countsColoursInsideOnTheEdgeAndOutside)
 {
     // 10 and 1 inside, 1.5 and 3 outside of the top
     const QString line = QStringLiteral("70 0 0 79 0 0 81.5 0 0 83 0 0");
@@ -167,7 +167,7 @@ TEST_F(InsideTest, countsWhatLiesInOnTheEdgeAndOut)
     EXPECT_EQ(number(strict.value(0), "count_out"), 2);
 }
 
-TEST_F(InsideTest, tellsThePeopleTheCounts)
+TEST_F(InsideTest, printsTheCountsInText)
 {
     const Answer answer = run(words(QStringLiteral("inside sRGB 50 0 0 50 200 0 --tolerance 1")));
     EXPECT_TRUE(succeeded(answer));
@@ -202,7 +202,7 @@ TEST_F(InsideTest, quotesNamesInCsv)
     EXPECT_TRUE(answer.output.contains(",2,plain,50.0000,"));
 }
 
-TEST_F(InsideTest, saysWhatIsWrongWithThePoints)
+TEST_F(InsideTest, reportsWhyThePointsCannotBeRead)
 {
     const QString name = points("L,a,b\n1,2,3\n4,5\n");
     EXPECT_TRUE(failedWith(
@@ -213,7 +213,7 @@ TEST_F(InsideTest, saysWhatIsWrongWithThePoints)
     EXPECT_TRUE(none.errors.startsWith("kvgamut: '/nowhere/missing.icc': "));
 }
 
-TEST_F(InsideTest, tellsOfPointsThatWereLeftOutAndDoesTheRest)
+TEST_F(InsideTest, reportsOmittedPointsAndPrintsTheOthers)
 {
     const QString name =
         points("<CxF><Object Name='x'><ColorCIELab><L>50</L><A>0</A><B>0</B></ColorCIELab></Object>"
@@ -232,7 +232,7 @@ TEST_F(InsideTest, namesAProfileThatCannotBeUsed)
                            1, missingLine));
 }
 
-TEST_F(InsideTest, wantsWholeColoursOrAFile)
+TEST_F(InsideTest, requiresCompleteColoursOrAFile)
 {
     for (const char* arguments :
          {"inside sRGB", "inside", "inside sRGB 50", "inside sRGB 50 0 0 1", "inside sRGB 50 0 x",
@@ -245,7 +245,7 @@ TEST_F(InsideTest, wantsWholeColoursOrAFile)
     }
 }
 
-TEST_F(InsideTest, saysWhenThereIsNotEnoughMemory)
+TEST_F(InsideTest, reportsInsufficientMemory)
 {
     constexpr int points = 1500000; // far more than the memory below holds
     const QString many = path(QStringLiteral("many.csv"));

@@ -111,7 +111,7 @@ TEST_F(ItemTest, aLineJoinsItsPositionsInOrder)
     EXPECT_EQ(at(thin, {50, 0, -58.8}), background);
 }
 
-TEST_F(ItemTest, aLineOfTheFileThatIsNoPositionIsNamed)
+TEST_F(ItemTest, reportsTheInvalidLineOfAFile)
 {
     for (const QByteArray& bad : {QByteArray("1,2"), QByteArray("1,2,x"), QByteArray("1,2,nan"),
                                   QByteArray("1,2,3,blurple"), QByteArray("1,2,3,red,5")}) {
@@ -122,7 +122,7 @@ TEST_F(ItemTest, aLineOfTheFileThatIsNoPositionIsNamed)
     }
 }
 
-TEST_F(ItemTest, aFileWithoutPositionsIsNamed)
+TEST_F(ItemTest, reportsAFileWithoutPositions)
 {
     for (const QByteArray& empty : {QByteArray(), QByteArray("# nothing\n\n"), QByteArray("L,a,b\n")}) {
         const Answer answer = answerTo(empty);

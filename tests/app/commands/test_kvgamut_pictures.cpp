@@ -80,7 +80,7 @@ TEST_F(PictureTest, isTheSameFileEachTime)
     EXPECT_EQ(first, renderedBytes(arguments));
 }
 
-TEST_F(PictureTest, countsItsPixelsWhateverTheDesktopMagnifiesBy)
+TEST_F(PictureTest, hasTheSameSizeForEveryScaleFactor)
 {
     const QString file = path(QStringLiteral("picture.png"));
     const QStringList arguments{QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("200x150")};
@@ -92,7 +92,7 @@ TEST_F(PictureTest, countsItsPixelsWhateverTheDesktopMagnifiesBy)
     EXPECT_EQ(contents(file), plain);
 }
 
-TEST_F(PictureTest, hasTheBackgroundWhereThereIsNothing)
+TEST_F(PictureTest, hasTheBackgroundColourAroundTheScene)
 {
     const QStringList arguments{QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("200x150")};
     const QImage usual = rendered(arguments);

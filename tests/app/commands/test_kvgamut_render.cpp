@@ -14,7 +14,7 @@ using RenderTest = ProgramTest;
 
 // --- Light --------------------------------------------------------------------------------------------
 
-TEST_F(RenderTest, lightMakesTheSideItComesFromBrighter)
+TEST_F(RenderTest, theLitSideIsBrighter)
 {
     const QString ball = path(QStringLiteral("ball.csv"));
     write(ball, "50,0,0,white\n");
@@ -38,7 +38,7 @@ TEST_F(RenderTest, lightMakesTheSideItComesFromBrighter)
     }
 }
 
-TEST_F(RenderTest, colouredLightTakesWhatItLacks)
+TEST_F(RenderTest, colouredLightFiltersColours)
 {
     const QStringList look = words("sRGB --size 300x300 --view top --ambient 0 --no-axes");
     const QPoint white = topCamera({300, 300}).pixelOf({95, 2, 2});
@@ -113,7 +113,7 @@ TEST_F(RenderTest, aTranslucentGamutIsAsOpaqueAsItsAlpha)
 
 // --- Size ---------------------------------------------------------------------------------------------
 
-TEST_F(RenderTest, isAsLargeAsAskedEachWay)
+TEST_F(RenderTest, hasTheRequestedSize)
 {
     for (const char* size : {"8192x16", "16x8192"}) {
         const QByteArray bytes =
@@ -123,7 +123,7 @@ TEST_F(RenderTest, isAsLargeAsAskedEachWay)
     }
 }
 
-TEST_F(RenderTest, inManyPiecesShowsTheSameViewAsInOne)
+TEST_F(RenderTest, tilesShowTheSameViewAsOnePicture)
 {
     const QStringList look = words("sRGB DisplayP3 --no-grid");
     const QImage large = rendered(look + words("--size 4200x3000")); // six pieces
@@ -178,13 +178,13 @@ protected:
     const QStringList look = words("sRGB --size 200x150");
 };
 
-TEST_F(ReferenceTest, ofTheSamePictureHoldsExactly)
+TEST_F(ReferenceTest, matchesTheSamePicture)
 {
     EXPECT_TRUE(succeeded(compared("--reference-threshold 0")));
     EXPECT_EQ(files().size(), 1); // nothing is written that was not asked for
 }
 
-TEST_F(ReferenceTest, tellsInOneLineHowFarAnotherPictureIs)
+TEST_F(ReferenceTest, reportsTheDifferenceInOneLine)
 {
     const Answer answer = compared("--view top");
     EXPECT_EQ(answer.exitCode, Different);
@@ -212,14 +212,14 @@ TEST_F(ReferenceTest, measuresTheRootMeanSquareOfTheDifference)
     EXPECT_NEAR(said.left(said.indexOf(' ')).toDouble(), percent, 0.0002);
 }
 
-TEST_F(ReferenceTest, letsPassWhatIsWithinTheThreshold)
+TEST_F(ReferenceTest, acceptsDifferencesWithinTheThreshold)
 {
     EXPECT_EQ(compared("--ambient 0.56").exitCode, Done);
     EXPECT_EQ(compared("--ambient 0.56 --reference-threshold 0").exitCode, Different);
     EXPECT_EQ(compared("--view top --reference-threshold 100").exitCode, Done);
 }
 
-TEST_F(ReferenceTest, ofAnotherSizeNeverHolds)
+TEST_F(ReferenceTest, neverMatchesAPictureOfAnotherSize)
 {
     const Answer answer =
         kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("--reference"), reference(),
@@ -243,14 +243,14 @@ TEST_F(ReferenceTest, theDifferingPictureIsWrittenWhenAsked)
     EXPECT_EQ(contents(reference()), before);
 }
 
-TEST_F(ReferenceTest, seesTheOpacityOfATransparentPicture)
+TEST_F(ReferenceTest, comparesOpacity)
 {
     write(reference(), renderedBytes(look + words("--no-background")));
     EXPECT_TRUE(succeeded(compared("--no-background --reference-threshold 0")));
     EXPECT_EQ(compared("--background black").exitCode, Different);
 }
 
-TEST_F(ReferenceTest, thatCannotBeReadIsABadInput)
+TEST_F(ReferenceTest, reportsAnUnreadableReferenceAsBadInput)
 {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("no picture"), contents(reference()).left(100)}) {

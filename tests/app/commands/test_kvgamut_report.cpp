@@ -26,7 +26,7 @@ protected:
     const QStringList commands = words(QStringLiteral("info volume compare inside"));
 };
 
-TEST_F(ReportTest, needsNoDisplayAndSaysNotAWord)
+TEST_F(ReportTest, needsNoDisplayAndKeepsStandardErrorEmpty)
 {
     for (const QString& name : commands)
         EXPECT_TRUE(succeeded(run(command(name)))) << name.toStdString();
@@ -72,7 +72,7 @@ TEST_F(ReportTest, everySettingChangesTheNumbers)
     }
 }
 
-TEST_F(ReportTest, namesAreAsTheyWereGiven)
+TEST_F(ReportTest, printsNamesAsGiven)
 {
     QDir().mkpath(path(QStringLiteral("one")));
     QDir().mkpath(path(QStringLiteral("two, \"второй\" 印刷")));
@@ -152,7 +152,7 @@ TEST_F(ReportTest, writesTheFileThatWasNamed)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(ReportTest, saysWhenTheFileCannotBeWritten)
+TEST_F(ReportTest, reportsAFileThatCannotBeWritten)
 {
     const QString nowhere = path(QStringLiteral("no folder/out"));
     for (const QString& name : commands) {
@@ -180,7 +180,7 @@ TEST_F(ReportTest, keepsTheOldFileWhenSpaceRunsOut)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(ReportTest, saysWhenNobodyReadsItsOutput)
+TEST_F(ReportTest, reportsABrokenPipe)
 {
     // the reader of the pipe has ended before anything is written
     const Answer answer = shell(QStringLiteral("exec 3> >(true); wait $!; exec \"$KVGAMUT\" volume sRGB >&3"),
@@ -189,7 +189,7 @@ TEST_F(ReportTest, saysWhenNobodyReadsItsOutput)
     EXPECT_EQ(answer.errors, "kvgamut: 'standard output': cannot be written: Broken pipe\n");
 }
 
-TEST_F(ReportTest, worksWithoutStandardInputAndSaysWhenThereIsNoOutput)
+TEST_F(ReportTest, needsNoStandardInputAndReportsClosedOutput)
 {
     const QByteArray expected = run(command(QStringLiteral("info"))).output;
     EXPECT_EQ(shell(QStringLiteral("exec \"$KVGAMUT\" info sRGB <&-"), {}, withoutDisplay()).output,
@@ -202,7 +202,7 @@ TEST_F(ReportTest, worksWithoutStandardInputAndSaysWhenThereIsNoOutput)
         << answer.errors.toStdString();
 }
 
-TEST_F(ReportTest, aBadOutputOutweighsABadInput)
+TEST_F(ReportTest, anOutputErrorTakesPrecedenceOverAnInputError)
 {
     const Answer answer = run(words(QStringLiteral("volume sRGB -o /dev/full")) + QStringList{missing});
     EXPECT_EQ(answer.exitCode, BadOutput);
@@ -231,7 +231,7 @@ protected:
     }
 };
 
-TEST_F(ProgressTest, isShownOnATerminalAndWipedOut)
+TEST_F(ProgressTest, isShownOnATerminalAndErased)
 {
     const QByteArray seen = onATerminal(slow());
     EXPECT_TRUE(seen.startsWith("\r[")) << seen.toStdString();
@@ -269,7 +269,7 @@ TEST_F(ReportTest, refusesWrongUsageInOneLine)
         }
 }
 
-TEST_F(ReportTest, wantsAnInput)
+TEST_F(ReportTest, requiresAnInput)
 {
     for (const QString& name : commands) {
         const Answer answer = run({name});

@@ -194,7 +194,7 @@ TEST_F(SliceTest, numbersDoNotDependOnTheOrderOfTheInputs)
     }
 }
 
-TEST_F(SliceTest, whereThereIsNothingHasNoRings)
+TEST_F(SliceTest, hasNoRingsOutsideTheGamut)
 {
     const QJsonArray gamuts = json(QStringList{sRGB} + words("--lightness 120"));
     EXPECT_TRUE(gamuts[0].toObject()[QLatin1String("rings")].toArray().isEmpty());
@@ -230,7 +230,7 @@ TEST_F(SliceTest, isDrawnInTheFormatThatTheSuffixNames)
     EXPECT_FALSE(svg.hasError()) << svg.errorString().toStdString();
 }
 
-TEST_F(SliceTest, theFormatGivenGoesBeforeTheSuffix)
+TEST_F(SliceTest, theFormatOptionTakesPrecedenceOverTheSuffix)
 {
     const Answer answer = slice(QStringList{sRGB} + words("--hue 30 --format png -o -"));
     EXPECT_TRUE(succeeded(answer));
@@ -275,7 +275,7 @@ TEST_F(SliceTest, theLegendStatesProfileIntentWhiteAndArea)
         EXPECT_TRUE(hue.output.contains(part)) << part;
 }
 
-TEST_F(SliceTest, filesOfOneNameAreToldApart)
+TEST_F(SliceTest, filesWithTheSameNameAreListedWithTheirFolders)
 {
     const QString one = path(QStringLiteral("one")), other = path(QStringLiteral("other"));
     ASSERT_TRUE(QDir().mkdir(one) && QDir().mkdir(other));
@@ -320,7 +320,7 @@ TEST_F(SliceTest, writesTheRestWhenOneInputIsBad)
     }
 }
 
-TEST_F(SliceTest, writesNothingWhenNoInputIsGood)
+TEST_F(SliceTest, writesNothingIfNoInputIsUsable)
 {
     const Answer answer = slice({path(QStringLiteral("missing.icc")), QStringLiteral(KVGAMUT_GREY_PROFILE),
                                  QStringLiteral("--rings"), QStringLiteral("-o"), output("svg")});
@@ -329,7 +329,7 @@ TEST_F(SliceTest, writesNothingWhenNoInputIsGood)
     EXPECT_FALSE(QFile::exists(output("svg")));
 }
 
-TEST_F(SliceTest, saysWhatItCannotWrite)
+TEST_F(SliceTest, reportsWhatItCannotWrite)
 {
     const QString nowhere = path(QStringLiteral("no folder/a.svg"));
     EXPECT_TRUE(failedWith(
@@ -341,7 +341,7 @@ TEST_F(SliceTest, saysWhatItCannotWrite)
     EXPECT_TRUE(closed.errors.contains("'standard output': cannot be written"));
 }
 
-TEST_F(SliceTest, refusesWhatItDoesNotUnderstand)
+TEST_F(SliceTest, refusesInvalidArguments)
 {
     for (const char* line :
          {"sRGB", "--lightness 50", "sRGB --lightness 50 --hue 3", "sRGB --lightness 50 --rings",

@@ -131,7 +131,7 @@ TEST_F(ViewTest, opensAFileDroppedOntoTheScene)
     EXPECT_TRUE(QTest::qWaitFor(isOpen, maxWaitMs));
 }
 
-TEST_F(ViewTest, refusesWhatIsNoOptionOfIts)
+TEST_F(ViewTest, refusesUnknownOptions)
 {
     EXPECT_EQ(kvgamut({QStringLiteral("view"), QStringLiteral("sRGB"), QStringLiteral("-o"),
                        QStringLiteral("x.png")})

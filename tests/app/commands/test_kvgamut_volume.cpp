@@ -74,7 +74,7 @@ TEST_F(VolumeTest, hasTheDocumentedKeys)
                                    "seconds uncertainty volume white")));
 }
 
-TEST_F(VolumeTest, isThatOfABox)
+TEST_F(VolumeTest, equalsTheVolumeOfABox)
 {
     const Box box{{20, -40, -30}, {80, 40, 50}};
     write(path(QStringLiteral("box.icc")), box.profile());
@@ -83,7 +83,7 @@ TEST_F(VolumeTest, isThatOfABox)
     EXPECT_EQ(number(row, "fold_share"), 0.0);
 }
 
-TEST_F(VolumeTest, isAbsoluteUnlessAskedOtherwise)
+TEST_F(VolumeTest, usesTheAbsoluteIntentByDefault)
 {
     const QJsonObject row = volume(cmyk);
     EXPECT_EQ(word(row, "intent"), QStringLiteral("absolute"));
@@ -115,14 +115,14 @@ TEST_F(VolumeTest, dependsOnTheBlackPointWithTheRelativeIntent)
     EXPECT_GT(number(with, "volume"), number(without, "volume") + 1000);
 }
 
-TEST_F(VolumeTest, takesNoNoticeOfTheBlackPointWithTheAbsoluteIntent)
+TEST_F(VolumeTest, ignoresBlackPointCompensationWithTheAbsoluteIntent)
 {
     const QJsonObject with = volume(cmyk + QStringLiteral(" --bpc"));
     EXPECT_FALSE(flag(with, "bpc"));
     EXPECT_EQ(number(with, "volume"), number(volume(cmyk), "volume"));
 }
 
-TEST_F(VolumeTest, aFinerGridHasMoreFacesAndIsSurer)
+TEST_F(VolumeTest, aFinerGridHasMoreFacesAndLessUncertainty)
 {
     const QJsonObject coarse = volume(QStringLiteral("sRGB --grid 9"));
     const QJsonObject fine = volume(QStringLiteral("sRGB --grid 65"));
@@ -135,7 +135,7 @@ TEST_F(VolumeTest, aFinerGridHasMoreFacesAndIsSurer)
     EXPECT_LT(number(fine, "uncertainty"), number(coarse, "uncertainty"));
 }
 
-TEST_F(VolumeTest, ofTheSameInputIsTheSameAmongAnyOthersInAnyOrder)
+TEST_F(VolumeTest, doesNotDependOnOtherInputsOrTheirOrder)
 {
     const auto withoutSeconds = [](QList<QJsonObject> rows) {
         for (QJsonObject& row : rows)
@@ -149,7 +149,7 @@ TEST_F(VolumeTest, ofTheSameInputIsTheSameAmongAnyOthersInAnyOrder)
     EXPECT_EQ(withoutSeconds(volumes(sRGB)).value(0), some.value(0));
 }
 
-TEST_F(VolumeTest, isThatOfTheProfileInAPicture)
+TEST_F(VolumeTest, acceptsAPictureWithAnEmbeddedProfile)
 {
     // a picture as Qt writes it
     const QString picture = path(QStringLiteral("my photo.png"));
@@ -163,7 +163,7 @@ TEST_F(VolumeTest, isThatOfTheProfileInAPicture)
     EXPECT_NEAR(number(rows[0], "volume") / number(rows[1], "volume"), 1.0, 0.003);
 }
 
-TEST_F(VolumeTest, isATableForPeople)
+TEST_F(VolumeTest, printsATableByDefault)
 {
     const Answer answer = run(words(QStringLiteral("volume sRGB Rec2020")));
     EXPECT_TRUE(succeeded(answer));
@@ -180,7 +180,7 @@ TEST_F(VolumeTest, isATableForPeople)
     EXPECT_TRUE(lines[2].startsWith(QStringLiteral("Rec2020")));
 }
 
-TEST_F(VolumeTest, isCsvForPrograms)
+TEST_F(VolumeTest, printsCsv)
 {
     const Answer answer = run(words(QStringLiteral("volume sRGB --format csv")));
     EXPECT_TRUE(succeeded(answer));
@@ -200,7 +200,7 @@ TEST_F(VolumeTest, isCsvForPrograms)
 
 // --- Inputs that cannot be used -----------------------------------------------------------------------
 
-TEST_F(VolumeTest, namesABadInputAndDoesTheRest)
+TEST_F(VolumeTest, reportsABadInputAndProcessesTheOthers)
 {
     const QList<QJsonObject> alone = volumes(sRGB);
     for (const QStringList& inputs : {QStringList{missing, sRGB}, QStringList{sRGB, missing}}) {
@@ -213,7 +213,7 @@ TEST_F(VolumeTest, namesABadInputAndDoesTheRest)
     }
 }
 
-TEST_F(VolumeTest, saysWhyAnInputHasNoGamut)
+TEST_F(VolumeTest, reportsWhyAnInputHasNoGamut)
 {
     const Answer answer = run({QStringLiteral("volume"), grey});
     EXPECT_EQ(answer.exitCode, BadInput);

@@ -40,7 +40,7 @@ QColor composed(QRgb pixel, const QColor& background)
                   mix(qBlue(pixel), background.blue()));
 }
 
-TEST(BackgroundRemoval, leavesWhatIsRightOnAnyBackground)
+TEST(BackgroundRemoval, isCorrectOnAnyBackground)
 {
     const QImage result = withoutBackground(drawnOn(Qt::black), drawnOn(Qt::white));
     ASSERT_EQ(result.size(), QSize(1024, 1));
@@ -72,7 +72,7 @@ TEST(BackgroundRemoval, keepsOpaqueColoursAsTheyAre)
     EXPECT_EQ(result.pixel(1, 0), qRgba(0, 0, 0, 255));
 }
 
-TEST(BackgroundRemoval, takesTwoPicturesOfOneSizeOnly)
+TEST(BackgroundRemoval, requiresTwoPicturesOfTheSameSize)
 {
     const QImage one(2, 2, QImage::Format_RGB32);
     EXPECT_TRUE(withoutBackground(one, QImage(2, 3, QImage::Format_RGB32)).isNull());

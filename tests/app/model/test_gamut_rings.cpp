@@ -60,7 +60,7 @@ TEST(GamutRings, ofABoxOffTheAxisEncloseItsVolume)
     EXPECT_NEAR(rings.rings.last()[3600].x(), 0.0, 1e-9);            // hue 180
 }
 
-TEST(GamutRings, leaveOutAHollow)
+TEST(GamutRings, excludeCavities)
 {
     const Solid solid = cylinder(0, 100, 50) + cylinder(20, 80, 30, true);
     const double volume = std::numbers::pi * (2500.0 * 100.0 - 900.0 * 60.0);
@@ -83,7 +83,7 @@ TEST(GamutRings, startAtTheHueOfA)
     EXPECT_NEAR(outer[180].x(), -10.0 * 10.0, 0.01);
 }
 
-TEST(GamutRings, ofNothingAreNone)
+TEST(GamutRings, areEmptyForAnEmptySurface)
 {
     EXPECT_TRUE(gamutRings({}).rings.isEmpty());
     EXPECT_EQ(gamutRings({}).volume(), 0.0);

@@ -73,7 +73,7 @@ TEST(GamutSlice, shrinksLinearlyTowardsTheTipOfAPyramid)
     }
 }
 
-TEST(GamutSlice, missesWhatLiesElsewhere)
+TEST(GamutSlice, isEmptyOutsideTheSolid)
 {
     const Solid solid = box({10, 20, 20}, {90, 40, 50});
     EXPECT_TRUE(atLightness(solid, 5).rings.isEmpty());
@@ -85,7 +85,7 @@ TEST(GamutSlice, missesWhatLiesElsewhere)
     EXPECT_EQ(atLightness({}, 50).area(), 0.0);
 }
 
-TEST(GamutSlice, keepsAHoleWhichRunsTheOtherWay)
+TEST(GamutSlice, keepsHolesWithOppositeOrientation)
 {
     const Solid solid = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
     const GamutSlice slice = atLightness(solid, 50);
@@ -95,7 +95,7 @@ TEST(GamutSlice, keepsAHoleWhichRunsTheOtherWay)
     EXPECT_EQ(atLightness(solid, 10).rings.size(), 1);
 }
 
-TEST(GamutSlice, keepsPartsApart)
+TEST(GamutSlice, keepsSeparateParts)
 {
     const GamutSlice slice =
         atLightness(box({0, 10, 10}, {50, 20, 20}) + box({0, -20, -20}, {50, -10, -10}), 25);
@@ -120,7 +120,7 @@ TEST(GamutSlice, atAHueEndsOnTheAxis)
     }
 }
 
-TEST(GamutSlice, atAHueOfWhatIsHollowOnTheAxisKeepsBothEndsOfIt)
+TEST(GamutSlice, atAHueHandlesACavityOnTheAxis)
 {
     // the hollow reaches across the axis: the cut is one piece, open towards the hollow
     const Solid solid = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);

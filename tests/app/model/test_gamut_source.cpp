@@ -82,7 +82,7 @@ TEST_F(GamutSourceTest, opensABuiltInProfileByItsName)
     EXPECT_EQ(source.profile()->bytes, m_rgb);
 }
 
-TEST_F(GamutSourceTest, opensAProfileFileWhateverItIsCalled)
+TEST_F(GamutSourceTest, opensAProfileFileWithAnyName)
 {
     const QString file = written(QStringLiteral("принтер.kvgamut"), m_cmyk);
     const GamutSource source = opened(file);
@@ -104,13 +104,13 @@ TEST_F(GamutSourceTest, computesWithTheSettings)
     EXPECT_EQ(report.channels, 4);
 }
 
-TEST_F(GamutSourceTest, saysThatAFileIsOfNoKnownKind)
+TEST_F(GamutSourceTest, reportsAnUnknownFormat)
 {
     for (const QByteArray& bytes : {QByteArray("short"), QByteArray(5000, 'x'), QByteArray(1, '\0')})
         EXPECT_EQ(codeOf(bytes), Problem::Code(ProblemCode::UnknownFormat));
 }
 
-TEST_F(GamutSourceTest, saysWhyAProfileDoesNotOpen)
+TEST_F(GamutSourceTest, reportsWhyAProfileDoesNotOpen)
 {
     const Problem cut = problemOf(m_cmyk.left(1000));
     EXPECT_EQ(cut.code, Problem::Code(KVProblemCode::DamagedTag));
@@ -156,7 +156,7 @@ TEST_P(PictureSourceTest, opensTheEmbeddedProfileByteForByte)
     EXPECT_EQ(source.profile()->bytes, icc);
 }
 
-TEST_P(PictureSourceTest, saysThatThereIsNoProfile)
+TEST_P(PictureSourceTest, reportsAMissingProfile)
 {
     const QString file = path(QStringLiteral("bare"));
     GetParam().write(file, QByteArray());
@@ -165,7 +165,7 @@ TEST_P(PictureSourceTest, saysThatThereIsNoProfile)
     EXPECT_EQ(problem.arguments, QStringList(QLatin1String(GetParam().format)));
 }
 
-TEST_P(PictureSourceTest, saysThatThePictureIsDamaged)
+TEST_P(PictureSourceTest, reportsADamagedPicture)
 {
     const QString file = path(QStringLiteral("whole"));
     GetParam().write(file, GetParam().cmyk ? m_cmyk : m_rgb);
@@ -192,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "TIFF"}),
     [](const auto& kind) { return std::string(kind.param.name); });
 
-TEST_F(GamutSourceTest, saysWhenWhatIsEmbeddedIsNoProfile)
+TEST_F(GamutSourceTest, reportsInvalidEmbeddedData)
 {
     const QString file = path(QStringLiteral("odd.jpg"));
     testpictures::writeJpeg(file, QByteArray(500, 'x'));
@@ -240,7 +240,7 @@ TEST_F(SavedGamutTest, opensAgainAsItWas)
     EXPECT_EQ(source.savedGamut().serialize(), gamut.serialize());
 }
 
-TEST_F(SavedGamutTest, takesNoNoticeOfTheSettings)
+TEST_F(SavedGamutTest, ignoresTheSettings)
 {
     const GamutSource source = opened(written(QStringLiteral("a"), savedBytes()));
     const KVGamut::Report report =
@@ -250,7 +250,7 @@ TEST_F(SavedGamutTest, takesNoNoticeOfTheSettings)
     EXPECT_EQ(report.gridPoints, 9);
 }
 
-TEST_F(SavedGamutTest, isTheSameBytesForTheSameGamut)
+TEST_F(SavedGamutTest, hasEqualBytesForEqualGamuts)
 {
     const SavedGamut saved{computed().serialize(), QStringLiteral("x")};
     SavedGamut again = saved;
@@ -271,14 +271,14 @@ TEST_F(SavedGamutTest, isSelfDescribedCbor)
     EXPECT_FALSE(SavedGamut::isSavedGamut(savedBytes().left(SavedGamut::markerSize - 1)));
 }
 
-TEST_F(SavedGamutTest, isRefusedWhereverItIsCutOff)
+TEST_F(SavedGamutTest, refusesTruncatedFiles)
 {
     const QByteArray whole = savedBytes();
     for (const qsizetype size : {qsizetype(12), qsizetype(13), whole.size() / 2, whole.size() - 1})
         EXPECT_EQ(codeOf(whole.left(size)), Problem::Code(KVProblemCode::SavedGamutDamaged)) << size;
 }
 
-TEST_F(SavedGamutTest, isRefusedWithAChangedByte)
+TEST_F(SavedGamutTest, refusesAChangedByte)
 {
     QByteArray changed = savedBytes();
     const qsizetype middle = changed.size() / 2; // in the surface's base64
@@ -286,7 +286,7 @@ TEST_F(SavedGamutTest, isRefusedWithAChangedByte)
     EXPECT_EQ(codeOf(changed), Problem::Code(KVProblemCode::SavedGamutDamaged));
 }
 
-TEST_F(SavedGamutTest, isRefusedWhenItIsOfALaterVersion)
+TEST_F(SavedGamutTest, refusesALaterVersion)
 {
     QCborArray parts = QCborValue::fromCbor(savedBytes()).taggedValue().toArray();
     parts[1] = 2;
@@ -295,7 +295,7 @@ TEST_F(SavedGamutTest, isRefusedWhenItIsOfALaterVersion)
     EXPECT_EQ(problem.arguments, QStringList(QStringLiteral("2")));
 }
 
-TEST_F(SavedGamutTest, isRefusedWithoutAGamut)
+TEST_F(SavedGamutTest, refusesAFileWithoutAGamut)
 {
     const QCborArray parts{QStringLiteral("KVGamut"), 1, QCborMap{{QStringLiteral("profile"), 5}}};
     EXPECT_EQ(codeOf(QCborValue(QCborKnownTags::Signature, parts).toCbor()),

@@ -31,7 +31,7 @@ TEST(PictureDifference, isTheRootMeanSquareOverPixelsAndChannels)
     EXPECT_NEAR(*pictureDifference(filled(QColor(100, 100, 100)), filled(QColor(151, 49, 151))), 20.0, 1e-9);
 }
 
-TEST(PictureDifference, looksAtColoursNotAtHowTheyAreStored)
+TEST(PictureDifference, doesNotDependOnPixelFormats)
 {
     const QColor color(12, 200, 77);
     for (const QImage::Format format :
@@ -39,7 +39,7 @@ TEST(PictureDifference, looksAtColoursNotAtHowTheyAreStored)
         EXPECT_EQ(pictureDifference(filled(color), filled(color, {8, 4}, format)), 0.0) << format;
 }
 
-TEST(PictureDifference, seesOpacityButNoColourWhereThereIsNone)
+TEST(PictureDifference, ignoresColoursOfTransparentPixels)
 {
     const QImage none = filled(QColor(0, 0, 0, 0), {8, 4}, QImage::Format_ARGB32);
     const QImage noneOfRed = filled(QColor(255, 0, 0, 0), {8, 4}, QImage::Format_ARGB32);
@@ -48,7 +48,7 @@ TEST(PictureDifference, seesOpacityButNoColourWhereThereIsNone)
     EXPECT_DOUBLE_EQ(*pictureDifference(none, filled(Qt::white)), 100.0);
 }
 
-TEST(PictureDifference, ofDifferentSizesIsNone)
+TEST(PictureDifference, isNulloptForDifferentSizes)
 {
     EXPECT_FALSE(pictureDifference(filled(Qt::red), filled(Qt::red, {4, 8})));
     EXPECT_FALSE(pictureDifference(filled(Qt::red), {}));

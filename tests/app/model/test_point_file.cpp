@@ -75,7 +75,7 @@ LabPoint cieLab(double X, double Y, double Z)
 
 // --- CSV ----------------------------------------------------------------------------------------------
 
-TEST_F(PointFileTest, readsAPointALine)
+TEST_F(PointFileTest, readsOnePointPerLine)
 {
     const auto found = points("# a comment\n50,-20,30.5\r\n\n  60 , 1e1 , -.5 \n");
     ASSERT_EQ(found.size(), 2);
@@ -94,7 +94,7 @@ TEST_F(PointFileTest, separatesAtSemicolonsTabsCommasOrSpaces)
     }
 }
 
-TEST_F(PointFileTest, takesACommaForADecimalPointBesideSemicolonsAndTabs)
+TEST_F(PointFileTest, treatsCommasAsDecimalPointsBesideSemicolonsAndTabs)
 {
     for (const char* text : {"50,5;-20,25;3", "50,5\t-20,25\t3", "Name;L;a;b\nx;50,5;-20,25;3"})
         EXPECT_EQ(points(text).value(0).lab, (LabPoint{50.5f, -20.25f, 3.0f})) << text;
@@ -110,7 +110,7 @@ TEST_F(PointFileTest, aFourthColumnIsTheColour)
     EXPECT_FALSE(found[3].color.isValid());
 }
 
-TEST_F(PointFileTest, aPointWithoutColourIsShownInItsOwn)
+TEST_F(PointFileTest, showsAPointWithoutColourInItsLabColour)
 {
     const auto found = points("50,20,-30\n50,20,-30,red");
     const auto rgb = KVColorConversionHelper::KVHLab2RGB({50, 20, -30});
@@ -118,7 +118,7 @@ TEST_F(PointFileTest, aPointWithoutColourIsShownInItsOwn)
     EXPECT_EQ(found.value(1).shownColor(), QColor(Qt::red));
 }
 
-TEST_F(PointFileTest, namesOfColumnsSayWhereTheValuesAre)
+TEST_F(PointFileTest, findsColumnsByTheirNames)
 {
     for (const char* header :
          {"Sample_Name,x,LAB_B,LAB_A,LAB_L,Colour,y", "name,x,b,a,L,color,y", "ID, x, b*, a*, L*, COLOR, y",
@@ -141,17 +141,17 @@ TEST_F(PointFileTest, columnsOfXyzBecomeLab)
     EXPECT_EQ(found[1].name, QStringLiteral("brown"));
 }
 
-TEST_F(PointFileTest, namesOfColumnsThatSayNothingArePassedOver)
+TEST_F(PointFileTest, ignoresUnknownColumnNames)
 {
     EXPECT_EQ(points("lightness,redness,yellowness\n50,20,30").value(0).lab, (LabPoint{50, 20, 30}));
 }
 
-TEST_F(PointFileTest, takesAByteOrderMark)
+TEST_F(PointFileTest, acceptsAByteOrderMark)
 {
     EXPECT_EQ(points("\xEF\xBB\xBFname;L;a;b\n\xC3\xA9;1;2;3").value(0).name, QStringLiteral("é"));
 }
 
-TEST_F(PointFileTest, namesTheLineThatIsNoPoint)
+TEST_F(PointFileTest, reportsTheInvalidLine)
 {
     for (const char* bad : {"1,2", "1,2,x", "1,2,nan", "1,2,inf", "1,2,3,blurple", "1,2,3,red,5", "words"})
         EXPECT_EQ(problem(QByteArray("L,a,b\n50,0,0\n").replace("L,a,b", "these are words") + bad),
@@ -163,7 +163,7 @@ TEST_F(PointFileTest, namesTheLineThatIsNoPoint)
             << bad;
 }
 
-TEST_F(PointFileTest, saysThatThereAreNoPositions)
+TEST_F(PointFileTest, reportsAFileWithoutPositions)
 {
     for (const char* empty : {"", "# nothing\n\n", "L,a,b\n"})
         EXPECT_EQ(problem(empty), "the file contains no positions") << empty;
@@ -201,7 +201,7 @@ TEST_F(PointFileTest, readsLabFromCgats)
     EXPECT_FALSE(found[0].color.isValid());
 }
 
-TEST_F(PointFileTest, aNameGoesBeforeANumberInCgats)
+TEST_F(PointFileTest, prefersNamesOverNumbersInCgats)
 {
     const auto found =
         points(sheet("SAMPLE_ID SAMPLE_NAME LAB_L LAB_A LAB_B", {"1 \"Sky, \xC3\xA9 blue\" 50 1 2"}));
@@ -216,7 +216,7 @@ TEST_F(PointFileTest, readsXyzFromTi3)
     expectNear(found[0].lab, cieLab(20, 12, 3), 0.02f);
 }
 
-TEST_F(PointFileTest, labGoesBeforeXyzInCgats)
+TEST_F(PointFileTest, prefersLabOverXyzInCgats)
 {
     const auto found = points(sheet("SAMPLE_ID XYZ_X XYZ_Y XYZ_Z LAB_L LAB_A LAB_B", {"1 20 12 3 7 8 9"}));
     EXPECT_EQ(found.value(0).lab, (LabPoint{7, 8, 9}));
@@ -230,19 +230,19 @@ TEST_F(PointFileTest, readsTheFirstTableThatHasColours)
     EXPECT_EQ(found[0].lab, (LabPoint{1, 2, 3}));
 }
 
-TEST_F(PointFileTest, saysThatACgatsFileHasNoColours)
+TEST_F(PointFileTest, reportsACgatsFileWithoutColours)
 {
     EXPECT_THAT(problem(sheet("SAMPLE_ID SPEC_400 SPEC_500", {"1 0.1 0.2"})),
                 HasSubstr("has no columns LAB_L"));
 }
 
-TEST_F(PointFileTest, namesTheDataSetThatIsNoColour)
+TEST_F(PointFileTest, reportsTheInvalidDataSet)
 {
     EXPECT_EQ(problem(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3", "2 1 none 3"})),
               "data set 2: expected numbers in the colour columns");
 }
 
-TEST_F(PointFileTest, saysWhatIsWrongWithACgatsFile)
+TEST_F(PointFileTest, reportsWhyACgatsFileIsInvalid)
 {
     QByteArray text = sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3"});
     text.replace("NUMBER_OF_SETS 1", "NUMBER_OF_SETS 3");
@@ -304,7 +304,7 @@ TEST_F(PointFileTest, takesTheValueForD50)
     EXPECT_EQ(found[0].lab.L, 54.5f);
 }
 
-TEST_F(PointFileTest, saysWhichObjectsOfCxfWereLeftOut)
+TEST_F(PointFileTest, reportsOmittedObjectsOfCxf)
 {
     const Result<PointSet> set = read(
         cxf(object("a", lab1) + object("b", spectrum) + object("c", QByteArray(lab1).replace("S50", "S65"))));
@@ -323,7 +323,7 @@ TEST_F(PointFileTest, refusesCxfOfSpectraAlone)
     EXPECT_EQ(problem(cxf(QByteArray())), "the file contains no positions");
 }
 
-TEST_F(PointFileTest, refusesXmlThatIsNoCxfOrBroken)
+TEST_F(PointFileTest, refusesOtherOrInvalidXml)
 {
     EXPECT_EQ(problem("<?xml version='1.0'?><html></html>"), "the XML is not CxF");
     const QByteArray whole = cxf(object("a", lab1));

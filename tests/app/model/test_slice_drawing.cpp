@@ -146,7 +146,7 @@ TEST(SliceDrawing, ofRingsDrawsEachRing)
     }
 }
 
-TEST(SliceDrawing, takesOnlyWhatItIsADrawingOf)
+TEST(SliceDrawing, ignoresDataOfTheOtherKind)
 {
     SliceDrawing slices = SliceDrawing::ofPlane(atFifty);
     SliceDrawing rings = SliceDrawing::ofRings();
@@ -158,7 +158,7 @@ TEST(SliceDrawing, takesOnlyWhatItIsADrawingOf)
     EXPECT_EQ(drawn(rings, {300, 300}), noRings);
 }
 
-TEST(SliceDrawing, hasALegendUnlessToldOtherwise)
+TEST(SliceDrawing, hasALegendByDefault)
 {
     SliceDrawing drawing = ofBox(atFifty);
     const QImage with = drawn(drawing, {600, 400});

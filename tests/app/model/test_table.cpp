@@ -45,14 +45,14 @@ TEST(Table, roundsNumbersToTheDecimalsOfTheirColumn)
     EXPECT_EQ(ofOneColumn(Kind::Number, {1.256}, 2, 1).printed(Format::Text), "title\n  1.3\n");
 }
 
-TEST(Table, aNumberThatRoundsToNothingHasNoSign)
+TEST(Table, roundsToZeroWithoutASign)
 {
     EXPECT_EQ(csvOf(Kind::Number, -0.0001, 2), "0.00");
     EXPECT_EQ(ofOneColumn(Kind::Number, {-0.0001}, 2).printed(Format::Json).indexOf('-'), -1);
     EXPECT_EQ(csvOf(Kind::Number, -0.006, 2), "-0.01");
 }
 
-TEST(Table, whatIsNotKnownIsNullOrEmpty)
+TEST(Table, printsUnknownValuesAsNullOrEmpty)
 {
     for (const Kind kind : {Kind::Word, Kind::Words, Kind::Flag, Kind::Whole, Kind::Number, Kind::Share}) {
         EXPECT_TRUE(jsonOf(kind, {}).isNull());
@@ -63,13 +63,13 @@ TEST(Table, whatIsNotKnownIsNullOrEmpty)
     EXPECT_EQ(ofOneColumn(Kind::Whole, {QVariant()}).printed(Format::Text), "title\n    -\n");
 }
 
-TEST(Table, aNumberThatIsNoneIsNullInJson)
+TEST(Table, printsNanAsNullInJson)
 {
     EXPECT_TRUE(jsonOf(Kind::Number, std::numeric_limits<double>::infinity()).isNull());
     EXPECT_TRUE(jsonOf(Kind::Number, std::numeric_limits<double>::quiet_NaN()).isNull());
 }
 
-TEST(Table, quotesInCsvWhatNeedsIt)
+TEST(Table, quotesSpecialCharactersInCsv)
 {
     EXPECT_EQ(csvOf(Kind::Word, QStringLiteral("plain words")), "plain words");
     EXPECT_EQ(csvOf(Kind::Word, QStringLiteral("a,b")), "\"a,b\"");
@@ -77,7 +77,7 @@ TEST(Table, quotesInCsvWhatNeedsIt)
     EXPECT_EQ(csvOf(Kind::Word, QStringLiteral("a\nb")), "\"a\nb\"");
 }
 
-TEST(Table, aShareIsAPercentageForPeopleOnly)
+TEST(Table, printsSharesAsPercentagesOnlyInText)
 {
     const Table table = ofOneColumn(Kind::Share, {0.68907}, 4, 1);
     EXPECT_EQ(table.printed(Format::Text), " title\n68.9 %\n");
@@ -91,7 +91,7 @@ TEST(Table, aColourIsAnArrayOrThreeColumns)
     EXPECT_EQ(table.printed(Format::Csv), "key_L,key_a,key_b\n50.00,-20.50,0.25\n");
 }
 
-TEST(Table, columnsStandUnderEachOtherWhateverLettersAreInThem)
+TEST(Table, alignsColumnsWithWideLetters)
 {
     Table table;
     table.add("name", "name", Kind::Word);
@@ -104,7 +104,7 @@ TEST(Table, columnsStandUnderEachOtherWhateverLettersAreInThem)
               "name   count\nZoë        5\na     123456\n\nthat is all\n");
 }
 
-TEST(Table, blocksLeaveOutWhatIsNotKnown)
+TEST(Table, omitsUnknownValuesInBlocks)
 {
     Table table;
     table.blocks = true;
