@@ -192,7 +192,8 @@ class KV3DVIEWER_EXPORT KVGamutView : public QObject
     Q_OBJECT
     Q_PROPERTY(KVCamera camera READ camera WRITE setCamera NOTIFY cameraChanged)
     Q_PROPERTY(KVViewTheme theme READ theme WRITE setTheme NOTIFY themeChanged)
-    Q_PROPERTY(bool themeFollowsPalette READ themeFollowsPalette WRITE setThemeFollowsPalette)
+    Q_PROPERTY(bool themeFollowsPalette READ themeFollowsPalette WRITE setThemeFollowsPalette NOTIFY
+                   themeFollowsPaletteChanged)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
 public:
     explicit KVGamutView(KVGamut3DViewer* viewer, QObject* parent = nullptr); ///< attached to @p viewer
@@ -249,6 +250,13 @@ public:
     void setThemeFollowsPalette(bool follow);
     bool themeFollowsPalette() const; ///< false at first
 
+    /// Cuts the gamuts off above a lightness; nullopt: nothing is cut off.
+    void setClipping(const std::optional<float>& lightness);
+    std::optional<float> clipping() const; ///< the lightness set last, here or with the viewer
+    /// Position, (L*, a*, b*), and colour of the light. Unlike the setters of KVGamut3DViewer it shows at
+    /// once.
+    void setLight(const QVector3D& position, const QColor& color);
+
     /// Applies a state at once. Looks of gamuts that are not loaded yet are kept for them. Nothing is loaded;
     /// the settings are only kept for state().
     void setState(const KVViewState& state);
@@ -280,7 +288,8 @@ Q_SIGNALS:
     void loadingChanged();                                    ///< isLoading() has another value
     /// camera() changed, whatever the cause. Emitted from the event loop, once for changes in one turn.
     void cameraChanged();
-    void themeChanged(); ///< theme() has another value
+    void themeFollowsPaletteChanged(); ///< by setThemeFollowsPalette()
+    void themeChanged();               ///< theme() has another value
     /// The picture is up to date: KVGamut3DViewer::isSettled() became true. From the event loop.
     void settled();
     void clicked(const KVHit& hit); ///< a button was released; from the event loop

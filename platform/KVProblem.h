@@ -25,7 +25,7 @@ enum class KVProblemCode : int
     NoFileName,      ///< the path is empty
     FileNotFound,    ///< no such file
     NotAFile,        ///< the path names a folder, a pipe or a device
-    FileUnreadable,  ///< argument: the reason of the operating system
+    FileUnreadable,  ///< the operating system refused; arguments: its reason, its errno
     FileTooLarge,    ///< larger than any ICC profile
     EmptyData,       ///< the profile has no bytes
     DataTooLarge,    ///< more bytes than any ICC profile has

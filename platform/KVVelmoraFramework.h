@@ -277,6 +277,13 @@ using RingPiece = std::array<LabPoint, 2>;
 /// Triangles with a vertex that is NaN or infinite are ignored.
 [[nodiscard]] KVVELMORA_EXPORT std::vector<RingPiece> computeRing(const float* plane, const Mesh& mesh);
 
+/// A closed polygon in Lab; the last point connects to the first, which is not repeated.
+using SectionLoop = std::vector<LabPoint>;
+/// The pieces of computeRing() joined into closed loops, from mesh edge to mesh edge: one point for each edge
+/// that the plane crosses. Consecutive points coincide where the plane passes through a vertex. Chains that
+/// end at a boundary of the mesh are left out; surfaces of gamuts have none.
+[[nodiscard]] KVVELMORA_EXPORT std::vector<SectionLoop> sectionLoops(const float* plane, const Mesh& mesh);
+
 /// @p mesh with coincident vertices merged. Triangles that become degenerate are removed; the order of the
 /// others and of the vertices is kept. Device coordinates are those of the first of the merged vertices.
 ///

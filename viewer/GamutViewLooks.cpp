@@ -42,7 +42,7 @@ void KVGamutView::setState(const KVViewState& state)
     viewer.setDisplayGrid(state.grid);
     viewer.setDisplayAxes(state.axes);
     viewer.setabPlane(state.plane);
-    viewer.setClipping(state.clipping.value_or(nothingCut));
+    setClipping(state.clipping);
     viewer.setLightPos(kvSceneFromHost(state.light));
     viewer.setLightColor(state.lightColor);
     for (auto look = state.looks.begin(); look != state.looks.end(); ++look)
@@ -66,14 +66,37 @@ KVViewState KVGamutView::state() const
     state.grid = viewer.displayGrid();
     state.axes = viewer.displayAxes();
     state.plane = viewer.abPlane();
-    if (viewer.clipping() < nothingCut)
-        state.clipping = viewer.clipping();
+    state.clipping = clipping();
     state.looks = scene->awaitedLooks;
     const QStringList ids = viewer.gamuts();
     for (const QString& id : ids)
         state.looks.insert(id, look(id));
     state.settings = scene->settings;
     return state;
+}
+
+void KVGamutView::setClipping(const std::optional<float>& lightness)
+{
+    if (ViewerScene* scene = d->scene())
+        scene->viewer.setClipping(lightness.value_or(nothingCut));
+}
+
+std::optional<float> KVGamutView::clipping() const
+{
+    const ViewerScene* scene = d->scene();
+    if (!scene || !(scene->clipping < nothingCut))
+        return {};
+    return scene->clipping;
+}
+
+void KVGamutView::setLight(const QVector3D& position, const QColor& color)
+{
+    ViewerScene* scene = d->scene();
+    if (!scene)
+        return;
+    scene->viewer.setLightPos(kvSceneFromHost(position));
+    scene->viewer.setLightColor(color);
+    scene->viewer.setBackground(scene->viewer.background()); // draws a frame; the light alone does not
 }
 
 void KVGamutView::setTheme(const KVViewTheme& theme)
@@ -93,12 +116,13 @@ void KVGamutView::setThemeFollowsPalette(bool follow)
     if (d->themeFollowsPalette == follow)
         return;
     d->themeFollowsPalette = follow;
-    if (!follow) {
+    if (follow) {
+        qGuiApp->installEventFilter(d.get());
+        setTheme(KVViewTheme::fromPalette(QGuiApplication::palette()));
+    } else {
         qGuiApp->removeEventFilter(d.get());
-        return;
     }
-    qGuiApp->installEventFilter(d.get());
-    setTheme(KVViewTheme::fromPalette(QGuiApplication::palette()));
+    Q_EMIT themeFollowsPaletteChanged();
 }
 
 bool KVGamutView::themeFollowsPalette() const

@@ -3,10 +3,13 @@
 
 #include <engine/base/LabGeometry.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -47,12 +50,19 @@ struct Plane
     double distanceOf(const Vec3& p) const { return velmora::dot(normal, p) + offset; }
 };
 
-// The piece of a triangle, or nullopt if the plane does not cross it or a vertex is not finite.
+// The edges of a triangle in which the plane crosses it, as positions of their first vertex.
+struct CrossedEdges
+{
+    std::size_t down; // from above the plane to below it
+    std::size_t up;
+};
+
+// The crossed edges, or nullopt if the plane does not cross it or a vertex is not finite.
 //
 // A vertex on the plane counts as above it. A plane through vertices therefore cuts like one just below them,
 // and its rings are closed, too. The piece runs from the edge that crosses the plane downwards to the one
 // that crosses it upwards, where the piece of the next triangle begins.
-std::optional<KVGamut::RingPiece> pieceOf(const std::array<PlaneVertex, 3>& vertices)
+std::optional<CrossedEdges> crossedEdges(const std::array<PlaneVertex, 3>& vertices)
 {
     for (const PlaneVertex& vertex : vertices)
         if (!std::isfinite(vertex.distance))
@@ -69,8 +79,13 @@ std::optional<KVGamut::RingPiece> pieceOf(const std::array<PlaneVertex, 3>& vert
     }
     if (!down)
         return {};
+    return CrossedEdges{*down, up};
+}
+
+KVGamut::RingPiece pieceOf(const std::array<PlaneVertex, 3>& vertices, const CrossedEdges& edges)
+{
     const auto edge = [&](std::size_t e) { return crossing(vertices[e], vertices[(e + 1) % 3]); };
-    return KVGamut::RingPiece{edge(*down), edge(up)};
+    return {edge(edges.down), edge(edges.up)};
 }
 
 // The vertices of a face, or nullopt if it is not a triangle.
@@ -87,6 +102,41 @@ std::optional<std::array<PlaneVertex, 3>> verticesOf(const QList<KVHull::Node>& 
         vertices[i].distance = plane.distanceOf(vertices[i].lab);
     }
     return vertices;
+}
+
+std::array<PlaneVertex, 3> verticesOf(const KVGamut::Mesh& mesh, const KVGamut::Mesh::Triangle& t,
+                                      const Plane& plane)
+{
+    std::array<PlaneVertex, 3> vertices;
+    for (std::size_t i = 0; i < 3; ++i) {
+        vertices[i].lab = velmora::toVec3(mesh.lab[static_cast<std::size_t>(t[i])]);
+        vertices[i].distance = plane.distanceOf(vertices[i].lab);
+    }
+    return vertices;
+}
+
+using MeshEdge = std::pair<int, int>; // vertices, the smaller index first
+
+// A step of a loop: where it begins, and the edge from which the loop goes on.
+struct Step
+{
+    KVGamut::LabPoint start;
+    MeshEdge next;
+};
+
+// The steps by the edge in which they begin. In a closed manifold each crossed edge begins exactly one.
+std::map<MeshEdge, Step> stepsOf(const KVGamut::Mesh& mesh, const Plane& plane)
+{
+    std::map<MeshEdge, Step> steps;
+    for (const KVGamut::Mesh::Triangle& t : mesh.triangles) {
+        const auto vertices = verticesOf(mesh, t, plane);
+        const auto crossed = crossedEdges(vertices);
+        if (!crossed)
+            continue;
+        const auto edge = [&t](std::size_t e) { return MeshEdge(std::minmax(t[e], t[(e + 1) % 3])); };
+        steps.emplace(edge(crossed->down), Step{pieceOf(vertices, *crossed)[0], edge(crossed->up)});
+    }
+    return steps;
 }
 
 QList<float> listOf(const KVGamut::LabPoint& p)
@@ -106,8 +156,10 @@ QList<QList<QList<float>>> KVGamut::computeRing(const float* plane, const QList<
         const auto vertices = verticesOf(face, *cut);
         if (!vertices)
             continue;
-        if (const auto piece = pieceOf(*vertices))
-            ring.append({listOf((*piece)[0]), listOf((*piece)[1])});
+        if (const auto crossed = crossedEdges(*vertices)) {
+            const RingPiece piece = pieceOf(*vertices, *crossed);
+            ring.append({listOf(piece[0]), listOf(piece[1])});
+        }
     }
     return ring;
 }
@@ -119,13 +171,31 @@ std::vector<KVGamut::RingPiece> KVGamut::computeRing(const float* plane, const M
     if (!cut)
         return ring;
     for (const Mesh::Triangle& t : mesh.triangles) {
-        std::array<PlaneVertex, 3> vertices;
-        for (std::size_t i = 0; i < 3; ++i) {
-            vertices[i].lab = velmora::toVec3(mesh.lab[static_cast<std::size_t>(t[i])]);
-            vertices[i].distance = cut->distanceOf(vertices[i].lab);
-        }
-        if (const auto piece = pieceOf(vertices))
-            ring.push_back(*piece);
+        const auto vertices = verticesOf(mesh, t, *cut);
+        if (const auto crossed = crossedEdges(vertices))
+            ring.push_back(pieceOf(vertices, *crossed));
     }
     return ring;
+}
+
+std::vector<KVGamut::SectionLoop> KVGamut::sectionLoops(const float* plane, const Mesh& mesh)
+{
+    std::vector<SectionLoop> loops;
+    const auto cut = Plane::of(plane);
+    if (!cut)
+        return loops;
+    auto steps = stepsOf(mesh, *cut);
+    while (!steps.empty()) {
+        const MeshEdge first = steps.begin()->first;
+        SectionLoop loop;
+        MeshEdge at = first;
+        for (auto step = steps.find(at); step != steps.end(); step = steps.find(at)) {
+            loop.push_back(step->second.start);
+            at = step->second.next;
+            steps.erase(step);
+        }
+        if (at == first) // otherwise the mesh has a boundary here
+            loops.push_back(std::move(loop));
+    }
+    return loops;
 }

@@ -8,6 +8,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <cerrno>
 #include <new>
 #include <optional>
 
@@ -36,6 +37,13 @@ Result<void> checkProfile(const QByteArray& bytes)
     return context.failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
 }
 
+/// Call it right after the operation that failed: errno does not last.
+tl::unexpected<KVProblem> unreadable(const QFile& file)
+{
+    const int error = errno;
+    return failure(KVProblemCode::FileUnreadable, {file.errorString(), QString::number(error)});
+}
+
 Result<QByteArray> contentsOf(const QString& path)
 {
     // Reading anything but a regular file may never end.
@@ -48,10 +56,10 @@ Result<QByteArray> contentsOf(const QString& path)
         return failure(KVProblemCode::FileTooLarge);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return failure(KVProblemCode::FileUnreadable, {file.errorString()});
+        return unreadable(file);
     QByteArray bytes = file.read(maxProfileSize);
     if (file.error() != QFileDevice::NoError)
-        return failure(KVProblemCode::FileUnreadable, {file.errorString()});
+        return unreadable(file);
     return bytes;
 }
 

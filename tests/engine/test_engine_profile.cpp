@@ -13,6 +13,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <cerrno>
 #include <cstring>
 #include <functional>
 #include <random>
@@ -260,8 +261,9 @@ TEST(Profile, isNullIfReadingFails)
     EXPECT_EQ(KVProfileCreateWithPath(path.toUtf8().constData()), nullptr);
     const std::optional<KVProblem> problem = KVProfileProblem();
     ASSERT_EQ(codeOf(problem), KVProblemCode::FileUnreadable);
-    ASSERT_EQ(problem->arguments.size(), 1);
+    ASSERT_EQ(problem->arguments.size(), 2);
     EXPECT_FALSE(problem->arguments.first().isEmpty());
+    EXPECT_EQ(problem->arguments.last(), QString::number(EIO));
     EXPECT_EQ(problem->subject, path);
 }
 

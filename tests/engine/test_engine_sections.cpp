@@ -159,6 +159,55 @@ TEST(MeshRing, ignoresTrianglesWithNanVertices)
     EXPECT_EQ(KVGamut::computeRing(plane, mesh).size(), 1u);
 }
 
+TEST(SectionLoops, areThePiecesJoinedIntoClosedPolygons)
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<float> any(-1.0f, 1.0f);
+    const Mesh mesh = gamutOf(openedFile(printerCmyk()), 9).mesh();
+    for (int i = 0; i < 30; ++i) {
+        const float plane[] = {any(random), any(random), any(random), 30.0f * any(random)};
+        std::map<std::array<float, 6>, int> open; // pieces that no loop has used
+        for (const auto& [from, to] : KVGamut::computeRing(plane, mesh))
+            ++open[{from.L, from.a, from.b, to.L, to.a, to.b}];
+        for (const KVGamut::SectionLoop& loop : KVGamut::sectionLoops(plane, mesh))
+            for (std::size_t j = 0; j < loop.size(); ++j) {
+                const LabPoint& from = loop[j];
+                const LabPoint& to = loop[(j + 1) % loop.size()];
+                --open[{from.L, from.a, from.b, to.L, to.a, to.b}];
+            }
+        for (const auto& [piece, count] : open)
+            EXPECT_EQ(count, 0);
+    }
+}
+
+TEST(SectionLoops, keepLoopsApartThatTouchInAVertex)
+{
+    // two tetrahedra above and below each other's side that meet in one point, as separate vertices
+    Mesh mesh;
+    mesh.lab = {{50, 0, 0}, {60, 20, 0},  {40, 20, 10},   {40, 20, -10},
+                {50, 0, 0}, {60, -20, 0}, {40, -20, -10}, {40, -20, 10}};
+    mesh.triangles = {{0, 1, 2}, {0, 2, 3}, {0, 3, 1}, {1, 3, 2}, {4, 5, 6}, {4, 6, 7}, {4, 7, 5}, {5, 7, 6}};
+    const float plane[] = {1, 0, 0, -50};
+    const auto loops = KVGamut::sectionLoops(plane, mesh);
+    ASSERT_EQ(loops.size(), 2u);
+    for (const KVGamut::SectionLoop& loop : loops) {
+        const auto isPositive = [](const LabPoint& p) { return p.a >= 0.0f; };
+        const auto isNegative = [](const LabPoint& p) { return p.a <= 0.0f; };
+        EXPECT_NE(std::all_of(loop.begin(), loop.end(), isPositive),
+                  std::all_of(loop.begin(), loop.end(), isNegative));
+    }
+}
+
+TEST(SectionLoops, leaveOutChainsThatEndAtABoundary)
+{
+    Mesh mesh;
+    mesh.lab = {{60, 0, 0}, {40, 10, 0}, {40, 0, 10}};
+    mesh.triangles = {{0, 1, 2}};
+    const float plane[] = {1, 0, 0, -50};
+    EXPECT_TRUE(KVGamut::sectionLoops(plane, mesh).empty());
+    EXPECT_TRUE(KVGamut::sectionLoops(nullptr, mesh).empty());
+}
+
 // --- Coincident vertices --------------------------------------------------------------------------
 
 TEST(WeldedMesh, mergesVerticesAndKeepsTheOrder)

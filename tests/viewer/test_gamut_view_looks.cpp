@@ -377,6 +377,25 @@ TEST_F(GamutViewLooks, aStateWithoutClippingCutsNothing)
     EXPECT_EQ(view->state().clipping, std::nullopt);
 }
 
+TEST_F(GamutViewLooks, clippingIsSetAndTakenBackByItself)
+{
+    EXPECT_EQ(view->clipping(), std::nullopt);
+    view->setClipping(40.0f);
+    EXPECT_EQ(viewer->clipping(), 40.0f);
+    EXPECT_EQ(view->clipping(), 40.0f);
+    view->setClipping({});
+    EXPECT_EQ(viewer->clipping(), 1000000.0f);
+    EXPECT_EQ(view->clipping(), std::nullopt);
+}
+
+TEST_F(GamutViewLooks, theLightIsSetInLab)
+{
+    view->setLight({10, 20, 30}, Qt::yellow);
+    EXPECT_EQ(viewer->lightPos(), QVector3D(-20, 10, 30)) << "scene coordinates";
+    EXPECT_EQ(viewer->lightColor(), QColor(Qt::yellow));
+    EXPECT_EQ(view->state().light, QVector3D(10, 20, 30));
+}
+
 TEST_F(GamutViewLooks, theStateHoldsTheSettingsOfLoads)
 {
     view->load(id, KVLoadRequest::fromData("profile A", {KVVMRenderSaturation, true, 9}));

@@ -32,7 +32,6 @@
 namespace {
 
 constexpr float findingSize = 3.0f;
-constexpr float nothingCut = 1000000.0f; // see KVGamut3DViewer::setClipping()
 
 QString findingSet()
 {
@@ -150,7 +149,7 @@ void MainWindow::makeMenus()
     m_fileMenu = new FileMenu(this);
     m_editMenu = new EditMenu(this);
     auto* gamutMenu = new GamutMenu(m_gamuts, this);
-    m_viewMenu = new ViewMenu(viewer(), *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
+    m_viewMenu = new ViewMenu(view(), *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
     for (QMenu* menu : {static_cast<QMenu*>(m_fileMenu), static_cast<QMenu*>(m_editMenu),
                         static_cast<QMenu*>(gamutMenu), static_cast<QMenu*>(m_viewMenu)})
         menuBar()->addMenu(menu);
@@ -293,7 +292,7 @@ void MainWindow::showViewState()
 
 void MainWindow::applyClip()
 {
-    viewer().setClipping(m_clip->clip().value_or(nothingCut));
+    view().setClipping(m_clip->clip());
     m_slice->setLightness(m_clip->lightness());
 }
 

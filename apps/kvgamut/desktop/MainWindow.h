@@ -55,7 +55,7 @@ public:
     /// Opens files of every kind: gamuts, points, sessions.
     void open(const QStringList& files);
     void addGamut(const QString& input);
-    void addGamut(const QString& input, const GamutSettings& settings, const KVGamutLook& look);
+    void addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look);
     /// Shows @p files of measurements, and the pixels of pictures, as points.
     void addPoints(const QStringList& files);
 

@@ -58,10 +58,10 @@ void MainWindow::addGamut(const QString& input)
 {
     KVGamutLook look;
     look.opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
-    addGamut(input, GamutSettings(), look);
+    addGamut(input, KVGamut::Settings(), look);
 }
 
-void MainWindow::addGamut(const QString& input, const GamutSettings& settings, const KVGamutLook& look)
+void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
 {
     const QString name = permanentName(input);
     // a message about a missing file names it as the user did

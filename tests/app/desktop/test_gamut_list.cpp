@@ -119,7 +119,7 @@ TEST_F(GamutList, keepsTheGamutUntilOtherSettingsAreComputed)
     model.setSettings(0, {KVVMRenderPerceptual, false, 9});
     EXPECT_TRUE(model.at(0).loading);
     EXPECT_EQ(model.at(0).revision, before); // the present gamut stays until then
-    EXPECT_EQ(model.at(0).computedWith, GamutSettings());
+    EXPECT_EQ(model.at(0).computedWith, KVGamut::Settings());
     EXPECT_TRUE(announced().contains(GamutListModel::SettingsRole));
     model.setGamut(0, {});
     EXPECT_NE(model.at(0).revision, before);
@@ -133,7 +133,7 @@ TEST_F(GamutList, restoresTheSettingsAfterAnAbandonedLoad)
     model.setGamut(0, {});
     model.setSettings(0, {KVVMRenderPerceptual, true, 9});
     model.abandonLoad(0);
-    EXPECT_EQ(model.at(0).settings, GamutSettings());
+    EXPECT_EQ(model.at(0).settings, KVGamut::Settings());
     EXPECT_FALSE(model.at(0).loading);
 }
 

@@ -58,7 +58,7 @@ TEST_F(Queue, computesTheLastOfSeveralSettings)
         model.setSettings(0, {intent, false, 65});
     model.setSettings(0, {KVVMRenderRelativeColorimetric, false, 9});
     ASSERT_TRUE(finish());
-    EXPECT_EQ(model.at(0).computedWith, (GamutSettings{KVVMRenderRelativeColorimetric, false, 9}));
+    EXPECT_EQ(model.at(0).computedWith, (KVGamut::Settings{KVVMRenderRelativeColorimetric, false, 9}));
     EXPECT_EQ(model.at(0).gamut.report().gridPoints, 9);
     EXPECT_EQ(model.at(0).revision, 2u); // the settings in between gave no gamut
 }
@@ -85,7 +85,7 @@ TEST_F(Queue, keepsThePresentGamutWhenCancelled)
     queue.cancel(model.at(0).id);
     EXPECT_FALSE(queue.isBusy()); // at once, without waiting for the worker
     EXPECT_FALSE(model.at(0).loading);
-    EXPECT_EQ(model.at(0).settings, GamutSettings());
+    EXPECT_EQ(model.at(0).settings, KVGamut::Settings());
     kvtest::spinFor(300);
     EXPECT_EQ(model.at(0).revision, before); // the result of the worker was ignored
     EXPECT_EQ(failures.count(), 0);

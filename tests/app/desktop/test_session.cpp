@@ -113,7 +113,7 @@ TEST(Session, hasDefaultsForMissingValues)
     const auto session = read(R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB"}]})");
     ASSERT_TRUE(session);
     ASSERT_EQ(session->gamuts.size(), 1);
-    EXPECT_EQ(session->gamuts[0].settings, GamutSettings());
+    EXPECT_EQ(session->gamuts[0].settings, KVGamut::Settings());
     EXPECT_EQ(session->gamuts[0].look, KVGamutLook());
     EXPECT_FALSE(session->view.clipping);
     EXPECT_TRUE(session->points.isEmpty());

@@ -117,7 +117,7 @@ TEST_F(Window, keepsThePresentGamutWhenALoadIsCancelled)
     cancel.click();
     EXPECT_FALSE(cancel.isVisible());
     EXPECT_EQ(settledPicture(), before);
-    EXPECT_EQ(entry().settings, GamutSettings());
+    EXPECT_EQ(entry().settings, KVGamut::Settings());
 }
 
 TEST_F(Window, canBeDestroyedWhileLoading)

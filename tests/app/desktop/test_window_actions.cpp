@@ -343,7 +343,7 @@ TEST_F(Actions, cancelLoadsThenDismissMessagesWithEscape)
     EXPECT_TRUE(control<QWidget>("messageBar").isVisible());
     ASSERT_TRUE(settle());
     EXPECT_EQ(inputs(), QStringList{cmyk}); // the new one is gone, the computed one remains
-    EXPECT_EQ(entry().settings, GamutSettings());
+    EXPECT_EQ(entry().settings, KVGamut::Settings());
     EXPECT_EQ(settledPicture(), before);
     press(Qt::Key_Escape);
     EXPECT_FALSE(control<QWidget>("messageBar").isVisible());

@@ -67,6 +67,7 @@ TEST(GamutSlice, shrinksLinearlyTowardsTheTipOfAPyramid)
     for (int i = 0; i < 4; ++i)
         addFace(solid, base[i], base[(i + 1) % 4], tip);
     addQuad(solid, base[0], base[3], base[2], base[1]);
+    solid = KVGamut::weldedMesh(solid);
     for (const double L : {5.0, 25.0, 50.0, 99.0}) {
         const double side = 80.0 * (1.0 - L / 100.0);
         EXPECT_NEAR(atLightness(solid, L).area(), side * side, 0.01) << L;

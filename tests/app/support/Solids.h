@@ -13,7 +13,7 @@ namespace kvtest {
 using Solid = KVGamut::Mesh;
 using Corner = KVGamut::LabPoint;
 
-/// Adds a triangle with vertices of its own.
+/// Adds a triangle with vertices of its own; weldedMesh() shares them in the end.
 inline void addFace(Solid& solid, const Corner& p, const Corner& q, const Corner& r)
 {
     const int first = static_cast<int>(solid.lab.size());
@@ -27,12 +27,13 @@ inline void addQuad(Solid& solid, const Corner& p, const Corner& q, const Corner
     addFace(solid, p, r, s);
 }
 
-/// Both surfaces as one.
+/// Both surfaces as one; they share no vertices.
 inline Solid operator+(Solid one, const Solid& other)
 {
+    const int first = static_cast<int>(one.lab.size());
+    one.lab.insert(one.lab.end(), other.lab.begin(), other.lab.end());
     for (const auto& [i, j, k] : other.triangles)
-        addFace(one, other.lab[static_cast<std::size_t>(i)], other.lab[static_cast<std::size_t>(j)],
-                other.lab[static_cast<std::size_t>(k)]);
+        one.triangles.push_back({first + i, first + j, first + k});
     return one;
 }
 
@@ -54,7 +55,7 @@ inline Solid prism(float bottom, float top, const QList<QPair<float, float>>& ba
     if (hollow)
         for (auto& triangle : solid.triangles)
             std::swap(triangle[1], triangle[2]);
-    return solid;
+    return KVGamut::weldedMesh(solid);
 }
 
 inline Solid box(const Corner& low, const Corner& high, bool hollow = false)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Session.h"
 
-#include "desktop/view/LightPosition.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/pictures/ObliqueView.h"
 
@@ -241,6 +240,18 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
     return gamut;
 }
 
+// Session files store the position of the light as (-a*, L*, b*).
+
+QVector3D storedLight(const QVector3D& lab)
+{
+    return {0.0f - lab.y(), lab.x(), lab.z()}; // not -lab.y(), which makes -0 of 0
+}
+
+QVector3D lightOf(const QVector3D& stored)
+{
+    return {stored.y(), 0.0f - stored.x(), stored.z()};
+}
+
 QJsonObject jsonOf(const KVViewState& view)
 {
     QJsonObject json{
@@ -252,7 +263,7 @@ QJsonObject jsonOf(const KVViewState& view)
         {QStringLiteral("grid"), view.grid},
         {QStringLiteral("axes"), view.axes},
         {QStringLiteral("plane"), view.plane},
-        {QStringLiteral("light"), arrayOf(LightPosition::toViewer(view.light))},
+        {QStringLiteral("light"), arrayOf(storedLight(view.light))},
         {QStringLiteral("lightColor"), view.lightColor.name()},
     };
     if (view.clipping)
@@ -275,9 +286,9 @@ KVViewState viewOf(const Reader& reader)
     reader.read("grid", view.grid);
     reader.read("axes", view.axes);
     reader.read("plane", view.plane);
-    QVector3D light = LightPosition::toViewer(view.light);
+    QVector3D light = storedLight(view.light);
     reader.read("light", light);
-    view.light = LightPosition::fromViewer(light);
+    view.light = lightOf(light);
     reader.read("lightColor", view.lightColor);
     if (reader.has("clip")) {
         view.clipping = 0.0f;

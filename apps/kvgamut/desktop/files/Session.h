@@ -17,7 +17,7 @@ struct Session
     struct Gamut
     {
         QString input; ///< a built-in name, or a file by its absolute path
-        GamutSettings settings;
+        KVGamut::Settings settings;
         KVGamutLook look;
 
         bool operator==(const Gamut&) const = default;

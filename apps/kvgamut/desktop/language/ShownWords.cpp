@@ -37,7 +37,7 @@ QString ShownWords::intent(KVVMRenderType intent)
     return {};
 }
 
-QString ShownWords::settings(const GamutSettings& settings)
+QString ShownWords::settings(const KVGamut::Settings& settings)
 {
     QString words = intent(settings.intent);
     if (settings.blackPointCompensation && settings.intent != KVVMRenderAbsoluteColorimetric)

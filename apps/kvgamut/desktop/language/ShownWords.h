@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "model/inputs/GamutSettings.h"
+#include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QString>
 #include <QtGui/QVector3D>
@@ -11,7 +11,7 @@ namespace ShownWords {
 
 QString intent(KVVMRenderType intent);
 /// "relative colorimetric, black point compensated".
-QString settings(const GamutSettings& settings);
+QString settings(const KVGamut::Settings& settings);
 /// "L* 53.2  a* 80.1  b* 67.2".
 QString lab(const QVector3D& lab);
 /// "L* 53.2  C* 104.4  h 40.0°".

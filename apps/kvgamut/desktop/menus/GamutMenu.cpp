@@ -56,7 +56,7 @@ void GamutMenu::addIntents()
         QAction* action = addCheckable(*this, name, ShownWords::intent(intent),
                                        QKeySequence(Qt::Key_F5 + static_cast<int>(intent)));
         connect(action, &QAction::triggered, this, [this, intent] {
-            m_model.changeActiveSettings([intent](GamutSettings& s) { s.intent = intent; });
+            m_model.changeActiveSettings([intent](KVGamut::Settings& s) { s.intent = intent; });
         });
         group->addAction(action);
         m_intents.append(action);
@@ -64,7 +64,7 @@ void GamutMenu::addIntents()
     m_blackPoint =
         addCheckable(*this, "activeBlackPoint", tr("&Black point compensation"), QKeySequence(Qt::Key_F9));
     connect(m_blackPoint, &QAction::triggered, this, [this](bool on) {
-        m_model.changeActiveSettings([on](GamutSettings& s) { s.blackPointCompensation = on; });
+        m_model.changeActiveSettings([on](KVGamut::Settings& s) { s.blackPointCompensation = on; });
     });
 }
 

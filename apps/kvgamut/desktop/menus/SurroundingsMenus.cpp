@@ -2,7 +2,6 @@
 #include "SurroundingsMenus.h"
 
 #include "MenuActions.h"
-#include "desktop/view/LightPosition.h"
 
 #include <QtGui/QActionGroup>
 #include <QtWidgets/QColorDialog>
@@ -40,8 +39,8 @@ void BackgroundMenu::showBackground(const QColor& background)
         action->setChecked(action->data().value<QColor>().rgb() == background.rgb());
 }
 
-LightMenu::LightMenu(KVGamut3DViewer& viewer, QWidget* parent)
-    : QMenu(tr("L&ight"), parent), m_viewer(viewer), m_positions(new QActionGroup(this))
+LightMenu::LightMenu(KVGamutView& view, QWidget* parent)
+    : QMenu(tr("L&ight"), parent), m_view(view), m_positions(new QActionGroup(this))
 {
     addPosition("lightAbove", tr("From &above"), Qt::Key_F2, {300, 0, 0});
     addPosition("lightLeft", tr("From the &left"), Qt::Key_F3, {200, -300, -200});
@@ -60,24 +59,20 @@ void LightMenu::addPosition(const char* name, const QString& text, Qt::Key key, 
     m_positions->addAction(action);
 }
 
-// A change of the light waits for the next frame; setting the background draws one.
-
 void LightMenu::setPosition(const QVector3D& position)
 {
-    m_viewer.setLightPos(LightPosition::toViewer(position));
-    m_viewer.setBackground(m_viewer.background());
+    m_view.setLight(position, m_view.state().lightColor);
 }
 
 void LightMenu::setColor(const QColor& color)
 {
-    m_viewer.setLightColor(color);
-    m_viewer.setBackground(m_viewer.background());
+    m_view.setLight(m_view.state().light, color);
 }
 
 void LightMenu::chooseColor()
 {
     const QColor color =
-        QColorDialog::getColor(m_viewer.lightColor(), parentWidget(), tr("Colour of the light"));
+        QColorDialog::getColor(m_view.state().lightColor, parentWidget(), tr("Colour of the light"));
     if (color.isValid())
         setColor(color);
 }

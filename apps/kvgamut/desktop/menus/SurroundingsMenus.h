@@ -28,7 +28,7 @@ class LightMenu : public QMenu
 {
     Q_OBJECT
 public:
-    LightMenu(KVGamut3DViewer& viewer, QWidget* parent);
+    LightMenu(KVGamutView& view, QWidget* parent);
 
     void showPosition(const QVector3D& position); ///< (L*, a*, b*)
 
@@ -38,6 +38,6 @@ private:
     void setColor(const QColor& color);
     void chooseColor();
 
-    KVGamut3DViewer& m_viewer;
+    KVGamutView& m_view;
     QActionGroup* m_positions;
 };

@@ -11,9 +11,9 @@
 using MenuActions::add;
 using MenuActions::addCheckable;
 
-ViewMenu::ViewMenu(KVGamut3DViewer& viewer, CameraControl& camera, ClipControl& clip,
+ViewMenu::ViewMenu(KVGamutView& view, CameraControl& camera, ClipControl& clip,
                    const QList<QDockWidget*>& panels, QWidget* parent)
-    : QMenu(tr("&View"), parent), m_viewer(viewer), m_camera(camera)
+    : QMenu(tr("&View"), parent), m_view(view), m_camera(camera)
 {
     addCamera();
     addSeparator();
@@ -79,12 +79,12 @@ void ViewMenu::addSurroundings()
     m_axes = addCheckable(*this, "axes", tr("&Axes"), QKeySequence(Qt::Key_X));
     m_grid = addCheckable(*this, "gridLines", tr("&Grid"), QKeySequence(Qt::Key_G));
     m_plane = addCheckable(*this, "plane", tr("ab &plane"), QKeySequence(Qt::Key_P));
-    connect(m_axes, &QAction::triggered, &m_viewer, &KVGamut3DViewer::setDisplayAxes);
-    connect(m_grid, &QAction::triggered, &m_viewer, &KVGamut3DViewer::setDisplayGrid);
-    connect(m_plane, &QAction::triggered, &m_viewer, &KVGamut3DViewer::setabPlane);
-    m_background = new BackgroundMenu(m_viewer, parentWidget());
+    connect(m_axes, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayAxes);
+    connect(m_grid, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayGrid);
+    connect(m_plane, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setabPlane);
+    m_background = new BackgroundMenu(*m_view.viewer(), parentWidget());
     addMenu(m_background);
-    m_light = new LightMenu(m_viewer, parentWidget());
+    m_light = new LightMenu(m_view, parentWidget());
     addMenu(m_light);
 }
 

@@ -16,8 +16,8 @@ class ViewMenu : public QMenu
 {
     Q_OBJECT
 public:
-    ViewMenu(KVGamut3DViewer& viewer, CameraControl& camera, ClipControl& clip,
-             const QList<QDockWidget*>& panels, QWidget* parent);
+    ViewMenu(KVGamutView& view, CameraControl& camera, ClipControl& clip, const QList<QDockWidget*>& panels,
+             QWidget* parent);
 
     QAction* fullScreen; ///< connected by the window
 
@@ -31,7 +31,7 @@ private:
     void addSurroundings();
     void addPanels(const QList<QDockWidget*>& panels);
 
-    KVGamut3DViewer& m_viewer;
+    KVGamutView& m_view;
     CameraControl& m_camera;
     QAction* m_orthogonal;
     QAction* m_cut;

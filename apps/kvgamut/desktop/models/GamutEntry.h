@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "model/inputs/GamutSettings.h"
+#include <platform/KVVelmoraFramework.h>
 
 #include <KVGamutView.h>
 
@@ -13,7 +13,7 @@ struct GamutEntry
     QString id;    ///< unique for the life of the window; its name in the viewer
     QString input; ///< as GamutSource::open() takes it
     QString title; ///< short and unique
-    GamutSettings settings;
+    KVGamut::Settings settings;
     KVGamutLook look;
 
     bool loading = true;
@@ -21,7 +21,7 @@ struct GamutEntry
 
     quint64 revision = 0; ///< unique for each computed gamut of the window; 0: none yet
     KVGamut::GamutObject gamut;
-    GamutSettings computedWith; ///< settings of the computed gamut
+    KVGamut::Settings computedWith; ///< settings of the computed gamut
 
     bool hasGamut() const { return revision != 0; }
 };

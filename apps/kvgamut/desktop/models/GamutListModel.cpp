@@ -70,7 +70,7 @@ QColor GamutListModel::signColor(int row) const
     return chosen.isValid() ? chosen : SliceDrawing::defaultColor(row);
 }
 
-QString GamutListModel::add(const QString& input, const GamutSettings& settings, const KVGamutLook& look)
+QString GamutListModel::add(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
 {
     GamutEntry entry;
     entry.id = QStringLiteral("%1 %2").arg(++m_lastNumber).arg(input);
@@ -114,7 +114,7 @@ void GamutListModel::setLook(int row, const KVGamutLook& look)
     changed(row, {LookRole, Qt::CheckStateRole, Qt::DecorationRole});
 }
 
-void GamutListModel::setSettings(int row, const GamutSettings& settings)
+void GamutListModel::setSettings(int row, const KVGamut::Settings& settings)
 {
     GamutEntry& entry = m_entries[row];
     if (entry.settings == settings)
@@ -142,11 +142,11 @@ void GamutListModel::changeActiveLook(const std::function<void(KVGamutLook&)>& c
     setLook(m_activeRow, look);
 }
 
-void GamutListModel::changeActiveSettings(const std::function<void(GamutSettings&)>& change)
+void GamutListModel::changeActiveSettings(const std::function<void(KVGamut::Settings&)>& change)
 {
     if (m_activeRow < 0)
         return;
-    GamutSettings settings = m_entries[m_activeRow].settings;
+    KVGamut::Settings settings = m_entries[m_activeRow].settings;
     change(settings);
     setSettings(m_activeRow, settings);
 }

@@ -46,18 +46,18 @@ public:
     /// @{
 
     /// Appends a gamut, which the loader then computes. @return its id
-    QString add(const QString& input, const GamutSettings& settings, const KVGamutLook& look);
+    QString add(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look);
     void remove(int row);
     void clear();
     void setLook(int row, const KVGamutLook& look);
     /// Has the gamut computed with other settings; the present one stays until then.
-    void setSettings(int row, const GamutSettings& settings);
+    void setSettings(int row, const KVGamut::Settings& settings);
     int activeRow() const { return m_activeRow; } ///< -1 without gamuts
     void setActiveRow(int row);
     /// Applies @p change to the look of the active gamut. Without an active gamut nothing happens.
     void changeActiveLook(const std::function<void(KVGamutLook&)>& change);
     /// The same for its settings.
-    void changeActiveSettings(const std::function<void(GamutSettings&)>& change);
+    void changeActiveSettings(const std::function<void(KVGamut::Settings&)>& change);
     /// @}
 
     /// @name What the loader reports

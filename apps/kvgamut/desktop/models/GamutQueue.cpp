@@ -81,7 +81,7 @@ void GamutQueue::onDataChanged(const QModelIndex& first, const QModelIndex& last
 
 /// Runs on a worker.
 GamutQueue::Outcome GamutQueue::compute(const QString& input, std::optional<GamutSource> source,
-                                        const GamutSettings& settings, KVCompletionProtocolPtr protocol)
+                                        const KVGamut::Settings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;
     if (protocol->isCancelled()) // cancelled while it waited for a thread

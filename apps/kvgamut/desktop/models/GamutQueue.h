@@ -50,7 +50,7 @@ private:
     };
 
     static Outcome compute(const QString& input, std::optional<GamutSource> source,
-                           const GamutSettings& settings, KVCompletionProtocolPtr protocol);
+                           const KVGamut::Settings& settings, KVCompletionProtocolPtr protocol);
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
     void onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles);

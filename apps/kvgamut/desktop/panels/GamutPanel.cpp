@@ -102,14 +102,15 @@ QWidget* GamutPanel::makeComputation()
     form->addRow(tr("G&rid"), m_grid);
 
     connect(m_intent, &QComboBox::currentIndexChanged, this, [this] {
-        changeSettings([this](GamutSettings& s) {
+        changeSettings([this](KVGamut::Settings& s) {
             s.intent = static_cast<KVVMRenderType>(m_intent->currentData().toInt());
         });
     });
-    connect(m_blackPoint, &QCheckBox::toggled, this,
-            [this](bool on) { changeSettings([on](GamutSettings& s) { s.blackPointCompensation = on; }); });
+    connect(m_blackPoint, &QCheckBox::toggled, this, [this](bool on) {
+        changeSettings([on](KVGamut::Settings& s) { s.blackPointCompensation = on; });
+    });
     connect(m_grid, &QSpinBox::valueChanged, this, [this](int value) {
-        changeSettings([value](GamutSettings& s) { s.gridPoints = value == automaticGrid ? -1 : value; });
+        changeSettings([value](KVGamut::Settings& s) { s.gridPoints = value == automaticGrid ? -1 : value; });
     });
     return group;
 }
@@ -219,7 +220,7 @@ void GamutPanel::changeLook(const std::function<void(KVGamutLook&)>& change)
         m_model.changeActiveLook(change);
 }
 
-void GamutPanel::changeSettings(const std::function<void(GamutSettings&)>& change)
+void GamutPanel::changeSettings(const std::function<void(KVGamut::Settings&)>& change)
 {
     if (!m_showing)
         m_model.changeActiveSettings(change);

@@ -34,7 +34,7 @@ private:
     QWidget* makeAppearance();
     void showActive();
     void changeLook(const std::function<void(KVGamutLook&)>& change);
-    void changeSettings(const std::function<void(GamutSettings&)>& change);
+    void changeSettings(const std::function<void(KVGamut::Settings&)>& change);
     void paintColorButton();
 
     GamutListModel& m_model;

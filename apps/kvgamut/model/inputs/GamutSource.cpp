@@ -5,6 +5,7 @@
 #include "InputFile.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/problems/SystemReason.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -47,11 +48,26 @@ Result<GamutSource> GamutSource::open(const QString& name)
     return failure(Problem(ProblemCode::UnknownFormat).about(name));
 }
 
+namespace {
+
+/// Why the engine did not open the profile called @p name. The operating system's reason becomes a cause with
+/// a code, so that it can be translated.
+Problem profileProblem(const QString& name)
+{
+    const KVProblem problem = KVProfileProblem().value_or(KVProblem());
+    if (problem.code == KVProblemCode::FileUnreadable)
+        return Problem(ProblemCode::CannotRead, {}, name)
+            .because(SystemReason::ofErrno(problem.arguments.value(1).toInt()));
+    return Problem(problem).about(name);
+}
+
+} // namespace
+
 /// @param profile as the engine opened it just now: null where KVProfileProblem() says why
 Result<GamutSource> GamutSource::ofProfile(const QString& name, const KVProfilePtr& profile)
 {
     if (!profile)
-        return failure(Problem(KVProfileProblem().value_or(KVProblem())).about(name));
+        return failure(profileProblem(name));
     GamutSource source(name);
     source.m_profile = profile;
     return source;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 #include <numbers>
 #include <tuple>
 #include <vector>
@@ -12,15 +11,7 @@
 namespace {
 
 using KVGamut::LabPoint;
-using KVGamut::RingPiece; // its end is bitwise equal to the start of the next piece
-
-struct Lexicographic
-{
-    bool operator()(const LabPoint& p, const LabPoint& q) const
-    {
-        return std::tie(p.L, p.a, p.b) < std::tie(q.L, q.a, q.b);
-    }
-};
+using KVGamut::SectionLoop;
 
 std::array<float, 4> coefficients(const SlicePlane& plane)
 {
@@ -30,29 +21,21 @@ std::array<float, 4> coefficients(const SlicePlane& plane)
     return {0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f};
 }
 
-/// Joins pieces end to start into rings of their start points.
-QList<QList<LabPoint>> chained(const std::vector<RingPiece>& pieces)
+bool isBefore(const LabPoint& p, const LabPoint& q)
 {
-    std::multimap<LabPoint, LabPoint, Lexicographic> next;
-    for (const auto& [start, end] : pieces)
-        if (start != end) // not a vertex that only touches the plane
-            next.emplace(start, end);
-    QList<QList<LabPoint>> rings;
-    while (!next.empty()) {
-        const LabPoint first = next.begin()->first;
-        QList<LabPoint> ring;
-        for (auto step = next.find(first); step != next.end();) {
-            const LabPoint end = step->second;
-            ring.append(step->first);
-            next.erase(step);
-            if (end == first)
-                break;
-            step = next.find(end);
-        }
-        if (ring.size() > 2)
-            rings.append(ring);
-    }
-    return rings;
+    return std::tie(p.L, p.a, p.b) < std::tie(q.L, q.a, q.b);
+}
+
+/// The loops of a cut, each from its first point in lexicographic order, and in the order of these points:
+/// independent of the numbering of the mesh.
+std::vector<SectionLoop> sortedLoops(const KVGamut::Mesh& surface, const SlicePlane& plane)
+{
+    std::vector<SectionLoop> loops = KVGamut::sectionLoops(coefficients(plane).data(), surface);
+    for (SectionLoop& loop : loops)
+        std::rotate(loop.begin(), std::min_element(loop.begin(), loop.end(), isBefore), loop.end());
+    std::sort(loops.begin(), loops.end(),
+              [](const SectionLoop& a, const SectionLoop& b) { return isBefore(a.front(), b.front()); });
+    return loops;
 }
 
 QPointF flat(const LabPoint& lab, const SlicePlane& plane)
@@ -173,8 +156,7 @@ GamutSlice gamutSlice(const KVGamut::Mesh& surface, const SlicePlane& plane)
 {
     GamutSlice slice;
     QList<QPolygonF> parts;
-    const auto loops = chained(KVGamut::computeRing(coefficients(plane).data(), surface));
-    for (const QList<LabPoint>& loop : loops) {
+    for (const SectionLoop& loop : sortedLoops(surface, plane)) {
         QPolygonF ring;
         for (const LabPoint& lab : loop)
             ring.append(flat(lab, plane));
