@@ -100,7 +100,7 @@ protected:
     {
         EXPECT_EQ(openProfiles(), 0) << "a profile was not released";
         // A worker lets go of its handle a moment after it has delivered its result.
-        EXPECT_TRUE(QTest::qWaitFor([] { return KVCompletionProtocol::runningTasks().isEmpty(); }))
+        EXPECT_TRUE(QTest::qWaitFor([] { return KVCompletionProtocol::runningTasks().isEmpty(); }, 60000))
             << "a computation is still listed";
         reset();
     }

@@ -63,12 +63,12 @@ struct Box
             result[i] = std::clamp(p[i], low[i], high[i]);
         if (!contains(p))
             return result;
-        float least = INFINITY;
+        float minDistance = INFINITY;
         QVector3D best = p;
         for (int i = 0; i < 3; ++i)
             for (const float wall : {low[i], high[i]})
-                if (std::abs(p[i] - wall) < least) {
-                    least = std::abs(p[i] - wall);
+                if (std::abs(p[i] - wall) < minDistance) {
+                    minDistance = std::abs(p[i] - wall);
                     best = p;
                     best[i] = wall;
                 }

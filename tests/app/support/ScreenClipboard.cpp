@@ -58,13 +58,13 @@ void kvtest::ScreenClipboard::clear()
     kvtest::xdisplay::sync(); // keys that are pressed now come later
 }
 
-std::optional<QString> kvtest::ScreenClipboard::text(int longestMs)
+std::optional<QString> kvtest::ScreenClipboard::text(int maxWaitMs)
 {
     const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         connection(), xcb_get_selection_owner(connection(), clipboard()), nullptr));
     if (!owner || owner->owner == XCB_WINDOW_NONE)
         return {};
-    const QDeadlineTimer deadline(longestMs);
+    const QDeadlineTimer deadline(maxWaitMs);
     xcb_convert_selection(connection(), m_window, clipboard(), utf8(), utf8(), XCB_CURRENT_TIME);
     xcb_flush(connection());
     const auto event = nextAnswer(deadline);

@@ -20,8 +20,8 @@ public:
     /// Takes it away from the program that filled it.
     void clear();
     /// The text that a program has put there since; nothing while none has, or while it does not hand it
-    /// over (which it does within @p longestMs).
-    std::optional<QString> text(int longestMs = 1000);
+    /// over (which it does within @p maxWaitMs).
+    std::optional<QString> text(int maxWaitMs = 1000);
 
 private:
     std::uint32_t m_window; ///< to which programs hand over what they have
