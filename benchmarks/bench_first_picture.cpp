@@ -5,7 +5,7 @@
 //     xvfb-run bench_first_picture [runs]
 //
 // The parent starts itself as a child, alternately with an empty window and with the viewer, so that both
-// meet the same load of the machine. It measures the time until the child reports its first picture. Held
+// run under the same load. It measures the time until the child reports its first picture. Held
 // constant: sRGB, default grid, 640 x 480, warm shader caches.
 
 #include <KVGamut3DViewer.h>
@@ -30,13 +30,13 @@ void done()
 {
     std::puts("done");
     std::fflush(stdout);
-    std::_Exit(0); // without destructors, which are not measured
+    std::_Exit(0); // skips destructors, which must not be measured
 }
 
 class EmptyWindow : public QOpenGLWindow
 {
 public:
-    /// A window of the same kind as the viewer's, or if @p plain the simplest one of Qt.
+    /// A window of the same kind as the viewer's, or a QOpenGLWindow with default settings if @p plain.
     explicit EmptyWindow(bool plain) : QOpenGLWindow(plain ? NoPartialUpdate : PartialUpdateBlit)
     {
         if (!plain) {

@@ -176,7 +176,7 @@ void print(const char* what, double before, double after)
     std::fflush(stdout);
 }
 
-/// Alternates both ways, so that both meet the same load of the machine.
+/// Alternates both ways, so that both run under the same load.
 void compare(const char* what, int runs, const std::function<double(Show)>& measure)
 {
     std::vector<double> before, after;

@@ -248,7 +248,7 @@ std::vector<std::array<float, 3>> somePoints()
     return points;
 }
 
-// Tests one point after the other; the index is built before.
+// Tests one point after the other; the index is built beforehand.
 template <typename Ask>
 void askPoints(benchmark::State& state, const Ask& ask)
 {

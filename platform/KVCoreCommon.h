@@ -28,8 +28,8 @@ public:
     ~KVBackgroundTaskBase() override;
 
 Q_SIGNALS:
-    /// A started run has ended: with a result, aborted, or replaced by nothing to run.
-    /// Emitted on the thread of the task, once for each start.
+    /// A start is completed: its run ended with or without a result, or there was nothing to run.
+    /// Emitted on the thread of the task, once for each start that was not replaced by a newer one.
     void finished();
 
 protected Q_SLOTS:

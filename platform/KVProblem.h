@@ -68,7 +68,7 @@ enum class KVProblemCode : int
     NotASavedGamut,           ///< the hash does not hold a saved gamut
     UnknownSavedVersion,      ///< argument: the version
     SavedGamutDamaged,        ///< the checksum does not match, or the text cannot be decoded
-    SavedGamutInvalidValues,  ///< values that no gamut has
+    SavedGamutInvalidValues,  ///< some values are not possible in a gamut
     SavedGamutTooClose,       ///< the faces lie too close together to be checked for self-intersection
     SavedGamutSelfIntersects, ///< the saved surface self-intersects
 };
@@ -77,8 +77,8 @@ Q_ENUM_NS(KVProblemCode)
 } // namespace KVProblemCodes
 using KVProblemCodes::KVProblemCode;
 
-/// A failure: a code, its arguments, and the file that it is about. Programs decide by the code; the text is
-/// only for display, and is made from code and arguments in one place for each language.
+/// A failure: a code, its arguments, and the file that it is about. Programs should test the code. The
+/// text is only for display; it is generated from the code and the arguments.
 ///
 /// A value; may be used on any thread.
 class KVCORECOMMON_EXPORT KVProblem
@@ -95,8 +95,8 @@ public:
 
     /// One line of plain English that names the subject and has the arguments filled in.
     QString text() const;
-    /// The English sentence of a code, with %1 for its argument; never null. What text() fills in, and
-    /// what a translation starts from: use it as the source text in the translation context "Problem".
+    /// The English sentence of a code, with %1 for its argument; never null. text() replaces %1 by the
+    /// argument. Translations use the sentence as the source text, in the context "Problem".
     static const char* sentence(KVProblemCode code);
 
     bool operator==(const KVProblem&) const = default; ///< same code, arguments and subject

@@ -150,7 +150,7 @@ enum class Method
     None,           ///< there is no gamut
     DeviceMesh,     ///< image of the device cube's surface; for three channels whose map does not fold
     RadialHull,     ///< hull of samples of the device hypercube's faces after radial compression
-    LatticeSurface, ///< surface between the lattice points in Lab that the device reaches and the others
+    LatticeSurface, ///< surface that separates the lattice points in Lab inside the gamut from the others
 };
 
 /// Data about a gamut and its computation.
@@ -208,10 +208,10 @@ public:
               float maxEdge, int gridPoints, int refinements, KVCompletionProtocolPtr* protocol);
 
     /// Computes the gamut of @p profile with primaries and outline, Settings::defaultMaxEdge and
-    /// Settings::defaultMaxRefinements: the form that the viewer and the program show. Otherwise as above.
+    /// Settings::defaultMaxRefinements, as the viewer and the program do. Otherwise as above.
     bool init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol = nullptr);
 
-    /// The gamut as a hash of plain values, which every QVariant serialization keeps; empty for an empty
+    /// The gamut as a hash of plain values, which every QVariant serialization preserves; empty for an empty
     /// gamut. The key "Gamut" marks it as a saved gamut.
     QHash<QString, QVariant> serialize() const;
     /// Restores the result of serialize(); the whole hash may also be stored as the value of its own key
@@ -265,7 +265,7 @@ private:
 ///
 /// @param plane four coefficients {nL, na, nb, d}: the plane is nL·L + na·a + nb·b + d = 0. For null, NaN and
 ///        infinite coefficients the result is empty.
-/// @param faces as of GamutObject::faces(); others than triangles are ignored
+/// @param faces as returned by GamutObject::faces(); faces that are not triangles are ignored
 /// @return one piece for each face that the plane crosses: the two crossing points in Lab. The pieces of a
 ///         closed surface form closed rings, even if the plane passes through vertices.
 KVVELMORA_EXPORT QList<QList<QList<float>>> computeRing(const float* plane,

@@ -52,7 +52,7 @@ sources() {
 analyse() {
     local command=$1
     shift
-    # without precompiled headers: those of GCC are of no use to Clang
+    # without precompiled headers, because Clang cannot read those of GCC
     cmake --preset dev -B build/analysis -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_TEST_ROOMS= >/dev/null
     # the files that moc generates are included by the sources
     cmake --build build/analysis \

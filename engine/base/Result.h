@@ -7,11 +7,11 @@
 
 namespace velmora {
 
-/// A value, or the problem because of which there is none.
+/// A value, or the problem that explains why there is no value.
 template <typename T>
 using Result = tl::expected<T, KVProblem>;
 
-/// The return value of a function that fails: `return failure(KVProblemCode::NoVolume);`
+/// Creates the return value of a function that fails: `return failure(KVProblemCode::NoVolume);`
 [[nodiscard]] inline tl::unexpected<KVProblem> failure(KVProblemCode code, const QStringList& arguments = {})
 {
     return tl::unexpected<KVProblem>(KVProblem{code, arguments, {}});

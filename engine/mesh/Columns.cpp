@@ -42,7 +42,8 @@ void forColumnsThrough(const LatticePoint& p, const LatticePoint& q, const Latti
         const std::int64_t floored = offset >= 0 ? offset / step : -((-offset + step - 1) / step);
         return static_cast<int>(std::clamp<std::int64_t>(floored, up ? 0 : -1, up ? count : count - 1));
     };
-    // By sideAb() a column lies infinitely little to the right of and above its nominal place.
+    // sideAb() shifts a column by an infinitely small distance to the right of and above its nominal
+    // position.
     const int i0 = index(std::min({p.a, q.a, r.a}), grid.a0, grid.step, grid.na, true);
     const int i1 = index(std::max({p.a, q.a, r.a}), grid.a0, grid.step, grid.na, false);
     const int j0 = index(std::min({p.b, q.b, r.b}), grid.b0, grid.step, grid.nb, true);
@@ -118,7 +119,7 @@ Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, co
 
 WindingCheck checkWinding(const ColumnCrossings& columns, const ColumnGrid& grid)
 {
-    constexpr float minGap = 1e-3f; // dE; more than rounding errors make of two heights of one plane
+    constexpr float minGap = 1e-3f; // dE; greater than the rounding error of two heights on one plane
     WindingCheck check;
     for (std::size_t c = 0; c + 1 < columns.first.size(); ++c) {
         int winding = 0;

@@ -49,8 +49,8 @@ struct ColumnCrossings
     std::vector<Crossing> crossings;
 };
 
-/// Intersects the columns of a grid with a mesh. Every column passes each edge and vertex on a definite side
-/// (see sideAb()), so the signs of a closed surface's column always sum to zero. Fails if @p task is
+/// Intersects the columns of a grid with a mesh. No column meets an edge or a vertex exactly (see sideAb()),
+/// so the signs of the crossings of a column with a closed surface always sum to zero. Fails if @p task is
 /// cancelled.
 [[nodiscard]] Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, const Task& task);
 

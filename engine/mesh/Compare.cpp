@@ -70,9 +70,9 @@ struct Vertex
     double difference; // lightness of the second sheet minus that of the first
 };
 
-// A triangle that is clipped by up to four half-planes. A clip adds at most one vertex, but in a needle
-// rounding can put successive vertices on alternating sides; n vertices then become at most 3n/2: 4, 6,
-// 9, 13.
+// A triangle that is clipped by up to four half-planes. A clip adds at most one vertex, except in very thin
+// triangles: there rounding can put successive vertices on alternating sides, and n vertices become at most
+// 3n/2. The numbers of vertices after the four clips are therefore at most 4, 6, 9 and 13.
 struct Polygon
 {
     std::array<Vertex, 13> vertices;

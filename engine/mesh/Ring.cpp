@@ -194,7 +194,7 @@ std::vector<KVGamut::SectionLoop> KVGamut::sectionLoops(const float* plane, cons
             at = step->second.next;
             steps.erase(step);
         }
-        if (at == first) // otherwise the mesh has a boundary here
+        if (at == first) // if not, the mesh has a boundary here
             loops.push_back(std::move(loop));
     }
     return loops;

@@ -271,7 +271,7 @@ private:
     std::vector<Entry> m_entries;
 };
 
-// Limits of a search's work.
+// Limits on the work of one search.
 struct Effort
 {
     std::size_t entries = std::numeric_limits<std::size_t>::max(); // in all cell lists together
@@ -338,7 +338,7 @@ Result<std::size_t> countIntersections(const Mesh& mesh, std::size_t maxCount, c
 {
     const Search search = searchIntersections(mesh, maxCount, {}, task);
     if (!search.isComplete && search.intersections < maxCount)
-        return failure(KVProblemCode::Cancelled); // the effort is not limited
+        return failure(KVProblemCode::Cancelled); // the effort is unlimited, so nothing else can fail
     return search.intersections;
 }
 

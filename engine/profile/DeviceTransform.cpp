@@ -175,8 +175,8 @@ Result<CmsTransform> labTransform(const CmsContext& context, cmsHPROFILE device,
                                   int intent, bool blackPointCompensation)
 {
     // Little CMS always applies black-point compensation for the perceptual and saturation intents if the
-    // destination is a version 4 profile, as its Lab profile is. As version 2.1 it is the same space, and the
-    // caller decides.
+    // destination is a version 4 profile, such as its Lab profile. With version 2.1 the space is the same,
+    // but the caller can choose.
     const CmsProfile labSpace(cmsCreateLab4ProfileTHR(context.get(), nullptr));
     if (!labSpace)
         return failure(KVProblemCode::OutOfMemory);

@@ -29,7 +29,7 @@ enum class ChannelKind
 class DeviceTransform
 {
 public:
-    /// Fails if the profile has no gamut that could be computed.
+    /// Fails if no gamut can be computed for the profile.
     [[nodiscard]] static Result<std::unique_ptr<DeviceTransform>>
     create(const QByteArray& profile, int intent, bool blackPointCompensation);
     virtual ~DeviceTransform() = default;

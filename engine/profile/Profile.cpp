@@ -37,7 +37,7 @@ Result<void> checkProfile(const QByteArray& bytes)
     return context.failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
 }
 
-/// Call it right after the operation that failed: errno does not last.
+/// Call it immediately after the operation that failed, because later calls overwrite errno.
 tl::unexpected<KVProblem> unreadable(const QFile& file)
 {
     const int error = errno;
@@ -46,7 +46,7 @@ tl::unexpected<KVProblem> unreadable(const QFile& file)
 
 Result<QByteArray> contentsOf(const QString& path)
 {
-    // Reading anything but a regular file may never end.
+    // Reading a pipe or a device may block forever, so only regular files are read.
     const QFileInfo info(path);
     if (!info.exists())
         return failure(KVProblemCode::FileNotFound);

@@ -49,8 +49,8 @@ void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned c
 
 namespace {
 
-// Curvature of each axis: the mean second difference along the hypercube's edges and through its centre, with
-// the same number of nodes for all axes.
+// Curvature of the map along each axis: the mean second difference along the hypercube's edges and through
+// its centre, with the same number of nodes for all axes.
 Result<std::vector<double>> curvatures(const DeviceTransform& transform, const DeviceNodes& nodes,
                                        const Task& task)
 {
@@ -88,7 +88,7 @@ Result<std::vector<double>> curvatures(const DeviceTransform& transform, const D
     return result;
 }
 
-// Number of tetrahedra of a solid with so many nodes along each axis.
+// Number of tetrahedra of a solid with the given number of nodes along each axis.
 double tetrahedraOf(const std::vector<std::size_t>& counts)
 {
     const std::size_t n = counts.size();

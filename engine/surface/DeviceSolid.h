@@ -20,10 +20,10 @@ struct DeviceSolid
 /// With more channels there are too many three-dimensional faces.
 inline constexpr int maxSolidChannels = 6;
 
-/// Nodes for a solid of about as many tetrahedra as @p nodesPerAxis nodes along each axis would give, and at
-/// most 400,000. Axes along which the map is curved get more nodes than linear ones: the error of a chord is
-/// proportional to the second difference and to the square of the step, and the total error is least if it is
-/// the same along all axes.
+/// Chooses the nodes of a solid. The number of tetrahedra is about the same as with @p nodesPerAxis nodes
+/// along each axis, and at most 400,000. Axes along which the map is curved get more nodes than linear ones:
+/// the error of a chord is proportional to the second difference and to the square of the step, and the total
+/// error is least if it is the same along all axes.
 /// @return fails as DeviceTransform::toLab()
 [[nodiscard]] Result<DeviceNodes> solidNodes(const DeviceTransform& transform, int nodesPerAxis,
                                              const Task& task);
@@ -62,8 +62,8 @@ struct LineGrid
 };
 
 /// Limits how many intersections of lines and tetrahedra are computed for one gamut. Solids of real devices
-/// need about 1 million, one of four channels that winds more than once 11 million. A table of noise, in
-/// which each tetrahedron is as large as the whole solid, would need hundreds of millions.
+/// need about 1 million; a solid of four channels that winds more than once needs 11 million. A table of
+/// random values, in which each tetrahedron is as large as the whole solid, would need hundreds of millions.
 struct CastBudget
 {
     static constexpr std::size_t maxPerCast = 3'000'000; ///< in one call of castThrough(), which stores them

@@ -19,19 +19,21 @@ namespace velmora {
 namespace {
 
 // Above this share of reversed volume the image of the device cube's surface does not bound the gamut. Real
-// RGB spaces have none at all, encodings with clipped corners some percent.
+// RGB spaces have none; encodings with clipped corners have a few percent.
 constexpr double maxFoldShare = 0.001;
 // Share of the volume in which a surface's winding number may be neither 0 nor 1.
 constexpr double maxInvalidShare = 0.001;
-// Allowed relative difference between a hull's volume and the device's, which is measured on a coarser grid.
+// Allowed relative difference between the volume of a hull and that of the device solid, which is measured
+// on a coarser grid.
 constexpr double concavityTolerance = 0.02;
-// Faces of a lattice surface, from the default grid on. More faces cut less off the solid's edges.
+// Faces of a lattice surface with the default grid or a finer one. With more faces less is cut off the edges
+// of the solid.
 constexpr double latticeFaces = 100'000.0;
 constexpr int foldCheckNodes = 17;
 // Allowed relative difference of the volumes of two hulls on different grids, for solids that cannot be
 // checked in another way.
 constexpr double hullTolerance = 0.1;
-// From here on there are too many two-dimensional faces to sample all of them.
+// From this number of channels on there are too many two-dimensional faces to sample all of them.
 constexpr int manyChannels = 7;
 
 DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
@@ -116,7 +118,7 @@ private:
         return *found ? Result<void>() : hullMesh();
     }
 
-    // @return false if another method has to be taken
+    // @return false if another method must be used
     Result<bool> directMesh()
     {
         const auto folds = checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2));
@@ -141,8 +143,8 @@ private:
         return true;
     }
 
-    // Fewer nodes if the requested ones would need too many samples; other positions for three channels,
-    // whose map folds if they come here.
+    // Reduces the number of nodes if the requested ones would need too many samples. With three channels the
+    // positions are chosen anew, because a hull is then only needed for a map that folds.
     Result<void> chooseHullNodes()
     {
         const int channels = m_transform.channels();
@@ -185,7 +187,7 @@ private:
     }
 
     // For more channels than DeviceSolid supports: checks that the hull contains only device colours, and all
-    // of them as far as a coarser grid tells.
+    // of them as far as a coarser grid can show.
     Result<void> checkFilled(const Mesh& hull, const Mesh& coarse)
     {
         const auto reached = reachedVolume(hull, m_transform, m_task.part(0.7, 0.75));

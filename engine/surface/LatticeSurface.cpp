@@ -251,8 +251,8 @@ private:
             const std::size_t line = lines.lineOf(n);
             const Interval* begin = intervals.intervals.data() + intervals.first[line];
             const Interval* end = intervals.intervals.data() + intervals.first[line + 1];
-            // By rounding a line may miss a tetrahedron that the line along L* through the node hits. The
-            // surface is then assumed to pass through the node.
+            // Because of rounding a line may miss a tetrahedron that the line along L* through the node hits.
+            // The surface is then assumed to pass through the node.
             double place = leaves ? from : from + m_lattice.pitch;
             int tetrahedron = -1;
             for (const Interval* s = begin; s != end; ++s)
@@ -380,7 +380,7 @@ private:
         }
     }
 
-    static constexpr double placeTolerance = 1e-3; // dE; an interval that ends so close to a node contains it
+    static constexpr double placeTolerance = 1e-3; // dE; an interval that ends this close contains the node
 
     const DeviceSolid& m_solid;
     Lattice m_lattice;

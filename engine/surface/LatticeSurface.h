@@ -17,8 +17,8 @@ namespace velmora {
 [[nodiscard]] Result<Mesh> latticeSurface(const DeviceSolid& solid, double pitch, CastBudget& budget,
                                           const Task& task);
 
-/// The pitch, in dE, with which the lattice surface of a solid has about so many faces.
-/// Fails as castThrough(), or with TooSmall if the solid encloses nothing.
+/// The pitch, in dE, with which the lattice surface of a solid has about @p faces faces.
+/// Fails as castThrough(), or with TooSmall if the solid encloses no volume.
 [[nodiscard]] Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget,
                                            const Task& task);
 

@@ -60,7 +60,7 @@ void KVCompletionProtocol::setProgress(float value)
 {
     value = std::min(value, 1.0f);
     float present = m_progress.load(std::memory_order_relaxed);
-    // A NaN fails every comparison and so never gets in.
+    // Comparisons with NaN are false, so NaN is ignored.
     while (value > present && !m_progress.compare_exchange_weak(present, value, std::memory_order_relaxed)) {
     }
 }

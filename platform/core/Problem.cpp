@@ -12,7 +12,7 @@ struct Sentence
     const char* words;
 };
 
-// The English words of every failure, in one place and in the order of the codes.
+// The English text of every failure, in one place and in the order of the codes.
 constexpr Sentence sentences[] = {
     {KVProblemCode::Cancelled, QT_TRANSLATE_NOOP("Problem", "cancelled")},
     {KVProblemCode::OutOfMemory, QT_TRANSLATE_NOOP("Problem", "not enough memory")},

@@ -12,12 +12,12 @@ namespace cancelling {
 
 struct Runs
 {
-    int cancelled = 0; ///< the others ended before their next check
-    work::Work max;    ///< maximum work of a run after cancel(), for each number separately
+    int cancelled = 0; ///< number of cancelled runs; the others completed before their next check
+    work::Work max;    ///< maximum work of a run after cancel(), separately for each member
 };
 
-/// Computes a gamut whole, and then again and again, each time cancelled after a share of the steps that the
-/// whole one took.
+/// Computes a gamut completely, then once for each of @p shares: that run is cancelled after this share of
+/// the work of the complete run.
 Runs cancelledAfter(const std::vector<double>& shares, const KVProfilePtr& profile, int gridPoints,
                     float maxEdge);
 

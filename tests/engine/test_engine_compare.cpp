@@ -76,7 +76,7 @@ TEST(Compare, ofBoxesIsTheirCommonBox)
         box(50, 90, -10, 70, -20, 40), // overlapping at a corner
         box(30, 70, -20, 40, -50, 0),  // contained
         box(10, 90, -40, 60, -70, 20), // containing
-        box(10, 90, -5, 5, -70, 20),   // a wall through it
+        box(10, 90, -5, 5, -70, 20),   // a thin plate through it
         box(77, 90, 47, 70, 7, 40),    // a small corner
         box(20, 80, -30, 50, 5, 60),   // with common facets
     };

@@ -190,8 +190,8 @@ TEST(Gamut, verticesHaveTheLabOfTheirDeviceColours)
     }
 }
 
-// Nearly all colours of the device are inside. The others may only be outside by the deviation of a flat face
-// from the curved surface.
+// Nearly all colours of the device are inside. The others may be outside by at most the distance of a flat
+// face from the curved surface.
 TEST(Gamut, containsTheColoursOfTheDevice)
 {
     for (const QString& path : {srgb(), adobeRgb(), printerCmyk()}) {

@@ -27,7 +27,7 @@ using testprofiles::Lab;
 
 namespace {
 
-// A solid that is known exactly, and a device whose gamut it is.
+// A solid that is known exactly, and a device whose gamut is this solid.
 struct Case
 {
     const char* name;
@@ -237,7 +237,7 @@ TEST(LatticeGamut, ofAProfileThatOverlapsItselfIsARing)
     EXPECT_TRUE(copy.faces() == gamut.faces());
 }
 
-// --- More channels than a lattice surface can be made for -----------------------------------------
+// --- More channels than a lattice surface supports ------------------------------------------------
 
 namespace {
 
@@ -323,7 +323,7 @@ TEST(ReachedVolume, isTheVolumeOfASolidWithoutConcavities)
     EXPECT_LT(reachedVolume(filled, crescent, {}).value(), 1.01 * s.volume());
 }
 
-// --- The parts ------------------------------------------------------------------------------------
+// --- Steps of the computation ---------------------------------------------------------------------
 
 namespace {
 

@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 thread_local std::size_t maxAllocation = unlimited;
 
-// Allocations above `bytes` fail while this lives.
+// Allocations of more than `bytes` bytes fail while this object exists.
 class AllocationLimit
 {
 public:

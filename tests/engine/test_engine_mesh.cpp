@@ -335,8 +335,8 @@ TEST(SelfIntersection, isFoundIfADentReachesTheOtherSide)
     EXPECT_EQ(countIntersections(mesh, all, {}).value(), expected);
 }
 
-// Coincident sheets do not intersect. Where two solids coincide the winding number is 2 or 0 instead, and
-// where they only touch nothing is wrong.
+// Coincident sheets do not intersect. Where two solids coincide, the winding number is 2 or 0 instead.
+// Solids that only touch are valid.
 TEST(SelfIntersection, doesNotIncludeCoincidentSheets)
 {
     const Mesh box = boxMesh({0, 0, 0}, {40, 40, 40});

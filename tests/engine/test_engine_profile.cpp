@@ -112,7 +112,7 @@ QByteArray wideTableElement()
     return element + QByteArray(4 * 3 << 14, '\0');
 }
 
-// Four curves with so many linear segments each.
+// Four curves with the given number of linear segments each.
 QByteArray curveElement(int segments)
 {
     QByteArray curve("curf\0\0\0\0", 8);
@@ -419,7 +419,7 @@ TEST(HostileProfile, ofNoiseCostsLittleWorkAndMemory)
         }
 }
 
-// Each colour would go through all of the elements.
+// Each colour would have to be processed by all of the elements.
 TEST(HostileProfile, ofThousandsOfElementsIsRefused)
 {
     QList<QByteArray> matrices(10'000, matrixElement(4));
@@ -433,7 +433,7 @@ TEST(HostileProfile, ofThousandsOfElementsIsRefused)
         EXPECT_EQ(KVProfileProblem(), damagedTag("D2B1"));
         expectHarmless(bytes, "elements");
     }
-    // As many as a device may need.
+    // As many elements as a real device needs.
     const QByteArray sound = profileAround(
         "D2B1", elementList({curveElement(9), matrixElement(4), curveElement(2), matrixElement(3)}));
     EXPECT_EQ(codeOf(velmora::checkIccTables(sound)), std::nullopt);

@@ -128,7 +128,7 @@ TEST(Refusal, ofAProfileWithoutTransformToLab)
                   only(KVProblemCode::NoTransformBecause, {QStringLiteral("Couldn't link the profiles")}));
 }
 
-// Signatures in the header that stand for no class and no colour space. Little CMS opens such profiles.
+// The header contains unknown signatures of the class and the colour space. Little CMS opens such profiles.
 TEST(Refusal, ofAnUnsupportedProfileClass)
 {
     QByteArray bytes = tableProfile(cmsSigRgbData, 5, anyBox);
@@ -244,7 +244,7 @@ TEST(Cancellation, stopsSoonAtTheDefaultGrid)
         EXPECT_LE(runs.max.colours, 4096u);
         EXPECT_LE(runs.max.bytes, 32u << 20);
     }
-    EXPECT_GE(cancelled, 8); // the others ended before
+    EXPECT_GE(cancelled, 8); // the others completed before their next check
 }
 
 namespace {

@@ -69,7 +69,7 @@ KVGamut::GamutObject coneGamut()
                    9);
 }
 
-// Every triangle with vertices of its own.
+// The mesh with separate vertices for each triangle.
 Mesh separated(const Mesh& mesh)
 {
     Mesh result;
@@ -182,7 +182,7 @@ TEST(SectionLoops, areThePiecesJoinedIntoClosedPolygons)
 
 TEST(SectionLoops, keepLoopsApartThatTouchInAVertex)
 {
-    // two tetrahedra above and below each other's side that meet in one point, as separate vertices
+    // two tetrahedra that touch in one point, where each has its own vertex
     Mesh mesh;
     mesh.lab = {{50, 0, 0}, {60, 20, 0},  {40, 20, 10},   {40, 20, -10},
                 {50, 0, 0}, {60, -20, 0}, {40, -20, -10}, {40, -20, 10}};

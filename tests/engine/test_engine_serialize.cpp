@@ -191,7 +191,7 @@ TEST(Deserialize, refusesEveryDamage)
     expectRefused(hash, damaged, "no checksum");
 }
 
-// --- A surface that no computation hands out, with a checksum that fits ----------------------------
+// --- Surfaces that no computation returns, with a matching checksum --------------------------------
 
 namespace {
 

@@ -10,8 +10,8 @@
 
 namespace kvfuzz {
 
-/// Limits the heap that one input may use at a time. The size of the process is no measure, because it
-/// includes the sanitizers' shadow memory and the fuzzer's corpus.
+/// Limits the heap that one input may use at a time. The size of the process cannot be used for that, because
+/// it includes the sanitizers' shadow memory and the fuzzer's corpus.
 class HeapLimit
 {
 public:

@@ -19,8 +19,8 @@
 /// What the fuzzers, and the regression test of their findings, do with an input.
 namespace kvfuzz {
 
-/// Any bytes as an ICC profile. Intent, black-point compensation and grid are taken from reserved bytes of
-/// the header, so that an input is also a profile file.
+/// Treats any bytes as an ICC profile. Intent, black-point compensation and grid are taken from reserved
+/// bytes of the header, so that an input is also a profile file.
 inline void computeAndQuery(const std::uint8_t* data, std::size_t size)
 {
     constexpr std::size_t reservedAt = 120;
@@ -66,7 +66,7 @@ inline Hash hashFrom(std::uint8_t format, const QByteArray& bytes)
     }
 }
 
-/// Any bytes as a saved gamut; the first byte selects the format.
+/// Treats any bytes as a saved gamut; the first byte selects the format.
 inline Hash savedGamutFrom(const std::uint8_t* data, std::size_t size)
 {
     if (size < 1)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Regression tests: each file in found/ is an input that once broke something.
+// Regression tests: each file in found/ is an input that once caused a failure.
 
 #include "Inputs.h"
 

@@ -21,7 +21,7 @@ const QColor grey(Qt::gray);
 class ExampleTest : public testing::Test
 {
 protected:
-    /// A profile file of a colour space that the tests know by its definition, under a name of its own.
+    /// Path of a copy of an sRGB profile; the tests compute its colours from the definition of sRGB.
     QString srgbProfile()
     {
         const QString path = m_folder.filePath(QStringLiteral("srgb.icc"));
@@ -74,14 +74,15 @@ TEST_F(ExampleTest, theWindowShowsTheMarkersAroundTheGamut)
     ASSERT_EQ(picture.size(), QSize(640, 480));
     EXPECT_EQ(picture.pixelColor(2, 2), grey);
 
-    // The cyan of the press lies outside of sRGB: nothing is before it, it is lit from the side.
+    // The cyan of the press lies outside of sRGB. Nothing is in front of its marker, which is lit from the
+    // side.
     const PinholeCamera camera = freeCamera({265, 160, -450}, {40, 0, 0}, picture.size());
     const QColor marker = picture.pixelColor(camera.pixelOf({55, -37, -50}));
     EXPECT_LT(marker.red(), 60) << marker.name().toStdString();
     EXPECT_GT(marker.green(), 120) << marker.name().toStdString();
     EXPECT_EQ(marker.green(), marker.blue()) << marker.name().toStdString();
 
-    // The surface is translucent: between its own colour and what is behind it.
+    // The surface is translucent: the colour is between that of the surface and that of the background.
     const Device onTheBlueFace{0.5, 0.5, 1};
     const QColor surface = picture.pixelColor(camera.pixelOf(labOf(onTheBlueFace)));
     EXPECT_GT(difference(surface, grey), 20) << surface.name().toStdString();

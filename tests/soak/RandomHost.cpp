@@ -14,7 +14,7 @@ namespace {
 
 constexpr QSize startSize(160, 120); // the cost of a shown viewer grows with its size
 constexpr float uncut = 1000000.0f;
-constexpr int names = 4;                // a few, so that calls use the same ones
+constexpr int names = 4;                // few, so that different calls use the same ids
 constexpr int minGrid = 5, maxGrid = 9; // grids whose gamuts take milliseconds
 const QString kept = QStringLiteral("kept");
 
@@ -129,8 +129,7 @@ void RandomHost::call()
     compare();
 }
 
-// --- Random values
-// -------------------------------------------------------------------------------------------
+// --- Random values ------------------------------------------------------------------------------------
 
 float RandomHost::number(float from, float to)
 {
@@ -524,8 +523,7 @@ void RandomHost::replaceViewer()
     ++m_replaced;
 }
 
-// --- State at rest, and comparison
-// -------------------------------------------------------------------------------
+// --- State at rest, and comparison --------------------------------------------------------------------
 
 void RandomHost::stretch()
 {
@@ -554,7 +552,7 @@ void RandomHost::rest()
     m_lastCall = QStringLiteral("rest");
     expect(waitForLoads(), QStringLiteral("a load is not reported"));
     if (m_losesContexts)
-        replaceViewer(); // nothing of the old one may remain
+        replaceViewer(); // the old viewer must not leave anything behind
 
     KVGamut3DViewer& v = *m_viewer;
     v.clearMarkerSet();
@@ -568,7 +566,7 @@ void RandomHost::rest()
     m_segments.clear();
     m_gamuts.clear();
 
-    // With a gamut, so that the picture depends on gamuts, too.
+    // Shows a gamut, so that differences in drawing gamuts are found, too.
     v.setClipping(m_clipping = uncut);
     v.load(kept, profile(screenProfile(), maxGrid), nullptr);
     m_gamuts[kept];

@@ -31,8 +31,8 @@ public:
     /// Makes one random call and compares the state of the viewer.
     void call();
 
-    /// Shows more translucent triangles than any order of calls does. The viewer keeps the memory in which it
-    /// sorts them, so this allocates the maximum once.
+    /// Shows more translucent triangles than any sequence of calls does. The viewer keeps the memory in which
+    /// it sorts them, so this allocates the maximum once.
     void stretch();
 
     /// Resets the viewer to its first state and waits for all loads and for the picture.
@@ -81,7 +81,7 @@ private:
     float number(float from, float to);
     QVector3D position();
     QColor color();
-    QString name(); ///< one of a few ids, so that calls use the same ones
+    QString name(); ///< one of a few ids, so that different calls use the same ids
     int duration();
     QList<KVGamut3DViewer::ColoredPosition> items();
 

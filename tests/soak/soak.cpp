@@ -17,12 +17,12 @@ namespace {
 constexpr int rounds = 10;
 
 // Caches of Qt and the driver grow at first, so the growth is measured from the second round on. It varies by
-// some tens of kilobytes. A leak of a hundred bytes in every tenth call is more than this limit.
+// some tens of kilobytes. A leak of a hundred bytes in every tenth call exceeds this limit.
 constexpr qint64 allocatedSlack = 256 * 1024;
 // The allocator does not return pages at once.
 constexpr qint64 residentSlack = 32ll * 1024 * 1024;
 
-RandomHost* currentHost = nullptr; // gets the warnings
+RandomHost* currentHost = nullptr; // receives the warnings
 
 void record(QtMsgType type, const QMessageLogContext&, const QString& text)
 {

@@ -49,7 +49,7 @@ KVProfile* open(const QByteArray& bytes)
     return new KVProfile{bytes};
 }
 
-/// The present behaviour, copied out so that it runs without the lock.
+/// A copy of the current behaviour, so that it can run without the lock.
 template <typename Member>
 auto behaviour(Member member)
 {
@@ -192,7 +192,7 @@ KVProfile* KVProfileCreateWithData(const void* data, int size)
 
 std::optional<KVProblem> KVProfileProblem()
 {
-    return KVProblem{KVProblemCode::NotAProfile, {}, {}}; // the only one that this engine knows
+    return KVProblem{KVProblemCode::NotAProfile, {}, {}}; // the only problem that this engine reports
 }
 
 void KVProfileRelease(KVProfile* profile)

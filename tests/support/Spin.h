@@ -8,7 +8,7 @@
 
 namespace kvtest {
 
-/// Processes events until @p condition holds; false after @p timeoutMs, which only ends hangs.
+/// Processes events until @p condition holds; false after @p timeoutMs, a timeout that only hangs exceed.
 inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 120000)
 {
     QElapsedTimer timer;

@@ -29,7 +29,7 @@ set(KV_USER_VARIABLES
     LIBGL_ALWAYS_INDIRECT LIBGL_DEBUG LIBGL_DRIVERS_PATH MESA_DEBUG MESA_EXTENSION_OVERRIDE
     MESA_GL_VERSION_OVERRIDE MESA_GLSL_VERSION_OVERRIDE MESA_LOADER_DRIVER_OVERRIDE GALLIUM_HUD DRI_PRIME vblank_mode __GLX_VENDOR_LIBRARY_NAME __EGL_VENDOR_LIBRARY_FILENAMES)
 
-# Where and by what programs draw. A test that is started by hand keeps these.
+# The display and the renderer that programs use. A test that is started by hand keeps these.
 set(KV_DISPLAY_VARIABLES DISPLAY WAYLAND_DISPLAY XAUTHORITY QT_QPA_PLATFORM LIBGL_ALWAYS_SOFTWARE GALLIUM_DRIVER)
 
 set(kv_test_folder "${CMAKE_BINARY_DIR}/cache")
@@ -38,7 +38,7 @@ foreach(folder IN ITEMS mesa config config-dirs data home runtime fontconfig)
 endforeach()
 file(CHMOD "${kv_test_folder}/runtime" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
-# Only one family of fonts, which also replaces those that are asked for by other names.
+# Only one font family, which also replaces all other families that programs request.
 file(GLOB kv_font_folders /usr/share/fonts/truetype/liberation /usr/share/fonts/liberation*)
 set(KV_FONT_FOLDERS "")
 foreach(folder IN LISTS kv_font_folders)

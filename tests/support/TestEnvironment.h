@@ -4,8 +4,8 @@
 namespace kvtest {
 
 /// Removes what the user and the desktop set in the environment of this process (language, theme, scaling,
-/// input methods and so on), as ctest does for tests that it starts. To be called before the application
-/// object is made.
+/// input methods and so on), as ctest does for tests that it starts. Call this before the application
+/// object is created.
 void useTestEnvironment();
 
 } // namespace kvtest

@@ -39,7 +39,7 @@ std::optional<std::string> resolved(const std::string& name, const std::string& 
 
 using Units = std::map<std::string, std::set<std::string>>;
 
-/// Depth-first search for the arrows that lead back to a unit on the present path.
+/// Depth-first search for the arrows that lead back to a unit on the current path.
 class CycleSearch
 {
 public:

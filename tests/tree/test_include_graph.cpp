@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// No include cycles between files, and no arrow between folders against the order that docs/ARCHITECTURE.md
-// describes.
+// There are no include cycles between files, and folders include each other only in the order that
+// docs/ARCHITECTURE.md describes.
 
 #include "SourceTree.h"
 
@@ -20,7 +20,7 @@ const std::string model = "apps/kvgamut/model/";
 const std::string commands = "apps/kvgamut/commands";
 const std::string desktop = "apps/kvgamut/desktop";
 
-/// @p own and, for the program, what all of it may include of the library.
+/// @p own and the folders of the library that all of the program may include.
 std::set<std::string> program(std::set<std::string> own)
 {
     own.insert({"include", "platform"});
@@ -44,7 +44,7 @@ Order documentedOrder()
         {"platform", {}},
         {"platform/core", {"platform"}},
         {"include", {"platform"}},
-        {"scene", {"platform", "glwindow/CameraState.h"}}, // drawn objects take the record of the camera
+        {"scene", {"platform", "glwindow/CameraState.h"}}, // drawn objects use the state of the camera
         {"glwindow", {"platform", "scene"}},
         {"gamut", {"platform", "scene"}},
         {"viewer", {"platform", "include", "scene", "glwindow", "gamut"}},
@@ -56,7 +56,7 @@ Order documentedOrder()
         {"engine/surface", {"platform", "engine/base", "engine/profile", "engine/mesh"}},
         {"engine/gamut", {"platform", "engine/base", "engine/profile", "engine/mesh", "engine/surface"}},
 
-        // the program: model rooms know neither commands nor the window
+        // the program: the folders of model/ depend neither on commands/ nor on desktop/
         {model + "problems", program({})},
         {model + "reports", program({model + "problems"})},
         {model + "inputs", program({model + "problems", model + "reports"})},
@@ -167,8 +167,8 @@ TEST(SourceTree, keepsTheDocumentedOrderOfFolders)
     EXPECT_THAT(arrowsAgainst(documentedOrder(), graph), IsEmpty());
 }
 
-// Each folder becomes a file that includes those of the folders that it may include. Only the record of the
-// camera, a single file, leads from scene/ back to glwindow/.
+// Each folder becomes a file that includes those of the folders that it may include. Only the state of the
+// camera, a single file, is included by scene/ from glwindow/.
 TEST(SourceTree, hasADocumentedOrderWithoutCycles)
 {
     Sources folders;

@@ -4,7 +4,7 @@
 #include <QtCore/QFile>
 #include <QtGui/QGuiApplication>
 
-// Uses the public header alone; exits 0 when the viewer and its resources are where a host needs them.
+// Uses only the public header. The exit code is 0 if the viewer works and its resources are in place.
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
