@@ -8,8 +8,8 @@
 
 namespace velmora {
 
-/// A gamut as a hash of plain values that QDataStream, CBOR and JSON keep: "Gamut" is the record as base64
-/// text, "GamutVersion" the version of the format, "GamutChecksum" the SHA-256 of the decoded text.
+/// A gamut as a hash of plain values that QDataStream, CBOR and JSON preserve: "Gamut" is the record as
+/// base64 text, "GamutVersion" the version of the format, "GamutChecksum" the SHA-256 of the decoded text.
 [[nodiscard]] QHash<QString, QVariant> serialized(const GamutRecord& record);
 
 /// Fails if @p hash does not contain a saved gamut, or if the gamut is damaged or not valid.

@@ -10,7 +10,7 @@
 
 namespace kvfuzz {
 
-/// Aborts, so that the fuzzer keeps the input, if @p holds is false.
+/// Aborts if @p holds is false; the fuzzer then saves the input.
 inline void require(bool holds, const char* property)
 {
     if (holds)

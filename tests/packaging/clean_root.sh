@@ -47,7 +47,7 @@ rm -f "$work.not_run"
 for tool in debootstrap cpack dpkg-shlibdeps unshare; do
     command -v "$tool" >/dev/null || cannot_run "$tool is not installed"
 done
-if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts end with this process
+if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts are removed when this process ends
     unshare --mount true 2>/dev/null || cannot_run "this system does not let root mount file systems"
     KV_OWN_MOUNTS=1 exec unshare --mount --propagation private "$0" "$@"
 fi

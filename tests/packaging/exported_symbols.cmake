@@ -9,7 +9,7 @@ set(foreign "^(_init|_fini|_edata|_end|__bss_start|__(asan|tsan|ubsan|odr_asan|s
 function(symbols variable)
     execute_process(COMMAND ${NM} -D --defined-only -p -C "${LIBRARY}"
         OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
-    string(REGEX REPLACE "[;[]|]" "_" output "${output}") # characters with a meaning in lists of CMake
+    string(REGEX REPLACE "[;[]|]" "_" output "${output}") # characters that are special in CMake lists
     string(REGEX REPLACE "[0-9a-f]+ [A-Za-z] ([^\n]*)\n" "\\1;" names "${output}")
     list(FILTER names EXCLUDE REGEX "${foreign}")
     list(FILTER names EXCLUDE REGEX "^$")

@@ -46,7 +46,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Which sixths of the hue circle @p part of a picture shows in strong colours.
+/// The sixths of the hue circle that occur in @p part of a picture in saturated colours.
 std::set<int> strongHues(const QImage& picture, const QRect& part)
 {
     std::set<int> sixths;

@@ -42,7 +42,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_done;
     bool m_isDone = false;
-    std::thread m_thread; // last: it uses the others
+    std::thread m_thread; // declared last, because it uses the other members
 };
 
 } // namespace kvtest

@@ -75,7 +75,7 @@ TEST(SourceFiles, ofScriptsAndShadersNameTheirLicence)
                                      {"CMakeLists.txt", ".cmake", ".sh", ".vert", ".frag"});
     ASSERT_GT(files.size(), 30u);
     for (const auto& [path, text] : files)
-        EXPECT_TRUE(namesLicence(text, 2)) << path; // after the interpreter or the version of GLSL
+        EXPECT_TRUE(namesLicence(text, 2)) << path; // line 1 may be the interpreter or #version
 }
 
 TEST(SourceFiles, ofTheProductAreShort)
