@@ -88,7 +88,7 @@ tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request)
         if (!opened)
             problem = KVProfileProblem();
     }
-    if (!opened) { // asked even without data: the engine decides what an empty profile is
+    if (!opened) { // called even without data: the engine decides whether an empty profile is valid
         const QByteArray& data = request.profileData;
         opened = wrapped(KVProfileCreateWithData(data.constData(), static_cast<int>(data.size())));
         if (!opened && !problem && !data.isEmpty())

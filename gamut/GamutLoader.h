@@ -42,7 +42,7 @@ struct LoadedGamut
     GamutMeshSet meshes;
 };
 
-/// @p request with its profile open. A request for a computed or saved gamut comes back unchanged.
+/// @p request with its profile open. A request for a computed or saved gamut is returned unchanged.
 /// On failure, the problem of the first source that was given.
 tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request);
 

@@ -19,5 +19,5 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletion
 QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color);
 
 /// Screen colour of a Lab triple. Invalid if the colour engine returns values outside 0..255, black if it
-/// returns none.
+/// returns no values.
 QColor kvLabToColor(const QList<float>& lab);

@@ -108,7 +108,7 @@ KVCompletionProtocolPtr KV3DGamutObject::load(const GamutRequest& request,
                                               const QHash<QString, QVariant>& params, EndFunction onEnd,
                                               ContextGuard contextGuard)
 {
-    // The old task goes first: it cancels its work and waits, so that no two loads overlap.
+    // The old task is destroyed first: it cancels its work and waits, so that no two loads overlap.
     m_loader.reset();
     const auto replaced = std::exchange(m_onEnd, std::move(onEnd)); // its captures may run code of the host
     m_contextGuard = std::move(contextGuard);

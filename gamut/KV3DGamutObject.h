@@ -41,11 +41,10 @@ public:
     /// With @p onLoaded the computation runs in the background. A load in progress on this object is
     /// cancelled first; the call waits for its end, and it is not reported. onLoaded is called once on this
     /// thread, between guard(true) and guard(false), or without the guard if no profile could be opened.
-    /// Without
-    /// @p onLoaded everything happens inside the call. A failed load does not change the object.
+    /// Without @p onLoaded everything happens inside the call. A failed load does not change the object.
     void load(const QHash<QString, QVariant>& params, LoadedFunction onLoaded, ContextGuard contextGuard);
 
-    /// Loads any request in the background. @p onEnd is called once on this thread, also if the engine threw;
+    /// Loads any request in the background. @p onEnd is called once on this thread, even if the engine threw;
     /// not if the load is replaced or the object destroyed before. The callbacks are only called and
     /// destroyed on this thread.
     /// @param params returned by params() after success

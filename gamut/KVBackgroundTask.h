@@ -12,7 +12,7 @@
 /// Runs one unit of work at a time on a private worker thread. A newer request replaces an older one.
 ///
 /// Everything except Functor::run() happens on the thread that owns the task, which needs an event loop:
-///  - start() schedules a run; of several starts in one turn of the event loop only the last one runs;
+///  - start() schedules a run; of several starts in one iteration of the event loop only the last one runs;
 ///  - a start during a run cancels that run, whose result is discarded;
 ///  - finished() is emitted once for each start that was not replaced: when there is a result(), when
 ///    prepare() returned false, when the run threw (the result is a default value then), or when there was
@@ -65,7 +65,7 @@ public:
         m_current.reset();
     }
 
-    /// Schedules @p functor after @p delayMsecs; 0 means the next turn of the event loop.
+    /// Schedules @p functor after @p delayMsecs; 0 means the next iteration of the event loop.
     void start(QSharedPointer<Functor> functor, int delayMsecs)
     {
         if (m_current)

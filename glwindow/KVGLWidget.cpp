@@ -80,8 +80,8 @@ void KVGLWidget::teardownGL()
 
 void KVGLWidget::update()
 {
-    // A child window is not told that its parent is hidden. Without this check the frame loop of a viewer in
-    // a hidden tab would keep a core busy. The parent calls update() when it is shown again.
+    // A child window gets no event when its parent is hidden. Without this check the frame loop of a viewer
+    // in a hidden tab would keep a core busy. The parent calls update() when it is shown again.
     if (parent() && !parent()->isVisible())
         return;
     QPaintDeviceWindow::update();

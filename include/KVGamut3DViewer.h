@@ -56,7 +56,7 @@ public:
     /// Preset camera positions.
     enum View : int
     {
-        Top = 0,    ///< from above (high L*), +a* to the right, +b* up; so does every other value
+        Top = 0,    ///< from above (high L*), +a* to the right, +b* up; any other value does the same
         Bottom = 1, ///< from below, from a longer distance
     };
 
@@ -197,7 +197,7 @@ public:
     /// Opacity of the surface, 0..1, reached after @p duration milliseconds. Ignored before the first load.
     /// Unknown: 1.
     void changeGamutAlpha(QString id, float alpha, int duration);
-    float gamutAlpha(QString id) const; ///< the opacity that a change leads to
+    float gamutAlpha(QString id) const; ///< the opacity, or the target of a change in progress
     /// One colour for the whole gamut: lighter or darker on the surface according to its lightness,
     /// unchanged for lines and points. An invalid colour restores the gamut's own colours. Unknown: an
     /// invalid colour.
@@ -233,14 +233,14 @@ public:
 
     /// @name Camera
     /// A change with a duration is a move; moveFinished() is emitted at its end. It is not emitted for
-    /// changes at once and for moves that a newer change replaces. During a move, position and interest
-    /// point are those of the moment, projection and viewing angle those of its start.
+    /// immediate changes or for moves that a newer change replaces. During a move, position and interest
+    /// point are the current values; projection and viewing angle are those at the start of the move.
     /// @{
 
     /// Moves the eye to @p position, looking at @p interestPt.
     void setCamera(const QVector3D& position, int duration, const QVector3D& interestPt);
     QVector3D camera() const;                  ///< position of the eye
-    QVector3D interestPt() const;              ///< the point that the eye looks at and turns around
+    QVector3D interestPt() const;              ///< the point that the eye looks at and rotates around
     void resetCamera(View view, int duration); ///< moves to a preset position
     /// Orthogonal instead of perspective projection. The visible height at the interest point is kept.
     void setOrthogonalProjection(bool on, int duration);
@@ -272,7 +272,7 @@ public:
     void setBackground(QColor color);        ///< Qt::gray at first; causes a new frame
     QColor background() const;               ///< the colour set last
 
-    /// The last drawn frame in device pixels, also if the window is covered. Null before the first frame. A
+    /// The last drawn frame in device pixels, even if the window is covered. Null before the first frame. A
     /// window that is larger than OpenGL's framebuffers (16,384 pixels or more) does not draw; picture(QSize)
     /// has no such limit.
     QImage picture() const;

@@ -31,7 +31,7 @@ struct KV3DVIEWER_EXPORT KVCamera
     Q_PROPERTY(bool orthogonal MEMBER orthogonal)
 public:
     QVector3D position{522.48712f, 0.0f, -1.1920929e-7f}; ///< of the eye
-    QVector3D interestPoint{50.0f, 0.0f, 0.0f};           ///< what the eye looks at and turns around
+    QVector3D interestPoint{50.0f, 0.0f, 0.0f};           ///< what the eye looks at and rotates around
     float viewingAngle = 30.0f;                           ///< vertical field of view, degrees
     bool orthogonal = false;                              ///< parallel projection instead of perspective
 
@@ -101,7 +101,7 @@ struct KV3DVIEWER_EXPORT KVViewState
     QColor lightColor = Qt::white;       ///< multiplies the lit part of a surface
     bool grid = true;                    ///< whether the grid is shown
     bool axes = true;                    ///< whether the axes and their labels are shown
-    bool plane = false;                  ///< the coloured floor
+    bool plane = false;                  ///< whether the coloured ab plane is shown
     std::optional<float> clipping;       ///< L* above which gamuts are cut off; nullopt: nothing is cut
     QHash<QString, KVGamutLook> looks;   ///< by gamut id
     QHash<QString, KVGamut::Settings> settings; ///< by gamut id
@@ -122,7 +122,7 @@ struct KV3DVIEWER_EXPORT KVLoadRequest
     QString profilePath;        ///< an ICC profile file
     QByteArray profileData;     ///< or the bytes of one
     KVProfilePtr profile;       ///< or one that is open
-    QVariantHash savedGamut;    ///< or what GamutObject::serialize() gave; settings do not apply to it
+    QVariantHash savedGamut;    ///< or the result of GamutObject::serialize(); settings do not apply to it
     KVGamut::Settings settings; ///< how the gamut is computed
 
     /// A request for profilePath.
@@ -138,7 +138,7 @@ struct KV3DVIEWER_EXPORT KVLoadRequest
     static std::optional<KVLoadRequest> fromParams(const QVariantHash& params, KVProblem* problem = nullptr);
 };
 
-/// What is under the pointer, and the event that asked for it.
+/// What is under the pointer, and the event that caused the query.
 struct KV3DVIEWER_EXPORT KVHit
 {
     Q_GADGET
@@ -173,7 +173,7 @@ public:
     QVector3D rayDirection;                ///< not normalised
     QPoint pixel;                          ///< window coordinates
     Qt::MouseButton button = Qt::NoButton; ///< released button; NoButton for hovered()
-    Qt::KeyboardModifiers modifiers;       ///< held at that moment
+    Qt::KeyboardModifiers modifiers;       ///< held during the event
     bool endsDrag = false; ///< the pointer moved farther than the system's drag distance since the press
 };
 Q_DECLARE_METATYPE(KVHit)
@@ -199,7 +199,7 @@ public:
     explicit KVGamutView(KVGamut3DViewer* viewer, QObject* parent = nullptr); ///< attached to @p viewer
     ~KVGamutView() override;
 
-    KVGamut3DViewer* viewer() const; ///< null once it is gone
+    KVGamut3DViewer* viewer() const; ///< null after it was destroyed
 
     /// @name Gamuts
     /// @{
@@ -212,14 +212,14 @@ public:
     /// Shows a gamut that is computed already, under @p id. It is neither serialized nor computed again; its
     /// geometry is built in the background. An empty gamut fails with its problem(), or with NoFaces.
     void show(const QString& id, const KVGamut::GamutObject& gamut);
-    /// The same; calls @p done at the end. Null as @p context stands for the view.
+    /// The same; calls @p done at the end. If @p context is null, the view is used.
     void show(const QString& id, const KVGamut::GamutObject& gamut, QObject* context, Done done);
     /// Computes a gamut in the background and shows it. A load of the same id that is in progress is
     /// replaced: its Done is called with the code Cancelled, from the event loop; failed() is not emitted for
     /// it. As with KVGamut3DViewer::load(), this call waits until the computation has noticed that.
     /// A failed load keeps what was shown before.
     void load(const QString& id, const KVLoadRequest& request);
-    /// The same; calls @p done at the end. Null as @p context stands for the view.
+    /// The same; calls @p done at the end. If @p context is null, the view is used.
     void load(const QString& id, const KVLoadRequest& request, QObject* context, Done done);
 
     bool isLoading() const;                  ///< whether any load is in progress
@@ -239,7 +239,7 @@ public:
 
     /// Applies a look. If the gamut is not loaded yet, it appears with this look.
     void setLook(const QString& id, const KVGamutLook& look);
-    /// The present look, as set here or with KVGamut3DViewer. Of a gamut that is not loaded: the look that
+    /// The present look, as set here or with KVGamut3DViewer. For a gamut that is not loaded: the look that
     /// it will have, or the default look. A gamut whose first load is started here begins with the default
     /// look.
     KVGamutLook look(const QString& id) const;
@@ -268,7 +268,7 @@ public:
     /// @{
     KVCamera camera() const; ///< the present camera; during a move, as KVGamut3DViewer describes
     void setCamera(const KVCamera& camera) { setCamera(camera, 0); } ///< at once
-    void setCamera(const KVCamera& camera, int durationMs);          ///< 0 or less: at once, and silently
+    void setCamera(const KVCamera& camera, int durationMs); ///< 0 or less: at once, without moveFinished()
     /// Moves the eye, without turning it, so that the named gamuts fill the window; without names all visible
     /// ones. Does nothing if there are none.
     void frame(const QStringList& ids = {}, int durationMs = 0);
@@ -277,7 +277,7 @@ public:
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
     /// @}
 
-    /// What is drawn first at a pixel (window coordinates): the surface of a gamut that is visible, not fully
+    /// The item in front at a pixel (window coordinates): the surface of a gamut that is visible, not fully
     /// transparent and not cut off there, or a visible marker or point, as a sphere of its size.
     KVHit hitAt(const QPoint& pixel) const;
 
@@ -285,11 +285,12 @@ Q_SIGNALS:
     void loaded(const QString& id);                           ///< the gamut is shown
     void failed(const QString& id, const KVProblem& problem); ///< a load ended without a gamut
     void progressChanged(const QString& id, float progress);  ///< 0..1, never decreasing within a load
-    void loadingChanged();                                    ///< isLoading() has another value
-    /// camera() changed, whatever the cause. Emitted from the event loop, once for changes in one turn.
+    void loadingChanged();                                    ///< isLoading() changed
+    /// camera() changed, whatever the cause. Emitted from the event loop, once for all changes in one
+    /// iteration.
     void cameraChanged();
     void themeFollowsPaletteChanged(); ///< by setThemeFollowsPalette()
-    void themeChanged();               ///< theme() has another value
+    void themeChanged();               ///< theme() changed
     /// The picture is up to date: KVGamut3DViewer::isSettled() became true. From the event loop.
     void settled();
     void clicked(const KVHit& hit); ///< a button was released; from the event loop

@@ -40,7 +40,7 @@ void GamutLoads::start(KV3DGamutObject& gamut, const GamutRequest& request,
         Q_EMIT loadingChanged();
 }
 
-/// From the event loop, because the host is inside the call that starts the new load.
+/// Reports from the event loop, because the host is inside the call that starts the new load.
 void GamutLoads::reportReplaced(EndFunction onEnd)
 {
     QMetaObject::invokeMethod(

@@ -98,7 +98,7 @@ void KVGamutView::Private::onMoved(const QPoint& pixel, Qt::KeyboardModifiers mo
     m_hoverModifiers = modifiers;
     if (m_hoverPosted || !m_view.isSignalConnected(QMetaMethod::fromSignal(&KVGamutView::hovered)))
         return;
-    m_hoverPosted = true; // moves in the same turn of the event loop are picked once
+    m_hoverPosted = true; // moves in the same iteration of the event loop are picked once
     QMetaObject::invokeMethod(this, &Private::reportHover, Qt::QueuedConnection);
 }
 

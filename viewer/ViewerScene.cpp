@@ -32,7 +32,7 @@ QSharedPointer<KV3DObject> ViewerScene::findOrCreate(KV3DObject& parent, const Q
     if (object)
         return object;
     object.reset(new KV3DObject(name, id));
-    object->setId(id); // an empty set name is a name, not a request for a UUID
+    object->setId(id); // an empty set name is valid; the constructor would replace it by a UUID
     if (widget->context())
         object->initializeGL(widget->context());
     if (prepare)
@@ -97,7 +97,7 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     if (profiles->hasChild(id))
         return gamut(id);
     const auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
-    fresh->setId(id); // an empty id is an id
+    fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, clipping);
     if (widget->context())
         fresh->initializeGL(widget->context());

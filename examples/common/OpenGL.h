@@ -3,7 +3,7 @@
 
 #include <QtGui/QOpenGLContext>
 
-/// Whether windows can draw with OpenGL. Ask before a viewer is shown: Qt crashes if they cannot.
+/// Whether windows can draw with OpenGL. Call this before a viewer is shown: Qt crashes if they cannot.
 inline bool hasOpenGL()
 {
     QOpenGLContext context;

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// What the examples show: an id for each gamut, and where it comes from.
+/// The gamuts that the examples show: an id for each, and its source.
 using Profiles = std::vector<std::pair<QString, KVLoadRequest>>;
 
 /// The named profile files; without any, two profiles that Qt can write itself.

@@ -46,7 +46,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override { passOn(event); }
     void keyReleaseEvent(QKeyEvent* event) override { passOn(event); }
 
-    /// A key that is released elsewhere would stay pressed for the viewer. Shift is the one that it keeps.
+    /// The viewer does not see a key release without the focus. Shift is the only key whose state it stores.
     void focusOutEvent(QFocusEvent* event) override
     {
         QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);

@@ -22,7 +22,7 @@ namespace {
 using Task = KVBackgroundTask<int>;
 using kvtest::Watchdog;
 
-/// A unit of work that counts what is asked of it and does as the case says.
+/// A unit of work that counts its calls and runs the functions that the case sets.
 struct Work : Task::Functor
 {
     bool prepare() override
@@ -96,14 +96,14 @@ QSharedPointer<Work> obedient(int value)
     return work;
 }
 
-/// Turns the event loop until @p condition holds; false after a time that only a defect needs.
+/// Runs the event loop until @p condition holds; false after a timeout that only a defect exceeds.
 template <typename Condition>
 bool eventually(Condition condition)
 {
     return QTest::qWaitFor(condition, 120000);
 }
 
-/// Delivers everything that is due, so that what should not come has had its chance to.
+/// Delivers all pending events. After it, a test can check that something did not happen.
 void settle()
 {
     for (int turn = 0; turn < 5; ++turn) {
@@ -277,7 +277,7 @@ TEST(BackgroundTask, aStartDuringARunCancelsTheRun)
     EXPECT_EQ(first->cancels, 1);
     EXPECT_EQ(first->cancelThread, QThread::currentThread());
     EXPECT_FALSE(first->ended) << "a start must not wait for the run that it replaces";
-    // The timer fires while the old run lasts: the new one is prepared and waits for the one thread.
+    // The timer fires during the old run: the new run is prepared and waits for the only thread.
     ASSERT_TRUE(eventually([&] { return second->prepares > 0; }));
     settle();
     EXPECT_EQ(second->runs, 0);
@@ -302,7 +302,7 @@ TEST(BackgroundTask, startsTheNextWhenTheCancelledRunEndsEarly)
     const auto second = returning(2);
     task.start(first, 0);
     ASSERT_TRUE(eventually([&] { return first->runs > 0; }));
-    task.start(second, 600000); // ten minutes, unless the end of the first run shortens it
+    task.start(second, 600000); // ten minutes, but the end of the first run starts it earlier
     ASSERT_TRUE(eventually([&] { return finished.count() > 0; }));
     EXPECT_EQ(finished.count(), 1);
     EXPECT_EQ(task.result(), 2);
@@ -338,7 +338,7 @@ TEST(BackgroundTask, reportsOnceIfAStartCoincidesWithAnEnd)
         task.start(first, 0);
         while (first->prepares == 0)
             QCoreApplication::processEvents();
-        // No event is delivered from here to the second start, so the first can not have reported.
+        // No event is delivered from here to the second start, so the first start cannot be reported.
         QElapsedTimer spin;
         for (spin.start(); spin.nsecsElapsed() < round * 1000;) {
         }
@@ -375,7 +375,7 @@ TEST(BackgroundTask, aStartThatReplacesAQueuedRunSkipsIt)
 
 TEST(BackgroundTask, aCancelledRunWithoutASuccessorLeavesNoResult)
 {
-    // What replaces it is refused in one case and empty in the other; its own result is discarded.
+    // The replacement is refused in one case and null in the other. The result of the old run is discarded.
     const auto refusing = returning(2);
     refusing->onPrepare = [] { return false; };
     for (const auto& replacement : {refusing, QSharedPointer<Work>()}) {
@@ -389,7 +389,7 @@ TEST(BackgroundTask, aCancelledRunWithoutASuccessorLeavesNoResult)
         EXPECT_EQ(inFlight->cancels, 1);
         inFlight->mayEnd.release();
         ASSERT_TRUE(eventually([&] { return inFlight->ended.load(); }));
-        task.start(replacement, 0); // and the task is as good as before
+        task.start(replacement, 0); // the task can still be used
         ASSERT_TRUE(eventually([&] { return !task.isBusy(); }));
         settle();
         EXPECT_EQ(task.result(), 0);
@@ -492,7 +492,7 @@ TEST(BackgroundTask, withoutPreparationThereIsNoRun)
     EXPECT_EQ(refusing->runs, 0);
     EXPECT_EQ(task.result(), 6);
 
-    // What was refused is forgotten, and the next start works.
+    // The refused functor is released, and the next start works.
     const QWeakPointer<Work> watch = refusing;
     task.start(returning(10), 0);
     ASSERT_TRUE(eventually([&] { return finished.count() == 3; }));
@@ -586,7 +586,7 @@ TEST(BackgroundTask, theDestructorCancelsTheRunAndWaits)
     work->onRun = [&] {
         while (!mayReturn)
             QThread::yieldCurrentThread();
-        QThread::msleep(50); // a computation that notices late: the destructor has to stay for it
+        QThread::msleep(50); // the computation notices the cancellation late; the destructor must wait for it
         return 1;
     };
     task->start(work, 0);
@@ -610,7 +610,7 @@ TEST(BackgroundTask, anUndeliveredResultIsDroppedByTheDestructor)
         while (work->prepares == 0)
             QCoreApplication::processEvents();
         if (reports > 0)
-            continue; // the end came in the same turn
+            continue; // it ended in the same iteration of the event loop
         while (!work->ended)
             QThread::yieldCurrentThread();
         task.reset();
@@ -643,7 +643,7 @@ TEST(BackgroundTask, theDestructorDoesNotWaitForAQueuedRun)
     QObject::connect(task.get(), &Task::finished, [&] { ++reports; });
     const auto inFlight = stubborn(1);
     const auto queued = returning(2);
-    // The old run does not end before the destructor is under way.
+    // The old run ends only after the destructor has started.
     queued->onCancel = [&] { inFlight->mayEnd.release(); };
 
     task->start(inFlight, 0);
@@ -693,7 +693,7 @@ TEST(BackgroundTask, twoTasksRunInParallel)
     const auto b = stubborn(2);
     first.start(a, 0);
     second.start(b, 0);
-    // Each waits for the other's start: with one shared thread this would never hold.
+    // Both runs must start before either may end. With one shared thread this would never happen.
     EXPECT_TRUE(eventually([&] { return a->runs > 0 && b->runs > 0; }));
     b->mayEnd.release();
     EXPECT_TRUE(eventually([&] { return !second.isBusy(); }));

@@ -36,14 +36,14 @@ Params dataParams(const QByteArray& bytes)
     return {{dataKey, bytes}};
 }
 
-/// Turns the event loop until @p condition holds; false after a time that only a defect needs.
+/// Runs the event loop until @p condition holds; false after a timeout that only a defect exceeds.
 template <typename Condition>
 bool eventually(Condition condition)
 {
     return QTest::qWaitFor(condition, 120000);
 }
 
-/// Delivers everything that is due, so that what should not come has had its chance to.
+/// Delivers all pending events. After it, a test can check that something did not happen.
 void settle()
 {
     for (int turn = 0; turn < 5; ++turn) {
@@ -52,7 +52,7 @@ void settle()
     }
 }
 
-/// How far a load came.
+/// The result of a load and of its steps.
 struct Loaded : LoadedGamut
 {
     bool profileFound = false;
@@ -96,7 +96,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-/// Loads through a gamut object, with a log of everything that the object says.
+/// Loads through a gamut object, with a log of its callbacks.
 class ObjectLoad : public Loader
 {
 protected:
@@ -142,7 +142,7 @@ const QStringList notOpened{QStringLiteral("loaded sRGB sRGB 0")};
 
 } // namespace
 
-// --- Where the profile comes from -------------------------------------------------------------------
+// --- Where the profile comes from ----------------------------------------------------------------
 
 TEST_F(Loader, opensThePathAsUtf8)
 {
@@ -233,7 +233,7 @@ TEST_F(Loader, keepsTheProfileOpenDuringTheComputation)
     EXPECT_EQ(fakevelmora::openProfiles(), 0);
 }
 
-// --- Parameters of the engine --------------------------------------------------------------------------
+// --- Parameters of the engine --------------------------------------------------------------------
 
 TEST_F(Loader, defaultsToTheAbsoluteIntentAndTheGridOfTheEngine)
 {
@@ -332,7 +332,7 @@ TEST_F(Loader, buildsTheFiveMeshesOfAGamut)
     EXPECT_EQ(loaded.gamut.volume(), 1234.5f);
 }
 
-// --- Saved gamuts --------------------------------------------------------------------------------------
+// --- Saved gamuts --------------------------------------------------------------------------------
 
 TEST_F(Loader, restoresASavedGamutAndReadsNoProfileKey)
 {
@@ -373,7 +373,7 @@ TEST_F(Loader, acceptsASavedGamutIfItsReferenceHasThreeValues)
     }
 }
 
-// --- Into the object, inside the call --------------------------------------------------------------------
+// --- Into the object, inside the call ------------------------------------------------------------
 
 TEST_F(ObjectLoad, withoutACallbackTheLoadIsSynchronous)
 {
@@ -409,7 +409,7 @@ TEST_F(ObjectLoad, withoutACallbackAFailureIsSilent)
     EXPECT_TRUE(gamut->params().isEmpty());
 }
 
-// --- Into the object, in the background ------------------------------------------------------------------
+// --- Into the object, in the background ----------------------------------------------------------
 
 TEST_F(ObjectLoad, computesOnAWorkerAndReportsBetweenTheGuards)
 {
@@ -555,7 +555,7 @@ TEST_F(ObjectLoad, anExceptionOfTheEngineIsNotReported)
     EXPECT_EQ(log, succeeded);
 }
 
-// --- Replaced, removed, destroyed ------------------------------------------------------------------------
+// --- Replaced, removed, destroyed ----------------------------------------------------------------
 
 TEST_F(ObjectLoad, aSecondLoadCancelsTheFirst)
 {
@@ -588,7 +588,7 @@ TEST_F(ObjectLoad, aResultAfterCancellingIsDropped)
     fakevelmora::onInit([&](const InitCall& call) {
         if (call.profile == "profile A") {
             started = true;
-            call.waitForCancel(); // and then succeeds all the same
+            call.waitForCancel(); // and then succeeds although it was cancelled
         }
         return std::optional(tetrahedron(QString::fromUtf8(call.profile)));
     });
@@ -627,8 +627,8 @@ TEST_F(ObjectLoad, onlyTheSecondOfTwoCoincidingLoadsReports)
         while (!started)
             QCoreApplication::processEvents();
         if (!log.isEmpty())
-            continue; // its end came in the same turn of the event loop
-        // Nothing is delivered in here, while the first ends, posts its result and is done.
+            continue; // it ended in the same iteration of the event loop
+        // No event is delivered here while the first load ends and posts its result.
         QElapsedTimer spin;
         for (spin.start(); spin.nsecsElapsed() < round * 2000;) {
         }

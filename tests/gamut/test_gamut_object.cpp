@@ -20,7 +20,7 @@ using kvtest::Vertex;
 using kvtest::verticesOf;
 using Params = QHash<QString, QVariant>;
 
-/// The colour that the default engine answers for a Lab triple, whole numbers as chosen here.
+/// The colour that the default fake engine returns for a Lab triple of whole numbers.
 QColor colorOf(float L, float a, float b)
 {
     return QColor(static_cast<int>(L * 2), static_cast<int>(a + 128), static_cast<int>(b + 128));
@@ -59,7 +59,7 @@ protected:
     QSharedPointer<KV3DGamutObject> object;
 };
 
-/// A gamut of one face, whose numbers are easy to follow.
+/// A gamut of one face with simple coordinates.
 Gamut oneFace()
 {
     Gamut gamut;
@@ -76,7 +76,7 @@ constexpr float kNoClip = 1000000.0f;
 
 } // namespace
 
-// --- An empty gamut ----------------------------------------------------------------------------------------
+// --- An empty gamut ------------------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, hasTheDefaultsOfASceneObject)
 {
@@ -117,8 +117,7 @@ TEST_F(GamutSceneObject, aDisplayModeBeforeTheFirstLoadIsOnlyStored)
     }
 }
 
-// --- The children
-// ----------------------------------------------------------------------------------------------
+// --- The children --------------------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, theFirstLoadCreatesTheChildren)
 {
@@ -194,8 +193,7 @@ TEST_F(GamutSceneObject, aReloadKeepsTheChildrenAndTheirSettings)
     EXPECT_EQ(object->params(), (Params{{QStringLiteral("ProfileData"), QByteArray("profile B")}}));
 }
 
-// --- The meshes
-// --------------------------------------------------------------------------------------------------
+// --- The meshes ----------------------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, theSurfaceHasTheFacesInTheirColours)
 {
@@ -330,8 +328,7 @@ TEST_F(GamutSceneObject, aColourOutOfRangeIsInvalid)
         EXPECT_FALSE(point.first.isValid());
 }
 
-// --- Colours of Lab triples
-// ----------------------------------------------------------------------------------------
+// --- Colours of Lab triples ----------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, labToColorPassesTheTripleUnchanged)
 {
@@ -381,8 +378,7 @@ TEST_F(GamutSceneObject, labToColorTruncatesAndRejectsValuesOutsideAByte)
     }
 }
 
-// --- Display modes
-// ---------------------------------------------------------------------------------------------------
+// --- Display modes -------------------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, modeThreeShowsTheWireframeAndEveryOtherTheSurface)
 {
@@ -427,8 +423,7 @@ TEST_F(GamutSceneObject, aDisplayModeRecoloursOnlyTheSurface)
         EXPECT_EQ(again[i].color, smooth[i].color);
 }
 
-// --- Opacity, ambient strength, colour
-// -----------------------------------------------------------------------------
+// --- Opacity, ambient strength, colour -----------------------------------------------------------
 
 TEST_F(GamutSceneObject, opacityAffectsOnlyTheSurface)
 {
@@ -527,8 +522,7 @@ TEST_F(GamutSceneObject, aReloadKeepsTheColour)
     EXPECT_EQ(front[0].base[0], QColor(40, 0, 0).redF());
 }
 
-// --- Sections
-// ----------------------------------------------------------------------------------------------------------
+// --- Sections ------------------------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, aSectionIsCutFromTheMeshAtTheLightness)
 {
@@ -666,8 +660,7 @@ TEST_F(GamutSceneObject, aSectionBeforeTheFirstLoadIsEmpty)
     EXPECT_EQ(below("Front")->clip(), kNoClip) << "there was no surface to clip";
 }
 
-// --- Questions to the engine
-// ----------------------------------------------------------------------------------------------
+// --- Questions to the engine ---------------------------------------------------------------------
 
 TEST_F(GamutSceneObject, isInsidePassesTheValuesInTheirOrder)
 {

@@ -51,7 +51,7 @@ std::pair<double, double> distances(const float* record, int vertices, const QVe
     return {nearest, sum};
 }
 
-/// The slow and obvious way: a stable sort of whole records.
+/// A slow and simple reference: a stable sort of whole records.
 std::vector<float> naive(const Scene& scene, const QVector3D& eye)
 {
     std::vector<std::vector<float>> records;

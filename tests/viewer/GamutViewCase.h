@@ -35,7 +35,7 @@ protected:
         return computed(fakevelmora::tetrahedron(QStringLiteral("A"), volume));
     }
 
-    /// Shows a gamut and waits until it is there.
+    /// Shows a gamut and waits until it is loaded.
     void showAndWait(const QString& id, const KVGamut::GamutObject& gamut = computed())
     {
         bool done = false;

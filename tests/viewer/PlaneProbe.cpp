@@ -6,9 +6,9 @@
 #include <QtCore/QFile>
 #include <QtGui/QGuiApplication>
 
-// The viewer reads the image of its ab plane beside the folder of the application's binary, which a
-// process cannot choose for itself. Copied to a folder of a test's choice, this program writes the
-// vertices of the plane that a viewer builds there to the file that it is given.
+// The viewer reads the image of its ab plane from a path relative to the application's binary, which a
+// process cannot change. So a test copies this program to a temporary folder and runs it there. The program
+// writes the vertices of the plane to the file that its argument names.
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);

@@ -16,7 +16,7 @@
 
 #include <memory>
 
-/// A case with a viewer that is never shown, and a view on its scene.
+/// A case with a viewer that is never shown, and access to its scene.
 class ViewerCase : public fakevelmora::Case
 {
 protected:
@@ -40,14 +40,14 @@ protected:
         return root().childAt({QLatin1String(groupId), id});
     }
 
-    /// Turns the event loop until @p condition holds; false after a time that only a defect needs.
+    /// Runs the event loop until @p condition holds; false after a timeout that only a defect exceeds.
     template <typename Condition>
     static bool eventually(Condition condition)
     {
         return QTest::qWaitFor(condition, 120000);
     }
 
-    /// Delivers everything that is due, so that what should not come has had its chance to.
+    /// Delivers all pending events. After it, a test can check that something did not happen.
     static void settle()
     {
         for (int turn = 0; turn < 5; ++turn) {

@@ -24,8 +24,8 @@ QList<QVector3D> someBody()
     return {{0, 0, 0}, {100, 0, 0}, {50, 80, 10}, {60, -70, 40}, {40, 10, -90}};
 }
 
-/// The largest of the angles, as tangents, between the line of sight and the positions, by the edges of
-/// the view: above 1 means outside.
+/// Tangent of the maximum angle between the line of sight and a position, divided by the tangent at the edge
+/// of the view: above 1 means outside the view.
 double reach(const KVCamera& camera, const QList<QVector3D>& positions, double aspect)
 {
     const QVector3D forward = (camera.interestPoint - camera.position).normalized();

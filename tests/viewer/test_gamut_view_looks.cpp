@@ -96,7 +96,7 @@ KVViewState someState()
 
 } // namespace
 
-// --- Looks ----------------------------------------------------------------------------------------
+// --- Looks ---------------------------------------------------------------------------------------
 
 TEST_F(GamutViewLooks, aNewGamutHasTheDefaultLook)
 {
@@ -175,7 +175,7 @@ TEST_F(GamutViewLooks, settersOfTheViewerBeforeTheFirstLoadKeepTheirEffect)
     EXPECT_EQ(view->look(id).ambientStrength, KVGamutLook().ambientStrength);
 }
 
-// --- Colours --------------------------------------------------------------------------------------
+// --- Colours -------------------------------------------------------------------------------------
 
 TEST_F(GamutViewLooks, anInvalidColourRestoresTheColoursOfTheGamut)
 {
@@ -244,7 +244,7 @@ TEST_F(GamutViewLooks, anInvalidColourWithoutAColourChangesNothing)
     EXPECT_EQ(front()->isDrawnSinceChange(), drawn);
 }
 
-// --- Themes ---------------------------------------------------------------------------------------
+// --- Themes --------------------------------------------------------------------------------------
 
 TEST_F(GamutViewLooks, theDefaultThemeIsWhatTheViewerBeginsWith)
 {
@@ -348,7 +348,7 @@ TEST_F(GamutViewLooks, theGridOfAPaletteLiesBetweenTextAndWindow)
     EXPECT_LT(theme.grid.lightness(), 128) << "weaker than the axes";
 }
 
-// --- State ----------------------------------------------------------------------------------------
+// --- State ---------------------------------------------------------------------------------------
 
 TEST_F(GamutViewLooks, theStateOfANewViewIsTheDefaultState)
 {

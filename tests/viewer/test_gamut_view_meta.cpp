@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the meta-object system knows: what QML, scripts and property editors work with.
+// The meta-objects, which QML, scripts and property editors use.
 #include "GamutViewCase.h"
 
 #include <QtCore/QMetaEnum>

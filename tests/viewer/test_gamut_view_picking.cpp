@@ -71,7 +71,7 @@ protected:
 
 } // namespace
 
-// --- Pure functions -------------------------------------------------------------------------------
+// --- Pure functions ------------------------------------------------------------------------------
 
 TEST_F(GamutViewPicking, aRayMeetsTheNearestFaceFromBothSides)
 {
@@ -123,7 +123,7 @@ TEST_F(GamutViewPicking, aRayMeetsTheNearestMarker)
     EXPECT_FALSE(kvPickMarker({{100, 0, 0}, {}}, markers, 2.0f));
 }
 
-// --- The view -------------------------------------------------------------------------------------
+// --- The view ------------------------------------------------------------------------------------
 
 TEST_F(GamutViewPicking, aPixelHitsTheSurfaceOfAGamut)
 {

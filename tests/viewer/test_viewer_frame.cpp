@@ -64,7 +64,7 @@ double distanceToSegment(const QVector3D& p, const QVector3D& s, const QVector3D
     return std::sqrt(sum);
 }
 
-/// All of the object lies within @p reach of the segments, and something of it near each of their ends.
+/// Every vertex is within @p reach of the segments, and each end of a segment is within @p reach of a vertex.
 void expectAlong(const KV3DObject& object, const QList<ColoredSegment>& segments, double reach)
 {
     const auto vertices = verticesOf(object);
@@ -83,7 +83,7 @@ void expectAlong(const KV3DObject& object, const QList<ColoredSegment>& segments
         }
 }
 
-/// Corners of the box around an object, in host coordinates.
+/// Two opposite corners of the bounding box of an object, in host coordinates.
 std::pair<QVector3D, QVector3D> boxOf(const KV3DObject& object)
 {
     QVector3D low(1e9f, 1e9f, 1e9f);
@@ -96,14 +96,13 @@ std::pair<QVector3D, QVector3D> boxOf(const KV3DObject& object)
     return {low, high};
 }
 
-/// How far a stroke of width 1 may lie beside its line: the strokes are 2/3 thick and their corners
-/// and mitres reach somewhat farther.
+/// Maximum distance of a vertex from the centre line of a stroke of width 1: strokes are 2/3 thick, and
+/// their corners and mitres are somewhat farther away.
 constexpr float kStroke = 1.0f;
 
 } // namespace
 
-// --- Axes
-// ----------------------------------------------------------------------------------------------------------------
+// --- Axes ----------------------------------------------------------------------------------------
 
 TEST_F(ViewerAxes, areThreeBlackRibbonsFromTheOrigin)
 {
@@ -188,8 +187,7 @@ TEST_F(ViewerAxes, areBuiltAgainInTheirPresentWidth)
     expectGeometry(*group("Grid"), kvSegments(gridSegments(), false, 2.0f));
 }
 
-// --- Labels
-// ----------------------------------------------------------------------------------------------------------------
+// --- Labels --------------------------------------------------------------------------------------
 
 TEST_F(ViewerLabels, traceTheirLettersAtTheEndsOfTheAxes)
 {
@@ -215,15 +213,15 @@ TEST_F(ViewerLabels, areOrientedForReading)
             EXPECT_NEAR(box.second[k], expected[2 * k + 1], kStroke) << "to, axis " << k;
         }
     };
-    // "a" lies flat just above the grid, reads along a* from 110 on, and its up is +b*.
+    // "a" is horizontal, just above the grid. It starts at a* 110 and runs along a*; its top points to +b*.
     const QRectF a = ink("a");
     expectBox(boxOf(*item("Axes", QStringLiteral("Axis_X"))),
               {1, 1, 110 + a.left(), 110 + a.right(), -a.bottom(), -a.top()});
-    // "L" stands in the plane b* = 0 with its baseline at L* 100 and reads along a*.
+    // "L" is in the plane b* = 0, with its baseline at L* 100, and runs along a*.
     const QRectF L = ink("L");
     expectBox(boxOf(*item("Axes", QStringLiteral("Axis_Y"))),
               {100 - L.bottom(), 100 - L.top(), L.left(), L.right(), 0, 0});
-    // "b" lies flat with its baseline at b* 110.
+    // "b" is horizontal, with its baseline at b* 110.
     const QRectF b = ink("b");
     expectBox(boxOf(*item("Axes", QStringLiteral("Axis_Z"))),
               {1, 1, b.left(), b.right(), 110 - b.bottom(), 110 - b.top()});
@@ -301,8 +299,7 @@ TEST_F(ViewerLabels, truncateTheirLineWidthToAWholeNumber)
     }
 }
 
-// --- Grid
-// ----------------------------------------------------------------------------------------------------------------
+// --- Grid ----------------------------------------------------------------------------------------
 
 TEST_F(ViewerGrid, isFiftyGreyLinesTenUnitsApart)
 {

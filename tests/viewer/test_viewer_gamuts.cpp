@@ -57,7 +57,7 @@ protected:
         return viewer->getGamut(gamutId)->child(QLatin1String(name));
     }
 
-    /// The engine's computations wait until they are cancelled; says how far they are.
+    /// The engine's computations count how many were started, then wait until they are cancelled.
     void computeUntilCancelled(std::optional<Gamut> answer = std::nullopt)
     {
         fakevelmora::onInit([this, answer](const InitCall& call) {
@@ -78,8 +78,7 @@ const QString failed = QStringLiteral("loaded sRGB 0");
 
 } // namespace
 
-// --- Unknown ids
-// ----------------------------------------------------------------------------------------------------------
+// --- Unknown ids ---------------------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, queriesOfAnUnknownIdReturnTheDocumentedDefaults)
 {
@@ -137,8 +136,7 @@ TEST_F(ViewerGamuts, idsAreCaseSensitiveAndSpecificToTheGroupOfGamuts)
     EXPECT_EQ(viewer->pointSet(), QStringList{other});
 }
 
-// --- Making and finding a gamut
-// -----------------------------------------------------------------------------------------------
+// --- Making and finding a gamut ------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, theFirstLoadAddsGroupAndGamutAtTheEnd)
 {
@@ -193,8 +191,7 @@ TEST_F(ViewerGamuts, anEmptyIdIsNotTheRoot)
     EXPECT_TRUE(viewer->getGamut(QString()).isNull());
 }
 
-// --- Loading
-// ------------------------------------------------------------------------------------------------------------------
+// --- Loading -------------------------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, withACallbackTheLoadRunsInTheBackground)
 {
@@ -313,7 +310,7 @@ TEST_F(ViewerGamuts, anItemThatIsNotAGamutIsNotChanged)
     EXPECT_FALSE(viewer->exists(id));
     EXPECT_EQ(sorted(viewer->gamuts()), sorted({id, other}));
 
-    // What every scene object can do works; what only a gamut knows is answered as for an unknown id.
+    // Functions of every scene object work. Functions of gamuts return the value for an unknown id.
     viewer->setGamutVisible(id, false);
     EXPECT_FALSE(plain->isVisible());
     viewer->changeGamutAlpha(id, 0.5f, 0);
@@ -358,11 +355,10 @@ TEST_F(ViewerGamuts, aProfileHandleIsReadByItsRegisteredName)
     ASSERT_EQ(fakevelmora::initCalls().size(), 1);
     EXPECT_EQ(fakevelmora::initCalls().first().profile, QByteArray("profile C"));
     EXPECT_TRUE(viewer->params(id).contains(QStringLiteral("Profile")));
-    viewer->removeGamut(id); // whose parameters hold the handle as well
+    viewer->removeGamut(id); // its parameters hold the handle as well
 }
 
-// --- Replaced, removed and destroyed while loading
-// ------------------------------------------------------------------------------
+// --- Replaced, removed and destroyed while loading -----------------------------------------------
 
 TEST_F(ViewerGamuts, aReloadCancelsTheLoadInProgress)
 {
@@ -385,7 +381,7 @@ TEST_F(ViewerGamuts, gamutsLoadInParallel)
     const Watchdog watchdog(300);
     fakevelmora::onInit([this](const InitCall& call) {
         ++started;
-        while (started < 3) // each waits for all
+        while (started < 3) // each load waits until all have started
             QThread::yieldCurrentThread();
         return std::optional(tetrahedron(QString::fromUtf8(call.profile)));
     });
@@ -461,7 +457,7 @@ TEST_F(ViewerGamuts, aGamutMayOutliveItsViewer)
     ASSERT_TRUE(eventually([&] { return started == 1; }));
     viewer.reset();
     mayEnd.release();
-    // Whether the host hears of it is open; that the viewer and its window are not touched is not.
+    // The callback may be called or not, but the viewer and its window must not be used.
     ASSERT_TRUE(eventually([&] { return held->property(QStringLiteral("volume")).isValid(); }));
     settle();
     EXPECT_LE(log.size(), 1);
@@ -527,8 +523,7 @@ TEST_F(ViewerGamuts, theCallbackIsDestroyedAfterItsLoad)
     EXPECT_TRUE(eventually([&] { return watch.expired(); }));
 }
 
-// --- Controls
-// -----------------------------------------------------------------------------------------------------------------
+// --- Controls ------------------------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, theGamutAndItsPartsHaveTheirOwnVisibility)
 {
@@ -568,7 +563,7 @@ TEST_F(ViewerGamuts, theGamutAndItsPartsHaveTheirOwnVisibility)
 
 TEST_F(ViewerGamuts, missingPartsAreNotShown)
 {
-    viewer->load(id, {}, {}); // a gamut that was never loaded has none
+    viewer->load(id, {}, {}); // a gamut that was never loaded has no parts
     ASSERT_TRUE(viewer->exists(id));
     viewer->setDisplayGamut(id, true);
     viewer->setDisplayProjection(id, true);
@@ -658,8 +653,7 @@ TEST_F(ViewerGamuts, aColourGivenBeforeTheLoadEndsShowsWithIt)
     }
 }
 
-// --- Clipping
-// ------------------------------------------------------------------------------------------------------------------
+// --- Clipping ------------------------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, clippingIsKeptBeforeAnythingIsLoaded)
 {
@@ -748,8 +742,7 @@ TEST_F(ViewerGamuts, aSynchronousLoadIsNotClippedUntilTheNextChange)
     EXPECT_EQ(part("Gamut")->clip(), 50.0f);
 }
 
-// --- Queries
-// -------------------------------------------------------------------------------------------------------------------
+// --- Queries -------------------------------------------------------------------------------------
 
 TEST_F(ViewerGamuts, parametersAreThoseOfTheLastLoadThatSucceeded)
 {

@@ -34,7 +34,7 @@ QList<QPoint> planeVertices()
     return points;
 }
 
-/// What a viewer makes of the plane in an application folder of the case's own.
+/// Builds the plane with a viewer in a temporary application folder.
 class PlaneImage : public testing::Test
 {
 protected:
@@ -47,8 +47,8 @@ protected:
 
     QString imageFile() const { return m_dir.filePath(QStringLiteral("Resources/Images/gamut.png")); }
 
-    /// Vertices of the plane built with what lies in the folder, 15 floats each; 6144 of them, or a
-    /// failure.
+    /// Vertices of the plane built with the files in the folder, 15 floats each. Fails if there are not 6144
+    /// vertices.
     QList<float> build()
     {
         const QString output = m_dir.filePath(QStringLiteral("vertices"));
@@ -106,7 +106,7 @@ protected:
         }
     }
 
-    /// An image in which no two of the pixels that matter are alike.
+    /// An image in which all pixels that are read have different colours.
     static QImage distinct(int width, int height, QImage::Format format = QImage::Format_RGB32)
     {
         QImage image(width, height, format);
@@ -127,7 +127,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-/// Counts how often it is asked.
+/// Counts its calls.
 class Counter : public KV3DObject::IDrawCheckFunctor
 {
 public:
@@ -143,8 +143,7 @@ public:
 
 } // namespace
 
-// --- Shape
-// ---------------------------------------------------------------------------------------------------------------
+// --- Shape ---------------------------------------------------------------------------------------
 
 TEST_F(ViewerPlane, is2048TrianglesJustBelowTheOrigin)
 {
@@ -204,12 +203,11 @@ TEST_F(ViewerPlane, doesNotMoveWithTheClipping)
     EXPECT_EQ(group("Plane")->clip(), 1000000.0f);
 }
 
-// --- From which side it is seen
-// ----------------------------------------------------------------------------------------------
+// --- Visibility from above and below -------------------------------------------------------------
 
 TEST_F(ViewerPlane, isNotDrawnFromBelow)
 {
-    // What hangs below the plane is asked exactly when the plane itself is drawn.
+    // The draw check of a child of the plane is called exactly when the plane itself is drawn.
     const auto probe = QSharedPointer<KV3DObject>::create(QStringLiteral("probe"));
     const auto counter = QSharedPointer<Counter>::create();
     probe->setDrawCheck(counter);
@@ -242,8 +240,7 @@ TEST_F(ViewerPlane, isNotDrawnFromBelow)
     EXPECT_EQ(passesFrom(widget().cameraState()), std::vector<int>());
 }
 
-// --- Colours
-// ---------------------------------------------------------------------------------------------------------------
+// --- Colours -------------------------------------------------------------------------------------
 
 TEST_F(PlaneImage, of256PixelsGivesEachVertexItsPixel)
 {
@@ -251,7 +248,7 @@ TEST_F(PlaneImage, of256PixelsGivesEachVertexItsPixel)
     ASSERT_TRUE(image.save(imageFile()));
     expectColoursOf(image);
 
-    // The corners and the centre once more, in numbers: the colour tells column and row.
+    // The corners and the centre again, as numbers: the colour contains the column and the row.
     const QList<float> floats = build();
     const QList<QPoint> points = planeVertices();
     const auto pixelAt = [&](int a, int b) {

@@ -20,8 +20,8 @@
 #include <functional>
 #include <map>
 
-// The viewer with the real colour engine, on profiles whose every number is published. What should
-// come out is worked out here once more, in double precision, from those numbers.
+// The viewer with the real colour engine and with profiles whose parameters are published. The expected
+// values are computed here from these parameters, independently and in double precision.
 
 namespace {
 
@@ -85,8 +85,8 @@ Triple linearFromLab(const Triple& lab)
     return times(kFromXyz, xyzFromLab(lab));
 }
 
-/// Signed volume of the pyramid from the origin over a triangle; summed over a closed surface, the
-/// volume inside it.
+/// Signed volume of the tetrahedron of a triangle and the origin. The sum over a closed surface is the volume
+/// inside it.
 double pyramid(const Triple& p, const Triple& q, const Triple& r)
 {
     return (p[0] * (q[1] * r[2] - q[2] * r[1]) - p[1] * (q[0] * r[2] - q[2] * r[0]) +
@@ -94,7 +94,7 @@ double pyramid(const Triple& p, const Triple& q, const Triple& r)
            6;
 }
 
-/// Volume of the image of the sRGB cube in Lab, over a mesh of n by n squares on each of its sides.
+/// Volume of the image of the sRGB cube in Lab, computed with a mesh of n by n squares on each side.
 double srgbVolume(int n)
 {
     double volume = 0;
@@ -126,8 +126,8 @@ double srgbVolume()
 constexpr cmsCIExyYTRIPLE kSrgbPrimaries{{0.64, 0.33, 1.0}, {0.30, 0.60, 1.0}, {0.15, 0.06, 1.0}};
 constexpr cmsCIExyYTRIPLE kDisplayP3Primaries{{0.680, 0.320, 1.0}, {0.265, 0.690, 1.0}, {0.150, 0.060, 1.0}};
 
-/// An RGB profile with the transfer curve of sRGB and the given primaries, white at D65 on a medium
-/// of the white @p media.
+/// An RGB profile with the transfer curve of sRGB, the given primaries, a white point of D65 and the media
+/// white @p media.
 QByteArray rgbProfile(const cmsCIExyYTRIPLE& primaries, const Triple& media = kD50)
 {
     const cmsCIExyY white{0.3127, 0.3290, 1.0};
@@ -192,8 +192,8 @@ protected:
         return succeeded;
     }
 
-    /// How many of @p points on a lattice of Lab the viewer places on the other side of the surface
-    /// than the arithmetic does, leaving out those closer to it than @p margin of linear RGB.
+    /// Number of points of a lattice in Lab for which isInsideGamut() differs from the formula. Points closer
+    /// to the surface than @p margin in linear RGB are not tested.
     int misplaced(const QString& gamutId, double margin, int* inside)
     {
         int wrong = 0;
@@ -394,12 +394,12 @@ TEST_F(ViewerProfiles, aNarrowGamutIsComparedWithAWiderOne)
     EXPECT_EQ(f[0], viewer.volume(id));
     EXPECT_EQ(f[1], viewer.volume(wide));
     EXPECT_GT(f[1], 1.2f * f[0]);
-    // The narrow one lies inside the wide one but for a sliver.
+    // The small gamut is inside the large one, except for a sliver.
     EXPECT_NEAR(f[2] / f[0], 1.0, 0.01);
     EXPECT_NEAR(f[3] / f[1], 1.0, 0.01);
     EXPECT_NEAR(f[4], f[0] / f[1], 0.01);
     EXPECT_NEAR(f[5], 1.0, 0.01);
-    // With the roles exchanged so are the answers.
+    // If the gamuts are exchanged, the results are exchanged as well.
     std::array<float, 6> g{};
     ASSERT_TRUE(viewer.gamutSetProperties(wide, id, g[0], g[1], g[2], g[3], g[4], g[5]));
     const int exchanged[] = {1, 0, 2, 3, 5, 4};
@@ -415,8 +415,8 @@ TEST_F(ViewerProfiles, aSectionLiesOnTheSurfaceAtTheClippingLightness)
     ASSERT_TRUE(section);
     const auto vertices = verticesOf(*section);
     ASSERT_GT(vertices.size(), 100);
-    // The ring is a ribbon 4/3 across, so its corners lie that far from the surface at most; its
-    // mitres reach a little farther.
+    // The section is a ribbon of thickness 4/3. This limits the distance of its corners from the surface;
+    // mitres are a little farther away.
     constexpr double half = 2.0 / 1.5 / 2 * 1.5;
     Triple low{1e9, 1e9, 1e9};
     Triple high{-1e9, -1e9, -1e9};
@@ -457,7 +457,7 @@ TEST_F(ViewerProfiles, aSectionLiesOnTheSurfaceAtTheClippingLightness)
     EXPECT_TRUE(section->vertices().isEmpty());
 }
 
-// What displayMode() answers is what is shown, also when it was set while there was nothing to show.
+// displayMode() returns the mode that is shown, even if it was set before the first load.
 TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
 {
     int reports = 0;
@@ -473,7 +473,7 @@ TEST_F(ViewerProfiles, aDisplayModeSetBeforeTheFirstLoadShowsWithIt)
     };
     EXPECT_TRUE(shown("Wireframe"));
     EXPECT_FALSE(shown("Front"));
-    // a reload keeps what was chosen since
+    // a reload keeps the mode that was set after the first load
     viewer.setDisplayMode(id, KVGamut3DViewer::Smooth);
     ASSERT_TRUE(load(id, relative(srgb())));
     EXPECT_FALSE(shown("Wireframe"));

@@ -50,8 +50,7 @@ double reach(const KV3DObject& object, const QList<ColoredPoint>& points)
 
 } // namespace
 
-// --- Groups: clearing, removing, listing
-// -----------------------------------------------------------------------------
+// --- Groups: clearing, removing, listing ---------------------------------------------------------
 
 TEST_F(ViewerSets, clearingAndRemovingInANewViewerDoesNothing)
 {
@@ -233,8 +232,7 @@ TEST_F(ViewerSets, aSetMayHaveTheNameOfAGroup)
     EXPECT_TRUE(viewer->displayAxes());
 }
 
-// --- Marker sets
-// -----------------------------------------------------------------------------------------------------------
+// --- Marker sets ---------------------------------------------------------------------------------
 
 TEST_F(MarkerSets, passAllArgumentsToTheGenerator)
 {
@@ -311,7 +309,7 @@ TEST_F(MarkerSets, areNotRebuiltForTheSameItems)
 {
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0.5f);
     const auto set = item("Markers", a);
-    set->setAmbientStrength(0.9f); // a rebuild would bring the parameter's back
+    set->setAmbientStrength(0.9f); // a rebuild would restore the value of the parameter
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0.5f);
     EXPECT_EQ(set->ambientStrength(), 0.9f);
     viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 6, 0.5f);
@@ -326,8 +324,7 @@ TEST_F(MarkerSets, keepTheirSizeWhenThePointSizeChanges)
     EXPECT_EQ(item("Markers", a)->markerSize(), 5.0f);
 }
 
-// --- Point sets
-// -----------------------------------------------------------------------------------------------------------
+// --- Point sets ----------------------------------------------------------------------------------
 
 TEST_F(PointSets, areSpheresInThePointSize)
 {
@@ -415,8 +412,7 @@ TEST_F(PointSets, theSizeOfAnUnknownSetIsIgnored)
     EXPECT_EQ(viewer->pointSet(), QStringList{a});
 }
 
-// --- Segment sets
-// -----------------------------------------------------------------------------------------------------------
+// --- Segment sets --------------------------------------------------------------------------------
 
 TEST_F(SegmentSets, areTwoWideAtFirst)
 {

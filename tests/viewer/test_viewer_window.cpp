@@ -33,8 +33,7 @@ QWheelEvent wheel(int angle)
 
 } // namespace
 
-// --- Construction
-// ------------------------------------------------------------------------------------------------
+// --- Construction --------------------------------------------------------------------------------
 
 TEST_F(ViewerWindow, registersTheNameOfProfileHandles)
 {
@@ -99,15 +98,14 @@ TEST_F(ViewerWindow, startsWithItsDefaults)
 TEST_F(ViewerWindow, startsWithTheViewFromAbove)
 {
     EXPECT_FALSE(widget().isMoving());
-    // Compared bit by bit: a vector's == is exact, and -0.0 equals 0.0 in it.
+    // QVector3D compares exactly, except that -0.0 equals 0.0.
     EXPECT_EQ(viewer->camera(), QVector3D(522.48712f, 0.0f, -1.1920929e-7f));
     EXPECT_EQ(viewer->interestPt(), QVector3D(50, 0, 0));
     EXPECT_TRUE(std::signbit(widget().camera().x())) << "the sign of the zero decides the azimuth";
     EXPECT_FLOAT_EQ(widget().cameraState().azimuth(), -std::numbers::pi_v<float> / 2);
 }
 
-// --- Decorations
-// -----------------------------------------------------------------------------------------------
+// --- Decorations ---------------------------------------------------------------------------------
 
 TEST_F(ViewerWindow, showsAndHidesGridAxesAndPlaneIndependently)
 {
@@ -152,8 +150,7 @@ TEST_F(ViewerWindow, onlyAChangeOfVisibilityCausesARedraw)
     EXPECT_FALSE(grid->isDrawnSinceChange());
 }
 
-// --- Meta-object
-// -----------------------------------------------------------------------------------------------
+// --- Meta-object ---------------------------------------------------------------------------------
 
 TEST_F(ViewerSignals, areTheOnlyMethodsOfTheMetaObject)
 {
@@ -250,8 +247,7 @@ TEST_F(ViewerSignals, forwardThoseOfTheGlWindow)
     EXPECT_EQ(doubleClicked[0], doubleClick);
 }
 
-// --- Events
-// ------------------------------------------------------------------------------------------------------
+// --- Events --------------------------------------------------------------------------------------
 
 TEST_F(ViewerEvents, aResizeGivesTheGlWindowTheNewSize)
 {
@@ -398,8 +394,7 @@ TEST_F(ViewerEvents, withoutInteractionOnlyClicksAreReported)
     EXPECT_EQ(clicked.count(), 1);
 }
 
-// --- What goes straight through to the GL window
-// ---------------------------------------------------------------------
+// --- Calls forwarded to the GL window ------------------------------------------------------------
 
 TEST_F(ViewerWindow, returnsLightAndBackgroundUnchanged)
 {
