@@ -67,7 +67,7 @@ struct LatticePoint
     std::int32_t a = 0;
     std::int32_t b = 0;
 
-    auto operator<=>(const LatticePoint&) const = default;
+    auto operator<=>(const LatticePoint&) const = default; // NOLINT(modernize-use-nullptr): of clang-tidy 14
 };
 
 // The same as std::lround(), but inlined: this is called for every coordinate.

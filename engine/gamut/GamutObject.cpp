@@ -11,6 +11,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <utility>
 
 namespace KVGamut {
 
@@ -89,11 +90,10 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
     return data.has_value();
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
 {
     constexpr bool withDecoration = true;
-    return init(profile, settings.intent, settings.blackPointCompensation, withDecoration,
+    return init(std::move(profile), settings.intent, settings.blackPointCompensation, withDecoration,
                 Settings::defaultMaxEdge, settings.gridPoints, Settings::defaultMaxRefinements, protocol);
 }
 

@@ -178,7 +178,7 @@ Fields fieldsOf(const Map& map)
 // The whole hash may also be stored as the value of its own key "Gamut"; JSON and CBOR make a map of it.
 Fields innermostFields(const QHash<QString, QVariant>& hash)
 {
-    const Fields fields = fieldsOf(hash);
+    Fields fields = fieldsOf(hash);
     switch (fields.text.metaType().id()) {
     case QMetaType::QVariantHash:
         return fieldsOf(fields.text.toHash());
@@ -191,7 +191,7 @@ Fields innermostFields(const QHash<QString, QVariant>& hash)
 
 Result<void> checkSavedSurface(const Mesh& mesh)
 {
-    if (const auto checked = checkSurface(mesh); !checked)
+    if (auto checked = checkSurface(mesh); !checked)
         return checked;
     const std::optional<bool> intersects = selfIntersects(mesh);
     if (!intersects)

@@ -27,7 +27,7 @@ std::optional<KVProblem>& lastProblem()
 
 Result<void> checkProfile(const QByteArray& bytes)
 {
-    if (const auto checked = velmora::checkIccTables(bytes); !checked)
+    if (auto checked = velmora::checkIccTables(bytes); !checked)
         return checked;
     const velmora::CmsContext context;
     const velmora::CmsProfile opened(cmsOpenProfileFromMemTHR(context.get(), bytes.constData(),

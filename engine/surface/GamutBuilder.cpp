@@ -133,7 +133,7 @@ private:
         faceOutwards(*mesh);
         if (folds->foldShare > maxFoldShare)
             return false;
-        const auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
+        auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
         if (!simple || !*simple)
             return simple;
         m_task.setProgress(0.6);
@@ -166,7 +166,7 @@ private:
 
     Result<void> hullMesh()
     {
-        if (const auto chosen = chooseHullNodes(); !chosen)
+        if (auto chosen = chooseHullNodes(); !chosen)
             return chosen;
         auto mesh = radialHull(m_transform, m_nodes, m_task.part(0.25, 0.5));
         if (!mesh)
@@ -180,7 +180,7 @@ private:
         if (!coarse)
             return failure(coarse);
         if (m_transform.channels() > maxSolidChannels)
-            if (const auto filled = checkFilled(*mesh, *coarse); !filled)
+            if (auto filled = checkFilled(*mesh, *coarse); !filled)
                 return filled;
         take(std::move(*mesh), *coarse, KVGamut::Method::RadialHull);
         return {};
@@ -206,7 +206,7 @@ private:
     {
         const int channels = m_transform.channels();
         if (channels > maxSolidChannels) {
-            const auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
+            auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
             if (simple && !*simple)
                 return failure(KVProblemCode::SurfaceSelfIntersects);
             return simple;
@@ -276,12 +276,12 @@ private:
                 return {};
             Mesh finer = m_record.mesh;
             const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
-            const auto refined = refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task);
+            auto refined = refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task);
             if (!refined)
                 return refined;
             if (finer.triangles.size() == m_record.mesh.triangles.size())
                 return {};
-            const auto simple = isSimple(finer, CoincidentSheets::Refused, m_task);
+            auto simple = isSimple(finer, CoincidentSheets::Refused, m_task);
             if (!simple)
                 return failure(simple);
             if (!*simple)
@@ -294,7 +294,7 @@ private:
     Result<void> checkRecord()
     {
         m_task.setProgress(0.8);
-        const auto checked = checkSurface(m_record.mesh);
+        auto checked = checkSurface(m_record.mesh);
         if (checked)
             m_task.setProgress(0.9);
         return checked;
