@@ -22,7 +22,7 @@
 
 namespace {
 
-/// Prints what the parser ended with, and gives the exit code.
+/// Prints the message with which the parser ended. @return the exit code
 int finish(const CLI::App& program, const CLI::ParseError& end)
 {
     if (end.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))

@@ -70,7 +70,7 @@ Table::Row rowOf(const Input& a, const Input& b)
             seconds};
 }
 
-/// Of the inputs that have a gamut: all pairs, or those of the first input of all.
+/// The pairs to compare: all pairs of inputs that have a gamut, or only those with the first input.
 Pairs pairsOf(const GamutInputs& inputs, bool matrix)
 {
     Pairs pairs;

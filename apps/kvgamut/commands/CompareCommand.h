@@ -8,7 +8,7 @@
 
 #include <QtCore/QStringList>
 
-/// `kvgamut compare`: what pairs of gamuts have in common.
+/// `kvgamut compare`: volumes, intersection, union and coverage of pairs of gamuts.
 class CompareCommand : public Command
 {
 public:

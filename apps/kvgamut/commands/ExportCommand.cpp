@@ -28,7 +28,7 @@ std::vector<std::string> formatNames()
     return names;
 }
 
-/// The format that the suffix of @p output names.
+/// The format for the suffix of @p output.
 QString formatOf(const QString& output)
 {
     QString suffix = QFileInfo(output).suffix().toLower();

@@ -17,9 +17,9 @@ public:
 private:
     QByteArray fileOf(const GamutInputs::Input& input) const;
 
-    QStringList m_names; ///< one
+    QStringList m_names; ///< exactly one input
     KVGamut::Settings m_settings;
-    QString m_format; ///< a suffix; set after parsing
+    QString m_format; ///< a file name suffix; set after parsing
     QString m_output;
     bool m_quiet = false;
 };

@@ -4,14 +4,14 @@
 #include "commands/process/Progress.h"
 #include "model/inputs/GamutSource.h"
 
-/// The inputs of a command that computes numbers.
+/// The inputs of a command that prints numbers.
 struct GamutInputs
 {
     struct Input
     {
         QString name;                       ///< as on the command line
-        Result<GamutSource> source;         ///< or why it did not open
-        Result<KVGamut::GamutObject> gamut; ///< or why there is none
+        Result<GamutSource> source;         ///< or why it could not be opened
+        Result<KVGamut::GamutObject> gamut; ///< or why it could not be computed
 
         bool isSaved() const { return source && source->isSaved(); }
     };
@@ -21,7 +21,7 @@ struct GamutInputs
     static GamutInputs compute(const QStringList& names, const KVGamut::Settings& settings,
                                Progress& progress);
 
-    /// Those that have a gamut.
+    /// The inputs that have a gamut.
     QList<Input> usable() const;
     /// Prints which inputs have no gamut, and why. @return whether all have one
     bool sayProblems() const;

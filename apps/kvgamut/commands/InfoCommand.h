@@ -8,7 +8,7 @@
 
 #include <QtCore/QStringList>
 
-/// `kvgamut info`: what profiles and saved gamuts say of themselves.
+/// `kvgamut info`: properties of profiles and saved gamuts.
 class InfoCommand : public Command
 {
 public:

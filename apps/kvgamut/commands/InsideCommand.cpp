@@ -49,7 +49,7 @@ QList<Answer> answersOf(const KVGamut::GamutObject& gamut, const QList<MeasuredP
     return answers;
 }
 
-/// Zones of points: within the tolerance of the surface is the edge.
+/// The zone of each point: inside, outside, or "edge" within the tolerance of the surface.
 struct Zones
 {
     double tolerance;

@@ -21,7 +21,7 @@ private:
     QList<MeasuredPoint> points(bool& allRead) const;
 
     QString m_name;
-    QList<MeasuredPoint> m_points; ///< of the command line
+    QList<MeasuredPoint> m_points; ///< given on the command line
     QString m_pointFile;
     std::optional<double> m_tolerance; ///< dE76; points nearer to the surface are on the edge
     KVGamut::Settings m_settings;

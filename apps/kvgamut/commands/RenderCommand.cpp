@@ -18,12 +18,12 @@
 
 namespace {
 
-constexpr QSize windowSize(64, 48); // of the window; the picture has its own
-constexpr int dotsPerMetre = 3780;  // 96 per inch whatever the screen says, so that files are reproducible
-constexpr int maxWaitMs = 120000;   // for a frame: a display may show no window
+constexpr QSize windowSize(64, 48); // the picture has a size of its own
+constexpr int dotsPerMetre = 3780;  // 96 dpi on every screen, so that files are reproducible
+constexpr int maxWaitMs = 120000;   // for a frame: some displays never show the window
 
 /// Draws the scene on @p background and runs the event loop until the picture is up to date.
-/// @return false if that does not happen
+/// @return false on timeout
 bool settleOn(KVGamutView& view, const QColor& background)
 {
     KVViewTheme theme = view.theme();

@@ -23,7 +23,7 @@ const QStringList& formats()
     return names;
 }
 
-/// The format that the suffix of @p output names; standard output is CSV.
+/// The format for the suffix of @p output; CSV for standard output.
 QString formatOf(const QString& output)
 {
     if (output == QLatin1String("-"))
@@ -126,7 +126,7 @@ int SliceCommand::run(Arguments arguments)
         const QCoreApplication application(arguments.count, arguments.values);
         return report();
     }
-    // a drawing only needs fonts, no display
+    // a drawing needs fonts but no display
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(arguments.count, arguments.values);
     return report();

@@ -29,9 +29,9 @@ private:
 
     QStringList m_names;
     KVGamut::Settings m_settings;
-    std::optional<SlicePlane> m_plane; ///< without one: gamut rings
+    std::optional<SlicePlane> m_plane; ///< nullopt: gamut rings
     bool m_rings = false;
-    QString m_format; ///< csv, json, svg, png or pdf; when all options were read
+    QString m_format; ///< csv, json, svg, png or pdf; set after parsing
     QString m_output = QStringLiteral("-");
     QSize m_size{1000, 750};
     QList<QColor> m_colors;

@@ -8,7 +8,7 @@
 
 #include <QtCore/QStringList>
 
-/// `kvgamut volume`: how large gamuts are.
+/// `kvgamut volume`: the volumes of gamuts.
 class VolumeCommand : public Command
 {
 public:

@@ -71,7 +71,7 @@ bool MainWindow::isComplete() const
     return !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() && m_comparison.isComplete();
 }
 
-// --- Putting together -----------------------------------------------------------------------------
+// --- Construction ---------------------------------------------------------------------------------
 
 void MainWindow::makeCentre()
 {
@@ -137,7 +137,7 @@ void MainWindow::makeStatusBar()
     m_cancel->setText(tr("Cancel"));
     m_cancel->setToolTip(tr("Cancel (Esc)"));
     m_cancel->setFocusPolicy(Qt::TabFocus);
-    // the same height while nothing loads: the view must not change its size with every load
+    // minimum height, so that the view does not change its size at the start and end of each load
     statusBar()->setMinimumHeight(m_cancel->sizeHint().height() + 8);
     statusBar()->addPermanentWidget(m_progress);
     statusBar()->addPermanentWidget(m_cancel);
@@ -275,7 +275,7 @@ void MainWindow::forgetFinding()
     m_finding->clear();
 }
 
-// --- Following ------------------------------------------------------------------------------------
+// --- Updates after changes ------------------------------------------------------------------------
 
 void MainWindow::keepCamera()
 {

@@ -29,8 +29,8 @@ class QToolButton;
 class SlicePanel;
 class ViewMenu;
 
-/// The window of `kvgamut view`: puts the viewer, the models, the panels and the menus together. The list of
-/// gamuts, the point layer and the viewer hold what is shown.
+/// The window of `kvgamut view`: puts the viewer, the models, the panels and the menus together. What is
+/// shown is stored in the list of gamuts, the point layer and the viewer.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    /// @name What is shown
+    /// @name Parts and state
     /// @{
     KVGamut3DViewer& viewer() { return m_area->viewer(); }
     KVGamutView& view() { return m_area->view(); }
@@ -49,7 +49,7 @@ public:
     bool isComplete() const;
     /// @}
 
-    /// @name What users do
+    /// @name User actions
     /// @{
 
     /// Opens files of every kind: gamuts, points, sessions.
@@ -75,7 +75,7 @@ public:
 
     /// Updates the controls after the viewer was changed from outside the window.
     void showViewState();
-    /// Keeps the present camera when the window is first shown, instead of the default one.
+    /// Keeps the current camera when the window is first shown, instead of setting the default one.
     void keepCamera();
 
     /// Shows @p failure in the message bar and emits problem().

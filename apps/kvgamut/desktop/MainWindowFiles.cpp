@@ -23,7 +23,7 @@
 
 #include <algorithm>
 
-// What the window opens, saves and copies.
+// The actions of the window that open, save and copy.
 
 namespace {
 
@@ -64,13 +64,13 @@ void MainWindow::addGamut(const QString& input)
 void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
 {
     const QString name = permanentName(input);
-    // a message about a missing file names it as the user did
+    // a message about a missing file shows the name as the user gave it
     m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
     if (QFileInfo::exists(name))
         remember(name);
 }
 
-/// Makes the first gamut solid when the one that was to be solid did not load.
+/// Makes the first gamut opaque when the gamut that should be opaque failed to load.
 void MainWindow::makeOneSolid()
 {
     const QList<GamutEntry>& entries = m_gamuts.entries();
@@ -91,7 +91,7 @@ void MainWindow::addPoints(const QStringList& files)
     }
 }
 
-/// The menu of recent files is made anew after the present action, which may be one of that menu.
+/// Rebuilds the menu of recent files after the current action, which may belong to that menu.
 void MainWindow::remember(const QString& file)
 {
     RecentFiles::add(file);
@@ -110,7 +110,7 @@ void MainWindow::closeAll()
     forgetFinding();
 }
 
-// --- Asking ---------------------------------------------------------------------------------------
+// --- Dialogs --------------------------------------------------------------------------------------
 
 void MainWindow::askForFiles()
 {
@@ -162,7 +162,7 @@ Session MainWindow::session() const
         session.gamuts.append({entry.input, entry.settings, entry.look});
     session.active = std::max(0, m_gamuts.activeRow());
     session.view = m_area->view().state();
-    session.view.looks.clear(); // gamuts in the list have them, by row
+    session.view.looks.clear(); // stored with each gamut of the session instead
     session.view.settings.clear();
     session.points = m_points.files();
     session.tolerance = m_points.tolerance();

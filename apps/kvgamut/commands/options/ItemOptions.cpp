@@ -12,7 +12,7 @@ namespace {
 
 using Positions = QList<KVGamut3DViewer::ColoredPosition>;
 
-/// Reads @p name, if it is not empty, and calls @p use with the positions. Prints what cannot be read.
+/// Reads the file @p name, if not empty, and calls @p use with its positions. Prints why if that fails.
 /// @return whether everything was read
 template <typename Use>
 bool withPositions(const QString& name, Use use)

@@ -11,10 +11,10 @@ struct ItemOptions
     QString markers;
     KVGamut3DViewer::MarkerType markerType = KVGamut3DViewer::Sphere;
     float markerSize = 6.0f;    ///< diameter, Lab units
-    float markerAmbient = 0.5f; ///< low enough to show their shape
+    float markerAmbient = 0.5f; ///< low enough for shading to show their shape
     QString points;
     float pointSize = 4.0f;
-    QString line; ///< through its positions in order
+    QString line; ///< drawn through its positions in order
     float lineWidth = 2.0f;
 
     /// Declares the options on @p parser, which keeps a reference to this object.

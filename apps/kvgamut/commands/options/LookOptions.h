@@ -19,7 +19,7 @@ struct LookOptions
     QVector3D lookAt{50.0f, 0.0f, 0.0f};       ///< what the eye looks at, L*, a*, b*
 
     KVGamutLook look; ///< what all gamuts have in common
-    /// Of each gamut in order; the last one for all that follow.
+    /// The mode of each gamut in order; the last mode applies to all further gamuts.
     QList<KVGamut3DViewer::DisplayMode> modes;
     QList<float> opacities; ///< of each gamut in order; for the others see lookOf()
     QList<QColor> colors;   ///< of each gamut in order; the others keep their own colours
@@ -27,10 +27,10 @@ struct LookOptions
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
 
-    /// Refuses values that exclude each other. Call it after all options are parsed.
+    /// Throws CLI::ValidationError if options exclude each other. Call it after all options are parsed.
     void check() const;
 
-    /// Everything that does not belong to a gamut.
+    /// Camera and surroundings: everything except the looks of gamuts.
     KVViewState viewState() const;
     /// Applies viewState() and the preset camera to @p target.
     void applyTo(KVGamutView& target) const;

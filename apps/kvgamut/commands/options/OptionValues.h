@@ -13,9 +13,9 @@
 /// says what was expected.
 namespace OptionValues {
 
-/// "1024x768"; either side from 16 to 8192.
+/// "1024x768"; width and height from 16 to 8192.
 QSize size(const std::string& word);
-/// @p take, with the name of the option in what it throws.
+/// Wraps @p take so that the errors it throws name the option.
 std::function<void(const std::string&)> named(const std::string& option,
                                               const std::function<void(const std::string&)>& take);
 

@@ -9,7 +9,7 @@
 
 #include <string>
 
-/// The inputs that are accepted, for --help.
+/// Describes the accepted inputs, for --help.
 std::string inputDescription();
 
 /// Declares on @p parser the inputs as the positional argument @p word, at least one.

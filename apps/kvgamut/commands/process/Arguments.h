@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// The process's own arguments, for Qt and for running the program again.
+/// The arguments of this process, for Qt and for running the program again.
 struct Arguments
 {
     int& count;

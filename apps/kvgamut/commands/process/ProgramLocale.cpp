@@ -24,7 +24,7 @@ void keepEnglish()
     std::setlocale(LC_MESSAGES, "C");
     std::setlocale(LC_NUMERIC, "C");
 }
-Q_COREAPP_STARTUP_FUNCTION(keepEnglish) // QCoreApplication sets the locale of the environment
+Q_COREAPP_STARTUP_FUNCTION(keepEnglish) // after QCoreApplication has set the environment's locale
 
 } // namespace
 

@@ -33,6 +33,6 @@ void Progress::show(float share, const QString& what)
 void Progress::clear()
 {
     if (m_shown)
-        std::fputs("\r\x1b[K", stderr); // to the start of the line, and clears it
+        std::fputs("\r\x1b[K", stderr); // go to the start of the line and clear it
     m_shown = false;
 }

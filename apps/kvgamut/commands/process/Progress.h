@@ -13,7 +13,7 @@ public:
     ~Progress() { clear(); }
     Q_DISABLE_COPY_MOVE(Progress)
 
-    /// Shows that @p share, 0..1, of the work @p what is done.
+    /// Shows the progress @p share, 0..1, of the task @p what.
     void show(float share, const QString& what);
     /// Erases the bar, so that messages can be printed.
     void clear();

@@ -10,6 +10,6 @@ void say(const QString& message);
 /// The same, in plain English.
 void say(const Problem& problem);
 
-/// Unless @p verbose, suppresses the diagnostics of the viewer and of Qt: which OpenGL is used, what the
-/// environment lacks. QT_LOGGING_RULES overrides this.
+/// Unless @p verbose, suppresses the diagnostics of the viewer and of Qt, such as the version of OpenGL and
+/// warnings about the environment. QT_LOGGING_RULES overrides this.
 void silenceLibraries(bool verbose);

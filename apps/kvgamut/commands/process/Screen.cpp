@@ -12,8 +12,8 @@ bool Screen::isPresent()
 
 void Screen::choosePlatform()
 {
-    // The viewer needs desktop OpenGL, which Qt provides on X through xcb. Most Wayland desktops also offer
-    // X. Platforms without windows ("offscreen") have no OpenGL.
+    // The viewer needs desktop OpenGL, which Qt provides on X through xcb. Most Wayland desktops also run
+    // an X server. Platforms without windows ("offscreen") have no OpenGL.
     if (XServer::isReachable())
         qputenv("QT_QPA_PLATFORM", "xcb");
 }

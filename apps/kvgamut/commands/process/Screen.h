@@ -4,7 +4,7 @@
 /// The display: X, or Wayland if there is no X.
 namespace Screen {
 
-/// Whether there is a display: an X server that accepts connections, or the name of a Wayland display.
+/// Whether an X server accepts connections, or the environment names a Wayland display.
 bool isPresent();
 
 /// Chooses the platform on which the viewer has OpenGL. Call before the QGuiApplication is created.

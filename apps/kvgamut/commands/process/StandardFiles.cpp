@@ -8,7 +8,7 @@
 void StandardFiles::occupyClosed()
 {
     for (int file = STDIN_FILENO; file <= STDERR_FILENO; ++file)
-        if (fcntl(file, F_GETFD) == -1) // the lowest free descriptor, which open() takes
+        if (fcntl(file, F_GETFD) == -1) // open() uses the lowest free descriptor
             open("/dev/null", file == STDIN_FILENO ? O_WRONLY : O_RDONLY);
 }
 

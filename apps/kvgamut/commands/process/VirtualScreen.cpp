@@ -13,7 +13,7 @@
 
 namespace {
 
-// Marks the second run, which must not start a third.
+// Set in the second run, so that it does not start a third.
 constexpr const char* secondRun = "KVGAMUT_ON_VIRTUAL_SCREEN";
 
 } // namespace
@@ -25,7 +25,7 @@ Problem VirtualScreen::runAgain(Arguments arguments)
 
     // -noreset: a server that resets itself when its last client leaves signals xvfb-run during its cleanup,
     // and xvfb-run then sometimes ends with an exit code of its own. The picture need not fit on this screen.
-    // A depth of 8 would have no OpenGL.
+    // A colour depth of 8 bits has no OpenGL.
     const std::string server = "-noreset -screen 0 1280x1024x24";
     std::string self =
         QFile::encodeName(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).toStdString();

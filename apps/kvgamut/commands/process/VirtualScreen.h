@@ -8,8 +8,8 @@
 namespace VirtualScreen {
 
 /// Replaces this process by xvfb-run, which runs the program again with the same arguments on an X server of
-/// its own. Does not return if that works; the exit code is then that of the second run.
-/// @return why it does not work
+/// its own. Does not return on success; the exit code is then that of the second run.
+/// @return why that failed
 Problem runAgain(Arguments arguments);
 
 } // namespace VirtualScreen

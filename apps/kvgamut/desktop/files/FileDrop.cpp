@@ -44,11 +44,11 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     default:
         return QObject::eventFilter(watched, event);
     }
-    auto* drop = static_cast<QDropEvent*>(event); // the base class of the two others
+    auto* drop = static_cast<QDropEvent*>(event); // base class of the enter and move events
     const QStringList files = filesOf(*drop);
     if (files.isEmpty())
         return false;
-    drop->setDropAction(Qt::CopyAction); // never a move: the file stays where it is
+    drop->setDropAction(Qt::CopyAction); // copy, not move: the source must not delete the file
     drop->accept();
     if (event->type() == QEvent::Drop)
         Q_EMIT dropped(files);

@@ -11,7 +11,7 @@ class FileDrop : public QObject
 public:
     using QObject::QObject;
 
-    /// Watches @p target; of a window also its child windows.
+    /// Watches @p target; if it is a window, also its child windows.
     void watch(QObject* target);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -3,13 +3,13 @@
 
 #include <QtCore/QString>
 
-/// What a file is opened as.
+/// The kinds of file that the window opens.
 enum class FileKind
 {
     Gamut,   ///< a profile, a picture with a profile, or a saved gamut
     Points,  ///< measurements: CGATS, CxF, CSV
-    Session, ///< what saveSession() wrote
+    Session, ///< written by saveSession()
 };
 
-/// By the suffix; an unknown one stands for a gamut.
+/// The kind for the suffix of @p name; Gamut for an unknown suffix.
 FileKind fileKind(const QString& name);

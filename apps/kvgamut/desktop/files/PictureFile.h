@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// Picture files, whose format is chosen by the suffix of the name; PNG without one.
+/// Writes picture files. The suffix of the name selects the format; the default is PNG.
 namespace PictureFile {
 
 [[nodiscard]] std::optional<Problem> write(const QString& file, const QImage& picture);

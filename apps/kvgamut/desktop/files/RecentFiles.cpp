@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int maxCount = 9; // shortcuts with a digit
+constexpr int maxCount = 9; // each has a shortcut with a digit
 
 /// The program's settings file.
 struct Settings : QSettings

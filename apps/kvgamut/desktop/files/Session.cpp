@@ -66,8 +66,8 @@ QString intoFolder(const QString& name, const QDir& folder)
     return BuiltInProfiles::names().contains(name) ? name : QDir::cleanPath(folder.absoluteFilePath(name));
 }
 
-/// Reads the members of one JSON object. The first invalid value is kept as the problem; then everything
-/// keeps its default.
+/// Reads the members of one JSON object. Stores the first invalid value as the problem; after it, all values
+/// keep their defaults.
 class Reader
 {
 public:
@@ -173,7 +173,7 @@ public:
 
     bool has(const char* key) const { return m_object.contains(QLatin1String(key)); }
 
-    /// Where the value is in the file, such as "gamuts[0].opacity".
+    /// The path of the value in the file, such as "gamuts[0].opacity".
     QString placeOf(const char* key) const { return m_place + QLatin1String(key); }
 
     void fail(const char* key, ProblemCode code, const QStringList& arguments = {}) const
@@ -185,7 +185,7 @@ public:
 private:
     QJsonValue take(const char* key) const { return m_object.value(QLatin1String(key)); }
 
-    /// Fails unless the value is missing.
+    /// Records a problem unless the value is missing.
     void refuse(const char* key, const QJsonValue& value, ProblemCode code,
                 const QStringList& arguments = {}) const
     {
@@ -244,7 +244,7 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
 
 QVector3D storedLight(const QVector3D& lab)
 {
-    return {0.0f - lab.y(), lab.x(), lab.z()}; // not -lab.y(), which makes -0 of 0
+    return {0.0f - lab.y(), lab.x(), lab.z()}; // -lab.y() would turn 0 into -0
 }
 
 QVector3D lightOf(const QVector3D& stored)

@@ -6,7 +6,7 @@
 /// Session files.
 namespace SessionFile {
 
-/// The problem names the file.
+/// A problem names the file.
 [[nodiscard]] Result<Session> read(const QString& file);
 [[nodiscard]] std::optional<Problem> write(const QString& file, const Session& session);
 

@@ -57,7 +57,7 @@ QString ShownWords::lch(const QVector3D& lab)
         std::atan2(static_cast<double>(lab.z()), static_cast<double>(lab.y())) * 180.0 / std::numbers::pi;
     if (hue < 0.0)
         hue += 360.0;
-    constexpr double neutral = 0.05; // a grey has no hue
+    constexpr double neutral = 0.05; // below this chroma the colour is grey and has no hue
     return QStringLiteral("L* %1   C* %2   h %3")
         .arg(number(lab.x()), number(chroma),
              chroma < neutral ? QStringLiteral("–") : number(hue) + QStringLiteral("°"));

@@ -10,11 +10,11 @@
 namespace ShownWords {
 
 QString intent(KVVMRenderType intent);
-/// "relative colorimetric, black point compensated".
+/// For example "relative colorimetric, black point compensated".
 QString settings(const KVGamut::Settings& settings);
-/// "L* 53.2  a* 80.1  b* 67.2".
+/// For example "L* 53.2  a* 80.1  b* 67.2".
 QString lab(const QVector3D& lab);
-/// "L* 53.2  C* 104.4  h 40.0°".
+/// For example "L* 53.2  C* 104.4  h 40.0°".
 QString lch(const QVector3D& lab);
 
 } // namespace ShownWords

@@ -14,8 +14,8 @@ namespace {
 constexpr QLatin1String folder(":/translations");
 constexpr QLatin1String prefix("kvgamut_");
 
-/// Translations of Qt without the reasons why a file cannot be used: standard error, which is always English,
-/// shows these, too. ProblemText::translated() translates them for the window.
+/// Qt's translations, except for the reasons why a file cannot be used: these also appear on standard error,
+/// which is always English. ProblemText::translated() translates them for the window.
 class WordsOfQt : public QTranslator
 {
 public:
@@ -30,13 +30,13 @@ public:
     }
 };
 
-/// "de" of "de-AT".
+/// The language code of a locale name: "de" for "de-AT".
 QString languageOf(const QString& name)
 {
     return QLocale::languageToCode(QLocale(name).language());
 }
 
-/// The locale that the environment names for numbers.
+/// The locale that the environment sets for numbers.
 QLocale numbersOfSystem()
 {
     for (const char* name : {"LC_ALL", "LC_NUMERIC", "LANG"})
@@ -57,7 +57,7 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
         m_language = languageOf(*first);
     if (!m_words.load(prefix + m_language, folder))
         return; // English
-    // the translator that is installed last is asked first
+    // Qt searches the translator that was installed last first
     auto wordsOfQt = std::make_unique<WordsOfQt>();
     if (wordsOfQt->load(QStringLiteral("qtbase_") + m_language,
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

@@ -16,7 +16,7 @@ class Translations
 {
     Q_DISABLE_COPY_MOVE(Translations)
 public:
-    /// @param wanted languages in order of preference, as in QLocale::uiLanguages()
+    /// @param wanted languages in order of preference, in the format of QLocale::uiLanguages()
     explicit Translations(const QStringList& wanted = QLocale::system().uiLanguages());
     ~Translations();
 
@@ -28,6 +28,6 @@ public:
 private:
     QString m_language;
     QLocale m_numbersBefore;
-    QTranslator m_words;                      ///< of the program
-    std::unique_ptr<QTranslator> m_wordsOfQt; ///< of dialogs and keys, if they are installed
+    QTranslator m_words;                      ///< texts of the program
+    std::unique_ptr<QTranslator> m_wordsOfQt; ///< Qt's texts for dialogs and keys; null if not installed
 };

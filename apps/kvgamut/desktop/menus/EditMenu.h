@@ -12,7 +12,7 @@ public:
 
     QAction* copyPicture;
     QAction* copyTable;
-    QAction* copyFinding; ///< disabled until a colour was clicked
+    QAction* copyFinding; ///< disabled until the user clicks a colour
     QAction* copyCamera;
     QAction* pasteCamera;
 };

@@ -19,7 +19,7 @@ public:
     QAction* closeAll;
     QAction* quit;
 
-    /// Lists the recent files anew. Their shortcuts work before the menu is opened.
+    /// Updates the list of recent files. Their shortcuts work before the menu is opened.
     void showRecentFiles();
 
 Q_SIGNALS:

@@ -5,7 +5,7 @@
 
 #include <QtWidgets/QMenu>
 
-/// The menu "Gamut": changes the active gamut of a list and follows it.
+/// The menu "Gamut": changes the active gamut of a list and shows its settings.
 class GamutMenu : public QMenu
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ private:
     GamutListModel& m_model;
     QAction* m_next;
     QAction* m_remove;
-    QList<QAction*> m_intents; ///< by the number of the intent
+    QList<QAction*> m_intents; ///< index: the number of the intent
     QAction* m_blackPoint;
     QAction* m_visible;
     QAction* m_surface;

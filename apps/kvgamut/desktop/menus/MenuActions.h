@@ -3,7 +3,7 @@
 
 #include <QtWidgets/QMenu>
 
-/// Actions of menus. Their object names are for tests and accessibility tools.
+/// Creates actions of menus. Tests and accessibility tools find actions by their object names.
 namespace MenuActions {
 
 QAction* add(QMenu& menu, const char* name, const QString& text, const QKeySequence& key);

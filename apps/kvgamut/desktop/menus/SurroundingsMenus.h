@@ -7,7 +7,7 @@
 
 class QActionGroup;
 
-/// The menu of the colours behind the gamuts.
+/// The menu of background colours.
 class BackgroundMenu : public QMenu
 {
     Q_OBJECT

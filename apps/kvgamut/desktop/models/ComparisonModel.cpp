@@ -102,7 +102,7 @@ void ComparisonModel::request(const GamutEntry& first, const GamutEntry& second)
     }).then(this, [this, pair](const KVGamut::Comparison& comparison) {
         m_pending.remove(pair);
         if (!m_reports.contains(pair.first) || !m_reports.contains(pair.second))
-            return; // one of the gamuts was removed
+            return; // one of the gamuts was removed during the comparison
         m_comparisons.insert(pair, comparison);
         if (!m_rows.isEmpty())
             Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
@@ -223,7 +223,7 @@ QVariant ComparisonModel::headerData(int section, Qt::Orientation orientation, i
     return role == Qt::DisplayRole ? shortTitle(section) : QVariant();
 }
 
-/// Without the name of the active gamut, which may be long; the panel's title has it.
+/// Omits the name of the active gamut, which may be long; the panel's title shows it.
 QVariant ComparisonModel::shortTitle(int column) const
 {
     switch (column) {

@@ -24,7 +24,7 @@ public:
     {
         Name,
         Intent,
-        White,           ///< L*, a*, b* of the device's white
+        White,           ///< white point of the device, L*, a*, b*
         Volume,          ///< dE76 cubed
         Uncertainty,     ///< the true volume lies within volume ± this
         Intersection,    ///< with the active gamut, dE76 cubed
@@ -49,7 +49,7 @@ public:
     /// The rows and columns that @p cells span as tab-separated text, a line for each row. With @p titles the
     /// first line has the titles of the columns.
     QString toTsv(const QModelIndexList& cells, bool titles) const;
-    /// All cells, with titles.
+    /// All cells as tab-separated text, with titles.
     QString toTsv() const;
 
     /// The title of the gamut that the others are compared with.

@@ -7,7 +7,7 @@
 
 #include <QtCore/QString>
 
-/// A gamut of the window: its input and settings, its look, and what was computed.
+/// A gamut of the window: its input, settings and look, and the computed result.
 struct GamutEntry
 {
     QString id;    ///< unique for the life of the window; its name in the viewer

@@ -12,16 +12,16 @@
 /// change them here; the loader and the viewer follow its signals.
 ///
 /// If there are gamuts, one of them is active: the panel and the menu change it, the others are compared
-/// with it, and points are judged by it.
+/// with it, and points are classified by it as inside, edge or outside.
 class GamutListModel : public QAbstractListModel
 {
     Q_OBJECT
 public:
-    /// What dataChanged() reports as changed, besides the roles that views use.
+    /// Roles of dataChanged() in addition to those that views use.
     enum Role : int
     {
         LookRole = Qt::UserRole, ///< GamutEntry::look
-        SettingsRole,            ///< GamutEntry::settings: the gamut has to be computed again
+        SettingsRole,            ///< GamutEntry::settings; the gamut must be recomputed
         LoadingRole,             ///< GamutEntry::loading and progress
         GamutRole,               ///< GamutEntry::gamut
     };
@@ -30,19 +30,19 @@ public:
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
-    /// Qt::CheckStateRole: visibility.
+    /// Qt::CheckStateRole is the visibility of the gamut.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     const GamutEntry& at(int row) const { return m_entries[row]; }
     const QList<GamutEntry>& entries() const { return m_entries; }
-    /// -1 when the id is unknown.
+    /// The row of the gamut with this id; -1 if there is none.
     int rowOf(const QString& id) const;
-    /// The colour that marks the gamut in lists and drawings: its single colour, or else one chosen by its
-    /// row.
+    /// The colour that identifies the gamut in lists and drawings: its single colour if it has one, else a
+    /// default colour for its row.
     QColor signColor(int row) const;
 
-    /// @name What users change
+    /// @name Changes by the user
     /// @{
 
     /// Appends a gamut, which the loader then computes. @return its id
@@ -50,21 +50,21 @@ public:
     void remove(int row);
     void clear();
     void setLook(int row, const KVGamutLook& look);
-    /// Has the gamut computed with other settings; the present one stays until then.
+    /// Requests a new computation with other settings; until it ends the current gamut stays.
     void setSettings(int row, const KVGamut::Settings& settings);
     int activeRow() const { return m_activeRow; } ///< -1 without gamuts
     void setActiveRow(int row);
     /// Applies @p change to the look of the active gamut. Without an active gamut nothing happens.
     void changeActiveLook(const std::function<void(KVGamutLook&)>& change);
-    /// The same for its settings.
+    /// Applies @p change to the settings of the active gamut.
     void changeActiveSettings(const std::function<void(KVGamut::Settings&)>& change);
     /// @}
 
-    /// @name What the loader reports
+    /// @name Reports of the loader
     /// @{
     void setProgress(int row, float progress);
     void setGamut(int row, const KVGamut::GamutObject& gamut);
-    /// The load ended without a gamut: the settings return to those of the present gamut. An entry that
+    /// The load ended without a gamut: the settings return to those of the current gamut. An entry that
     /// never had a gamut is removed.
     void abandonLoad(int row);
     /// @}

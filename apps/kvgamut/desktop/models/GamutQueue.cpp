@@ -13,7 +13,7 @@ constexpr int reportMs = 80;
 
 GamutQueue::GamutQueue(GamutListModel& model, QObject* parent) : QObject(parent), m_model(model)
 {
-    // one processor stays free for the window
+    // leave one processor for the window
     m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1));
     m_ticker.setInterval(reportMs);
     connect(&m_ticker, &QTimer::timeout, this, &GamutQueue::reportProgress);
@@ -113,7 +113,7 @@ void GamutQueue::start(int row)
     Q_EMIT progressed();
 }
 
-/// Cancels the job and forgets it; finish() ignores its result.
+/// Cancels the job and removes it; finish() ignores its result.
 void GamutQueue::stop(const QString& id)
 {
     const Job job = m_jobs.take(id);

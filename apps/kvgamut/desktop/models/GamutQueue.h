@@ -12,7 +12,7 @@
 #include <optional>
 
 /// Computes the gamuts of a list in the background: opens each input, computes, and reports progress and
-/// result to the list. The destructor cancels and waits for the workers; nothing else waits.
+/// result to the list. The destructor cancels and waits for the workers; no other function blocks.
 ///
 /// The list must outlive it.
 class GamutQueue : public QObject
@@ -22,7 +22,7 @@ public:
     explicit GamutQueue(GamutListModel& model, QObject* parent = nullptr);
     ~GamutQueue() override;
 
-    /// Cancels the load of this gamut; the list goes back to the gamut that it had.
+    /// Cancels the load of this gamut; the list keeps the gamut that it had before.
     void cancel(const QString& id);
     void cancelAll();
     bool isBusy() const { return !m_jobs.isEmpty(); }
@@ -40,7 +40,7 @@ Q_SIGNALS:
 private:
     struct Job
     {
-        int ticket = 0; ///< tells results of this job from those of a job that it replaced
+        int ticket = 0; ///< distinguishes this job from a job that it replaced
         KVCompletionProtocolPtr protocol;
     };
     struct Outcome

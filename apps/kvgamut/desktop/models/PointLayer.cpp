@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::array<Side, 3> sides{Side::Inside, Side::Edge, Side::Outside};
 
-// Three sizes tell the rare colours of a picture from its common ones. A point set has one size, so that more
-// sizes would cost more sets.
+// Three diameters distinguish rare, common and very common colours of a picture. All points of a point set
+// have one diameter, so each further diameter needs further sets.
 constexpr std::array<int, 3> diameters{3, 5, 8};
 constexpr int unweightedDiameter = 4;
 constexpr std::array<double, 2> sizeSteps{0.002, 0.01}; // shares of the pixels
@@ -258,7 +258,7 @@ void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
                      revision = gamut.revision](const QList<float>& distances) {
             const int row = rowOf(file);
             if (row < 0 || m_layers[row].ticket != ticket || m_layers[row].beingJudgedBy != revision)
-                return; // of a file that was closed or read again, or by a gamut that was replaced
+                return; // outdated: the file was closed or read again, or the gamut was replaced
             m_layers[row].judgedBy = revision;
             m_layers[row].beingJudgedBy = 0;
             m_layers[row].distances = distances;
@@ -291,7 +291,7 @@ void PointLayer::draw()
             const QColor color =
                 judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.shownColor();
             const int diameter = diameterOf(point);
-            // one set for each side and diameter; points that are not judged share one per diameter
+            // a set for each side and diameter; unclassified points have a set for each diameter
             const QString name = setName(judged ? color : QColor(Qt::white), diameter);
             sets[name].diameter = diameter;
             sets[name].dots.append({color, vectorOf(point.lab)});

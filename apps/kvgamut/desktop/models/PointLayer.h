@@ -10,11 +10,11 @@
 #include <array>
 #include <optional>
 
-/// The points of files in the scene, judged by the active gamut: a row for each file, with the shares of its
-/// points inside, at the edge and outside.
+/// The points of files in the scene, classified by the active gamut: a row for each file, with the shares of
+/// its points inside, at the edge and outside.
 ///
-/// Reads and judges in the background; only the destructor waits. The gamut list must outlive it, and so must
-/// the viewer as long as an event loop runs.
+/// Reads and classifies in the background; only the destructor waits. The gamut list must outlive it, and so
+/// must the viewer as long as an event loop runs.
 class PointLayer : public QAbstractTableModel
 {
     Q_OBJECT
@@ -44,13 +44,13 @@ public:
     QStringList files() const;
     const PointSet& set(int row) const { return m_layers[row].set; }
 
-    /// Points no farther than this from the surface, in dE76, are at the edge.
+    /// Points within this distance from the surface, in dE76, are at the edge.
     float tolerance() const { return m_tolerance; }
     void setTolerance(float tolerance);
 
-    /// Whether every file is read and judged.
+    /// Whether every file is read and its points are classified.
     bool isComplete() const;
-    /// The share of a row's points on @p side, by weight; nullopt until the row is judged.
+    /// The share of a row's points on @p side, by weight; nullopt until the row is classified.
     std::optional<double> share(int row, Side side) const;
 
     /// A point of a file.
@@ -67,7 +67,7 @@ public:
 Q_SIGNALS:
     /// A file cannot be read; the problem names it.
     void failed(const Problem& problem);
-    /// Something to know about a file that was read.
+    /// A note about a file that was read, for example about points that were left out.
     void noted(const Problem& note);
 
 private:

@@ -9,8 +9,8 @@ class QCheckBox;
 class QDoubleSpinBox;
 class QSlider;
 
-/// Chooses the lightness of the section, above which gamuts can be cut off: a vertical slider, its number,
-/// and whether the gamuts are cut.
+/// Sets the lightness of the section, above which gamuts can be cut off: a vertical slider, a number field,
+/// and a check box that cuts the gamuts.
 class ClipControl : public QWidget
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     /// Shows @p clip without emitting changed(). nullopt keeps the lightness.
     void setClip(std::optional<float> clip);
     void setCutting(bool cutting);
-    /// One step of the slider up or down.
+    /// Moves the slider by @p by steps; negative is down.
     void step(int by);
 
 Q_SIGNALS:

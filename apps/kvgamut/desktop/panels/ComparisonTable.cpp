@@ -15,7 +15,7 @@ ComparisonTable::ComparisonTable(ComparisonModel& model, QWidget* parent) : QTab
     setModel(&model);
     setShowGrid(false);
     setWordWrap(false);
-    setTabKeyNavigation(false); // Tab goes on to the next control
+    setTabKeyNavigation(false); // Tab moves to the next control
     setSelectionMode(QAbstractItemView::ContiguousSelection);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);

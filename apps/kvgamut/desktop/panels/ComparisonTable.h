@@ -12,9 +12,9 @@ class ComparisonTable : public QTableView
 public:
     explicit ComparisonTable(ComparisonModel& model, QWidget* parent = nullptr);
 
-    /// Copies the selected cells; without a selection everything, with titles.
+    /// Copies the selected cells; without a selection all cells, with titles.
     void copy();
-    /// Copies everything, with titles.
+    /// Copies all cells, with titles.
     void copyAll();
 
     QSize sizeHint() const override;

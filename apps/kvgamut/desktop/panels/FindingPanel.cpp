@@ -13,7 +13,7 @@ FindingPanel::FindingPanel(QWidget* parent) : QScrollArea(parent), m_label(new Q
     m_label->setMargin(8);
     m_label->setWordWrap(true);
     setWidget(m_label);
-    setWidgetResizable(true); // with many gamuts open there are many lines
+    setWidgetResizable(true); // many open gamuts give many lines
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setMinimumSize(m_label->fontMetrics().averageCharWidth() * 38, m_label->fontMetrics().lineSpacing() * 6);

@@ -14,7 +14,7 @@ public:
 
     QString text() const;
     void setText(const QString& text);
-    /// Back to the hint that says what to click.
+    /// Shows the hint that says what to click.
     void clear();
 
 private:

@@ -20,7 +20,7 @@
 
 namespace {
 
-// The range of the field; the value below it stands for the engine's choice.
+// The range of the field; the value below its minimum means the engine's default.
 constexpr int minGridPoints = 3;
 constexpr int maxGridPoints = 129;
 constexpr int automaticGrid = minGridPoints - 1;
@@ -92,7 +92,7 @@ QWidget* GamutPanel::makeComputation()
     m_grid->setObjectName(QStringLiteral("grid"));
     m_grid->setRange(automaticGrid, maxGridPoints);
     m_grid->setSpecialValueText(tr("automatic"));
-    m_grid->setKeyboardTracking(false); // not before the number is complete
+    m_grid->setKeyboardTracking(false); // report the number only when it is complete
     m_grid->setToolTip(tr("Samples along each device axis"));
 
     auto* group = new QGroupBox(tr("Computed with"));

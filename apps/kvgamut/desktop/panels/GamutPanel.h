@@ -38,7 +38,7 @@ private:
     void paintColorButton();
 
     GamutListModel& m_model;
-    bool m_showing = false; ///< the controls are being updated: their signals change nothing
+    bool m_showing = false; ///< ignore signals of controls while they are updated
     QListView* m_list;
     QWidget* m_details;
     QComboBox* m_intent;

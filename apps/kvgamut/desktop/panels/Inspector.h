@@ -17,14 +17,14 @@ class Inspector
 public:
     struct Finding
     {
-        QString name; ///< of the point, or the gamut's title
+        QString name; ///< name of the point, or title of the gamut
         QVector3D lab;
-        QString text; ///< name, Lab, LCh and distances to the gamuts' surfaces, a line each
+        QString text; ///< lines: name, Lab, LCh, distances to the gamuts' surfaces
     };
 
     Inspector(const GamutListModel& gamuts, const PointLayer& points) : m_gamuts(gamuts), m_points(points) {}
 
-    /// nullopt if @p hit is neither a gamut of the list nor a point of the layer.
+    /// nullopt if @p hit is neither on a gamut of the list nor a point of the layer.
     std::optional<Finding> describe(const KVHit& hit) const;
 
 private:

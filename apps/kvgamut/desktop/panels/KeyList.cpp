@@ -10,7 +10,7 @@
 
 namespace {
 
-/// As keyboards and menus of this language name it.
+/// The name of the key in the language of the window.
 QString nameOf(const QKeySequence& key)
 {
     return key.toString(QKeySequence::NativeText);
@@ -52,7 +52,7 @@ KeyList::KeyList(const QList<Group>& groups, QWidget* parent) : QDialog(parent)
     column->addWidget(tree);
     column->addWidget(buttons);
     const auto& view = static_cast<const QAbstractItemView&>(*tree);
-    constexpr int frame = 80; // the margins and a scroll bar
+    constexpr int frame = 80; // space for margins and a scroll bar
     resize(view.sizeHintForColumn(0) + view.sizeHintForColumn(1) + frame, 640);
 }
 

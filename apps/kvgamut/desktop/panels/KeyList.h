@@ -8,7 +8,7 @@
 
 class QMenuBar;
 
-/// The keys of the program, as a list in a non-modal dialog.
+/// The keyboard shortcuts of the program, as a list in a non-modal dialog.
 class KeyList : public QDialog
 {
     Q_OBJECT

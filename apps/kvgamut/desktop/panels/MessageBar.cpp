@@ -22,7 +22,7 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
     sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
     m_label->setObjectName(QStringLiteral("message"));
     m_label->setWordWrap(true);
-    m_label->setTextFormat(Qt::PlainText); // file names may look like HTML
+    m_label->setTextFormat(Qt::PlainText); // file names may contain HTML tags
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* close = new QToolButton;
     close->setObjectName(QStringLiteral("dismiss"));

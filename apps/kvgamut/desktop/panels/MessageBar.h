@@ -19,6 +19,6 @@ public:
     QString text() const { return m_messages.join(QLatin1Char('\n')); }
 
 private:
-    QStringList m_messages; ///< the last ones
+    QStringList m_messages; ///< the newest ones
     QLabel* m_label;
 };

@@ -34,7 +34,7 @@ PictureDialog::PictureDialog(const QSize& proposed, QWidget* parent)
     form->addRow(tr("&Width"), m_width);
     form->addRow(tr("&Height"), m_height);
     form->addRow(buttons);
-    m_width->setFocus(); // and selected when the dialog opens: what is typed replaces it
+    m_width->setFocus(); // the focus selects the number, so that typing replaces it
 }
 
 QSize PictureDialog::size() const

@@ -7,7 +7,7 @@
 
 class QTreeView;
 
-/// The files of points with their shares inside and outside the active gamut, and the tolerance of its edge.
+/// The files of points, their shares inside and outside the active gamut, and the tolerance of the edge.
 class PointPanel : public QWidget
 {
     Q_OBJECT

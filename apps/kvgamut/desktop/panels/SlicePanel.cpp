@@ -62,7 +62,7 @@ void SlicePanel::redraw()
     update();
 }
 
-/// In the colours for paper. The legend names profile, intent and area.
+/// Uses the colours for paper. The legend states profile, intent and area.
 SliceDrawing SlicePanel::drawing() const
 {
     SliceDrawing drawing = SliceDrawing::ofPlane(planeAt(m_lightness));

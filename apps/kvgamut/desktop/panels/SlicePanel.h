@@ -20,14 +20,14 @@ public:
     float lightness() const { return m_lightness; }
     void setLightness(float lightness);
 
-    /// The section as a document: SVG or PDF, by the end of @p file.
-    /// @return what went wrong, naming the file; empty when it is written
+    /// The section as a document: SVG or PDF, by the suffix of @p file.
+    /// @return the problem, which names the file; nullopt on success
     std::optional<Problem> save(const QString& file) const;
 
     QSize sizeHint() const override { return {330, 330}; }
 
 Q_SIGNALS:
-    /// The colour under the pointer; nullopt when it left the plot.
+    /// The colour under the pointer; nullopt when the pointer has left the plot.
     void hovered(std::optional<QVector3D> lab);
 
 protected:
@@ -44,5 +44,5 @@ private:
     const GamutListModel& m_gamuts;
     float m_lightness = 50.0f;
     SliceDrawing m_drawing;
-    QTimer m_soon; ///< collects the changes of one turn of the event loop
+    QTimer m_soon; ///< combines the changes of one event loop iteration
 };

@@ -3,7 +3,7 @@
 
 #include <QtWidgets/QWidget>
 
-/// What the window shows while nothing is open: what can be opened, and two buttons to begin with.
+/// The page of a window without gamuts: a list of what can be opened, and two buttons.
 class WelcomePage : public QWidget
 {
     Q_OBJECT
@@ -12,5 +12,5 @@ public:
 
 Q_SIGNALS:
     void openRequested();
-    void exampleRequested(); ///< sRGB beside Display P3
+    void exampleRequested(); ///< open sRGB and Display P3
 };

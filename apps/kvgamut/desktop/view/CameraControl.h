@@ -7,7 +7,7 @@
 
 class ViewArea;
 
-/// Moves the camera of the window as its actions ask.
+/// Moves the camera for the actions of the window.
 class CameraControl : public QObject
 {
     Q_OBJECT
@@ -25,10 +25,10 @@ public:
     void widenAngle();
     void narrowAngle();
 
-    /// The camera was set from outside: showFirst() keeps it.
+    /// Call when other code has set the camera: showFirst() then keeps it.
     void keep() { m_isChosen = true; }
-    /// To be called when the window is first shown and its shape is known: sets the default camera, unless
-    /// another was chosen. From then on the camera moves instead of jumping.
+    /// Call when the window is first shown and its aspect ratio is known: sets the default camera, unless
+    /// another was chosen. From then on camera changes are animated.
     void showFirst();
 
 Q_SIGNALS:

@@ -12,7 +12,7 @@
 namespace CameraText {
 
 QString write(const KVCamera& camera);
-/// nullopt if @p text is not a camera. White space around and between the words does not matter.
+/// nullopt if @p text is not a camera. White space around and between the words is ignored.
 std::optional<KVCamera> read(const QString& text);
 
 } // namespace CameraText

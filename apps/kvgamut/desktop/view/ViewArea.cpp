@@ -9,7 +9,7 @@ ViewArea::ViewArea(QWidget* parent)
     : QWidget(parent), m_viewer(new KVGamut3DViewer), m_view(new KVGamutView(m_viewer, this)),
       m_container(QWidget::createWindowContainer(m_viewer, this))
 {
-    m_viewer->setTitle(QStringLiteral("view")); // its name among the windows of the screen
+    m_viewer->setTitle(QStringLiteral("view")); // identifies it among the windows of the screen
     setObjectName(QStringLiteral("view"));
     setAccessibleName(tr("Gamuts in Lab space"));
     setFocusPolicy(Qt::StrongFocus);
@@ -53,8 +53,8 @@ void ViewArea::keyReleaseEvent(QKeyEvent* event)
     passOn(event);
 }
 
-/// Only the keys that the viewer uses: any key stops a camera move in progress, and Ctrl is often pressed
-/// soon after a key that moves the camera.
+/// Passes on only the keys that the viewer uses. Any key would stop a camera animation in progress, and users
+/// often press Ctrl soon after a key that moves the camera.
 void ViewArea::passOn(QKeyEvent* event)
 {
     switch (event->key()) {
@@ -72,7 +72,7 @@ void ViewArea::passOn(QKeyEvent* event)
     }
 }
 
-/// A key that is held now will be released in another widget. Shift is the one whose state the viewer keeps.
+/// Releases Shift in the viewer, which stores its state: the real release event goes to another widget.
 void ViewArea::focusOutEvent(QFocusEvent* event)
 {
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);

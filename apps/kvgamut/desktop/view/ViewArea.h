@@ -5,7 +5,7 @@
 
 #include <QtWidgets/QWidget>
 
-/// The viewer as a widget, which holds the keyboard focus for it and passes keys on.
+/// A widget that contains the viewer, has the keyboard focus for it and passes key events on.
 class ViewArea : public QWidget
 {
     Q_OBJECT

@@ -50,7 +50,7 @@ void ViewerBinding::onShown(const QString& id, quint64 revision, const std::opti
 {
     const int row = m_model.rowOf(id);
     if (row < 0 || m_model.at(row).revision != revision)
-        return; // removed, or computed again meanwhile
+        return; // removed or recomputed in the meantime
     m_shown.insert(id, revision);
     if (problem)
         Q_EMIT failed(Problem(*problem).about(m_model.at(row).input));

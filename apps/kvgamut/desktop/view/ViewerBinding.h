@@ -16,11 +16,11 @@ class ViewerBinding : public QObject
 public:
     ViewerBinding(GamutListModel& model, KVGamutView& view, QObject* parent = nullptr);
 
-    /// Whether the viewer shows every gamut as it was computed last.
+    /// Whether the viewer shows the latest computed revision of every gamut.
     bool isUpToDate() const;
 
 Q_SIGNALS:
-    /// A computed gamut cannot be shown, for example because memory does not suffice.
+    /// A computed gamut cannot be shown, for example because of insufficient memory.
     void failed(const Problem& problem);
 
 private:
@@ -31,5 +31,5 @@ private:
 
     GamutListModel& m_model;
     KVGamutView& m_view;
-    QHash<QString, quint64> m_shown; ///< which revision of each gamut the viewer shows
+    QHash<QString, quint64> m_shown; ///< revision of each gamut that the viewer shows, by id
 };

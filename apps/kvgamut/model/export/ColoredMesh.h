@@ -7,12 +7,12 @@
 
 #include <vector>
 
-/// A gamut's surface with shared vertices and their colours: closed, each edge in two triangles with opposite
-/// directions.
+/// A gamut's surface with shared vertices and their colours: closed and oriented, so that each edge belongs
+/// to two triangles, in opposite directions.
 struct ColoredMesh
 {
     std::vector<KVGamut::LabPoint> lab; ///< no two vertices at the same place
-    std::vector<QRgb> colors;           ///< of each vertex, as an sRGB screen shows it
+    std::vector<QRgb> colors;           ///< sRGB colour of each vertex
     std::vector<KVGamut::Mesh::Triangle> triangles;
 
     /// Merges the vertices of @p surface that are at the same place. Vertices are in the order in which the

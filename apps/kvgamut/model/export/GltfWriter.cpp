@@ -28,7 +28,7 @@ qsizetype triangleCount(const ColoredMesh& mesh)
     return static_cast<qsizetype>(mesh.triangles.size());
 }
 
-/// glTF multiplies vertex colours as linear values (IEC 61966-2-1).
+/// Decodes an sRGB value (IEC 61966-2-1): vertex colours of glTF are linear.
 float linear(int step)
 {
     const double v = step / 255.0;
@@ -58,7 +58,7 @@ QByteArray bufferOf(const ColoredMesh& mesh)
     return buffer;
 }
 
-/// The accessor of the positions, which must state their bounds.
+/// The accessor of the positions. glTF requires their bounds here.
 QJsonObject positionAccessor(const ColoredMesh& mesh)
 {
     QVector3D low = MeshText::yUp(mesh.lab.front()), high = low;
@@ -93,7 +93,7 @@ QByteArray MeshWriters::gltf(const ColoredMesh& mesh, const MeshNote& note)
     const qsizetype indices = triangleCount(mesh) * qsizetype(3 * sizeof(quint32));
     QJsonObject extras = kvJsonOf(note);
     extras.insert(QStringLiteral("axes"), QStringLiteral("x = a*, y = L*, z = -b*"));
-    const QString unlit = QStringLiteral("KHR_materials_unlit"); // colours as they are
+    const QString unlit = QStringLiteral("KHR_materials_unlit"); // shows the colours without lighting
     const QJsonObject file{
         {QStringLiteral("asset"), QJsonObject{{QStringLiteral("version"), QStringLiteral("2.0")},
                                               {QStringLiteral("generator"), QStringLiteral("kvgamut")},

@@ -7,7 +7,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// What a file says about its gamut, if its format allows that.
+/// Information about the gamut that is written into a file if its format allows it.
 struct MeshNote
 {
     QString profile;

@@ -15,10 +15,10 @@ Problem failed(const QString& name, const QFileDevice& file)
     return Problem(ProblemCode::CannotWrite).about(name).because(SystemReason::ofFile(file));
 }
 
-// Unbuffered, since a buffer that is written in part loses the reason.
+// Unbuffered: when a buffer is written only in part, QFile loses the reason.
 constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
 
-/// Continues after a part was written: only the next attempt fails with the reason.
+/// Continues after a partial write: only the next write fails with the reason.
 bool writeAll(QFileDevice& file, const QByteArray& bytes)
 {
     qsizetype written = 0;
@@ -31,7 +31,7 @@ bool writeAll(QFileDevice& file, const QByteArray& bytes)
     return file.flush();
 }
 
-/// Writes to a pipe or a device, which cannot be replaced.
+/// Writes to a pipe or a device, which cannot be replaced by a new file.
 std::optional<Problem> writeInto(QFile& file, const QString& name, const QByteArray& bytes)
 {
     if (writeAll(file, bytes))

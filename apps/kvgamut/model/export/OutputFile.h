@@ -8,7 +8,7 @@
 
 #include <optional>
 
-/// Writes @p bytes to the file @p name: completely, or not at all, in which case an existing file stays as it
-/// was. "-" is standard output.
+/// Writes @p bytes to the file @p name, completely or not at all: on failure an existing file keeps its
+/// content. "-" is standard output.
 /// @return CannotWrite, about the file, if that fails
 [[nodiscard]] std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes);

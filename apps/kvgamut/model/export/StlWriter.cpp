@@ -28,7 +28,7 @@ quint16 packed(const ColoredMesh& mesh, const KVGamut::Mesh::Triangle& triangle)
 
 QByteArray MeshWriters::stl(const ColoredMesh& mesh, const MeshNote& note)
 {
-    // Readers take a file whose header begins with "solid" for text.
+    // The header must not begin with "solid": readers would parse the file as text.
     QByteArray file = QByteArray("x, y, z: a*, b*, L*; ")
                           .append(note.line().toUtf8())
                           .left(headerSize)

@@ -33,7 +33,7 @@ constexpr Curve power(double gamma)
 // The piecewise curve of IEC 61966-2-1.
 constexpr Curve srgbCurve{2.4, 1.0 / 1.055, 0.055 / 1.055, 1.0 / 12.92, 0.04045};
 
-// Inverse of the BT.2020 curve. As its note defines them, alpha and beta make the two branches meet in value
+// Inverse of the BT.2020 curve. Alpha and beta are defined such that the two branches meet with equal value
 // and slope.
 constexpr double bt2020Alpha = 1.09929682680944;
 constexpr double bt2020Beta = 0.018053968510807;

@@ -10,8 +10,8 @@ namespace BuiltInProfiles {
 
 QStringList names(); ///< in the order in which they are listed to users
 
-/// The bytes of the ICC profile called @p name, in any case; empty if there is none or memory does not
-/// suffice.
+/// The bytes of the ICC profile called @p name, in any case; empty if there is none or memory is
+/// insufficient.
 QByteArray profile(const QString& name);
 
 } // namespace BuiltInProfiles

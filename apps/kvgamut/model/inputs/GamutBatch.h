@@ -8,9 +8,8 @@
 /// The gamuts of several sources, computed at the same time on the machine's cores.
 namespace GamutBatch {
 
-/// Computes the gamuts of @p sources, in their order; a source that did not open keeps its problem.
-/// Blocks, and calls @p progress on the calling thread a few times each second with the share of the work
-/// that is done, 0..1.
+/// Computes the gamuts of @p sources, in their order; a source that could not be opened keeps its problem.
+/// Blocks, and calls @p progress on the calling thread a few times each second with the progress, 0..1.
 QList<Result<KVGamut::GamutObject>> compute(const QList<Result<GamutSource>>& sources,
                                             const KVGamut::Settings& settings,
                                             const std::function<void(float)>& progress);

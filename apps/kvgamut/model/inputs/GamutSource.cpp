@@ -41,7 +41,7 @@ Result<GamutSource> GamutSource::open(const QString& name)
         return ofPicture(name);
     if (SavedGamut::isSavedGamut(start))
         return ofSavedGamut(name);
-    // the engine knows best why there is nothing to read
+    // the engine reports why the file cannot be read
     if (start.isEmpty() || start.mid(iccSignatureOffset) == iccSignature)
         return ofProfile(name,
                          KVProfilePtr(KVProfileCreateWithPath(name.toUtf8().constData()), KVProfileRelease));
@@ -50,7 +50,7 @@ Result<GamutSource> GamutSource::open(const QString& name)
 
 namespace {
 
-/// Why the engine did not open the profile called @p name. The operating system's reason becomes a cause with
+/// Why the engine could not open the profile @p name. The operating system's reason becomes a cause with
 /// a code, so that it can be translated.
 Problem profileProblem(const QString& name)
 {
@@ -63,7 +63,7 @@ Problem profileProblem(const QString& name)
 
 } // namespace
 
-/// @param profile as the engine opened it just now: null where KVProfileProblem() says why
+/// @param profile the result of the engine; if null, KVProfileProblem() says why
 Result<GamutSource> GamutSource::ofProfile(const QString& name, const KVProfilePtr& profile)
 {
     if (!profile)

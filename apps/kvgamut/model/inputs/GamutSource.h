@@ -7,32 +7,32 @@
 
 #include <QtCore/QString>
 
-/// Something that has a gamut: an opened profile or a saved gamut.
+/// An opened profile or a saved gamut.
 ///
-/// A value; copies share what was opened, and may be used on different threads.
+/// A value type; copies share the opened data and may be used on different threads.
 class GamutSource
 {
 public:
     /// Opens @p name: a built-in profile, or else a file. The content of the file decides what it is: an ICC
     /// profile, a PNG, JPEG or TIFF picture with an embedded profile, or a saved gamut.
-    /// (A file with the name of a built-in profile is "./sRGB".)
+    /// To open a file that is named like a built-in profile, write "./sRGB".
     static Result<GamutSource> open(const QString& name);
 
-    /// The input as it was named.
+    /// The name that was passed to open().
     QString name() const { return m_name; }
 
-    /// Whether this is a gamut that was computed and saved before: settings have no effect on it.
+    /// Whether this is a saved gamut, on which settings have no effect.
     bool isSaved() const { return m_saved.faceCount() > 0; }
     /// The saved gamut; empty for a profile.
     const KVGamut::GamutObject& savedGamut() const { return m_saved; }
-    /// The name of the profile that a saved gamut was computed from; empty where that is not known.
+    /// The name of the profile that a saved gamut was computed from; empty if unknown.
     QString savedProfile() const { return m_savedProfile; }
 
     /// The profile; null for a saved gamut.
     KVProfilePtr profile() const { return m_profile; }
 
-    /// The gamut with primaries and outline, as the viewer computes it, or as it was saved. The problem names
-    /// the input.
+    /// The gamut with primaries and outline: computed as in the viewer, or restored from the file. A problem
+    /// names the input.
     Result<KVGamut::GamutObject> compute(const KVGamut::Settings& settings,
                                          KVCompletionProtocolPtr* protocol = nullptr) const;
 

@@ -5,7 +5,7 @@
 
 #include <QtCore/QByteArray>
 
-/// The content of the file @p name. A failure is CannotRead, about the file.
+/// The content of the file @p name. On failure the problem is CannotRead and names the file.
 Result<QByteArray> readInput(const QString& name);
-/// The same of a regular file, but no more than its first @p maxSize bytes.
+/// At most the first @p maxSize bytes of a regular file.
 Result<QByteArray> readInput(const QString& name, qint64 maxSize);

@@ -6,7 +6,7 @@
 #include <memory>
 #include <type_traits>
 
-/// Owners of what Little CMS hands out.
+/// Owning wrappers for the handles of Little CMS.
 namespace LittleCms {
 
 struct DeleteContext

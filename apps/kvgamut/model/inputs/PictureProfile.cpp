@@ -60,7 +60,7 @@ struct Found
     void* icc = nullptr; ///< from malloc
     std::size_t size = 0;
     bool damaged = false;
-    char message[JMSG_LENGTH_MAX] = {}; ///< the library's words on the damage
+    char message[JMSG_LENGTH_MAX] = {}; ///< the library's error message
 
     ~Found() { std::free(icc); }
 
@@ -156,7 +156,7 @@ int tiffFailed(TIFF*, void* user, const char*, const char* format, va_list value
     auto* found = static_cast<Found*>(user);
     if (found->message[0] == '\0')
         std::vsnprintf(found->message, sizeof found->message, format, values);
-    return 1; // handled
+    return 1; // tells libtiff that the message was handled
 }
 
 int tiffWarned(TIFF*, void*, const char*, const char*, va_list)

@@ -56,7 +56,7 @@ bool has(const Profile& profile, cmsTagSignature tag)
     return cmsIsTag(profile.get(), tag) != 0;
 }
 
-/// Whether the colours are computed with curves and, except for grey, a matrix.
+/// Whether the profile is a matrix/TRC profile, or a grey profile with a curve.
 bool isShaper(const Profile& profile)
 {
     return cmsIsMatrixShaper(profile.get()) != 0;

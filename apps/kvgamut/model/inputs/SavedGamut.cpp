@@ -21,7 +21,7 @@ static_assert(marker.size() == SavedGamut::markerSize);
 
 QByteArray SavedGamut::bytes() const
 {
-    // a sorted map, since the order of a hash differs from run to run
+    // a sorted map, because the order of a hash changes from run to run
     QVariantMap sorted;
     for (auto it = gamut.cbegin(); it != gamut.cend(); ++it)
         sorted.insert(it.key(), it.value());

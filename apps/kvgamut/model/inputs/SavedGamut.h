@@ -24,6 +24,7 @@ struct SavedGamut
     static bool isSavedGamut(const QByteArray& start);
     static constexpr int markerSize = 12;
 
-    /// Reads the parts of the file. Only the engine can tell whether it can restore the gamut.
+    /// Reads the parts of the file. Does not check the gamut itself: the engine does that when it restores
+    /// it.
     static Result<SavedGamut> read(const QByteArray& bytes);
 };

@@ -8,7 +8,7 @@ namespace {
 QRgb solved(QRgb onBlack, QRgb onWhite)
 {
     const int shine = qRed(onWhite) - qRed(onBlack) + qGreen(onWhite) - qGreen(onBlack) + qBlue(onWhite) -
-                      qBlue(onBlack); // three times the share of the background
+                      qBlue(onBlack); // sum of three channels; a third is the background's share, 0..255
     const int alpha = std::clamp(255 - (shine + 1) / 3, 0, 255);
     if (alpha == 0)
         return qRgba(0, 0, 0, 0);

@@ -36,7 +36,7 @@ std::optional<double> pictureDifference(const QImage& one, const QImage& other)
         for (int x = 0; x < one.width(); ++x)
             sum += squaredDifference(a[x], b[x]);
     }
-    // divided by three channels, so that black and white differ by 100 percent
+    // the mean of three channels, so that black and white differ by 100 percent
     const double count = 3.0 * one.width() * one.height();
     return std::min(100.0, 100.0 * std::sqrt(sum / count) / maxDifference);
 }

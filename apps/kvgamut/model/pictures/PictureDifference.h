@@ -6,10 +6,10 @@
 #include <optional>
 
 /// The difference of two pictures in percent: the root mean square, over all pixels, of the differences of
-/// red, green and blue, relative to the largest possible one. Differences of opacity are added, up to 100 in
-/// total. Colours are premultiplied: fully transparent pixels have none.
+/// red, green and blue, relative to the maximum. Differences of opacity are added; the total is at most 100.
+/// Colours are premultiplied: the colour of fully transparent pixels has no effect.
 ///
-/// | percent | of a picture of one gamut                                  |
+/// | percent | typical cause, in a picture of one gamut                   |
 /// | ------- | ---------------------------------------------------------- |
 /// | 0       | equal                                                      |
 /// | 0.1     | ambient light changed by two hundredths                    |

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Frees what libpng allocates for it.
+/// Frees the memory that libpng allocates for the image.
 struct Reader : png_image
 {
     Reader() : png_image{} { version = PNG_IMAGE_VERSION; }

@@ -10,22 +10,22 @@
 struct MeasuredPoint
 {
     KVGamut::LabPoint lab; ///< D50
-    QColor color;          ///< as the file gives it; invalid: not given
+    QColor color;          ///< from the file; invalid if the file has none
     QString name;          ///< may be empty
-    double weight = 1.0;   ///< its share among the points of its set, relative to theirs
+    double weight = 1.0;   ///< relative to the other points of its set
 
-    /// The colour in which it is shown: the given one, else that of its position.
+    /// The colour in which the point is shown: @ref color if valid, else screenColor() of its position.
     QColor shownColor() const;
 };
 
-/// The colour in which a screen shows @p lab.
+/// The sRGB colour for @p lab on screen.
 QColor screenColor(const KVGamut::LabPoint& lab);
 
-/// On which side of a gamut's surface a colour lies.
+/// The side of a gamut's surface on which a colour lies.
 enum class Side
 {
     Inside,
-    Edge, ///< no farther from the surface than the tolerance
+    Edge, ///< within the tolerance of the surface
     Outside,
 };
 

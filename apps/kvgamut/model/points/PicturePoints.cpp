@@ -21,8 +21,8 @@ using LittleCms::Profile;
 namespace {
 
 constexpr float cellEdge = 4.0f;
-constexpr qsizetype maxDrawnPoints = 1200; // each is drawn as a small ball
-constexpr qsizetype maxSamples = 250000;   // a tenth of a second of conversion
+constexpr qsizetype maxDrawnPoints = 1200; // each is drawn as a small sphere
+constexpr qsizetype maxSamples = 250000;   // the conversion takes about 0.1 s
 
 struct TransformDeleter
 {
@@ -30,7 +30,7 @@ struct TransformDeleter
 };
 using TransformHandle = std::unique_ptr<void, TransformDeleter>;
 
-/// A regular sample of the pixels, as device values 0..1: three for each pixel, or one of a grey profile.
+/// A regular sample of the pixels, as device values 0..1: three for each pixel, or one with a grey profile.
 std::vector<double> sampled(const QImage& picture, bool grey)
 {
     const QImage image = picture.convertToFormat(QImage::Format_RGBA64);

@@ -10,8 +10,8 @@
 /// with the absolute colorimetric intent of its profile and gathered into cells of equal size. Each cell
 /// gives one point at the mean of its colours. The weight of a point is its share of the pixels, 0..1.
 ///
-/// A picture without a profile is taken as sRGB, which the note says. It is a problem if the profile is not
-/// for RGB or grey pixels. Problem and note name the file.
+/// A picture without a profile is read as sRGB, with a note that says so. A profile that is neither RGB nor
+/// grey is a problem. Problem and note name the file.
 Result<PointSet> readPicturePoints(const QString& file);
 
 /// Gathers colours into cells of @p edge Lab units, or larger ones if there would be more than @p maxPoints

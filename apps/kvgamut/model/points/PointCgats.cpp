@@ -10,7 +10,7 @@ using LittleCms::Sheet;
 
 namespace {
 
-/// Keeps the first error message in the text that is the context's user data.
+/// Stores the first error message in the context's user data, a text.
 void keepError(cmsContext context, cmsUInt32Number, const char* message)
 {
     auto& kept = *static_cast<QString*>(cmsGetContextUserData(context));

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Index in @p names of the first of @p wanted that they contain; -1 if they contain none.
+/// The index in @p names of the first entry of @p wanted that occurs there; -1 if none does.
 qsizetype firstOf(std::initializer_list<const char*> wanted, const QStringList& names)
 {
     for (const char* name : wanted)

@@ -16,7 +16,7 @@ struct PointColumns
     qsizetype color = 3; ///< optional, as is the name: -1 or past the end if missing
     qsizetype name = -1;
 
-    /// Finds them by their @p names, in any case. nullopt if neither Lab nor XYZ is among them.
+    /// Finds the columns by their @p names, ignoring case. nullopt if neither Lab nor XYZ is among them.
     static std::optional<PointColumns> named(const QStringList& names);
 
     /// The point of one row. nullopt if a field is missing, is not a finite number or is not a colour.

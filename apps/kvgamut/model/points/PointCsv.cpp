@@ -9,7 +9,7 @@
 
 namespace {
 
-/// What separates the fields of @p line: the first of semicolon, tab and comma that it contains, else space.
+/// The separator of the fields of @p line: semicolon, tab or comma, in order of preference, else space.
 QChar separatorOf(const QString& line)
 {
     static const QRegularExpression quoted(QStringLiteral("\"[^\"]*\""));
@@ -44,7 +44,7 @@ QStringList fieldsOf(const QString& line, QChar separator)
     }
     fields.append(unquoted(field));
     if (separator == QLatin1Char(' '))
-        fields.removeAll(QString()); // several spaces separate once
+        fields.removeAll(QString()); // consecutive spaces are one separator
     return fields;
 }
 
@@ -52,7 +52,7 @@ QStringList fieldsOf(const QString& line, QChar separator)
 class Table
 {
 public:
-    /// Takes the names of the columns; ignores them if they do not name a colour space.
+    /// Sets the names of the columns; ignores them if they do not contain a colour space.
     void takeHeader(const QStringList& names)
     {
         if (const auto named = PointColumns::named(names)) {
@@ -65,7 +65,7 @@ public:
     std::optional<MeasuredPoint> pointOf(QStringList fields, bool decimalComma) const
     {
         if (fields.size() > m_maxFields)
-            return {}; // the meaning of the others is unknown
+            return {}; // the meaning of the other numbers is unknown
         if (decimalComma)
             for (const qsizetype column : m_columns.values)
                 if (column < fields.size())
@@ -73,7 +73,7 @@ public:
         return m_columns.pointOf(fields);
     }
 
-    /// What is wrong with a row of which pointOf() gives nothing.
+    /// The problem of a row for which pointOf() returns nullopt.
     ProblemCode rowProblem() const { return m_named ? ProblemCode::NotColorColumns : ProblemCode::NotAPoint; }
 
 private:

@@ -12,7 +12,7 @@ namespace {
 
 const QLatin1String objectName("Object");
 
-/// A value of an object in Lab, and the id of the ColorSpecification that names its illuminant.
+/// A Lab value of an object, and the id of the ColorSpecification that states its illuminant.
 struct Value
 {
     KVGamut::LabPoint lab;
@@ -45,7 +45,7 @@ std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::arr
     return values;
 }
 
-/// Reads a document of CxF 3 in one pass: the objects come before the ColorSpecifications that they name.
+/// Reads a document of CxF 3 in one pass: objects come before the ColorSpecifications that they refer to.
 class CxfReader
 {
 public:

@@ -15,5 +15,5 @@
 ///
 /// XYZ has Y 100 at white and is taken relative to D50 without adaptation.
 ///
-/// The problem and the note name the file.
+/// Problem and note name the file.
 Result<PointSet> readPointFile(const QString& name);

@@ -14,7 +14,7 @@ bool isPicture(const QString& name)
 {
     constexpr qint64 markerSize = 16;
     QFile file(name);
-    // reading a pipe or a device might never end
+    // reading from a pipe or a device might never end
     return QFileInfo(name).isFile() && file.open(QIODevice::ReadOnly) &&
            PictureProfile::isPicture(file.read(markerSize));
 }

@@ -6,8 +6,8 @@
 
 #include <QtCore/QByteArray>
 
-/// The formats that readPointFile() tells apart. Problems and notes do not name the file; without points the
-/// set is empty.
+/// The readers that readPointFile() selects by content. Problems and notes do not name the file; without
+/// points the set is empty.
 namespace PointReaders {
 
 Result<PointSet> readCsv(const QByteArray& text);

@@ -14,6 +14,6 @@ struct PointSet
 {
     QString file;
     QList<MeasuredPoint> points;
-    std::optional<Problem> note; ///< what to know about the points; names the file
+    std::optional<Problem> note; ///< about the points, for example that some were left out; names the file
     bool partial = false;        ///< the note is about points that were left out
 };

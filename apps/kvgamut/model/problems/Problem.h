@@ -26,9 +26,9 @@ enum class ProblemCode : int
     NoSpaceLeft,        ///< ENOSPC
     ReadOnlyFileSystem, ///< EROFS
     TooManyOpenFiles,   ///< EMFILE, ENFILE
-    BrokenPipe,         ///< EPIPE: the reader of a pipe has gone
+    BrokenPipe,         ///< EPIPE: the reader of a pipe has ended
     InvalidDescriptor,  ///< EBADF: the standard file is closed
-    OtherReason,        ///< argument: the words of the operating system or of a library
+    OtherReason,        ///< argument: the message of the operating system or of a library
 
     // files
     CannotRead,    ///< with a cause
@@ -40,7 +40,7 @@ enum class ProblemCode : int
     PictureWithoutProfile,  ///< argument: format
     PictureFormatUnknown,   ///< Qt has no reader or writer for this format
     PictureDataInvalid,     ///< Qt cannot decode the picture
-    PictureTooLarge,        ///< memory does not suffice
+    PictureTooLarge,        ///< insufficient memory
     NotAPng,                ///< with a cause
     PictureProfileInvalid,  ///< the embedded profile is not a usable ICC profile
     PictureSpaceUnknown,    ///< the embedded profile is neither RGB nor grey
@@ -52,7 +52,7 @@ enum class ProblemCode : int
     NotColorColumns,   ///< argument: line number; in a table with named columns
     NotAPoint,         ///< argument: line number; in a table without names
     NotAColorDataSet,  ///< argument: number of the CGATS data set
-    NoPositions,       ///< the file holds no point
+    NoPositions,       ///< the file contains no point
     CgatsInvalid,      ///< with a cause
     CgatsWithoutColor, ///< no columns with Lab or XYZ
     NotCxf,            ///< XML of another kind
@@ -70,11 +70,11 @@ enum class ProblemCode : int
     SessionNotFileList,    ///< place
     SessionNotList,        ///< place
     SessionNotGroup,       ///< place
-    SessionSamePoint,      ///< place of the eye, place of the point that it looks at
+    SessionSamePoint,      ///< place of the eye, place of the look-at point
 
     // the window
     SectionFormatUnknown, ///< neither .svg nor .pdf
-    NoPictureToSave,      ///< nothing is shown, or memory does not suffice
+    NoPictureToSave,      ///< nothing is shown, or insufficient memory
     NoCameraInClipboard,  ///< argument: an example of a camera
 
     // displays and rendering
@@ -92,15 +92,15 @@ Q_ENUM_NS(ProblemCode)
 } // namespace ProblemCodes
 using ProblemCodes::ProblemCode;
 
-/// A failure, or a note about what was left out: a code, its arguments, what it is about and what caused it.
-/// The program decides by the code. Words are made only where they are shown (ProblemText.h).
+/// A failure, or a note about what was left out: a code with arguments, the subject and the cause.
+/// The program makes decisions by the code. ProblemText.h makes the text where it is shown.
 struct Problem
 {
     using Code = std::variant<KVProblemCode, ProblemCode>;
 
     Code code = KVProblemCode::Cancelled;
-    QStringList arguments; ///< as the comment of the code says
-    QString subject;       ///< the input or output that it is about, as it was named; may be empty
+    QStringList arguments;                ///< see the comment of the code
+    QString subject;                      ///< the input or output, as the user named it; may be empty
     std::shared_ptr<const Problem> cause; ///< shown after the sentence; may be null
 
     Problem() = default;
@@ -110,14 +110,14 @@ struct Problem
     {
     }
 
-    /// The same problem, about @p name.
+    /// The same problem with the subject @p name.
     [[nodiscard]] Problem about(const QString& name) const
     {
         Problem result = *this;
         result.subject = name;
         return result;
     }
-    /// The same problem, caused by @p reason.
+    /// The same problem with the cause @p reason.
     [[nodiscard]] Problem because(const Problem& reason) const
     {
         Problem result = *this;

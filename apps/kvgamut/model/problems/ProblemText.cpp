@@ -16,8 +16,8 @@ struct Sentence
     const char* words;
 };
 
-// In the order of the codes. Reasons of the operating system have the words of the C library, which people
-// look up.
+// In the order of the codes. Reasons of the operating system use the texts of the C library, so that people
+// can look them up.
 constexpr Sentence sentences[] = {
     {ProblemCode::NoSuchFile, QT_TRANSLATE_NOOP("Problem", "No such file or directory")},
     {ProblemCode::PermissionDenied, QT_TRANSLATE_NOOP("Problem", "Permission denied")},
@@ -119,7 +119,7 @@ const char* programSentence(ProblemCode code)
     return index < std::size(sentences) ? sentences[index].words : "";
 }
 
-/// Replaces %1, %2... in one pass, since arguments may hold such signs themselves.
+/// Replaces %1, %2... in one pass, because arguments may contain such placeholders themselves.
 QString filled(const QString& sentence, const QStringList& arguments)
 {
     QString result;
@@ -134,7 +134,7 @@ QString filled(const QString& sentence, const QStringList& arguments)
     return result;
 }
 
-/// @p inWords makes words of an English sentence.
+/// @param inWords gives the text to show for an English sentence: itself, or a translation
 QString line(const Problem& problem, const std::function<QString(const char*)>& inWords)
 {
     QString text = filled(inWords(ProblemText::sentence(problem.code)), problem.arguments);

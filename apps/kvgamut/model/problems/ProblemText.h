@@ -5,7 +5,7 @@
 
 #include <QtCore/QList>
 
-/// The words of problems: "'subject': sentence: cause". English sentences are in ProblemText.cpp and, for the
+/// The texts of problems: "'subject': sentence: cause". English sentences are in ProblemText.cpp and, for the
 /// engine's codes, in KVProblem::sentence(); other languages in the translation files, context "Problem".
 namespace ProblemText {
 

@@ -5,16 +5,16 @@
 
 #include <tl/expected.hpp>
 
-/// A value, or why there is none.
+/// A value, or the problem because of which there is none.
 template <typename T>
 using Result = tl::expected<T, Problem>;
 
-/// What a function returns that fails: `return failure(ProblemCode::NotAPoint, {line});`
+/// The return value of a function that fails: `return failure(ProblemCode::NotAPoint, {line});`
 inline tl::unexpected<Problem> failure(Problem::Code code, const QStringList& arguments = {})
 {
     return tl::unexpected<Problem>(Problem(code, arguments));
 }
-/// The same, for a problem that is known already.
+/// The same for an existing problem.
 inline tl::unexpected<Problem> failure(const Problem& problem)
 {
     return tl::unexpected<Problem>(problem);

@@ -47,7 +47,7 @@ Problem SystemReason::ofErrno(int error)
 Problem SystemReason::ofFile(const QFileDevice& file)
 {
     const int error = errno;
-    // Qt refuses directories itself, without an errno
+    // Qt itself rejects directories, without setting errno
     if (QFileInfo(file.fileName()).isDir())
         return Problem(ProblemCode::IsDirectory);
     if (const auto code = codeOf(error))

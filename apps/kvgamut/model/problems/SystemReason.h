@@ -5,13 +5,13 @@
 
 class QFileDevice;
 
-/// Why the operating system refused something, as the cause of a problem.
+/// Errors of the operating system, as causes of problems.
 namespace SystemReason {
 
-/// Of an errno value.
+/// The cause for an errno value.
 Problem ofErrno(int error);
-/// Why the last operation on @p file failed. Call it right after that operation: errno tells more than Qt's
-/// error codes.
+/// Why the last operation on @p file failed. Call it right after that operation: errno is more specific
+/// than Qt's error codes.
 Problem ofFile(const QFileDevice& file);
 
 } // namespace SystemReason

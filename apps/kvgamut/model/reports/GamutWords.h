@@ -5,13 +5,13 @@
 
 #include <QtCore/QString>
 
-/// Words for the values of a gamut's report.
+/// Names of values in reports about gamuts.
 namespace GamutWords {
 
 QString intent(KVVMRenderType intent);  ///< "absolute"...: as on the command line
 QString method(KVGamut::Method method); ///< "device mesh", "radial hull" or "lattice surface"
 
-/// Whether the black point was compensated. The absolute intent ignores that setting.
+/// Whether black-point compensation was applied. The absolute intent ignores that setting.
 bool blackPointCompensated(const KVGamut::Report& report);
 
 } // namespace GamutWords

@@ -167,7 +167,7 @@ bool isNumeric(Kind kind)
     return kind == Kind::Whole || kind == Kind::Number || kind == Kind::Share || kind == Kind::Colour;
 }
 
-/// Width of @p text on a terminal, where some letters take two cells and some none.
+/// Width of @p text on a terminal, where some characters take two cells and some none.
 qsizetype cells(const QString& text)
 {
     qsizetype count = 0;

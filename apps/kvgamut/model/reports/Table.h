@@ -14,7 +14,7 @@
 /// decimal separator is a point in every locale.
 struct Table
 {
-    /// The type of a column. An invalid value is unknown.
+    /// The type of a column. An invalid QVariant means that the value is unknown.
     enum class Kind
     {
         Word,   ///< QString
@@ -23,12 +23,12 @@ struct Table
         Whole,  ///< int
         Number, ///< double
         Share,  ///< double, 0..1; a percentage in text
-        Colour, ///< as colour() makes it
+        Colour, ///< made by colour()
     };
     struct Column
     {
         QString key;   ///< in CSV and JSON
-        QString title; ///< in text; empty: not shown there
+        QString title; ///< in text; if empty the column is not shown there
         Kind kind = Kind::Word;
         int decimals = 0;     ///< in CSV and JSON
         int textDecimals = 0; ///< in text
@@ -38,11 +38,11 @@ struct Table
     QList<Column> columns;
     QList<Row> rows;
     QString summary;     ///< last line of the text
-    bool blocks = false; ///< in text, a paragraph for each row, headed by its first value
+    bool blocks = false; ///< in text, a block for each row, with its first value as heading
 
     enum class Format
     {
-        Text, ///< aligned columns, to read
+        Text, ///< aligned columns for people
         Csv,  ///< RFC 4180 with line feeds; a colour has three columns: key_L, key_a, key_b
         Json, ///< an array with an object for each row; a colour is an array of three numbers
     };

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double defaultWhite = 100.0;
-constexpr double slack = 0.01; // in steps: how far above a ring white may lie and still belong to it
+constexpr double slack = 0.01; // in steps: a white this far above a ring still belongs to it
 
 double maxLightness(const KVGamut::Mesh& surface)
 {
@@ -20,14 +20,14 @@ double maxLightness(const KVGamut::Mesh& surface)
     return max;
 }
 
-/// A straight piece of the boundary of a cut at a hue: chroma, lightness.
+/// A line segment of the boundary of a cut at a hue; x is chroma, y is lightness.
 struct Edge
 {
     QPointF from;
     QPointF to;
 };
 
-/// The point of @p edge where a linear function, with these values at its ends, is zero.
+/// The point of @p edge where a linear function is zero whose values at the ends are given.
 QPointF crossing(const Edge& edge, double alongFrom, double alongTo)
 {
     return edge.from + alongFrom / (alongFrom - alongTo) * (edge.to - edge.from);
@@ -59,8 +59,8 @@ Edge below(const Edge& edge, double top)
     return from <= 0.0 ? Edge{edge.from, middle} : Edge{middle, edge.to};
 }
 
-/// What an edge of a region's boundary contributes to the region's integral of 2 C dC dL, which by Green's
-/// theorem is the integral of C^2 dL along the boundary. The axis C = 0 and lines of constant lightness,
+/// The contribution of a boundary edge to the integral of 2 C dC dL over the region. By Green's theorem this
+/// is the integral of C^2 dL along the boundary. The axis C = 0 and lines of constant lightness,
 /// where the region may be cut off, contribute nothing.
 double contribution(const Edge& edge)
 {
@@ -69,7 +69,7 @@ double contribution(const Edge& edge)
     return (c0 * c0 + c0 * c1 + c1 * c1) / 3.0 * (edge.to.y() - edge.from.y());
 }
 
-/// The squared radius of the ring up to each of @p limits at the hue where @p edges have positive chroma.
+/// The squared radii of the rings up to each of @p limits, at the hue of positive x in @p edges.
 QList<double> squaredRadii(const QList<Edge>& edges, const QList<double>& limits)
 {
     QList<double> squares(limits.size(), 0.0);

@@ -26,8 +26,8 @@ bool isBefore(const LabPoint& p, const LabPoint& q)
     return std::tie(p.L, p.a, p.b) < std::tie(q.L, q.a, q.b);
 }
 
-/// The loops of a cut, each from its first point in lexicographic order, and in the order of these points:
-/// independent of the numbering of the mesh.
+/// The loops of a cut. Each starts at its lexicographically smallest point, and the loops are sorted by these
+/// points, so that the result does not depend on the order of the mesh.
 std::vector<SectionLoop> sortedLoops(const KVGamut::Mesh& surface, const SlicePlane& plane)
 {
     std::vector<SectionLoop> loops = KVGamut::sectionLoops(coefficients(plane).data(), surface);
@@ -83,8 +83,8 @@ void splitAtAxis(const QPolygonF& ring, QList<QPolygonF>& parts, QList<QPolygonF
     }
 }
 
-/// Joins parts that begin and end on the axis into rings, along the intervals of the axis inside the gamut:
-/// between the first and the second of their ends, between the third and the fourth, and so on.
+/// Joins parts that begin and end on the axis into rings, along the intervals of the axis inside the gamut.
+/// With the ends sorted along the axis these lie between the first and second end, the third and fourth, etc.
 QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
 {
     struct End
@@ -99,7 +99,7 @@ QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
         ends.append({parts[i].last().y(), i, false});
     }
     std::stable_sort(ends.begin(), ends.end(), [](const End& a, const End& b) { return a.y < b.y; });
-    QList<qsizetype> follower(parts.size(), -1); // for each part, the one that continues it
+    QList<qsizetype> follower(parts.size(), -1); // for each part, the next part of its ring
     for (qsizetype i = 0; i + 1 < ends.size(); i += 2) {
         const End& one = ends[i];
         const End& other = ends[i + 1];
@@ -120,7 +120,7 @@ QList<QPolygonF> joinedAlongAxis(const QList<QPolygonF>& parts)
     return rings;
 }
 
-/// Without consecutive duplicates.
+/// @p ring without consecutive duplicate points.
 QPolygonF withoutRepeats(QPolygonF ring)
 {
     const auto same = [](const QPointF& a, const QPointF& b) { return a.x() == b.x() && a.y() == b.y(); };

@@ -17,7 +17,7 @@ struct SlicePlane
     double value = 50.0; ///< L*, or the hue angle in degrees from +a* towards +b*
 };
 
-/// Where a plane cuts a gamut, in the coordinates of the plane.
+/// The cut of a gamut by a plane, in the coordinates of the plane.
 struct GamutSlice
 {
     /// The boundary of the cut: closed rings that do not cross each other. The last point connects to the

@@ -10,16 +10,16 @@
 #include <cmath>
 #include <numbers>
 
-// The layout uses units in which text is `text` high, and is scaled to the painter: the drawing is the same
-// at every size.
+// In units of the layout the height of text is `text`. The layout is scaled to the painter, so that the
+// drawing looks the same at every size.
 
 namespace {
 
 constexpr qreal text = 16.0;
 constexpr qreal lineHeight = 1.35 * text;
 constexpr qreal gap = 0.5 * text;
-constexpr qreal defaultTextShare = 1.0 / 45.0; // of the shorter side
-constexpr qreal tickDistance = 3.5 * text;     // at least
+constexpr qreal defaultTextShare = 1.0 / 45.0; // height of text relative to the shorter side
+constexpr qreal tickDistance = 3.5 * text;     // minimum
 constexpr qreal swatch = 1.6 * text;
 constexpr qreal strongLine = 2.0;
 constexpr qreal thinLine = 0.9;
@@ -102,7 +102,7 @@ void paintSymbol(QPainter& painter, const QPointF& at, const QString& words, con
 
 } // namespace
 
-/// Where things stand, in units of the layout.
+/// Positions of the parts of the drawing, in units of the layout.
 struct SliceDrawing::Layout
 {
     QTransform toArea;  ///< from units of the layout to those of the painter
@@ -215,7 +215,7 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
         room.setBottom(std::max(room.bottom() - legend.height(), room.top() + 0.3 * l.whole.height()));
     room.setSize(room.size().expandedTo(QSizeF(text, text)));
 
-    // one scale for both axes; the frame ends at whole ticks
+    // both axes have the same scale; the frame ends at ticks
     const QRectF wanted = wantedRange();
     double perUnit = std::min(room.width() / wanted.width(), room.height() / wanted.height());
     l.step = tickStep(tickDistance / perUnit);
@@ -225,7 +225,7 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
     l.plot = QRectF(QPointF(), size);
     l.plot.moveCenter(room.center());
     if (!beside)
-        l.plot.moveTop(room.top()); // the legend follows below
+        l.plot.moveTop(room.top()); // the legend is below the plot
     l.toPlot.translate(l.plot.left(), l.plot.bottom());
     l.toPlot.scale(perUnit, -perUnit);
     l.toPlot.translate(-l.range.left(), -l.range.top());
@@ -269,7 +269,7 @@ void SliceDrawing::paintTicks(QPainter& painter, const Layout& l) const
         painter.setPen(m_palette.ink);
     };
     const auto isZero = [](double value) { return std::abs(value) < 1e-9; };
-    for (const bool zeros : {false, true}) { // axes above the grid
+    for (const bool zeros : {false, true}) { // draw the axes over the grid
         for (const double x : ticks(l.range.left(), l.range.right(), l.step))
             if (isZero(x) == zeros)
                 line({x, l.range.top()}, {x, l.range.bottom()}, zeros);
@@ -343,7 +343,7 @@ void SliceDrawing::paintRingLabels(QPainter& painter, const Layout& l) const
     if (m_curves.isEmpty() || m_curves.first().strong.isEmpty())
         return;
     const QList<QPolygonF> rings = m_curves.first().thin + m_curves.first().strong;
-    constexpr double direction = 337.5; // where typical device gamuts have an even slope
+    constexpr double direction = 337.5; // a hue at which the rings of typical devices are evenly spaced
     for (const qsizetype i : {qsizetype(0), rings.size() / 2 - 1, rings.size() - 1}) {
         if (i < 0)
             continue;

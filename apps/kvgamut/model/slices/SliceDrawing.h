@@ -14,7 +14,7 @@ class QPainter;
 /// A two-dimensional drawing of gamuts to scale, with axes and a legend: cuts at a lightness (a*, b*) or at a
 /// hue (C*, L*), or gamut rings (a*RSS, b*RSS).
 ///
-/// A value. It draws with any QPainter: into an image, a widget, an SVG or a PDF. Text needs a
+/// A value type. It draws with any QPainter: into an image, a widget, an SVG or a PDF. Text needs a
 /// QGuiApplication, which may use the offscreen platform.
 class SliceDrawing
 {
@@ -38,7 +38,7 @@ public:
     static SliceDrawing ofPlane(const SlicePlane& plane);
     /// An empty drawing of gamut rings.
     static SliceDrawing ofRings();
-    /// Default colour of the gamut at @p position; these are distinct in any colour vision.
+    /// Default colour of the gamut at @p position; these are also distinct for colour-blind people.
     static QColor defaultColor(qsizetype position);
 
     /// Adds the outlines of @p slice. Does nothing in a drawing of rings.
@@ -47,11 +47,11 @@ public:
     void add(const Gamut& gamut, const GamutRings& rings);
 
     void setPalette(const Palette& palette) { m_palette = palette; }
-    /// Shows this part of the plane (rounded up to whole ticks) instead of the bounds of all gamuts.
+    /// Shows this part of the plane (extended to the next ticks) instead of the bounds of all gamuts.
     void setRange(const QRectF& range) { m_range = range; }
     /// Height of text in units of the painter; 0 (the default): 1/45 of the drawing's shorter side.
     void setTextSize(qreal size) { m_textSize = size; }
-    /// Without it only the plot and its axes are drawn.
+    /// Whether to draw the legend; without it only the plot and its axes are drawn.
     void setLegendVisible(bool visible) { m_legendVisible = visible; }
 
     /// The line above the plot, for a window in another language; by default it is English.

@@ -20,7 +20,8 @@ constexpr int dotsPerInch = 96;
 constexpr double pointsPerPixel = 72.0 / dotsPerInch;
 constexpr int pageResolution = 1200; // dots per inch
 
-/// Replaces the dates after each @p mark by @p date, which must be as long: a PDF contains byte offsets.
+/// Replaces the date after each @p mark by @p date. Both must have the same length: a PDF contains byte
+/// offsets.
 void setDates(QByteArray& pdf, const QByteArray& mark, const QByteArray& date)
 {
     for (qsizetype at = pdf.indexOf(mark); at >= 0; at = pdf.indexOf(mark, at + 1))

@@ -6,8 +6,8 @@
 
 class SliceDrawing;
 
-/// Drawings as files. Equal drawings give equal bytes. @p size is in pixels; a pixel on a page is 1/96 inch.
-/// Text needs a QGuiApplication, which may use the offscreen platform.
+/// Writes drawings to files. Equal drawings give equal bytes. @p size is in pixels; a pixel on a page is 1/96
+/// inch. Text needs a QGuiApplication, which may use the offscreen platform.
 namespace SliceFile {
 
 QByteArray png(const SliceDrawing& drawing, const QSize& size);
