@@ -8,8 +8,7 @@ using namespace kvtest;
 
 namespace {
 
-/// Every command of the program has a page for reading (docs/commands/) and a man page, and both say
-/// what --help says.
+/// Every command of the program has a page in docs/commands/ and a man page, and both agree with --help.
 class CommandPagesTest : public testing::Test
 {
 protected:
@@ -19,7 +18,7 @@ protected:
             kvgamut(words + QStringList{QStringLiteral("--help")}, withoutDisplay()).output);
     }
 
-    /// As --help lists them.
+    /// The commands that --help lists.
     static QStringList commands()
     {
         const QString list =
@@ -37,7 +36,7 @@ protected:
         return QString::fromUtf8(contents(QStringLiteral(KVGAMUT_PAGES "/%1.md").arg(command)));
     }
 
-    /// As a reader sees it, roughly: without escapes and changes of font.
+    /// The approximate plain text of a man page: without escapes and font changes.
     static QString manPage(const QString& name)
     {
         static const QRegularExpression markup(QStringLiteral("\\\\f[A-Z]|\\\\,|\\\\/"));

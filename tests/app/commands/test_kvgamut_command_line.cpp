@@ -13,7 +13,7 @@ namespace {
 class CommandLineTest : public ProgramTest
 {
 protected:
-    /// `render` of @p profiles to @p output, small.
+    /// Renders @p profiles to the small picture @p output.
     Answer render(const QStringList& profiles, const QString& output,
                   const QProcessEnvironment& env = environment())
     {
@@ -30,7 +30,7 @@ protected:
     const QString cmyk = QStringLiteral(KVGAMUT_CMYK_PROFILE);
 };
 
-// --- Asking -------------------------------------------------------------------------------------------
+// --- Help and version ---------------------------------------------------------------------------------
 
 TEST_F(CommandLineTest, helpNamesTheCommandsAndTheExitCodes)
 {
@@ -95,7 +95,7 @@ TEST_F(CommandLineTest, versionIsOneLine)
     EXPECT_THAT(answer.output.toStdString(), testing::MatchesRegex("kvgamut [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
-// --- Done ---------------------------------------------------------------------------------------------
+// --- Success ------------------------------------------------------------------------------------------
 
 TEST_F(CommandLineTest, rendersWithEmptyStandardError)
 {
@@ -217,7 +217,7 @@ TEST_F(CommandLineTest, drawsTheRestWhenOneInputIsBad)
         ASSERT_TRUE(QFile::remove(output()));
         EXPECT_TRUE(failedWith(render(inputs, output()), BadInput,
                                QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
-        // also solid, though it is the second on the command line
+        // also opaque, although it is the second input
         EXPECT_EQ(contents(output()), alone);
     }
 }
@@ -226,7 +226,7 @@ TEST_F(CommandLineTest, showsTheFirstUsableGamutOpaque)
 {
     ASSERT_TRUE(succeeded(render({sRGB}, output())));
     const QByteArray alone = contents(output());
-    const Answer answer = render({grey, sRGB}, output()); // opens, but gives no gamut
+    const Answer answer = render({grey, sRGB}, output()); // can be opened, but has no gamut
     EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(contents(output()), alone);
 }
@@ -246,8 +246,8 @@ TEST_F(CommandLineTest, namesEveryBadInput)
 struct Misuse
 {
     const char* name;
-    const char* arguments; ///< after "render", "@" is the output
-    const char* problem;   ///< part of what is said
+    const char* arguments; ///< follow "render"; "@" stands for the output
+    const char* problem;   ///< part of the message
 };
 
 void PrintTo(const Misuse& misuse, std::ostream* out)
@@ -363,7 +363,7 @@ TEST_F(CommandLineTest, reportsAFullDevice)
 
 TEST_F(CommandLineTest, leavesNoPartialPictureOnAFullDevice)
 {
-    // files may grow to 4 KiB only; the caches of the graphics driver would be hit as well
+    // the limit of 4 KiB for files would also break the caches of the graphics driver
     const QString script =
         QStringLiteral("trap '' XFSZ; ulimit -f 4; exec \"$KVGAMUT\" render sRGB --size 400x300 -o \"$1\"");
     QProcessEnvironment env = environment();

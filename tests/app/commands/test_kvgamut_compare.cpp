@@ -21,7 +21,7 @@ protected:
         return json(words(QStringLiteral("compare --intent relative")) + arguments);
     }
 
-    /// Within what the 16-bit steps of the sides make of volumes of these sizes.
+    /// The tolerance covers the rounding of the boxes to 16 bits.
     static void expectVolume(const QJsonObject& row, const char* key, double expected)
     {
         EXPECT_NEAR(number(row, key), expected, 100.0) << key;
@@ -39,7 +39,7 @@ protected:
     }
 
     const Box boxA{{20, -40, -40}, {80, 40, 40}};
-    const Box boxB{{40, -20, -40}, {90, 60, 40}}; // half of it...
+    const Box boxB{{40, -20, -40}, {90, 60, 40}}; // contains half of A
     const Box boxC{{30, -20, -30}, {70, 20, 0}};  // inside A
     const QString fileA = path(QStringLiteral("a.icc"));
     const QString fileB = path(QStringLiteral("b.icc"));

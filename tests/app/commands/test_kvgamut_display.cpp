@@ -18,7 +18,7 @@ protected:
 
     QString output() const { return path(QStringLiteral("out.png")); }
 
-    /// An environment without display, whose xvfb-run is @p script.
+    /// An environment without a display, in which @p script replaces xvfb-run.
     QProcessEnvironment withVirtualScreen(const QByteArray& script)
     {
         const QString file = path(QStringLiteral("xvfb-run"));
@@ -66,7 +66,7 @@ TEST_F(DisplayTest, rendersLargerThanACommonScreenWithoutOne)
 
 TEST_F(DisplayTest, requestsAVirtualScreenOfFixedSizeForAnyPicture)
 {
-    // the stand-in tells its arguments
+    // the replacement of xvfb-run prints its arguments
     const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nprintf '%s\\n' \"$@\"\nexit 0\n");
     const Answer answer =
         kvgamut({QStringLiteral("render"), QStringLiteral("a profile"), QStringLiteral("--size"),
@@ -99,7 +99,7 @@ TEST_F(DisplayTest, reportsAMissingXvfb)
 
 TEST_F(DisplayTest, runsAgainAtMostOnce)
 {
-    // a virtual screen that gives no display: drops its own options and starts the command
+    // provides no display: only skips its own options and starts the command
     const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nshift 3\nexec \"$@\"\n");
     EXPECT_TRUE(
         failedWith(kvgamut(render(), env), BadOutput, QStringLiteral("kvgamut: xvfb-run gave no display")));

@@ -23,7 +23,7 @@ using namespace kvtest;
 
 namespace {
 
-/// A surface as it was read from a file, in (L*, a*, b*).
+/// A surface that was read from a file, in (L*, a*, b*).
 struct Surface
 {
     std::vector<Lab> points;
@@ -41,7 +41,7 @@ Lab yUp(double x, double y, double z)
     return {y, x, -z};
 }
 
-// --- Readers that know nothing of the writers ---------------------------------------------------------
+// --- Readers, independent of the writers --------------------------------------------------------------
 
 Surface readPly(const QByteArray& bytes)
 {
@@ -91,7 +91,7 @@ Surface readObj(const QByteArray& bytes)
     return surface;
 }
 
-/// Corners in the same place become one again; colours are the triangles' own and are left out.
+/// Merges vertices at the same position. Leaves out the colours, which belong to triangles, not vertices.
 Surface readStl(const QByteArray& bytes)
 {
     Surface surface;
@@ -246,7 +246,7 @@ Surface readJson(const QByteArray& bytes)
     return surface;
 }
 
-// --- What a surface must be ---------------------------------------------------------------------------
+// --- Properties of the surface ------------------------------------------------------------------------
 
 double volumeOf(const Surface& surface)
 {
@@ -345,7 +345,7 @@ TEST_P(ExportFormatTest, containsTheClosedSurfaceWithSharedVertices)
         EXPECT_TRUE(sharesItsPoints(surface));
         EXPECT_TRUE(isClosedAndManifold(surface));
         EXPECT_NEAR(volumeOf(surface) / answer[QLatin1String("volume")].toDouble(), 1.0, 1e-6);
-        // Euler: V - E + F = 2 of a ball, and E = 3 F / 2
+        // Euler characteristic of a sphere: V - E + F = 2, with E = 3 F / 2
         EXPECT_EQ(2 * int(surface.points.size()) - int(surface.triangles.size()), 4);
     }
 }
@@ -366,11 +366,11 @@ TEST_P(ExportFormatTest, hasTheColourOfEachVertex)
     }
     ASSERT_EQ(surface.colors.size(), surface.points.size());
     for (size_t i = 0; i < surface.points.size(); ++i) {
-        // sRGB's own surface: the colour, taken back to Lab, is the point
+        // on the surface of sRGB the colour, converted to Lab, is the position of the point
         const auto& [r, g, b] = surface.colors[i];
         const Lab back = labOf({r, g, b});
         const Lab& p = surface.points[i];
-        // half a step of 255 is up to 2 dE where it is dark
+        // rounding to 8 bits changes dark colours by up to 2 dE
         EXPECT_LT(std::hypot(back.L - p.L, back.a - p.a, back.b - p.b), 3.0) << i;
     }
 }
@@ -412,7 +412,7 @@ TEST_F(ExportTest, aSavedGamutIsLoadedAgain)
     const QJsonObject after = volumeAnswer({file});
     for (const char* key : {"volume", "faces", "intent", "method", "white"})
         EXPECT_EQ(after[QLatin1String(key)], before[QLatin1String(key)]) << key;
-    // and exported from there it is the same surface, of the same profile
+    // exporting the saved gamut gives the same surface with the same profile name
     const Answer fromProfile =
         exported({cmyk, QStringLiteral("-o"), QStringLiteral("-"), QStringLiteral("--format"),
                   QStringLiteral("ply"), QStringLiteral("--intent"), QStringLiteral("relative")});

@@ -31,7 +31,7 @@ bool until(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, maxWaitMs);
 }
 
-/// All Lab positions in a line of text, written as "L,a,b".
+/// All Lab positions "L,a,b" in a line of text.
 QList<QVector3D> positionsIn(const QString& text)
 {
     static const QRegularExpression position(QStringLiteral("(-?[0-9.e-]+),(-?[0-9.e-]+),(-?[0-9.e-]+)"));
@@ -44,7 +44,7 @@ QList<QVector3D> positionsIn(const QString& text)
     return positions;
 }
 
-/// A device of thirteen inks, which takes about a second to compute. Each intent has another box as gamut.
+/// A device with thirteen inks, which takes about a second to compute. Each intent has its own box as gamut.
 struct SlowDevice
 {
     Box perceptual{{20, -30, -30}, {80, 30, 30}};
@@ -76,8 +76,8 @@ protected:
         EXPECT_EQ(errors(), "");
     }
 
-    /// What the program said, without what Qt says about itself when a dialog comes and goes faster than
-    /// the window manager tells of it.
+    /// Standard error without a warning of Qt, which appears when a dialog opens and closes before the
+    /// window manager has reported it.
     std::string errors()
     {
         std::string said;
@@ -88,14 +88,14 @@ protected:
         return said;
     }
 
-    /// Opens a window of a size that fits on the screen, and waits until the keys go to it.
+    /// Opens a window that fits on the screen, and waits until it has the keyboard focus.
     void openWindow(const QStringList& arguments)
     {
         open(arguments + words("--size 1200x900"));
         ASSERT_TRUE(until([] { return hasKeyboard(window); }));
     }
 
-    /// The same with gamuts, of which only the surfaces are seen, in red on grey.
+    /// The same with gamuts, drawn in red on grey without grid, axes and projection.
     void openRed(const QStringList& arguments)
     {
         openWindow(arguments + words("--color red --ambient 1 --background #808080 --no-grid --no-axes "
@@ -109,11 +109,11 @@ protected:
         return path(QLatin1String(name));
     }
 
-    // --- Seeing -----------------------------------------------------------------------------------
+    // --- What is on the screen --------------------------------------------------------------------
 
     static QPoint middleOfView() { return placeOnScreen(view).center(); }
 
-    /// Where @p lab is on the screen.
+    /// The position of @p lab on the screen, seen from the top.
     static QPoint fromTop(const Lab& lab)
     {
         const QRect place = placeOnScreen(view);
@@ -125,7 +125,7 @@ protected:
         return place.topLeft() + freeCamera({50, 0, -500}, {50, 0, 0}, place.size()).pixelOf(lab);
     }
 
-    /// Whether something red is seen there, whatever the light makes of it.
+    /// Whether the pixel is a shade of red, in any light.
     static bool isRed(const QPoint& p)
     {
         const QColor seen = screenshot().pixelColor(p);
@@ -136,10 +136,10 @@ protected:
         return difference(screenshot().pixelColor(p), QColor(0x80, 0x80, 0x80)) <= 12;
     }
 
-    /// What is seen in a part of the screen when it has come to rest there.
+    /// Waits until a part of the screen no longer changes, and returns its picture.
     static QImage atRest(const std::function<QRect()>& part)
     {
-        constexpr int longEnoughMs = 1000; // longer than a camera takes to its place
+        constexpr int longEnoughMs = 1000; // longer than a camera animation
         QImage last;
         QElapsedTimer rest;
         EXPECT_TRUE(until([&] {
@@ -165,7 +165,7 @@ protected:
         return {place.right() + 5, place.top(), wide, place.height()};
     }
 
-    /// The share of pixels in which two pictures are not alike.
+    /// The share of pixels that differ between two pictures.
     static double shareUnlike(const QImage& one, const QImage& other)
     {
         if (one.size() != other.size() || one.isNull())
@@ -178,7 +178,7 @@ protected:
         return static_cast<double>(count) / (one.width() * one.height());
     }
 
-    /// While something loads, the status bar has a bar and a button at its end.
+    /// During a load the status bar has a progress bar and a button at its end.
     static bool isLoading()
     {
         const QRect place = placeOnScreen(window);
@@ -190,9 +190,9 @@ protected:
         return false;
     }
 
-    // --- Doing ------------------------------------------------------------------------------------
+    // --- User actions -----------------------------------------------------------------------------
 
-    /// What the program puts on the clipboard when @p keys are pressed.
+    /// The text that the program copies to the clipboard when @p keys are pressed.
     QString copied(const char* keys)
     {
         clipboard.clear();
@@ -202,8 +202,8 @@ protected:
         return text.value_or(QString());
     }
 
-    /// Clicks a gamut and waits until the place is marked: the window manager holds a click back, so that
-    /// keys could overtake it.
+    /// Clicks a gamut and waits until the position is marked. The window manager delays clicks, so that key
+    /// events could arrive earlier.
     void clickGamut(const QPoint& p)
     {
         const QRect around(p - QPoint(3, 3), QSize(7, 7));
@@ -226,7 +226,7 @@ protected:
         });
     }
 
-    /// Waits until the dialog asks, types the answer and sees the dialog go.
+    /// Waits until the dialog opens, types the answer and waits until the dialog is closed.
     void answer(const char* dialog, const QStringList& answers)
     {
         const QString title = QLatin1Char('^') + QLatin1String(dialog) + QLatin1Char('$');
@@ -249,7 +249,7 @@ protected:
         ASSERT_TRUE(until([] { return hasKeyboard(window); })) << dialog;
     }
 
-    /// Eye, then what it looks at.
+    /// The position of the eye, then the point that it looks at.
     QList<QVector3D> camera() { return positionsIn(copied("Ctrl+K")); }
 
     static inline std::unique_ptr<WindowManager> windowManager;
@@ -269,7 +269,7 @@ TEST_F(HandTest, showsTheLastIntentChosenWhileLoading)
     hand.press("F5");
     hand.press("F6");
     ASSERT_TRUE(until(isLoading));
-    EXPECT_TRUE(isRed(fromTop({80, 25, 0}))); // the old one stays until then
+    EXPECT_TRUE(isRed(fromTop({80, 25, 0}))); // the old gamut stays until the new one is computed
     EXPECT_TRUE(until([] { return isRed(fromTop({70, 15, 0})) && isBackground(fromTop({70, 25, 0})); }));
     EXPECT_TRUE(comesToBe("Relative colorimetric", device.relative));
     EXPECT_FALSE(isLoading());
@@ -341,7 +341,7 @@ protected:
     static bool showsFrom(double L) { return isRed(fromFront({L, 15, -30})); }
     static bool isCutAt(double L) { return isBackground(fromFront({L, 15, -30})); }
 
-    /// How many pixels of the outline are seen in the panel to the right. The line in the legend is small.
+    /// The number of pixels of the outline in the panel on the right. The line in the legend is small.
     static int outlineInSection()
     {
         const QRect controls = clipControls();
@@ -355,12 +355,12 @@ protected:
     }
     static bool showsSection() { return outlineInSection() > 250; }
 
-    /// What changes of the slider when it goes down by @p units: from the top of the handle where it was
-    /// to the bottom of the handle where it is.
+    /// The height of the area of the slider that changes when it moves down by @p units: from the top of the
+    /// handle before to the bottom of the handle after.
     QRect changeOfSlider(int units)
     {
         constexpr int narrowest = 5;
-        const auto slider = [] { return clipControls().adjusted(0, 0, 0, -60); }; // not the number below
+        const auto slider = [] { return clipControls().adjusted(0, 0, 0, -60); }; // without the number below
         const QImage before = atRest(slider);
         for (int i = 0; i < units; ++i)
             hand.press("Ctrl+Down");
@@ -371,7 +371,7 @@ protected:
             for (int x = 0; x < before.width(); ++x)
                 if (before.pixel(x, y) != after.pixel(x, y))
                     row |= QRect(x, y, 1, 1);
-            if (row.width() >= narrowest) // the ticks may change their shade
+            if (row.width() >= narrowest) // ignore ticks, whose shade may change
                 change |= row;
         }
         return change.translated(slider().topLeft());
@@ -401,14 +401,14 @@ TEST_F(SectionByHand, cutsAndSlidesByKey)
 TEST_F(SectionByHand, cutsAndSlidesByDraggingTheHandle)
 {
     constexpr int units = 20;  // from 50 to 30
-    constexpr int handle = 14; // about as high
+    constexpr int handle = 14; // approximate height in pixels
     const QRect change = changeOfSlider(units);
     ASSERT_GT(change.height(), 3 * handle);
     const double perUnit = static_cast<double>(change.height() - handle) / units;
     const QPoint at30(change.center().x(), change.bottom() - handle / 2);
     const auto at = [&](double L) { return at30 - QPoint(0, qRound(perUnit * (L - 30.0))); };
 
-    hand.drag(at30, at(70)); // which also cuts
+    hand.drag(at30, at(70)); // this also turns cutting on
     EXPECT_TRUE(until([] { return isCutAt(75) && showsFrom(65); }));
     EXPECT_TRUE(until(showsSection));
     hand.drag(at(70), at(90)); // above the box
@@ -503,7 +503,7 @@ TEST_F(HandTest, restoresASessionInAnotherRun)
 
 // --- The keyboard -----------------------------------------------------------------------------------
 
-/// A gamut whose view has just been clicked into.
+/// A window with a gamut, after a click into the view.
 class KeysInTheView : public HandTest
 {
 protected:
@@ -516,7 +516,7 @@ protected:
         clickGamut(middleOfView());
     }
 
-    /// Presses a key of the view: whether the camera turns by the step of 9 degrees around L*.
+    /// Presses a key of the view. @return whether the camera turns by 9 degrees around L*
     testing::AssertionResult turnsByKey()
     {
         const QList<QVector3D> before = camera();
@@ -554,9 +554,9 @@ TEST_F(KeysInTheView, turnTheCameraOnly)
 TEST_F(KeysInTheView, reachTheShortcuts)
 {
     hand.press("T");
-    hand.press("Ctrl+K"); // while the camera is on its way, which it goes on
+    hand.press("Ctrl+K"); // during the camera animation, which continues
     EXPECT_TRUE(comeToShow(upperFaces));
-    hand.press("V"); // not to be seen
+    hand.press("V"); // hides the gamut
     EXPECT_TRUE(until([this] {
         const QImage screen = screenshot();
         return difference(screen.pixelColor(placeFromTop(upperFaces[0])), colorOf(upperFaces[0])) > 40;

@@ -38,7 +38,7 @@ TEST_F(InfoTest, printsThePropertiesOfAPrinterProfile)
     EXPECT_EQ(list(row, "intents"), words(QStringLiteral("perceptual relative saturation absolute")));
     EXPECT_EQ(list(row, "tables"), words(QStringLiteral("A2B0 A2B1 A2B2 B2A0 B2A1 B2A2")));
 
-    // the header and the text tags themselves, by their places in the file
+    // read directly from the header and the text tags of the file
     const QByteArray bytes = contents(cmyk);
     EXPECT_EQ(word(row, "version"), QStringLiteral("%1.%2").arg(int(bytes[8])).arg(int(bytes[9]) >> 4));
     EXPECT_TRUE(bytes.contains(word(row, "description").toLatin1()));
@@ -60,7 +60,7 @@ TEST_F(InfoTest, printsThePropertiesOfAMatrixProfile)
 
 TEST_F(InfoTest, listsOnlyAvailableIntents)
 {
-    write(path(QStringLiteral("box.icc")), Box{{0, -40, -40}, {100, 40, 40}}.profile()); // A2B0 alone
+    write(path(QStringLiteral("box.icc")), Box{{0, -40, -40}, {100, 40, 40}}.profile()); // has only A2B0
     const QJsonObject row = info({path(QStringLiteral("box.icc"))});
     EXPECT_EQ(list(row, "intents"), QStringList{QStringLiteral("perceptual")});
     EXPECT_EQ(list(row, "tables"), QStringList{QStringLiteral("A2B0")});
@@ -73,12 +73,12 @@ TEST_F(InfoTest, whiteAndBlackAreThoseOfTheIntent)
     const QJsonObject relative = info({cmyk, QStringLiteral("--intent"), QStringLiteral("relative")});
     const QJsonObject compensated =
         info({cmyk, QStringLiteral("--intent"), QStringLiteral("relative"), QStringLiteral("--bpc")});
-    // paper as Little CMS converts it
+    // the paper white that Little CMS computes
     const auto paper = testprofiles::labOf(contents(cmyk), {0, 0, 0, 0}, INTENT_ABSOLUTE_COLORIMETRIC);
     expectNear(lab(absolute, "white"), QVector3D(float(paper[0]), float(paper[1]), float(paper[2])), 0.01f);
     expectNear(lab(relative, "white"), QVector3D(100, 0, 0), 0.01f);
     EXPECT_GT(lab(relative, "black").x(), 5.0f);
-    EXPECT_LE(lab(compensated, "black").x(), 0.1f); // or below: inks beyond the detected black point
+    EXPECT_LE(lab(compensated, "black").x(), 0.1f); // negative for inks below the black point
     EXPECT_EQ(word(absolute, "intent"), QStringLiteral("absolute"));
     EXPECT_TRUE(flag(compensated, "bpc"));
 }
@@ -105,7 +105,7 @@ TEST_F(InfoTest, printsThePropertiesOfASavedGamut)
     EXPECT_EQ(word(row, "kind"), QStringLiteral("saved gamut"));
     EXPECT_EQ(word(row, "saved_of"), cmyk);
     EXPECT_EQ(number(row, "channels"), 4);
-    EXPECT_EQ(word(row, "intent"), QStringLiteral("relative")); // with which it was saved
+    EXPECT_EQ(word(row, "intent"), QStringLiteral("relative")); // the intent with which it was saved
     EXPECT_TRUE(flag(row, "bpc"));
     EXPECT_EQ(number(row, "grid"), 9);
     expectNear(lab(row, "white"), QVector3D(100, 0, 0), 0.01f);

@@ -17,7 +17,7 @@ class InsideTest : public NumbersTest
 protected:
     void SetUp() override { write(file, box.profile()); }
 
-    /// `inside` of the box.
+    /// Runs `inside` with the box as gamut.
     QList<QJsonObject> inside(const QString& arguments)
     {
         return json(QStringList{QStringLiteral("inside"), file} +
@@ -38,7 +38,7 @@ protected:
 
     void expectAnswer(const QJsonObject& row, const QVector3D& point)
     {
-        constexpr float steps = 0.01f; // the 16-bit steps of the profile
+        constexpr float steps = 0.01f; // rounding to 16 bits in the profile
         const QVector3D nearest = box.nearest(point);
         const float distance = (point - nearest).length();
         EXPECT_EQ(lab(row, "lab"), point);
@@ -150,7 +150,7 @@ TEST_F(InsideTest, hasTheDocumentedKeys)
 
 TEST_F(InsideTest, countsColoursInsideOnTheEdgeAndOutside)
 {
-    // 10 and 1 inside, 1.5 and 3 outside of the top
+    // 10 and 1 below the top face, 1.5 and 3 above it
     const QString line = QStringLiteral("70 0 0 79 0 0 81.5 0 0 83 0 0");
     const auto rows = inside(line + QStringLiteral(" --tolerance 2"));
     ASSERT_EQ(rows.size(), 4);
@@ -178,7 +178,7 @@ TEST_F(InsideTest, printsTheCountsInText)
 
 TEST_F(InsideTest, dependsOnTheIntent)
 {
-    // white is in the gamut of the relative intent, not in that of the paper
+    // white is inside with the relative intent, outside with the absolute one
     const QString point = QStringLiteral("99 0 0");
     const auto of = [&](const QString& intent) {
         return json(QStringList{QStringLiteral("inside"), cmyk} +
@@ -247,7 +247,7 @@ TEST_F(InsideTest, requiresCompleteColoursOrAFile)
 
 TEST_F(InsideTest, reportsInsufficientMemory)
 {
-    constexpr int points = 1500000; // far more than the memory below holds
+    constexpr int points = 1500000; // need far more memory than the limit below
     const QString many = path(QStringLiteral("many.csv"));
     write(many, "L,a,b\n" + QByteArray("50,10,10\n").repeated(points));
     const Answer answer =

@@ -8,7 +8,7 @@ namespace {
 
 constexpr QSize size(400, 400);
 
-/// Markers, points and lines of a person's own, from text files.
+/// Markers, points and lines that the user adds from text files.
 class ItemTest : public ProgramTest
 {
 protected:
@@ -19,7 +19,7 @@ protected:
         return name;
     }
 
-    /// From above, without anything but the items and the gamut.
+    /// Renders only the items and the gamut, seen from the top.
     QImage drawn(const QStringList& items) { return rendered(look + items); }
 
     static QColor at(const QImage& picture, const Lab& lab)
@@ -41,7 +41,7 @@ protected:
     const QColor background = Qt::gray;
 };
 
-/// Whether @p seen is a shade of @p color: the light models a body, so that its colour may be darker.
+/// Whether @p seen is a shade of @p color: shading may make it darker.
 bool isShadeOf(const QColor& seen, const QColor& color)
 {
     const int hueTurn = std::abs(seen.hue() - color.hue());
@@ -57,7 +57,7 @@ TEST_F(ItemTest, eachMarkerStandsAtItsPositionInItsColour)
     EXPECT_TRUE(isShadeOf(at(picture, {60, 80, -40}), Qt::magenta));
     EXPECT_TRUE(isShadeOf(at(picture, {20, -70, 50}), Qt::red));
     EXPECT_EQ(at(picture, {60, 0, 0}), background);
-    // 12 across: 5 from the middle is on it, 8 is not
+    // diameter 12: a point at distance 5 from the centre is on the marker, one at 8 is not
     EXPECT_TRUE(isShadeOf(at(picture, {60, 85, -40}), Qt::magenta));
     EXPECT_EQ(at(picture, {60, 88, -40}), background);
 }
@@ -103,7 +103,7 @@ TEST_F(ItemTest, aLineJoinsItsPositionsInOrder)
         drawn({QStringLiteral("--line"), line, QStringLiteral("--line-width"), QStringLiteral("6")});
     EXPECT_TRUE(isShadeOf(at(picture, {50, 0, -60}), Qt::magenta));
     EXPECT_TRUE(isShadeOf(at(picture, {50, 60, 0}), Qt::magenta));
-    EXPECT_EQ(at(picture, {50, 0, 0}), background); // it is not closed
+    EXPECT_EQ(at(picture, {50, 0, 0}), background); // the line is not closed
     // 6 / 1.5 = 4 Lab units thick
     EXPECT_TRUE(isShadeOf(at(picture, {50, 0, -58.8}), Qt::magenta));
     EXPECT_EQ(at(picture, {50, 0, -56}), background);

@@ -13,7 +13,7 @@ namespace {
 /// Environment variables and their values.
 using Variables = QList<std::pair<const char*, QString>>;
 
-/// The environment of the tests in which only @p variables choose the language.
+/// The test environment, with only @p variables to set the language.
 QProcessEnvironment environmentWith(const Variables& variables)
 {
     QProcessEnvironment env = environment();
@@ -48,7 +48,7 @@ const QString germanLocale = QStringLiteral("de_DE.UTF-8");
 class WindowLanguage : public ViewTest
 {
 protected:
-    /// The window without gamuts as it is drawn with @p variables set, once it no longer changes.
+    /// A picture of the window without gamuts, with @p variables set, after it no longer changes.
     QImage windowWith(const Variables& variables)
     {
         QProcessEnvironment env = environmentWith(variables);
@@ -72,7 +72,7 @@ protected:
         return last;
     }
 
-    /// The menu bar of that window. It has words and no numbers, whose form follows other variables.
+    /// The menu bar of that window. It contains no numbers, whose format depends on other variables.
     QImage menuBarWith(const Variables& variables)
     {
         constexpr int menuBarHeight = 20;

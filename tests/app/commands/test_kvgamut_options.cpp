@@ -107,7 +107,7 @@ TEST_F(OptionTest, aFullyTransparentGamutLeavesTheBackground)
 {
     const QImage picture =
         rendered(words("sRGB --alpha 0 --size 200x200 --view top --no-grid --no-axes --background #203040"));
-    // half way between neutral and red: on the surface, off the outline
+    // halfway between neutral and red: on the surface, but not on the outline
     const QPoint pixel = topCamera({200, 200}).pixelOf({60, 40, 20});
     EXPECT_EQ(picture.pixelColor(pixel), QColor(0x20, 0x30, 0x40));
 }
@@ -133,7 +133,7 @@ TEST_F(OptionTest, aColourReplacesTheGamutsOwn)
 {
     const QImage picture =
         rendered(words("sRGB --color blue --size 300x300 --view top --ambient 1 --no-axes"));
-    // green and red of the gamut are shades of blue now: blue leads, and the others are equal
+    // green and red of the gamut are now shades of blue: blue is the maximum, the other channels are equal
     for (const Device& device : {Device{0.25, 1, 0.25}, Device{1, 0.25, 0.25}}) {
         const QColor seen = picture.pixelColor(topCamera({300, 300}).pixelOf(labOf(device)));
         EXPECT_GT(seen.blue(), seen.red() + 20);
@@ -143,7 +143,7 @@ TEST_F(OptionTest, aColourReplacesTheGamutsOwn)
 
 TEST_F(OptionTest, aParallelProjectionShowsEqualSizesAtAllHeights)
 {
-    // Seen from above in parallel, a colour stands over its place in the ab plane whatever its L*.
+    // In a parallel projection from the top, the position of a colour does not depend on its L*.
     const QImage picture =
         rendered(words("sRGB --orthogonal --view top --size 600x600 --ambient 1 --no-axes"));
     const double unitsPerPixel = 2.0 * 472.48712 * std::tan(15.0 * 3.14159265358979323846 / 180.0) / 600.0;
@@ -157,7 +157,7 @@ TEST_F(OptionTest, aParallelProjectionShowsEqualSizesAtAllHeights)
     }
 }
 
-// A profile whose tables differ by intent: white is less light in each.
+// A profile with a different table for each intent: each has a darker white than the one before.
 class IntentTest : public OptionTest
 {
 protected:
@@ -217,11 +217,11 @@ TEST_F(IntentTest, eachShowsTheWhiteOfItsOwnTable)
         const int v = static_cast<int>(std::lround(255.0 * (1.055 * std::pow(y, 1.0 / 2.4) - 0.055)));
         return QColor(v, v, v);
     };
-    constexpr int tolerance = 6; // the pixel beside the very top
+    constexpr int tolerance = 6; // the pixel may lie beside the highest point
     EXPECT_LE(difference(whiteOf("perceptual"), grey(100.0)), tolerance);
     EXPECT_LE(difference(whiteOf("relative"), grey(80.0)), tolerance);
     EXPECT_LE(difference(whiteOf("saturation"), grey(60.0)), tolerance);
-    // relative to a paper of 0.7: L* 80 is Y 0.5668, on that paper 0.3968
+    // relative to a paper with Y 0.7: L* 80 is Y 0.5668, times 0.7 gives 0.3968
     const double onPaper = 116.0 * std::cbrt(0.7 * std::pow(96.0 / 116.0, 3.0)) - 16.0;
     EXPECT_LE(difference(whiteOf("absolute"), grey(onPaper)), tolerance);
 }

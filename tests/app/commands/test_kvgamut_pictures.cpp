@@ -49,7 +49,7 @@ TEST_F(PictureTest, isAPngOfTheGivenSize)
 
 TEST_F(PictureTest, isWiderThanTheScreenWhenAsked)
 {
-    // the screen of these tests has 1280x1024 pixels; what lies beyond it is drawn all the same
+    // the screen of these tests has 1280x1024 pixels; the part of the window outside it is drawn, too
     const QSize large(2000, 1500);
     const QImage picture = rendered(
         {QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("2000x1500"),
@@ -123,7 +123,7 @@ TEST_F(PictureTest, showsFromBelowEachColourOfTheLowerFacesWhereItProjects)
 
 TEST_F(PictureTest, showsFromTheSideTheFacesThatLookThere)
 {
-    // from -b* the blue face and the red one are seen
+    // seen from -b*, the blue face and the red face are visible
     const QImage picture =
         rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--camera"),
                   QStringLiteral("230,120,-420"), QStringLiteral("--look-at"), QStringLiteral("35,10,-5"),
@@ -175,8 +175,8 @@ TEST_F(PictureTest, isShadedByLightButNeitherBlackNorOverexposed)
 
 TEST_F(PictureTest, letsTheFirstGamutShineThroughTheLaterOnes)
 {
-    // Here the wider gamut lies well outside the narrower one, which hides what is behind it: what is
-    // seen is the narrower one, covered by one layer of the wider one.
+    // Here the surface of the wider gamut is clearly outside the narrower one. The narrower gamut is opaque,
+    // so that the pixel shows it through one translucent layer of the wider gamut.
     const std::vector<Device> devices{{1, 0.25, 0.25}, {1, 0.5, 0.25}, {0.25, 1, 0.25}, {0.5, 1, 0.25}};
     const QStringList look{QStringLiteral("--size"),    sizeText,
                            QStringLiteral("--view"),    QStringLiteral("top"),
@@ -220,7 +220,7 @@ TEST_F(PictureTest, showsThePaperOfAPrinterWhiteRelativeToItselfAndDarkerAbsolut
     const QImage relative =
         rendered(look + QStringList{QStringLiteral("--intent"), QStringLiteral("relative")});
     const QImage absolute = rendered(look);
-    // paper is neutral when it is its own white, and then lies in the middle of the picture
+    // relative to itself, paper white is neutral, so it is in the middle of the picture
     EXPECT_LE(difference(relative.pixelColor(100, 100), Qt::white), pixelTolerance);
     EXPECT_LT(absolute.pixelColor(100, 100).lightness(), 245);
     EXPECT_GT(absolute.pixelColor(100, 100).lightness(), 180);

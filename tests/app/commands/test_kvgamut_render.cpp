@@ -49,7 +49,7 @@ TEST_F(RenderTest, colouredLightFiltersColours)
     EXPECT_NEAR(inYellow.red(), inWhite.red(), 3);
 }
 
-// --- No background ------------------------------------------------------------------------------------
+// --- Transparent background ---------------------------------------------------------------------------
 
 class TransparencyTest : public RenderTest, public testing::WithParamInterface<const char*>
 {
@@ -92,7 +92,7 @@ TEST_F(RenderTest, withoutBackgroundOnlyWhatIsDrawnIsOpaque)
     const PinholeCamera camera = topCamera({300, 300});
     EXPECT_EQ(picture.pixelColor(camera.pixelOf({60, 30, 20})).alpha(), 255);
     EXPECT_EQ(picture.pixel(0, 0), qRgba(0, 0, 0, 0));
-    // antialiased: the outline has pixels in between
+    // with antialiasing the outline has pixels of intermediate opacity
     int between = 0;
     for (int y = 0; y < 300; ++y)
         for (int x = 0; x < 300; ++x) {
@@ -107,7 +107,7 @@ TEST_F(RenderTest, aTranslucentGamutIsAsOpaqueAsItsAlpha)
     const QImage picture =
         rendered(words("sRGB --alpha 0.4 --no-background --size 300x300 --view top --no-grid --no-axes "
                        "--no-projection"));
-    // two layers lie over each other: 1 - 0.6 * 0.6
+    // two layers with opacity 0.4: 1 - 0.6 * 0.6
     EXPECT_NEAR(qAlpha(picture.pixel(topCamera({300, 300}).pixelOf({60, 30, 20}))), 0.64 * 255.0, 2.0);
 }
 
@@ -126,15 +126,15 @@ TEST_F(RenderTest, hasTheRequestedSize)
 TEST_F(RenderTest, tilesShowTheSameViewAsOnePicture)
 {
     const QStringList look = words("sRGB DisplayP3 --no-grid");
-    const QImage large = rendered(look + words("--size 4200x3000")); // six pieces
-    const QImage small = rendered(look + words("--size 1400x1000")); // one
+    const QImage large = rendered(look + words("--size 4200x3000")); // rendered in six tiles
+    const QImage small = rendered(look + words("--size 1400x1000")); // rendered in one tile
     ASSERT_EQ(large.size(), QSize(4200, 3000));
     const QImage shrunk = large.scaled(1400, 1000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     int wrong = 0;
     for (int y = 0; y < 1000; ++y)
         for (int x = 0; x < 1400; ++x)
             wrong += difference(shrunk.pixelColor(x, y), small.pixelColor(x, y)) > 48 ? 1 : 0;
-    EXPECT_LT(wrong, 1400 * 1000 / 500); // lines a pixel thin
+    EXPECT_LT(wrong, 1400 * 1000 / 500); // only lines of one pixel differ
 }
 
 TEST_F(RenderTest, showsEachColourWhereItProjectsAlsoWhenItIsLarge)
@@ -181,7 +181,7 @@ protected:
 TEST_F(ReferenceTest, matchesTheSamePicture)
 {
     EXPECT_TRUE(succeeded(compared("--reference-threshold 0")));
-    EXPECT_EQ(files().size(), 1); // nothing is written that was not asked for
+    EXPECT_EQ(files().size(), 1); // no other file is written
 }
 
 TEST_F(ReferenceTest, reportsTheDifferenceInOneLine)

@@ -81,7 +81,7 @@ TEST_F(ReportTest, printsNamesAsGiven)
     for (const QString& name : names)
         ASSERT_TRUE(QFile::copy(cmyk, name));
     const auto rows = json(QStringList{QStringLiteral("volume")} + names);
-    ASSERT_EQ(rows.size(), 2); // though their base names are the same
+    ASSERT_EQ(rows.size(), 2); // although their base names are the same
     EXPECT_EQ(word(rows[0], "profile"), names[0]);
     EXPECT_EQ(word(rows[1], "profile"), names[1]);
     EXPECT_EQ(rows[0].value(QStringLiteral("volume")), rows[1].value(QStringLiteral("volume")));
@@ -140,7 +140,7 @@ TEST_F(ReportTest, aSavedGamutHasItsOwnSettings)
 TEST_F(ReportTest, writesTheFileThatWasNamed)
 {
     const QString file = path(QStringLiteral("имя 名.json"));
-    for (const QString& name : words(QStringLiteral("info inside"))) { // no seconds in them
+    for (const QString& name : words(QStringLiteral("info inside"))) { // their output contains no times
         for (const char* option : {"-o", "--output"}) {
             const Answer answer = run(command(name) + QStringList{QLatin1String(option), file});
             EXPECT_TRUE(succeeded(answer));
@@ -182,7 +182,7 @@ TEST_F(ReportTest, keepsTheOldFileWhenSpaceRunsOut)
 
 TEST_F(ReportTest, reportsABrokenPipe)
 {
-    // the reader of the pipe has ended before anything is written
+    // the reader of the pipe ends before the program writes
     const Answer answer = shell(QStringLiteral("exec 3> >(true); wait $!; exec \"$KVGAMUT\" volume sRGB >&3"),
                                 {}, withoutDisplay());
     EXPECT_EQ(answer.exitCode, BadOutput);
@@ -214,7 +214,7 @@ TEST_F(ReportTest, anOutputErrorTakesPrecedenceOverAnInputError)
 class ProgressTest : public ReportTest
 {
 protected:
-    /// What a terminal gets of standard error while @p arguments are at work for more than a second.
+    /// The standard error, on a terminal, of a run with @p arguments that takes more than a second.
     static QByteArray onATerminal(const QString& arguments)
     {
         const QString program = QStringLiteral("\\\"$KVGAMUT\\\" %1 2>&1 >/dev/null").arg(arguments);
@@ -237,7 +237,7 @@ TEST_F(ProgressTest, isShownOnATerminalAndErased)
     EXPECT_TRUE(seen.startsWith("\r[")) << seen.toStdString();
     EXPECT_TRUE(seen.contains(" % gamuts"));
     EXPECT_TRUE(seen.endsWith("\r\x1b[K"));
-    // it never goes back
+    // the progress never decreases
     int last = 0;
     for (const QByteArray& line : seen.split('\r')) {
         if (!line.startsWith('['))

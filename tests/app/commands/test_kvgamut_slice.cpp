@@ -58,7 +58,7 @@ double distance(const QPointF& p, const QPointF& a, const QPointF& b)
 
 TEST_F(SliceTest, atALightnessIsThePolygonOfAnAffineDevice)
 {
-    // at L* 50 r + g + b = 1.5: the hexagon whose corners are the orders of 0, 1/2 and 1
+    // at L* 50, r + g + b = 1.5: a hexagon whose corners are the permutations of (0, 1/2, 1)
     QPolygonF hexagon;
     for (const auto& [r, g, b] : {std::array{1.0, 0.5, 0.0},
                                   {0.5, 1.0, 0.0},
@@ -78,7 +78,7 @@ TEST_F(SliceTest, atALightnessIsThePolygonOfAnAffineDevice)
         for (const QJsonValue& point : rings[0].toArray())
             nearest = std::min(
                 nearest, std::hypot(point[1].toDouble() - corner.x(), point[2].toDouble() - corner.y()));
-        EXPECT_LT(nearest, 0.02) << corner.x() << ", " << corner.y(); // 16 bits of a table
+        EXPECT_LT(nearest, 0.02) << corner.x() << ", " << corner.y(); // rounding to 16 bits in the profile
     }
     for (const QJsonValue& point : rings[0].toArray()) {
         EXPECT_EQ(point[0].toDouble(), 50.0);
@@ -88,7 +88,7 @@ TEST_F(SliceTest, atALightnessIsThePolygonOfAnAffineDevice)
                                                  hexagon[(i + 1) % 6]));
         EXPECT_LT(nearest, 0.02);
     }
-    // twice the hexagon of the cube's middle: area = volume / 100 * 9 / 4 of a parallelepiped on its corner
+    // twice the area of the hexagon, by the shoelace formula
     double twice = 0.0;
     for (qsizetype i = 0; i < 6; ++i)
         twice += hexagon[i].x() * hexagon[(i + 1) % 6].y() - hexagon[(i + 1) % 6].x() * hexagon[i].y();
@@ -97,11 +97,10 @@ TEST_F(SliceTest, atALightnessIsThePolygonOfAnAffineDevice)
 
 TEST_F(SliceTest, atAHueEndsExactlyOnTheAxis)
 {
-    // towards +a* (g = b in the plane b* = 0 is not a plane of the cube, so look at the corners on it)
     const QJsonArray gamuts = json({affine(), QStringLiteral("--hue"), QStringLiteral("270")});
     const QJsonArray rings = gamuts[0].toObject()[QLatin1String("rings")].toArray();
     ASSERT_EQ(rings.size(), 1);
-    // a* = 0: r = g. Corners of that section of the cube with b* below 0: black, blue, white.
+    // the plane a* = 0 is r = g; on its half with b* < 0 the corners of the cube are black, blue and white
     QPolygonF triangle; // C*, L*
     for (const auto& [r, g, b] : {std::array{0.0, 0.0, 0.0}, {0.0, 0.0, 1.0}, {1.0, 1.0, 1.0}}) {
         const cmsCIELab lab = AffineDevice::lab(r, g, b);
@@ -129,7 +128,7 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
             kvgamut({QStringLiteral("volume"), profile, QStringLiteral("--format"), QStringLiteral("json")},
                     withoutDisplay());
         const double expected = number(QJsonDocument::fromJson(volume.output).array()[0], "volume");
-        // 360 corners with straight lines between them
+        // a polygon of 360 corners is smaller than the smooth ring
         EXPECT_NEAR(number(gamuts[0], "volume") / expected, 1.0, 3e-4) << profile.toStdString();
         const QJsonArray rings = gamuts[0].toObject()[QLatin1String("rings")].toArray();
         ASSERT_EQ(rings.size(), 10);
@@ -145,7 +144,7 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
 
 TEST_F(SliceTest, halfOfASymmetricSolidLiesBelowItsMiddle)
 {
-    // the affine device is the same upside down
+    // the gamut of the affine device has point symmetry about L* 50
     const QJsonArray rings =
         json({affine(), QStringLiteral("--rings")})[0].toObject()[QLatin1String("rings")].toArray();
     EXPECT_NEAR(number(rings[4], "area") / AffineDevice::volume, 0.5, 5e-4);
@@ -242,7 +241,7 @@ TEST_F(SliceTest, theFormatOptionTakesPrecedenceOverTheSuffix)
 
 TEST_F(SliceTest, aDrawingIsTheSameFileEachTime)
 {
-    // each process has another hash seed: what follows the order of a hash differs in every second one
+    // each process has another hash seed, so that output in hash order would differ between runs
     constexpr int processes = 6;
     for (const char* format : {"png", "svg", "pdf"})
         for (const char* what : {"--lightness 50", "--rings"}) {
@@ -306,7 +305,7 @@ TEST_F(SliceTest, sizeAndColourHaveAnEffect)
     EXPECT_GT(magenta(slice(what + words("--color #ff00ff")).output), 300);
 }
 
-// --- What goes wrong ----------------------------------------------------------------------------------
+// --- Errors -------------------------------------------------------------------------------------------
 
 TEST_F(SliceTest, writesTheRestWhenOneInputIsBad)
 {

@@ -115,7 +115,7 @@ TEST_F(ViewTest, opensAFileDroppedOntoTheScene)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&source, maxWaitMs));
     const QPoint target = placeOnScreen(QStringLiteral("^view$")).center();
     const auto isOpen = [] { return !placeOnScreen(QStringLiteral("default_cmyk.icc.*kvgamut$")).isEmpty(); };
-    // A slow program may not follow the pointer in time, so the drag is repeated.
+    // A slow program may miss the drop, so the drag is repeated.
     for (int attempt = 0; attempt < 10 && !isOpen(); ++attempt) {
         QProcess hand;
         hand.start(QStringLiteral("bash"),

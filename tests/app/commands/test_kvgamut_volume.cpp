@@ -31,7 +31,7 @@ struct Known
     const char* name;
     const char* arguments;
     double volume;      ///< by integration of the Jacobian, Monte Carlo and extrapolated surfaces
-    double uncertainty; ///< of that
+    double uncertainty; ///< of the value in `volume`
     const char* method;
     int channels;
 };
@@ -52,7 +52,7 @@ TEST_P(KnownVolumeTest, isWithinItsUncertainty)
     const double uncertainty = number(row, "uncertainty");
     EXPECT_NEAR(number(row, "volume"), GetParam().volume, uncertainty + GetParam().uncertainty);
     EXPECT_GT(uncertainty, 0.0);
-    EXPECT_LT(uncertainty, 0.001 * GetParam().volume); // it says something
+    EXPECT_LT(uncertainty, 0.001 * GetParam().volume); // small enough to be useful
     EXPECT_EQ(word(row, "method"), QLatin1String(GetParam().method));
     EXPECT_EQ(number(row, "channels"), GetParam().channels);
 }
@@ -79,7 +79,7 @@ TEST_F(VolumeTest, equalsTheVolumeOfABox)
     const Box box{{20, -40, -30}, {80, 40, 50}};
     write(path(QStringLiteral("box.icc")), box.profile());
     const QJsonObject row = volume(path(QStringLiteral("box.icc")) + QStringLiteral(" --intent relative"));
-    EXPECT_NEAR(number(row, "volume"), box.volume(), 60.0); // 16-bit steps of sides of 60 and 80
+    EXPECT_NEAR(number(row, "volume"), box.volume(), 60.0); // edges of 60 and 80, rounded to 16 bits
     EXPECT_EQ(number(row, "fold_share"), 0.0);
 }
 
@@ -88,7 +88,7 @@ TEST_F(VolumeTest, usesTheAbsoluteIntentByDefault)
     const QJsonObject row = volume(cmyk);
     EXPECT_EQ(word(row, "intent"), QStringLiteral("absolute"));
     EXPECT_NEAR(number(row, "volume"), 296508, number(row, "uncertainty") + 74);
-    EXPECT_LT(lab(row, "white").x(), 90.0f); // the paper's
+    EXPECT_LT(lab(row, "white").x(), 90.0f); // the paper white
 }
 
 TEST_F(VolumeTest, dependsOnTheIntent)
@@ -100,7 +100,7 @@ TEST_F(VolumeTest, dependsOnTheIntent)
         found.append(number(row, "volume"));
     }
     std::sort(found.begin(), found.end());
-    EXPECT_LT(found[0] + 1000, found[1]); // absolute
+    EXPECT_LT(found[0] + 1000, found[1]); // the absolute intent has the smallest gamut
     EXPECT_GT(found[3], 400000);
 }
 
@@ -110,7 +110,7 @@ TEST_F(VolumeTest, dependsOnTheBlackPointWithTheRelativeIntent)
     const QJsonObject with = volume(cmyk + QStringLiteral(" --intent relative --bpc"));
     EXPECT_FALSE(flag(without, "bpc"));
     EXPECT_TRUE(flag(with, "bpc"));
-    EXPECT_LE(lab(with, "black").x(), 0.1f); // or below: inks beyond the detected black point
+    EXPECT_LE(lab(with, "black").x(), 0.1f); // negative for inks below the black point
     EXPECT_GT(lab(without, "black").x(), 5.0f);
     EXPECT_GT(number(with, "volume"), number(without, "volume") + 1000);
 }
@@ -128,7 +128,7 @@ TEST_F(VolumeTest, aFinerGridHasMoreFacesAndLessUncertainty)
     const QJsonObject fine = volume(QStringLiteral("sRGB --grid 65"));
     EXPECT_EQ(number(coarse, "grid"), 9);
     EXPECT_EQ(number(fine, "grid"), 65);
-    // six sides of the cube, two faces for each cell; long edges are halved
+    // six faces of the cube, two triangles for each cell; long edges are split
     EXPECT_GE(number(coarse, "faces"), 6 * 8 * 8 * 2);
     EXPECT_LT(number(coarse, "faces"), 6 * 16 * 16 * 2);
     EXPECT_EQ(number(fine, "faces"), 6 * 64 * 64 * 2);
@@ -151,7 +151,7 @@ TEST_F(VolumeTest, doesNotDependOnOtherInputsOrTheirOrder)
 
 TEST_F(VolumeTest, acceptsAPictureWithAnEmbeddedProfile)
 {
-    // a picture as Qt writes it
+    // a picture written by Qt
     const QString picture = path(QStringLiteral("my photo.png"));
     QImage image(4, 4, QImage::Format_RGB32);
     image.fill(Qt::red);

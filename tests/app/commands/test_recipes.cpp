@@ -9,7 +9,7 @@
 
 #include <gmock/gmock.h>
 
-// The scripts of docs/RECIPES.md, run as they stand there, in the order of the page.
+// Runs the scripts of docs/RECIPES.md unchanged, in the order of the page.
 
 using testing::HasSubstr;
 
@@ -49,7 +49,7 @@ QList<Recipe> recipes()
     return found;
 }
 
-/// A photo of sky, grass and a red flag, the last of which no printer reaches.
+/// A photo of sky, grass and a red flag. The red is outside the gamut of any printer.
 void writePhoto(const QString& file)
 {
     QImage photo(120, 80, QImage::Format_RGB32);
@@ -75,7 +75,7 @@ protected:
         writePhoto(path(QStringLiteral("photo.jpg")));
     }
 
-    /// Runs the scripts of @p section one after the other; what they print.
+    /// Runs the scripts of @p section in order. @return their output
     QByteArrayList run(const QString& section)
     {
         QByteArrayList outputs;

@@ -12,11 +12,11 @@
 
 #include <functional>
 
-/// Modal dialogs: the call that opens one returns only when it is closed.
+/// Answers modal dialogs, where the call that opens the dialog blocks until it is closed.
 namespace kvtest {
 
-/// Runs @p act, and @p answer in the dialog of this type that it opens. Fails if no such dialog opens, or if
-/// the answer does not close it.
+/// Runs @p act, and calls @p answer with the dialog of this type that it opens. Fails if no such dialog
+/// opens, or if the answer does not close it.
 template <typename Dialog>
 testing::AssertionResult answered(const std::function<void()>& act,
                                   const std::function<void(Dialog&)>& answer)

@@ -17,7 +17,7 @@
 
 namespace kvtest {
 
-/// The window of the program, shown.
+/// Fixture with the visible window of the program.
 class WindowCase : public testing::Test
 {
 protected:
@@ -79,7 +79,7 @@ protected:
         return path(name);
     }
 
-    /// Drags @p file over @p target and lets it go there.
+    /// Drags @p file to @p target and drops it.
     static void drop(QObject& target, const QString& file)
     {
         QMimeData data;

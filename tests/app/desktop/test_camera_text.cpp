@@ -11,7 +11,7 @@ namespace {
 
 const KVCamera someCamera{{265, 160.5f, -450}, {40, 0, -1}, 30, false};
 
-/// Where the view shows @p p: distance from its centre, across and up, in halves of its height.
+/// The position of @p p in the view: right and up from its centre, in halves of its height.
 QPointF placeOf(const QVector3D& p, const KVCamera& camera)
 {
     const QVector3D forward = (camera.interestPoint - camera.position).normalized();

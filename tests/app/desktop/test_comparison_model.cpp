@@ -69,7 +69,7 @@ TEST_F(Comparing, namesProfileIntentAndWhite)
 
 TEST_F(Comparing, computesMutualCoverage)
 {
-    // sRGB lies within Display P3 but for rounding: their primaries are shared or farther out
+    // sRGB is inside Display P3 except for rounding: each primary of P3 is equal or more saturated
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     ASSERT_TRUE(finish());
     const double small = number(0, ComparisonModel::Volume);
@@ -78,7 +78,7 @@ TEST_F(Comparing, computesMutualCoverage)
     EXPECT_NEAR(number(1, ComparisonModel::Union), large, large * 0.001);
     EXPECT_NEAR(number(1, ComparisonModel::CoversActive), 1.0, 0.001);
     EXPECT_NEAR(number(1, ComparisonModel::CoveredByActive), small / large, 0.001);
-    EXPECT_TRUE(plain(0, ComparisonModel::Intersection).isEmpty()); // with itself
+    EXPECT_TRUE(plain(0, ComparisonModel::Intersection).isEmpty()); // empty for the active gamut itself
 
     gamuts.setActiveRow(1);
     ASSERT_TRUE(finish());
@@ -101,7 +101,7 @@ TEST_F(Comparing, namesTheActiveGamutInItsTitles)
 TEST_F(Comparing, ignoresResultsForReplacedGamuts)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc")});
-    gamuts.setSettings(1, {KVVMRenderRelativeColorimetric, false, -1}); // while the first are compared
+    gamuts.setSettings(1, {KVVMRenderRelativeColorimetric, false, -1}); // during the first comparison
     ASSERT_TRUE(spinUntil([this] { return !loader.isBusy(); }));
     ASSERT_TRUE(finish());
     const auto exact = gamuts.at(0).gamut.compare(gamuts.at(1).gamut);
@@ -123,7 +123,7 @@ TEST_F(Comparing, copiesTabSeparatedText)
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     ASSERT_TRUE(finish());
     const QStringList lines = comparison.toTsv().split(QLatin1Char('\n'));
-    ASSERT_EQ(lines.size(), 3); // titles, and a gamut each
+    ASSERT_EQ(lines.size(), 3); // titles and two gamuts
     for (const QString& line : lines)
         EXPECT_EQ(line.count(QLatin1Char('\t')), ComparisonModel::ColumnCount - 1);
     const QModelIndexList cells{comparison.index(1, ComparisonModel::CoversActive),

@@ -19,7 +19,7 @@ protected:
             model.add(QStringLiteral("/p/%1.icc").arg(i), {}, {});
     }
 
-    /// The roles that were announced as changed since the last call.
+    /// The roles that dataChanged() reported since the last call.
     QSet<int> announced()
     {
         QSet<int> roles;
@@ -118,7 +118,7 @@ TEST_F(GamutList, keepsTheGamutUntilOtherSettingsAreComputed)
     announced();
     model.setSettings(0, {KVVMRenderPerceptual, false, 9});
     EXPECT_TRUE(model.at(0).loading);
-    EXPECT_EQ(model.at(0).revision, before); // the present gamut stays until then
+    EXPECT_EQ(model.at(0).revision, before); // the old gamut stays until the new one is computed
     EXPECT_EQ(model.at(0).computedWith, KVGamut::Settings());
     EXPECT_TRUE(announced().contains(GamutListModel::SettingsRole));
     model.setGamut(0, {});

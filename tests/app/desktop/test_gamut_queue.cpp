@@ -31,7 +31,7 @@ TEST_F(Queue, computesAGamutThatIsAdded)
     model.add(QStringLiteral("sRGB"), {}, {});
     EXPECT_TRUE(queue.isBusy());
     ASSERT_TRUE(finish());
-    // the volume of sRGB, computed elsewhere with other methods
+    // volume of sRGB from an independent computation
     EXPECT_NEAR(model.at(0).gamut.volume(), 832781.0f, 1000.0f);
     EXPECT_EQ(failures.count(), 0);
     EXPECT_EQ(ends.count(), 1);
@@ -60,7 +60,7 @@ TEST_F(Queue, computesTheLastOfSeveralSettings)
     ASSERT_TRUE(finish());
     EXPECT_EQ(model.at(0).computedWith, (KVGamut::Settings{KVVMRenderRelativeColorimetric, false, 9}));
     EXPECT_EQ(model.at(0).gamut.report().gridPoints, 9);
-    EXPECT_EQ(model.at(0).revision, 2u); // the settings in between gave no gamut
+    EXPECT_EQ(model.at(0).revision, 2u); // no gamut was computed for the settings in between
 }
 
 TEST_F(Queue, reportsAProblemAndRemovesTheGamut)
@@ -83,7 +83,7 @@ TEST_F(Queue, keepsThePresentGamutWhenCancelled)
     const quint64 before = model.at(0).revision;
     model.setSettings(0, {KVVMRenderPerceptual, false, 129});
     queue.cancel(model.at(0).id);
-    EXPECT_FALSE(queue.isBusy()); // at once, without waiting for the worker
+    EXPECT_FALSE(queue.isBusy()); // immediately, before the worker has ended
     EXPECT_FALSE(model.at(0).loading);
     EXPECT_EQ(model.at(0).settings, KVGamut::Settings());
     kvtest::spinFor(300);
@@ -139,7 +139,7 @@ TEST(QueueDestructor, cancelsLoadsInProgress)
         model.add(cmyk, {KVVMRenderPerceptual, false, 129}, {});
         EXPECT_TRUE(kvtest::spinUntil(isRunning));
         wasLoading =
-            model.at(0).loading; // it is, unless this thread slept while the whole gamut was computed
+            model.at(0).loading; // false only if this thread slept during the whole computation of the gamut
     }
     EXPECT_TRUE(kvtest::spinUntil([&] { return !isRunning(); }));
     EXPECT_EQ(model.at(0).loading, wasLoading);

@@ -83,7 +83,7 @@ TEST_F(Points, areAtTheEdgeWithinTheTolerance)
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     points.open(write(QStringLiteral("three.csv"), threePoints));
     ASSERT_TRUE(finish());
-    points.setTolerance(60.0f); // wider than the distance of the grey
+    points.setTolerance(60.0f); // larger than the distance of the grey from the surface
     EXPECT_NEAR(share(Side::Inside), 0.0, 1e-9);
     points.setTolerance(0.0f);
     EXPECT_LE(share(Side::Edge), 1.0 / 3);
@@ -93,7 +93,7 @@ TEST_F(Points, areDrawnInTheColourOfTheirSide)
 {
     points.open(write(QStringLiteral("three.csv"), threePoints));
     ASSERT_TRUE(finish());
-    EXPECT_EQ(viewer.pointSet().size(), 1); // not judged yet
+    EXPECT_EQ(viewer.pointSet().size(), 1); // not classified yet
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     ASSERT_TRUE(finish());
     EXPECT_EQ(viewer.pointSet().size(), 3);
@@ -188,7 +188,7 @@ TEST(GatheredColours, haveTheWeightOfTheirColours)
     ASSERT_EQ(points.size(), 2);
     EXPECT_NEAR(points[0].weight, 0.75, 1e-12);
     EXPECT_NEAR(points[1].weight, 0.25, 1e-12);
-    EXPECT_NEAR(points[1].lab.L, 80.95f, 1e-3f); // the mean of what lies in the cell
+    EXPECT_NEAR(points[1].lab.L, 80.95f, 1e-3f); // the mean of the colours in the cell
 }
 
 TEST(GatheredColours, areAtMostTheMaximum)

@@ -49,7 +49,7 @@ Result<Session> read(const QByteArray& json, const QDir& from = folder)
     return Session::fromJson(json, from);
 }
 
-/// The problem of a session in which @p change was made.
+/// The problem when reading a session after @p change.
 Problem problemWith(const std::function<void(QJsonObject&)>& change)
 {
     QJsonObject json = QJsonDocument::fromJson(everything().toJson(folder)).object();

@@ -15,7 +15,7 @@
 
 #include <map>
 
-// Each language of the window compared with the sources, and the choice of the language.
+// Each language of the window is compared with the sources, and the choice of the language is tested.
 
 namespace {
 
@@ -70,7 +70,8 @@ QStringList keysOf(const std::map<QString, Text>& texts)
     return keys;
 }
 
-/// What a translation of @p text must keep: placeholders, file patterns, ellipses, surrounding punctuation.
+/// The parts of @p text that a translation must keep: placeholders, file patterns, ellipses, surrounding
+/// punctuation.
 QStringList keptParts(const QString& text)
 {
     static const QRegularExpression kept(
@@ -82,7 +83,7 @@ QStringList keptParts(const QString& text)
     return parts;
 }
 
-/// The letters that are underlined: "&&" is a plain one.
+/// The mnemonic letters of a text; "&&" is a literal ampersand.
 qsizetype mnemonics(QString text)
 {
     return text.remove(QStringLiteral("&&")).count(QLatin1Char('&'));

@@ -30,7 +30,7 @@ protected:
         return file.readAll();
     }
 
-    /// All actions of the menus that do something.
+    /// All actions of the menus, without separators and submenus.
     static QList<QAction*> actionsOf(const QList<QAction*>& actions)
     {
         QList<QAction*> result;
@@ -88,7 +88,7 @@ TEST_F(Window, reportsAFileThatDoesNotOpen)
     ASSERT_EQ(problems.count(), 1);
     EXPECT_EQ(problems[0][0].value<Problem>().subject, path(QStringLiteral("no profile.icc")));
     ASSERT_EQ(window.gamuts().rowCount(), 1);
-    EXPECT_FLOAT_EQ(entry().look.opacity, 1.0f); // the first visible gamut is solid
+    EXPECT_FLOAT_EQ(entry().look.opacity, 1.0f); // the first visible gamut is opaque
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_FALSE(bar.isVisible());
 }
@@ -140,10 +140,10 @@ TEST_F(Window, describesTheClickedColour)
     auto& finding = control<QLabel>("finding");
     const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
     QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
-    // from the top, the middle of the view is the white
+    // seen from the top, white is in the middle of the view
     EXPECT_TRUE(finding.text().contains(QStringLiteral("sRGB"))) << finding.text().toStdString();
     EXPECT_TRUE(finding.text().contains(QStringLiteral("L* 100.0"))) << finding.text().toStdString();
-    EXPECT_EQ(window.viewer().markerSet().size(), 1); // marked where it was hit
+    EXPECT_EQ(window.viewer().markerSet().size(), 1); // a marker at the clicked position
     QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
     EXPECT_FALSE(finding.text().contains(QStringLiteral("sRGB")));
     EXPECT_TRUE(window.viewer().markerSet().isEmpty());
@@ -299,7 +299,7 @@ TEST_F(Window, isRestoredFromItsSession)
     ASSERT_TRUE(settle());
     EXPECT_EQ(window.session(), saved);
     EXPECT_EQ(settledPicture(), before);
-    EXPECT_TRUE(action("plane").isChecked()); // the controls follow
+    EXPECT_TRUE(action("plane").isChecked()); // the controls show the session's values
     EXPECT_TRUE(action("cut").isChecked());
 }
 

@@ -19,7 +19,7 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
 
-// The actions of the menus by their keys, and the dialogs that they open.
+// Triggers the actions of the menus with their keys, and tests the dialogs that they open.
 
 namespace {
 
@@ -31,7 +31,7 @@ const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cm
 class Actions : public kvtest::WindowCase
 {
 protected:
-    /// Presses a key when the window is active, which takes a moment after a dialog was closed.
+    /// Waits until the window is active, which takes a moment after a dialog was closed, and presses a key.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window, 60000));
@@ -133,7 +133,7 @@ TEST_F(Actions, saveThePictureInTheTypedSize)
 {
     open({QStringLiteral("sRGB")});
     const auto typeSize = [](PictureDialog& dialog) {
-        // the width is selected: what is typed replaces it
+        // the width is selected, so typing replaces it
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("321"));
         auto* height = dialog.findChild<QSpinBox*>(QStringLiteral("pictureHeight"));
         height->selectAll();
@@ -233,7 +233,7 @@ TEST_F(Actions, chooseTheIntent)
         ASSERT_TRUE(settle());
         EXPECT_EQ(entry().gamut.report().intent, intent);
     }
-    press(Qt::Key_F9); // has no effect on the absolute intent
+    press(Qt::Key_F9); // no effect with the absolute intent
     EXPECT_FALSE(entry().settings.blackPointCompensation);
     press(Qt::Key_F6);
     press(Qt::Key_F9);
@@ -342,7 +342,7 @@ TEST_F(Actions, cancelLoadsThenDismissMessagesWithEscape)
     EXPECT_FALSE(control<QToolButton>("cancel").isVisible());
     EXPECT_TRUE(control<QWidget>("messageBar").isVisible());
     ASSERT_TRUE(settle());
-    EXPECT_EQ(inputs(), QStringList{cmyk}); // the new one is gone, the computed one remains
+    EXPECT_EQ(inputs(), QStringList{cmyk}); // the gamut that was loading is removed, the computed one remains
     EXPECT_EQ(entry().settings, KVGamut::Settings());
     EXPECT_EQ(settledPicture(), before);
     press(Qt::Key_Escape);

@@ -9,7 +9,7 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
 
-// Every control has a visible effect and can undo it.
+// Every control changes the picture, and setting it back restores the picture.
 
 namespace {
 
@@ -133,7 +133,7 @@ TEST_F(Controls, computeTheGamutAgain)
     intent.setCurrentIndex(KVVMRenderRelativeColorimetric);
     ASSERT_TRUE(settle());
     const double relative = entry().gamut.report().volume;
-    EXPECT_GT(relative, absolute * 1.2); // paper becomes white
+    EXPECT_GT(relative, absolute * 1.2); // paper white becomes L* 100
     control<QCheckBox>("blackPoint").click();
     ASSERT_TRUE(settle());
     EXPECT_NE(entry().gamut.report().volume, relative);
@@ -184,7 +184,7 @@ TEST_F(Controls, moveTheSectionWithTheSlider)
     EXPECT_TRUE(comesToEqual(false));
     control<QSlider>("clipSlider").setValue(100);
     EXPECT_TRUE(comesToEqual(true));
-    QTest::keyClick(&window, Qt::Key_V); // a hidden gamut is in no section
+    QTest::keyClick(&window, Qt::Key_V); // a hidden gamut has no section
     EXPECT_TRUE(comesToEqual(false));
 }
 

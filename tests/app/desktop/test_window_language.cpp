@@ -27,13 +27,13 @@
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QTreeWidget>
 
-// The window in another language than that of its sources.
+// The window in a language other than English.
 
 namespace {
 
 const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
 
-/// A base class before the window, so that the language is set when the window is made.
+/// The first base class, so that the language is set before the window is created.
 struct GermanLanguage
 {
     std::unique_ptr<Translations> german =
@@ -113,7 +113,7 @@ QStringList textsOf(const QWidget& top)
     return texts;
 }
 
-/// Those of @p texts with words in them.
+/// The elements of @p texts that contain words.
 QStringList wordsOf(const QStringList& texts)
 {
     static const QRegularExpression word(QStringLiteral("[a-z]{2}"));
@@ -177,7 +177,7 @@ TEST_F(GermanWindow, opensAMenuByItsMnemonic)
     QApplication::activePopupWidget()->close();
 }
 
-// --- Failures, on their way to the message bar --------------------------------------------------------
+// --- Failures in the message bar ----------------------------------------------------------------------
 
 class GermanFailure : public GermanWindow
 {
@@ -285,7 +285,7 @@ TEST_F(GermanWindow, showsDecimalCommasAndCopiesDecimalPoints)
     const auto* model = control<QTableView>("comparison").model();
     const auto shown = [&](int column) { return model->index(0, column).data().toString(); };
     EXPECT_EQ(shown(ComparisonModel::White), QStringLiteral("100,0  0,0  0,0"));
-    EXPECT_TRUE(shown(ComparisonModel::Volume).contains(QLatin1Char('.'))); // between thousands
+    EXPECT_TRUE(shown(ComparisonModel::Volume).contains(QLatin1Char('.'))); // the thousands separator
     action("copyTable").trigger();
     const QStringList rows = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
     ASSERT_EQ(rows.size(), 3);
@@ -326,7 +326,7 @@ void expectRoomForTexts(const QWidget& window)
                                 qobject_cast<const QAbstractButton*>(widget) ||
                                 qobject_cast<const QComboBox*>(widget);
         if (!hasOneLine || !widget->isVisible() || widget->objectName().startsWith(QLatin1String("qt_")))
-            continue; // buttons of Qt, which have symbols
+            continue; // buttons of Qt, which show icons
         EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
             << widget->objectName().toStdString() << ' ' << (label ? label->text().toStdString() : "");
         const QRect inParent(widget->mapTo(widget->parentWidget(), QPoint(0, 0)), widget->size());
@@ -337,7 +337,7 @@ void expectRoomForTexts(const QWidget& window)
 
 TEST_F(GermanWindow, hasRoomForItsTexts)
 {
-    expectRoomForTexts(window); // the welcome
+    expectRoomForTexts(window); // the welcome page
     open({QStringLiteral("sRGB")});
     expectRoomForTexts(window);
     auto& list = control<QTreeView>("pointFiles");

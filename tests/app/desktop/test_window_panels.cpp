@@ -22,11 +22,11 @@ namespace {
 class Panels : public kvtest::WindowCase
 {
 protected:
-    /// The cell of the first row of points, as it is shown.
+    /// The displayed text of a cell in the first row of points.
     QString shownOfPoints(int column) { return window.points().index(0, column).data().toString(); }
 
     /// The message of the status bar after the pointer moved to @p place in the section. The event is sent
-    /// directly: one that takes the way through the X server arrives at an unknown time.
+    /// directly, because an event through the X server would arrive at an unknown time.
     QString messageAt(QPoint place)
     {
         auto& section = control<QWidget>("slice");
@@ -36,7 +36,7 @@ protected:
         return window.statusBar()->currentMessage();
     }
 
-    /// The number behind @p name in @p words: 40 of "a* 40.0".
+    /// The number after @p name in @p words: 40 for "a*" in "a* 40.0".
     static double numberAfter(const QString& name, const QString& words)
     {
         const QString rest = words.mid(words.indexOf(name) + name.size()).trimmed();
@@ -51,7 +51,7 @@ protected:
 
 TEST_F(Panels, useTheToleranceOfTheField)
 {
-    // neutral colours: one in the midst of the gamut, one above its white
+    // two neutral colours: one in the middle of the gamut, one above its white
     open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n110,0,0\n")});
     EXPECT_EQ(shownOfPoints(PointLayer::EdgeShare), QStringLiteral("0.0 %"));
     EXPECT_EQ(shownOfPoints(PointLayer::OutsideShare), QStringLiteral("50.0 %"));
@@ -103,10 +103,10 @@ TEST_F(Panels, showTheColourUnderThePointer)
 {
     open({QStringLiteral("sRGB")});
     control<QDoubleSpinBox>("clipNumber").setValue(40.0);
-    QCoreApplication::processEvents(); // the section is redrawn, to another scale, from the event loop
+    QCoreApplication::processEvents(); // redraws the section, with another scale
     const QSize size = control<QWidget>("slice").size();
     const QPoint place(size.width() / 2, size.height() / 3);
-    QTest::mouseMove(&control<QWidget>("slice"), place); // so that it can leave
+    QTest::mouseMove(&control<QWidget>("slice"), place); // so that the pointer can leave the panel
     ASSERT_TRUE(kvtest::spinUntil([this] { return !window.statusBar()->currentMessage().isEmpty(); }));
     const QString here = messageAt(place);
     const QString right = messageAt(place + QPoint(30, 0));
@@ -115,7 +115,7 @@ TEST_F(Panels, showTheColourUnderThePointer)
     const double across = numberAfter(QStringLiteral("a*"), right) - numberAfter(QStringLiteral("a*"), here);
     const double up = numberAfter(QStringLiteral("b*"), above) - numberAfter(QStringLiteral("b*"), here);
     EXPECT_GT(across, 5.0);
-    EXPECT_NEAR(up, across, 0.2); // to scale
+    EXPECT_NEAR(up, across, 0.2); // both axes have the same scale
     EXPECT_DOUBLE_EQ(numberAfter(QStringLiteral("b*"), right), numberAfter(QStringLiteral("b*"), here));
 
     QTest::mouseMove(&control<QWidget>("gamutList"), QPoint(10, 10));
@@ -166,7 +166,7 @@ TEST_F(Panels, followTheMouseInTheGamutList)
     EXPECT_TRUE(entry(1).look.visible);
     const QImage before = settledPicture();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      QPoint(second.left() + 10, second.center().y())); // its box
+                      QPoint(second.left() + 10, second.center().y())); // its check box
     EXPECT_FALSE(entry(1).look.visible);
     EXPECT_NE(settledPicture(), before);
 }

@@ -12,7 +12,7 @@ using namespace kvtest;
 namespace {
 
 /// A picture of one row of translucent colours, drawn on @p background: the colour changes along the
-/// row, the opacity from none to full.
+/// row, the opacity from 0 to 1.
 QImage drawnOn(const QColor& background)
 {
     QImage picture(1024, 1, QImage::Format_RGB32);
@@ -29,7 +29,7 @@ QImage drawnOn(const QColor& background)
     return picture;
 }
 
-/// @p picture on @p background, in double precision.
+/// Composites @p picture over @p background in double precision.
 QColor composed(QRgb pixel, const QColor& background)
 {
     const double alpha = qAlpha(pixel) / 255.0;

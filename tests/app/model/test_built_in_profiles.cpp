@@ -17,7 +17,7 @@ struct Xy
     double x, y;
 };
 
-/// An RGB space as its standard gives it, with the decoding written out as in the standard's text.
+/// An RGB colour space with the numbers and the decoding function of its standard.
 struct Published
 {
     const char* name;
@@ -80,7 +80,7 @@ double determinant(const Mat& m)
            m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
 }
 
-/// x of m·x = v, by Cramer's rule.
+/// Solves m·x = v for x with Cramer's rule.
 Vec solve(const Mat& m, const Vec& v)
 {
     Vec x{};
@@ -107,7 +107,7 @@ Vec expectedXyz(const Published& space, const Vec& device)
 {
     const Vec r = xyzOf(space.red), g = xyzOf(space.green), b = xyzOf(space.blue), w = xyzOf(space.white);
     const Mat columns{{{r[0], g[0], b[0]}, {r[1], g[1], b[1]}, {r[2], g[2], b[2]}}};
-    const Vec scale = solve(columns, w); // the three primaries together make the white
+    const Vec scale = solve(columns, w); // the sum of the three primaries is the white
     const Vec linear{scale[0] * space.decode(device[0]), scale[1] * space.decode(device[1]),
                      scale[2] * space.decode(device[2])};
     Vec cones = bradford * (columns * linear);
@@ -136,7 +136,7 @@ TEST_P(BuiltInProfileTest, mapsItsDeviceAsPublished)
                            cmsFLAGS_NOOPTIMIZE | cmsFLAGS_NOCACHE);
     ASSERT_NE(transform, nullptr);
 
-    // profiles hold their numbers in steps of 1/65536
+    // profiles store numbers in steps of 1/65536
     constexpr double tolerance = 1e-4;
     constexpr int steps = 8;
     for (int i = 0; i <= steps; ++i)
@@ -150,7 +150,7 @@ TEST_P(BuiltInProfileTest, mapsItsDeviceAsPublished)
                 ASSERT_NEAR(found.Y, expected[1], tolerance) << i << " " << j << " " << k;
                 ASSERT_NEAR(found.Z, expected[2], tolerance) << i << " " << j << " " << k;
             }
-    // the curve's dark end, where its two pieces meet
+    // dark values, near the point where the two pieces of the curve meet
     for (int i = 0; i <= 100; ++i) {
         const Vec device{i / 1000.0, i / 1000.0, i / 1000.0};
         cmsCIEXYZ found;

@@ -13,7 +13,7 @@ using namespace kvtest;
 
 namespace {
 
-/// A prism over a regular polygon with so many corners that it is a cylinder.
+/// A prism over a regular polygon with many corners, as an approximation of a cylinder.
 Solid cylinder(float bottom, float top, float radius, bool hollow = false)
 {
     QList<QPair<float, float>> base;
@@ -31,7 +31,7 @@ TEST(GamutRings, haveStepsOfTenUpToWhite)
     const GamutRings rings = gamutRings(cylinder(0, 100, 50));
     EXPECT_EQ(rings.lightness, (QList<double>{10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
     EXPECT_EQ(rings.rings.size(), 10);
-    // a white that is a rounding error above 100 adds none, a lighter one does
+    // a white above 100 by a rounding error adds no ring, a lighter white does
     EXPECT_EQ(gamutRings(cylinder(0, 100.001f, 50)).rings.size(), 10);
     EXPECT_EQ(gamutRings(cylinder(0, 105, 50)).lightness.last(), 110.0);
 }
@@ -45,14 +45,14 @@ TEST(GamutRings, ofACylinderAreCirclesWhoseAreaIsTheVolumeBelow)
         ASSERT_EQ(rings.rings[i].size(), 360);
         for (const QPointF& p : rings.rings[i])
             EXPECT_NEAR(std::hypot(p.x(), p.y()), 50.0 * std::sqrt(L), 0.01);
-        // 360 corners lie on the circle, chords within it
+        // the corners are on the circle, the edges between them inside it
         EXPECT_NEAR(ringArea(rings.rings[i]) / (std::numbers::pi * 2500.0 * L), 1.0, 1e-4);
     }
 }
 
 TEST(GamutRings, ofABoxOffTheAxisEncloseItsVolume)
 {
-    // not around the axis: most hues see nothing of it
+    // the gamut does not contain the axis, so that most hues have no colours
     const GamutRings rings = gamutRings(box({25, 20, -10}, {75, 60, 30}), 10.0, 7200);
     EXPECT_NEAR(rings.volume(), 50.0 * 40.0 * 40.0, 50.0);
     EXPECT_NEAR(ringArea(rings.rings[4]), 25.0 * 40.0 * 40.0, 25.0); // up to L* 50

@@ -12,15 +12,15 @@ using namespace kvtest;
 
 namespace {
 
-constexpr double rounding = 1e-4; // of floats of some tens
+constexpr double rounding = 1e-4; // of floats up to 100
 
 bool isClose(const QPointF& p, const QPointF& q)
 {
     return std::hypot(p.x() - q.x(), p.y() - q.y()) < rounding;
 }
 
-/// Whether every corner of @p expected is a point of @p ring, and every point of it lies on an edge
-/// between neighbours of @p expected.
+/// Whether every corner of @p expected is a point of @p ring, and every point of @p ring lies on an edge of
+/// @p expected.
 testing::AssertionResult runsAlong(const QPolygonF& ring, const QPolygonF& expected)
 {
     for (const QPointF& corner : expected)
@@ -80,7 +80,7 @@ TEST(GamutSlice, isEmptyOutsideTheSolid)
     EXPECT_TRUE(atLightness(solid, 5).rings.isEmpty());
     EXPECT_TRUE(atLightness(solid, 95).rings.isEmpty());
     EXPECT_TRUE(atHue(solid, 180).rings.isEmpty());
-    EXPECT_TRUE(atHue(solid, 225).rings.isEmpty()); // the other half of the plane that cuts it
+    EXPECT_TRUE(atHue(solid, 225).rings.isEmpty()); // only the opposite half of this plane cuts the solid
     EXPECT_FALSE(atHue(solid, 45).rings.isEmpty());
     EXPECT_TRUE(atLightness({}, 50).rings.isEmpty());
     EXPECT_EQ(atLightness({}, 50).area(), 0.0);
@@ -123,7 +123,7 @@ TEST(GamutSlice, atAHueEndsOnTheAxis)
 
 TEST(GamutSlice, atAHueHandlesACavityOnTheAxis)
 {
-    // the hollow reaches across the axis: the cut is one piece, open towards the hollow
+    // the cavity contains part of the axis: the cut is one ring, with an indentation at the axis
     const Solid solid = box({0, -50, -50}, {100, 50, 50}) + box({20, -10, -10}, {80, 10, 10}, true);
     const GamutSlice slice = atHue(solid, 0);
     ASSERT_EQ(slice.rings.size(), 1);

@@ -37,7 +37,7 @@ protected:
         return path(name);
     }
 
-    /// Opens @p name, which must be possible.
+    /// Opens @p name; fails the test if that fails.
     static GamutSource opened(const QString& name)
     {
         return GamutSource::open(name).or_else(reportProblem).value();
@@ -48,7 +48,7 @@ protected:
         return source.compute(settings).or_else(reportProblem).value();
     }
 
-    /// Why a file with these bytes does not open.
+    /// The problem when opening a file with these bytes.
     Problem problemOf(const QByteArray& bytes) const
     {
         const QString file = written(QStringLiteral("input"), bytes);
@@ -172,7 +172,7 @@ TEST_P(PictureSourceTest, reportsADamagedPicture)
     const Problem problem = problemOf(contents(file).left(16));
     EXPECT_EQ(problem.code, Problem::Code(ProblemCode::PictureDamaged));
     EXPECT_EQ(problem.arguments, QStringList(QLatin1String(GetParam().format)));
-    EXPECT_FALSE(problem.cause->arguments.value(0).isEmpty()); // the library's words
+    EXPECT_FALSE(problem.cause->arguments.value(0).isEmpty()); // the library's message
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -201,7 +201,7 @@ TEST_F(GamutSourceTest, reportsInvalidEmbeddedData)
 
 TEST_F(GamutSourceTest, joinsAProfileOfMoreThanOneJpegSegment)
 {
-    ASSERT_GT(m_cmyk.size(), 2 * 65535); // what one segment holds
+    ASSERT_GT(m_cmyk.size(), 2 * 65535); // the maximum size of a segment
     const QString file = path(QStringLiteral("print.jpg"));
     testpictures::writeCmykJpeg(file, m_cmyk);
     const GamutSource source = opened(file);
@@ -265,7 +265,7 @@ TEST_F(SavedGamutTest, hasEqualBytesForEqualGamuts)
 
 TEST_F(SavedGamutTest, isSelfDescribedCbor)
 {
-    // RFC 8949, 3.4.6: 0xd9d9f7; then an array of three whose first is a text of seven bytes
+    // RFC 8949, 3.4.6: 0xd9d9f7; then an array of three elements, the first a text of seven bytes
     EXPECT_TRUE(savedBytes().startsWith(QByteArray::fromHex("d9d9f78367") + "KVGamut"));
     EXPECT_TRUE(SavedGamut::isSavedGamut(savedBytes().left(SavedGamut::markerSize)));
     EXPECT_FALSE(SavedGamut::isSavedGamut(savedBytes().left(SavedGamut::markerSize - 1)));

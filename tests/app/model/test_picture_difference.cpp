@@ -23,11 +23,11 @@ TEST(PictureDifference, goesFromNoneToAHundredPercent)
 
 TEST(PictureDifference, isTheRootMeanSquareOverPixelsAndChannels)
 {
-    // one pixel of 32, one channel of 3, by 51 steps (a fifth)
+    // one of 32 pixels differs in one of 3 channels by 51 steps (a fifth)
     QImage other = filled(QColor(100, 100, 100));
     other.setPixel(3, 2, qRgb(100, 151, 100));
     EXPECT_NEAR(*pictureDifference(filled(QColor(100, 100, 100)), other), 20.0 / std::sqrt(96.0), 1e-9);
-    // every pixel, every channel
+    // all pixels differ in all channels
     EXPECT_NEAR(*pictureDifference(filled(QColor(100, 100, 100)), filled(QColor(151, 49, 151))), 20.0, 1e-9);
 }
 

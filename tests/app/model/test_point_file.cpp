@@ -29,7 +29,7 @@ protected:
         return readPointFile(name());
     }
 
-    /// The points of a file without problem and note.
+    /// The points of a file; fails the test if there is a problem or a note.
     QList<MeasuredPoint> points(const QByteArray& text) const
     {
         const Result<PointSet> set = read(text);
@@ -42,7 +42,7 @@ protected:
         return set->points;
     }
 
-    /// The English words about a file, after its name.
+    /// The English text of a problem or note, without the file name.
     std::string problem(const QByteArray& text) const
     {
         const Result<PointSet> set = read(text);
@@ -63,7 +63,7 @@ void expectNear(const LabPoint& found, const LabPoint& expected, float tolerance
         << " " << expected.b;
 }
 
-/// CIE 15, 8.2.1, for the white X 96.42, Y 100, Z 82.49.
+/// The formulas of CIE 15, 8.2.1, for the white X 96.42, Y 100, Z 82.49.
 LabPoint cieLab(double X, double Y, double Z)
 {
     const auto f = [](double t) {

@@ -15,7 +15,8 @@
 
 namespace {
 
-/// How many arguments the comment of each code announces. Without default: the compiler names a new code.
+/// The number of arguments that the comment of each code lists. There is no `default` label, so that the
+/// compiler warns about a new code.
 int argumentCount(ProblemCode code)
 {
     switch (code) {

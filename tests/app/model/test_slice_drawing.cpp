@@ -36,7 +36,8 @@ SliceDrawing ofBox(const SlicePlane& plane, const QColor& color = Qt::red)
     return drawing;
 }
 
-/// Whether some pixel at @p at, or beside it, is nearer to @p color than to paper: thin lines share pixels.
+/// Whether a pixel at @p at or next to it is nearer to @p color than to the background. Thin lines are
+/// antialiased over several pixels.
 bool shows(const QImage& picture, const QPointF& at, const QColor& color)
 {
     int nearest = 255;
@@ -59,7 +60,7 @@ TEST(SliceDrawing, drawsTheOutlineWhereItsPlaceIs)
             EXPECT_TRUE(shows(picture, place.map(p), Qt::red))
                 << p.x() << ", " << p.y() << " in " << size.width() << "x" << size.height() << " is "
                 << picture.pixelColor(place.map(p).toPoint()).name().toStdString();
-        // inside there is a hint of the colour, outside there is paper
+        // a light tint of the colour inside, the background outside
         EXPECT_GT(picture.pixelColor(place.map(QPointF(50, 33)).toPoint()).saturation(), 10);
         EXPECT_EQ(picture.pixelColor(place.map(QPointF(84, 13)).toPoint()), QColor(Qt::white));
     }
@@ -105,7 +106,7 @@ TEST(SliceDrawing, isTheSameAtEverySize)
     for (int y = 0; y < 400; ++y)
         for (int x = 0; x < 500; ++x)
             sum += std::abs(small.pixelColor(x, y).green() - shrunk.pixelColor(x, y).green());
-    EXPECT_LT(sum / (500.0 * 400.0), 4.0); // edges of lines and letters only
+    EXPECT_LT(sum / (500.0 * 400.0), 4.0); // only edges of lines and letters differ
 }
 
 TEST(SliceDrawing, atAHueBeginsAtTheAxisAndShowsAllLightnesses)
@@ -141,7 +142,7 @@ TEST(SliceDrawing, ofRingsDrawsEachRing)
     const QImage picture = drawn(drawing, size);
     const QTransform place = drawing.planeToArea(QRectF(QPointF(), size));
     for (const QPolygonF& ring : rings.rings) {
-        const QPointF p = place.map(ring[70]); // of a hue without labels or axes
+        const QPointF p = place.map(ring[70]); // at a hue without labels or axes
         EXPECT_TRUE(shows(picture, p, Qt::red)) << p.x() << ", " << p.y();
     }
 }
@@ -173,7 +174,7 @@ TEST(SliceDrawing, hasALegendByDefault)
         return count;
     };
     const qreal right = ofBox(atFifty).planeToArea(QRectF(0, 0, 600, 400)).map(QPointF(100, 0)).x();
-    EXPECT_GT(redRightOf(with, static_cast<int>(right) + 4), 5); // the swatch
+    EXPECT_GT(redRightOf(with, static_cast<int>(right) + 4), 5); // the colour sample of the legend
 }
 
 TEST(SliceDrawing, usesItsPalette)

@@ -7,11 +7,11 @@
 
 #include <gtest/gtest.h>
 
-/// A device whose gamut is exactly known: Lab is an affine function of red, green and blue.
+/// A device whose gamut is known exactly: Lab is an affine function of red, green and blue.
 namespace kvtest {
 
-/// L* = 100 (r + g + b) / 3, a* = 60 (r - g), b* = 60 ((r + g) / 2 - b): a parallelepiped that stands on
-/// a corner.
+/// L* = 100 (r + g + b) / 3, a* = 60 (r - g), b* = 60 ((r + g) / 2 - b): a parallelepiped whose lowest
+/// point is a corner.
 struct AffineDevice
 {
     static cmsCIELab lab(double r, double g, double b)
@@ -21,7 +21,7 @@ struct AffineDevice
     /// The determinant of that map: rows L (100/3, 100/3, 100/3), a (60, -60, 0), b (30, 30, -60).
     static constexpr double volume = 100.0 / 3.0 * 60.0 * 60.0 * 3.0;
 
-    /// As an ICC profile.
+    /// The device as an ICC profile.
     static QByteArray profile()
     {
         const cmsHPROFILE handle = cmsCreateProfilePlaceholder(nullptr);

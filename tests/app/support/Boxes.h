@@ -8,16 +8,17 @@
 #include <algorithm>
 #include <cmath>
 
-/// Devices whose gamuts are boxes in Lab, so that every answer can be worked out by hand: the three
+/// Devices whose gamuts are boxes in Lab, so that expected results can be computed by hand: the three
 /// channels run along L*, a* and b*.
 struct Box
 {
     QVector3D low, high; ///< L*, a*, b*
 
-    /// A profile of two nodes a channel: exact but for the steps of 16 bits, 0.002 and 0.004.
+    /// A profile with two nodes per channel, exact except for rounding to 16 bits: steps of 0.002 (L*) and
+    /// 0.004.
     QByteArray profile() const { return testprofiles::tableProfile(cmsSigRgbData, 2, map()); }
 
-    /// The first three channels run along L*, a* and b*; more have no effect.
+    /// The first three channels run along L*, a* and b*; further channels have no effect.
     testprofiles::DeviceMap map() const
     {
         const QVector3D from = low, to = high;

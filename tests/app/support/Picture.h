@@ -11,7 +11,7 @@
 #include <cmath>
 #include <ostream>
 
-/// Where a colour lies in a picture and what it looks like, computed in double precision from the
+/// The position and the appearance of a colour in a picture, computed in double precision from the
 /// definitions: IEC 61966-2-1, CIE 1976 L*a*b* and a pinhole camera.
 namespace kvtest {
 
@@ -36,7 +36,7 @@ inline double srgbToLinear(double v)
     return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
 }
 
-/// Lab (D50) of an sRGB colour, its white adapted by the Bradford transform.
+/// Lab (D50) of an sRGB colour, adapted from D65 with the Bradford transform.
 inline Lab labOf(const Device& device)
 {
     // linear sRGB to XYZ D50, rows X, Y, Z
@@ -71,7 +71,7 @@ public:
     {
     }
 
-    /// The pixel in which @p lab is seen.
+    /// The pixel at which @p lab appears.
     QPoint pixelOf(const Lab& lab) const
     {
         const Vec3d p = space(lab) - m_eye;
@@ -97,19 +97,19 @@ inline PinholeCamera topCamera(QSize size)
     return {{522.48712, 0, 0}, {50, 0, 0}, {0, 0, 1}, 30.0, size};
 }
 
-/// The preset from below: +a* to the right, so that +b* is down.
+/// The preset from below: +a* to the right, +b* down.
 inline PinholeCamera bottomCamera(QSize size)
 {
     return {{-522.48712, 0, 0}, {50, 0, 0}, {0, 0, -1}, 30.0, size};
 }
 
-/// From anywhere else L* is upright.
+/// Any other camera; L* points up.
 inline PinholeCamera freeCamera(const Lab& eye, const Lab& interest, QSize size, double viewingAngle = 30.0)
 {
     return {eye, interest, {1, 0, 0}, viewingAngle, size};
 }
 
-/// Largest difference of the three channels.
+/// The maximum difference of the three channels.
 inline int difference(const QColor& one, const QColor& other)
 {
     return std::max({std::abs(one.red() - other.red()), std::abs(one.green() - other.green()),

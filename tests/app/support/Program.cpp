@@ -51,12 +51,12 @@ void kvtest::PrintTo(const Answer& answer, std::ostream* out)
 
 QProcessEnvironment kvtest::environment()
 {
-    static const QTemporaryDir runtime; // Qt warns where there is none
+    static const QTemporaryDir runtime; // Qt warns if there is none
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // no personal settings
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // not the settings of the user
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
-    // no personal language, desktop (which has its own dialogs) and input method
+    // not the language, desktop (which has its own dialogs) and input method of the user
     env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     for (const char* name : {"LANGUAGE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
                              "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR", "QT_IM_MODULE", "XMODIFIERS"})

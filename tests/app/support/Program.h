@@ -41,7 +41,7 @@ QProcessEnvironment environment();
 /// The same without any display.
 QProcessEnvironment withoutDisplay();
 
-/// Runs the program to its end.
+/// Runs the program and waits until it ends.
 Answer kvgamut(const QStringList& arguments, const QProcessEnvironment& env = environment());
 /// Runs @p script under bash, in which "$KVGAMUT" is the program and "$1"... are @p arguments.
 Answer shell(const QString& script, const QStringList& arguments = {},
@@ -60,8 +60,8 @@ protected:
     /// Names of the files in the folder.
     QStringList files() const;
 
-    /// Renders with @p arguments (which name the profiles) and reads the picture. If that fails or prints to
-    /// standard error, the case fails.
+    /// Renders with @p arguments (which include the profiles) and reads the picture. The test fails if that
+    /// fails or prints to standard error.
     QImage rendered(const QStringList& arguments);
     /// The same, as the bytes of the file.
     QByteArray renderedBytes(const QStringList& arguments);

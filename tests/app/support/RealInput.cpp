@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint8_t leftButton = 1;
 
-/// The X server's name of @p key; the printable ones of Latin-1 are the same in both.
+/// The X key symbol for @p key; for printable Latin-1 characters both have the same value.
 xcb_keysym_t symbolOf(Qt::Key key)
 {
     static const QHash<Qt::Key, xcb_keysym_t> others{
@@ -67,7 +67,7 @@ void RealInput::readKeyboard()
     if (!reply)
         return;
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-    for (const int level : {0, 1}) { // plain, then with Shift: what needs no Shift is typed without
+    for (const int level : {0, 1}) { // without Shift first, so that Shift is used only if needed
         for (int i = 0; i < count && level < reply->keysyms_per_keycode; ++i) {
             const xcb_keysym_t symbol = symbols[i * reply->keysyms_per_keycode + level];
             if (symbol != XCB_NO_SYMBOL && !m_keys.contains(symbol))

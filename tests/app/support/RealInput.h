@@ -11,25 +11,25 @@
 
 namespace kvtest {
 
-/// A hand at the keyboard and the pointer of the X display: the server itself makes the events (XTEST),
-/// so that they go where those of a person would go. What a function does has reached the server when
-/// it returns, not yet the programs.
+/// Keyboard and pointer input on the X display. The server generates the events (XTEST), so that they go to
+/// the same windows as those of a user. When a function returns, the server has processed its events, but
+/// programs may not have received them yet.
 class RealInput
 {
 public:
     RealInput();
 
-    /// Whether the display lets itself be worked this way.
+    /// Whether the display supports this input.
     bool isReady() const { return !m_keys.isEmpty(); }
 
-    /// Presses keys together and releases them, as "Ctrl+Shift+E" says.
+    /// Presses a combination of keys, such as "Ctrl+Shift+E", and releases it.
     void press(const QKeySequence& keys);
     void press(const char* keys) { press(QKeySequence(QString::fromLatin1(keys))); }
-    /// Types signs of Latin-1 that the keyboard has.
+    /// Types characters of Latin-1 that are on the keyboard.
     void type(const QString& text);
 
     /// @name Pointer
-    /// Positions on the screen, in its pixels.
+    /// Positions are in pixels of the screen.
     /// @{
     void pointTo(const QPoint& p);
     void click(const QPoint& p);
@@ -48,7 +48,7 @@ private:
     void send(std::uint8_t type, std::uint8_t detail, const QPoint& p = {});
     void tap(const Key& key, QList<std::uint32_t> modifiers);
 
-    QHash<std::uint32_t, Key> m_keys; ///< by the symbol on it
+    QHash<std::uint32_t, Key> m_keys; ///< by key symbol
 };
 
 } // namespace kvtest

@@ -23,7 +23,7 @@ xcb_atom_t utf8()
     return name;
 }
 
-/// Waits for the answer to a request for a selection; null when it does not come in time.
+/// Waits for the answer to a request for a selection; null on timeout.
 Reply<xcb_generic_event_t> nextAnswer(const QDeadlineTimer& deadline)
 {
     while (!deadline.hasExpired()) {
@@ -55,7 +55,7 @@ kvtest::ScreenClipboard::~ScreenClipboard()
 void kvtest::ScreenClipboard::clear()
 {
     xcb_set_selection_owner(connection(), XCB_WINDOW_NONE, clipboard(), XCB_CURRENT_TIME);
-    kvtest::xdisplay::sync(); // keys that are pressed now come later
+    kvtest::xdisplay::sync(); // the server processes later key presses after this
 }
 
 std::optional<QString> kvtest::ScreenClipboard::text(int maxWaitMs)

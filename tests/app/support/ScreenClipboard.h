@@ -8,8 +8,8 @@
 
 namespace kvtest {
 
-/// The clipboard of the X display, as what other programs put there is read. A program of Qt's reads it
-/// with its event loop, and not always what came last; this asks the server.
+/// Reads what other programs copy to the clipboard of the X display. Asks the X server directly: QClipboard
+/// depends on the event loop and sometimes returns an older content.
 class ScreenClipboard
 {
 public:
@@ -17,14 +17,14 @@ public:
     ~ScreenClipboard();
     Q_DISABLE_COPY_MOVE(ScreenClipboard)
 
-    /// Takes it away from the program that filled it.
+    /// Removes the owner of the clipboard, which clears it.
     void clear();
-    /// The text that a program has put there since; nothing while none has, or while it does not hand it
-    /// over (which it does within @p maxWaitMs).
+    /// The text that a program has copied since then; nullopt if there is none, or if the program does not
+    /// send it within @p maxWaitMs.
     std::optional<QString> text(int maxWaitMs = 1000);
 
 private:
-    std::uint32_t m_window; ///< to which programs hand over what they have
+    std::uint32_t m_window; ///< receives the content from other programs
 };
 
 } // namespace kvtest

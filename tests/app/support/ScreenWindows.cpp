@@ -52,7 +52,7 @@ std::optional<xcb_window_t> visibleWindow(xcb_window_t inside, const QRegularExp
 {
     const QList<xcb_window_t> windows = childrenOf(inside);
     for (const xcb_window_t window : windows) {
-        if (!isVisible(window)) // nor is anything inside it
+        if (!isVisible(window)) // its child windows are not visible either
             continue;
         if (title.match(titleOf(window)).hasMatch())
             return window;
@@ -93,7 +93,7 @@ bool kvtest::hasKeyboard(const QString& title)
     const Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
     xcb_window_t focus = reply ? reply->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    while (focus > XCB_INPUT_FOCUS_FOLLOW_KEYBOARD && focus != *window) // below are no windows
+    while (focus > XCB_INPUT_FOCUS_FOLLOW_KEYBOARD && focus != *window) // smaller values are not windows
         focus = parentOf(focus);
     return focus == *window;
 }
@@ -108,7 +108,7 @@ void kvtest::askToClose(const QString& title)
     message.format = 32;
     message.window = *window;
     message.type = atom("_NET_CLOSE_WINDOW");
-    message.data.data32[1] = 2; // on behalf of the person
+    message.data.data32[1] = 2; // source indication: the request of a user
     xcb_send_event(connection(), 0, rootWindow(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));

@@ -4,14 +4,14 @@
 #include <QtCore/QRect>
 #include <QtCore/QString>
 
-/// The windows of other programs on the X display of the test. Titles are regular expressions; what is
-/// meant is the first visible window whose title matches, windows inside windows included.
+/// The windows of other programs on the X display of the test. Titles are regular expressions; the
+/// first visible window whose title matches is used, child windows included.
 namespace kvtest {
 
-/// Where on the screen the window is; empty while there is none.
+/// The rectangle of the window on the screen; empty if there is no such window.
 QRect placeOnScreen(const QString& title);
 
-/// Whether the keys go to the window, or to one inside it.
+/// Whether the window or one of its child windows has the keyboard focus.
 bool hasKeyboard(const QString& title);
 
 /// Asks the window manager to close the window, as its close button does.

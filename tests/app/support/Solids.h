@@ -13,7 +13,7 @@ namespace kvtest {
 using Solid = KVGamut::Mesh;
 using Corner = KVGamut::LabPoint;
 
-/// Adds a triangle with vertices of its own; weldedMesh() shares them in the end.
+/// Adds a triangle with its own vertices; weldedMesh() later merges vertices at the same position.
 inline void addFace(Solid& solid, const Corner& p, const Corner& q, const Corner& r)
 {
     const int first = static_cast<int>(solid.lab.size());
@@ -27,7 +27,7 @@ inline void addQuad(Solid& solid, const Corner& p, const Corner& q, const Corner
     addFace(solid, p, r, s);
 }
 
-/// Both surfaces as one; they share no vertices.
+/// Both surfaces as one mesh, without shared vertices.
 inline Solid operator+(Solid one, const Solid& other)
 {
     const int first = static_cast<int>(one.lab.size());

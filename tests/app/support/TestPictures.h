@@ -4,14 +4,14 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/// Small pictures that carry a profile, written by the libraries that own the formats. An empty
-/// @p icc is left out.
+/// Small pictures with an embedded profile, written by the reference libraries of the formats. Without a
+/// profile if @p icc is empty.
 namespace testpictures {
 
 void writePng(const QString& path, const QByteArray& icc);
 void writeJpeg(const QString& path, const QByteArray& icc);
 void writeCmykJpeg(const QString& path, const QByteArray& icc);
-/// @p mode as TIFFOpen takes it beside "w": "l", "b" byte order, "8" 64-bit offsets.
+/// @p mode has further flags of TIFFOpen: "l" or "b" for the byte order, "8" for 64-bit offsets.
 void writeCmykTiff(const QString& path, const QByteArray& icc, const char* mode = "");
 
 } // namespace testpictures

@@ -18,7 +18,7 @@ namespace kvtest {
 
 constexpr int maxWaitMs = 120000;
 
-/// `kvgamut view`, running, on the screen of this test.
+/// Fixture that runs `kvgamut view` on the screen of the test.
 class ViewTest : public ProgramTest
 {
 protected:
@@ -39,14 +39,15 @@ protected:
 
     static QImage screenshot() { return QGuiApplication::primaryScreen()->grabWindow(0).toImage(); }
 
-    /// Where on the screen @p device is seen, from the top.
+    /// The position of the colour @p device on the screen, seen from the top.
     static QPoint placeFromTop(const Device& device)
     {
         const QRect view = placeOnScreen(QStringLiteral("^view$"));
         return view.topLeft() + topCamera(view.size()).pixelOf(labOf(device));
     }
 
-    /// Whether the pixels of @p devices come to show them in the view, seen from the top.
+    /// Waits until the view, seen from the top, shows the colours @p devices at their pixels. @return whether
+    /// that happened before the timeout
     static bool comeToShow(const std::vector<Device>& devices)
     {
         return QTest::qWaitFor(

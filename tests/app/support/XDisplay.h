@@ -7,8 +7,8 @@
 #include <memory>
 #include <xcb/xcb.h>
 
-/// The X display of the test as the helpers that look at other programs talk to it: one connection for
-/// all of them, so that what one of them asks for is done before what another asks for later.
+/// The connection to the X display of the test. The helpers that inspect other programs share it, so that the
+/// server processes their requests in the order of the calls.
 namespace kvtest::xdisplay {
 
 struct Free
@@ -19,11 +19,11 @@ template <typename Type>
 using Reply = std::unique_ptr<Type, Free>;
 
 xcb_connection_t* connection();
-/// Whether the server answers.
+/// Whether the connection to the server works.
 bool isThere();
 xcb_window_t rootWindow();
 xcb_atom_t atom(const QByteArray& name);
-/// Returns when the server has done what it was asked before.
+/// Returns when the server has processed all earlier requests.
 void sync();
 
 } // namespace kvtest::xdisplay
