@@ -75,7 +75,7 @@ float GamutLoads::progress(const QString& id) const
 
 GamutLoads::Load GamutLoads::take(const QString& id)
 {
-    const Load load = m_loads.take(id);
+    Load load = m_loads.take(id);
     if (m_loads.isEmpty())
         m_progressTimer.stop();
     return load;

@@ -18,8 +18,8 @@ QString unknownKey(const QVariantHash& params, const QStringList& known)
 QString unknownKeyOf(const QVariantHash& params)
 {
     const QString settings = QStringLiteral("AdditionnalParam");
-    const QString key = unknownKey(params, {QStringLiteral("ProfilePath"), QStringLiteral("ProfileData"),
-                                            QStringLiteral("Profile"), settings});
+    QString key = unknownKey(params, {QStringLiteral("ProfilePath"), QStringLiteral("ProfileData"),
+                                      QStringLiteral("Profile"), settings});
     if (!key.isNull())
         return key;
     return unknownKey(params.value(settings).toHash(),

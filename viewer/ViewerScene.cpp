@@ -96,7 +96,7 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
         findOrCreate(widget->root(), GroupNames::profiles(), GroupNames::profiles(), false, {});
     if (profiles->hasChild(id))
         return gamut(id);
-    const auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
+    auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
     fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, clipping);
     if (widget->context())
