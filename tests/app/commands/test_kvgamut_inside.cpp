@@ -213,6 +213,31 @@ TEST_F(InsideTest, reportsWhyThePointsCannotBeRead)
     EXPECT_TRUE(none.errors.startsWith("kvgamut: '/nowhere/missing.icc': "));
 }
 
+TEST_F(InsideTest, readsNoFileThatAMeasurementNames)
+{
+    const QString secret = path(QStringLiteral("secret"));
+    write(secret, "PASSWORD");
+    const QString name =
+        points("CGATS.17\nNUMBER_OF_FIELDS 4\nBEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L LAB_A LAB_B\n"
+               "END_DATA_FORMAT\nNUMBER_OF_SETS 1\nBEGIN_DATA\n.include \"" +
+               secret.toUtf8() + "\"\n50 1 2\nEND_DATA\n");
+    EXPECT_TRUE(
+        failedWith(run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), BadInput,
+                   QStringLiteral("kvgamut: '%1': line 8: .include reads another file, which is not allowed "
+                                  "here; insert the content of that file instead")
+                       .arg(name)));
+}
+
+TEST_F(InsideTest, reportsMeasurementsWithoutColumnNames)
+{
+    const QString name = points("CGATS.17\nORIGINATOR \"x\"\nNUMBER_OF_FIELDS 4\nNUMBER_OF_SETS 1\n"
+                                "BEGIN_DATA\n1 2 3 4\nEND_DATA\n");
+    EXPECT_TRUE(failedWith(run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), BadInput,
+                           QStringLiteral("kvgamut: '%1': line 5: the data have no column names "
+                                          "(BEGIN_DATA_FORMAT is missing)")
+                               .arg(name)));
+}
+
 TEST_F(InsideTest, reportsOmittedPointsAndPrintsTheOthers)
 {
     const QString name =

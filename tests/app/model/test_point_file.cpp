@@ -11,6 +11,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include <cmath>
+#include <sys/stat.h>
 
 using KVGamut::LabPoint;
 using testing::HasSubstr;
@@ -248,6 +249,74 @@ TEST_F(PointFileTest, reportsWhyACgatsFileIsInvalid)
     text.replace("NUMBER_OF_SETS 1", "NUMBER_OF_SETS 3");
     EXPECT_THAT(problem(text), testing::AllOf(HasSubstr("the CGATS file cannot be read: Line "),
                                               HasSubstr("NUMBER_OF_SETS was 3, found 1")));
+}
+
+TEST_F(PointFileTest, readsCgatsWithoutCountsAndInAnyCase)
+{
+    const auto found = points("CGATS.17\r\nbegin_data_format # columns\rsample_id lab_l lab_a lab_b\n"
+                              "END_DATA_FORMAT\nBEGIN_DATA\n'a b' 1 2 3 c#d\n4 5 6\nEND_DATA\n");
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].name, QStringLiteral("a b"));
+    EXPECT_EQ(found[0].lab, (LabPoint{1, 2, 3}));
+    EXPECT_EQ(found[1].name, QStringLiteral("c"));
+    EXPECT_EQ(found[1].lab, (LabPoint{4, 5, 6}));
+}
+
+TEST_F(PointFileTest, readsMoreThan32767CgatsDataSets)
+{
+    constexpr int count = 40000;
+    const auto found = points(sheet("LAB_L LAB_A LAB_B", QList<QByteArray>(count, "1 2 3")));
+    EXPECT_EQ(found.size(), count);
+}
+
+TEST_F(PointFileTest, reportsCgatsDataWithoutColumnNames)
+{
+    const QByteArray text = "CGATS.17\nORIGINATOR \"x\"\nNUMBER_OF_FIELDS 3\nNUMBER_OF_SETS 1\n"
+                            "BEGIN_DATA\n1 2 3\nEND_DATA\n";
+    EXPECT_EQ(problem(text), "line 5: the data have no column names (BEGIN_DATA_FORMAT is missing)");
+    EXPECT_EQ(problem(sheet("LAB_L LAB_A LAB_B", {"1 2 3"}) + text),
+              "line 17: the data have no column names (BEGIN_DATA_FORMAT is missing)");
+}
+
+TEST_F(PointFileTest, refusesCgatsThatReadsOtherFiles)
+{
+    QTemporaryDir folder;
+    const QByteArray pipe = QFile::encodeName(folder.filePath(QStringLiteral("pipe")));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0); // to open it would block for ever
+    const QByteArray whole = sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 50 1 2"});
+    for (const QByteArray directive : {".INCLUDE", "$INCLUDE", ".Include", "$include"})
+        for (const QByteArray place : {"ORIGINATOR", "AN_UNUSUAL_KEY", "SAMPLE_ID", "LAB_A",
+                                       "END_DATA_FORMAT", "1\nBEGIN_DATA", "50 1", "END_DATA\n"}) {
+            const QByteArray text =
+                QByteArray(whole).replace(place, directive + " \"" + pipe + "\"\n" + place);
+            ASSERT_NE(text, whole) << place.constData();
+            const Result<PointSet> set = read(text);
+            ASSERT_FALSE(set) << place.constData();
+            EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::CgatsIncludesFile)) << place.constData();
+            EXPECT_EQ(set.error().arguments.value(1), QString::fromLatin1(directive)) << place.constData();
+        }
+    EXPECT_EQ(problem("CGATS.17\n.INCLUDE \"x\"\n" + whole),
+              "line 2: .INCLUDE reads another file, which is not allowed here; insert the content of that "
+              "file instead");
+}
+
+TEST_F(PointFileTest, acceptsTheWordIncludeInCommentsAndQuotes)
+{
+    const auto found = points(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"\".INCLUDE\" 1 2 3 # .INCLUDE x"}));
+    EXPECT_EQ(found.value(0).name, QStringLiteral(".INCLUDE"));
+}
+
+TEST_F(PointFileTest, reportsUnfinishedCgatsSections)
+{
+    const QByteArray whole = sheet("LAB_L LAB_A LAB_B", {"1 2 3"});
+    const auto until = [&whole](const char* keyword) { return whole.left(whole.indexOf(keyword)); };
+    EXPECT_EQ(problem("BEGIN_DATA_FORMAT LAB_L\nBEGIN_DATA 1"),
+              "the CGATS file cannot be read: Line 2: END_DATA_FORMAT is missing");
+    EXPECT_EQ(problem(until("END_DATA\n")), "the CGATS file cannot be read: Line 12: END_DATA is missing");
+    EXPECT_THAT(problem(QByteArray(whole).replace("1 2 3", "1 2 3 4")),
+                HasSubstr("NUMBER_OF_FIELDS was 3, found 1"));
+    EXPECT_THAT(problem(QByteArray(whole).replace("FIELDS 3", "FIELDS 4")),
+                HasSubstr("NUMBER_OF_FIELDS was 4, found 3"));
 }
 
 // --- CxF ----------------------------------------------------------------------------------------------

@@ -20,8 +20,12 @@ namespace {
 int argumentCount(ProblemCode code)
 {
     switch (code) {
+    case ProblemCode::CgatsCountDiffers:
+        return 4;
     case ProblemCode::SessionNotInRange:
         return 3;
+    case ProblemCode::CgatsIncludesFile:
+    case ProblemCode::CgatsUnfinished:
     case ProblemCode::ObjectsWithoutLab:
     case ProblemCode::SessionNotOneOf:
     case ProblemCode::SessionSamePoint:
@@ -29,6 +33,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::ReferenceSizeDiffers:
     case ProblemCode::ReferenceDiffers:
         return 2;
+    case ProblemCode::CgatsWithoutFormat:
     case ProblemCode::OtherReason:
     case ProblemCode::PictureDamaged:
     case ProblemCode::PictureWithoutProfile:
@@ -96,7 +101,8 @@ QString sentenceOf(const Problem::Code& code)
 /// The arguments "first", "second"... of @p code.
 QStringList argumentsOf(const Problem::Code& code)
 {
-    const QStringList words{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")};
+    const QStringList words{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third"),
+                            QStringLiteral("fourth")};
     return words.first(placeCount(sentenceOf(code)));
 }
 

@@ -22,11 +22,4 @@ struct CloseProfile
 };
 using Profile = std::unique_ptr<void, CloseProfile>;
 
-struct FreeSheet
-{
-    void operator()(cmsHANDLE sheet) const { cmsIT8Free(sheet); }
-};
-/// CGATS data.
-using Sheet = std::unique_ptr<void, FreeSheet>;
-
 } // namespace LittleCms

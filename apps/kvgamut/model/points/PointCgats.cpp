@@ -1,78 +1,229 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
-#include "model/inputs/LittleCms.h"
 
-// Little CMS reads CGATS.17, IT8.7 and related formats.
+#include <utility>
 
-using LittleCms::Context;
-using LittleCms::Sheet;
+// Reads CGATS.17, IT8.7, .ti3 and related formats: words between white space, quoted where they contain any,
+// and comments from # to the end of the line. Sections between BEGIN_DATA_FORMAT and END_DATA_FORMAT name the
+// columns of the values between BEGIN_DATA and END_DATA. Of the other words only the counts are used.
+//
+// Other readers follow directives that name a further file. Here they are refused: a measurement must not
+// read any file but its own.
 
 namespace {
 
-/// Stores the first error message in the context's user data, a text.
-void keepError(cmsContext context, cmsUInt32Number, const char* message)
+struct Word
 {
-    auto& kept = *static_cast<QString*>(cmsGetContextUserData(context));
-    if (kept.isEmpty())
-        kept = QString::fromUtf8(message).simplified();
-}
+    QByteArray text;
+    int line = 0;
+    bool quoted = false;
 
-/// Little CMS begins its message with the name of the file, which is empty here.
-QString withoutName(const QString& message)
-{
-    return message.startsWith(QLatin1String(": ")) ? message.mid(2) : message;
-}
+    /// Whether this is the keyword @p keyword, in any case. Quoted words are values.
+    bool is(const char* keyword) const { return !quoted && text.compare(keyword, Qt::CaseInsensitive) == 0; }
+    bool isDirective() const { return is(".INCLUDE") || is("$INCLUDE"); }
+};
 
-QStringList columnsOf(const Sheet& sheet)
+/// Splits a text into words. A line break ends a quoted word, too.
+class Words
 {
-    char** names = nullptr;
-    const int count = cmsIT8EnumDataFormat(sheet.get(), &names);
-    QStringList columns;
-    for (int i = 0; i < count; ++i)
-        columns.append(QString::fromUtf8(names[i]));
-    return columns;
-}
+public:
+    explicit Words(const QByteArray& text) : m_text(text) {}
 
-QStringList rowOf(const Sheet& sheet, int row, qsizetype columns)
-{
-    QStringList fields;
-    for (int column = 0; column < columns; ++column)
-        fields.append(QString::fromUtf8(cmsIT8GetDataRowCol(sheet.get(), row, column)));
-    return fields;
-}
-
-Result<PointSet> pointsOf(const Sheet& sheet, const PointColumns& columns, qsizetype columnCount)
-{
-    PointSet set;
-    const int rows = static_cast<int>(cmsIT8GetPropertyDbl(sheet.get(), "NUMBER_OF_SETS"));
-    for (int row = 0; row < rows; ++row) {
-        const auto point = columns.pointOf(rowOf(sheet, row, columnCount));
-        if (!point)
-            return failure(ProblemCode::NotAColorDataSet, {QString::number(row + 1)});
-        set.points.append(*point);
+    /// nullopt at the end of the text
+    std::optional<Word> next()
+    {
+        skipSpace();
+        if (m_at >= m_text.size())
+            return {};
+        const char first = m_text[m_at];
+        const bool quoted = first == '"' || first == '\'';
+        const int line = m_line;
+        if (!quoted)
+            return Word{taken([](char c) { return isSpace(c) || c == '#' || c == '"' || c == '\''; }), line};
+        ++m_at;
+        const Word word{taken([first](char c) { return c == first || isLineBreak(c); }), line, true};
+        if (isAt(m_at, first))
+            ++m_at;
+        return word;
     }
-    return set;
+
+    /// Number of the line that is read.
+    int line() const { return m_line; }
+
+private:
+    static bool isLineBreak(char c) { return c == '\n' || c == '\r'; }
+    static bool isSpace(char c) { return c == ' ' || c == '\t' || isLineBreak(c); }
+
+    bool isAt(qsizetype place, char c) const { return place < m_text.size() && m_text[place] == c; }
+
+    void skipSpace()
+    {
+        bool comment = false;
+        for (; m_at < m_text.size(); ++m_at) {
+            const char c = m_text[m_at];
+            comment = !isLineBreak(c) && (comment || c == '#');
+            if (!comment && !isSpace(c))
+                return;
+            if (c == '\n' || (c == '\r' && !isAt(m_at + 1, '\n')))
+                ++m_line;
+        }
+    }
+
+    template <typename Ends>
+    QByteArray taken(const Ends& ends)
+    {
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() && !ends(m_text[m_at]))
+            ++m_at;
+        return m_text.mid(start, m_at - start);
+    }
+
+    const QByteArray& m_text;
+    qsizetype m_at = 0;
+    int m_line = 1;
+};
+
+tl::unexpected<Problem> invalid(ProblemCode reason, const QStringList& arguments)
+{
+    return failure(Problem(ProblemCode::CgatsInvalid).because(Problem(reason, arguments)));
 }
+
+class CgatsReader
+{
+public:
+    explicit CgatsReader(const QByteArray& text) : m_words(text) {}
+
+    Result<PointSet> read()
+    {
+        Result<void> done;
+        while (const auto word = m_words.next())
+            if (done = readHeader(*word); !done)
+                return failure(done.error());
+        if (!m_points)
+            return failure(ProblemCode::CgatsWithoutColor);
+        return *std::move(m_points);
+    }
+
+private:
+    Result<void> readHeader(const Word& word)
+    {
+        if (word.isDirective())
+            return directive(word);
+        if (word.is("BEGIN_DATA_FORMAT"))
+            return readFormat();
+        if (word.is("BEGIN_DATA"))
+            return readData(word.line);
+        for (const auto& [keyword, count] :
+             {std::pair{"NUMBER_OF_FIELDS", &m_fieldCount}, std::pair{"NUMBER_OF_SETS", &m_setCount}})
+            if (word.is(keyword))
+                return readCount(*count);
+        return {};
+    }
+
+    Result<void> readCount(std::optional<qsizetype>& count)
+    {
+        const auto value = m_words.next();
+        if (value && value->isDirective())
+            return directive(*value);
+        bool ok = false;
+        const int number = value ? value->text.toInt(&ok) : 0;
+        if (ok)
+            count = number;
+        return {};
+    }
+
+    static tl::unexpected<Problem> directive(const Word& word)
+    {
+        return failure(ProblemCode::CgatsIncludesFile,
+                       {QString::number(word.line), QString::fromLatin1(word.text)});
+    }
+
+    /// Calls use(text) for each word up to the keyword @p end.
+    template <typename Use>
+    Result<void> readUntil(const char* end, const Use& use)
+    {
+        while (const auto word = m_words.next()) {
+            if (word->isDirective())
+                return directive(*word);
+            if (word->is(end))
+                return {};
+            if (Result<void> used = use(QString::fromUtf8(word->text)); !used)
+                return used;
+        }
+        return invalid(ProblemCode::CgatsUnfinished,
+                       {QString::number(m_words.line()), QString::fromLatin1(end)});
+    }
+
+    Result<void> readFormat()
+    {
+        m_names.clear();
+        return readUntil("END_DATA_FORMAT", [this](const QString& name) -> Result<void> {
+            m_names.append(name);
+            return {};
+        });
+    }
+
+    Result<void> readData(int line)
+    {
+        if (m_names.isEmpty())
+            return failure(ProblemCode::CgatsWithoutFormat, {QString::number(line)});
+        const Result<void> counted = checkCount("NUMBER_OF_FIELDS", m_fieldCount, m_names.size());
+        if (!counted)
+            return counted;
+        const auto columns = m_points ? std::nullopt : PointColumns::named(m_names);
+        PointSet set;
+        QStringList row;
+        qsizetype rows = 0;
+        const Result<void> done = readUntil("END_DATA", [&](const QString& field) -> Result<void> {
+            row.append(field);
+            if (row.size() < m_names.size())
+                return {};
+            ++rows;
+            const QStringList fields = std::exchange(row, {});
+            return columns ? addPoint(set, columns->pointOf(fields), rows) : Result<void>();
+        });
+        if (!done)
+            return done;
+        if (!row.isEmpty())
+            return invalid(ProblemCode::CgatsCountDiffers,
+                           {QString::number(m_words.line()), QStringLiteral("NUMBER_OF_FIELDS"),
+                            QString::number(m_names.size()), QString::number(row.size())});
+        if (columns)
+            m_points = std::move(set);
+        m_names.clear(); // the next table has its own columns and counts
+        m_fieldCount.reset();
+        return checkCount("NUMBER_OF_SETS", std::exchange(m_setCount, {}), rows);
+    }
+
+    static Result<void> addPoint(PointSet& set, const std::optional<MeasuredPoint>& point, qsizetype row)
+    {
+        if (!point)
+            return failure(ProblemCode::NotAColorDataSet, {QString::number(row)});
+        set.points.append(*point);
+        return {};
+    }
+
+    /// Fails if the file declares another number than it has.
+    Result<void> checkCount(const char* keyword, std::optional<qsizetype> declared, qsizetype found) const
+    {
+        if (!declared || *declared == found)
+            return {};
+        return invalid(ProblemCode::CgatsCountDiffers,
+                       {QString::number(m_words.line()), QString::fromLatin1(keyword),
+                        QString::number(*declared), QString::number(found)});
+    }
+
+    Words m_words;
+    QStringList m_names; ///< of the columns of the current table
+    std::optional<qsizetype> m_fieldCount;
+    std::optional<qsizetype> m_setCount;
+    std::optional<PointSet> m_points; ///< of the first table with colours
+};
 
 } // namespace
 
 Result<PointSet> PointReaders::readCgats(const QByteArray& text)
 {
-    QString error;
-    const Context context(cmsCreateContext(nullptr, &error));
-    cmsSetLogErrorHandlerTHR(context.get(), keepError);
-    const Sheet sheet(
-        cmsIT8LoadFromMem(context.get(), text.constData(), static_cast<cmsUInt32Number>(text.size())));
-    if (!sheet)
-        return failure(Problem(ProblemCode::CgatsInvalid)
-                           .because(Problem(ProblemCode::OtherReason, {withoutName(error)})));
-    const auto tables = static_cast<int>(cmsIT8TableCount(sheet.get()));
-    for (int table = 0; table < tables; ++table) {
-        cmsIT8SetTable(sheet.get(), static_cast<cmsUInt32Number>(table));
-        const QStringList names = columnsOf(sheet);
-        if (const auto columns = PointColumns::named(names))
-            return pointsOf(sheet, *columns, names.size());
-    }
-    return failure(ProblemCode::CgatsWithoutColor);
+    return CgatsReader(text).read();
 }

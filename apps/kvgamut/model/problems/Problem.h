@@ -49,15 +49,19 @@ enum class ProblemCode : int
     PictureTakenAsSrgb,     ///< a note: no embedded profile
 
     // points
-    NotColorColumns,   ///< argument: line number; in a table with named columns
-    NotAPoint,         ///< argument: line number; in a table without names
-    NotAColorDataSet,  ///< argument: number of the CGATS data set
-    NoPositions,       ///< the file contains no point
-    CgatsInvalid,      ///< with a cause
-    CgatsWithoutColor, ///< no columns with Lab or XYZ
-    NotCxf,            ///< XML of another kind
-    XmlInvalid,        ///< argument: line number; with a cause
-    ObjectsWithoutLab, ///< arguments: number left out, number of all; a problem, or a note about a part
+    NotColorColumns,    ///< argument: line number; in a table with named columns
+    NotAPoint,          ///< argument: line number; in a table without names
+    NotAColorDataSet,   ///< argument: number of the CGATS data set
+    NoPositions,        ///< the file contains no point
+    CgatsInvalid,       ///< with a cause
+    CgatsIncludesFile,  ///< arguments: line number, the directive that names another file
+    CgatsWithoutFormat, ///< argument: line number of data whose columns have no names
+    CgatsUnfinished,    ///< a cause; arguments: line number, the keyword that is missing
+    CgatsCountDiffers,  ///< a cause; arguments: line number, keyword, declared number, number found
+    CgatsWithoutColor,  ///< no columns with Lab or XYZ
+    NotCxf,             ///< XML of another kind
+    XmlInvalid,         ///< argument: line number; with a cause
+    ObjectsWithoutLab,  ///< arguments: number left out, number of all; a problem, or a note about a part
 
     // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
     NotASession,           ///< no arguments

@@ -56,6 +56,13 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "data set %1: expected numbers in the colour columns")},
     {ProblemCode::NoPositions, QT_TRANSLATE_NOOP("Problem", "the file contains no positions")},
     {ProblemCode::CgatsInvalid, QT_TRANSLATE_NOOP("Problem", "the CGATS file cannot be read")},
+    {ProblemCode::CgatsIncludesFile,
+     QT_TRANSLATE_NOOP("Problem", "line %1: %2 reads another file, which is not allowed here; insert the "
+                                  "content of that file instead")},
+    {ProblemCode::CgatsWithoutFormat,
+     QT_TRANSLATE_NOOP("Problem", "line %1: the data have no column names (BEGIN_DATA_FORMAT is missing)")},
+    {ProblemCode::CgatsUnfinished, QT_TRANSLATE_NOOP("Problem", "Line %1: %2 is missing")},
+    {ProblemCode::CgatsCountDiffers, QT_TRANSLATE_NOOP("Problem", "Line %1: %2 was %3, found %4")},
     {ProblemCode::CgatsWithoutColor,
      QT_TRANSLATE_NOOP("Problem", "the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, "
                                   "XYZ_Y, XYZ_Z (spectra are not read)")},

@@ -1118,6 +1118,22 @@ wird berechnet</translation>
         <source>the saved gamut&apos;s surface self-intersects</source>
         <translation>die Oberfläche des gespeicherten Gamuts durchdringt sich selbst</translation>
     </message>
+    <message>
+        <source>line %1: %2 reads another file, which is not allowed here; insert the content of that file instead</source>
+        <translation>Zeile %1: %2 liest eine weitere Datei, was hier nicht erlaubt ist; fügen Sie stattdessen deren Inhalt ein</translation>
+    </message>
+    <message>
+        <source>line %1: the data have no column names (BEGIN_DATA_FORMAT is missing)</source>
+        <translation>Zeile %1: die Daten haben keine Spaltennamen (BEGIN_DATA_FORMAT fehlt)</translation>
+    </message>
+    <message>
+        <source>Line %1: %2 is missing</source>
+        <translation>Zeile %1: %2 fehlt</translation>
+    </message>
+    <message>
+        <source>Line %1: %2 was %3, found %4</source>
+        <translation>Zeile %1: %2 war %3, gefunden wurden %4</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
