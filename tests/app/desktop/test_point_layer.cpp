@@ -123,6 +123,27 @@ TEST_F(Points, areReadAgainWhenTheFileIsOpenedAgain)
     EXPECT_EQ(points.set(0).points.size(), 2);
 }
 
+TEST_F(Points, cancelTheWorkOnFilesThatAreRemoved)
+{
+    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n");
+    const auto workStartedBy = [this, &file] {
+        points.open(file);
+        return KVCompletionProtocol::runningTasks().last();
+    };
+    const KVCompletionProtocolPtr replaced = workStartedBy();
+    const KVCompletionProtocolPtr removed = workStartedBy();
+    EXPECT_EQ(removed->name(), QStringLiteral("p.csv"));
+    EXPECT_TRUE(replaced->isCancelled());
+    EXPECT_FALSE(removed->isCancelled());
+    points.remove(0);
+    EXPECT_TRUE(removed->isCancelled());
+    const KVCompletionProtocolPtr cleared = workStartedBy();
+    points.clear();
+    EXPECT_TRUE(cleared->isCancelled());
+    EXPECT_TRUE(finish());
+    EXPECT_EQ(failures.count(), 0);
+}
+
 TEST_F(Points, areFoundByTheirPlaceInThePointSets)
 {
     points.open(write(QStringLiteral("three.csv"), threePoints));
@@ -275,6 +296,65 @@ TEST_F(PicturePixels, areLeftOutWhereTransparent)
     EXPECT_EQ(readPicturePoints(save(picture)).error().code, Problem::Code(ProblemCode::PictureTransparent));
     picture.setPixelColor(1, 1, Qt::red);
     EXPECT_EQ(readPicturePoints(save(picture)).value().points.size(), 1);
+}
+
+void append32(QByteArray& bytes, quint32 value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.append(static_cast<char>(value >> shift));
+}
+
+/// A small RGB profile through which each colour passes @p count matrices: one element that the list names
+/// again and again.
+QByteArray profileOfMatrices(quint32 count)
+{
+    QByteArray element("matf\0\0\0\0\0\3\0\3", 12);
+    for (int i = 0; i < 12; ++i)
+        append32(element, i < 9 && i % 4 == 0 ? 0x3f800000 : 0); // the identity, in floating point
+    QByteArray tag("mpet\0\0\0\0\0\3\0\3", 12);
+    append32(tag, count);
+    for (quint32 i = 0; i < count; ++i) {
+        append32(tag, 16 + 8 * count);
+        append32(tag, static_cast<quint32>(element.size()));
+    }
+    tag += element;
+    QByteArray bytes;
+    append32(bytes, static_cast<quint32>(128 + 4 + 12 + tag.size()));
+    bytes.append("lcms\4\x30\0\0mntrRGB Lab ", 20);
+    bytes.append(QByteArray(12, '\0') + "acsp");
+    bytes.append(QByteArray(68 - bytes.size(), '\0'));
+    for (const quint32 d50 : {0xf6d6u, 0x10000u, 0xd32du})
+        append32(bytes, d50);
+    bytes.append(QByteArray(128 - bytes.size(), '\0'));
+    append32(bytes, 1);
+    bytes.append("D2B3");
+    append32(bytes, 128 + 4 + 12);
+    append32(bytes, static_cast<quint32>(tag.size()));
+    return bytes + tag;
+}
+
+TEST_F(PicturePixels, areRefusedIfTheirProfileIsTooCostly)
+{
+    const QString path = folder.filePath(QStringLiteral("costly.png"));
+    testpictures::writePng(path, profileOfMatrices(10));
+    EXPECT_TRUE(readPicturePoints(path));
+    testpictures::writePng(path, profileOfMatrices(2000));
+    const Result<PointSet> set = readPicturePoints(path);
+    ASSERT_FALSE(set);
+    EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::PictureProfileInvalid));
+    ASSERT_TRUE(set.error().cause);
+    EXPECT_EQ(set.error().cause->code, Problem::Code(KVProblemCode::DamagedTag));
+    EXPECT_EQ(set.error().subject, path);
+}
+
+TEST_F(PicturePixels, areNotConvertedAfterACancellation)
+{
+    const QString path = save(red(4, 4));
+    const auto task = KVCompletionProtocol::createTask(path);
+    EXPECT_TRUE(readPicturePoints(path, task));
+    EXPECT_EQ(task->progress(), 1.0f);
+    task->cancel();
+    EXPECT_TRUE(readPicturePoints(path, task).error().isCancelled());
 }
 
 TEST_F(PicturePixels, areRefusedInCmyk)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -34,11 +35,15 @@ QString setName(const QColor& color, int diameter)
     return QStringLiteral("points %1 %2").arg(color.name()).arg(diameter);
 }
 
-QList<float> distancesOf(const QList<MeasuredPoint>& points, const KVGamut::GamutObject& gamut)
+/// Runs on a worker. The result is incomplete after a cancellation.
+QList<float> distancesOf(const QList<MeasuredPoint>& points, const KVGamut::GamutObject& gamut,
+                         const KVCompletionProtocolPtr& work)
 {
     QList<float> distances;
     distances.reserve(points.size());
     for (const MeasuredPoint& point : points) {
+        if (work->isCancelled())
+            break;
         const float lab[3] = {point.lab.L, point.lab.a, point.lab.b};
         distances.append(gamut.nearest(lab).distance);
     }
@@ -61,6 +66,8 @@ PointLayer::PointLayer(GamutListModel& gamuts, KVGamut3DViewer& viewer, QObject*
 
 PointLayer::~PointLayer()
 {
+    for (const Layer& layer : std::as_const(m_layers))
+        cancel(layer);
     m_pool.clear();
     m_pool.waitForDone();
 }
@@ -164,15 +171,17 @@ void PointLayer::open(const QString& file)
     if (row < 0) {
         row = rowCount();
         beginInsertRows({}, row, row);
-        Layer layer;
-        layer.set.file = file;
-        m_layers.append(layer);
+        m_layers.append(Layer());
+        m_layers.last().set.file = file;
         endInsertRows();
     }
     const int ticket = ++m_lastTicket;
-    m_layers[row].ticket = ticket;
-    m_layers[row].reading = true;
-    QtConcurrent::run(&m_pool, readPoints, file)
+    Layer& layer = m_layers[row];
+    cancel(layer);
+    layer.ticket = ticket;
+    layer.work = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
+    layer.reading = true;
+    QtConcurrent::run(&m_pool, readPoints, file, layer.work)
         .then(this, [this, file, ticket](const Result<PointSet>& set) { finishReading(file, ticket, set); });
 }
 
@@ -197,8 +206,15 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
         Q_EMIT noted(*set->note);
 }
 
+void PointLayer::cancel(const Layer& layer)
+{
+    if (layer.work)
+        layer.work->cancel();
+}
+
 void PointLayer::remove(int row)
 {
+    cancel(m_layers[row]);
     beginRemoveRows({}, row, row);
     m_layers.removeAt(row);
     endRemoveRows();
@@ -207,6 +223,8 @@ void PointLayer::remove(int row)
 
 void PointLayer::clear()
 {
+    for (const Layer& layer : std::as_const(m_layers))
+        cancel(layer);
     beginResetModel();
     m_layers.clear();
     endResetModel();
@@ -253,7 +271,7 @@ void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
     if (layer.reading || layer.judgedBy == gamut.revision || layer.beingJudgedBy == gamut.revision)
         return;
     layer.beingJudgedBy = gamut.revision;
-    QtConcurrent::run(&m_pool, distancesOf, layer.set.points, gamut.gamut)
+    QtConcurrent::run(&m_pool, distancesOf, layer.set.points, gamut.gamut, layer.work)
         .then(this, [this, file = layer.set.file, ticket = layer.ticket,
                      revision = gamut.revision](const QList<float>& distances) {
             const int row = rowOf(file);

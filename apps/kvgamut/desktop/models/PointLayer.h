@@ -13,8 +13,9 @@
 /// The points of files in the scene, classified by the active gamut: a row for each file, with the shares of
 /// its points inside, at the edge and outside.
 ///
-/// Reads and classifies in the background; only the destructor waits. The gamut list must outlive it, and so
-/// must the viewer as long as an event loop runs.
+/// Reads and classifies in the background. Removing, closing or reading a file again cancels the work on it;
+/// only the destructor waits until that work has ended. The gamut list must outlive it, and so must the
+/// viewer as long as an event loop runs.
 class PointLayer : public QAbstractTableModel
 {
     Q_OBJECT
@@ -73,7 +74,8 @@ Q_SIGNALS:
 private:
     struct Layer
     {
-        int ticket = 0; ///< of the latest request to read the file
+        int ticket = 0;               ///< of the latest request to read the file
+        KVCompletionProtocolPtr work; ///< of that request and of the classification; null before the request
         bool reading = true;
         PointSet set;
         quint64 judgedBy = 0;      ///< revision of the gamut that the distances belong to; 0: none
@@ -82,6 +84,7 @@ private:
     };
 
     void finishReading(const QString& file, int ticket, const Result<PointSet>& set);
+    static void cancel(const Layer& layer);
     void judgeAll();
     void judge(Layer& layer, const GamutEntry& gamut);
     const GamutEntry* judgingGamut() const;

@@ -10,12 +10,14 @@
 #include <QtGui/QImage>
 #include <QtGui/QImageReader>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 #include <memory>
 #include <vector>
 
+using LittleCms::Context;
 using LittleCms::Profile;
 
 namespace {
@@ -23,6 +25,7 @@ namespace {
 constexpr float cellEdge = 4.0f;
 constexpr qsizetype maxDrawnPoints = 1200; // each is drawn as a small sphere
 constexpr qsizetype maxSamples = 250000;   // the conversion takes about 0.1 s
+constexpr std::size_t pixelsPerBlock = 1024;
 
 struct TransformDeleter
 {
@@ -33,14 +36,15 @@ using TransformHandle = std::unique_ptr<void, TransformDeleter>;
 /// A regular sample of the pixels, as device values 0..1: three for each pixel, or one with a grey profile.
 std::vector<double> sampled(const QImage& picture, bool grey)
 {
-    const QImage image = picture.convertToFormat(QImage::Format_RGBA64);
-    const auto pixels = static_cast<double>(image.width()) * image.height();
+    const auto pixels = static_cast<double>(picture.width()) * picture.height();
     const int step = std::max(1, static_cast<int>(std::ceil(std::sqrt(pixels / maxSamples))));
     constexpr double full = 65535.0;
     std::vector<double> values;
-    for (int y = step / 2; y < image.height(); y += step) {
-        const auto* line = reinterpret_cast<const QRgba64*>(image.constScanLine(y));
-        for (int x = step / 2; x < image.width(); x += step) {
+    for (int y = step / 2; y < picture.height(); y += step) {
+        // row by row, because the wider format takes twice the memory
+        const QImage row = picture.copy(0, y, picture.width(), 1).convertToFormat(QImage::Format_RGBA64);
+        const auto* line = reinterpret_cast<const QRgba64*>(row.constScanLine(0));
+        for (int x = step / 2; x < row.width(); x += step) {
             if (line[x].alpha() == 0)
                 continue;
             values.push_back(line[x].red() / full);
@@ -53,16 +57,35 @@ std::vector<double> sampled(const QImage& picture, bool grey)
     return values;
 }
 
-std::vector<KVGamut::LabPoint> converted(cmsHTRANSFORM transform, const std::vector<double>& values,
-                                         std::size_t channels)
+bool isPossible(const cmsCIELab& lab)
+{
+    constexpr double max = 10000.0; // far beyond any colour
+    return std::abs(lab.L) <= max && std::abs(lab.a) <= max && std::abs(lab.b) <= max; // false for NaN
+}
+
+/// Converts in blocks, so that it can be cancelled within a few milliseconds.
+Result<std::vector<KVGamut::LabPoint>> converted(cmsHTRANSFORM transform, const std::vector<double>& values,
+                                                 std::size_t channels, const KVCompletionProtocolPtr& task)
 {
     const std::size_t count = values.size() / channels;
-    std::vector<cmsCIELab> labs(count);
-    cmsDoTransform(transform, values.data(), labs.data(), static_cast<cmsUInt32Number>(count));
+    std::vector<cmsCIELab> labs(pixelsPerBlock);
     std::vector<KVGamut::LabPoint> colours;
     colours.reserve(count);
-    for (const cmsCIELab& lab : labs)
-        colours.push_back({static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)});
+    for (std::size_t start = 0; start < count; start += pixelsPerBlock) {
+        if (task && task->isCancelled())
+            return failure(KVProblemCode::Cancelled);
+        const std::size_t size = std::min(pixelsPerBlock, count - start);
+        cmsDoTransform(transform, values.data() + start * channels, labs.data(),
+                       static_cast<cmsUInt32Number>(size));
+        for (const cmsCIELab& lab : std::span(labs).first(size)) {
+            if (!isPossible(lab))
+                return failure(KVProblemCode::LabOutOfRange);
+            colours.push_back(
+                {static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)});
+        }
+        if (task)
+            task->setProgress(static_cast<float>(start + size) / static_cast<float>(count));
+    }
     return colours;
 }
 
@@ -76,26 +99,40 @@ Result<QImage> decoded(const QString& file)
                                                                           : ProblemCode::PictureDataInvalid);
 }
 
-/// The pixels of @p picture, or a regular sample of them, converted with the profile @p icc.
-Result<std::vector<KVGamut::LabPoint>> labsOf(const QImage& picture, const QByteArray& icc)
+/// The profile in the bytes @p icc, opened and checked by the engine. Little CMS alone would open a small
+/// profile whose conversion takes hours.
+Result<KVProfilePtr> checkedProfile(const QByteArray& icc)
 {
-    const Profile profile(cmsOpenProfileFromMem(icc.constData(), static_cast<cmsUInt32Number>(icc.size())));
+    KVProfilePtr profile(KVProfileCreateWithData(icc.constData(), static_cast<int>(icc.size())),
+                         KVProfileRelease);
+    if (profile)
+        return profile;
+    return failure(Problem(ProblemCode::PictureProfileInvalid).because(Problem(*KVProfileProblem())));
+}
+
+/// The pixels of @p picture, or a regular sample of them, converted with the profile @p checked.
+Result<std::vector<KVGamut::LabPoint>> labsOf(const QImage& picture, const KVProfilePtr& checked,
+                                              const KVCompletionProtocolPtr& task)
+{
+    const Context context(cmsCreateContext(nullptr, nullptr));
+    const Profile profile(cmsOpenProfileFromMemTHR(context.get(), checked->bytes.constData(),
+                                                   static_cast<cmsUInt32Number>(checked->bytes.size())));
     if (!profile)
         return failure(ProblemCode::PictureProfileInvalid);
     const cmsColorSpaceSignature space = cmsGetColorSpace(profile.get());
     const bool grey = space == cmsSigGrayData;
     if (space != cmsSigRgbData && !grey)
         return failure(ProblemCode::PictureSpaceUnknown);
-    const Profile lab(cmsCreateLab4Profile(nullptr));
-    const TransformHandle transform(cmsCreateTransform(profile.get(), grey ? TYPE_GRAY_DBL : TYPE_RGB_DBL,
-                                                       lab.get(), TYPE_Lab_DBL, INTENT_ABSOLUTE_COLORIMETRIC,
-                                                       cmsFLAGS_NOCACHE));
+    const Profile lab(cmsCreateLab4ProfileTHR(context.get(), nullptr));
+    const TransformHandle transform(
+        cmsCreateTransformTHR(context.get(), profile.get(), grey ? TYPE_GRAY_DBL : TYPE_RGB_DBL, lab.get(),
+                              TYPE_Lab_DBL, INTENT_ABSOLUTE_COLORIMETRIC, cmsFLAGS_NOCACHE));
     if (!transform)
         return failure(ProblemCode::PictureProfileHasNoLab);
     const std::vector<double> values = sampled(picture, grey);
     if (values.empty())
         return failure(ProblemCode::PictureTransparent);
-    return converted(transform.get(), values, grey ? 1 : 3);
+    return converted(transform.get(), values, grey ? 1 : 3, task);
 }
 
 } // namespace
@@ -130,7 +167,7 @@ QList<MeasuredPoint> gatherColours(std::span<const KVGamut::LabPoint> colours, f
     return points;
 }
 
-Result<PointSet> readPicturePoints(const QString& file)
+Result<PointSet> readPicturePoints(const QString& file, const KVCompletionProtocolPtr& task)
 {
     PointSet set;
     set.file = file;
@@ -142,7 +179,8 @@ Result<PointSet> readPicturePoints(const QString& file)
         icc = BuiltInProfiles::profile(QStringLiteral("sRGB"));
         set.note = Problem(ProblemCode::PictureTakenAsSrgb).about(file);
     }
-    const auto labs = labsOf(*picture, *icc);
+    const auto labs = checkedProfile(*icc).and_then(
+        [&](const KVProfilePtr& profile) { return labsOf(*picture, profile, task); });
     if (!labs)
         return failure(labs.error().about(file));
     set.points = gatherColours(*labs, cellEdge, maxDrawnPoints);

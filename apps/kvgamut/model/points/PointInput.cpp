@@ -21,7 +21,7 @@ bool isPicture(const QString& name)
 
 } // namespace
 
-Result<PointSet> readPoints(const QString& file)
+Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& task)
 {
-    return isPicture(file) ? readPicturePoints(file) : readPointFile(file);
+    return isPicture(file) ? readPicturePoints(file, task) : readPointFile(file);
 }

@@ -4,6 +4,9 @@
 #include "PointSet.h"
 #include "model/problems/Result.h"
 
+#include <platform/KVCoreCommon.h>
+
 /// Reads the points of @p file: the positions in a text file, or the pixels of a picture. The problem names
 /// the file. Callable from any thread.
-Result<PointSet> readPoints(const QString& file);
+/// @param task progress and cancellation; may be null
+Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& task = {});
