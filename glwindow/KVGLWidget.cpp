@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
-#include <platform/KVCoreCommon.h>
 
 #include <QtCore/QPointer>
-#include <QtGui/QOpenGLFunctions>
 #include <QtGui/QSurfaceFormat>
 
 #include <algorithm>
@@ -12,19 +10,6 @@
 namespace {
 
 constexpr qint64 frameMs = 33;
-
-QString profileName(QSurfaceFormat::OpenGLContextProfile profile)
-{
-    switch (profile) {
-    case QSurfaceFormat::NoProfile:
-        return QStringLiteral("NoProfile");
-    case QSurfaceFormat::CoreProfile:
-        return QStringLiteral("CoreProfile");
-    case QSurfaceFormat::CompatibilityProfile:
-        return QStringLiteral("CompatibilityProfile");
-    }
-    return {};
-}
 
 } // namespace
 
@@ -71,13 +56,6 @@ void KVGLWidget::setBackground(QColor color)
     m_lastDrawnCamera = CameraState();
 }
 
-void KVGLWidget::teardownGL()
-{
-    makeCurrent();
-    m_root.releaseGL();
-    doneCurrent();
-}
-
 void KVGLWidget::update()
 {
     // A child window gets no event when its parent is hidden. Without this check the frame loop of a viewer
@@ -87,43 +65,13 @@ void KVGLWidget::update()
     QPaintDeviceWindow::update();
 }
 
-void KVGLWidget::initializeGL()
-{
-    m_functions.initializeOpenGLFunctions();
-
-    // Unique connections, because this function is called again for a new context.
-    connect(context(), SIGNAL(aboutToBeDestroyed()), this, SLOT(teardownGL()),
-            static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::UniqueConnection));
-    connect(this, SIGNAL(frameSwapped()), this, SLOT(update()),
-            static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::UniqueConnection));
-
-    logContext();
-
-    m_functions.glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &m_maxFramebufferSide);
-    m_functions.glEnable(GL_MULTISAMPLE);
-    m_functions.glEnable(GL_LINE_SMOOTH);
-    context()->functions()->glBlendEquation(GL_FUNC_ADD);
-    m_functions.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    m_camera.setAspect(geometry().width(), geometry().height());
-    m_root.initializeGL(context());
-    m_mustDraw = true;
-}
-
-void KVGLWidget::logContext()
-{
-    const auto* version = reinterpret_cast<const char*>(m_functions.glGetString(GL_VERSION));
-    KVLogDebug(QStringLiteral("%1 %2 (%3)")
-                   .arg(context()->isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"),
-                        QString::fromLatin1(version), profileName(format().profile())));
-}
-
 bool KVGLWidget::event(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::UpdateRequest:
     case QEvent::Expose:
     case QEvent::Paint:
-        return canPaint() ? QOpenGLWindow::event(event) : true;
+        return isReadyFor(event->type()) ? QOpenGLWindow::event(event) : true;
     default:
         return QOpenGLWindow::event(event);
     }
@@ -174,7 +122,7 @@ void KVGLWidget::paintGL()
 {
     const QPointer<KVGLWidget> self(this);
     advanceCamera();
-    if (!self || !context())
+    if (!self || !usableContext())
         return;
     m_camera.setAspect(geometry().width(), geometry().height());
 

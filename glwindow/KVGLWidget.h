@@ -2,6 +2,7 @@
 #pragma once
 
 #include <glwindow/CameraState.h>
+#include <platform/KVProblem.h>
 #include <scene/Coordinates.h>
 #include <scene/KV3DObject.h>
 
@@ -16,6 +17,7 @@
 
 #include <functional>
 #include <limits>
+#include <optional>
 #include <utility>
 
 /// The OpenGL window in which the scene is rendered. It owns the context, the root of the scene tree, the
@@ -24,6 +26,8 @@
 /// Every completed frame schedules the next one while the window is exposed and its parent is visible. At
 /// most one frame is drawn in 33 ms, and none if neither the scene nor the camera changed. In between Qt
 /// shows the last picture again (partial update).
+///
+/// Without usable OpenGL the window stays empty and needs no context; see drawingProblem().
 ///
 /// Scene coordinates (-a*, L*, b*) unless stated otherwise; GUI thread only.
 class KVGLWidget : public QOpenGLWindow
@@ -44,6 +48,12 @@ public:
     /// Takes effect at once.
     void setBackground(QColor color);
     QColor background() const { return m_background; }
+    /// Why nothing can be drawn; nullopt if drawing is possible. Checked by the first call, and again each
+    /// time the window becomes exposed while there is a problem or no context.
+    const std::optional<KVProblem>& drawingProblem();
+    /// The context, if it exists and objects can be initialised in it; null otherwise.
+    QOpenGLContext* usableContext() const;
+
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
 
@@ -88,7 +98,8 @@ public:
     struct Hooks
     {
         std::function<void()> cameraMayHaveChanged;
-        std::function<void()> settled; ///< isSettled() became true
+        std::function<void()> settled;               ///< isSettled() became true
+        std::function<void()> drawingProblemChanged; ///< drawingProblem() changed; it is nullopt at first
     };
     void setHooks(Hooks hooks) { m_hooks = std::move(hooks); }
 
@@ -131,6 +142,10 @@ private:
     void noteCamera() const;
     void noteSettled();
     void logContext();
+    bool isReadyFor(QEvent::Type type);
+    void createContext();
+    bool checkDrawing();
+    void setDrawingProblem(const std::optional<KVProblem>& problem);
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
     QImage resolved(GLuint framebuffer, const QSize& size);
     QSize deviceSize() const;
@@ -158,4 +173,10 @@ private:
     Hooks m_hooks;
     bool m_settledNoted = false;                                    ///< since the last drawn frame
     GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context
+
+    std::optional<KVProblem> m_drawingProblem;
+    bool m_drawingChecked = false; ///< m_drawingProblem is known
+    bool m_exposed = false;        ///< as of the last expose event
+    bool m_mustCheck = false;      ///< the window became exposed after the last check
+    bool m_initialized = false;    ///< initializeGL() succeeded for the present context
 };

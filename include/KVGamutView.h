@@ -195,11 +195,26 @@ class KV3DVIEWER_EXPORT KVGamutView : public QObject
     Q_PROPERTY(bool themeFollowsPalette READ themeFollowsPalette WRITE setThemeFollowsPalette NOTIFY
                    themeFollowsPaletteChanged)
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadingChanged)
+    Q_PROPERTY(bool drawable READ isDrawable NOTIFY drawableChanged)
 public:
     explicit KVGamutView(KVGamut3DViewer* viewer, QObject* parent = nullptr); ///< attached to @p viewer
     ~KVGamutView() override;
 
     KVGamut3DViewer* viewer() const; ///< null after it was destroyed
+
+    /// @name Drawing
+    /// The viewer needs desktop OpenGL 2.1 with the compatibility profile. Without it the viewer is an empty
+    /// window: pictures are null and isSettled() stays false, but everything else works, loading and picking
+    /// included.
+    ///
+    /// The first call of one of these functions, or the first time that the window is exposed, makes an
+    /// OpenGL context to find out. The check is repeated each time the window is exposed anew while nothing
+    /// can be drawn; if there is OpenGL by then, the viewer uses it.
+    /// @{
+    bool isDrawable() const; ///< whether the viewer can draw
+    /// Why the viewer cannot draw: one of the codes from NoOpenGL on. Nullopt if it can.
+    std::optional<KVProblem> drawingProblem() const;
+    /// @}
 
     /// @name Gamuts
     /// @{
@@ -293,6 +308,8 @@ Q_SIGNALS:
     void themeChanged();               ///< theme() changed
     /// The picture is up to date: KVGamut3DViewer::isSettled() became true. From the event loop.
     void settled();
+    /// drawingProblem() changed; from the event loop. It counts as nullopt before the first check.
+    void drawableChanged();
     void clicked(const KVHit& hit); ///< a button was released; from the event loop
     /// The pointer moved with no button held; from the event loop. Computed only while connected.
     void hovered(const KVHit& hit);

@@ -9,7 +9,7 @@
 #include <QtCore/QStringList>
 
 /// @file
-/// Failures of the colour engine and of the viewer's loading, as values.
+/// Failures of the colour engine, of the viewer's loading and of its drawing, as values.
 
 namespace KVProblemCodes {
 Q_NAMESPACE_EXPORT(KVCORECOMMON_EXPORT)
@@ -71,6 +71,15 @@ enum class KVProblemCode : int
     SavedGamutInvalidValues,  ///< some values are not possible in a gamut
     SavedGamutTooClose,       ///< the faces lie too close together to be checked for self-intersection
     SavedGamutSelfIntersects, ///< the saved surface self-intersects
+
+    // drawing; the argument is the version of OpenGL that was found
+    NoOpenGL,                  ///< no OpenGL context can be created
+    OnlyOpenGLES,              ///< there is OpenGL ES, but no desktop OpenGL; argument: version
+    OpenGLTooOld,              ///< older than OpenGL 2.1; argument: version
+    OpenGLCoreOnly,            ///< a core profile, which lacks functions of OpenGL 1.2; argument: version
+    OpenGLWithoutShaders,      ///< no shaders, or older than GLSL 1.20; argument: version
+    OpenGLWithoutFramebuffers, ///< no framebuffer objects, or they cannot be copied; argument: version
+    OpenGLNotUsable,           ///< a context exists, but it cannot be used with the window
 };
 Q_ENUM_NS(KVProblemCode)
 

@@ -20,6 +20,7 @@ KVGamutView::KVGamutView(KVGamut3DViewer* viewer, QObject* parent)
     connect(events, &ViewerEvents::themeChanged, this, &KVGamutView::themeChanged);
     connect(events, &ViewerEvents::cameraChanged, this, &KVGamutView::cameraChanged);
     connect(events, &ViewerEvents::settled, this, &KVGamutView::settled);
+    connect(events, &ViewerEvents::drawableChanged, this, &KVGamutView::drawableChanged);
     connect(events, &ViewerEvents::released, d.get(), &Private::onReleased);
     connect(events, &ViewerEvents::moved, d.get(), &Private::onMoved);
 }
@@ -29,6 +30,16 @@ KVGamutView::~KVGamutView() = default;
 KVGamut3DViewer* KVGamutView::viewer() const
 {
     return d->scene() ? &d->scene()->viewer : nullptr;
+}
+
+bool KVGamutView::isDrawable() const
+{
+    return d->scene() && !d->scene()->widget->drawingProblem();
+}
+
+std::optional<KVProblem> KVGamutView::drawingProblem() const
+{
+    return d->scene() ? d->scene()->widget->drawingProblem() : std::nullopt;
 }
 
 namespace {

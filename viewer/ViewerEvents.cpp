@@ -30,7 +30,8 @@ ViewerEvents::ViewerEvents(QObject& viewer, KVGLWidget& widget) : m_widget(widge
     widget.installEventFilter(this);
     widget.setHooks(
         {[this] { postCameraCheck(); },
-         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::checkSettled, Qt::QueuedConnection); }});
+         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::checkSettled, Qt::QueuedConnection); },
+         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::drawableChanged, Qt::QueuedConnection); }});
 }
 
 ViewerEvents::~ViewerEvents()

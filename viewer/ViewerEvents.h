@@ -13,8 +13,8 @@ class QMouseEvent;
 
 /// Events of a viewer's windows, for the views attached to it.
 ///
-/// cameraChanged() and settled() are emitted from the event loop, released() and moved() while the event is
-/// delivered.
+/// cameraChanged(), settled() and drawableChanged() are emitted from the event loop, released() and moved()
+/// while the event is delivered.
 class ViewerEvents : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,8 @@ public:
 Q_SIGNALS:
     void cameraChanged();
     void settled();
-    void themeChanged(); ///< emitted by the scene
+    void drawableChanged(); ///< the widget's drawingProblem() changed
+    void themeChanged();    ///< emitted by the scene
     /// @param endsDrag the pointer moved farther than the system's drag distance since the press
     void released(const QPoint& pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,
                   bool endsDrag);

@@ -33,8 +33,8 @@ QSharedPointer<KV3DObject> ViewerScene::findOrCreate(KV3DObject& parent, const Q
         return object;
     object.reset(new KV3DObject(name, id));
     object->setId(id); // an empty set name is valid; the constructor would replace it by a UUID
-    if (widget->context())
-        object->initializeGL(widget->context());
+    if (QOpenGLContext* context = widget->usableContext())
+        object->initializeGL(context);
     if (prepare)
         prepare(*object);
     parent.addChild(object, atFront);
@@ -99,8 +99,8 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
     fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, clipping);
-    if (widget->context())
-        fresh->initializeGL(widget->context());
+    if (QOpenGLContext* context = widget->usableContext())
+        fresh->initializeGL(context);
     profiles->addChild(fresh);
     return fresh;
 }

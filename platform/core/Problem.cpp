@@ -80,6 +80,19 @@ constexpr Sentence sentences[] = {
                        "the saved gamut's faces are too close together to be checked for self-intersection")},
     {KVProblemCode::SavedGamutSelfIntersects,
      QT_TRANSLATE_NOOP("Problem", "the saved gamut's surface self-intersects")},
+    {KVProblemCode::NoOpenGL, QT_TRANSLATE_NOOP("Problem", "the display has no OpenGL")},
+    {KVProblemCode::OnlyOpenGLES,
+     QT_TRANSLATE_NOOP("Problem", "the display has only OpenGL ES %1; desktop OpenGL 2.1 is needed")},
+    {KVProblemCode::OpenGLTooOld,
+     QT_TRANSLATE_NOOP("Problem", "the display has only OpenGL %1; version 2.1 is needed")},
+    {KVProblemCode::OpenGLCoreOnly,
+     QT_TRANSLATE_NOOP("Problem", "the display has only the core profile of OpenGL %1; "
+                                  "the compatibility profile is needed")},
+    {KVProblemCode::OpenGLWithoutShaders,
+     QT_TRANSLATE_NOOP("Problem", "the display's OpenGL %1 has no shaders of version 1.20")},
+    {KVProblemCode::OpenGLWithoutFramebuffers,
+     QT_TRANSLATE_NOOP("Problem", "the display's OpenGL %1 has no framebuffers that can be copied")},
+    {KVProblemCode::OpenGLNotUsable, QT_TRANSLATE_NOOP("Problem", "OpenGL cannot be used in the window")},
 };
 
 constexpr bool isInOrderOfCodes()

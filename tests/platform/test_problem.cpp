@@ -27,11 +27,21 @@ const char* nameOf(KVProblemCode code)
 }
 
 // The codes for which KVProblem.h documents an argument.
-const std::set<KVProblemCode> withArgument{
-    KVProblemCode::FileUnreadable,     KVProblemCode::UnusableProfile,    KVProblemCode::DamagedTag,
-    KVProblemCode::UnknownIntent,      KVProblemCode::UnknownSetting,     KVProblemCode::UnsupportedClass,
-    KVProblemCode::NotADeviceSpace,    KVProblemCode::UnknownDeviceSpace, KVProblemCode::NoTransformBecause,
-    KVProblemCode::UnknownSavedVersion};
+const std::set<KVProblemCode> withArgument{KVProblemCode::FileUnreadable,
+                                           KVProblemCode::UnusableProfile,
+                                           KVProblemCode::DamagedTag,
+                                           KVProblemCode::UnknownIntent,
+                                           KVProblemCode::UnknownSetting,
+                                           KVProblemCode::UnsupportedClass,
+                                           KVProblemCode::NotADeviceSpace,
+                                           KVProblemCode::UnknownDeviceSpace,
+                                           KVProblemCode::NoTransformBecause,
+                                           KVProblemCode::UnknownSavedVersion,
+                                           KVProblemCode::OnlyOpenGLES,
+                                           KVProblemCode::OpenGLTooOld,
+                                           KVProblemCode::OpenGLCoreOnly,
+                                           KVProblemCode::OpenGLWithoutShaders,
+                                           KVProblemCode::OpenGLWithoutFramebuffers};
 
 QStringList argumentsFor(KVProblemCode code)
 {

@@ -11,6 +11,9 @@ namespace kvtest {
 /// if no such message is logged.
 void expectMessage(const QString& part);
 
+/// Declares that messages that contain @p part, which the platform of this test logs, do not fail it.
+void toleratePlatformMessage(const QString& part);
+
 /// All messages that the running test has logged so far, including debug messages.
 QStringList messages();
 

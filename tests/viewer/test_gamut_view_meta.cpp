@@ -24,10 +24,11 @@ QStringList propertiesOf(const QMetaObject& meta)
 
 TEST_F(GamutViewMeta, theViewHasItsProperties)
 {
-    EXPECT_EQ(propertiesOf(KVGamutView::staticMetaObject),
-              (QStringList{QStringLiteral("camera"), QStringLiteral("theme"),
-                           QStringLiteral("themeFollowsPalette"), QStringLiteral("loading")}));
-    for (const char* name : {"camera", "theme", "loading"}) {
+    EXPECT_EQ(
+        propertiesOf(KVGamutView::staticMetaObject),
+        (QStringList{QStringLiteral("camera"), QStringLiteral("theme"), QStringLiteral("themeFollowsPalette"),
+                     QStringLiteral("loading"), QStringLiteral("drawable")}));
+    for (const char* name : {"camera", "theme", "loading", "drawable"}) {
         const QMetaObject& meta = KVGamutView::staticMetaObject;
         EXPECT_TRUE(meta.property(meta.indexOfProperty(name)).hasNotifySignal()) << name;
     }

@@ -1134,6 +1134,34 @@ wird berechnet</translation>
         <source>Line %1: %2 was %3, found %4</source>
         <translation>Zeile %1: %2 war %3, gefunden wurden %4</translation>
     </message>
+    <message>
+        <source>the display has no OpenGL</source>
+        <translation>das Display bietet kein OpenGL</translation>
+    </message>
+    <message>
+        <source>the display has only OpenGL ES %1; desktop OpenGL 2.1 is needed</source>
+        <translation>das Display bietet nur OpenGL ES %1; benötigt wird Desktop-OpenGL 2.1</translation>
+    </message>
+    <message>
+        <source>the display has only OpenGL %1; version 2.1 is needed</source>
+        <translation>das Display bietet nur OpenGL %1; benötigt wird Version 2.1</translation>
+    </message>
+    <message>
+        <source>the display has only the core profile of OpenGL %1; the compatibility profile is needed</source>
+        <translation>das Display bietet nur das Core-Profil von OpenGL %1; benötigt wird das Kompatibilitätsprofil</translation>
+    </message>
+    <message>
+        <source>the display&apos;s OpenGL %1 has no shaders of version 1.20</source>
+        <translation>das OpenGL %1 des Displays bietet keine Shader der Version 1.20</translation>
+    </message>
+    <message>
+        <source>the display&apos;s OpenGL %1 has no framebuffers that can be copied</source>
+        <translation>das OpenGL %1 des Displays bietet keine kopierbaren Framebuffer</translation>
+    </message>
+    <message>
+        <source>OpenGL cannot be used in the window</source>
+        <translation>OpenGL lässt sich im Fenster nicht verwenden</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
