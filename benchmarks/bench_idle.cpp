@@ -2,22 +2,27 @@
 #include <KVGamut3DViewer.h>
 
 #include "support/AllocationCount.h"
+#include "support/WindowManager.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QRasterWindow>
 #include <QtOpenGL/QOpenGLWindow>
 
 #include <sys/resource.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
-// The cost of a shown viewer while nothing changes; its frame loop keeps running. It is compared with a Qt
-// window of the same format and with the same frame loop that paints nothing, and with a hidden viewer. Held
-// constant: the scene, the size of the window (an argument) and the time.
+// The cost of viewers while nothing changes: shown, covered, hidden, minimised, and two at once. They are
+// compared with a Qt window of the same format that paints nothing and swaps in an endless loop. Held
+// constant: the scene, the size of the windows (an argument) and the time.
 //
 //   bench_idle [width height [seconds]]
+//
+// Needs a window manager (openbox) to minimise windows.
 
 namespace {
 
@@ -31,6 +36,28 @@ public:
         setFormat(format);
         connect(this, &QOpenGLWindow::frameSwapped, this, [this] { update(); });
     }
+};
+
+/// A viewer inside a window of a host.
+struct Host
+{
+    explicit Host(const QSize& size)
+    {
+        window.resize(size);
+        viewer->load(
+            QStringLiteral("g"),
+            {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}},
+            nullptr);
+        viewer->changeGamutAlpha(QStringLiteral("g"), 0.5f, 0);
+        viewer->resize(size);
+        viewer->show();
+        window.show();
+    }
+
+    const QOpenGLWindow& gl() const { return *viewer->findChild<QOpenGLWindow*>(); }
+
+    QWindow window;
+    KVGamut3DViewer* viewer = new KVGamut3DViewer(&window);
 };
 
 double processorSeconds()
@@ -51,22 +78,52 @@ void turnFor(int ms)
     loop.exec();
 }
 
-void measure(const char* what, const QOpenGLWindow& window, int seconds)
+class Bench
 {
-    turnFor(1000); // until the first frames are drawn
-    int turns = 0;
-    const auto connection =
-        QObject::connect(&window, &QOpenGLWindow::frameSwapped, &window, [&turns] { ++turns; });
-    const double processor = processorSeconds();
-    const auto allocations = kvtest::allocationsSoFar();
-    turnFor(1000 * seconds);
-    const double used = processorSeconds() - processor;
-    const auto allocated = static_cast<double>(kvtest::allocationsSoFar() - allocations);
-    QObject::disconnect(connection);
-    std::printf("%-24s %6.1f %% of a core, %6d turns/s, %7.1f us of processor and %6.1f allocations a turn\n",
-                what, 100.0 * used / seconds, turns / seconds, turns ? 1e6 * used / turns : 0.0,
-                turns ? allocated / turns : 0.0);
-    std::fflush(stdout);
+public:
+    explicit Bench(int seconds) : m_seconds(seconds) {}
+
+    void measure(const char* what, const std::vector<const QOpenGLWindow*>& windows) const
+    {
+        turnFor(1500); // until the first frames are drawn and the window manager has finished
+        QObject context;
+        int swaps = 0;
+        for (const QOpenGLWindow* window : windows)
+            QObject::connect(window, &QOpenGLWindow::frameSwapped, &context, [&swaps] { ++swaps; });
+        const double processor = processorSeconds();
+        const auto allocations = kvtest::allocationsSoFar();
+        turnFor(1000 * m_seconds);
+        const double used = processorSeconds() - processor;
+        const auto allocated = static_cast<double>(kvtest::allocationsSoFar() - allocations);
+        std::printf("%-28s %6.2f %% of a core, %6.1f swaps/s, %7.1f allocations/s\n", what,
+                    100.0 * used / m_seconds, static_cast<double>(swaps) / m_seconds, allocated / m_seconds);
+        std::fflush(stdout);
+    }
+
+private:
+    int m_seconds;
+};
+
+void measureOne(const Bench& bench, const QSize& size)
+{
+    Host host(size);
+    bench.measure("a viewer", {&host.gl()});
+    {
+        QRasterWindow cover;
+        cover.setGeometry(host.window.frameGeometry().adjusted(-50, -50, 50, 50));
+        cover.show();
+        cover.raise();
+        bench.measure("a covered viewer", {&host.gl()});
+    }
+    host.viewer->hide();
+    bench.measure("a hidden viewer", {&host.gl()});
+    host.viewer->show();
+    host.window.hide();
+    bench.measure("in a hidden window", {&host.gl()});
+    host.window.show();
+    turnFor(500);
+    host.window.showMinimized();
+    bench.measure("in a minimised window", {&host.gl()});
 }
 
 } // namespace
@@ -74,28 +131,25 @@ void measure(const char* what, const QOpenGLWindow& window, int seconds)
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
-    const int width = argc > 2 ? std::atoi(argv[1]) : 800, height = argc > 2 ? std::atoi(argv[2]) : 600;
+    const QSize size(argc > 2 ? std::atoi(argv[1]) : 800, argc > 2 ? std::atoi(argv[2]) : 600);
     const int seconds = argc > 3 ? std::atoi(argv[3]) : 5;
-    std::printf("%d x %d, %d s each\n", width, height, seconds);
-
-    KVGamut3DViewer viewer;
-    viewer.load(QStringLiteral("g"),
-                {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}},
-                nullptr);
-    viewer.changeGamutAlpha(QStringLiteral("g"), 0.5f, 0);
-    const auto& window = *viewer.findChild<QOpenGLWindow*>();
+    kvtest::WindowManager manager;
+    if (!manager.start()) {
+        std::fprintf(stderr, "openbox does not start\n");
+        return 1;
+    }
+    const Bench bench(seconds);
+    std::printf("%d x %d, %d s each\n", size.width(), size.height(), seconds);
     {
         QWindow parent; // like that of the window in the viewer
-        EmptyWindow empty(window.requestedFormat(), &parent);
-        parent.resize(width, height);
-        empty.resize(width, height);
+        EmptyWindow empty(KVGamut3DViewer().findChild<QOpenGLWindow*>()->requestedFormat(), &parent);
+        parent.resize(size);
+        empty.resize(size);
         empty.show();
         parent.show();
-        measure("an empty GL window", empty, seconds);
+        bench.measure("an empty GL window", {&empty});
     }
-    viewer.resize(width, height);
-    viewer.show();
-    measure("an idle viewer", window, seconds);
-    viewer.hide();
-    measure("a hidden viewer", window, seconds);
+    measureOne(bench, size);
+    const Host first(size), second(size);
+    bench.measure("two viewers", {&first.gl(), &second.gl()});
 }

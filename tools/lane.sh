@@ -9,7 +9,7 @@
 #   clazy      clazy, level 1; same arguments
 #   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
-#   idle       the cost of an idle viewer; arguments are width, height and seconds
+#   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
 set -euo pipefail
