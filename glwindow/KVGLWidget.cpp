@@ -2,7 +2,10 @@
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
+#include <QtCore/QTimerEvent>
+#include <QtGui/QPaintEvent>
 #include <QtGui/QSurfaceFormat>
 
 #include <algorithm>
@@ -30,6 +33,7 @@ KVGLWidget::KVGLWidget(QWindow* parent)
     m_background = Qt::gray;
     m_lightPos = QVector3D(0, 300, 0);
     m_lightColor = Qt::white;
+    connect(&m_visibility, &VisibilityWatch::mayHaveAppeared, this, &KVGLWidget::update);
 }
 
 KVGLWidget::~KVGLWidget()
@@ -54,27 +58,69 @@ void KVGLWidget::setBackground(QColor color)
     m_background = color;
     m_frameTimer.invalidate();
     m_lastDrawnCamera = CameraState();
+    update(); // not only when the loop next looks for changes
 }
 
 void KVGLWidget::update()
 {
-    // A child window gets no event when its parent is hidden. Without this check the frame loop of a viewer
-    // in a hidden tab would keep a core busy. The parent calls update() when it is shown again.
-    if (parent() && !parent()->isVisible())
-        return;
-    QPaintDeviceWindow::update();
+    if (m_visibility.canBeSeen())
+        QPaintDeviceWindow::update();
 }
 
 bool KVGLWidget::event(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::UpdateRequest:
+        if (!mayRun())
+            return true;
+        if (isIdle()) {
+            lookForChanges();
+            return true;
+        }
+        [[fallthrough]];
     case QEvent::Expose:
     case QEvent::Paint:
         return isReadyFor(event->type()) ? QOpenGLWindow::event(event) : true;
     default:
         return QOpenGLWindow::event(event);
     }
+}
+
+bool KVGLWidget::mayRun()
+{
+    m_lookTimer.stop();
+    return canPaint() && m_visibility.canBeSeen();
+}
+
+bool KVGLWidget::isIdle() const
+{
+    return m_frameTimer.isValid() && isSettled();
+}
+
+/// A turn of the loop without painting. To paint would mean that Qt copies and swaps the last picture, which
+/// is the whole cost of an idle window.
+void KVGLWidget::lookForChanges()
+{
+    isFrameDue();
+    m_lookTimer.start(static_cast<int>(std::max<qint64>(1, frameMs - m_frameTimer.elapsed())),
+                      Qt::PreciseTimer, this);
+}
+
+void KVGLWidget::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_lookTimer.timerId()) {
+        QOpenGLWindow::timerEvent(event);
+        return;
+    }
+    if (!mayRun())
+        return;
+    if (isIdle()) {
+        lookForChanges();
+        return;
+    }
+    // Paints now. An update request would cost some milliseconds more.
+    QPaintEvent paint(QRect(QPoint(), size()));
+    QCoreApplication::sendEvent(this, &paint);
 }
 
 void KVGLWidget::resizeEvent(QResizeEvent* event)
@@ -118,12 +164,9 @@ void KVGLWidget::advanceCamera()
         makeCurrent();
 }
 
-void KVGLWidget::paintGL()
+/// Whether the frame that is considered now must be drawn.
+bool KVGLWidget::isFrameDue()
 {
-    const QPointer<KVGLWidget> self(this);
-    advanceCamera();
-    if (!self || !usableContext())
-        return;
     m_camera.setAspect(geometry().width(), geometry().height());
 
     // Qt creates an empty framebuffer for a new size before it calls resizeGL(), and for a new device pixel
@@ -133,13 +176,24 @@ void KVGLWidget::paintGL()
         m_frameTimer.invalidate();
     }
     if (m_frameTimer.isValid() && m_frameTimer.elapsed() < frameMs)
-        return;
+        return false;
     m_frameTimer.start();
 
     if (!m_mustDraw && m_root.isSettled() && m_camera == m_lastDrawnCamera) {
         noteSettled();
-        return;
+        return false;
     }
+    return true;
+}
+
+void KVGLWidget::paintGL()
+{
+    const QPointer<KVGLWidget> self(this);
+    advanceCamera();
+    if (!self || !usableContext())
+        return;
+    if (!isFrameDue())
+        return;
     drawScene(m_camera, m_camera.projectionMatrix());
     m_lastDrawnCamera = m_camera;
     m_mustDraw = false;

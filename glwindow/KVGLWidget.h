@@ -2,10 +2,12 @@
 #pragma once
 
 #include <glwindow/CameraState.h>
+#include <glwindow/VisibilityWatch.h>
 #include <platform/KVProblem.h>
 #include <scene/Coordinates.h>
 #include <scene/KV3DObject.h>
 
+#include <QtCore/QBasicTimer>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointF>
 #include <QtCore/QSharedPointer>
@@ -23,9 +25,12 @@
 /// The OpenGL window in which the scene is rendered. It owns the context, the root of the scene tree, the
 /// camera, the light and the frame loop, and converts input into camera changes and picking rays.
 ///
-/// Every completed frame schedules the next one while the window is exposed and its parent is visible. At
-/// most one frame is drawn in 33 ms, and none if neither the scene nor the camera changed. In between Qt
-/// shows the last picture again (partial update).
+/// Frame loop: while the window can be seen (see VisibilityWatch), every completed frame schedules the next
+/// one. At most one frame is drawn in 33 ms, and none if neither the scene nor the camera changed. While
+/// nothing moves or changes, Qt paints and swaps nothing: the loop only looks for changes, every 33 ms. In a
+/// frame that draws nothing Qt shows the last picture again (partial update).
+///
+/// While the window cannot be seen, nothing runs. The loop goes on by itself when it can be seen again.
 ///
 /// Without usable OpenGL the window stays empty and needs no context; see drawingProblem().
 ///
@@ -45,7 +50,7 @@ public:
     QVector3D lightPos() const { return m_lightPos; }
     void setLightColor(const QColor& color) { m_lightColor = color; }
     QColor lightColor() const { return m_lightColor; }
-    /// Takes effect at once.
+    /// Takes effect at once, in the next frame.
     void setBackground(QColor color);
     QColor background() const { return m_background; }
     /// Why nothing can be drawn; nullopt if drawing is possible. Checked by the first call, and again each
@@ -125,7 +130,7 @@ public Q_SLOTS:
     /// Releases the GPU objects of the scene and removes all objects below the root. Called before the
     /// context is destroyed.
     void teardownGL();
-    /// Schedules the next frame, unless the parent window is hidden.
+    /// Schedules the next frame, unless the window cannot be seen.
     void update();
 
 protected:
@@ -133,12 +138,17 @@ protected:
     void resizeGL(int w, int h) override;
     bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void paintGL() override;
 
 private:
     template <typename Change>
     void moveCamera(int duration, Change change);
     void advanceCamera();
+    bool isFrameDue();
+    bool isIdle() const;
+    bool mayRun();
+    void lookForChanges();
     void noteCamera() const;
     void noteSettled();
     void logContext();
@@ -151,7 +161,7 @@ private:
     QSize deviceSize() const;
     bool canPaint() const;
 
-    QElapsedTimer m_frameTimer;
+    QElapsedTimer m_frameTimer; ///< since the last frame that was considered for drawing
     int m_framerate = 30;
     QOpenGLFunctions_1_2 m_functions;
     KV3DObject m_root;
@@ -170,6 +180,8 @@ private:
     bool m_mustDraw = true;
     QSize m_drawnSize; ///< size of the last drawn frame and of Qt's framebuffer, in device pixels
     int m_drawnFrames = 0;
+    QBasicTimer m_lookTimer; ///< runs while the window can be seen and nothing moves or changes
+    VisibilityWatch m_visibility{*this};
     Hooks m_hooks;
     bool m_settledNoted = false;                                    ///< since the last drawn frame
     GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context

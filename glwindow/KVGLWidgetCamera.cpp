@@ -19,6 +19,7 @@ void KVGLWidget::moveCamera(int duration, Change change)
     move->duration = duration;
     move->timer.start();
     m_animation = move;
+    update(); // not only when the loop next looks for changes
 }
 
 void KVGLWidget::setCamera(const QVector3D& eye, const QVector3D& interest, int duration)

@@ -42,8 +42,8 @@ class KVGamutView;
 ///
 /// **When.** All methods may be called before the window is shown, while it is shown, in the callback of
 /// load() and in slots of the signals. A hidden viewer draws nothing; its camera moves end when it is shown
-/// again. Do not destroy the viewer in a slot of moveFinished(), which is emitted during a paint event: use
-/// deleteLater().
+/// again. The same holds while a window above it is hidden or minimised. Do not destroy the viewer in a slot
+/// of moveFinished(), which is emitted during a paint event: use deleteLater().
 ///
 /// **Resources.** The shaders and the plane image are read from
 /// `<folder of the application>/../Resources`. The viewer reads no settings and no environment.

@@ -58,9 +58,6 @@ bool KVGamut3DViewer::event(QEvent* e)
     case QEvent::MouseButtonDblClick:
         d->widget->mouseDoubleClickEvent(static_cast<QMouseEvent*>(e));
         break;
-    case QEvent::Show:
-        d->widget->update(); // the frame loop stops while the viewer is hidden
-        break;
     case QEvent::PlatformSurface:
         // Qt hides the child windows of a native window that is destroyed (when it is closed or when the
         // host moves it to another parent) and does not show them when the native window is created again.

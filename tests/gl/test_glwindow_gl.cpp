@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <QtGui/QOpenGLFunctions>
+#include <QtGui/QRasterWindow>
+#include <QtGui/QScreen>
 #include <QtTest/QSignalSpy>
 
 using kvtest::ShownViewer;
@@ -92,12 +94,52 @@ TEST(GLWindow, drawsNoFrameWithoutAChange)
               QColor(Qt::gray).toRgb()); // the last picture is kept
 }
 
-TEST(GLWindow, frameLoopRunsWithoutChanges)
+TEST(GLWindow, frameLoopFindsChangesWithoutBeingAsked)
 {
     ShownViewer shown;
     ASSERT_TRUE(shown.shown);
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(shown.comeToRest());
+        const int before = shown.widget().drawnFrames();
+        shown.viewer.setDisplayGrid(i % 2 != 0); // nothing tells the window that the scene changed
+        EXPECT_TRUE(spinUntil([&] { return shown.widget().drawnFrames() > before; }));
+    }
+}
+
+TEST(GLWindow, moveOfAnIdleViewerEndsWithoutAnyOtherEvent)
+{
+    ShownViewer shown;
+    ASSERT_TRUE(shown.shown);
+    ASSERT_TRUE(shown.comeToRest());
+    QSignalSpy finished(&shown.viewer, &KVGamut3DViewer::moveFinished);
+    shown.viewer.setCamera(shown.viewer.camera(), 1, shown.viewer.interestPt());
+    EXPECT_TRUE(spinUntil([&] { return finished.count() == 1; }));
+}
+
+TEST(GLWindow, exposureShowsTheLastPictureAgain)
+{
+    ShownViewer shown;
+    ASSERT_TRUE(shown.shown);
+    ASSERT_TRUE(shown.comeToRest());
+    const QImage before = shown.viewer.picture();
+    const int drawn = shown.widget().drawnFrames();
     QSignalSpy swaps(&shown.widget(), &QOpenGLWindow::frameSwapped);
-    EXPECT_TRUE(spinUntil([&] { return swaps.count() >= 3; }));
+    QRasterWindow cover;
+    cover.setGeometry(shown.viewer.geometry());
+    cover.show();
+    cover.raise();
+    ASSERT_TRUE(spinUntil([&] { return cover.isExposed(); }));
+    cover.hide();
+    EXPECT_TRUE(spinUntil([&] { return swaps.count() > 0; }));
+    EXPECT_EQ(shown.widget().drawnFrames(), drawn);
+    const auto onScreen = [&] {
+        const QRect area(shown.viewer.mapToGlobal(QPoint()), shown.viewer.size());
+        return shown.viewer.screen()
+            ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+            .toImage()
+            .convertToFormat(before.format());
+    };
+    EXPECT_TRUE(spinUntil([&] { return onScreen() == before; }));
 }
 
 TEST(GLWindow, drawsAtMostOneFrameIn33Milliseconds)
