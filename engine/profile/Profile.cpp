@@ -8,6 +8,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <optional>
@@ -44,6 +45,26 @@ tl::unexpected<KVProblem> unreadable(const QFile& file)
     return failure(KVProblemCode::FileUnreadable, {file.errorString(), QString::number(error)});
 }
 
+/// @param expected the size that the file had; it may change while it is read
+Result<QByteArray> contentsOf(QFile& file, qint64 expected)
+{
+    constexpr qsizetype minPiece = 4096;
+    QByteArray bytes;
+    bytes.reserve(expected + minPiece);
+    for (;;) {
+        const qsizetype before = bytes.size();
+        bytes.resize(std::max(bytes.capacity(), before + minPiece));
+        const qint64 size = file.read(bytes.data() + before, bytes.size() - before);
+        if (size < 0)
+            return unreadable(file);
+        bytes.resize(before + size);
+        if (bytes.size() > maxProfileSize)
+            return failure(KVProblemCode::FileTooLarge);
+        if (size == 0)
+            return bytes;
+    }
+}
+
 Result<QByteArray> contentsOf(const QString& path)
 {
     // Reading a pipe or a device may block forever, so only regular files are read.
@@ -57,10 +78,7 @@ Result<QByteArray> contentsOf(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return unreadable(file);
-    QByteArray bytes = file.read(maxProfileSize);
-    if (file.error() != QFileDevice::NoError)
-        return unreadable(file);
-    return bytes;
+    return contentsOf(file, info.size());
 }
 
 Result<QByteArray> copyOf(const void* data, int size)

@@ -3,8 +3,11 @@
 
 #include "Problems.h"
 #include "TestProfiles.h"
+#include "support/AllocationCount.h"
 
 #include <gtest/gtest.h>
+
+#include <QtCore/QFileInfo>
 
 #include <cstddef>
 #include <cstdlib>
@@ -91,4 +94,16 @@ TEST(OutOfMemory, whileAProfileIsReadIsAProblem)
     EXPECT_EQ(profile, nullptr);
     EXPECT_EQ(KVProfileProblem(), (KVProblem{KVProblemCode::OutOfMemory, {}, srgb()}));
     EXPECT_TRUE(openedFile(srgb()));
+}
+
+TEST(ProfileFile, takesAsMuchMemoryAsItIsLong)
+{
+    const QByteArray path = srgb().toUtf8();
+    const auto length = static_cast<std::uint64_t>(QFileInfo(srgb()).size());
+    const auto before = kvtest::bytesAllocatedSoFar();
+    KVProfilePtr profile(KVProfileCreateWithPath(path.constData()), KVProfileRelease);
+    ASSERT_TRUE(profile);
+    // a copy in Little CMS, names, and what Qt needs for a file
+    EXPECT_LT(kvtest::bytesAllocatedSoFar() - before, 10 * length + 300'000);
+    EXPECT_LE(profile->bytes.capacity(), profile->bytes.size() + 8192);
 }
