@@ -1,11 +1,64 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gamut/AbandonableCall.h>
 #include <gamut/GamutLoader.h>
+
+#include <algorithm>
 
 namespace {
 
-KVProfilePtr wrapped(KVProfile* profile)
+/// An attempt to open a profile.
+struct Opened
 {
-    return KVProfilePtr(profile, KVProfileRelease);
+    KVProfilePtr profile;
+    std::optional<KVProblem> problem; ///< why there is no profile
+};
+
+// Both functions are called on the thread on which the profile was opened, because KVProfileProblem() returns
+// the last problem of its thread.
+Opened opened(KVProfile* created)
+{
+    Opened result{KVProfilePtr(created, KVProfileRelease), {}};
+    if (!created)
+        result.problem = KVProfileProblem();
+    return result;
+}
+
+Opened openedData(const QByteArray& data)
+{
+    return opened(KVProfileCreateWithData(data.constData(), static_cast<int>(data.size())));
+}
+
+/// Nullopt: cancelled.
+std::optional<Opened> openPath(const QString& path, const KVCompletionProtocolPtr& protocol)
+{
+    return kvCallAbandonably(
+        [name = path.toUtf8()] { return opened(KVProfileCreateWithPath(name.constData())); }, protocol);
+}
+
+/// A copy that shares nothing with @p data, whose bytes may belong to the host. Nullopt: cancelled.
+std::optional<QByteArray> ownBytes(const QByteArray& data, const KVCompletionProtocolPtr& protocol)
+{
+    constexpr qsizetype piece = qsizetype(1) << 20;
+    QByteArray copy;
+    copy.reserve(data.size());
+    for (qsizetype at = 0; at < data.size(); at += piece) {
+        if (protocol->isCancelled())
+            return std::nullopt;
+        copy.append(data.constData() + at, std::min(piece, data.size() - at));
+    }
+    return copy;
+}
+
+/// Nullopt: cancelled.
+std::optional<Opened> openData(const QByteArray& data, const KVCompletionProtocolPtr& protocol)
+{
+    constexpr qsizetype quicklyOpened = qsizetype(1) << 20; // bytes that the engine copies and checks in 1 ms
+    if (!protocol || data.size() <= quicklyOpened)
+        return openedData(data);
+    auto own = ownBytes(data, protocol);
+    if (!own)
+        return std::nullopt;
+    return kvCallAbandonably([bytes = *std::move(own)] { return openedData(bytes); }, protocol);
 }
 
 tl::unexpected<KVProblem> failure(const std::optional<KVProblem>& problem, KVProblemCode otherwise)
@@ -77,25 +130,31 @@ GamutRequest kvGamutRequest(const QHash<QString, QVariant>& params)
     return request;
 }
 
-tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request)
+tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request,
+                                                    const KVCompletionProtocolPtr& protocol)
 {
     if (request.computed || request.saved)
         return request;
+    const auto cancelled = [] { return tl::unexpected(KVProblem{KVProblemCode::Cancelled, {}, {}}); };
     std::optional<KVProblem> problem;
-    KVProfilePtr opened;
+    KVProfilePtr profile;
     if (!request.profilePath.isEmpty()) {
-        opened = wrapped(KVProfileCreateWithPath(request.profilePath.toUtf8().constData()));
-        if (!opened)
-            problem = KVProfileProblem();
+        const auto attempt = openPath(request.profilePath, protocol);
+        if (!attempt)
+            return cancelled();
+        profile = attempt->profile;
+        problem = attempt->problem;
     }
-    if (!opened) { // called even without data: the engine decides whether an empty profile is valid
-        const QByteArray& data = request.profileData;
-        opened = wrapped(KVProfileCreateWithData(data.constData(), static_cast<int>(data.size())));
-        if (!opened && !problem && !data.isEmpty())
-            problem = KVProfileProblem();
+    if (!profile) { // called even without data: the engine decides whether an empty profile is valid
+        const auto attempt = openData(request.profileData, protocol);
+        if (!attempt)
+            return cancelled();
+        profile = attempt->profile;
+        if (!problem && !request.profileData.isEmpty())
+            problem = attempt->problem;
     }
-    if (opened)
-        request.profile = opened;
+    if (profile)
+        request.profile = profile;
     if (!request.profile)
         return failure(problem, KVProblemCode::NoSource);
     request.profilePath.clear();

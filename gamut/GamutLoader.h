@@ -43,8 +43,12 @@ struct LoadedGamut
 };
 
 /// @p request with its profile open. A request for a computed or saved gamut is returned unchanged.
-/// On failure, the problem of the first source that was given.
-tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request);
+/// On failure, the problem of the first source that was given. Runs on any thread.
+/// @param protocol if it is cancelled, the call ends with Cancelled within milliseconds, even if a file does
+/// not
+///   answer. May be null: then the call waits for the file.
+tl::expected<GamutRequest, KVProblem> kvOpenRequest(GamutRequest request,
+                                                    const KVCompletionProtocolPtr& protocol = {});
 
 /// The gamut of a request from kvOpenRequest(). Runs on any thread.
 /// @param protocol progress and cancellation; may point to a null handle

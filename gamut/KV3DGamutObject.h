@@ -8,6 +8,8 @@
 #include <scene/KV3DObject.h>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 /// A colour gamut in the scene.
 ///
@@ -24,13 +26,8 @@ public:
     /// Makes the GL context current (true) and releases it (false).
     using ContextGuard = std::function<void(bool)>;
 
-    /// How a load in the background ended.
-    struct LoadEnd
-    {
-        std::optional<KVProblem> problem; ///< nullopt: the gamut is installed
-        bool thrown = false;              ///< the engine threw an exception
-    };
-    using EndFunction = std::function<void(const LoadEnd&)>;
+    /// How a load in the background ended. Nullopt: the gamut is installed.
+    using EndFunction = std::function<void(const std::optional<KVProblem>&)>;
 
     explicit KV3DGamutObject(const QString& id);
     /// Cancels a running load and waits for it.
@@ -41,16 +38,20 @@ public:
     /// With @p onLoaded the computation runs in the background. A load in progress on this object is
     /// cancelled first; the call waits for its end, and it is not reported. onLoaded is called once on this
     /// thread, between guard(true) and guard(false), or without the guard if no profile could be opened.
-    /// Without @p onLoaded everything happens inside the call. A failed load does not change the object.
+    /// Without @p onLoaded everything happens inside the call, which does not throw. A failed load does not
+    /// change the object.
     void load(const QHash<QString, QVariant>& params, LoadedFunction onLoaded, ContextGuard contextGuard);
 
-    /// Loads any request in the background. @p onEnd is called once on this thread, even if the engine threw;
-    /// not if the load is replaced or the object destroyed before. The callbacks are only called and
-    /// destroyed on this thread.
+    /// Loads any request in the background. @p onEnd is called once on this thread, whatever fails; not if
+    /// the load is replaced or cancelLoad() called before, nor if this call throws std::bad_alloc. Callbacks,
+    /// request and parameters are copied, called and destroyed on this thread only.
     /// @param params returned by params() after success
     /// @return for progress, and to cancel the load, which then ends with Cancelled
     KVCompletionProtocolPtr load(const GamutRequest& request, const QHash<QString, QVariant>& params,
                                  EndFunction onEnd, ContextGuard contextGuard);
+
+    /// Ends a load in the background without a report. Waits until the worker has noticed it.
+    void cancelLoad();
 
     /// Installs a computed gamut. If there is a GL context, it must be current.
     void applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
@@ -81,19 +82,19 @@ public:
 
 private:
     class LoaderFunctor;
-    struct LoadOutcome;
+    struct Load;
 
     void loadNow(const QHash<QString, QVariant>& params, const ContextGuard& contextGuard);
-    void finishLoad(const LoadOutcome& outcome);
+    void finishLoad();
+    /// Calls contextGuard(true) and installs @p loaded. Returns why nothing was installed.
+    std::optional<KVProblem> install(const tl::expected<LoadedGamut, KVProblem>& loaded,
+                                     const QHash<QString, QVariant>& params,
+                                     const ContextGuard& contextGuard);
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
 
     KVGamut::GamutObject m_gamut;
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     QHash<QString, QVariant> m_params;
-    QSharedPointer<KVBackgroundTask<void*>> m_loader;
-
-    // of the load in progress
-    EndFunction m_onEnd;
-    ContextGuard m_contextGuard;
-    QHash<QString, QVariant> m_loadingParams;
+    std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it
+    QSharedPointer<KVBackgroundTask<void*>> m_loader; ///< of the last load
 };

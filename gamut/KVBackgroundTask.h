@@ -9,14 +9,18 @@
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
+#include <system_error>
+#include <thread>
+
 /// Runs one unit of work at a time on a private worker thread. A newer request replaces an older one.
 ///
 /// Everything except Functor::run() happens on the thread that owns the task, which needs an event loop:
 ///  - start() schedules a run; of several starts in one iteration of the event loop only the last one runs;
 ///  - a start during a run cancels that run, whose result is discarded;
 ///  - finished() is emitted once for each start that was not replaced: when there is a result(), when
-///    prepare() returned false, when the run threw (the result is a default value then), or when there was
-///    nothing to run;
+///    prepare() returned false, when the run threw (the result is a default value then), when there was
+///    not enough memory to run it (the result is the previous one), or when there was nothing to run;
+///  - if the process cannot have another thread, the run happens on the owning thread;
 ///  - the destructor cancels the run in progress, waits for it, and emits nothing.
 template <typename T>
 class KVBackgroundTask : public KVBackgroundTaskBase
@@ -65,7 +69,8 @@ public:
         m_current.reset();
     }
 
-    /// Schedules @p functor after @p delayMsecs; 0 means the next iteration of the event loop.
+    /// Schedules @p functor after @p delayMsecs; 0 means the next iteration of the event loop. Throws
+    /// std::bad_alloc if there is not enough memory; then destroy the task.
     void start(QSharedPointer<Functor> functor, int delayMsecs)
     {
         if (m_current)
@@ -98,8 +103,9 @@ protected:
         m_timer.reset();
         if (m_enabled && pending && pending->prepare()) {
             m_current = pending;
-            m_watcher.setFuture(QtConcurrent::run(&m_pool, &KVBackgroundTask::runFunctor, m_current));
-            return;
+            if (submitted())
+                return;
+            m_current.reset();
         }
         m_busy = false;
         Q_EMIT finished();
@@ -119,6 +125,33 @@ protected:
     }
 
 private:
+    /// Whether the current functor is on its way to the worker thread. If not, its run has ended.
+    bool submitted()
+    {
+        try {
+            if (canStartThreads()) {
+                m_watcher.setFuture(QtConcurrent::run(&m_pool, &KVBackgroundTask::runFunctor, m_current));
+                return true;
+            }
+            m_result = runFunctor(m_current);
+        } catch (...) { // not enough memory; the worker may be running all the same
+            m_current->cancel();
+            m_pool.waitForDone(-1);
+        }
+        return false;
+    }
+
+    /// A thread pool that cannot start its thread never runs anything, and waits for it for ever.
+    static bool canStartThreads()
+    {
+        try {
+            std::thread([] {}).join();
+            return true;
+        } catch (const std::system_error&) {
+            return false;
+        }
+    }
+
     /// Runs on the worker thread. Exceptions do not reach the future.
     static T runFunctor(QSharedPointer<Functor> functor)
     {

@@ -163,16 +163,21 @@ public:
     ///   perceptual, 1 relative, 2 saturation, 3 absolute colorimetric; default 3),
     ///   "Link_blackPointCompensation" (bool, default false), "Link_GridPointNumber" (int, samples
     ///   along each device axis, default -1: chosen by the engine).
-    /// @param callback called once on the GUI thread with the id and whether the load succeeded; not called
-    ///   if the gamut is removed or loaded in the background again, or the viewer destroyed, before. Without
-    ///   a callback the load is finished inside the call; volume() tells whether it succeeded, and the
-    ///   clipping is not applied to it.
+    /// @param callback called once on the GUI thread with the id and whether the load succeeded, whatever
+    ///   fails; not called if the gamut is removed or loaded in the background again, or the viewer
+    ///   destroyed, before. It is called from the event loop; if there is not enough memory to start a load,
+    ///   it may be called inside this call. It is only used and destroyed on the GUI thread. Without a
+    ///   callback the load is finished inside the call; volume() tells whether it succeeded, and the clipping
+    ///   is not applied to it.
     ///
     /// A failed load keeps what was shown before. A new load of an id waits until the computation in
-    /// progress has noticed that it was cancelled. Unknown keys are ignored; see KVLoadRequest::fromParams().
+    /// progress has noticed that it was cancelled. That takes milliseconds, also if the profile is a file on
+    /// a drive that does not answer; a load without a callback waits for such a file. Unknown keys are
+    /// ignored; see KVLoadRequest::fromParams().
     void load(QString id, const QHash<QString, QVariant>& params,
               std::function<void(QString, bool)> callback);
-    /// Removes a gamut. A load in progress is cancelled, and its callback not called.
+    /// Removes a gamut. A load in progress is cancelled, and its callback not called, even if the host holds
+    /// the result of getGamut().
     void removeGamut(QString id);
     QStringList gamuts() const;    ///< ids, in no particular order
     bool exists(QString id) const; ///< true after load() was called, even before its end
@@ -197,7 +202,7 @@ public:
     /// Opacity of the surface, 0..1, reached after @p duration milliseconds. Ignored before the first load.
     /// Unknown: 1.
     void changeGamutAlpha(QString id, float alpha, int duration);
-    float gamutAlpha(QString id) const; ///< the opacity, or the target of a change in progress
+    float gamutAlpha(QString id) const; ///< the opacity; during a change the one reached so far
     /// One colour for the whole gamut: lighter or darker on the surface according to its lightness,
     /// unchanged for lines and points. An invalid colour restores the gamut's own colours. Unknown: an
     /// invalid colour.

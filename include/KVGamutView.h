@@ -221,7 +221,8 @@ public:
 
     /// Called on the GUI thread when a load has ended: nullopt, or why it failed. At most once, and exactly
     /// once unless the context object, the view or the viewer is destroyed, or the gamut removed, before.
-    /// The function and what it captures are only used and destroyed on the GUI thread.
+    /// The function and what it captures are only used and destroyed on the GUI thread. It is called from the
+    /// event loop; if there is not enough memory to start a load, it may be called inside load() or show().
     using Done = std::function<void(const std::optional<KVProblem>& problem)>;
 
     /// Shows a gamut that is computed already, under @p id. It is neither serialized nor computed again; its

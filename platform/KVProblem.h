@@ -18,8 +18,9 @@ Q_NAMESPACE_EXPORT(KVCORECOMMON_EXPORT)
 enum class KVProblemCode : int
 {
     // any computation
-    Cancelled,   ///< cancelled, or replaced by a newer request
-    OutOfMemory, ///< an allocation failed
+    Cancelled,    ///< cancelled, or replaced by a newer request
+    OutOfMemory,  ///< an allocation failed
+    EngineFailed, ///< the colour engine threw an exception
 
     // profile files and profile bytes
     NoFileName,      ///< the path is empty

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <viewer/GamutViewPrivate.h>
 
+#include <viewer/EnoughMemory.h>
 #include <viewer/LoadRequest.h>
 #include <viewer/ViewerPrivate.h>
 
+#include <memory>
+#include <optional>
 #include <utility>
 
 KVGamutView::KVGamutView(KVGamut3DViewer* viewer, QObject* parent)
@@ -42,21 +45,54 @@ std::optional<KVProblem> KVGamutView::drawingProblem() const
     return d->scene() ? d->scene()->widget->drawingProblem() : std::nullopt;
 }
 
-namespace {
-
-/// Calls @p done as long as the view and the context object exist.
-GamutLoads::EndFunction guarded(KVGamutView* view, QObject* context, KVGamutView::Done done)
+/// The function of a host that is called at the end of a load, as long as the view and the context object
+/// exist.
+class KVGamutView::Private::Report
 {
-    if (!done)
-        return [](const GamutLoads::End&) {};
-    return [view = QPointer<KVGamutView>(view), context = QPointer<QObject>(context ? context : view),
-            done = std::move(done)](const GamutLoads::End& end) {
-        if (view && context)
-            done(end.problem);
-    };
-}
+public:
+    /// Moves @p done, unless there is not enough memory and it throws.
+    Report(KVGamutView* view, QObject* context, Done& done)
+        : m_view(view), m_context(context ? context : view), m_done(std::make_shared<Done>(std::move(done)))
+    {
+    }
 
-} // namespace
+    void operator()(const GamutLoads::End& end) const
+    {
+        if (m_view && m_context && *m_done)
+            (*m_done)(end.problem);
+    }
+
+private:
+    QPointer<KVGamutView> m_view;
+    QPointer<QObject> m_context;
+    std::shared_ptr<Done> m_done;
+};
+
+template <typename Prepare>
+void KVGamutView::Private::start(const QString& id, QObject* context, Done done, const Prepare& prepare)
+{
+    if (!scene())
+        return;
+    GamutRequest request;
+    QHash<QString, QVariant> params;
+    std::optional<Report> report;
+    GamutLoads::EndFunction onEnd;
+    const bool ready = kvEnoughMemoryFor([&] {
+        prepare(request, params);
+        scene()->beginWithDefaultLook(id);
+        report.emplace(&m_view, context, done);
+        onEnd = *report;
+    });
+    if (ready)
+        loads->start(id, request, params, std::move(onEnd));
+    else if (report)
+        loads->refuse(id, *report);
+    else
+        loads->refuse(id, [&done](const GamutLoads::End& end) {
+            if (done)
+                done(end.problem);
+        });
+}
 
 void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut)
 {
@@ -65,10 +101,8 @@ void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut)
 
 void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut, QObject* context, Done done)
 {
-    GamutRequest request;
-    request.computed = gamut;
-    if (ViewerScene* scene = d->scene())
-        scene->startLoad(id, request, {}, guarded(this, context, std::move(done)));
+    d->start(id, context, std::move(done),
+             [&gamut](GamutRequest& request, QHash<QString, QVariant>&) { request.computed = gamut; });
 }
 
 void KVGamutView::load(const QString& id, const KVLoadRequest& request)
@@ -78,12 +112,11 @@ void KVGamutView::load(const QString& id, const KVLoadRequest& request)
 
 void KVGamutView::load(const QString& id, const KVLoadRequest& request, QObject* context, Done done)
 {
-    ViewerScene* scene = d->scene();
-    if (!scene)
-        return;
-    scene->settings.insert(id, request.settings);
-    scene->startLoad(id, kvGamutRequest(request), kvParamsOf(request),
-                     guarded(this, context, std::move(done)));
+    d->start(id, context, std::move(done), [&](GamutRequest& result, QHash<QString, QVariant>& params) {
+        result = kvGamutRequest(request);
+        params = kvParamsOf(request);
+        d->scene()->settings.insert(id, request.settings);
+    });
 }
 
 bool KVGamutView::isLoading() const

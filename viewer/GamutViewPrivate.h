@@ -33,7 +33,13 @@ public:
                     bool endsDrag);
     void onMoved(const QPoint& pixel, Qt::KeyboardModifiers modifiers);
 
+    /// Starts a load of the request that @p prepare(request, params) fills in. @p done is moved.
+    template <typename Prepare>
+    void start(const QString& id, QObject* context, Done done, const Prepare& prepare);
+
 private:
+    class Report;
+
     void reportHover();
 
     KVGamutView& m_view;

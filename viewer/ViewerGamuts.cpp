@@ -2,6 +2,7 @@
 #include <KVGamut3DViewer.h>
 
 #include <glwindow/ContextScope.h>
+#include <viewer/EnoughMemory.h>
 #include <viewer/GroupNames.h>
 #include <viewer/ViewerPrivate.h>
 
@@ -23,18 +24,25 @@ QSharedPointer<KV3DObject> KVGamut3DViewer::getGamut(QString id) const
 void KVGamut3DViewer::load(QString id, const QHash<QString, QVariant>& params,
                            std::function<void(QString, bool)> callback)
 {
-    if (callback) {
-        d->startPlainLoad(id, kvGamutRequest(params), params,
-                          [id, callback = std::move(callback)](const GamutLoads::End& end) {
-                              if (!end.thrown && !end.replaced)
-                                  callback(id, !end.problem);
-                          });
+    if (!callback) {
+        kvEnoughMemoryFor([&] { d->loadNow(id, params); });
         return;
     }
-    const ContextScope scope(d->widget);
-    if (const auto gamut = d->findOrCreateGamut(id))
-        gamut->load(params, {}, d->contextGuard());
-    d->applyAwaitedLook(id);
+    std::shared_ptr<std::function<void(QString, bool)>> kept;
+    GamutLoads::EndFunction onEnd;
+    GamutRequest request;
+    const bool ready = kvEnoughMemoryFor([&] {
+        request = kvGamutRequest(params);
+        kept = std::make_shared<std::function<void(QString, bool)>>(std::move(callback));
+        onEnd = [id, kept](const GamutLoads::End& end) {
+            if (!end.replaced)
+                (*kept)(id, !end.problem);
+        };
+    });
+    if (ready)
+        d->loads.start(id, request, params, std::move(onEnd));
+    else // the function was moved only if there was memory for it
+        d->loads.refuse(id, [&](const GamutLoads::End&) { (kept ? *kept : callback)(id, false); });
 }
 
 void KVGamut3DViewer::removeGamut(QString id)

@@ -12,7 +12,9 @@
 #include <utility>
 
 ViewerScene::ViewerScene(KVGamut3DViewer& v)
-    : viewer(v), widget(new KVGLWidget(&v)), loads([this](const QString& id) { prepareLoaded(id); }),
+    : viewer(v), widget(new KVGLWidget(&v)),
+      loads({[this](const QString& id) { return findOrCreateGamut(id); },
+             [this](const QString& id) { prepareLoaded(id); }, [this] { return contextGuard(); }}),
       events(v, *widget)
 {
 }
@@ -111,19 +113,18 @@ bool ViewerScene::isLoaded(const QString& id) const
     return object && object->solid();
 }
 
-void ViewerScene::startLoad(const QString& id, const GamutRequest& request,
-                            const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd)
+void ViewerScene::beginWithDefaultLook(const QString& id)
 {
     if (!isLoaded(id))
         defaultLooks.insert(id);
-    startPlainLoad(id, request, params, std::move(onEnd));
 }
 
-void ViewerScene::startPlainLoad(const QString& id, const GamutRequest& request,
-                                 const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd)
+void ViewerScene::loadNow(const QString& id, const QHash<QString, QVariant>& params)
 {
+    const ContextScope scope(widget);
     if (const auto object = findOrCreateGamut(id))
-        loads.start(*object, request, params, contextGuard(), std::move(onEnd));
+        object->load(params, {}, contextGuard());
+    applyAwaitedLook(id);
 }
 
 void ViewerScene::removeGamut(const QString& id)
@@ -131,6 +132,8 @@ void ViewerScene::removeGamut(const QString& id)
     awaitedLooks.remove(id);
     defaultLooks.remove(id);
     settings.remove(id);
+    if (const auto object = gamut(id))
+        object->cancelLoad(); // the object stays alive if the host holds it
     removeItem(GroupNames::profiles(), id);
     loads.forget(id);
 }

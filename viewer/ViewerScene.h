@@ -43,12 +43,10 @@ public:
     QSharedPointer<KV3DGamutObject> gamut(const QString& id) const;
     /// The same; if it is missing, it is created. Null if the id belongs to an object of another kind.
     QSharedPointer<KV3DGamutObject> findOrCreateGamut(const QString& id);
-    /// Loads a gamut that begins with the default look, unless another one was set for it.
-    void startLoad(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
-                   GamutLoads::EndFunction onEnd);
-    /// Loads a gamut that keeps the look it has.
-    void startPlainLoad(const QString& id, const GamutRequest& request,
-                        const QHash<QString, QVariant>& params, GamutLoads::EndFunction onEnd);
+    /// If the gamut is not loaded, its first load begins with the default look, unless another one was set.
+    void beginWithDefaultLook(const QString& id);
+    /// Loads a gamut inside the call. It keeps the look that it has.
+    void loadNow(const QString& id, const QHash<QString, QVariant>& params);
     /// Also cancels its load, silently.
     void removeGamut(const QString& id);
     /// Applies clipping and awaited look to a gamut whose load has ended.

@@ -16,6 +16,7 @@ struct Sentence
 constexpr Sentence sentences[] = {
     {KVProblemCode::Cancelled, QT_TRANSLATE_NOOP("Problem", "cancelled")},
     {KVProblemCode::OutOfMemory, QT_TRANSLATE_NOOP("Problem", "not enough memory")},
+    {KVProblemCode::EngineFailed, QT_TRANSLATE_NOOP("Problem", "the colour engine failed unexpectedly")},
     {KVProblemCode::NoFileName, QT_TRANSLATE_NOOP("Problem", "the file name is empty")},
     {KVProblemCode::FileNotFound, QT_TRANSLATE_NOOP("Problem", "no such file")},
     {KVProblemCode::NotAFile, QT_TRANSLATE_NOOP("Problem", "not a regular file")},

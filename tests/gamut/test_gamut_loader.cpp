@@ -538,21 +538,45 @@ TEST_F(ObjectLoad, reportsAMissingProfileWithoutTheGuard)
     EXPECT_TRUE(gamut->childOrder().isEmpty());
 }
 
-TEST_F(ObjectLoad, anExceptionOfTheEngineIsNotReported)
+TEST_F(ObjectLoad, anExceptionOfTheEngineIsAFailure)
 {
-    fakevelmora::onInit([](const InitCall&) -> std::optional<fakevelmora::Gamut> {
-        throw std::runtime_error("out of memory");
-    });
+    fakevelmora::onInit(
+        [](const InitCall&) -> std::optional<fakevelmora::Gamut> { throw std::runtime_error("a defect"); });
     gamut->load(dataParams("profile A"), report(), guard());
-    ASSERT_TRUE(eventually([] {
-        return !fakevelmora::initCalls().isEmpty() && KVCompletionProtocol::runningTasks().isEmpty();
-    }));
+    ASSERT_TRUE(eventually([&] { return log.size() == 3; }));
     settle();
-    EXPECT_TRUE(log.isEmpty());
+    EXPECT_EQ(log, failed);
     fakevelmora::onInit({});
     gamut->load(dataParams("profile B"), report(), guard());
-    ASSERT_TRUE(eventually([&] { return log.size() == 3; }));
-    EXPECT_EQ(log, succeeded);
+    ASSERT_TRUE(eventually([&] { return log.size() == 6; }));
+    EXPECT_EQ(log, failed + succeeded);
+}
+
+TEST_F(ObjectLoad, aSynchronousLoadThrowsNothing)
+{
+    gamut->load(dataParams("profile A"), {}, {});
+    fakevelmora::onInit([](const InitCall&) -> std::optional<fakevelmora::Gamut> { throw std::bad_alloc(); });
+    EXPECT_NO_THROW(gamut->load(dataParams("profile B"), {}, {}));
+    fakevelmora::onInit([](const InitCall&) -> std::optional<fakevelmora::Gamut> { throw 1; });
+    EXPECT_NO_THROW(gamut->load(dataParams("profile B"), {}, {}));
+    EXPECT_EQ(nameOfLoaded(), QStringLiteral("profile A"));
+    EXPECT_EQ(gamut->params(), dataParams("profile A"));
+}
+
+TEST_F(ObjectLoad, aCancelledLoadIsNotReported)
+{
+    const Watchdog watchdog(300);
+    std::atomic<bool> started{false};
+    fakevelmora::onInit([&](const InitCall& call) -> std::optional<fakevelmora::Gamut> {
+        started = true;
+        call.waitForCancel();
+        return std::nullopt;
+    });
+    gamut->load(dataParams("profile A"), report(), guard());
+    ASSERT_TRUE(eventually([&] { return started.load(); }));
+    gamut->cancelLoad();
+    settle();
+    EXPECT_TRUE(log.isEmpty());
 }
 
 // --- Replaced, removed, destroyed ----------------------------------------------------------------

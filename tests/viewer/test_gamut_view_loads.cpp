@@ -164,6 +164,16 @@ TEST_F(GamutViewLoads, anEngineThatThrowsFailsWithOutOfMemory)
     EXPECT_FALSE(view->isLoading());
 }
 
+TEST_F(GamutViewLoads, anEngineWithADefectFailsWithACodeOfItsOwn)
+{
+    fakevelmora::onInit(
+        [](const InitCall&) -> std::optional<fakevelmora::Gamut> { throw std::runtime_error("a defect"); });
+    view->load(id, request(), view.get(), report());
+    ASSERT_TRUE(eventually([this] { return !log.isEmpty(); }));
+    EXPECT_EQ(problems.last().code, KVProblemCode::EngineFailed);
+    EXPECT_FALSE(view->isLoading());
+}
+
 TEST_F(GamutViewLoads, aCancelledLoadEndsWithTheCodeCancelled)
 {
     const Watchdog watchdog(60);

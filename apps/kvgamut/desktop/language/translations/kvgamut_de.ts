@@ -1162,6 +1162,10 @@ wird berechnet</translation>
         <source>OpenGL cannot be used in the window</source>
         <translation>OpenGL lässt sich im Fenster nicht verwenden</translation>
     </message>
+    <message>
+        <source>the colour engine failed unexpectedly</source>
+        <translation>die Farbberechnung ist unerwartet fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
