@@ -17,6 +17,7 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <vector>
 
 /// @file
@@ -302,5 +303,8 @@ namespace KVColorConversionHelper {
 /// @return {-1, -1, -1} if @p lab has fewer than three values, or values that are NaN or infinite
 /// Callable from any thread.
 KVVELMORA_EXPORT QList<float> KVHLab2RGB(const QList<float>& lab);
+/// The same for many colours, without allocating memory: rgb[i] receives the colour of lab[i]. If the spans
+/// differ in length, the rest of the longer one is ignored.
+KVVELMORA_EXPORT void KVHLab2RGB(std::span<const KVGamut::LabPoint> lab, std::span<std::array<float, 3>> rgb);
 
 } // namespace KVColorConversionHelper

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace {
 
@@ -51,9 +53,10 @@ Linear linearRgb(double L, double a, double b)
     return rgb;
 }
 
+constexpr double tolerance = 1e-9; // rounding errors at both ends of the neutral axis
+
 bool displayable(const Linear& rgb)
 {
-    constexpr double tolerance = 1e-9; // rounding errors at both ends of the neutral axis
     return std::all_of(rgb.begin(), rgb.end(),
                        [](double v) { return v >= -tolerance && v <= 1.0 + tolerance; });
 }
@@ -61,7 +64,10 @@ bool displayable(const Linear& rgb)
 float encoded(double linear)
 {
     const double v = std::clamp(linear, 0.0, 1.0);
-    const double curve = v <= 0.0031308 ? 12.92 * v : 1.055 * std::pow(v, 1.0 / 2.4) - 0.055;
+    // v^(1/2.4) = v^(5/12). Faster than std::pow, which uses wider registers: on some processors each call
+    // then costs a hundred cycles, if other code of the process has left their upper halves in use.
+    const double power = std::sqrt(std::sqrt(v) * std::cbrt(v));
+    const double curve = v <= 0.0031308 ? 12.92 * v : 1.055 * power - 0.055;
     return static_cast<float>(std::clamp(255.0 * curve, 0.0, 255.0));
 }
 
@@ -72,35 +78,93 @@ constexpr double maxChroma = 160.0;
 // above yellow would become pale. From 0.1 on no path crosses the boundary twice at any hue and lightness,
 // and the mapping is continuous.
 constexpr double tilt = 0.2;
-// Bisection steps: a chroma of at most 160 is found to 1e-7 dE.
-constexpr int halvings = 30;
+// Positions on a path are counted in steps. A chroma of at most 160 is resolved to 1e-7 dE.
+constexpr std::int64_t pathSteps = std::int64_t(1) << 30;
+// Moves of one end of the searched interval in turn, after which the interval is halved.
+constexpr int maxMovesInTurn = 4;
+
+// Distance to the nearest limit of displayable(): negative exactly if it is false.
+double margin(const Linear& rgb)
+{
+    const auto [low, high] = std::minmax({rgb[0], rgb[1], rgb[2]});
+    return std::min(low + tolerance, (1.0 + tolerance) - high);
+}
+
+// An end of the searched interval.
+struct PathEnd
+{
+    std::int64_t position;
+    double margin;
+    int moves = 0; // in turn, while the other end stayed
+};
+
+// The last position from 0 to pathSteps - 1 that is displayable, if there is only one change: 0 is
+// displayable, pathSteps is taken as not displayable. By false position after Anderson and Björck (1973):
+// most colours are just outside the gamut, where the margin is nearly linear, and a few evaluations are
+// enough.
+template <typename MarginAt>
+std::int64_t lastDisplayable(const MarginAt& marginAt)
+{
+    PathEnd inside{0, marginAt(0)};
+    PathEnd outside{pathSteps, std::min(marginAt(pathSteps), -std::numeric_limits<double>::min())};
+    while (outside.position - inside.position > 1) {
+        const bool halve = std::max(inside.moves, outside.moves) > maxMovesInTurn;
+        const double share = halve ? 0.5 : inside.margin / (inside.margin - outside.margin);
+        const double length = static_cast<double>(outside.position - inside.position);
+        const std::int64_t at = std::clamp(inside.position + static_cast<std::int64_t>(share * length),
+                                           inside.position + 1, outside.position - 1);
+        const double found = marginAt(at);
+        PathEnd& moved = found >= 0.0 ? inside : outside;
+        PathEnd& kept = found >= 0.0 ? outside : inside;
+        if (moved.moves > 0) { // a smaller weight, so that the other end moves next
+            const double weight = 1.0 - found / moved.margin;
+            kept.margin *= weight > 0.0 ? weight : 0.5;
+        }
+        kept.moves = 0;
+        moved = {at, found, moved.moves + 1};
+    }
+    return inside.position;
+}
 
 Linear nearestDisplayable(double L, double a, double b)
 {
     const double chroma = std::hypot(a, b);
     const double inward = chroma > maxChroma ? maxChroma / chroma : 1.0;
     const double greyL = L + tilt * (50.0 - L);
-    const auto along = [&](double t) {
+    const auto along = [&](std::int64_t position) {
+        const double t = static_cast<double>(position) / static_cast<double>(pathSteps);
         return linearRgb(greyL + t * (L - greyL), t * inward * a, t * inward * b);
     };
-    double low = 0.0; // grey is in gamut
-    double high = 1.0;
-    for (int i = 0; i < halvings; ++i) {
-        const double middle = 0.5 * (low + high);
-        (displayable(along(middle)) ? low : high) = middle;
-    }
-    return along(low);
+    // Grey, at 0, is in gamut.
+    return along(lastDisplayable([&along](std::int64_t p) { return margin(along(p)); }));
+}
+
+using Rgb = std::array<float, 3>;
+
+Rgb displayed(float lightness, float a, float b)
+{
+    if (!std::isfinite(lightness) || !std::isfinite(a) || !std::isfinite(b))
+        return {-1.0f, -1.0f, -1.0f};
+    const double L = std::clamp(static_cast<double>(lightness), 0.0, 100.0);
+    Linear rgb = linearRgb(L, a, b);
+    if (!displayable(rgb))
+        rgb = nearestDisplayable(L, a, b);
+    return {encoded(rgb[0]), encoded(rgb[1]), encoded(rgb[2])};
 }
 
 } // namespace
 
 QList<float> KVColorConversionHelper::KVHLab2RGB(const QList<float>& lab)
 {
-    if (lab.size() < 3 || !std::isfinite(lab[0]) || !std::isfinite(lab[1]) || !std::isfinite(lab[2]))
+    if (lab.size() < 3)
         return {-1.0f, -1.0f, -1.0f};
-    const double L = std::clamp(static_cast<double>(lab[0]), 0.0, 100.0);
-    Linear rgb = linearRgb(L, lab[1], lab[2]);
-    if (!displayable(rgb))
-        rgb = nearestDisplayable(L, lab[1], lab[2]);
-    return {encoded(rgb[0]), encoded(rgb[1]), encoded(rgb[2])};
+    const Rgb rgb = displayed(lab[0], lab[1], lab[2]);
+    return {rgb[0], rgb[1], rgb[2]};
+}
+
+void KVColorConversionHelper::KVHLab2RGB(std::span<const KVGamut::LabPoint> lab, std::span<Rgb> rgb)
+{
+    const std::size_t count = std::min(lab.size(), rgb.size());
+    for (std::size_t i = 0; i < count; ++i)
+        rgb[i] = displayed(lab[i].L, lab[i].a, lab[i].b);
 }

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <span>
+#include <vector>
 
 using KVColorConversionHelper::KVHLab2RGB;
 
@@ -207,4 +209,50 @@ TEST(Lab2Rgb, isMinusOneForInvalidColours)
             EXPECT_EQ(KVHLab2RGB(lab), none);
         }
     EXPECT_EQ(KVHLab2RGB({50.0f, 0.0f, 0.0f, nan}), KVHLab2RGB({50.0f, 0.0f, 0.0f}));
+}
+
+TEST(Lab2Rgb, manyAtOnceAreTheSameColours)
+{
+    std::mt19937 random(3);
+    std::uniform_real_distribution<float> lightness(-5.0f, 105.0f), chroma(-150.0f, 150.0f);
+    std::vector<KVGamut::LabPoint> lab(5000);
+    for (KVGamut::LabPoint& p : lab)
+        p = {lightness(random), chroma(random), chroma(random)};
+    lab[7].a = std::numeric_limits<float>::quiet_NaN();
+    std::vector<std::array<float, 3>> rgb(lab.size());
+    KVHLab2RGB(lab, rgb);
+    for (std::size_t i = 0; i < lab.size(); ++i)
+        ASSERT_EQ(QList<float>(rgb[i].begin(), rgb[i].end()), KVHLab2RGB({lab[i].L, lab[i].a, lab[i].b}));
+}
+
+TEST(Lab2Rgb, theRestOfTheLongerListIsIgnored)
+{
+    const std::vector<KVGamut::LabPoint> lab(3, KVGamut::LabPoint{100.0f, 0.0f, 0.0f});
+    std::vector<std::array<float, 3>> rgb(5, std::array{7.0f, 7.0f, 7.0f});
+    KVHLab2RGB(lab, rgb);
+    EXPECT_EQ(rgb[2], (std::array{255.0f, 255.0f, 255.0f}));
+    EXPECT_EQ(rgb[3], (std::array{7.0f, 7.0f, 7.0f}));
+    KVHLab2RGB(lab, std::span(rgb).first(1));
+    KVHLab2RGB({}, rgb);
+    EXPECT_EQ(rgb[3], (std::array{7.0f, 7.0f, 7.0f}));
+}
+
+// A colour outside sRGB moves towards grey just as far as necessary: one of its values is then at a limit.
+TEST(Lab2Rgb, mappedColoursLieOnTheBoundary)
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> lightness(2.0f, 98.0f), chroma(-128.0f, 128.0f);
+    const LittleCms cms;
+    int mapped = 0;
+    for (int i = 0; i < 5000; ++i) {
+        const float L = lightness(random), a = chroma(random), b = chroma(random);
+        const Triple rgb = asTriple(rgbOf(L, a, b));
+        const Triple back = cms.lab(rgb);
+        if (std::hypot(back[0] - L, back[1] - a, back[2] - b) < 0.5)
+            continue;
+        ++mapped;
+        const auto [low, high] = std::minmax({rgb[0], rgb[1], rgb[2]});
+        EXPECT_TRUE(low < 1e-3 || high > 255.0 - 1e-3) << L << ' ' << a << ' ' << b;
+    }
+    EXPECT_GT(mapped, 2000);
 }

@@ -406,3 +406,13 @@ QList<float> KVColorConversionHelper::KVHLab2RGB(const QList<float>& lab)
     const auto f = behaviour(&Record::lab2Rgb);
     return f ? f(lab) : fakevelmora::defaultRgb(lab);
 }
+
+void KVColorConversionHelper::KVHLab2RGB(std::span<const KVGamut::LabPoint> lab,
+                                         std::span<std::array<float, 3>> rgb)
+{
+    for (std::size_t i = 0; i < std::min(lab.size(), rgb.size()); ++i) {
+        const QList<float> color = KVHLab2RGB({lab[i].L, lab[i].a, lab[i].b});
+        for (std::size_t k = 0; k < 3; ++k)
+            rgb[i][k] = color.value(static_cast<qsizetype>(k));
+    }
+}
