@@ -168,10 +168,11 @@ tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVComplet
     const auto cancelled = [&handle] { return handle && handle->isCancelled(); };
     const auto asCancelled = [] { return tl::unexpected(KVProblem{KVProblemCode::Cancelled, {}, {}}); };
 
+    const GamutStyles styles = request.styles;
     auto gamut = gamutOf(std::move(request), protocol);
     if (!gamut)
         return cancelled() ? asCancelled() : tl::unexpected(gamut.error());
-    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, handle)};
+    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, styles, cancelled)};
     if (cancelled())
         return asCancelled();
     if (handle)

@@ -23,6 +23,7 @@ struct GamutRequest
     QByteArray profileData;
     KVProfilePtr profile;
     KVGamut::Settings settings; ///< used with a profile only
+    GamutStyles styles;         ///< of the surface
 };
 
 /// The request for a parameter hash. Keys are case-sensitive, unknown ones are ignored:

@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gamut/GamutMeshes.h>
+#include <gamut/MeshEdges.h>
+#include <scene/Coordinates.h>
 #include <scene/Generators.h>
+#include <scene/TriangleWriter.h>
 
+#include <algorithm>
+#include <array>
+#include <span>
 #include <vector>
 
 namespace {
@@ -27,31 +33,118 @@ QVector3D positionOf(const KVGamut::LabPoint& p)
     return QVector3D(p.L, p.a, p.b);
 }
 
-QList<ColoredTriangle> trianglesOf(const KVGamut::Mesh& mesh)
-{
-    std::vector<ColoredPoint> points; // triangles share vertices: each is converted once
-    points.reserve(mesh.lab.size());
-    for (const KVGamut::LabPoint& p : mesh.lab)
-        points.emplace_back(kvLabToColor({p.L, p.a, p.b}), positionOf(p));
+using Rgb = std::array<float, 3>;
 
-    const auto pointAt = [&points](int vertex) { return points[static_cast<std::size_t>(vertex)]; };
-    QList<ColoredTriangle> triangles;
-    triangles.reserve(static_cast<qsizetype>(mesh.triangles.size()));
-    for (const KVGamut::Mesh::Triangle& t : mesh.triangles)
-        triangles.append(ColoredTriangle{pointAt(t[0]), pointAt(t[1]), pointAt(t[2])});
-    return triangles;
+/// Truncated towards zero. Values outside 0..255 after that, and NaN, make a colour invalid.
+bool isColor(const Rgb& rgb)
+{
+    return std::all_of(rgb.begin(), rgb.end(), [](float v) { return v > -1.0f && v < 256.0f; });
 }
 
-QList<ColoredSegment> edgesOf(const QList<ColoredTriangle>& triangles)
+QColor colorOf(const Rgb& rgb)
 {
-    QList<ColoredSegment> edges;
-    edges.reserve(3 * triangles.size());
-    for (const ColoredTriangle& t : triangles) {
-        edges.append({t[0], t[1]});
-        edges.append({t[1], t[2]});
-        edges.append({t[2], t[0]});
+    if (!isColor(rgb))
+        return {};
+    return QColor(static_cast<int>(rgb[0]), static_cast<int>(rgb[1]), static_cast<int>(rgb[2]));
+}
+
+/// QColor::redF() of each value 0..255: a call for each vertex would be slow.
+const std::array<float, 256>& channelValues()
+{
+    static const auto values = [] {
+        std::array<float, 256> table{};
+        for (int i = 0; i < 256; ++i)
+            table[static_cast<std::size_t>(i)] = QColor(i, i, i).redF();
+        return table;
+    }();
+    return values;
+}
+
+/// Red, green and blue of colorOf(), 0..1. Invalid colours are black.
+Rgb channelsOf(const Rgb& rgb)
+{
+    if (!isColor(rgb))
+        return {};
+    const auto& values = channelValues();
+    return {values[static_cast<std::size_t>(rgb[0])], values[static_cast<std::size_t>(rgb[1])],
+            values[static_cast<std::size_t>(rgb[2])]};
+}
+
+/// Screen colours of the vertices as the engine returns them.
+std::vector<Rgb> colorsOf(const KVGamut::Mesh& mesh, const KVCancelCheck& cancelled)
+{
+    constexpr std::size_t colorsAtOnce = 1024;
+    const std::span<const KVGamut::LabPoint> lab(mesh.lab);
+    std::vector<Rgb> colors(lab.size());
+    for (std::size_t i = 0; i < lab.size() && !(cancelled && cancelled()); i += colorsAtOnce) {
+        const std::size_t count = std::min(colorsAtOnce, lab.size() - i);
+        KVColorConversionHelper::KVHLab2RGB(lab.subspan(i, count), std::span(colors).subspan(i, count));
     }
-    return edges;
+    return colors;
+}
+
+/// Writes the three records of a triangle.
+void writeTriangle(const KVGamut::Mesh& mesh, const KVGamut::Mesh::Triangle& triangle,
+                   const std::vector<Rgb>& channels, const VertexStyle& style, VertexStride* record)
+{
+    const auto at = [&](std::size_t i) { return static_cast<std::size_t>(triangle[i]); };
+    const QVector3D corners[] = {positionOf(mesh.lab[at(0)]), positionOf(mesh.lab[at(1)]),
+                                 positionOf(mesh.lab[at(2)])};
+    const QVector3D normal = kvFlatNormal(corners[0], corners[1], corners[2]);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const QVector3D placed = kvSceneFromHost(corners[i]);
+        const auto [r, g, b] = channels[at(i)];
+        record[i] = {{placed.x(), placed.y(), placed.z()},
+                     {normal.x(), normal.y(), normal.z()},
+                     {r, g, b, style.alpha},
+                     {r, g, b, 1.0f},
+                     style.clip};
+    }
+}
+
+/// The triangles of the surface, each with its flat normal. The same as kvTriangles(), but as records and
+/// without a list of ColoredTriangle.
+GeometryData surfaceOf(const KVGamut::Mesh& mesh, const VertexStyle& style, const KVCancelCheck& cancelled)
+{
+    constexpr std::size_t trianglesAtOnce = 512; // about a hundred microseconds
+    VertexStyle unshaded = style;
+    unshaded.shading.reset();
+    std::vector<Rgb> channels = colorsOf(mesh, cancelled);
+    std::transform(channels.begin(), channels.end(), channels.begin(), channelsOf);
+
+    GeometryData data;
+    data.primitiveMode = KVPrimitiveTriangles;
+    data.recordStyle = style;
+    data.records.reserve(static_cast<qsizetype>(3 * mesh.triangles.size()) * kvVertexFloats);
+    std::span<const KVGamut::Mesh::Triangle> rest(mesh.triangles);
+    while (!rest.empty() && !(cancelled && cancelled())) {
+        const auto now = rest.first(std::min(trianglesAtOnce, rest.size()));
+        rest = rest.subspan(now.size());
+        const auto records = kvAppendRecords(data.records, static_cast<qsizetype>(3 * now.size()));
+        for (std::size_t i = 0; i < now.size(); ++i)
+            writeTriangle(mesh, now[i], channels, unshaded, &records[3 * i]);
+        kvApplyStyle(records, style, unshaded);
+    }
+    return data;
+}
+
+QList<ColoredSegment> edgesOf(const KVGamut::Mesh& mesh, const KVCancelCheck& cancelled)
+{
+    const std::vector<MeshEdge> edges = kvUniqueEdges(mesh, cancelled);
+    const std::vector<Rgb> colors = colorsOf(mesh, cancelled);
+    const auto pointAt = [&](int vertex) {
+        const auto v = static_cast<std::size_t>(vertex);
+        return ColoredPoint{colorOf(colors[v]), positionOf(mesh.lab[v])};
+    };
+    CancelPacer pacer(cancelled, 1024);
+    QList<ColoredSegment> segments;
+    segments.reserve(static_cast<qsizetype>(edges.size()));
+    for (const auto& [from, to] : edges) {
+        if (pacer.isCancelled())
+            break;
+        segments.append({pointAt(from), pointAt(to)});
+    }
+    return segments;
 }
 
 QList<ColoredSegment> outlineOf(const KVGamut::GamutObject& gamut)
@@ -66,6 +159,14 @@ QList<ColoredSegment> outlineOf(const KVGamut::GamutObject& gamut)
     for (const auto& segment : outline)
         segments.append({flat(segment.value(0)), flat(segment.value(1))});
     return segments;
+}
+
+/// The wireframe until it is made.
+GeometryData withoutVertices(float width)
+{
+    GeometryData data;
+    data.lineWidth = width;
+    return data;
 }
 
 } // namespace
@@ -84,18 +185,21 @@ QColor kvLabToColor(const QList<float>& lab)
     return QColor(channels[0], channels[1], channels[2]);
 }
 
-GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletionProtocolPtr& protocol)
+GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,
+                              const KVCancelCheck& cancelled)
 {
-    const auto cancelled = [&] { return protocol && protocol->isCancelled(); };
+    return kvSegmentRecords(edgesOf(gamut.mesh(), cancelled), true, wireWidth, style, cancelled);
+}
 
+GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles,
+                           const KVCancelCheck& cancelled)
+{
     GamutMeshSet meshes;
-    const QList<ColoredTriangle> triangles = trianglesOf(gamut.mesh());
     meshes[QStringLiteral("Projection")] = kvSegments(outlineOf(gamut), true, lineWidth);
-    meshes[QStringLiteral("Front")] = kvTriangles(triangles);
-    if (cancelled())
-        return meshes;
-    meshes[QStringLiteral("Wireframe")] = kvSegments(edgesOf(triangles), true, wireWidth);
-    if (cancelled())
+    meshes[QStringLiteral("Front")] = surfaceOf(gamut.mesh(), styles.front, cancelled);
+    meshes[QStringLiteral("Wireframe")] =
+        styles.wireframe ? kvGamutWireframe(gamut, *styles.wireframe, cancelled) : withoutVertices(wireWidth);
+    if (cancelled && cancelled())
         return meshes;
 
     // Each primary's ramp is a polyline from the reference point; every point is marked.

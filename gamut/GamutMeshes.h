@@ -2,18 +2,37 @@
 #pragma once
 
 #include <platform/KVVelmoraFramework.h>
+#include <scene/CancelPacer.h>
 #include <scene/GeometryData.h>
 
 #include <QtCore/QHash>
 #include <QtCore/QString>
 
+#include <optional>
+
 /// The geometry of the five drawn children of a gamut, by name: "Projection", "Front", "Wireframe",
 /// "Primaries", "PrimariesPoints". Any other name gives the empty default geometry.
 using GamutMeshSet = QHash<QString, GeometryData>;
 
-/// Builds the geometry of @p gamut. A pure function, which runs on the worker thread. If @p protocol (may be
-/// null) is cancelled, the result is incomplete.
-GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const KVCompletionProtocolPtr& protocol = {});
+/// How the surface will be shown. Its vertex records are made with these styles, so that the GUI thread need
+/// not change them.
+struct GamutStyles
+{
+    VertexStyle front;
+    std::optional<VertexStyle> wireframe; ///< nullopt: the wireframe is not needed
+};
+
+/// Builds the geometry of @p gamut. A pure function, which runs on the worker thread.
+///
+/// Without a style for it the wireframe has no vertices: it takes eighteen times the memory of the surface,
+/// and few hosts show it. kvGamutWireframe() makes it later.
+/// @param cancelled asked often; if it returns true, the result is incomplete
+GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles = {},
+                           const KVCancelCheck& cancelled = {});
+
+/// The geometry "Wireframe" of @p gamut, as vertex records. Otherwise as kvGamutMeshes().
+GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,
+                              const KVCancelCheck& cancelled = {});
 
 /// Segments of the section of @p gamut at lightness @p L, all in one @p color.
 QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color);

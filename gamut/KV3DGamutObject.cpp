@@ -26,8 +26,9 @@ QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const Q
 void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
                                  const QHash<QString, QVariant>& params)
 {
+    m_wireframeMaker.cancel();
     m_params = params;
-    m_gamut = std::move(gamut);
+    kvDisposeOf(std::exchange(m_gamut, std::move(gamut)));
     setProperty(QStringLiteral("volume"), m_gamut.volume());
 
     const bool first = solid().isNull();
@@ -40,10 +41,62 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
     const auto container = fill(*this, QStringLiteral("Gamut"), true);
     fill(*container, QStringLiteral("Front"), true);
     fill(*container, QStringLiteral("Wireframe"), false);
+    wireframe()->setAwaitingVertices(false);
+    m_hasWireframe = !meshes.value(QStringLiteral("Wireframe")).records.isEmpty();
     fill(*this, QStringLiteral("Primaries"), false);
     fill(*this, QStringLiteral("PrimariesPoints"), false);
     if (first)
         setDisplayMode(displayMode());
+    else
+        makeWireframeIfShown();
+}
+
+QSharedPointer<KV3DObject> KV3DGamutObject::wireframe() const
+{
+    return childAt({QStringLiteral("Gamut"), QStringLiteral("Wireframe")});
+}
+
+GamutStyles KV3DGamutObject::stylesForLoad() const
+{
+    GamutStyles styles;
+    if (const auto front = childAt({QStringLiteral("Gamut"), QStringLiteral("Front")}))
+        styles.front = front->vertexStyle();
+    else if (color().isValid())
+        styles.front.shading = {.color = color(), .mode = displayMode(), .surface = true};
+    // Both parts of the surface have the same style.
+    if (displayMode() == wireframeMode)
+        styles.wireframe = styles.front;
+    return styles;
+}
+
+void KV3DGamutObject::makeWireframeIfShown()
+{
+    const auto object = wireframe();
+    if (!object || displayMode() != wireframeMode) {
+        m_wireframeMaker.cancel();
+        if (object)
+            object->setAwaitingVertices(false);
+        return;
+    }
+    if (m_hasWireframe || m_wireframeMaker.isBusy())
+        return;
+    try {
+        m_wireframeMaker.start(m_gamut, object->vertexStyle(),
+                               [this](const GeometryData& geometry) { installWireframe(geometry); });
+        object->setAwaitingVertices(true);
+    } catch (...) { // no memory: setting mode 3 tries it again
+    }
+}
+
+// Without vertices the child has no GPU objects, so that no GL context is needed.
+void KV3DGamutObject::installWireframe(const GeometryData& geometry)
+{
+    const auto object = wireframe();
+    if (!object)
+        return;
+    m_hasWireframe = !geometry.records.isEmpty();
+    object->setAwaitingVertices(false);
+    object->setVerticesOf(geometry);
 }
 
 bool KV3DGamutObject::isInside(const QVector3D& p) const
@@ -90,6 +143,7 @@ void KV3DGamutObject::setDisplayMode(int mode)
         front->setVisible(mode != wireframeMode);
     if (const auto wireframe = container->child(QStringLiteral("Wireframe")))
         wireframe->setVisible(mode == wireframeMode);
+    makeWireframeIfShown();
 }
 
 void KV3DGamutObject::setAmbientStrength(float strength)

@@ -4,6 +4,7 @@
 #include <gamut/GamutLoader.h>
 #include <gamut/GamutMeshes.h>
 #include <gamut/KVBackgroundTask.h>
+#include <gamut/WireframeMaker.h>
 #include <platform/KVVelmoraFramework.h>
 #include <scene/KV3DObject.h>
 
@@ -16,6 +17,9 @@
 /// Empty until its first successful load. Then it has the children "Projection", "Gamut" (with the children
 /// "Front" and "Wireframe"), "Primaries" and "PrimariesPoints"; the first section adds "Section". Opacity,
 /// ambient strength and clipping are those of "Gamut" and do not affect the other children.
+///
+/// The vertices of "Wireframe" are made when mode 3 is set first, on a worker thread, or by a load in mode 3.
+/// The object is not settled until they are there.
 ///
 /// GUI thread only. The computation runs on a worker thread and returns its result as one value.
 class KV3DGamutObject : public KV3DObject
@@ -71,7 +75,7 @@ public:
     void applyAlpha(float alpha) override;
     float alpha() const override;
     /// Mode 3 shows the wireframe, every other mode the surface. A mode set before the first load is applied
-    /// by that load.
+    /// by that load. The wireframe appears as soon as its vertices are made.
     void setDisplayMode(int mode) override;
     void setAmbientStrength(float strength) override;
     float ambientStrength() const override;
@@ -91,8 +95,15 @@ private:
                                      const QHash<QString, QVariant>& params,
                                      const ContextGuard& contextGuard);
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
+    QSharedPointer<KV3DObject> wireframe() const;
+    /// The styles that the surface has, or will have after the first load.
+    GamutStyles stylesForLoad() const;
+    void makeWireframeIfShown();
+    void installWireframe(const GeometryData& geometry);
 
     KVGamut::GamutObject m_gamut;
+    WireframeMaker m_wireframeMaker;
+    bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     QHash<QString, QVariant> m_params;
     std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it

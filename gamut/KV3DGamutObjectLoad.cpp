@@ -76,6 +76,7 @@ KV3DGamutObject::KV3DGamutObject(const QString& id) : KV3DObject(id, id) {}
 KV3DGamutObject::~KV3DGamutObject()
 {
     cancelLoad();
+    kvDisposeOf(std::move(m_gamut)); // with the lists of its faces, if the host asked for them
 }
 
 void KV3DGamutObject::cancelLoad()
@@ -103,7 +104,8 @@ void KV3DGamutObject::loadNow(const QHash<QString, QVariant>& params, const Cont
 {
     KVCompletionProtocolPtr nobody;
     const auto loaded = withoutThrowing([&]() -> tl::expected<LoadedGamut, KVProblem> {
-        return kvOpenRequest(kvGamutRequest(params)).and_then([&nobody](GamutRequest request) {
+        return kvOpenRequest(kvGamutRequest(params)).and_then([&](GamutRequest request) {
+            request.styles = stylesForLoad();
             return kvLoadGamut(std::move(request), &nobody);
         });
     });
@@ -135,8 +137,10 @@ KVCompletionProtocolPtr KV3DGamutObject::load(const GamutRequest& request,
                                               ContextGuard contextGuard)
 {
     auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
+    GamutRequest styled = request;
+    styled.styles = stylesForLoad();
     std::unique_ptr<Load> next(
-        new Load{request, params, std::move(onEnd), std::move(contextGuard), protocol});
+        new Load{std::move(styled), params, std::move(onEnd), std::move(contextGuard), protocol});
     const QSharedPointer<Task::Functor> functor(new LoaderFunctor(*next));
     QSharedPointer<Task> task(new Task);
     QObject::connect(task.data(), &Task::finished, task.data(), [this] { finishLoad(); });

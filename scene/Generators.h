@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <scene/CancelPacer.h>
 #include <scene/GeometryData.h>
 
 #include <QtCore/QString>
@@ -36,6 +37,13 @@
 /// @param trailing not read; callers pass 0
 [[nodiscard]] GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, float width,
                                       float trailing = 0.0f);
+
+/// The ribbon of kvSegments() as vertex records with the style @p style, for large lists.
+/// @param width greater than 0
+/// @param cancelled if it returns true, the result is incomplete
+[[nodiscard]] GeometryData kvSegmentRecords(const QList<ColoredSegment>& segments, bool closedHint,
+                                            float width, const VertexStyle& style,
+                                            const KVCancelCheck& cancelled);
 
 /// Markers: one solid of radius size / 2 around each position.
 ///

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <scene/Disposal.h>
+#include <scene/VertexRecords.h>
+
 #include <QtCore/QList>
 #include <QtGui/QColor>
 #include <QtGui/QVector3D>
@@ -19,22 +22,18 @@ using ColoredSegment = std::pair<ColoredPoint, ColoredPoint>;
 /// Corners of a coloured triangle, in order.
 using ColoredTriangle = std::array<ColoredPoint, 3>;
 
-/// OpenGL primitives of a scene object; the values are those of glDrawArrays.
-enum KVPrimitiveMode : int
-{
-    KVPrimitivePoints = 0,
-    KVPrimitiveLines = 1,
-    KVPrimitiveTriangles = 4,
-};
-
 /// The result of a generator, applied by KV3DObject::setGeometry().
 struct GeometryData
 {
     /// Floats per generated vertex: position (3, scene coordinates), normal (3, host coordinates), RGBA (4).
-    static constexpr int floatsPerVertex = 10;
+    static constexpr int floatsPerVertex = kvGeneratedFloats;
 
     int primitiveMode = KVPrimitiveTriangles;
-    QList<float> vertices;  ///< whole records of floatsPerVertex
+    QList<float> vertices; ///< whole records of floatsPerVertex
+    /// Instead of vertices: records of kvVertexFloats floats each, which need no further work. They have the
+    /// style recordStyle.
+    LongList records;
+    VertexStyle recordStyle;
     float lineWidth = 1.0f; ///< pixels for lines, Lab units for ribbons
     int markerType = 1;
     QList<ColoredPoint> markers; ///< input of the marker generator; empty for other geometry

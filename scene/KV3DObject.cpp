@@ -252,14 +252,27 @@ void KV3DObject::setGeometry(const GeometryData& geometry)
     m_markerParam = geometry.markerParam;
     if (!m_markers.isEmpty() && m_markerType == 1)
         setAmbientStrength(m_markerParam > 0.0f ? m_markerParam : 1.0f);
+    setVerticesOf(geometry);
+}
+
+void KV3DObject::setVerticesOf(const GeometryData& geometry)
+{
     m_primitiveMode = geometry.primitiveMode;
-    setVertices(geometry.vertices);
+    if (geometry.records.isEmpty())
+        m_vertices.assign(geometry.vertices);
+    else
+        m_vertices.adopt(geometry.records, geometry.recordStyle);
+    restyleVertices();
 }
 
 void KV3DObject::setVertices(const QList<float>& generated)
 {
     m_vertices.assign(generated);
+    restyleVertices();
+}
 
+void KV3DObject::restyleVertices()
+{
     // The mode -1 differs from every mode, so that applyColor() colours the new vertices even if colour and
     // mode are unchanged.
     const int mode = m_displayMode;

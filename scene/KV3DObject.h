@@ -161,6 +161,8 @@ public:
 
     /// Applies the result of a generator. For markers of type 1 the marker parameter is the ambient strength.
     void setGeometry(const GeometryData& geometry);
+    /// Replaces the vertices by those of @p geometry, and nothing else: line width and markers stay.
+    void setVerticesOf(const GeometryData& geometry);
     /// Replaces the vertices by @p generated (GeometryData::floatsPerVertex floats each) and applies the
     /// present colour, opacity and clip value.
     void setVertices(const QList<float>& generated);
@@ -177,6 +179,11 @@ public:
 
     /// Vertex records of kvVertexFloats floats each.
     [[nodiscard]] const QList<float>& vertices() const { return m_vertices.list(); }
+    /// Colours, opacity and clip value of the vertices.
+    [[nodiscard]] const VertexStyle& vertexStyle() const { return m_vertices.style(); }
+    /// Whether the vertices are still being made elsewhere. A visible object is then not settled.
+    void setAwaitingVertices(bool awaiting) { m_awaitingVertices = awaiting; }
+    bool isAwaitingVertices() const { return m_awaitingVertices; }
     int primitiveMode() const { return m_primitiveMode; }
     int markerType() const { return m_markerType; }
     const QList<ColoredPoint>& markers() const { return m_markers; }
@@ -206,8 +213,8 @@ public:
               const QMatrix4x4& model, const CameraState& camera, const QVector3D& lightPos,
               const QColor& lightColor, int flags);
 
-    /// Whether the picture of the subtree is up to date: everything was drawn after its last change, and no
-    /// opacity change is running.
+    /// Whether the picture of the subtree is up to date: everything was drawn after its last change, no
+    /// opacity change is running, and nothing visible awaits its vertices.
     [[nodiscard]] bool isSettled() const;
 
     bool isChanged() const { return m_changed; }
@@ -239,6 +246,7 @@ private:
     bool isRoot() const;
     void markDataChanged();
     void markMoved();
+    void restyleVertices();
     void destroyBuffers();
     void upload(const QList<float>& list);
     template <typename Setter>
@@ -298,6 +306,7 @@ private:
     QSharedPointer<AlphaTransition> m_transition;
     bool m_refused = false;    ///< the draw check refused the last translucent pass
     bool m_gatherNext = false; ///< the next translucent pass must gather again
+    bool m_awaitingVertices = false;
     int m_uploadCount = 0;
     int m_sortCount = 0;
 };

@@ -49,7 +49,8 @@ bool KV3DObject::isRoot() const
 
 bool KV3DObject::isSettled() const
 {
-    if (((m_visible || m_changed) && !m_drawnSinceChange) || m_transition)
+    if (((m_visible || m_changed) && !m_drawnSinceChange) || m_transition ||
+        (m_visible && m_awaitingVertices))
         return false;
     return std::all_of(m_childOrder.cbegin(), m_childOrder.cend(), [this](const QString& childId) {
         const auto object = m_children.value(childId);

@@ -20,6 +20,8 @@ constexpr float degenerateSquaredLength = FLT_EPSILON;
 /// Cosine of the largest turn that gets a mitre, 120°. The tip of a sharper one would be longer than twice
 /// the width.
 constexpr float minMitreCosine = -0.5f;
+/// About a hundred microseconds.
+constexpr int stepsBetweenChecks = 512;
 
 bool isFinite(const QVector3D& p)
 {
@@ -129,13 +131,15 @@ bool mitreFits(const Stretch& x, const Stretch& next, float half)
 }
 
 /// The segments that are finite, not degenerate and not repetitions.
-std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments)
+std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, CancelPacer& pacer)
 {
     std::vector<Stretch> stretches;
     stretches.reserve(static_cast<std::size_t>(segments.size()));
     std::unordered_set<EdgeKey, EdgeKeyHash> seen;
     seen.reserve(static_cast<std::size_t>(segments.size()));
     for (const ColoredSegment& segment : segments) {
+        if (pacer.isCancelled())
+            break;
         const QVector3D& p = segment.first.second;
         const QVector3D& q = segment.second.second;
         const QVector3D d = q - p;
@@ -205,10 +209,10 @@ RibbonShape shapeOf(const QList<ColoredSegment>& segments, const std::vector<Str
 
 /// Chooses the axes of each piece, transported from the previous piece across a mitre, and decides how the
 /// piece joins the next one.
-void orient(std::vector<Stretch>& stretches, const RibbonShape& shape)
+void orient(std::vector<Stretch>& stretches, const RibbonShape& shape, CancelPacer& pacer)
 {
     const std::size_t n = stretches.size();
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n && !pacer.isCancelled(); ++i) {
         Stretch& x = stretches[i];
         if (i > 0 && stretches[i - 1].mitresNext) {
             x.s = transported(stretches[i - 1].s, stretches[i - 1].d, x.d).normalized();
@@ -231,10 +235,10 @@ void orient(std::vector<Stretch>& stretches, const RibbonShape& shape)
 }
 
 /// Computes the cross-sections at both ends of each piece: mitred, extended or cut square.
-void cutEnds(std::vector<Stretch>& stretches, const RibbonShape& shape)
+void cutEnds(std::vector<Stretch>& stretches, const RibbonShape& shape, CancelPacer& pacer)
 {
     const std::size_t n = stretches.size();
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n && !pacer.isCancelled(); ++i) {
         Stretch& x = stretches[i];
         const Stretch* previous =
             i > 0 ? &stretches[i - 1] : (n > 1 && shape.closed ? &stretches[n - 1] : nullptr);
@@ -254,24 +258,37 @@ void cutEnds(std::vector<Stretch>& stretches, const RibbonShape& shape)
     }
 }
 
-QList<float> ribbon(const QList<ColoredSegment>& segments, bool closedHint, float width)
+/// Prepares the pieces of a ribbon.
+std::vector<Stretch> ribbonPieces(const QList<ColoredSegment>& segments, bool closedHint, float width,
+                                  CancelPacer& pacer)
 {
-    std::vector<Stretch> stretches = usableStretches(segments);
+    std::vector<Stretch> stretches = usableStretches(segments, pacer);
     const RibbonShape shape = shapeOf(segments, stretches, closedHint, width);
-    orient(stretches, shape);
-    cutEnds(stretches, shape);
+    orient(stretches, shape, pacer);
+    cutEnds(stretches, shape, pacer);
+    return stretches;
+}
 
-    const std::size_t n = stretches.size();
-    QList<float> vertices;
-    TriangleWriter writer(vertices, static_cast<qsizetype>(12 * n));
-    for (std::size_t i = 0; i < n; ++i) {
+/// Writes the pieces @p begin to @p end.
+void writePieces(TriangleWriter& writer, std::vector<Stretch>& stretches, std::size_t begin, std::size_t end)
+{
+    for (std::size_t i = begin; i < end; ++i) {
         Stretch& x = stretches[i];
         if (x.mitresPrevious)
-            x.start = stretches[i > 0 ? i - 1 : n - 1].end; // copied, so that the positions are identical
+            x.start =
+                stretches[i > 0 ? i - 1 : stretches.size() - 1].end; // copied, so that they are identical
         if (isFinite(x.start) && isFinite(x.end))
             emitTube(writer, x, !x.mitresPrevious, !x.mitresNext);
     }
-    return vertices;
+}
+
+/// Faces of the tubes of all pieces: four sides and the caps, two triangles each. A few may be left out.
+std::size_t maxTriangles(const std::vector<Stretch>& stretches)
+{
+    std::size_t count = 8 * stretches.size();
+    for (const Stretch& x : stretches)
+        count += (x.mitresPrevious ? 0u : 2u) + (x.mitresNext ? 0u : 2u);
+    return count;
 }
 
 } // namespace
@@ -281,7 +298,11 @@ GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, 
     GeometryData data;
     if (!segments.isEmpty() && width > FLT_EPSILON && std::isfinite(width)) {
         data.primitiveMode = KVPrimitiveTriangles;
-        data.vertices = ribbon(segments, closedHint, width);
+        const KVCancelCheck never;
+        CancelPacer pacer(never, stepsBetweenChecks);
+        auto stretches = ribbonPieces(segments, closedHint, width, pacer);
+        TriangleWriter writer(data.vertices, static_cast<qsizetype>(maxTriangles(stretches)));
+        writePieces(writer, stretches, 0, stretches.size());
     } else {
         data.primitiveMode = KVPrimitiveLines;
         VertexWriter writer(data.vertices, 2 * segments.size());
@@ -291,5 +312,31 @@ GeometryData kvSegments(const QList<ColoredSegment>& segments, bool closedHint, 
         }
     }
     data.lineWidth = width;
+    return data;
+}
+
+GeometryData kvSegmentRecords(const QList<ColoredSegment>& segments, bool closedHint, float width,
+                              const VertexStyle& style, const KVCancelCheck& cancelled)
+{
+    constexpr std::size_t piecesAtOnce = 64; // as many as fit into the cache of a core
+    GeometryData data;
+    data.primitiveMode = KVPrimitiveTriangles;
+    data.lineWidth = width;
+    data.recordStyle = style;
+    if (segments.isEmpty())
+        return data;
+    CancelPacer pacer(cancelled, stepsBetweenChecks);
+    auto stretches = ribbonPieces(segments, closedHint, width, pacer);
+    if (cancelled && cancelled())
+        return data;
+    data.records.reserve(static_cast<qsizetype>(3 * maxTriangles(stretches)) * kvVertexFloats);
+    QList<float> vertices;
+    for (std::size_t i = 0; i < stretches.size() && !(cancelled && cancelled()); i += piecesAtOnce) {
+        vertices.resize(0);
+        TriangleWriter writer(vertices, 12 * static_cast<qsizetype>(piecesAtOnce));
+        writePieces(writer, stretches, i, std::min(i + piecesAtOnce, stretches.size()));
+        kvExpandVertices({vertices.constData(), static_cast<std::size_t>(vertices.size())}, style,
+                         kvAppendRecords(data.records, vertices.size() / GeometryData::floatsPerVertex));
+    }
     return data;
 }

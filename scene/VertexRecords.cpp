@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <scene/GeometryData.h>
 #include <scene/VertexRecords.h>
-#include <scene/VertexStride.h>
 
 #include <algorithm>
-#include <span>
+#include <cmath>
+#include <utility>
 
 namespace {
 
@@ -29,88 +28,10 @@ Shade shadeAt(float t)
     return {.factor = 2.0f * t, .added = 0.0f};
 }
 
-} // namespace
-
-void VertexRecords::assign(const QList<float>& generated)
-{
-    m_generated = generated;
-    m_shading.reset();
-    m_pending = true;
-}
-
-void VertexRecords::setAlpha(float alpha)
-{
-    if (!m_pending && alpha != m_alpha)
-        for (VertexStride& record : recordsOf(m_records))
-            record.color[3] = alpha;
-    m_alpha = alpha;
-}
-
-void VertexRecords::setClip(float clip)
-{
-    if (!m_pending && clip != m_clip)
-        for (VertexStride& record : recordsOf(m_records))
-            record.clip = clip;
-    m_clip = clip;
-}
-
-void VertexRecords::shade(const Shading& shading)
-{
-    if (!shading.color.isValid())
-        return;
-    if (m_pending)
-        m_shading = shading; // a later shading replaces an earlier one completely
-    else
-        shadeRecords(m_records, shading);
-}
-
-void VertexRecords::restoreColors()
-{
-    m_shading.reset();
-    if (m_pending)
-        return;
-    for (VertexStride& record : recordsOf(m_records))
-        std::copy_n(record.baseColor, 3, record.color);
-}
-
-const QList<float>& VertexRecords::list() const
-{
-    if (m_pending)
-        expand();
-    return m_records;
-}
-
-void VertexRecords::expand() const
-{
-    constexpr qsizetype in = GeometryData::floatsPerVertex;
-    const qsizetype count = (m_generated.size() + in - 1) / in;
-    m_records.resize(0);
-    m_records.resize(count * kvVertexFloats);
-
-    const float* from = m_generated.constData();
-    const float* const end = from + m_generated.size();
-    float* to = m_records.data();
-    for (qsizetype i = 0; i < count; ++i, to += kvVertexFloats) {
-        const float* const stop = std::min(from + in, end);
-        std::fill(std::copy(from, stop, to), to + in, 0.0f);
-        from = stop;
-        std::copy(to + 6, to + 10, to + 10);
-        to[9] = m_alpha;
-        to[14] = m_clip;
-    }
-    if (m_shading)
-        shadeRecords(m_records, *m_shading);
-
-    m_pending = false;
-    m_shading.reset();
-    m_generated = {};
-}
-
-void VertexRecords::shadeRecords(QList<float>& list, const Shading& shading)
+void shadeRecords(std::span<VertexStride> records, const VertexStyle::Shading& shading)
 {
     const bool flat = shading.mode == 2;
     const float r = shading.color.redF(), g = shading.color.greenF(), b = shading.color.blueF();
-    const std::span<VertexStride> records = recordsOf(list);
     // Documented behaviour: lines are grouped by three like triangles, two vertices are summed, and the sum
     // is divided by three in both cases.
     const std::size_t summed = shading.primitiveMode == KVPrimitiveLines ? 2 : 3;
@@ -129,4 +50,120 @@ void VertexRecords::shadeRecords(QList<float>& list, const Shading& shading)
         color[1] = g * shade.factor + shade.added;
         color[2] = b * shade.factor + shade.added;
     }
+}
+
+/// NaN equals NaN: otherwise such a value would be written again and again.
+bool isSame(float a, float b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+} // namespace
+
+bool VertexStyle::operator==(const VertexStyle& other) const
+{
+    return isSame(alpha, other.alpha) && isSame(clip, other.clip) && shading == other.shading;
+}
+
+std::span<VertexStride> kvAppendRecords(QList<float>& list, qsizetype count)
+{
+    const auto before = static_cast<std::size_t>(list.size() / kvVertexFloats);
+    list.resize(list.size() + count * kvVertexFloats);
+    return recordsOf(list).subspan(before);
+}
+
+void kvApplyStyle(std::span<VertexStride> records, const VertexStyle& style, const VertexStyle& present)
+{
+    if (!isSame(style.alpha, present.alpha))
+        for (VertexStride& record : records)
+            record.color[3] = style.alpha;
+    if (!isSame(style.clip, present.clip))
+        for (VertexStride& record : records)
+            record.clip = style.clip;
+    if (style.shading == present.shading)
+        return;
+    if (style.shading)
+        shadeRecords(records, *style.shading);
+    else
+        for (VertexStride& record : records)
+            std::copy_n(record.baseColor, 3, record.color);
+}
+
+void kvExpandVertices(std::span<const float> generated, const VertexStyle& style,
+                      std::span<VertexStride> records)
+{
+    constexpr std::size_t in = kvGeneratedFloats;
+    for (VertexStride& record : records) {
+        float vertex[in] = {};
+        const auto given = generated.first(std::min(in, generated.size()));
+        generated = generated.subspan(given.size());
+        std::copy(given.begin(), given.end(), vertex);
+        std::copy_n(vertex, 3, record.position);
+        std::copy_n(vertex + 3, 3, record.normal);
+        std::copy_n(vertex + 6, 4, record.color);
+        std::copy_n(vertex + 6, 4, record.baseColor);
+        record.color[3] = style.alpha;
+        record.clip = style.clip;
+    }
+    if (style.shading)
+        shadeRecords(records, *style.shading);
+}
+
+void VertexRecords::assign(const QList<float>& generated)
+{
+    m_generated = generated;
+    m_style.shading.reset();
+    m_pending = true;
+}
+
+void VertexRecords::adopt(const QList<float>& records, const VertexStyle& style)
+{
+    m_records = records;
+    m_generated = {};
+    m_applied = style;
+    m_style.shading.reset();
+    m_pending = false;
+}
+
+void VertexRecords::setAlpha(float alpha)
+{
+    m_style.alpha = alpha;
+}
+
+void VertexRecords::setClip(float clip)
+{
+    m_style.clip = clip;
+}
+
+void VertexRecords::shade(const Shading& shading)
+{
+    if (shading.color.isValid())
+        m_style.shading = shading; // replaces an earlier one completely
+}
+
+void VertexRecords::restoreColors()
+{
+    m_style.shading.reset();
+}
+
+const QList<float>& VertexRecords::list() const
+{
+    if (m_pending)
+        expand();
+    if (m_applied != m_style)
+        kvApplyStyle(recordsOf(m_records), m_style, std::exchange(m_applied, m_style));
+    return m_records;
+}
+
+void VertexRecords::expand() const
+{
+    constexpr qsizetype in = kvGeneratedFloats;
+    const qsizetype count = (m_generated.size() + in - 1) / in;
+    m_records.resize(0);
+    m_records.resize(count * kvVertexFloats);
+    kvExpandVertices({m_generated.constData(), static_cast<std::size_t>(m_generated.size())}, m_style,
+                     recordsOf(m_records));
+    m_applied = m_style;
+    m_pending = false;
+    m_generated = {};
 }

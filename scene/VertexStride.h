@@ -13,6 +13,16 @@ struct VertexStride
     float clip;         ///< fragments above this scene height are discarded
 };
 
+/// OpenGL primitives of a scene object; the values are those of glDrawArrays.
+enum KVPrimitiveMode : int
+{
+    KVPrimitivePoints = 0,
+    KVPrimitiveLines = 1,
+    KVPrimitiveTriangles = 4,
+};
+
+/// Floats per generated vertex; see GeometryData.
+inline constexpr int kvGeneratedFloats = 10;
 /// Floats per vertex record.
 inline constexpr int kvVertexFloats = 15;
 /// Bytes per vertex record.

@@ -235,6 +235,7 @@ TEST_F(GamutSceneObject, theSurfaceKeepsTheOrderOfTheFaces)
 
 TEST_F(GamutSceneObject, theWireframeHasTheThreeEdgesOfEachFace)
 {
+    object->setDisplayMode(3);
     install(oneFace());
     const ColoredPoint a = pointAt(10, 20, 30);
     const ColoredPoint b = pointAt(40, -50, 60);
