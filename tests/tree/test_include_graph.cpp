@@ -29,7 +29,7 @@ std::set<std::string> program(std::set<std::string> own)
 
 const std::set<std::string> modelRooms{model + "export", model + "inputs",   model + "pictures",
                                        model + "points", model + "problems", model + "reports",
-                                       model + "slices"};
+                                       model + "slices", model + "text"};
 
 std::set<std::string> withModel(std::set<std::string> own)
 {
@@ -57,14 +57,16 @@ Order documentedOrder()
         {"engine/gamut", {"platform", "engine/base", "engine/profile", "engine/mesh", "engine/surface"}},
 
         // the program: the folders of model/ depend neither on commands/ nor on desktop/
-        {model + "problems", program({})},
-        {model + "reports", program({model + "problems"})},
-        {model + "inputs", program({model + "problems", model + "reports"})},
+        {model + "text", program({})},
+        {model + "problems", program({model + "text"})},
+        {model + "reports", program({model + "text", model + "problems"})},
+        {model + "inputs", program({model + "text", model + "problems", model + "reports"})},
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points", program({model + "problems", model + "reports", model + "inputs"})},
-        {model + "slices", program({model + "problems", model + "reports", model + "inputs"})},
-        {model + "export",
-         program({model + "problems", model + "reports", model + "inputs", model + "points"})},
+        {model + "slices",
+         program({model + "text", model + "problems", model + "reports", model + "inputs"})},
+        {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
+                                    model + "points"})},
 
         {commands + "/process", withModel({})},
         {commands + "/options", withModel({commands + "/process"})},
@@ -81,7 +83,7 @@ Order documentedOrder()
         {desktop, withModel({desktop + "/language", desktop + "/models", desktop + "/view",
                              desktop + "/files", desktop + "/panels", desktop + "/menus"})},
 
-        {"apps/kvgamut", {commands, commands + "/process"}},
+        {"apps/kvgamut", withModel({commands, commands + "/process"})},
     };
 }
 

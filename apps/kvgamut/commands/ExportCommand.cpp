@@ -8,6 +8,7 @@
 #include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/SavedGamut.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
@@ -95,5 +96,5 @@ QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
     if (m_format == savedSuffix)
         return SavedGamut{input.gamut->serialize(), profile}.bytes();
     return MeshFormat::ofSuffix(m_format)->write(ColoredMesh::of(input.gamut->mesh()),
-                                                 {profile, input.gamut->report()});
+                                                 {SafeText::shown(profile, SafeText::maxPathLength), input.gamut->report()});
 }

@@ -239,6 +239,19 @@ TEST_F(SliceTest, theFormatOptionTakesPrecedenceOverTheSuffix)
     EXPECT_TRUE(contents(odd).contains("<svg"));
 }
 
+TEST_F(SliceTest, drawsNamesWithControlCharactersAsWellFormedSvg)
+{
+    const QString odd = path(QStringLiteral("a\x1b[31m\x01<&>.icc"));
+    write(odd, AffineDevice::profile());
+    const Answer answer = slice(QStringList{odd} + words("--lightness 50 --format svg"));
+    EXPECT_TRUE(succeeded(answer));
+    QXmlStreamReader svg(answer.output);
+    while (!svg.atEnd())
+        svg.readNext();
+    EXPECT_FALSE(svg.hasError()) << svg.errorString().toStdString();
+    EXPECT_TRUE(answer.output.contains("a\\x1b[31m\\x01&lt;&amp;"));
+}
+
 TEST_F(SliceTest, aDrawingIsTheSameFileEachTime)
 {
     // each process has another hash seed, so that output in hash order would differ between runs

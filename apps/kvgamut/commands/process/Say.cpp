@@ -2,14 +2,20 @@
 #include "Say.h"
 
 #include "model/problems/ProblemText.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QLoggingCategory>
 
 #include <cstdio>
 
+namespace {
+constexpr qsizetype maxMessage = 4 * SafeText::maxPathLength;
+}
+
 void say(const QString& message)
 {
-    const QByteArray line = message.simplified().toUtf8();
+    // file names, and arguments that the parser repeats, may contain anything
+    const QByteArray line = SafeText::shown(message.simplified(), maxMessage).toUtf8();
     std::fprintf(stderr, "kvgamut: %s\n", line.constData());
 }
 

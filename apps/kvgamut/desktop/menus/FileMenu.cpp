@@ -4,6 +4,7 @@
 #include "MenuActions.h"
 #include "desktop/files/RecentFiles.h"
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
 
@@ -55,8 +56,8 @@ void FileMenu::showRecentFiles()
     m_recent->clear();
     const QStringList files = RecentFiles::list();
     for (qsizetype i = 0; i < files.size(); ++i) {
-        QAction* action = m_recent->addAction(QFileInfo(files[i]).fileName());
-        action->setToolTip(files[i]);
+        QAction* action = m_recent->addAction(SafeText::shown(QFileInfo(files[i]).fileName()));
+        action->setToolTip(SafeText::forToolTip(files[i]));
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(i + 1)));
         connect(action, &QAction::triggered, this, [this, file = files[i]] { Q_EMIT recentChosen(file); });
     }

@@ -2,6 +2,7 @@
 #include "ComparisonModel.h"
 
 #include "desktop/language/ShownWords.h"
+#include "model/text/SafeText.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFuture>
@@ -199,7 +200,7 @@ QVariant ComparisonModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return index.column() == Name ? QVariant(m_gamuts.signColor(row)) : QVariant();
     case Qt::ToolTipRole:
-        return entry.input;
+        return SafeText::forToolTip(entry.input);
     case Qt::TextAlignmentRole:
         return QVariant(index.column() < White ? Qt::AlignLeft | Qt::AlignVCenter
                                                : Qt::AlignRight | Qt::AlignVCenter);

@@ -3,6 +3,7 @@
 
 #include "GamutTitles.h"
 #include "model/slices/SliceDrawing.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
 
@@ -25,7 +26,7 @@ QVariant GamutListModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return entry.title;
     case Qt::ToolTipRole:
-        return toolTip(entry);
+        return SafeText::forToolTip(toolTip(entry));
     case Qt::DecorationRole:
         return signColor(index.row());
     case Qt::CheckStateRole:

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutTitles.h"
 
+#include "model/text/SafeText.h"
+
 #include <QtCore/QFileInfo>
 
 namespace {
 
 QString folderName(const QString& input)
 {
-    return QFileInfo(QFileInfo(input).path()).fileName();
+    return SafeText::shown(QFileInfo(QFileInfo(input).path()).fileName());
 }
 
 /// Numbers titles that are not unique: the second "x" is "x (2)".
@@ -29,7 +31,7 @@ QStringList gamutTitles(const QStringList& inputs)
 {
     QStringList names;
     for (const QString& input : inputs)
-        names.append(QFileInfo(input).fileName());
+        names.append(SafeText::shown(QFileInfo(input).fileName()));
 
     QStringList titles;
     for (qsizetype i = 0; i < inputs.size(); ++i) {

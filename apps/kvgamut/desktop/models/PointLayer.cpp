@@ -2,6 +2,7 @@
 #include "PointLayer.h"
 
 #include "model/points/Lab.h"
+#include "model/text/SafeText.h"
 
 #include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFileInfo>
@@ -101,7 +102,7 @@ QVariant PointLayer::data(const QModelIndex& index, int role) const
         return {};
     const Layer& layer = m_layers[index.row()];
     if (role == Qt::ToolTipRole)
-        return layer.set.file;
+        return SafeText::forToolTip(layer.set.file);
     if (role == Qt::TextAlignmentRole)
         return QVariant(index.column() == File ? Qt::AlignLeft | Qt::AlignVCenter
                                                : Qt::AlignRight | Qt::AlignVCenter);
@@ -110,7 +111,7 @@ QVariant PointLayer::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole)
         return {};
     if (index.column() == File)
-        return QFileInfo(layer.set.file).fileName();
+        return SafeText::shown(QFileInfo(layer.set.file).fileName());
     if (index.column() == Count)
         return layer.reading ? tr("reading…") : QLocale().toString(layer.set.points.size());
     const auto part = share(index.row(), sides[static_cast<std::size_t>(index.column() - InsideShare)]);

@@ -2,6 +2,7 @@
 #include "Inspector.h"
 
 #include "desktop/language/ShownWords.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
@@ -13,8 +14,9 @@ namespace {
 QString nameOfPoint(const PointSet& set, qsizetype index)
 {
     const QString& name = set.points[index].name;
-    return name.isEmpty() ? Inspector::tr("%1, point %2").arg(QFileInfo(set.file).fileName()).arg(index + 1)
-                          : name;
+    return SafeText::shown(
+        name.isEmpty() ? Inspector::tr("%1, point %2").arg(QFileInfo(set.file).fileName()).arg(index + 1)
+                       : name);
 }
 
 QString distanceText(float distance, const QString& gamut)

@@ -3,7 +3,9 @@
 
 #include "LittleCms.h"
 #include "model/reports/GamutWords.h"
+#include "model/text/SafeText.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -45,7 +47,9 @@ QString classOf(const Profile& profile)
 
 QString textOf(const Profile& profile, cmsInfoType what)
 {
-    const auto size = cmsGetProfileInfo(profile.get(), what, "en", "US", nullptr, 0);
+    // a description may have millions of letters
+    constexpr cmsUInt32Number maxSize = (SafeText::maxLength + 1) * sizeof(wchar_t);
+    const auto size = std::min(cmsGetProfileInfo(profile.get(), what, "en", "US", nullptr, 0), maxSize);
     std::vector<wchar_t> text(size / sizeof(wchar_t) + 1);
     cmsGetProfileInfo(profile.get(), what, "en", "US", text.data(), size);
     return QString::fromWCharArray(text.data());

@@ -15,7 +15,7 @@ struct ProfileFacts
     QString version;     ///< "4.3"
     QStringList intents; ///< intents with their own transform to the PCS; names as on the command line
     QStringList tables;  ///< "matrix" or "curve" if present, then tags with colour tables: "A2B0", ...
-    QString description;
+    QString description; ///< the first SafeText::maxLength characters, as is the copyright
     QString copyright;
 
     /// Reads them from the bytes of a profile that the engine has opened; unknown properties are empty.

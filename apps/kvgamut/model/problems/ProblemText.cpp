@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ProblemText.h"
 
+#include "model/text/SafeText.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMetaEnum>
 
@@ -126,14 +128,15 @@ const char* programSentence(ProblemCode code)
     return index < std::size(sentences) ? sentences[index].words : "";
 }
 
-/// Replaces %1, %2... in one pass, because arguments may contain such placeholders themselves.
+/// Replaces %1, %2... in one pass, because arguments may contain such placeholders themselves. They may also
+/// come from a file.
 QString filled(const QString& sentence, const QStringList& arguments)
 {
     QString result;
     for (qsizetype i = 0; i < sentence.size(); ++i) {
         const int number = sentence[i] == QLatin1Char('%') ? QStringView(sentence).mid(i + 1, 1).toInt() : 0;
         if (number > 0)
-            result += arguments.value(number - 1);
+            result += SafeText::shown(arguments.value(number - 1), SafeText::maxPathLength);
         else
             result += sentence[i];
         i += number > 0 ? 1 : 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Table.h"
 
+#include "model/text/SafeText.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -39,7 +41,7 @@ QJsonValue jsonValue(const Column& column, const QVariant& value)
         return {};
     switch (column.kind) {
     case Kind::Word:
-        return value.toString();
+        return SafeText::forJson(value.toString());
     case Kind::Words:
         return QJsonArray::fromStringList(value.toStringList());
     case Kind::Flag:
@@ -68,7 +70,7 @@ QByteArray asJson(const Table& table)
             object.insert(table.columns[i].key, jsonValue(table.columns[i], row.value(i)));
         rows.append(object);
     }
-    return QJsonDocument(rows).toJson();
+    return SafeText::escapedJson(QJsonDocument(rows).toJson());
 }
 
 // --- CSV ------------------------------------------------------------------------------------------
@@ -99,9 +101,9 @@ QStringList csvFields(const Column& column, const QVariant& value)
         return QStringList(csvKeys(column).size());
     switch (column.kind) {
     case Kind::Word:
-        return {quoted(value.toString())};
+        return {quoted(SafeText::forCsv(value.toString()))};
     case Kind::Words:
-        return {quoted(value.toStringList().join(QLatin1Char(' ')))};
+        return {quoted(SafeText::forCsv(value.toStringList().join(QLatin1Char(' '))))};
     case Kind::Flag:
         return {value.toBool() ? QStringLiteral("true") : QStringLiteral("false")};
     case Kind::Whole:
@@ -141,9 +143,9 @@ QString words(const Column& column, const QVariant& value)
         return QStringLiteral("-");
     switch (column.kind) {
     case Kind::Word:
-        return value.toString().simplified();
+        return SafeText::shown(value.toString().simplified(), SafeText::maxPathLength);
     case Kind::Words:
-        return value.toStringList().join(QStringLiteral(", "));
+        return SafeText::shown(value.toStringList().join(QStringLiteral(", ")));
     case Kind::Flag:
         return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
     case Kind::Whole:

@@ -3,6 +3,7 @@
 
 #include "model/reports/GamutWords.h"
 #include "model/reports/Table.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
@@ -133,7 +134,7 @@ QByteArray SliceReport::json() const
     QJsonArray all;
     for (const Item& item : m_items) {
         QJsonObject object{
-            {QStringLiteral("profile"), item.name},
+            {QStringLiteral("profile"), SafeText::forJson(item.name)},
             {QStringLiteral("intent"), GamutWords::intent(item.report.intent)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(item.report)},
             {QStringLiteral("white"), jsonOf(item.report.white)},
@@ -149,7 +150,7 @@ QByteArray SliceReport::json() const
         }
         all.append(object);
     }
-    return QJsonDocument(all).toJson(QJsonDocument::Compact) + '\n';
+    return SafeText::escapedJson(QJsonDocument(all).toJson(QJsonDocument::Compact)) + '\n';
 }
 
 /// File names if they are distinct, else the names as given.
@@ -169,7 +170,7 @@ SliceDrawing::Gamut SliceReport::legendOf(const Item& item, const QString& name)
     const KVGamut::LabPoint& white = item.report.white;
     const QString compensated =
         GamutWords::blackPointCompensated(item.report) ? QStringLiteral(", bpc") : QString();
-    return {name,
+    return {SafeText::shown(name),
             {QStringLiteral("%1 intent%2").arg(GamutWords::intent(item.report.intent), compensated),
              QStringLiteral("white L* %1  a* %2  b* %3")
                  .arg(signedNumber(double(white.L)), signedNumber(double(white.a)),
