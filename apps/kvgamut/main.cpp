@@ -12,21 +12,39 @@
 #include "commands/process/ProgramLocale.h"
 #include "commands/process/Say.h"
 #include "commands/process/StandardFiles.h"
+#include "model/export/OutputFile.h"
+#include "model/problems/SystemReason.h"
 
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
+/// The exit code after printing to standard output.
+int written(const std::ostream& output)
+{
+    if (output.good())
+        return Done;
+    const int error = errno;
+    say(Problem(ProblemCode::CannotWrite)
+            .about(QStringLiteral("standard output"))
+            .because(SystemReason::ofErrno(error)));
+    return BadOutput;
+}
+
 /// Prints the message with which the parser ended. @return the exit code
 int finish(const CLI::App& program, const CLI::ParseError& end)
 {
-    if (end.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
-        return program.exit(end); // --help and --version
+    if (end.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        program.exit(end); // --help and --version
+        return written(std::cout.flush());
+    }
     say(QString::fromUtf8(end.what()) + QStringLiteral(" (see kvgamut --help)"));
     return WrongUsage;
 }
@@ -43,6 +61,16 @@ std::vector<std::string> reversedArguments(int argc, char** argv)
         words.push_back(word);
     }
     return words;
+}
+
+int run(Command& command, Arguments arguments)
+{
+    const Command::Files files = command.files();
+    if (const auto problem = overwritesInput(files.output, files.inputs)) {
+        say(*problem);
+        return WrongUsage;
+    }
+    return command.run(arguments);
 }
 
 int runProgram(int argc, char** argv)
@@ -71,7 +99,7 @@ int runProgram(int argc, char** argv)
     }
     for (const auto& command : commands)
         if (command->chosen())
-            return command->run({argc, argv});
+            return run(*command, {argc, argv});
     return WrongUsage;
 }
 

@@ -5,6 +5,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
 /// One command of the program. On construction it declares itself and its options; when the command
 /// line names it, run() is called after its options were read.
 class Command
@@ -13,6 +16,14 @@ public:
     virtual ~Command() = default;
 
     bool chosen() const { return m_parser->parsed(); }
+
+    /// The files that the command reads and the one that it writes, as named on the command line.
+    struct Files
+    {
+        QStringList inputs;
+        QString output; ///< empty if none
+    };
+    virtual Files files() const { return {}; }
 
     /// Does the work. @return an ExitCode
     virtual int run(Arguments arguments) = 0;

@@ -14,6 +14,7 @@ class CompareCommand : public Command
 public:
     explicit CompareCommand(CLI::App& program);
 
+    Files files() const override { return {m_names, m_report.output}; }
     int run(Arguments arguments) override;
 
 private:

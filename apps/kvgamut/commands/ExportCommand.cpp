@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ExportCommand.h"
 
+#include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/options/ReportOptions.h"
 #include "commands/process/ExitCode.h"
@@ -51,7 +52,7 @@ ExportCommand::ExportCommand(CLI::App& program)
     declareSettings(parser(), m_settings);
     parser()
         .add_option_function<std::string>(
-            "-o,--output", [this](const std::string& name) { m_output = QString::fromStdString(name); },
+            "-o,--output", [this](const std::string& name) { m_output = OptionValues::file(name); },
             "Output file, written completely or not at all; - for standard output")
         ->required()
         ->type_name("FILE");
@@ -95,6 +96,7 @@ QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
     const QString profile = saved.isEmpty() ? input.name : saved;
     if (m_format == savedSuffix)
         return SavedGamut{input.gamut->serialize(), profile}.bytes();
-    return MeshFormat::ofSuffix(m_format)->write(ColoredMesh::of(input.gamut->mesh()),
-                                                 {SafeText::shown(profile, SafeText::maxPathLength), input.gamut->report()});
+    return MeshFormat::ofSuffix(m_format)->write(
+        ColoredMesh::of(input.gamut->mesh()),
+        {SafeText::shown(profile, SafeText::maxPathLength), input.gamut->report()});
 }

@@ -12,6 +12,7 @@ class ExportCommand : public Command
 public:
     explicit ExportCommand(CLI::App& program);
 
+    Files files() const override { return {m_names, m_output}; }
     int run(Arguments arguments) override;
 
 private:

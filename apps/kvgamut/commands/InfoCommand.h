@@ -14,6 +14,7 @@ class InfoCommand : public Command
 public:
     explicit InfoCommand(CLI::App& program);
 
+    Files files() const override { return {m_names, m_report.output}; }
     int run(Arguments arguments) override;
 
 private:

@@ -127,7 +127,7 @@ InsideCommand::InsideCommand(CLI::App& program)
 {
     parser()
         .add_option_function<std::string>(
-            "PROFILE", [this](const std::string& word) { m_name = QString::fromStdString(word); },
+            "PROFILE", [this](const std::string& word) { m_name = OptionValues::file(word); },
             inputDescription())
         ->required()
         ->type_name("");
@@ -140,7 +140,7 @@ InsideCommand::InsideCommand(CLI::App& program)
     CLI::Option* file =
         parser()
             .add_option_function<std::string>(
-                "--points", [this](const std::string& word) { m_pointFile = QString::fromStdString(word); },
+                "--points", [this](const std::string& word) { m_pointFile = OptionValues::file(word); },
                 "Read the colours from a file: CSV, CGATS (.ti3, IT8), CxF, or the pixels of a picture")
             ->type_name("FILE")
             ->excludes(numbers);

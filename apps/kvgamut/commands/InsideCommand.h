@@ -13,6 +13,7 @@ class InsideCommand : public Command
 public:
     explicit InsideCommand(CLI::App& program);
 
+    Files files() const override { return {{m_name, m_pointFile}, m_report.output}; }
     int run(Arguments arguments) override;
 
 private:

@@ -2,6 +2,7 @@
 #include "RenderCommand.h"
 
 #include "GamutScene.h"
+#include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
@@ -60,7 +61,7 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_profiles.declare(parser());
     parser()
         .add_option_function<std::string>(
-            "-o,--output", [this](const std::string& word) { m_output = QString::fromStdString(word); },
+            "-o,--output", [this](const std::string& word) { m_output = OptionValues::file(word); },
             "Output file (PNG); - for standard output. Required without --reference")
         ->type_name("OUT.png");
     m_look.declare(parser());

@@ -16,6 +16,10 @@ class RenderCommand : public Command
 public:
     explicit RenderCommand(CLI::App& program);
 
+    Files files() const override
+    {
+        return {m_profiles.profiles + QStringList{m_reference.name()} + m_items.files(), m_output};
+    }
     int run(Arguments arguments) override;
 
 private:

@@ -95,7 +95,7 @@ void SliceCommand::declareOutput()
         ->type_name("FORMAT");
     parser()
         .add_option_function<std::string>(
-            "-o,--output", [this](const std::string& name) { m_output = QString::fromStdString(name); },
+            "-o,--output", [this](const std::string& name) { m_output = OptionValues::file(name); },
             "Output file, written completely or not at all; - for standard output (the default)")
         ->type_name("FILE");
     parser()

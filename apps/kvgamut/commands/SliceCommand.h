@@ -18,6 +18,7 @@ class SliceCommand : public Command
 public:
     explicit SliceCommand(CLI::App& program);
 
+    Files files() const override { return {m_names, m_output}; }
     int run(Arguments arguments) override;
 
 private:

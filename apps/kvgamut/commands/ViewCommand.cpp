@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewCommand.h"
 
+#include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
@@ -19,7 +20,7 @@ ViewCommand::ViewCommand(CLI::App& program)
     parser().final_callback([this] { m_look.check(); });
     parser()
         .add_option_function<std::string>(
-            "--session", [this](const std::string& word) { m_session = QString::fromStdString(word); },
+            "--session", [this](const std::string& word) { m_session = OptionValues::file(word); },
             "Restore a saved session")
         ->type_name("FILE");
     parser().add_flag("--stay", m_stay, "Keep the window open even if none of the inputs can be shown");

@@ -14,6 +14,7 @@ class VolumeCommand : public Command
 public:
     explicit VolumeCommand(CLI::App& program);
 
+    Files files() const override { return {m_names, m_report.output}; }
     int run(Arguments arguments) override;
 
 private:

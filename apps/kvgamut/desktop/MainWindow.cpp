@@ -64,11 +64,15 @@ MainWindow::MainWindow(QWidget* parent)
     resize(1280, 800);
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    cancelSession();
+}
 
 bool MainWindow::isComplete() const
 {
-    return !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() && m_comparison.isComplete();
+    return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
+           m_comparison.isComplete();
 }
 
 // --- Construction ---------------------------------------------------------------------------------

@@ -45,7 +45,7 @@ public:
     GamutListModel& gamuts() { return m_gamuts; }
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
-    /// Whether no load, comparison or file of points is in progress.
+    /// Whether no load, comparison, file of points or session is in progress.
     bool isComplete() const;
     /// @}
 
@@ -62,7 +62,10 @@ public:
     Session session() const;
     void restore(const Session& session);
     bool saveSession(const QString& file);
+    /// Reads @p file and shows the session. Waits for the file.
     bool openSession(const QString& file);
+    /// The same without waiting: the session appears when the file has been read.
+    void readSession(const QString& file);
 
     bool savePicture(const QString& file, const QSize& size);
     void copyPicture();
@@ -111,6 +114,8 @@ private:
     void askWhereToSavePicture();
     void askWhereToSaveSection();
     void closeAll();
+    void cancelSession();
+    bool restore(const Result<Session>& session, const QString& file);
     void remember(const QString& file);
     bool isSaved(const QString& file, const std::optional<Problem>& failure);
     void showKeys();
@@ -132,6 +137,7 @@ private:
     Inspector m_inspector;
     FileDrop m_drop;
     FileDrop m_pointDrop;
+    KVCompletionProtocolPtr m_sessionTask; ///< of the session that is being read; may be null
 
     QStackedWidget* m_pages;
     MessageBar* m_messages;

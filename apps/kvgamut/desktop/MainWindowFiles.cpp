@@ -15,6 +15,7 @@
 #include "desktop/view/CameraText.h"
 #include "model/inputs/BuiltInProfiles.h"
 
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtGui/QClipboard>
@@ -48,7 +49,7 @@ void MainWindow::open(const QStringList& files)
             addPoints({file});
             break;
         case FileKind::Session:
-            openSession(file);
+            readSession(file);
             break;
         }
     }
@@ -100,6 +101,7 @@ void MainWindow::remember(const QString& file)
 
 void MainWindow::cancelLoading()
 {
+    cancelSession();
     m_loader.cancelAll();
 }
 
@@ -126,7 +128,7 @@ void MainWindow::askForSession()
 {
     const QString file = FileDialogs::sessionToRestore(this);
     if (!file.isEmpty())
-        openSession(file);
+        readSession(file);
 }
 
 void MainWindow::askWhereToSaveSession()
@@ -195,7 +197,32 @@ bool MainWindow::saveSession(const QString& file)
 
 bool MainWindow::openSession(const QString& file)
 {
-    const Result<Session> session = SessionFile::read(file);
+    return restore(SessionFile::read(file), file);
+}
+
+void MainWindow::readSession(const QString& file)
+{
+    cancelSession();
+    m_sessionTask = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
+    QtConcurrent::run(SessionFile::read, file, m_sessionTask)
+        .then(this, [this, file, task = m_sessionTask](const Result<Session>& session) {
+            if (task->isCancelled())
+                return;
+            m_sessionTask.reset();
+            restore(session, file);
+        });
+}
+
+void MainWindow::cancelSession()
+{
+    if (m_sessionTask)
+        m_sessionTask->cancel();
+    m_sessionTask.reset();
+}
+
+/// Shows the session of @p file, or why there is none.
+bool MainWindow::restore(const Result<Session>& session, const QString& file)
+{
     if (!session) {
         say(session.error());
         return false;

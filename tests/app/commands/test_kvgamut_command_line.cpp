@@ -88,6 +88,16 @@ TEST_F(CommandLineTest, helpNeedsNoDisplay)
     EXPECT_TRUE(succeeded(kvgamut({QStringLiteral("view"), QStringLiteral("--help")}, withoutDisplay())));
 }
 
+TEST_F(CommandLineTest, reportsHelpThatCannotBeWritten)
+{
+    for (const char* arguments : {"--help", "--version", "volume --help"}) {
+        const Answer answer = shell(QStringLiteral("exec \"$KVGAMUT\" $1 > /dev/full"),
+                                    {QLatin1String(arguments)}, withoutDisplay());
+        EXPECT_EQ(answer.exitCode, BadOutput) << arguments;
+        EXPECT_EQ(answer.errors, "kvgamut: 'standard output': cannot be written: No space left on device\n");
+    }
+}
+
 TEST_F(CommandLineTest, versionIsOneLine)
 {
     const Answer answer = kvgamut({QStringLiteral("--version")});

@@ -238,6 +238,28 @@ TEST_F(InsideTest, reportsMeasurementsWithoutColumnNames)
                                .arg(name)));
 }
 
+TEST_F(InsideTest, readsPointsFromStandardInput)
+{
+    for (const char* name : {"-", "/dev/stdin", "<(cat)"}) {
+        const Answer answer =
+            shell(QStringLiteral("echo 50,0,0 | \"$KVGAMUT\" inside sRGB --format csv --points ") +
+                      QLatin1String(name),
+                  {}, withoutDisplay());
+        EXPECT_TRUE(succeeded(answer)) << name;
+        EXPECT_TRUE(answer.output.contains(",50.0000,0.0000,0.0000,")) << answer.output.toStdString();
+    }
+}
+
+TEST_F(InsideTest, refusesEndlessPoints)
+{
+    EXPECT_TRUE(failedWith(run(words("inside sRGB --points /dev/zero")), BadInput,
+                           QStringLiteral("kvgamut: '/dev/zero': neither a regular file nor a pipe")));
+    EXPECT_TRUE(failedWith(
+        shell(QStringLiteral("yes 50,0,0 | \"$KVGAMUT\" inside sRGB --points -"), {}, withoutDisplay()),
+        BadInput,
+        QStringLiteral("kvgamut: 'standard input': larger than 64 MiB, the limit for files of this kind")));
+}
+
 TEST_F(InsideTest, reportsOmittedPointsAndPrintsTheOthers)
 {
     const QString name =

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/support/Numbers.h"
 
+#include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/SavedGamut.h"
 
@@ -164,6 +165,58 @@ TEST_F(ReportTest, reportsAFileThatCannotBeWritten)
                        QStringLiteral("kvgamut: '/dev/full': cannot be written: No space left on device")));
     }
     EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(ReportTest, doesNotOverwriteItsInput)
+{
+    const QString file = path(QStringLiteral("mine.icc"));
+    const QString link = path(QStringLiteral("link"));
+    const QByteArray profile = BuiltInProfiles::profile(QStringLiteral("AdobeRGB"));
+    write(file, profile);
+    ASSERT_TRUE(QFile::link(file, link));
+    for (const QString& output : {file, link}) {
+        EXPECT_TRUE(failedWith(
+            run({QStringLiteral("volume"), QStringLiteral("sRGB"), file, QStringLiteral("-o"), output}),
+            WrongUsage,
+            QStringLiteral("kvgamut: '%1': the output would overwrite this input; choose another name")
+                .arg(file)));
+        EXPECT_EQ(run({QStringLiteral("export"), file, QStringLiteral("--format"), QStringLiteral("ply"),
+                       QStringLiteral("-o"), output})
+                      .exitCode,
+                  WrongUsage);
+    }
+    EXPECT_EQ(run({QStringLiteral("inside"), QStringLiteral("sRGB"), QStringLiteral("--points"), file,
+                   QStringLiteral("-o"), file})
+                  .exitCode,
+              WrongUsage);
+    EXPECT_EQ(contents(file), profile);
+}
+
+TEST_F(ReportTest, readsFilesWhoseNamesAreNotUtf8)
+{
+    const Answer answer = shell(
+        QStringLiteral("cd \"$1\" && f=$'caf\\xe9' && cp \"$2\" \"$f\" && \"$KVGAMUT\" info \"$f\" "
+                       "--format csv; \"$KVGAMUT\" volume sRGB -o \"$f.csv\"; r=$?; rm \"$f\"; ls; exit $r"),
+        {path(QString()), QStringLiteral(KVGAMUT_CMYK_PROFILE)}, withoutDisplay());
+    EXPECT_EQ(answer.exitCode, BadOutput);
+    EXPECT_TRUE(answer.output.contains("\ncaf\\xe9,profile,")) << answer.output.toStdString();
+    EXPECT_EQ(answer.errors, "kvgamut: 'caf\\xe9.csv': cannot be written: the name is not UTF-8\n");
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(ReportTest, printsNoControlCharactersOfArguments)
+{
+    const Answer answer = run({QStringLiteral("volume"), QStringLiteral("a\x1b]0;x\x07\u202e")});
+    EXPECT_EQ(answer.errors, "kvgamut: 'a\\x1b]0;x\\x07\\u202e': no such file\n");
+    EXPECT_FALSE(run({QStringLiteral("volume"), QStringLiteral("--\x1b")}).errors.contains('\x1b'));
+}
+
+TEST_F(ReportTest, readsAProfileFromStandardInput)
+{
+    const Answer answer = shell(QStringLiteral("cat \"$1\" | \"$KVGAMUT\" info - --format csv"),
+                                {QStringLiteral(KVGAMUT_CMYK_PROFILE)}, withoutDisplay());
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_TRUE(answer.output.contains("\n-,profile,")) << answer.output.toStdString();
 }
 
 TEST_F(ReportTest, keepsTheOldFileWhenSpaceRunsOut)

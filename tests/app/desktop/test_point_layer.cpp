@@ -250,7 +250,7 @@ TEST_F(PicturePixels, areConvertedThroughTheEmbeddedProfile)
 {
     QImage picture = red(4, 4);
     picture.setColorSpace(QColorSpace::fromIccProfile(BuiltInProfiles::profile(QStringLiteral("AdobeRGB"))));
-    const PointSet set = readPicturePoints(save(picture)).value();
+    const PointSet set = readPoints(save(picture)).value();
     EXPECT_FALSE(set.note);
     ASSERT_EQ(set.points.size(), 1);
     // Lab (D50) of Adobe RGB's red, from its published primaries
@@ -259,7 +259,7 @@ TEST_F(PicturePixels, areConvertedThroughTheEmbeddedProfile)
 
 TEST_F(PicturePixels, areTakenAsSrgbWithoutAProfile)
 {
-    const PointSet set = readPicturePoints(save(red(4, 4))).value();
+    const PointSet set = readPoints(save(red(4, 4))).value();
     ASSERT_EQ(set.points.size(), 1);
     EXPECT_LT((vectorOf(set.points[0].lab) - QVector3D(54.29f, 80.81f, 69.89f)).length(), 0.5f);
     EXPECT_EQ(set.note.value().code, Problem::Code(ProblemCode::PictureTakenAsSrgb));
@@ -271,7 +271,7 @@ TEST_F(PicturePixels, haveTheWeightOfTheirShare)
     for (int y = 0; y < 10; ++y)
         for (int x = 0; x < 10; ++x)
             picture.setPixelColor(x, y, Qt::white);
-    const PointSet set = readPicturePoints(save(picture)).value();
+    const PointSet set = readPoints(save(picture)).value();
     ASSERT_EQ(set.points.size(), 2);
     const auto& white = set.points[0].lab.L > 90.0f ? set.points[0] : set.points[1];
     EXPECT_NEAR(white.weight, 0.25, 1e-9);
@@ -283,7 +283,7 @@ TEST_F(PicturePixels, areSampledInLargePictures)
     for (int y = 0; y < 1000; ++y)
         for (int x = 0; x < 500; ++x)
             picture.setPixelColor(x, y, Qt::white);
-    const PointSet set = readPicturePoints(save(picture)).value();
+    const PointSet set = readPoints(save(picture)).value();
     ASSERT_EQ(set.points.size(), 2);
     const auto& white = set.points[0].lab.L > 90.0f ? set.points[0] : set.points[1];
     EXPECT_NEAR(white.weight, 0.25, 0.01);
@@ -293,9 +293,9 @@ TEST_F(PicturePixels, areLeftOutWhereTransparent)
 {
     QImage picture(4, 4, QImage::Format_ARGB32);
     picture.fill(Qt::transparent);
-    EXPECT_EQ(readPicturePoints(save(picture)).error().code, Problem::Code(ProblemCode::PictureTransparent));
+    EXPECT_EQ(readPoints(save(picture)).error().code, Problem::Code(ProblemCode::PictureTransparent));
     picture.setPixelColor(1, 1, Qt::red);
-    EXPECT_EQ(readPicturePoints(save(picture)).value().points.size(), 1);
+    EXPECT_EQ(readPoints(save(picture)).value().points.size(), 1);
 }
 
 void append32(QByteArray& bytes, quint32 value)
@@ -337,9 +337,9 @@ TEST_F(PicturePixels, areRefusedIfTheirProfileIsTooCostly)
 {
     const QString path = folder.filePath(QStringLiteral("costly.png"));
     testpictures::writePng(path, profileOfMatrices(10));
-    EXPECT_TRUE(readPicturePoints(path));
+    EXPECT_TRUE(readPoints(path));
     testpictures::writePng(path, profileOfMatrices(2000));
-    const Result<PointSet> set = readPicturePoints(path);
+    const Result<PointSet> set = readPoints(path);
     ASSERT_FALSE(set);
     EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::PictureProfileInvalid));
     ASSERT_TRUE(set.error().cause);
@@ -351,10 +351,10 @@ TEST_F(PicturePixels, areNotConvertedAfterACancellation)
 {
     const QString path = save(red(4, 4));
     const auto task = KVCompletionProtocol::createTask(path);
-    EXPECT_TRUE(readPicturePoints(path, task));
+    EXPECT_TRUE(readPoints(path, task));
     EXPECT_EQ(task->progress(), 1.0f);
     task->cancel();
-    EXPECT_TRUE(readPicturePoints(path, task).error().isCancelled());
+    EXPECT_TRUE(readPoints(path, task).error().isCancelled());
 }
 
 TEST_F(PicturePixels, areRefusedInCmyk)
@@ -363,7 +363,7 @@ TEST_F(PicturePixels, areRefusedInCmyk)
     QFile profile(QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"));
     ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
     testpictures::writeCmykJpeg(path, profile.readAll());
-    const Result<PointSet> set = readPicturePoints(path);
+    const Result<PointSet> set = readPoints(path);
     EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::PictureSpaceUnknown));
     EXPECT_EQ(set.error().subject, path);
 }

@@ -189,4 +189,16 @@ TEST(FileKind, dependsOnTheSuffix)
     EXPECT_EQ(fileKind(QStringLiteral("monday.kvsession")), FileKind::Session);
 }
 
+TEST(Session, hasAtMostAThousandEntries)
+{
+    const Problem problem = problemWith([](QJsonObject& json) {
+        QJsonArray files;
+        for (int i = 0; i <= 1000; ++i)
+            files.append(QStringLiteral("/dev/zero"));
+        json.insert(QStringLiteral("points"), files);
+    });
+    EXPECT_EQ(problem.code, Problem::Code(ProblemCode::SessionTooLong));
+    EXPECT_EQ(problem.arguments, QStringList({QStringLiteral("points"), QStringLiteral("1000")}));
+}
+
 } // namespace

@@ -16,6 +16,8 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
@@ -311,6 +313,17 @@ TEST_F(Window, keepsItsContentWhenASessionIsInvalid)
     EXPECT_FALSE(window.openSession(path(QStringLiteral("missing.kvsession"))));
     EXPECT_EQ(problems.count(), 2);
     EXPECT_EQ(window.gamuts().rowCount(), 1);
+}
+
+TEST_F(Window, staysUsableWhileASessionDoesNotAnswer)
+{
+    const QString pipe = path(QStringLiteral("pipe.kvsession"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0); // nobody writes to it
+    window.open({pipe});
+    EXPECT_FALSE(window.isComplete());
+    window.cancelLoading();
+    EXPECT_TRUE(window.isComplete());
+    window.readSession(pipe); // the window can also be closed
 }
 
 TEST_F(Window, remembersRecentFiles)

@@ -24,6 +24,11 @@ int argumentCount(ProblemCode code)
         return 4;
     case ProblemCode::SessionNotInRange:
         return 3;
+    case ProblemCode::TooManyColumns:
+    case ProblemCode::LineTooLong:
+    case ProblemCode::XmlTooDeep:
+    case ProblemCode::XmlTooManyAttributes:
+    case ProblemCode::SessionTooLong:
     case ProblemCode::CgatsIncludesFile:
     case ProblemCode::CgatsUnfinished:
     case ProblemCode::ObjectsWithoutLab:
@@ -33,6 +38,10 @@ int argumentCount(ProblemCode code)
     case ProblemCode::ReferenceSizeDiffers:
     case ProblemCode::ReferenceDiffers:
         return 2;
+    case ProblemCode::InputTooLarge:
+    case ProblemCode::TooManyPixels:
+    case ProblemCode::TooManyPoints:
+    case ProblemCode::XmlHasDocumentType:
     case ProblemCode::CgatsWithoutFormat:
     case ProblemCode::OtherReason:
     case ProblemCode::PictureDamaged:
@@ -58,6 +67,10 @@ int argumentCount(ProblemCode code)
     case ProblemCode::TooManyOpenFiles:
     case ProblemCode::BrokenPipe:
     case ProblemCode::InvalidDescriptor:
+    case ProblemCode::NameNotUtf8:
+    case ProblemCode::OutputIsInput:
+    case ProblemCode::NotAFileOrPipe:
+    case ProblemCode::NotText:
     case ProblemCode::CannotRead:
     case ProblemCode::CannotWrite:
     case ProblemCode::UnknownFormat:

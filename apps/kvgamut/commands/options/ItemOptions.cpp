@@ -45,7 +45,7 @@ void ItemOptions::declare(CLI::App& parser)
     const auto file = [&parser](const char* name, QString& target, const char* help) {
         return parser
             .add_option_function<std::string>(
-                name, [&target](const std::string& word) { target = QString::fromStdString(word); }, help)
+                name, [&target](const std::string& word) { target = OptionValues::file(word); }, help)
             ->type_name("FILE");
     };
     const auto size = [&parser](const char* name, float& target, const char* help) {

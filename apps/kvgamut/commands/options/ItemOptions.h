@@ -20,6 +20,8 @@ struct ItemOptions
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
 
+    QStringList files() const { return {markers, points, line}; }
+
     /// Reads the files and adds their positions to @p viewer. Prints what cannot be read.
     /// @return whether everything was read
     bool addTo(KVGamut3DViewer& viewer) const;

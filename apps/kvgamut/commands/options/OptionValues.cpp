@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OptionValues.h"
 
+#include "model/inputs/FileName.h"
+
 #include <CLI/CLI.hpp>
 
 #include <QtCore/QRegularExpression>
@@ -24,6 +26,11 @@ QStringList partsOf(const std::string& word)
 }
 
 } // namespace
+
+QString OptionValues::file(const std::string& word)
+{
+    return FileName::decoded(QByteArray::fromStdString(word));
+}
 
 QSize OptionValues::size(const std::string& word)
 {

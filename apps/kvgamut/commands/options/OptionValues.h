@@ -13,6 +13,8 @@
 /// says what was expected.
 namespace OptionValues {
 
+/// The name of a file, from the bytes of the command line.
+QString file(const std::string& word);
 /// "1024x768"; width and height from 16 to 8192.
 QSize size(const std::string& word);
 /// Wraps @p take so that the errors it throws name the option.

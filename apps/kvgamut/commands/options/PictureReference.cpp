@@ -26,7 +26,7 @@ void PictureReference::declare(CLI::App& parser)
     CLI::Option* reference =
         parser
             .add_option_function<std::string>(
-                "--reference", [this](const std::string& word) { m_name = QString::fromStdString(word); },
+                "--reference", [this](const std::string& word) { m_name = OptionValues::file(word); },
                 "Compare the picture with this one; exit code 4 when they differ by more than the threshold")
             ->type_name("PICTURE.png");
     parser

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ProfileOptions.h"
 
+#include "OptionValues.h"
 #include "model/inputs/BuiltInProfiles.h"
 
 #include <map>
@@ -21,7 +22,7 @@ CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* wo
             word,
             [&inputs](const std::vector<std::string>& words) {
                 for (const std::string& name : words)
-                    inputs.append(QString::fromStdString(name));
+                    inputs.append(OptionValues::file(name));
             },
             inputDescription())
         ->required()

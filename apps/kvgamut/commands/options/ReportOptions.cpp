@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ReportOptions.h"
 
+#include "OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
@@ -23,7 +24,7 @@ void ReportOptions::declare(CLI::App& parser)
         ->type_name("FORMAT");
     parser
         .add_option_function<std::string>(
-            "-o,--output", [this](const std::string& name) { output = QString::fromStdString(name); },
+            "-o,--output", [this](const std::string& name) { output = OptionValues::file(name); },
             "Output file, written completely or not at all; - for standard output (the default)")
         ->type_name("FILE");
     parser.add_flag("--quiet", quiet, "Show no progress bar (terminals show one after half a second)");

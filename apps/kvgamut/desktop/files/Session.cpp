@@ -2,6 +2,7 @@
 #include "Session.h"
 
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/InputLimits.h"
 #include "model/pictures/ObliqueView.h"
 
 #include <QtCore/QJsonArray>
@@ -160,7 +161,10 @@ public:
         const QJsonValue value = take(key);
         if (!value.isArray())
             refuse(key, value, ProblemCode::SessionNotList);
-        return value.toArray();
+        if (value.toArray().size() <= InputLimits::maxSessionFiles)
+            return value.toArray();
+        fail(key, ProblemCode::SessionTooLong, {QString::number(InputLimits::maxSessionFiles)});
+        return {};
     }
 
     Reader group(const char* key) const

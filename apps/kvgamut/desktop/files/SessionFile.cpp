@@ -2,13 +2,13 @@
 #include "SessionFile.h"
 
 #include "model/export/OutputFile.h"
-#include "model/inputs/InputFile.h"
+#include "model/inputs/InputGate.h"
 
 #include <QtCore/QFileInfo>
 
-Result<Session> SessionFile::read(const QString& file)
+Result<Session> SessionFile::read(const QString& file, const KVCompletionProtocolPtr& task)
 {
-    const Result<QByteArray> json = readInput(file);
+    const Result<QByteArray> json = InputGate::read(file, InputKind::Session, task);
     if (!json)
         return failure(json.error());
     Result<Session> session = Session::fromJson(*json, QFileInfo(file).absoluteDir());

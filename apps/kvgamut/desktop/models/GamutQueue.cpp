@@ -87,7 +87,7 @@ GamutQueue::Outcome GamutQueue::compute(const QString& input, std::optional<Gamu
     if (protocol->isCancelled()) // cancelled while it waited for a thread
         return outcome;
     if (!source) {
-        Result<GamutSource> opened = GamutSource::open(input);
+        Result<GamutSource> opened = GamutSource::open(input, protocol);
         if (!opened) {
             outcome.gamut = failure(opened.error());
             return outcome;

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OutputFile.h"
 
+#include "model/inputs/FileName.h"
 #include "model/problems/SystemReason.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
 #include <cstdio>
+#include <sys/stat.h>
 
 namespace {
 
@@ -39,7 +41,27 @@ std::optional<Problem> writeInto(QFile& file, const QString& name, const QByteAr
     return failed(name, file);
 }
 
+/// What the system knows about a regular file; nullopt if @p name is none.
+std::optional<struct stat> factsOf(const QString& name)
+{
+    struct stat facts = {};
+    if (::stat(FileName::encoded(name).constData(), &facts) != 0 || !S_ISREG(facts.st_mode))
+        return std::nullopt;
+    return facts;
+}
+
 } // namespace
+
+std::optional<Problem> overwritesInput(const QString& output, const QStringList& inputs)
+{
+    const auto written = factsOf(output);
+    for (const QString& input : inputs) {
+        const auto read = factsOf(input);
+        if (written && read && written->st_dev == read->st_dev && written->st_ino == read->st_ino)
+            return Problem(ProblemCode::OutputIsInput).about(input);
+    }
+    return std::nullopt;
+}
 
 std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes)
 {
@@ -50,6 +72,8 @@ std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes)
         return writeInto(standardOutput, QStringLiteral("standard output"), bytes);
     }
 
+    if (!FileName::isUtf8(name)) // Qt would write a file with another name
+        return Problem(ProblemCode::CannotWrite).about(name).because(Problem(ProblemCode::NameNotUtf8));
     const QFileInfo present(name);
     if (present.exists() && !present.isFile() && !present.isDir()) {
         QFile device(name);

@@ -5,6 +5,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <optional>
 
@@ -12,3 +13,7 @@
 /// content. "-" is standard output.
 /// @return CannotWrite, about the file, if that fails
 [[nodiscard]] std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes);
+
+/// OutputIsInput, about the input, if @p output is the same regular file as one of @p inputs, by whatever
+/// names; else nullopt.
+[[nodiscard]] std::optional<Problem> overwritesInput(const QString& output, const QStringList& inputs);

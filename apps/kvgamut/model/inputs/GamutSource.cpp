@@ -2,72 +2,64 @@
 #include "GamutSource.h"
 
 #include "BuiltInProfiles.h"
-#include "InputFile.h"
+#include "InputGate.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
-#include "model/problems/SystemReason.h"
-
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
 namespace {
 
 // Every ICC profile has this signature at this offset.
 constexpr int iccSignatureOffset = 36;
 constexpr QByteArrayView iccSignature("acsp");
-constexpr int maxMarkerSize = iccSignatureOffset + iccSignature.size();
-static_assert(maxMarkerSize >= SavedGamut::markerSize);
+static_assert(InputGate::startSize >= iccSignatureOffset + iccSignature.size());
+static_assert(InputGate::startSize >= SavedGamut::markerSize);
 
-constexpr qint64 maxSavedGamutSize = qint64(1) << 30;
-
-/// The first bytes of a regular file. Empty for anything else: a pipe or a device may never end.
-QByteArray startOf(const QString& name)
+std::optional<InputKind> kindOf(const QByteArray& start)
 {
-    QFile file(name);
-    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    return file.read(maxMarkerSize);
+    if (PictureProfile::isPicture(start))
+        return InputKind::Picture;
+    if (SavedGamut::isSavedGamut(start))
+        return InputKind::SavedGamut;
+    if (start.isEmpty() || start.mid(iccSignatureOffset, iccSignature.size()) == iccSignature)
+        return InputKind::Profile; // the engine reports an empty file
+    return {};
+}
+
+/// A missing file and a folder have the codes of the engine, which hosts know.
+Problem readProblem(const Problem& problem)
+{
+    if (problem.cause && problem.cause->code == Problem::Code(ProblemCode::NoSuchFile))
+        return Problem(KVProblemCode::FileNotFound, {}, problem.subject);
+    if (problem.cause && problem.cause->code == Problem::Code(ProblemCode::IsDirectory))
+        return Problem(KVProblemCode::NotAFile, {}, problem.subject);
+    return problem;
 }
 
 } // namespace
 
-Result<GamutSource> GamutSource::open(const QString& name)
+Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionProtocolPtr& task)
 {
     const QByteArray builtIn = BuiltInProfiles::profile(name);
     if (!builtIn.isEmpty())
         return ofProfileData(name, builtIn);
-    const QByteArray start = startOf(name);
-    if (PictureProfile::isPicture(start))
-        return ofPicture(name);
-    if (SavedGamut::isSavedGamut(start))
-        return ofSavedGamut(name);
-    // the engine reports why the file cannot be read
-    if (start.isEmpty() || start.mid(iccSignatureOffset) == iccSignature)
-        return ofProfile(name,
-                         KVProfilePtr(KVProfileCreateWithPath(name.toUtf8().constData()), KVProfileRelease));
-    return failure(Problem(ProblemCode::UnknownFormat).about(name));
+    const Result<QByteArray> content = InputGate::read(name, kindOf, task);
+    if (!content)
+        return failure(readProblem(content.error()));
+    switch (kindOf(*content).value_or(InputKind::Profile)) {
+    case InputKind::Picture:
+        return ofPicture(name, *content);
+    case InputKind::SavedGamut:
+        return ofSavedGamut(name, *content);
+    default:
+        return ofProfileData(name, *content);
+    }
 }
-
-namespace {
-
-/// Why the engine could not open the profile @p name. The operating system's reason becomes a cause with
-/// a code, so that it can be translated.
-Problem profileProblem(const QString& name)
-{
-    const KVProblem problem = KVProfileProblem().value_or(KVProblem());
-    if (problem.code == KVProblemCode::FileUnreadable)
-        return Problem(ProblemCode::CannotRead, {}, name)
-            .because(SystemReason::ofErrno(problem.arguments.value(1).toInt()));
-    return Problem(problem).about(name);
-}
-
-} // namespace
 
 /// @param profile the result of the engine; if null, KVProfileProblem() says why
 Result<GamutSource> GamutSource::ofProfile(const QString& name, const KVProfilePtr& profile)
 {
     if (!profile)
-        return failure(profileProblem(name));
+        return failure(Problem(KVProfileProblem().value_or(KVProblem())).about(name));
     GamutSource source(name);
     source.m_profile = profile;
     return source;
@@ -75,24 +67,24 @@ Result<GamutSource> GamutSource::ofProfile(const QString& name, const KVProfileP
 
 Result<GamutSource> GamutSource::ofProfileData(const QString& name, const QByteArray& bytes)
 {
+    if (bytes.isEmpty())
+        return failure(Problem(KVProblemCode::NotAProfile).about(name));
     return ofProfile(name,
                      KVProfilePtr(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
                                   KVProfileRelease));
 }
 
-Result<GamutSource> GamutSource::ofPicture(const QString& name)
+Result<GamutSource> GamutSource::ofPicture(const QString& name, const QByteArray& bytes)
 {
-    const Result<QByteArray> icc = PictureProfile::read(name);
+    const Result<QByteArray> icc = PictureProfile::read(bytes);
     if (!icc)
         return failure(icc.error().about(name));
     return ofProfileData(name, *icc);
 }
 
-Result<GamutSource> GamutSource::ofSavedGamut(const QString& name)
+Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteArray& bytes)
 {
-    const Result<SavedGamut> saved = readInput(name, maxSavedGamutSize).and_then([](const QByteArray& bytes) {
-        return SavedGamut::read(bytes);
-    });
+    const Result<SavedGamut> saved = SavedGamut::read(bytes);
     if (!saved)
         return failure(saved.error().about(name));
     GamutSource source(name);

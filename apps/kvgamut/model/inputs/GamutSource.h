@@ -16,7 +16,9 @@ public:
     /// Opens @p name: a built-in profile, or else a file. The content of the file decides what it is: an ICC
     /// profile, a PNG, JPEG or TIFF picture with an embedded profile, or a saved gamut.
     /// To open a file that is named like a built-in profile, write "./sRGB".
-    static Result<GamutSource> open(const QString& name);
+    /// "-" is standard input.
+    /// @param task cancels reading; may be null
+    static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {});
 
     /// The name that was passed to open().
     QString name() const { return m_name; }
@@ -41,8 +43,8 @@ private:
 
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
     static Result<GamutSource> ofProfileData(const QString& name, const QByteArray& bytes);
-    static Result<GamutSource> ofPicture(const QString& name);
-    static Result<GamutSource> ofSavedGamut(const QString& name);
+    static Result<GamutSource> ofPicture(const QString& name, const QByteArray& bytes);
+    static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
 
     QString m_name;
     KVProfilePtr m_profile;

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PictureProfile.h"
 
-#include "model/problems/SystemReason.h"
-
-#include <QtCore/QFile>
-
-#include <cerrno>
+#include <algorithm>
 #include <csetjmp>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include <jpeglib.h>
 #include <png.h>
@@ -24,11 +21,22 @@ namespace {
 
 constexpr png_alloc_size_t maxProfileSize = png_alloc_size_t(256) << 20;
 
-struct CloseFile
+/// A picture in memory and the place where the next byte is read.
+struct Source
 {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    const QByteArray& bytes;
+    qint64 at = 0;
+
+    /// Copies up to @p count bytes. @return their number
+    std::size_t read(void* to, std::size_t count)
+    {
+        const auto left = static_cast<std::size_t>(bytes.size() - at);
+        const std::size_t size = std::min(count, left);
+        std::memcpy(to, bytes.constData() + at, size);
+        at += static_cast<qint64>(size);
+        return size;
+    }
 };
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 enum class Kind
 {
@@ -85,7 +93,13 @@ void pngFailed(png_structp png, png_const_charp message)
 
 void pngWarned(png_structp, png_const_charp) {}
 
-void readPng(std::FILE* file, Found& found)
+void pngRead(png_structp png, png_bytep to, png_size_t count)
+{
+    if (static_cast<Source*>(png_get_io_ptr(png))->read(to, count) != count)
+        png_error(png, "the file ends too early");
+}
+
+void readPng(Source& source, Found& found)
 {
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &found, pngFailed, pngWarned);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
@@ -95,7 +109,7 @@ void readPng(std::FILE* file, Found& found)
         return;
     }
     png_set_chunk_malloc_max(png, maxProfileSize);
-    png_init_io(png, file);
+    png_set_read_fn(png, &source, pngRead);
     png_read_info(png, info);
     png_charp name = nullptr;
     png_bytep bytes = nullptr;
@@ -123,7 +137,7 @@ void jpegFailed(j_common_ptr jpeg)
 
 void jpegWarned(j_common_ptr, int) {}
 
-void readJpeg(std::FILE* file, Found& found)
+void readJpeg(const Source& source, Found& found)
 {
     jpeg_decompress_struct jpeg{};
     JpegErrors errors;
@@ -137,7 +151,8 @@ void readJpeg(std::FILE* file, Found& found)
         return;
     }
     jpeg_create_decompress(&jpeg);
-    jpeg_stdio_src(&jpeg, file);
+    jpeg_mem_src(&jpeg, reinterpret_cast<const unsigned char*>(source.bytes.constData()),
+                 static_cast<unsigned long>(source.bytes.size()));
     jpeg_save_markers(&jpeg, JPEG_APP0 + 2, 0xFFFF);
     jpeg_read_header(&jpeg, TRUE);
     JOCTET* bytes = nullptr;
@@ -164,14 +179,57 @@ int tiffWarned(TIFF*, void*, const char*, const char*, va_list)
     return 1;
 }
 
-void readTiff(const QByteArray& path, Found& found)
+tmsize_t tiffRead(thandle_t source, void* to, tmsize_t count)
 {
-    const std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)> options(TIFFOpenOptionsAlloc(),
-                                                                                   TIFFOpenOptionsFree);
+    return static_cast<tmsize_t>(static_cast<Source*>(source)->read(to, static_cast<std::size_t>(count)));
+}
+
+tmsize_t tiffWrite(thandle_t, void*, tmsize_t)
+{
+    return 0;
+}
+
+toff_t tiffSeek(thandle_t handle, toff_t offset, int from)
+{
+    auto* source = static_cast<Source*>(handle);
+    const qint64 start = from == SEEK_CUR ? source->at : from == SEEK_END ? source->bytes.size() : 0;
+    const qint64 target = start + static_cast<qint64>(offset);
+    if (target < 0 || target > source->bytes.size())
+        return static_cast<toff_t>(-1);
+    source->at = target;
+    return static_cast<toff_t>(target);
+}
+
+int tiffClose(thandle_t)
+{
+    return 0;
+}
+
+toff_t tiffSize(thandle_t source)
+{
+    return static_cast<toff_t>(static_cast<Source*>(source)->bytes.size());
+}
+
+using TiffOptions = std::unique_ptr<TIFFOpenOptions, decltype(&TIFFOpenOptionsFree)>;
+
+TiffOptions tiffOptions(Found& found)
+{
+    TiffOptions options(TIFFOpenOptionsAlloc(), TIFFOpenOptionsFree);
+    if (!options)
+        throw std::bad_alloc();
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), static_cast<tmsize_t>(maxProfileSize));
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), tiffFailed, &found);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), tiffWarned, nullptr);
-    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(TIFFOpenExt(path.constData(), "rm", options.get()),
-                                                           TIFFClose);
+    return options;
+}
+
+void readTiff(Source& source, Found& found)
+{
+    const TiffOptions options = tiffOptions(found);
+    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(
+        TIFFClientOpenExt("", "rm", &source, tiffRead, tiffWrite, tiffSeek, tiffClose, tiffSize, nullptr,
+                          nullptr, options.get()),
+        TIFFClose);
     if (!tiff) {
         found.damaged = true;
         return;
@@ -182,15 +240,15 @@ void readTiff(const QByteArray& path, Found& found)
         found.keep(bytes, size);
 }
 
-void readPicture(Kind kind, const QByteArray& path, std::FILE* file, Found& found)
+void readPicture(Kind kind, Source& source, Found& found)
 {
     switch (kind) {
     case Kind::Png:
-        return readPng(file, found);
+        return readPng(source, found);
     case Kind::Jpeg:
-        return readJpeg(file, found);
+        return readJpeg(source, found);
     case Kind::Tiff:
-        return readTiff(path, found);
+        return readTiff(source, found);
     case Kind::None:
         return;
     }
@@ -218,18 +276,17 @@ bool PictureProfile::isPicture(const QByteArray& start)
     return kindOf(start) != Kind::None;
 }
 
-Result<QByteArray> PictureProfile::read(const QString& path)
+QByteArray PictureProfile::formatOf(const QByteArray& start)
 {
-    const QByteArray encoded = QFile::encodeName(path);
-    const File file(std::fopen(encoded.constData(), "rb"));
-    char start[4] = {};
-    if (!file || std::fread(start, 1, sizeof start, file.get()) != sizeof start)
-        return failure(Problem(ProblemCode::CannotRead).because(SystemReason::ofErrno(errno)));
-    std::rewind(file.get());
+    return nameOf(kindOf(start)).toLower().toLatin1();
+}
 
-    const Kind kind = kindOf(QByteArray(start, sizeof start));
+Result<QByteArray> PictureProfile::read(const QByteArray& picture)
+{
+    const Kind kind = kindOf(picture);
+    Source source{picture};
     Found found;
-    readPicture(kind, encoded, file.get(), found);
+    readPicture(kind, source, found);
     if (found.damaged) {
         const Problem reason(ProblemCode::OtherReason, {QString::fromUtf8(found.message).trimmed()});
         return failure(Problem(ProblemCode::PictureDamaged, {nameOf(kind)}).because(reason));

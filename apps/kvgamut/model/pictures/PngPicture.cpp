@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PngPicture.h"
 
-#include "model/inputs/InputFile.h"
+#include "model/inputs/InputGate.h"
 
 #include <png.h>
 
@@ -41,6 +41,7 @@ Result<QImage> decoded(const QByteArray& bytes)
 
 Result<QImage> readPng(const QString& name)
 {
-    return readInput(name).and_then(decoded).map_error(
-        [&name](const Problem& problem) { return problem.about(name); });
+    return InputGate::read(name, InputKind::Reference)
+        .and_then(decoded)
+        .map_error([&name](const Problem& problem) { return problem.about(name); });
 }

@@ -2,11 +2,13 @@
 #include "PicturePoints.h"
 
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/InputGate.h"
 #include "model/inputs/LittleCms.h"
 #include "model/inputs/PictureProfile.h"
 
 #include <platform/KVVelmoraFramework.h>
 
+#include <QtCore/QBuffer>
 #include <QtGui/QImage>
 #include <QtGui/QImageReader>
 
@@ -15,6 +17,7 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 using LittleCms::Context;
@@ -26,6 +29,7 @@ constexpr float cellEdge = 4.0f;
 constexpr qsizetype maxDrawnPoints = 1200; // each is drawn as a small sphere
 constexpr qsizetype maxSamples = 250000;   // the conversion takes about 0.1 s
 constexpr std::size_t pixelsPerBlock = 1024;
+constexpr int maxPictureMegabytes = 1024; // 16 bits for each of four channels, and some more
 
 struct TransformDeleter
 {
@@ -72,7 +76,7 @@ Result<std::vector<KVGamut::LabPoint>> converted(cmsHTRANSFORM transform, const 
     std::vector<KVGamut::LabPoint> colours;
     colours.reserve(count);
     for (std::size_t start = 0; start < count; start += pixelsPerBlock) {
-        if (task && task->isCancelled())
+        if (InputGate::isCancelled(task))
             return failure(KVProblemCode::Cancelled);
         const std::size_t size = std::min(pixelsPerBlock, count - start);
         cmsDoTransform(transform, values.data() + start * channels, labs.data(),
@@ -89,10 +93,45 @@ Result<std::vector<KVGamut::LabPoint>> converted(cmsHTRANSFORM transform, const 
     return colours;
 }
 
-Result<QImage> decoded(const QString& file)
+/// A file in memory that ends early after a cancellation, so that a decoder stops, too.
+class CancellableFile : public QBuffer
 {
-    QImageReader reader(file);
+public:
+    CancellableFile(const QByteArray& content, KVCompletionProtocolPtr task) : m_task(std::move(task))
+    {
+        setData(content);
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+protected:
+    qint64 readData(char* to, qint64 count) override
+    {
+        return InputGate::isCancelled(m_task) ? -1 : QBuffer::readData(to, count);
+    }
+
+private:
+    const KVCompletionProtocolPtr m_task;
+};
+
+/// Refuses a picture before its pixels are decoded.
+Result<void> checkSize(const QImageReader& reader)
+{
+    const QSize size = reader.size();
+    if (qint64(size.width()) * size.height() <= InputLimits::maxPictureMegapixels * 1'000'000)
+        return {};
+    return failure(ProblemCode::TooManyPixels, {QString::number(InputLimits::maxPictureMegapixels)});
+}
+
+Result<QImage> decoded(const QByteArray& content, const KVCompletionProtocolPtr& task)
+{
+    CancellableFile file(content, task);
+    QImageReader reader(&file, PictureProfile::formatOf(content));
+    if (const Result<void> checked = checkSize(reader); !checked)
+        return failure(checked.error());
+    QImageReader::setAllocationLimit(maxPictureMegabytes);
     QImage picture = reader.read();
+    if (InputGate::isCancelled(task))
+        return failure(KVProblemCode::Cancelled);
     if (!picture.isNull())
         return picture;
     return failure(reader.error() == QImageReader::UnsupportedFormatError ? ProblemCode::PictureFormatUnknown
@@ -167,22 +206,21 @@ QList<MeasuredPoint> gatherColours(std::span<const KVGamut::LabPoint> colours, f
     return points;
 }
 
-Result<PointSet> readPicturePoints(const QString& file, const KVCompletionProtocolPtr& task)
+Result<PointSet> pointsOfPicture(const QByteArray& content, const KVCompletionProtocolPtr& task)
 {
     PointSet set;
-    set.file = file;
-    const Result<QImage> picture = decoded(file);
+    const Result<QImage> picture = decoded(content, task);
     if (!picture)
-        return failure(picture.error().about(file));
-    Result<QByteArray> icc = PictureProfile::read(file);
+        return failure(picture.error());
+    Result<QByteArray> icc = PictureProfile::read(content);
     if (!icc) {
         icc = BuiltInProfiles::profile(QStringLiteral("sRGB"));
-        set.note = Problem(ProblemCode::PictureTakenAsSrgb).about(file);
+        set.note = Problem(ProblemCode::PictureTakenAsSrgb);
     }
     const auto labs = checkedProfile(*icc).and_then(
         [&](const KVProfilePtr& profile) { return labsOf(*picture, profile, task); });
     if (!labs)
-        return failure(labs.error().about(file));
+        return failure(labs.error());
     set.points = gatherColours(*labs, cellEdge, maxDrawnPoints);
     return set;
 }

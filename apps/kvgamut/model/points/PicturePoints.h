@@ -13,9 +13,10 @@
 /// gives one point at the mean of its colours. The weight of a point is its share of the pixels, 0..1.
 ///
 /// A picture without a profile is read as sRGB, with a note that says so. A profile that is neither RGB nor
-/// grey is a problem, and so is a damaged profile. Problem and note name the file.
+/// grey is a problem, and so is a damaged profile. Problem and note do not name the file.
+/// @param content of a file that PictureProfile::isPicture() recognised
 /// @param task progress and cancellation; may be null
-Result<PointSet> readPicturePoints(const QString& file, const KVCompletionProtocolPtr& task = {});
+Result<PointSet> pointsOfPicture(const QByteArray& content, const KVCompletionProtocolPtr& task = {});
 
 /// Gathers colours into cells of @p edge Lab units, or larger ones if there would be more than @p maxPoints
 /// points. The order follows the cells, not the order of the colours.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "model/inputs/InputGate.h"
 
 #include <utility>
 
@@ -92,7 +93,7 @@ tl::unexpected<Problem> invalid(ProblemCode reason, const QStringList& arguments
 class CgatsReader
 {
 public:
-    explicit CgatsReader(const QByteArray& text) : m_words(text) {}
+    CgatsReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_words(text), m_task(task) {}
 
     Result<PointSet> read()
     {
@@ -139,7 +140,7 @@ private:
                        {QString::number(word.line), QString::fromLatin1(word.text)});
     }
 
-    /// Calls use(text) for each word up to the keyword @p end.
+    /// Calls use(text) for each word up to the keyword @p end. Fails with Cancelled, too.
     template <typename Use>
     Result<void> readUntil(const char* end, const Use& use)
     {
@@ -148,6 +149,10 @@ private:
                 return directive(*word);
             if (word->is(end))
                 return {};
+            if (word->text.size() > InputLimits::maxLineLength)
+                return refused(ProblemCode::LineTooLong, InputLimits::maxLineLength);
+            if (InputGate::isCancelled(m_task))
+                return failure(KVProblemCode::Cancelled);
             if (Result<void> used = use(QString::fromUtf8(word->text)); !used)
                 return used;
         }
@@ -159,6 +164,8 @@ private:
     {
         m_names.clear();
         return readUntil("END_DATA_FORMAT", [this](const QString& name) -> Result<void> {
+            if (m_names.size() >= InputLimits::maxColumns)
+                return refused(ProblemCode::TooManyColumns, InputLimits::maxColumns);
             m_names.append(name);
             return {};
         });
@@ -196,12 +203,16 @@ private:
         return checkCount("NUMBER_OF_SETS", std::exchange(m_setCount, {}), rows);
     }
 
-    static Result<void> addPoint(PointSet& set, const std::optional<MeasuredPoint>& point, qsizetype row)
+    Result<void> addPoint(PointSet& set, const std::optional<MeasuredPoint>& point, qsizetype row) const
     {
         if (!point)
             return failure(ProblemCode::NotAColorDataSet, {QString::number(row)});
-        set.points.append(*point);
-        return {};
+        return PointReaders::add(set, *point, m_task);
+    }
+
+    tl::unexpected<Problem> refused(ProblemCode code, qsizetype limit) const
+    {
+        return failure(code, {QString::number(m_words.line()), QString::number(limit)});
     }
 
     /// Fails if the file declares another number than it has.
@@ -215,6 +226,7 @@ private:
     }
 
     Words m_words;
+    KVCompletionProtocolPtr m_task;
     QStringList m_names; ///< of the columns of the current table
     std::optional<qsizetype> m_fieldCount;
     std::optional<qsizetype> m_setCount;
@@ -223,7 +235,7 @@ private:
 
 } // namespace
 
-Result<PointSet> PointReaders::readCgats(const QByteArray& text)
+Result<PointSet> PointReaders::readCgats(const QByteArray& text, const KVCompletionProtocolPtr& task)
 {
-    return CgatsReader(text).read();
+    return CgatsReader(text, task).read();
 }

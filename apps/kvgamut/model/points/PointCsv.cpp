@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "model/inputs/InputLimits.h"
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QTextStream>
+#include <QtCore/QStringDecoder>
 
 #include <utility>
 
@@ -89,29 +90,86 @@ bool isNumber(const QString& field)
     return ok;
 }
 
-} // namespace
-
-Result<PointSet> PointReaders::readCsv(const QByteArray& text)
+/// The lines of a text, without the line breaks.
+class Lines
 {
-    PointSet set;
-    Table table;
-    QTextStream lines(text);
-    bool first = true;
-    for (int number = 1; !lines.atEnd(); ++number) {
-        const QString line = lines.readLine().trimmed();
-        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
-            continue;
+public:
+    explicit Lines(const QByteArray& text)
+    {
+        const auto encoding = QStringConverter::encodingForData(text).value_or(QStringConverter::Utf8);
+        m_text = QStringDecoder(encoding)(text);
+    }
+
+    bool atEnd() const { return m_at >= m_text.size(); }
+    /// Number of the line that next() has returned, from 1 on.
+    int number() const { return m_number; }
+
+    QStringView next()
+    {
+        const qsizetype end = m_text.indexOf(QLatin1Char('\n'), m_at);
+        const QStringView line = QStringView(m_text).sliced(m_at, (end < 0 ? m_text.size() : end) - m_at);
+        m_at += line.size() + 1;
+        ++m_number;
+        return line;
+    }
+
+private:
+    QString m_text;
+    qsizetype m_at = 0;
+    int m_number = 0;
+};
+
+class CsvReader
+{
+public:
+    CsvReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_lines(text), m_task(task) {}
+
+    Result<PointSet> read()
+    {
+        while (!m_lines.atEnd()) {
+            const QStringView line = m_lines.next();
+            if (line.size() > InputLimits::maxLineLength)
+                return refused(ProblemCode::LineTooLong, InputLimits::maxLineLength);
+            const QString content = line.trimmed().toString();
+            if (content.isEmpty() || content.startsWith(QLatin1Char('#')))
+                continue;
+            if (const Result<void> taken = take(content); !taken)
+                return failure(taken.error());
+            m_first = false;
+        }
+        return std::move(m_set);
+    }
+
+private:
+    Result<void> take(const QString& line)
+    {
         const QChar separator = separatorOf(line);
         const QStringList fields = fieldsOf(line, separator);
-        const auto point = table.pointOf(fields, separator != QLatin1Char(','));
-        if (point) {
-            set.points.append(*point);
-        } else if (first && !isNumber(fields.value(0))) {
-            table.takeHeader(fields);
-        } else {
-            return failure(table.rowProblem(), {QString::number(number)});
-        }
-        first = false;
+        if (fields.size() > InputLimits::maxColumns)
+            return refused(ProblemCode::TooManyColumns, InputLimits::maxColumns);
+        if (auto point = m_table.pointOf(fields, separator != QLatin1Char(',')))
+            return PointReaders::add(m_set, *std::move(point), m_task);
+        if (!m_first || isNumber(fields.value(0)))
+            return failure(m_table.rowProblem(), {QString::number(m_lines.number())});
+        m_table.takeHeader(fields);
+        return {};
     }
-    return set;
+
+    tl::unexpected<Problem> refused(ProblemCode code, qsizetype limit) const
+    {
+        return failure(code, {QString::number(m_lines.number()), QString::number(limit)});
+    }
+
+    Lines m_lines;
+    KVCompletionProtocolPtr m_task;
+    Table m_table;
+    PointSet m_set;
+    bool m_first = true; ///< no line with fields has been read yet
+};
+
+} // namespace
+
+Result<PointSet> PointReaders::readCsv(const QByteArray& text, const KVCompletionProtocolPtr& task)
+{
+    return CsvReader(text, task).read();
 }

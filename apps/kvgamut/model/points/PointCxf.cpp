@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "XmlLimits.h"
+#include "model/inputs/InputGate.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QXmlStreamReader>
@@ -11,6 +13,14 @@
 namespace {
 
 const QLatin1String objectName("Object");
+
+/// The name of the current element without its prefix. The parser does not look up namespaces, because that
+/// takes time for every namespace that a document declares.
+QString localName(const QXmlStreamReader& xml)
+{
+    const auto name = xml.name();
+    return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1).toString();
+}
 
 /// A Lab value of an object, and the id of the ColorSpecification that states its illuminant.
 struct Value
@@ -31,7 +41,7 @@ std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::arr
 {
     std::array<float, 3> values{NAN, NAN, NAN};
     while (xml.readNextStartElement()) {
-        const QString element = xml.name().toString();
+        const QString element = localName(xml);
         const QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
         for (std::size_t i = 0; i < 3; ++i) {
             bool ok = false;
@@ -49,15 +59,21 @@ std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::arr
 class CxfReader
 {
 public:
-    explicit CxfReader(const QByteArray& text) : m_xml(text) {}
+    CxfReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_xml(text), m_task(task)
+    {
+        m_xml.setNamespaceProcessing(false);
+    }
 
     Result<PointSet> read()
     {
-        if (m_xml.readNextStartElement() && m_xml.name() != QLatin1String("CxF"))
+        if (m_xml.readNextStartElement() && localName(m_xml) != QLatin1String("CxF"))
             return failure(ProblemCode::NotCxf);
-        while (!m_xml.atEnd())
+        while (!m_xml.atEnd()) {
+            if (InputGate::isCancelled(m_task))
+                return failure(KVProblemCode::Cancelled);
             if (m_xml.readNext() == QXmlStreamReader::StartElement)
                 readElement();
+        }
         if (m_xml.hasError())
             return failure(Problem(ProblemCode::XmlInvalid, {QString::number(m_xml.lineNumber())})
                                .because(Problem(ProblemCode::OtherReason, {m_xml.errorString()})));
@@ -67,7 +83,7 @@ public:
 private:
     void readElement()
     {
-        const auto name = m_xml.name();
+        const QString name = localName(m_xml);
         if (name == objectName)
             m_objects.append({m_xml.attributes().value(QLatin1String("Name")).toString(), {}});
         else if (name == QLatin1String("ColorCIELab"))
@@ -107,9 +123,14 @@ private:
     Result<PointSet> chosen() const
     {
         PointSet set;
-        for (const Object& object : m_objects)
-            if (const auto value = best(object))
-                set.points.append({value->lab, QColor(), object.name});
+        for (const Object& object : m_objects) {
+            const auto value = best(object);
+            if (!value)
+                continue;
+            if (const auto added = PointReaders::add(set, {value->lab, QColor(), object.name}, m_task);
+                !added)
+                return failure(added.error());
+        }
         const qsizetype leftOut = m_objects.size() - set.points.size();
         if (leftOut == 0)
             return set;
@@ -123,6 +144,7 @@ private:
     }
 
     QXmlStreamReader m_xml;
+    KVCompletionProtocolPtr m_task;
     QList<Object> m_objects;
     QString m_specification; ///< id of the current ColorSpecification
     QHash<QString, QString> m_illuminants;
@@ -130,7 +152,7 @@ private:
 
 } // namespace
 
-Result<PointSet> PointReaders::readCxf(const QByteArray& text)
+Result<PointSet> PointReaders::readCxf(const QByteArray& text, const KVCompletionProtocolPtr& task)
 {
-    return CxfReader(text).read();
+    return checkXml(text).and_then([&] { return CxfReader(text, task).read(); });
 }

@@ -3,25 +3,23 @@
 
 #include "PicturePoints.h"
 #include "PointFile.h"
+#include "model/inputs/InputGate.h"
 #include "model/inputs/PictureProfile.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-
 namespace {
-
-bool isPicture(const QString& name)
-{
-    constexpr qint64 markerSize = 16;
-    QFile file(name);
-    // reading from a pipe or a device might never end
-    return QFileInfo(name).isFile() && file.open(QIODevice::ReadOnly) &&
-           PictureProfile::isPicture(file.read(markerSize));
+constexpr float readingShare = 0.2f; // of the progress
 }
-
-} // namespace
 
 Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& task)
 {
-    return isPicture(file) ? readPicturePoints(file, task) : readPointFile(file);
+    const auto kindOf = [](const QByteArray& start) {
+        return PictureProfile::isPicture(start) ? InputKind::Picture : InputKind::Points;
+    };
+    const Result<QByteArray> content = InputGate::read(file, kindOf, task, readingShare);
+    if (!content)
+        return failure(content.error());
+    const auto read = PictureProfile::isPicture(*content) ? pointsOfPicture : pointsOfText;
+    return read(*content, task)
+        .map([&file](PointSet set) { return ofFile(std::move(set), file); })
+        .map_error([&file](const Problem& problem) { return problem.about(file); });
 }

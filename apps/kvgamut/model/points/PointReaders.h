@@ -4,14 +4,19 @@
 #include "PointSet.h"
 #include "model/problems/Result.h"
 
+#include <platform/KVCoreCommon.h>
+
 #include <QtCore/QByteArray>
 
-/// The readers that readPointFile() selects by content. Problems and notes do not name the file; without
-/// points the set is empty.
+/// The readers that pointsOfText() selects by content. Problems and notes do not name the file; without
+/// points the set is empty. A task may be null.
 namespace PointReaders {
 
-Result<PointSet> readCsv(const QByteArray& text);
-Result<PointSet> readCgats(const QByteArray& text);
-Result<PointSet> readCxf(const QByteArray& text);
+Result<PointSet> readCsv(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
+Result<PointSet> readCgats(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
+Result<PointSet> readCxf(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
+
+/// Adds @p point to @p set; a name that is too long is cut. Fails with TooManyPoints or Cancelled.
+Result<void> add(PointSet& set, MeasuredPoint point, const KVCompletionProtocolPtr& task);
 
 } // namespace PointReaders

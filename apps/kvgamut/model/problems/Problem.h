@@ -35,12 +35,19 @@ enum class ProblemCode : int
     CannotWrite,   ///< with a cause
     UnknownFormat, ///< content that is neither a profile, nor a picture, nor a saved gamut
 
+    InputTooLarge,  ///< argument: the limit in MiB
+    NotAFileOrPipe, ///< a device
+    NotText,        ///< a text file with NUL characters
+    NameNotUtf8,    ///< a cause: the name of an output is not UTF-8
+    OutputIsInput,  ///< the output would overwrite an input
+
     // pictures
     PictureDamaged,         ///< argument: format, such as PNG; with a cause
     PictureWithoutProfile,  ///< argument: format
     PictureFormatUnknown,   ///< Qt has no reader or writer for this format
     PictureDataInvalid,     ///< Qt cannot decode the picture
     PictureTooLarge,        ///< insufficient memory
+    TooManyPixels,          ///< argument: the limit in millions
     NotAPng,                ///< with a cause
     PictureProfileInvalid,  ///< the embedded profile is not a usable ICC profile
     PictureSpaceUnknown,    ///< the embedded profile is neither RGB nor grey
@@ -49,19 +56,25 @@ enum class ProblemCode : int
     PictureTakenAsSrgb,     ///< a note: no embedded profile
 
     // points
-    NotColorColumns,    ///< argument: line number; in a table with named columns
-    NotAPoint,          ///< argument: line number; in a table without names
-    NotAColorDataSet,   ///< argument: number of the CGATS data set
-    NoPositions,        ///< the file contains no point
-    CgatsInvalid,       ///< with a cause
-    CgatsIncludesFile,  ///< arguments: line number, the directive that names another file
-    CgatsWithoutFormat, ///< argument: line number of data whose columns have no names
-    CgatsUnfinished,    ///< a cause; arguments: line number, the keyword that is missing
-    CgatsCountDiffers,  ///< a cause; arguments: line number, keyword, declared number, number found
-    CgatsWithoutColor,  ///< no columns with Lab or XYZ
-    NotCxf,             ///< XML of another kind
-    XmlInvalid,         ///< argument: line number; with a cause
-    ObjectsWithoutLab,  ///< arguments: number left out, number of all; a problem, or a note about a part
+    NotColorColumns,      ///< argument: line number; in a table with named columns
+    NotAPoint,            ///< argument: line number; in a table without names
+    NotAColorDataSet,     ///< argument: number of the CGATS data set
+    NoPositions,          ///< the file contains no point
+    TooManyPoints,        ///< argument: the limit
+    TooManyColumns,       ///< arguments: line number, the limit
+    LineTooLong,          ///< arguments: line number, the limit in characters
+    CgatsInvalid,         ///< with a cause
+    CgatsIncludesFile,    ///< arguments: line number, the directive that names another file
+    CgatsWithoutFormat,   ///< argument: line number of data whose columns have no names
+    CgatsUnfinished,      ///< a cause; arguments: line number, the keyword that is missing
+    CgatsCountDiffers,    ///< a cause; arguments: line number, keyword, declared number, number found
+    CgatsWithoutColor,    ///< no columns with Lab or XYZ
+    NotCxf,               ///< XML of another kind
+    XmlInvalid,           ///< argument: line number; with a cause
+    XmlHasDocumentType,   ///< argument: line number
+    XmlTooDeep,           ///< arguments: line number, the limit of nested elements
+    XmlTooManyAttributes, ///< arguments: line number, the limit of an element
+    ObjectsWithoutLab,    ///< arguments: number left out, number of all; a problem, or a note about a part
 
     // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
     NotASession,           ///< no arguments
@@ -75,6 +88,7 @@ enum class ProblemCode : int
     SessionNotList,        ///< place
     SessionNotGroup,       ///< place
     SessionSamePoint,      ///< place of the eye, place of the look-at point
+    SessionTooLong,        ///< place, max
 
     // the window
     SectionFormatUnknown, ///< neither .svg nor .pdf

@@ -1166,6 +1166,58 @@ wird berechnet</translation>
         <source>the colour engine failed unexpectedly</source>
         <translation>die Farbberechnung ist unerwartet fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>larger than %1 MiB, the limit for files of this kind</source>
+        <translation>größer als %1 MiB, die Grenze für Dateien dieser Art</translation>
+    </message>
+    <message>
+        <source>neither a regular file nor a pipe</source>
+        <translation>weder eine gewöhnliche Datei noch eine Pipe</translation>
+    </message>
+    <message>
+        <source>not a text file</source>
+        <translation>keine Textdatei</translation>
+    </message>
+    <message>
+        <source>the name is not UTF-8</source>
+        <translation>der Name ist kein UTF-8</translation>
+    </message>
+    <message>
+        <source>the output would overwrite this input; choose another name</source>
+        <translation>die Ausgabe würde diese Eingabe überschreiben; wählen Sie einen anderen Namen</translation>
+    </message>
+    <message>
+        <source>the picture has more than %1 million pixels, the limit</source>
+        <translation>das Bild hat mehr als %1 Millionen Pixel, die Grenze</translation>
+    </message>
+    <message>
+        <source>more than %1 points, the limit of a file</source>
+        <translation>mehr als %1 Punkte, die Grenze einer Datei</translation>
+    </message>
+    <message>
+        <source>line %1: more than %2 columns, the limit of a table</source>
+        <translation>Zeile %1: mehr als %2 Spalten, die Grenze einer Tabelle</translation>
+    </message>
+    <message>
+        <source>line %1: longer than %2 characters, the limit</source>
+        <translation>Zeile %1: länger als %2 Zeichen, die Grenze</translation>
+    </message>
+    <message>
+        <source>line %1: the XML declares a document type, which CxF does not have</source>
+        <translation>Zeile %1: das XML vereinbart einen Dokumenttyp, den CxF nicht hat</translation>
+    </message>
+    <message>
+        <source>line %1: more than %2 nested elements, the limit of CxF</source>
+        <translation>Zeile %1: mehr als %2 verschachtelte Elemente, die Grenze von CxF</translation>
+    </message>
+    <message>
+        <source>line %1: more than %2 attributes, the limit of an element of CxF</source>
+        <translation>Zeile %1: mehr als %2 Attribute, die Grenze eines Elements von CxF</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has more than %2 entries, the limit of a session</source>
+        <translation>„%1“ hat mehr als %2 Einträge, die Grenze einer Sitzung</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
