@@ -76,10 +76,6 @@ std::optional<KVProblem> problemOf(QOpenGLContext& context)
 
 std::optional<KVProblem> kvDrawingProblem(QWindow& window)
 {
-    // A context costs tens of milliseconds. One that worked in a window of a screen works in the next one.
-    static QPointer<QScreen> drawableScreen;
-    if (window.screen() && drawableScreen == window.screen())
-        return {};
     const CurrentKeeper keeper;
     QOffscreenSurface offscreen(window.screen());
     QOpenGLContext context;
@@ -95,7 +91,5 @@ std::optional<KVProblem> kvDrawingProblem(QWindow& window)
         return KVProblem{KVProblemCode::OpenGLNotUsable, {}, {}};
     const auto found = problemOf(context);
     context.doneCurrent();
-    if (!found && window.handle())
-        drawableScreen = window.screen();
     return found;
 }

@@ -33,6 +33,7 @@ KVGLWidget::KVGLWidget(QWindow* parent)
     m_background = Qt::gray;
     m_lightPos = QVector3D(0, 300, 0);
     m_lightColor = Qt::white;
+    connect(&m_visibility, &VisibilityWatch::appeared, this, [this] { m_mustCheck = true; });
     connect(&m_visibility, &VisibilityWatch::mayHaveAppeared, this, &KVGLWidget::update);
 }
 
@@ -192,6 +193,8 @@ void KVGLWidget::paintGL()
     advanceCamera();
     if (!self || !usableContext())
         return;
+    if (m_sizeToRestore)
+        QMetaObject::invokeMethod(this, &KVGLWidget::restoreSize, Qt::QueuedConnection);
     if (!isFrameDue())
         return;
     drawScene(m_camera, m_camera.projectionMatrix());
@@ -199,6 +202,7 @@ void KVGLWidget::paintGL()
     m_mustDraw = false;
     m_drawnSize = deviceSize();
     ++m_drawnFrames;
+    m_hasPicture = true;
     m_settledNoted = false;
 }
 

@@ -58,6 +58,8 @@ public:
     const std::optional<KVProblem>& drawingProblem();
     /// The context, if it exists and objects can be initialised in it; null otherwise.
     QOpenGLContext* usableContext() const;
+    /// Whether the scene survives the loss of the context. False at first: the tree is removed.
+    void setKeepsScene(bool keeps) { m_keepsScene = keeps; }
 
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
@@ -110,11 +112,11 @@ public:
 
     /// Whether the picture is up to date: no running move or opacity change, and every change was drawn.
     [[nodiscard]] bool isSettled() const;
-    /// The last drawn frame, in device pixels. Null before the first frame.
+    /// The last drawn frame, in device pixels. Null before the first frame of a context.
     QImage picture();
     /// Renders the present view in @p size device pixels, independent of the size of the window. Large
     /// pictures are rendered in tiles; during a move the tiles may show different moments. Null before the
-    /// first frame, for an empty size and if there is not enough memory.
+    /// first frame of a context, for an empty size and if there is not enough memory, also of the GPU.
     QImage picture(const QSize& size);
     /// Number of frames drawn so far, without skipped ones.
     int drawnFrames() const { return m_drawnFrames; }
@@ -127,8 +129,9 @@ Q_SIGNALS:
     void doubleClick(QPoint p, QVector3D origin, QVector3D direction);
 
 public Q_SLOTS:
-    /// Releases the GPU objects of the scene and removes all objects below the root. Called before the
-    /// context is destroyed.
+    /// Releases the GPU objects of the scene and removes all objects below the root, which setKeepsScene()
+    /// prevents. Called before the context is destroyed. The next paint initialises the scene in the context
+    /// that there is by then.
     void teardownGL();
     /// Schedules the next frame, unless the window cannot be seen.
     void update();
@@ -153,8 +156,12 @@ private:
     void noteSettled();
     void logContext();
     bool isReadyFor(QEvent::Type type);
-    void createContext();
-    bool checkDrawing();
+    void prepareContext();
+    bool renewContext();
+    void releaseScene();
+    void renewFramebuffer();
+    void restoreSize();
+    void retryLater();
     void setDrawingProblem(const std::optional<KVProblem>& problem);
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
     QImage resolved(GLuint framebuffer, const QSize& size);
@@ -191,4 +198,9 @@ private:
     bool m_exposed = false;        ///< as of the last expose event
     bool m_mustCheck = false;      ///< the window became exposed after the last check
     bool m_initialized = false;    ///< initializeGL() succeeded for the present context
+    bool m_hasPicture = false;     ///< a frame was drawn in the present context
+    bool m_keepsScene = false;
+    bool m_mustRelease = false; ///< the scene has GPU objects of a context that was lost
+    bool m_retryPosted = false;
+    std::optional<QSize> m_sizeToRestore; ///< see renewFramebuffer()
 };

@@ -3,12 +3,15 @@
 #include <glwindow/KVGLWidget.h>
 #include <platform/KVCoreCommon.h>
 
+#include <QtCore/QTimer>
 #include <QtGui/QOpenGLFunctions>
 #include <QtGui/QPaintEvent>
 #include <QtGui/QResizeEvent>
 #include <QtGui/QSurfaceFormat>
 
 namespace {
+
+constexpr int retryMs = 500;
 
 QString profileName(QSurfaceFormat::OpenGLContextProfile profile)
 {
@@ -60,7 +63,7 @@ void KVGLWidget::logContext()
 const std::optional<KVProblem>& KVGLWidget::drawingProblem()
 {
     if (!m_drawingChecked)
-        checkDrawing();
+        setDrawingProblem(kvDrawingProblem(*this));
     return m_drawingProblem;
 }
 
@@ -79,12 +82,6 @@ void KVGLWidget::setDrawingProblem(const std::optional<KVProblem>& problem)
         m_hooks.drawingProblemChanged();
 }
 
-bool KVGLWidget::checkDrawing()
-{
-    setDrawingProblem(kvDrawingProblem(*this));
-    return !m_drawingProblem;
-}
-
 /// Whether Qt may process an event of @p type that paints. Without a current context it would crash.
 bool KVGLWidget::isReadyFor(QEvent::Type type)
 {
@@ -94,33 +91,114 @@ bool KVGLWidget::isReadyFor(QEvent::Type type)
     }
     if (!canPaint())
         return false;
-    if (context())
-        return context()->makeCurrent(this);
-    if (type != QEvent::Expose && isExposed() && (m_mustCheck || !m_drawingProblem))
-        createContext();
-    return false; // createContext() has painted
+    // Qt keeps a lost context as the current one, even beyond its end. So the present context is released
+    // first, while that is possible.
+    if (m_initialized && QOpenGLContext::currentContext() == context())
+        context()->doneCurrent();
+    if (m_initialized && context()->makeCurrent(this))
+        return true;
+    if (m_initialized && context()->isValid())
+        retryLater(); // at present the window has no surface
+    else if (type != QEvent::Expose && isExposed() && (m_mustCheck || !m_drawingProblem))
+        prepareContext();
+    return false; // prepareContext() has painted
 }
 
-/// Checks first whether the context would be usable. Then the first frame must follow at once: until then Qt
-/// has a context without a framebuffer, which it does not expect elsewhere.
-void KVGLWidget::createContext()
+/// Creates the context, or one that replaces a lost one, and paints the first frame in it.
+void KVGLWidget::prepareContext()
 {
     m_mustCheck = false;
-    if (!checkDrawing())
+    if (const auto problem = kvDrawingProblem(*this)) {
+        setDrawingProblem(problem);
         return;
-    QResizeEvent initial(size(), size()); // creates the context without painting
-    QOpenGLWindow::resizeEvent(&initial);
-    if (!m_initialized)
-        setDrawingProblem(KVProblem{KVProblemCode::OpenGLNotUsable, {}, {}});
+    }
+    bool needsFramebuffer = false;
+    if (context()) {
+        needsFramebuffer = renewContext();
+    } else {
+        QResizeEvent initial(size(), size()); // creates the context without painting
+        QOpenGLWindow::resizeEvent(&initial);
+    }
+    if (m_initialized)
+        setDrawingProblem({});
+    else
+        setDrawingProblem(
+            KVProblem{isValid() ? KVProblemCode::OpenGLNotUsable : KVProblemCode::NoOpenGL, {}, {}});
     if (QOpenGLContext::currentContext() != context())
-        return;
+        return; // Qt would crash if it painted now
+    // Qt creates its framebuffer in the first paint, and elsewhere it relies on it.
     QPaintEvent first(QRect(QPoint(), size()));
     QOpenGLWindow::event(&first);
+    if (needsFramebuffer)
+        renewFramebuffer();
+}
+
+/// Initialises the scene in a new context. Returns whether Qt's framebuffer was lost with the old one.
+bool KVGLWidget::renewContext()
+{
+    // A host that has made a new context itself has caused a teardown. Otherwise the system has invalidated
+    // the context: nothing can be done in the old one any more. Qt creates a new one in the same object.
+    const bool isLost = !context()->isValid();
+    if (isLost) {
+        m_mustRelease = m_mustRelease || m_initialized;
+        m_initialized = false;
+        m_hasPicture = false;
+        // Nobody can release anything in the lost context. Qt's vertex array objects would try and warn.
+        QObject::disconnect(context(), SIGNAL(aboutToBeDestroyed()), nullptr, nullptr);
+        context()->create();
+    }
+    if (!context()->makeCurrent(this))
+        return false;
+    if (m_mustRelease)
+        releaseScene();
+    const bool hasFramebuffer = context()->functions()->glIsFramebuffer(defaultFramebufferObject());
+    initializeGL();
+    return isLost || !hasFramebuffer;
+}
+
+/// Makes Qt replace its framebuffer, which it does only for a new size: the window gets another size for one
+/// frame.
+void KVGLWidget::renewFramebuffer()
+{
+    m_sizeToRestore = size();
+    resize(width(), height() == 1 ? 2 : height() - 1);
+}
+
+void KVGLWidget::restoreSize()
+{
+    if (!m_sizeToRestore || size() == *m_sizeToRestore)
+        return;
+    const QSize wanted = parent() ? parent()->size() : *m_sizeToRestore;
+    m_sizeToRestore.reset();
+    resize(wanted);
+}
+
+/// Paints again soon, but not in a loop that would keep a core busy.
+void KVGLWidget::retryLater()
+{
+    if (std::exchange(m_retryPosted, true))
+        return;
+    QTimer::singleShot(retryMs, this, [this] {
+        m_retryPosted = false;
+        update();
+    });
 }
 
 void KVGLWidget::teardownGL()
 {
     makeCurrent();
-    m_root.releaseGL();
+    releaseScene();
     doneCurrent();
+}
+
+void KVGLWidget::releaseScene()
+{
+    if (m_keepsScene)
+        m_root.releaseGpuObjects();
+    else
+        m_root.releaseGL();
+    m_mustRelease = false;
+    m_initialized = false;
+    m_hasPicture = false;
+    m_mustDraw = true;
 }

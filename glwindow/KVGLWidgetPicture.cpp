@@ -70,7 +70,7 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
 
 QImage KVGLWidget::picture()
 {
-    if (m_drawnFrames == 0 || !usableContext())
+    if (!m_hasPicture || !usableContext())
         return {};
     const ContextScope scope(this);
     QImage image = resolved(defaultFramebufferObject(), m_drawnSize);
@@ -80,7 +80,7 @@ QImage KVGLWidget::picture()
 
 QImage KVGLWidget::picture(const QSize& size)
 {
-    if (size.isEmpty() || m_drawnFrames == 0 || !usableContext())
+    if (size.isEmpty() || !m_hasPicture || !usableContext())
         return {};
     QImage whole(size, QImage::Format_RGB32);
     if (whole.isNull())

@@ -4,6 +4,8 @@
 #include <QtCore/QEvent>
 #include <QtGui/QWindow>
 
+#include <utility>
+
 namespace {
 
 bool isShown(const QWindow& window)
@@ -96,6 +98,9 @@ void VisibilityWatch::onExpose(const QWindow& window)
 
 void VisibilityWatch::check()
 {
-    if (canBeSeen())
+    const bool wasSeen = std::exchange(m_seen, canBeSeen());
+    if (m_seen && !wasSeen)
+        Q_EMIT appeared();
+    if (m_seen)
         Q_EMIT mayHaveAppeared();
 }

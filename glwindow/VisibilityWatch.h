@@ -26,6 +26,8 @@ Q_SIGNALS:
     /// The window can be seen, after something above it changed. Not emitted for an exposure of the window
     /// itself, which arrives as an event.
     void mayHaveAppeared();
+    /// Emitted before mayHaveAppeared() if the window could not be seen when this was last found out.
+    void appeared();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,5 +42,6 @@ private:
     QWindow& m_window;
     QList<QPointer<QWindow>>
         m_above;             ///< the windows above that are watched, from the parent to the top level
+    bool m_seen = false;     ///< when a window above last changed
     bool m_unmapped = false; ///< the window manager has removed the top level from the screen
 };

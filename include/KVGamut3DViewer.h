@@ -277,15 +277,16 @@ public:
     void setBackground(QColor color);        ///< Qt::gray at first; causes a new frame
     QColor background() const;               ///< the colour set last
 
-    /// The last drawn frame in device pixels, even if the window is covered. Null before the first frame. A
-    /// window that is larger than OpenGL's framebuffers (16,384 pixels or more) does not draw; picture(QSize)
-    /// has no such limit.
+    /// The last drawn frame in device pixels, even if the window is covered. Null before the first frame of
+    /// an OpenGL context. A window that is larger than OpenGL's framebuffers (16,384 pixels or more) does not
+    /// draw; picture(QSize) has no such limit.
     QImage picture() const;
     /// The present view rendered at @p size pixels, independent of window and screen. In the size of the
     /// window it equals picture(); in twice that size it shows the same view with more detail, but lines of
     /// 1 pixel stay 1 pixel wide. It is rendered in tiles, so it needs little more memory than the picture.
     /// The window does not change. Call it when isSettled(): during a move, tiles may show different
-    /// moments. Null before the first frame and for an empty size.
+    /// moments. Null before the first frame, for an empty size and if there is not enough memory, also of the
+    /// graphics processor.
     QImage picture(const QSize& size) const;
     /// Whether the picture is up to date: there is no camera move or opacity change, and nothing changed
     /// since the last frame. Loads in progress do not count.

@@ -194,11 +194,13 @@ public:
     /// @{
 
     /// Builds the shader programs of the subtree in the current context. Call it again for a new context.
-    /// Buffers are not changed.
+    /// Buffers are not changed. Without a current context it does nothing.
     void initializeGL(QOpenGLContext* owner);
     /// Destroys the GPU objects and programs of the subtree and removes all children.
     void releaseGL();
-    /// Argument of the last initializeGL(); null before it and after releaseGL().
+    /// The same without removing the children: the subtree is drawn again after the next initializeGL().
+    void releaseGpuObjects();
+    /// Argument of the last initializeGL(); null before it, after releaseGL() and after releaseGpuObjects().
     QOpenGLContext* glOwner() const { return m_glOwner; }
     bool hasProgram() const { return !m_program.isNull(); }
     bool hasBuffer() const { return m_vbo.isCreated(); }

@@ -2,8 +2,13 @@
 #include <scene/KV3DObject.h>
 #include <scene/VertexStride.h>
 
+#include <QtGui/QOpenGLContext>
+
 void KV3DObject::initializeGL(QOpenGLContext* owner)
 {
+    // A lost context cannot be made current. The window calls this again for the new one.
+    if (!QOpenGLContext::currentContext())
+        return;
     m_glOwner = owner;
 
     // The results are not checked: a program that does not link has no "vertex" attribute, and drawList()
@@ -32,7 +37,17 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
 
 void KV3DObject::releaseGL()
 {
-    destroyBuffers();
+    releaseGpuObjects();
+    const auto all = children();
+    for (const auto& object : all)
+        object->releaseGL();
+    m_children.clear();
+    m_childOrder.clear();
+}
+
+void KV3DObject::releaseGpuObjects()
+{
+    markDataChanged();
     m_program.reset();
     m_glOwner = nullptr;
     // The batch must not outlive the objects from which it was gathered.
@@ -41,9 +56,7 @@ void KV3DObject::releaseGL()
 
     const auto all = children();
     for (const auto& object : all)
-        object->releaseGL();
-    m_children.clear();
-    m_childOrder.clear();
+        object->releaseGpuObjects();
 }
 
 void KV3DObject::destroyBuffers()

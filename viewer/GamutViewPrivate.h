@@ -15,6 +15,12 @@ class Q_DECL_HIDDEN KVGamutView::Private : public QObject
 {
 public:
     explicit Private(KVGamutView& view) : m_view(view) {}
+    ~Private() override
+    {
+        if (ViewerScene* attached = scene())
+            attached->detachView();
+    }
+    Q_DISABLE_COPY_MOVE(Private)
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -24,6 +30,7 @@ public:
     {
         m_scene = &scene;
         loads = &scene.loads;
+        scene.attachView();
     }
 
     QPointer<GamutLoads> loads;

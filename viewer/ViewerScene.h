@@ -63,6 +63,10 @@ public:
     void setTheme(const KVViewTheme& theme);
     void setBackground(const QColor& color);
 
+    /// The scene survives the loss of the OpenGL context while a view is attached.
+    void attachView() { widget->setKeepsScene(++m_views > 0); }
+    void detachView() { widget->setKeepsScene(--m_views > 0); }
+
     float aspect() const; ///< width of the window divided by its height; 1 if it is empty
 
     KVGamut3DViewer& viewer;
@@ -76,5 +80,6 @@ public:
     ViewerEvents events;
 
 private:
+    int m_views = 0;
     KVViewTheme m_theme; ///< without the background, which the widget holds
 };
