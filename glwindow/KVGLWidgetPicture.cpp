@@ -6,6 +6,7 @@
 #include <QtGui/QOpenGLExtraFunctions>
 #include <QtOpenGL/QOpenGLFramebufferObject>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -47,11 +48,13 @@ void place(const PictureTile& tile, const QImage& drawn, QImage& whole)
 
 } // namespace
 
-/// The contents of a multisampled framebuffer.
+/// The contents of a multisampled framebuffer; null if there is not enough memory.
 QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
 {
     // A multisampled framebuffer cannot be read directly: resolve it into a plain one and read that.
     QOpenGLFramebufferObject plain(size, QOpenGLFramebufferObject::NoAttachment);
+    if (!plain.isValid())
+        return {};
     QOpenGLExtraFunctions* gl = context()->extraFunctions();
     const TargetKeeper keeper(gl);
     gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
@@ -74,6 +77,8 @@ QImage KVGLWidget::picture()
         return {};
     const ContextScope scope(this);
     QImage image = resolved(defaultFramebufferObject(), m_drawnSize);
+    if (image.isNull())
+        return {};
     image.setDevicePixelRatio(devicePixelRatio());
     return image;
 }
@@ -86,7 +91,7 @@ QImage KVGLWidget::picture(const QSize& size)
     if (whole.isNull())
         return {};
     // after the allocation: a size for which there is not enough memory could have billions of tiles
-    const QList<PictureTile> tiles = pictureTiles(size, maxTileSide);
+    const QList<PictureTile> tiles = pictureTiles(size, std::min(maxTileSide, m_maxFramebufferSide));
 
     const ContextScope scope(this);
     QOpenGLFramebufferObjectFormat format; // like that of the window
@@ -94,6 +99,8 @@ QImage KVGLWidget::picture(const QSize& size)
     format.setAttachment(QOpenGLFramebufferObject::CombinedDepthStencil);
     const QSize tileSize = tiles.first().drawn.size();
     QOpenGLFramebufferObject target(tileSize, format);
+    if (!target.isValid())
+        return {};
     const TargetKeeper keeper(context()->functions());
 
     CameraState camera = m_camera;
@@ -104,7 +111,10 @@ QImage KVGLWidget::picture(const QSize& size)
         target.bind();
         m_functions.glViewport(0, 0, tileSize.width(), tileSize.height());
         drawScene(camera, tile.fromWhole(size) * camera.projectionMatrix());
-        place(tile, resolved(target.handle(), tileSize), whole);
+        const QImage drawn = resolved(target.handle(), tileSize);
+        if (drawn.isNull())
+            return {};
+        place(tile, drawn, whole);
     }
     return whole;
 }

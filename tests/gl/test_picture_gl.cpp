@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "support/FaultyDriver.h"
 #include "support/ShownViewer.h"
 
 #include <gtest/gtest.h>
@@ -177,4 +178,31 @@ TEST(Picture, isNullBeforeTheFirstFrame)
     KVGamut3DViewer viewer;
     viewer.resize(200, 150);
     EXPECT_TRUE(viewer.picture(QSize(20, 20)).isNull());
+}
+
+TEST(Picture, isNullWithoutAFramebuffer)
+{
+    ShownViewer shown;
+    ASSERT_TRUE(shown.shown);
+    const QImage before = shown.viewer.picture();
+    kvtest::driverFaults().refusesFramebuffers = true;
+    EXPECT_TRUE(shown.viewer.picture().isNull());
+    EXPECT_TRUE(shown.viewer.picture(QSize(300, 200)).isNull());
+    kvtest::driverFaults() = {};
+    EXPECT_EQ(shown.viewer.picture(), before);
+    EXPECT_EQ(shown.viewer.picture(QSize(200, 150)), before);
+}
+
+TEST(Picture, isTheSameWithSmallFramebuffers)
+{
+    const QSize size(700, 500);
+    ShownViewer large;
+    fill(large);
+    const QImage expected = large.viewer.picture(size);
+    kvtest::driverFaults().maxFramebufferSide = 256;
+    ShownViewer small;
+    fill(small);
+    // lines are smoothed differently where tiles meet
+    EXPECT_LE(differing(small.viewer.picture(size), expected, 2), 700 * 500 / 200);
+    kvtest::driverFaults() = {};
 }

@@ -5,8 +5,8 @@
 
 #include <dlfcn.h>
 
-#include <cstring>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,7 +14,7 @@ using kvtest::driverFaults;
 
 kvtest::DriverFaults& kvtest::driverFaults()
 {
-    static DriverFaults faults{false, 0, false, false, qEnvironmentVariableIsSet("KV_ONLY_ES")};
+    static DriverFaults faults{.onlyES = qEnvironmentVariableIsSet("KV_ONLY_ES")};
     return faults;
 }
 
@@ -50,7 +50,37 @@ unsigned resetStatus()
     return std::exchange(driverFaults().wasReset, false) ? guiltyContextReset : 0;
 }
 
+using CheckFramebuffer = unsigned(unsigned);
+using GetInteger = void(unsigned, int*);
+
+constexpr unsigned framebufferUnsupported = 0x8CDD;
+constexpr unsigned maxRenderbufferSize = 0x84E8;
+
 CreateContextAttribs* realCreateContextAttribs = nullptr;
+CheckFramebuffer* realCheckFramebuffer = nullptr;
+GetInteger* realGetInteger = nullptr;
+
+unsigned checkFramebuffer(unsigned target)
+{
+    return driverFaults().refusesFramebuffers ? framebufferUnsupported : realCheckFramebuffer(target);
+}
+
+void getInteger(unsigned name, int* value)
+{
+    realGetInteger(name, value);
+    if (name == maxRenderbufferSize && driverFaults().maxFramebufferSide > 0)
+        *value = driverFaults().maxFramebufferSide;
+}
+
+/// Keeps the function that @p found points to in @p real and replaces it by @p fake.
+template <typename Signature>
+Function replaced(Function found, Signature*& real, Signature* fake)
+{
+    if (!found)
+        return nullptr;
+    real = reinterpret_cast<Signature*>(found);
+    return reinterpret_cast<Function>(fake);
+}
 
 /// Mesa's software renderer cannot notify of resets: the request for it is removed.
 void* createContextAttribs(void* display, void* config, void* share, int direct, const int* attributes)
@@ -96,14 +126,16 @@ Q_DECL_EXPORT void* glXCreateNewContext(void* display, void* config, int type, v
 
 Q_DECL_EXPORT Function glXGetProcAddress(const unsigned char* name)
 {
-    const auto* text = reinterpret_cast<const char*>(name);
+    const std::string_view text = reinterpret_cast<const char*>(name);
     const Function found = real<GetProcAddress>("glXGetProcAddress")(name);
-    if (std::strcmp(text, "glGetGraphicsResetStatusARB") == 0)
+    if (text == "glGetGraphicsResetStatusARB")
         return reinterpret_cast<Function>(&resetStatus);
-    if (found && std::strcmp(text, "glXCreateContextAttribsARB") == 0) {
-        realCreateContextAttribs = reinterpret_cast<CreateContextAttribs*>(found);
-        return reinterpret_cast<Function>(&createContextAttribs);
-    }
+    if (text == "glXCreateContextAttribsARB")
+        return replaced(found, realCreateContextAttribs, &createContextAttribs);
+    if (text == "glCheckFramebufferStatus")
+        return replaced(found, realCheckFramebuffer, &checkFramebuffer);
+    if (text == "glGetIntegerv")
+        return replaced(found, realGetInteger, &getInteger);
     return found;
 }
 

@@ -13,6 +13,8 @@ struct DriverFaults
     /// The graphics processor was reset: the current context is lost. Reported once, to contexts that asked
     /// for notifications of resets.
     bool wasReset = false;
+    bool refusesFramebuffers = false; ///< every framebuffer object is incomplete
+    int maxFramebufferSide = 0;       ///< if above 0: in contexts that are made from now on
     bool onlyES = false; ///< EGL has OpenGL ES 2.0 instead of OpenGL; true at first if KV_ONLY_ES is set
 };
 
