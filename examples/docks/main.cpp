@@ -6,7 +6,6 @@
 // With --session the view is restored from FILE and saved to it. With --picture the window closes by itself
 // after it has written a picture of all of it.
 
-#include "common/OpenGL.h"
 #include "common/Profiles.h"
 #include "common/WhenDrawn.h"
 #include "docks/ViewerArea.h"
@@ -200,12 +199,11 @@ int main(int argc, char** argv)
     parser.addPositionalArgument(QStringLiteral("profiles"), QStringLiteral("ICC profiles to show"));
     parser.process(application);
 
-    if (!hasOpenGL()) {
-        std::fprintf(stderr, "There is no OpenGL to draw with.\n");
+    MainWindow window;
+    if (const auto problem = window.view().drawingProblem()) {
+        std::fprintf(stderr, "The gamuts cannot be drawn: %s\n", qPrintable(problem->text()));
         return 1;
     }
-
-    MainWindow window;
     window.resize(1000, 600);
     const QString session = parser.value(QStringLiteral("session"));
     if (!session.isEmpty())

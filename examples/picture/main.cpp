@@ -53,6 +53,10 @@ int main(int argc, char** argv)
 
     // The first gamut is opaque, the others are translucent around it. Looks may be set before a load.
     KVGamutView view(&viewer);
+    if (const auto problem = view.drawingProblem()) {
+        std::fprintf(stderr, "The gamut cannot be drawn: %s\n", qPrintable(problem->text()));
+        return 1;
+    }
     KVGamutLook look;
     look.ambientStrength = 1.0f; // pure colours, without shading
     for (const auto& [id, request] : profilesToShow(parser.positionalArguments())) {

@@ -5,7 +5,6 @@
 //
 // With --picture the window closes by itself after it has written its picture.
 
-#include "common/OpenGL.h"
 #include "common/Profiles.h"
 #include "common/WhenDrawn.h"
 
@@ -50,11 +49,6 @@ int main(int argc, char** argv)
     parser.addPositionalArgument(QStringLiteral("profile"), QStringLiteral("ICC profile to show"));
     parser.process(application);
 
-    if (!hasOpenGL()) {
-        std::fprintf(stderr, "There is no OpenGL to draw with.\n");
-        return 1;
-    }
-
     // A viewer is a QWindow. All its methods may be called before it is shown.
     KVGamut3DViewer viewer;
     viewer.setTitle(QStringLiteral("A gamut"));
@@ -63,6 +57,10 @@ int main(int argc, char** argv)
     viewer.addMarkerSet(QStringLiteral("measured"), KVGamut3DViewer::Sphere, measured, markerSize, 0.5f);
 
     KVGamutView view(&viewer);
+    if (const auto problem = view.drawingProblem()) {
+        std::fprintf(stderr, "The gamut cannot be drawn: %s\n", qPrintable(problem->text()));
+        return 1;
+    }
     QObject::connect(&view, &KVGamutView::clicked, &printHit);
 
     // The gamut is computed on a worker thread; the window stays responsive.

@@ -93,10 +93,6 @@ int RenderCommand::run(Arguments arguments)
     silenceLibraries(m_profiles.verbose);
 
     const QGuiApplication application(arguments.count, arguments.values);
-    if (!Screen::hasOpenGL()) {
-        say(Problem(ProblemCode::NoOpenGL));
-        return BadOutput;
-    }
     return draw();
 }
 
@@ -110,6 +106,10 @@ int RenderCommand::draw()
     viewer.resize(windowSize);
 
     KVGamutView view(&viewer);
+    if (const auto problem = Screen::drawingProblem(view)) {
+        say(*problem);
+        return BadOutput;
+    }
     GamutScene scene(view, m_profiles, m_look);
     const bool itemsRead = m_items.addTo(viewer);
     scene.load();

@@ -38,12 +38,12 @@ int ViewCommand::run(Arguments arguments)
     const QApplication application(arguments.count, arguments.values);
     QApplication::setApplicationName(QStringLiteral("kvgamut"));
     const Translations translations;
-    if (!Screen::hasOpenGL()) {
-        say(Problem(ProblemCode::NoOpenGL));
-        return BadOutput;
-    }
 
     MainWindow window;
+    if (const auto problem = Screen::drawingProblem(KVGamutView(&window.viewer()))) {
+        say(*problem);
+        return BadOutput;
+    }
     bool allShown = true;
     QObject::connect(&window, &MainWindow::problem, [&allShown](const Problem& problem) {
         allShown = false;

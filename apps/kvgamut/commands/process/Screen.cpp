@@ -3,7 +3,7 @@
 
 #include "XServer.h"
 
-#include <QtGui/QOpenGLContext>
+#include <KVGamutView.h>
 
 bool Screen::isPresent()
 {
@@ -18,8 +18,10 @@ void Screen::choosePlatform()
         qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
-bool Screen::hasOpenGL()
+std::optional<Problem> Screen::drawingProblem(const KVGamutView& view)
 {
-    QOpenGLContext context;
-    return context.create();
+    const auto problem = view.drawingProblem();
+    if (problem && problem->code == KVProblemCode::NoOpenGL)
+        return Problem(ProblemCode::NoOpenGL); // says what to install
+    return problem ? std::optional<Problem>(*problem) : std::nullopt;
 }

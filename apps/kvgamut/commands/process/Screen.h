@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/problems/Problem.h"
+
+#include <optional>
+
+class KVGamutView;
+
 /// The display: X, or Wayland if there is no X.
 namespace Screen {
 
@@ -10,7 +16,7 @@ bool isPresent();
 /// Chooses the platform on which the viewer has OpenGL. Call before the QGuiApplication is created.
 void choosePlatform();
 
-/// Whether the display has OpenGL. Call after the QGuiApplication is created.
-bool hasOpenGL();
+/// Why nothing can be drawn on the display; nullopt if drawing is possible.
+std::optional<Problem> drawingProblem(const KVGamutView& view);
 
 } // namespace Screen
