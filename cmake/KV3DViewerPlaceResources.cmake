@@ -4,8 +4,8 @@
 set(KV3DViewer_CMAKE_DIR "${CMAKE_CURRENT_LIST_DIR}" CACHE INTERNAL "")
 set(KV3DViewer_RESOURCES_DIR "${KV3DViewer_RESOURCES_DIR}" CACHE INTERNAL "")
 
-# Copies the viewer's shaders and its image to ../Resources, relative to the folder of TARGET's binary, where the
-# viewer looks for them. Every build of TARGET updates them.
+# Copies the viewer's shaders and its image to ../Resources, relative to the folder of TARGET's binary. There they
+# replace those that are compiled into the library. Every build of TARGET updates them.
 function(kv3dviewer_place_resources target)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS "${KV3DViewer_RESOURCES_DIR}/*")
     set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.stamp")

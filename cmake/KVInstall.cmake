@@ -9,7 +9,7 @@
 #   <prefix>/lib/kv3dviewer/Resources                   link to the resources     (component Tools)
 #   <prefix>/bin/kvgamut                                link to the program       (component Tools)
 #
-# The viewer looks for its resources in ../Resources, relative to the folder of the application's binary. For a
+# The viewer looks for changed shaders in ../Resources, relative to the folder of the application's binary. For a
 # program in <prefix>/bin that would be <prefix>/Resources, which is not a standard folder for data. So the program
 # has its own folder, with relative links that remain valid when the tree is moved. The resources belong to one
 # version of the library's interface, so their path contains it, like the name of the library.

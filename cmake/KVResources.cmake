@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# The library looks for its shaders and the image of the plane at run time in ../Resources, relative to the folder
-# of the application's binary.
+# Shaders and the image of the plane in ../Resources, relative to the folder of the application's binary, replace
+# those that are compiled into the library.
 
 set(KV3DViewer_RESOURCES_DIR "${CMAKE_CURRENT_SOURCE_DIR}/resources")
 include(KV3DViewerPlaceResources)

@@ -45,8 +45,17 @@ class KVGamutView;
 /// again. The same holds while a window above it is hidden or minimised. Do not destroy the viewer in a slot
 /// of moveFinished(), which is emitted during a paint event: use deleteLater().
 ///
-/// **Resources.** The shaders and the plane image are read from
-/// `<folder of the application>/../Resources`. The viewer reads no settings and no environment.
+/// **Resources.** The library contains its two shaders and the image of the ab plane. Files of the
+/// application in `<folder of the application's binary>/../Resources` replace them:
+/// - `Shaders/simple.vert` and `Shaders/simple.frag` replace the shaders. If only one of them exists, they
+///   are faulty.
+/// - `Images/gamut.png` replaces the image. If there is a folder `Images` without a readable image, the
+///   plane is grey, without a message.
+///
+/// With faulty shaders nothing is drawn, and one warning in the logging category "kv.viewer" names the file
+/// and the first line of the compiler's log. Shaders are faulty if they do not compile, or if a file is not a
+/// regular file, cannot be read or is larger than 1 MB. They are read when a context is made; a new context
+/// tries them again. The viewer reads no settings and no environment.
 ///
 /// Destroy the viewer before the QGuiApplication.
 class KV3DVIEWER_EXPORT KVGamut3DViewer : public QWindow

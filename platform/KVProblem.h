@@ -73,7 +73,7 @@ enum class KVProblemCode : int
     SavedGamutTooClose,       ///< the faces lie too close together to be checked for self-intersection
     SavedGamutSelfIntersects, ///< the saved surface self-intersects
 
-    // drawing; the argument is the version of OpenGL that was found
+    // drawing; an argument "version" is the version of OpenGL that was found
     NoOpenGL,                  ///< no OpenGL context can be created
     OnlyOpenGLES,              ///< there is OpenGL ES, but no desktop OpenGL; argument: version
     OpenGLTooOld,              ///< older than OpenGL 2.1; argument: version
@@ -81,6 +81,8 @@ enum class KVProblemCode : int
     OpenGLWithoutShaders,      ///< no shaders, or older than GLSL 1.20; argument: version
     OpenGLWithoutFramebuffers, ///< no framebuffer objects, or they cannot be copied; argument: version
     OpenGLNotUsable,           ///< a context exists, but it cannot be used with the window
+    ShaderTooLarge,            ///< a shader file is larger than any shader
+    ShaderNotBuilt,            ///< the graphics driver rejects a shader; argument: the first line of its log
 };
 Q_ENUM_NS(KVProblemCode)
 

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <scene/Generators.h>
 #include <scene/KV3DObject.h>
+#include <scene/ResourceFiles.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QUuid>
 
 KV3DObject::KV3DObject(const QString& name, const QString& id)
     : m_name(name), m_id(id.isEmpty() ? QUuid::createUuid().toString(QUuid::WithBraces) : id),
-      m_vertexShaderPath(QCoreApplication::applicationDirPath() +
-                         QLatin1String("/../Resources/Shaders/simple.vert")),
-      m_fragmentShaderPath(QCoreApplication::applicationDirPath() +
-                           QLatin1String("/../Resources/Shaders/simple.frag"))
+      m_vertexShaderPath(ResourceFiles::folder() + QLatin1String("/Shaders/simple.vert")),
+      m_fragmentShaderPath(ResourceFiles::folder() + QLatin1String("/Shaders/simple.frag"))
 {
 }
 

@@ -194,7 +194,8 @@ public:
     /// @{
 
     /// Builds the shader programs of the subtree in the current context. Call it again for a new context.
-    /// Buffers are not changed. Without a current context it does nothing.
+    /// Buffers are not changed. Without a current context it does nothing. An object whose shaders do not
+    /// build is not drawn; see ShaderPrograms.
     void initializeGL(QOpenGLContext* owner);
     /// Destroys the GPU objects and programs of the subtree and removes all children.
     void releaseGL();
@@ -250,6 +251,7 @@ private:
     void markMoved();
     void restyleVertices();
     void destroyBuffers();
+    void findLocations();
     void upload(const QList<float>& list);
     template <typename Setter>
     void forEachChild(Setter setter);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <scene/KV3DObject.h>
+#include <scene/ShaderPrograms.h>
 #include <scene/VertexStride.h>
 
 #include <QtGui/QOpenGLContext>
@@ -10,15 +11,22 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
     if (!QOpenGLContext::currentContext())
         return;
     m_glOwner = owner;
+    m_program = ShaderPrograms::build(m_vertexShaderPath, m_fragmentShaderPath);
+    m_locations = {};
+    if (m_program->isLinked()) {
+        m_program->bind();
+        findLocations();
+    }
 
-    // The results are not checked: a program that does not link has no "vertex" attribute, and drawList()
-    // then draws nothing. Qt logs what is wrong with the file.
-    m_program.reset(new QOpenGLShaderProgram);
-    m_program->addShaderFromSourceFile(QOpenGLShader::Vertex, m_vertexShaderPath);
-    m_program->addShaderFromSourceFile(QOpenGLShader::Fragment, m_fragmentShaderPath);
-    m_program->link();
-    m_program->bind();
+    m_drawnSinceChange = false; // without a program it could not be drawn until now
 
+    const auto all = children();
+    for (const auto& object : all)
+        object->initializeGL(owner);
+}
+
+void KV3DObject::findLocations()
+{
     for (std::size_t i = 0; i < std::size(kvVertexAttributes); ++i)
         m_locations.attributes[i] = m_program->attributeLocation(kvVertexAttributes[i].name);
     m_locations.modelToWorld = m_program->uniformLocation("modelToWorld");
@@ -27,12 +35,6 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
     m_locations.lightPos = m_program->uniformLocation("lightPos");
     m_locations.lightColor = m_program->uniformLocation("lightColor");
     m_locations.ambientStrength = m_program->uniformLocation("ambientStrenght"); // spelled as in the shaders
-
-    m_drawnSinceChange = false; // without a program it could not be drawn until now
-
-    const auto all = children();
-    for (const auto& object : all)
-        object->initializeGL(owner);
 }
 
 void KV3DObject::releaseGL()

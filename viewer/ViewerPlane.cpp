@@ -3,10 +3,10 @@
 
 #include <glwindow/CameraState.h>
 #include <glwindow/ContextScope.h>
+#include <scene/ResourceFiles.h>
 #include <viewer/GroupNames.h>
 #include <viewer/ViewerPrivate.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtGui/QImage>
 
 namespace {
@@ -69,8 +69,7 @@ void KVGamut3DViewer::addabPlane()
         d->widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
             fresh.setDrawCheck(QSharedPointer<KV3DObject::IDrawCheckFunctor>(new PlaneCheckFunctor));
         });
-    const QImage image(QCoreApplication::applicationDirPath() +
-                       QLatin1String("/../Resources/Images/gamut.png"));
-    plane->setTriangles(planeTriangles(image));
+    plane->setTriangles(
+        planeTriangles(ResourceFiles::planeImage(ResourceFiles::folder() + QLatin1String("/Images"))));
     plane->setVisible(false);
 }

@@ -94,6 +94,8 @@ constexpr Sentence sentences[] = {
     {KVProblemCode::OpenGLWithoutFramebuffers,
      QT_TRANSLATE_NOOP("Problem", "the display's OpenGL %1 has no framebuffers that can be copied")},
     {KVProblemCode::OpenGLNotUsable, QT_TRANSLATE_NOOP("Problem", "OpenGL cannot be used in the window")},
+    {KVProblemCode::ShaderTooLarge, QT_TRANSLATE_NOOP("Problem", "the file is too large to be a shader")},
+    {KVProblemCode::ShaderNotBuilt, QT_TRANSLATE_NOOP("Problem", "the shader cannot be built: %1")},
 };
 
 constexpr bool isInOrderOfCodes()

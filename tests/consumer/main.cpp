@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Shows sRGB with both public classes, waits until it is drawn and checks the picture. The exit code is 0 if
-// the library, its resources and its colour engine work; otherwise an error is printed.
+// the library, its shaders and its colour engine work; otherwise an error is printed.
 //
 //   consumer [picture.png]
 

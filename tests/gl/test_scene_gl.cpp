@@ -251,15 +251,16 @@ TEST_F(SceneGL, initializeGLOfTheRootInitialisesItsChildren)
     EXPECT_EQ(object->glOwner(), nullptr);
 }
 
-TEST_F(SceneGL, objectWithoutShaderFilesIsNotDrawn)
+TEST_F(SceneGL, objectWithoutAUsableProgramIsNotDrawn)
 {
-    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/../Resources/");
-    kvtest::expectMessage(QStringLiteral("Unable to open file"));
+    const QString file =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../Resources/Shaders/simple.frag");
+    kvtest::expectMessage(QStringLiteral("simple.frag': no such file"));
     QSharedPointer<KV3DObject> object(new KV3DObject(QStringLiteral("x")));
     object->setTriangles(square(Qt::red, 0, 40));
-    ASSERT_TRUE(QFile::rename(folder + QStringLiteral("Shaders"), folder + QStringLiteral("Shaders.away")));
+    ASSERT_TRUE(QFile::rename(file, file + QStringLiteral(".away")));
     object->initializeGL(&context);
-    ASSERT_TRUE(QFile::rename(folder + QStringLiteral("Shaders.away"), folder + QStringLiteral("Shaders")));
+    ASSERT_TRUE(QFile::rename(file + QStringLiteral(".away"), file));
     add(Qt::green, 10, 20); // the program of an object drawn before must not be used for it
     root.addChild(object);
     const QImage image = frame();

@@ -92,7 +92,15 @@ set(ENV{PKG_CONFIG_PATH} "${PREFIX}/${LIBDIR}/pkgconfig")
 set(ENV{CXXFLAGS} "${CXX_FLAGS}")
 run("building with pkg-config" ${CMAKE_COMMAND} -E chdir ${host}
     make -f ${CONSUMER}/Makefile)
-run("the host of pkg-config" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${host}/bin/consumer")
+if(EXISTS "${host}/Resources")
+    message(FATAL_ERROR "the host of pkg-config is meant to have no files of its own")
+endif()
+run("the host of pkg-config" ${XVFB_RUN} -a -s "-noreset -screen 0 640x480x24" "${host}/bin/consumer" "${WORK}/pkgconfig_host.png")
+file(SHA256 "${WORK}/cmake_host.png" with_files)
+file(SHA256 "${WORK}/pkgconfig_host.png" without_files)
+if(NOT with_files STREQUAL without_files)
+    message(FATAL_ERROR "a host without files of its own shows another picture")
+endif()
 
 # --- Versions and components that do not exist -----------------------------------------------------------------------
 file(WRITE "${WORK}/wrong_host/CMakeLists.txt" "cmake_minimum_required(VERSION 3.25)

@@ -41,7 +41,8 @@ const std::set<KVProblemCode> withArgument{KVProblemCode::FileUnreadable,
                                            KVProblemCode::OpenGLTooOld,
                                            KVProblemCode::OpenGLCoreOnly,
                                            KVProblemCode::OpenGLWithoutShaders,
-                                           KVProblemCode::OpenGLWithoutFramebuffers};
+                                           KVProblemCode::OpenGLWithoutFramebuffers,
+                                           KVProblemCode::ShaderNotBuilt};
 
 QStringList argumentsFor(KVProblemCode code)
 {

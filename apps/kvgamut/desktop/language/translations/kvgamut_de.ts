@@ -1218,6 +1218,14 @@ wird berechnet</translation>
         <source>&quot;%1&quot; has more than %2 entries, the limit of a session</source>
         <translation>„%1“ hat mehr als %2 Einträge, die Grenze einer Sitzung</translation>
     </message>
+    <message>
+        <source>the file is too large to be a shader</source>
+        <translation>die Datei ist für einen Shader zu groß</translation>
+    </message>
+    <message>
+        <source>the shader cannot be built: %1</source>
+        <translation>der Shader lässt sich nicht übersetzen: %1</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/ShownViewer.h"
+
+// Shows a viewer with the ab plane, seen from above, and writes the picture to the file that its argument
+// names. The viewer looks for its own files relative to the program's binary, so a test copies this program
+// to a temporary folder and runs it there.
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    kvtest::ShownViewer shown;
+    shown.viewer.setabPlane(true);
+    shown.viewer.resetCamera(KVGamut3DViewer::Top, 0);
+    return shown.settledPicture().save(application.arguments().value(1), "PNG") ? 0 : 1;
+}
