@@ -54,8 +54,9 @@ public:
     void setBackground(QColor color);
     QColor background() const { return m_background; }
     /// Why nothing can be drawn; nullopt if drawing is possible. Checked by the first call, and again each
-    /// time the window becomes exposed while there is a problem or no context.
-    const std::optional<KVProblem>& drawingProblem();
+    /// time the window becomes exposed while there is a problem or no context. Shaders are checked when the
+    /// context is made.
+    std::optional<KVProblem> drawingProblem();
     /// The context, if it exists and objects can be initialised in it; null otherwise.
     QOpenGLContext* usableContext() const;
     /// Whether the scene survives the loss of the context. False at first: the tree is removed.

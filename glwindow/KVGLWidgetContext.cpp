@@ -2,6 +2,7 @@
 #include <glwindow/DrawableCheck.h>
 #include <glwindow/KVGLWidget.h>
 #include <platform/KVCoreCommon.h>
+#include <scene/ShaderPrograms.h>
 
 #include <QtCore/QTimer>
 #include <QtGui/QOpenGLFunctions>
@@ -49,6 +50,8 @@ void KVGLWidget::initializeGL()
     m_functions.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     m_camera.setAspect(geometry().width(), geometry().height());
     m_root.initializeGL(context());
+    if (ShaderPrograms::problemOf(context()) && m_hooks.drawingProblemChanged)
+        m_hooks.drawingProblemChanged();
     m_mustDraw = true;
 }
 
@@ -60,11 +63,11 @@ void KVGLWidget::logContext()
                         QString::fromLatin1(version), profileName(format().profile())));
 }
 
-const std::optional<KVProblem>& KVGLWidget::drawingProblem()
+std::optional<KVProblem> KVGLWidget::drawingProblem()
 {
     if (!m_drawingChecked)
         setDrawingProblem(kvDrawingProblem(*this));
-    return m_drawingProblem;
+    return m_drawingProblem ? m_drawingProblem : ShaderPrograms::problemOf(usableContext());
 }
 
 QOpenGLContext* KVGLWidget::usableContext() const

@@ -210,9 +210,13 @@ public:
     /// The first call of one of these functions, or the first time that the window is exposed, makes an
     /// OpenGL context to find out. The check is repeated each time the window is exposed anew while nothing
     /// can be drawn; if there is OpenGL by then, the viewer uses it.
+    ///
+    /// Faulty shader files of the application (see "Resources" in KVGamut3DViewer) are found when the viewer
+    /// makes its own context, before its first frame. Then pictures show the background alone.
     /// @{
     bool isDrawable() const; ///< whether the viewer can draw
-    /// Why the viewer cannot draw: one of the codes from NoOpenGL on. Nullopt if it can.
+    /// Why the viewer cannot draw: one of the codes from NoOpenGL on, or why a shader file cannot be read
+    /// (FileNotFound, NotAFile, FileUnreadable). Nullopt if it can.
     std::optional<KVProblem> drawingProblem() const;
     /// @}
 

@@ -117,6 +117,10 @@ int RenderCommand::draw()
         return BadInput;
 
     const QImage picture = pictureOf(view);
+    if (const auto problem = view.drawingProblem()) {
+        say(*problem);
+        return BadOutput;
+    }
     if (picture.isNull()) {
         say(Problem(ProblemCode::NothingDrawn,
                     {QString::number(m_look.size.width()), QString::number(m_look.size.height())}));

@@ -201,6 +201,10 @@ void MainWindow::connectLoading()
     connect(&m_loader, &GamutQueue::progressed, this, &MainWindow::showLoading);
     connect(&m_loader, &GamutQueue::idle, this, &MainWindow::loadingEnded);
     connect(&m_binding, &ViewerBinding::failed, this, &MainWindow::say);
+    connect(&view(), &KVGamutView::drawableChanged, this, [this] {
+        if (const auto problem = view().drawingProblem())
+            say(*problem);
+    });
     connect(&m_points, &PointLayer::failed, this, &MainWindow::say);
     connect(&m_points, &PointLayer::noted, m_messages,
             [this](const Problem& note) { m_messages->add(ProblemText::translated(note)); });

@@ -2,6 +2,7 @@
 #include "app/support/Picture.h"
 #include "app/support/Program.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <cmath>
@@ -47,6 +48,45 @@ TEST_F(RenderTest, colouredLightFiltersColours)
     EXPECT_GT(inWhite.blue(), 100);
     EXPECT_LT(inYellow.blue(), inWhite.blue() / 2);
     EXPECT_NEAR(inYellow.red(), inWhite.red(), 3);
+}
+
+// --- Shaders ------------------------------------------------------------------------------------------
+
+/// A copy of the program, with files of its own beside it.
+class ShaderTest : public RenderTest
+{
+protected:
+    Answer render()
+    {
+        QDir().mkpath(path(QStringLiteral("bin")));
+        QFile::copy(QStringLiteral(KVGAMUT_BINARY), path(QStringLiteral("bin/kvgamut")));
+        return shell(QStringLiteral("\"$1\" render sRGB --size 64x48 -o \"$2\""),
+                     {path(QStringLiteral("bin/kvgamut")), output()});
+    }
+
+    QString output() const { return path(QStringLiteral("out.png")); }
+};
+
+TEST_F(ShaderTest, thatIsFaultyGivesAnErrorAndNoPicture)
+{
+    QDir().mkpath(path(QStringLiteral("Resources/Shaders")));
+    const QString vertex = path(QStringLiteral("Resources/Shaders/simple.vert"));
+    const QString fragment = path(QStringLiteral("Resources/Shaders/simple.frag"));
+    write(vertex, "void main() { gl_Position = gl_Vertex; }");
+    write(fragment, "void main() { gl_FragColor = nothing; }");
+    const Answer answer = render();
+    EXPECT_EQ(answer.exitCode, BadOutput);
+    const QString said = QString::fromUtf8(answer.errors);
+    EXPECT_TRUE(said.startsWith(QStringLiteral("kvgamut: '%1': the shader cannot be built: ").arg(fragment)))
+        << said.toStdString();
+    EXPECT_EQ(said.count(QLatin1Char('\n')), 1) << said.toStdString();
+    EXPECT_FALSE(QFile::exists(output()));
+}
+
+TEST_F(ShaderTest, isPartOfTheProgramWithoutFiles)
+{
+    EXPECT_TRUE(succeeded(render()));
+    EXPECT_EQ(QImage(output()), rendered(words("sRGB --size 64x48")));
 }
 
 // --- Transparent background ---------------------------------------------------------------------------

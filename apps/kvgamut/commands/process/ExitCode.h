@@ -7,6 +7,6 @@ enum ExitCode : int
     Done = 0,
     BadInput = 1,   ///< some input could not be used; the others were processed
     WrongUsage = 2, ///< the command line is invalid; nothing was done
-    BadOutput = 3,  ///< the output could not be written, or there is no display or OpenGL
+    BadOutput = 3,  ///< the output could not be written, or nothing can be drawn
     Different = 4,  ///< the picture differs from its reference
 };

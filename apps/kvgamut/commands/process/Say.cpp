@@ -28,5 +28,6 @@ void silenceLibraries(bool verbose)
 {
     if (!verbose)
         QLoggingCategory::setFilterRules(QStringLiteral("kv.core.debug=false\n"
+                                                        "kv.viewer.warning=false\n"
                                                         "default.warning=false"));
 }
