@@ -20,8 +20,10 @@ option(KV3DVIEWER_PACKAGES "Configure the target \"package\", which builds Debia
 if(KV3DVIEWER_PACKAGES AND NOT DEFINED CMAKE_INSTALL_LIBDIR) # the folder of libraries in Debian
     set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Folder of the libraries")
 endif()
-include(GNUInstallDirs)
-include(CMakePackageConfigHelpers)
+if(KV3DVIEWER_INSTALL) # a host that installs nothing of this tree keeps its own variables
+    include(GNUInstallDirs)
+    include(CMakePackageConfigHelpers)
+endif()
 
 # Until 1.0 every minor version may change the interface.
 if(PROJECT_VERSION_MAJOR EQUAL 0)
@@ -57,7 +59,9 @@ function(kv_shared_library target)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${KV3DVIEWER_SOVERSION}
         INSTALL_RPATH "$ORIGIN")
-    target_include_directories(${target} INTERFACE "$<INSTALL_INTERFACE:${KV3DVIEWER_INSTALL_INCLUDEDIR}>")
+    if(KV3DVIEWER_INSTALL)
+        target_include_directories(${target} INTERFACE "$<INSTALL_INTERFACE:${KV3DVIEWER_INSTALL_INCLUDEDIR}>")
+    endif()
 endfunction()
 
 # kv_install_library(TARGET COMPONENT name DESCRIPTION text HEADERS files... [HEADERS_IN folder]
@@ -108,12 +112,12 @@ endfunction()
 
 # kv_install_program(TARGET): installs it in its own folder beside the resources, with a link in bin/.
 function(kv_install_program target)
-    set(bindir "${KV3DVIEWER_INSTALL_PROGRAMDIR}/bin")
-    kv_relative_install_path(libraries "${bindir}" "${CMAKE_INSTALL_LIBDIR}")
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
     if(NOT KV3DVIEWER_INSTALL)
         return()
     endif()
+    set(bindir "${KV3DVIEWER_INSTALL_PROGRAMDIR}/bin")
+    kv_relative_install_path(libraries "${bindir}" "${CMAKE_INSTALL_LIBDIR}")
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
     install(TARGETS ${target} RUNTIME DESTINATION "${bindir}" COMPONENT Tools)
     kv_install_link("${KV3DVIEWER_INSTALL_RESOURCESDIR}" "${KV3DVIEWER_INSTALL_PROGRAMDIR}" Resources)
     kv_install_link("${bindir}/${target}" "${CMAKE_INSTALL_BINDIR}" ${target})
