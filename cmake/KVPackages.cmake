@@ -31,6 +31,8 @@ function(kv_package_documents component package)
 endfunction()
 
 kv_package_documents(Library ${library_package})
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/LICENSES"
+    DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${library_package}" COMPONENT Library)
 kv_package_documents(Development ${development_package})
 kv_package_documents(Tools ${tools_package})
 
