@@ -185,8 +185,8 @@ Q_DECLARE_METATYPE(KVHit)
 /// all loads of the viewer that run in the background, whichever class started them.
 ///
 /// A view may be destroyed before or after its viewer. Without a viewer, every call does nothing and every
-/// query returns the default of its type. Slots of all signals, and functions given to load() and show(),
-/// may destroy the viewer and the view.
+/// query returns the default of its type. Slots of all signals of this class, and functions given to load()
+/// and show(), may destroy the viewer and the view with delete.
 class KV3DVIEWER_EXPORT KVGamutView : public QObject
 {
     Q_OBJECT

@@ -115,6 +115,7 @@ void KVGamutView::setThemeFollowsPalette(bool follow)
 {
     if (d->themeFollowsPalette == follow)
         return;
+    const QPointer<KVGamutView> self(this); // a slot of themeChanged() may destroy the view
     d->themeFollowsPalette = follow;
     if (follow) {
         qGuiApp->installEventFilter(d.get());
@@ -122,7 +123,8 @@ void KVGamutView::setThemeFollowsPalette(bool follow)
     } else {
         qGuiApp->removeEventFilter(d.get());
     }
-    Q_EMIT themeFollowsPaletteChanged();
+    if (self)
+        Q_EMIT themeFollowsPaletteChanged();
 }
 
 bool KVGamutView::themeFollowsPalette() const
