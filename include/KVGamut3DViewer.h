@@ -42,8 +42,9 @@ class KVGamutView;
 ///
 /// **When.** All methods may be called before the window is shown, while it is shown, in the callback of
 /// load() and in slots of the signals. A hidden viewer draws nothing; its camera moves end when it is shown
-/// again. The same holds while a window above it is hidden or minimised. Do not destroy the viewer in a slot
-/// of moveFinished(), which is emitted during a paint event: use deleteLater().
+/// again. The same holds while a window above it is hidden or minimised. Slots of click() and doubleClick()
+/// and the callback of load() may destroy the viewer. Slots of moveFinished(), which is emitted during a
+/// paint event, must not: use deleteLater() there.
 ///
 /// **Resources.** The library contains its two shaders and the image of the ab plane. Files of the
 /// application in `<folder of the application's binary>/../Resources` replace them:
@@ -94,7 +95,9 @@ public:
     explicit KVGamut3DViewer(QWindow* parent = nullptr);
     ~KVGamut3DViewer() override;
 
-    /// Forwards resizes, keys, wheel, moves, releases and double clicks to the GL window.
+    /// Forwards resizes, keys, wheel, moves, releases and double clicks to the GL window. If the viewer has
+    /// the focus, Tab and Shift+Tab are also passed on to the parent window, whose widgets then take the
+    /// focus.
     bool event(QEvent* e) override;
 
     /// @name Marker, point and segment sets

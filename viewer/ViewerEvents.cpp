@@ -25,7 +25,8 @@ QPointF globalPosition(const QMouseEvent& event)
 
 ViewerEvents::ViewerEvents(QObject& viewer, KVGLWidget& widget) : m_widget(widget), m_lastCamera(seenCamera())
 {
-    // The child window gets the pointer events of the system, the viewer those that a host sends.
+    // The viewer gets the input. Where windows cannot be transparent for input, the child window gets that of
+    // the system.
     viewer.installEventFilter(this);
     widget.installEventFilter(this);
     widget.setHooks(

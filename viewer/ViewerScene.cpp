@@ -2,10 +2,13 @@
 #include <viewer/ViewerScene.h>
 
 #include <glwindow/ContextScope.h>
+#include <viewer/FocusChain.h>
 #include <viewer/GamutLook.h>
 #include <viewer/GroupNames.h>
 
 #include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 
 #include <memory>
 #include <optional>
@@ -197,13 +200,18 @@ void ViewerScene::setTheme(const KVViewTheme& theme)
     m_theme = theme;
     widget->setBackground(theme.background);
     viewer.addAxesAndGrid();
+    colourSections();
+    Q_EMIT events.themeChanged(); // last, because a slot may destroy the viewer
+}
+
+void ViewerScene::colourSections()
+{
     const ContextScope scope(widget);
     const QStringList ids = itemsOf(GroupNames::profiles());
     for (const QString& id : ids) {
         if (const auto object = gamut(id))
-            object->setSectionColor(theme.section, clipping);
+            object->setSectionColor(m_theme.section, clipping);
     }
-    Q_EMIT events.themeChanged();
 }
 
 void ViewerScene::setBackground(const QColor& color)
@@ -212,6 +220,17 @@ void ViewerScene::setBackground(const QColor& color)
     widget->setBackground(color);
     if (changed)
         Q_EMIT events.themeChanged();
+}
+
+void ViewerScene::leaveByTab(const QKeyEvent& event)
+{
+    if (!kvIsTab(event))
+        return;
+    // Shift will be released elsewhere. It is the only key whose state the widget stores.
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
+    if (QGuiApplication::focusWindow() == &viewer)
+        widget->keyReleaseEvent(&release);
+    kvLeaveByTab(viewer, event);
 }
 
 float ViewerScene::aspect() const

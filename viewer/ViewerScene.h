@@ -17,6 +17,8 @@
 
 #include <functional>
 
+class QKeyEvent;
+
 /// What a viewer and the views attached to it share: the GL window, the scene's groups and items, and
 /// the loads in progress.
 ///
@@ -67,6 +69,9 @@ public:
     void attachView() { widget->setKeepsScene(++m_views > 0); }
     void detachView() { widget->setKeepsScene(--m_views > 0); }
 
+    /// If the key is Tab: moves the focus out of the viewer. The viewer may be destroyed inside the call.
+    void leaveByTab(const QKeyEvent& event);
+
     float aspect() const; ///< width of the window divided by its height; 1 if it is empty
 
     KVGamut3DViewer& viewer;
@@ -80,6 +85,8 @@ public:
     ViewerEvents events;
 
 private:
+    void colourSections();
+
     int m_views = 0;
     KVViewTheme m_theme; ///< without the background, which the widget holds
 };

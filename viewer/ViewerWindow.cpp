@@ -6,16 +6,32 @@
 #include <viewer/GroupNames.h>
 #include <viewer/ViewerPrivate.h>
 
+#include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QResizeEvent>
 #include <QtGui/QWheelEvent>
+
+namespace {
+
+/// On these platforms, input for a window that is transparent for input goes to the window behind it. Others
+/// are not known to do so; there, the child window gets the input, and handles it in the same way.
+bool canPassInputOn()
+{
+    const QString platform = QGuiApplication::platformName();
+    return platform == QLatin1String("xcb") || platform.startsWith(QLatin1String("wayland"));
+}
+
+} // namespace
 
 KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), d(std::make_unique<Private>(*this))
 {
     // the name under which hosts put profile handles into parameter hashes
     qRegisterMetaType<KVProfilePtr>("KVProfilePtr");
 
+    // so that event() and the event filters of hosts see all input
+    d->widget->setFlag(Qt::WindowTransparentForInput, canPassInputOn());
     d->widget->setVisible(true);
     addabPlane();
     addAxesAndGrid();
@@ -36,6 +52,7 @@ KVGamut3DViewer::~KVGamut3DViewer()
 
 bool KVGamut3DViewer::event(QEvent* e)
 {
+    const QPointer<KVGamut3DViewer> self(this); // a slot of click() or doubleClick() may destroy the viewer
     switch (e->type()) {
     case QEvent::Resize:
         d->widget->resize(static_cast<QResizeEvent*>(e)->size());
@@ -68,7 +85,12 @@ bool KVGamut3DViewer::event(QEvent* e)
     default: // including presses: drags only need the moves
         break;
     }
-    return QWindow::event(e);
+    if (!self)
+        return true;
+    const bool recognised = QWindow::event(e);
+    if (e->type() == QEvent::KeyPress)
+        d->leaveByTab(*static_cast<QKeyEvent*>(e));
+    return recognised;
 }
 
 // --- Frame of reference -----------------------------------------------------------------------------

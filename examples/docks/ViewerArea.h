@@ -10,8 +10,8 @@
 
 /// A widget that shows a viewer and takes part in the focus chain.
 ///
-/// Without it, a click gives the keyboard focus to the native window of the viewer: Tab does not leave it,
-/// and shortcuts of the main window do not work. Here the widget keeps the focus and passes keys on.
+/// Without it, a click gives the keyboard focus to the native window of the viewer, and shortcuts of the main
+/// window do not work then. Here the widget keeps the focus and passes keys on.
 class ViewerArea : public QWidget
 {
 public:
@@ -24,7 +24,7 @@ public:
         layout->addWidget(createWindowContainer(viewer, this));
         setFocusPolicy(Qt::StrongFocus);
 
-        // The viewer has a child window, which gets the events of the pointer.
+        // The viewer has a child window, which gets the events of the pointer on some platforms.
         QList<QWindow*> windows = viewer->findChildren<QWindow*>();
         windows.append(viewer);
         for (QWindow* window : std::as_const(windows)) {
