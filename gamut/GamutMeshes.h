@@ -5,14 +5,14 @@
 #include <scene/CancelPacer.h>
 #include <scene/GeometryData.h>
 
-#include <QtCore/QHash>
+#include <QtCore/QMap>
 #include <QtCore/QString>
 
 #include <optional>
 
 /// The geometry of the five drawn children of a gamut, by name: "Projection", "Front", "Wireframe",
 /// "Primaries", "PrimariesPoints". Any other name gives the empty default geometry.
-using GamutMeshSet = QHash<QString, GeometryData>;
+using GamutMeshSet = QMap<QString, GeometryData>;
 
 /// How the surface will be shown. Its vertex records are made with these styles, so that the GUI thread need
 /// not change them.

@@ -1,11 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gamut/KV3DGamutObject.h>
 
+#include <array>
 #include <utility>
 
 namespace {
 constexpr int wireframeMode = 3;
 constexpr float sectionWidth = 2.0f;
+
+/// Of literals, which need no memory.
+std::array<QString, 4> childNames()
+{
+    return {QStringLiteral("Projection"), QStringLiteral("Gamut"), QStringLiteral("Primaries"),
+            QStringLiteral("PrimariesPoints")};
+}
+
+std::array<QString, 2> surfaceNames()
+{
+    return {QStringLiteral("Front"), QStringLiteral("Wireframe")};
+}
 } // namespace
 
 QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const QString& name, bool visible)
@@ -23,28 +36,41 @@ QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const Q
     return object;
 }
 
+void KV3DGamutObject::prepareChildren()
+{
+    const QString volume = QStringLiteral("volume");
+    setProperty(volume, property(volume)); // later the value is only replaced
+    childFor(*this, QStringLiteral("Projection"), true);
+    const auto container = childFor(*this, QStringLiteral("Gamut"), true);
+    childFor(*container, QStringLiteral("Front"), true);
+    childFor(*container, QStringLiteral("Wireframe"), false);
+    childFor(*this, QStringLiteral("Primaries"), false);
+    childFor(*this, QStringLiteral("PrimariesPoints"), false);
+}
+
 void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
                                  const QHash<QString, QVariant>& params)
 {
+    const bool first = solid().isNull();
+    try {
+        prepareChildren();
+    } catch (...) { // no memory: the object stays as it was
+        if (first)
+            for (const QString& name : childNames())
+                takeChild(name);
+        throw;
+    }
     m_wireframeMaker.cancel();
     m_params = params;
     kvDisposeOf(std::exchange(m_gamut, std::move(gamut)));
     setProperty(QStringLiteral("volume"), m_gamut.volume());
 
-    const bool first = solid().isNull();
-    const auto fill = [&](KV3DObject& parent, const QString& name, bool visible) {
-        auto object = childFor(parent, name, visible);
-        object->setGeometry(meshes.value(name));
-        return object;
-    };
-    fill(*this, QStringLiteral("Projection"), true);
-    const auto container = fill(*this, QStringLiteral("Gamut"), true);
-    fill(*container, QStringLiteral("Front"), true);
-    fill(*container, QStringLiteral("Wireframe"), false);
+    for (const QString& name : childNames())
+        child(name)->setGeometry(meshes.value(name));
+    for (const QString& name : surfaceNames())
+        solid()->child(name)->setGeometry(meshes.value(name));
     wireframe()->setAwaitingVertices(false);
     m_hasWireframe = !meshes.value(QStringLiteral("Wireframe")).records.isEmpty();
-    fill(*this, QStringLiteral("Primaries"), false);
-    fill(*this, QStringLiteral("PrimariesPoints"), false);
     if (first)
         setDisplayMode(displayMode());
     else

@@ -94,6 +94,8 @@ private:
     std::optional<KVProblem> install(const tl::expected<LoadedGamut, KVProblem>& loaded,
                                      const QHash<QString, QVariant>& params,
                                      const ContextGuard& contextGuard);
+    /// Creates what applyGamut() needs and an object that is not loaded yet does not have.
+    void prepareChildren();
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
     QSharedPointer<KV3DObject> wireframe() const;
     /// The styles that the surface has, or will have after the first load.

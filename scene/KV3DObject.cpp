@@ -182,13 +182,15 @@ void KV3DObject::addChild(const QSharedPointer<KV3DObject>& child, bool atFront)
     if (!child)
         return;
     const QString key = child->id();
-    m_children.insert(key, child);
-    if (!m_childOrder.contains(key)) {
+    QStringList order = m_childOrder; // if memory is exhausted, the object keeps its children
+    if (!order.contains(key)) {
         if (atFront)
-            m_childOrder.prepend(key);
+            order.prepend(key);
         else
-            m_childOrder.append(key);
+            order.append(key);
     }
+    m_children.insert(key, child);
+    m_childOrder.swap(order);
     markMoved(); // the batch must include the new child and drop the one that it replaced
 }
 

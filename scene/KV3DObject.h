@@ -7,8 +7,8 @@
 
 #include <QtCore/QEasingCurve>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QHash>
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QSharedPointer>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -145,7 +145,7 @@ public:
     [[nodiscard]] bool hasChild(const QString& id) const;
     /// Removes and returns a child; null for an unknown id.
     QSharedPointer<KV3DObject> takeChild(const QString& id);
-    /// All children, in the order of the hash table (not the drawing order).
+    /// All children, in the order of their ids (not the drawing order).
     [[nodiscard]] QList<QSharedPointer<KV3DObject>> children() const;
     /// Ids of the children in drawing order.
     QStringList childOrder() const { return m_childOrder; }
@@ -283,7 +283,8 @@ private:
     bool m_changed = false;
     bool m_drawnSinceChange = false;
     QStringList m_childOrder;
-    QHash<QString, QSharedPointer<KV3DObject>> m_children;
+    // Maps, because insertion into a QHash ends the process if there is not enough memory.
+    QMap<QString, QSharedPointer<KV3DObject>> m_children;
     int m_markerType = 1;
     QList<ColoredPoint> m_markers;
     float m_markerSize = -1.0f;
@@ -306,7 +307,7 @@ private:
     float m_clip = 1000000.0f;
     float m_ambientStrength = 1.0f;
     QVector3D m_lastEye;
-    QHash<QString, QVariant> m_properties;
+    QMap<QString, QVariant> m_properties;
     QSharedPointer<AlphaTransition> m_transition;
     bool m_refused = false;    ///< the draw check refused the last translucent pass
     bool m_gatherNext = false; ///< the next translucent pass must gather again

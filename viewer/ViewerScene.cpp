@@ -101,7 +101,8 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
         findOrCreate(widget->root(), GroupNames::profiles(), GroupNames::profiles(), false, {});
     if (profiles->hasChild(id))
         return gamut(id);
-    auto fresh = QSharedPointer<KV3DGamutObject>::create(id);
+    // Not create(), which crashes if there is not enough memory.
+    const QSharedPointer<KV3DGamutObject> fresh(new KV3DGamutObject(id));
     fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, clipping);
     if (QOpenGLContext* context = widget->usableContext())
