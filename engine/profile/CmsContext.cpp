@@ -81,8 +81,11 @@ void* CmsContext::allocate(cmsContext context, cmsUInt32Number size)
     if (self && self->m_allocated + size > memoryLimit)
         return nullptr;
     void* block = std::malloc(prefix + size);
-    if (!block)
+    if (!block) {
+        if (self)
+            self->m_ranOut = true;
         return nullptr;
+    }
     sizeOf(block) = size;
     if (self)
         self->m_allocated += size;
