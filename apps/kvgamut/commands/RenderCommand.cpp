@@ -85,7 +85,7 @@ int RenderCommand::run(Arguments arguments)
         say(VirtualScreen::runAgain(arguments));
         return BadOutput;
     }
-    Screen::choosePlatform();
+    Screen::choosePlatform(Screen::Use::Picture);
     // --size is in pixels of the picture, independent of the desktop's scale factor
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");

@@ -32,7 +32,7 @@ int ViewCommand::run(Arguments arguments)
         say(Problem(ProblemCode::NoDisplayForWindow));
         return BadOutput;
     }
-    Screen::choosePlatform();
+    Screen::choosePlatform(Screen::Use::Window);
     silenceLibraries(m_profiles.verbose);
 
     const QApplication application(arguments.count, arguments.values);

@@ -7,14 +7,21 @@
 
 class KVGamutView;
 
-/// The display: X, or Wayland if there is no X.
+/// The display: Wayland or X.
 namespace Screen {
+
+/// What the display is for.
+enum class Use
+{
+    Window, ///< a window with the viewer: Wayland if this version of Qt can show it there (6.8 and newer)
+    Picture ///< OpenGL, without a window that the user should see: X if possible
+};
 
 /// Whether an X server accepts connections, or the environment names a Wayland display.
 bool isPresent();
 
 /// Chooses the platform on which the viewer has OpenGL. Call before the QGuiApplication is created.
-void choosePlatform();
+void choosePlatform(Use use);
 
 /// Why nothing can be drawn on the display; nullopt if drawing is possible.
 std::optional<Problem> drawingProblem(const KVGamutView& view);
