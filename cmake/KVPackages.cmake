@@ -71,7 +71,8 @@ viewer reads at run time.")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS "fonts-liberation") # the font that replaces Arial on the axes
+# the font that replaces Arial on the axes; Qt's plug-in for Wayland
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland")
 
 # --- Development files -----------------------------------------------------------------------------
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${development_package})

@@ -2,6 +2,7 @@
 #include <glwindow/VisibilityWatch.h>
 
 #include <QtCore/QEvent>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 
 #include <utility>
@@ -13,6 +14,11 @@ bool isShown(const QWindow& window)
     // Qt does not know whether a window of another program is visible.
     return window.type() == Qt::ForeignWindow ||
            (window.isVisible() && !window.windowStates().testFlag(Qt::WindowMinimized));
+}
+
+bool isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
 }
 
 } // namespace
@@ -88,9 +94,10 @@ bool VisibilityWatch::eventFilter(QObject* watched, QEvent* event)
 void VisibilityWatch::onExpose(const QWindow& window)
 {
     // Only the loss of exposure is evidence: a window that is covered by its children may never be exposed.
+    // On Wayland it may also lose its exposure then, and each window has its own that is reliable.
     if (window.isExposed())
         m_unmapped = false;
-    else if (!window.parent())
+    else if (!window.parent() && !isWayland())
         m_unmapped = true;
     if (&window != &m_window)
         check();

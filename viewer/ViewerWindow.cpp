@@ -50,12 +50,38 @@ KVGamut3DViewer::~KVGamut3DViewer()
         hide(); // see ~KVGLWidget(): this window may have a parent, too
 }
 
+void KVGamut3DViewer::Private::onSurfaceEvent(const QPlatformSurfaceEvent& event)
+{
+    // Qt hides the child windows of a native window that is destroyed (when it is closed or when the host
+    // moves it to another parent) and does not show them when the native window is created again.
+    if (event.surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
+        widget->setVisible(!Backdrop::isNeeded());
+    else
+        backdrop.release();
+}
+
+void KVGamut3DViewer::Private::onHide()
+{
+    if (Backdrop::isNeeded())
+        widget->setVisible(false);
+}
+
+void KVGamut3DViewer::Private::onExpose()
+{
+    // Qt creates a Wayland surface each time that a window is shown. The surface of a child window that
+    // existed before is not attached to it, or is never exposed. So the child is shown only now.
+    if (Backdrop::isNeeded() && viewer.isExposed() && viewer.isVisible())
+        widget->setVisible(true);
+    backdrop.paint(widget->background());
+}
+
 bool KVGamut3DViewer::event(QEvent* e)
 {
     const QPointer<KVGamut3DViewer> self(this); // a slot of click() or doubleClick() may destroy the viewer
     switch (e->type()) {
     case QEvent::Resize:
         d->widget->resize(static_cast<QResizeEvent*>(e)->size());
+        d->backdrop.paint(background());
         break;
     case QEvent::KeyPress:
         d->widget->keyPressEvent(static_cast<QKeyEvent*>(e));
@@ -76,11 +102,13 @@ bool KVGamut3DViewer::event(QEvent* e)
         d->widget->mouseDoubleClickEvent(static_cast<QMouseEvent*>(e));
         break;
     case QEvent::PlatformSurface:
-        // Qt hides the child windows of a native window that is destroyed (when it is closed or when the
-        // host moves it to another parent) and does not show them when the native window is created again.
-        if (static_cast<QPlatformSurfaceEvent*>(e)->surfaceEventType() ==
-            QPlatformSurfaceEvent::SurfaceCreated)
-            d->widget->setVisible(true);
+        d->onSurfaceEvent(*static_cast<QPlatformSurfaceEvent*>(e));
+        break;
+    case QEvent::Hide:
+        d->onHide();
+        break;
+    case QEvent::Expose:
+        d->onExpose();
         break;
     default: // including presses: drags only need the moves
         break;
