@@ -10,6 +10,7 @@
 #   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
 #   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
+#   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
 set -euo pipefail
@@ -20,7 +21,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,14s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,15s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -109,6 +110,10 @@ idle)
     kv_set_up "$root" test
     build dev "" bench_idle
     with_display build/dev/bin/bench_idle "$@"
+    ;;
+wayland)
+    kv_set_up "$root" test
+    tools/lanes/wayland.sh "$@"
     ;;
 *)
     usage >&2
