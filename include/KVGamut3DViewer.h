@@ -46,6 +46,9 @@ class KVGamutView;
 /// and the callback of load() may destroy the viewer. Slots of moveFinished(), which is emitted during a
 /// paint event, must not: use deleteLater() there.
 ///
+/// **OpenGL.** Without usable OpenGL the viewer is an empty window, and everything but drawing works. See
+/// KVGamutView::isDrawable().
+///
 /// **Resources.** The library contains its two shaders and the image of the ab plane. Files of the
 /// application in `<folder of the application's binary>/../Resources` replace them:
 /// - `Shaders/simple.vert` and `Shaders/simple.frag` replace the shaders. If only one of them exists, they
