@@ -9,10 +9,13 @@
 
 #include <QtCore/QCborArray>
 #include <QtCore/QCborMap>
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QtEndian>
 
 #include <functional>
+#include <limits>
 
 namespace {
 
@@ -293,6 +296,31 @@ TEST_F(SavedGamutTest, refusesALaterVersion)
     const Problem problem = problemOf(QCborValue(QCborKnownTags::Signature, parts).toCbor());
     EXPECT_EQ(problem.code, Problem::Code(KVProblemCode::UnknownSavedVersion));
     EXPECT_EQ(problem.arguments, QStringList(QStringLiteral("2")));
+}
+
+TEST_F(SavedGamutTest, refusesImpossibleNumbers)
+{
+    // the packed form of version 1: magic, method, intent, two flags, grid, then fold share, uncertainty,
+    // seconds
+    constexpr qsizetype gridAt = 14, uncertaintyAt = 26, secondsAt = 34;
+    const auto fileWith = [](qsizetype place, auto value) {
+        SavedGamut saved{computed().serialize(), QStringLiteral("x")};
+        QByteArray body = QByteArray::fromBase64(saved.gamut.value(QStringLiteral("Gamut")).toByteArray());
+        qToLittleEndian(value, body.data() + place);
+        saved.gamut.insert(QStringLiteral("Gamut"), QString::fromLatin1(body.toBase64()));
+        saved.gamut.insert(
+            QStringLiteral("GamutChecksum"),
+            QString::fromLatin1(QCryptographicHash::hash(body, QCryptographicHash::Sha256).toHex()));
+        return saved.bytes();
+    };
+    const QString unchanged = written(QStringLiteral("a"), fileWith(gridAt, qint32(9)));
+    EXPECT_EQ(opened(unchanged).savedGamut().report().gridPoints, 9);
+    const Problem::Code refused(KVProblemCode::SavedGamutInvalidValues);
+    for (const qint32 grid : {std::numeric_limits<qint32>::min(), -1, 0, 130})
+        EXPECT_EQ(codeOf(fileWith(gridAt, grid)), refused) << grid;
+    for (const double uncertainty : {-1e308, -1e-3, 1e7})
+        EXPECT_EQ(codeOf(fileWith(uncertaintyAt, uncertainty)), refused) << uncertainty;
+    EXPECT_EQ(codeOf(fileWith(secondsAt, -1.0)), refused);
 }
 
 TEST_F(SavedGamutTest, refusesAFileWithoutAGamut)

@@ -25,6 +25,16 @@ std::optional<InputKind> kindOf(const QByteArray& start)
     return {};
 }
 
+/// Whether a computation can give such numbers. The surface itself is checked by the engine.
+bool isPossible(const KVGamut::Report& report)
+{
+    constexpr int minGridPoints = 2;
+    constexpr int maxGridPoints = 129;
+    return report.volumeUncertainty >= 0.0 && report.volumeUncertainty <= report.volume &&
+           report.foldShare >= 0.0 && report.foldShare <= 1.0 && report.seconds >= 0.0 &&
+           report.gridPoints >= minGridPoints && report.gridPoints <= maxGridPoints;
+}
+
 /// A missing file and a folder have the codes of the engine, which hosts know.
 Problem readProblem(const Problem& problem)
 {
@@ -92,6 +102,8 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteAr
     source.m_savedProfile = saved->profile;
     if (!source.isSaved())
         return failure(Problem(source.m_saved.problem().value_or(KVProblem())).about(name));
+    if (!isPossible(source.m_saved.report()))
+        return failure(Problem(KVProblemCode::SavedGamutInvalidValues).about(name));
     return source;
 }
 
