@@ -16,14 +16,42 @@ std::size_t& sizeOf(void* block)
     return *static_cast<std::size_t*>(block);
 }
 
+// A context is used on one thread at a time, so it needs no locks. Little CMS crashes if it cannot allocate
+// its own.
+void* createLock(cmsContext context)
+{
+    return context;
+}
+void destroyLock(cmsContext, void*) {}
+cmsBool lock(cmsContext, void*)
+{
+    return TRUE;
+}
+void unlock(cmsContext, void*) {}
+
+cmsPluginMutex withoutLocks()
+{
+    cmsPluginMutex plugin{};
+    plugin.base.Magic = cmsPluginMagicNumber;
+    plugin.base.ExpectedVersion = 2000;
+    plugin.base.Type = cmsPluginMutexSig;
+    plugin.CreateMutexPtr = createLock;
+    plugin.DestroyMutexPtr = destroyLock;
+    plugin.LockMutexPtr = lock;
+    plugin.UnlockMutexPtr = unlock;
+    return plugin;
+}
+
 } // namespace
 
 CmsContext::CmsContext()
 {
+    cmsPluginMutex locks = withoutLocks();
     cmsPluginMemHandler handler{};
     handler.base.Magic = cmsPluginMagicNumber;
     handler.base.ExpectedVersion = 2000;
     handler.base.Type = cmsPluginMemHandlerSig;
+    handler.base.Next = &locks.base;
     handler.MallocPtr = allocate;
     handler.FreePtr = release;
     handler.ReallocPtr = reallocate;
@@ -53,8 +81,11 @@ void* CmsContext::allocate(cmsContext context, cmsUInt32Number size)
     if (self && self->m_allocated + size > memoryLimit)
         return nullptr;
     void* block = std::malloc(prefix + size);
-    if (!block)
+    if (!block) {
+        if (self)
+            self->m_ranOut = true;
         return nullptr;
+    }
     sizeOf(block) = size;
     if (self)
         self->m_allocated += size;

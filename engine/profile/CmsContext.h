@@ -30,8 +30,14 @@ public:
     /// its argument, or @p code if there is no message.
     [[nodiscard]] tl::unexpected<KVProblem> failure(KVProblemCode code, KVProblemCode withReason) const
     {
+        if (hasRunOutOfMemory())
+            return velmora::failure(KVProblemCode::OutOfMemory);
         return m_error.isEmpty() ? velmora::failure(code) : velmora::failure(withReason, {m_error});
     }
+
+    /// Whether an allocation in this context has failed. Then its objects must not be used: Little CMS does
+    /// not report every failure, and crashes later.
+    [[nodiscard]] bool hasRunOutOfMemory() const { return !m_context || m_ranOut; }
 
     static constexpr std::size_t memoryLimit = std::size_t(160) << 20; ///< bytes
 
@@ -44,6 +50,7 @@ private:
     cmsContext m_context = nullptr;
     QString m_error;
     std::size_t m_allocated = 0;
+    bool m_ranOut = false;
 };
 
 // Deleters of Little CMS handles.

@@ -200,6 +200,8 @@ Result<std::unique_ptr<DeviceTransform>> DeviceTransform::create(const QByteArra
     if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC)
         return failure(KVProblemCode::UnknownIntent, {QString::number(intent)});
     auto context = std::make_unique<CmsContext>();
+    if (context->hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
     const CmsProfile device(cmsOpenProfileFromMemTHR(context->get(), profile.constData(),
                                                      static_cast<cmsUInt32Number>(profile.size())));
     if (!device)
@@ -214,6 +216,8 @@ Result<std::unique_ptr<DeviceTransform>> DeviceTransform::create(const QByteArra
     constexpr cmsUInt32Number doubles = 0;
     const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device.get(), doubles, TRUE);
     auto transform = labTransform(*context, device.get(), format, intent, blackPointCompensation);
+    if (context->hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
     if (!transform)
         return failure(transform);
     const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;

@@ -31,9 +31,11 @@ Result<void> checkProfile(const QByteArray& bytes)
     if (auto checked = velmora::checkIccTables(bytes); !checked)
         return checked;
     const velmora::CmsContext context;
+    if (context.hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
     const velmora::CmsProfile opened(cmsOpenProfileFromMemTHR(context.get(), bytes.constData(),
                                                               static_cast<cmsUInt32Number>(bytes.size())));
-    if (opened)
+    if (opened && !context.hasRunOutOfMemory())
         return {};
     return context.failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
 }

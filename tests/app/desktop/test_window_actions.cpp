@@ -125,6 +125,7 @@ TEST_F(Actions, saveAndRestoreASession)
     press(Qt::Key_W, Qt::ControlModifier);
     action("plane").trigger();
     EXPECT_TRUE(chooseFile([&] { press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier); }, file));
+    EXPECT_TRUE(settle()); // the session is read in the background
     EXPECT_EQ(inputs(), (QStringList{QStringLiteral("sRGB"), QStringLiteral("Rec2020")}));
     EXPECT_TRUE(window.viewer().abPlane());
 }
