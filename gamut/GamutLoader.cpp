@@ -80,10 +80,10 @@ KVGamut::Settings settingsOf(const QHash<QString, QVariant>& params)
 
 using GamutResult = tl::expected<KVGamut::GamutObject, KVProblem>;
 
-GamutResult restored(const QHash<QString, QVariant>& saved)
+GamutResult restored(const QHash<QString, QVariant>& saved, KVCompletionProtocolPtr* protocol)
 {
     KVGamut::GamutObject gamut;
-    gamut.deserialize(saved);
+    gamut.deserialize(saved, protocol);
     if (gamut.referenceLab().size() != 3)
         return failure(gamut.problem(), KVProblemCode::NotASavedGamut);
     return gamut;
@@ -110,7 +110,7 @@ GamutResult gamutOf(GamutRequest request, KVCompletionProtocolPtr* protocol)
     if (request.computed)
         return checked(*request.computed);
     if (request.saved)
-        return restored(*request.saved);
+        return restored(*request.saved, protocol);
     return computed(request.profile, request.settings, protocol);
 }
 

@@ -218,6 +218,9 @@ public:
     /// Restores the result of serialize(); the whole hash may also be stored as the value of its own key
     /// "Gamut". If the hash is damaged or not a saved gamut, the gamut is then empty; see problem().
     void deserialize(const QHash<QString, QVariant>& hash);
+    /// The same. Cancelling through @p protocol (may be null) ends it early with an empty gamut and
+    /// Cancelled.
+    void deserialize(const QHash<QString, QVariant>& hash, KVCompletionProtocolPtr* protocol);
 
     /// The surface; empty for an empty gamut. Valid as long as this object or a copy of it exists.
     [[nodiscard]] const Mesh& mesh() const;

@@ -3,6 +3,10 @@
 
 #include <platform/KVCoreCommon.h>
 
+#include <functional>
+#include <memory>
+#include <utility>
+
 namespace velmora {
 
 /// Progress and cancellation of one step of a computation.
@@ -15,7 +19,18 @@ public:
     Task() = default;
     explicit Task(KVCompletionProtocolPtr protocol) : m_protocol(std::move(protocol)) {}
 
-    [[nodiscard]] bool isCancelled() const { return m_protocol && m_protocol->isCancelled(); }
+    /// Cancelled as soon as @p check returns true; it is called at each look.
+    explicit Task(std::function<bool()> check)
+        : m_check(std::make_shared<const std::function<bool()>>(std::move(check)))
+    {
+    }
+
+    /// Cheap. Loops over vertices or triangles look in each step, so that a computation ends within
+    /// milliseconds. Once it is true, it stays true.
+    [[nodiscard]] bool isCancelled() const
+    {
+        return (m_protocol && m_protocol->isCancelled()) || (m_check && (*m_check)());
+    }
     /// Reports the finished share of this part, 0..1.
     void setProgress(double share) const
     {
@@ -33,6 +48,7 @@ public:
 
 private:
     KVCompletionProtocolPtr m_protocol;
+    std::shared_ptr<const std::function<bool()>> m_check;
     double m_from = 0.0;
     double m_to = 1.0;
 };

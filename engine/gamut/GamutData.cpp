@@ -40,9 +40,9 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::faces() const
     return m_faces;
 }
 
-const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline() const
+const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline(const velmora::Task& task) const
 {
-    std::call_once(m_outlineOnce, [this] {
+    std::call_once(m_outlineOnce, [this, &task] {
         if (!record.decorated)
             return;
         const Mesh& mesh = record.mesh;
@@ -53,7 +53,7 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline() const
                 n.device = QList<float>(mesh.deviceOf(p.vertex), mesh.deviceOf(p.vertex) + mesh.channels);
             return n;
         };
-        for (const auto& loop : velmora::outlineOf(mesh)) {
+        for (const auto& loop : velmora::outlineOf(mesh, task)) {
             QList<KVHull::Node> nodes;
             for (const auto& point : loop)
                 nodes.append(node(point));

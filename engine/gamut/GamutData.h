@@ -24,8 +24,9 @@ public:
     const velmora::GamutRecord record;
     const double volume; ///< dE76 cubed
 
-    const QList<QList<KVHull::Node>>& faces() const;   ///< as GamutObject::faces()
-    const QList<QList<KVHull::Node>>& outline() const; ///< as GamutObject::outline()
+    const QList<QList<KVHull::Node>>& faces() const; ///< as GamutObject::faces()
+    /// As GamutObject::outline(). If @p task is cancelled, this object is to be destroyed.
+    const QList<QList<KVHull::Node>>& outline(const velmora::Task& task = {}) const;
     const velmora::WindingIndex& index() const;        ///< for isInside()
     const velmora::NearestIndex& nearestIndex() const; ///< for nearest()
 

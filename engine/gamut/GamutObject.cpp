@@ -44,7 +44,7 @@ velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings
     record->blackPointCompensation = settings.blackPointCompensation;
     record->seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
     const SharedData data(new GamutData(std::move(*record)));
-    data->outline();
+    data->outline(task);
     if (task.isCancelled())
         return velmora::failure(KVProblemCode::Cancelled);
     task.setProgress(1.0);
@@ -104,8 +104,14 @@ QHash<QString, QVariant> GamutObject::serialize() const
 
 void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
 {
-    const auto data = orOutOfMemory([&hash]() -> velmora::Result<SharedData> {
-        auto record = velmora::deserialized(hash);
+    deserialize(hash, nullptr);
+}
+
+void GamutObject::deserialize(const QHash<QString, QVariant>& hash, KVCompletionProtocolPtr* protocol)
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    const auto data = orOutOfMemory([&hash, &task]() -> velmora::Result<SharedData> {
+        auto record = velmora::deserialized(hash, task);
         if (!record)
             return velmora::failure(record);
         return SharedData(new GamutData(std::move(*record)));

@@ -18,9 +18,33 @@ constexpr QLatin1String checksumKey("GamutChecksum");
 
 constexpr int maxChannels = 15;
 
-QString checksumOf(const QByteArray& bytes)
+// Incomplete if the task is cancelled.
+QString checksumOf(const QByteArray& bytes, const Task& task)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+    constexpr qsizetype bytesBetweenChecks = qsizetype(1) << 18;
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (qsizetype at = 0; at < bytes.size() && !task.isCancelled(); at += bytesBetweenChecks)
+        hash.addData(QByteArrayView(bytes).sliced(at, std::min(bytesBetweenChecks, bytes.size() - at)));
+    return QString::fromLatin1(hash.result().toHex());
+}
+
+// The bytes of a text in base64; nullopt if it is not valid, or if the task is cancelled.
+std::optional<QByteArray> decoded(const QByteArray& text, const Task& task)
+{
+    constexpr qsizetype charactersBetweenChecks = qsizetype(1) << 18; // a multiple of four
+    QByteArray bytes;
+    bytes.reserve(text.size() / 4 * 3);
+    for (qsizetype at = 0; at < text.size(); at += charactersBetweenChecks) {
+        const qsizetype count = std::min(charactersBetweenChecks, text.size() - at);
+        const auto piece =
+            QByteArray::fromBase64Encoding(text.sliced(at, count), QByteArray::AbortOnBase64DecodingErrors);
+        const bool isLast = at + count == text.size();
+        const bool isComplete = isLast || (*piece).size() == count / 4 * 3; // without padding in the middle
+        if (!piece || !isComplete || task.isCancelled())
+            return std::nullopt;
+        bytes.append(*piece);
+    }
+    return bytes;
 }
 
 QDataStream& operator<<(QDataStream& stream, const LabPoint& v)
@@ -112,7 +136,7 @@ bool readPrimaries(QDataStream& stream, GamutRecord& record)
 }
 
 // The rest of the stream, which must have exactly the size of the mesh.
-bool readMesh(QDataStream& stream, Mesh& mesh)
+bool readMesh(QDataStream& stream, Mesh& mesh, const Task& task)
 {
     qint32 channels = 0;
     quint32 vertices = 0, triangles = 0;
@@ -125,26 +149,35 @@ bool readMesh(QDataStream& stream, Mesh& mesh)
         return false;
     mesh.channels = channels;
     mesh.lab.resize(vertices);
-    for (LabPoint& v : mesh.lab)
+    for (LabPoint& v : mesh.lab) {
+        if (task.isCancelled())
+            return false;
         stream >> v;
+    }
     mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
-    for (float& value : mesh.device)
+    for (float& value : mesh.device) {
+        if (task.isCancelled())
+            return false;
         stream >> value;
+    }
     mesh.triangles.resize(triangles);
-    for (Triangle& t : mesh.triangles)
+    for (Triangle& t : mesh.triangles) {
+        if (task.isCancelled())
+            return false;
         for (int& v : t) {
             qint32 index = 0;
             stream >> index;
             v = index;
         }
+    }
     return true;
 }
 
-bool unpack(const QByteArray& bytes, GamutRecord& record)
+bool unpack(const QByteArray& bytes, GamutRecord& record, const Task& task)
 {
     QDataStream stream(bytes);
     prepare(stream);
-    return readHead(stream, record) && readPrimaries(stream, record) && readMesh(stream, record.mesh) &&
+    return readHead(stream, record) && readPrimaries(stream, record) && readMesh(stream, record.mesh, task) &&
            stream.status() == QDataStream::Ok;
 }
 
@@ -189,11 +222,13 @@ Fields innermostFields(const QHash<QString, QVariant>& hash)
     }
 }
 
-Result<void> checkSavedSurface(const Mesh& mesh)
+Result<void> checkSavedSurface(const Mesh& mesh, const Task& task)
 {
-    if (auto checked = checkSurface(mesh); !checked)
+    if (auto checked = checkSurface(mesh, task); !checked)
         return checked;
-    const std::optional<bool> intersects = selfIntersects(mesh);
+    const std::optional<bool> intersects = selfIntersects(mesh, task);
+    if (task.isCancelled())
+        return failure(KVProblemCode::Cancelled);
     if (!intersects)
         return failure(KVProblemCode::SavedGamutTooClose);
     if (*intersects)
@@ -208,10 +243,27 @@ QHash<QString, QVariant> serialized(const GamutRecord& record)
     const QByteArray bytes = packed(record);
     return {{gamutKey, QString::fromLatin1(bytes.toBase64())},
             {versionKey, formatVersion},
-            {checksumKey, checksumOf(bytes)}};
+            {checksumKey, checksumOf(bytes, {})}};
 }
 
-Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash)
+namespace {
+
+Result<GamutRecord> checkedRecord(const Fields& fields, const Task& task)
+{
+    const auto bytes = decoded(fields.text.toByteArray(), task);
+    if (!bytes || checksumOf(*bytes, task) != fields.checksum.toString())
+        return failure(KVProblemCode::SavedGamutDamaged);
+    GamutRecord record;
+    if (!unpack(*bytes, record, task) || !valuesAreValid(record))
+        return failure(KVProblemCode::SavedGamutInvalidValues);
+    if (const auto checked = checkSavedSurface(record.mesh, task); !checked)
+        return failure(checked);
+    return record;
+}
+
+} // namespace
+
+Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash, const Task& task)
 {
     const Fields fields = innermostFields(hash);
     const int type = fields.text.metaType().id();
@@ -220,15 +272,9 @@ Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash)
     bool isNumber = false;
     if (fields.version.toInt(&isNumber) != formatVersion || !isNumber)
         return failure(KVProblemCode::UnknownSavedVersion, {fields.version.toString()});
-    const auto decoded =
-        QByteArray::fromBase64Encoding(fields.text.toByteArray(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded || checksumOf(*decoded) != fields.checksum.toString())
-        return failure(KVProblemCode::SavedGamutDamaged);
-    GamutRecord record;
-    if (!unpack(*decoded, record) || !valuesAreValid(record))
-        return failure(KVProblemCode::SavedGamutInvalidValues);
-    if (const auto checked = checkSavedSurface(record.mesh); !checked)
-        return failure(checked);
+    auto record = checkedRecord(fields, task);
+    if (task.isCancelled()) // an incomplete step fails for some other reason
+        return failure(KVProblemCode::Cancelled);
     return record;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <engine/base/Task.h>
 #include <engine/surface/GamutRecord.h>
 
 #include <QtCore/QHash>
@@ -12,7 +13,8 @@ namespace velmora {
 /// base64 text, "GamutVersion" the version of the format, "GamutChecksum" the SHA-256 of the decoded text.
 [[nodiscard]] QHash<QString, QVariant> serialized(const GamutRecord& record);
 
-/// Fails if @p hash does not contain a saved gamut, or if the gamut is damaged or not valid.
-[[nodiscard]] Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash);
+/// Fails if @p hash does not contain a saved gamut, if the gamut is damaged or not valid, or if @p task is
+/// cancelled.
+[[nodiscard]] Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash, const Task& task = {});
 
 } // namespace velmora

@@ -65,7 +65,7 @@ void forColumnsThrough(const LatticePoint& p, const LatticePoint& q, const Latti
         }
 }
 
-constexpr std::size_t trianglesBetweenChecks = 8192;
+constexpr std::size_t trianglesBetweenChecks = 1024;
 
 } // namespace
 

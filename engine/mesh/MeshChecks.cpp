@@ -33,7 +33,7 @@ struct EdgeTable
     std::vector<HalfEdge> edges;
 };
 
-EdgeTable edgesByOrigin(const Mesh& mesh)
+EdgeTable edgesByOrigin(const Mesh& mesh, const Task& task)
 {
     EdgeTable table;
     table.first.assign(mesh.lab.size() + 1, 0);
@@ -43,7 +43,7 @@ EdgeTable edgesByOrigin(const Mesh& mesh)
     std::partial_sum(table.first.begin(), table.first.end(), table.first.begin());
     table.edges.resize(mesh.triangles.size() * 3);
     std::vector<int> next(table.first.begin(), table.first.end() - 1);
-    for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+    for (std::size_t f = 0; f < mesh.triangles.size() && !task.isCancelled(); ++f)
         for (int e = 0; e < 3; ++e) {
             const Triangle& t = mesh.triangles[f];
             const auto place = next[static_cast<std::size_t>(t[static_cast<std::size_t>(e)])]++;
@@ -56,9 +56,9 @@ EdgeTable edgesByOrigin(const Mesh& mesh)
 using Neighbours = std::vector<std::array<int, 3>>;
 
 // Closed: no edge occurs twice in the same direction, and each occurs in the opposite one, too.
-bool isClosed(EdgeTable table, const Neighbours& neighbours)
+bool isClosed(EdgeTable table, const Neighbours& neighbours, const Task& task)
 {
-    for (std::size_t v = 0; v + 1 < table.first.size(); ++v) {
+    for (std::size_t v = 0; v + 1 < table.first.size() && !task.isCancelled(); ++v) {
         const auto begin = table.edges.begin() + table.first[v];
         const auto end = table.edges.begin() + table.first[v + 1];
         std::sort(begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other < q.other; });
@@ -91,18 +91,18 @@ bool isManifoldAt(int vertex, const Mesh& mesh, const EdgeTable& table, const Ne
 }
 
 // Connected components, by flood fill.
-int componentsOf(const Neighbours& neighbours)
+int componentsOf(const Neighbours& neighbours, const Task& task)
 {
     int components = 0;
     std::vector<bool> seen(neighbours.size(), false);
     std::vector<int> open;
-    for (std::size_t seed = 0; seed < neighbours.size(); ++seed) {
+    for (std::size_t seed = 0; seed < neighbours.size() && !task.isCancelled(); ++seed) {
         if (seen[seed])
             continue;
         ++components;
         seen[seed] = true;
         open.assign(1, static_cast<int>(seed));
-        while (!open.empty()) {
+        while (!open.empty() && !task.isCancelled()) {
             const auto f = static_cast<std::size_t>(open.back());
             open.pop_back();
             for (int n : neighbours[f])
@@ -117,11 +117,11 @@ int componentsOf(const Neighbours& neighbours)
 
 } // namespace
 
-std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh)
+std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh, const Task& task)
 {
-    const EdgeTable table = edgesByOrigin(mesh);
-    std::vector<std::array<int, 3>> neighbours(mesh.triangles.size());
-    for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+    const EdgeTable table = edgesByOrigin(mesh, task);
+    std::vector<std::array<int, 3>> neighbours(mesh.triangles.size(), {-1, -1, -1});
+    for (std::size_t f = 0; f < mesh.triangles.size() && !task.isCancelled(); ++f)
         for (std::size_t e = 0; e < 3; ++e) {
             const int from = mesh.triangles[f][e];
             const int to = mesh.triangles[f][(e + 1) % 3];
@@ -133,25 +133,25 @@ std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh)
     return neighbours;
 }
 
-MeshTopology topology(const Mesh& mesh)
+MeshTopology topology(const Mesh& mesh, const Task& task)
 {
     MeshTopology result;
     result.indicesValid = indicesAreValid(mesh);
     if (!result.indicesValid || mesh.triangles.empty())
         return result;
-    const EdgeTable table = edgesByOrigin(mesh);
-    const Neighbours neighbours = triangleNeighbours(mesh);
-    result.closed = isClosed(table, neighbours);
+    const EdgeTable table = edgesByOrigin(mesh, task);
+    const Neighbours neighbours = triangleNeighbours(mesh, task);
+    result.closed = !task.isCancelled() && isClosed(table, neighbours, task);
     if (!result.closed)
         return result;
 
     result.manifold = true;
     int used = 0;
-    for (int v = 0; v < static_cast<int>(mesh.lab.size()); ++v) {
+    for (int v = 0; v < static_cast<int>(mesh.lab.size()) && !task.isCancelled(); ++v) {
         result.manifold = result.manifold && isManifoldAt(v, mesh, table, neighbours);
         used += table.first[static_cast<std::size_t>(v) + 1] > table.first[static_cast<std::size_t>(v)];
     }
-    result.components = componentsOf(neighbours);
+    result.components = componentsOf(neighbours, task);
     const int faces = static_cast<int>(mesh.triangles.size());
     result.eulerCharacteristic = used - faces * 3 / 2 + faces;
     return result;

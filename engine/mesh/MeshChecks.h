@@ -3,13 +3,16 @@
 
 #include "Mesh.h"
 
+#include <engine/base/Task.h>
+
 #include <vector>
 
 namespace velmora {
 
 /// The neighbours of each triangle: entry i is the triangle beyond the edge from its vertex i to its vertex
 /// i+1, or -1 if no triangle has that edge in the opposite direction. All indices must be valid.
-[[nodiscard]] std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh);
+/// If @p task is cancelled, the result is incomplete.
+[[nodiscard]] std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh, const Task& task = {});
 
 /// Topology of a mesh; the positions of the vertices do not matter.
 struct MeshTopology
@@ -22,6 +25,7 @@ struct MeshTopology
 };
 
 /// Members after `indicesValid` are computed only if it is true, and after `closed` only if that is true.
-[[nodiscard]] MeshTopology topology(const Mesh& mesh);
+/// If @p task is cancelled, the result has no meaning.
+[[nodiscard]] MeshTopology topology(const Mesh& mesh, const Task& task = {});
 
 } // namespace velmora

@@ -17,16 +17,16 @@ struct Edge
     int to;
 };
 
-std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& points)
+std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& points, const Task& task)
 {
     const auto facesUp = [&](int f) {
         const Triangle& t = mesh.triangles[static_cast<std::size_t>(f)];
         return orientationAb(points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                              points[static_cast<std::size_t>(t[2])]) > 0;
     };
-    const auto neighbours = triangleNeighbours(mesh);
+    const auto neighbours = triangleNeighbours(mesh, task);
     std::vector<Edge> edges;
-    for (int f = 0; f < static_cast<int>(mesh.triangles.size()); ++f) {
+    for (int f = 0; f < static_cast<int>(mesh.triangles.size()) && !task.isCancelled(); ++f) {
         if (!facesUp(f))
             continue;
         for (std::size_t e = 0; e < 3; ++e) {
@@ -93,10 +93,12 @@ float lightnessAt(const ClipperLib::IntPoint& x, const std::vector<Edge>& edges,
 
 } // namespace
 
-std::vector<OutlineLoop> outlineOf(const Mesh& mesh)
+std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
 {
     const auto points = latticePoints(mesh);
-    const auto edges = silhouette(mesh, points);
+    const auto edges = silhouette(mesh, points, task);
+    if (task.isCancelled())
+        return {};
     ClipperLib::Paths paths;
     std::map<std::pair<std::int64_t, std::int64_t>, int> vertexAt;
     for (const auto& loop : chained(edges)) {

@@ -3,6 +3,8 @@
 
 #include "Mesh.h"
 
+#include <engine/base/Task.h>
+
 #include <vector>
 
 namespace velmora {
@@ -22,6 +24,7 @@ using OutlineLoop = std::vector<OutlinePoint>; ///< closed: the last point joins
 /// direction that they have in the upper faces they form closed loops, whose winding number at a point is
 /// the number of upper faces there. Their union by the non-zero rule (Clipper, after Vatti 1992) is the
 /// projection, at a hundredth of the cost of uniting all faces.
-[[nodiscard]] std::vector<OutlineLoop> outlineOf(const Mesh& mesh);
+/// If @p task is cancelled, the result is incomplete.
+[[nodiscard]] std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task = {});
 
 } // namespace velmora

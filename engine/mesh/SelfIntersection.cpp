@@ -63,10 +63,13 @@ bool intersect(const TrianglePoints& s, const TrianglePoints& t)
 class EmbeddedFans
 {
 public:
-    EmbeddedFans(const Mesh& mesh, const std::vector<LatticePoint>& points)
+    /// Incomplete if @p task is cancelled.
+    EmbeddedFans(const Mesh& mesh, const std::vector<LatticePoint>& points, const Task& task)
     {
         std::vector<Fan> fans(points.size());
         for (const Triangle& t : mesh.triangles) {
+            if (task.isCancelled())
+                break;
             const std::array<int, 3> turns =
                 turnsOf(points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                         points[static_cast<std::size_t>(t[2])]);
@@ -218,18 +221,22 @@ public:
         return sum;
     }
 
-    void fill(const std::vector<Bounds>& bounds)
+    /// Incomplete if @p task is cancelled.
+    void fill(const std::vector<Bounds>& bounds, const Task& task)
     {
         m_first.assign(static_cast<std::size_t>(m_counts[0]) * static_cast<std::size_t>(m_counts[1]) *
                                static_cast<std::size_t>(m_counts[2]) +
                            1,
                        0);
-        for (const Bounds& b : bounds)
+        for (const Bounds& b : bounds) {
+            if (task.isCancelled())
+                return;
             forCells(b, [&](std::size_t cell, unsigned) { ++m_first[cell + 1]; });
+        }
         std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
         m_entries.resize(m_first.back());
         std::vector<std::uint32_t> next(m_first.begin(), m_first.end() - 1);
-        for (std::size_t f = 0; f < bounds.size(); ++f)
+        for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
             forCells(bounds[f], [&](std::size_t cell, unsigned begins) {
                 m_entries[next[cell]++] = {static_cast<std::uint32_t>(f) & 0x1fffffffu, begins & 7u};
             });
@@ -295,15 +302,17 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
                               points[static_cast<std::size_t>(t[2])]};
     };
     std::vector<Bounds> bounds(mesh.triangles.size());
-    for (std::size_t f = 0; f < bounds.size(); ++f)
+    for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
         bounds[f] = boundsOf(pointsOf(f));
     CellLists cells(bounds, boundsOf(points));
     if (cells.entriesOf(bounds) > effort.entries)
         return {};
-    cells.fill(bounds);
-    const EmbeddedFans fans(mesh, points);
+    cells.fill(bounds, task);
+    const EmbeddedFans fans(mesh, points, task);
+    if (task.isCancelled()) // the lists may be incomplete
+        return {};
 
-    constexpr std::size_t cellsBetweenChecks = 1024;
+    constexpr std::size_t cellsBetweenChecks = 256;
     Search search;
     std::vector<Bounds> inCell;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
@@ -342,11 +351,11 @@ Result<std::size_t> countIntersections(const Mesh& mesh, std::size_t maxCount, c
     return search.intersections;
 }
 
-std::optional<bool> selfIntersects(const Mesh& mesh)
+std::optional<bool> selfIntersects(const Mesh& mesh, const Task& task)
 {
     constexpr std::size_t entriesPerFace = 32, minEntries = 1'000'000, maxPairs = 20'000'000;
     const Search search =
-        searchIntersections(mesh, 1, {entriesPerFace * mesh.triangles.size() + minEntries, maxPairs}, {});
+        searchIntersections(mesh, 1, {entriesPerFace * mesh.triangles.size() + minEntries, maxPairs}, task);
     if (search.intersections > 0)
         return true;
     return search.isComplete ? std::optional(false) : std::nullopt;

@@ -20,7 +20,7 @@ namespace velmora {
 /// Whether an untrusted surface self-intersects. The faces of a computed surface have few other faces near
 /// them. In a hostile file each face may be close to all others, and testing all pairs would take minutes;
 /// the work is therefore limited to 20 million pairs.
-/// @return nullopt if the limit is reached before the result is known
-[[nodiscard]] std::optional<bool> selfIntersects(const Mesh& mesh);
+/// @return nullopt if the limit is reached, or @p task cancelled, before the result is known
+[[nodiscard]] std::optional<bool> selfIntersects(const Mesh& mesh, const Task& task = {});
 
 } // namespace velmora

@@ -68,6 +68,8 @@ Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes&
 {
     const auto n = nodes.front().size();
     const CubeVertices vertices(n);
+    if (task.isCancelled()) // up to two million nodes are numbered
+        return failure(KVProblemCode::Cancelled);
     Mesh mesh;
     mesh.channels = 3;
     for (const auto& [i, j, k] : vertices.nodes())
@@ -78,6 +80,8 @@ Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes&
     mesh.lab.reserve(lab->size());
     for (const Vec3& p : *lab)
         mesh.lab.push_back(snapped(p));
+    if (task.isCancelled())
+        return failure(KVProblemCode::Cancelled);
     mesh.triangles = cubeTriangles(vertices, n);
     return mesh;
 }

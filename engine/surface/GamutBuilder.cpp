@@ -294,7 +294,7 @@ private:
     Result<void> checkRecord()
     {
         m_task.setProgress(0.8);
-        auto checked = checkSurface(m_record.mesh);
+        auto checked = checkSurface(m_record.mesh, m_task);
         if (checked)
             m_task.setProgress(0.9);
         return checked;

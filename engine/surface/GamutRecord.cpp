@@ -8,14 +8,16 @@
 
 namespace velmora {
 
-Result<void> checkSurface(const Mesh& mesh)
+Result<void> checkSurface(const Mesh& mesh, const Task& task)
 {
     if (mesh.triangles.empty())
         return failure(KVProblemCode::NoFaces);
     for (const LabPoint& v : mesh.lab)
         if (!isFinite(toVec3(v)) || std::max({std::abs(v.L), std::abs(v.a), std::abs(v.b)}) > float(maxLab))
             return failure(KVProblemCode::VertexOutOfRange);
-    const MeshTopology shape = topology(mesh);
+    const MeshTopology shape = topology(mesh, task);
+    if (task.isCancelled())
+        return failure(KVProblemCode::Cancelled);
     if (!shape.indicesValid)
         return failure(KVProblemCode::VertexIndexOutOfRange);
     if (!shape.closed)

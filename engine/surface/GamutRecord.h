@@ -2,6 +2,7 @@
 #pragma once
 
 #include <engine/base/Result.h>
+#include <engine/base/Task.h>
 #include <engine/mesh/Mesh.h>
 
 #include <platform/KVVelmoraFramework.h>
@@ -36,7 +37,7 @@ struct GamutRecord
 inline constexpr double minVolume = 1.0;
 
 /// Checks that a surface is closed, manifold, oriented outwards, within the range of Lab, and that it
-/// encloses at least minVolume.
-[[nodiscard]] Result<void> checkSurface(const Mesh& mesh);
+/// encloses at least minVolume. Fails if @p task is cancelled.
+[[nodiscard]] Result<void> checkSurface(const Mesh& mesh, const Task& task = {});
 
 } // namespace velmora

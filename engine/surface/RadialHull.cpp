@@ -25,7 +25,8 @@ Vec3 centreOf(const std::vector<Vec3>& points)
     return 0.5 * (low + high);
 }
 
-std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
+// Incomplete if the task is cancelled.
+std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre, const Task& task)
 {
     double maxRadius = 0.0;
     for (const Vec3& p : points)
@@ -34,6 +35,8 @@ std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre)
     std::vector<HullPoint> result;
     result.reserve(points.size());
     for (const Vec3& p : points) {
+        if (task.isCancelled())
+            break;
         const Vec3 d = p - centre;
         const double r = length(d);
         const double s = r > 1e-9 ? scale * std::pow(r, exponent - 1.0) : 0.0;
@@ -327,7 +330,10 @@ Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nod
     const auto lab = transform.toLab(*samples, task.part(0.1, 0.3));
     if (!lab)
         return failure(lab);
-    auto hull = convexHull(compressed(*lab, centreOf(*lab)), task.part(0.3, 1.0));
+    const std::vector<HullPoint> points = compressed(*lab, centreOf(*lab), task);
+    if (task.isCancelled())
+        return failure(KVProblemCode::Cancelled);
+    auto hull = convexHull(points, task.part(0.3, 1.0));
     if (!hull)
         return failure(hull);
     if (hull->empty())
@@ -339,6 +345,8 @@ Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nod
     for (const Vec3& p : *lab)
         mesh.lab.push_back(snapped(p));
     mesh.triangles = std::move(*hull);
+    if (task.isCancelled())
+        return failure(KVProblemCode::Cancelled);
     dropUnusedVertices(mesh);
     return mesh;
 }

@@ -29,11 +29,15 @@ public:
     Round(Mesh& mesh, double maxEdge, Edges edges) : m_mesh(mesh), m_maxEdge(maxEdge), m_edges(edges) {}
 
     // Appends the device colours of the new vertices to those of the mesh.
-    void findMidpoints()
+    Result<void> findMidpoints(const Task& task)
     {
-        for (const Triangle& t : m_mesh.triangles)
+        for (const Triangle& t : m_mesh.triangles) {
+            if (task.isCancelled())
+                return failure(KVProblemCode::Cancelled);
             for (std::size_t e = 0; e < 3; ++e)
                 consider(t[e], t[(e + 1) % 3]);
+        }
+        return {};
     }
 
     Result<void> evaluate(const DeviceTransform& transform, const Task& task)
@@ -120,7 +124,8 @@ Result<void> refine(Mesh& mesh, const DeviceTransform& transform, double maxEdge
 {
     for (int i = 0; i < rounds && mesh.triangles.size() * 4 <= maxTriangles; ++i) {
         Round round(mesh, maxEdge, Round::Edges::WithinDeviceFaces);
-        round.findMidpoints();
+        if (auto searched = round.findMidpoints(task); !searched)
+            return searched;
         if (!round.found())
             return {};
         if (const auto evaluated = round.evaluate(transform, task); !evaluated)
@@ -133,7 +138,8 @@ Result<void> refine(Mesh& mesh, const DeviceTransform& transform, double maxEdge
 Result<void> halveBridges(Mesh& mesh, const DeviceTransform& transform, const Task& task)
 {
     Round round(mesh, 0.0, Round::Edges::AcrossDeviceFaces);
-    round.findMidpoints();
+    if (auto searched = round.findMidpoints(task); !searched)
+        return searched;
     if (const auto evaluated = round.evaluate(transform, task); !evaluated)
         return failure(evaluated);
     round.split();

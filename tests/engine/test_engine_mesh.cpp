@@ -9,11 +9,13 @@
 #include <engine/mesh/SelfIntersection.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/DeviceCubeMesh.h>
+#include <engine/surface/GamutRecord.h>
 #include <engine/surface/Refinement.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <random>
 
 using namespace velmora;
@@ -427,4 +429,48 @@ TEST(Outline, unitesOverlappingProjections)
     }
     EXPECT_NEAR(area, 2800.0, 1e-3);
     EXPECT_EQ(crossings, 2);
+}
+
+// --- Cancellation --------------------------------------------------------------------------------
+
+namespace {
+
+/// Runs @p computation with a task that is cancelled at look number @p last, or never (-1). Returns how often
+/// it looked.
+int looksOf(const std::function<void(const Task&)>& computation, int last = -1)
+{
+    int looks = 0;
+    computation(
+        Task([&looks, last] { return last >= 0 && looks >= last ? (++looks, true) : (++looks, false); }));
+    return looks;
+}
+
+} // namespace
+
+TEST(MeshCancellation, everyStepLooksOncePerTriangle)
+{
+    const Mesh mesh = torusMesh(48);
+    const std::function<void(const Task&)> steps[] = {
+        [&](const Task& task) { (void)topology(mesh, task); },
+        [&](const Task& task) { (void)triangleNeighbours(mesh, task); },
+        [&](const Task& task) { (void)outlineOf(mesh, task); },
+        [&](const Task& task) { (void)countIntersections(mesh, 1, task); },
+        [&](const Task& task) { (void)selfIntersects(mesh, task); },
+    };
+    const int triangles = static_cast<int>(mesh.triangles.size());
+    for (std::size_t i = 0; i < std::size(steps); ++i) {
+        const int all = looksOf(steps[i]);
+        EXPECT_GE(all, triangles) << "step " << i;
+        for (int last = 0; last < all; last += 1 + all / 50)
+            EXPECT_LE(looksOf(steps[i], last), last + 12) << "step " << i << " goes on after look " << last;
+    }
+}
+
+TEST(MeshCancellation, aCancelledCheckFails)
+{
+    const auto checked = checkSurface(torusMesh(12), Task([] { return true; }));
+    ASSERT_FALSE(checked);
+    EXPECT_EQ(checked.error().code, KVProblemCode::Cancelled);
+    EXPECT_FALSE(countIntersections(torusMesh(12), 1, Task([] { return true; })));
+    EXPECT_EQ(selfIntersects(torusMesh(12), Task([] { return true; })), std::nullopt);
 }

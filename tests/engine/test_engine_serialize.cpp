@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <random>
 
 using namespace testprofiles;
@@ -316,4 +317,49 @@ TEST(Deserialize, restoresTheSurfacesOfAllMethods)
         EXPECT_EQ(copy.faceCount(), original.faceCount());
         EXPECT_GT(copy.faceCount(), 0);
     }
+}
+
+TEST(Serialize, aCancelledRestoreIsEmpty)
+{
+    KVGamut::GamutObject gamut;
+    ASSERT_TRUE(gamut.init(openedFile(prophotoRgb()), KVGamut::Settings{.gridPoints = 17}));
+    const Hash saved = gamut.serialize();
+    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("restore"));
+    gamut.deserialize(saved, &protocol);
+    EXPECT_EQ(codeOf(gamut), std::nullopt);
+    EXPECT_GT(gamut.faceCount(), 0);
+    protocol->cancel();
+    gamut.deserialize(saved, &protocol);
+    EXPECT_EQ(codeOf(gamut), KVProblemCode::Cancelled);
+    EXPECT_EQ(gamut.faceCount(), 0);
+}
+
+// Every step looks: cancelled at any look, the rest of the work is small.
+TEST(Serialize, aRestoreEndsSoonAfterItIsCancelled)
+{
+    KVGamut::GamutObject gamut;
+    ASSERT_TRUE(gamut.init(openedFile(prophotoRgb()), KVGamut::Settings{.gridPoints = 33}));
+    const Hash saved = gamut.serialize();
+    const auto looksWhenCancelledAt = [&saved](int last) {
+        int looks = 0;
+        (void)velmora::deserialized(saved, velmora::Task([&looks, last] { return looks++ >= last; }));
+        return looks;
+    };
+    const int all = looksWhenCancelledAt(std::numeric_limits<int>::max());
+    EXPECT_GT(all, 10 * gamut.faceCount());
+    for (int last = 0; last < all; last += 1 + all / 100)
+        EXPECT_LE(looksWhenCancelledAt(last), last + 20) << "cancelled at look " << last;
+}
+
+TEST(Serialize, paddingInTheMiddleOfTheTextIsDamage)
+{
+    KVGamut::GamutObject gamut;
+    ASSERT_TRUE(gamut.init(openedFile(prophotoRgb()), KVGamut::Settings{.gridPoints = 33}));
+    Hash saved = gamut.serialize();
+    QString text = saved.value(gamutKey).toString();
+    constexpr qsizetype endOfPiece = qsizetype(1) << 18;
+    ASSERT_GT(text.size(), endOfPiece);
+    text[endOfPiece - 1] = QLatin1Char('=');
+    saved[gamutKey] = text;
+    EXPECT_EQ(codeOf(restored(saved)), KVProblemCode::SavedGamutDamaged);
 }

@@ -294,6 +294,11 @@ QHash<QString, QVariant> GamutObject::serialize() const
 
 void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
 {
+    deserialize(hash, nullptr);
+}
+
+void GamutObject::deserialize(const QHash<QString, QVariant>& hash, KVCompletionProtocolPtr*)
+{
     {
         const std::lock_guard lock(mutex);
         record().deserialized.append(hash);
