@@ -116,7 +116,8 @@ public:
     /// Small spheres in the present point size. Does nothing if the list or the name is empty.
     void addPointSet(const QString& name, const QList<ColoredPosition>& points);
     /// Straight segments with colours interpolated from start to end, of width 2 at first (see
-    /// setSegmentSetWidth()). Does nothing if the list or the name is empty.
+    /// setSegmentSetWidth()). Of several segments between the same two points the last is shown, or the first
+    /// if the width is 0. Does nothing if the list or the name is empty.
     void addSegmentSet(const QString& name,
                        const QList<std::pair<ColoredPosition, ColoredPosition>>& segments);
 

@@ -26,9 +26,10 @@
 /// A ribbon is a tube of square cross-section around the segments, width / 1.5 Lab units across, so that it
 /// is visible from every side. Consecutive segments that share a point are joined by a mitre. At corners that
 /// are too sharp for a mitre, both tubes are extended by half a width instead.
-/// Degenerate segments, segments with positions that are not finite, and repetitions of an earlier segment
-/// (in either direction) are skipped. A closed figure (closedHint) at constant lightness becomes a band whose
-/// height is a third of its width, so that its lower half does not intersect a plane just below it.
+/// Degenerate segments and segments with positions that are not finite are skipped. Segments between the same
+/// two points (in either direction) become one bar in the colours of the last one; in a list of lines all are
+/// kept. A closed figure (closedHint) at constant lightness becomes a band whose height is a third of its
+/// width, so that its lower half does not intersect a plane just below it.
 ///
 /// @param closedHint the segments are a closed figure. Free ends of the tube are then extended by half a
 ///        width, so that they cover a corner. The same applies to every width below 4 and to a list that ends

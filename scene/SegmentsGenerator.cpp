@@ -10,7 +10,7 @@
 #include <cfloat>
 #include <cmath>
 #include <optional>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -130,12 +130,21 @@ bool mitreFits(const Stretch& x, const Stretch& next, float half)
     return reach <= 0.5f * std::min(x.length, next.length);
 }
 
-/// The segments that are finite, not degenerate and not repetitions.
+/// Takes the colours of a segment between the same two points.
+void takeColors(Stretch& x, const ColoredSegment& segment)
+{
+    const bool reversed = x.from.second != segment.first.second;
+    x.from.first = (reversed ? segment.second : segment.first).first;
+    x.to.first = (reversed ? segment.first : segment.second).first;
+}
+
+/// The segments that are finite and not degenerate. Those between the same two points become one piece, in
+/// the colours of the last.
 std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, CancelPacer& pacer)
 {
     std::vector<Stretch> stretches;
     stretches.reserve(static_cast<std::size_t>(segments.size()));
-    std::unordered_set<EdgeKey, EdgeKeyHash> seen;
+    std::unordered_map<EdgeKey, std::size_t, EdgeKeyHash> seen;
     seen.reserve(static_cast<std::size_t>(segments.size()));
     for (const ColoredSegment& segment : segments) {
         if (pacer.isCancelled())
@@ -145,8 +154,11 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, Canc
         const QVector3D d = q - p;
         if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerateSquaredLength))
             continue;
-        if (!seen.insert(edgeKey(p, q)).second)
+        const auto [known, isNew] = seen.try_emplace(edgeKey(p, q), stretches.size());
+        if (!isNew) {
+            takeColors(stretches[known->second], segment);
             continue;
+        }
         Stretch& x = stretches.emplace_back();
         x.from = segment.first;
         x.to = segment.second;

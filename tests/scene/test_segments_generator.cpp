@@ -577,15 +577,27 @@ TEST(SegmentsGenerator, segmentsWithNonFinitePositionsAreSkipped)
     }
 }
 
-TEST(SegmentsGenerator, repeatedSegmentsAreSkipped)
+TEST(SegmentsGenerator, segmentsBetweenTheSamePointsBecomeOneInTheLastColours)
 {
     const QVector3D a(0, 0, 0), b(0, 0, 30), c(0, 30, 30);
+    const ColoredSegment ab = segment(a, b), bc = segment(b, c);
+    const ColoredSegment newAb = segment(a, b, Qt::green, Qt::yellow),
+                         newBa = segment(b, a, Qt::yellow, Qt::green);
     for (const float width : {1.0f, 6.0f}) {
-        const auto expected = kvSegments({segment(a, b), segment(b, c)}, false, width).vertices;
-        EXPECT_EQ(kvSegments({segment(a, b), segment(b, c), segment(a, b)}, false, width).vertices, expected);
-        EXPECT_EQ(kvSegments({segment(a, b), segment(b, c), segment(b, c)}, false, width).vertices, expected);
-        EXPECT_EQ(kvSegments({segment(a, b), segment(b, c), segment(c, b)}, false, width).vertices, expected);
+        const auto expected = kvSegments({newAb, bc}, false, width).vertices;
+        EXPECT_EQ(kvSegments({ab, bc, newAb}, false, width).vertices, expected);
+        EXPECT_EQ(kvSegments({ab, newBa, bc}, false, width).vertices, expected);
+        EXPECT_NE(kvSegments({ab, bc}, false, width).vertices, expected);
     }
+}
+
+TEST(SegmentsGenerator, allLinesBetweenTheSamePointsAreKept)
+{
+    const QVector3D a(0, 0, 0), b(0, 0, 30);
+    const auto vertices = decode(kvSegments({segment(a, b), segment(b, a, Qt::green)}, false, 0.0f).vertices);
+    ASSERT_EQ(vertices.size(), 4u);
+    EXPECT_EQ(vertices[0].color, rgba(Qt::red));
+    EXPECT_EQ(vertices[2].color, rgba(Qt::green));
 }
 
 TEST(SegmentsGenerator, randomInputGivesFiniteVertices)
