@@ -108,9 +108,11 @@ public:
     /// keeps its visibility and width. Segments with a position that is NaN or infinite are skipped.
     /// @{
 
-    /// Solids of diameter @p size1 at positions. @p size2 is their ambient strength, 0..1: 1, and every value
-    /// that is not above 0, shows the pure colours; lower values add shading. An empty list creates a set
-    /// without geometry; an empty name is valid.
+    /// Solids of diameter @p size1 at positions. @p size2 is the ambient strength of spheres and stars, 0..1:
+    /// 1, and every value that is not above 0, shows the pure colours; lower values add shading. It has no
+    /// effect on cubes, which show their pure colours. Spheres are coarser in large sets, where they are
+    /// small: above 2,232 spheres, or 744 of a diameter of 2 or less. An empty list creates a set without
+    /// geometry; an empty name is valid.
     void addMarkerSet(const QString& name, MarkerType type, const QList<ColoredPosition>& markers,
                       float size1, float size2);
     /// Small spheres in the present point size. Does nothing if the list or the name is empty.

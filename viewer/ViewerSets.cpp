@@ -18,10 +18,11 @@ void KVGamut3DViewer::addMarkerSet(const QString& name, MarkerType type,
     const auto parent = d->findOrCreate(d->widget->root(), groupId, groupId, false, {});
     const auto set = d->findOrCreate(*parent, QStringLiteral("Marker"), name, false, {});
     set->setMarkers(type, markers, size1, size2);
-    // setMarkers() applies the ambient strength to spheres only. Solids with flat faces need it, too:
-    // without shading all their sides have the same colour.
+    // setMarkers() applies the ambient strength to spheres. Stars need it, too: without shading all their
+    // faces have the same colour. All other markers show their pure colours, also in a set that contained
+    // spheres before.
     if (type != Sphere && !markers.isEmpty())
-        set->setAmbientStrength(size2 > 0.0f ? size2 : 1.0f);
+        set->setAmbientStrength(type == Star && size2 > 0.0f ? size2 : 1.0f);
 }
 
 void KVGamut3DViewer::addPointSet(const QString& name, const QList<ColoredPosition>& points)

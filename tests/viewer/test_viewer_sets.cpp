@@ -263,14 +263,24 @@ TEST_F(MarkerSets, lieAtTheirPositionsInHostCoordinates)
     }
 }
 
-TEST_F(MarkerSets, useTheSecondSizeAsAmbientStrength)
+TEST_F(MarkerSets, ofSpheresAndStarsUseTheSecondSizeAsAmbientStrength)
 {
-    for (const auto type : {KVGamut3DViewer::Sphere, KVGamut3DViewer::BracketedCube, KVGamut3DViewer::Star}) {
+    for (const auto type : {KVGamut3DViewer::Sphere, KVGamut3DViewer::Star}) {
         viewer->addMarkerSet(a, type, twoPoints, 5, 0.4f);
         EXPECT_EQ(item("Markers", a)->ambientStrength(), 0.4f) << type;
         viewer->addMarkerSet(a, type, twoPoints, 5, 0);
         EXPECT_EQ(item("Markers", a)->ambientStrength(), 1.0f) << type;
     }
+}
+
+TEST_F(MarkerSets, ofCubesShowTheirPureColours)
+{
+    const auto cube = KVGamut3DViewer::BracketedCube;
+    viewer->addMarkerSet(a, cube, twoPoints, 5, 0.4f);
+    EXPECT_EQ(item("Markers", a)->ambientStrength(), 1.0f);
+    viewer->addMarkerSet(a, KVGamut3DViewer::Sphere, twoPoints, 5, 0.4f); // the same set, refilled
+    viewer->addMarkerSet(a, cube, twoPoints, 5, 0.4f);
+    EXPECT_EQ(item("Markers", a)->ambientStrength(), 1.0f);
 }
 
 TEST_F(MarkerSets, acceptAnEmptyNameAndAnEmptyList)
