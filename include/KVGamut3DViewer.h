@@ -249,7 +249,8 @@ public:
                             float& f6) const;
 
     /// Hides what is above the lightness @p clipping of all gamuts and shows their sections there. Also
-    /// applied at the end of each later load in the background. 1000000 at first: nothing is cut off.
+    /// applied at the end of each later load in the background. 1000000 at first: nothing is cut off, as with
+    /// NaN.
     void setClipping(float clipping);
     float clipping() const; ///< the lightness set last
     /// @}
@@ -260,7 +261,9 @@ public:
     /// point are the current values; projection and viewing angle are those at the start of the move.
     /// @{
 
-    /// Moves the eye to @p position, looking at @p interestPt.
+    /// Moves the eye to @p position, looking at @p interestPt. Not checked: with positions that are equal,
+    /// NaN or infinite, nothing can be seen, and with NaN isSettled() remains false, until the next valid
+    /// camera.
     void setCamera(const QVector3D& position, int duration, const QVector3D& interestPt);
     QVector3D camera() const;                  ///< position of the eye
     QVector3D interestPt() const;              ///< the point that the eye looks at and rotates around
@@ -268,7 +271,8 @@ public:
     /// Orthogonal instead of perspective projection. The visible height at the interest point is kept.
     void setOrthogonalProjection(bool on, int duration);
     bool orthogonalProjection() const; ///< false at first
-    /// Vertical field of view in degrees; 30 at first.
+    /// Vertical field of view in degrees; 30 at first. Useful from 1 to 150. Not checked: the picture is
+    /// empty or distorted with other values.
     void setViewingAngle(float degrees, int duration);
     float viewingAngle() const; ///< degrees
     /// Picking ray of a pixel (window coordinates): origin, then direction, not normalised.

@@ -21,7 +21,8 @@
 /// Positions are (L*, a*, b*) in Lab units, angles are in degrees, durations in milliseconds. GUI thread
 /// only.
 
-/// The whole camera as one value. By default that of KVGamut3DViewer::Top.
+/// The whole camera as one value. By default that of KVGamut3DViewer::Top. Views ignore a camera that is not
+/// valid.
 struct KV3DVIEWER_EXPORT KVCamera
 {
     Q_GADGET
@@ -34,6 +35,11 @@ public:
     QVector3D interestPoint{50.0f, 0.0f, 0.0f};           ///< what the eye looks at and rotates around
     float viewingAngle = 30.0f;                           ///< vertical field of view, degrees
     bool orthogonal = false;                              ///< parallel projection instead of perspective
+
+    static constexpr float minAngle = 1.0f;   ///< smallest valid viewing angle
+    static constexpr float maxAngle = 150.0f; ///< largest valid viewing angle
+    /// Whether the positions are finite and different, and the viewing angle is from minAngle to maxAngle.
+    [[nodiscard]] bool isValid() const;
 
     bool operator==(const KVCamera&) const = default; ///< all members are equal
 };
@@ -264,21 +270,21 @@ public:
     /// look.
     KVGamutLook look(const QString& id) const;
 
-    void setTheme(const KVViewTheme& theme); ///< applied at once
+    void setTheme(const KVViewTheme& theme); ///< applied and shown at once, with every camera
     KVViewTheme theme() const;               ///< with the present background of the viewer
     /// Sets the theme from the palette of the application now and each time that the palette changes.
     void setThemeFollowsPalette(bool follow);
     bool themeFollowsPalette() const; ///< false at first
 
-    /// Cuts the gamuts off above a lightness; nullopt: nothing is cut off.
+    /// Cuts the gamuts off above a lightness; nullopt: nothing is cut off. NaN and infinity are ignored.
     void setClipping(const std::optional<float>& lightness);
     std::optional<float> clipping() const; ///< the lightness set last, here or with the viewer
     /// Position, (L*, a*, b*), and colour of the light. Unlike the setters of KVGamut3DViewer it shows at
     /// once.
     void setLight(const QVector3D& position, const QColor& color);
 
-    /// Applies a state at once. Looks of gamuts that are not loaded yet are kept for them. Nothing is loaded;
-    /// the settings are only kept for state().
+    /// Applies a state at once; a camera or clipping that is not valid is ignored. Looks of gamuts that are
+    /// not loaded yet are kept for them. Nothing is loaded; the settings are only kept for state().
     void setState(const KVViewState& state);
     /// The present state: the looks of all gamuts, and the settings of those that load() was called for.
     KVViewState state() const;
@@ -288,12 +294,14 @@ public:
     /// @{
     KVCamera camera() const; ///< the present camera; during a move, as KVGamut3DViewer describes
     void setCamera(const KVCamera& camera) { setCamera(camera, 0); } ///< at once
-    void setCamera(const KVCamera& camera, int durationMs); ///< 0 or less: at once, without moveFinished()
+    /// Does nothing if @p camera is not valid. A duration of 0 or less: at once, without moveFinished().
+    void setCamera(const KVCamera& camera, int durationMs);
     /// Moves the eye, without turning it, so that the named gamuts fill the window; without names all visible
     /// ones. Does nothing if there are none.
     void frame(const QStringList& ids = {}, int durationMs = 0);
     /// @p camera moved, but not turned, so that all @p positions fit a view of the aspect ratio @p aspect
-    /// (width divided by height). Unchanged if there are no positions.
+    /// (width divided by height). Unchanged if there are no positions; a camera that is not valid is replaced
+    /// by the default.
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
     /// @}
 

@@ -20,7 +20,7 @@ KVCamera KVGamutView::camera() const
 void KVGamutView::setCamera(const KVCamera& camera, int durationMs)
 {
     const ViewerScene* scene = d->scene();
-    if (!scene)
+    if (!scene || !camera.isValid())
         return;
     CameraState target = scene->widget->cameraState();
     target.setEyeAndInterest(kvSceneFromHost(camera.position), kvSceneFromHost(camera.interestPoint));
@@ -65,14 +65,15 @@ KVCamera KVGamutView::framing(const KVCamera& camera, const QList<QVector3D>& po
     for (const QVector3D& p : positions)
         radius = std::max(radius, (p - centre).length());
 
+    KVCamera framed = camera.isValid() ? camera : KVCamera();
     // the sphere around them touches the nearer pair of the view's edges
     constexpr float margin = 1.03f;
     constexpr float minDistance = 2.0f;
-    const float tangent = std::tan(camera.viewingAngle / 2.0f * std::numbers::pi_v<float> / 180.0f);
-    const float half = std::atan(tangent * std::min(1.0f, aspect));
+    const float tangent = std::tan(framed.viewingAngle / 2.0f * std::numbers::pi_v<float> / 180.0f);
+    const float half = std::atan(tangent * (aspect > 0.0f ? std::min(1.0f, aspect) : 1.0f));
     const float distance = std::max(minDistance, margin * radius / std::sin(half));
-    KVCamera framed = camera;
+    const QVector3D direction = (framed.position - framed.interestPoint).normalized();
     framed.interestPoint = centre;
-    framed.position = centre + (camera.position - camera.interestPoint).normalized() * distance;
+    framed.position = centre + direction * distance;
     return framed;
 }

@@ -6,11 +6,7 @@
 
 #include <QtGui/QGuiApplication>
 
-namespace {
-
-constexpr float nothingCut = 1000000.0f; // value of KVGamut3DViewer::clipping() without clipping
-
-} // namespace
+#include <cmath>
 
 void KVGamutView::setLook(const QString& id, const KVGamutLook& look)
 {
@@ -77,14 +73,15 @@ KVViewState KVGamutView::state() const
 
 void KVGamutView::setClipping(const std::optional<float>& lightness)
 {
-    if (ViewerScene* scene = d->scene())
-        scene->viewer.setClipping(lightness.value_or(nothingCut));
+    ViewerScene* scene = d->scene();
+    if (scene && (!lightness || std::isfinite(*lightness)))
+        scene->viewer.setClipping(lightness.value_or(ViewerScene::nothingCut));
 }
 
 std::optional<float> KVGamutView::clipping() const
 {
     const ViewerScene* scene = d->scene();
-    if (!scene || !(scene->clipping < nothingCut))
+    if (!scene || !(scene->clipping < ViewerScene::nothingCut))
         return {};
     return scene->clipping;
 }

@@ -36,7 +36,7 @@ void pickGamuts(const ViewerScene& scene, const KVRay& ray, KVHit& nearest)
         if (!gamut || !gamut->isVisible() || !scene.childVisible(id, QStringLiteral("Gamut")) ||
             !(gamut->alpha() > 0.0f))
             continue;
-        const auto hit = kvPickSurface(ray, gamut->gamut().mesh(), scene.clipping);
+        const auto hit = kvPickSurface(ray, gamut->gamut().mesh(), scene.appliedClipping());
         if (hit)
             keepNearest(nearest, hit->distance, hitOf(KVHit::Kind::Gamut, id, -1, hit->lab));
     }

@@ -78,9 +78,6 @@ QString key(const char* name)
     return QLatin1String(name);
 }
 
-constexpr float minAngle = 1.0f;
-constexpr float maxAngle = 150.0f;
-
 QVariantMap mapOf(const KVCamera& camera)
 {
     return {{key("position"), listOf(camera.position)},
@@ -94,9 +91,9 @@ KVCamera cameraOf(const QVariantMap& map, const KVCamera& otherwise)
     KVCamera camera = otherwise;
     read(map, key("position"), camera.position);
     read(map, key("interestPoint"), camera.interestPoint);
-    read(map, key("viewingAngle"), camera.viewingAngle, minAngle, maxAngle);
+    read(map, key("viewingAngle"), camera.viewingAngle, KVCamera::minAngle, KVCamera::maxAngle);
     read(map, key("orthogonal"), camera.orthogonal);
-    return camera.position == camera.interestPoint ? otherwise : camera;
+    return camera.isValid() ? camera : otherwise;
 }
 
 QVariantMap mapOf(const KVViewTheme& theme)
@@ -173,6 +170,12 @@ QVariantMap mapOf(const QHash<QString, Value>& values)
 }
 
 } // namespace
+
+bool KVCamera::isValid() const
+{
+    return isFinite(position) && isFinite(interestPoint) && position != interestPoint &&
+           viewingAngle >= minAngle && viewingAngle <= maxAngle;
+}
 
 KVViewTheme KVViewTheme::fromPalette(const QPalette& palette)
 {

@@ -233,7 +233,7 @@ void KVGamut3DViewer::setClipping(float clipping)
     const QStringList ids = d->itemsOf(GroupNames::profiles());
     for (const QString& id : ids)
         if (const auto gamut = profiles->child(id))
-            gamut->setClip(clipping);
+            gamut->setClip(d->appliedClipping());
 }
 
 float KVGamut3DViewer::clipping() const

@@ -104,7 +104,7 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     // Not create(), which crashes if there is not enough memory.
     const QSharedPointer<KV3DGamutObject> fresh(new KV3DGamutObject(id));
     fresh->setId(id); // an empty id is valid
-    fresh->setSectionColor(m_theme.section, clipping);
+    fresh->setSectionColor(m_theme.section, appliedClipping());
     if (QOpenGLContext* context = widget->usableContext())
         fresh->initializeGL(context);
     profiles->addChild(fresh);
@@ -146,7 +146,7 @@ void ViewerScene::prepareLoaded(const QString& id)
 {
     const ContextScope scope(widget);
     if (const auto loaded = gamut(id))
-        loaded->setClip(clipping); // after a failure too
+        loaded->setClip(appliedClipping()); // after a failure too
     applyAwaitedLook(id);
 }
 
@@ -211,7 +211,7 @@ void ViewerScene::colourSections()
     const QStringList ids = itemsOf(GroupNames::profiles());
     for (const QString& id : ids) {
         if (const auto object = gamut(id))
-            object->setSectionColor(m_theme.section, clipping);
+            object->setSectionColor(m_theme.section, appliedClipping());
     }
 }
 

@@ -15,6 +15,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <cmath>
 #include <functional>
 
 class QKeyEvent;
@@ -75,8 +76,11 @@ public:
     float aspect() const; ///< width of the window divided by its height; 1 if it is empty
 
     KVGamut3DViewer& viewer;
-    KVGLWidget* const widget; ///< a child window of the viewer, which owns it
-    float clipping = 1000000.0f;
+    KVGLWidget* const widget;                       ///< a child window of the viewer, which owns it
+    static constexpr float nothingCut = 1000000.0f; ///< clipping that cuts nothing off
+    float clipping = nothingCut;                    ///< as the host set it
+    /// The clipping as it is applied: NaN cuts nothing off.
+    float appliedClipping() const { return std::isnan(clipping) ? nothingCut : clipping; }
     float pointSize = 4.0f;
     QHash<QString, KVGamutLook> awaitedLooks;   ///< of gamuts that are not loaded yet
     QSet<QString> defaultLooks;                 ///< ids whose first load begins with the default look

@@ -6,6 +6,7 @@
 #include <QtTest/QSignalSpy>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace {
@@ -54,6 +55,69 @@ TEST_F(GamutViewCamera, theWholeCameraIsSetAndRead)
     EXPECT_EQ(viewer->interestPt(), camera.interestPoint);
     EXPECT_EQ(viewer->viewingAngle(), 40.0f);
     EXPECT_TRUE(viewer->orthogonalProjection());
+}
+
+TEST_F(GamutViewCamera, aCameraThatIsNotValidIsIgnored)
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN(),
+                    inf = std::numeric_limits<float>::infinity();
+    view->setCamera(someCamera);
+    QList<KVCamera> cameras(9, someCamera);
+    cameras[0].position.setX(nan);
+    cameras[1].position.setZ(inf);
+    cameras[2].interestPoint.setY(nan);
+    cameras[3].interestPoint = cameras[3].position;
+    const float angles[] = {0.0f, -30.0f, 400.0f, 0.99f, nan};
+    for (int i = 0; i < 5; ++i)
+        cameras[4 + i].viewingAngle = angles[i];
+    for (const KVCamera& camera : std::as_const(cameras)) {
+        EXPECT_FALSE(camera.isValid());
+        view->setCamera(camera);
+        EXPECT_EQ(view->camera(), someCamera);
+        view->setCamera(camera, 100);
+        EXPECT_EQ(view->camera(), someCamera);
+        KVViewState state = view->state();
+        state.camera = camera;
+        state.grid = false;
+        view->setState(state); // the rest is applied
+        EXPECT_EQ(view->camera(), someCamera);
+        EXPECT_FALSE(viewer->displayGrid());
+        viewer->setDisplayGrid(true);
+    }
+}
+
+TEST_F(GamutViewCamera, theLimitsOfTheViewingAngleAreValid)
+{
+    EXPECT_TRUE(KVCamera().isValid());
+    for (const float angle : {1.0f, 150.0f}) {
+        KVCamera camera = someCamera;
+        camera.viewingAngle = angle;
+        EXPECT_TRUE(camera.isValid());
+        view->setCamera(camera);
+        EXPECT_EQ(viewer->viewingAngle(), angle);
+    }
+}
+
+TEST_F(GamutViewCamera, theViewerAcceptsEveryCamera)
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    for (const float angle : {0.0f, -30.0f, 400.0f}) {
+        viewer->setViewingAngle(angle, 0);
+        EXPECT_EQ(viewer->viewingAngle(), angle);
+    }
+    viewer->setCamera({10, nan, 0}, 0, {50, 0, 0});
+    EXPECT_TRUE(std::isnan(viewer->camera().y()));
+    EXPECT_FALSE(view->camera().isValid());
+}
+
+TEST_F(GamutViewCamera, framingReplacesACameraThatIsNotValid)
+{
+    KVCamera broken = someCamera;
+    broken.viewingAngle = 0.0f;
+    EXPECT_EQ(KVGamutView::framing(broken, someBody(), 1.5f),
+              KVGamutView::framing(KVCamera(), someBody(), 1.5f));
+    for (const float aspect : {0.0f, -1.0f, std::numeric_limits<float>::quiet_NaN()})
+        EXPECT_TRUE(KVGamutView::framing(someCamera, someBody(), aspect).isValid());
 }
 
 TEST_F(GamutViewCamera, aDurationMakesAMove)

@@ -7,6 +7,8 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QSignalSpy>
 
+#include <limits>
+
 namespace {
 
 using kvtest::Vertex;
@@ -383,8 +385,16 @@ TEST_F(GamutViewLooks, clippingIsSetAndTakenBackByItself)
     view->setClipping(40.0f);
     EXPECT_EQ(viewer->clipping(), 40.0f);
     EXPECT_EQ(view->clipping(), 40.0f);
+    for (const float invalid :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
+          -std::numeric_limits<float>::infinity()}) {
+        view->setClipping(invalid);
+        EXPECT_EQ(viewer->clipping(), 40.0f);
+    }
     view->setClipping({});
     EXPECT_EQ(viewer->clipping(), 1000000.0f);
+    EXPECT_EQ(view->clipping(), std::nullopt);
+    viewer->setClipping(std::numeric_limits<float>::quiet_NaN());
     EXPECT_EQ(view->clipping(), std::nullopt);
 }
 

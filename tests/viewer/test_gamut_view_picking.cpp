@@ -171,6 +171,8 @@ TEST_F(GamutViewPicking, onlyVisibleSurfacesAreHit)
     EXPECT_EQ(kind(), KVHit::Kind::Gamut);
     viewer->setClipping(1.0f);
     EXPECT_EQ(kind(), KVHit::Kind::Nothing);
+    viewer->setClipping(std::numeric_limits<float>::quiet_NaN()); // nothing is cut off
+    EXPECT_EQ(kind(), KVHit::Kind::Gamut);
 }
 
 TEST_F(GamutViewPicking, theNearestGamutIsHit)

@@ -11,6 +11,8 @@
 
 #include <array>
 #include <atomic>
+#include <cmath>
+#include <limits>
 #include <stdexcept>
 
 namespace {
@@ -681,6 +683,15 @@ TEST_F(ViewerGamuts, clippingIsKeptBeforeAnythingIsLoaded)
     EXPECT_EQ(viewer->clipping(), 50.0f);
     EXPECT_FALSE(root().hasChild(QStringLiteral("Profiles")));
     EXPECT_TRUE(fakevelmora::planes().isEmpty());
+}
+
+TEST_F(ViewerGamuts, clippingAtNaNCutsNothingOff)
+{
+    loadNow(id);
+    viewer->setClipping(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_TRUE(std::isnan(viewer->clipping()));
+    EXPECT_EQ(part("Gamut", id)->clip(), 1000000.0f);
+    EXPECT_EQ(fakevelmora::planes(), (QList<QList<float>>{{1, 0, 0, -1000000.0f}}));
 }
 
 TEST_F(ViewerGamuts, clippingReachesAllGamutsAtOnce)
