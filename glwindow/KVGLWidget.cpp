@@ -62,6 +62,13 @@ void KVGLWidget::setBackground(QColor color)
     update(); // not only when the loop next looks for changes
 }
 
+void KVGLWidget::redraw()
+{
+    m_mustDraw = true;
+    m_frameTimer.invalidate();
+    update();
+}
+
 void KVGLWidget::update()
 {
     if (m_visibility.canBeSeen())
@@ -95,7 +102,7 @@ bool KVGLWidget::mayRun()
 
 bool KVGLWidget::isIdle() const
 {
-    return m_frameTimer.isValid() && isSettled();
+    return m_frameTimer.isValid() && hasNothingToDraw();
 }
 
 /// A turn of the loop without painting. To paint would mean that Qt copies and swaps the last picture, which
@@ -199,6 +206,7 @@ void KVGLWidget::paintGL()
         return;
     drawScene(m_camera, m_camera.projectionMatrix());
     m_lastDrawnCamera = m_camera;
+    m_drawnBackground = m_background;
     m_mustDraw = false;
     m_drawnSize = deviceSize();
     ++m_drawnFrames;
@@ -248,6 +256,11 @@ void KVGLWidget::drawScene(const CameraState& camera, const QMatrix4x4& projecti
 }
 
 bool KVGLWidget::isSettled() const
+{
+    return hasNothingToDraw() && m_background == m_drawnBackground;
+}
+
+bool KVGLWidget::hasNothingToDraw() const
 {
     return !m_mustDraw && deviceSize() == m_drawnSize && !m_animation && m_root.isSettled() &&
            m_camera == m_lastDrawnCamera;

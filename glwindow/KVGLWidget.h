@@ -50,7 +50,8 @@ public:
     QVector3D lightPos() const { return m_lightPos; }
     void setLightColor(const QColor& color) { m_lightColor = color; }
     QColor lightColor() const { return m_lightColor; }
-    /// Takes effect at once, in the next frame.
+    /// Takes effect at once. Exception: if the live camera equals a new CameraState() in every value, in the
+    /// next frame that is drawn for another reason; until then isSettled() is false.
     void setBackground(QColor color);
     QColor background() const { return m_background; }
     /// Why nothing can be drawn; nullopt if drawing is possible. Checked by the first call, and again each
@@ -64,6 +65,8 @@ public:
 
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
+    /// Draws the next frame even if nothing changed.
+    void redraw();
 
     /// @name Camera
     /// Each change is an animated move of @p duration milliseconds; moveFinised() is emitted at its end. With
@@ -151,6 +154,7 @@ private:
     void advanceCamera();
     bool isFrameDue();
     bool isIdle() const;
+    bool hasNothingToDraw() const; ///< isSettled() without regard to the background
     bool mayRun();
     void lookForChanges();
     void noteCamera() const;
@@ -180,6 +184,7 @@ private:
     QPointF m_lastMousePosition;
     bool m_panMode = false;
     QColor m_background;
+    QColor m_drawnBackground; ///< of the last drawn frame
     QSharedPointer<CameraAnimation> m_animation;
     bool m_interactionEnabled = true;
 

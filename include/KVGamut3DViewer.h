@@ -296,8 +296,11 @@ public:
     QVector3D lightPos() const;              ///< in scene coordinates
     void setLightColor(const QColor& color); ///< white at first
     QColor lightColor() const;               ///< the colour set last
-    void setBackground(QColor color);        ///< Qt::gray at first; causes a new frame
-    QColor background() const;               ///< the colour set last
+    /// Qt::gray at first. Causes a new frame, except in a window as wide as high whose camera is at (0, 0,
+    /// -350), looks at (0, 0, 0) in perspective and has a viewing angle of 30. There the colour is shown by
+    /// the next frame that another change causes. KVGamutView::setTheme() has no exception.
+    void setBackground(QColor color);
+    QColor background() const; ///< the colour set last
 
     /// The last drawn frame in device pixels, even if the window is covered. Null before the first frame of
     /// an OpenGL context. A window that is larger than OpenGL's framebuffers (16,384 pixels or more) does not
@@ -311,7 +314,7 @@ public:
     /// graphics processor.
     QImage picture(const QSize& size) const;
     /// Whether the picture is up to date: there is no camera move or opacity change, and nothing changed
-    /// since the last frame. Loads in progress do not count.
+    /// since the last frame. Loads in progress and changes of the light do not count.
     bool isSettled() const;
     /// @}
 

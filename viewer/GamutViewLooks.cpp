@@ -93,14 +93,18 @@ void KVGamutView::setLight(const QVector3D& position, const QColor& color)
         return;
     scene->viewer.setLightPos(kvSceneFromHost(position));
     scene->viewer.setLightColor(color);
-    scene->viewer.setBackground(scene->viewer.background()); // draws a frame; the light alone does not
+    scene->widget->redraw(); // the light alone does not cause a frame
 }
 
 void KVGamutView::setTheme(const KVViewTheme& theme)
 {
     ViewerScene* scene = d->scene();
-    if (scene && theme != scene->theme())
+    if (!scene)
+        return;
+    if (theme != scene->theme())
         scene->setTheme(theme);
+    else if (!scene->viewer.isSettled())
+        scene->widget->redraw(); // the viewer has not shown its background yet
 }
 
 KVViewTheme KVGamutView::theme() const

@@ -200,6 +200,7 @@ void ViewerScene::setTheme(const KVViewTheme& theme)
 {
     m_theme = theme;
     widget->setBackground(theme.background);
+    widget->redraw(); // setBackground() alone does not show with every camera
     viewer.addAxesAndGrid();
     colourSections();
     Q_EMIT events.themeChanged(); // last, because a slot may destroy the viewer

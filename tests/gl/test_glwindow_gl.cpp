@@ -2,6 +2,8 @@
 #include "support/MessageCheck.h"
 #include "support/ShownViewer.h"
 
+#include <KVGamutView.h>
+
 #include <glwindow/ContextScope.h>
 
 #include <gtest/gtest.h>
@@ -192,17 +194,68 @@ TEST(GLWindow, newBackgroundTakesEffectAtOnce)
     ASSERT_TRUE(spinUntil([&] { return pixel(shown.viewer.picture(), 0.01, 0.01) == QColor(10, 20, 30); }));
 }
 
-TEST(GLWindow, backgroundChangeWithTheDefaultCameraCausesNoFrame)
+namespace {
+
+/// A viewer at rest with the only camera with which a new background does not cause a frame.
+class DefaultCamera : public testing::Test
 {
-    ShownViewer shown(150, 150); // aspect 1, like the default camera
-    ASSERT_TRUE(shown.shown);
-    shown.viewer.setCamera(QVector3D(0, 0, -350), 0, QVector3D(0, 0, 0));
-    ASSERT_TRUE(shown.comeToRest());
-    ASSERT_TRUE(shown.widget().cameraState() == CameraState());
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(shown.shown);
+        shown.viewer.setCamera(QVector3D(0, 0, -350), 0, QVector3D(0, 0, 0));
+        ASSERT_TRUE(shown.comeToRest());
+        ASSERT_TRUE(shown.widget().cameraState() == CameraState());
+    }
+
+    QColor corner() { return pixel(shown.viewer.picture(), 0.01, 0.01); }
+
+    ShownViewer shown{150, 150}; // aspect 1, like the default camera
+};
+
+} // namespace
+
+TEST_F(DefaultCamera, backgroundChangeCausesNoFrame)
+{
     const int before = shown.widget().drawnFrames();
     shown.viewer.setBackground(Qt::red);
     spinFor(150);
     EXPECT_EQ(shown.widget().drawnFrames(), before);
+}
+
+TEST_F(DefaultCamera, isNotSettledUntilTheBackgroundIsDrawn)
+{
+    shown.viewer.setBackground(Qt::red);
+    spinFor(150);
+    EXPECT_FALSE(shown.viewer.isSettled());
+    shown.viewer.setDisplayGrid(false); // causes a frame
+    EXPECT_TRUE(shown.settle());
+    EXPECT_EQ(corner(), QColor(Qt::red));
+}
+
+TEST_F(DefaultCamera, themeOfAViewIsShownAtOnce)
+{
+    KVGamutView view(&shown.viewer);
+    KVViewTheme theme;
+    theme.background = Qt::blue;
+    view.setTheme(theme);
+    EXPECT_TRUE(shown.settle());
+    EXPECT_EQ(corner(), QColor(Qt::blue));
+
+    shown.viewer.setBackground(Qt::red);
+    theme.background = Qt::red;
+    ASSERT_EQ(view.theme(), theme);
+    view.setTheme(theme); // the present theme, but not shown yet
+    EXPECT_TRUE(shown.settle());
+    EXPECT_EQ(corner(), QColor(Qt::red));
+}
+
+TEST_F(DefaultCamera, lightOfAViewIsShownAtOnce)
+{
+    KVGamutView view(&shown.viewer);
+    const int before = shown.widget().drawnFrames();
+    view.setLight(QVector3D(100, 100, 0), Qt::yellow);
+    EXPECT_TRUE(spinUntil([&] { return shown.widget().drawnFrames() > before; }));
 }
 
 TEST(GLWindow, moveEndsExactlyAtItsTargetWithOneSignal)
