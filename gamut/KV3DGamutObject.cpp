@@ -40,7 +40,7 @@ void KV3DGamutObject::prepareChildren()
 {
     const QString volume = QStringLiteral("volume");
     setProperty(volume, property(volume)); // later the value is only replaced
-    childFor(*this, QStringLiteral("Projection"), true);
+    childFor(*this, QStringLiteral("Projection"), true)->setDepthBias(kvOutlineBias(m_outlineRank));
     const auto container = childFor(*this, QStringLiteral("Gamut"), true);
     childFor(*container, QStringLiteral("Front"), true);
     childFor(*container, QStringLiteral("Wireframe"), false);
@@ -193,6 +193,7 @@ void KV3DGamutObject::setClip(float L)
         if (glOwner())
             section->initializeGL(glOwner());
         section->setLineWidth(sectionWidth);
+        section->setDepthBias(kvSectionBias());
         addChild(section);
     }
     section->setSegments(kvGamutSection(m_gamut, L, m_sectionColor), false, section->lineWidth(), 0.0f);

@@ -83,6 +83,10 @@ public:
     void setClip(float L) override;
     /// Colour of the section. If there is one, it is made again, at lightness @p L.
     void setSectionColor(const QColor& color, float L);
+    /// Order of the projection's outline among those of other gamuts, see kvOutlineBias(). Set it before the
+    /// first load.
+    void setOutlineRank(int rank) { m_outlineRank = rank; }
+    int outlineRank() const { return m_outlineRank; }
 
 private:
     class LoaderFunctor;
@@ -107,6 +111,7 @@ private:
     WireframeMaker m_wireframeMaker;
     bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
+    int m_outlineRank = 0;
     QHash<QString, QVariant> m_params;
     std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it
     QSharedPointer<KVBackgroundTask<void*>> m_loader; ///< of the last load

@@ -177,6 +177,14 @@ void KV3DObject::setVisible(bool visible)
     markMoved();
 }
 
+void KV3DObject::setDepthBias(const KVDepthBias& bias)
+{
+    if (m_depthBias == bias)
+        return;
+    m_depthBias = bias;
+    m_drawnSinceChange = false; // needs a redraw, but no upload
+}
+
 void KV3DObject::addChild(const QSharedPointer<KV3DObject>& child, bool atFront)
 {
     if (!child)

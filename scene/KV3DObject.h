@@ -2,6 +2,7 @@
 #pragma once
 
 #include <scene/BackToFront.h>
+#include <scene/DepthBias.h>
 #include <scene/GeometryData.h>
 #include <scene/VertexRecords.h>
 
@@ -154,6 +155,11 @@ public:
     [[nodiscard]] QVariant property(const QString& key) const;
 
     void setDrawCheck(const QSharedPointer<IDrawCheckFunctor>& check) { m_drawCheck = check; }
+
+    /// Depth of the object itself in relation to objects in almost the same place. Its children keep their
+    /// own. Not applied to translucent triangles.
+    void setDepthBias(const KVDepthBias& bias);
+    const KVDepthBias& depthBias() const { return m_depthBias; }
     /// @}
 
     /// @name Geometry
@@ -290,6 +296,7 @@ private:
     float m_markerSize = -1.0f;
     float m_markerParam = 0.0f;
     QSharedPointer<IDrawCheckFunctor> m_drawCheck;
+    KVDepthBias m_depthBias;
     VertexRecords m_vertices;
     QList<float> m_sortedVertices;
     QList<float> m_sortSource; ///< input of the sort: the triangles as gathered, or in their previous order

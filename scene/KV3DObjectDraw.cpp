@@ -24,6 +24,29 @@ std::span<float> resized(QList<float>& list, std::size_t size)
     return {list.data(), size};
 }
 
+/// Moves triangles away from the camera by @p steps of the depth buffer's resolution during its lifetime.
+class DepthOffset
+{
+public:
+    DepthOffset(QOpenGLFunctions_1_2& gl, int steps) : m_gl(gl), m_used(steps != 0)
+    {
+        if (!m_used)
+            return;
+        m_gl.glEnable(GL_POLYGON_OFFSET_FILL);
+        m_gl.glPolygonOffset(0.0f, static_cast<float>(steps));
+    }
+    ~DepthOffset()
+    {
+        if (m_used)
+            m_gl.glDisable(GL_POLYGON_OFFSET_FILL);
+    }
+    Q_DISABLE_COPY_MOVE(DepthOffset)
+
+private:
+    QOpenGLFunctions_1_2& m_gl;
+    bool m_used;
+};
+
 } // namespace
 
 KV3DObject::IDrawCheckFunctor::~IDrawCheckFunctor() = default;
@@ -237,7 +260,7 @@ void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, co
     gl->glLineWidth(m_lineWidth > 0.0f ? m_lineWidth : 1.0f);
     m_program->bind();
     m_program->setUniformValue(m_locations.worldToCamera, worldToCamera);
-    m_program->setUniformValue(m_locations.cameraToView, cameraToView);
+    m_program->setUniformValue(m_locations.cameraToView, m_depthBias.applied(worldToCamera, cameraToView));
     m_program->setUniformValue(m_locations.modelToWorld, model);
     m_program->setUniformValue(m_locations.lightPos, lightPos);
     m_program->setUniformValue(m_locations.lightColor, lightColor);
@@ -245,6 +268,7 @@ void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, co
     if (!m_vbo.isCreated())
         upload(list);
     m_vao.bind();
+    const DepthOffset offset(*gl, m_depthBias.resolutionSteps);
     gl->glDrawArrays(static_cast<GLenum>(m_primitiveMode), 0,
                      static_cast<GLsizei>(list.size() / kvVertexFloats));
     m_changed = false;

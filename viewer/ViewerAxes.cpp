@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KVGamut3DViewer.h>
 
-#include <glwindow/CameraState.h>
 #include <glwindow/ContextScope.h>
 #include <viewer/GroupNames.h>
 #include <viewer/ViewerPrivate.h>
@@ -36,8 +35,8 @@ QList<ColoredSegment> gridSegments(const QColor& color)
     return segments;
 }
 
-/// Flattens the bars of the grid, so that they are below the top of the outlines at L* 0, which would look
-/// dashed otherwise, and above the coloured plane.
+/// Flattens the bars of the grid to ribbons in the plane L* 0. At low angles square bars would hide what is
+/// between them.
 class GridCheckFunctor : public KV3DObject::IDrawCheckFunctor
 {
 public:
@@ -47,23 +46,6 @@ public:
         QMatrix4x4 flat = model;
         flat.scale(1.0f, 0.1f, 1.0f);
         return flat;
-    }
-};
-
-/// Moves the a and b axes to the side of the grid and the outlines that faces the camera. Otherwise they
-/// would be visible only between the lines of the grid and look dashed. The end of the L axis stays.
-class AxesCheckFunctor : public KV3DObject::IDrawCheckFunctor
-{
-public:
-    QMatrix4x4 adjustModel(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4& model,
-                           const CameraState& camera) override
-    {
-        constexpr float reach = 0.75f; // half the width of an axis, half that of an outline, and a margin
-        const float lift = camera.eye().y() >= 0.0f ? reach : -reach;
-        QMatrix4x4 lifted = model;
-        lifted.translate(0.0f, lift, 0.0f);
-        lifted.scale(1.0f, (lightnessEnd - lift) / lightnessEnd, 1.0f);
-        return lifted;
     }
 };
 
@@ -92,7 +74,7 @@ void KVGamut3DViewer::addAxesAndGrid()
     const auto axes =
         d->findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [](KV3DObject& fresh) {
             fresh.setLineWidth(axisWidth);
-            fresh.setDrawCheck(QSharedPointer<AxesCheckFunctor>::create());
+            fresh.setDepthBias(kvAxesBias());
         });
     axes->setSegments(axisSegments(theme.axes), false, axes->lineWidth(), 0.0f);
     fillVertexBufferForText(axes.data(), QStringLiteral("X"), QStringLiteral("a"), chromaEnd, theme.labels);
@@ -104,6 +86,7 @@ void KVGamut3DViewer::addAxesAndGrid()
         d->findOrCreate(root, GroupNames::grid(), GroupNames::grid(), false, [](KV3DObject& fresh) {
             fresh.setLineWidth(gridWidth);
             fresh.setDrawCheck(QSharedPointer<GridCheckFunctor>::create());
+            fresh.setDepthBias(kvGridBias());
         });
     grid->setSegments(gridSegments(theme.grid), false, grid->lineWidth(), 0.0f);
 }

@@ -68,6 +68,7 @@ void KVGamut3DViewer::addabPlane()
     const auto plane = d->findOrCreate(
         d->widget->root(), GroupNames::plane(), GroupNames::plane(), false, [](KV3DObject& fresh) {
             fresh.setDrawCheck(QSharedPointer<KV3DObject::IDrawCheckFunctor>(new PlaneCheckFunctor));
+            fresh.setDepthBias(kvPlaneBias());
         });
     plane->setTriangles(
         planeTriangles(ResourceFiles::planeImage(ResourceFiles::folder() + QLatin1String("/Images"))));

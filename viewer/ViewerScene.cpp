@@ -10,6 +10,8 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -105,10 +107,22 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     const QSharedPointer<KV3DGamutObject> fresh(new KV3DGamutObject(id));
     fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, appliedClipping());
+    fresh->setOutlineRank(freeOutlineRank());
     if (QOpenGLContext* context = widget->usableContext())
         fresh->initializeGL(context);
     profiles->addChild(fresh);
     return fresh;
+}
+
+int ViewerScene::freeOutlineRank() const
+{
+    std::array<bool, kvOrderedOutlines> used{};
+    const QStringList ids = itemsOf(GroupNames::profiles());
+    for (const QString& id : ids)
+        if (const auto other = gamut(id))
+            used[static_cast<std::size_t>(other->outlineRank())] = true;
+    const auto* free = std::find(used.begin(), used.end(), false);
+    return free == used.end() ? 0 : static_cast<int>(free - used.begin());
 }
 
 bool ViewerScene::isLoaded(const QString& id) const

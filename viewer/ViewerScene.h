@@ -89,6 +89,7 @@ public:
     ViewerEvents events;
 
 private:
+    int freeOutlineRank() const; ///< the lowest that no gamut has; 0 if there is none
     void colourSections();
 
     int m_views = 0;

@@ -5,20 +5,34 @@
 
 #include <cmath>
 
-// Axes, grid, outline and plane lie within one Lab unit of each other. If two of them have almost equal
-// depth, pixels flicker during a slow camera move (z-fighting). Without z-fighting, an edge that moves by a
-// fraction of a pixel changes its pixels by a fraction of the contrast only.
+// Axes, grid, outlines, sections and plane lie within one Lab unit of each other. If two of them have almost
+// equal depth, pixels flicker during a slow camera move (z-fighting). Without z-fighting, an edge that moves
+// by a fraction of a pixel changes its pixels by a fraction of the contrast only.
 
 namespace {
 
 constexpr int width = 240, height = 180;
 constexpr int steps = 40;
-constexpr double turn = 0.02 * 3.14159265358979 / 180; // a fifth of a pixel at the border of the picture
+constexpr double degree = 3.14159265358979 / 180;
+constexpr double turn = 0.02 * degree; // a fifth of a pixel at the border of the picture
+
+const QVector3D interest(20, 0, 0);
 
 struct Direction
 {
     const char* name;
     double azimuth, elevation; ///< degrees
+    double distance = 450;
+    bool orthogonal = false;
+
+    /// The eye after @p count steps.
+    QVector3D eye(int count) const
+    {
+        const double up = elevation * degree, around = azimuth * degree + count * turn;
+        const double r = distance * std::cos(up);
+        return interest + QVector3D(float(distance * std::sin(up)), float(r * std::cos(around)),
+                                    float(r * std::sin(around)));
+    }
 };
 
 void PrintTo(const Direction& d, std::ostream* out)
@@ -37,21 +51,22 @@ TEST_P(DepthOrder, slowCameraMoveCausesNoFlicker)
     kvtest::ShownViewer shown(width, height);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setabPlane(true);
-    shown.viewer.load(
-        QStringLiteral("g"),
-        {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}}, nullptr);
-    ASSERT_GT(shown.viewer.volume(QStringLiteral("g")), 0.0f);
-    shown.viewer.setDisplayGamut(QStringLiteral("g"), false); // the outline remains visible
+    // Two equal gamuts, one of them white: their outlines, and the sections near the ab plane, coincide.
+    for (const QString& id : {QStringLiteral("g"), QStringLiteral("h")}) {
+        shown.viewer.load(
+            id, {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}},
+            nullptr);
+        ASSERT_GT(shown.viewer.volume(id), 0.0f);
+        shown.viewer.setDisplayGamut(id, false);
+    }
+    shown.viewer.changeGamutColor(QStringLiteral("h"), Qt::white);
+    shown.viewer.setClipping(0.2f);
+    shown.viewer.setOrthogonalProjection(GetParam().orthogonal, 0);
 
     QImage before;
     int jumps = 0, changes = 0;
     for (int i = 0; i < steps; ++i) {
-        const double azimuth = GetParam().azimuth * 3.14159265358979 / 180 + i * turn;
-        const double elevation = GetParam().elevation * 3.14159265358979 / 180;
-        const double r = 450 * std::cos(elevation);
-        shown.viewer.setCamera(QVector3D(float(20 + 450 * std::sin(elevation)), float(r * std::cos(azimuth)),
-                                         float(r * std::sin(azimuth))),
-                               0, QVector3D(20, 0, 0));
+        shown.viewer.setCamera(GetParam().eye(i), 0, interest);
         const QImage now = shown.settledPicture();
         ASSERT_EQ(now.size(), QSize(width, height));
         for (int y = 0; !before.isNull() && y < height; ++y) {
@@ -71,11 +86,93 @@ TEST_P(DepthOrder, slowCameraMoveCausesNoFlicker)
     EXPECT_LE(jumps, 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Views, DepthOrder,
-                         testing::Values(Direction{"oblique", -130, 30}, Direction{"steep", 40, 70},
-                                         Direction{"low", 10, 6}, Direction{"grazing", -80, 2},
-                                         Direction{"fromBelow", 120, -35}, Direction{"nearlyTop", -90, 89}),
-                         [](const auto& row) { return row.param.name; });
+// --- The order of the layers ---------------------------------------------------------------
+
+namespace {
+
+/// What a picture shows of the frame of reference.
+struct Layers
+{
+    bool axes = false, outline = false, grid = false, plane = false;
+};
+
+/// Four times as large as the window, so that bars cover whole pixels.
+QImage pictureOf(kvtest::ShownViewer& shown, const Layers& layers, const QColor& background = Qt::gray)
+{
+    KVGamut3DViewer& viewer = shown.viewer;
+    viewer.setDisplayAxes(layers.axes);
+    viewer.setDisplayProjection(QStringLiteral("g"), layers.outline);
+    viewer.setDisplayGrid(layers.grid);
+    viewer.setabPlane(layers.plane);
+    viewer.setBackground(background);
+    shown.settle();
+    return viewer.picture(QSize(4 * width, 4 * height));
+}
+
+/// Number of pixels that @p front covers completely when it is shown alone, and how many of them differ when
+/// it is shown with other layers.
+std::pair<int, int> coveredAndLost(kvtest::ShownViewer& shown, const Layers& front, const Layers& together)
+{
+    const QImage onGray = pictureOf(shown, front), onGreen = pictureOf(shown, front, Qt::green);
+    const QImage all = pictureOf(shown, together);
+    int covered = 0, lost = 0;
+    for (int y = 0; y < onGray.height(); ++y) {
+        for (int x = 0; x < onGray.width(); ++x) {
+            const QRgb pixel = onGray.pixel(x, y);
+            if (pixel == onGreen.pixel(x, y)) {
+                ++covered;
+                lost += pixel != all.pixel(x, y);
+            }
+        }
+    }
+    return {covered, lost};
+}
+
+} // namespace
+
+TEST_P(DepthOrder, gridAndPlaneAreBehindAxesAndOutlines)
+{
+    kvtest::ShownViewer shown(width, height);
+    ASSERT_TRUE(shown.shown);
+    shown.viewer.load(
+        QStringLiteral("g"),
+        {{QStringLiteral("ProfilePath"), QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")}}, nullptr);
+    shown.viewer.setDisplayGamut(QStringLiteral("g"), false);
+    const auto axes = shown.root().child(QStringLiteral("Axes"));
+    for (const auto& label : axes->children())
+        label->setVisible(false);
+    shown.viewer.setOrthogonalProjection(GetParam().orthogonal, 0);
+    shown.viewer.setCamera(GetParam().eye(0), 0, interest);
+
+    if (GetParam().elevation > 0) { // from below, the L* axis is behind the grid
+        const auto [covered, lost] =
+            coveredAndLost(shown, {.axes = true}, {.axes = true, .grid = true, .plane = true});
+        EXPECT_GT(covered, 20);
+        EXPECT_EQ(lost, 0) << "axes";
+    }
+    const auto [covered, lost] =
+        coveredAndLost(shown, {.outline = true}, {.outline = true, .grid = true, .plane = true});
+    if (GetParam().distance > 100) { // the outline is outside the close views
+        EXPECT_GT(covered, 20);
+    }
+    EXPECT_EQ(lost, 0) << "outline";
+    const auto [gridCovered, gridLost] = coveredAndLost(shown, {.grid = true}, {.grid = true, .plane = true});
+    EXPECT_EQ(gridLost, 0) << "grid, of " << gridCovered;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Views, DepthOrder,
+    testing::Values(Direction{"oblique", -130, 30}, Direction{"steep", 40, 70}, Direction{"low", 10, 6},
+                    Direction{"grazing", -80, 2}, Direction{"fromBelow", 120, -35},
+                    Direction{"nearlyTop", -90, 89}, Direction{"nearlyBottom", 30, -88},
+                    Direction{"fromPlusA", 0, 15}, Direction{"fromMinusA", 180, 15},
+                    Direction{"fromPlusB", 90, 15}, Direction{"fromMinusB", -90, 15},
+                    Direction{"grazingFromBelow", 50, -4}, Direction{"close", 160, 40, 60},
+                    Direction{"closeFromBelow", -40, -35, 90}, Direction{"far", -130, 30, 1000},
+                    Direction{"farFromTheTop", -90, 89, 1250}, Direction{"orthogonal", -130, 30, 450, true},
+                    Direction{"orthogonalFromTheTop", -90, 89, 450, true},
+                    Direction{"orthogonalFromBelow", 120, -20, 450, true}),
+    [](const auto& row) { return row.param.name; });
 
 // --- Grid and axes ------------------------------------------------------------------------
 
