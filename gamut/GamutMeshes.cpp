@@ -205,7 +205,8 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles&
     // Each primary's ramp is a polyline from the reference point; every point is marked.
     const ColoredPoint reference = pointOf(gamut.referenceLab());
     QList<ColoredSegment> lines;
-    QList<ColoredPoint> points{reference};
+    QList<ColoredPoint> points;
+    points.append(reference); // Qt does not check whether a list can be constructed from a value
     const auto groups = gamut.primaries();
     for (const auto& group : groups) {
         ColoredPoint previous = reference;

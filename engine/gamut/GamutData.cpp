@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutData.h"
 
+#include <engine/base/ListOf.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/Outline.h>
 
 namespace velmora {
 namespace {
 
+QList<float> deviceOf(const Mesh& mesh, int vertex)
+{
+    return listOf(std::span(mesh.deviceOf(vertex), static_cast<std::size_t>(mesh.channels)));
+}
+
 std::vector<KVHull::Node> nodesOf(const Mesh& mesh)
 {
     std::vector<KVHull::Node> nodes(mesh.lab.size());
     for (std::size_t v = 0; v < nodes.size(); ++v) {
-        if (!mesh.device.empty()) {
-            const float* device = mesh.deviceOf(static_cast<int>(v));
-            nodes[v].device = QList<float>(device, device + mesh.channels);
-        }
-        nodes[v].lab = {mesh.lab[v].L, mesh.lab[v].a, mesh.lab[v].b};
+        if (!mesh.device.empty())
+            nodes[v].device = deviceOf(mesh, static_cast<int>(v));
+        nodes[v].lab = listOf({mesh.lab[v].L, mesh.lab[v].a, mesh.lab[v].b});
     }
     return nodes;
 }
@@ -32,10 +36,13 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::faces() const
 {
     std::call_once(m_facesOnce, [this] {
         const auto nodes = velmora::nodesOf(record.mesh);
-        m_faces.reserve(static_cast<qsizetype>(record.mesh.triangles.size()));
+        QList<QList<KVHull::Node>> faces; // a call that runs out of memory leaves no part of the result
+        faces.reserve(static_cast<qsizetype>(record.mesh.triangles.size()));
         for (const auto& t : record.mesh.triangles)
-            m_faces.append({nodes[static_cast<std::size_t>(t[0])], nodes[static_cast<std::size_t>(t[1])],
-                            nodes[static_cast<std::size_t>(t[2])]});
+            faces.append(
+                velmora::listOf({nodes[static_cast<std::size_t>(t[0])], nodes[static_cast<std::size_t>(t[1])],
+                                 nodes[static_cast<std::size_t>(t[2])]}));
+        m_faces = std::move(faces);
     });
     return m_faces;
 }
@@ -48,18 +55,20 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline(const velmora::Tas
         const Mesh& mesh = record.mesh;
         const auto node = [&mesh](const velmora::OutlinePoint& p) {
             KVHull::Node n;
-            n.lab = {p.lab.L, p.lab.a, p.lab.b};
+            n.lab = velmora::listOf({p.lab.L, p.lab.a, p.lab.b});
             if (p.vertex >= 0 && !mesh.device.empty())
-                n.device = QList<float>(mesh.deviceOf(p.vertex), mesh.deviceOf(p.vertex) + mesh.channels);
+                n.device = velmora::deviceOf(mesh, p.vertex);
             return n;
         };
+        QList<QList<KVHull::Node>> outline;
         for (const auto& loop : velmora::outlineOf(mesh, task)) {
             QList<KVHull::Node> nodes;
             for (const auto& point : loop)
                 nodes.append(node(point));
             for (qsizetype i = 0; i < nodes.size(); ++i)
-                m_outline.append({nodes[i], nodes[(i + 1) % nodes.size()]});
+                outline.append(velmora::listOf({nodes[i], nodes[(i + 1) % nodes.size()]}));
         }
+        m_outline = std::move(outline);
     });
     return m_outline;
 }

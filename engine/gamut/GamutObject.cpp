@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutData.h"
 #include "Serialize.h"
+#include <engine/base/ListOf.h>
 #include <engine/mesh/Compare.h>
 #include <engine/surface/GamutBuilder.h>
 
@@ -151,7 +152,7 @@ QList<float> GamutObject::referenceLab() const
     if (!d)
         return {};
     const LabPoint& origin = d.constData()->record.origin;
-    return {origin.L, origin.a, origin.b};
+    return velmora::listOf({origin.L, origin.a, origin.b});
 }
 
 QList<QList<QList<float>>> GamutObject::primaries() const
@@ -162,7 +163,7 @@ QList<QList<QList<float>>> GamutObject::primaries() const
     for (const velmora::Ramp& ramp : d.constData()->record.primaries) {
         QList<QList<float>> group;
         for (const LabPoint& p : ramp)
-            group.append({p.L, p.a, p.b});
+            group.append(velmora::listOf({p.L, p.a, p.b}));
         groups.append(group);
     }
     return groups;

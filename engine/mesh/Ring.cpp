@@ -2,6 +2,7 @@
 #include <platform/KVVelmoraFramework.h>
 
 #include <engine/base/LabGeometry.h>
+#include <engine/base/ListOf.h>
 
 #include <algorithm>
 #include <array>
@@ -139,9 +140,9 @@ std::map<MeshEdge, Step> stepsOf(const KVGamut::Mesh& mesh, const Plane& plane)
     return steps;
 }
 
-QList<float> listOf(const KVGamut::LabPoint& p)
+QList<float> pointOf(const KVGamut::LabPoint& p)
 {
-    return {p.L, p.a, p.b};
+    return velmora::listOf({p.L, p.a, p.b});
 }
 
 } // namespace
@@ -158,7 +159,7 @@ QList<QList<QList<float>>> KVGamut::computeRing(const float* plane, const QList<
             continue;
         if (const auto crossed = crossedEdges(*vertices)) {
             const RingPiece piece = pieceOf(*vertices, *crossed);
-            ring.append({listOf(piece[0]), listOf(piece[1])});
+            ring.append(velmora::listOf({pointOf(piece[0]), pointOf(piece[1])}));
         }
     }
     return ring;

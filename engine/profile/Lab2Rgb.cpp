@@ -2,6 +2,7 @@
 #include <platform/KVVelmoraFramework.h>
 
 #include <engine/base/LabGeometry.h>
+#include <engine/base/ListOf.h>
 
 #include <algorithm>
 #include <array>
@@ -157,9 +158,9 @@ Rgb displayed(float lightness, float a, float b)
 QList<float> KVColorConversionHelper::KVHLab2RGB(const QList<float>& lab)
 {
     if (lab.size() < 3)
-        return {-1.0f, -1.0f, -1.0f};
+        return velmora::listOf({-1.0f, -1.0f, -1.0f});
     const Rgb rgb = displayed(lab[0], lab[1], lab[2]);
-    return {rgb[0], rgb[1], rgb[2]};
+    return velmora::listOf(std::span<const float>(rgb));
 }
 
 void KVColorConversionHelper::KVHLab2RGB(std::span<const KVGamut::LabPoint> lab, std::span<Rgb> rgb)
