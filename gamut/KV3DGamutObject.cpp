@@ -49,7 +49,7 @@ void KV3DGamutObject::prepareChildren()
 }
 
 void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
-                                 const QHash<QString, QVariant>& params)
+                                 const GamutParams& params)
 {
     const bool first = solid().isNull();
     try {

@@ -3,6 +3,7 @@
 
 #include <gamut/GamutLoader.h>
 #include <gamut/GamutMeshes.h>
+#include <gamut/GamutParams.h>
 #include <gamut/KVBackgroundTask.h>
 #include <gamut/WireframeMaker.h>
 #include <platform/KVVelmoraFramework.h>
@@ -51,22 +52,21 @@ public:
     /// request and parameters are copied, called and destroyed on this thread only.
     /// @param params returned by params() after success
     /// @return for progress, and to cancel the load, which then ends with Cancelled
-    KVCompletionProtocolPtr load(const GamutRequest& request, const QHash<QString, QVariant>& params,
-                                 EndFunction onEnd, ContextGuard contextGuard);
+    KVCompletionProtocolPtr load(const GamutRequest& request, const GamutParams& params, EndFunction onEnd,
+                                 ContextGuard contextGuard);
 
     /// Ends a load in the background without a report. Waits until the worker has noticed it.
     void cancelLoad();
 
     /// Installs a computed gamut. If there is a GL context, it must be current.
-    void applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes,
-                    const QHash<QString, QVariant>& params);
+    void applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet& meshes, const GamutParams& params);
 
     /// Whether the colour @p p (L*, a*, b*) is inside.
     bool isInside(const QVector3D& p) const;
     KVGamut::Comparison compare(const KV3DGamutObject& other) const;
     const KVGamut::GamutObject& gamut() const { return m_gamut; }
     /// Parameters of the last successful load.
-    QHash<QString, QVariant> params() const { return m_params; }
+    QHash<QString, QVariant> params() const { return m_params.values(); }
 
     /// The child "Gamut"; null before the first load.
     QSharedPointer<KV3DObject> solid() const;
@@ -96,8 +96,7 @@ private:
     void finishLoad();
     /// Calls contextGuard(true) and installs @p loaded. Returns why nothing was installed.
     std::optional<KVProblem> install(const tl::expected<LoadedGamut, KVProblem>& loaded,
-                                     const QHash<QString, QVariant>& params,
-                                     const ContextGuard& contextGuard);
+                                     const GamutParams& params, const ContextGuard& contextGuard);
     /// Creates what applyGamut() needs and an object that is not loaded yet does not have.
     void prepareChildren();
     QSharedPointer<KV3DObject> childFor(KV3DObject& parent, const QString& name, bool visible);
@@ -112,7 +111,7 @@ private:
     bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     int m_outlineRank = 0;
-    QHash<QString, QVariant> m_params;
+    GamutParams m_params;
     std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it
     QSharedPointer<KVBackgroundTask<void*>> m_loader; ///< of the last load
 };

@@ -35,7 +35,7 @@ tl::expected<LoadedGamut, KVProblem> withoutThrowing(const Work& work)
 struct KV3DGamutObject::Load
 {
     const GamutRequest request;
-    const QHash<QString, QVariant> params;
+    const GamutParams params;
     EndFunction onEnd;
     ContextGuard contextGuard;
     KVCompletionProtocolPtr protocol;
@@ -117,8 +117,7 @@ void KV3DGamutObject::loadNow(const QHash<QString, QVariant>& params, const Cont
 }
 
 std::optional<KVProblem> KV3DGamutObject::install(const tl::expected<LoadedGamut, KVProblem>& loaded,
-                                                  const QHash<QString, QVariant>& params,
-                                                  const ContextGuard& contextGuard)
+                                                  const GamutParams& params, const ContextGuard& contextGuard)
 {
     try {
         if (contextGuard)
@@ -132,9 +131,8 @@ std::optional<KVProblem> KV3DGamutObject::install(const tl::expected<LoadedGamut
     }
 }
 
-KVCompletionProtocolPtr KV3DGamutObject::load(const GamutRequest& request,
-                                              const QHash<QString, QVariant>& params, EndFunction onEnd,
-                                              ContextGuard contextGuard)
+KVCompletionProtocolPtr KV3DGamutObject::load(const GamutRequest& request, const GamutParams& params,
+                                              EndFunction onEnd, ContextGuard contextGuard)
 {
     auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutLoader"));
     GamutRequest styled = request;

@@ -25,7 +25,7 @@ GamutLoads::GamutLoads(Scene scene) : m_scene(std::move(scene))
 
 GamutLoads::~GamutLoads() = default;
 
-void GamutLoads::start(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
+void GamutLoads::start(const QString& id, const GamutRequest& request, const GamutParams& params,
                        EndFunction onEnd)
 {
     Loads fresh;
@@ -46,7 +46,7 @@ void GamutLoads::start(const QString& id, const GamutRequest& request, const QHa
         Q_EMIT loadingChanged();
 }
 
-void GamutLoads::begin(Loads& fresh, const GamutRequest& request, const QHash<QString, QVariant>& params)
+void GamutLoads::begin(Loads& fresh, const GamutRequest& request, const GamutParams& params)
 {
     Load& load = fresh.front();
     const auto gamut = m_scene.gamut(load.id);

@@ -45,8 +45,7 @@ public:
     /// Starts a load; @p onEnd is called once, whatever fails, unless the gamut is removed or this object is
     /// destroyed before. It is called from the event loop; inside this call only if there is no memory even
     /// for that. A load of the same id that is in progress ends with Cancelled.
-    void start(const QString& id, const GamutRequest& request, const QHash<QString, QVariant>& params,
-               EndFunction onEnd);
+    void start(const QString& id, const GamutRequest& request, const GamutParams& params, EndFunction onEnd);
     /// Reports a load that could not be started for lack of memory: calls @p onEnd, then emits failed().
     template <typename OnEnd>
     void refuse(const QString& id, const OnEnd& onEnd)
@@ -84,7 +83,7 @@ private:
     /// A load moves from one list to another without an allocation, which could fail.
     using Loads = std::list<Load>;
 
-    void begin(Loads& fresh, const GamutRequest& request, const QHash<QString, QVariant>& params);
+    void begin(Loads& fresh, const GamutRequest& request, const GamutParams& params);
     void finish(quint64 number, const std::optional<KVProblem>& problem);
     void endLater(Loads& from, Loads::const_iterator load, End end);
     void reportEnded();

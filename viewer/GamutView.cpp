@@ -74,7 +74,7 @@ void KVGamutView::Private::start(const QString& id, QObject* context, Done done,
     if (!scene())
         return;
     GamutRequest request;
-    QHash<QString, QVariant> params;
+    GamutParams params;
     std::optional<Report> report;
     GamutLoads::EndFunction onEnd;
     const bool ready = kvEnoughMemoryFor([&] {
@@ -102,7 +102,7 @@ void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut)
 void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut, QObject* context, Done done)
 {
     d->start(id, context, std::move(done),
-             [&gamut](GamutRequest& request, QHash<QString, QVariant>&) { request.computed = gamut; });
+             [&gamut](GamutRequest& request, GamutParams&) { request.computed = gamut; });
 }
 
 void KVGamutView::load(const QString& id, const KVLoadRequest& request)
@@ -112,9 +112,9 @@ void KVGamutView::load(const QString& id, const KVLoadRequest& request)
 
 void KVGamutView::load(const QString& id, const KVLoadRequest& request, QObject* context, Done done)
 {
-    d->start(id, context, std::move(done), [&](GamutRequest& result, QHash<QString, QVariant>& params) {
+    d->start(id, context, std::move(done), [&](GamutRequest& result, GamutParams& params) {
         result = kvGamutRequest(request);
-        params = kvParamsOf(request);
+        params = GamutParams([request] { return kvParamsOf(request); });
         d->scene()->settings.insert(id, request.settings);
     });
 }

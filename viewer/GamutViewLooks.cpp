@@ -43,7 +43,8 @@ void KVGamutView::setState(const KVViewState& state)
     viewer.setLightColor(state.lightColor);
     for (auto look = state.looks.begin(); look != state.looks.end(); ++look)
         setLook(look.key(), look.value());
-    scene->settings.insert(state.settings);
+    for (auto at = state.settings.begin(); at != state.settings.end(); ++at)
+        scene->settings.insert(at.key(), at.value());
     setCamera(state.camera);
     scene->setTheme(state.theme); // last, and even if it is the present one: this draws the light, too
 }
@@ -67,7 +68,8 @@ KVViewState KVGamutView::state() const
     const QStringList ids = viewer.gamuts();
     for (const QString& id : ids)
         state.looks.insert(id, look(id));
-    state.settings = scene->settings;
+    for (auto at = scene->settings.cbegin(); at != scene->settings.cend(); ++at)
+        state.settings.insert(at.key(), at.value());
     return state;
 }
 

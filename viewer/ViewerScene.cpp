@@ -148,7 +148,7 @@ void ViewerScene::loadNow(const QString& id, const QHash<QString, QVariant>& par
 void ViewerScene::removeGamut(const QString& id)
 {
     awaitedLooks.remove(id);
-    defaultLooks.remove(id);
+    defaultLooks.erase(id);
     settings.remove(id);
     if (const auto object = gamut(id))
         object->cancelLoad(); // the object stays alive if the host holds it
@@ -168,7 +168,7 @@ void ViewerScene::applyAwaitedLook(const QString& id)
 {
     if (!isLoaded(id))
         return;
-    const bool fresh = defaultLooks.remove(id);
+    const bool fresh = defaultLooks.erase(id) > 0;
     if (awaitedLooks.contains(id))
         kvApplyLook(viewer, id, awaitedLooks.take(id));
     else if (fresh) // all other defaults of the viewer are those of the default look

@@ -10,13 +10,14 @@
 #include <viewer/ViewerEvents.h>
 
 #include <QtCore/QHash>
-#include <QtCore/QSet>
+#include <QtCore/QMap>
 #include <QtCore/QSharedPointer>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <cmath>
 #include <functional>
+#include <set>
 
 class QKeyEvent;
 
@@ -82,9 +83,10 @@ public:
     /// The clipping as it is applied: NaN cuts nothing off.
     float appliedClipping() const { return std::isnan(clipping) ? nothingCut : clipping; }
     float pointSize = 4.0f;
-    QHash<QString, KVGamutLook> awaitedLooks;   ///< of gamuts that are not loaded yet
-    QSet<QString> defaultLooks;                 ///< ids whose first load begins with the default look
-    QHash<QString, KVGamut::Settings> settings; ///< of the last request for each id
+    QHash<QString, KVGamutLook> awaitedLooks; ///< of gamuts that are not loaded yet
+    // Not QHash: it ends the process if there is not enough memory for an insertion.
+    std::set<QString> defaultLooks;            ///< ids whose first load begins with the default look
+    QMap<QString, KVGamut::Settings> settings; ///< of the last request for each id
     GamutLoads loads;
     ViewerEvents events;
 
