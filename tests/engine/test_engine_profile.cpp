@@ -13,6 +13,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstring>
 #include <functional>
@@ -228,6 +230,9 @@ TEST(Profile, isNullWithAProblemIfItCannotBeOpened)
     ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
     empty.close();
 
+    const QString pipe = folder.filePath(QStringLiteral("pipe.icc"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0); // to open it would block for ever
+
     const QString large = folder.filePath(QStringLiteral("large.icc"));
     ASSERT_TRUE(QFile(large).open(QIODevice::WriteOnly));
     ASSERT_TRUE(QFile::resize(large, (qint64(256) << 20) + 1)); // sparse
@@ -237,6 +242,7 @@ TEST(Profile, isNullWithAProblemIfItCannotBeOpened)
         {folder.filePath(QStringLiteral("missing.icc")), KVProblemCode::FileNotFound},
         {folder.path(), KVProblemCode::NotAFile},
         {QStringLiteral("/dev/zero"), KVProblemCode::NotAFile},
+        {pipe, KVProblemCode::NotAFile},
         {large, KVProblemCode::FileTooLarge},
         {text, KVProblemCode::NotAProfile},
         {nothing, KVProblemCode::NotAProfile},

@@ -13,13 +13,21 @@
 #include <QtGui/QColorSpace>
 #include <QtTest/QTest>
 
+#include <sys/stat.h>
+
 #include <memory>
+#include <optional>
 
 namespace {
 
 using kvtest::StalledCall;
 
 const QString id = QStringLiteral("sRGB");
+
+QByteArray profile()
+{
+    return QColorSpace(QColorSpace::SRgb).iccProfile();
+}
 
 class StalledFile : public testing::TestWithParam<StalledCall>
 {
@@ -28,7 +36,7 @@ protected:
     {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QColorSpace(QColorSpace::SRgb).iccProfile());
+        file.write(profile());
         file.close();
         settings.gridPoints = 5;
     }
@@ -78,7 +86,7 @@ TEST_P(StalledFile, doesNotBlockALoadThatReplacesIt)
 {
     loadUntilItStalls();
     bool loaded = false;
-    view->load(id, KVLoadRequest::fromData(QColorSpace(QColorSpace::SRgb).iccProfile(), settings), view.get(),
+    view->load(id, KVLoadRequest::fromData(profile(), settings), view.get(),
                [&loaded](const std::optional<KVProblem>& problem) { loaded = !problem; });
     ASSERT_TRUE(QTest::qWaitFor([&loaded] { return loaded; }, 60000));
     EXPECT_EQ(ends, QList<int>{static_cast<int>(KVProblemCode::Cancelled)});
@@ -111,6 +119,39 @@ TEST_P(StalledFile, isLoadedOnceItAnswers)
     ASSERT_TRUE(QTest::qWaitFor([this] { return !ends.isEmpty(); }, 60000));
     EXPECT_EQ(ends, QList<int>{-1});
     EXPECT_GT(viewer->volume(id), 0.0f);
+}
+
+TEST_P(StalledFile, isReadWholeIfItGrowsMeanwhile)
+{
+    const QByteArray whole = profile();
+    const auto half = whole.size() / 2;
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    ASSERT_EQ(file.write(whole.left(half)), half);
+    loadUntilItStalls();
+    ASSERT_EQ(file.write(whole.mid(half)), whole.size() - half);
+    goOn();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !ends.isEmpty(); }, 60000));
+    EXPECT_EQ(ends, QList<int>{-1});
+    EXPECT_GT(viewer->volume(id), 0.0f);
+}
+
+TEST(Pipe, asAProfileIsRefused)
+{
+    const kvtest::Watchdog watchdog(120); // to open it would block for ever
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("pipe.icc"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    KVGamut3DViewer viewer;
+    KVGamutView view(&viewer);
+    std::optional<std::optional<KVProblem>> end;
+    view.load(id, KVLoadRequest::fromFile(path), &view,
+              [&end](const std::optional<KVProblem>& problem) { end = problem; });
+    ASSERT_TRUE(QTest::qWaitFor([&end] { return end.has_value(); }, 60000));
+    ASSERT_TRUE(*end);
+    EXPECT_EQ((*end)->code, KVProblemCode::NotAFile);
+    viewer.load(id, {{QStringLiteral("ProfilePath"), path}}, {}); // returns, too
+    EXPECT_FALSE(viewer.volume(id) > 0.0f);
 }
 
 INSTANTIATE_TEST_SUITE_P(EachCall, StalledFile,
