@@ -91,6 +91,13 @@ float lightnessAt(const ClipperLib::IntPoint& x, const std::vector<Edge>& edges,
     return static_cast<float>(L / latticeScale);
 }
 
+bool unite(const ClipperLib::Paths& paths, ClipperLib::Paths& merged)
+{
+    ClipperLib::Clipper clipper;
+    clipper.AddPaths(paths, ClipperLib::ptSubject, true);
+    return clipper.Execute(ClipperLib::ctUnion, merged, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+}
+
 } // namespace
 
 std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
@@ -110,10 +117,10 @@ std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
         }
         paths.push_back(std::move(path));
     }
+    // Clipper catches std::bad_alloc and returns no paths. The second attempt may find memory.
     ClipperLib::Paths merged;
-    ClipperLib::Clipper clipper;
-    clipper.AddPaths(paths, ClipperLib::ptSubject, true);
-    clipper.Execute(ClipperLib::ctUnion, merged, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+    if (!unite(paths, merged))
+        unite(paths, merged);
 
     std::vector<OutlineLoop> outline;
     for (const auto& path : merged) {
