@@ -62,7 +62,9 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
     }
     m_wireframeMaker.cancel();
     m_params = params;
-    kvDisposeOf(std::exchange(m_gamut, std::move(gamut)));
+    std::swap(m_gamut, gamut);
+    if (gamut.faceCount() > 0)
+        kvDisposeOf(std::move(gamut));
     setProperty(QStringLiteral("volume"), m_gamut.volume());
 
     for (const QString& name : childNames())

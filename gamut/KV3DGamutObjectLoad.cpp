@@ -76,7 +76,8 @@ KV3DGamutObject::KV3DGamutObject(const QString& id) : KV3DObject(id, id) {}
 KV3DGamutObject::~KV3DGamutObject()
 {
     cancelLoad();
-    kvDisposeOf(std::move(m_gamut)); // with the lists of its faces, if the host asked for them
+    if (m_gamut.faceCount() > 0)
+        kvDisposeOf(std::move(m_gamut)); // with the lists of its faces, if the host asked for them
 }
 
 void KV3DGamutObject::cancelLoad()
