@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/DrawableCheck.h>
 
-#include <QtCore/QPointer>
 #include <QtCore/QVersionNumber>
-#include <QtGui/QOffscreenSurface>
-#include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtGui/QScreen>
 #include <QtOpenGL/QOpenGLFramebufferObject>
@@ -15,26 +12,6 @@ namespace {
 
 const QVersionNumber minVersion(2, 1);
 const QVersionNumber minShaderVersion(1, 20); // "#version 120"
-
-/// Makes the context that is current now current again in its destructor.
-class CurrentKeeper
-{
-public:
-    CurrentKeeper() : m_context(QOpenGLContext::currentContext())
-    {
-        m_surface = m_context ? m_context->surface() : nullptr;
-    }
-    ~CurrentKeeper()
-    {
-        if (m_context)
-            m_context->makeCurrent(m_surface);
-    }
-    Q_DISABLE_COPY_MOVE(CurrentKeeper)
-
-private:
-    QPointer<QOpenGLContext> m_context;
-    QSurface* m_surface;
-};
 
 KVProblem problem(KVProblemCode code, const QVersionNumber& version)
 {
@@ -74,22 +51,34 @@ std::optional<KVProblem> problemOf(QOpenGLContext& context)
 
 } // namespace
 
-std::optional<KVProblem> kvDrawingProblem(QWindow& window)
+DrawableCheck::DrawableCheck(const QWindow& window)
+    : m_formerContext(QOpenGLContext::currentContext()),
+      m_formerSurface(m_formerContext ? m_formerContext->surface() : nullptr), m_surface(window.screen())
 {
-    const CurrentKeeper keeper;
-    QOffscreenSurface offscreen(window.screen());
-    QOpenGLContext context;
-    context.setFormat(window.requestedFormat());
-    context.setScreen(window.screen());
-    if (!context.create())
+    QSurfaceFormat format = window.requestedFormat();
+    format.setSamples(0);
+    m_context.setFormat(format);
+    m_context.setScreen(window.screen());
+    m_problem = find();
+}
+
+DrawableCheck::~DrawableCheck()
+{
+    QOpenGLContext* current = QOpenGLContext::currentContext();
+    if (!current || current->surface() != &m_surface)
+        return;
+    current->doneCurrent();
+    if (m_formerContext)
+        m_formerContext->makeCurrent(m_formerSurface);
+}
+
+std::optional<KVProblem> DrawableCheck::find()
+{
+    if (!m_context.create())
         return KVProblem{KVProblemCode::NoOpenGL, {}, {}};
-    if (!window.handle()) {
-        offscreen.setFormat(context.format());
-        offscreen.create();
-    }
-    if (!context.makeCurrent(window.handle() ? static_cast<QSurface*>(&window) : &offscreen))
+    m_surface.setFormat(m_context.format());
+    m_surface.create();
+    if (!m_context.makeCurrent(&m_surface))
         return KVProblem{KVProblemCode::OpenGLNotUsable, {}, {}};
-    const auto found = problemOf(context);
-    context.doneCurrent();
-    return found;
+    return problemOf(m_context);
 }

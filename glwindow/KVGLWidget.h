@@ -206,6 +206,7 @@ private:
     bool m_initialized = false;    ///< initializeGL() succeeded for the present context
     bool m_hasPicture = false;     ///< a frame was drawn in the present context
     bool m_keepsScene = false;
+    bool m_mustRenew = false;   ///< the context could not be made current when it was new
     bool m_mustRelease = false; ///< the scene has GPU objects of a context that was lost
     bool m_retryPosted = false;
     std::optional<QSize> m_sizeToRestore; ///< see renewFramebuffer()

@@ -66,7 +66,7 @@ void KVGLWidget::logContext()
 std::optional<KVProblem> KVGLWidget::drawingProblem()
 {
     if (!m_drawingChecked)
-        setDrawingProblem(kvDrawingProblem(*this));
+        setDrawingProblem(DrawableCheck(*this).problem());
     return m_drawingProblem ? m_drawingProblem : ShaderPrograms::problemOf(usableContext());
 }
 
@@ -111,12 +111,15 @@ bool KVGLWidget::isReadyFor(QEvent::Type type)
 void KVGLWidget::prepareContext()
 {
     m_mustCheck = false;
-    if (const auto problem = kvDrawingProblem(*this)) {
-        setDrawingProblem(problem);
+    // Its context is current in case that of the window cannot be. Qt crashes if there is none.
+    DrawableCheck check(*this);
+    if (check.problem()) {
+        setDrawingProblem(check.problem());
         return;
     }
+    const bool isFirst = !context();
     bool needsFramebuffer = false;
-    if (context()) {
+    if (!isFirst) {
         needsFramebuffer = renewContext();
     } else {
         QResizeEvent initial(size(), size()); // creates the context without painting
@@ -127,9 +130,10 @@ void KVGLWidget::prepareContext()
     else
         setDrawingProblem(
             KVProblem{isValid() ? KVProblemCode::OpenGLNotUsable : KVProblemCode::NoOpenGL, {}, {}});
-    if (QOpenGLContext::currentContext() != context())
-        return; // Qt would crash if it painted now
-    // Qt creates its framebuffer in the first paint, and elsewhere it relies on it.
+    m_mustRenew = QOpenGLContext::currentContext() != context();
+    if (m_mustRenew && !(isFirst && check.makeCurrent(*context())))
+        return;
+    // Qt creates its framebuffer in the first paint, and elsewhere it relies on it, even in its destructor.
     QPaintEvent first(QRect(QPoint(), size()));
     QOpenGLWindow::event(&first);
     if (needsFramebuffer)
@@ -141,7 +145,7 @@ bool KVGLWidget::renewContext()
 {
     // A host that has made a new context itself has caused a teardown. Otherwise the system has invalidated
     // the context: nothing can be done in the old one any more. Qt creates a new one in the same object.
-    const bool isLost = !context()->isValid();
+    const bool isLost = m_mustRenew || !context()->isValid();
     if (isLost) {
         m_mustRelease = m_mustRelease || m_initialized;
         m_initialized = false;

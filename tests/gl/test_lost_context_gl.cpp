@@ -313,6 +313,31 @@ TEST(LostContext, aContextThatAppearsLaterIsUsed)
     EXPECT_EQ(viewer.picture().size(), QSize(120, 90));
 }
 
+TEST(LostContext, aWindowWithoutAUsableSurfaceIsEmpty)
+{
+    kvtest::toleratePlatformMessage(QStringLiteral("Failed to make context current"));
+    KVGamut3DViewer viewer;
+    const KVGamutView view(&viewer);
+    viewer.resize(120, 90);
+    viewer.create();
+    kvtest::driverFaults().refusedWindow = viewer.findChild<KVGLWidget*>()->winId();
+    kvtest::driverFaults().currentAttempts = 0;
+    EXPECT_TRUE(view.isDrawable()) << "contexts can be made current elsewhere";
+    viewer.show();
+    ASSERT_TRUE(spinUntil([&] { return !view.isDrawable(); }));
+    EXPECT_GE(kvtest::driverFaults().currentAttempts, 1);
+    EXPECT_EQ(view.drawingProblem()->code, KVProblemCode::OpenGLNotUsable);
+    EXPECT_TRUE(viewer.picture().isNull());
+    kvtest::callEverything(viewer);
+
+    kvtest::driverFaults().refusedWindow = 0;
+    viewer.hide();
+    kvtest::spinFor(20);
+    viewer.show();
+    EXPECT_TRUE(spinUntil([&] { return viewer.isSettled() && viewer.picture().size() == viewer.size(); }));
+    EXPECT_TRUE(view.isDrawable());
+}
+
 TEST(LostContext, aSurfaceThatIsMissingForAWhileDoesNotStopTheViewer)
 {
     ShownViewer shown;

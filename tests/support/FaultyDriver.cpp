@@ -110,7 +110,8 @@ Q_DECL_EXPORT void* dlopen(const char* file, int mode)
 
 Q_DECL_EXPORT int glXMakeCurrent(void* display, unsigned long drawable, void* context)
 {
-    if (context && driverFaults().refusesCurrent) {
+    const bool isRefused = driverFaults().refusesCurrent || driverFaults().refusedWindow == drawable;
+    if (context && isRefused) {
         ++driverFaults().currentAttempts;
         return 0;
     }

@@ -7,8 +7,9 @@ namespace kvtest {
 /// program, which must export them (ENABLE_EXPORTS), and call the real ones.
 struct DriverFaults
 {
-    bool refusesCurrent = false; ///< no context can be made current
-    int currentAttempts = 0;     ///< how often that was tried
+    bool refusesCurrent = false;     ///< no context can be made current
+    unsigned long refusedWindow = 0; ///< X11 window in which no context can be made current
+    int currentAttempts = 0;         ///< how often that was tried
     bool createsNoContext = false;
     /// The graphics processor was reset: the current context is lost. Reported once, to contexts that asked
     /// for notifications of resets.
