@@ -219,7 +219,7 @@ public:
     /// "Gamut". If the hash is damaged or not a saved gamut, the gamut is then empty; see problem().
     void deserialize(const QHash<QString, QVariant>& hash);
     /// The same. Cancelling through @p protocol (may be null) ends it early with an empty gamut and
-    /// Cancelled.
+    /// Cancelled. With a protocol it also computes the outline(), which cannot be cancelled later.
     void deserialize(const QHash<QString, QVariant>& hash, KVCompletionProtocolPtr* protocol);
 
     /// The surface; empty for an empty gamut. Valid as long as this object or a copy of it exists.

@@ -27,8 +27,8 @@ std::vector<KVHull::Node> nodesOf(const Mesh& mesh)
 } // namespace
 } // namespace velmora
 
-KVGamut::GamutData::GamutData(velmora::GamutRecord r)
-    : record(std::move(r)), volume(velmora::signedVolume(record.mesh))
+KVGamut::GamutData::GamutData(velmora::GamutRecord r, const velmora::Task& task)
+    : record(std::move(r)), volume(velmora::signedVolume(record.mesh, task))
 {
 }
 
@@ -63,9 +63,9 @@ const QList<QList<KVHull::Node>>& KVGamut::GamutData::outline(const velmora::Tas
         QList<QList<KVHull::Node>> outline;
         for (const auto& loop : velmora::outlineOf(mesh, task)) {
             QList<KVHull::Node> nodes;
-            for (const auto& point : loop)
-                nodes.append(node(point));
-            for (qsizetype i = 0; i < nodes.size(); ++i)
+            for (std::size_t i = 0; i < loop.size() && !task.isCancelled(); ++i)
+                nodes.append(node(loop[i]));
+            for (qsizetype i = 0; i < nodes.size() && !task.isCancelled(); ++i)
                 outline.append(velmora::listOf({nodes[i], nodes[(i + 1) % nodes.size()]}));
         }
         m_outline = std::move(outline);

@@ -18,7 +18,8 @@
 class KVGamut::GamutData : public QSharedData
 {
 public:
-    explicit GamutData(velmora::GamutRecord record);
+    /// If @p task is cancelled, this object is to be destroyed.
+    explicit GamutData(velmora::GamutRecord record, const velmora::Task& task = {});
     Q_DISABLE_COPY_MOVE(GamutData)
 
     const velmora::GamutRecord record;

@@ -34,8 +34,8 @@ velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings
         return velmora::failure(KVProblemCode::NoProfile);
     QElapsedTimer clock;
     clock.start();
-    const auto transform =
-        velmora::DeviceTransform::create(profile->bytes, settings.intent, settings.blackPointCompensation);
+    const auto transform = velmora::DeviceTransform::create(profile->bytes, settings.intent,
+                                                            settings.blackPointCompensation, task);
     if (!transform)
         return velmora::failure(transform);
     auto record = velmora::buildGamut(**transform, request, task);
@@ -44,7 +44,7 @@ velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings
     record->intent = settings.intent;
     record->blackPointCompensation = settings.blackPointCompensation;
     record->seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
-    const SharedData data(new GamutData(std::move(*record)));
+    const SharedData data(new GamutData(std::move(*record), task));
     data->outline(task);
     if (task.isCancelled())
         return velmora::failure(KVProblemCode::Cancelled);
@@ -111,11 +111,17 @@ void GamutObject::deserialize(const QHash<QString, QVariant>& hash)
 void GamutObject::deserialize(const QHash<QString, QVariant>& hash, KVCompletionProtocolPtr* protocol)
 {
     const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
-    const auto data = orOutOfMemory([&hash, &task]() -> velmora::Result<SharedData> {
+    const bool withOutline = protocol && *protocol; // outline() cannot be cancelled
+    const auto data = orOutOfMemory([&]() -> velmora::Result<SharedData> {
         auto record = velmora::deserialized(hash, task);
         if (!record)
             return velmora::failure(record);
-        return SharedData(new GamutData(std::move(*record)));
+        SharedData restored(new GamutData(std::move(*record), task));
+        if (withOutline)
+            restored.constData()->outline(task);
+        if (task.isCancelled())
+            return velmora::failure(KVProblemCode::Cancelled);
+        return restored;
     });
     d = data.value_or(SharedData());
     m_problem = problemOf(data);

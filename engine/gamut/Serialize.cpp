@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Serialize.h"
 
+#include <engine/base/Parts.h>
 #include <engine/mesh/SelfIntersection.h>
 
 #include <QtCore/QCryptographicHash>
@@ -21,23 +22,33 @@ constexpr int maxChannels = 15;
 // Incomplete if the task is cancelled.
 QString checksumOf(const QByteArray& bytes, const Task& task)
 {
-    constexpr qsizetype bytesBetweenChecks = qsizetype(1) << 18;
+    constexpr qsizetype bytesBetweenChecks = qsizetype(1) << 16;
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (qsizetype at = 0; at < bytes.size() && !task.isCancelled(); at += bytesBetweenChecks)
         hash.addData(QByteArrayView(bytes).sliced(at, std::min(bytesBetweenChecks, bytes.size() - at)));
     return QString::fromLatin1(hash.result().toHex());
 }
 
-// The bytes of a text in base64; nullopt if it is not valid, or if the task is cancelled.
-std::optional<QByteArray> decoded(const QByteArray& text, const Task& task)
+QByteArray bytesOf(QByteArrayView text)
 {
-    constexpr qsizetype charactersBetweenChecks = qsizetype(1) << 18; // a multiple of four
+    return text.toByteArray();
+}
+QByteArray bytesOf(QStringView text)
+{
+    return text.toUtf8();
+}
+
+// The bytes of a text in base64; nullopt if it is not valid, or if the task is cancelled.
+template <typename TextView>
+std::optional<QByteArray> decoded(TextView text, const Task& task)
+{
+    constexpr qsizetype charactersBetweenChecks = qsizetype(1) << 16; // a multiple of four
     QByteArray bytes;
     bytes.reserve(text.size() / 4 * 3);
     for (qsizetype at = 0; at < text.size(); at += charactersBetweenChecks) {
         const qsizetype count = std::min(charactersBetweenChecks, text.size() - at);
-        const auto piece =
-            QByteArray::fromBase64Encoding(text.sliced(at, count), QByteArray::AbortOnBase64DecodingErrors);
+        const auto piece = QByteArray::fromBase64Encoding(bytesOf(text.sliced(at, count)),
+                                                          QByteArray::AbortOnBase64DecodingErrors);
         const bool isLast = at + count == text.size();
         const bool isComplete = isLast || (*piece).size() == count / 4 * 3; // without padding in the middle
         if (!piece || !isComplete || task.isCancelled())
@@ -148,19 +159,20 @@ bool readMesh(QDataStream& stream, Mesh& mesh, const Task& task)
         vertices * vertexSize + quint64(triangles) * 12)
         return false;
     mesh.channels = channels;
-    mesh.lab.resize(vertices);
+    growInParts(mesh.lab, vertices, {}, task);
     for (LabPoint& v : mesh.lab) {
         if (task.isCancelled())
             return false;
         stream >> v;
     }
-    mesh.device.resize(static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels));
+    growInParts(mesh.device, static_cast<std::size_t>(vertices) * static_cast<std::size_t>(channels), 0.0f,
+                task);
     for (float& value : mesh.device) {
         if (task.isCancelled())
             return false;
         stream >> value;
     }
-    mesh.triangles.resize(triangles);
+    growInParts(mesh.triangles, triangles, {}, task);
     for (Triangle& t : mesh.triangles) {
         if (task.isCancelled())
             return false;
@@ -181,14 +193,14 @@ bool unpack(const QByteArray& bytes, GamutRecord& record, const Task& task)
            stream.status() == QDataStream::Ok;
 }
 
-bool valuesAreValid(const GamutRecord& record)
+bool valuesAreValid(const GamutRecord& record, const Task& task)
 {
     const auto valid = [](const LabPoint& v) { return isFinite(toVec3(v)); };
     bool all = valid(record.white) && valid(record.black) && valid(record.origin);
     for (const Ramp& ramp : record.primaries)
         all = all && std::all_of(ramp.begin(), ramp.end(), valid);
-    for (float value : record.mesh.device)
-        all = all && std::isfinite(value);
+    const std::vector<float>& device = record.mesh.device;
+    forEachIndex(device.size(), task, [&](std::size_t i) { all = all && std::isfinite(device[i]); });
     return all && std::isfinite(record.foldShare) && std::isfinite(record.volumeUncertainty) &&
            std::isfinite(record.seconds);
 }
@@ -250,11 +262,13 @@ namespace {
 
 Result<GamutRecord> checkedRecord(const Fields& fields, const Task& task)
 {
-    const auto bytes = decoded(fields.text.toByteArray(), task);
+    const auto bytes = fields.text.metaType().id() == QMetaType::QString
+                           ? decoded(QStringView(fields.text.toString()), task)
+                           : decoded(QByteArrayView(fields.text.toByteArray()), task);
     if (!bytes || checksumOf(*bytes, task) != fields.checksum.toString())
         return failure(KVProblemCode::SavedGamutDamaged);
     GamutRecord record;
-    if (!unpack(*bytes, record, task) || !valuesAreValid(record))
+    if (!unpack(*bytes, record, task) || !valuesAreValid(record, task))
         return failure(KVProblemCode::SavedGamutInvalidValues);
     if (const auto checked = checkSavedSurface(record.mesh, task); !checked)
         return failure(checked);

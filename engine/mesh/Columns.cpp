@@ -71,7 +71,7 @@ constexpr std::size_t trianglesBetweenChecks = 1024;
 
 Result<ColumnCrossings> castColumns(const Mesh& mesh, const ColumnGrid& grid, const Task& task)
 {
-    const auto points = latticePoints(mesh);
+    const auto points = latticePoints(mesh, task);
     const auto point = [&](const Triangle& t, std::size_t i) -> const LatticePoint& {
         return points[static_cast<std::size_t>(t[i])];
     };

@@ -2,6 +2,7 @@
 #include "ConvexHull.h"
 
 #include <engine/base/LabGeometry.h>
+#include <engine/base/Parts.h>
 
 #include <algorithm>
 #include <numeric>
@@ -53,7 +54,8 @@ std::uint32_t scramble(std::uint32_t x) // Mulvey's "lowbias32": a permutation o
 }
 
 // Half of the points, chosen at random, are in the last round, a quarter in the one before, and so on.
-std::vector<int> insertionOrder(const std::vector<HullPoint>& points)
+// Incomplete if the task is cancelled.
+std::vector<int> insertionOrder(const std::vector<HullPoint>& points, const Task& task)
 {
     struct Entry
     {
@@ -62,20 +64,19 @@ std::vector<int> insertionOrder(const std::vector<HullPoint>& points)
     };
     std::vector<Entry> entries;
     entries.reserve(points.size());
-    for (std::size_t i = 0; i < points.size(); ++i) {
+    forEachIndex(points.size(), task, [&](std::size_t i) {
         std::uint32_t random = scramble(static_cast<std::uint32_t>(i) + 1);
         std::uint64_t round = 31;
         for (; round > 0 && (random & 1u); random >>= 1)
             --round;
         entries.push_back({round << 40 | curveRank(points[i]), static_cast<int>(i)});
-    }
-    std::sort(entries.begin(), entries.end(), [](const Entry& x, const Entry& y) {
-        return x.key != y.key ? x.key < y.key : x.point < y.point;
     });
-    std::vector<int> order;
-    order.reserve(entries.size());
-    for (const Entry& e : entries)
-        order.push_back(e.point);
+    const auto before = [](const Entry& x, const Entry& y) {
+        return x.key != y.key ? x.key < y.key : x.point < y.point;
+    };
+    sortInParts(entries, before, task);
+    std::vector<int> order(entries.size());
+    forEachIndex(entries.size(), task, [&](std::size_t i) { order[i] = entries[i].point; });
     return order;
 }
 
@@ -86,34 +87,45 @@ public:
     {
         // Coordinates are multiplied by four, so that the centroid of four points has integer coordinates.
         m_points.reserve(points.size() + 1);
-        for (const HullPoint& p : points)
+        forEachIndex(points.size(), task, [&](std::size_t i) {
+            const HullPoint& p = points[i];
             m_points.push_back({4 * p.x, 4 * p.y, 4 * p.z});
+        });
         m_fanAt.resize(points.size(), -1);
-        m_order = insertionOrder(points);
+        m_order = insertionOrder(points, task);
     }
 
     Result<std::vector<std::array<int, 3>>> run()
     {
-        std::vector<std::array<int, 3>> triangles;
+        if (m_task.isCancelled()) // the points are incomplete
+            return failure(KVProblemCode::Cancelled);
         if (!startWithTetrahedron())
-            return triangles;
+            return std::vector<std::array<int, 3>>();
         std::size_t done = 0;
         for (int p : m_order) {
-            if (++done % 256 == 0) {
-                if (m_task.isCancelled())
-                    return failure(KVProblemCode::Cancelled);
+            if (++done % 256 == 0)
                 m_task.setProgress(static_cast<double>(done) / static_cast<double>(m_order.size()));
-            }
+            if (m_task.isCancelled())
+                return failure(KVProblemCode::Cancelled);
             insert(p);
         }
-        triangles.reserve(m_facets.size());
-        for (const Facet& f : m_facets)
-            if (f.v[0] != unused)
-                triangles.push_back(f.v);
-        return triangles;
+        return usedFacets();
     }
 
 private:
+    Result<std::vector<std::array<int, 3>>> usedFacets() const
+    {
+        std::vector<std::array<int, 3>> triangles;
+        triangles.reserve(m_facets.size());
+        const bool all = forEachIndex(m_facets.size(), m_task, [&](std::size_t f) {
+            if (m_facets[f].v[0] != unused)
+                triangles.push_back(m_facets[f].v);
+        });
+        if (!all)
+            return failure(KVProblemCode::Cancelled);
+        return triangles;
+    }
+
     int orientation(int p, int q, int r, int s) const
     {
         return orientation3d(m_points[static_cast<std::size_t>(p)], m_points[static_cast<std::size_t>(q)],

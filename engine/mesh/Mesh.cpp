@@ -1,49 +1,58 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Mesh.h"
 
+#include <engine/base/Parts.h>
+
 #include <map>
 #include <utility>
 
 namespace velmora {
 
-std::vector<LatticePoint> latticePoints(const Mesh& mesh)
+std::vector<LatticePoint> latticePoints(const Mesh& mesh, const Task& task)
 {
-    std::vector<LatticePoint> points;
-    points.reserve(mesh.lab.size());
-    for (const LabPoint& v : mesh.lab)
-        points.push_back(toLattice(v));
+    std::vector<LatticePoint> points(mesh.lab.size());
+    forEachIndex(points.size(), task, [&](std::size_t v) { points[v] = toLattice(mesh.lab[v]); });
     return points;
 }
 
-void flip(Mesh& mesh)
+std::vector<KVGamut::LabPoint> snappedAll(std::span<const Vec3> points, const Task& task)
 {
-    for (Triangle& t : mesh.triangles)
-        std::swap(t[1], t[2]);
+    std::vector<KVGamut::LabPoint> snappedPoints(points.size());
+    forEachIndex(points.size(), task, [&](std::size_t i) { snappedPoints[i] = snapped(points[i]); });
+    return snappedPoints;
 }
 
-void dropUnusedVertices(Mesh& mesh)
+void flip(Mesh& mesh, const Task& task)
+{
+    forEachIndex(mesh.triangles.size(), task,
+                 [&mesh](std::size_t f) { std::swap(mesh.triangles[f][1], mesh.triangles[f][2]); });
+}
+
+void dropUnusedVertices(Mesh& mesh, const Task& task)
 {
     std::vector<int> renamed(mesh.lab.size(), -1);
-    for (const Triangle& t : mesh.triangles)
-        for (int v : t)
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        for (int v : mesh.triangles[f])
             renamed[static_cast<std::size_t>(v)] = 0;
+    });
 
     const auto channels = mesh.device.empty() ? 0 : static_cast<std::size_t>(mesh.channels);
     std::size_t kept = 0;
-    for (std::size_t v = 0; v < mesh.lab.size(); ++v) {
+    forEachIndex(mesh.lab.size(), task, [&](std::size_t v) {
         if (renamed[v] < 0)
-            continue;
+            return;
         renamed[v] = static_cast<int>(kept);
         mesh.lab[kept] = mesh.lab[v];
         for (std::size_t c = 0; c < channels; ++c)
             mesh.device[kept * channels + c] = mesh.device[v * channels + c];
         ++kept;
-    }
+    });
     mesh.lab.resize(kept);
     mesh.device.resize(kept * channels);
-    for (Triangle& t : mesh.triangles)
-        for (int& v : t)
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        for (int& v : mesh.triangles[f])
             v = renamed[static_cast<std::size_t>(v)];
+    });
 }
 
 } // namespace velmora

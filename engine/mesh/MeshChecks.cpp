@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MeshChecks.h"
 
+#include <engine/base/Parts.h>
+
 #include <algorithm>
 #include <numeric>
 #include <tuple>
@@ -8,13 +10,16 @@
 namespace velmora {
 namespace {
 
-bool indicesAreValid(const Mesh& mesh)
+bool indicesAreValid(const Mesh& mesh, const Task& task)
 {
     const int count = static_cast<int>(mesh.lab.size());
-    return std::all_of(mesh.triangles.begin(), mesh.triangles.end(), [count](const Triangle& t) {
+    bool valid = true;
+    const bool all = forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        const Triangle& t = mesh.triangles[f];
         const bool exist = std::all_of(t.begin(), t.end(), [count](int v) { return v >= 0 && v < count; });
-        return exist && t[0] != t[1] && t[1] != t[2] && t[2] != t[0];
+        valid = valid && exist && t[0] != t[1] && t[1] != t[2] && t[2] != t[0];
     });
+    return valid && all;
 }
 
 // An edge that starts at a vertex.
@@ -36,39 +41,62 @@ struct EdgeTable
 EdgeTable edgesByOrigin(const Mesh& mesh, const Task& task)
 {
     EdgeTable table;
-    table.first.assign(mesh.lab.size() + 1, 0);
-    for (const Triangle& t : mesh.triangles)
-        for (int v : t)
-            ++table.first[static_cast<std::size_t>(v) + 1];
+    // While the table is filled, first[v + 1] is the next place for an edge of v; at the end it is the first
+    // place for those of v + 1.
+    table.first.assign(mesh.lab.size() + 2, 0);
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        for (int v : mesh.triangles[f])
+            ++table.first[static_cast<std::size_t>(v) + 2];
+    });
     std::partial_sum(table.first.begin(), table.first.end(), table.first.begin());
-    table.edges.resize(mesh.triangles.size() * 3);
-    std::vector<int> next(table.first.begin(), table.first.end() - 1);
+    growInParts(table.edges, mesh.triangles.size() * 3, {}, task);
     for (std::size_t f = 0; f < mesh.triangles.size() && !task.isCancelled(); ++f)
         for (int e = 0; e < 3; ++e) {
             const Triangle& t = mesh.triangles[f];
-            const auto place = next[static_cast<std::size_t>(t[static_cast<std::size_t>(e)])]++;
+            const auto place = table.first[static_cast<std::size_t>(t[static_cast<std::size_t>(e)]) + 1]++;
             table.edges[static_cast<std::size_t>(place)] = {t[static_cast<std::size_t>((e + 1) % 3)],
                                                             static_cast<int>(f), e};
         }
+    table.first.pop_back();
     return table;
 }
 
 using Neighbours = std::vector<std::array<int, 3>>;
 
 // Closed: no edge occurs twice in the same direction, and each occurs in the opposite one, too.
-bool isClosed(EdgeTable table, const Neighbours& neighbours, const Task& task)
+bool isClosed(const EdgeTable& table, const Neighbours& neighbours, const Task& task)
 {
+    std::vector<int> ends;
     for (std::size_t v = 0; v + 1 < table.first.size() && !task.isCancelled(); ++v) {
-        const auto begin = table.edges.begin() + table.first[v];
-        const auto end = table.edges.begin() + table.first[v + 1];
-        std::sort(begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other < q.other; });
-        const auto twice = std::adjacent_find(
-            begin, end, [](const HalfEdge& p, const HalfEdge& q) { return p.other == q.other; });
-        if (twice != end)
+        ends.clear();
+        for (int e = table.first[v]; e < table.first[v + 1]; ++e)
+            ends.push_back(table.edges[static_cast<std::size_t>(e)].other);
+        std::sort(ends.begin(), ends.end());
+        if (std::adjacent_find(ends.begin(), ends.end()) != ends.end())
             return false;
     }
-    return std::all_of(neighbours.begin(), neighbours.end(),
-                       [](const std::array<int, 3>& n) { return n[0] >= 0 && n[1] >= 0 && n[2] >= 0; });
+    bool closed = true;
+    forEachIndex(neighbours.size(), task, [&](std::size_t f) {
+        const std::array<int, 3>& n = neighbours[f];
+        closed = closed && n[0] >= 0 && n[1] >= 0 && n[2] >= 0;
+    });
+    return closed;
+}
+
+Neighbours neighboursIn(const EdgeTable& table, const Mesh& mesh, const Task& task)
+{
+    Neighbours neighbours;
+    growInParts(neighbours, mesh.triangles.size(), {-1, -1, -1}, task);
+    for (std::size_t f = 0; f < mesh.triangles.size() && !task.isCancelled(); ++f)
+        for (std::size_t e = 0; e < 3; ++e) {
+            const int from = mesh.triangles[f][e];
+            const int to = mesh.triangles[f][(e + 1) % 3];
+            const auto begin = table.edges.begin() + table.first[static_cast<std::size_t>(to)];
+            const auto end = table.edges.begin() + table.first[static_cast<std::size_t>(to) + 1];
+            const auto back = std::find_if(begin, end, [from](const HalfEdge& c) { return c.other == from; });
+            neighbours[f][e] = back == end ? -1 : back->triangle;
+        }
+    return neighbours;
 }
 
 // Manifold: a walk around a vertex from triangle to triangle reaches all of its triangles.
@@ -119,28 +147,17 @@ int componentsOf(const Neighbours& neighbours, const Task& task)
 
 std::vector<std::array<int, 3>> triangleNeighbours(const Mesh& mesh, const Task& task)
 {
-    const EdgeTable table = edgesByOrigin(mesh, task);
-    std::vector<std::array<int, 3>> neighbours(mesh.triangles.size(), {-1, -1, -1});
-    for (std::size_t f = 0; f < mesh.triangles.size() && !task.isCancelled(); ++f)
-        for (std::size_t e = 0; e < 3; ++e) {
-            const int from = mesh.triangles[f][e];
-            const int to = mesh.triangles[f][(e + 1) % 3];
-            const auto begin = table.edges.begin() + table.first[static_cast<std::size_t>(to)];
-            const auto end = table.edges.begin() + table.first[static_cast<std::size_t>(to) + 1];
-            const auto back = std::find_if(begin, end, [from](const HalfEdge& c) { return c.other == from; });
-            neighbours[f][e] = back == end ? -1 : back->triangle;
-        }
-    return neighbours;
+    return neighboursIn(edgesByOrigin(mesh, task), mesh, task);
 }
 
 MeshTopology topology(const Mesh& mesh, const Task& task)
 {
     MeshTopology result;
-    result.indicesValid = indicesAreValid(mesh);
+    result.indicesValid = indicesAreValid(mesh, task);
     if (!result.indicesValid || mesh.triangles.empty())
         return result;
     const EdgeTable table = edgesByOrigin(mesh, task);
-    const Neighbours neighbours = triangleNeighbours(mesh, task);
+    const Neighbours neighbours = neighboursIn(table, mesh, task);
     result.closed = !task.isCancelled() && isClosed(table, neighbours, task);
     if (!result.closed)
         return result;

@@ -2,6 +2,7 @@
 #include "Outline.h"
 
 #include "MeshChecks.h"
+#include <engine/base/Parts.h>
 
 #include <polyclipping/clipper.hpp>
 
@@ -40,14 +41,13 @@ std::vector<Edge> silhouette(const Mesh& mesh, const std::vector<LatticePoint>& 
 }
 
 // As many edges start at each vertex as end there, so following them always returns to the start.
-std::vector<std::vector<int>> chained(const std::vector<Edge>& edges)
+std::vector<std::vector<int>> chained(const std::vector<Edge>& edges, const Task& task)
 {
     std::unordered_multimap<int, std::size_t> leaving;
-    for (std::size_t e = 0; e < edges.size(); ++e)
-        leaving.emplace(edges[e].from, e);
+    forEachIndex(edges.size(), task, [&](std::size_t e) { leaving.emplace(edges[e].from, e); });
     std::vector<bool> used(edges.size(), false);
     std::vector<std::vector<int>> loops;
-    for (std::size_t seed = 0; seed < edges.size(); ++seed) {
+    for (std::size_t seed = 0; seed < edges.size() && !task.isCancelled(); ++seed) {
         if (used[seed])
             continue;
         std::vector<int> loop;
@@ -102,13 +102,11 @@ bool unite(const ClipperLib::Paths& paths, ClipperLib::Paths& merged)
 
 std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
 {
-    const auto points = latticePoints(mesh);
+    const auto points = latticePoints(mesh, task);
     const auto edges = silhouette(mesh, points, task);
-    if (task.isCancelled())
-        return {};
     ClipperLib::Paths paths;
     std::map<std::pair<std::int64_t, std::int64_t>, int> vertexAt;
-    for (const auto& loop : chained(edges)) {
+    for (const auto& loop : chained(edges, task)) {
         ClipperLib::Path path;
         for (int v : loop) {
             const LatticePoint& p = points[static_cast<std::size_t>(v)];
@@ -119,6 +117,8 @@ std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
     }
     // Clipper catches std::bad_alloc and returns no paths. The second attempt may find memory.
     ClipperLib::Paths merged;
+    if (task.isCancelled())
+        return {};
     if (!unite(paths, merged))
         unite(paths, merged);
 
@@ -126,6 +126,8 @@ std::vector<OutlineLoop> outlineOf(const Mesh& mesh, const Task& task)
     for (const auto& path : merged) {
         OutlineLoop loop;
         for (const auto& x : path) {
+            if (task.isCancelled())
+                return outline;
             OutlinePoint point;
             const auto vertex = vertexAt.find({x.X, x.Y});
             if (vertex != vertexAt.end()) {

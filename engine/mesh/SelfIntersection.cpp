@@ -2,6 +2,7 @@
 #include "SelfIntersection.h"
 
 #include "Columns.h"
+#include <engine/base/Parts.h>
 
 #include <algorithm>
 #include <limits>
@@ -66,7 +67,8 @@ public:
     /// Incomplete if @p task is cancelled.
     EmbeddedFans(const Mesh& mesh, const std::vector<LatticePoint>& points, const Task& task)
     {
-        std::vector<Fan> fans(points.size());
+        std::vector<Fan> fans;
+        growInParts(fans, points.size(), {}, task);
         for (const Triangle& t : mesh.triangles) {
             if (task.isCancelled())
                 break;
@@ -77,8 +79,8 @@ public:
                 addTo(fans[static_cast<std::size_t>(t[i])], points, t[i], t[(i + 1) % 3], t[(i + 2) % 3],
                       turns);
         }
-        for (const Fan& fan : fans)
-            m_embedded.push_back(isEmbedded(fan));
+        m_embedded.resize(points.size());
+        forEachIndex(fans.size(), task, [&](std::size_t v) { m_embedded[v] = isEmbedded(fans[v]); });
     }
 
     bool at(int vertex) const { return m_embedded[static_cast<std::size_t>(vertex)] != 0; }
@@ -207,42 +209,42 @@ public:
             m_counts[i] = (extent[i] >> m_shift) + 1;
     }
 
-    // Number of entries in all lists.
-    std::size_t entriesOf(const std::vector<Bounds>& bounds) const
+    // Number of entries in all lists; fewer if the task is cancelled.
+    std::size_t entriesOf(const std::vector<Bounds>& bounds, const Task& task) const
     {
         std::size_t sum = 0;
-        for (const Bounds& b : bounds) {
+        forEachIndex(bounds.size(), task, [&](std::size_t f) {
+            const Bounds& b = bounds[f];
             std::size_t cells = 1;
             for (std::size_t i = 0; i < 3; ++i)
                 cells *= static_cast<std::size_t>(((b.high[i] - m_origin[i]) >> m_shift) -
                                                   ((b.low[i] - m_origin[i]) >> m_shift) + 1);
             sum += cells;
-        }
+        });
         return sum;
     }
 
     /// Incomplete if @p task is cancelled.
     void fill(const std::vector<Bounds>& bounds, const Task& task)
     {
-        m_first.assign(static_cast<std::size_t>(m_counts[0]) * static_cast<std::size_t>(m_counts[1]) *
-                               static_cast<std::size_t>(m_counts[2]) +
-                           1,
-                       0);
-        for (const Bounds& b : bounds) {
-            if (task.isCancelled())
-                return;
-            forCells(b, [&](std::size_t cell, unsigned) { ++m_first[cell + 1]; });
-        }
-        std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
-        m_entries.resize(m_first.back());
-        std::vector<std::uint32_t> next(m_first.begin(), m_first.end() - 1);
+        const std::size_t cells = static_cast<std::size_t>(m_counts[0]) *
+                                  static_cast<std::size_t>(m_counts[1]) *
+                                  static_cast<std::size_t>(m_counts[2]);
+        // While the lists are filled, m_first[cell + 1] is the next place in the list of the cell; at the end
+        // it is the first place of the next list.
+        growInParts(m_first, cells + 2, 0u, task);
+        for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
+            forCells(bounds[f], [&](std::size_t cell, unsigned) { ++m_first[cell + 2]; });
+        if (!forEachIndex(cells + 1, task, [this](std::size_t i) { m_first[i + 1] += m_first[i]; }))
+            return;
+        growInParts(m_entries, m_first.back(), {}, task);
         for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
             forCells(bounds[f], [&](std::size_t cell, unsigned begins) {
-                m_entries[next[cell]++] = {static_cast<std::uint32_t>(f) & 0x1fffffffu, begins & 7u};
+                m_entries[m_first[cell + 1]++] = {static_cast<std::uint32_t>(f) & 0x1fffffffu, begins & 7u};
             });
     }
 
-    std::size_t size() const { return m_first.size() - 1; }
+    std::size_t size() const { return m_first.size() - 2; }
     std::span<const Entry> in(std::size_t cell) const
     {
         return {m_entries.data() + m_first[cell], m_first[cell + 1] - m_first[cell]};
@@ -295,17 +297,18 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
 {
     if (mesh.triangles.empty())
         return {0, true};
-    const auto points = latticePoints(mesh);
+    const auto points = latticePoints(mesh, task);
     const auto pointsOf = [&](std::size_t f) {
         const Triangle& t = mesh.triangles[f];
         return TrianglePoints{points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                               points[static_cast<std::size_t>(t[2])]};
     };
-    std::vector<Bounds> bounds(mesh.triangles.size());
+    std::vector<Bounds> bounds;
+    growInParts(bounds, mesh.triangles.size(), {}, task);
     for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
         bounds[f] = boundsOf(pointsOf(f));
     CellLists cells(bounds, boundsOf(points));
-    if (cells.entriesOf(bounds) > effort.entries)
+    if (cells.entriesOf(bounds, task) > effort.entries)
         return {};
     cells.fill(bounds, task);
     const EmbeddedFans fans(mesh, points, task);
@@ -326,7 +329,9 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
         inCell.clear();
         for (const CellLists::Entry& e : entries)
             inCell.push_back(bounds[e.triangle]);
-        for (std::size_t i = 0; i < entries.size(); ++i)
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (task.isCancelled())
+                return search;
             for (std::size_t j = i + 1; j < entries.size(); ++j) {
                 const bool here = (entries[i].begins | entries[j].begins) == 7;
                 if (!here || !overlap(inCell[i], inCell[j]))
@@ -336,6 +341,7 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
                     intersect(pointsOf(f), pointsOf(g)) && ++search.intersections >= maxCount)
                     return search;
             }
+        }
     }
     search.isComplete = true;
     return search;

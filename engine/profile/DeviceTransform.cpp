@@ -3,6 +3,7 @@
 
 #include "CmsContext.h"
 #include "IccTables.h"
+#include "ProfileReader.h"
 
 #include <algorithm>
 
@@ -16,10 +17,10 @@ bool isInRange(Vec3 p)
 
 } // namespace
 
-// Each channel beyond the eighth doubles the time of a transform: interpolation reads 2^n table nodes.
+// Each channel beyond the sixth doubles the time of a transform: interpolation reads 2^n table nodes.
 std::size_t DeviceTransform::blockSize() const
 {
-    return maxBlock >> std::clamp(channels() - 8, 0, 6);
+    return maxBlock >> std::clamp(channels() - 6, 0, 9);
 }
 
 Result<std::vector<Vec3>> DeviceTransform::toLab(std::span<const float> device, const Task& task) const
@@ -27,6 +28,8 @@ Result<std::vector<Vec3>> DeviceTransform::toLab(std::span<const float> device, 
     const auto stride = static_cast<std::size_t>(channels());
     const std::size_t count = device.size() / stride;
     const std::size_t block = blockSize();
+    if (task.isCancelled()) // the list of colours may be incomplete, or even empty
+        return failure(KVProblemCode::Cancelled);
     std::vector<Vec3> lab(count);
     for (std::size_t done = 0; done < count; done += block) {
         if (task.isCancelled())
@@ -192,18 +195,16 @@ Result<CmsTransform> labTransform(const CmsContext& context, cmsHPROFILE device,
     return context.failure(KVProblemCode::NoTransform, KVProblemCode::NoTransformBecause);
 }
 
-} // namespace
-
-Result<std::unique_ptr<DeviceTransform>> DeviceTransform::create(const QByteArray& profile, int intent,
-                                                                 bool blackPointCompensation)
+Result<std::unique_ptr<DeviceTransform>> readTransform(const QByteArray& profile, int intent,
+                                                       bool blackPointCompensation, const Task& task)
 {
     if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC)
         return failure(KVProblemCode::UnknownIntent, {QString::number(intent)});
     auto context = std::make_unique<CmsContext>();
     if (context->hasRunOutOfMemory())
         return failure(KVProblemCode::OutOfMemory);
-    const CmsProfile device(cmsOpenProfileFromMemTHR(context->get(), profile.constData(),
-                                                     static_cast<cmsUInt32Number>(profile.size())));
+    ProfileReader reader(*context, profile, task);
+    const CmsProfile device = reader.open();
     if (!device)
         return context->failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
     if (const auto checked = checkClass(cmsGetDeviceClass(device.get())); !checked)
@@ -223,6 +224,17 @@ Result<std::unique_ptr<DeviceTransform>> DeviceTransform::create(const QByteArra
     const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
     return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(*transform), channels,
                                                 describe(space, channels), fullScale);
+}
+
+} // namespace
+
+Result<std::unique_ptr<DeviceTransform>>
+DeviceTransform::create(const QByteArray& profile, int intent, bool blackPointCompensation, const Task& task)
+{
+    auto transform = readTransform(profile, intent, blackPointCompensation, task);
+    if (task.isCancelled()) // the profile could not be read for this reason
+        return failure(KVProblemCode::Cancelled);
+    return transform;
 }
 
 } // namespace velmora

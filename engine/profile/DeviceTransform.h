@@ -29,9 +29,9 @@ enum class ChannelKind
 class DeviceTransform
 {
 public:
-    /// Fails if no gamut can be computed for the profile.
+    /// Fails if no gamut can be computed for the profile, or if @p task is cancelled.
     [[nodiscard]] static Result<std::unique_ptr<DeviceTransform>>
-    create(const QByteArray& profile, int intent, bool blackPointCompensation);
+    create(const QByteArray& profile, int intent, bool blackPointCompensation, const Task& task = {});
     virtual ~DeviceTransform() = default;
 
     virtual int channels() const = 0; ///< 3..15
@@ -49,8 +49,8 @@ protected:
     /// Converts @p count device colours, at most maxBlock, to @p lab.
     virtual void convertBlock(const float* block, Vec3* lab, std::size_t count) const = 0;
 
-    /// Colours between two checks for cancellation: 1 to 3 ms in Little CMS, about 20 ms with very many
-    /// channels.
+    /// Colours between two checks for cancellation with up to six channels, with more channels fewer: 1 to 3
+    /// ms in Little CMS.
     static constexpr std::size_t maxBlock = 4096;
 
 private:

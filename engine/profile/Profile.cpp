@@ -3,6 +3,7 @@
 
 #include "CmsContext.h"
 #include "IccTables.h"
+#include "ProfileReader.h"
 #include <engine/base/Result.h>
 
 #include <QtCore/QFile>
@@ -33,8 +34,9 @@ Result<void> checkProfile(const QByteArray& bytes)
     const velmora::CmsContext context;
     if (context.hasRunOutOfMemory())
         return failure(KVProblemCode::OutOfMemory);
-    const velmora::CmsProfile opened(cmsOpenProfileFromMemTHR(context.get(), bytes.constData(),
-                                                              static_cast<cmsUInt32Number>(bytes.size())));
+    const velmora::Task task;
+    velmora::ProfileReader reader(context, bytes, task);
+    const velmora::CmsProfile opened = reader.open();
     if (opened && !context.hasRunOutOfMemory())
         return {};
     return context.failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DeviceCubeMesh.h"
 
+#include <engine/base/Parts.h>
+
 #include <array>
 
 namespace velmora {
@@ -10,29 +12,45 @@ namespace {
 class CubeVertices
 {
 public:
-    explicit CubeVertices(std::size_t n) : m_n(n), m_at(n * n * n, -1)
+    explicit CubeVertices(std::size_t n) : m_n(n) {}
+
+    std::size_t count() const { return 2 * m_n * m_n + (m_n - 2) * ofRing(); }
+
+    // Calls visit(i, j, k) for the vertices in their order; not for all of them if the task is cancelled.
+    template <typename Visit>
+    void forEach(const Task& task, const Visit& visit) const
     {
-        const std::size_t last = n - 1;
-        for (std::size_t i = 0; i < n; ++i)
-            for (std::size_t j = 0; j < n; ++j) {
-                const bool rim = i == 0 || i == last || j == 0 || j == last;
-                for (std::size_t k = 0; k < n; k += rim ? 1 : last) {
-                    m_at[(i * n + j) * n + k] = static_cast<int>(m_nodes.size());
-                    m_nodes.push_back({i, j, k});
-                }
-            }
+        const std::size_t last = m_n - 1;
+        forEachIndex(m_n * m_n, task, [&](std::size_t row) {
+            const std::size_t i = row / m_n, j = row % m_n;
+            const bool rim = i == 0 || i == last || j == 0 || j == last;
+            for (std::size_t k = 0; k < m_n; k += rim ? 1 : last)
+                visit(i, j, k);
+        });
     }
 
-    const std::vector<std::array<std::size_t, 3>>& nodes() const { return m_nodes; }
-    int at(std::size_t i, std::size_t j, std::size_t k) const { return m_at[(i * m_n + j) * m_n + k]; }
+    // The place of a node on the surface in that order.
+    int at(std::size_t i, std::size_t j, std::size_t k) const
+    {
+        const std::size_t last = m_n - 1;
+        if (i == 0)
+            return static_cast<int>(j * m_n + k);
+        const std::size_t before = m_n * m_n + (i - 1) * ofRing();
+        if (i == last)
+            return static_cast<int>(before + j * m_n + k);
+        if (j == 0)
+            return static_cast<int>(before + k);
+        return static_cast<int>(before + m_n + 2 * (j - 1) + (j == last || k == 0 ? k : 1));
+    }
 
 private:
+    // Nodes on the rim of a square: between the two ends of the cube only those are on its surface.
+    std::size_t ofRing() const { return 4 * (m_n - 1); }
+
     std::size_t m_n;
-    std::vector<int> m_at;
-    std::vector<std::array<std::size_t, 3>> m_nodes;
 };
 
-std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n)
+std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n, const Task& task)
 {
     const std::size_t last = n - 1;
     std::vector<Triangle> triangles;
@@ -49,7 +67,7 @@ std::vector<Triangle> cubeTriangles(const CubeVertices& vertices, std::size_t n)
     };
     for (int axis = 0; axis < 3; ++axis)
         for (std::size_t level : {std::size_t(0), last})
-            for (std::size_t u = 0; u < last; ++u)
+            for (std::size_t u = 0; u < last && !task.isCancelled(); ++u)
                 for (std::size_t v = 0; v < last; ++v) {
                     const auto vertex = [&](std::size_t i, std::size_t j) {
                         return axis == 0   ? vertices.at(level, i, j)
@@ -68,36 +86,34 @@ Result<Mesh> deviceCubeMesh(const DeviceTransform& transform, const DeviceNodes&
 {
     const auto n = nodes.front().size();
     const CubeVertices vertices(n);
-    if (task.isCancelled()) // up to two million nodes are numbered
-        return failure(KVProblemCode::Cancelled);
     Mesh mesh;
     mesh.channels = 3;
-    for (const auto& [i, j, k] : vertices.nodes())
+    mesh.device.reserve(3 * vertices.count());
+    vertices.forEach(task, [&](std::size_t i, std::size_t j, std::size_t k) {
         mesh.device.insert(mesh.device.end(), {nodes[0][i], nodes[1][j], nodes[2][k]});
+    });
     const auto lab = transform.toLab(mesh.device, task);
     if (!lab)
         return failure(lab);
-    mesh.lab.reserve(lab->size());
-    for (const Vec3& p : *lab)
-        mesh.lab.push_back(snapped(p));
+    mesh.lab = snappedAll(*lab, task);
+    mesh.triangles = cubeTriangles(vertices, n, task);
     if (task.isCancelled())
         return failure(KVProblemCode::Cancelled);
-    mesh.triangles = cubeTriangles(vertices, n);
     return mesh;
 }
 
-Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count)
+Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count, const Task& task)
 {
     const CubeVertices all(nodesPerAxis), kept(count);
     const auto place = [=](std::size_t i) { return thinnedPlace(i, nodesPerAxis, count); };
     Mesh thin;
     thin.channels = mesh.channels;
-    for (const auto& [i, j, k] : kept.nodes()) {
+    kept.forEach(task, [&](std::size_t i, std::size_t j, std::size_t k) {
         const int vertex = all.at(place(i), place(j), place(k));
         thin.lab.push_back(mesh.lab[static_cast<std::size_t>(vertex)]);
         thin.device.insert(thin.device.end(), mesh.deviceOf(vertex), mesh.deviceOf(vertex) + mesh.channels);
-    }
-    thin.triangles = cubeTriangles(kept, count);
+    });
+    thin.triangles = cubeTriangles(kept, count, task);
     return thin;
 }
 

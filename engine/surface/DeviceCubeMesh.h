@@ -16,7 +16,8 @@ namespace velmora {
                                           const Task& task);
 
 /// The result of deviceCubeMesh() for the nodes that thinnedAxis() keeps, @p count of @p nodesPerAxis. Needs
-/// no transform: its vertices are a subset of those of @p mesh.
-[[nodiscard]] Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count);
+/// no transform: its vertices are a subset of those of @p mesh. Incomplete if @p task is cancelled.
+[[nodiscard]] Mesh thinnedCubeMesh(const Mesh& mesh, std::size_t nodesPerAxis, std::size_t count,
+                                   const Task& task = {});
 
 } // namespace velmora

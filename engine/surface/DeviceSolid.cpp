@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DeviceSolid.h"
 
+#include <engine/base/Parts.h>
+
 #include <algorithm>
 #include <limits>
 #include <numeric>
@@ -9,13 +11,15 @@
 namespace velmora {
 namespace {
 
-// Appends the tetrahedra of one three-dimensional face, whose points start at `base`.
-void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::array<int, 3> counts)
+// Appends the tetrahedra of one three-dimensional face, whose points start at `base`. Incomplete if the task
+// is cancelled.
+void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::array<int, 3> counts,
+                   const Task& task)
 {
     const std::array<int, 3> stride{counts[1] * counts[2], counts[2], 1};
     constexpr std::array<std::array<std::size_t, 2>, 6> orders{
         {{0, 1}, {1, 2}, {2, 0}, {1, 0}, {2, 1}, {0, 2}}};
-    for (int i = 0; i + 1 < counts[0]; ++i)
+    for (int i = 0; i + 1 < counts[0] && !task.isCancelled(); ++i)
         for (int j = 0; j + 1 < counts[1]; ++j)
             for (int k = 0; k + 1 < counts[2]; ++k) {
                 const int low = base + i * stride[0] + j * stride[1] + k * stride[2];
@@ -28,14 +32,16 @@ void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::a
 }
 
 // The device colours of one three-dimensional face: the free channels take all nodes, the others the bits of
-// a corner.
+// a corner. Incomplete if the task is cancelled.
 void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned corner,
-                std::array<std::size_t, 3> free)
+                std::array<std::size_t, 3> free, const Task& task)
 {
     std::vector<float> colour(nodes.size());
     for (std::size_t c = 0; c < nodes.size(); ++c)
         colour[c] = static_cast<float>(corner >> c & 1u);
-    for (float x : nodes[free[0]])
+    for (float x : nodes[free[0]]) {
+        if (task.isCancelled())
+            return;
         for (float y : nodes[free[1]])
             for (float z : nodes[free[2]]) {
                 colour[free[0]] = x;
@@ -43,6 +49,7 @@ void addColours(std::vector<float>& device, const DeviceNodes& nodes, unsigned c
                 colour[free[2]] = z;
                 device.insert(device.end(), colour.begin(), colour.end());
             }
+    }
 }
 
 } // namespace
@@ -149,8 +156,9 @@ Result<DeviceSolid> deviceSolid(const DeviceTransform& transform, const DeviceNo
                         continue;
                     addTetrahedra(solid.tetrahedra, static_cast<int>(solid.device.size() / n),
                                   {static_cast<int>(nodes[u].size()), static_cast<int>(nodes[v].size()),
-                                   static_cast<int>(nodes[w].size())});
-                    addColours(solid.device, nodes, corner, {u, v, w});
+                                   static_cast<int>(nodes[w].size())},
+                                  task);
+                    addColours(solid.device, nodes, corner, {u, v, w}, task);
                 }
     auto points = transform.toLab(solid.device, task);
     if (!points)
@@ -233,7 +241,7 @@ private:
     bool m_degenerate = false;
 };
 
-constexpr std::size_t tetrahedraBetweenChecks = 4096;
+constexpr std::size_t tetrahedraBetweenChecks = 256;
 // Rounding may leave a gap of this size between adjacent tetrahedra.
 constexpr float minGap = 1e-4f;
 
@@ -287,10 +295,14 @@ private:
     }
 };
 
-// The intervals of lines in single tetrahedra, and how many each line has.
+// The intervals of lines in single tetrahedra, and how many each line has. In blocks, because to move
+// millions of them to a larger list would take too long.
 struct Hits
 {
-    std::vector<Hit> all;
+    static constexpr std::size_t maxBlock = 16'384;
+
+    std::vector<std::vector<Hit>> blocks;
+    std::size_t count = 0;
     std::vector<std::uint32_t> ofLine;
 
     explicit Hits(const LineGrid& grid) : ofLine(grid.size()) {}
@@ -311,22 +323,32 @@ struct Hits
                     continue;
                 const auto line = static_cast<std::uint32_t>(j) * static_cast<std::uint32_t>(grid.na) +
                                   static_cast<std::uint32_t>(i);
-                all.push_back({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
-                ++ofLine[line];
+                add({line, {static_cast<float>(low), static_cast<float>(high), name, name}});
             }
+    }
+
+private:
+    void add(const Hit& hit)
+    {
+        if (count % maxBlock == 0)
+            blocks.emplace_back().reserve(maxBlock);
+        blocks.back().push_back(hit);
+        ++count;
+        ++ofLine[hit.line];
     }
 };
 
-// Sorts the hits by line, in the order of the tetrahedra within a line.
-LineIntervals byLine(const Hits& hits)
+// Sorts the hits by line, in the order of the tetrahedra within a line. Incomplete if the task is cancelled.
+LineIntervals byLine(const Hits& hits, const Task& task)
 {
     LineIntervals result;
     result.first.assign(hits.ofLine.size() + 1, 0);
     std::partial_sum(hits.ofLine.begin(), hits.ofLine.end(), result.first.begin() + 1);
-    result.intervals.resize(hits.all.size());
+    growInParts(result.intervals, hits.count, {}, task);
     std::vector<std::uint32_t> next(result.first.begin(), result.first.end() - 1);
-    for (const Hit& h : hits.all)
-        result.intervals[next[h.line]++] = h.interval;
+    for (const auto& block : hits.blocks)
+        forEachIndex(block.size(), task,
+                     [&](std::size_t i) { result.intervals[next[block[i].line]++] = block[i].interval; });
     return result;
 }
 
@@ -335,7 +357,7 @@ Result<void> mergeEachLine(LineIntervals& lines, const Task& task)
 {
     std::uint32_t kept = 0;
     for (std::size_t line = 0; line + 1 < lines.first.size(); ++line) {
-        if (line % tetrahedraBetweenChecks == 0 && task.isCancelled())
+        if (task.isCancelled())
             return failure(KVProblemCode::Cancelled);
         const std::span<Interval> ofLine(lines.intervals.data() + lines.first[line],
                                          lines.first[line + 1] - lines.first[line]);
@@ -361,13 +383,13 @@ Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
     for (std::size_t t = 0; t < tetrahedra.size(); ++t) {
         if (t % tetrahedraBetweenChecks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        if (hits.all.size() > maxHits)
+        if (hits.count > maxHits)
             return failure(KVProblemCode::TooManyOverlaps);
         const auto& [p, q, r, s] = tetrahedra[t];
         hits.add(static_cast<std::int32_t>(t), point(p), point(q), point(r), point(s), grid);
     }
-    budget.left -= std::min(budget.left, hits.all.size());
-    LineIntervals lines = byLine(hits);
+    budget.left -= std::min(budget.left, hits.count);
+    LineIntervals lines = byLine(hits, task);
     if (const auto merged = mergeEachLine(lines, task); !merged)
         return failure(merged);
     return lines;

@@ -46,7 +46,7 @@ DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
 
 Result<WindingCheck> windingOf(const Mesh& mesh, const Task& task)
 {
-    const LatticeBox box = boundsOf(latticePoints(mesh));
+    const LatticeBox box = boundsOf(latticePoints(mesh, task));
     const double extent = std::max(box.high.a - box.low.a, box.high.b - box.low.b) / latticeScale;
     const double pitch = std::min(2.0, std::max(extent, 0.1) / 64.0);
     const ColumnGrid grid = columnsOver(box, pitch);
@@ -81,10 +81,10 @@ Result<bool> isSimple(const Mesh& mesh, CoincidentSheets coincident, const Task&
     return hasIntersections(mesh, task).map([](bool intersects) { return !intersects; });
 }
 
-void faceOutwards(Mesh& mesh)
+void faceOutwards(Mesh& mesh, const Task& task)
 {
-    if (signedVolume(mesh) < 0.0)
-        flip(mesh);
+    if (signedVolume(mesh, task) < 0.0)
+        flip(mesh, task);
 }
 
 class Builder
@@ -130,7 +130,7 @@ private:
         auto mesh = deviceCubeMesh(m_transform, m_nodes, m_task.part(0.25, 0.4));
         if (!mesh)
             return failure(mesh);
-        faceOutwards(*mesh);
+        faceOutwards(*mesh, m_task);
         if (folds->foldShare > maxFoldShare)
             return false;
         auto simple = isSimple(*mesh, CoincidentSheets::Allowed, m_task);
@@ -138,7 +138,7 @@ private:
             return simple;
         m_task.setProgress(0.6);
         const std::size_t nodes = m_nodes.front().size();
-        const Mesh coarse = thinnedCubeMesh(*mesh, nodes, halfOf(nodes));
+        const Mesh coarse = thinnedCubeMesh(*mesh, nodes, halfOf(nodes), m_task);
         take(std::move(*mesh), coarse, KVGamut::Method::DeviceMesh);
         return true;
     }
@@ -221,7 +221,7 @@ private:
             return failure(covered);
         if (*covered < minVolume)
             return failure(KVProblemCode::TooSmall);
-        if (std::abs(signedVolume(hull) - *covered) > concavityTolerance * *covered)
+        if (std::abs(signedVolume(hull, m_task) - *covered) > concavityTolerance * *covered)
             return false;
         return isSimple(hull, CoincidentSheets::Allowed, m_task);
     }
@@ -255,7 +255,7 @@ private:
         const auto coarse = latticeSurface(half, 2.0 * *pitch, m_castBudget, m_task.part(0.72, 0.75));
         if (!coarse)
             return failure(coarse);
-        removeTinyComponents(*mesh);
+        removeTinyComponents(*mesh, m_task);
         const auto intersects = hasIntersections(*mesh, m_task);
         if (!intersects)
             return failure(intersects);
@@ -274,6 +274,8 @@ private:
         for (int i = 0; i < m_request.refinements; ++i) {
             if (m_record.method == KVGamut::Method::LatticeSurface)
                 return {};
+            if (m_task.isCancelled())
+                return failure(KVProblemCode::Cancelled);
             Mesh finer = m_record.mesh;
             const Task task = m_task.part(0.75 + 0.05 * i / rounds, 0.75 + 0.05 * (i + 1) / rounds);
             auto refined = refine(finer, m_transform, std::max(0.0, m_request.maxEdge), 1, task);
@@ -314,10 +316,10 @@ private:
     // difference between both (Richardson extrapolation). Half of it allows for deviations from that law.
     void take(Mesh mesh, const Mesh& coarse, KVGamut::Method method)
     {
-        const double volume = signedVolume(mesh);
+        const double volume = signedVolume(mesh, m_task);
         const double common = commonError(method);
         m_record.volumeUncertainty =
-            0.5 * std::abs(volume - std::abs(signedVolume(coarse))) + common * volume;
+            0.5 * std::abs(volume - std::abs(signedVolume(coarse, m_task))) + common * volume;
         m_record.mesh = std::move(mesh);
         m_record.method = method;
     }
@@ -405,7 +407,10 @@ int effectiveGridPoints(int requested, int channels)
 Result<GamutRecord> buildGamut(const DeviceTransform& transform, const GamutRequest& request,
                                const Task& task)
 {
-    return Builder(transform, request, task).run();
+    auto record = Builder(transform, request, task).run();
+    if (task.isCancelled()) // a step that is not complete may fail for some other reason
+        return failure(KVProblemCode::Cancelled);
+    return record;
 }
 
 } // namespace velmora

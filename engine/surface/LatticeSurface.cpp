@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LatticeSurface.h"
 
+#include <engine/base/Parts.h>
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
 
@@ -117,14 +118,19 @@ private:
     LineGrid m_grid;
 };
 
-// Calls visit(node, index of the node) for all nodes that have a neighbour in the direction.
+// Calls visit(node, index of the node) for all nodes that have a neighbour in the direction. False if the
+// task was cancelled before.
 template <typename Visit>
-void forEdges(const Lattice& lattice, const Step& d, const Visit& visit)
+bool forEdges(const Lattice& lattice, const Step& d, const Task& task, const Visit& visit)
 {
     for (int i = 0; i + d[0] < lattice.counts[0]; ++i)
-        for (int j = 0; j + d[1] < lattice.counts[1]; ++j)
+        for (int j = 0; j + d[1] < lattice.counts[1]; ++j) {
+            if (task.isCancelled())
+                return false;
             for (int k = 0; k + d[2] < lattice.counts[2]; ++k)
                 visit(Step{i, j, k}, lattice.node(i, j, k));
+        }
+    return true;
 }
 
 class Marcher
@@ -141,16 +147,18 @@ public:
         std::vector<Vec3> points(m_solid.points.size());
         for (std::size_t d = 0; d < directions.size(); ++d) {
             const Lines lines(m_lattice, directions[d]);
-            std::transform(m_solid.points.begin(), m_solid.points.end(), points.begin(),
-                           [&lines](Vec3 p) { return lines.sheared(p); });
+            forEachIndex(points.size(), task,
+                         [&](std::size_t i) { points[i] = lines.sheared(m_solid.points[i]); });
             const auto intervals = castThrough(points, tetrahedra, lines.grid(), budget, task);
             if (!intervals)
                 return failure(intervals);
             if (d == 0)
-                occupy(lines, *intervals);
-            addVertices(d, lines, *intervals, tetrahedra);
+                occupy(lines, *intervals, task);
+            addVertices(d, lines, *intervals, tetrahedra, task);
             if (d == 0)
-                keepTetrahedraAtSurface(tetrahedra);
+                keepTetrahedraAtSurface(tetrahedra, task);
+            if (task.isCancelled())
+                return failure(KVProblemCode::Cancelled);
             task.setProgress(double(d + 1) / double(directions.size() + 1));
         }
         return {};
@@ -158,13 +166,9 @@ public:
 
     Result<void> march(const Task& task)
     {
-        for (int i = 0; i + 1 < m_lattice.counts[0]; ++i) {
-            if (task.isCancelled())
-                return failure(KVProblemCode::Cancelled);
-            for (int j = 0; j + 1 < m_lattice.counts[1]; ++j)
-                for (int k = 0; k + 1 < m_lattice.counts[2]; ++k)
-                    marchCell(m_lattice.node(i, j, k));
-        }
+        const auto marchOne = [this](const Step&, std::size_t node) { marchCell(node); };
+        if (!forEdges(m_lattice, {1, 1, 1}, task, marchOne))
+            return failure(KVProblemCode::Cancelled);
         return {};
     }
 
@@ -177,10 +181,11 @@ private:
         int vertex;
     };
 
-    void occupy(const Lines& lines, const LineIntervals& columns)
+    // Incomplete if the task is cancelled, as the next two.
+    void occupy(const Lines& lines, const LineIntervals& columns, const Task& task)
     {
-        m_occupied.assign(m_lattice.size(), 0);
-        for (int j = 0; j < m_lattice.counts[1]; ++j)
+        growInParts(m_occupied, m_lattice.size(), '\0', task);
+        for (int j = 0; j < m_lattice.counts[1] && !task.isCancelled(); ++j)
             for (int k = 0; k < m_lattice.counts[2]; ++k) {
                 const std::size_t line = lines.lineOf({0, j, k});
                 for (std::uint32_t s = columns.first[line]; s < columns.first[line + 1]; ++s) {
@@ -197,11 +202,12 @@ private:
 
     // After the first direction only tetrahedra near the surface matter: removes those that overlap no cell
     // with nodes both inside and outside.
-    void keepTetrahedraAtSurface(std::vector<std::array<int, 4>>& tetrahedra)
+    void keepTetrahedraAtSurface(std::vector<std::array<int, 4>>& tetrahedra, const Task& task)
     {
-        std::vector<char> atSurface(m_lattice.size(), 0); // of the cell above each node
+        std::vector<char> atSurface; // of the cell above each node
+        growInParts(atSurface, m_lattice.size(), '\0', task);
         const Step last{m_lattice.counts[0] - 1, m_lattice.counts[1] - 1, m_lattice.counts[2] - 1};
-        forEdges(m_lattice, {1, 1, 1}, [&](const Step&, std::size_t node) {
+        forEdges(m_lattice, {1, 1, 1}, task, [&](const Step&, std::size_t node) {
             int sum = 0;
             for (std::size_t corner : cellCorners())
                 sum += m_occupied[node + corner];
@@ -213,7 +219,7 @@ private:
                         std::clamp(static_cast<int>(x.a), 0, last[1]),
                         std::clamp(static_cast<int>(x.b), 0, last[2])};
         };
-        std::erase_if(tetrahedra, [&](const std::array<int, 4>& t) {
+        const auto isAtSurface = [&](const std::array<int, 4>& t) {
             Vec3 low = m_solid.points[static_cast<std::size_t>(t[0])], high = low;
             for (int v : t) {
                 const Vec3& p = m_solid.points[static_cast<std::size_t>(v)];
@@ -225,9 +231,15 @@ private:
                 for (int j = from[1]; j <= to[1]; ++j)
                     for (int k = from[2]; k <= to[2]; ++k)
                         if (atSurface[m_lattice.node(i, j, k)])
-                            return false;
-            return true;
+                            return true;
+            return false;
+        };
+        std::size_t kept = 0;
+        forEachIndex(tetrahedra.size(), task, [&](std::size_t t) {
+            if (isAtSurface(tetrahedra[t]))
+                tetrahedra[kept++] = tetrahedra[t];
         });
+        tetrahedra.resize(kept);
     }
 
     std::array<std::size_t, 8> cellCorners() const
@@ -239,11 +251,11 @@ private:
     }
 
     void addVertices(std::size_t direction, const Lines& lines, const LineIntervals& intervals,
-                     const std::vector<std::array<int, 4>>& tetrahedra)
+                     const std::vector<std::array<int, 4>>& tetrahedra, const Task& task)
     {
         const Step& d = directions[direction];
         const std::size_t offset = m_lattice.offset(d);
-        forEdges(m_lattice, d, [&](const Step& n, std::size_t node) {
+        forEdges(m_lattice, d, task, [&](const Step& n, std::size_t node) {
             if (m_occupied[node] == m_occupied[node + offset])
                 return;
             const double from = lines.placeOf(n);
@@ -424,20 +436,20 @@ Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget&
                     trial * std::sqrt(double(mesh->triangles.size()) / faces));
 }
 
-void removeTinyComponents(Mesh& mesh)
+void removeTinyComponents(Mesh& mesh, const Task& task)
 {
-    const auto neighbours = triangleNeighbours(mesh);
+    const auto neighbours = triangleNeighbours(mesh, task);
     std::vector<int> part(mesh.triangles.size(), -1);
     std::vector<double> volumes;
     std::vector<std::size_t> open;
-    for (std::size_t seed = 0; seed < part.size(); ++seed) {
+    for (std::size_t seed = 0; seed < part.size() && !task.isCancelled(); ++seed) {
         if (part[seed] >= 0)
             continue;
         const auto name = static_cast<int>(volumes.size());
         double volume = 0.0;
         part[seed] = name;
         open.assign(1, seed);
-        while (!open.empty()) {
+        while (!open.empty() && !task.isCancelled()) {
             const std::size_t f = open.back();
             open.pop_back();
             const auto corner = [&](std::size_t i) {
@@ -453,13 +465,14 @@ void removeTinyComponents(Mesh& mesh)
         volumes.push_back(volume);
     }
     constexpr double minShare = 1e-4;
-    const double minComponent = minShare * signedVolume(mesh);
+    const double minComponent = minShare * signedVolume(mesh, task);
     std::vector<Triangle> kept;
-    for (std::size_t f = 0; f < part.size(); ++f)
+    forEachIndex(part.size(), task, [&](std::size_t f) {
         if (std::abs(volumes[static_cast<std::size_t>(part[f])]) >= minComponent)
             kept.push_back(mesh.triangles[f]);
+    });
     mesh.triangles = std::move(kept);
-    dropUnusedVertices(mesh);
+    dropUnusedVertices(mesh, task);
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RadialHull.h"
 
+#include <engine/base/Parts.h>
 #include <engine/mesh/ConvexHull.h>
 
 #include <algorithm>
@@ -13,24 +14,32 @@ namespace {
 
 constexpr double exponent = 0.05;
 
+// If the task of one of these functions is cancelled, its result has no meaning.
+
 // Centre of the samples' bounding box.
-Vec3 centreOf(const std::vector<Vec3>& points)
+Vec3 centreOf(const std::vector<Vec3>& points, const Task& task)
 {
     Vec3 low = points.front();
     Vec3 high = points.front();
-    for (const Vec3& p : points) {
+    forEachIndex(points.size(), task, [&](std::size_t i) {
+        const Vec3& p = points[i];
         low = {std::min(low.L, p.L), std::min(low.a, p.a), std::min(low.b, p.b)};
         high = {std::max(high.L, p.L), std::max(high.a, p.a), std::max(high.b, p.b)};
-    }
+    });
     return 0.5 * (low + high);
 }
 
-// Incomplete if the task is cancelled.
+double maxDistance(const std::vector<Vec3>& points, Vec3 centre, const Task& task)
+{
+    double distance = 0.0;
+    forEachIndex(points.size(), task,
+                 [&](std::size_t i) { distance = std::max(distance, length(points[i] - centre)); });
+    return distance;
+}
+
 std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre, const Task& task)
 {
-    double maxRadius = 0.0;
-    for (const Vec3& p : points)
-        maxRadius = std::max(maxRadius, length(p - centre));
+    const double maxRadius = maxDistance(points, centre, task);
     const double scale = maxHullCoordinate / std::max(1e-300, std::pow(maxRadius, exponent));
     std::vector<HullPoint> result;
     result.reserve(points.size());
@@ -62,7 +71,7 @@ std::size_t hullSampleCount(int channels, int nodesPerAxis)
     return corners + n * corners / 2 * inner + n * (n - 1) / 2 * corners / 4 * inner * inner;
 }
 
-std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
+std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes, const Task& task)
 {
     const int n = static_cast<int>(nodes.size());
     std::vector<float> samples;
@@ -77,9 +86,11 @@ std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
         for (unsigned corner = 0; corner < 1u << n; ++corner) {
             if (corner & freeMask)
                 continue;
+            if (task.isCancelled())
+                return;
             for (int c = 0; c < n; ++c)
                 colour[static_cast<std::size_t>(c)] = static_cast<float>(corner >> c & 1u);
-            for (std::size_t i = 1; i <= inner(u); ++i)
+            for (std::size_t i = 1; i <= inner(u) && !task.isCancelled(); ++i)
                 for (std::size_t j = 1; j <= inner(v); ++j) {
                     if (u >= 0)
                         colour[static_cast<std::size_t>(u)] = nodes[static_cast<std::size_t>(u)][i];
@@ -98,14 +109,17 @@ std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes)
     return samples;
 }
 
-std::vector<float> cubeSamples(const DeviceNodes& nodes)
+std::vector<float> cubeSamples(const DeviceNodes& nodes, const Task& task)
 {
     std::vector<float> samples;
     samples.reserve(nodes[0].size() * nodes[1].size() * nodes[2].size() * 3);
     for (float x : nodes[0])
-        for (float y : nodes[1])
+        for (float y : nodes[1]) {
+            if (task.isCancelled())
+                return samples;
             for (float z : nodes[2])
                 samples.insert(samples.end(), {x, y, z});
+        }
     return samples;
 }
 
@@ -142,28 +156,28 @@ int nodesForOutermostFaces(int channels, int wanted)
 namespace {
 
 // Depth of each point below the convex hull of all points; 0 on the hull.
-std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
+Result<std::vector<double>> depthsBelowHull(const std::vector<Vec3>& points, const Task& task)
 {
-    const Vec3 centre = centreOf(points);
-    double maxRadius = 1e-9;
-    for (const Vec3& p : points)
-        maxRadius = std::max(maxRadius, length(p - centre));
+    const Vec3 centre = centreOf(points, task);
+    const double maxRadius = std::max(1e-9, maxDistance(points, centre, task));
     const double scale = (maxHullCoordinate - 1) / maxRadius;
     std::vector<HullPoint> scaled;
-    for (const Vec3& p : points) {
-        const Vec3 d = scale * (p - centre);
+    forEachIndex(points.size(), task, [&](std::size_t i) {
+        const Vec3 d = scale * (points[i] - centre);
         scaled.push_back({static_cast<std::int32_t>(std::lround(d.L)),
                           static_cast<std::int32_t>(std::lround(d.a)),
                           static_cast<std::int32_t>(std::lround(d.b))});
-    }
+    });
     struct Plane
     {
         Vec3 normal;
         double offset;
     };
     std::vector<Plane> planes;
-    const auto triangles = convexHull(scaled, {}).value(); // without a task it cannot be cancelled
-    for (const auto& t : triangles) {
+    const auto triangles = convexHull(scaled, task);
+    if (!triangles)
+        return failure(triangles);
+    for (const auto& t : *triangles) {
         const Vec3 p = points[static_cast<std::size_t>(t[0])];
         const Vec3 n =
             cross(points[static_cast<std::size_t>(t[1])] - p, points[static_cast<std::size_t>(t[2])] - p);
@@ -173,6 +187,8 @@ std::vector<double> depthsBelowHull(const std::vector<Vec3>& points)
     std::vector<double> depths;
     depths.reserve(points.size());
     for (const Vec3& p : points) {
+        if (task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
         double depth = maxRadius;
         for (const Plane& plane : planes)
             depth = std::min(depth, plane.offset - dot(plane.normal, p));
@@ -188,12 +204,16 @@ struct HypercubeFace
     std::uint8_t u, v;    // the free channels
 };
 
-// The outermost two-dimensional faces, sorted by depth.
-std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double>& depths, std::size_t count)
+// The outermost two-dimensional faces, sorted by depth. Incomplete if the task is cancelled.
+std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double>& depths, std::size_t count,
+                                          const Task& task)
 {
+    const auto before = [](const HypercubeFace& p, const HypercubeFace& q) {
+        return std::tie(p.depth, p.corner, p.u, p.v) < std::tie(q.depth, q.corner, q.u, q.v);
+    };
     std::vector<HypercubeFace> faces;
     for (int u = 0; u < channels; ++u)
-        for (int v = u + 1; v < channels; ++v) {
+        for (int v = u + 1; v < channels && !task.isCancelled(); ++v) {
             const unsigned moving = 1u << u | 1u << v;
             for (unsigned corner = 0; corner < 1u << channels; ++corner)
                 if (!(corner & moving))
@@ -201,13 +221,11 @@ std::vector<HypercubeFace> outermostFaces(int channels, const std::vector<double
                                                         depths[corner | 1u << v] + depths[corner | moving]),
                                      static_cast<std::uint16_t>(corner), static_cast<std::uint8_t>(u),
                                      static_cast<std::uint8_t>(v)});
+            const std::size_t kept = std::min(count, faces.size()); // no more than that of all so far
+            std::partial_sort(faces.begin(), faces.begin() + static_cast<std::ptrdiff_t>(kept), faces.end(),
+                              before);
+            faces.resize(kept);
         }
-    const auto before = [](const HypercubeFace& p, const HypercubeFace& q) {
-        return std::tie(p.depth, p.corner, p.u, p.v) < std::tie(q.depth, q.corner, q.u, q.v);
-    };
-    count = std::min(count, faces.size());
-    std::partial_sort(faces.begin(), faces.begin() + static_cast<std::ptrdiff_t>(count), faces.end(), before);
-    faces.resize(count);
     return faces;
 }
 
@@ -283,10 +301,13 @@ Result<std::vector<Vec3>> cornerColours(const DeviceTransform& transform, const 
     if (!steps)
         return failure(steps);
     std::vector<Vec3> lab(corners.size() / count, steps->front());
-    for (std::size_t corner = 0; corner < lab.size(); ++corner)
+    const bool all = forEachIndex(lab.size(), task, [&](std::size_t corner) {
         for (std::size_t c = 0; c < count; ++c)
             if (corner >> c & 1u)
                 lab[corner] = lab[corner] + ((*steps)[c + 1] - steps->front());
+    });
+    if (!all)
+        return failure(KVProblemCode::Cancelled);
     return lab;
 }
 
@@ -295,16 +316,23 @@ Result<std::vector<float>> outermostFaceSamples(const DeviceTransform& transform
 {
     const int n = transform.channels();
     std::vector<float> corners;
-    for (unsigned corner = 0; corner < 1u << n; ++corner)
+    forEachIndex(std::size_t(1) << n, task, [&](std::size_t corner) {
         for (int c = 0; c < n; ++c)
             corners.push_back(static_cast<float>(corner >> c & 1u));
-    const auto lab = cornerColours(transform, corners, task);
+    });
+    const auto lab = cornerColours(transform, corners, task.part(0.0, 0.9));
     if (!lab)
         return failure(lab);
+    const auto depths = depthsBelowHull(*lab, task.part(0.9, 1.0));
+    if (!depths)
+        return failure(depths);
     FaceSampler sampler(nodes);
     for (const HypercubeFace& face :
-         outermostFaces(n, depthsBelowHull(*lab), outermostFaceCount(n, nodes[0].size())))
+         outermostFaces(n, *depths, outermostFaceCount(n, nodes[0].size()), task)) {
+        if (task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
         sampler.add(face);
+    }
     return sampler.takeSamples();
 }
 
@@ -314,9 +342,9 @@ Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const D
 {
     const int channels = transform.channels();
     if (channels == 3)
-        return cubeSamples(nodes);
+        return cubeSamples(nodes, task);
     if (hullSampleCount(channels, static_cast<int>(nodes[0].size())) <= maxHullSamples(channels))
-        return hypercubeFaceSamples(nodes);
+        return hypercubeFaceSamples(nodes, task);
     return outermostFaceSamples(transform, nodes, task);
 }
 
@@ -330,7 +358,7 @@ Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nod
     const auto lab = transform.toLab(*samples, task.part(0.1, 0.3));
     if (!lab)
         return failure(lab);
-    const std::vector<HullPoint> points = compressed(*lab, centreOf(*lab), task);
+    const std::vector<HullPoint> points = compressed(*lab, centreOf(*lab, task), task);
     if (task.isCancelled())
         return failure(KVProblemCode::Cancelled);
     auto hull = convexHull(points, task.part(0.3, 1.0));
@@ -341,13 +369,11 @@ Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nod
     Mesh mesh;
     mesh.channels = transform.channels();
     mesh.device = std::move(*samples);
-    mesh.lab.reserve(lab->size());
-    for (const Vec3& p : *lab)
-        mesh.lab.push_back(snapped(p));
+    mesh.lab = snappedAll(*lab, task);
     mesh.triangles = std::move(*hull);
+    dropUnusedVertices(mesh, task);
     if (task.isCancelled())
         return failure(KVProblemCode::Cancelled);
-    dropUnusedVertices(mesh);
     return mesh;
 }
 

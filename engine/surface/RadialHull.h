@@ -20,9 +20,10 @@ namespace velmora {
                                       const Task& task);
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
-[[nodiscard]] std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes);
-/// Device colours of the whole cube of three channels at the given nodes.
-[[nodiscard]] std::vector<float> cubeSamples(const DeviceNodes& nodes);
+/// Incomplete if @p task is cancelled.
+[[nodiscard]] std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes, const Task& task = {});
+/// Device colours of the whole cube of three channels at the given nodes. Incomplete if @p task is cancelled.
+[[nodiscard]] std::vector<float> cubeSamples(const DeviceNodes& nodes, const Task& task = {});
 /// Number of samples that radialHull() would take without a limit.
 [[nodiscard]] std::size_t hullSampleCount(int channels, int nodesPerAxis);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Refinement.h"
 
+#include <engine/base/Parts.h>
+
 #include <unordered_map>
 
 namespace velmora {
@@ -46,18 +48,20 @@ public:
         const auto lab = transform.toLab(std::span<const float>(m_mesh.device).subspan(known), task);
         if (!lab)
             return failure(lab);
-        for (const Vec3& p : *lab)
-            m_mesh.lab.push_back(snapped(p));
+        const auto added = snappedAll(*lab, task);
+        m_mesh.lab.insert(m_mesh.lab.end(), added.begin(), added.end());
         return {};
     }
 
     bool found() const { return !m_midpoint.empty(); }
 
-    void split()
+    // Incomplete if the task is cancelled.
+    void split(const Task& task)
     {
         std::vector<Triangle> result;
         result.reserve(m_mesh.triangles.size() * 2);
-        for (const Triangle& t : m_mesh.triangles) {
+        forEachIndex(m_mesh.triangles.size(), task, [&](std::size_t f) {
+            const Triangle& t = m_mesh.triangles[f];
             const std::array<int, 3> m{midpoint(t[0], t[1]), midpoint(t[1], t[2]), midpoint(t[2], t[0])};
             const int splitEdges = (m[0] >= 0) + (m[1] >= 0) + (m[2] >= 0);
             if (splitEdges == 0) {
@@ -78,7 +82,7 @@ public:
                 else
                     result.insert(result.end(), {{pq, q, qr}, {p, pq, qr}, {p, qr, r}});
             }
-        }
+        });
         m_mesh.triangles = std::move(result);
     }
 
@@ -117,6 +121,11 @@ private:
     std::unordered_map<std::uint64_t, int> m_midpoint;
 };
 
+Result<void> orCancelled(const Task& task)
+{
+    return task.isCancelled() ? Result<void>(failure(KVProblemCode::Cancelled)) : Result<void>();
+}
+
 } // namespace
 
 Result<void> refine(Mesh& mesh, const DeviceTransform& transform, double maxEdge, int rounds,
@@ -130,9 +139,9 @@ Result<void> refine(Mesh& mesh, const DeviceTransform& transform, double maxEdge
             return {};
         if (const auto evaluated = round.evaluate(transform, task); !evaluated)
             return failure(evaluated);
-        round.split();
+        round.split(task);
     }
-    return {};
+    return orCancelled(task);
 }
 
 Result<void> halveBridges(Mesh& mesh, const DeviceTransform& transform, const Task& task)
@@ -142,8 +151,8 @@ Result<void> halveBridges(Mesh& mesh, const DeviceTransform& transform, const Ta
         return searched;
     if (const auto evaluated = round.evaluate(transform, task); !evaluated)
         return failure(evaluated);
-    round.split();
-    return {};
+    round.split(task);
+    return orCancelled(task);
 }
 
 } // namespace velmora

@@ -30,6 +30,7 @@ Runs cancelledAfter(const std::vector<double>& shares, const KVProfilePtr& profi
             continue;
         ++runs.cancelled;
         runs.max.colours = std::max(runs.max.colours, rest.colours);
+        runs.max.corners = std::max(runs.max.corners, rest.corners);
         runs.max.bytes = std::max(runs.max.bytes, rest.bytes);
     }
     return runs;

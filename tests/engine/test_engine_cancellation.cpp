@@ -20,6 +20,7 @@ void expectSoonEnded(const KVProfilePtr& profile, float maxEdge)
     const auto runs = cancelledAfter({0.05, 0.25, 0.45, 0.65, 0.85}, profile, maxGrid, maxEdge);
     EXPECT_GE(runs.cancelled, 3);
     EXPECT_LE(runs.max.colours, 4096u);
+    EXPECT_LE(runs.max.corners, 4096u << 6); // as many as 4,096 colours of six channels
     EXPECT_LE(runs.max.bytes, 256u << 20);
 }
 

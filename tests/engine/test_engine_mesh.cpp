@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Looks.h"
 #include "MappedDevice.h"
 
 #include <engine/mesh/Columns.h>
@@ -432,20 +433,6 @@ TEST(Outline, unitesOverlappingProjections)
 }
 
 // --- Cancellation --------------------------------------------------------------------------------
-
-namespace {
-
-/// Runs @p computation with a task that is cancelled at look number @p last, or never (-1). Returns how often
-/// it looked.
-int looksOf(const std::function<void(const Task&)>& computation, int last = -1)
-{
-    int looks = 0;
-    computation(
-        Task([&looks, last] { return last >= 0 && looks >= last ? (++looks, true) : (++looks, false); }));
-    return looks;
-}
-
-} // namespace
 
 TEST(MeshCancellation, everyStepLooksOncePerTriangle)
 {
