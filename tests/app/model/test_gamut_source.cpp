@@ -298,6 +298,32 @@ TEST_F(SavedGamutTest, refusesALaterVersion)
     EXPECT_EQ(problem.arguments, QStringList(QStringLiteral("2")));
 }
 
+TEST_F(SavedGamutTest, refusesVersionsThatAreNoIntegers)
+{
+    // a number beyond 64 bits, a number below zero, a list
+    for (const char* version : {"3be0000000000000ff", "20", "8101"}) {
+        const QByteArray start = savedBytes().left(SavedGamut::markerSize);
+        EXPECT_EQ(codeOf(start + QByteArray::fromHex(version) + QByteArray::fromHex("a0")),
+                  Problem::Code(KVProblemCode::UnknownSavedVersion))
+            << version;
+    }
+}
+
+TEST_F(SavedGamutTest, ignoresEntriesThatItDoesNotKnow)
+{
+    const SavedGamut saved{computed().serialize(), QStringLiteral("x")};
+    QCborArray parts = QCborValue::fromCbor(saved.bytes()).taggedValue().toArray();
+    QCborMap content = parts[2].toMap();
+    content.insert(QStringLiteral("a later entry"),
+                   QCborArray{1, QCborMap{{2, QCborArray{3.5}}}, QStringLiteral("z")});
+    content.insert(7, QByteArray("a key that is no text"));
+    parts[2] = content;
+    const Result<SavedGamut> read = SavedGamut::read(QCborValue(QCborKnownTags::Signature, parts).toCbor());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->profile, QStringLiteral("x"));
+    EXPECT_EQ(read->bytes(), saved.bytes());
+}
+
 TEST_F(SavedGamutTest, refusesImpossibleNumbers)
 {
     // the packed form of version 1: magic, method, intent, two flags, grid, then fold share, uncertainty,
