@@ -2,6 +2,7 @@
 #include "app/support/TestPictures.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/GamutSource.h"
+#include "model/inputs/ProfileFacts.h"
 #include "model/inputs/SavedGamut.h"
 #include "model/problems/ProblemText.h"
 
@@ -209,6 +210,41 @@ TEST_F(GamutSourceTest, joinsAProfileOfMoreThanOneJpegSegment)
     testpictures::writeCmykJpeg(file, m_cmyk);
     const GamutSource source = opened(file);
     EXPECT_EQ(source.profile()->bytes, m_cmyk);
+}
+
+TEST_F(GamutSourceTest, readsNoProfileFromAnEmptyTag)
+{
+    const QString file = path(QStringLiteral("empty.tif"));
+    testpictures::writeCmykTiff(file, m_cmyk.left(500), "l");
+    QByteArray bytes = contents(file);
+    const QByteArray tag = QByteArray::fromHex("73870700f4010000"); // 34675, bytes, 500 of them
+    ASSERT_EQ(bytes.count(tag), 1);
+    bytes.replace(tag, QByteArray::fromHex("7387070000000000"));
+    EXPECT_EQ(codeOf(bytes), Problem::Code(ProblemCode::PictureWithoutProfile));
+}
+
+TEST_F(GamutSourceTest, reportsAPngWhoseChunkIsLongerThanTheFile)
+{
+    const QString file = path(QStringLiteral("long.png"));
+    testpictures::writePng(file, m_rgb);
+    QByteArray bytes = contents(file);
+    const qsizetype chunk = bytes.indexOf("iCCP");
+    bytes.replace(chunk - 4, 4, QByteArray::fromHex("2c000159")); // 738 MB
+    const Problem problem = problemOf(bytes);
+    EXPECT_EQ(problem.code, Problem::Code(ProblemCode::PictureDamaged));
+    EXPECT_EQ(problem.cause->arguments, QStringList(QStringLiteral("the file ends too early")));
+}
+
+TEST_F(GamutSourceTest, describesAnUnknownColourSpace)
+{
+    QByteArray bytes = m_rgb;
+    bytes.replace(16, 4,
+                  "\xBB\xB2"
+                  "AK");
+    const GamutSource source = opened(written(QStringLiteral("unknown.icc"), bytes));
+    const ProfileFacts facts = ProfileFacts::of(source.profile()->bytes);
+    EXPECT_EQ(facts.deviceSpace.size(), 4);
+    EXPECT_EQ(facts.deviceClass, QStringLiteral("display"));
 }
 
 // --- Saved gamuts -------------------------------------------------------------------------------------

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PictureProfile.h"
 
+#include "PngChunks.h"
+
 #include <algorithm>
 #include <csetjmp>
 #include <cstdarg>
@@ -72,8 +74,11 @@ struct Found
 
     ~Found() { std::free(icc); }
 
+    /// @param bytes null, in libtiff, for an empty profile
     void keep(const void* bytes, std::size_t count)
     {
+        if (!bytes || count == 0)
+            return;
         icc = std::malloc(count);
         if (!icc)
             return;
@@ -93,10 +98,20 @@ void pngFailed(png_structp png, png_const_charp message)
 
 void pngWarned(png_structp, png_const_charp) {}
 
+constexpr const char* cutOff = "the file ends too early";
+
 void pngRead(png_structp png, png_bytep to, png_size_t count)
 {
     if (static_cast<Source*>(png_get_io_ptr(png))->read(to, count) != count)
-        png_error(png, "the file ends too early");
+        png_error(png, cutOff);
+}
+
+/// The most memory for the profile: compression makes it at most 1032 times shorter.
+png_alloc_size_t maxSizeIn(const QByteArray& picture)
+{
+    constexpr png_alloc_size_t maxRatio = 1032;
+    constexpr png_alloc_size_t spare = png_alloc_size_t(1) << 20;
+    return std::min(maxProfileSize, spare + maxRatio * static_cast<png_alloc_size_t>(picture.size()));
 }
 
 void readPng(Source& source, Found& found)
@@ -108,8 +123,11 @@ void readPng(Source& source, Found& found)
         png_destroy_read_struct(&png, &info, nullptr);
         return;
     }
-    png_set_chunk_malloc_max(png, maxProfileSize);
+    png_set_chunk_cache_max(png, 1); // no texts
+    png_set_chunk_malloc_max(png, maxSizeIn(source.bytes));
     png_set_read_fn(png, &source, pngRead);
+    if (!PngChunks::areComplete(source.bytes))
+        png_error(png, cutOff);
     png_read_info(png, info);
     png_charp name = nullptr;
     png_bytep bytes = nullptr;

@@ -23,9 +23,12 @@ QString signatureText(cmsUInt32Number signature)
     return text.trimmed();
 }
 
+// Signatures are handled as numbers: a profile may have values that the enumerations of Little CMS do not
+// have.
+
 QString classOf(const Profile& profile)
 {
-    switch (const auto signature = cmsGetDeviceClass(profile.get())) {
+    switch (const cmsUInt32Number signature = cmsGetDeviceClass(profile.get())) {
     case cmsSigInputClass:
         return QStringLiteral("input");
     case cmsSigDisplayClass:
@@ -106,11 +109,11 @@ ProfileFacts ProfileFacts::of(const QByteArray& icc)
         cmsOpenProfileFromMemTHR(context.get(), icc.constData(), static_cast<cmsUInt32Number>(icc.size())));
     if (!profile)
         return facts;
-    const auto space = cmsGetColorSpace(profile.get());
+    const cmsUInt32Number space = cmsGetColorSpace(profile.get());
     facts.deviceClass = classOf(profile);
     facts.deviceSpace = signatureText(space);
     facts.pcs = signatureText(cmsGetPCS(profile.get()));
-    facts.channels = static_cast<int>(cmsChannelsOf(space));
+    facts.channels = static_cast<int>(cmsChannelsOf(static_cast<cmsColorSpaceSignature>(space)));
     facts.version = QString::number(cmsGetProfileVersion(profile.get()), 'f', 1);
     facts.intents = intentsOf(profile);
     facts.tables = tablesOf(profile);

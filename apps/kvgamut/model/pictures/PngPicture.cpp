@@ -2,6 +2,7 @@
 #include "PngPicture.h"
 
 #include "model/inputs/InputGate.h"
+#include "model/inputs/PngChunks.h"
 
 #include <png.h>
 
@@ -25,7 +26,8 @@ Result<QImage> decoded(const QByteArray& bytes)
         const Problem reason(ProblemCode::OtherReason, {QString::fromLatin1(reader.message)});
         return failure(Problem(ProblemCode::NotAPng).because(reason));
     };
-    if (!png_image_begin_read_from_memory(&reader, bytes.constData(), static_cast<size_t>(bytes.size())))
+    const QByteArray pixels = PngChunks::ofPixels(bytes).value_or(QByteArray());
+    if (!png_image_begin_read_from_memory(&reader, pixels.constData(), static_cast<size_t>(pixels.size())))
         return failed();
     reader.format = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
     QImage image(static_cast<int>(reader.width), static_cast<int>(reader.height), QImage::Format_ARGB32);

@@ -5,6 +5,7 @@
 #include "model/inputs/InputGate.h"
 #include "model/inputs/LittleCms.h"
 #include "model/inputs/PictureProfile.h"
+#include "model/inputs/PngChunks.h"
 
 #include <platform/KVVelmoraFramework.h>
 
@@ -124,8 +125,12 @@ Result<void> checkSize(const QImageReader& reader)
 
 Result<QImage> decoded(const QByteArray& content, const KVCompletionProtocolPtr& task)
 {
-    CancellableFile file(content, task);
-    QImageReader reader(&file, PictureProfile::formatOf(content));
+    const QByteArray format = PictureProfile::formatOf(content);
+    const auto pixels = format == "png" ? PngChunks::ofPixels(content) : content;
+    if (!pixels)
+        return failure(ProblemCode::PictureDataInvalid);
+    CancellableFile file(*pixels, task);
+    QImageReader reader(&file, format);
     if (const Result<void> checked = checkSize(reader); !checked)
         return failure(checked.error());
     QImageReader::setAllocationLimit(maxPictureMegabytes);
@@ -158,7 +163,7 @@ Result<std::vector<KVGamut::LabPoint>> labsOf(const QImage& picture, const KVPro
                                                    static_cast<cmsUInt32Number>(checked->bytes.size())));
     if (!profile)
         return failure(ProblemCode::PictureProfileInvalid);
-    const cmsColorSpaceSignature space = cmsGetColorSpace(profile.get());
+    const cmsUInt32Number space = cmsGetColorSpace(profile.get()); // may be none of the enumeration
     const bool grey = space == cmsSigGrayData;
     if (space != cmsSigRgbData && !grey)
         return failure(ProblemCode::PictureSpaceUnknown);
