@@ -164,6 +164,12 @@ TEST_F(PointFileTest, reportsTheInvalidLine)
             << bad;
 }
 
+TEST_F(PointFileTest, refusesXyzWhoseLabIsNotFinite)
+{
+    EXPECT_EQ(problem("X,Y,Z\n10,20,30\n-3e38,3e38,-3e38\n"),
+              "line 3: expected numbers in the colour columns");
+}
+
 TEST_F(PointFileTest, reportsAFileWithoutPositions)
 {
     for (const char* empty : {"", "# nothing\n\n", "L,a,b\n"})
@@ -383,6 +389,15 @@ TEST_F(PointFileTest, reportsOmittedObjectsOfCxf)
     EXPECT_EQ(set->note->subject, name());
     EXPECT_EQ(ProblemText::english(set->note->about({})),
               QStringLiteral("2 of 3 objects have no CIELAB or XYZ values for D50 (spectra are not read)"));
+}
+
+TEST_F(PointFileTest, omitsObjectsOfCxfWhoseLabIsNotFinite)
+{
+    const QByteArray enormous = QByteArray(xyz1).replace(">20<", ">-3e38<").replace(">12<", ">3e38<");
+    const Result<PointSet> set = read(cxf(object("a", enormous) + object("b", xyz1)));
+    ASSERT_TRUE(set);
+    ASSERT_EQ(set->points.size(), 1);
+    EXPECT_EQ(set->points[0].name, QStringLiteral("b"));
 }
 
 TEST_F(PointFileTest, refusesCxfOfSpectraAlone)

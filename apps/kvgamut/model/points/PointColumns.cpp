@@ -67,7 +67,14 @@ std::optional<MeasuredPoint> PointColumns::pointOf(const QStringList& row) const
         return {};
     const KVGamut::LabPoint lab =
         areXyz ? labOfXyz(position) : KVGamut::LabPoint{position[0], position[1], position[2]};
+    if (!isFinite(lab)) // of enormous XYZ
+        return {};
     return MeasuredPoint{lab, given, row.value(name)};
+}
+
+bool isFinite(const KVGamut::LabPoint& lab)
+{
+    return std::isfinite(lab.L) && std::isfinite(lab.a) && std::isfinite(lab.b);
 }
 
 KVGamut::LabPoint labOfXyz(const std::array<float, 3>& xyz)

@@ -19,9 +19,11 @@ struct PointColumns
     /// Finds the columns by their @p names, ignoring case. nullopt if neither Lab nor XYZ is among them.
     static std::optional<PointColumns> named(const QStringList& names);
 
-    /// The point of one row. nullopt if a field is missing, is not a finite number or is not a colour.
+    /// The point of one row. nullopt if a field is missing, is not a finite number or is not a colour, or if
+    /// the Lab of its XYZ is not finite.
     std::optional<MeasuredPoint> pointOf(const QStringList& row) const;
 };
 
-/// Lab (D50) of X, Y and Z, where white has Y 100.
+bool isFinite(const KVGamut::LabPoint& lab);
+/// Lab (D50) of X, Y and Z, where white has Y 100. Not finite if they are enormous.
 KVGamut::LabPoint labOfXyz(const std::array<float, 3>& xyz);

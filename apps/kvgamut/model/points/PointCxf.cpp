@@ -105,7 +105,8 @@ private:
             return;
         const auto& [x, y, z] = *numbers;
         const KVGamut::LabPoint lab = isXyz ? labOfXyz(*numbers) : KVGamut::LabPoint{x, y, z};
-        m_objects.last().values.append({lab, specification, isXyz});
+        if (isFinite(lab)) // false for enormous XYZ
+            m_objects.last().values.append({lab, specification, isXyz});
     }
 
     /// The value for D50, preferably Lab; nullopt if all values are for other illuminants.
