@@ -177,6 +177,24 @@ TEST(Session, namesInvalidValuesOfItsOwn)
     expectProblem(problemOf("view", 7), ProblemCode::SessionNotGroup, {"view"});
 }
 
+TEST(Session, refusesPositionsThatAreNotFinite)
+{
+    for (const char* key : {"eye", "lookAt", "light"})
+        expectProblem(problemOfView(key, QJsonArray{1e39, 2, 3}), ProblemCode::SessionNotThreeValues,
+                      {qPrintable(QLatin1String("view.") + QLatin1String(key))});
+}
+
+TEST(Session, readsColoursAsItWritesThem)
+{
+    const auto session = read(R"({"kvgamutSession": 1, "gamuts": [{"input": "sRGB", "color": "transparent"}],
+        "view": {"background": "#80ff0102", "lightColor": "#123456789abc"}})");
+    ASSERT_TRUE(session);
+    EXPECT_EQ(session->gamuts[0].look.color, QColor(0, 0, 0));
+    EXPECT_EQ(session->view.theme.background, QColor(255, 1, 2));
+    EXPECT_EQ(session->view.lightColor, QColor(0x12, 0x56, 0x9a));
+    EXPECT_EQ(read(session->toJson(folder)), *session);
+}
+
 TEST(FileKind, dependsOnTheSuffix)
 {
     EXPECT_EQ(fileKind(QStringLiteral("a b/printer.ICC")), FileKind::Gamut);

@@ -111,7 +111,7 @@ public:
         const QJsonValue value = take(key);
         const QColor color(value.toString());
         if (value.isString() && color.isValid())
-            target = color;
+            target = QColor(color.rgb()); // as it is written: opaque, with 8 bits for each channel
         else
             refuse(key, value, ProblemCode::SessionNotColor);
     }
@@ -120,10 +120,14 @@ public:
     {
         const QJsonValue value = take(key);
         const QJsonArray parts = value.toArray();
-        if (parts.size() == 3 && parts[0].isDouble() && parts[1].isDouble() && parts[2].isDouble())
-            target =
-                QVector3D(static_cast<float>(parts[0].toDouble()), static_cast<float>(parts[1].toDouble()),
-                          static_cast<float>(parts[2].toDouble()));
+        bool valid = parts.size() == 3;
+        QVector3D numbers;
+        for (int i = 0; i < 3; ++i) {
+            numbers[i] = static_cast<float>(parts.at(i).toDouble(std::nan("")));
+            valid = valid && std::isfinite(numbers[i]); // a float, which is smaller than the numbers of JSON
+        }
+        if (valid)
+            target = numbers;
         else
             refuse(key, value, ProblemCode::SessionNotThreeValues);
     }

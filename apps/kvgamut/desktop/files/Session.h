@@ -33,7 +33,8 @@ struct Session
     /// together with the session.
     QByteArray toJson(const QDir& folder) const;
     /// Reads what toJson() wrote to a file in @p folder. Missing values have their defaults; a value of the
-    /// wrong type or out of range is a problem.
+    /// wrong type or out of range is a problem. Colours become opaque, with 8 bits for each channel. The
+    /// result of reading is written and read again without change.
     static Result<Session> fromJson(const QByteArray& json, const QDir& folder);
 
     bool operator==(const Session&) const = default;
