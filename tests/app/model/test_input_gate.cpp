@@ -95,6 +95,14 @@ TEST_F(InputGateTest, refusesDevicesAndFolders)
     }
 }
 
+TEST_F(InputGateTest, findsNoFileWhoseNameContainsNul)
+{
+    const QString name = written("x") + QChar(0) + QStringLiteral(".csv");
+    const Result<QByteArray> content = InputGate::read(name, InputKind::Points);
+    ASSERT_FALSE(content);
+    EXPECT_EQ(content.error().cause->code, Problem::Code(ProblemCode::NoSuchFile));
+}
+
 TEST_F(InputGateTest, reportsAnUnknownKindAfterTheFirstBytes)
 {
     QByteArray seen;

@@ -55,7 +55,12 @@ int opened(const QString& name)
 {
     if (name == QLatin1String("-"))
         return fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
-    return ::open(FileName::encoded(name).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    const QByteArray encoded = FileName::encoded(name);
+    if (encoded.contains('\0')) { // the system would open the file that is named by what is before it
+        errno = ENOENT;
+        return -1;
+    }
+    return ::open(encoded.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
 }
 
 /// The size of a regular file, 0 for a pipe, a socket or a terminal; fails for everything else.
