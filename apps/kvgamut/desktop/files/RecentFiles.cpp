@@ -1,34 +1,84 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RecentFiles.h"
 
-#include <QtCore/QFileInfo>
-#include <QtCore/QSettings>
+#include "model/export/OutputFile.h"
+#include "model/inputs/FileName.h"
+#include "model/inputs/InputGate.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QStandardPaths>
+
+#include <tuple>
+#include <unistd.h>
+
+// One name on each line, with the bytes of the system, of which percent signs and control characters are
+// written as %25, %0A... QSettings is not used: a value of its files can ask for any type of Qt and any
+// amount of memory.
 
 namespace {
 
-constexpr int maxCount = 9; // each has a shortcut with a digit
+constexpr qsizetype maxCount = 9; // each has a shortcut with a digit
 
-/// The program's settings file.
-struct Settings : QSettings
+QDir folder()
 {
-    Settings()
-        : QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("kvgamut"),
-                    QStringLiteral("kvgamut"))
-    {
+    const QDir all(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    return QDir(all.filePath(QStringLiteral("kvgamut")));
+}
+
+QString listFile()
+{
+    return folder().filePath(QStringLiteral("recent-files"));
+}
+
+bool exists(const QString& file)
+{
+    const QByteArray name = FileName::encoded(file);
+    return !name.isEmpty() && !name.contains('\0') && access(name.constData(), F_OK) == 0;
+}
+
+QByteArray lineOf(const QString& file)
+{
+    QByteArray line;
+    for (const char c : FileName::encoded(file)) {
+        const bool isControl = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+        if (isControl || c == '%')
+            line += '%' + QByteArray(1, c).toHex().toUpper();
+        else
+            line += c;
     }
-};
+    return line + '\n';
+}
 
-QString key()
+/// The first lines of @p content.
+QStringList filesOf(const QByteArray& content)
 {
-    return QStringLiteral("recentFiles");
+    QStringList files;
+    for (qsizetype at = 0; at < content.size() && files.size() < maxCount;) {
+        const qsizetype end = content.indexOf('\n', at);
+        const QByteArray line = content.mid(at, end < 0 ? -1 : end - at);
+        files.append(FileName::decoded(QByteArray::fromPercentEncoding(line)));
+        at += line.size() + 1;
+    }
+    return files;
+}
+
+/// Failures are ignored: the work of the user does not depend on the list.
+void write(const QStringList& files)
+{
+    QByteArray content;
+    for (const QString& file : files)
+        content += lineOf(file);
+    if (folder().mkpath(QStringLiteral(".")))
+        std::ignore = writeOutput(listFile(), content);
 }
 
 } // namespace
 
 QStringList RecentFiles::list()
 {
-    QStringList files = Settings().value(key()).toStringList();
-    files.removeIf([](const QString& file) { return !QFileInfo::exists(file); });
+    QStringList files = filesOf(InputGate::read(listFile(), InputKind::Settings).value_or(QByteArray()));
+    files.removeDuplicates();
+    files.removeIf([](const QString& file) { return !exists(file); });
     return files;
 }
 
@@ -37,10 +87,10 @@ void RecentFiles::add(const QString& file)
     QStringList files = list();
     files.removeAll(file);
     files.prepend(file);
-    Settings().setValue(key(), files.mid(0, maxCount));
+    write(files.mid(0, maxCount));
 }
 
 void RecentFiles::clear()
 {
-    Settings().remove(key());
+    write({});
 }

@@ -39,6 +39,8 @@ qint64 InputLimits::maxBytes(InputKind kind)
         return 16 * mebi;
     case InputKind::Reference:
         return 256 * mebi;
+    case InputKind::Settings:
+        return mebi;
     }
     return 0;
 }

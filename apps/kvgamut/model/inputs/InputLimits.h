@@ -15,6 +15,7 @@ enum class InputKind
     Points,
     Session,
     Reference, ///< a picture to compare with
+    Settings,  ///< what the program itself has stored
 };
 
 /// The largest inputs that the program accepts. They are far above what people have, and low enough that no
