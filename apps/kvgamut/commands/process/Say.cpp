@@ -29,5 +29,7 @@ void silenceLibraries(bool verbose)
     if (!verbose)
         QLoggingCategory::setFilterRules(QStringLiteral("kv.core.debug=false\n"
                                                         "kv.viewer.warning=false\n"
+                                                        "qt.gui.imageio*.warning=false\n" // damaged pictures
+                                                        "qt.gui.icc.warning=false\n"
                                                         "default.warning=false"));
 }
