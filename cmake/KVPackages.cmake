@@ -93,10 +93,10 @@ set(CPACK_DEBIAN_TOOLS_DESCRIPTION "gamuts of ICC profiles: pictures, numbers an
 kvgamut draws the gamuts of ICC profiles as surfaces in CIE L*a*b*, measures
 and compares them, on the command line and in a window.
 
-Pictures need no display: where there is none, kvgamut draws on a virtual one.")
+Pictures need no display.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
-# the virtual display; translations of Qt's own texts
-set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "xvfb, xauth, qt6-translations-l10n")
+# a virtual display where drivers cannot draw without one; translations of Qt's own texts
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "libegl-mesa0, xvfb, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 
 include(CPack)

@@ -6,11 +6,11 @@
 # Packages of Debian 12 and Ubuntu 24.04 (or newer) that the program needs to build and run.
 kv_run_packages=(
     g++ cmake ninja-build pkg-config
-    qt6-base-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev
+    qt6-base-dev qt6-base-private-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev libegl-dev
     qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
     liblcms2-dev libpolyclipping-dev libexpected-dev libcli11-dev libxcb1-dev
     libpng-dev libjpeg-dev libtiff-dev
-    libgl1-mesa-dri libglx-mesa0 xvfb xauth fonts-liberation
+    libgl1-mesa-dri libglx-mesa0 libegl-mesa0 xvfb xauth fonts-liberation
 )
 # Packages that the tests need: Qhull to compare hulls with, ICC profiles, a window manager, tools that send
 # real input, Clang for the fuzzers, help2man, and the sources of locales.

@@ -68,7 +68,8 @@ Order documentedOrder()
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points"})},
 
-        {commands + "/process", withModel({})},
+        {"apps/kvgamut/surfaceless", {}}, // depends on Qt only
+        {commands + "/process", withModel({"apps/kvgamut/surfaceless"})},
         {commands + "/options", withModel({commands + "/process"})},
         {commands, withModel({commands + "/process", commands + "/options"})},
         {commands + "/ViewCommand", {desktop, desktop + "/language"}}, // opens the window

@@ -4,9 +4,9 @@
 #include "GamutScene.h"
 #include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/PictureScreen.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
-#include "commands/process/VirtualScreen.h"
 #include "model/export/OutputFile.h"
 #include "model/pictures/BackgroundRemoval.h"
 
@@ -81,11 +81,11 @@ RenderCommand::RenderCommand(CLI::App& program)
 
 int RenderCommand::run(Arguments arguments)
 {
-    if (!Screen::isPresent()) {
-        say(VirtualScreen::runAgain(arguments));
+    PictureScreen screen;
+    if (const auto problem = screen.choose()) {
+        say(*problem);
         return BadOutput;
     }
-    Screen::choosePlatform(Screen::Use::Picture);
     // --size is in pixels of the picture, independent of the desktop's scale factor
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");

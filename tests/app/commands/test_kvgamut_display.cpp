@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/support/Program.h"
+#include "support/Spin.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QProcess>
+
+#include <csignal>
+#include <sys/stat.h>
 
 using namespace kvtest;
 
@@ -18,13 +24,21 @@ protected:
 
     QString output() const { return path(QStringLiteral("out.png")); }
 
-    /// An environment without a display, in which @p script replaces xvfb-run.
+    /// An environment with neither a display nor drivers that draw without one.
+    static QProcessEnvironment withoutDrivers()
+    {
+        QProcessEnvironment env = withoutDisplay();
+        env.insert(QStringLiteral("__EGL_VENDOR_LIBRARY_FILENAMES"), QStringLiteral("/nonexistent"));
+        return env;
+    }
+
+    /// The same, in which @p script replaces Xvfb.
     QProcessEnvironment withVirtualScreen(const QByteArray& script)
     {
-        const QString file = path(QStringLiteral("xvfb-run"));
+        const QString file = path(QStringLiteral("Xvfb"));
         write(file, script);
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QProcessEnvironment env = withoutDisplay();
+        QProcessEnvironment env = withoutDrivers();
         env.insert(QStringLiteral("PATH"), path(QString()) + QStringLiteral(":/usr/bin:/bin"));
         return env;
     }
@@ -37,6 +51,41 @@ TEST_F(DisplayTest, rendersTheSamePictureWithoutOne)
     ASSERT_TRUE(QFile::remove(output()));
     EXPECT_TRUE(succeeded(kvgamut(render(), withoutDisplay())));
     EXPECT_FALSE(withDisplay.isEmpty());
+    EXPECT_EQ(contents(output()), withDisplay);
+}
+
+TEST_F(DisplayTest, rendersWithoutOneAndWithoutAnXServer)
+{
+    QProcessEnvironment env = withoutDisplay();
+    env.insert(QStringLiteral("PATH"), path(QString())); // no Xvfb
+    EXPECT_TRUE(succeeded(kvgamut(render(), env)));
+    EXPECT_EQ(QImage(output()).size(), QSize(200, 150));
+}
+
+TEST_F(DisplayTest, rendersTheSamePictureOnAnXServerOfItsOwn)
+{
+    ASSERT_TRUE(succeeded(kvgamut(render())));
+    const QByteArray withDisplay = contents(output());
+    ASSERT_TRUE(QFile::remove(output()));
+    EXPECT_TRUE(succeeded(kvgamut(render(), withoutDrivers())));
+    EXPECT_FALSE(withDisplay.isEmpty());
+    EXPECT_EQ(contents(output()), withDisplay);
+}
+
+TEST_F(DisplayTest, rendersTransparentPicturesAndMarkersAlikeEverywhere)
+{
+    const QString points = path(QStringLiteral("points.csv"));
+    write(points, "L,a,b,name\n50,40,30,one\n70,-20,60,two\n");
+    const QStringList arguments{QStringLiteral("render"),   QStringLiteral("sRGB"),
+                                QStringLiteral("AdobeRGB"), QStringLiteral("--no-background"),
+                                QStringLiteral("--points"), points,
+                                QStringLiteral("--size"),   QStringLiteral("333x207"),
+                                QStringLiteral("-o"),       output()};
+    ASSERT_TRUE(succeeded(kvgamut(arguments)));
+    const QByteArray withDisplay = contents(output());
+    ASSERT_TRUE(succeeded(kvgamut(arguments, withoutDisplay())));
+    EXPECT_EQ(contents(output()), withDisplay);
+    ASSERT_TRUE(succeeded(kvgamut(arguments, withoutDrivers())));
     EXPECT_EQ(contents(output()), withDisplay);
 }
 
@@ -64,18 +113,24 @@ TEST_F(DisplayTest, rendersLargerThanACommonScreenWithoutOne)
     EXPECT_EQ(QImage(output()).size(), QSize(2000, 1500));
 }
 
-TEST_F(DisplayTest, requestsAVirtualScreenOfFixedSizeForAnyPicture)
+TEST_F(DisplayTest, rendersLargerThanTheScreenOfAnXServerOfItsOwn)
 {
-    // the replacement of xvfb-run prints its arguments
-    const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nprintf '%s\\n' \"$@\"\nexit 0\n");
+    EXPECT_TRUE(succeeded(kvgamut({QStringLiteral("render"), QStringLiteral("sRGB"), QStringLiteral("--size"),
+                                   QStringLiteral("1000x3000"), QStringLiteral("-o"), output()},
+                                  withoutDrivers())));
+    EXPECT_EQ(QImage(output()).size(), QSize(1000, 3000));
+}
+
+TEST_F(DisplayTest, mayEndWithItsLastClient)
+{
+    // The server of this display ends as soon as nobody is connected to it.
     const Answer answer =
-        kvgamut({QStringLiteral("render"), QStringLiteral("a profile"), QStringLiteral("--size"),
-                 QStringLiteral("1000x3000"), QStringLiteral("-o"), output()},
-                env);
-    EXPECT_EQ(answer.exitCode, Done);
-    EXPECT_TRUE(answer.output.contains("-screen 0 1280x1024x24")) << answer.output.toStdString();
-    EXPECT_TRUE(answer.output.contains("\nrender\na profile\n--size\n1000x3000\n"))
-        << answer.output.toStdString();
+        shell(QStringLiteral("exec 9< <(exec Xvfb -displayfd 1 -screen 0 640x480x24 -terminate 2>/dev/null)\n"
+                             "read -r -u 9 number\n"
+                             "DISPLAY=:$number QT_QPA_PLATFORM=xcb \"$KVGAMUT\" \"$@\""),
+              render(), withoutDisplay());
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_EQ(QImage(output()).size(), QSize(200, 150));
 }
 
 TEST_F(DisplayTest, passesTheExitCodeOnWithoutOne)
@@ -87,23 +142,98 @@ TEST_F(DisplayTest, passesTheExitCodeOnWithoutOne)
 
 TEST_F(DisplayTest, reportsAMissingXvfb)
 {
-    QProcessEnvironment env = withoutDisplay();
+    QProcessEnvironment env = withoutDrivers();
     env.insert(QStringLiteral("PATH"), path(QString()));
     const Answer answer = kvgamut(render(), env);
     EXPECT_EQ(answer.exitCode, BadOutput);
     EXPECT_EQ(answer.errors.count('\n'), 1);
-    EXPECT_TRUE(answer.errors.contains("xvfb-run")) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.errors.contains("Xvfb")) << answer.errors.toStdString();
     EXPECT_TRUE(answer.errors.contains("not installed")) << answer.errors.toStdString();
     EXPECT_FALSE(QFile::exists(output()));
 }
 
-TEST_F(DisplayTest, runsAgainAtMostOnce)
+TEST_F(DisplayTest, reportsAnXServerThatEndsOrGivesNone)
 {
-    // provides no display: only skips its own options and starts the command
-    const QProcessEnvironment env = withVirtualScreen("#!/bin/sh\nshift 3\nexec \"$@\"\n");
-    EXPECT_TRUE(
-        failedWith(kvgamut(render(), env), BadOutput, QStringLiteral("kvgamut: xvfb-run gave no display")));
+    const QString line = QStringLiteral("kvgamut: there is no display, and Xvfb gave none");
+    EXPECT_TRUE(failedWith(kvgamut(render(), withVirtualScreen("#!/bin/sh\nexit 7\n")), BadOutput, line));
+    // It keeps running, but closes the file into which it should write the number of the display. The program
+    // waits for its end, so it must end it.
+    const QByteArray silent = "#!/bin/bash\neval \"exec $2>&-\"\nexec sleep 1000\n";
+    EXPECT_TRUE(failedWith(kvgamut(render(), withVirtualScreen(silent)), BadOutput, line));
 }
+
+/// The X server that the program has started, and what becomes of it when the program is killed.
+class VirtualScreenTest : public DisplayTest, public testing::WithParamInterface<int>
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_EQ(mkfifo(QFile::encodeName(stalled()).constData(), 0600), 0);
+        m_program.setProcessEnvironment(
+            withVirtualScreen("#!/bin/sh\necho $$ > '" + QFile::encodeName(pidFile()) + ".new'\nmv '" +
+                              QFile::encodeName(pidFile()) + ".new' '" + QFile::encodeName(pidFile()) +
+                              "'\nexec /usr/bin/Xvfb \"$@\"\n"));
+        m_program.start(binary(), render(stalled())); // never gets to draw
+        ASSERT_TRUE(spinUntil([this] { return QFile::exists(pidFile()); }));
+        m_server = contents(pidFile()).trimmed();
+    }
+
+    QString stalled() const { return path(QStringLiteral("stalled.icc")); }
+    QString pidFile() const { return path(QStringLiteral("pid")); }
+
+    /// Sends the signal to the program and waits for its end.
+    void killProgram()
+    {
+        ASSERT_EQ(kill(static_cast<pid_t>(m_program.processId()), GetParam()), 0);
+        ASSERT_TRUE(m_program.waitForFinished(-1));
+    }
+
+    /// Ended; a process that nobody has waited for yet counts as ended.
+    bool serverHasEnded() const
+    {
+        const QByteArray status = contents(QStringLiteral("/proc/%1/stat").arg(QLatin1String(m_server)));
+        return status.isEmpty() || status.mid(status.lastIndexOf(')') + 2, 1) == "Z";
+    }
+
+    /// The socket on which the server accepts connections; empty if there is none yet.
+    QString serverSocket() const
+    {
+        QStringList own; // "socket:[inode]"
+        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(QLatin1String(m_server)));
+        for (const QString& name : descriptors.entryList(QDir::AllEntries | QDir::System))
+            own.append(QFile::symLinkTarget(descriptors.filePath(name)).section(u'/', -1));
+        const QList<QByteArray> sockets = contents(QStringLiteral("/proc/net/unix")).split('\n');
+        for (const QByteArray& line : sockets) {
+            const QStringList columns = QString::fromLatin1(line).simplified().split(u' ');
+            if (columns.value(7).startsWith(QLatin1String("/tmp/.X11-unix/")) &&
+                own.contains(QStringLiteral("socket:[%1]").arg(columns.value(6))))
+                return columns.value(7);
+        }
+        return {};
+    }
+
+private:
+    QProcess m_program;
+    QByteArray m_server; ///< number of its process
+};
+
+TEST_P(VirtualScreenTest, endsWhenTheProgramIsKilledWhileItStarts)
+{
+    killProgram();
+    EXPECT_TRUE(spinUntil([this] { return serverHasEnded(); }));
+}
+
+TEST_P(VirtualScreenTest, endsWhenTheProgramIsKilledLater)
+{
+    ASSERT_TRUE(spinUntil([this] { return !serverSocket().isEmpty(); }, 20000));
+    const QString socket = serverSocket();
+    spinFor(200); // the program has connected to it by now, or is about to
+    killProgram();
+    EXPECT_TRUE(spinUntil([this] { return serverHasEnded(); }));
+    EXPECT_FALSE(QFile::exists(socket));
+}
+
+INSTANTIATE_TEST_SUITE_P(AnySignal, VirtualScreenTest, testing::Values(SIGTERM, SIGINT, SIGHUP, SIGKILL));
 
 TEST_F(DisplayTest, reportsMissingOpenGL)
 {

@@ -26,11 +26,6 @@ kvtest::Answer run(const QString& program, const QStringList& arguments, const Q
     return answer;
 }
 
-QString binary()
-{
-    return QStringLiteral(KVGAMUT_BINARY);
-}
-
 } // namespace
 
 QStringList kvtest::words(const QString& line)
@@ -70,6 +65,11 @@ QProcessEnvironment kvtest::withoutDisplay()
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "QT_QPA_PLATFORM"})
         env.remove(QLatin1String(name));
     return env;
+}
+
+QString kvtest::binary()
+{
+    return QStringLiteral(KVGAMUT_BINARY);
 }
 
 kvtest::Answer kvtest::kvgamut(const QStringList& arguments, const QProcessEnvironment& env)

@@ -41,6 +41,8 @@ QProcessEnvironment environment();
 /// The same without any display.
 QProcessEnvironment withoutDisplay();
 
+/// The file of the program.
+QString binary();
 /// Runs the program and waits until it ends.
 Answer kvgamut(const QStringList& arguments, const QProcessEnvironment& env = environment());
 /// Runs @p script under bash, in which "$KVGAMUT" is the program and "$1"... are @p arguments.

@@ -60,6 +60,11 @@ bool Screen::isPresent()
     return XServer::isReachable() || hasWayland();
 }
 
+bool Screen::isChosenByUser()
+{
+    return platforms(Use::Picture).contains(nameOf(qgetenv("QT_QPA_PLATFORM")));
+}
+
 void Screen::choosePlatform(Use use)
 {
     // The user's choice is kept if it can work. Platforms without windows ("offscreen") have no OpenGL.

@@ -20,6 +20,9 @@ enum class Use
 /// Whether an X server accepts connections, or the environment names a Wayland display.
 bool isPresent();
 
+/// Whether QT_QPA_PLATFORM names a platform that has windows with OpenGL here.
+bool isChosenByUser();
+
 /// Chooses the platform on which the viewer has OpenGL. Call before the QGuiApplication is created.
 void choosePlatform(Use use);
 

@@ -1,15 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Arguments.h"
 #include "model/problems/Problem.h"
 
-/// An X server without a monitor, for machines without a display.
-namespace VirtualScreen {
+#include <QtCore/QtGlobal>
 
-/// Replaces this process by xvfb-run, which runs the program again with the same arguments on an X server of
-/// its own. Does not return on success; the exit code is then that of the second run.
-/// @return why that failed
-Problem runAgain(Arguments arguments);
+#include <optional>
+#include <sys/types.h>
 
-} // namespace VirtualScreen
+/// An X server without a monitor (Xvfb) that belongs to this process: it ends when this object is destroyed,
+/// and also if the process is killed. It leaves no files behind.
+class VirtualScreen
+{
+public:
+    VirtualScreen() = default;
+    ~VirtualScreen();
+    Q_DISABLE_COPY_MOVE(VirtualScreen)
+
+    /// Starts the server and puts its address into the environment. Call from the main thread before the
+    /// QGuiApplication is created: the system ends the server with the thread that started it.
+    /// @return why that failed
+    std::optional<Problem> start();
+
+private:
+    pid_t m_server = 0;
+    int m_cookieFile = -1;
+};

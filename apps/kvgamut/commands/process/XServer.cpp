@@ -7,14 +7,17 @@
 
 namespace {
 
+/// Keeps its connection: a server may end or reset itself when its last client leaves, and Qt has not
+/// connected yet.
 bool connects()
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return false;
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr); // never null
-    const bool connected = xcb_connection_has_error(connection) == 0;
+    if (xcb_connection_has_error(connection) == 0)
+        return true;
     xcb_disconnect(connection);
-    return connected;
+    return false;
 }
 
 } // namespace

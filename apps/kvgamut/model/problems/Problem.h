@@ -97,9 +97,9 @@ enum class ProblemCode : int
 
     // displays and rendering
     NoDisplayForWindow,   ///< `kvgamut view` without a display
-    NoVirtualDisplay,     ///< xvfb-run ran the program, but there is still no display
-    NoXvfb,               ///< no display, and xvfb-run is not installed
-    XvfbFailed,           ///< no display, and xvfb-run does not start; with a cause
+    NoVirtualDisplay,     ///< no display, and Xvfb started but gave none
+    NoXvfb,               ///< no display, and Xvfb is not installed
+    XvfbFailed,           ///< no display, and Xvfb cannot be started; with a cause
     NoOpenGL,             ///< the display has no OpenGL
     NothingDrawn,         ///< arguments: width, height of the picture
     ReferenceSizeDiffers, ///< arguments: size of the picture, size of the reference

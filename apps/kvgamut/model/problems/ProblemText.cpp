@@ -115,12 +115,12 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "the clipboard holds no camera; an example: %1")},
     {ProblemCode::NoDisplayForWindow,
      QT_TRANSLATE_NOOP("Problem", "there is no display to open a window on; 'kvgamut render' needs none")},
-    {ProblemCode::NoVirtualDisplay, QT_TRANSLATE_NOOP("Problem", "xvfb-run gave no display")},
+    {ProblemCode::NoVirtualDisplay, QT_TRANSLATE_NOOP("Problem", "there is no display, and Xvfb gave none")},
     {ProblemCode::NoXvfb,
-     QT_TRANSLATE_NOOP("Problem", "there is no display, and xvfb-run, which provides a virtual one, is not "
-                                  "installed (Debian, Ubuntu: apt-get install xvfb xauth)")},
+     QT_TRANSLATE_NOOP("Problem", "there is no display, and Xvfb, which provides a virtual one, is not "
+                                  "installed (Debian, Ubuntu: apt-get install xvfb)")},
     {ProblemCode::XvfbFailed,
-     QT_TRANSLATE_NOOP("Problem", "there is no display, and xvfb-run does not start")},
+     QT_TRANSLATE_NOOP("Problem", "there is no display, and Xvfb cannot be started")},
     {ProblemCode::NoOpenGL,
      QT_TRANSLATE_NOOP("Problem",
                        "this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)")},

@@ -971,16 +971,16 @@ wird berechnet</translation>
         <translation>kein Display für ein Fenster vorhanden; „kvgamut render“ braucht keines</translation>
     </message>
     <message>
-        <source>xvfb-run gave no display</source>
-        <translation>xvfb-run hat kein Display bereitgestellt</translation>
+        <source>there is no display, and Xvfb gave none</source>
+        <translation>es gibt kein Display, und Xvfb hat keines bereitgestellt</translation>
     </message>
     <message>
-        <source>there is no display, and xvfb-run, which provides a virtual one, is not installed (Debian, Ubuntu: apt-get install xvfb xauth)</source>
-        <translation>es gibt kein Display, und xvfb-run, das ein virtuelles bereitstellt, ist nicht installiert (Debian, Ubuntu: apt-get install xvfb xauth)</translation>
+        <source>there is no display, and Xvfb, which provides a virtual one, is not installed (Debian, Ubuntu: apt-get install xvfb)</source>
+        <translation>es gibt kein Display, und Xvfb, das ein virtuelles bereitstellt, ist nicht installiert (Debian, Ubuntu: apt-get install xvfb)</translation>
     </message>
     <message>
-        <source>there is no display, and xvfb-run does not start</source>
-        <translation>es gibt kein Display, und xvfb-run startet nicht</translation>
+        <source>there is no display, and Xvfb cannot be started</source>
+        <translation>es gibt kein Display, und Xvfb lässt sich nicht starten</translation>
     </message>
     <message>
         <source>this display has no OpenGL (Debian, Ubuntu: apt-get install libgl1-mesa-dri)</source>
