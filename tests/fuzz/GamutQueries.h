@@ -1,23 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Require.h"
+
 #include <platform/KVVelmoraFramework.h>
 
 #include <array>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace kvfuzz {
-
-/// Aborts if @p holds is false; the fuzzer then saves the input.
-inline void require(bool holds, const char* property)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "violated: %s\n", property);
-    std::abort();
-}
 
 /// Calls all queries of a gamut and checks properties that every gamut has.
 inline void queryAll(const KVGamut::GamutObject& gamut)

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Writes small initial inputs of every kind for the fuzzers:  make_fuzz_seeds FOLDER
-// They are written to FOLDER/profile and FOLDER/gamut_hash. FOLDER/profile.list and FOLDER/gamut_hash.list
-// list them in the form of the fuzzers' option -seed_inputs.
+// Writes small initial inputs of every kind for the fuzzers:  make_fuzz_seeds FOLDER KEPT
+// For each reader there are a folder FOLDER/reader, and FOLDER/reader.list, which lists its files in the form
+// of the fuzzers' option -seed_inputs. Binary inputs are made here, texts are copied from KEPT/seeds/reader,
+// and inputs that once failed from KEPT/found/reader.
 
+#include "app/support/TestPictures.h"
 #include "engine/TestProfiles.h"
+#include "model/inputs/SavedGamut.h"
 
 #include <QtCore/QCborMap>
 #include <QtCore/QCborValue>
 #include <QtCore/QDataStream>
 #include <QtCore/QDir>
+#include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QIODevice>
@@ -146,6 +150,51 @@ bool writeHashes(const QString& folder)
                  QByteArray(1, '\3') + QJsonDocument(QJsonObject::fromVariantHash(hash)).toJson());
 }
 
+bool writeSavedGamuts(const QString& folder)
+{
+    const auto gamut = gamutOf(opened(tableProfile(cmsSigRgbData, 2, box)), 3);
+    return write(folder, "box.kvgamut", SavedGamut{gamut.serialize(), QStringLiteral("box.icc")}.bytes()) &&
+           write(folder, "unnamed.kvgamut", SavedGamut{gamut.serialize(), {}}.bytes());
+}
+
+// With a profile of three, one or four channels, and without one.
+void writePictures(const QDir& root)
+{
+    const QByteArray rgb = matrixProfile(4.3);
+    const QByteArray grey = tableProfile(cmsSigGrayData, 2, box);
+    const QByteArray cmyk = tableProfile(cmsSigCmykData, 2, box);
+    const auto pathOf = [&root](const char* name) { return root.filePath(QLatin1String(name)); };
+    testpictures::writePng(pathOf("png/rgb.png"), rgb);
+    testpictures::writePng(pathOf("png/plain.png"), {});
+    testpictures::writePng(pathOf("reference/rgb.png"), rgb);
+    testpictures::writePng(pathOf("reference/plain.png"), {});
+    testpictures::writeJpeg(pathOf("jpeg/rgb.jpg"), rgb);
+    testpictures::writeJpeg(pathOf("jpeg/grey.jpg"), grey);
+    testpictures::writeJpeg(pathOf("jpeg/plain.jpg"), {});
+    testpictures::writeCmykJpeg(pathOf("jpeg/cmyk.jpg"), cmyk);
+    for (const char* mode : {"l", "b", "l8", "b8"})
+        testpictures::writeCmykTiff(pathOf("tiff/cmyk-") + QLatin1String(mode), cmyk, mode);
+    testpictures::writeCmykTiff(pathOf("tiff/plain"), {});
+}
+
+// The files of KEPT/seeds and KEPT/found.
+bool copyKept(const QDir& root, const QDir& kept)
+{
+    QDirIterator files(kept.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QFileInfo file(files.next());
+        const QString relative = kept.relativeFilePath(file.path()); // seeds/reader or found/reader
+        const QString kind = relative.section(QLatin1Char('/'), 0, 0);
+        if (kind != QLatin1String("seeds") && kind != QLatin1String("found"))
+            continue;
+        const QString folder = root.filePath(relative.section(QLatin1Char('/'), 1));
+        const QString copy = QStringLiteral("%1/%2-%3").arg(folder, kind, file.fileName());
+        if (!root.mkpath(folder) || !QFile::copy(file.filePath(), copy))
+            return false;
+    }
+    return true;
+}
+
 bool writeList(const QString& folder)
 {
     QStringList paths;
@@ -159,17 +208,21 @@ bool writeList(const QString& folder)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_fuzz_seeds FOLDER\n");
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: make_fuzz_seeds FOLDER KEPT\n");
         return 2;
     }
     const QDir root(QString::fromLocal8Bit(argv[1]));
-    const QString profiles = root.filePath(QStringLiteral("profile"));
-    const QString hashes = root.filePath(QStringLiteral("gamut_hash"));
-    if (!root.mkpath(profiles) || !root.mkpath(hashes) || !writeProfiles(profiles) || !writeHashes(hashes) ||
-        !writeList(profiles) || !writeList(hashes)) {
+    for (const char* reader : {"profile", "gamut_hash", "saved_gamut", "png", "reference", "jpeg", "tiff"})
+        root.mkpath(QLatin1String(reader));
+    bool done = copyKept(root, QDir(QString::fromLocal8Bit(argv[2]))) &&
+                writeProfiles(root.filePath(QStringLiteral("profile"))) &&
+                writeHashes(root.filePath(QStringLiteral("gamut_hash"))) &&
+                writeSavedGamuts(root.filePath(QStringLiteral("saved_gamut")));
+    writePictures(root);
+    for (const QString& reader : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        done = done && writeList(root.filePath(reader));
+    if (!done)
         std::fprintf(stderr, "make_fuzz_seeds: cannot write to %s\n", argv[1]);
-        return 1;
-    }
-    return 0;
+    return done ? 0 : 1;
 }
