@@ -10,6 +10,7 @@
 #   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
 #   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
+#   fuzz       every fuzzer for an hour, under the sanitizers; arguments are [--seconds N] and names of readers
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -21,7 +22,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,15s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,16s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -110,6 +111,10 @@ idle)
     kv_set_up "$root" test
     build dev "" bench_idle
     with_display build/dev/bin/bench_idle "$@"
+    ;;
+fuzz)
+    kv_set_up "$root" test
+    tools/lanes/fuzz.sh "$@"
     ;;
 wayland)
     kv_set_up "$root" test
