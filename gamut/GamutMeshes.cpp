@@ -188,7 +188,10 @@ QColor kvLabToColor(const QList<float>& lab)
 GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,
                               const KVCancelCheck& cancelled)
 {
-    return kvSegmentRecords(edgesOf(gamut.mesh(), cancelled), true, wireWidth, style, cancelled);
+    QList<ColoredSegment> edges = edgesOf(gamut.mesh(), cancelled);
+    GeometryData wireframe = kvSegmentRecords(edges, true, wireWidth, style, cancelled);
+    kvDisposeOfElements(std::move(edges));
+    return wireframe;
 }
 
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles,

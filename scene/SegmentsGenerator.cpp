@@ -10,7 +10,6 @@
 #include <cfloat>
 #include <cmath>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -48,11 +47,6 @@ EdgeKey edgeKey(const QVector3D& p, const QVector3D& q)
         std::swap(a, b);
     return {{a[0], a[1], a[2], b[0], b[1], b[2]}};
 }
-
-struct EdgeKeyHash
-{
-    std::size_t operator()(const EdgeKey& key) const { return qHashBits(key.bits.data(), sizeof key.bits); }
-};
 
 /// Half the horizontal and vertical extent of the tube.
 struct HalfSize
@@ -138,14 +132,43 @@ void takeColors(Stretch& x, const ColoredSegment& segment)
     x.to.first = (reversed ? segment.first : segment.second).first;
 }
 
+/// The pieces found so far by their end points, as a hash table of indices. One block of memory, which is
+/// released at once: a map with a node for each piece takes milliseconds to destroy.
+class PieceTable
+{
+public:
+    explicit PieceTable(std::size_t maxPieces)
+        : m_slots(std::bit_ceil(2 * maxPieces + 1), 0u), m_mask(m_slots.size() - 1)
+    {
+    }
+
+    /// The piece between the same two points. Null if there is none: then the next piece of @p stretches will
+    /// be the one.
+    Stretch* find(const QVector3D& p, const QVector3D& q, std::vector<Stretch>& stretches)
+    {
+        const EdgeKey key = edgeKey(p, q);
+        std::size_t slot = qHashBits(key.bits.data(), sizeof key.bits) & m_mask;
+        for (; m_slots[slot] != 0; slot = (slot + 1) & m_mask) {
+            Stretch& known = stretches[m_slots[slot] - 1];
+            if (edgeKey(known.from.second, known.to.second) == key)
+                return &known;
+        }
+        m_slots[slot] = static_cast<std::uint32_t>(stretches.size() + 1);
+        return nullptr;
+    }
+
+private:
+    std::vector<std::uint32_t> m_slots; ///< index of a piece plus 1; 0: free
+    std::size_t m_mask;
+};
+
 /// The segments that are finite and not degenerate. Those between the same two points become one piece, in
 /// the colours of the last.
 std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, CancelPacer& pacer)
 {
     std::vector<Stretch> stretches;
     stretches.reserve(static_cast<std::size_t>(segments.size()));
-    std::unordered_map<EdgeKey, std::size_t, EdgeKeyHash> seen;
-    seen.reserve(static_cast<std::size_t>(segments.size()));
+    PieceTable table(static_cast<std::size_t>(segments.size()));
     for (const ColoredSegment& segment : segments) {
         if (pacer.isCancelled())
             break;
@@ -154,9 +177,8 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, Canc
         const QVector3D d = q - p;
         if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerateSquaredLength))
             continue;
-        const auto [known, isNew] = seen.try_emplace(edgeKey(p, q), stretches.size());
-        if (!isNew) {
-            takeColors(stretches[known->second], segment);
+        if (Stretch* const known = table.find(p, q, stretches)) {
+            takeColors(*known, segment);
             continue;
         }
         Stretch& x = stretches.emplace_back();
@@ -339,16 +361,18 @@ GeometryData kvSegmentRecords(const QList<ColoredSegment>& segments, bool closed
         return data;
     CancelPacer pacer(cancelled, stepsBetweenChecks);
     auto stretches = ribbonPieces(segments, closedHint, width, pacer);
-    if (cancelled && cancelled())
-        return data;
-    data.records.reserve(static_cast<qsizetype>(3 * maxTriangles(stretches)) * kvVertexFloats);
+    const bool complete = !(cancelled && cancelled());
+    if (complete)
+        data.records.reserve(static_cast<qsizetype>(3 * maxTriangles(stretches)) * kvVertexFloats);
     QList<float> vertices;
-    for (std::size_t i = 0; i < stretches.size() && !(cancelled && cancelled()); i += piecesAtOnce) {
+    for (std::size_t i = 0; complete && i < stretches.size() && !(cancelled && cancelled());
+         i += piecesAtOnce) {
         vertices.resize(0);
         TriangleWriter writer(vertices, 12 * static_cast<qsizetype>(piecesAtOnce));
         writePieces(writer, stretches, i, std::min(i + piecesAtOnce, stretches.size()));
         kvExpandVertices({vertices.constData(), static_cast<std::size_t>(vertices.size())}, style,
                          kvAppendRecords(data.records, vertices.size() / GeometryData::floatsPerVertex));
     }
+    kvDisposeOfElements(std::move(stretches));
     return data;
 }

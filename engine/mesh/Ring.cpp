@@ -11,6 +11,7 @@
 #include <optional>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -116,6 +117,27 @@ std::array<PlaneVertex, 3> verticesOf(const KVGamut::Mesh& mesh, const KVGamut::
     return vertices;
 }
 
+// The triangles with vertices on both sides of a plane: few of many. Each vertex is measured once.
+class CrossedTriangles
+{
+public:
+    CrossedTriangles(const KVGamut::Mesh& mesh, const Plane& plane) : m_above(mesh.lab.size())
+    {
+        for (std::size_t v = 0; v < m_above.size(); ++v)
+            m_above[v] = plane.distanceOf(velmora::toVec3(mesh.lab[v])) >= 0.0;
+    }
+    bool contains(const KVGamut::Mesh::Triangle& t) const
+    {
+        const char first = above(t[0]);
+        return above(t[1]) != first || above(t[2]) != first;
+    }
+
+private:
+    char above(int vertex) const { return m_above[static_cast<std::size_t>(vertex)]; }
+
+    std::vector<char> m_above;
+};
+
 using MeshEdge = std::pair<int, int>; // vertices, the smaller index first
 
 // A step of a loop: where it begins, and the edge from which the loop goes on.
@@ -129,7 +151,10 @@ struct Step
 std::map<MeshEdge, Step> stepsOf(const KVGamut::Mesh& mesh, const Plane& plane)
 {
     std::map<MeshEdge, Step> steps;
+    const CrossedTriangles crossedTriangles(mesh, plane);
     for (const KVGamut::Mesh::Triangle& t : mesh.triangles) {
+        if (!crossedTriangles.contains(t))
+            continue;
         const auto vertices = verticesOf(mesh, t, plane);
         const auto crossed = crossedEdges(vertices);
         if (!crossed)
@@ -171,7 +196,10 @@ std::vector<KVGamut::RingPiece> KVGamut::computeRing(const float* plane, const M
     const auto cut = Plane::of(plane);
     if (!cut)
         return ring;
+    const CrossedTriangles crossedTriangles(mesh, *cut);
     for (const Mesh::Triangle& t : mesh.triangles) {
+        if (!crossedTriangles.contains(t))
+            continue;
         const auto vertices = verticesOf(mesh, t, *cut);
         if (const auto crossed = crossedEdges(vertices))
             ring.push_back(pieceOf(vertices, *crossed));
