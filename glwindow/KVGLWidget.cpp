@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
+#include <glwindow/WaylandPlatform.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
@@ -28,6 +29,10 @@ KVGLWidget::KVGLWidget(QWindow* parent)
     format.setRenderableType(QSurfaceFormat::OpenGL);
     format.setProfile(QSurfaceFormat::CoreProfile);
     format.setVersion(1, 2);
+    // Without alpha Qt declares the window opaque. A compositor then treats the window behind as covered, and
+    // sends it no frame callbacks. Qt concludes that both windows are not exposed, and drawing stops.
+    if (isOnWayland())
+        format.setAlphaBufferSize(8);
     setFormat(format);
 
     m_background = Qt::gray;
@@ -205,6 +210,8 @@ void KVGLWidget::paintGL()
     if (!isFrameDue())
         return;
     drawScene(m_camera, m_camera.projectionMatrix());
+    if (requestedFormat().hasAlpha())
+        makeOpaque();
     m_lastDrawnCamera = m_camera;
     m_drawnBackground = m_background;
     m_mustDraw = false;
@@ -253,6 +260,16 @@ void KVGLWidget::drawScene(const CameraState& camera, const QMatrix4x4& projecti
 
     gl.glDepthMask(GL_TRUE);
     gl.glDisable(GL_BLEND);
+}
+
+/// Sets the alpha of the picture to 1. It is lower where translucent objects were blended, and a compositor
+/// would blend these parts with what is behind the window.
+void KVGLWidget::makeOpaque()
+{
+    m_functions.glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    m_functions.glClearColor(0, 0, 0, 1);
+    m_functions.glClear(GL_COLOR_BUFFER_BIT);
+    m_functions.glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }
 
 bool KVGLWidget::isSettled() const

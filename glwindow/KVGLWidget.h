@@ -169,6 +169,7 @@ private:
     void retryLater();
     void setDrawingProblem(const std::optional<KVProblem>& problem);
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
+    void makeOpaque();
     QImage resolved(GLuint framebuffer, const QSize& size);
     QSize deviceSize() const;
     bool canPaint() const;

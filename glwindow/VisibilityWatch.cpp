@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <glwindow/VisibilityWatch.h>
+#include <glwindow/WaylandPlatform.h>
 
 #include <QtCore/QEvent>
-#include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 
 #include <utility>
@@ -14,11 +14,6 @@ bool isShown(const QWindow& window)
     // Qt does not know whether a window of another program is visible.
     return window.type() == Qt::ForeignWindow ||
            (window.isVisible() && !window.windowStates().testFlag(Qt::WindowMinimized));
-}
-
-bool isWayland()
-{
-    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
 }
 
 } // namespace
@@ -97,7 +92,7 @@ void VisibilityWatch::onExpose(const QWindow& window)
     // On Wayland it may also lose its exposure then, and each window has its own that is reliable.
     if (window.isExposed())
         m_unmapped = false;
-    else if (!window.parent() && !isWayland())
+    else if (!window.parent() && !isOnWayland())
         m_unmapped = true;
     if (&window != &m_window)
         check();

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <glwindow/WaylandPlatform.h>
 #include <viewer/Backdrop.h>
 
-#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 
 bool Backdrop::isNeeded()
 {
-    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+    return isOnWayland();
 }
 
 void Backdrop::paint(const QColor& color)
