@@ -29,7 +29,7 @@ ViewCommand::ViewCommand(CLI::App& program)
 int ViewCommand::run(Arguments arguments)
 {
     if (!Screen::isPresent()) {
-        say(Problem(ProblemCode::NoDisplayForWindow));
+        say(Screen::absence());
         return BadOutput;
     }
     Screen::choosePlatform(Screen::Use::Window);

@@ -9,13 +9,72 @@
 #include <csignal>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
+
 using namespace kvtest;
 
 namespace {
 
+/// A server that accepts one connection and sends a text: no Wayland compositor.
+class OtherServer
+{
+public:
+    explicit OtherServer(const QString& path)
+    {
+        const QByteArray name = QFile::encodeName(path);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        EXPECT_LT(name.size(), static_cast<qsizetype>(sizeof address.sun_path));
+        std::copy(name.cbegin(), name.cend(), address.sun_path);
+        EXPECT_EQ(bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(m_socket, 1), 0);
+        m_thread = std::thread([this] {
+            const int client = accept(m_socket, nullptr, nullptr);
+            const QByteArray greeting("220 ready for mail\r\n");
+            send(client, greeting.constData(), static_cast<size_t>(greeting.size()), MSG_NOSIGNAL);
+            close(client);
+        });
+    }
+    ~OtherServer()
+    {
+        shutdown(m_socket, SHUT_RDWR); // ends accept()
+        m_thread.join();
+        close(m_socket);
+    }
+    OtherServer(const OtherServer&) = delete;
+    OtherServer& operator=(const OtherServer&) = delete;
+
+private:
+    int m_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    std::thread m_thread;
+};
+
 class DisplayTest : public ProgramTest
 {
 protected:
+    /// What `kvgamut view` answers in an environment without a display, to which @p variables are added.
+    static Answer viewWith(const QList<std::pair<QString, QString>>& variables)
+    {
+        QProcessEnvironment env = withoutDisplay();
+        for (const auto& [name, value] : variables)
+            env.insert(name, value);
+        return kvgamut({QStringLiteral("view"), QStringLiteral("sRGB")}, env);
+    }
+
+    /// Whether the program says that none of @p displays answers.
+    static testing::AssertionResult cannotReach(const Answer& answer, const QString& displays)
+    {
+        return failedWith(
+            answer, BadOutput,
+            QStringLiteral("kvgamut: no window can be opened: the display (%1) does not answer; "
+                           "name one that runs, or use 'kvgamut render', which needs none")
+                .arg(displays));
+    }
+
     QStringList render(const QString& profile = QStringLiteral("sRGB"))
     {
         return {QStringLiteral("render"), profile, QStringLiteral("--size"), QStringLiteral("200x150"),
@@ -252,6 +311,59 @@ TEST_F(DisplayTest, isWhatViewNeeds)
     EXPECT_TRUE(failedWith(answer, BadOutput,
                            QStringLiteral("kvgamut: there is no display to open a window on; "
                                           "'kvgamut render' needs none")));
+}
+
+const std::pair staleWayland(QStringLiteral("WAYLAND_DISPLAY"), QStringLiteral("wayland-987"));
+const std::pair staleX(QStringLiteral("DISPLAY"), QStringLiteral(":987"));
+
+TEST_F(DisplayTest, viewReportsAWaylandDisplayThatDoesNotExist)
+{
+    EXPECT_TRUE(cannotReach(viewWith({staleWayland}), QStringLiteral("WAYLAND_DISPLAY=wayland-987")));
+}
+
+TEST_F(DisplayTest, viewReportsAnXDisplayThatDoesNotExist)
+{
+    EXPECT_TRUE(cannotReach(viewWith({staleX}), QStringLiteral("DISPLAY=:987")));
+}
+
+TEST_F(DisplayTest, viewReportsBothIfNeitherAnswers)
+{
+    EXPECT_TRUE(cannotReach(viewWith({staleWayland, staleX}),
+                            QStringLiteral("WAYLAND_DISPLAY=wayland-987, DISPLAY=:987")));
+}
+
+TEST_F(DisplayTest, viewReportsAWaylandDisplayThatIsAnotherServer)
+{
+    const QString socket = path(QStringLiteral("mail"));
+    const OtherServer server(socket);
+    EXPECT_TRUE(cannotReach(viewWith({{QStringLiteral("WAYLAND_DISPLAY"), socket}}),
+                            QStringLiteral("WAYLAND_DISPLAY=") + socket));
+}
+
+TEST_F(DisplayTest, viewReportsAWaylandConnectionThatIsNone)
+{
+    EXPECT_TRUE(cannotReach(viewWith({{QStringLiteral("WAYLAND_SOCKET"), QStringLiteral("987")}}),
+                            QStringLiteral("WAYLAND_SOCKET=987")));
+}
+
+TEST_F(DisplayTest, viewUsesXWhenWaylandDoesNotAnswer)
+{
+    QProcessEnvironment env = environment();
+    env.insert(staleWayland.first, staleWayland.second);
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    // the file is read only when the window has been made
+    const QString missing = path(QStringLiteral("missing.icc"));
+    EXPECT_TRUE(failedWith(kvgamut({QStringLiteral("view"), missing}, env), BadInput,
+                           QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
+}
+
+TEST_F(DisplayTest, rendersOnAnXServerOfItsOwnWhenNoDisplayAnswers)
+{
+    QProcessEnvironment env = withoutDrivers();
+    env.insert(staleWayland.first, staleWayland.second);
+    env.insert(staleX.first, staleX.second);
+    EXPECT_TRUE(succeeded(kvgamut(render(), env)));
+    EXPECT_EQ(QImage(output()).size(), QSize(200, 150));
 }
 
 } // namespace

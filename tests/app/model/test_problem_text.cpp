@@ -34,6 +34,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::ObjectsWithoutLab:
     case ProblemCode::SessionNotOneOf:
     case ProblemCode::SessionSamePoint:
+    case ProblemCode::NoPlatformPlugin:
     case ProblemCode::NothingDrawn:
     case ProblemCode::ReferenceSizeDiffers:
     case ProblemCode::ReferenceDiffers:
@@ -58,6 +59,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::SessionNotList:
     case ProblemCode::SessionNotGroup:
     case ProblemCode::NoCameraInClipboard:
+    case ProblemCode::DisplayNotReachable:
         return 1;
     case ProblemCode::NoSuchFile:
     case ProblemCode::PermissionDenied:

@@ -62,7 +62,7 @@ QProcessEnvironment kvtest::environment()
 QProcessEnvironment kvtest::withoutDisplay()
 {
     QProcessEnvironment env = environment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "QT_QPA_PLATFORM"})
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "XAUTHORITY", "QT_QPA_PLATFORM"})
         env.remove(QLatin1String(name));
     return env;
 }

@@ -1,48 +1,60 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Screen.h"
 
+#include "PlatformPlugin.h"
+#include "WaylandServer.h"
 #include "XServer.h"
 
 #include <KVGamutView.h>
 
 #include <QtCore/QByteArrayList>
-#include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
 #include <QtCore/QLibraryInfo>
+#include <QtCore/QStringList>
 #include <QtCore/QVersionNumber>
 
 #include <algorithm>
 
 namespace {
 
-bool hasWayland()
+bool canUseX()
 {
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    static const bool usable = XServer::isReachable() && PlatformPlugin::isUsable(QStringLiteral("xcb"));
+    return usable;
 }
 
-/// Whether the viewer can be shown there. Earlier versions of Qt do not show a window that is embedded in
-/// widgets on Wayland. The plug-in may not be installed; Qt would complain about that before it tries X.
+bool canUseWayland()
+{
+    static const bool usable =
+        WaylandServer::isReachable() && PlatformPlugin::isUsable(QStringLiteral("wayland"));
+    return usable;
+}
+
+/// Whether this version of Qt shows a window that is embedded in widgets on Wayland.
 bool canEmbedOnWayland()
 {
-    if (QLibraryInfo::version() < QVersionNumber(6, 8))
-        return false;
-    const QStringList folders = QCoreApplication::libraryPaths();
-    return std::any_of(folders.cbegin(), folders.cend(), [](const QString& folder) {
-        return !QDir(folder + QStringLiteral("/platforms"))
-                    .entryList({QStringLiteral("*wayland*")})
-                    .isEmpty();
-    });
+    return QLibraryInfo::version() >= QVersionNumber(6, 8);
 }
 
 /// Platforms that have windows with OpenGL here, the best one first. Qt tries them in turn.
 QByteArrayList platforms(Screen::Use use)
 {
     QByteArrayList names;
-    if (XServer::isReachable())
+    if (canUseX())
         names.append("xcb");
-    if (hasWayland())
+    if (canUseWayland())
         names.insert(use == Screen::Use::Window && canEmbedOnWayland() ? 0 : names.size(), "wayland");
     return names;
+}
+
+/// The displays that the environment names, as in "WAYLAND_DISPLAY=wayland-1, DISPLAY=:0".
+QString namedDisplays()
+{
+    QStringList named;
+    for (const char* variable : {"WAYLAND_SOCKET", "WAYLAND_DISPLAY", "DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(variable))
+            named.append(QLatin1String(variable) + u'=' + qEnvironmentVariable(variable));
+    }
+    return named.join(QStringLiteral(", "));
 }
 
 /// The name without the parts that follow it, as in "xcb;offscreen", "vnc:port=0" and "wayland-egl".
@@ -57,12 +69,25 @@ QByteArray nameOf(const QByteArray& platform)
 
 bool Screen::isPresent()
 {
-    return XServer::isReachable() || hasWayland();
+    return canUseX() || canUseWayland();
+}
+
+Problem Screen::absence()
+{
+    if (WaylandServer::isReachable())
+        return Problem(ProblemCode::NoPlatformPlugin,
+                       {QStringLiteral("wayland"), QStringLiteral("qt6-wayland")});
+    if (XServer::isReachable())
+        return Problem(ProblemCode::NoPlatformPlugin, {QStringLiteral("xcb"), QStringLiteral("libqt6gui6")});
+    const QString named = namedDisplays();
+    return named.isEmpty() ? Problem(ProblemCode::NoDisplayForWindow)
+                           : Problem(ProblemCode::DisplayNotReachable, {named});
 }
 
 bool Screen::isChosenByUser()
 {
-    return platforms(Use::Picture).contains(nameOf(qgetenv("QT_QPA_PLATFORM")));
+    const QByteArray name = nameOf(qgetenv("QT_QPA_PLATFORM"));
+    return !name.isEmpty() && platforms(Use::Picture).contains(name);
 }
 
 void Screen::choosePlatform(Use use)

@@ -17,8 +17,10 @@ enum class Use
     Picture ///< OpenGL, without a window that the user should see: X if possible
 };
 
-/// Whether an X server accepts connections, or the environment names a Wayland display.
+/// Whether an X server or a Wayland compositor answers, and Qt has a plug-in for it.
 bool isPresent();
+/// Why isPresent() is false.
+Problem absence();
 
 /// Whether QT_QPA_PLATFORM names a platform that has windows with OpenGL here.
 bool isChosenByUser();

@@ -97,6 +97,8 @@ enum class ProblemCode : int
 
     // displays and rendering
     NoDisplayForWindow,   ///< `kvgamut view` without a display
+    DisplayNotReachable,  ///< argument: the displays that the environment names
+    NoPlatformPlugin,     ///< arguments: name of Qt's plug-in, Debian package
     NoVirtualDisplay,     ///< no display, and Xvfb started but gave none
     NoXvfb,               ///< no display, and Xvfb is not installed
     XvfbFailed,           ///< no display, and Xvfb cannot be started; with a cause

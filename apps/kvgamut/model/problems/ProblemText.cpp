@@ -115,6 +115,12 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "the clipboard holds no camera; an example: %1")},
     {ProblemCode::NoDisplayForWindow,
      QT_TRANSLATE_NOOP("Problem", "there is no display to open a window on; 'kvgamut render' needs none")},
+    {ProblemCode::DisplayNotReachable,
+     QT_TRANSLATE_NOOP("Problem", "no window can be opened: the display (%1) does not answer; name one that "
+                                  "runs, or use 'kvgamut render', which needs none")},
+    {ProblemCode::NoPlatformPlugin,
+     QT_TRANSLATE_NOOP("Problem", "no window can be opened: Qt's plug-in '%1' for the display is missing or "
+                                  "cannot be loaded (Debian, Ubuntu: apt-get install %2)")},
     {ProblemCode::NoVirtualDisplay, QT_TRANSLATE_NOOP("Problem", "there is no display, and Xvfb gave none")},
     {ProblemCode::NoXvfb,
      QT_TRANSLATE_NOOP("Problem", "there is no display, and Xvfb, which provides a virtual one, is not "

@@ -971,6 +971,14 @@ wird berechnet</translation>
         <translation>kein Display für ein Fenster vorhanden; „kvgamut render“ braucht keines</translation>
     </message>
     <message>
+        <source>no window can be opened: the display (%1) does not answer; name one that runs, or use &apos;kvgamut render&apos;, which needs none</source>
+        <translation>es lässt sich kein Fenster öffnen: das Display (%1) antwortet nicht; nennen Sie eines, das läuft, oder verwenden Sie „kvgamut render“, das keines braucht</translation>
+    </message>
+    <message>
+        <source>no window can be opened: Qt&apos;s plug-in &apos;%1&apos; for the display is missing or cannot be loaded (Debian, Ubuntu: apt-get install %2)</source>
+        <translation>es lässt sich kein Fenster öffnen: das Qt-Plug-in „%1“ für das Display fehlt oder lässt sich nicht laden (Debian, Ubuntu: apt-get install %2)</translation>
+    </message>
+    <message>
         <source>there is no display, and Xvfb gave none</source>
         <translation>es gibt kein Display, und Xvfb hat keines bereitgestellt</translation>
     </message>

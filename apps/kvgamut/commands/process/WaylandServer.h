@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// The Wayland compositor that WAYLAND_DISPLAY names.
+namespace WaylandServer {
+
+/// Whether it answers. Qt would end the process if it does not.
+bool isReachable();
+
+} // namespace WaylandServer
