@@ -2,7 +2,7 @@
 // Writes small initial inputs of every kind for the fuzzers:  make_fuzz_seeds FOLDER KEPT
 // For each reader there are a folder FOLDER/reader, and FOLDER/reader.list, which lists its files in the form
 // of the fuzzers' option -seed_inputs. Binary inputs are made here, texts are copied from KEPT/seeds/reader,
-// and inputs that once failed from KEPT/found/reader.
+// and inputs that once failed from KEPT/found/reader, except for those of the engine.
 
 #include "app/support/TestPictures.h"
 #include "engine/TestProfiles.h"
@@ -185,9 +185,12 @@ bool copyKept(const QDir& root, const QDir& kept)
         const QFileInfo file(files.next());
         const QString relative = kept.relativeFilePath(file.path()); // seeds/reader or found/reader
         const QString kind = relative.section(QLatin1Char('/'), 0, 0);
-        if (kind != QLatin1String("seeds") && kind != QLatin1String("found"))
+        const QString reader = relative.section(QLatin1Char('/'), 1);
+        // those of the engine take seconds each, with the sanitizers; test_fuzz_found reads them
+        const bool isSlow = reader == QLatin1String("profile") || reader == QLatin1String("gamut_hash");
+        if (kind != QLatin1String("seeds") && (kind != QLatin1String("found") || isSlow))
             continue;
-        const QString folder = root.filePath(relative.section(QLatin1Char('/'), 1));
+        const QString folder = root.filePath(reader);
         const QString copy = QStringLiteral("%1/%2-%3").arg(folder, kind, file.fileName());
         if (!root.mkpath(folder) || !QFile::copy(file.filePath(), copy))
             return false;

@@ -7,8 +7,8 @@ set -euo pipefail
 tree=$PWD
 # Qt is linked to GCC's standard library.
 export CXXFLAGS="${CXXFLAGS//-stdlib=libc++/}"
-cmake -S "$tree" -B "$WORK/build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "-DCMAKE_CXX_COMPILER=$CXX" \
-    "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -gline-tables-only" -DBUILD_TESTING=OFF -DKV3DVIEWER_FUZZ=ON
+# The sanitizers are in CXXFLAGS.
+cmake --preset fuzz -B "$WORK/build" "-DCMAKE_CXX_COMPILER=$CXX" -DKV3DVIEWER_SANITIZE=
 cmake --build "$WORK/build" --target KVFuzzers
 
 mkdir -p "$OUT/lib" "$OUT/plugins"
