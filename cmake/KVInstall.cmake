@@ -49,6 +49,15 @@ function(kv_relative_install_path variable from to)
     set(${variable} "${to}" PARENT_SCOPE)
 endfunction()
 
+# The run path is the same in the build folder as installed. Otherwise CMake reserves room for the other one with
+# empty elements, and an empty element means the current folder: the program would load libraries from there.
+# A host that adds this tree may have its libraries in several folders, and keeps CMake's run paths.
+function(kv_use_install_rpath target)
+    if(PROJECT_IS_TOP_LEVEL)
+        set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+    endif()
+endfunction()
+
 # kv_shared_library(TARGET COMPONENT name): a library with a version. Hosts link KV3DViewer::COMPONENT, with
 # add_subdirectory as well as installed.
 function(kv_shared_library target)
@@ -59,6 +68,7 @@ function(kv_shared_library target)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${KV3DVIEWER_SOVERSION}
         INSTALL_RPATH "$ORIGIN")
+    kv_use_install_rpath(${target})
     if(KV3DVIEWER_INSTALL)
         target_include_directories(${target} INTERFACE "$<INSTALL_INTERFACE:${KV3DVIEWER_INSTALL_INCLUDEDIR}>")
     endif()
@@ -117,7 +127,9 @@ function(kv_install_program target)
     endif()
     set(bindir "${KV3DVIEWER_INSTALL_PROGRAMDIR}/bin")
     kv_relative_install_path(libraries "${bindir}" "${CMAKE_INSTALL_LIBDIR}")
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+    set_target_properties(${target} PROPERTIES
+        INSTALL_RPATH "$ORIGIN/../lib;$ORIGIN/${libraries}") # in the build folder; installed
+    kv_use_install_rpath(${target})
     install(TARGETS ${target} RUNTIME DESTINATION "${bindir}" COMPONENT Tools)
     kv_install_link("${KV3DVIEWER_INSTALL_RESOURCESDIR}" "${KV3DVIEWER_INSTALL_PROGRAMDIR}" Resources)
     kv_install_link("${bindir}/${target}" "${CMAKE_INSTALL_BINDIR}" ${target})

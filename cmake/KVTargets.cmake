@@ -18,6 +18,7 @@ function(kv_target_defaults target)
             -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
         target_compile_definitions(${target} PRIVATE QT_FORCE_ASSERTS)
     endif()
+    kv_harden(${target})
     if(KV3DVIEWER_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${KV3DVIEWER_SANITIZE}
             -fno-omit-frame-pointer -fno-sanitize-recover=all)
