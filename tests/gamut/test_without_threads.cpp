@@ -4,41 +4,10 @@
 #include <gamut/KV3DGamutObject.h>
 
 #include "support/FakeVelmora.h"
+#include "support/RefusedThreads.h"
 #include "support/Watchdog.h"
 
-#include <dlfcn.h>
-#include <pthread.h>
-
-#include <atomic>
-#include <cerrno>
-
-namespace {
-std::atomic<bool> refuseThreads{false};
-} // namespace
-
-#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-
-constexpr bool canRefuseThreads = false; // sanitizers replace this function, too
-
-#else
-
-constexpr bool canRefuseThreads = true;
-
-// A definition in the program replaces that of the C library for all libraries in the process, if it is
-// visible.
-#pragma GCC visibility push(default)
-extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
-                              void* argument) noexcept
-{
-    if (refuseThreads)
-        return EAGAIN;
-    static const auto original =
-        reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
-    return original(thread, attributes, run, argument);
-}
-#pragma GCC visibility pop
-
-#endif
+using kvtest::refuseThreads;
 
 namespace {
 
@@ -48,12 +17,12 @@ protected:
     void SetUp() override
     {
         Case::SetUp();
-        if (!canRefuseThreads)
+        if (!kvtest::canRefuseThreads)
             GTEST_SKIP() << "a sanitizer starts the threads";
     }
     void TearDown() override
     {
-        refuseThreads = false;
+        refuseThreads(false);
         Case::TearDown();
     }
 
@@ -83,16 +52,16 @@ protected:
 
 TEST_F(WithoutThreads, aLoadRunsOnTheGuiThread)
 {
-    refuseThreads = true;
+    refuseThreads(true);
     EXPECT_TRUE(load());
     EXPECT_EQ(engineThread(), QThread::currentThread());
 }
 
 TEST_F(WithoutThreads, laterLoadsUseThreadsAgain)
 {
-    refuseThreads = true;
+    refuseThreads(true);
     EXPECT_TRUE(load());
-    refuseThreads = false;
+    refuseThreads(false);
     EXPECT_TRUE(load());
     EXPECT_NE(engineThread(), QThread::currentThread());
 }

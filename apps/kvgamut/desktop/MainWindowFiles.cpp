@@ -7,6 +7,7 @@
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/SessionFile.h"
 #include "desktop/menus/FileMenu.h"
+#include "desktop/models/Threads.h"
 #include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
@@ -15,7 +16,6 @@
 #include "desktop/view/CameraText.h"
 #include "model/inputs/BuiltInProfiles.h"
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtGui/QClipboard>
@@ -204,7 +204,7 @@ void MainWindow::readSession(const QString& file)
 {
     cancelSession();
     m_sessionTask = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
-    QtConcurrent::run(SessionFile::read, file, m_sessionTask)
+    Threads::run(*QThreadPool::globalInstance(), SessionFile::read, file, m_sessionTask)
         .then(this, [this, file, task = m_sessionTask](const Result<Session>& session) {
             if (task->isCancelled())
                 return;

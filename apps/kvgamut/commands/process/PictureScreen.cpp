@@ -2,6 +2,7 @@
 #include "PictureScreen.h"
 
 #include "Screen.h"
+#include "model/inputs/ThreadCheck.h"
 
 #ifdef KVGAMUT_SURFACELESS
 #include "surfaceless/Surfaceless.h"
@@ -30,6 +31,8 @@ bool chooseSurfaceless()
 
 std::optional<Problem> PictureScreen::choose()
 {
+    if (!threadsAreAvailable())
+        qputenv("LP_NUM_THREADS", "0"); // Mesa's software renderer would wait for its threads for ever
     if (Screen::isChosenByUser() || chooseSurfaceless())
         return std::nullopt;
     if (Screen::isPresent()) {

@@ -2,9 +2,9 @@
 #include "ComparisonModel.h"
 
 #include "desktop/language/ShownWords.h"
+#include "desktop/models/Threads.h"
 #include "model/text/SafeText.h"
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFuture>
 #include <QtCore/QLocale>
 
@@ -98,7 +98,7 @@ void ComparisonModel::request(const GamutEntry& first, const GamutEntry& second)
     if (m_comparisons.contains(pair) || m_pending.contains(pair))
         return;
     m_pending.insert(pair);
-    QtConcurrent::run(&m_pool, [a = first.gamut, b = second.gamut] {
+    Threads::run(m_pool, [a = first.gamut, b = second.gamut] {
         return a.compare(b);
     }).then(this, [this, pair](const KVGamut::Comparison& comparison) {
         m_pending.remove(pair);

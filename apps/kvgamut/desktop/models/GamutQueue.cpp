@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutQueue.h"
 
-#include <QtConcurrent/QtConcurrentRun>
+#include "desktop/models/Threads.h"
+
 #include <QtCore/QFuture>
 #include <QtCore/QThread>
 
@@ -106,8 +107,7 @@ void GamutQueue::start(int row)
     stop(id);
     const Job job{++m_lastTicket, KVCompletionProtocol::createTask(entry.title)};
     m_jobs.insert(id, job);
-    QtConcurrent::run(&m_pool, &GamutQueue::compute, entry.input, m_sources.value(id), entry.settings,
-                      job.protocol)
+    Threads::run(m_pool, &GamutQueue::compute, entry.input, m_sources.value(id), entry.settings, job.protocol)
         .then(this, [this, id, ticket = job.ticket](const Outcome& outcome) { finish(id, ticket, outcome); });
     m_ticker.start();
     Q_EMIT progressed();

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointLayer.h"
 
+#include "desktop/models/Threads.h"
 #include "model/points/Lab.h"
 #include "model/text/SafeText.h"
 
-#include <QtConcurrent/QtConcurrentRun>
 #include <QtCore/QFileInfo>
 #include <QtCore/QFuture>
 #include <QtCore/QLocale>
@@ -182,7 +182,7 @@ void PointLayer::open(const QString& file)
     layer.ticket = ticket;
     layer.work = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
     layer.reading = true;
-    QtConcurrent::run(&m_pool, readPoints, file, layer.work)
+    Threads::run(m_pool, readPoints, file, layer.work)
         .then(this, [this, file, ticket](const Result<PointSet>& set) { finishReading(file, ticket, set); });
 }
 
@@ -272,7 +272,7 @@ void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
     if (layer.reading || layer.judgedBy == gamut.revision || layer.beingJudgedBy == gamut.revision)
         return;
     layer.beingJudgedBy = gamut.revision;
-    QtConcurrent::run(&m_pool, distancesOf, layer.set.points, gamut.gamut, layer.work)
+    Threads::run(m_pool, distancesOf, layer.set.points, gamut.gamut, layer.work)
         .then(this, [this, file = layer.set.file, ticket = layer.ticket,
                      revision = gamut.revision](const QList<float>& distances) {
             const int row = rowOf(file);
