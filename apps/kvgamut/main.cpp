@@ -19,9 +19,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <execinfo.h>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -65,6 +68,8 @@ std::vector<std::string> reversedArguments(int argc, char** argv)
 
 int run(Command& command, Arguments arguments)
 {
+    if (!command.hasWindow())
+        qputenv("QT_NO_GLIB", "1"); // GLib aborts if there is not enough memory; only input methods need it
     const Command::Files files = command.files();
     if (const auto problem = overwritesInput(files.output, files.inputs)) {
         say(*problem);
@@ -103,17 +108,35 @@ int runProgram(int argc, char** argv)
     return WrongUsage;
 }
 
+/// Makes the C library load what it needs to end threads, and for which it aborts if there is no memory
+/// later.
+void loadUnwinder()
+{
+    void* frame = nullptr;
+    backtrace(&frame, 1);
+}
+
+/// Ends the program when there is not enough memory, also where no exception may pass. Allocates nothing, and
+/// runs no destructors of libraries, which may be in the middle of something.
+[[noreturn]] void endWithoutMemory()
+{
+    constexpr std::string_view line = "kvgamut: the input is too large for this machine\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    _exit(BadInput);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    std::set_terminate(endWithoutMemory);
+    loadUnwinder();
     StandardFiles::occupyClosed();
     StandardFiles::ignoreBrokenPipes();
     ProgramLocale::useUtf8();
     try {
         return runProgram(argc, argv);
-    } catch (const std::exception& failure) { // std::bad_alloc
-        std::fprintf(stderr, "kvgamut: the input is too large for this machine (%s)\n", failure.what());
-        return BadInput;
+    } catch (const std::exception&) { // not enough memory
+        endWithoutMemory();
     }
 }

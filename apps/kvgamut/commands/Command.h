@@ -25,6 +25,9 @@ public:
     };
     virtual Files files() const { return {}; }
 
+    /// Whether it opens a window that the user works with.
+    virtual bool hasWindow() const { return false; }
+
     /// Does the work. @return an ExitCode
     virtual int run(Arguments arguments) = 0;
 

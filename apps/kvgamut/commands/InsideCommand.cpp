@@ -7,6 +7,7 @@
 #include "commands/process/Say.h"
 #include "model/points/PointInput.h"
 #include "model/reports/GamutWords.h"
+#include "model/text/ListOf.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -194,7 +195,7 @@ int InsideCommand::run(Arguments arguments)
     bool allRead = true;
     const QList<MeasuredPoint> asked = points(allRead);
     Progress progress(m_report.quiet);
-    const GamutInputs inputs = GamutInputs::compute({m_name}, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(listOf(m_name), m_settings, progress);
     QList<Answer> answers;
     const Result<KVGamut::GamutObject>& gamut = inputs.all[0].gamut;
     if (gamut)

@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "commands/options/ReportOptions.h"
 #include "model/points/MeasuredPoint.h"
+#include "model/text/ListOf.h"
 
 #include <optional>
 
@@ -13,7 +14,7 @@ class InsideCommand : public Command
 public:
     explicit InsideCommand(CLI::App& program);
 
-    Files files() const override { return {{m_name, m_pointFile}, m_report.output}; }
+    Files files() const override { return {listOf(m_name, m_pointFile), m_report.output}; }
     int run(Arguments arguments) override;
 
 private:

@@ -13,6 +13,7 @@ class ViewCommand : public Command
 public:
     explicit ViewCommand(CLI::App& program);
 
+    bool hasWindow() const override { return true; }
     int run(Arguments arguments) override;
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MeasuredPoint.h"
 
+#include "model/text/ListOf.h"
+
 #include <cmath>
 
 QColor MeasuredPoint::shownColor() const
@@ -10,7 +12,7 @@ QColor MeasuredPoint::shownColor() const
 
 QColor screenColor(const KVGamut::LabPoint& lab)
 {
-    const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB({lab.L, lab.a, lab.b});
+    const QList<float> rgb = KVColorConversionHelper::KVHLab2RGB(listOf(lab.L, lab.a, lab.b));
     return QColor(static_cast<int>(rgb.value(0)), static_cast<int>(rgb.value(1)),
                   static_cast<int>(rgb.value(2)));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Table.h"
 
+#include "model/text/ListOf.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QJsonArray>
@@ -90,9 +91,9 @@ QString quoted(const QString& field)
 QStringList csvKeys(const Column& column)
 {
     if (column.kind != Kind::Colour)
-        return {column.key};
-    return {column.key + QStringLiteral("_L"), column.key + QStringLiteral("_a"),
-            column.key + QStringLiteral("_b")};
+        return listOf(column.key);
+    return listOf(column.key + QStringLiteral("_L"), column.key + QStringLiteral("_a"),
+                  column.key + QStringLiteral("_b"));
 }
 
 QStringList csvFields(const Column& column, const QVariant& value)
@@ -101,20 +102,20 @@ QStringList csvFields(const Column& column, const QVariant& value)
         return QStringList(csvKeys(column).size());
     switch (column.kind) {
     case Kind::Word:
-        return {quoted(SafeText::forCsv(value.toString()))};
+        return listOf(quoted(SafeText::forCsv(value.toString())));
     case Kind::Words:
-        return {quoted(SafeText::forCsv(value.toStringList().join(QLatin1Char(' '))))};
+        return listOf(quoted(SafeText::forCsv(value.toStringList().join(QLatin1Char(' ')))));
     case Kind::Flag:
-        return {value.toBool() ? QStringLiteral("true") : QStringLiteral("false")};
+        return listOf(value.toBool() ? QStringLiteral("true") : QStringLiteral("false"));
     case Kind::Whole:
-        return {QString::number(value.toInt())};
+        return listOf(QString::number(value.toInt()));
     case Kind::Number:
     case Kind::Share:
-        return {number(value.toDouble(), column.decimals)};
+        return listOf(number(value.toDouble(), column.decimals));
     case Kind::Colour: {
         const auto lab = value.value<KVGamut::LabPoint>();
-        return {number(double(lab.L), column.decimals), number(double(lab.a), column.decimals),
-                number(double(lab.b), column.decimals)};
+        return listOf(number(double(lab.L), column.decimals), number(double(lab.a), column.decimals),
+                      number(double(lab.b), column.decimals));
     }
     }
     return {};
@@ -125,7 +126,7 @@ QByteArray asCsv(const Table& table)
     QStringList header;
     for (const Column& column : table.columns)
         header += csvKeys(column);
-    QStringList lines{header.join(QLatin1Char(','))};
+    QStringList lines = listOf(header.join(QLatin1Char(',')));
     for (const Table::Row& row : table.rows) {
         QStringList fields;
         for (qsizetype i = 0; i < table.columns.size(); ++i)
@@ -173,8 +174,12 @@ bool isNumeric(Kind kind)
 qsizetype cells(const QString& text)
 {
     qsizetype count = 0;
-    const auto letters = text.toUcs4();
-    for (const auto letter : letters) {
+    for (qsizetype i = 0; i < text.size(); ++i) { // QString::toUcs4() crashes if there is not enough memory
+        char32_t letter = text[i].unicode();
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            letter = QChar::surrogateToUcs4(text[i], text[i + 1]);
+            ++i;
+        }
         const int width = wcwidth(static_cast<wchar_t>(letter));
         count += width < 0 ? 1 : width;
     }
@@ -235,9 +240,9 @@ QString asBlocks(const Table& table)
         QString block = words(table.columns[0], row.value(0)) + QLatin1Char('\n');
         for (qsizetype i = 1; i < table.columns.size(); ++i)
             if (row.value(i).isValid() && !table.columns[i].title.isEmpty())
-                block +=
-                    QStringLiteral("  ") + line({table.columns[i].title, words(table.columns[i], row[i])},
-                                                {width, 0}, {false, false});
+                block += QStringLiteral("  ") +
+                         line(listOf(table.columns[i].title, words(table.columns[i], row[i])),
+                              listOf<qsizetype>(width, 0), listOf(false, false));
         blocks.append(block);
     }
     return blocks.join(QLatin1Char('\n'));
