@@ -9,6 +9,7 @@
 #   clazy      clazy, level 1; same arguments
 #   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
+#   faults     the program while calls of the system fail, in many places
 #   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
 #   fuzz       every fuzzer for an hour, under the sanitizers; arguments are [--seconds N] and names of readers
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
@@ -22,7 +23,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,16s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,17s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -106,6 +107,11 @@ soak | soak-asan)
     export ASAN_OPTIONS=detect_leaks=0:quarantine_size_mb=16
     with_display "build/$preset/bin/soak" "$@"
     with_display "build/$preset/bin/soak" --lose-contexts "$@"
+    ;;
+faults)
+    kv_set_up "$root" test
+    build dev "" test_kvgamut_faults
+    KV_FAULT_POSITIONS=${1:-100} ctest --preset dev --no-tests=error -R '^test_kvgamut_faults$'
     ;;
 idle)
     kv_set_up "$root" test
