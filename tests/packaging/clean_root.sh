@@ -3,8 +3,8 @@
 # Tests the Debian packages in a minimal Debian:  clean_root.sh BUILD CONSUMER WORK CACHE
 #
 # Builds packages of the build folder BUILD, creates a minimal Debian of this system's release in WORK, installs the
-# packages there and uses them: the program without a display and fonts, then with the recommended packages; the host
-# CONSUMER, built with CMake and with pkg-config. Finally it removes the packages.
+# packages there and uses them: the program without a display, an X server and fonts, then with the recommended
+# packages; the host CONSUMER, built with CMake and with pkg-config. Finally it removes the packages.
 #
 # Needs root (for chroot) and, the first time, the package archive of this system's apt. Downloads are kept in CACHE.
 # Exits with 77 and prints the reason if it cannot run.
@@ -108,8 +108,11 @@ step "using the program"
 inside kvgamut --version | grep -q '^kvgamut [0-9]' || fail "kvgamut --version"
 inside kvgamut volume sRGB | tee "$work/volume.txt"
 grep -q -E '\b83[23][0-9]{3}\b|\b83[23],[0-9]{3}\b' "$work/volume.txt" || fail "the volume of sRGB is wrong"
-if inside kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/errors.txt"; then
-    fail "kvgamut render succeeds without a display"
+inside kvgamut render sRGB --output /tmp/kv/picture.png || fail "kvgamut render needs more than it depends on"
+[[ $(stat --format %s "$root/tmp/kv/picture.png") -gt 10000 ]] || fail "kvgamut render draws nothing"
+without_egl=__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent
+if inside "$without_egl" kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/errors.txt"; then
+    fail "kvgamut render succeeds without EGL and without an X server"
 fi
 grep -q 'apt-get install xvfb' "$work/errors.txt" || fail "kvgamut render does not name the missing package: $(<"$work/errors.txt")"
 
@@ -118,12 +121,13 @@ recommended=$(inside dpkg-query --show --showformat '${Recommends}, ' 'libkv3dvi
 # shellcheck disable=SC2086 # one word per package
 install_inside $recommended
 inside kvgamut render sRGB --output /tmp/kv/picture.png
-[[ $(stat --format %s "$root/tmp/kv/picture.png") -gt 10000 ]] || fail "kvgamut render draws nothing"
+inside "$without_egl" kvgamut render sRGB --output /tmp/kv/on_xvfb.png
+cmp "$root/tmp/kv/picture.png" "$root/tmp/kv/on_xvfb.png" || fail "the picture depends on what it is drawn on"
 cp "$root/tmp/kv/picture.png" "$work/picture.png"
 
 # --- Hosts ----------------------------------------------------------------------------------------------------
 step "installing the development package"
-install_inside /tmp/kv/development.deb g++ cmake make pkg-config
+install_inside /tmp/kv/development.deb g++ cmake make pkg-config xauth # for xvfb-run
 step "a host with CMake"
 inside cmake -S /tmp/kv/consumer -B /tmp/kv/cmake_host >"$work/host.log" 2>&1 &&
     inside cmake --build /tmp/kv/cmake_host >>"$work/host.log" 2>&1 || { tail -n 40 "$work/host.log"; fail "the host with CMake"; }
