@@ -4,6 +4,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <cmath>
 
@@ -60,6 +61,9 @@ protected:
     {
         QDir().mkpath(path(QStringLiteral("bin")));
         QFile::copy(QStringLiteral(KVGAMUT_BINARY), path(QStringLiteral("bin/kvgamut")));
+        // the program finds its libraries in ../lib
+        QFile::link(QFileInfo(QStringLiteral(KVGAMUT_BINARY)).path() + QStringLiteral("/../lib"),
+                    path(QStringLiteral("lib")));
         return shell(QStringLiteral("\"$1\" render sRGB --size 64x48 -o \"$2\""),
                      {path(QStringLiteral("bin/kvgamut")), output()});
     }
