@@ -6,6 +6,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include <QtCore/QFuture>
+#include <QtCore/QPromise>
 #include <QtCore/QThreadPool>
 
 #include <functional>
@@ -23,8 +24,11 @@ auto run(QThreadPool& pool, Function&& function, Arguments&&... arguments)
     if (threadsAreAvailable())
         return QtConcurrent::run(&pool, std::forward<Function>(function),
                                  std::forward<Arguments>(arguments)...);
-    return QtFuture::makeReadyFuture<Value>(
-        std::invoke(std::forward<Function>(function), std::forward<Arguments>(arguments)...));
+    QPromise<Value> promise;
+    promise.start();
+    promise.addResult(std::invoke(std::forward<Function>(function), std::forward<Arguments>(arguments)...));
+    promise.finish();
+    return promise.future();
 }
 
 } // namespace Threads
