@@ -9,6 +9,7 @@
 #include <QtGui/private/qgenericunixeventdispatcher_p.h>
 #include <QtGui/private/qgenericunixfontdatabase_p.h>
 #include <QtGui/qpa/qplatformbackingstore.h>
+#include <QtGui/qpa/qplatformnativeinterface.h>
 #include <QtGui/qpa/qplatformscreen.h>
 #include <QtGui/qpa/qplatformwindow.h>
 #include <QtGui/qpa/qwindowsysteminterface.h>
@@ -122,7 +123,11 @@ private:
 
 } // namespace
 
-SurfacelessPlatform::SurfacelessPlatform() : m_fonts(std::make_unique<QGenericUnixFontDatabase>()) {}
+SurfacelessPlatform::SurfacelessPlatform()
+    : m_fonts(std::make_unique<QGenericUnixFontDatabase>()),
+      m_native(std::make_unique<QPlatformNativeInterface>())
+{
+}
 
 SurfacelessPlatform::~SurfacelessPlatform() = default;
 

@@ -25,9 +25,12 @@ public:
     QPlatformOffscreenSurface* createPlatformOffscreenSurface(QOffscreenSurface* surface) const override;
     QAbstractEventDispatcher* createEventDispatcher() const override;
     QPlatformFontDatabase* fontDatabase() const override { return m_fonts.get(); }
+    /// Qt 6.8 asks it how to draw fonts on the screen, without a check whether there is one.
+    QPlatformNativeInterface* nativeInterface() const override { return m_native.get(); }
 
 private:
     SurfacelessDisplay m_display;
     std::unique_ptr<QPlatformFontDatabase> m_fonts;
+    std::unique_ptr<QPlatformNativeInterface> m_native;
     QPlatformScreen* m_screen = nullptr; ///< owned by Qt
 };
