@@ -359,6 +359,28 @@ TEST_F(WaylandProgram, viewPrefersWaylandToX)
     EXPECT_TRUE(spinUntil([] { return Program::isOnScreen(); }, 60000));
 }
 
+TEST_F(WaylandProgram, renderNeedsNeitherWaylandNorX)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(name));
+    environment.insert(QStringLiteral("PATH"), QStringLiteral("/nonexistent")); // no Xvfb
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("picture.png"));
+    OwnedProcess program;
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.start(QStringLiteral(KV_PROGRAM),
+                  {QStringLiteral("render"), QStringLiteral("--background"), ground.name(),
+                   QStringLiteral("sRGB"), QStringLiteral("-o"), file});
+    ASSERT_TRUE(program.waitForFinished(-1));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    const QImage picture(file);
+    EXPECT_GT(countPixels(picture, isGround), 10000);
+    EXPECT_GT(countPixels(picture, isRed), 50);
+}
+
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
