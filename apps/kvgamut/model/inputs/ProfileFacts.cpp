@@ -5,6 +5,8 @@
 #include "model/reports/GamutWords.h"
 #include "model/text/SafeText.h"
 
+#include <QtCore/QtEndian>
+
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -48,8 +50,24 @@ QString classOf(const Profile& profile)
     }
 }
 
-QString textOf(const Profile& profile, cmsInfoType what)
+/// Whether the tag of a text is large enough for the translations that it declares. Little CMS allocates
+/// memory for them before it reads: half a gigabyte for a few bytes.
+bool holdsItsTranslations(const Profile& profile, cmsTagSignature tag)
 {
+    constexpr quint32 headerSize = 16, entrySize = 12;
+    std::array<uchar, headerSize> header{};
+    const quint32 size = cmsReadRawTag(profile.get(), tag, nullptr, 0);
+    if (size < headerSize || cmsReadRawTag(profile.get(), tag, header.data(), headerSize) != headerSize)
+        return true; // nothing is declared
+    return qFromBigEndian<quint32>(header.data()) != cmsSigMultiLocalizedUnicodeType ||
+           qFromBigEndian<quint32>(header.data() + 8) <= (size - headerSize) / entrySize;
+}
+
+/// Empty if the profile has none, or a damaged one.
+QString textOf(const Profile& profile, cmsTagSignature tag, cmsInfoType what)
+{
+    if (!holdsItsTranslations(profile, tag))
+        return {};
     // a description may have millions of letters
     constexpr cmsUInt32Number maxSize = (SafeText::maxLength + 1) * sizeof(wchar_t);
     const auto size = std::min(cmsGetProfileInfo(profile.get(), what, "en", "US", nullptr, 0), maxSize);
@@ -117,7 +135,7 @@ ProfileFacts ProfileFacts::of(const QByteArray& icc)
     facts.version = QString::number(cmsGetProfileVersion(profile.get()), 'f', 1);
     facts.intents = intentsOf(profile);
     facts.tables = tablesOf(profile);
-    facts.description = textOf(profile, cmsInfoDescription);
-    facts.copyright = textOf(profile, cmsInfoCopyright);
+    facts.description = textOf(profile, cmsSigProfileDescriptionTag, cmsInfoDescription);
+    facts.copyright = textOf(profile, cmsSigCopyrightTag, cmsInfoCopyright);
     return facts;
 }
