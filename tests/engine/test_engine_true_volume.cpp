@@ -114,6 +114,18 @@ TEST(TrueVolume, ofAThinSolidIsExact)
                  "thin");
 }
 
+TEST(TrueVolume, leavesOutFlatCells)
+{
+    const TableMap map = [](const std::vector<double>& d) {
+        return mixer({15, 0, 20}, threeAxes)({std::max(0.0, 2.0 * d[0] - 1.0), d[1] * d[1], d[2]});
+    };
+    TableProfile profile = profileOf(cmsSigRgbData, 3, 9, map);
+    profile.type = TableType::Mft1; // many points of a coarse lattice are in one plane
+    const TrueVolume truth = trueVolume(written(profile));
+    EXPECT_NEAR(truth.volume, zonotopeVolume(threeAxes), 0.02 * truth.volume);
+    EXPECT_LE(truth.error, 1e-3 * truth.volume);
+}
+
 TEST(TrueVolume, ofZonotopesOfFourToSevenInks)
 {
     const std::pair<cmsColorSpaceSignature, std::size_t> spaces[] = {

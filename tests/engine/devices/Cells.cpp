@@ -49,8 +49,25 @@ private:
     std::vector<std::size_t> m_nodes, m_strides;
 };
 
+double sixfoldVolume(const std::array<Point, 4>& p)
+{
+    return std::abs(dot(cross(p[1] - p[0], p[2] - p[0]), p[3] - p[0]));
+}
+
+// Rounding may decide on which side of a face the opposite corner is.
+bool isFlat(const std::array<Point, 4>& p)
+{
+    double longest = 0.0;
+    for (std::size_t i = 0; i < 4; ++i)
+        for (std::size_t j = i + 1; j < 4; ++j)
+            longest = std::max(longest, length(p[j] - p[i]));
+    return sixfoldVolume(p) <= 1e-9 * longest * longest * longest;
+}
+
 void insertTetrahedron(const std::array<Point, 4>& p, ColumnUnion& columns)
 {
+    if (isFlat(p))
+        return;
     Polytope polytope;
     for (std::size_t i = 0; i < 4; ++i) {
         const Point &a = p[(i + 1) % 4], &b = p[(i + 2) % 4], &c = p[(i + 3) % 4];
@@ -242,10 +259,8 @@ Tetrahedra insertTetrahedra(const GridImage& image, ColumnUnion& columns)
             const auto corners = indices.tetrahedron(first, path);
             const std::array<Point, 4> p{image.lab[corners[0]], image.lab[corners[1]], image.lab[corners[2]],
                                          image.lab[corners[3]]};
-            const double part = std::abs(dot(cross(p[1] - p[0], p[2] - p[0]), p[3] - p[0])) / 6.0;
-            volume += part;
-            if (part > 0.0)
-                insertTetrahedron(p, columns);
+            volume += sixfoldVolume(p) / 6.0;
+            insertTetrahedron(p, columns);
         }
     return {volume};
 }
