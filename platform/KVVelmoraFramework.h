@@ -53,7 +53,8 @@ KVVELMORA_EXPORT void KVProfileRelease(KVProfile* profile);
 /// Why the last KVProfileCreate... call of the calling thread returned null; nullopt if it succeeded.
 [[nodiscard]] KVVELMORA_EXPORT std::optional<KVProblem> KVProfileProblem();
 
-/// ICC rendering intents. The values are those of the ICC header.
+/// ICC rendering intents. If a profile has no table for an intent, that of another one is used: A2B0, or else
+/// the matrix, or else any other table; see KVGamut::Conversion. The values are those of the ICC header.
 enum KVVMRenderType : int
 {
     KVVMRenderPerceptual = 0,
@@ -61,6 +62,12 @@ enum KVVMRenderType : int
     KVVMRenderSaturation = 2,
     KVVMRenderAbsoluteColorimetric = 3,
 };
+
+/// Why the tables that @p intent uses are not safe to read: DamagedTag, UnknownIntent; nullopt if they are.
+/// A profile opens if one intent has a table that is safe. Hosts that convert colours with a library of their
+/// own should ask before, because a small file can declare tables that take hours or gigabytes.
+[[nodiscard]] KVVELMORA_EXPORT std::optional<KVProblem> KVProfileTableProblem(const KVProfile& profile,
+                                                                              KVVMRenderType intent);
 
 // --- Gamuts ---------------------------------------------------------------------------------------
 
@@ -108,6 +115,15 @@ struct Mesh
     }
 };
 
+/// What is done with the chromatic adaptation to D50 that a profile's colours contain. Only absolute colours
+/// can be shown without it; the other intents map the media white to L* 100, a* 0 and b* 0 in any case.
+enum class Adaptation : int
+{
+    Full = 0,    ///< kept: the white of a display is that of Lab, as ICC defines it
+    None = 1,    ///< undone: the colours that are measured on the display, relative to D50
+    NoneD65 = 2, ///< undone, and Lab relative to D65 (x 0.3127, y 0.3290)
+};
+
 /// How a gamut is computed from its profile.
 struct Settings
 {
@@ -118,6 +134,7 @@ struct Settings
     KVVMRenderType intent = KVVMRenderAbsoluteColorimetric; ///< from device to Lab
     bool blackPointCompensation = false;                    ///< no effect with the absolute intent
     int gridPoints = engineChoosesGrid;                     ///< samples along each device axis
+    Adaptation adaptation = Adaptation::Full;               ///< no effect with the other intents
 
     bool operator==(const Settings&) const = default; ///< all settings are equal
 };
@@ -154,6 +171,39 @@ enum class Method
     LatticeSurface, ///< surface that separates the lattice points in Lab inside the gamut from the others
 };
 
+/// Where a profile says how its colours were adapted to D50.
+enum class AdaptationSource : int
+{
+    None = 0,       ///< nowhere: they were measured relative to D50, or the profile does not tell
+    Tag = 1,        ///< in its tag "chad"
+    MediaWhite = 2, ///< in its media white: a display profile of version 2, by the linear Bradford transform
+};
+
+/// The tag "cicp" of a profile: how pictures for the device are encoded (ITU-T H.273).
+struct CodePoints
+{
+    int primaries = 0;      ///< ColourPrimaries: 1 BT.709, 9 BT.2020, 12 Display P3, ...
+    int transfer = 0;       ///< TransferCharacteristics: 16 PQ, 18 HLG, ...
+    int matrix = 0;         ///< MatrixCoefficients: 0 for RGB
+    bool fullRange = false; ///< VideoFullRangeFlag
+
+    bool operator==(const CodePoints&) const = default; ///< all values are equal
+};
+
+/// How the colours of a gamut were obtained from its profile.
+struct Conversion
+{
+    QString table; ///< the tag that was used, such as "A2B0" or "D2B1", or "matrix"; empty if unknown
+    bool tableIsFallback = false; ///< the profile has no table for the intent; that of another one was used
+    Adaptation adaptation = Adaptation::Full; ///< as it was applied: Full unless the intent is absolute
+    AdaptationSource adaptationSource = AdaptationSource::None; ///< what None and NoneD65 undo
+    std::optional<LabPoint> mediaWhite;  ///< the tag "wtpt" relative to D50, if there is one
+    std::optional<LabPoint> mappedBlack; ///< what black-point compensation mapped to L* 0
+    std::optional<CodePoints> cicp;      ///< the tag "cicp", if there is one. It does not change the gamut.
+
+    bool operator==(const Conversion&) const = default; ///< all values are equal
+};
+
 /// Data about a gamut and its computation.
 struct Report
 {
@@ -168,6 +218,7 @@ struct Report
     double foldShare = 0.0; ///< share of reversed orientation in a three-channel map, 0..0.5; otherwise 0
     LabPoint white;         ///< as GamutObject::whitePoint()
     LabPoint black;         ///< as GamutObject::blackPoint()
+    Conversion conversion;  ///< unknown for gamuts that were saved by earlier versions
     double seconds = 0.0;   ///< duration of the computation
     std::optional<KVProblem> problem; ///< as GamutObject::problem()
 };
@@ -194,7 +245,8 @@ public:
     ///
     /// @param profile an opened profile; null fails with NoProfile
     /// @param intent rendering intent from device to Lab
-    /// @param blackPointCompensation maps the device's black to L* 0; ignored by the absolute intent
+    /// @param blackPointCompensation maps the device's black to L* 0, and clips darker colours to L* 0 with
+    ///        unchanged a* and b*; ignored by the absolute intent
     /// @param withDecoration also compute the primaries and the ab outline
     /// @param maxEdge longest surface edge that is not split, in dE76; NaN disables refinement
     /// @param gridPoints samples along each device axis; values below 2, such as -1, mean the method's

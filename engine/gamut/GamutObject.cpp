@@ -34,8 +34,7 @@ velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings
         return velmora::failure(KVProblemCode::NoProfile);
     QElapsedTimer clock;
     clock.start();
-    const auto transform = velmora::DeviceTransform::create(profile->bytes, settings.intent,
-                                                            settings.blackPointCompensation, task);
+    const auto transform = velmora::DeviceTransform::create(profile->bytes, settings, task);
     if (!transform)
         return velmora::failure(transform);
     auto record = velmora::buildGamut(**transform, request, task);
@@ -43,6 +42,7 @@ velmora::Result<SharedData> computed(const KVProfilePtr& profile, const Settings
         return velmora::failure(record);
     record->intent = settings.intent;
     record->blackPointCompensation = settings.blackPointCompensation;
+    record->conversion = (*transform)->conversion();
     record->seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
     const SharedData data(new GamutData(std::move(*record), task));
     data->outline(task);
@@ -63,6 +63,14 @@ velmora::Result<SharedData> orOutOfMemory(const Make& make)
     }
 }
 
+velmora::Result<SharedData> computedOrProblem(const KVProfilePtr& profile, const Settings& settings,
+                                              const velmora::GamutRequest& request,
+                                              KVCompletionProtocolPtr* protocol)
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    return orOutOfMemory([&] { return computed(profile, settings, request, task); });
+}
+
 std::optional<KVProblem> problemOf(const velmora::Result<SharedData>& data)
 {
     return data ? std::nullopt : std::optional(data.error());
@@ -77,25 +85,28 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
                        KVCompletionProtocolPtr* protocol)
 {
     constexpr int maxRefinements = 4;
-    const Settings settings{intent, blackPointCompensation, gridPoints};
     const velmora::GamutRequest request{
         .withDecoration = withDecoration,
         // NaN disables refinement.
         .maxEdge = std::isnan(maxEdge) ? std::numeric_limits<double>::infinity() : double(maxEdge),
         .gridPoints = gridPoints,
         .refinements = std::clamp(refinements, 0, maxRefinements)};
-    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
-    const auto data = orOutOfMemory([&] { return computed(profile, settings, request, task); });
+    const auto data =
+        computedOrProblem(profile, {intent, blackPointCompensation, gridPoints}, request, protocol);
     d = data.value_or(SharedData());
     m_problem = problemOf(data);
     return data.has_value();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
 {
-    constexpr bool withDecoration = true;
-    return init(std::move(profile), settings.intent, settings.blackPointCompensation, withDecoration,
-                Settings::defaultMaxEdge, settings.gridPoints, Settings::defaultMaxRefinements, protocol);
+    const velmora::GamutRequest request{.gridPoints = settings.gridPoints,
+                                        .refinements = Settings::defaultMaxRefinements};
+    const auto data = computedOrProblem(profile, settings, request, protocol);
+    d = data.value_or(SharedData());
+    m_problem = problemOf(data);
+    return data.has_value();
 }
 
 QHash<QString, QVariant> GamutObject::serialize() const
@@ -252,6 +263,7 @@ Report GamutObject::report() const
     r.foldShare = record.foldShare;
     r.white = record.white;
     r.black = record.black;
+    r.conversion = record.conversion;
     r.seconds = record.seconds;
     return r;
 }

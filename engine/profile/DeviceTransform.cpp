@@ -3,6 +3,7 @@
 
 #include "CmsContext.h"
 #include "IccTables.h"
+#include "MediaWhite.h"
 #include "ProfileReader.h"
 
 #include <algorithm>
@@ -134,13 +135,20 @@ bool isInkSpace(int pixelType)
     }
 }
 
+// What happens to the colours besides the transform of Little CMS.
+struct Adjusted
+{
+    KVGamut::Conversion conversion;
+    LabAdjustment adjustment;
+};
+
 class CmsDeviceTransform final : public DeviceTransform
 {
 public:
     CmsDeviceTransform(std::unique_ptr<CmsContext> context, CmsTransform transform, int channels,
-                       DeviceSpace space, double fullScale)
+                       DeviceSpace space, double fullScale, Adjusted adjusted)
         : m_context(std::move(context)), m_transform(std::move(transform)), m_channels(channels),
-          m_space(std::move(space)), m_fullScale(fullScale)
+          m_space(std::move(space)), m_fullScale(fullScale), m_adjusted(std::move(adjusted))
     {
     }
 
@@ -149,6 +157,7 @@ public:
     std::vector<float> white() const override { return m_space.white; }
     std::vector<float> black() const override { return m_space.black; }
     std::vector<float> origin() const override { return m_space.origin; }
+    KVGamut::Conversion conversion() const override { return m_adjusted.conversion; }
 
 protected:
     void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
@@ -158,6 +167,7 @@ protected:
         std::transform(block, block + count * static_cast<std::size_t>(m_channels), m_scaled.begin(),
                        [this](float v) { return m_fullScale * double(v); });
         cmsDoTransform(m_transform.get(), m_scaled.data(), lab, static_cast<cmsUInt32Number>(count));
+        m_adjusted.adjustment.apply(lab, count);
     }
 
 private:
@@ -166,6 +176,7 @@ private:
     int m_channels;
     DeviceSpace m_space;
     double m_fullScale;
+    Adjusted m_adjusted;
     mutable std::vector<double> m_scaled;
 };
 
@@ -195,11 +206,95 @@ Result<CmsTransform> labTransform(const CmsContext& context, cmsHPROFILE device,
     return context.failure(KVProblemCode::NoTransform, KVProblemCode::NoTransformBecause);
 }
 
-Result<std::unique_ptr<DeviceTransform>> readTransform(const QByteArray& profile, int intent,
-                                                       bool blackPointCompensation, const Task& task)
+KVGamut::Conversion describe(const IccTags& tags, const ColorTable& table, const KVGamut::Settings& settings)
 {
-    if (intent < INTENT_PERCEPTUAL || intent > INTENT_ABSOLUTE_COLORIMETRIC)
-        return failure(KVProblemCode::UnknownIntent, {QString::number(intent)});
+    KVGamut::Conversion conversion;
+    conversion.table = tableName(table);
+    conversion.tableIsFallback = table.isFallback;
+    conversion.mediaWhite = mediaWhite(tags);
+    if (settings.intent == KVVMRenderAbsoluteColorimetric)
+        conversion.adaptation = settings.adaptation;
+    if (const auto adapted = whiteAdaptation(tags))
+        conversion.adaptationSource = adapted->source;
+    conversion.cicp = codePointsOf(tags);
+    return conversion;
+}
+
+// The black of the device that Little CMS maps to L* 0.
+KVGamut::LabPoint mappedBlack(cmsHPROFILE device, int intent)
+{
+    cmsCIEXYZ black{};
+    cmsDetectBlackPoint(&black, device, static_cast<cmsUInt32Number>(intent), 0);
+    const Vec3 lab = labOf({black.X, black.Y, black.Z}, d50);
+    return {static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)};
+}
+
+Result<Adjusted> adjusted(const IccTags& tags, const ColorTable& table, cmsHPROFILE device,
+                          const KVGamut::Settings& settings)
+{
+    Adjusted result{describe(tags, table, settings), {}};
+    if (settings.intent == KVVMRenderAbsoluteColorimetric) {
+        auto adjustment = absoluteAdjustment(tags, table, settings.adaptation);
+        if (!adjustment)
+            return failure(adjustment);
+        result.adjustment = *adjustment;
+    } else if (settings.blackPointCompensation) {
+        if (table.intent != INTENT_ABSOLUTE_COLORIMETRIC)
+            result.conversion.mappedBlack = mappedBlack(device, table.intent);
+        result.adjustment.clipBlack();
+    }
+    return result;
+}
+
+Result<void> checkSettings(const KVGamut::Settings& settings)
+{
+    if (const auto checked = checkIntent(settings.intent); !checked)
+        return checked;
+    const int adaptation = static_cast<int>(settings.adaptation);
+    if (adaptation < 0 || adaptation > static_cast<int>(KVGamut::Adaptation::NoneD65))
+        return failure(KVProblemCode::UnknownSetting, {QStringLiteral("adaptation %1").arg(adaptation)});
+    return {};
+}
+
+// The context passes to the transform; if there is none, it stays with the caller, whose profile needs it.
+Result<std::unique_ptr<DeviceTransform>> openTransform(std::unique_ptr<CmsContext>& context,
+                                                       cmsHPROFILE device, const IccTags& tags,
+                                                       const KVGamut::Settings& settings)
+{
+    if (const auto checked = checkClass(cmsGetDeviceClass(device)); !checked)
+        return failure(checked);
+    const cmsColorSpaceSignature space = cmsGetColorSpace(device);
+    const int channels = static_cast<int>(cmsChannelsOf(space));
+    if (const auto checked = checkSpace(space, channels); !checked)
+        return failure(checked);
+    const bool compensates =
+        settings.blackPointCompensation && settings.intent != KVVMRenderAbsoluteColorimetric;
+    const auto table = colorTable(tags, settings.intent, compensates);
+    if (!table)
+        return failure(table);
+
+    constexpr cmsUInt32Number doubles = 0;
+    const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device, doubles, TRUE);
+    auto transform = labTransform(*context, device, format, table->intent, compensates);
+    if (context->hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
+    if (!transform)
+        return failure(transform);
+    auto rest = adjusted(tags, *table, device, settings);
+    if (context->hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
+    if (!rest)
+        return failure(rest);
+    const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
+    return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(*transform), channels,
+                                                describe(space, channels), fullScale, std::move(*rest));
+}
+
+Result<std::unique_ptr<DeviceTransform>> readTransform(const QByteArray& profile,
+                                                       const KVGamut::Settings& settings, const Task& task)
+{
+    if (const auto checked = checkSettings(settings); !checked)
+        return failure(checked);
     auto context = std::make_unique<CmsContext>();
     if (context->hasRunOutOfMemory())
         return failure(KVProblemCode::OutOfMemory);
@@ -207,34 +302,27 @@ Result<std::unique_ptr<DeviceTransform>> readTransform(const QByteArray& profile
     const CmsProfile device = reader.open();
     if (!device)
         return context->failure(KVProblemCode::NotAProfile, KVProblemCode::UnusableProfile);
-    if (const auto checked = checkClass(cmsGetDeviceClass(device.get())); !checked)
-        return failure(checked);
-    const cmsColorSpaceSignature space = cmsGetColorSpace(device.get());
-    const int channels = static_cast<int>(cmsChannelsOf(space));
-    if (const auto checked = checkSpace(space, channels); !checked)
-        return failure(checked);
-
-    constexpr cmsUInt32Number doubles = 0;
-    const cmsUInt32Number format = cmsFormatterForColorspaceOfProfile(device.get(), doubles, TRUE);
-    auto transform = labTransform(*context, device.get(), format, intent, blackPointCompensation);
-    if (context->hasRunOutOfMemory())
-        return failure(KVProblemCode::OutOfMemory);
-    if (!transform)
-        return failure(transform);
-    const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
-    return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(*transform), channels,
-                                                describe(space, channels), fullScale);
+    return openTransform(context, device.get(), IccTags(profile), settings);
 }
 
 } // namespace
 
 Result<std::unique_ptr<DeviceTransform>>
-DeviceTransform::create(const QByteArray& profile, int intent, bool blackPointCompensation, const Task& task)
+DeviceTransform::create(const QByteArray& profile, const KVGamut::Settings& settings, const Task& task)
 {
-    auto transform = readTransform(profile, intent, blackPointCompensation, task);
+    auto transform = readTransform(profile, settings, task);
     if (task.isCancelled()) // the profile could not be read for this reason
         return failure(KVProblemCode::Cancelled);
     return transform;
+}
+
+Result<std::unique_ptr<DeviceTransform>>
+DeviceTransform::create(const QByteArray& profile, int intent, bool blackPointCompensation, const Task& task)
+{
+    KVGamut::Settings settings;
+    settings.intent = static_cast<KVVMRenderType>(intent);
+    settings.blackPointCompensation = blackPointCompensation;
+    return create(profile, settings, task);
 }
 
 } // namespace velmora

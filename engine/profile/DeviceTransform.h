@@ -29,7 +29,11 @@ enum class ChannelKind
 class DeviceTransform
 {
 public:
-    /// Fails if no gamut can be computed for the profile, or if @p task is cancelled.
+    /// Fails if no gamut can be computed for the profile, or if @p task is cancelled. Of the settings the
+    /// number of grid points is not used.
+    [[nodiscard]] static Result<std::unique_ptr<DeviceTransform>>
+    create(const QByteArray& profile, const KVGamut::Settings& settings, const Task& task = {});
+    /// The same with the adaptation that the profile contains.
     [[nodiscard]] static Result<std::unique_ptr<DeviceTransform>>
     create(const QByteArray& profile, int intent, bool blackPointCompensation, const Task& task = {});
     virtual ~DeviceTransform() = default;
@@ -40,6 +44,9 @@ public:
     virtual std::vector<float> white() const = 0;
     virtual std::vector<float> black() const = 0;
     virtual std::vector<float> origin() const = 0;
+
+    /// How the profile's data become colours.
+    virtual KVGamut::Conversion conversion() const { return {}; }
 
     /// Converts device colours of channels() values each, and reports progress from 0 to 1 to @p task.
     /// @return one Lab value for each colour; fails with Cancelled or LabOutOfRange

@@ -2,42 +2,12 @@
 #include "IccTables.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <optional>
 
 namespace velmora {
 namespace {
-
-// Reads big-endian numbers; 0 beyond the end.
-class Bytes
-{
-public:
-    Bytes(const QByteArray& all, std::uint64_t offset, std::uint64_t size)
-    {
-        const auto length = static_cast<std::uint64_t>(all.size());
-        if (offset > length)
-            return;
-        m_data = reinterpret_cast<const unsigned char*>(all.constData()) + offset;
-        m_size = std::min(size, length - offset);
-    }
-
-    std::uint64_t size() const { return m_size; }
-    std::uint32_t u8(std::uint64_t at) const { return at < m_size ? m_data[at] : 0u; }
-    std::uint32_t u16(std::uint64_t at) const { return u8(at) << 8 | u8(at + 1); }
-    std::uint32_t u32(std::uint64_t at) const { return u16(at) << 16 | u16(at + 2); }
-    std::uint64_t left(std::uint64_t at) const { return at < m_size ? m_size - at : 0; }
-
-private:
-    const unsigned char* m_data = nullptr;
-    std::uint64_t m_size = 0;
-};
-
-constexpr std::uint32_t signature(const char (&name)[5])
-{
-    return static_cast<std::uint32_t>(static_cast<unsigned char>(name[0])) << 24 |
-           static_cast<std::uint32_t>(static_cast<unsigned char>(name[1])) << 16 |
-           static_cast<std::uint32_t>(static_cast<unsigned char>(name[2])) << 8 |
-           static_cast<std::uint32_t>(static_cast<unsigned char>(name[3]));
-}
 
 constexpr std::uint32_t maxTableChannels = 15;
 
@@ -58,7 +28,7 @@ bool gridFits(std::uint32_t inputs, std::uint32_t outputs, std::uint64_t width, 
     return needed <= room;
 }
 
-bool legacyTableFits(const Bytes& tag, std::uint64_t width)
+bool legacyTableFits(const IccBytes& tag, std::uint64_t width)
 {
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
@@ -71,7 +41,7 @@ bool legacyTableFits(const Bytes& tag, std::uint64_t width)
 }
 
 // A table as in 'mAB ' and 'mpet': the grid points of up to 16 inputs, one byte each, at `at`.
-bool modernGridFits(const Bytes& tag, std::uint64_t at, std::uint64_t dataAt, std::uint32_t inputs,
+bool modernGridFits(const IccBytes& tag, std::uint64_t at, std::uint64_t dataAt, std::uint32_t inputs,
                     std::uint32_t outputs, std::uint64_t width)
 {
     if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
@@ -80,7 +50,7 @@ bool modernGridFits(const Bytes& tag, std::uint64_t at, std::uint64_t dataAt, st
                     [&](std::uint32_t i) { return tag.u8(at + i); });
 }
 
-bool stagedTableFits(const Bytes& tag)
+bool stagedTableFits(const IccBytes& tag)
 {
     const std::uint32_t inputs = tag.u8(8);
     const std::uint32_t outputs = tag.u8(9);
@@ -97,7 +67,7 @@ bool stagedTableFits(const Bytes& tag)
 
 // Cost of a colour in a processing element, in multiplications or steps of a search. Little CMS searches the
 // segments of a curve one by one.
-std::uint64_t elementCost(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
+std::uint64_t elementCost(const IccBytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
 {
     constexpr std::uint64_t base = 16; // of any element
     const std::uint32_t type = tag.u32(at);
@@ -112,7 +82,7 @@ std::uint64_t elementCost(const Bytes& tag, std::uint64_t at, std::uint32_t inpu
     return cost;
 }
 
-bool elementFits(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
+bool elementFits(const IccBytes& tag, std::uint64_t at, std::uint32_t inputs, std::uint32_t outputs)
 {
     if (inputs == 0 || inputs > maxTableChannels || outputs == 0 || outputs > maxTableChannels)
         return false;
@@ -128,7 +98,7 @@ bool elementFits(const Bytes& tag, std::uint64_t at, std::uint32_t inputs, std::
     }
 }
 
-bool elementListFits(const Bytes& tag)
+bool elementListFits(const IccBytes& tag)
 {
     const std::uint32_t channels = tag.u16(8);
     const std::uint64_t count = tag.u32(12);
@@ -152,44 +122,170 @@ bool elementListFits(const Bytes& tag)
 
 } // namespace
 
-QString signatureText(std::uint32_t value)
+namespace {
+
+bool tableFits(const IccBytes& tag)
 {
-    QString text;
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        const auto c = static_cast<char>(value >> shift & 0xff);
-        text += c >= 32 && c < 127 ? QLatin1Char(c) : QLatin1Char('?');
+    switch (tag.u32(0)) {
+    case signature("mft1"):
+        return legacyTableFits(tag, 1);
+    case signature("mft2"):
+        return legacyTableFits(tag, 2);
+    case signature("mAB "):
+    case signature("mBA "):
+        return stagedTableFits(tag);
+    case signature("mpet"):
+        return elementListFits(tag);
+    default:
+        return true; // of a size that Little CMS checks
     }
-    return text.trimmed();
 }
+
+tl::unexpected<KVProblem> damaged(std::uint32_t name)
+{
+    return failure(KVProblemCode::DamagedTag, {signatureText(name)});
+}
+
+// A tag that the profile does not have is not damaged.
+Result<void> checkTable(const IccTags& tags, std::uint32_t name)
+{
+    const std::optional<IccTag> tag = tags.find(name);
+    if (!tag || (tag->isInside && tableFits(tag->bytes)))
+        return {};
+    return damaged(name);
+}
+
+// Little CMS reads nine numbers of this tag, however long it is.
+Result<void> checkAdaptation(const IccTags& tags)
+{
+    constexpr std::uint32_t name = signature("chad");
+    const std::optional<IccTag> tag = tags.find(name);
+    if (!tag || tag->bytes.u32(0) != signature("sf32") || matrixOf(tags, name))
+        return {};
+    return damaged(name);
+}
+
+bool hasMatrix(const IccTags& tags)
+{
+    constexpr std::array all{signature("rXYZ"), signature("gXYZ"), signature("bXYZ"),
+                             signature("rTRC"), signature("gTRC"), signature("bTRC")};
+    return std::all_of(all.begin(), all.end(), [&tags](std::uint32_t name) { return tags.has(name); });
+}
+
+struct Choice
+{
+    std::uint32_t table;
+    int intent; // the intent for which Little CMS takes it
+};
+
+constexpr int absolute = 3;
+
+// In order of preference: the tables that Little CMS takes for an intent.
+std::array<Choice, 3> ownTables(int intent)
+{
+    constexpr std::array floats{signature("D2B0"), signature("D2B1"), signature("D2B2"), signature("D2B3")};
+    constexpr std::array integers{signature("A2B0"), signature("A2B1"), signature("A2B2"), signature("A2B1")};
+    const auto i = static_cast<std::size_t>(intent);
+    // with its own intent, so that the black point of the table is detected
+    const int ofFirst = intent == absolute ? absolute : 0;
+    return {{{floats[i], intent}, {integers[i], intent}, {signature("A2B0"), ofFirst}}};
+}
+
+// If there is no matrix either: the tables of other intents, of which Little CMS would take none.
+constexpr std::array<Choice, 6> otherTables{{{signature("A2B1"), 1},
+                                             {signature("A2B2"), 2},
+                                             {signature("D2B1"), 1},
+                                             {signature("D2B0"), 0},
+                                             {signature("D2B2"), 2},
+                                             {signature("D2B3"), absolute}}};
+
+ColorTable chosenTable(const IccTags& tags, int intent)
+{
+    const std::array own = ownTables(intent);
+    for (const Choice& choice : own)
+        if (tags.has(choice.table))
+            return {choice.table, choice.intent,
+                    choice.table != own[0].table && choice.table != own[1].table};
+    if (!hasMatrix(tags))
+        for (const Choice& choice : otherTables)
+            if (tags.has(choice.table))
+                return {choice.table, choice.intent, true, intent == absolute && choice.intent != absolute};
+    return {.intent = intent};
+}
+
+// The tables that Little CMS reads to find the black of a device, besides the table of the intent.
+Result<void> checkBlackPointTables(const IccTags& tags, int intent)
+{
+    constexpr int relative = 1;
+    if (intent == relative) {
+        if (tags.deviceClass() != signature("prtr") || tags.deviceSpace() != signature("CMYK"))
+            return {};
+        return checkTable(tags, tags.has(signature("B2D0")) ? signature("B2D0") : signature("B2A0"));
+    }
+    constexpr std::uint32_t withFixedBlack = 4;
+    if (tags.majorVersion() < withFixedBlack || !hasMatrix(tags))
+        return {};
+    const std::uint32_t name = chosenTable(tags, relative).tag;
+    return name == 0 ? Result<void>() : checkTable(tags, name);
+}
+
+} // namespace
+
+namespace {
+
+// A profile that was cut off is refused, even if the tables that are left would do: A2B0, B2A1, D2B0...
+Result<void> checkComplete(const IccTags& tags)
+{
+    const auto isColorTable = [](std::uint32_t name) { return (name >> 16 & 0xff) == '2'; };
+    for (std::uint32_t i = 0; tags.isCutOff() && i < tags.count(); ++i)
+        if (isColorTable(tags.name(i)) && !tags.find(tags.name(i))->isInside)
+            return damaged(tags.name(i));
+    return {};
+}
+
+} // namespace
 
 Result<void> checkIccTables(const QByteArray& profile)
 {
-    constexpr std::uint64_t headerSize = 128;
-    constexpr std::uint32_t maxTags = 100; // the limit of Little CMS
-    const Bytes all(profile, 0, static_cast<std::uint64_t>(profile.size()));
-    if (all.size() < headerSize + 4 || all.u32(36) != signature("acsp"))
+    const IccTags tags(profile);
+    if (!tags.hasHeader())
         return failure(KVProblemCode::NotAProfile);
-    const std::uint32_t tags = all.u32(headerSize);
-    if (tags > maxTags || all.left(headerSize + 4) / 12 < tags)
+    if (!tags.hasTagTable())
         return failure(KVProblemCode::DamagedTagTable);
+    if (auto complete = checkComplete(tags); !complete)
+        return complete;
+    const auto first = colorTable(tags, 0, false);
+    for (int intent = 0; intent <= absolute; ++intent)
+        if (colorTable(tags, intent, false))
+            return {};
+    return failure(first);
+}
 
-    for (std::uint32_t i = 0; i < tags; ++i) {
-        const std::uint64_t entry = headerSize + 4 + 12ull * i;
-        const Bytes tag(profile, all.u32(entry + 4), all.u32(entry + 8));
-        const std::uint32_t type = tag.u32(0);
-        bool fits = true;
-        if (type == signature("mft1"))
-            fits = legacyTableFits(tag, 1);
-        else if (type == signature("mft2"))
-            fits = legacyTableFits(tag, 2);
-        else if (type == signature("mAB ") || type == signature("mBA "))
-            fits = stagedTableFits(tag);
-        else if (type == signature("mpet"))
-            fits = elementListFits(tag);
-        if (!fits)
-            return failure(KVProblemCode::DamagedTag, {signatureText(all.u32(entry))});
-    }
+Result<void> checkIntent(int intent)
+{
+    if (intent < 0 || intent > absolute)
+        return failure(KVProblemCode::UnknownIntent, {QString::number(intent)});
     return {};
+}
+
+Result<ColorTable> colorTable(const IccTags& tags, int intent, bool blackPointCompensation)
+{
+    const ColorTable table = chosenTable(tags, intent);
+    if (table.tag != 0)
+        if (const auto checked = checkTable(tags, table.tag); !checked)
+            return failure(checked);
+    if (intent == absolute)
+        if (const auto checked = checkAdaptation(tags); !checked)
+            return failure(checked);
+    if (blackPointCompensation && table.intent != absolute)
+        if (const auto checked = checkBlackPointTables(tags, table.intent); !checked)
+            return failure(checked);
+    return table;
+}
+
+QString tableName(const ColorTable& table)
+{
+    return table.tag == 0 ? QStringLiteral("matrix") : signatureText(table.tag);
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/KVVelmoraFramework.h>
 
+#include "CieLab.h"
 #include <engine/base/LabGeometry.h>
 #include <engine/base/ListOf.h>
 
@@ -12,11 +13,7 @@
 
 namespace {
 
-using velmora::Vec3;
-
-// The ICC PCS white, D50.
-constexpr double whiteX = 0.9642;
-constexpr double whiteZ = 0.8249;
+using velmora::Xyz;
 
 using Linear = std::array<double, 3>;
 
@@ -28,29 +25,19 @@ constexpr std::array<Linear, 3> xyzToLinear = [] {
                              {-0.978748504190694, 1.916130096773587, 0.033433399159996},
                              {0.071963927802247, -0.228993873453203, 1.405753732896444}}};
     for (Linear& row : m) {
-        const double white = row[0] * whiteX + row[1] + row[2] * whiteZ;
+        const double white = row[0] * velmora::d50[0] + row[1] + row[2] * velmora::d50[2];
         for (double& v : row)
             v /= white;
     }
     return m;
 }();
 
-// CIE 1976: the inverse of the cube root with its linear part near 0.
-double inverseRoot(double f)
-{
-    constexpr double delta = 6.0 / 29.0;
-    return f > delta ? f * f * f : 3.0 * delta * delta * (f - 4.0 / 29.0);
-}
-
 Linear linearRgb(double L, double a, double b)
 {
-    const double f = (L + 16.0) / 116.0;
-    const double x = whiteX * inverseRoot(f + a / 500.0);
-    const double y = inverseRoot(f);
-    const double z = whiteZ * inverseRoot(f - b / 200.0);
+    const Xyz xyz = velmora::xyzOf({L, a, b}, velmora::d50);
     Linear rgb;
     for (std::size_t i = 0; i < 3; ++i)
-        rgb[i] = xyzToLinear[i][0] * x + xyzToLinear[i][1] * y + xyzToLinear[i][2] * z;
+        rgb[i] = xyzToLinear[i][0] * xyz[0] + xyzToLinear[i][1] * xyz[1] + xyzToLinear[i][2] * xyz[2];
     return rgb;
 }
 

@@ -144,3 +144,12 @@ std::optional<KVProblem> KVProfileProblem()
 {
     return lastProblem();
 }
+
+std::optional<KVProblem> KVProfileTableProblem(const KVProfile& profile, KVVMRenderType intent)
+{
+    if (const auto known = velmora::checkIntent(intent); !known)
+        return known.error();
+    constexpr bool withBlackPoint = false;
+    const auto table = velmora::colorTable(velmora::IccTags(profile.bytes), intent, withBlackPoint);
+    return table ? std::nullopt : std::optional(table.error());
+}

@@ -29,7 +29,8 @@ struct GamutRecord
     double seconds = 0.0;
     LabPoint white;
     LabPoint black;
-    LabPoint origin;             ///< the device colour without colorants
+    LabPoint origin; ///< the device colour without colorants
+    KVGamut::Conversion conversion;
     std::vector<Ramp> primaries; ///< one for each channel; empty for channels that are not colorants
 };
 

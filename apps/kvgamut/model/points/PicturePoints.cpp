@@ -26,6 +26,7 @@ using LittleCms::Profile;
 
 namespace {
 
+constexpr KVVMRenderType usedIntent = KVVMRenderAbsoluteColorimetric;
 constexpr float cellEdge = 4.0f;
 constexpr qsizetype maxDrawnPoints = 1200; // each is drawn as a small sphere
 constexpr qsizetype maxSamples = 250000;   // the conversion takes about 0.1 s
@@ -149,9 +150,10 @@ Result<KVProfilePtr> checkedProfile(const QByteArray& icc)
 {
     KVProfilePtr profile(KVProfileCreateWithData(icc.constData(), static_cast<int>(icc.size())),
                          KVProfileRelease);
-    if (profile)
-        return profile;
-    return failure(Problem(ProblemCode::PictureProfileInvalid).because(Problem(*KVProfileProblem())));
+    const auto problem = profile ? KVProfileTableProblem(*profile, usedIntent) : KVProfileProblem();
+    if (problem)
+        return failure(Problem(ProblemCode::PictureProfileInvalid).because(Problem(*problem)));
+    return profile;
 }
 
 /// The pixels of @p picture, or a regular sample of them, converted with the profile @p checked.
@@ -168,9 +170,9 @@ Result<std::vector<KVGamut::LabPoint>> labsOf(const QImage& picture, const KVPro
     if (space != cmsSigRgbData && !grey)
         return failure(ProblemCode::PictureSpaceUnknown);
     const Profile lab(cmsCreateLab4ProfileTHR(context.get(), nullptr));
-    const TransformHandle transform(
-        cmsCreateTransformTHR(context.get(), profile.get(), grey ? TYPE_GRAY_DBL : TYPE_RGB_DBL, lab.get(),
-                              TYPE_Lab_DBL, INTENT_ABSOLUTE_COLORIMETRIC, cmsFLAGS_NOCACHE));
+    const TransformHandle transform(cmsCreateTransformTHR(context.get(), profile.get(),
+                                                          grey ? TYPE_GRAY_DBL : TYPE_RGB_DBL, lab.get(),
+                                                          TYPE_Lab_DBL, usedIntent, cmsFLAGS_NOCACHE));
     if (!transform)
         return failure(ProblemCode::PictureProfileHasNoLab);
     const std::vector<double> values = sampled(picture, grey);
