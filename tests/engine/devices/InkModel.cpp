@@ -23,11 +23,21 @@ InkModel::InkModel(std::size_t inks, Random& random) : m_exponent(random.between
         solids.push_back(solid);
         m_gains.push_back(random.between(0.03, 0.2));
     }
+    // Small enough that one more ink always darkens.
+    std::vector<double> trapping(inks * inks);
+    for (double& factor : trapping)
+        factor = random.between(0.98, 1.02);
     for (std::size_t printed = 0; printed < std::size_t(1) << inks; ++printed) {
         Point colour{1, 1, 1};
-        for (std::size_t ink = 0; ink < inks; ++ink)
-            for (std::size_t i = 0; i < 3 && (printed >> ink & 1u); ++i)
-                colour[i] *= solids[ink][i] * random.between(0.92, 1.08);
+        for (std::size_t ink = 0; ink < inks; ++ink) {
+            if ((printed >> ink & 1u) == 0)
+                continue;
+            for (std::size_t i = 0; i < 3; ++i)
+                colour[i] *= solids[ink][i];
+            for (std::size_t below = 0; below < ink; ++below)
+                if (printed >> below & 1u)
+                    colour = trapping[ink * inks + below] * colour;
+        }
         for (double& v : colour)
             v = std::pow(std::clamp(0.004 + 0.996 * v, 0.0, 1.0), 1.0 / m_exponent);
         m_overprints.push_back(colour);

@@ -15,6 +15,6 @@ std::vector<std::string> deviceClasses();
 QByteArray deviceProfile(const std::string& deviceClass, unsigned seed);
 
 /// Changes whenever a device or its truth would change. For values that are kept between runs.
-constexpr int devicesVersion = 1;
+constexpr int devicesVersion = 2;
 
 } // namespace kvdevices

@@ -90,17 +90,17 @@ TrueVolume ofThree(const ProfileMap& map, std::size_t parts, const Effort& effor
             scene.scale * (overlap.error + minErrorShare * overlap.volume)};
 }
 
-TrueVolume ofCells(const Scene& scene, std::size_t slices, const Effort& effort)
+TrueVolume ofCells(const Scene& scene, std::size_t slices, std::size_t columns)
 {
-    ColumnUnion columns(scene.bounds, effort.columns);
-    insertCells(scene.image, slices, columns);
-    const auto volume = columns.volume();
+    ColumnUnion covered(scene.bounds, columns);
+    insertCells(scene.image, slices, covered);
+    const auto volume = covered.volume();
     return {scene.scale * volume.volume, scene.scale * volume.error};
 }
 
 std::size_t slicesFor(const GridImage& image, const Effort& effort)
 {
-    const std::size_t linear = image.nodes.size() - 3, max = linear == 1 ? 16 : linear == 2 ? 4 : 2;
+    const std::size_t linear = image.nodes.size() - 3, max = linear == 1 ? 16 : 4;
     std::size_t slices = 2;
     for (double twist = twistOf(image); slices < max && twist / double(slices) > effort.twist;)
         slices *= 2;
@@ -119,8 +119,9 @@ TrueVolume ofMore(const ProfileMap& map, std::size_t parts, const Effort& effort
 {
     const Scene scene = sceneOf(map, parts);
     const std::size_t slices = slicesFor(scene.image, effort);
-    const TrueVolume fine = ofCells(scene, slices, effort);
-    return extrapolated(ofCells(scene, slices / 2, effort), fine, 2.0);
+    const std::size_t columns = std::max<std::size_t>(effort.columns >> (map.channels() - 4), 10'000);
+    const TrueVolume fine = ofCells(scene, slices, columns);
+    return extrapolated(ofCells(scene, slices / 2, columns), fine, 2.0);
 }
 
 TrueVolume ofMap(const ProfileMap& map, const Effort& effort)

@@ -17,7 +17,7 @@ struct TrueVolume
 /// How much work a volume is worth.
 struct Effort
 {
-    std::size_t columns = 40'000;
+    std::size_t columns = 40'000; ///< from five channels on fewer
     double twist = 2e-3; ///< cells are divided until they are so close to affine, in units of the standard
                          ///< deviation of its colours
 };
