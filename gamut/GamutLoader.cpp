@@ -75,6 +75,8 @@ KVGamut::Settings settingsOf(const QHash<QString, QVariant>& params)
         values.value(QStringLiteral("Link_ICCRendering"), static_cast<int>(settings.intent)).toInt());
     settings.blackPointCompensation =
         values.value(QStringLiteral("Link_blackPointCompensation"), settings.blackPointCompensation).toBool();
+    settings.adaptation = static_cast<KVGamut::Adaptation>(
+        values.value(QStringLiteral("Link_adaptation"), static_cast<int>(settings.adaptation)).toInt());
     return settings;
 }
 

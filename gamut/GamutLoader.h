@@ -32,8 +32,9 @@ struct GamutRequest
 ///  - "ProfileData": QByteArray, the bytes of one;
 ///  - "Profile": KVProfilePtr, one already open;
 ///  - "AdditionnalParam": QHash<QString, QVariant> with "Link_GridPointNumber" (int, default -1),
-///    "Link_ICCRendering" (int, default 3: absolute colorimetric) and
-///    "Link_blackPointCompensation" (bool, default false). A value of another type is converted.
+///    "Link_ICCRendering" (int, default 3: absolute colorimetric), "Link_blackPointCompensation" (bool,
+///    default false) and "Link_adaptation" (int, a KVGamut::Adaptation, default 0). A value of another type
+///    is converted.
 GamutRequest kvGamutRequest(const QHash<QString, QVariant>& params);
 
 /// A gamut with its drawn geometry, as one value that crosses threads.

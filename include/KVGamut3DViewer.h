@@ -180,7 +180,8 @@ public:
     ///   and how, in "AdditionnalParam" (QHash<QString, QVariant>): "Link_ICCRendering" (int, 0
     ///   perceptual, 1 relative, 2 saturation, 3 absolute colorimetric; default 3),
     ///   "Link_blackPointCompensation" (bool, default false), "Link_GridPointNumber" (int, samples
-    ///   along each device axis, default -1: chosen by the engine).
+    ///   along each device axis, default -1: chosen by the engine), "Link_adaptation" (int, a value of
+    ///   KVGamut::Adaptation, default 0: a display's colours are adapted to D50).
     /// @param callback called once on the GUI thread with the id and whether the load succeeded, whatever
     ///   fails; not called if the gamut is removed or loaded in the background again, or the viewer
     ///   destroyed, before. It is called from the event loop; if there is not enough memory to start a load,

@@ -24,7 +24,20 @@ QString unknownKeyOf(const QVariantHash& params)
         return key;
     return unknownKey(params.value(settings).toHash(),
                       {QStringLiteral("Link_ICCRendering"), QStringLiteral("Link_blackPointCompensation"),
-                       QStringLiteral("Link_GridPointNumber")});
+                       QStringLiteral("Link_GridPointNumber"), QStringLiteral("Link_adaptation")});
+}
+
+/// The key of the adaptation is newer than the others. It is left out for the default, which hosts compare.
+QVariantHash paramsOf(const KVGamut::Settings& settings)
+{
+    QVariantHash params{
+        {QStringLiteral("Link_ICCRendering"), static_cast<int>(settings.intent)},
+        {QStringLiteral("Link_blackPointCompensation"), settings.blackPointCompensation},
+        {QStringLiteral("Link_GridPointNumber"), settings.gridPoints},
+    };
+    if (settings.adaptation != KVGamut::Adaptation::Full)
+        params.insert(QStringLiteral("Link_adaptation"), static_cast<int>(settings.adaptation));
+    return params;
 }
 
 } // namespace
@@ -102,11 +115,6 @@ QHash<QString, QVariant> kvParamsOf(const KVLoadRequest& request)
         params.insert(QStringLiteral("ProfileData"), request.profileData);
     if (request.profile)
         params.insert(QStringLiteral("Profile"), QVariant::fromValue(request.profile));
-    const KVGamut::Settings& settings = request.settings;
-    params.insert(
-        QStringLiteral("AdditionnalParam"),
-        QVariantHash{{QStringLiteral("Link_ICCRendering"), static_cast<int>(settings.intent)},
-                     {QStringLiteral("Link_blackPointCompensation"), settings.blackPointCompensation},
-                     {QStringLiteral("Link_GridPointNumber"), settings.gridPoints}});
+    params.insert(QStringLiteral("AdditionnalParam"), paramsOf(request.settings));
     return params;
 }

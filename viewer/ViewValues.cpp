@@ -146,7 +146,8 @@ QVariantMap mapOf(const KVGamut::Settings& settings)
 {
     return {{key("intent"), static_cast<int>(settings.intent)},
             {key("blackPointCompensation"), settings.blackPointCompensation},
-            {key("gridPoints"), settings.gridPoints}};
+            {key("gridPoints"), settings.gridPoints},
+            {key("adaptation"), static_cast<int>(settings.adaptation)}};
 }
 
 KVGamut::Settings settingsOf(const QVariantMap& map)
@@ -157,6 +158,8 @@ KVGamut::Settings settingsOf(const QVariantMap& map)
     read(map, key("blackPointCompensation"), settings.blackPointCompensation);
     readInteger(map, key("gridPoints"), settings.gridPoints, KVGamut::Settings::engineChoosesGrid,
                 maxGridPoints);
+    readInteger(map, key("adaptation"), settings.adaptation, static_cast<int>(KVGamut::Adaptation::Full),
+                static_cast<int>(KVGamut::Adaptation::NoneD65));
     return settings;
 }
 

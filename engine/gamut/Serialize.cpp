@@ -8,10 +8,13 @@
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
-constexpr int formatVersion = 1;
+constexpr int formatVersion = 2;
+constexpr int firstVersion = 1;       // without KVGamut::Conversion
 constexpr quint32 magic = 0x4b56474d; // "KVGM"
 constexpr QLatin1String gamutKey("Gamut");
 constexpr QLatin1String versionKey("GamutVersion");
@@ -68,6 +71,67 @@ QDataStream& operator>>(QDataStream& stream, LabPoint& v)
     return stream >> v.L >> v.a >> v.b;
 }
 
+QDataStream& operator<<(QDataStream& stream, const KVGamut::CodePoints& v)
+{
+    return stream << qint32(v.primaries) << qint32(v.transfer) << qint32(v.matrix) << v.fullRange;
+}
+
+QDataStream& operator>>(QDataStream& stream, KVGamut::CodePoints& v)
+{
+    qint32 primaries = 0, transfer = 0, matrix = 0;
+    stream >> primaries >> transfer >> matrix >> v.fullRange;
+    v = {primaries, transfer, matrix, v.fullRange};
+    return stream;
+}
+
+template <typename T>
+QDataStream& operator<<(QDataStream& stream, const std::optional<T>& value)
+{
+    stream << value.has_value();
+    return value ? stream << *value : stream;
+}
+
+template <typename T>
+QDataStream& operator>>(QDataStream& stream, std::optional<T>& value)
+{
+    bool isPresent = false;
+    stream >> isPresent;
+    return isPresent ? stream >> value.emplace() : stream;
+}
+
+QDataStream& operator<<(QDataStream& stream, const KVGamut::Conversion& v)
+{
+    return stream << v.table.toLatin1() << v.tableIsFallback << qint32(v.adaptation)
+                  << qint32(v.adaptationSource) << v.mediaWhite << v.mappedBlack << v.cicp;
+}
+
+// Whether @p v is then one of the enumeration.
+template <typename Enum>
+bool readEnum(QDataStream& stream, Enum& v, Enum last)
+{
+    qint32 number = 0;
+    stream >> number;
+    v = static_cast<Enum>(number);
+    return number >= 0 && number <= static_cast<qint32>(last);
+}
+
+bool readConversion(QDataStream& stream, KVGamut::Conversion& v)
+{
+    constexpr qsizetype maxNameLength = 6; // "matrix"
+    QByteArray table;
+    stream >> table >> v.tableIsFallback;
+    v.table = QString::fromLatin1(table);
+    const auto isPlain = [](char c) {
+        return (c >= '0' && c <= '9') || ((c | 32) >= 'a' && (c | 32) <= 'z');
+    };
+    if (table.size() > maxNameLength || !std::all_of(table.begin(), table.end(), isPlain) ||
+        !readEnum(stream, v.adaptation, KVGamut::Adaptation::NoneD65) ||
+        !readEnum(stream, v.adaptationSource, KVGamut::AdaptationSource::MediaWhite))
+        return false;
+    stream >> v.mediaWhite >> v.mappedBlack >> v.cicp;
+    return true;
+}
+
 void prepare(QDataStream& stream)
 {
     stream.setVersion(QDataStream::Qt_6_0);
@@ -84,7 +148,7 @@ QByteArray packed(const GamutRecord& record)
     stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
     stream << record.foldShare << record.volumeUncertainty << record.seconds;
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
-    stream << record.white << record.black << record.origin;
+    stream << record.white << record.black << record.origin << record.conversion;
     stream << quint32(record.primaries.size());
     for (const Ramp& ramp : record.primaries) {
         stream << quint32(ramp.size());
@@ -109,7 +173,7 @@ bool fits(const QDataStream& stream, quint64 count, quint64 size)
 }
 
 // Method, settings and numbers, up to the end points.
-bool readHead(QDataStream& stream, GamutRecord& record)
+bool readHead(QDataStream& stream, GamutRecord& record, int version)
 {
     quint32 start = 0;
     qint32 method = 0, intent = 0, gridPoints = 0;
@@ -124,7 +188,7 @@ bool readHead(QDataStream& stream, GamutRecord& record)
     stream >> record.foldShare >> record.volumeUncertainty >> record.seconds;
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
     stream >> record.white >> record.black >> record.origin;
-    return true;
+    return version == firstVersion || readConversion(stream, record.conversion);
 }
 
 bool readPrimaries(QDataStream& stream, GamutRecord& record)
@@ -185,18 +249,21 @@ bool readMesh(QDataStream& stream, Mesh& mesh, const Task& task)
     return true;
 }
 
-bool unpack(const QByteArray& bytes, GamutRecord& record, const Task& task)
+bool unpack(const QByteArray& bytes, GamutRecord& record, int version, const Task& task)
 {
     QDataStream stream(bytes);
     prepare(stream);
-    return readHead(stream, record) && readPrimaries(stream, record) && readMesh(stream, record.mesh, task) &&
-           stream.status() == QDataStream::Ok;
+    return readHead(stream, record, version) && readPrimaries(stream, record) &&
+           readMesh(stream, record.mesh, task) && stream.status() == QDataStream::Ok;
 }
 
 bool valuesAreValid(const GamutRecord& record, const Task& task)
 {
     const auto valid = [](const LabPoint& v) { return isFinite(toVec3(v)); };
-    bool all = valid(record.white) && valid(record.black) && valid(record.origin);
+    const KVGamut::Conversion& conversion = record.conversion;
+    bool all = valid(record.white) && valid(record.black) && valid(record.origin) &&
+               valid(conversion.mediaWhite.value_or(LabPoint())) &&
+               valid(conversion.mappedBlack.value_or(LabPoint()));
     for (const Ramp& ramp : record.primaries)
         all = all && std::all_of(ramp.begin(), ramp.end(), valid);
     const std::vector<float>& device = record.mesh.device;
@@ -260,7 +327,7 @@ QHash<QString, QVariant> serialized(const GamutRecord& record)
 
 namespace {
 
-Result<GamutRecord> checkedRecord(const Fields& fields, const Task& task)
+Result<GamutRecord> checkedRecord(const Fields& fields, int version, const Task& task)
 {
     const auto bytes = fields.text.metaType().id() == QMetaType::QString
                            ? decoded(QStringView(fields.text.toString()), task)
@@ -268,7 +335,7 @@ Result<GamutRecord> checkedRecord(const Fields& fields, const Task& task)
     if (!bytes || checksumOf(*bytes, task) != fields.checksum.toString())
         return failure(KVProblemCode::SavedGamutDamaged);
     GamutRecord record;
-    if (!unpack(*bytes, record, task) || !valuesAreValid(record, task))
+    if (!unpack(*bytes, record, version, task) || !valuesAreValid(record, task))
         return failure(KVProblemCode::SavedGamutInvalidValues);
     if (const auto checked = checkSavedSurface(record.mesh, task); !checked)
         return failure(checked);
@@ -284,9 +351,10 @@ Result<GamutRecord> deserialized(const QHash<QString, QVariant>& hash, const Tas
     if (type != QMetaType::QString && type != QMetaType::QByteArray)
         return failure(KVProblemCode::NotASavedGamut);
     bool isNumber = false;
-    if (fields.version.toInt(&isNumber) != formatVersion || !isNumber)
+    const int version = fields.version.toInt(&isNumber);
+    if (version < firstVersion || version > formatVersion || !isNumber)
         return failure(KVProblemCode::UnknownSavedVersion, {fields.version.toString()});
-    auto record = checkedRecord(fields, task);
+    auto record = checkedRecord(fields, version, task);
     if (task.isCancelled()) // an incomplete step fails for some other reason
         return failure(KVProblemCode::Cancelled);
     return record;

@@ -10,6 +10,7 @@
 
 #include <QtCore/QCborMap>
 #include <QtCore/QCborValue>
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
 #include <QtCore/QJsonDocument>
@@ -53,6 +54,7 @@ void expectTheSame(const KVGamut::GamutObject& original, const KVGamut::GamutObj
     EXPECT_EQ(copy.method(), original.method()) << how;
     EXPECT_EQ(copy.report().volumeUncertainty, original.report().volumeUncertainty) << how;
     EXPECT_EQ(copy.report().intent, original.report().intent) << how;
+    EXPECT_TRUE(copy.report().conversion == original.report().conversion) << how;
     EXPECT_TRUE(sameFields(copy.compare(original), original.compare(original))) << how;
     std::mt19937 random(2);
     std::uniform_real_distribution<float> any(-100.0f, 100.0f);
@@ -115,6 +117,19 @@ TEST(Serialize, keepsEverythingThroughEveryFormat)
     }
 }
 
+TEST(Serialize, keepsHowTheColoursWereObtained)
+{
+    for (const auto intent : {KVVMRenderRelativeColorimetric, KVVMRenderAbsoluteColorimetric}) {
+        KVGamut::GamutObject original;
+        const KVGamut::Settings settings{intent, true, 5, KVGamut::Adaptation::None};
+        ASSERT_TRUE(original.init(openedFile(printerCmyk()), settings));
+        const KVGamut::Conversion conversion = original.report().conversion;
+        ASSERT_EQ(conversion.mappedBlack.has_value(), intent == KVVMRenderRelativeColorimetric);
+        ASSERT_TRUE(conversion.mediaWhite);
+        EXPECT_TRUE(restored(original.serialize()).report().conversion == conversion);
+    }
+}
+
 TEST(Serialize, isAlsoReadFromUnderItsOwnKey)
 {
     const auto original = gamutOf(openedFile(srgb()), 9);
@@ -163,7 +178,7 @@ TEST(Deserialize, refusesOtherVersions)
     const QString key = QStringLiteral("GamutVersion");
     ASSERT_TRUE(hash.contains(key));
     for (const QVariant& version :
-         {QVariant(0), QVariant(2), QVariant(-1), QVariant(), QVariant(QStringLiteral("new"))}) {
+         {QVariant(0), QVariant(3), QVariant(-1), QVariant(), QVariant(QStringLiteral("new"))}) {
         hash[key] = version;
         expectRefused(hash, unknownVersion(version.toString()), "version");
     }
@@ -285,6 +300,74 @@ TEST(Deserialize, refusesInvalidValues)
     expect([](Record& r) { r.mesh.device[4] = std::nanf(""); });
     expect([](Record& r) { r.foldShare = std::nan(""); });
     expect([](Record& r) { r.mesh.channels = 2; });
+    expect([](Record& r) { r.conversion.table = QStringLiteral("A2B0123"); });
+    expect([](Record& r) { r.conversion.table = QStringLiteral("<b>"); });
+    expect([](Record& r) { r.conversion.adaptation = static_cast<KVGamut::Adaptation>(3); });
+    expect([](Record& r) { r.conversion.adaptationSource = static_cast<KVGamut::AdaptationSource>(-1); });
+    expect([](Record& r) { r.conversion.mediaWhite = LabPoint{std::nanf(""), 0.0f, 0.0f}; });
+    expect([](Record& r) { r.conversion.mappedBlack = LabPoint{0.0f, std::nanf(""), 0.0f}; });
+}
+
+namespace {
+
+/// A tetrahedron as the first version of the format describes it: without the conversion.
+Hash savedByTheFirstVersion()
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_0);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    constexpr bool compensated = true, decorated = false;
+    stream << quint32(0x4b56474d) << qint32(1) << qint32(2) << compensated << decorated << qint32(9);
+    stream << 0.0 << 2.5 << 0.125; // fold share, uncertainty, seconds
+    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
+    const auto write = [&stream](float L, float a, float b) { stream << L << a << b; };
+    write(90, 1, 2); // white
+    write(5, 0, 0);  // black
+    write(5, 0, 0);  // the origin
+    stream << quint32(0);
+    stream << qint32(3) << quint32(4) << quint32(4);
+    write(0, 0, 0);
+    write(30, 0, 0);
+    write(0, 30, 0);
+    write(0, 0, 30);
+    for (int i = 0; i < 12; ++i)
+        stream << 0.5f;
+    for (const qint32 v : {0, 2, 1, 0, 3, 2, 0, 1, 3, 1, 2, 3})
+        stream << v;
+    return {{gamutKey, QString::fromLatin1(bytes.toBase64())},
+            {QStringLiteral("GamutVersion"), 1},
+            {QStringLiteral("GamutChecksum"),
+             QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex())}};
+}
+
+} // namespace
+
+TEST(Serialize, keepsTheTagOfTheEncoding)
+{
+    velmora::GamutRecord record;
+    record.conversion.cicp = KVGamut::CodePoints{9, 16, 0, true};
+    record.conversion.tableIsFallback = true;
+    record.conversion.adaptationSource = KVGamut::AdaptationSource::MediaWhite;
+    record.method = KVGamut::Method::DeviceMesh;
+    addBox(record.mesh, {10, 0, 0}, {30, 20, 20});
+    record.mesh.channels = 3;
+    record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+    EXPECT_TRUE(restored(velmora::serialized(record)).report().conversion == record.conversion);
+}
+
+TEST(Deserialize, readsTheFirstVersion)
+{
+    const KVGamut::GamutObject gamut = restored(savedByTheFirstVersion());
+    ASSERT_EQ(gamut.problem(), std::nullopt);
+    EXPECT_NEAR(gamut.volume(), 4500.0, 0.01);
+    const KVGamut::Report report = gamut.report();
+    EXPECT_EQ(report.intent, KVVMRenderSaturation);
+    EXPECT_TRUE(report.blackPointCompensation);
+    EXPECT_EQ(report.white, (LabPoint{90, 1, 2}));
+    EXPECT_EQ(report.volumeUncertainty, 2.5);
+    EXPECT_TRUE(report.conversion.table.isEmpty());
+    EXPECT_TRUE(report.conversion == KVGamut::Conversion());
 }
 
 // Parallel thin slabs: every face is close to all others, and none intersects another.

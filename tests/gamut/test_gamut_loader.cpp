@@ -265,6 +265,20 @@ TEST_F(Loader, passesTheThreeSettingsToTheEngine)
     EXPECT_EQ(call.refinements, 2);
 }
 
+TEST_F(Loader, passesTheAdaptationToTheEngine)
+{
+    Params params = dataParams("profile A");
+    load(params);
+    params.insert(settingsKey, Params{{QStringLiteral("Link_adaptation"), 1}});
+    load(params);
+    params.insert(settingsKey, Params{{QStringLiteral("Link_adaptation"), QStringLiteral("2")}});
+    load(params);
+    ASSERT_EQ(fakevelmora::initCalls().size(), 3);
+    EXPECT_EQ(fakevelmora::initCalls()[0].adaptation, KVGamut::Adaptation::Full);
+    EXPECT_EQ(fakevelmora::initCalls()[1].adaptation, KVGamut::Adaptation::None);
+    EXPECT_EQ(fakevelmora::initCalls()[2].adaptation, KVGamut::Adaptation::NoneD65);
+}
+
 TEST_F(Loader, eachSettingHasItsOwnDefault)
 {
     Params params = dataParams("profile A");

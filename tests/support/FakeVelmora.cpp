@@ -2,6 +2,7 @@
 #include "support/FakeVelmora.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QSharedData>
 
 #include <algorithm>
@@ -238,6 +239,9 @@ public:
 
 namespace KVGamut {
 
+/// For init() with settings, on this thread.
+static thread_local Adaptation requestedAdaptation = Adaptation::Full;
+
 GamutObject::GamutObject() = default;
 GamutObject::GamutObject(const GamutObject&) = default;
 GamutObject::GamutObject(GamutObject&&) noexcept = default;
@@ -256,6 +260,7 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
     call.withDecoration = withDecoration;
     call.maxEdge = maxEdge;
     call.gridPoints = gridPoints;
+    call.adaptation = requestedAdaptation;
     call.refinements = refinements;
     call.hasProtocolPointer = protocol != nullptr;
     if (protocol)
@@ -278,6 +283,8 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
 
 bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
 {
+    requestedAdaptation = settings.adaptation;
+    const auto usual = qScopeGuard([] { requestedAdaptation = Adaptation::Full; });
     return init(profile, settings.intent, settings.blackPointCompensation, true, Settings::defaultMaxEdge,
                 settings.gridPoints, Settings::defaultMaxRefinements, protocol);
 }

@@ -49,6 +49,7 @@ struct InitCall
     float maxEdge = 0.0f;
     int gridPoints = 0;
     int refinements = 0;
+    KVGamut::Adaptation adaptation = KVGamut::Adaptation::Full;
     bool hasProtocolPointer = false;
     KVCompletionProtocolPtr protocol; ///< null if none was passed, and always in initCalls()
     QString taskName;                 ///< of the protocol

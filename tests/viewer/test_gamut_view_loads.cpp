@@ -104,6 +104,7 @@ TEST_F(GamutViewLoads, aRequestIsComputedOnAWorkerWithItsSettings)
     settings.intent = KVVMRenderPerceptual;
     settings.blackPointCompensation = true;
     settings.gridPoints = 9;
+    settings.adaptation = KVGamut::Adaptation::None;
     view->load(id, KVLoadRequest::fromData("profile A", settings), view.get(), report());
     EXPECT_TRUE(view->isLoading());
     EXPECT_TRUE(view->isLoading(id));
@@ -116,6 +117,7 @@ TEST_F(GamutViewLoads, aRequestIsComputedOnAWorkerWithItsSettings)
     EXPECT_EQ(call.intent, 0);
     EXPECT_TRUE(call.blackPointCompensation);
     EXPECT_EQ(call.gridPoints, 9);
+    EXPECT_EQ(call.adaptation, KVGamut::Adaptation::None);
     EXPECT_NE(call.thread, QThread::currentThread());
 }
 
@@ -427,7 +429,8 @@ TEST_F(GamutViewLoads, theHashBecomesATypedRequest)
 {
     const QVariantHash settings{{QStringLiteral("Link_GridPointNumber"), 9},
                                 {QStringLiteral("Link_ICCRendering"), 1},
-                                {QStringLiteral("Link_blackPointCompensation"), true}};
+                                {QStringLiteral("Link_blackPointCompensation"), true},
+                                {QStringLiteral("Link_adaptation"), 2}};
     const auto read = KVLoadRequest::fromParams({{QStringLiteral("ProfilePath"), QStringLiteral("a.icc")},
                                                  {QStringLiteral("ProfileData"), QByteArray("data")},
                                                  {QStringLiteral("AdditionnalParam"), settings}});
@@ -437,8 +440,24 @@ TEST_F(GamutViewLoads, theHashBecomesATypedRequest)
     EXPECT_EQ(read->settings.gridPoints, 9);
     EXPECT_EQ(read->settings.intent, KVVMRenderRelativeColorimetric);
     EXPECT_TRUE(read->settings.blackPointCompensation);
+    EXPECT_EQ(read->settings.adaptation, KVGamut::Adaptation::NoneD65);
     const QVariantHash saved{{QStringLiteral("Gamut"), 1}, {QStringLiteral("More"), 2}};
     EXPECT_EQ(KVLoadRequest::fromParams(saved)->savedGamut, saved);
+}
+
+TEST_F(GamutViewLoads, theAdaptationIsAmongTheParametersOnlyIfItIsUndone)
+{
+    const auto adaptation = [this](KVGamut::Adaptation value) {
+        KVGamut::Settings settings;
+        settings.adaptation = value;
+        log.clear();
+        view->load(id, KVLoadRequest::fromData("profile A", settings), view.get(), report());
+        EXPECT_TRUE(eventually([this] { return !log.isEmpty(); }));
+        const QVariantHash used = viewer->params(id).value(QStringLiteral("AdditionnalParam")).toHash();
+        return used.value(QStringLiteral("Link_adaptation"));
+    };
+    EXPECT_FALSE(adaptation(KVGamut::Adaptation::Full).isValid());
+    EXPECT_EQ(adaptation(KVGamut::Adaptation::None), QVariant(1));
 }
 
 TEST_F(GamutViewLoads, aSavedGamutIsRestored)

@@ -92,7 +92,7 @@ KVViewState someState()
     state.looks[id].opacity = 0.35f;
     state.looks[id].color = QColor(1, 200, 3);
     state.looks[other].mode = KVGamut3DViewer::Flat;
-    state.settings[id] = {KVVMRenderPerceptual, true, 17};
+    state.settings[id] = {KVVMRenderPerceptual, true, 17, KVGamut::Adaptation::NoneD65};
     return state;
 }
 
@@ -440,7 +440,9 @@ TEST_F(GamutViewLooks, invalidValuesOfAMapKeepTheDefaults)
                            {QStringLiteral("opacity"), 1.5},
                            {QStringLiteral("ambientStrength"), nan},
                            {QStringLiteral("color"), QStringLiteral("no colour")}};
-    const QVariantMap settings{{QStringLiteral("intent"), 4}, {QStringLiteral("gridPoints"), 1e9}};
+    const QVariantMap settings{{QStringLiteral("intent"), 4},
+                               {QStringLiteral("gridPoints"), 1e9},
+                               {QStringLiteral("adaptation"), 3}};
     const KVViewState state =
         KVViewState::fromMap({{QStringLiteral("camera"), camera},
                               {QStringLiteral("light"), QVariantList{nan, 0.0, 0.0}},

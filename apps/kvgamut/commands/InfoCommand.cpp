@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "InfoCommand.h"
 
+#include "ConversionColumns.h"
 #include "GamutInputs.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/ExitCode.h"
@@ -35,6 +36,7 @@ Table emptyTable()
     table.add("grid", "with grid", Kind::Whole);
     table.add("white", "white", Kind::Colour, 3, 2);
     table.add("black", "black", Kind::Colour, 3, 2);
+    ConversionColumns::add(table, ConversionColumns::Details::Shown);
     table.add("copyright", "copyright", Kind::Word);
     table.add("saved_of", "saved of", Kind::Word);
     table.add("no_gamut", "no gamut", Kind::Word);
@@ -53,24 +55,25 @@ Table::Row rowOf(const Input& input)
     const ProfileFacts facts = isSaved ? ProfileFacts() : ProfileFacts::of(input.source->profile()->bytes);
     const auto ofGamut = [&](const QVariant& value) { return input.gamut ? value : QVariant(); };
     const auto ofProfile = [&](const QVariant& value) { return isSaved ? QVariant() : value; };
-    return {input.name,
-            isSaved ? QStringLiteral("saved gamut") : QStringLiteral("profile"),
-            unlessEmpty(facts.description),
-            unlessEmpty(facts.deviceClass),
-            unlessEmpty(facts.deviceSpace),
-            isSaved ? report.channels : facts.channels,
-            unlessEmpty(facts.pcs),
-            unlessEmpty(facts.version),
-            ofProfile(facts.intents),
-            ofProfile(facts.tables),
-            ofGamut(GamutWords::intent(report.intent)),
-            ofGamut(GamutWords::blackPointCompensated(report)),
-            ofGamut(report.gridPoints),
-            ofGamut(Table::colour(report.white)),
-            ofGamut(Table::colour(report.black)),
-            unlessEmpty(facts.copyright),
-            unlessEmpty(input.source->savedProfile()),
-            input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
+    Table::Row row{input.name,
+                   isSaved ? QStringLiteral("saved gamut") : QStringLiteral("profile"),
+                   unlessEmpty(facts.description),
+                   unlessEmpty(facts.deviceClass),
+                   unlessEmpty(facts.deviceSpace),
+                   isSaved ? report.channels : facts.channels,
+                   unlessEmpty(facts.pcs),
+                   unlessEmpty(facts.version),
+                   ofProfile(facts.intents),
+                   ofProfile(facts.tables),
+                   ofGamut(GamutWords::intent(report.intent)),
+                   ofGamut(GamutWords::blackPointCompensated(report)),
+                   ofGamut(report.gridPoints),
+                   ofGamut(Table::colour(report.white)),
+                   ofGamut(Table::colour(report.black))};
+    row += ConversionColumns::of(report);
+    row += Table::Row{unlessEmpty(facts.copyright), unlessEmpty(input.source->savedProfile()),
+                      input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
+    return row;
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "VolumeCommand.h"
 
+#include "ConversionColumns.h"
 #include "GamutInputs.h"
 #include "commands/options/ProfileOptions.h"
 #include "model/reports/GamutWords.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -28,26 +30,40 @@ Table emptyTable()
     table.add("black", "black", Kind::Colour, 3, 1);
     table.add("saved", "", Kind::Flag);
     table.add("seconds", "seconds", Kind::Number, 4, 3);
+    ConversionColumns::add(table, ConversionColumns::Details::Hidden);
     return table;
 }
 
 Table::Row rowOf(const GamutInputs::Input& input)
 {
     const KVGamut::Report report = input.gamut->report();
-    return {input.name,
-            report.volume,
-            report.volumeUncertainty,
-            report.faceCount,
-            GamutWords::method(report.method),
-            GamutWords::intent(report.intent),
-            GamutWords::blackPointCompensated(report),
-            report.gridPoints,
-            report.channels,
-            report.foldShare,
-            Table::colour(report.white),
-            Table::colour(report.black),
-            input.isSaved(),
-            report.seconds};
+    Table::Row row{input.name,
+                   report.volume,
+                   report.volumeUncertainty,
+                   report.faceCount,
+                   GamutWords::method(report.method),
+                   GamutWords::intent(report.intent),
+                   GamutWords::blackPointCompensated(report),
+                   report.gridPoints,
+                   report.channels,
+                   report.foldShare,
+                   Table::colour(report.white),
+                   Table::colour(report.black),
+                   input.isSaved(),
+                   report.seconds};
+    row += ConversionColumns::of(report);
+    return row;
+}
+
+/// A line for each note about a gamut.
+QString notesOf(const QList<GamutInputs::Input>& inputs)
+{
+    QStringList lines;
+    for (const GamutInputs::Input& input : inputs)
+        for (const QString& note : GamutWords::notes(input.gamut->report()))
+            lines.append(
+                QStringLiteral("%1: %2").arg(SafeText::shown(input.name, SafeText::maxPathLength), note));
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -73,5 +89,6 @@ int VolumeCommand::run(Arguments arguments)
     Table table = emptyTable();
     for (const GamutInputs::Input& input : inputs.usable())
         table.rows.append(rowOf(input));
+    table.summary = notesOf(inputs.usable());
     return m_report.print(table, allUsed);
 }

@@ -115,9 +115,55 @@ TEST_F(InfoTest, printsThePropertiesOfASavedGamut)
 
 TEST_F(InfoTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(keysOf(info({sRGB})),
-              words(QStringLiteral("black bpc channels class copyright description device_space grid intent "
-                                   "intents kind no_gamut pcs profile saved_of tables version white")));
+    EXPECT_EQ(
+        keysOf(info({sRGB})),
+        words(QStringLiteral("adaptation adapted_by black bpc channels cicp class copyright description "
+                             "device_space grid intent intents kind mapped_black media_white no_gamut "
+                             "notes pcs profile saved_of table table_fallback tables version white")));
+}
+
+TEST_F(InfoTest, namesTheWhiteOfThePaper)
+{
+    const QJsonObject row = info({cmyk, QStringLiteral("--intent"), QStringLiteral("relative")});
+    const auto paper = testprofiles::labOf(contents(cmyk), {0, 0, 0, 0}, INTENT_ABSOLUTE_COLORIMETRIC);
+    expectNear(lab(row, "media_white"), QVector3D(float(paper[0]), float(paper[1]), float(paper[2])), 0.05f);
+    EXPECT_TRUE(row.value(QStringLiteral("adapted_by")).isNull());
+    EXPECT_EQ(word(row, "table"), QStringLiteral("A2B1"));
+}
+
+TEST_F(InfoTest, saysWhatTheTagOfTheEncodingMeans)
+{
+    struct Case
+    {
+        QByteArray values;
+        QString encoding;
+        QString meaning;
+    };
+    for (const auto& [values, encoding, meaning] :
+         {Case{QByteArray("\11\20\0\1", 4), QStringLiteral("BT.2020 primaries, PQ, full range"),
+               QStringLiteral("brighter light (HDR) is not counted")},
+          Case{QByteArray("\14\22\0\1", 4), QStringLiteral("Display P3 primaries, HLG, full range"),
+               QStringLiteral("brighter light (HDR) is not counted")},
+          Case{QByteArray("\1\15\1\0", 4),
+               QStringLiteral("BT.709 primaries, sRGB curve, matrix 1, narrow range"),
+               QStringLiteral("the tag does not change it")},
+          Case{QByteArray("\115\116\0\1", 4), QStringLiteral("77 primaries, transfer 78, full range"),
+               QStringLiteral("the tag does not change it")}}) {
+        // a tag of twelve bytes takes the place of the copyright
+        QByteArray bytes = contents(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"));
+        const auto entry = bytes.indexOf("cprt", 128);
+        ASSERT_GT(entry, 0);
+        bytes.replace(entry, 4, "cicp");
+        quint32 offset = 0;
+        for (int i = 0; i < 4; ++i)
+            offset = offset << 8 | static_cast<uchar>(bytes[entry + 4 + i]);
+        bytes.replace(offset, 12, QByteArray("cicp\0\0\0\0", 8) + values);
+        write(path(QStringLiteral("coded.icc")), bytes);
+        const QJsonObject row = info({path(QStringLiteral("coded.icc"))});
+        EXPECT_EQ(word(row, "cicp"), encoding);
+        EXPECT_TRUE(word(row, "notes").contains(meaning)) << qPrintable(word(row, "notes"));
+    }
+    EXPECT_TRUE(info({sRGB}).value(QStringLiteral("cicp")).isNull());
 }
 
 TEST_F(InfoTest, printsAParagraphForEachInput)

@@ -63,6 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
         Pair{"intent", KVGAMUT_CMYK_PROFILE, KVGAMUT_CMYK_PROFILE " --intent relative"},
         Pair{"blackPointCompensation", KVGAMUT_CMYK_PROFILE " --intent relative",
              KVGAMUT_CMYK_PROFILE " --intent relative --bpc"},
+        Pair{"adaptation", "sRGB", "sRGB --adaptation none"},
+        Pair{"adaptationToD65", "sRGB --adaptation none", "sRGB --adaptation none-d65"},
         Pair{"anotherProfile", "sRGB", "AdobeRGB"},
         Pair{"whichGamutIsFirst", "sRGB ProPhoto", "ProPhoto sRGB"}),
     nameOf);

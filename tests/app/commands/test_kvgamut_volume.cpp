@@ -69,9 +69,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(VolumeTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(keysOf(volume(sRGB)),
-              words(QStringLiteral("black bpc channels faces fold_share grid intent method profile saved "
-                                   "seconds uncertainty volume white")));
+    EXPECT_EQ(
+        keysOf(volume(sRGB)),
+        words(QStringLiteral("adaptation adapted_by black bpc channels cicp faces fold_share grid intent "
+                             "mapped_black media_white method notes profile saved seconds table "
+                             "table_fallback uncertainty volume white")));
 }
 
 TEST_F(VolumeTest, equalsTheVolumeOfABox)
@@ -113,6 +115,62 @@ TEST_F(VolumeTest, dependsOnTheBlackPointWithTheRelativeIntent)
     EXPECT_LE(lab(with, "black").x(), 0.1f); // negative for inks below the black point
     EXPECT_GT(lab(without, "black").x(), 5.0f);
     EXPECT_GT(number(with, "volume"), number(without, "volume") + 1000);
+}
+
+TEST_F(VolumeTest, namesTheMappedBlack)
+{
+    const QJsonObject with = volume(cmyk + QStringLiteral(" --intent relative --bpc"));
+    EXPECT_NEAR(lab(with, "mapped_black").x(), 16.5, 0.01); // as Little CMS detects it
+    EXPECT_EQ(word(with, "notes"),
+              QStringLiteral("Black point compensation maps L* 16.5, a* 0.0, b* 0.0 to L* 0; darker colours "
+                             "are clipped."));
+    EXPECT_EQ(lab(with, "black").x(), 0.0f);
+    const QJsonObject without = volume(cmyk + QStringLiteral(" --intent relative"));
+    EXPECT_TRUE(without.value(QStringLiteral("mapped_black")).isNull());
+    EXPECT_TRUE(without.value(QStringLiteral("notes")).isNull());
+}
+
+TEST_F(VolumeTest, namesTheTableAndAFallback)
+{
+    EXPECT_EQ(word(volume(sRGB), "table"), QStringLiteral("matrix"));
+    const QJsonObject own = volume(cmyk);
+    EXPECT_EQ(word(own, "table"), QStringLiteral("A2B1"));
+    EXPECT_FALSE(flag(own, "table_fallback"));
+    const QString box = path(QStringLiteral("box.icc"));
+    write(box, Box{{20, -40, -30}, {80, 40, 50}}.profile()); // has only A2B0
+    const QJsonObject other = volume(box + QStringLiteral(" --intent saturation"));
+    EXPECT_EQ(word(other, "table"), QStringLiteral("A2B0"));
+    EXPECT_TRUE(flag(other, "table_fallback"));
+    const Answer text = run(words(QStringLiteral("volume %1 --intent saturation").arg(box)));
+    EXPECT_THAT(text.output.toStdString(),
+                HasSubstr("box.icc: The profile has no table for the saturation intent; A2B0 is used.\n"));
+}
+
+TEST_F(VolumeTest, canUndoTheAdaptationOfADisplay)
+{
+    const QString display = QStringLiteral("/usr/share/color/icc/colord/sRGB.icc");
+    const QJsonObject kept = volume(display);
+    EXPECT_EQ(word(kept, "adaptation"), QStringLiteral("full"));
+    EXPECT_EQ(word(kept, "adapted_by"), QStringLiteral("chad"));
+    EXPECT_EQ(number(kept, "volume"),
+              number(volume(display + QStringLiteral(" --adaptation full")), "volume"));
+    const QJsonObject undone = volume(display + QStringLiteral(" --adaptation none"));
+    EXPECT_EQ(word(undone, "adaptation"), QStringLiteral("none"));
+    // the surface integral of the colorants with the tag's inverse gives 897,511
+    EXPECT_NEAR(number(undone, "volume"), 897'511, number(undone, "uncertainty"));
+    EXPECT_LT(lab(undone, "white").z(), -15.0f);
+    EXPECT_THAT(word(undone, "notes").toStdString(), HasSubstr("relative to D50"));
+    const QJsonObject d65 = volume(display + QStringLiteral(" --adaptation none-d65"));
+    EXPECT_NEAR(lab(d65, "white").z(), 0.0f, 0.1f);
+    EXPECT_THAT(word(d65, "notes").toStdString(), HasSubstr("relative to D65"));
+    const QJsonObject relative = volume(display + QStringLiteral(" --adaptation none --intent relative"));
+    EXPECT_EQ(word(relative, "adaptation"), QStringLiteral("full"));
+    EXPECT_EQ(number(relative, "volume"), number(kept, "volume"));
+}
+
+TEST_F(VolumeTest, refusesAnUnknownAdaptation)
+{
+    EXPECT_EQ(run(words(QStringLiteral("volume sRGB --adaptation some"))).exitCode, WrongUsage);
 }
 
 TEST_F(VolumeTest, ignoresBlackPointCompensationWithTheAbsoluteIntent)
@@ -186,8 +244,11 @@ TEST_F(VolumeTest, printsCsv)
     EXPECT_TRUE(succeeded(answer));
     const QList<QByteArray> lines = answer.output.split('\n');
     ASSERT_EQ(lines.size(), 3); // the last is empty
-    EXPECT_EQ(lines[0], "profile,volume,uncertainty,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
-                        "white_a,white_b,black_L,black_a,black_b,saved,seconds");
+    EXPECT_EQ(lines[0],
+              "profile,volume,uncertainty,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
+              "white_a,white_b,black_L,black_a,black_b,saved,seconds,table,table_fallback,adaptation,"
+              "adapted_by,media_white_L,media_white_a,media_white_b,mapped_black_L,mapped_black_a,"
+              "mapped_black_b,cicp,notes");
     const QList<QByteArray> keys = lines[0].split(','), fields = lines[1].split(',');
     ASSERT_EQ(keys.size(), fields.size());
     const QJsonObject row = volume(sRGB);

@@ -13,6 +13,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QtEndian>
 #include <QtGui/QColorSpace>
 #include <QtGui/QImage>
 #include <QtTest/QAbstractItemModelTester>
@@ -345,6 +346,51 @@ TEST_F(PicturePixels, areRefusedIfTheirProfileIsTooCostly)
     ASSERT_TRUE(set.error().cause);
     EXPECT_EQ(set.error().cause->code, Problem::Code(KVProblemCode::DamagedTag));
     EXPECT_EQ(set.error().subject, path);
+}
+
+quint32 read32(const QByteArray& bytes, qsizetype at)
+{
+    return qFromBigEndian<quint32>(bytes.constData() + at);
+}
+
+/// A profile with one more tag.
+QByteArray withTag(const QByteArray& profile, const char* name, const QByteArray& tag)
+{
+    constexpr qsizetype tableAt = 128 + 4, entrySize = 12;
+    const quint32 count = read32(profile, 128);
+    const qsizetype tableEnd = tableAt + entrySize * static_cast<qsizetype>(count);
+    QByteArray bytes;
+    append32(bytes, static_cast<quint32>(profile.size() + entrySize + tag.size()));
+    bytes += profile.mid(4, 128 - 4);
+    append32(bytes, count + 1);
+    for (qsizetype at = tableAt; at < tableEnd; at += entrySize) {
+        bytes += profile.mid(at, 4);
+        append32(bytes, read32(profile, at + 4) + entrySize); // the offset
+        bytes += profile.mid(at + 8, 4);
+    }
+    bytes.append(name, 4);
+    append32(bytes, static_cast<quint32>(profile.size() + entrySize));
+    append32(bytes, static_cast<quint32>(tag.size()));
+    return bytes + profile.mid(tableEnd) + tag;
+}
+
+// The profile opens, because the other intents do not use the table.
+TEST_F(PicturePixels, areRefusedIfTheirIntentIsTooCostly)
+{
+    const QString path = folder.filePath(QStringLiteral("costly.png"));
+    const QByteArray profile = BuiltInProfiles::profile(QStringLiteral("sRGB"));
+    constexpr qsizetype tagAt = 128 + 4 + 12;
+    testpictures::writePng(path, withTag(profile, "D2B3", profileOfMatrices(10).mid(tagAt)));
+    EXPECT_TRUE(readPoints(path));
+    const QByteArray costly = withTag(profile, "D2B3", profileOfMatrices(2000).mid(tagAt));
+    const KVProfilePtr opened(KVProfileCreateWithData(costly.constData(), static_cast<int>(costly.size())),
+                              KVProfileRelease);
+    EXPECT_TRUE(opened);
+    testpictures::writePng(path, costly);
+    const Result<PointSet> set = readPoints(path);
+    ASSERT_FALSE(set);
+    EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::PictureProfileInvalid));
+    EXPECT_EQ(set.error().cause->code, Problem::Code(KVProblemCode::DamagedTag));
 }
 
 TEST_F(PicturePixels, areNotConvertedAfterACancellation)

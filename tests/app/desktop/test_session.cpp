@@ -18,7 +18,7 @@ Session everything()
     Session session;
     Session::Gamut builtIn;
     builtIn.input = QStringLiteral("Rec2020");
-    builtIn.settings = {KVVMRenderPerceptual, true, 17};
+    builtIn.settings = {KVVMRenderPerceptual, true, 17, KVGamut::Adaptation::NoneD65};
     builtIn.look.visible = false;
     builtIn.look.mode = KVGamut3DViewer::Wireframe;
     builtIn.look.opacity = 0.25f;

@@ -4,6 +4,7 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
@@ -145,6 +146,26 @@ TEST_F(Controls, computeTheGamutAgain)
     ASSERT_TRUE(settle());
     EXPECT_EQ(entry().computedWith.intent, KVVMRenderPerceptual);
     EXPECT_EQ(intent.currentIndex(), KVVMRenderPerceptual);
+}
+
+TEST_F(Controls, undoTheAdaptationOfADisplay)
+{
+    const QString display = QStringLiteral("/usr/share/color/icc/colord/sRGB.icc");
+    open({display});
+    auto& adaptation = control<QComboBox>("adaptation");
+    const auto& conversion = control<QLabel>("conversion");
+    EXPECT_TRUE(conversion.text().contains(QStringLiteral("Table: matrix")));
+    EXPECT_TRUE(conversion.text().contains(QStringLiteral("Adapted to D50 by the profile")));
+    adaptation.setCurrentIndex(1);
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry().computedWith.adaptation, KVGamut::Adaptation::None);
+    EXPECT_LT(entry().gamut.whitePoint().b, -15.0f);
+    EXPECT_TRUE(conversion.text().contains(QStringLiteral("The profile's adaptation to D50 is undone")));
+    EXPECT_TRUE(adaptation.isEnabled());
+    control<QComboBox>("intent").setCurrentIndex(KVVMRenderRelativeColorimetric);
+    ASSERT_TRUE(settle());
+    EXPECT_FALSE(adaptation.isEnabled());
+    EXPECT_NEAR(entry().gamut.whitePoint().b, 0.0f, 0.1f);
 }
 
 TEST_F(Controls, cutAtTheLightnessOfTheSlider)

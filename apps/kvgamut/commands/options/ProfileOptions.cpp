@@ -45,6 +45,19 @@ void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
         ->type_name("INTENT");
     parser.add_flag("--bpc", settings.blackPointCompensation,
                     "Black point compensation; no effect on the absolute intent");
+    static const std::map<std::string, KVGamut::Adaptation> adaptations{
+        {"full", KVGamut::Adaptation::Full},
+        {"none", KVGamut::Adaptation::None},
+        {"none-d65", KVGamut::Adaptation::NoneD65},
+    };
+    parser
+        .add_option_function<std::string>(
+            "--adaptation",
+            [&settings](const std::string& word) { settings.adaptation = adaptations.at(word); },
+            "Adaptation of absolute colours to D50: full (as in the profile, the default), none (undone, Lab "
+            "relative to D50) or none-d65 (undone, Lab relative to D65)")
+        ->check(CLI::IsMember(adaptations).description(""))
+        ->type_name("MODE");
     parser
         .add_option("--grid", settings.gridPoints,
                     "Samples along each device axis, 3 to 129 (33; 17 from five channels on)")

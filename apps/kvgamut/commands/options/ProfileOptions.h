@@ -15,7 +15,7 @@ std::string inputDescription();
 /// Declares on @p parser the inputs as the positional argument @p word, at least one.
 CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* word = "PROFILE");
 
-/// Declares on @p parser how gamuts are computed: --intent, --bpc, --grid.
+/// Declares on @p parser how gamuts are computed: --intent, --bpc, --adaptation, --grid.
 void declareSettings(CLI::App& parser, KVGamut::Settings& settings);
 
 /// Profiles and how their gamuts are computed: the options of the commands that draw.

@@ -30,6 +30,14 @@ const Words& intentWords()
     return words;
 }
 
+const Words& adaptationWords()
+{
+    static const Words words{{QStringLiteral("full"), static_cast<int>(KVGamut::Adaptation::Full)},
+                             {QStringLiteral("none"), static_cast<int>(KVGamut::Adaptation::None)},
+                             {QStringLiteral("none-d65"), static_cast<int>(KVGamut::Adaptation::NoneD65)}};
+    return words;
+}
+
 const Words& modeWords()
 {
     static const Words words{{QStringLiteral("solid"), KVGamut3DViewer::Solid},
@@ -221,6 +229,10 @@ QJsonObject jsonOf(const Session::Gamut& gamut, const QDir& folder)
         {QStringLiteral("projection"), gamut.look.projection},
         {QStringLiteral("primaries"), gamut.look.primaries},
     };
+    if (gamut.settings.adaptation !=
+        KVGamut::Adaptation::Full) // versions before the setting open the file, too
+        json.insert(QStringLiteral("adaptation"),
+                    wordOf(adaptationWords(), static_cast<int>(gamut.settings.adaptation)));
     if (gamut.look.color.isValid())
         json.insert(QStringLiteral("color"), gamut.look.color.name());
     return json;
@@ -236,6 +248,7 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
     gamut.input = intoFolder(gamut.input, folder);
     reader.read("intent", gamut.settings.intent, intentWords());
     reader.read("blackPointCompensation", gamut.settings.blackPointCompensation);
+    reader.read("adaptation", gamut.settings.adaptation, adaptationWords());
     reader.read("gridPoints", gamut.settings.gridPoints, -1, maxGridPoints);
     reader.read("visible", gamut.look.visible);
     reader.read("mode", gamut.look.mode, modeWords());

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ShownWords.h"
 
+#include "model/reports/GamutWords.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLocale>
 
@@ -9,10 +11,17 @@
 
 namespace {
 
+using KVGamut::Adaptation;
+
 class Words
 {
     Q_DECLARE_TR_FUNCTIONS(ShownWords)
 };
+
+QString shownLab(const KVGamut::LabPoint& lab)
+{
+    return ShownWords::lab({lab.L, lab.a, lab.b});
+}
 
 /// With one decimal, and no sign before a zero.
 QString number(double value)
@@ -42,7 +51,49 @@ QString ShownWords::settings(const KVGamut::Settings& settings)
     QString words = intent(settings.intent);
     if (settings.blackPointCompensation && settings.intent != KVVMRenderAbsoluteColorimetric)
         words += Words::tr(", black point compensated");
+    if (settings.adaptation != Adaptation::Full && settings.intent == KVVMRenderAbsoluteColorimetric)
+        words += settings.adaptation == Adaptation::None ? Words::tr(", not adapted")
+                                                         : Words::tr(", not adapted, relative to D65");
     return words;
+}
+
+QString ShownWords::adaptation(KVGamut::Adaptation adaptation)
+{
+    switch (adaptation) {
+    case Adaptation::Full:
+        return Words::tr("As in the profile");
+    case Adaptation::None:
+        return Words::tr("None");
+    case Adaptation::NoneD65:
+        return Words::tr("None, relative to D65");
+    }
+    return {};
+}
+
+QString ShownWords::conversion(const KVGamut::Conversion& conversion)
+{
+    QStringList lines;
+    if (!conversion.table.isEmpty())
+        lines.append(conversion.tableIsFallback
+                         ? Words::tr("Table: %1; the profile has none for this intent").arg(conversion.table)
+                         : Words::tr("Table: %1").arg(conversion.table));
+    if (conversion.mediaWhite)
+        lines.append(Words::tr("Media white: %1").arg(shownLab(*conversion.mediaWhite)));
+    if (conversion.adaptationSource != KVGamut::AdaptationSource::None)
+        lines.append(conversion.adaptation == Adaptation::Full
+                         ? Words::tr("Adapted to D50 by the profile")
+                         : Words::tr("The profile's adaptation to D50 is undone"));
+    else if (conversion.adaptation != Adaptation::Full)
+        lines.append(Words::tr("The profile contains no adaptation to undo"));
+    if (conversion.mappedBlack)
+        lines.append(Words::tr("Mapped to L* 0: %1").arg(shownLab(*conversion.mappedBlack)));
+    if (conversion.cicp) {
+        lines.append(Words::tr("Encoding (cicp): %1").arg(GamutWords::encoding(*conversion.cicp)));
+        if (GamutWords::isHighDynamicRange(*conversion.cicp))
+            lines.append(
+                Words::tr("The volume is relative to the profile's white; brighter light is not counted"));
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 QString ShownWords::lab(const QVector3D& lab)

@@ -200,6 +200,8 @@ QVariant ComparisonModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return index.column() == Name ? QVariant(m_gamuts.signColor(row)) : QVariant();
     case Qt::ToolTipRole:
+        if (index.column() == Intent)
+            return ShownWords::conversion(m_reports.value(entry.revision).conversion);
         return SafeText::forToolTip(entry.input);
     case Qt::TextAlignmentRole:
         return QVariant(index.column() < White ? Qt::AlignLeft | Qt::AlignVCenter

@@ -12,6 +12,7 @@
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
@@ -19,6 +20,8 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
+
+using KVGamut::Adaptation;
 
 // The range of the field; the value below its minimum means the engine's default.
 constexpr int minGridPoints = 3;
@@ -95,11 +98,15 @@ QWidget* GamutPanel::makeComputation()
     m_grid->setKeyboardTracking(false); // report the number only when it is complete
     m_grid->setToolTip(tr("Samples along each device axis"));
 
+    makeAdaptation();
+
     auto* group = new QGroupBox(tr("Computed with"));
     auto* form = new QFormLayout(group);
     form->addRow(tr("&Intent"), m_intent);
     form->addRow(m_blackPoint);
+    form->addRow(tr("Adaptatio&n"), m_adaptation);
     form->addRow(tr("G&rid"), m_grid);
+    form->addRow(m_conversion);
 
     connect(m_intent, &QComboBox::currentIndexChanged, this, [this] {
         changeSettings([this](KVGamut::Settings& s) {
@@ -113,6 +120,27 @@ QWidget* GamutPanel::makeComputation()
         changeSettings([value](KVGamut::Settings& s) { s.gridPoints = value == automaticGrid ? -1 : value; });
     });
     return group;
+}
+
+/// And the label that says what came of all settings.
+void GamutPanel::makeAdaptation()
+{
+    m_adaptation = new QComboBox;
+    m_adaptation->setObjectName(QStringLiteral("adaptation"));
+    m_adaptation->setToolTip(tr("Adaptation of a display's colours to D50; only with the absolute intent"));
+    for (const Adaptation adaptation : {Adaptation::Full, Adaptation::None, Adaptation::NoneD65})
+        m_adaptation->addItem(ShownWords::adaptation(adaptation), static_cast<int>(adaptation));
+    m_conversion = new QLabel;
+    m_conversion->setObjectName(QStringLiteral("conversion"));
+    m_conversion->setAccessibleName(tr("Conversion to Lab"));
+    m_conversion->setTextFormat(Qt::PlainText);
+    m_conversion->setWordWrap(true);
+    m_conversion->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    connect(m_adaptation, &QComboBox::currentIndexChanged, this, [this] {
+        changeSettings([this](KVGamut::Settings& s) {
+            s.adaptation = static_cast<Adaptation>(m_adaptation->currentData().toInt());
+        });
+    });
 }
 
 QWidget* GamutPanel::makeAppearance()
@@ -195,6 +223,9 @@ void GamutPanel::showActive()
     m_intent->setCurrentIndex(m_intent->findData(static_cast<int>(entry.settings.intent)));
     m_blackPoint->setChecked(entry.settings.blackPointCompensation);
     m_blackPoint->setEnabled(entry.settings.intent != KVVMRenderAbsoluteColorimetric);
+    m_adaptation->setCurrentIndex(m_adaptation->findData(static_cast<int>(entry.settings.adaptation)));
+    m_adaptation->setEnabled(entry.settings.intent == KVVMRenderAbsoluteColorimetric);
+    m_conversion->setText(ShownWords::conversion(entry.gamut.report().conversion));
     m_grid->setValue(entry.settings.gridPoints < minGridPoints ? automaticGrid : entry.settings.gridPoints);
     const int mode = entry.look.mode == KVGamut3DViewer::Solid ? KVGamut3DViewer::Smooth : entry.look.mode;
     m_mode->setCurrentIndex(m_mode->findData(mode));

@@ -9,6 +9,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QListView;
 class QSlider;
 class QSpinBox;
@@ -31,6 +32,7 @@ Q_SIGNALS:
 
 private:
     QWidget* makeComputation();
+    void makeAdaptation();
     QWidget* makeAppearance();
     void showActive();
     void changeLook(const std::function<void(KVGamutLook&)>& change);
@@ -43,7 +45,9 @@ private:
     QWidget* m_details;
     QComboBox* m_intent;
     QCheckBox* m_blackPoint;
+    QComboBox* m_adaptation;
     QSpinBox* m_grid;
+    QLabel* m_conversion;
     QComboBox* m_mode;
     QSlider* m_opacity;
     QSlider* m_ambient;

@@ -4,12 +4,24 @@
 #include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 /// Names of values in reports about gamuts.
 namespace GamutWords {
 
 QString intent(KVVMRenderType intent);  ///< "absolute"...: as on the command line
 QString method(KVGamut::Method method); ///< "device mesh", "radial hull" or "lattice surface"
+
+/// "full", "none" or "none-d65": as on the command line.
+QString adaptation(KVGamut::Adaptation adaptation);
+/// The tag from which the adaptation is known, "chad" or "wtpt"; empty if the profile contains none.
+QString adaptedBy(KVGamut::AdaptationSource source);
+/// "BT.2020 primaries, PQ, full range": the encoding that the tag "cicp" names.
+QString encoding(const KVGamut::CodePoints& cicp);
+/// Whether a transfer characteristic is one of high dynamic range: PQ or HLG.
+bool isHighDynamicRange(const KVGamut::CodePoints& cicp);
+/// Sentences about the conversion from device to Lab that a reader of the volume should know.
+QStringList notes(const KVGamut::Report& report);
 
 /// Whether black-point compensation was applied. The absolute intent ignores that setting.
 bool blackPointCompensated(const KVGamut::Report& report);

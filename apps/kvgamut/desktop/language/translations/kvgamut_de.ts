@@ -435,6 +435,18 @@ wird berechnet</translation>
         <source>Colour of the gamut</source>
         <translation>Farbe des Gamuts</translation>
     </message>
+    <message>
+        <source>Adaptatio&amp;n</source>
+        <translation>Weißpun&amp;ktanpassung</translation>
+    </message>
+    <message>
+        <source>Adaptation of a display&apos;s colours to D50; only with the absolute intent</source>
+        <translation>Anpassung der Farben eines Bildschirms an D50; nur mit absolut farbmetrisch</translation>
+    </message>
+    <message>
+        <source>Conversion to Lab</source>
+        <translation>Umrechnung nach Lab</translation>
+    </message>
 </context>
 <context>
     <name>Inspector</name>
@@ -1256,6 +1268,62 @@ wird berechnet</translation>
     <message>
         <source>, black point compensated</source>
         <translation>, mit Tiefenkompensierung</translation>
+    </message>
+    <message>
+        <source>, not adapted</source>
+        <translation>, nicht angepasst</translation>
+    </message>
+    <message>
+        <source>, not adapted, relative to D65</source>
+        <translation>, nicht angepasst, bezogen auf D65</translation>
+    </message>
+    <message>
+        <source>As in the profile</source>
+        <translation>Wie im Profil</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>None, relative to D65</source>
+        <translation>Keine, bezogen auf D65</translation>
+    </message>
+    <message>
+        <source>Table: %1; the profile has none for this intent</source>
+        <translation>Tabelle: %1; das Profil hat keine für diesen Rendering Intent</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Tabelle: %1</translation>
+    </message>
+    <message>
+        <source>Media white: %1</source>
+        <translation>Medienweiß: %1</translation>
+    </message>
+    <message>
+        <source>Adapted to D50 by the profile</source>
+        <translation>Vom Profil an D50 angepasst</translation>
+    </message>
+    <message>
+        <source>The profile&apos;s adaptation to D50 is undone</source>
+        <translation>Die Anpassung des Profils an D50 ist zurückgenommen</translation>
+    </message>
+    <message>
+        <source>The profile contains no adaptation to undo</source>
+        <translation>Das Profil enthält keine Anpassung, die zurückzunehmen wäre</translation>
+    </message>
+    <message>
+        <source>Mapped to L* 0: %1</source>
+        <translation>Auf L* 0 abgebildet: %1</translation>
+    </message>
+    <message>
+        <source>Encoding (cicp): %1</source>
+        <translation>Kodierung (cicp): %1</translation>
+    </message>
+    <message>
+        <source>The volume is relative to the profile&apos;s white; brighter light is not counted</source>
+        <translation>Das Volumen bezieht sich auf das Weiß des Profils; helleres Licht zählt nicht mit</translation>
     </message>
 </context>
 <context>
