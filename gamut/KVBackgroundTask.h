@@ -3,14 +3,15 @@
 
 #include <platform/KVCoreCommon.h>
 
-#include <QtConcurrent/QtConcurrentRun>
+#include <gamut/WorkerThread.h>
+
 #include <QtCore/QFutureWatcher>
+#include <QtCore/QPromise>
 #include <QtCore/QSharedPointer>
-#include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
-#include <system_error>
-#include <thread>
+#include <memory>
+#include <utility>
 
 /// Runs one unit of work at a time on a private worker thread. A newer request replaces an older one.
 ///
@@ -39,31 +40,18 @@ public:
         virtual void cancel() = 0;
     };
 
-    KVBackgroundTask()
-    {
-        m_pool.setMaxThreadCount(1);
-        connect(&m_watcher, SIGNAL(finished()), this, SLOT(onFinished()));
-    }
+    KVBackgroundTask() { connect(&m_watcher, SIGNAL(finished()), this, SLOT(onFinished())); }
 
     ~KVBackgroundTask() override
     {
         m_enabled = false;
-        // Cancel before waiting: a queued run that is cancelled is skipped. Clearing the pool first would
-        // remove it without finishing its future, and the wait would never end.
+        // Cancel before waiting: a queued run that is cancelled is skipped.
         m_watcher.cancel();
         if (m_current)
             m_current->cancel();
         if (m_pending)
             m_pending->cancel();
-        try {
-            m_watcher.waitForFinished();
-        } catch (...) {
-        }
-        m_pool.clear();
-        try {
-            m_pool.waitForDone(-1);
-        } catch (...) {
-        }
+        m_worker.wait();
         m_timer.reset();
         m_pending.reset();
         m_current.reset();
@@ -129,27 +117,32 @@ private:
     bool submitted()
     {
         try {
-            if (canStartThreads()) {
-                m_watcher.setFuture(QtConcurrent::run(&m_pool, &KVBackgroundTask::runFunctor, m_current));
+            const auto promise = std::make_shared<QPromise<T>>();
+            promise->start();
+            if (m_worker.run(
+                    [promise, functor = m_current]() mutable { fulfil(*promise, std::move(functor)); })) {
+                m_watcher.setFuture(promise->future());
                 return true;
             }
+            m_worker.wait();
             m_result = runFunctor(m_current);
         } catch (...) { // not enough memory; the worker may be running all the same
             m_current->cancel();
-            m_pool.waitForDone(-1);
+            m_worker.wait();
         }
         return false;
     }
 
-    /// A thread pool that cannot start its thread never runs anything, and waits for it for ever.
-    static bool canStartThreads()
+    /// Runs on the worker thread.
+    static void fulfil(QPromise<T>& promise, QSharedPointer<Functor> functor)
     {
         try {
-            std::thread([] {}).join();
-            return true;
-        } catch (const std::system_error&) {
-            return false;
+            if (!promise.isCanceled())
+                promise.addResult(runFunctor(functor));
+        } catch (...) { // not enough memory for the result
         }
+        functor.reset(); // before its end is reported
+        promise.finish();
     }
 
     /// Runs on the worker thread. Exceptions do not reach the future.
@@ -164,7 +157,7 @@ private:
         }
     }
 
-    QThreadPool m_pool;
+    WorkerThread m_worker;
     QFutureWatcher<T> m_watcher;
     QSharedPointer<Functor> m_current;
     QSharedPointer<Functor> m_pending;

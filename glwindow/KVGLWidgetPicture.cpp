@@ -36,6 +36,31 @@ private:
     GLint m_viewport[4] = {};
 };
 
+/// A row of @p read in the format RGB32, with alpha 1.
+void copyRow(const QImage& read, int y, QRgb* to)
+{
+    const uchar* bytes = read.constScanLine(y);
+    if (read.format() == QImage::Format_RGBA8888_Premultiplied) {
+        for (int x = 0; x < read.width(); ++x, bytes += 4)
+            to[x] = qRgb(bytes[0], bytes[1], bytes[2]);
+    } else {
+        const auto* from = reinterpret_cast<const QRgb*>(bytes);
+        std::transform(from, from + read.width(), to, [](QRgb pixel) { return pixel | 0xff000000u; });
+    }
+}
+
+/// The picture in a framebuffer that was @p read. Where translucent objects were blended, alpha is below 1.
+/// The window shows the colours without regard to alpha, so the picture takes them unchanged and is opaque.
+/// Null if there is not enough memory.
+QImage opaque(const QImage& read)
+{
+    // Not QImage::convertToFormat(): it waits for ever for a thread that cannot be started.
+    QImage picture(read.size(), QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        copyRow(read, y, reinterpret_cast<QRgb*>(picture.scanLine(y)));
+    return picture;
+}
+
 /// Copies @p drawn, the picture of a tile without its margin, to its position in @p whole.
 void place(const PictureTile& tile, const QImage& drawn, QImage& whole)
 {
@@ -62,13 +87,7 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
     gl->glBlitFramebuffer(0, 0, size.width(), size.height(), 0, 0, size.width(), size.height(),
                           GL_COLOR_BUFFER_BIT, GL_NEAREST);
     gl->glBindFramebuffer(GL_FRAMEBUFFER, plain.handle());
-    QImage image = plain.toImage();
-    // Where translucent objects were blended, alpha is below 1. The window shows the colours without regard
-    // to alpha, so the picture takes them unchanged and is opaque.
-    image.reinterpretAsFormat(image.format() == QImage::Format_RGBA8888_Premultiplied
-                                  ? QImage::Format_RGBX8888
-                                  : QImage::Format_RGB32);
-    return image.convertToFormat(QImage::Format_RGB888).convertToFormat(QImage::Format_RGB32);
+    return opaque(plain.toImage());
 }
 
 QImage KVGLWidget::picture()

@@ -65,3 +65,11 @@ TEST_F(WithoutThreads, laterLoadsUseThreadsAgain)
     EXPECT_TRUE(load());
     EXPECT_NE(engineThread(), QThread::currentThread());
 }
+
+TEST_F(WithoutThreads, aLoadEndsWhicheverThreadIsRefused)
+{
+    for (int number = 1; number <= 8; ++number) {
+        kvtest::refuseThread(number);
+        EXPECT_TRUE(load()) << number;
+    }
+}

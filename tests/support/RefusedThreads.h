@@ -14,4 +14,7 @@ constexpr bool canRefuseThreads = true;
 /// From now on no thread can be started, or every thread can be.
 void refuseThreads(bool refuse);
 
+/// The @p number-th thread that is started from now on is refused; the first has the number 1.
+void refuseThread(int number);
+
 } // namespace kvtest

@@ -3,8 +3,9 @@
 //
 // KV_FAULT is KIND:N or KIND:N+. KIND is "alloc" (memory), "thread" (pthread_create), "read" or "write"; the
 // N-th call of that kind fails, with + all later ones, too. KIND may also be a number: that signal is raised
-// in the N-th allocation. KV_FAULT_COUNT names a file that then holds the number of calls as four 64-bit
-// integers, in the order of the kinds, also after the process was killed.
+// in the N-th allocation. KV_THREAD_LIMIT is the number of threads that may live at the same time, apart from
+// the first one. KV_FAULT_COUNT names a file that then holds the number of calls as four 64-bit integers, in
+// the order of the kinds, also after the process was killed.
 
 #include <atomic>
 #include <cerrno>
@@ -38,6 +39,8 @@ int faultKind = -1;
 int faultSignal = 0;
 std::int64_t faultAt = 0;
 bool faultStays = false;
+bool threadsAreLimited = false;
+std::atomic<std::int64_t> freeThreads{0}; ///< how many more threads may be started, if they are limited
 
 bool startsWith(const char* text, const char* start)
 {
@@ -55,6 +58,10 @@ __attribute__((constructor)) void readEnvironment()
                 counts = static_cast<Count*>(shared);
         }
         close(descriptor);
+    }
+    if (const char* limit = std::getenv("KV_THREAD_LIMIT")) {
+        threadsAreLimited = true;
+        freeThreads = std::atoll(limit);
     }
     const char* fault = std::getenv("KV_FAULT");
     const char* colon = fault ? std::strchr(fault, ':') : nullptr;
@@ -129,6 +136,24 @@ std::atomic<void (*)(void*)> realFree;
 
 template <typename Function>
 using Pointer = std::atomic<Function*>;
+
+struct Start
+{
+    void* (*run)(void*);
+    void* argument;
+};
+
+/// Runs a thread that counts until it ends.
+void* runCounted(void* argument)
+{
+    const struct End
+    {
+        ~End() { ++freeThreads; }
+    } end;
+    const Start start = *static_cast<Start*>(argument);
+    realFree.load()(argument);
+    return start.run(start.argument);
+}
 
 int (*realMain)(int, char**, char**) = nullptr;
 
@@ -212,7 +237,18 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
 {
     static auto* const call =
         next<int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*)>("pthread_create");
-    return fails(Thread) ? EAGAIN : call(thread, attributes, start, argument);
+    if (fails(Thread))
+        return EAGAIN;
+    if (!threadsAreLimited)
+        return call(thread, attributes, start, argument);
+    auto* counted = static_cast<Start*>(realMalloc.load()(sizeof(Start)));
+    if (--freeThreads < 0 || !counted) {
+        ++freeThreads;
+        std::free(counted);
+        return EAGAIN;
+    }
+    *counted = {start, argument};
+    return call(thread, attributes, runCounted, counted);
 }
 
 ssize_t read(int file, void* to, size_t size)

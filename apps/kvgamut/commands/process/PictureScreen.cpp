@@ -4,6 +4,9 @@
 #include "Screen.h"
 #include "model/inputs/ThreadCheck.h"
 
+#include <algorithm>
+#include <thread>
+
 #ifdef KVGAMUT_SURFACELESS
 #include "surfaceless/Surfaceless.h"
 
@@ -27,12 +30,21 @@ bool chooseSurfaceless()
 #endif
 }
 
+/// How many threads may live at the same time: those of Mesa's software renderer, one for each processor but
+/// at most 32, and some of Mesa's caches, of Qt and of our own.
+std::size_t mostThreads()
+{
+    constexpr unsigned others = 8;
+    return std::min(32u, std::max(1u, std::thread::hardware_concurrency())) + others;
+}
+
 } // namespace
 
 std::optional<Problem> PictureScreen::choose()
 {
-    if (!threadsAreAvailable())
-        qputenv("LP_NUM_THREADS", "0"); // Mesa's software renderer would wait for its threads for ever
+    if (!threadsAreAvailable(mostThreads()))
+        qputenv("LP_NUM_THREADS",
+                "0"); // Mesa's software renderer would wait for ever for those it cannot start
     if (Screen::isChosenByUser() || chooseSurfaceless())
         return std::nullopt;
     if (Screen::isPresent()) {
