@@ -13,6 +13,8 @@
 #include <cerrno>
 #include <new>
 #include <optional>
+#include <threads.h>
+#include <utility>
 
 namespace {
 
@@ -21,11 +23,63 @@ using velmora::Result;
 
 constexpr qint64 maxProfileSize = qint64(256) << 20;
 
-std::optional<KVProblem>& lastProblem()
+/// The problem of the latest profile of each thread. Not a thread_local object with a destructor: the C++
+/// library ends the process if there is no memory to register one.
+class LastProblem
 {
-    static thread_local std::optional<KVProblem> problem;
-    return problem;
-}
+public:
+    static void set(std::optional<KVProblem> problem)
+    {
+        KVProblem* const before = current();
+        KVProblem* const kept = problem ? new (std::nothrow) KVProblem(*std::move(problem)) : nullptr;
+        isLost = problem && !kept;
+        if (kept == before) // both null
+            return;
+        if (key().exists && tss_set(key().value, kept) == thrd_success) {
+            delete before;
+        } else { // no memory for the first value of this thread
+            isLost = true;
+            delete kept;
+        }
+    }
+
+    static std::optional<KVProblem> get()
+    {
+        if (isLost)
+            return KVProblem{KVProblemCode::OutOfMemory, {}, {}};
+        const KVProblem* kept = current();
+        return kept ? std::optional(*kept) : std::nullopt;
+    }
+
+private:
+    struct Key
+    {
+        Key()
+            : exists(tss_create(&value, [](void* kept) { delete static_cast<KVProblem*>(kept); }) ==
+                     thrd_success)
+        {
+        }
+
+        tss_t value{};
+        const bool exists;
+    };
+
+    /// Of a value that is deleted when its thread ends.
+    static const Key& key()
+    {
+        static const Key made;
+        return made;
+    }
+
+    static KVProblem* current()
+    {
+        return key().exists ? static_cast<KVProblem*>(tss_get(key().value)) : nullptr;
+    }
+
+    static thread_local bool isLost; ///< there was no memory to keep the problem
+};
+
+thread_local bool LastProblem::isLost = false;
 
 Result<void> checkProfile(const QByteArray& bytes)
 {
@@ -110,11 +164,13 @@ KVProfile* created(const QString& subject, const Read& read)
             return failure(KVProblemCode::OutOfMemory);
         }
     }();
-    lastProblem().reset();
-    if (checked)
+    if (checked) {
+        LastProblem::set({});
         return new KVProfile{*checked};
-    lastProblem() = checked.error();
-    lastProblem()->subject = subject;
+    }
+    KVProblem problem = checked.error();
+    problem.subject = subject;
+    LastProblem::set(std::move(problem));
     return nullptr;
 }
 
@@ -142,7 +198,7 @@ void KVProfileRelease(KVProfile* profile)
 
 std::optional<KVProblem> KVProfileProblem()
 {
-    return lastProblem();
+    return LastProblem::get();
 }
 
 std::optional<KVProblem> KVProfileTableProblem(const KVProfile& profile, KVVMRenderType intent)

@@ -47,9 +47,7 @@ constexpr const char* unprepared[] = {
     // signals are noexcept.
     "QObject", "QMetaObject",
     // Qt's threads, futures, timers and events: they have no failure to report, or are destroyed half made.
-    "QThread", "QTimer", "QFuture", "ResultStore", "QCoreApplication", "QEventLoop", "EventDispatcher",
-    // The C library's registration of thread-local objects ends the process.
-    "__cxa_thread_atexit"};
+    "QThread", "QTimer", "QFuture", "ResultStore", "QCoreApplication", "QEventLoop", "EventDispatcher"};
 
 bool isUnprepared(const char* function)
 {

@@ -23,6 +23,7 @@
 #include <new>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -245,6 +246,29 @@ TEST_P(ExhaustedMemory, letsALoadFailWholeAndTheNextSucceed)
         kvtest::AllocationFailure::printOrigin();
     EXPECT_GT(failed, 20);
     RecordProperty("failedAllocations", failed);
+}
+
+// Each allocation of a thread that opens its first profile, the registration of thread-local objects
+// included.
+TEST(ExhaustedMemoryInAProfile, isReportedOnANewThread)
+{
+    bool reached = true;
+    int failed = 0;
+    for (std::uint64_t n = 0; reached && !HasFailure(); ++n) {
+        std::thread([&] {
+            const char noProfile[] = "no profile";
+            KVProfile* opened = nullptr;
+            {
+                const kvtest::AllocationFailure failure(n);
+                opened = KVProfileCreateWithData(noProfile, sizeof noProfile);
+                reached = failure.wasReached();
+                failed += failure.hasFailed();
+            }
+            EXPECT_EQ(opened, nullptr);
+            EXPECT_TRUE(KVProfileProblem().has_value()) << n;
+        }).join();
+    }
+    EXPECT_GT(failed, 0);
 }
 
 TEST(ExhaustedMemoryInAGamut, leavesNoPartOfItsLists)
