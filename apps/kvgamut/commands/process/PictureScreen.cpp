@@ -32,7 +32,7 @@ bool chooseSurfaceless()
 
 /// How many threads may live at the same time: those of Mesa's software renderer, one for each processor but
 /// at most 32, and some of Mesa's caches, of Qt and of our own.
-std::size_t mostThreads()
+std::size_t maxThreads()
 {
     constexpr unsigned others = 8;
     return std::min(32u, std::max(1u, std::thread::hardware_concurrency())) + others;
@@ -42,7 +42,7 @@ std::size_t mostThreads()
 
 std::optional<Problem> PictureScreen::choose()
 {
-    if (!threadsAreAvailable(mostThreads()))
+    if (!threadsAreAvailable(maxThreads()))
         qputenv("LP_NUM_THREADS",
                 "0"); // Mesa's software renderer would wait for ever for those it cannot start
     if (Screen::isChosenByUser() || chooseSurfaceless())
