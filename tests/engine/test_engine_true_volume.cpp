@@ -5,6 +5,7 @@
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
 #include "devices/ColumnHull.h"
+#include "devices/InkModel.h"
 #include "devices/ProfileWriter.h"
 #include "devices/Random.h"
 #include "devices/RandomDevices.h"
@@ -148,6 +149,26 @@ TEST(TrueVolume, includesColoursOfInteriorInks)
         return mixer({15, 0, 20}, threeAxes)({d[0] * tent(d[3], 0.5), d[1], d[2]});
     };
     expectVolume(written(profileOf(cmsSigCmykData, 4, 9, map)), zonotopeVolume(threeAxes), 1e-3, "interior");
+}
+
+// What an ink prints beyond its peak it prints before the peak, too.
+TEST(TrueVolume, isTheSameForInksThatTurnBack)
+{
+    constexpr Effort effort{10'000};
+    const auto press = [](double fall) {
+        Random random(2);
+        InkModel model(4, random);
+        model.invert(0.875, fall);
+        TableProfile profile =
+            profileOf(cmsSigCmykData, 4, 9, [model](const auto& d) { return model.lab(d); });
+        profile.type = TableType::Mft2;
+        return written(profile);
+    };
+    const TrueVolume monotone = trueVolume(press(0.0), effort);
+    for (double fall : {0.01, 0.06}) {
+        const TrueVolume inverting = trueVolume(press(fall), effort);
+        EXPECT_NEAR(inverting.volume, monotone.volume, 5e-4 * monotone.volume) << fall;
+    }
 }
 
 // The image of a bilinear map is between a saddle surface and the planes around it.

@@ -33,7 +33,6 @@ public:
     }
 
     double scale() const { return m_factor[0][0] * m_factor[1][1] * m_factor[2][2]; }
-    double radius() const { return std::cbrt(scale()); }
 
     Point operator()(const Point& p) const
     {
@@ -59,50 +58,19 @@ private:
     std::array<Point, 3> m_factor{}; // Cholesky factor of the covariance
 };
 
-// The part of the device map that a measurement works with.
-struct Scene
+// The image of the device grid in the coordinates of a frame.
+GridImage seenFrom(const Frame& frame, GridImage image)
 {
-    GridImage image;
-    double scale;
-    Box bounds;
-};
-
-Scene sceneOf(const ProfileMap& map, std::size_t parts)
-{
-    Scene scene{map.gridImage(parts), 1.0, {}};
-    const Frame frame(scene.image.lab);
-    scene.scale = frame.scale();
-    for (Point& p : scene.image.lab) {
+    for (Point& p : image.lab)
         p = frame(p);
-        scene.bounds.include(p);
-    }
-    return scene;
+    return image;
 }
 
-// The sum of all tetrahedra is exact; the columns only measure what is covered repeatedly.
-TrueVolume ofThree(const ProfileMap& map, std::size_t parts, const Effort& effort)
-{
-    const Scene scene = sceneOf(map, parts);
-    ColumnUnion columns(scene.bounds, effort.columns);
-    const double sum = insertTetrahedra(scene.image, columns).volume;
-    const auto overlap = columns.overlap();
-    return {scene.scale * (sum - overlap.volume),
-            scene.scale * (overlap.error + minErrorShare * overlap.volume)};
-}
-
-TrueVolume ofCells(const Scene& scene, std::size_t slices, std::size_t columns)
-{
-    ColumnUnion covered(scene.bounds, columns);
-    insertCells(scene.image, slices, covered);
-    const auto volume = covered.volume();
-    return {scene.scale * volume.volume, scene.scale * volume.error};
-}
-
-std::size_t slicesFor(const GridImage& image, const Effort& effort)
+std::size_t slicesFor(const GridImage& image, double maxTwist)
 {
     const std::size_t linear = image.nodes.size() - 3, max = linear == 1 ? 16 : 4;
     std::size_t slices = 2;
-    for (double twist = twistOf(image); slices < max && twist / double(slices) > effort.twist;)
+    for (double twist = twistOf(image); slices < max && twist / double(slices) > maxTwist;)
         slices *= 2;
     return slices;
 }
@@ -115,29 +83,61 @@ TrueVolume extrapolated(const TrueVolume& coarse, const TrueVolume& fine, double
     return {fine.volume + correction, fine.error + 0.15 * std::abs(correction)};
 }
 
-TrueVolume ofMore(const ProfileMap& map, std::size_t parts, const Effort& effort)
+// All measurements of a device use the same columns, so that most of their errors are the same, too.
+class Measurement
 {
-    const Scene scene = sceneOf(map, parts);
-    const std::size_t slices = slicesFor(scene.image, effort);
-    const std::size_t columns = std::max<std::size_t>(effort.columns >> (map.channels() - 4), 10'000);
-    const TrueVolume fine = ofCells(scene, slices, columns);
-    return extrapolated(ofCells(scene, slices / 2, columns), fine, 2.0);
-}
+public:
+    Measurement(const GridImage& finest, std::size_t columns) : m_frame(finest.lab), m_columns(columns)
+    {
+        for (const Point& p : finest.lab)
+            m_bounds.include(m_frame(p));
+    }
+
+    // The sum of all tetrahedra is exact; the columns only measure what is covered repeatedly.
+    TrueVolume ofTetrahedra(const GridImage& image) const
+    {
+        ColumnUnion columns(m_bounds, m_columns);
+        const double sum = insertTetrahedra(seenFrom(m_frame, image), columns).volume;
+        const auto overlap = columns.overlap();
+        return {m_frame.scale() * (sum - overlap.volume),
+                m_frame.scale() * (overlap.error + minErrorShare * overlap.volume)};
+    }
+
+    // For four channels and more.
+    TrueVolume ofCells(const GridImage& image, double maxTwist) const
+    {
+        const GridImage seen = seenFrom(m_frame, image);
+        const std::size_t slices = slicesFor(seen, maxTwist);
+        return extrapolated(ofSlices(seen, slices / 2), ofSlices(seen, slices), 2.0);
+    }
+
+private:
+    TrueVolume ofSlices(const GridImage& seen, std::size_t slices) const
+    {
+        ColumnUnion columns(m_bounds, m_columns);
+        insertCells(seen, slices, columns);
+        const auto volume = columns.volume();
+        return {m_frame.scale() * volume.volume, m_frame.scale() * volume.error};
+    }
+
+    Frame m_frame;
+    Box m_bounds;
+    std::size_t m_columns;
+};
 
 TrueVolume ofMap(const ProfileMap& map, const Effort& effort)
 {
     const bool isThree = map.channels() == 3;
-    const auto of = [&](std::size_t parts) {
-        return isThree ? ofThree(map, parts, effort) : ofMore(map, parts, effort);
+    const std::size_t wanted = isThree ? 32 : 8;
+    const std::size_t parts = map.bends() ? (wanted + map.minSteps() - 1) / map.minSteps() : 1;
+    const GridImage finest = map.gridImage(map.bends() ? 2 * parts : 1);
+    const Measurement measurement(
+        finest,
+        isThree ? effort.columns : std::max<std::size_t>(effort.columns >> (map.channels() - 4), 10'000));
+    const auto of = [&](const GridImage& image) {
+        return isThree ? measurement.ofTetrahedra(image) : measurement.ofCells(image, effort.twist);
     };
-    if (!map.bends())
-        return of(1);
-    const std::size_t wanted = isThree ? 32 : 16;
-    const std::size_t parts = (wanted + map.minSteps() - 1) / map.minSteps();
-    if (isThree)
-        return extrapolated(of(parts), of(2 * parts), 4.0);
-    const double ratio = double((parts + 1) * (parts + 1)) / double(parts * parts);
-    return extrapolated(of(parts), of(parts + 1), ratio);
+    return map.bends() ? extrapolated(of(map.gridImage(parts)), of(finest), 4.0) : of(finest);
 }
 
 } // namespace
