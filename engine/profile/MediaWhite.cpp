@@ -50,6 +50,16 @@ std::optional<Matrix3> inverse(const Matrix3& m)
     return result;
 }
 
+Xyz ratio(const Xyz& p, const Xyz& q)
+{
+    return {p[0] / q[0], p[1] / q[1], p[2] / q[2]};
+}
+
+bool isPositive(const Xyz& v)
+{
+    return v[0] > 0.0 && v[1] > 0.0 && v[2] > 0.0;
+}
+
 bool isDisplayOfVersion2(const IccTags& tags)
 {
     constexpr std::uint32_t withAdaptationTag = 4;
@@ -73,8 +83,7 @@ Xyz absoluteWhite(const IccTags& tags)
 Matrix3 fromD50(const Xyz& white)
 {
     const Xyz from = bradford * d50, to = bradford * white;
-    return inverse(bradford).value() * scaling({to[0] / from[0], to[1] / from[1], to[2] / from[2]}) *
-           bradford;
+    return inverse(bradford).value() * scaling(ratio(to, from)) * bradford;
 }
 
 } // namespace
@@ -124,14 +133,16 @@ Result<LabAdjustment> absoluteAdjustment(const IccTags& tags, const ColorTable& 
                                          KVGamut::Adaptation adaptation)
 {
     const bool undoes = adaptation != KVGamut::Adaptation::Full;
+    const bool isAbsolute = table.tag == signature("D2B3");
     LabAdjustment adjustment;
-    if (!undoes && !table.isMediaRelative)
+    if (!undoes && !table.isMediaRelative && !isAbsolute)
         return adjustment;
     Matrix3 matrix = scaling({1, 1, 1});
-    if (table.isMediaRelative) {
-        const Xyz white = absoluteWhite(tags);
-        matrix = scaling({white[0] / d50[0], white[1] / d50[1], white[2] / d50[2]});
-    }
+    const Xyz white = absoluteWhite(tags);
+    if (table.isMediaRelative)
+        matrix = scaling(ratio(white, d50));
+    else if (isAbsolute && isPositive(white)) // Little CMS has scaled colours that are absolute already
+        matrix = scaling(ratio(d50, white));
     if (undoes) {
         const auto done = whiteAdaptation(tags);
         if (!done)

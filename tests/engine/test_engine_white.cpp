@@ -402,6 +402,24 @@ TEST(ColorTable, withFloatingPointNumbersIsPreferred)
     EXPECT_EQ(usedBy(bytes, absolute), used("A2B1", false, 60));
 }
 
+// The table of the absolute intent replaces the scaling to the media white.
+TEST(ColorTable, ofTheAbsoluteIntentIsNotScaled)
+{
+    const QByteArray bytes = edited(boxProfile({{"A2B1", 60}}), [](cmsHPROFILE profile) {
+        const std::array<cmsFloat64Number, 9> scale{80, 0, 0, 0, 40, 0, 0, 0, 40};
+        cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 3, 3);
+        cmsPipelineInsertStage(pipeline, cmsAT_END,
+                               cmsStageAllocMatrix(nullptr, 3, 3, scale.data(), nullptr));
+        EXPECT_TRUE(cmsWriteTag(profile, cmsSigDToB3Tag, pipeline));
+        cmsPipelineFree(pipeline);
+        const cmsCIEXYZ paper{0.72, 0.75, 0.56};
+        EXPECT_TRUE(cmsWriteTag(profile, cmsSigMediaWhitePointTag, &paper));
+    });
+    EXPECT_EQ(usedBy(bytes, absolute), used("D2B3", false, 80));
+    const KVGamut::Report report = computed(bytes, with(absolute, false, Adaptation::Full, 9)).report();
+    EXPECT_NEAR(report.volume, 80.0 * 40.0 * 40.0, 1.0);
+}
+
 // --- Damaged tags ----------------------------------------------------------------------------------
 
 TEST(DamagedTag, thatIsNotUsedChangesNothing)
