@@ -31,19 +31,24 @@ inline void computeAndQuery(const std::uint8_t* data, std::size_t size)
     constexpr std::array grids{5, 3, 4, 9};
     const std::uint8_t* options = data + reservedAt;
     KVGamut::GamutObject gamut;
-    const bool done =
-        gamut.init(profile, static_cast<KVVMRenderType>(options[0] % 4), options[1] % 2 != 0,
-                   options[2] % 8 != 7, 40.0f, grids[options[3] % grids.size()], options[2] % 3, nullptr);
+    const auto intent = static_cast<KVVMRenderType>(options[0] % 4);
+    const bool compensated = options[1] % 2 != 0;
+    const int grid = grids[options[3] % grids.size()];
+    const auto adaptation = static_cast<KVGamut::Adaptation>(options[4] % 3);
+    const bool done = adaptation == KVGamut::Adaptation::Full
+                          ? gamut.init(profile, intent, compensated, options[2] % 8 != 7, 40.0f, grid,
+                                       options[2] % 3, nullptr)
+                          : gamut.init(profile, {intent, compensated, grid, adaptation});
     require(done == (gamut.faceCount() > 0), "init() says whether there is a gamut");
     queryAll(gamut);
 }
 
 using Hash = QHash<QString, QVariant>;
 
-inline Hash hashAround(const QByteArray& body)
+inline Hash hashAround(const QByteArray& body, int version)
 {
     return {{QStringLiteral("Gamut"), QString::fromLatin1(body.toBase64())},
-            {QStringLiteral("GamutVersion"), 1},
+            {QStringLiteral("GamutVersion"), version},
             {QStringLiteral("GamutChecksum"),
              QString::fromLatin1(QCryptographicHash::hash(body, QCryptographicHash::Sha256).toHex())}};
 }
@@ -62,11 +67,11 @@ inline Hash hashFrom(std::uint8_t format, const QByteArray& bytes)
     case 3:
         return QJsonDocument::fromJson(bytes).object().toVariantHash();
     default:
-        return hashAround(bytes);
+        return hashAround(bytes, 1 + format / 4 % 2);
     }
 }
 
-/// Treats any bytes as a saved gamut; the first byte selects the format.
+/// Treats any bytes as a saved gamut; the first byte selects the format, and the version of a packed body.
 inline Hash savedGamutFrom(const std::uint8_t* data, std::size_t size)
 {
     if (size < 1)

@@ -18,13 +18,16 @@ namespace {
 class Body
 {
 public:
-    Body(std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
+    Body(std::uint8_t* data, std::size_t size, bool isFirstVersion)
+        : m_data(data), m_size(size), m_isFirstVersion(isFirstVersion)
+    {
+    }
 
     // Makes the counts match the bytes.
     // @return the remaining size, 0 if there are too few bytes
     std::size_t repair()
     {
-        std::size_t at = rampsAt;
+        std::size_t at = m_isFirstVersion ? headSize : afterConversion();
         if (m_size < at + 4 + 12)
             return 0;
         std::memcpy(m_data, "\x4d\x47\x56\x4b", 4);
@@ -91,7 +94,25 @@ public:
     }
 
 private:
-    static constexpr std::size_t rampsAt = 4 + 3 * 4 + 2 + 3 * 8 + 9 * 4;
+    static constexpr std::size_t headSize = 4 + 3 * 4 + 2 + 3 * 8 + 9 * 4;
+
+    // The table's name, a flag, two numbers, then two colours and the encoding, each with a flag before it.
+    // @return the size of the body if there are too few bytes
+    std::size_t afterConversion()
+    {
+        constexpr std::uint32_t maxName = 6;
+        if (m_size < headSize + 4)
+            return m_size;
+        const std::uint32_t name = std::min(read(headSize), maxName);
+        write(headSize, name);
+        std::size_t at = headSize + 4 + name + 1 + 2 * 4;
+        for (const std::size_t size : {12, 12, 13}) {
+            if (m_size < at + 1)
+                return m_size;
+            at += 1 + (m_data[at] != 0 ? size : 0);
+        }
+        return at;
+    }
 
     std::uint32_t read(std::size_t at) const
     {
@@ -103,6 +124,7 @@ private:
 
     std::uint8_t* m_data;
     std::size_t m_size;
+    bool m_isFirstVersion;
     std::uint32_t m_channels = 3;
     std::size_t m_vertices = 0;
     std::uint32_t m_vertexCount = 0;
@@ -117,7 +139,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     if (size < 1 || data[0] % 4 != 0 || seed % 8 == 0)
         return LLVMFuzzerMutate(data, size, maxSize);
     std::mt19937 random(seed);
-    Body body(data + 1, size - 1);
+    const bool isFirstVersion = data[0] / 4 % 2 == 0;
+    Body body(data + 1, size - 1, isFirstVersion);
     if (random() % 2 != 0 && body.repair() == size - 1) {
         for (unsigned moves = 1 + random() % 4; moves > 0; --moves)
             body.moveCorner(random);
@@ -126,8 +149,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     const std::size_t mutated = LLVMFuzzerMutate(data, size, maxSize);
     if (mutated < 1)
         return mutated;
-    data[0] = 0;
-    Body changed(data + 1, mutated - 1);
+    data[0] = isFirstVersion ? 0 : 4;
+    Body changed(data + 1, mutated - 1, isFirstVersion);
     const std::size_t kept = changed.repair();
     if (kept == 0)
         return mutated;

@@ -138,9 +138,9 @@ bool writeHashes(const QString& folder)
     QByteArray stream;
     QDataStream out(&stream, QIODevice::WriteOnly);
     out << hash;
-    return write(folder, "body", QByteArray(1, '\0') + QByteArray::fromBase64(key)) &&
+    return write(folder, "body", QByteArray(1, '\4') + QByteArray::fromBase64(key)) &&
            write(folder, "rounded",
-                 QByteArray(1, '\0') +
+                 QByteArray(1, '\4') +
                      QByteArray::fromBase64(
                          rounded.serialize().value(QStringLiteral("Gamut")).toByteArray())) &&
            write(folder, "stream", QByteArray(1, '\1') + stream) &&
