@@ -133,6 +133,9 @@ constexpr KnownTruth knownTruths[] = {
     {"inks7-inverting", 1, {964989.8, 1220.9}},
     {"inks7-inverting", 2, {871989.7, 920.4}},
     {"inks7-inverting", 3, {608754.7, 392.5}},
+    {"fold-small", 1, {2233.53297, 0.06861}},
+    {"fold-small", 2, {3400.4041, 0.1478}},
+    {"fold-small", 3, {6063.8381, 0.3365}},
 };
 
 } // namespace kvdevices

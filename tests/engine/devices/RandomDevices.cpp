@@ -129,6 +129,15 @@ Shape folded(std::size_t axes, bool isSmooth)
     return [=](Random& random) { return foldedShape(random, axes, isSmooth); };
 }
 
+// A solid of a few thousand cubic dE that is covered twice or more.
+TableMap smallFold(Random& random)
+{
+    const TableMap map = foldedShape(random, 1 + random.below(3), random.chance(0.5));
+    const double scale = random.between(0.2, 0.45);
+    const Point centre{50, 0, 0};
+    return [=](const std::vector<double>& place) { return centre + scale * (map(place) - centre); };
+}
+
 // --- Inks --------------------------------------------------------------------------------------------
 
 struct Press
@@ -241,6 +250,8 @@ const std::vector<DeviceClass>& allClasses()
         {"inks7", pressOf({.inks = 7})},
         {"inks7-noise", pressOf({.inks = 7, .isNoisy = true})},
         {"inks7-inverting", pressOf({.inks = 7, .isInverting = true})},
+        // New classes are added at the end: the place of a class is part of the seed.
+        {"fold-small", tableOf(smallFold, TableType::Mpet)},
     };
     return classes;
 }
