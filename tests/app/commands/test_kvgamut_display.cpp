@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
@@ -51,6 +52,31 @@ public:
 private:
     int m_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     std::thread m_thread;
+};
+
+/// A server that accepts connections and never answers, on a port of an X server.
+class SilentServer
+{
+public:
+    SilentServer()
+    {
+        socklen_t size = sizeof m_address;
+        auto* address = reinterpret_cast<sockaddr*>(&m_address);
+        m_address.sin_family = AF_INET;
+        m_address.sin_addr.s_addr = htonl(INADDR_LOOPBACK); // and any free port
+        EXPECT_EQ(bind(m_socket, address, size), 0);
+        EXPECT_EQ(getsockname(m_socket, address, &size), 0);
+        EXPECT_EQ(listen(m_socket, 8), 0);
+    }
+    ~SilentServer() { close(m_socket); }
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+
+    QString display() const { return QStringLiteral("127.0.0.1:%1").arg(ntohs(m_address.sin_port) - 6000); }
+
+private:
+    int m_socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in m_address{};
 };
 
 class DisplayTest : public ProgramTest
@@ -344,6 +370,18 @@ TEST_F(DisplayTest, viewReportsAWaylandConnectionThatIsNone)
 {
     EXPECT_TRUE(cannotReach(viewWith({{QStringLiteral("WAYLAND_SOCKET"), QStringLiteral("987")}}),
                             QStringLiteral("WAYLAND_SOCKET=987")));
+}
+
+TEST_F(DisplayTest, doesNotWaitForEverForASilentXServer)
+{
+    const SilentServer server;
+    const QString display = server.display();
+    EXPECT_TRUE(
+        cannotReach(viewWith({{QStringLiteral("DISPLAY"), display}}), QStringLiteral("DISPLAY=") + display));
+    QProcessEnvironment env = withoutDrivers();
+    env.insert(QStringLiteral("DISPLAY"), display);
+    EXPECT_TRUE(succeeded(kvgamut(render(), env))) << "on an X server of its own";
+    EXPECT_FALSE(contents(output()).isEmpty());
 }
 
 TEST_F(DisplayTest, viewUsesXWhenWaylandDoesNotAnswer)

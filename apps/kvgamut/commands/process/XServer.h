@@ -4,7 +4,8 @@
 /// The X server that DISPLAY names.
 namespace XServer {
 
-/// Whether it accepts connections. Qt would end the process if it does not.
+/// Whether it accepts connections, answers within ten seconds, and the process can have the thread that Qt needs for
+/// it. Otherwise Qt would end the process, or wait for ever. The first call connects.
 bool isReachable();
 
 } // namespace XServer
