@@ -128,8 +128,7 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
             kvgamut({QStringLiteral("volume"), profile, QStringLiteral("--format"), QStringLiteral("json")},
                     withoutDisplay());
         const double expected = number(QJsonDocument::fromJson(volume.output).array()[0], "volume");
-        // a polygon of 360 corners is smaller than the smooth ring
-        EXPECT_NEAR(number(gamuts[0], "volume") / expected, 1.0, 3e-4) << profile.toStdString();
+        EXPECT_NEAR(number(gamuts[0], "volume"), expected, 1e-4) << profile.toStdString();
         const QJsonArray rings = gamuts[0].toObject()[QLatin1String("rings")].toArray();
         ASSERT_EQ(rings.size(), 10);
         double before = 0.0;
@@ -138,7 +137,8 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
             EXPECT_GE(number(rings[i], "area"), before);
             before = number(rings[i], "area");
         }
-        EXPECT_EQ(before, number(gamuts[0], "volume"));
+        // a polygon of 360 corners is smaller than the smooth ring
+        EXPECT_NEAR(before / expected, 1.0, 3e-4) << profile.toStdString();
     }
 }
 

@@ -145,7 +145,7 @@ QByteArray SliceReport::json() const
             object.insert(QStringLiteral("area"), rounded(item.slice.area()));
             object.insert(QStringLiteral("rings"), ringsOf(item.slice, *m_plane));
         } else {
-            object.insert(QStringLiteral("volume"), rounded(item.rings.volume()));
+            object.insert(QStringLiteral("volume"), rounded(item.report.volume));
             object.insert(QStringLiteral("rings"), ringsOf(item.rings));
         }
         all.append(object);
@@ -176,7 +176,7 @@ SliceDrawing::Gamut SliceReport::legendOf(const Item& item, const QString& name)
                  .arg(signedNumber(double(white.L)), signedNumber(double(white.a)),
                       signedNumber(double(white.b))),
              m_plane ? QStringLiteral("area %1 dE%2").arg(grouped(item.slice.area())).arg(QChar(0xb2))
-                     : QStringLiteral("volume %1 dE%2").arg(grouped(item.rings.volume())).arg(QChar(0xb3))},
+                     : QStringLiteral("volume %1 dE%2").arg(grouped(item.report.volume)).arg(QChar(0xb3))},
             item.color};
 }
 
