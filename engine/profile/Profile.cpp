@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <new>
 #include <optional>
 #include <threads.h>
@@ -24,62 +25,68 @@ using velmora::Result;
 constexpr qint64 maxProfileSize = qint64(256) << 20;
 
 /// The problem of the latest profile of each thread. Not a thread_local object with a destructor: the C++
-/// library ends the process if there is no memory to register one.
+/// library ends the process if there is no memory to register one. A thread key reports that; and the problem
+/// itself needs no memory.
 class LastProblem
 {
 public:
     static void set(std::optional<KVProblem> problem)
     {
-        KVProblem* const before = current();
-        KVProblem* const kept = problem ? new (std::nothrow) KVProblem(*std::move(problem)) : nullptr;
-        isLost = problem && !kept;
-        if (kept == before) // both null
+        isLost = false;
+        reset();
+        if (!problem)
             return;
-        if (key().exists && tss_set(key().value, kept) == thrd_success) {
-            delete before;
-        } else { // no memory for the first value of this thread
-            isLost = true;
-            delete kept;
-        }
+        new (&storage.bytes) KVProblem(*std::move(problem));
+        storage.isUsed = true;
+        if (key().exists && tss_set(key().value, &storage) == thrd_success)
+            return;
+        isLost = true; // no memory for the first value of this thread
+        reset();
     }
 
     static std::optional<KVProblem> get()
     {
         if (isLost)
             return KVProblem{KVProblemCode::OutOfMemory, {}, {}};
-        const KVProblem* kept = current();
-        return kept ? std::optional(*kept) : std::nullopt;
+        return storage.isUsed ? std::optional(*current()) : std::nullopt;
     }
 
 private:
+    struct Storage
+    {
+        alignas(KVProblem) std::byte bytes[sizeof(KVProblem)];
+        bool isUsed;
+    };
     struct Key
     {
-        Key()
-            : exists(tss_create(&value, [](void* kept) { delete static_cast<KVProblem*>(kept); }) ==
-                     thrd_success)
-        {
-        }
+        Key() : exists(tss_create(&value, [](void*) { reset(); }) == thrd_success) {}
 
         tss_t value{};
         const bool exists;
     };
 
-    /// Of a value that is deleted when its thread ends.
+    /// Its value makes the problem be destroyed when the thread ends.
     static const Key& key()
     {
         static const Key made;
         return made;
     }
 
-    static KVProblem* current()
+    static KVProblem* current() { return std::launder(reinterpret_cast<KVProblem*>(&storage.bytes)); }
+
+    static void reset()
     {
-        return key().exists ? static_cast<KVProblem*>(tss_get(key().value)) : nullptr;
+        if (storage.isUsed)
+            current()->~KVProblem();
+        storage.isUsed = false;
     }
 
-    static thread_local bool isLost; ///< there was no memory to keep the problem
+    static thread_local constinit Storage storage;
+    static thread_local constinit bool isLost; ///< there was no memory to keep the problem
 };
 
-thread_local bool LastProblem::isLost = false;
+thread_local constinit LastProblem::Storage LastProblem::storage{};
+thread_local constinit bool LastProblem::isLost = false;
 
 Result<void> checkProfile(const QByteArray& bytes)
 {
