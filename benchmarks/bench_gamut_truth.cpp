@@ -129,6 +129,8 @@ void measure(const std::string& name, unsigned seed, const Options& options, Tru
             report.problem ? "  REFUSED"
             : isHeld       ? ""
                            : "  NOT HELD");
+    if (options.isVerbose && report.problem)
+        std::printf("    %s\n", KVProblem::sentence(report.problem->code));
     std::fflush(stdout);
 }
 

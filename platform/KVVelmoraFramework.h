@@ -213,13 +213,14 @@ struct Report
     int channels = 0;                                       ///< colorants of the device
     int gridPoints = 0;                                     ///< samples along each device axis
     int faceCount = 0;                                      ///< triangles of the surface
-    double volume = 0.0;                                    ///< dE76 cubed
+    double volume = 0.0;                                    ///< of all colours of the device, dE76 cubed
     double volumeUncertainty = 0.0; ///< estimate; the device's true volume lies within volume ± this
-    double foldShare = 0.0; ///< share of reversed orientation in a three-channel map, 0..0.5; otherwise 0
-    LabPoint white;         ///< as GamutObject::whitePoint()
-    LabPoint black;         ///< as GamutObject::blackPoint()
-    Conversion conversion;  ///< unknown for gamuts that were saved by earlier versions
-    double seconds = 0.0;   ///< duration of the computation
+    double surfaceVolume = 0.0; ///< enclosed by the surface, which has a limited number of faces; dE76 cubed
+    double foldShare = 0.0;     ///< share of reversed orientation in a three-channel map, 0..0.5; otherwise 0
+    LabPoint white;             ///< as GamutObject::whitePoint()
+    LabPoint black;             ///< as GamutObject::blackPoint()
+    Conversion conversion;      ///< unknown for gamuts that were saved by earlier versions
+    double seconds = 0.0;       ///< duration of the computation; not saved, so 0 for a restored gamut
     std::optional<KVProblem> problem; ///< as GamutObject::problem()
 };
 
@@ -265,7 +266,8 @@ public:
     bool init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol = nullptr);
 
     /// The gamut as a hash of plain values, which every QVariant serialization preserves; empty for an empty
-    /// gamut. The key "Gamut" marks it as a saved gamut.
+    /// gamut. The key "Gamut" marks it as a saved gamut. The same profile and settings give the same values
+    /// in each run.
     QHash<QString, QVariant> serialize() const;
     /// Restores the result of serialize(); the whole hash may also be stored as the value of its own key
     /// "Gamut". If the hash is damaged or not a saved gamut, the gamut is then empty; see problem().
@@ -280,7 +282,8 @@ public:
     /// right-handed (L*, a*, b*) system. The first call builds the list; copies share it.
     QList<QList<KVHull::Node>> faces() const;
     int faceCount() const; ///< number of faces()
-    /// Volume enclosed by the surface, dE76 cubed.
+    /// Volume of all colours of the device, dE76 cubed: the best estimate, see Report::volume. The surface
+    /// encloses slightly more or less, see Report::surfaceVolume.
     float volume() const;
 
     /// Outline of the projection onto the ab plane, as segments of two nodes that form closed loops. L* of a

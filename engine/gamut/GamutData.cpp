@@ -28,7 +28,7 @@ std::vector<KVHull::Node> nodesOf(const Mesh& mesh)
 } // namespace velmora
 
 KVGamut::GamutData::GamutData(velmora::GamutRecord r, const velmora::Task& task)
-    : record(std::move(r)), volume(velmora::signedVolume(record.mesh, task))
+    : record(std::move(r)), surfaceVolume(velmora::signedVolume(record.mesh, task))
 {
 }
 

@@ -23,7 +23,7 @@ public:
     Q_DISABLE_COPY_MOVE(GamutData)
 
     const velmora::GamutRecord record;
-    const double volume; ///< dE76 cubed
+    const double surfaceVolume; ///< enclosed by the mesh, dE76 cubed
 
     const QList<QList<KVHull::Node>>& faces() const; ///< as GamutObject::faces()
     /// As GamutObject::outline(). If @p task is cancelled, this object is to be destroyed.

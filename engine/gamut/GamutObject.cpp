@@ -156,7 +156,7 @@ int GamutObject::faceCount() const
 
 float GamutObject::volume() const
 {
-    return d ? static_cast<float>(d.constData()->volume) : 0.0f;
+    return d ? static_cast<float>(d.constData()->record.volume) : 0.0f;
 }
 
 QList<QList<KVHull::Node>> GamutObject::outline() const
@@ -214,6 +214,34 @@ Nearest GamutObject::nearest(const float* lab) const
             {static_cast<float>(p.L), static_cast<float>(p.a), static_cast<float>(p.b)}};
 }
 
+namespace {
+
+struct Solid
+{
+    double volume = 0.0;
+    double ofSurface = 0.0;
+
+    double ratio() const { return ofSurface > 0.0 ? volume / ofSurface : 1.0; }
+};
+
+Solid solidOf(const QSharedDataPointer<const GamutData>& data)
+{
+    return data ? Solid{data->record.volume, data->surfaceVolume} : Solid{};
+}
+
+// How much larger the intersection of two solids is than that of their surfaces. Its surface is a part of
+// each; the part of a gamut that contains the other is empty.
+double ratioOfIntersection(const Solid& first, const Solid& second, double both)
+{
+    const double outsideFirst = 1.0 - both / std::max(first.ofSurface, both);
+    const double outsideSecond = 1.0 - both / std::max(second.ofSurface, both);
+    const double sum = outsideFirst + outsideSecond;
+    const double partOfFirst = sum > 0.0 ? outsideSecond / sum : 0.5;
+    return std::pow(first.ratio(), partOfFirst) * std::pow(second.ratio(), 1.0 - partOfFirst);
+}
+
+} // namespace
+
 Comparison GamutObject::compare(const GamutObject& other) const
 {
     Comparison c;
@@ -221,17 +249,17 @@ Comparison GamutObject::compare(const GamutObject& other) const
     c.blackFirst = blackPoint();
     c.whiteSecond = other.whitePoint();
     c.blackSecond = other.blackPoint();
-    const double first = d ? d.constData()->volume : 0.0;
-    const double second = other.d ? other.d.constData()->volume : 0.0;
+    const Solid first = solidOf(d), second = solidOf(other.d);
     double both = 0.0;
     if (d && other.d)
         both = velmora::intersectionVolume(d.constData()->record.mesh, other.d.constData()->record.mesh);
-    c.volumeFirst = static_cast<float>(first);
-    c.volumeSecond = static_cast<float>(second);
-    c.intersection = static_cast<float>(both);
-    c.unionVolume = static_cast<float>(first + second - both);
-    c.secondCovered = second > 0.0 ? static_cast<float>(both / second) : 0.0f;
-    c.firstCovered = first > 0.0 ? static_cast<float>(both / first) : 0.0f;
+    const double common = both * ratioOfIntersection(first, second, both);
+    c.volumeFirst = static_cast<float>(first.volume);
+    c.volumeSecond = static_cast<float>(second.volume);
+    c.intersection = static_cast<float>(std::min({common, first.volume, second.volume}));
+    c.unionVolume = static_cast<float>(first.volume + second.volume - double(c.intersection));
+    c.secondCovered = second.volume > 0.0 ? c.intersection / c.volumeSecond : 0.0f;
+    c.firstCovered = first.volume > 0.0 ? c.intersection / c.volumeFirst : 0.0f;
     return c;
 }
 
@@ -258,7 +286,8 @@ Report GamutObject::report() const
     r.channels = record.mesh.channels;
     r.gridPoints = record.gridPoints;
     r.faceCount = faceCount();
-    r.volume = d.constData()->volume;
+    r.volume = record.volume;
+    r.surfaceVolume = d.constData()->surfaceVolume;
     r.volumeUncertainty = record.volumeUncertainty;
     r.foldShare = record.foldShare;
     r.white = record.white;

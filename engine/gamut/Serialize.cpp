@@ -2,6 +2,7 @@
 #include "Serialize.h"
 
 #include <engine/base/Parts.h>
+#include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/SelfIntersection.h>
 
 #include <QtCore/QCryptographicHash>
@@ -14,7 +15,7 @@ namespace velmora {
 namespace {
 
 constexpr int formatVersion = 2;
-constexpr int firstVersion = 1;       // without KVGamut::Conversion
+constexpr int firstVersion = 1;       // without KVGamut::Conversion, and without the volume
 constexpr quint32 magic = 0x4b56474d; // "KVGM"
 constexpr QLatin1String gamutKey("Gamut");
 constexpr QLatin1String versionKey("GamutVersion");
@@ -146,7 +147,8 @@ QByteArray packed(const GamutRecord& record)
     stream << magic << qint32(record.method) << qint32(record.intent) << record.blackPointCompensation
            << record.decorated << qint32(record.gridPoints);
     stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
-    stream << record.foldShare << record.volumeUncertainty << record.seconds;
+    constexpr double seconds = 0.0; // the time differs from run to run, but the bytes of a gamut must not
+    stream << record.foldShare << record.volume << record.volumeUncertainty << seconds;
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
     stream << record.white << record.black << record.origin << record.conversion;
     stream << quint32(record.primaries.size());
@@ -185,7 +187,10 @@ bool readHead(QDataStream& stream, GamutRecord& record, int version)
     record.intent = static_cast<KVVMRenderType>(intent);
     record.gridPoints = gridPoints;
     stream.setFloatingPointPrecision(QDataStream::DoublePrecision);
-    stream >> record.foldShare >> record.volumeUncertainty >> record.seconds;
+    stream >> record.foldShare;
+    if (version != firstVersion)
+        stream >> record.volume;
+    stream >> record.volumeUncertainty >> record.seconds;
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
     stream >> record.white >> record.black >> record.origin;
     return version == firstVersion || readConversion(stream, record.conversion);
@@ -268,8 +273,8 @@ bool valuesAreValid(const GamutRecord& record, const Task& task)
         all = all && std::all_of(ramp.begin(), ramp.end(), valid);
     const std::vector<float>& device = record.mesh.device;
     forEachIndex(device.size(), task, [&](std::size_t i) { all = all && std::isfinite(device[i]); });
-    return all && std::isfinite(record.foldShare) && std::isfinite(record.volumeUncertainty) &&
-           std::isfinite(record.seconds);
+    return all && std::isfinite(record.foldShare) && std::isfinite(record.volume) &&
+           std::isfinite(record.volumeUncertainty) && std::isfinite(record.seconds);
 }
 
 // The values of the three keys.
@@ -327,6 +332,16 @@ QHash<QString, QVariant> serialized(const GamutRecord& record)
 
 namespace {
 
+// The volume of the device's colours is near that of the surface; with very few nodes it is only similar.
+bool completeVolume(GamutRecord& record, int version, const Task& task)
+{
+    constexpr double maxDifference = 0.9;
+    const double ofSurface = signedVolume(record.mesh, task);
+    if (version == firstVersion)
+        record.volume = ofSurface;
+    return std::abs(record.volume - ofSurface) <= maxDifference * std::max(record.volume, ofSurface);
+}
+
 Result<GamutRecord> checkedRecord(const Fields& fields, int version, const Task& task)
 {
     const auto bytes = fields.text.metaType().id() == QMetaType::QString
@@ -339,6 +354,8 @@ Result<GamutRecord> checkedRecord(const Fields& fields, int version, const Task&
         return failure(KVProblemCode::SavedGamutInvalidValues);
     if (const auto checked = checkSavedSurface(record.mesh, task); !checked)
         return failure(checked);
+    if (!completeVolume(record, version, task))
+        return failure(KVProblemCode::SavedGamutInvalidValues);
     return record;
 }
 

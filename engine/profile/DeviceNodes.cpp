@@ -2,6 +2,7 @@
 #include "DeviceNodes.h"
 
 #include <algorithm>
+#include <random>
 
 namespace velmora {
 namespace {
@@ -107,6 +108,171 @@ Result<DeviceNodes> equalisedNodes(const DeviceTransform& transform, int nodesPe
         nodes.push_back(equalSteps(lengths, nodesPerAxis));
     }
     return nodes;
+}
+
+Result<std::vector<double>> axisCurvatures(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                           const Task& task)
+{
+    constexpr std::size_t count = 33;
+    const std::size_t n = nodes.size();
+    std::vector<double> result;
+    for (std::size_t axis = 0; axis < n; ++axis) {
+        const std::vector<float> steps = thinnedAxis(nodes[axis], count);
+        std::vector<float> device;
+        const auto addLine = [&](std::vector<float> colour) {
+            for (float x : steps) {
+                colour[axis] = x;
+                device.insert(device.end(), colour.begin(), colour.end());
+            }
+        };
+        addLine(std::vector<float>(n, 0.5f));
+        for (unsigned corner = 0; corner < 1u << n; ++corner) {
+            std::vector<float> colour(n);
+            for (std::size_t c = 0; c < n; ++c)
+                colour[c] = static_cast<float>(corner >> c & 1u);
+            if (!(corner >> axis & 1u))
+                addLine(colour);
+        }
+        const Task part = task.part(double(axis) / double(n), double(axis + 1) / double(n));
+        const auto converted = transform.toLab(device, part);
+        if (!converted)
+            return failure(converted);
+        const std::vector<Vec3>& lab = *converted;
+        double sum = 0.0;
+        for (std::size_t first = 0; first < lab.size(); first += steps.size())
+            for (std::size_t i = first + 1; i + 1 < first + steps.size(); ++i)
+                sum += length(lab[i - 1] + lab[i + 1] - 2.0 * lab[i]);
+        result.push_back(sum / double(lab.size()));
+    }
+    return result;
+}
+
+namespace {
+
+// Index of a device value among nodes at equal steps in Lab, and back; with fractions.
+double indexOf(const std::vector<float>& axis, float value)
+{
+    const auto above = std::upper_bound(axis.begin() + 1, axis.end() - 1, value);
+    const auto i = above - axis.begin();
+    const double low = double(above[-1]), high = double(*above);
+    return double(i - 1) + (high > low ? (double(value) - low) / (high - low) : 0.0);
+}
+float valueAt(const std::vector<float>& axis, double index)
+{
+    const auto i = std::min(static_cast<std::size_t>(index), axis.size() - 2);
+    return axis[i] + static_cast<float>(index - double(i)) * (axis[i + 1] - axis[i]);
+}
+
+// The table's nodes of one axis, with the longest steps between them divided.
+std::vector<float> dividedAxis(const std::vector<float>& table, const std::vector<float>& equalised,
+                               std::size_t count)
+{
+    struct Step
+    {
+        double from, length;
+        int parts;
+    };
+    std::vector<Step> steps;
+    for (std::size_t i = 0; i + 1 < table.size(); ++i) {
+        const double from = indexOf(equalised, table[i]);
+        steps.push_back({from, indexOf(equalised, table[i + 1]) - from, 1});
+    }
+    for (std::size_t nodes = table.size(); nodes < count; ++nodes)
+        ++std::max_element(steps.begin(), steps.end(), [](const Step& p, const Step& q) {
+              return p.length / p.parts < q.length / q.parts;
+          })->parts;
+    std::vector<float> axis;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        axis.push_back(table[i]);
+        for (int part = 1; part < steps[i].parts; ++part)
+            axis.push_back(valueAt(equalised, steps[i].from + steps[i].length * part / steps[i].parts));
+    }
+    axis.push_back(table.back());
+    return axis;
+}
+
+} // namespace
+
+std::vector<std::size_t> nodeCounts(const std::vector<double>& curvatures, std::size_t count)
+{
+    constexpr double minNodes = 3.0, maxNodes = 129.0;
+    const auto at = [&](double scale) {
+        std::vector<std::size_t> counts;
+        for (double curvature : curvatures)
+            counts.push_back(
+                static_cast<std::size_t>(std::clamp(scale * std::sqrt(curvature), minNodes, maxNodes)));
+        return counts;
+    };
+    const auto product = [](const std::vector<std::size_t>& counts) {
+        double all = 1.0;
+        for (std::size_t nodes : counts)
+            all *= double(nodes);
+        return all;
+    };
+    const double limit = product(std::vector<std::size_t>(curvatures.size(), count));
+    double low = 0.0, high = 1e6;
+    constexpr int halvings = 60;
+    for (int i = 0; i < halvings; ++i) {
+        const double middle = 0.5 * (low + high);
+        (product(at(middle)) <= limit ? low : high) = middle;
+    }
+    return at(low);
+}
+
+DeviceNodes alignedNodes(const DeviceTransform& transform, const DeviceNodes& equalised,
+                         const std::vector<std::size_t>& counts, std::size_t maxTableNodes)
+{
+    const auto table = transform.tableNodes();
+    DeviceNodes nodes;
+    for (std::size_t axis = 0; axis < equalised.size(); ++axis)
+        nodes.push_back(axis < table.size() && table[axis].size() <= maxTableNodes
+                            ? dividedAxis(table[axis], equalised[axis], counts[axis])
+                            : thinnedAxis(equalised[axis], counts[axis]));
+    return nodes;
+}
+
+namespace {
+
+double distanceFromSegment(const Vec3& x, const Vec3& p, const Vec3& q)
+{
+    const Vec3 along = q - p;
+    const double squared = dot(along, along);
+    const double share = squared > 0.0 ? std::clamp(dot(x - p, along) / squared, 0.0, 1.0) : 0.0;
+    return length(x - (p + share * along));
+}
+
+} // namespace
+
+Result<bool> isLinearBetweenTableNodes(const DeviceTransform& transform, const Task& task)
+{
+    const auto table = transform.tableNodes();
+    const auto channels = static_cast<std::size_t>(transform.channels());
+    if (table.size() != channels)
+        return false;
+    // a step between two nodes along one axis, at random nodes of the others: both ends, and the middle
+    constexpr std::size_t samples = 400;
+    std::mt19937 random(1);
+    std::vector<float> colours;
+    std::vector<float> colour(channels);
+    for (std::size_t i = 0; i < samples; ++i) {
+        for (std::size_t c = 0; c < channels; ++c)
+            colour[c] = table[c][random() % table[c].size()];
+        const std::size_t axis = i % channels;
+        const std::size_t step = random() % (table[axis].size() - 1);
+        const float low = table[axis][step], high = table[axis][step + 1];
+        for (float value : {low, 0.5f * (low + high), high}) {
+            colour[axis] = value;
+            colours.insert(colours.end(), colour.begin(), colour.end());
+        }
+    }
+    const auto lab = transform.toLab(colours, task);
+    if (!lab)
+        return failure(lab);
+    double sum = 0.0;
+    for (std::size_t i = 0; i < lab->size(); i += 3)
+        sum += distanceFromSegment((*lab)[i + 1], (*lab)[i], (*lab)[i + 2]);
+    constexpr double maxMean = 0.005; // dE; about what the encoding of a table rounds by
+    return sum <= maxMean * double(samples);
 }
 
 std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count)

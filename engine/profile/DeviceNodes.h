@@ -29,6 +29,31 @@ using DeviceNodes = std::vector<std::vector<float>>;
                                                        std::vector<float> start, std::size_t channel,
                                                        int count, const Task& task);
 
+/// Curvature of the map along each axis: the mean second difference along the hypercube's edges and through
+/// its centre. The error of a chord is proportional to it and to the square of the step.
+/// @param equalised many nodes from equalisedNodes()
+/// @return fails as DeviceTransform::toLab()
+[[nodiscard]] Result<std::vector<double>> axisCurvatures(const DeviceTransform& transform,
+                                                         const DeviceNodes& equalised, const Task& task);
+
+/// Numbers of nodes along each axis whose product is at most @p count to the power of the number of axes.
+/// Axes along which the map is curved get more nodes than linear ones, so that the error is the same along
+/// all of them.
+[[nodiscard]] std::vector<std::size_t> nodeCounts(const std::vector<double>& curvatures, std::size_t count);
+
+/// Nodes between which the map has no kink: those of the device's table, with the longest steps between them
+/// divided until there are as many as @p counts. Axes without a table, and those whose table has more than @p
+/// maxTableNodes, get nodes at equal steps in Lab.
+/// @param equalised many nodes from equalisedNodes()
+[[nodiscard]] DeviceNodes alignedNodes(const DeviceTransform& transform, const DeviceNodes& equalised,
+                                       const std::vector<std::size_t>& counts, std::size_t maxTableNodes);
+
+/// Whether the device has a table for each axis, and the image of each step between two of its nodes is a
+/// straight line. Then the nodes of the table are enough: the image of a cell follows from its corners,
+/// whatever curves are in front of the table.
+/// @return fails as DeviceTransform::toLab()
+[[nodiscard]] Result<bool> isLinearBetweenTableNodes(const DeviceTransform& transform, const Task& task);
+
 /// @p count of the nodes of @p axis, evenly distributed by index, ends included; all if there are fewer.
 [[nodiscard]] std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count);
 /// Index among @p all nodes of the i-th of @p count kept ones. Both counts are at least 2.

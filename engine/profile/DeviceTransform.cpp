@@ -5,6 +5,7 @@
 #include "IccTables.h"
 #include "MediaWhite.h"
 #include "ProfileReader.h"
+#include "TableNodes.h"
 
 #include <algorithm>
 
@@ -146,9 +147,11 @@ class CmsDeviceTransform final : public DeviceTransform
 {
 public:
     CmsDeviceTransform(std::unique_ptr<CmsContext> context, CmsTransform transform, int channels,
-                       DeviceSpace space, double fullScale, Adjusted adjusted)
+                       DeviceSpace space, double fullScale, Adjusted adjusted,
+                       std::vector<std::vector<float>> tableNodes)
         : m_context(std::move(context)), m_transform(std::move(transform)), m_channels(channels),
-          m_space(std::move(space)), m_fullScale(fullScale), m_adjusted(std::move(adjusted))
+          m_space(std::move(space)), m_fullScale(fullScale), m_adjusted(std::move(adjusted)),
+          m_tableNodes(std::move(tableNodes))
     {
     }
 
@@ -158,6 +161,7 @@ public:
     std::vector<float> black() const override { return m_space.black; }
     std::vector<float> origin() const override { return m_space.origin; }
     KVGamut::Conversion conversion() const override { return m_adjusted.conversion; }
+    std::vector<std::vector<float>> tableNodes() const override { return m_tableNodes; }
 
 protected:
     void convertBlock(const float* block, Vec3* lab, std::size_t count) const override
@@ -177,6 +181,7 @@ private:
     DeviceSpace m_space;
     double m_fullScale;
     Adjusted m_adjusted;
+    std::vector<std::vector<float>> m_tableNodes;
     mutable std::vector<double> m_scaled;
 };
 
@@ -285,9 +290,13 @@ Result<std::unique_ptr<DeviceTransform>> openTransform(std::unique_ptr<CmsContex
         return failure(KVProblemCode::OutOfMemory);
     if (!rest)
         return failure(rest);
+    auto nodes = tableNodes(device, static_cast<cmsTagSignature>(table->tag));
+    if (context->hasRunOutOfMemory())
+        return failure(KVProblemCode::OutOfMemory);
     const double fullScale = isInkSpace(T_COLORSPACE(format)) ? 100.0 : 1.0;
     return std::make_unique<CmsDeviceTransform>(std::move(context), std::move(*transform), channels,
-                                                describe(space, channels), fullScale, std::move(*rest));
+                                                describe(space, channels), fullScale, std::move(*rest),
+                                                std::move(nodes));
 }
 
 Result<std::unique_ptr<DeviceTransform>> readTransform(const QByteArray& profile,

@@ -47,6 +47,9 @@ public:
 
     /// How the profile's data become colours.
     virtual KVGamut::Conversion conversion() const { return {}; }
+    /// The device values of each channel, ascending, at which the map has kinks: the nodes of the profile's
+    /// table. Empty if it has no table, or if the nodes are unknown.
+    virtual std::vector<std::vector<float>> tableNodes() const { return {}; }
 
     /// Converts device colours of channels() values each, and reports progress from 0 to 1 to @p task.
     /// @return one Lab value for each colour; fails with Cancelled or LabOutOfRange

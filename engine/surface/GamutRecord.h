@@ -25,6 +25,7 @@ struct GamutRecord
     bool decorated = false; ///< whether primaries and outline are available
     int gridPoints = 0;
     double foldShare = 0.0;
+    double volume = 0.0; ///< of the device's colours; that of the mesh differs slightly
     double volumeUncertainty = 0.0;
     double seconds = 0.0;
     LabPoint white;

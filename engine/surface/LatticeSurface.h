@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DeviceSolid.h"
+#include <engine/mesh/Mesh.h>
 
 namespace velmora {
 

@@ -350,11 +350,13 @@ Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const D
 
 } // namespace
 
-Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task)
+Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                        const std::vector<float>& added)
 {
     auto samples = hullSamples(transform, nodes, task.part(0.0, 0.1));
     if (!samples)
         return failure(samples);
+    samples->insert(samples->end(), added.begin(), added.end());
     const auto lab = transform.toLab(*samples, task.part(0.1, 0.3));
     if (!lab)
         return failure(lab);

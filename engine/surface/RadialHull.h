@@ -15,9 +15,10 @@ namespace velmora {
 /// are on its convex hull, too. The triangles of that hull, with the samples' own coordinates, are the
 /// surface (after Balasubramanian and Dalal 1997, "A method for quantifying the color gamut of an output
 /// device", with a smaller exponent).
+/// @param added further device colours that are taken as samples
 /// @return fails as DeviceTransform::toLab(), or with NoVolume if the samples are coplanar
 [[nodiscard]] Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                      const Task& task);
+                                      const Task& task, const std::vector<float>& added = {});
 
 /// Device colours of all two-dimensional faces of the hypercube at the given nodes, each once.
 /// Incomplete if @p task is cancelled.

@@ -4,6 +4,8 @@
 #include "Refinement.h"
 #include <engine/mesh/MeshVolume.h>
 
+#include <cmath>
+
 namespace velmora {
 
 Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform, const Task& task)
@@ -12,6 +14,20 @@ Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform,
     if (const auto halved = halveBridges(images, transform, task); !halved)
         return failure(halved);
     return signedVolume(images);
+}
+
+Result<void> checkFilled(const Mesh& hull, const Mesh& coarse, const DeviceTransform& transform,
+                         const Task& task)
+{
+    constexpr double reachedTolerance = 0.02, gridTolerance = 0.1;
+    const auto reached = reachedVolume(hull, transform, task);
+    if (!reached)
+        return failure(reached);
+    const double volume = signedVolume(hull);
+    if (std::abs(*reached - volume) > reachedTolerance * volume ||
+        std::abs(signedVolume(coarse) - volume) > gridTolerance * volume)
+        return failure(KVProblemCode::UnresolvedConcavity);
+    return {};
 }
 
 } // namespace velmora

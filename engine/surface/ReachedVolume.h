@@ -19,4 +19,10 @@ namespace velmora {
 [[nodiscard]] Result<double> reachedVolume(const Mesh& mesh, const DeviceTransform& transform,
                                            const Task& task);
 
+/// For devices with more channels than DeviceCells supports: checks that a hull contains only device colours,
+/// and all of them as far as the hull of a coarser grid can show.
+/// @return fails with UnresolvedConcavity, or as DeviceTransform::toLab()
+[[nodiscard]] Result<void> checkFilled(const Mesh& hull, const Mesh& coarse, const DeviceTransform& transform,
+                                       const Task& task);
+
 } // namespace velmora

@@ -65,7 +65,7 @@ void expectSound(const KVGamut::GamutObject& gamut, const char* what)
     EXPECT_TRUE(shape.everyEdgeOnceEachWay) << what;
     EXPECT_EQ(shape.euler, 2) << what;
     EXPECT_GT(shape.volume, 0.0) << what;
-    EXPECT_NEAR(gamut.volume(), shape.volume, 1e-6 * shape.volume) << what;
+    EXPECT_NEAR(gamut.report().surfaceVolume, shape.volume, 1e-6 * shape.volume) << what;
 }
 
 } // namespace
@@ -496,7 +496,8 @@ TEST(Gamut, refinesEdgesLongerThanMaxEdge)
     EXPECT_LT(longest(fine), 0.5 * longest(coarse));
     EXPECT_GT(fine.faceCount(), coarse.faceCount());
     // More accurate, and still closed.
-    EXPECT_LT(std::abs(fine.volume() - 2'880'355), 0.5 * std::abs(coarse.volume() - 2'880'355));
+    EXPECT_LT(std::abs(fine.report().surfaceVolume - 2'880'355),
+              0.5 * std::abs(coarse.report().surfaceVolume - 2'880'355));
     expectSound(fine, "refined");
     EXPECT_LE(longest(compute(40.0f, 4)), 40.0 + 30.0);
     EXPECT_TRUE(compute(1000.0f, 2).faces() == coarse.faces());

@@ -129,10 +129,9 @@ protected:
 
 TEST_P(HardSolid, hasItsVolumeWithinTheUncertainty)
 {
-    const double volume = signedVolume(record.mesh);
-    EXPECT_NEAR(volume, GetParam().volume, GetParam().tolerance * GetParam().volume);
-    EXPECT_LE(std::abs(volume - GetParam().volume), record.volumeUncertainty);
-    EXPECT_LE(record.volumeUncertainty, 0.03 * volume);
+    EXPECT_NEAR(signedVolume(record.mesh), GetParam().volume, GetParam().tolerance * GetParam().volume);
+    EXPECT_LE(std::abs(record.volume - GetParam().volume), record.volumeUncertainty);
+    EXPECT_LE(record.volumeUncertainty, 0.03 * record.volume);
 }
 
 TEST_P(HardSolid, hasAClosedSurfaceOfItsGenus)
@@ -379,7 +378,6 @@ TEST(DeviceSolid, fillsTheImageOfTheDeviceOnce)
         sum += std::abs(dot(at(1) - at(0), cross(at(2) - at(0), at(3) - at(0)))) / 6.0;
     }
     EXPECT_NEAR(sum, 50.0 * 50.0 * 20.0, 1e-6 * sum);
-    EXPECT_NEAR(coveredVolume(solid, freshBudget(), {}).value(), 50.0 * 50.0 * 20.0, 0.02 * sum);
 }
 
 TEST(DeviceSolid, crossesALineInOneIntervalWithoutGaps)
@@ -464,5 +462,4 @@ TEST(LatticeSurface, failsIfItsBudgetIsExceeded)
     EXPECT_LT(budget.left, CastBudget().left);
     budget.left = 100;
     EXPECT_EQ(codeOf(latticeSurface(solid, pitch, budget, {})), KVProblemCode::TooManyOverlaps);
-    EXPECT_EQ(codeOf(coveredVolume(solid, budget, {})), KVProblemCode::TooManyOverlaps);
 }

@@ -274,15 +274,6 @@ TEST(Looks, ofASolid)
     expectEndsSoon(
         "deviceSolid", [&](const Task& t) { (void)deviceSolid(device, nodes, t); }, 2 * 16);
     const DeviceSolid solid = deviceSolid(device, nodes, {}).value();
-    const int tetrahedra = static_cast<int>(solid.tetrahedra.size() / 256);
-    constexpr int lines = 3000; // of 64 by 64; some are outside
-    expectEndsSoon(
-        "coveredVolume",
-        [&](const Task& t) {
-            CastBudget budget;
-            (void)coveredVolume(solid, budget, t);
-        },
-        tetrahedra + lines);
     expectEndsSoon(
         "latticeSurface",
         [&](const Task& t) {

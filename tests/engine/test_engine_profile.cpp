@@ -184,7 +184,7 @@ void expectHarmless(const QByteArray& bytes, const std::string& what)
                 gamutOf(profile);
         });
     });
-    EXPECT_LE(cost.colours, 250'000u) << what;
+    EXPECT_LE(cost.colours, 500'000u) << what;
     EXPECT_LE(cost.bytes, 1u << 30) << what;
     EXPECT_LT(megabytes, 256.0 * sizeOfInstrumentation) << what;
 }

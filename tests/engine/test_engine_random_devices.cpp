@@ -53,11 +53,7 @@ TEST_P(RandomDevice, hasItsVolumeWithinTheUncertainty)
     expectClassHeld(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Class, RandomDevice,
-                         testing::Values("matrix", "matrix-kinks", "matrix-dead-zones", "rgb-mft1",
-                                         "rgb-mft2", "rgb-mft2-xyz", "rgb-mab", "rgb-mab-curves",
-                                         "rgb-mab-xyz", "rgb-mpet-xyz", "thin-sheet", "thin-stick"),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Class, RandomDevice, testing::ValuesIn(deviceClasses()), nameOf);
 
 TEST(KnownTruths, areThoseThatTheProgramComputes)
 {

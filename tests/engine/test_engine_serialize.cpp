@@ -159,6 +159,12 @@ TEST(Serialize, ofARestoredGamutIsEqual)
     EXPECT_EQ(restored(hash).serialize(), hash);
 }
 
+TEST(Serialize, isTheSameInEachRun)
+{
+    for (const QString& path : {srgb(), printerCmyk()})
+        EXPECT_EQ(gamutOf(openedFile(path), 9).serialize(), gamutOf(openedFile(path), 9).serialize());
+}
+
 TEST(Deserialize, refusesForeignHashes)
 {
     const KVProblem notSaved{KVProblemCode::NotASavedGamut, {}, {}};
@@ -211,13 +217,14 @@ TEST(Deserialize, refusesEveryDamage)
 
 namespace {
 
-Hash hashOf(Mesh mesh)
+Hash hashOf(Mesh mesh, double volume)
 {
     velmora::GamutRecord record;
     record.method = KVGamut::Method::DeviceMesh;
     record.mesh = std::move(mesh);
     record.mesh.channels = 3;
     record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+    record.volume = volume;
     return velmora::serialized(record);
 }
 
@@ -242,25 +249,25 @@ TEST(Deserialize, refusesASelfIntersectingSurface)
     Mesh apart;
     addBox(apart, {10, 0, 0}, {30, 20, 20});
     addBox(apart, {50, 0, 0}, {70, 20, 20});
-    EXPECT_EQ(restored(hashOf(apart)).problem(), std::nullopt);
-    EXPECT_EQ(restored(hashOf(apart)).faceCount(), 24);
+    EXPECT_EQ(restored(hashOf(apart, velmora::signedVolume(apart))).problem(), std::nullopt);
+    EXPECT_EQ(restored(hashOf(apart, velmora::signedVolume(apart))).faceCount(), 24);
 
     Mesh crossed;
     addBox(crossed, {10, 0, 0}, {30, 20, 20});
     addBox(crossed, {20, 5, 5}, {40, 25, 25});
-    expectRefused(hashOf(crossed), {KVProblemCode::SavedGamutSelfIntersects, {}, {}},
-                  "two intersecting boxes");
+    expectRefused(hashOf(crossed, velmora::signedVolume(crossed)),
+                  {KVProblemCode::SavedGamutSelfIntersects, {}, {}}, "two intersecting boxes");
 }
 
 TEST(Deserialize, refusesEveryKindOfInvalidSurface)
 {
     Mesh box;
     addBox(box, {10, 0, 0}, {30, 20, 20});
-    EXPECT_EQ(restored(hashOf(box)).problem(), std::nullopt);
+    EXPECT_EQ(restored(hashOf(box, 8000.0)).problem(), std::nullopt);
     const auto expect = [&box](KVProblemCode code, const auto& damage) {
         Mesh mesh = box;
         damage(mesh);
-        expectRefused(hashOf(mesh), {code, {}, {}}, KVProblem::sentence(code));
+        expectRefused(hashOf(mesh, 8000.0), {code, {}, {}}, KVProblem::sentence(code));
     };
     expect(KVProblemCode::NoFaces, [](Mesh& m) { m.triangles.clear(); });
     expect(KVProblemCode::VertexOutOfRange, [](Mesh& m) { m.lab[3].a = std::nanf(""); });
@@ -289,6 +296,7 @@ TEST(Deserialize, refusesInvalidValues)
         addBox(record.mesh, {10, 0, 0}, {30, 20, 20});
         record.mesh.channels = 3;
         record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+        record.volume = velmora::signedVolume(record.mesh);
         damage(record);
         expectRefused(velmora::serialized(record), {KVProblemCode::SavedGamutInvalidValues, {}, {}}, "value");
     };
@@ -299,6 +307,9 @@ TEST(Deserialize, refusesInvalidValues)
     expect([](Record& r) { r.primaries = {{{0.0f, std::nanf(""), 0.0f}}}; });
     expect([](Record& r) { r.mesh.device[4] = std::nanf(""); });
     expect([](Record& r) { r.foldShare = std::nan(""); });
+    expect([](Record& r) { r.volume = std::nan(""); });
+    expect([](Record& r) { r.volume = -r.volume; });
+    expect([](Record& r) { r.volume *= 20.0; });
     expect([](Record& r) { r.mesh.channels = 2; });
     expect([](Record& r) { r.conversion.table = QStringLiteral("A2B0123"); });
     expect([](Record& r) { r.conversion.table = QStringLiteral("<b>"); });
@@ -353,6 +364,7 @@ TEST(Serialize, keepsTheTagOfTheEncoding)
     addBox(record.mesh, {10, 0, 0}, {30, 20, 20});
     record.mesh.channels = 3;
     record.mesh.device.assign(record.mesh.lab.size() * 3, 0.5f);
+    record.volume = velmora::signedVolume(record.mesh);
     EXPECT_TRUE(restored(velmora::serialized(record)).report().conversion == record.conversion);
 }
 
@@ -379,7 +391,7 @@ TEST(Deserialize, refusesASurfaceThatIsTooExpensiveToCheck)
         const auto at = 0.01f * float(i);
         addBox(mesh, {20, at, at - 50}, {80, at + 0.005f, at + 50});
     }
-    const Hash hash = hashOf(mesh);
+    const Hash hash = hashOf(mesh, velmora::signedVolume(mesh));
     const auto gamut = restored(hash);
     EXPECT_EQ(codeOf(gamut), KVProblemCode::SavedGamutTooClose);
     EXPECT_EQ(gamut.faceCount(), 0);

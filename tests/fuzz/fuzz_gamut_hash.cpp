@@ -95,17 +95,18 @@ public:
 
 private:
     static constexpr std::size_t headSize = 4 + 3 * 4 + 2 + 3 * 8 + 9 * 4;
+    static constexpr std::size_t headSizeWithVolume = headSize + 8;
 
     // The table's name, a flag, two numbers, then two colours and the encoding, each with a flag before it.
     // @return the size of the body if there are too few bytes
     std::size_t afterConversion()
     {
         constexpr std::uint32_t maxName = 6;
-        if (m_size < headSize + 4)
+        if (m_size < headSizeWithVolume + 4)
             return m_size;
-        const std::uint32_t name = std::min(read(headSize), maxName);
-        write(headSize, name);
-        std::size_t at = headSize + 4 + name + 1 + 2 * 4;
+        const std::uint32_t name = std::min(read(headSizeWithVolume), maxName);
+        write(headSizeWithVolume, name);
+        std::size_t at = headSizeWithVolume + 4 + name + 1 + 2 * 4;
         for (const std::size_t size : {12, 12, 13}) {
             if (m_size < at + 1)
                 return m_size;

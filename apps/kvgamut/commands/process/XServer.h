@@ -4,8 +4,8 @@
 /// The X server that DISPLAY names.
 namespace XServer {
 
-/// Whether it accepts connections, answers within ten seconds, and the process can have the thread that Qt needs for
-/// it. Otherwise Qt would end the process, or wait for ever. The first call connects.
+/// Whether it accepts connections, answers within ten seconds, and the process can have the thread that Qt
+/// needs for it. Otherwise Qt would end the process, or wait for ever. The first call connects.
 bool isReachable();
 
 } // namespace XServer

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "MissedColours.h"
+
+#include "CellUnion.h"
+#include <engine/mesh/NearestIndex.h>
+#include <engine/mesh/WindingIndex.h>
+
+#include <algorithm>
+#include <random>
+
+namespace velmora {
+namespace {
+
+// Outside by less is the error of the chords between the vertices.
+constexpr double minDepth = 0.1;
+
+// Depth of colours outside a surface.
+class Outside
+{
+public:
+    explicit Outside(const Mesh& surface) : m_surface(surface), m_winding(surface) {}
+
+    double depthOf(Vec3 colour)
+    {
+        if (m_winding.isInside(colour))
+            return 0.0;
+        if (!m_hasNearest)
+            m_nearest = NearestIndex(m_surface);
+        m_hasNearest = true;
+        return length(m_nearest.nearest(colour) - colour);
+    }
+
+private:
+    const Mesh& m_surface;
+    WindingIndex m_winding;
+    NearestIndex m_nearest; // seldom needed
+    bool m_hasNearest = false;
+};
+
+// The vector of a vertex whose length is its share of the surface's area, and that points outwards.
+std::vector<Vec3> areaVectors(const Mesh& mesh)
+{
+    std::vector<Vec3> vectors(mesh.lab.size());
+    for (const Triangle& t : mesh.triangles) {
+        const auto corner = [&](std::size_t i) { return toVec3(mesh.lab[static_cast<std::size_t>(t[i])]); };
+        const Vec3 part = (1.0 / 6.0) * cross(corner(1) - corner(0), corner(2) - corner(0));
+        for (int v : t)
+            vectors[static_cast<std::size_t>(v)] = vectors[static_cast<std::size_t>(v)] + part;
+    }
+    return vectors;
+}
+
+class VertexCheck
+{
+public:
+    VertexCheck(const Mesh& mesh, Outside& outside) : m_mesh(mesh), m_outside(outside) {}
+
+    Result<double> missedVolume(const DeviceTransform& transform, const Task& task)
+    {
+        // with more channels a colour takes longer, and more channels are moved
+        constexpr std::size_t maxMoves = 24'000;
+        const auto n = static_cast<std::size_t>(m_mesh.channels);
+        const std::size_t checked = maxMoves / n / steps.size() / (n > 5 ? 2 : 1);
+        const std::size_t stride = std::max<std::size_t>(1, m_mesh.lab.size() / checked);
+        for (std::size_t v = 0; v < m_mesh.lab.size(); v += stride)
+            addMoves(static_cast<int>(v));
+        const auto lab = transform.toLab(m_moved, task);
+        if (!lab)
+            return failure(lab);
+        return static_cast<double>(stride) * volumeOf(*lab, task);
+    }
+
+private:
+    static constexpr std::array<float, 2> steps{1.0f / 16.0f, 3.0f / 16.0f};
+
+    void addMoves(int vertex)
+    {
+        const float* colour = m_mesh.deviceOf(vertex);
+        for (int c = 0; c < m_mesh.channels; ++c) {
+            if (colour[c] != 0.0f && colour[c] != 1.0f)
+                continue;
+            for (float step : steps) {
+                m_moved.insert(m_moved.end(), colour, colour + m_mesh.channels);
+                m_moved[m_moved.size() - static_cast<std::size_t>(m_mesh.channels - c)] =
+                    colour[c] == 0.0f ? step : 1.0f - step;
+                m_vertex.push_back(vertex);
+            }
+        }
+    }
+
+    double volumeOf(const std::vector<Vec3>& lab, const Task& task)
+    {
+        const std::vector<Vec3> vectors = areaVectors(m_mesh);
+        double volume = 0.0;
+        for (std::size_t i = 0; i < lab.size() && !task.isCancelled();) {
+            const auto vertex = static_cast<std::size_t>(m_vertex[i]);
+            const Vec3 place = toVec3(m_mesh.lab[vertex]);
+            double depth = 0.0;
+            for (; i < lab.size() && static_cast<std::size_t>(m_vertex[i]) == vertex; ++i)
+                if (dot(vectors[vertex], lab[i] - place) > 0.0)
+                    depth = std::max(depth, m_outside.depthOf(lab[i]));
+            if (depth > minDepth)
+                volume += depth * length(vectors[vertex]);
+        }
+        return volume;
+    }
+
+    const Mesh& m_mesh;
+    Outside& m_outside;
+    std::vector<float> m_moved;
+    std::vector<int> m_vertex;
+};
+
+Result<double> shareOutside(Outside& outside, const DeviceTransform& transform, const Task& task)
+{
+    constexpr std::size_t count = 4096;
+    std::mt19937 random(1);
+    std::vector<float> colours(count * static_cast<std::size_t>(transform.channels()));
+    constexpr float scale = 1.0f / 16'777'216.0f; // std::uniform_real_distribution differs between libraries
+    for (float& value : colours)
+        value = static_cast<float>(random() >> 8) * scale;
+    const auto lab = transform.toLab(colours, task);
+    if (!lab)
+        return failure(lab);
+    std::size_t far = 0;
+    for (const Vec3& colour : *lab) {
+        if (task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
+        far += outside.depthOf(colour) > minDepth;
+    }
+    return static_cast<double>(far) / static_cast<double>(count);
+}
+
+} // namespace
+
+Result<MissedColours> findMissedColours(const Mesh& surface, const DeviceTransform& transform,
+                                        const Task& task)
+{
+    Outside outside(surface);
+    const auto volume = VertexCheck(surface, outside).missedVolume(transform, task.part(0.0, 0.7));
+    if (!volume)
+        return failure(volume);
+    const auto share = shareOutside(outside, transform, task.part(0.7, 1.0));
+    if (!share)
+        return failure(share);
+    return MissedColours{*volume, *share};
+}
+
+Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTransform& transform,
+                                          const DeviceNodes& nodes, const Task& task)
+{
+    const std::vector<float> colours = gridColours(nodes, task);
+    const auto lab = transform.toLab(colours, task);
+    if (!lab)
+        return failure(lab);
+    const WindingIndex winding(surface);
+    std::vector<float> outside;
+    for (std::size_t i = 0; i < lab->size(); ++i) {
+        if (task.isCancelled())
+            return failure(KVProblemCode::Cancelled);
+        const auto first = colours.begin() + static_cast<std::ptrdiff_t>(i * nodes.size());
+        if (!winding.isInside((*lab)[i]))
+            outside.insert(outside.end(), first, first + static_cast<std::ptrdiff_t>(nodes.size()));
+    }
+    return outside;
+}
+
+} // namespace velmora

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: Apache-2.0
+// The union of a device's cells: its volume, and that colours of the interior are part of it.
+
+#include "MappedDevice.h"
+#include "Problems.h"
+#include "TestProfiles.h"
+
+#include <engine/mesh/LineCover.h>
+#include <engine/mesh/MeshVolume.h>
+#include <engine/mesh/WindingIndex.h>
+#include <engine/surface/CoveredVolume.h>
+#include <engine/surface/MissedColours.h>
+#include <engine/surface/RadialHull.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace velmora;
+
+namespace {
+
+Vec3 mixed(const float* d, const std::vector<Vec3>& inks)
+{
+    Vec3 lab{95, 0, 0};
+    for (std::size_t c = 0; c < inks.size(); ++c)
+        lab = lab + double(d[c]) * inks[c];
+    return lab;
+}
+
+const std::vector<Vec3>& fourInks()
+{
+    static const std::vector<Vec3> inks{{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
+    return inks;
+}
+
+// The sum of the parallelepipeds of all triples.
+double zonotopeVolume(const std::vector<Vec3>& v)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < v.size(); ++i)
+        for (std::size_t j = i + 1; j < v.size(); ++j)
+            for (std::size_t k = j + 1; k < v.size(); ++k)
+                sum += std::abs(dot(v[i], cross(v[j], v[k])));
+    return sum;
+}
+
+DeviceNodes evenNodes(int channels, int count)
+{
+    std::vector<float> axis;
+    for (int i = 0; i < count; ++i)
+        axis.push_back(float(i) / float(count - 1));
+    return DeviceNodes(static_cast<std::size_t>(channels), axis);
+}
+
+double unionOf(const MappedDevice& device, int count, int hullNodes = 9)
+{
+    const Mesh hull = radialHull(device, evenNodes(device.channels(), hullNodes), {}).value();
+    UnionBudget budget;
+    return coveredVolume(device, evenNodes(device.channels(), count), hull, budget, {}).value();
+}
+
+} // namespace
+
+TEST(LineCover, unitesOverlappingTetrahedra)
+{
+    LineGrid grid;
+    grid.step = 1.0;
+    grid.na = grid.nb = 1; // the line a = b = 0
+    LineCover cover(grid);
+    EXPECT_FALSE(cover.covers({1, 0, 0}, {2, 0, 0}));
+    const auto add = [&cover](double low, double high) {
+        cover.add({low, -1, -1}, {low, 3, -1}, {low, -1, 3}, {high, 0, 0});
+    };
+    add(0, 2);
+    EXPECT_NEAR(cover.length(), 2.0, 1e-6);
+    add(5, 6);
+    EXPECT_NEAR(cover.length(), 3.0, 1e-6);
+    EXPECT_FALSE(cover.covers({1, 0, 0}, {5.5, 0, 0}));
+    add(1, 5.5);
+    EXPECT_NEAR(cover.length(), 6.0, 1e-6);
+    EXPECT_TRUE(cover.covers({1, 0, 0}, {5.5, 0, 0}));
+    EXPECT_FALSE(cover.covers({1, 0, 0}, {7, 0, 0}));
+}
+
+TEST(CellUnion, ofLinearInksIsTheirZonotope)
+{
+    for (std::size_t channels : {3u, 4u, 5u, 6u, 7u}) {
+        std::vector<Vec3> inks = fourInks();
+        inks.insert(inks.end(), {{-8, 12, 20}, {-6, -25, 9}, {-3, 10, -18}});
+        inks.resize(channels);
+        const MappedDevice device(static_cast<int>(channels),
+                                  [inks](const float* d) { return mixed(d, inks); });
+        EXPECT_NEAR(unionOf(device, 4), zonotopeVolume(inks), 1e-3 * zonotopeVolume(inks)) << channels;
+    }
+}
+
+// Every ink is darkest at 80 %: the faces on which inks are 100 % are inside the gamut.
+TEST(CellUnion, containsColoursOfTheInterior)
+{
+    const MappedDevice inverting(4, [](const float* d) {
+        float peaked[4];
+        for (int c = 0; c < 4; ++c)
+            peaked[c] = d[c] <= 0.8f ? d[c] / 0.8f : 1.0f - (d[c] - 0.8f);
+        return mixed(peaked, fourInks());
+    });
+    const double truth = zonotopeVolume(fourInks());
+    EXPECT_NEAR(unionOf(inverting, 6), truth, 1e-3 * truth); // a node at 80 %
+    const Mesh faces = radialHull(inverting, evenNodes(4, 5), {}).value();
+    EXPECT_LT(signedVolume(faces), 0.97 * truth);
+}
+
+TEST(CellUnion, doesNotBridgeHollows)
+{
+    const MappedDevice crescent(4, [](const float* d) {
+        const double angle = 1.5 * M_PI * double(d[1]),
+                     radius = 20.0 + 15.0 * double(d[2]) + 15.0 * double(d[3]);
+        return Vec3{20 + 60 * double(d[0]), radius * std::cos(angle), radius * std::sin(angle)};
+    });
+    const double truth = 60.0 * 0.5 * 1.5 * M_PI * (50.0 * 50.0 - 20.0 * 20.0);
+    EXPECT_NEAR(unionOf(crescent, 21), truth, 0.02 * truth);
+    EXPECT_GT(signedVolume(radialHull(crescent, evenNodes(4, 21), {}).value()), 1.2 * truth);
+}
+
+TEST(CellUnion, failsIfItsBudgetIsExceeded)
+{
+    const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
+    const Mesh hull = radialHull(device, evenNodes(4, 5), {}).value();
+    UnionBudget budget{.left = 100};
+    EXPECT_EQ(codeOf(coveredVolume(device, evenNodes(4, 5), hull, budget, {})),
+              KVProblemCode::TooManyOverlaps);
+}
+
+TEST(CellUnion, canBeCancelled)
+{
+    const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
+    const Mesh hull = radialHull(device, evenNodes(4, 5), {}).value();
+    UnionBudget budget;
+    int looks = 0;
+    const Task task([&looks] { return ++looks > 40; });
+    EXPECT_EQ(codeOf(coveredVolume(device, evenNodes(4, 9), hull, budget, task)), KVProblemCode::Cancelled);
+    EXPECT_LE(looks, 45);
+}
+
+TEST(CellSolid, coversWhatItsCellsCover)
+{
+    const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
+    UnionBudget budget;
+    const DeviceSolid solid = cellSolid(device, evenNodes(4, 5), budget, {}).value();
+    LineCover cover = [&] {
+        UnionBudget other;
+        return cellUnion(device, evenNodes(4, 5), 40, other, {}).value();
+    }();
+    LineCover ofSolid(cover.grid());
+    for (const auto& t : solid.tetrahedra) {
+        const auto at = [&](std::size_t i) { return turned(solid.points[static_cast<std::size_t>(t[i])]); };
+        ofSolid.add(at(0), at(1), at(2), at(3));
+    }
+    EXPECT_NEAR(ofSolid.length(), cover.length(), 1e-3 * cover.length());
+}
+
+TEST(MissedColours, areNoneOfMonotoneInks)
+{
+    const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
+    const Mesh hull = radialHull(device, evenNodes(4, 17), {}).value();
+    const MissedColours missed = findMissedColours(hull, device, {}).value();
+    EXPECT_EQ(missed.volume, 0.0);
+    EXPECT_EQ(missed.share, 0.0);
+}
+
+// An ink that falls by 4 % above 85 %.
+TEST(MissedColours, areFoundIfAnInkInverts)
+{
+    const MappedDevice device(4, [](const float* d) {
+        float peaked[4]{d[0], d[1], d[2], d[3]};
+        peaked[0] = d[0] <= 0.85f ? d[0] / 0.85f : 1.0f - 0.04f * (d[0] - 0.85f) / 0.15f;
+        return mixed(peaked, fourInks());
+    });
+    const Mesh hull = radialHull(device, evenNodes(4, 17), {}).value();
+    const double truth = zonotopeVolume(fourInks());
+    const MissedColours missed = findMissedColours(hull, device, {}).value();
+    EXPECT_GT(missed.volume, 0.2 * (truth - signedVolume(hull)));
+    EXPECT_LT(missed.volume, 5.0 * (truth - signedVolume(hull)));
+}
+
+// Two inks whose joint effect is largest at half of both.
+TEST(MissedColours, areFoundIfInksHaveAJointExtremum)
+{
+    const MappedDevice device(4, [](const float* d) {
+        const double bump = 16.0 * double(d[0]) * (1.0 - double(d[0])) * double(d[1]) * (1.0 - double(d[1]));
+        return mixed(d, fourInks()) + Vec3{0, 40 * bump, 30 * bump};
+    });
+    const Mesh hull = radialHull(device, evenNodes(4, 17), {}).value();
+    EXPECT_GT(findMissedColours(hull, device, {}).value().share, 0.01);
+    const auto outside = coloursOutside(hull, device, evenNodes(4, 5), {}).value();
+    EXPECT_GT(outside.size(), 0u);
+    EXPECT_EQ(outside.size() % 4, 0u);
+    const WindingIndex winding(hull);
+    for (std::size_t i = 0; i < outside.size(); i += 4) {
+        const auto lab = device.toLab(std::span(outside).subspan(i, 4), {}).value();
+        EXPECT_FALSE(winding.isInside(lab.front()));
+    }
+}
+
+TEST(TableNodes, areThoseOfTheTable)
+{
+    const auto rgb = testprofiles::tableProfile(cmsSigRgbData, 7, [](const std::vector<double>& d) {
+        return testprofiles::Lab{100 * d[0], 80 * d[1] * d[1] - 40, 80 * d[2] * d[2] * d[2] - 40};
+    });
+    const auto transform = DeviceTransform::create(rgb, KVVMRenderPerceptual, false).value();
+    const auto nodes = transform->tableNodes();
+    ASSERT_EQ(nodes.size(), 3u);
+    for (const auto& axis : nodes) {
+        ASSERT_EQ(axis.size(), 7u);
+        for (std::size_t i = 0; i < 7; ++i)
+            EXPECT_NEAR(axis[i], double(i) / 6.0, 1e-4);
+    }
+    EXPECT_TRUE(isLinearBetweenTableNodes(*transform, {}).value());
+    const auto equalised = equalisedNodes(*transform, 129, minEvenShare, {}).value();
+    for (const auto& axis : alignedNodes(*transform, equalised, {12, 12, 12}, 33)) {
+        EXPECT_EQ(axis.size(), 12u);
+        for (float node : nodes.front())
+            EXPECT_NE(std::find_if(axis.begin(), axis.end(),
+                                   [node](float x) { return std::abs(x - node) < 1e-6f; }),
+                      axis.end())
+                << node;
+    }
+}
+
+TEST(TableNodes, areUnknownForAMatrix)
+{
+    QFile file(testprofiles::srgb());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto transform =
+        DeviceTransform::create(file.readAll(), KVVMRenderRelativeColorimetric, false).value();
+    EXPECT_TRUE(transform->tableNodes().empty());
+    EXPECT_FALSE(isLinearBetweenTableNodes(*transform, {}).value());
+}
