@@ -11,8 +11,6 @@ namespace velmora {
 namespace {
 
 constexpr std::size_t tetrahedraBetweenChecks = 256;
-// Rounding may leave a gap of this size between adjacent tetrahedra.
-constexpr float minGap = 1e-4f;
 
 // Merges overlapping intervals of one line, in place.
 // @return how many remain

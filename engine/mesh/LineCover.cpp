@@ -4,12 +4,6 @@
 #include <algorithm>
 
 namespace velmora {
-namespace {
-
-// Rounding may leave a gap of this size between adjacent tetrahedra.
-constexpr float minGap = 1e-4f;
-
-} // namespace
 
 bool LineCover::covers(const Vec3& low, const Vec3& high) const
 {

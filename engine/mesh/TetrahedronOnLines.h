@@ -10,6 +10,9 @@
 
 namespace velmora {
 
+/// Rounding may leave a gap of this size between adjacent tetrahedra.
+inline constexpr float minGap = 1e-4f;
+
 /// Parallel lines along the first coordinate: line (i, j) is at (a0 + i step, b0 + j step).
 struct LineGrid
 {

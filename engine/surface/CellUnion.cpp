@@ -20,10 +20,10 @@ struct Box
 };
 
 // The grid of a device's nodes; a point's index counts the last channel fastest.
-class Grid
+class NodeGrid
 {
 public:
-    explicit Grid(const DeviceNodes& nodes) : m_nodes(nodes), m_strides(nodes.size())
+    explicit NodeGrid(const DeviceNodes& nodes) : m_nodes(nodes), m_strides(nodes.size())
     {
         std::size_t stride = 1;
         for (std::size_t c = nodes.size(); c-- > 0; stride *= nodes[c].size())
@@ -57,7 +57,7 @@ private:
 class CellOrder
 {
 public:
-    explicit CellOrder(const Grid& grid)
+    explicit CellOrder(const NodeGrid& grid)
     {
         for (std::size_t c = 0; c < grid.channels(); ++c)
             m_count *= grid.lastCell(c) + 1;
@@ -98,7 +98,7 @@ class Union
 {
 public:
     /// @param margin cells and tetrahedra are left out only if what is within this distance is covered
-    Union(const Grid& grid, const std::vector<Vec3>& points, const LineGrid& lines, double margin = 0.0)
+    Union(const NodeGrid& grid, const std::vector<Vec3>& points, const LineGrid& lines, double margin = 0.0)
         : m_grid(grid), m_points(points), m_cover(lines), m_margin{margin, margin, margin}
     {
         const std::size_t n = grid.channels();
@@ -181,7 +181,7 @@ private:
         return m_cover.covers(box.low - m_margin, box.high + m_margin);
     }
 
-    const Grid& m_grid;
+    const NodeGrid& m_grid;
     const std::vector<Vec3>& m_points;
     LineCover m_cover;
     Vec3 m_margin;
@@ -189,7 +189,7 @@ private:
     std::vector<std::size_t> m_corners; // of a cell, relative to its lowest
 };
 
-Result<void> addCells(Union& all, const Grid& grid, UnionBudget& budget, const Task& task)
+Result<void> addCells(Union& all, const NodeGrid& grid, UnionBudget& budget, const Task& task)
 {
     const CellOrder order(grid);
     const std::size_t cellsBetweenLooks = grid.channels() > 4 ? 1 : 16;
@@ -214,13 +214,13 @@ Vec3 turned(const Vec3& p)
 
 std::vector<float> gridColours(const DeviceNodes& nodes, const Task& task)
 {
-    return Grid(nodes).colours(task);
+    return NodeGrid(nodes).colours(task);
 }
 
 Result<LineCover> cellUnion(const DeviceTransform& transform, const DeviceNodes& nodes, int linesAcross,
                             UnionBudget& budget, const Task& task)
 {
-    const Grid grid(nodes);
+    const NodeGrid grid(nodes);
     auto points = transform.toLab(grid.colours(task), task.part(0.0, 0.3));
     if (!points)
         return failure(points);
@@ -236,7 +236,7 @@ Result<DeviceSolid> cellSolid(const DeviceTransform& transform, const DeviceNode
                               const Task& task)
 {
     constexpr int linesAcross = 96;
-    const Grid grid(nodes);
+    const NodeGrid grid(nodes);
     DeviceSolid solid;
     solid.channels = transform.channels();
     solid.device = grid.colours(task);

@@ -16,7 +16,6 @@
 namespace velmora {
 namespace {
 
-using Grid = DeviceCells::Grid;
 using KVGamut::Method;
 
 // Above this share of reversed volume the image of the device cube's surface does not bound the gamut. Real
@@ -58,10 +57,10 @@ void faceOutwards(Mesh& mesh, const Task& task)
         flip(mesh, task);
 }
 
-class Search
+class SurfaceSearch
 {
 public:
-    Search(const DeviceTransform& transform, int gridPoints, const Task& task)
+    SurfaceSearch(const DeviceTransform& transform, int gridPoints, const Task& task)
         : m_transform(transform), m_requested(gridPoints), m_task(task),
           m_cells(transform, double(gridPoints) / effectiveGridPoints(-1, transform.channels()), task),
           m_volume(transform, m_cells, task)
@@ -260,7 +259,7 @@ private:
     // Takes colours of the interior as samples of the hull, too.
     Result<void> surfaceWithInterior(const Mesh& hull)
     {
-        const auto nodes = m_cells.nodes(Grid::Coarse);
+        const auto nodes = m_cells.nodes(DeviceCells::Grid::Coarse);
         if (!nodes)
             return failure(nodes);
         const auto added = coloursOutside(hull, m_transform, *nodes, m_task);
@@ -367,8 +366,8 @@ private:
         auto mesh = latticeOf(deviceSolid(m_transform, m_nodes, m_task),
                               deviceSolid(m_transform, halved(), m_task), fineness(), m_task.part(0.65, 0.9));
         if (channels() > 3 && mesh && !isNear(*mesh, cellsTolerance))
-            mesh = latticeOf(m_cells.solid(Grid::Coarse), m_cells.solid(Grid::Look), fineness(),
-                             m_task.part(0.65, 0.9));
+            mesh = latticeOf(m_cells.solid(DeviceCells::Grid::Coarse), m_cells.solid(DeviceCells::Grid::Look),
+                             fineness(), m_task.part(0.65, 0.9));
         if (!mesh)
             return failure(mesh);
         if (!isNear(*mesh, latticeTolerance))
@@ -422,7 +421,7 @@ int effectiveGridPoints(int requested, int channels)
 
 Result<FoundSurface> findSurface(const DeviceTransform& transform, int gridPoints, const Task& task)
 {
-    return Search(transform, gridPoints, task).run();
+    return SurfaceSearch(transform, gridPoints, task).run();
 }
 
 } // namespace velmora
