@@ -18,6 +18,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QFutureWatcher>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QStatusBar>
@@ -204,13 +205,17 @@ void MainWindow::readSession(const QString& file)
 {
     cancelSession();
     m_sessionTask = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
-    Threads::run(*QThreadPool::globalInstance(), SessionFile::read, file, m_sessionTask)
-        .then(this, [this, file, task = m_sessionTask](const Result<Session>& session) {
-            if (task->isCancelled())
-                return;
-            m_sessionTask.reset();
-            restore(session, file);
-        });
+    // A file may answer after the window is gone. QFuture::then() with the window as its context would end
+    // the process then; a watcher goes with the window.
+    auto* watcher = new QFutureWatcher<Result<Session>>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, file, task = m_sessionTask] {
+        watcher->deleteLater();
+        if (task->isCancelled())
+            return;
+        m_sessionTask.reset();
+        restore(watcher->result(), file);
+    });
+    watcher->setFuture(Threads::run(*QThreadPool::globalInstance(), SessionFile::read, file, m_sessionTask));
 }
 
 void MainWindow::cancelSession()

@@ -5,6 +5,7 @@
 #include "desktop/panels/KeyList.h"
 
 #include <QtCore/QMimeData>
+#include <QtCore/QThreadPool>
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtTest/QSignalSpy>
@@ -325,6 +326,17 @@ TEST_F(Window, staysUsableWhileASessionDoesNotAnswer)
     window.cancelLoading();
     EXPECT_TRUE(window.isComplete());
     window.readSession(pipe); // the window can also be closed
+}
+
+TEST_F(Window, canBeGoneWhenASessionAnswers)
+{
+    const QString pipe = path(QStringLiteral("pipe.kvsession"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    {
+        MainWindow other;
+        other.readSession(pipe);
+    }
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone()); // the work ends without its window
 }
 
 TEST_F(Window, remembersRecentFiles)
