@@ -344,7 +344,8 @@ TEST_P(ExportFormatTest, containsTheClosedSurfaceWithSharedVertices)
         EXPECT_EQ(int(surface.triangles.size()), answer[QLatin1String("faces")].toInt());
         EXPECT_TRUE(sharesItsPoints(surface));
         EXPECT_TRUE(isClosedAndManifold(surface));
-        EXPECT_NEAR(volumeOf(surface) / answer[QLatin1String("volume")].toDouble(), 1.0, 1e-6);
+        EXPECT_NEAR(volumeOf(surface), answer[QLatin1String("volume")].toDouble(),
+                    answer[QLatin1String("uncertainty")].toDouble());
         // Euler characteristic of a sphere: V - E + F = 2, with E = 3 F / 2
         EXPECT_EQ(2 * int(surface.points.size()) - int(surface.triangles.size()), 4);
     }
@@ -402,6 +403,16 @@ INSTANTIATE_TEST_SUITE_P(As, ExportFormatTest,
                                          Format{"stl", readStl}, Format{"gltf", readGltf},
                                          Format{"x3d", readX3d}, Format{"json", readJson}),
                          [](const auto& format) { return std::string(format.param.suffix); });
+
+TEST_F(ExportTest, jsonStatesTheVolumeOfItsSurface)
+{
+    const Answer answer = exported({sRGB, QStringLiteral("-o"), QStringLiteral("-"),
+                                    QStringLiteral("--format"), QStringLiteral("json")});
+    const QJsonObject gamut = QJsonDocument::fromJson(answer.output).array()[0].toObject();
+    const Surface surface = readJson(answer.output);
+    EXPECT_NEAR(gamut[QLatin1String("surface_volume")].toDouble() / volumeOf(surface), 1.0, 1e-6);
+    EXPECT_GT(gamut[QLatin1String("volume")].toDouble(), gamut[QLatin1String("surface_volume")].toDouble());
+}
 
 TEST_F(ExportTest, aSavedGamutIsLoadedAgain)
 {

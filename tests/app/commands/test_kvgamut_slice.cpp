@@ -128,7 +128,7 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
             kvgamut({QStringLiteral("volume"), profile, QStringLiteral("--format"), QStringLiteral("json")},
                     withoutDisplay());
         const double expected = number(QJsonDocument::fromJson(volume.output).array()[0], "volume");
-        EXPECT_NEAR(number(gamuts[0], "volume"), expected, 1e-4) << profile.toStdString();
+        EXPECT_NEAR(number(gamuts[0], "volume"), expected, 0.051) << profile.toStdString(); // rounded to 0.1
         const QJsonArray rings = gamuts[0].toObject()[QLatin1String("rings")].toArray();
         ASSERT_EQ(rings.size(), 10);
         double before = 0.0;
@@ -137,8 +137,9 @@ TEST_F(SliceTest, theOutermostRingEnclosesTheVolume)
             EXPECT_GE(number(rings[i], "area"), before);
             before = number(rings[i], "area");
         }
-        // a polygon of 360 corners is smaller than the smooth ring
-        EXPECT_NEAR(before / expected, 1.0, 3e-4) << profile.toStdString();
+        // a polygon of 360 corners is smaller than the smooth ring, and a surface than the volume of all
+        // colours
+        EXPECT_NEAR(before / expected, 1.0, 6e-4) << profile.toStdString();
     }
 }
 
@@ -280,7 +281,7 @@ TEST_F(SliceTest, theLegendStatesProfileIntentWhiteAndArea)
         EXPECT_TRUE(svg.contains(part)) << part;
     EXPECT_FALSE(svg.contains(cmyk.toUtf8()));
     const Answer rings = slice(QStringList{sRGB} + words("--rings --format svg"));
-    for (const char* part : {">volume 832,", "Gamut rings", ">RSS<", ">L* 10<", ">L* 50<", ">L* 100<"})
+    for (const char* part : {">volume 833,", "Gamut rings", ">RSS<", ">L* 10<", ">L* 50<", ">L* 100<"})
         EXPECT_TRUE(rings.output.contains(part)) << part;
     const Answer hue = slice(QStringList{sRGB} + words("--hue 40 --format svg"));
     for (const char* part : {">C*<", ">L*<", "hue h = 40"})

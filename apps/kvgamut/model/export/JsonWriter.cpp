@@ -26,6 +26,7 @@ QJsonObject kvJsonOf(const MeshNote& note)
             {QStringLiteral("black"), jsonOf(note.report.black)},
             {QStringLiteral("volume"), note.report.volume},
             {QStringLiteral("uncertainty"), note.report.volumeUncertainty},
+            {QStringLiteral("surface_volume"), note.report.surfaceVolume},
             {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
 }
 
