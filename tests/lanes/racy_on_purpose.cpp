@@ -3,6 +3,7 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <atomic>
 #include <cstdio>
 
 // A deliberate data race: a worker writes a variable that its owner reads, without synchronisation.
@@ -10,13 +11,15 @@
 namespace {
 
 volatile int shared = 0; // volatile, so that every write is made
+// The worker writes until it was read. Without order, so that this does not synchronise the accesses.
+std::atomic<bool> hasBeenRead = false;
 
 class RacyFunctor : public KVBackgroundTask<int>::Functor
 {
 public:
     int run() override
     {
-        for (int i = 0; i < 1000; ++i)
+        for (int i = 0; !hasBeenRead.load(std::memory_order_relaxed); ++i)
             shared = i;
         return 0;
     }
@@ -36,6 +39,7 @@ int main(int argc, char** argv)
     while (!finished) {
         QCoreApplication::processEvents();
         seen = shared;
+        hasBeenRead.store(true, std::memory_order_relaxed);
     }
     std::printf("%d\n", seen);
 }
