@@ -24,12 +24,23 @@ constexpr qint64 residentSlack = 32ll * 1024 * 1024;
 
 RandomHost* currentHost = nullptr; // receives the warnings
 
+// Messages that say nothing about the viewer.
+bool isOfTheSystem(const QString& text)
+{
+    // A top level that is shown, hidden and shown again before the X server has reported the first show: Qt
+    // notes the late report as "mapped". The window is shown as it should be. It depends on the server's
+    // speed.
+    return text.contains(
+               QLatin1String("QXcbWindow::setNetWmStateOnUnmappedWindow() called on mapped window")) ||
+           text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"));
+}
+
 void record(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     const bool isFault =
         type == QtWarningMsg || type == QtCriticalMsg ||
         text.startsWith(QLatin1String("QOpenGLFramebufferObject")); // those are debug messages
-    if (isFault && currentHost && !text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR")))
+    if (isFault && currentHost && !isOfTheSystem(text))
         currentHost->note(QStringLiteral("Qt warns: ") + text);
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "fatal: %s\n", qPrintable(text));
