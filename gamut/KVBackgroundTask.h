@@ -3,7 +3,7 @@
 
 #include <platform/KVCoreCommon.h>
 
-#include <gamut/WorkerThread.h>
+#include <gamut/WorkerPool.h>
 
 #include <QtCore/QFutureWatcher>
 #include <QtCore/QPromise>
@@ -51,7 +51,7 @@ public:
             m_current->cancel();
         if (m_pending)
             m_pending->cancel();
-        m_worker.wait();
+        m_pool.waitForDone();
         m_timer.reset();
         m_pending.reset();
         m_current.reset();
@@ -119,16 +119,16 @@ private:
         try {
             const auto promise = std::make_shared<QPromise<T>>();
             promise->start();
-            if (m_worker.run(
+            if (m_pool.tryStart(
                     [promise, functor = m_current]() mutable { fulfil(*promise, std::move(functor)); })) {
                 m_watcher.setFuture(promise->future());
                 return true;
             }
-            m_worker.wait();
+            m_pool.waitForDone();
             m_result = runFunctor(m_current);
         } catch (...) { // not enough memory; the worker may be running all the same
             m_current->cancel();
-            m_worker.wait();
+            m_pool.waitForDone();
         }
         return false;
     }
@@ -157,7 +157,7 @@ private:
         }
     }
 
-    WorkerThread m_worker;
+    WorkerPool m_pool;
     QFutureWatcher<T> m_watcher;
     QSharedPointer<Functor> m_current;
     QSharedPointer<Functor> m_pending;

@@ -8,21 +8,21 @@
 #include <thread>
 #include <utility>
 
-/// Runs functions one after the other on threads of its own. Not a QThreadPool, because a pool that cannot
-/// start its thread never runs anything, and waits for it for ever.
+/// A pool of one thread: runs functions one after the other. Not a QThreadPool, because that never runs
+/// anything if it cannot start its thread, and waits for it for ever.
 ///
 /// The functions of this class are called on one thread, or one at a time.
-class WorkerThread
+class WorkerPool
 {
 public:
-    WorkerThread() = default;
-    ~WorkerThread() { wait(); }
-    Q_DISABLE_COPY_MOVE(WorkerThread)
+    WorkerPool() = default;
+    ~WorkerPool() { waitForDone(); }
+    Q_DISABLE_COPY_MOVE(WorkerPool)
 
     /// Runs @p work when all earlier functions have returned. It must not throw.
     /// @return false if no thread can be started. Throws std::bad_alloc if there is not enough memory.
     template <typename Work>
-    [[nodiscard]] bool run(Work work)
+    [[nodiscard]] bool tryStart(Work work)
     {
         const auto next = std::make_shared<std::thread>();
         try {
@@ -39,7 +39,7 @@ public:
     }
 
     /// Waits until all functions have returned.
-    void wait()
+    void waitForDone()
     {
         if (m_last)
             m_last->join();
