@@ -35,6 +35,16 @@ double determinant(const Point& u, const Point& v, const Point& w)
            u[2] * (v[0] * w[1] - v[1] * w[0]);
 }
 
+double zonotopeVolume(const std::vector<Point>& vectors)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < vectors.size(); ++i)
+        for (std::size_t j = i + 1; j < vectors.size(); ++j)
+            for (std::size_t k = j + 1; k < vectors.size(); ++k)
+                sum += std::abs(determinant(vectors[i], vectors[j], vectors[k]));
+    return sum;
+}
+
 double volume(const std::vector<Face>& faces)
 {
     double sum = 0.0;

@@ -17,6 +17,10 @@ std::vector<Face> facesOf(const KVGamut::GamutObject& gamut);
 double determinant(const Point& u, const Point& v, const Point& w);
 Point minus(const Point& p, const Point& q);
 
+/// Volume of all sums of the vectors, each multiplied by a number from 0 to 1: the sum of the parallelepipeds
+/// of all triples.
+double zonotopeVolume(const std::vector<Point>& vectors);
+
 /// Volume by Gauss' theorem, relative to the origin.
 double volume(const std::vector<Face>& faces);
 

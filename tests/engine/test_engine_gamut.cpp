@@ -48,17 +48,6 @@ DeviceMap mixer(Lab start, std::vector<Lab> vectors)
     };
 }
 
-// Volume of a zonotope: the sum of the parallelepipeds of all triples of its vectors.
-double zonotopeVolume(const std::vector<Lab>& v)
-{
-    double sum = 0.0;
-    for (std::size_t i = 0; i < v.size(); ++i)
-        for (std::size_t j = i + 1; j < v.size(); ++j)
-            for (std::size_t k = j + 1; k < v.size(); ++k)
-                sum += std::abs(slow::determinant(v[i], v[j], v[k]));
-    return sum;
-}
-
 void expectSound(const KVGamut::GamutObject& gamut, const char* what)
 {
     const slow::Shape shape = slow::shapeOf(slow::facesOf(gamut));
@@ -242,7 +231,7 @@ TEST(Gamut, ofAMirroringDeviceFacesOutwards)
 {
     const std::vector<Lab> vectors{{20, -60, 20}, {50, 40, 0}, {10, 0, -70}}; // two swapped: left-handed
     const auto gamut = gamutOf(opened(tableProfile(cmsSigRgbData, 2, mixer({10, 5, 20}, vectors))));
-    const double volume = zonotopeVolume(vectors);
+    const double volume = slow::zonotopeVolume(vectors);
     EXPECT_NEAR(gamut.volume(), volume, 1e-4 * volume);
     expectSound(gamut, "mirrored");
 }
@@ -252,7 +241,7 @@ TEST(Gamut, ofFourMixedInksIsTheirZonotope)
     const std::vector<Lab> inks{{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
     const auto gamut = gamutOf(opened(tableProfile(cmsSigCmykData, 2, mixer({95, 0, 0}, inks))));
     EXPECT_EQ(gamut.method(), KVGamut::Method::RadialHull);
-    const double volume = zonotopeVolume(inks);
+    const double volume = slow::zonotopeVolume(inks);
     EXPECT_NEAR(gamut.volume(), volume, 0.001 * volume);
     expectSound(gamut, "four inks");
 }
@@ -271,7 +260,7 @@ TEST(Gamut, ofManyMixedInksIsTheirZonotope)
         const auto profile = opened(tableProfile(spaces[n - 5], 2, mixer({97, 0, 0}, used)));
         KVGamut::GamutObject gamut;
         const work::Work cost = work::of([&] { gamut = gamutOf(profile); });
-        const double volume = zonotopeVolume(used);
+        const double volume = slow::zonotopeVolume(used);
         // From eleven inks on there are fewer samples, because every channel doubles the time of a transform.
         const double tolerance = n <= 10 ? 0.001 : 0.01;
         EXPECT_NEAR(gamut.volume(), volume, tolerance * volume)

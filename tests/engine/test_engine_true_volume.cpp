@@ -21,16 +21,6 @@ namespace {
 
 using Vectors = std::vector<Point>;
 
-double zonotopeVolume(const Vectors& v)
-{
-    double sum = 0.0;
-    for (std::size_t i = 0; i < v.size(); ++i)
-        for (std::size_t j = i + 1; j < v.size(); ++j)
-            for (std::size_t k = j + 1; k < v.size(); ++k)
-                sum += std::abs(slow::determinant(v[i], v[j], v[k]));
-    return sum;
-}
-
 TableMap mixer(const Point& start, const Vectors& vectors)
 {
     return [=](const std::vector<double>& place) {
@@ -93,8 +83,8 @@ TEST(TrueVolume, ofAnAffineDeviceIsExact)
         Vectors axes = threeAxes;
         if (isMirrored)
             std::swap(axes[0], axes[1]);
-        expectVolume(written(profileOf(cmsSigRgbData, 3, 5, mixer({15, 0, 20}, axes))), zonotopeVolume(axes),
-                     3e-5, "affine");
+        expectVolume(written(profileOf(cmsSigRgbData, 3, 5, mixer({15, 0, 20}, axes))),
+                     slow::zonotopeVolume(axes), 3e-5, "affine");
     }
 }
 
@@ -104,15 +94,16 @@ TEST(TrueVolume, countsRepeatedlyReachedColoursOnce)
         const TableMap map = [turn](const std::vector<double>& d) {
             return mixer({15, 0, 20}, threeAxes)({tent(d[0], turn), tent(d[1], turn), d[2]});
         };
-        expectVolume(written(profileOf(cmsSigRgbData, 3, 9, map)), zonotopeVolume(threeAxes), 2e-4, "folded");
+        expectVolume(written(profileOf(cmsSigRgbData, 3, 9, map)), slow::zonotopeVolume(threeAxes), 2e-4,
+                     "folded");
     }
 }
 
 TEST(TrueVolume, ofAThinSolidIsExact)
 {
     const Vectors axes{{20, 10, 0}, {0, 20, 10}, {0.1, 0.1, -0.2}};
-    expectVolume(written(profileOf(cmsSigRgbData, 3, 9, mixer({30, 0, 0}, axes))), zonotopeVolume(axes), 1e-4,
-                 "thin");
+    expectVolume(written(profileOf(cmsSigRgbData, 3, 9, mixer({30, 0, 0}, axes))), slow::zonotopeVolume(axes),
+                 1e-4, "thin");
 }
 
 TEST(TrueVolume, leavesOutFlatCells)
@@ -123,7 +114,7 @@ TEST(TrueVolume, leavesOutFlatCells)
     TableProfile profile = profileOf(cmsSigRgbData, 3, 9, map);
     profile.type = TableType::Mft1; // many points of a coarse lattice are in one plane
     const TrueVolume truth = trueVolume(written(profile));
-    EXPECT_NEAR(truth.volume, zonotopeVolume(threeAxes), 0.02 * truth.volume);
+    EXPECT_NEAR(truth.volume, slow::zonotopeVolume(threeAxes), 0.02 * truth.volume);
     EXPECT_LE(truth.error, 1e-3 * truth.volume);
 }
 
@@ -138,7 +129,7 @@ TEST(TrueVolume, ofZonotopesOfFourToSevenInks)
             vectors.push_back({random.between(-12, -1), random.between(-40, 40), random.between(-40, 40)});
         const auto [space, nodes] = spaces[inks - 4];
         expectVolume(written(profileOf(space, inks, nodes, mixer({97, 0, 0}, vectors))),
-                     zonotopeVolume(vectors), 1e-3, qPrintable(QString::number(inks)));
+                     slow::zonotopeVolume(vectors), 1e-3, qPrintable(QString::number(inks)));
     }
 }
 
@@ -148,7 +139,8 @@ TEST(TrueVolume, includesColoursOfInteriorInks)
     const TableMap map = [](const std::vector<double>& d) {
         return mixer({15, 0, 20}, threeAxes)({d[0] * tent(d[3], 0.5), d[1], d[2]});
     };
-    expectVolume(written(profileOf(cmsSigCmykData, 4, 9, map)), zonotopeVolume(threeAxes), 1e-3, "interior");
+    expectVolume(written(profileOf(cmsSigCmykData, 4, 9, map)), slow::zonotopeVolume(threeAxes), 1e-3,
+                 "interior");
 }
 
 // What an ink prints beyond its peak it prints before the peak, too.

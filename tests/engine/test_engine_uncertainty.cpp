@@ -26,17 +26,6 @@ MappedDevice mixer(slow::Point start, const Vectors& vectors)
     });
 }
 
-// Volume of a zonotope: the sum of the parallelepipeds of all triples of its vectors.
-double zonotopeVolume(const Vectors& v)
-{
-    double sum = 0.0;
-    for (std::size_t i = 0; i < v.size(); ++i)
-        for (std::size_t j = i + 1; j < v.size(); ++j)
-            for (std::size_t k = j + 1; k < v.size(); ++k)
-                sum += std::abs(slow::determinant(v[i], v[j], v[k]));
-    return sum;
-}
-
 GamutRecord built(const MappedDevice& device, int gridPoints)
 {
     GamutRequest request;
@@ -71,23 +60,23 @@ TEST(Uncertainty, coversTheParallelepipedOfAnAffineDevice)
 {
     const Vectors vectors{{50, 40, 0}, {20, -60, 20}, {10, 0, -70}};
     for (int grid : {3, 9, 17, 33, 65})
-        expectCovered(mixer({10, 5, 20}, vectors), grid, zonotopeVolume(vectors), 1e-5, "affine");
+        expectCovered(mixer({10, 5, 20}, vectors), grid, slow::zonotopeVolume(vectors), 1e-5, "affine");
 }
 
 TEST(Uncertainty, coversTheParallelepipedOfAMirroringDevice)
 {
     const Vectors vectors{{20, -60, 20}, {50, 40, 0}, {10, 0, -70}};
     for (int grid : {3, 9, 17, 33, 65})
-        expectCovered(mixer({10, 5, 20}, vectors), grid, zonotopeVolume(vectors), 1e-5, "mirrored");
+        expectCovered(mixer({10, 5, 20}, vectors), grid, slow::zonotopeVolume(vectors), 1e-5, "mirrored");
 }
 
 TEST(Uncertainty, coversTheZonotopeOfFourInks)
 {
     const Vectors inks{{-20, -30, -30}, {-25, 40, -5}, {-5, -3, 60}, {-35, 2, 3}};
     for (int grid : {9, 17, 33, 65})
-        expectCovered(mixer({95, 0, 0}, inks), grid, zonotopeVolume(inks), 0.05, "four inks");
+        expectCovered(mixer({95, 0, 0}, inks), grid, slow::zonotopeVolume(inks), 0.05, "four inks");
     for (unsigned seed = 1; seed <= 5; ++seed)
-        expectCovered(mixer({95, 0, 0}, someInks(4, seed)), -1, zonotopeVolume(someInks(4, seed)), 0.01,
+        expectCovered(mixer({95, 0, 0}, someInks(4, seed)), -1, slow::zonotopeVolume(someInks(4, seed)), 0.01,
                       "four inks " + std::to_string(seed));
 }
 
@@ -96,7 +85,7 @@ TEST(Uncertainty, coversTheZonotopesOfFiveToTenInks)
     for (int n = 5; n <= 10; ++n)
         for (unsigned seed = 1; seed <= 3; ++seed) {
             const Vectors inks = someInks(n, seed);
-            expectCovered(mixer({97, 0, 0}, inks), -1, zonotopeVolume(inks), 0.01,
+            expectCovered(mixer({97, 0, 0}, inks), -1, slow::zonotopeVolume(inks), 0.01,
                           std::to_string(n) + " inks " + std::to_string(seed));
         }
 }
@@ -107,7 +96,7 @@ TEST(Uncertainty, coversTheZonotopesOfElevenToFifteenInks)
     for (int n = 11; n <= 15; ++n)
         for (unsigned seed = 1; seed <= 5; ++seed) {
             const Vectors inks = someInks(n, seed);
-            expectCovered(mixer({97, 0, 0}, inks), -1, zonotopeVolume(inks), 0.05,
+            expectCovered(mixer({97, 0, 0}, inks), -1, slow::zonotopeVolume(inks), 0.05,
                           std::to_string(n) + " inks " + std::to_string(seed));
         }
 }

@@ -3,6 +3,7 @@
 
 #include "MappedDevice.h"
 #include "Problems.h"
+#include "SlowGeometry.h"
 #include "TestProfiles.h"
 
 #include <engine/mesh/LineCover.h>
@@ -37,15 +38,12 @@ const std::vector<Vec3>& fourInks()
     return inks;
 }
 
-// The sum of the parallelepipeds of all triples.
-double zonotopeVolume(const std::vector<Vec3>& v)
+double zonotopeVolume(const std::vector<Vec3>& vectors)
 {
-    double sum = 0.0;
-    for (std::size_t i = 0; i < v.size(); ++i)
-        for (std::size_t j = i + 1; j < v.size(); ++j)
-            for (std::size_t k = j + 1; k < v.size(); ++k)
-                sum += std::abs(dot(v[i], cross(v[j], v[k])));
-    return sum;
+    std::vector<slow::Point> points;
+    for (const Vec3& v : vectors)
+        points.push_back({v.L, v.a, v.b});
+    return slow::zonotopeVolume(points);
 }
 
 DeviceNodes evenNodes(int channels, int count)

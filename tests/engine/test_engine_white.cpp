@@ -129,6 +129,16 @@ void PrintTo(const Used& used, std::ostream* out)
     *out << qPrintable(used.table) << (used.isFallback ? " (fallback)" : "") << " L* " << used.top;
 }
 
+/// A table of floating-point numbers: L* is 80 times the first channel, a* and b* are 40 times the others.
+void writeFloatTable(cmsHPROFILE profile, cmsTagSignature tag)
+{
+    const std::array<cmsFloat64Number, 9> scale{80, 0, 0, 0, 40, 0, 0, 0, 40};
+    cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 3, 3);
+    cmsPipelineInsertStage(pipeline, cmsAT_END, cmsStageAllocMatrix(nullptr, 3, 3, scale.data(), nullptr));
+    EXPECT_TRUE(cmsWriteTag(profile, tag, pipeline));
+    cmsPipelineFree(pipeline);
+}
+
 Used usedBy(const QByteArray& bytes, KVVMRenderType intent)
 {
     const KVGamut::GamutObject gamut = computed(bytes, with(intent, false, Adaptation::Full, 5));
@@ -388,15 +398,8 @@ TEST(ColorTable, isCalledMatrixIfThereIsNone)
 
 TEST(ColorTable, withFloatingPointNumbersIsPreferred)
 {
-    const QByteArray bytes = edited(boxProfile({{"A2B0", 50}, {"A2B1", 60}}), [](cmsHPROFILE profile) {
-        // Lab of L* 100 d0, a* and b* of 0 to 40, as the numbers themselves
-        const std::array<cmsFloat64Number, 9> scale{80, 0, 0, 0, 40, 0, 0, 0, 40};
-        cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 3, 3);
-        cmsPipelineInsertStage(pipeline, cmsAT_END,
-                               cmsStageAllocMatrix(nullptr, 3, 3, scale.data(), nullptr));
-        EXPECT_TRUE(cmsWriteTag(profile, cmsSigDToB1Tag, pipeline));
-        cmsPipelineFree(pipeline);
-    });
+    const QByteArray bytes = edited(boxProfile({{"A2B0", 50}, {"A2B1", 60}}),
+                                    [](cmsHPROFILE profile) { writeFloatTable(profile, cmsSigDToB1Tag); });
     EXPECT_EQ(usedBy(bytes, relative), used("D2B1", false, 80));
     EXPECT_EQ(usedBy(bytes, perceptual), used("A2B0", false, 50));
     EXPECT_EQ(usedBy(bytes, absolute), used("A2B1", false, 60));
@@ -406,12 +409,7 @@ TEST(ColorTable, withFloatingPointNumbersIsPreferred)
 TEST(ColorTable, ofTheAbsoluteIntentIsNotScaled)
 {
     const QByteArray bytes = edited(boxProfile({{"A2B1", 60}}), [](cmsHPROFILE profile) {
-        const std::array<cmsFloat64Number, 9> scale{80, 0, 0, 0, 40, 0, 0, 0, 40};
-        cmsPipeline* pipeline = cmsPipelineAlloc(nullptr, 3, 3);
-        cmsPipelineInsertStage(pipeline, cmsAT_END,
-                               cmsStageAllocMatrix(nullptr, 3, 3, scale.data(), nullptr));
-        EXPECT_TRUE(cmsWriteTag(profile, cmsSigDToB3Tag, pipeline));
-        cmsPipelineFree(pipeline);
+        writeFloatTable(profile, cmsSigDToB3Tag);
         const cmsCIEXYZ paper{0.72, 0.75, 0.56};
         EXPECT_TRUE(cmsWriteTag(profile, cmsSigMediaWhitePointTag, &paper));
     });

@@ -54,7 +54,7 @@ TEST(GamutRings, ofABoxOffTheAxisEncloseItsVolume)
 {
     // the gamut does not contain the axis, so that most hues have no colours
     const GamutRings rings = gamutRings(box({25, 20, -10}, {75, 60, 30}), 10.0, 7200);
-    EXPECT_NEAR(rings.volume(), 50.0 * 40.0 * 40.0, 50.0);
+    EXPECT_NEAR(ringArea(rings.rings.last()), 50.0 * 40.0 * 40.0, 50.0);
     EXPECT_NEAR(ringArea(rings.rings[4]), 25.0 * 40.0 * 40.0, 25.0); // up to L* 50
     EXPECT_EQ(ringArea(rings.rings[1]), 0.0);                        // up to L* 20
     EXPECT_NEAR(rings.rings.last()[3600].x(), 0.0, 1e-9);            // hue 180
@@ -64,7 +64,7 @@ TEST(GamutRings, excludeCavities)
 {
     const Solid solid = cylinder(0, 100, 50) + cylinder(20, 80, 30, true);
     const double volume = std::numbers::pi * (2500.0 * 100.0 - 900.0 * 60.0);
-    EXPECT_NEAR(gamutRings(solid).volume() / volume, 1.0, 2e-4);
+    EXPECT_NEAR(ringArea(gamutRings(solid).rings.last()) / volume, 1.0, 2e-4);
 }
 
 TEST(GamutRings, countWhatIsDarkerThanBlackToTheFirst)
@@ -86,7 +86,6 @@ TEST(GamutRings, startAtTheHueOfA)
 TEST(GamutRings, areEmptyForAnEmptySurface)
 {
     EXPECT_TRUE(gamutRings({}).rings.isEmpty());
-    EXPECT_EQ(gamutRings({}).volume(), 0.0);
 }
 
 } // namespace

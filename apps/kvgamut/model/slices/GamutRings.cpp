@@ -98,11 +98,6 @@ QList<Edge> edgesAtHue(const KVGamut::Mesh& surface, double h)
 
 } // namespace
 
-double GamutRings::volume() const
-{
-    return rings.isEmpty() ? 0.0 : ringArea(rings.last());
-}
-
 GamutRings gamutRings(const KVGamut::Mesh& surface, double step, int hues)
 {
     GamutRings result;

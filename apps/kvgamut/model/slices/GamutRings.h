@@ -24,9 +24,6 @@ struct GamutRings
     /// A polygon each, from the innermost outwards: its corners are at equal steps of hue, from +a*
     /// (hue 0) towards +b*. Coordinates a*RSS and b*RSS, dE76 to the power of 3/2.
     QList<QPolygonF> rings;
-
-    /// Area of the outermost ring: the volume, dE76 cubed. 0 without rings.
-    double volume() const;
 };
 
 /// The rings of a closed surface from the exact cuts at @p hues hue angles (even). Volume below the first
