@@ -13,6 +13,8 @@
 #include <engine/surface/GamutBuilder.h>
 #include <gamut/GamutMeshes.h>
 
+#include "engine/devices/RandomDevices.h"
+
 #include <QtCore/QFile>
 
 #include <algorithm>
@@ -124,13 +126,17 @@ void restore(const QHash<QString, QVariant>& saved, const Check& check)
     (void)KVGamut::GamutData(*std::move(record), task).outline(task);
 }
 
-void measureAll(const char* name, const QString& path, int grid, int runs)
+QByteArray bytesOf(const QString& path)
 {
-    std::printf("%s, grid %d\n", name, grid);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         fail("a profile is missing");
-    const QByteArray bytes = file.readAll();
+    return file.readAll();
+}
+
+void measureAll(const char* name, const QByteArray& bytes, int grid, int runs)
+{
+    std::printf("%s, grid %d\n", name, grid);
     const KVGamut::Settings settings{.gridPoints = grid};
     KVGamut::GamutObject gamut;
     const KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
@@ -154,8 +160,13 @@ int main(int argc, char** argv)
     const int runs = argc > 1 ? std::clamp(std::atoi(argv[1]), 1, 1000) : 5;
     std::printf("longest time between two looks for cancellation, %d runs\n", runs);
     for (int grid : {33, 65, 129}) {
-        measureAll("sRGB", QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"), grid, runs);
-        measureAll("CMYK", QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"), grid, runs);
+        measureAll("sRGB", bytesOf(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc")), grid, runs);
+        measureAll("CMYK", bytesOf(QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc")), grid,
+                   runs);
     }
+    // devices whose colours are measured in all cells of the device hypercube
+    constexpr unsigned seed = 1;
+    for (const char* name : {"fold-smooth-3", "cmyk-inverting", "cmyk-extremum", "inks6-noise"})
+        measureAll(name, kvdevices::deviceProfile(name, seed), -1, 1 + runs / 5);
     return withinLimits ? 0 : 1;
 }

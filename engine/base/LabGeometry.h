@@ -38,9 +38,23 @@ inline Vec3 cross(Vec3 p, Vec3 q)
     return {p.a * q.b - p.b * q.a, p.b * q.L - p.L * q.b, p.L * q.a - p.a * q.L};
 }
 
+inline double squaredLength(Vec3 p)
+{
+    return dot(p, p);
+}
+
 inline double length(Vec3 p)
 {
-    return std::sqrt(dot(p, p));
+    return std::sqrt(squaredLength(p));
+}
+
+/// The point between @p p and @p q that is nearest to @p x. Both may be equal.
+inline Vec3 nearestOnSegment(Vec3 x, Vec3 p, Vec3 q)
+{
+    const Vec3 along = q - p;
+    const double size = squaredLength(along);
+    const double t = size > 0.0 ? std::clamp(dot(x - p, along) / size, 0.0, 1.0) : 0.0;
+    return t == 1.0 ? q : p + t * along;
 }
 
 inline bool isFinite(Vec3 p)

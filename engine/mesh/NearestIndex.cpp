@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "NearestIndex.h"
 
+#include <engine/base/Parts.h>
+
 #include <algorithm>
 #include <limits>
 
 namespace velmora {
 namespace {
-
-double squared(Vec3 p)
-{
-    return dot(p, p);
-}
-
-Vec3 nearestOnSegment(Vec3 x, Vec3 p, Vec3 q)
-{
-    const Vec3 along = q - p;
-    const double size = squared(along);
-    const double t = size > 0.0 ? std::clamp(dot(x - p, along) / size, 0.0, 1.0) : 0.0;
-    return t == 1.0 ? q : p + t * along;
-}
 
 Vec3 lower(Vec3 p, Vec3 q)
 {
@@ -44,7 +33,7 @@ constexpr int trianglesPerLeaf = 4;
 Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r)
 {
     const Vec3 normal = cross(q - p, r - p);
-    const double size = squared(normal);
+    const double size = squaredLength(normal);
     if (size > 0.0) {
         const auto leftOf = [&](Vec3 from, Vec3 to) {
             return dot(cross(to - from, x - from), normal) >= 0.0;
@@ -54,30 +43,32 @@ Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r)
     }
     Vec3 best = nearestOnSegment(x, p, q);
     for (const Vec3& other : {nearestOnSegment(x, q, r), nearestOnSegment(x, r, p)})
-        if (squared(other - x) < squared(best - x))
+        if (squaredLength(other - x) < squaredLength(best - x))
             best = other;
     return best;
 }
 
 double NearestIndex::Box::squaredDistance(Vec3 x) const
 {
-    return squared(x - upper(low, lower(high, x)));
+    return squaredLength(x - upper(low, lower(high, x)));
 }
 
-NearestIndex::NearestIndex(const Mesh& mesh)
+NearestIndex::NearestIndex(const Mesh& mesh, const Task& task)
 {
     m_triangles.reserve(mesh.triangles.size());
-    for (const Triangle& t : mesh.triangles)
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t i) {
+        const Triangle& t = mesh.triangles[i];
         m_triangles.push_back({toVec3(mesh.lab[static_cast<std::size_t>(t[0])]),
                                toVec3(mesh.lab[static_cast<std::size_t>(t[1])]),
                                toVec3(mesh.lab[static_cast<std::size_t>(t[2])])});
+    });
     m_nodes.reserve(m_triangles.size());
     if (!m_triangles.empty())
-        build(m_triangles, 0, static_cast<int>(m_triangles.size()));
+        build(m_triangles, 0, static_cast<int>(m_triangles.size()), task);
 }
 
 // Splits at the median along the longest side of the box. With 2^31 triangles the depth is 30.
-int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int count)
+int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int count, const Task& task)
 {
     const int place = static_cast<int>(m_nodes.size());
     m_nodes.emplace_back();
@@ -87,7 +78,8 @@ int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int c
         for (const Vec3& p : *t)
             box = {lower(box.low, p), upper(box.high, p)};
     m_nodes[static_cast<std::size_t>(place)] = {box, 0, first, count};
-    if (count <= trianglesPerLeaf)
+    constexpr int minToLook = 512;
+    if (count <= trianglesPerLeaf || (count >= minToLook && task.isCancelled()))
         return place;
 
     const Vec3 size = box.high - box.low;
@@ -98,8 +90,8 @@ int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int c
     const int half = count / 2;
     std::nth_element(begin, begin + half, begin + count,
                      [&](const TrianglePoints& s, const TrianglePoints& t) { return middle(s) < middle(t); });
-    build(triangles, first, half);
-    const int second = build(triangles, first + half, count - half);
+    build(triangles, first, half, task);
+    const int second = build(triangles, first + half, count - half, task);
     m_nodes[static_cast<std::size_t>(place)].count = 0;
     m_nodes[static_cast<std::size_t>(place)].secondChild = second;
     return place;
@@ -116,7 +108,7 @@ Vec3 NearestIndex::nearest(Vec3 x) const
     std::size_t count = 0;
     open[count++] = {0, m_nodes.front().box.squaredDistance(x)};
     Vec3 best = m_triangles.front()[0];
-    double bestSquared = squared(best - x);
+    double bestSquared = squaredLength(best - x);
     while (count > 0) {
         const Open next = open[--count];
         if (next.squaredDistance > bestSquared)
@@ -125,7 +117,7 @@ Vec3 NearestIndex::nearest(Vec3 x) const
         for (int i = node.first; i < node.first + node.count; ++i) {
             const TrianglePoints& t = m_triangles[static_cast<std::size_t>(i)];
             const Vec3 candidate = nearestOnTriangle(x, t[0], t[1], t[2]);
-            if (const double distance = squared(candidate - x); distance < bestSquared) {
+            if (const double distance = squaredLength(candidate - x); distance < bestSquared) {
                 best = candidate;
                 bestSquared = distance;
             }

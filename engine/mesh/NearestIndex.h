@@ -16,7 +16,8 @@ class NearestIndex
 {
 public:
     NearestIndex() = default;
-    explicit NearestIndex(const Mesh& mesh);
+    /// If @p task is cancelled, the index must not be used.
+    explicit NearestIndex(const Mesh& mesh, const Task& task = {});
 
     /// The mesh must have triangles, and @p x must be finite. Deterministic if several points are equally
     /// near.
@@ -39,7 +40,7 @@ private:
     };
     using TrianglePoints = std::array<Vec3, 3>;
 
-    int build(std::vector<TrianglePoints>& triangles, int first, int count);
+    int build(std::vector<TrianglePoints>& triangles, int first, int count, const Task& task);
 
     std::vector<TrianglePoints> m_triangles; // sorted by leaf
     std::vector<Node> m_nodes;

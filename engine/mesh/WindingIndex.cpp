@@ -2,6 +2,7 @@
 #include "WindingIndex.h"
 
 #include "Columns.h"
+#include <engine/base/Parts.h>
 
 #include <algorithm>
 #include <numeric>
@@ -10,8 +11,11 @@ namespace velmora {
 
 // About 128 cells along the longer side. For a display gamut a cell is then 2 dE wide and lists about ten
 // faces.
-WindingIndex::WindingIndex(const Mesh& mesh) : m_points(latticePoints(mesh)), m_triangles(mesh.triangles)
+WindingIndex::WindingIndex(const Mesh& mesh, const Task& task)
+    : m_points(latticePoints(mesh, task)), m_triangles(mesh.triangles)
 {
+    if (task.isCancelled())
+        m_points.clear();
     if (m_points.empty())
         return;
     const LatticeBox box = boundsOf(m_points);
@@ -40,15 +44,20 @@ WindingIndex::WindingIndex(const Mesh& mesh) : m_points(latticePoints(mesh)), m_
                       static_cast<std::size_t>(i));
     };
     m_first.assign(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(rows) + 1, 0);
-    for (const Triangle& t : m_triangles)
-        forCells(t, [this](std::size_t cell) { ++m_first[cell + 1]; });
+    forEachIndex(m_triangles.size(), task, [&](std::size_t f) {
+        forCells(m_triangles[f], [this](std::size_t cell) { ++m_first[cell + 1]; });
+    });
     std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
     m_listed.resize(static_cast<std::size_t>(m_first.back()));
     std::vector<int> next(m_first.begin(), m_first.end() - 1);
-    for (std::size_t f = 0; f < m_triangles.size(); ++f)
+    // if the counts are incomplete, this loop is cancelled at its beginning
+    const bool complete = forEachIndex(m_triangles.size(), task, [&](std::size_t f) {
         forCells(m_triangles[f], [&](std::size_t cell) {
             m_listed[static_cast<std::size_t>(next[cell]++)] = static_cast<int>(f);
         });
+    });
+    if (!complete)
+        m_points.clear();
 }
 
 bool WindingIndex::isInside(Vec3 point) const

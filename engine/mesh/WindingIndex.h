@@ -15,7 +15,8 @@ class WindingIndex
 {
 public:
     WindingIndex() = default;
-    explicit WindingIndex(const Mesh& mesh);
+    /// If @p task is cancelled, no point is inside.
+    explicit WindingIndex(const Mesh& mesh, const Task& task = {});
 
     /// False if @p point is not finite or out of range.
     [[nodiscard]] bool isInside(Vec3 point) const;

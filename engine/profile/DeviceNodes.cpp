@@ -231,18 +231,6 @@ DeviceNodes alignedNodes(const DeviceTransform& transform, const DeviceNodes& eq
     return nodes;
 }
 
-namespace {
-
-double distanceFromSegment(const Vec3& x, const Vec3& p, const Vec3& q)
-{
-    const Vec3 along = q - p;
-    const double squared = dot(along, along);
-    const double share = squared > 0.0 ? std::clamp(dot(x - p, along) / squared, 0.0, 1.0) : 0.0;
-    return length(x - (p + share * along));
-}
-
-} // namespace
-
 Result<bool> isLinearBetweenTableNodes(const DeviceTransform& transform, const Task& task)
 {
     const auto table = transform.tableNodes();
@@ -270,7 +258,7 @@ Result<bool> isLinearBetweenTableNodes(const DeviceTransform& transform, const T
         return failure(lab);
     double sum = 0.0;
     for (std::size_t i = 0; i < lab->size(); i += 3)
-        sum += distanceFromSegment((*lab)[i + 1], (*lab)[i], (*lab)[i + 2]);
+        sum += length((*lab)[i + 1] - nearestOnSegment((*lab)[i + 1], (*lab)[i], (*lab)[i + 2]));
     constexpr double maxMean = 0.005; // dE; about what the encoding of a table rounds by
     return sum <= maxMean * double(samples);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CellUnion.h"
 
+#include <engine/base/Parts.h>
+
 #include <algorithm>
 #include <numeric>
 
@@ -76,11 +78,10 @@ private:
 };
 
 // Lines at the centres of squares over the projection of the points.
-LineGrid linesOver(const std::vector<Vec3>& points, int linesAcross)
+LineGrid linesOver(const std::vector<Vec3>& points, int linesAcross, const Task& task)
 {
     Box box(points.front());
-    for (const Vec3& p : points)
-        box.add(p);
+    forEachIndex(points.size(), task, [&](std::size_t i) { box.add(points[i]); });
     constexpr double minExtent = 1e-3;
     constexpr double maxLinesAcross = 1024.0; // of a solid that is thin when seen along the lines
     const double a = std::max(box.high.a - box.low.a, minExtent);
@@ -98,8 +99,9 @@ class Union
 {
 public:
     /// @param margin cells and tetrahedra are left out only if what is within this distance is covered
-    Union(const NodeGrid& grid, const std::vector<Vec3>& points, const LineGrid& lines, double margin = 0.0)
-        : m_grid(grid), m_points(points), m_cover(lines), m_margin{margin, margin, margin}
+    Union(const NodeGrid& grid, const std::vector<Vec3>& points, const LineGrid& lines, double margin,
+          const Task& task)
+        : m_grid(grid), m_points(points), m_cover(lines), m_margin{margin, margin, margin}, m_task(task)
     {
         const std::size_t n = grid.channels();
         for (unsigned corner = 0; corner < 1u << n; ++corner) {
@@ -110,7 +112,7 @@ public:
         }
     }
 
-    // @return the number of intersections
+    // @return the number of intersections; incomplete if the task is cancelled
     std::size_t addCell(std::size_t cell)
     {
         const std::size_t n = m_grid.channels();
@@ -145,7 +147,7 @@ private:
         const unsigned freeMask = 1u << free[0] | 1u << free[1] | 1u << free[2];
         std::size_t count = 0;
         for (unsigned corner = 0; corner < m_corners.size(); ++corner)
-            if (!(corner & freeMask) && !(corner & ~atEnd))
+            if (!(corner & freeMask) && !(corner & ~atEnd) && !isCancelledAfter(1))
                 count += addFace(low + m_corners[corner], free);
         return count;
     }
@@ -159,12 +161,14 @@ private:
             0, step[0], step[1], step[2], step[0] + step[1], step[1] + step[2], step[0] + step[2], high};
         if (isCovered(low, corners))
             return 0;
-        constexpr std::array<std::array<std::size_t, 2>, 6> orders{
-            {{0, 1}, {1, 2}, {2, 0}, {1, 0}, {2, 1}, {0, 2}}};
         std::size_t count = 0;
-        for (const auto& order : orders) {
-            const std::size_t second = low + step[order[0]], third = second + step[order[1]];
-            count += m_cover.add(m_points[low], m_points[second], m_points[third], m_points[low + high]);
+        for (const auto& path : kuhnPaths) {
+            const std::size_t second = low + step[path[0]], third = second + step[path[1]];
+            const std::size_t lines =
+                m_cover.add(m_points[low], m_points[second], m_points[third], m_points[low + high]);
+            count += lines;
+            if (isCancelledAfter(lines / 16))
+                return count;
             if (m_margin.L > 0.0)
                 m_tetrahedra.push_back({static_cast<int>(low), static_cast<int>(second),
                                         static_cast<int>(third), static_cast<int>(low + high)});
@@ -181,10 +185,26 @@ private:
         return m_cover.covers(box.low - m_margin, box.high + m_margin);
     }
 
+    // Looks for cancellation once in a millisecond. Work is counted in faces; to intersect 16 lines takes as
+    // long as a face that is covered.
+    bool isCancelledAfter(std::size_t work)
+    {
+        constexpr std::size_t workBetweenLooks = 1024;
+        m_work += work;
+        if (m_work >= workBetweenLooks) {
+            m_work = 0;
+            m_isCancelled = m_task.isCancelled();
+        }
+        return m_isCancelled;
+    }
+
     const NodeGrid& m_grid;
     const std::vector<Vec3>& m_points;
     LineCover m_cover;
     Vec3 m_margin;
+    const Task& m_task;
+    std::size_t m_work = 0; // since the last look
+    bool m_isCancelled = false;
     std::vector<std::array<int, 4>> m_tetrahedra;
     std::vector<std::size_t> m_corners; // of a cell, relative to its lowest
 };
@@ -192,7 +212,7 @@ private:
 Result<void> addCells(Union& all, const NodeGrid& grid, UnionBudget& budget, const Task& task)
 {
     const CellOrder order(grid);
-    const std::size_t cellsBetweenLooks = grid.channels() > 4 ? 1 : 16;
+    constexpr std::size_t cellsBetweenLooks = 16;
     for (std::size_t i = 0; i < order.count(); ++i) {
         if (i % cellsBetweenLooks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
@@ -224,9 +244,8 @@ Result<LineCover> cellUnion(const DeviceTransform& transform, const DeviceNodes&
     auto points = transform.toLab(grid.colours(task), task.part(0.0, 0.3));
     if (!points)
         return failure(points);
-    for (Vec3& p : *points)
-        p = turned(p);
-    Union all(grid, *points, linesOver(*points, linesAcross));
+    forEachIndex(points->size(), task, [&](std::size_t i) { (*points)[i] = turned((*points)[i]); });
+    Union all(grid, *points, linesOver(*points, linesAcross, task), 0.0, task);
     if (const auto added = addCells(all, grid, budget, task); !added)
         return failure(added);
     return all.takeCover();
@@ -244,8 +263,8 @@ Result<DeviceSolid> cellSolid(const DeviceTransform& transform, const DeviceNode
     if (!points)
         return failure(points);
     solid.points = std::move(*points);
-    const LineGrid lines = linesOver(solid.points, linesAcross);
-    Union all(grid, solid.points, lines, lines.step);
+    const LineGrid lines = linesOver(solid.points, linesAcross, task);
+    Union all(grid, solid.points, lines, lines.step, task);
     if (const auto added = addCells(all, grid, budget, task); !added)
         return failure(added);
     solid.tetrahedra = all.takeTetrahedra();

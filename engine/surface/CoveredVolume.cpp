@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CoveredVolume.h"
 
+#include <engine/base/Parts.h>
 #include <engine/mesh/Columns.h>
 #include <engine/mesh/MeshVolume.h>
 
@@ -37,8 +38,8 @@ Result<double> lengthInside(const Mesh& surface, const LineGrid& lines, const Ta
     grid.na = lines.na;
     grid.nb = lines.nb;
     Mesh mesh = surface;
-    for (LabPoint& v : mesh.lab)
-        v = snapped(turned(toVec3(v)));
+    forEachIndex(mesh.lab.size(), task,
+                 [&](std::size_t v) { mesh.lab[v] = snapped(turned(toVec3(mesh.lab[v]))); });
     return castColumns(mesh, grid, task).map([](const ColumnCrossings& columns) {
         double sum = 0.0;
         for (const Crossing& crossing : columns.crossings)

@@ -12,16 +12,14 @@ void addTetrahedra(std::vector<std::array<int, 4>>& tetrahedra, int base, std::a
                    const Task& task)
 {
     const std::array<int, 3> stride{counts[1] * counts[2], counts[2], 1};
-    constexpr std::array<std::array<std::size_t, 2>, 6> orders{
-        {{0, 1}, {1, 2}, {2, 0}, {1, 0}, {2, 1}, {0, 2}}};
     for (int i = 0; i + 1 < counts[0] && !task.isCancelled(); ++i)
         for (int j = 0; j + 1 < counts[1]; ++j)
             for (int k = 0; k + 1 < counts[2]; ++k) {
                 const int low = base + i * stride[0] + j * stride[1] + k * stride[2];
                 const int high = low + stride[0] + stride[1] + stride[2];
-                for (const auto& order : orders) {
-                    const int second = low + stride[order[0]];
-                    tetrahedra.push_back({low, second, second + stride[order[1]], high});
+                for (const auto& path : kuhnPaths) {
+                    const int second = low + stride[path[0]];
+                    tetrahedra.push_back({low, second, second + stride[path[1]], high});
                 }
             }
 }

@@ -6,6 +6,11 @@
 
 namespace velmora {
 
+/// The six tetrahedra of a cell (Kuhn 1960): each follows the path from the cell's lowest corner to its
+/// highest along one axis after the other. These are the first two axes.
+inline constexpr std::array<std::array<std::size_t, 2>, 6> kuhnPaths{
+    {{0, 1}, {1, 2}, {2, 0}, {1, 0}, {2, 1}, {0, 2}}};
+
 /// All colours of a device as tetrahedra in CIELAB: the images of the three-dimensional faces of the device
 /// hypercube (with three channels, the cube itself), divided into cells of six tetrahedra each (Kuhn 1960).
 /// The gamut is their union, even if the device map folds or winds.

@@ -11,16 +11,16 @@ namespace velmora {
 namespace {
 
 // Largest difference between the quick look and a hull of the same device, by the number of channels.
-constexpr std::array<double, 5> lookTolerancesFromThree{3e-4, 3e-4, 3e-3, 5e-3, 1e-2};
+constexpr std::array<double, 4> lookTolerancesFromFour{3e-4, 3e-3, 5e-3, 1e-2};
 // Colours outside a hull that are accepted: their volume, and their share of random device colours.
 constexpr double maxMissedVolume = 2e-4;
 constexpr double maxMissedShare = 1e-3;
 // What lies between the lines of a measurement, and the curvature of cells with many channels.
-constexpr std::array<double, 5> ofLinesFromThree{5e-4, 3e-4, 1e-3, 2e-3, 2.5e-3};
+constexpr std::array<double, 4> ofLinesFromFour{3e-4, 1e-3, 2e-3, 2.5e-3};
 
 double ofLinesOfInks(int channels)
 {
-    return ofLinesFromThree[static_cast<std::size_t>(channels - 3)];
+    return ofLinesFromFour[static_cast<std::size_t>(channels - 4)];
 }
 
 } // namespace
@@ -61,9 +61,11 @@ Result<void> DeviceVolume::measure(const Mesh& surface, double ofLines, const Ta
     const double difference = *fine - *coarse;
     constexpr double extrapolation = 1.0 / 3.0; // of Richardson, for half of the step
     constexpr double shareOfDifference = 0.6;
-    const auto taken = take(Grid::Fine, *fine, shareOfDifference * std::abs(difference) + ofLines * *fine);
+    if (auto taken = take(Grid::Fine, *fine, shareOfDifference * std::abs(difference) + ofLines * *fine);
+        !taken)
+        return taken;
     m_value += extrapolation * difference;
-    return taken;
+    return {};
 }
 
 Result<void> DeviceVolume::measureTable(const Mesh& surface, double ofLines, const Task& task)
@@ -98,7 +100,7 @@ Result<void> DeviceVolume::measureInks(const Mesh& hull, double ofHull, const Ta
         return failure(KVProblemCode::TooSmall);
     const int channels = m_transform.channels();
     const double difference = std::abs(*look - volume);
-    if (difference > lookTolerancesFromThree[static_cast<std::size_t>(channels - 3)] * volume)
+    if (difference > lookTolerancesFromFour[static_cast<std::size_t>(channels - 4)] * volume)
         return measureSmoothInks(hull, *look, task.part(0.4, 1.0));
     const double ofLook = channels > 4 ? 1.5 : 1.0; // with more channels its grid is coarser
     set(volume, ofHull + missed->volume + ofLook * difference);

@@ -2,6 +2,7 @@
 #include "MissedColours.h"
 
 #include "CellUnion.h"
+#include <engine/base/Parts.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/WindingIndex.h>
 
@@ -18,35 +19,44 @@ constexpr double minDepth = 0.1;
 class Outside
 {
 public:
-    explicit Outside(const Mesh& surface) : m_surface(surface), m_winding(surface) {}
+    Outside(const Mesh& surface, const Task& task)
+        : m_surface(surface), m_task(task), m_winding(surface, task)
+    {
+    }
+
+    // 0 if the task is cancelled
 
     double depthOf(Vec3 colour)
     {
         if (m_winding.isInside(colour))
             return 0.0;
         if (!m_hasNearest)
-            m_nearest = NearestIndex(m_surface);
+            m_nearest = NearestIndex(m_surface, m_task);
         m_hasNearest = true;
+        if (m_task.isCancelled())
+            return 0.0;
         return length(m_nearest.nearest(colour) - colour);
     }
 
 private:
     const Mesh& m_surface;
+    const Task& m_task;
     WindingIndex m_winding;
     NearestIndex m_nearest; // seldom needed
     bool m_hasNearest = false;
 };
 
 // The vector of a vertex whose length is its share of the surface's area, and that points outwards.
-std::vector<Vec3> areaVectors(const Mesh& mesh)
+std::vector<Vec3> areaVectors(const Mesh& mesh, const Task& task)
 {
     std::vector<Vec3> vectors(mesh.lab.size());
-    for (const Triangle& t : mesh.triangles) {
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        const Triangle& t = mesh.triangles[f];
         const auto corner = [&](std::size_t i) { return toVec3(mesh.lab[static_cast<std::size_t>(t[i])]); };
         const Vec3 part = (1.0 / 6.0) * cross(corner(1) - corner(0), corner(2) - corner(0));
         for (int v : t)
             vectors[static_cast<std::size_t>(v)] = vectors[static_cast<std::size_t>(v)] + part;
-    }
+    });
     return vectors;
 }
 
@@ -90,7 +100,7 @@ private:
 
     double volumeOf(const std::vector<Vec3>& lab, const Task& task)
     {
-        const std::vector<Vec3> vectors = areaVectors(m_mesh);
+        const std::vector<Vec3> vectors = areaVectors(m_mesh, task);
         double volume = 0.0;
         for (std::size_t i = 0; i < lab.size() && !task.isCancelled();) {
             const auto vertex = static_cast<std::size_t>(m_vertex[i]);
@@ -136,7 +146,7 @@ Result<double> shareOutside(Outside& outside, const DeviceTransform& transform, 
 Result<MissedColours> findMissedColours(const Mesh& surface, const DeviceTransform& transform,
                                         const Task& task)
 {
-    Outside outside(surface);
+    Outside outside(surface, task);
     const auto volume = VertexCheck(surface, outside).missedVolume(transform, task.part(0.0, 0.7));
     if (!volume)
         return failure(volume);
@@ -153,7 +163,7 @@ Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTrans
     const auto lab = transform.toLab(colours, task);
     if (!lab)
         return failure(lab);
-    const WindingIndex winding(surface);
+    const WindingIndex winding(surface, task);
     std::vector<float> outside;
     for (std::size_t i = 0; i < lab->size(); ++i) {
         if (task.isCancelled())

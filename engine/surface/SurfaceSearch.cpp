@@ -289,7 +289,7 @@ private:
         const auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
         if (!simple || !*simple)
             return lattice;
-        m_found.gridPoints = static_cast<int>(m_requested);
+        m_found.gridPoints = m_requested;
         take(std::move(hull), Method::RadialHull);
         return {};
     }
@@ -406,7 +406,7 @@ private:
     const Task& m_task;
     FoundSurface m_found;
     DeviceNodes m_nodes;
-    bool m_meshIsExact = false; // and for the device mesh
+    bool m_meshIsExact = false; // its nodes are those of the table, and the map is linear between them
     DeviceCells m_cells;
     DeviceVolume m_volume;
 };

@@ -15,9 +15,11 @@
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/SelfIntersection.h>
+#include <engine/surface/CoveredVolume.h>
 #include <engine/surface/DeviceCubeMesh.h>
 #include <engine/surface/GamutBuilder.h>
 #include <engine/surface/LatticeSurface.h>
+#include <engine/surface/MissedColours.h>
 #include <engine/surface/RadialHull.h>
 #include <engine/surface/Refinement.h>
 
@@ -51,6 +53,43 @@ MappedDevice woundRing()
             }};
 }
 
+/// Four inks that are darkest at 85 %: what they reach beyond lies within the device hypercube.
+MappedDevice inksThatPeakEarly()
+{
+    return {4, [](const float* d) {
+                const auto ink = [d](int i) {
+                    const double peak = 0.85, x = double(d[i]) / peak;
+                    return x < 1.0 ? x : 1.0 - 0.5 * (x - 1.0);
+                };
+                const double light = 1.0 - ink(3);
+                return Vec3{5.0 + light * (90.0 - 15.0 * (ink(0) + ink(1) + ink(2))),
+                            light * 50.0 * (ink(1) - ink(0)), light * 50.0 * (ink(2) - 0.5 * ink(0))};
+            }};
+}
+
+/// Four channels of which two reach farthest together at one half.
+MappedDevice jointPeak()
+{
+    return {4, [](const float* d) {
+                const double bump =
+                    16.0 * double(d[2]) * (1.0 - double(d[2])) * double(d[3]) * (1.0 - double(d[3]));
+                return Vec3{20.0 + 40.0 * double(d[0]) + 30.0 * bump, 60.0 * double(d[1]) - 30.0,
+                            40.0 * (double(d[2]) - double(d[3]))};
+            }};
+}
+
+/// Each cell is about as large as the whole solid.
+MappedDevice scattered(int channels)
+{
+    return {channels, [channels](const float* d) {
+                double sum = 0.0;
+                for (int c = 0; c < channels; ++c)
+                    sum += (c + 1) * 1234.5 * double(d[c]);
+                const auto part = [sum](double factor) { return factor * sum - std::floor(factor * sum); };
+                return Vec3{100.0 * part(1.0), 100.0 * part(1.7) - 50.0, 100.0 * part(2.3) - 50.0};
+            }};
+}
+
 DeviceNodes evenNodes(int channels, std::size_t count)
 {
     std::vector<float> axis(count);
@@ -65,11 +104,11 @@ Mesh cubeOf(std::size_t nodes)
 }
 
 /// After any look that says so, @p step does hardly anything.
-void expectEndsSoon(const char* name, const Step& step, int minLooks)
+void expectEndsSoon(const char* name, const Step& step, int minLooks, int places = 40)
 {
     const int all = looksOf(step);
     EXPECT_GE(all, minLooks) << name;
-    for (int last = 0; last < all; last += 1 + all / 40)
+    for (int last = 0; last < all; last += 1 + all / places)
         EXPECT_LE(looksOf(step, last), last + 40) << name << " goes on after look " << last;
 }
 
@@ -283,6 +322,48 @@ TEST(Looks, ofASolid)
         9 * 15 * 30); // seven directions, cells at the surface, cells of the surface: rows of the lattice
 }
 
+TEST(Looks, ofTheVolumeOfAllCells)
+{
+    const DeviceNodes cube = evenNodes(3, 9), hypercube = evenNodes(6, 3);
+    const Mesh mesh = cubeOf(17);
+    const auto measure = [&mesh](const MappedDevice& device, const DeviceNodes& nodes) {
+        return [&device, &nodes, &mesh](const Task& t) {
+            UnionBudget budget;
+            (void)coveredVolume(device, nodes, mesh, budget, t);
+        };
+    };
+    const auto monotone = box(3), large = scattered(3), inks = scattered(6);
+    constexpr int cells = 8 * 8 * 8, faces = 2 * 2 * 2 * 2 * 2 * 2 * 20;
+    expectEndsSoon("cells of a cube", measure(monotone, cube), cells / 16);
+    expectEndsSoon("large cells", measure(large, cube), cells / 16);
+    expectEndsSoon("six inks", measure(inks, hypercube), faces / 1024);
+}
+
+TEST(Looks, ofTheCellsAtTheSurface)
+{
+    const auto device = jointPeak();
+    const DeviceNodes nodes = evenNodes(4, 7);
+    expectEndsSoon(
+        "cellSolid",
+        [&](const Task& t) {
+            UnionBudget budget;
+            (void)cellSolid(device, nodes, budget, t);
+        },
+        6 * 6 * 6 * 6 / 16);
+}
+
+TEST(Looks, ofTheColoursThatASurfaceMisses)
+{
+    const auto device = inksThatPeakEarly();
+    const Mesh hull = radialHull(device, evenNodes(4, 9), {}).value();
+    expectEndsSoon(
+        "findMissedColours", [&](const Task& t) { (void)findMissedColours(hull, device, t); }, 4096);
+    const DeviceNodes nodes = evenNodes(4, 7);
+    expectEndsSoon(
+        "coloursOutside", [&](const Task& t) { (void)coloursOutside(hull, device, nodes, t); },
+        7 * 7 * 7 * 7);
+}
+
 TEST(Looks, ofARefinement)
 {
     const Mesh mesh = cubeOf(33);
@@ -345,6 +426,8 @@ TEST(Looks, ofEveryMethodAreMetAtEveryStage)
     cases.push_back({"RGB", file(srgb()), KVGamut::Method::DeviceMesh});
     cases.push_back({"CMYK", file(printerCmyk()), KVGamut::Method::RadialHull});
     cases.push_back({"ring", std::make_unique<MappedDevice>(woundRing()), KVGamut::Method::LatticeSurface});
+    cases.push_back(
+        {"inks", std::make_unique<MappedDevice>(inksThatPeakEarly()), KVGamut::Method::LatticeSurface});
     for (const Case& c : cases) {
         ASSERT_TRUE(c.transform) << c.name;
         const GamutRequest request{.gridPoints = 9, .refinements = 2};
@@ -358,7 +441,7 @@ TEST(Looks, ofEveryMethodAreMetAtEveryStage)
                 EXPECT_EQ(record->method, c.method) << c.name;
             }
         };
-        expectEndsSoon(c.name, build, 1000);
+        expectEndsSoon(c.name, build, 1000, 12);
     }
 }
 
