@@ -64,8 +64,8 @@ Order documentedOrder()
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points",
          program({model + "text", model + "problems", model + "reports", model + "inputs"})},
-        {model + "slices",
-         program({model + "text", model + "problems", model + "reports", model + "inputs"})},
+        {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
+                                    model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points"})},
 

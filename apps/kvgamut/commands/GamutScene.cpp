@@ -2,6 +2,8 @@
 #include "GamutScene.h"
 
 #include "commands/process/Say.h"
+#include "model/pictures/PictureFile.h"
+#include "model/text/SafeText.h"
 
 #include <QtCore/QEventLoop>
 
@@ -64,6 +66,16 @@ int GamutScene::count(State state) const
 {
     return static_cast<int>(std::count_if(m_gamuts.cbegin(), m_gamuts.cend(),
                                           [state](const Gamut& gamut) { return gamut.state == state; }));
+}
+
+QStringList GamutScene::profileLines() const
+{
+    QStringList lines;
+    for (const Gamut& gamut : m_gamuts)
+        if (gamut.state == Shown)
+            lines.append(
+                PictureNote::profileLine(SafeText::shown(gamut.source->name()), gamut.source->hash()));
+    return lines;
 }
 
 void GamutScene::applyLooks()

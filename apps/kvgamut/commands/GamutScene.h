@@ -20,6 +20,8 @@ public:
 
     int shownCount() const { return count(Shown); }
     int failedCount() const { return count(Failed); }
+    /// The profiles of the gamuts that are shown, as PictureNote lists them.
+    QStringList profileLines() const;
 
 private:
     enum State

@@ -2,15 +2,12 @@
 #include "RenderCommand.h"
 
 #include "GamutScene.h"
-#include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/PictureScreen.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
-#include "model/export/OutputFile.h"
 #include "model/pictures/BackgroundRemoval.h"
 
-#include <QtCore/QBuffer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
@@ -20,7 +17,6 @@
 namespace {
 
 constexpr QSize windowSize(64, 48); // the picture has a size of its own
-constexpr int dotsPerMetre = 3780;  // 96 dpi on every screen, so that files are reproducible
 constexpr int maxWaitMs = 120000;   // for a frame: some displays never show the window
 
 /// Draws the scene on @p background and runs the event loop until the picture is up to date.
@@ -43,27 +39,13 @@ bool settleOn(KVGamutView& view, const QColor& background)
     return isDrawn();
 }
 
-QByteArray png(QImage picture)
-{
-    picture.setDotsPerMeterX(dotsPerMetre);
-    picture.setDotsPerMeterY(dotsPerMetre);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
-    return buffer.data();
-}
-
 } // namespace
 
 RenderCommand::RenderCommand(CLI::App& program)
-    : Command(program, "render", "Draw gamuts into a PNG file; needs no display")
+    : Command(program, "render", "Draw gamuts into a picture file; needs no display")
 {
     m_profiles.declare(parser());
-    parser()
-        .add_option_function<std::string>(
-            "-o,--output", [this](const std::string& word) { m_output = OptionValues::file(word); },
-            "Output file (PNG); - for standard output. Required without --reference")
-        ->type_name("OUT.png");
+    m_output.declare(parser());
     m_look.declare(parser());
     parser()
         .add_flag("--no-background", m_transparent, "Make the background transparent")
@@ -72,9 +54,10 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_reference.declare(parser());
     parser().final_callback([this] {
         m_look.check();
-        if (m_output.isEmpty() && !m_reference.isGiven())
+        m_output.check(m_transparent);
+        if (!m_output.isGiven() && !m_reference.isGiven())
             throw CLI::RequiredError("--output");
-        if (!m_output.isEmpty() && m_output == m_reference.name())
+        if (m_output.isGiven() && m_output.name() == m_reference.name())
             throw CLI::ValidationError("--reference", "the output would overwrite the reference");
     });
 }
@@ -91,6 +74,7 @@ int RenderCommand::run(Arguments arguments)
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
     silenceLibraries(m_profiles.verbose);
+    m_output.noteCommand(arguments);
 
     const QGuiApplication application(arguments.count, arguments.values);
     return draw();
@@ -126,7 +110,7 @@ int RenderCommand::draw()
                     {QString::number(m_look.size.width()), QString::number(m_look.size.height())}));
         return BadOutput;
     }
-    if (const auto problem = write(picture)) {
+    if (const auto problem = m_output.write(picture, scene.profileLines())) {
         say(*problem);
         return BadOutput;
     }
@@ -148,11 +132,4 @@ QImage RenderCommand::pictureOf(KVGamutView& view) const
     if (!settleOn(view, Qt::white))
         return {};
     return withoutBackground(std::move(onBlack), viewer.picture(m_look.size));
-}
-
-std::optional<Problem> RenderCommand::write(const QImage& picture) const
-{
-    if (m_output.isEmpty())
-        return std::nullopt;
-    return writeOutput(m_output, png(picture));
 }

@@ -4,13 +4,13 @@
 #include "Command.h"
 #include "commands/options/ItemOptions.h"
 #include "commands/options/LookOptions.h"
+#include "commands/options/PictureOutput.h"
 #include "commands/options/PictureReference.h"
 #include "commands/options/ProfileOptions.h"
-#include "model/problems/Problem.h"
 
 #include <QtGui/QImage>
 
-/// `kvgamut render`: draws gamuts into a PNG file. Needs no display.
+/// `kvgamut render`: draws gamuts into a picture file. Needs no display.
 class RenderCommand : public Command
 {
 public:
@@ -18,19 +18,18 @@ public:
 
     Files files() const override
     {
-        return {m_profiles.profiles + QStringList{m_reference.name()} + m_items.files(), m_output};
+        return {m_profiles.profiles + QStringList{m_reference.name()} + m_items.files(), m_output.name()};
     }
     int run(Arguments arguments) override;
 
 private:
     int draw();
     QImage pictureOf(KVGamutView& view) const;
-    std::optional<Problem> write(const QImage& picture) const;
 
     ProfileOptions m_profiles;
     LookOptions m_look;
     ItemOptions m_items;
+    PictureOutput m_output; ///< not given: only compare the picture
     PictureReference m_reference;
     bool m_transparent = false;
-    QString m_output; ///< empty: only compare the picture
 };

@@ -3,7 +3,6 @@
 
 #include "desktop/files/FileDialogs.h"
 #include "desktop/files/FileKind.h"
-#include "desktop/files/PictureFile.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/SessionFile.h"
 #include "desktop/menus/FileMenu.h"
@@ -14,7 +13,9 @@
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/view/CameraControl.h"
 #include "desktop/view/CameraText.h"
+#include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/pictures/PictureFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -33,6 +34,16 @@ namespace {
 QString permanentName(const QString& input)
 {
     return BuiltInProfiles::names().contains(input) ? input : QFileInfo(input).absoluteFilePath();
+}
+
+/// In the format of the suffix; without one, as PNG.
+std::optional<Problem> writePicture(const QString& file, const QImage& picture)
+{
+    const auto format = QFileInfo(file).suffix().isEmpty() ? PictureFormat::Png : PictureFile::formatOf(file);
+    if (!format)
+        return Problem(ProblemCode::PictureFormatUnknown).about(file);
+    const Result<QByteArray> bytes = PictureFile::bytes(picture, *format, {});
+    return bytes ? writeOutput(file, *bytes) : bytes.error();
 }
 
 } // namespace
@@ -241,7 +252,7 @@ bool MainWindow::restore(const Result<Session>& session, const QString& file)
 
 bool MainWindow::savePicture(const QString& file, const QSize& size)
 {
-    return isSaved(file, PictureFile::write(file, viewer().picture(size)));
+    return isSaved(file, writePicture(file, viewer().picture(size)));
 }
 
 bool MainWindow::saveSection(const QString& file)

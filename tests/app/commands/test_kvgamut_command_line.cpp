@@ -171,9 +171,9 @@ TEST_F(CommandLineTest, readsAFileWithABuiltInNameByItsPath)
     const QString file = path(QStringLiteral("sRGB"));
     ASSERT_TRUE(QFile::copy(cmyk, file));
     ASSERT_TRUE(succeeded(render({cmyk}, output())));
-    const QByteArray asCmyk = contents(output());
+    const QImage asCmyk(output());
     ASSERT_TRUE(succeeded(render({file}, output())));
-    EXPECT_EQ(contents(output()), asCmyk);
+    EXPECT_EQ(QImage(output()), asCmyk);
 }
 
 // --- Bad input ----------------------------------------------------------------------------------------
@@ -221,24 +221,24 @@ TEST_F(CommandLineTest, reportsWhyAGreyProfileHasNoGamut)
 TEST_F(CommandLineTest, drawsTheRestWhenOneInputIsBad)
 {
     ASSERT_TRUE(succeeded(render({sRGB}, output())));
-    const QByteArray alone = contents(output());
+    const QImage alone(output());
     const QString missing = path(QStringLiteral("missing.icc"));
     for (const QStringList& inputs : {QStringList{missing, sRGB}, QStringList{sRGB, missing}}) {
         ASSERT_TRUE(QFile::remove(output()));
         EXPECT_TRUE(failedWith(render(inputs, output()), BadInput,
                                QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
         // also opaque, although it is the second input
-        EXPECT_EQ(contents(output()), alone);
+        EXPECT_EQ(QImage(output()), alone);
     }
 }
 
 TEST_F(CommandLineTest, showsTheFirstUsableGamutOpaque)
 {
     ASSERT_TRUE(succeeded(render({sRGB}, output())));
-    const QByteArray alone = contents(output());
+    const QImage alone(output());
     const Answer answer = render({grey, sRGB}, output()); // can be opened, but has no gamut
     EXPECT_EQ(answer.exitCode, BadInput);
-    EXPECT_EQ(contents(output()), alone);
+    EXPECT_EQ(QImage(output()), alone);
 }
 
 TEST_F(CommandLineTest, namesEveryBadInput)

@@ -141,7 +141,7 @@ TEST_F(ItemTest, theRestIsDrawnWhenAFileIsMissing)
     EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors.count('\n'), 1);
     EXPECT_TRUE(answer.errors.contains("missing.csv"));
-    EXPECT_EQ(contents(output), renderedBytes(look));
+    EXPECT_EQ(QImage(output), rendered(look));
 }
 
 } // namespace

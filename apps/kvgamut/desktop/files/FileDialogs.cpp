@@ -61,7 +61,8 @@ QString FileDialogs::sessionToSave(QWidget* parent)
 
 QString FileDialogs::pictureToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save picture"), Words::tr("Pictures (*.png *.jpg *.tif)"), "png");
+    return fileToSave(parent, Words::tr("Save picture"),
+                      Words::tr("Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)"), "png");
 }
 
 QString FileDialogs::sectionToSave(QWidget* parent)

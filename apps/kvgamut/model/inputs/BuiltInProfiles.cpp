@@ -22,6 +22,8 @@ struct RgbSpace
     Curve curve;
 };
 
+constexpr qsizetype creationTimeOffset = 24; // in the header of an ICC profile
+
 constexpr cmsCIExyY d65{0.3127, 0.3290, 1.0};
 constexpr cmsCIExyY d50{0.3457, 0.3585, 1.0};
 
@@ -74,7 +76,9 @@ QByteArray bytesOf(const Profile& profile)
     QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
     if (!cmsSaveProfileToMem(profile.get(), bytes.data(), &size))
         return {};
-    return bytes;
+    // Little CMS writes the present time. The same profile has the same bytes each time, also in a picture.
+    constexpr QByteArrayView firstOf2000("\x07\xd0\0\x01\0\x01\0\0\0\0\0\0", 12);
+    return bytes.replace(creationTimeOffset, firstOf2000.size(), firstOf2000);
 }
 
 QByteArray make(const RgbSpace& space)

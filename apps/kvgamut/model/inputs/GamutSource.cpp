@@ -6,6 +6,8 @@
 #include "PictureProfile.h"
 #include "SavedGamut.h"
 
+#include <QtCore/QCryptographicHash>
+
 namespace {
 
 // Every ICC profile has this signature at this offset.
@@ -35,6 +37,11 @@ bool isPossible(const KVGamut::Report& report)
            report.gridPoints >= minGridPoints && report.gridPoints <= maxGridPoints;
 }
 
+QString hashOf(const QByteArray& bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
 /// A missing file and a folder have the codes of the engine, which hosts know.
 Problem readProblem(const Problem& problem)
 {
@@ -51,7 +58,10 @@ Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionPro
 {
     const QByteArray builtIn = BuiltInProfiles::profile(name);
     if (!builtIn.isEmpty())
-        return ofProfileData(name, builtIn);
+        return ofProfileData(name, builtIn).map([](GamutSource source) {
+            source.m_hash.clear(); // the name says everything
+            return source;
+        });
     const Result<QByteArray> content = InputGate::read(name, kindOf, task);
     if (!content)
         return failure(readProblem(content.error()));
@@ -81,7 +91,11 @@ Result<GamutSource> GamutSource::ofProfileData(const QString& name, const QByteA
         return failure(Problem(KVProblemCode::NotAProfile).about(name));
     return ofProfile(name,
                      KVProfilePtr(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
-                                  KVProfileRelease));
+                                  KVProfileRelease))
+        .map([&bytes](GamutSource source) {
+            source.m_hash = hashOf(bytes);
+            return source;
+        });
 }
 
 Result<GamutSource> GamutSource::ofPicture(const QString& name, const QByteArray& bytes)
@@ -100,6 +114,7 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteAr
     GamutSource source(name);
     source.m_saved.deserialize(saved->gamut);
     source.m_savedProfile = saved->profile;
+    source.m_hash = hashOf(bytes);
     if (!source.isSaved())
         return failure(Problem(source.m_saved.problem().value_or(KVProblem())).about(name));
     if (!isPossible(source.m_saved.report()))

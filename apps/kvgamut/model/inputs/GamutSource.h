@@ -33,6 +33,10 @@ public:
     /// The profile; null for a saved gamut.
     KVProfilePtr profile() const { return m_profile; }
 
+    /// The SHA-256 of the profile, for a picture that of its embedded profile, or of the saved gamut, as
+    /// hexadecimal digits. Empty for a built-in profile.
+    QString hash() const { return m_hash; }
+
     /// The gamut with primaries and outline: computed as in the viewer, or restored from the file. A problem
     /// names the input.
     Result<KVGamut::GamutObject> compute(const KVGamut::Settings& settings,
@@ -50,4 +54,5 @@ private:
     KVProfilePtr m_profile;
     KVGamut::GamutObject m_saved;
     QString m_savedProfile;
+    QString m_hash;
 };

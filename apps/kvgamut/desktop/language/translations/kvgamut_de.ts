@@ -191,16 +191,16 @@
         <translation>Bild speichern</translation>
     </message>
     <message>
-        <source>Pictures (*.png *.jpg *.tif)</source>
-        <translation>Bilder (*.png *.jpg *.tif)</translation>
-    </message>
-    <message>
         <source>Save section</source>
         <translation>Schnitt speichern</translation>
     </message>
     <message>
         <source>Drawings (*.svg *.pdf)</source>
         <translation>Zeichnungen (*.svg *.pdf)</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)</source>
+        <translation>Bilder (*.png *.jpg *.tif *.webp *.svg *.pdf)</translation>
     </message>
 </context>
 <context>

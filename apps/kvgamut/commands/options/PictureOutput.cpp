@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "PictureOutput.h"
+
+#include "OptionValues.h"
+#include "model/export/OutputFile.h"
+#include "model/text/SafeText.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+
+#include <cmath>
+
+namespace {
+
+constexpr float minDots = 1.0f;
+constexpr float maxDots = 4800.0f;
+constexpr qsizetype maxCommandLength = 1 << 16;
+
+/// A folder, a device or a pipe. Their names have no suffix; the first cannot be written anyway.
+bool isSpecial(const QString& name)
+{
+    const QFileInfo present(name);
+    return name == QLatin1String("-") || (present.exists() && !present.isFile());
+}
+
+/// @p word as a shell reads it.
+QString quoted(const QString& word)
+{
+    static const QRegularExpression plain(QStringLiteral("\\A[A-Za-z0-9_@%+=:,./-]+\\z"));
+    if (plain.match(word).hasMatch())
+        return word;
+    return QLatin1Char('\'') + QString(word).replace(QLatin1Char('\''), QStringLiteral("'\\''")) +
+           QLatin1Char('\'');
+}
+
+/// How many words from @p word on do not change the picture: 2 for an option and its value.
+int wordsLeftOut(const QString& word)
+{
+    static const QStringList options{QStringLiteral("-o"), QStringLiteral("--output"),
+                                     QStringLiteral("--format"), QStringLiteral("--reference"),
+                                     QStringLiteral("--reference-threshold")};
+    if (options.contains(word))
+        return 2;
+    const bool joined = word.startsWith(QLatin1String("-o")) || // a value without a space
+                        options.contains(word.section(QLatin1Char('='), 0, 0));
+    return joined || word == QLatin1String("--verbose") ? 1 : 0;
+}
+
+} // namespace
+
+void PictureOutput::declare(CLI::App& parser)
+{
+    parser
+        .add_option_function<std::string>(
+            "-o,--output", [this](const std::string& word) { m_name = OptionValues::file(word); },
+            "Output file; its suffix is the format: .png, .jpg, .tif, .webp, .svg or .pdf; - for standard "
+            "output (PNG). Required without --reference")
+        ->type_name("FILE");
+    std::set<std::string> words;
+    for (const QString& suffix : PictureFile::suffixes())
+        words.insert(suffix.toStdString());
+    parser
+        .add_option_function<std::string>(
+            "--format",
+            [this](const std::string& word) {
+                m_format = PictureFile::formatNamed(QString::fromStdString(word));
+            },
+            "png, jpg, tif, webp, svg or pdf, whatever the suffix of the output")
+        ->check(CLI::IsMember(words).description(""))
+        ->type_name("FORMAT");
+    parser
+        .add_option_function<std::string>(
+            "--dpi",
+            OptionValues::named("--dpi",
+                                [this](const std::string& word) {
+                                    m_note.dotsPerInch =
+                                        int(std::lround(OptionValues::number(word, minDots, maxDots)));
+                                }),
+            "Resolution that the file states, pixels per inch (96)")
+        ->type_name("DPI");
+}
+
+void PictureOutput::check(bool transparent)
+{
+    if (!isGiven())
+        return;
+    if (!m_format)
+        m_format = isSpecial(m_name) ? PictureFormat::Png : PictureFile::formatOf(m_name);
+    if (!m_format)
+        throw CLI::ValidationError("--output", "'" + m_name.toStdString() + "' has none of the suffixes " +
+                                                   PictureFile::suffixList().toStdString() +
+                                                   "; use --format");
+    if (transparent && !PictureFile::hasTransparency(*m_format))
+        throw CLI::ValidationError("--no-background", "JPEG pictures have no transparency");
+}
+
+void PictureOutput::noteCommand(const Arguments& arguments)
+{
+    QStringList words{QStringLiteral("kvgamut")};
+    for (int i = 1; i < arguments.count; ++i) {
+        const QString word = OptionValues::file(arguments.values[i]);
+        if (const int count = wordsLeftOut(word))
+            i += count - 1;
+        else
+            words.append(quoted(word));
+    }
+    m_note.command = SafeText::shown(words.join(QLatin1Char(' ')), maxCommandLength);
+}
+
+std::optional<Problem> PictureOutput::write(const QImage& picture, const QStringList& profiles) const
+{
+    if (!isGiven())
+        return std::nullopt;
+    PictureNote note = m_note;
+    note.profiles = profiles;
+    const Result<QByteArray> bytes = PictureFile::bytes(picture, *m_format, note);
+    if (!bytes)
+        return bytes.error().about(m_name);
+    return writeOutput(m_name, *bytes);
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "commands/process/Arguments.h"
+#include "model/pictures/PictureFile.h"
+
+#include <CLI/CLI.hpp>
+
+/// The picture file that is written: the options --output, --format and --dpi.
+class PictureOutput
+{
+public:
+    /// Declares the options on @p parser, which keeps a reference to this object.
+    void declare(CLI::App& parser);
+    /// Finds the format. Throws CLI::ValidationError if the name has no suffix of a picture, or if the format
+    /// has no transparency although the picture is @p transparent. Call it after all options are parsed.
+    void check(bool transparent);
+
+    bool isGiven() const { return !m_name.isEmpty(); }
+    QString name() const { return m_name; } ///< empty if not given
+
+    /// Remembers the command line for the note in the file: the words as typed, without those that do not
+    /// change the picture (the names of the output and of the reference).
+    void noteCommand(const Arguments& arguments);
+    /// Writes @p picture if an output is given. @param profiles see PictureNote
+    [[nodiscard]] std::optional<Problem> write(const QImage& picture, const QStringList& profiles) const;
+
+private:
+    QString m_name;
+    std::optional<PictureFormat> m_format;
+    PictureNote m_note;
+};
