@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/language/ShownWords.h"
 #include "desktop/models/GamutListModel.h"
-#include "desktop/models/GamutTitles.h"
+#include "model/text/GamutTitles.h"
 
 #include <gtest/gtest.h>
 

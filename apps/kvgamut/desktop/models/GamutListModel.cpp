@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutListModel.h"
 
-#include "GamutTitles.h"
 #include "model/slices/SliceDrawing.h"
+#include "model/text/GamutTitles.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutTitles.h"
 
-#include "model/text/SafeText.h"
+#include "SafeText.h"
 
 #include <QtCore/QFileInfo>
 
