@@ -110,6 +110,7 @@ inside kvgamut volume sRGB | tee "$work/volume.txt"
 grep -q -E '\b83[23][0-9]{3}\b|\b83[23],[0-9]{3}\b' "$work/volume.txt" || fail "the volume of sRGB is wrong"
 inside kvgamut render sRGB --output /tmp/kv/picture.png || fail "kvgamut render needs more than it depends on"
 [[ $(stat --format %s "$root/tmp/kv/picture.png") -gt 10000 ]] || fail "kvgamut render draws nothing"
+inside kvgamut export sRGB DisplayP3 --output /tmp/kv/page.html || fail "kvgamut export needs more than it depends on"
 without_egl=__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent
 if inside "$without_egl" kvgamut render sRGB --output /tmp/kv/none.png 2>"$work/errors.txt"; then
     fail "kvgamut render succeeds without EGL and without an X server"

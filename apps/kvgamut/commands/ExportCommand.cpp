@@ -6,9 +6,13 @@
 #include "commands/options/ReportOptions.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
+#include "model/export/GamutPage.h"
 #include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
+#include "model/inputs/ProfileFacts.h"
 #include "model/inputs/SavedGamut.h"
+#include "model/slices/SliceDrawing.h"
+#include "model/text/GamutTitles.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QCoreApplication>
@@ -20,6 +24,7 @@
 namespace {
 
 constexpr QLatin1String savedSuffix("kvgamut");
+constexpr QLatin1String pageSuffix("html");
 
 std::vector<std::string> formatNames()
 {
@@ -27,6 +32,7 @@ std::vector<std::string> formatNames()
     for (const MeshFormat& format : MeshFormat::all())
         names.emplace_back(format.suffix);
     names.push_back(savedSuffix.data());
+    names.push_back(pageSuffix.data());
     return names;
 }
 
@@ -34,7 +40,7 @@ std::vector<std::string> formatNames()
 QString formatOf(const QString& output)
 {
     QString suffix = QFileInfo(output).suffix().toLower();
-    if (suffix == savedSuffix || MeshFormat::ofSuffix(suffix))
+    if (suffix == savedSuffix || suffix == pageSuffix || MeshFormat::ofSuffix(suffix))
         return suffix;
     std::string known;
     for (const std::string& name : formatNames())
@@ -43,12 +49,39 @@ QString formatOf(const QString& output)
                                                known + "; use --format");
 }
 
+/// The profile that a gamut was computed from, as it was named.
+QString profileOf(const GamutInputs::Input& input)
+{
+    const QString saved = input.source->savedProfile();
+    return saved.isEmpty() ? input.name : saved;
+}
+
+QString descriptionOf(const GamutSource& source)
+{
+    return source.isSaved() ? QString() : ProfileFacts::of(source.profile()->bytes).description;
+}
+
+QList<GamutPage::Gamut> pageGamuts(const QList<GamutInputs::Input>& inputs)
+{
+    QStringList profiles;
+    for (const GamutInputs::Input& input : inputs)
+        profiles.append(profileOf(input));
+    const QStringList titles = gamutTitles(profiles);
+    QList<GamutPage::Gamut> gamuts;
+    for (qsizetype i = 0; i < inputs.size(); ++i)
+        gamuts.append(
+            {titles[i], descriptionOf(*inputs[i].source), SliceDrawing::defaultColor(i), *inputs[i].gamut});
+    GamutPage::chooseOpacities(gamuts);
+    return gamuts;
+}
+
 } // namespace
 
 ExportCommand::ExportCommand(CLI::App& program)
-    : Command(program, "export", "Write a gamut's surface in a mesh format, or save it to load it again")
+    : Command(program, "export",
+              "Write a gamut's surface in a mesh format, save it to load it again, or write a page to send")
 {
-    declareInputs(parser(), m_names)->expected(1);
+    declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
     parser()
         .add_option_function<std::string>(
@@ -59,20 +92,33 @@ ExportCommand::ExportCommand(CLI::App& program)
     parser()
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
-            "ply, obj, stl, gltf, x3d, json or kvgamut (default: the suffix of the output)")
+            "ply, obj, stl, gltf, x3d, json, kvgamut or html (default: the suffix of the output)")
         ->check(CLI::IsMember(formatNames()).description(""))
         ->type_name("FORMAT");
     parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
-    parser().final_callback([this] {
-        if (m_format.isEmpty())
-            m_format = formatOf(m_output);
-    });
+    parser().final_callback([this] { checkFormat(); });
     ReportOptions::endHelp(
         parser(),
 
         "The surface is closed, with shared vertices (except in STL), in Lab units (D50), with sRGB\n"
         "colours. x, y, z are a*, b*, L* in PLY, OBJ and STL; a*, L*, -b* in glTF and X3D. Every\n"
-        "command accepts a .kvgamut file instead of a profile.");
+        "command accepts a .kvgamut file instead of a profile.\n"
+        "A page (.html) takes several profiles. It shows their gamuts in a browser, with their numbers, and\n"
+        "loads nothing from a network.");
+}
+
+bool ExportCommand::isPage() const
+{
+    return m_format == pageSuffix;
+}
+
+void ExportCommand::checkFormat()
+{
+    if (m_format.isEmpty())
+        m_format = formatOf(m_output);
+    if (m_names.size() > 1 && !isPage())
+        throw CLI::ValidationError("PROFILE", "only .html shows several gamuts; ." + m_format.toStdString() +
+                                                  " contains one");
 }
 
 int ExportCommand::run(Arguments arguments)
@@ -80,20 +126,32 @@ int ExportCommand::run(Arguments arguments)
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_quiet);
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const QList<GamutInputs::Input> usable = inputs.usable();
+    QByteArray bytes;
+    if (isPage() && !usable.isEmpty())
+        bytes = GamutPage::of(pageGamuts(usable), [&progress](float share) {
+            progress.show(share, QStringLiteral("comparisons"));
+        });
     progress.clear();
-    if (!inputs.sayProblems())
+    const bool allUsed = inputs.sayProblems();
+    if (usable.isEmpty())
         return BadInput;
-    if (const auto problem = writeOutput(m_output, fileOf(inputs.all.first()))) {
+    return write(isPage() ? bytes : fileOf(usable.first()), allUsed ? Done : BadInput);
+}
+
+/// Writes the output. @return @p exitCode, or BadOutput
+int ExportCommand::write(const QByteArray& bytes, int exitCode) const
+{
+    if (const auto problem = writeOutput(m_output, bytes)) {
         say(*problem);
         return BadOutput;
     }
-    return Done;
+    return exitCode;
 }
 
 QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
 {
-    const QString saved = input.source->savedProfile();
-    const QString profile = saved.isEmpty() ? input.name : saved;
+    const QString profile = profileOf(input);
     if (m_format == savedSuffix)
         return SavedGamut{input.gamut->serialize(), profile}.bytes();
     return MeshFormat::ofSuffix(m_format)->write(

@@ -6,7 +6,8 @@
 
 #include <QtCore/QStringList>
 
-/// `kvgamut export`: writes a gamut's surface in a mesh format, or saves it to load it again.
+/// `kvgamut export`: writes a gamut's surface in a mesh format, saves it to load it again, or writes a page
+/// that shows one or several gamuts.
 class ExportCommand : public Command
 {
 public:
@@ -17,8 +18,11 @@ public:
 
 private:
     QByteArray fileOf(const GamutInputs::Input& input) const;
+    bool isPage() const;
+    void checkFormat();
+    int write(const QByteArray& bytes, int exitCode) const;
 
-    QStringList m_names; ///< exactly one input
+    QStringList m_names; ///< exactly one input, unless a page is written
     KVGamut::Settings m_settings;
     QString m_format; ///< a file name suffix; set after parsing
     QString m_output;

@@ -460,10 +460,55 @@ TEST_F(ExportTest, anUnknownSuffixNamesTheKnownOnes)
         const Answer answer = exported({sRGB, QStringLiteral("-o"), file});
         EXPECT_EQ(answer.exitCode, WrongUsage);
         EXPECT_EQ(answer.errors.count('\n'), 1);
-        EXPECT_TRUE(answer.errors.contains(".ply, .obj, .stl, .gltf, .x3d, .json, .kvgamut"))
+        EXPECT_TRUE(answer.errors.contains(".ply, .obj, .stl, .gltf, .x3d, .json, .kvgamut, .html"))
             << answer.errors.toStdString();
         EXPECT_TRUE(answer.output.isEmpty());
     }
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(ExportTest, aPageShowsSeveralGamuts)
+{
+    const QString file = output("html");
+    ASSERT_TRUE(succeeded(exported({sRGB, cmyk, QStringLiteral("-o"), file})));
+    const QByteArray page = contents(file);
+    EXPECT_TRUE(page.startsWith("<!DOCTYPE html>\n"));
+    EXPECT_TRUE(page.contains("<title>sRGB, default_cmyk.icc - gamut</title>"));
+    EXPECT_LT(page.size(), 3'000'000);
+    EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(ExportTest, aPageIsTheSameEachTimeAndOnStandardOutput)
+{
+    ASSERT_TRUE(succeeded(exported({cmyk, QStringLiteral("-o"), output("html")})));
+    const Answer answer = exported({cmyk, QStringLiteral("-o"), QStringLiteral("-"),
+                                    QStringLiteral("--format"), QStringLiteral("html")});
+    EXPECT_TRUE(succeeded(answer));
+    EXPECT_EQ(answer.output, contents(output("html")));
+}
+
+TEST_F(ExportTest, aPageDoesNotNameFolders)
+{
+    const QString profile = path(QStringLiteral("printer.icc"));
+    ASSERT_TRUE(QFile::copy(cmyk, profile));
+    ASSERT_TRUE(succeeded(exported({profile, QStringLiteral("-o"), output("html")})));
+    EXPECT_FALSE(contents(output("html")).contains(path(QString()).toUtf8()));
+    EXPECT_TRUE(contents(output("html")).contains("Artifex CMYK SWOP Profile")) << "its description";
+}
+
+TEST_F(ExportTest, aPageShowsTheGamutsThatCanBeUsed)
+{
+    const QString missing = path(QStringLiteral("missing.icc"));
+    const Answer answer = exported({missing, sRGB, QStringLiteral("-o"), output("html")});
+    EXPECT_TRUE(failedWith(answer, BadInput, QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
+    EXPECT_TRUE(contents(output("html")).contains("<title>sRGB - gamut</title>"));
+}
+
+TEST_F(ExportTest, aPageOfNothingIsNotWritten)
+{
+    const QString missing = path(QStringLiteral("missing.icc"));
+    EXPECT_TRUE(failedWith(exported({missing, QStringLiteral("-o"), output("html")}), BadInput,
+                           QStringLiteral("kvgamut: '%1': no such file").arg(missing)));
     EXPECT_TRUE(files().isEmpty());
 }
 

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "GamutPage.h"
+
+#include "PageSurface.h"
+#include "PageText.h"
+#include "model/reports/GamutWords.h"
+#include "model/text/SafeText.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+using GamutPage::Gamut;
+
+/// Scripts in the order in which they use each other.
+constexpr const char* scripts[] = {"data.js",   "colour.js", "lines.js",  "bodies.js", "section.js",
+                                   "camera.js", "axes.js",   "tables.js", "panel.js",  "main.js"};
+
+QByteArray resource(const char* name)
+{
+    QFile file(QLatin1String(":/page/") + QLatin1String(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray script()
+{
+    QByteArray all;
+    for (const char* name : scripts)
+        all += resource(name);
+    return all;
+}
+
+QString program()
+{
+    return QStringLiteral("kvgamut " KVGAMUT_VERSION);
+}
+
+QString title(const QList<Gamut>& gamuts)
+{
+    QStringList names;
+    for (const Gamut& gamut : gamuts)
+        names.append(gamut.name);
+    return QStringLiteral("%1 - gamut").arg(names.join(QStringLiteral(", ")));
+}
+
+QJsonArray labJson(const KVGamut::LabPoint& lab)
+{
+    return {double(lab.L), double(lab.a), double(lab.b)};
+}
+
+QJsonObject gamutJson(const Gamut& gamut)
+{
+    const KVGamut::Report report = gamut.gamut.report();
+    return {{QStringLiteral("name"), SafeText::shown(gamut.name)},
+            {QStringLiteral("description"), SafeText::shown(gamut.description)},
+            {QStringLiteral("key"), gamut.key.name()},
+            {QStringLiteral("visible"), gamut.visible},
+            {QStringLiteral("opacity"), double(gamut.opacity)},
+            {QStringLiteral("intent"), GamutWords::intent(report.intent)},
+            {QStringLiteral("bpc"), GamutWords::blackPointCompensated(report)},
+            {QStringLiteral("notes"), QJsonArray::fromStringList(GamutWords::notes(report))},
+            {QStringLiteral("volume"), report.volume},
+            {QStringLiteral("uncertainty"), report.volumeUncertainty},
+            {QStringLiteral("white"), labJson(report.white)},
+            {QStringLiteral("black"), labJson(report.black)},
+            {QStringLiteral("surface"), PageSurface::of(gamut.gamut).json()}};
+}
+
+/// Row i, column j: the share of gamut i that gamut j covers.
+QJsonArray coverageJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
+{
+    const qsizetype size = gamuts.size();
+    std::vector<std::vector<double>> shares(static_cast<std::size_t>(size),
+                                            std::vector<double>(static_cast<std::size_t>(size), 1.0));
+    qsizetype done = 0;
+    for (qsizetype i = 0; i < size; ++i)
+        for (qsizetype j = i + 1; j < size; ++j) {
+            const KVGamut::Comparison found = gamuts[i].gamut.compare(gamuts[j].gamut);
+            const auto row = static_cast<std::size_t>(i), column = static_cast<std::size_t>(j);
+            shares[row][column] = double(found.firstCovered);
+            shares[column][row] = double(found.secondCovered);
+            if (shown)
+                shown(static_cast<float>(++done) / static_cast<float>(size * (size - 1) / 2));
+        }
+    QJsonArray rows;
+    for (const std::vector<double>& share : shares) {
+        QJsonArray row;
+        for (const double value : share)
+            row.append(value);
+        rows.append(row);
+    }
+    return rows;
+}
+
+QByteArray dataJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
+{
+    QJsonArray all;
+    for (const Gamut& gamut : gamuts)
+        all.append(gamutJson(gamut));
+    return QJsonDocument(QJsonObject{{QStringLiteral("program"), program()},
+                                     {QStringLiteral("coverage"), coverageJson(gamuts, shown)},
+                                     {QStringLiteral("gamuts"), all}})
+        .toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+void GamutPage::chooseOpacities(QList<Gamut>& gamuts)
+{
+    const auto isSmaller = [](const Gamut& a, const Gamut& b) {
+        return a.gamut.report().volume < b.gamut.report().volume;
+    };
+    const auto smallest = std::min_element(gamuts.begin(), gamuts.end(), isSmaller);
+    for (auto gamut = gamuts.begin(); gamut != gamuts.end(); ++gamut)
+        gamut->opacity = gamut == smallest ? 1.0f : translucent;
+}
+
+QByteArray GamutPage::of(const QList<Gamut>& gamuts, const Shown& shown)
+{
+    const QByteArray style = resource("page.css"), library = resource("three.min.js"), own = script();
+    return PageText::filled(resource("page.html"),
+                            {{"title", PageText::html(title(gamuts))},
+                             {"program", PageText::html(program())},
+                             {"policy", PageText::policy({library, own}, style)},
+                             {"style", style},
+                             {"library", library},
+                             {"script", own},
+                             {"licence", PageText::html(QString::fromUtf8(resource("MIT-three.txt")))},
+                             {"data", PageText::jsonInScript(dataJson(gamuts, shown))}});
+}
