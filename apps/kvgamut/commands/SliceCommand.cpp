@@ -75,7 +75,7 @@ void SliceCommand::declareWhat()
             ->type_name(type);
     };
     CLI::Option* lightness =
-        plane("--lightness", "L", SlicePlane::Lightness, -100.0, 200.0, "Cut at this L*: a* and b*");
+        plane("--lightness", "L", SlicePlane::Lightness, 0.0, 100.0, "Cut at this L*, 0 to 100: a* and b*");
     CLI::Option* hue = plane("--hue", "H", SlicePlane::Hue, -360.0, 360.0,
                              "Cut at this hue angle, degrees from +a* towards +b*: C* and L*");
     hue->excludes(lightness);
@@ -151,6 +151,9 @@ int SliceCommand::report() const
         say(*problem);
         return BadOutput;
     }
+    if (isDrawing()) // data state that there are no rings
+        for (const Problem& note : slices.misses())
+            say(note);
     return allUsed ? Done : BadInput;
 }
 

@@ -324,6 +324,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Misuse{"outputOverTheReference", "sRGB -o @ --reference @", "reference"},
                     Misuse{"unknownIntent", "sRGB -o @ --intent wild", "--intent"},
                     Misuse{"clipOfWords", "sRGB -o @ --clip high", "--clip"},
+                    Misuse{"clipBelowBlack", "sRGB -o @ --clip -1", "0 to 100"},
+                    Misuse{"clipAboveWhite", "sRGB -o @ --clip 101", "0 to 100"},
                     Misuse{"markerTypeWithoutMarkers", "sRGB -o @ --marker-type cube", "--markers"},
                     Misuse{"unknownMarkerType", "sRGB -o @ --markers x --marker-type blob", "--marker-type"},
                     Misuse{"markerSizeOfNothing", "sRGB -o @ --markers x --marker-size 0", "--marker-size"},

@@ -196,10 +196,36 @@ TEST_F(SliceTest, numbersDoNotDependOnTheOrderOfTheInputs)
 
 TEST_F(SliceTest, hasNoRingsOutsideTheGamut)
 {
-    const QJsonArray gamuts = json(QStringList{sRGB} + words("--lightness 120"));
+    // the paper has an L* of 88.7
+    const QJsonArray gamuts = json(QStringList{cmyk} + words("--lightness 95"));
     EXPECT_TRUE(gamuts[0].toObject()[QLatin1String("rings")].toArray().isEmpty());
     EXPECT_EQ(number(gamuts[0], "area"), 0.0);
-    EXPECT_EQ(slice(QStringList{sRGB} + words("--lightness 120")).output, "profile,ring,L,a,b,C\n");
+    EXPECT_EQ(slice(QStringList{cmyk} + words("--lightness 95")).output, "profile,ring,L,a,b,C\n");
+}
+
+TEST_F(SliceTest, refusesALightnessBeyondTheScale)
+{
+    for (const char* value : {"150", "100.1", "-1"})
+        EXPECT_TRUE(failedWith(
+            slice({sRGB, QStringLiteral("--lightness"), QLatin1String(value), QStringLiteral("-o"),
+                   output("svg")}),
+            WrongUsage,
+            QStringLiteral("kvgamut: --lightness: '%1' is not a number from 0 to 100 (see kvgamut --help)")
+                .arg(QLatin1String(value))));
+    EXPECT_TRUE(succeeded(slice(QStringList{sRGB} + words("--lightness 100"))));
+}
+
+TEST_F(SliceTest, aDrawingSaysWhichGamutsThePlaneMisses)
+{
+    const Answer answer =
+        slice(QStringList{cmyk, sRGB} + words("--lightness 95 -o") + QStringList{output("svg")});
+    EXPECT_EQ(answer.exitCode, Done);
+    const QString start =
+        QStringLiteral("kvgamut: '%1': no colours at L* 95; the gamut reaches from L* ").arg(cmyk);
+    EXPECT_TRUE(answer.errors.startsWith(start.toUtf8())) << answer.errors.toStdString();
+    EXPECT_TRUE(answer.errors.endsWith(" to 88.7\n")) << answer.errors.toStdString(); // the paper
+    EXPECT_EQ(answer.errors.count('\n'), 1);
+    EXPECT_TRUE(contents(output("svg")).contains("default_cmyk.icc"));
 }
 
 TEST_F(SliceTest, settingsHaveAnEffect)

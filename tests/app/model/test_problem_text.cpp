@@ -23,6 +23,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::CgatsCountDiffers:
         return 4;
     case ProblemCode::SessionNotInRange:
+    case ProblemCode::NothingAtLightness:
         return 3;
     case ProblemCode::TooManyColumns:
     case ProblemCode::LineTooLong:
@@ -58,6 +59,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::SessionNotFileList:
     case ProblemCode::SessionNotList:
     case ProblemCode::SessionNotGroup:
+    case ProblemCode::NothingAtHue:
     case ProblemCode::NoCameraInClipboard:
     case ProblemCode::DisplayNotReachable:
         return 1;

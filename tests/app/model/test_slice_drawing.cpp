@@ -3,6 +3,7 @@
 #include "app/support/Solids.h"
 
 #include "model/slices/SliceDrawing.h"
+#include "model/slices/SliceFile.h"
 
 #include <gtest/gtest.h>
 
@@ -175,6 +176,78 @@ TEST(SliceDrawing, hasALegendByDefault)
     };
     const qreal right = ofBox(atFifty).planeToArea(QRectF(0, 0, 600, 400)).map(QPointF(100, 0)).x();
     EXPECT_GT(redRightOf(with, static_cast<int>(right) + 4), 5); // the colour sample of the legend
+}
+
+/// Boxes side by side along b*, in the default colours.
+SliceDrawing ofBoxes(int count)
+{
+    SliceDrawing drawing = SliceDrawing::ofPlane(atFifty);
+    for (int i = 0; i < count; ++i) {
+        const float b = static_cast<float>(20 * i);
+        drawing.add({QStringLiteral("box %1").arg(i + 1),
+                     {QStringLiteral("a note"), QStringLiteral("an area")},
+                     SliceDrawing::defaultColor(i)},
+                    gamutSlice(box({0, -60, b}, {100, 60, b + 18}), atFifty));
+    }
+    return drawing;
+}
+
+/// The text of a drawing, as an SVG contains it.
+QByteArray svgOf(const SliceDrawing& drawing, const QSize& size)
+{
+    return SliceFile::svg(drawing, size);
+}
+
+TEST(SliceDrawing, namesEveryGamutInsideTheDrawing)
+{
+    for (const QSize& size : {QSize(1000, 750), QSize(640, 480), QSize(500, 900), QSize(2000, 400)})
+        for (const int count : {1, 6, 7, 8, 15, 25}) {
+            const QByteArray svg = svgOf(ofBoxes(count), size);
+            for (int i = 1; i <= count; ++i)
+                EXPECT_TRUE(svg.contains(QStringLiteral(">box %1<").arg(i).toUtf8())) << i << " of " << count;
+            const QImage picture = drawn(ofBoxes(count), size);
+            for (int x = 0; x < size.width(); ++x)
+                ASSERT_EQ(picture.pixelColor(x, size.height() - 1), QColor(Qt::white)) << "cut off";
+        }
+}
+
+TEST(SliceDrawing, countsTheGamutsForWhichTheLegendHasNoRoom)
+{
+    const QByteArray svg = svgOf(ofBoxes(100), {1000, 750});
+    const int named = static_cast<int>(svg.count(">box "));
+    EXPECT_GT(named, 50);
+    EXPECT_LT(named, 100);
+    EXPECT_TRUE(svg.contains(QStringLiteral(">and %1 more<").arg(100 - named).toUtf8()));
+}
+
+TEST(SliceDrawing, leavesNotesOutBeforeTextBecomesSmaller)
+{
+    EXPECT_EQ(svgOf(ofBoxes(8), {1000, 750}).count(">a note<"), 8);
+    const QByteArray many = svgOf(ofBoxes(12), {1000, 750});
+    EXPECT_EQ(many.count(">a note<"), 0);
+    EXPECT_EQ(many.count(">an area<"), 12); // the last note is the most important
+}
+
+TEST(SliceDrawing, gamutsOfTheSameColourHaveDifferentLines)
+{
+    const QSize size(1000, 750);
+    const SliceDrawing drawing = ofBoxes(15); // the 1st, 8th and 15th have the same colour
+    const QImage picture = drawn(drawing, size);
+    const QTransform place = drawing.planeToArea(QRectF(QPointF(), size));
+    const auto share = [&](int i) { // of the edge at a* 60 that is drawn
+        int seen = 0;
+        for (int k = 0; k < 100; ++k)
+            seen +=
+                shows(picture, place.map(QPointF(60, 20 * i + 2 + 0.14 * k)), SliceDrawing::defaultColor(0))
+                    ? 1
+                    : 0;
+        return seen;
+    };
+    EXPECT_EQ(share(0), 100);
+    EXPECT_LT(share(7), 98);
+    EXPECT_GT(share(7), 50);
+    EXPECT_LT(share(14), share(7) + 25);
+    EXPECT_GT(share(14), 20);
 }
 
 TEST(SliceDrawing, usesItsPalette)

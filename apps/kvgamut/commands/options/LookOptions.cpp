@@ -101,8 +101,8 @@ void LookOptions::declare(CLI::App& parser)
     parser.add_flag("--plane", state.plane, "Show the coloured ab plane below the gamuts");
     option(
         "--clip", "L",
-        [this](const std::string& w) { state.clipping = OptionValues::number(w, -1000.0f, 1000.0f); },
-        "Cut the gamuts off above this lightness");
+        [this](const std::string& w) { state.clipping = OptionValues::number(w, 0.0f, 100.0f); },
+        "Cut the gamuts off above this lightness, 0 to 100");
     parser.add_flag("--primaries", look.primaries, "Show the ramps of the colorants");
     parser.add_flag_callback(
         "--no-projection", [this] { look.projection = false; }, "Hide the gamuts' outlines on the ab plane");

@@ -76,6 +76,10 @@ enum class ProblemCode : int
     XmlTooManyAttributes, ///< arguments: line number, the limit of an element
     ObjectsWithoutLab,    ///< arguments: number left out, number of all; a problem, or a note about a part
 
+    // sections; notes about a gamut that the plane misses
+    NothingAtLightness, ///< arguments: the lightness, the lowest and the highest of the gamut
+    NothingAtHue,       ///< argument: the hue angle
+
     // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
     NotASession,           ///< no arguments
     SessionNotBool,        ///< place

@@ -24,7 +24,11 @@ constexpr qreal swatch = 1.6 * text;
 constexpr qreal strongLine = 2.0;
 constexpr qreal thinLine = 0.9;
 constexpr qreal fillOpacity = 0.07;
-constexpr qreal wideShape = 1.2; // minimum aspect ratio for a legend beside the plot instead of below
+constexpr qreal belowPlot = 3.6 * text; // room for the numbers and the name of the axis
+constexpr qreal smallestPlot = 0.3;     // relative to the height of the drawing
+constexpr int maxLegendLines = 8;       // for each gamut
+constexpr qreal smallestLegend = 0.5;   // scale of its text
+constexpr qreal wideShape = 1.2;        // minimum aspect ratio for a legend beside the plot instead of below
 
 QFont font(bool bold = false)
 {
@@ -86,6 +90,12 @@ QPainterPath pathOf(const QList<QPolygonF>& rings, const QTransform& transform)
     return path;
 }
 
+/// The last @p count of @p notes, or all if they are fewer.
+QStringList lastOf(const QStringList& notes, qsizetype count)
+{
+    return notes.last(std::clamp<qsizetype>(count, 0, notes.size()));
+}
+
 /// Draws @p words and, after them, @p subscript, in the middle of @p at.
 void paintSymbol(QPainter& painter, const QPointF& at, const QString& words, const QString& subscript)
 {
@@ -102,6 +112,15 @@ void paintSymbol(QPainter& painter, const QPointF& at, const QString& words, con
 
 } // namespace
 
+/// How the legend is shown, in units of the layout.
+struct SliceDrawing::Legend
+{
+    int lines = 0;       ///< for each gamut: its name and the last of its notes
+    qreal scale = 1.0;   ///< of the text
+    qsizetype shown = 0; ///< gamuts; a line tells how many more there are
+    QSizeF size;
+};
+
 /// Positions of the parts of the drawing, in units of the layout.
 struct SliceDrawing::Layout
 {
@@ -111,7 +130,8 @@ struct SliceDrawing::Layout
     QRectF range;       ///< what the frame shows, in coordinates of the plane
     QTransform toPlot;  ///< from coordinates of the plane
     double step = 10.0; ///< between ticks
-    QPointF legend;     ///< its top left corner
+    Legend legend;
+    QPointF legendAt; ///< its top left corner
     qreal legendWidth = 0.0;
 };
 
@@ -134,10 +154,20 @@ QColor SliceDrawing::defaultColor(qsizetype position)
     return colors[static_cast<size_t>(position) % colors.size()];
 }
 
+/// Distinguishes a gamut from those before it that have the same colour.
+Qt::PenStyle SliceDrawing::styleFor(const QColor& color) const
+{
+    constexpr std::array styles{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine,
+                                Qt::DashDotDotLine};
+    const auto before = std::count_if(m_curves.begin(), m_curves.end(),
+                                      [&](const Curve& curve) { return curve.gamut.color == color; });
+    return styles[static_cast<size_t>(before) % styles.size()];
+}
+
 void SliceDrawing::add(const Gamut& gamut, const GamutSlice& slice)
 {
     if (!m_ofRings)
-        m_curves.append({gamut, slice.rings, {}});
+        m_curves.append({gamut, slice.rings, {}, styleFor(gamut.color)});
 }
 
 void SliceDrawing::add(const Gamut& gamut, const GamutRings& rings)
@@ -146,7 +176,7 @@ void SliceDrawing::add(const Gamut& gamut, const GamutRings& rings)
         return;
     if (m_ringLightness.isEmpty())
         m_ringLightness = rings.lightness;
-    Curve curve{gamut, {}, rings.rings};
+    Curve curve{gamut, {}, rings.rings, styleFor(gamut.color)};
     if (!curve.thin.isEmpty())
         curve.strong.append(curve.thin.takeLast());
     m_curves.append(curve);
@@ -181,19 +211,40 @@ QRectF SliceDrawing::wantedRange() const
     return ofHue ? range.adjusted(0, 0, room, 0) : range.adjusted(-room, -room, room, room);
 }
 
-QSizeF SliceDrawing::legendSize() const
+/// The size of a legend of all gamuts with at most @p lines each.
+QSizeF SliceDrawing::legendSize(int lines) const
 {
-    if (!m_legendVisible || m_curves.isEmpty())
-        return {0.0, 0.0};
     qreal width = 0.0;
     qreal height = 0.0;
     for (const Curve& curve : m_curves) {
         width = std::max(width, widthOf(curve.gamut.name, true));
-        for (const QString& note : curve.gamut.notes)
+        const QStringList notes = lastOf(curve.gamut.notes, lines - 1);
+        for (const QString& note : notes)
             width = std::max(width, widthOf(note));
-        height += static_cast<qreal>(1 + curve.gamut.notes.size()) * lineHeight + gap;
+        height += static_cast<qreal>(1 + notes.size()) * lineHeight + (lines > 1 ? gap : 0.0);
     }
     return {swatch + gap + width, height};
+}
+
+/// The most detailed legend whose height is at most @p room: first notes are left out, then text becomes
+/// smaller, then gamuts are only counted.
+SliceDrawing::Legend SliceDrawing::legend(qreal room) const
+{
+    Legend legend{0, 1.0, m_curves.size(), {0.0, 0.0}};
+    if (!m_legendVisible || m_curves.isEmpty())
+        return legend;
+    for (legend.lines = maxLegendLines; legend.lines > 1; --legend.lines)
+        if (legendSize(legend.lines).height() <= room)
+            break;
+    legend.size = legendSize(legend.lines);
+    if (legend.size.height() <= room)
+        return legend;
+    legend.scale = std::max(smallestLegend, room / legend.size.height());
+    const auto fit = static_cast<qsizetype>(room / (legend.scale * lineHeight) + 1e-6);
+    if (fit < m_curves.size())
+        legend.shown = std::max<qsizetype>(fit - 1, 0); // a line for the number of the others
+    legend.size = QSizeF(legend.size.width() * legend.scale, room);
+    return legend;
 }
 
 SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
@@ -206,13 +257,17 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
     l.whole = QRectF(0, 0, area.width() / scale, area.height() / scale);
 
     const bool beside = area.width() > wideShape * area.height();
-    const QSizeF legend = legendSize();
+    const qreal top = m_legendVisible ? 3.0 * text : text;
+    l.legend =
+        legend(l.whole.height() - top - gap - (beside ? 0.0 : belowPlot + smallestPlot * l.whole.height()));
+    const QSizeF& legend = l.legend.size;
     l.legendWidth = std::min(legend.width(), (beside ? 0.45 : 1.0) * l.whole.width() - 2 * gap);
-    QRectF room = l.whole.adjusted(4.6 * text, m_legendVisible ? 3.0 * text : text, -1.5 * text, -3.6 * text);
+    QRectF room = l.whole.adjusted(4.6 * text, top, -1.5 * text, -belowPlot);
     if (beside && !legend.isEmpty())
         room.setRight(l.whole.right() - l.legendWidth - 2.5 * text);
     else if (!legend.isEmpty())
-        room.setBottom(std::max(room.bottom() - legend.height(), room.top() + 0.3 * l.whole.height()));
+        room.setBottom(
+            std::max(room.bottom() - legend.height(), room.top() + smallestPlot * l.whole.height()));
     room.setSize(room.size().expandedTo(QSizeF(text, text)));
 
     // both axes have the same scale; the frame ends at ticks
@@ -229,8 +284,9 @@ SliceDrawing::Layout SliceDrawing::layout(const QRectF& area) const
     l.toPlot.translate(l.plot.left(), l.plot.bottom());
     l.toPlot.scale(perUnit, -perUnit);
     l.toPlot.translate(-l.range.left(), -l.range.top());
-    l.legend = beside ? QPointF(l.plot.right() + 1.5 * text, l.plot.top())
-                      : QPointF(l.plot.left(), l.plot.bottom() + 3.6 * text);
+    const qreal lowest = l.whole.bottom() - gap - legend.height(); // where the whole legend is visible
+    l.legendAt = beside ? QPointF(l.plot.right() + 1.5 * text, std::min(l.plot.top(), lowest))
+                        : QPointF(l.plot.left(), l.plot.bottom() + belowPlot);
     return l;
 }
 
@@ -319,8 +375,8 @@ void SliceDrawing::paintCurves(QPainter& painter, const Layout& l) const
 {
     painter.save();
     painter.setClipRect(l.plot);
-    const auto pen = [](const QColor& color, qreal width) {
-        return QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    const auto pen = [](const QColor& color, qreal width, Qt::PenStyle style = Qt::SolidLine) {
+        return QPen(color, width, style, style == Qt::SolidLine ? Qt::RoundCap : Qt::FlatCap, Qt::RoundJoin);
     };
     for (const Curve& curve : m_curves) {
         QColor fill = curve.gamut.color;
@@ -332,7 +388,7 @@ void SliceDrawing::paintCurves(QPainter& painter, const Layout& l) const
         painter.setPen(pen(curve.gamut.color, thinLine));
         for (const QPolygonF& ring : curve.thin)
             painter.drawPath(pathOf({ring}, l.toPlot));
-        painter.setPen(pen(curve.gamut.color, strongLine));
+        painter.setPen(pen(curve.gamut.color, strongLine, curve.style));
         painter.drawPath(pathOf(curve.strong, l.toPlot));
     }
     painter.restore();
@@ -365,8 +421,13 @@ void SliceDrawing::paintRingLabels(QPainter& painter, const Layout& l) const
 
 void SliceDrawing::paintLegend(QPainter& painter, const Layout& l) const
 {
-    QPointF at = l.legend;
-    const qreal room = std::max(l.legendWidth - swatch - gap, text);
+    const qreal scale = l.legend.scale;
+    painter.save();
+    painter.translate(l.legendAt);
+    painter.scale(scale, scale);
+    QPointF at;
+    constexpr qreal rounding = 0.01; // the widest text must not be elided for a rounding error
+    const qreal room = std::max(l.legendWidth / scale - swatch - gap + rounding, text);
     const auto words = [&](const QString& line, bool bold) {
         painter.setFont(font(bold));
         painter.setPen(m_palette.ink);
@@ -374,12 +435,16 @@ void SliceDrawing::paintLegend(QPainter& painter, const Layout& l) const
                          QFontMetricsF(font(bold)).elidedText(line, Qt::ElideMiddle, room));
         at.ry() += lineHeight;
     };
-    for (const Curve& curve : m_curves) {
-        painter.setPen(QPen(curve.gamut.color, strongLine * 1.5, Qt::SolidLine, Qt::FlatCap));
+    for (const Curve& curve : m_curves.first(l.legend.shown)) {
+        painter.setPen(QPen(curve.gamut.color, strongLine * 1.5, curve.style, Qt::FlatCap));
         painter.drawLine(at + QPointF(0, 0.65 * text), at + QPointF(swatch, 0.65 * text));
         words(curve.gamut.name, true);
-        for (const QString& note : curve.gamut.notes)
+        for (const QString& note : lastOf(curve.gamut.notes, l.legend.lines - 1))
             words(note, false);
-        at.ry() += gap;
+        at.ry() += l.legend.lines > 1 ? gap : 0.0;
     }
+    if (l.legend.shown < m_curves.size())
+        painter.drawText(at + QPointF(swatch + gap, text),
+                         QStringLiteral("and %1 more").arg(m_curves.size() - l.legend.shown));
+    painter.restore();
 }

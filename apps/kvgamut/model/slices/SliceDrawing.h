@@ -11,8 +11,8 @@
 
 class QPainter;
 
-/// A two-dimensional drawing of gamuts to scale, with axes and a legend: cuts at a lightness (a*, b*) or at a
-/// hue (C*, L*), or gamut rings (a*RSS, b*RSS).
+/// A two-dimensional drawing of gamuts to scale, with axes and a legend of all gamuts, as detailed as fits:
+/// cuts at a lightness (a*, b*) or at a hue (C*, L*), or gamut rings (a*RSS, b*RSS).
 ///
 /// A value type. It draws with any QPainter: into an image, a widget, an SVG or a PDF. Text needs a
 /// QGuiApplication, which may use the offscreen platform.
@@ -38,7 +38,8 @@ public:
     static SliceDrawing ofPlane(const SlicePlane& plane);
     /// An empty drawing of gamut rings.
     static SliceDrawing ofRings();
-    /// Default colour of the gamut at @p position; these are also distinct for colour-blind people.
+    /// Default colour of the gamut at @p position; the first seven are distinct, also for colour-blind
+    /// people. Gamuts of the same colour differ by the dashes of their lines.
     static QColor defaultColor(qsizetype position);
 
     /// Adds the outlines of @p slice. Does nothing in a drawing of rings.
@@ -68,13 +69,17 @@ private:
         Gamut gamut;
         QList<QPolygonF> strong; ///< thick lines around a light even-odd fill
         QList<QPolygonF> thin;
+        Qt::PenStyle style = Qt::SolidLine; ///< of the thick lines
     };
     struct Layout;
+    struct Legend;
 
     explicit SliceDrawing(bool rings, const SlicePlane& plane) : m_ofRings(rings), m_plane(plane) {}
 
     QRectF wantedRange() const;
-    QSizeF legendSize() const;
+    Legend legend(qreal room) const;
+    QSizeF legendSize(int lines) const;
+    Qt::PenStyle styleFor(const QColor& color) const;
     Layout layout(const QRectF& area) const;
     void paintAxes(QPainter& painter, const Layout& layout) const;
     void paintTicks(QPainter& painter, const Layout& layout) const;

@@ -11,6 +11,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QLocale>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -94,7 +95,34 @@ void SliceReport::add(const QString& name, const KVGamut::GamutObject& gamut, co
         item.slice = gamutSlice(gamut.mesh(), *m_plane);
     else
         item.rings = gamutRings(gamut.mesh());
+    const std::vector<KVGamut::LabPoint>& colors = gamut.mesh().lab;
+    const auto isDarker = [](const KVGamut::LabPoint& one, const KVGamut::LabPoint& other) {
+        return one.L < other.L;
+    };
+    if (!colors.empty()) {
+        const auto [lowest, highest] = std::minmax_element(colors.begin(), colors.end(), isDarker);
+        item.lowest = lowest->L;
+        item.highest = highest->L;
+    }
     m_items.append(item);
+}
+
+QList<Problem> SliceReport::misses() const
+{
+    QList<Problem> notes;
+    for (const Item& item : m_items) {
+        if (!m_plane || !item.slice.rings.isEmpty())
+            continue;
+        const QString value = QString::number(m_plane->value);
+        if (m_plane->kind == SlicePlane::Hue)
+            notes.append(Problem(ProblemCode::NothingAtHue, {value}, item.name));
+        else
+            notes.append(Problem(ProblemCode::NothingAtLightness,
+                                 {value, QString::number(double(item.lowest), 'f', 1),
+                                  QString::number(double(item.highest), 'f', 1)},
+                                 item.name));
+    }
+    return notes;
 }
 
 QByteArray SliceReport::csv() const

@@ -4,6 +4,7 @@
 #include "GamutRings.h"
 #include "GamutSlice.h"
 #include "SliceDrawing.h"
+#include "model/problems/Problem.h"
 
 #include <optional>
 
@@ -24,6 +25,8 @@ public:
     /// area and rings (each an array of [L, a, b]); for rings also volume and rings (each an object with
     /// lightness, area and points [a_rss, b_rss] at equal steps of hue).
     QByteArray json() const;
+    /// A note for each gamut that the plane misses: NothingAtLightness or NothingAtHue.
+    QList<Problem> misses() const;
     /// With a legend that states profile, intent, white, and area or volume.
     SliceDrawing drawing() const;
 
@@ -35,6 +38,8 @@ private:
         KVGamut::Report report;
         GamutSlice slice; ///< of a report of cuts
         GamutRings rings; ///< of a report of rings
+        float lowest = 0.0f;
+        float highest = 0.0f; ///< L* of the gamut
     };
 
     QStringList legendNames() const;

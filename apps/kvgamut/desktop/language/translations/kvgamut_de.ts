@@ -1246,6 +1246,14 @@ wird berechnet</translation>
         <source>the shader cannot be built: %1</source>
         <translation>der Shader lässt sich nicht übersetzen: %1</translation>
     </message>
+    <message>
+        <source>no colours at L* %1; the gamut reaches from L* %2 to %3</source>
+        <translation>keine Farben bei L* %1; der Gamut reicht von L* %2 bis %3</translation>
+    </message>
+    <message>
+        <source>no colours at the hue %1</source>
+        <translation>keine Farben beim Farbton %1</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
