@@ -18,7 +18,7 @@ kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool libxcb-xtest0-dev clang libclang-rt-dev help2man
     debootstrap dpkg-dev desktop-file-utils doxygen jq locales)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.
-kv_optional_test_packages=(clang-format-14)
+kv_optional_test_packages=(clang-format-14 chromium)
 
 kv_is_installed() {
     [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
