@@ -155,6 +155,23 @@ struct Comparison
 };
 static_assert(sizeof(Comparison) == 18 * sizeof(float), "the order of the eighteen floats is the interface");
 
+/// How accurate the values of a Comparison are: the true value lies within value ± this.
+struct ComparisonUncertainty
+{
+    double intersection = 0.0;  ///< dE76 cubed
+    double unionVolume = 0.0;   ///< dE76 cubed
+    double secondCovered = 0.0; ///< a share, 0..1
+    double firstCovered = 0.0;  ///< a share, 0..1
+};
+
+/// A comparison of two gamuts, and how accurate it is.
+struct ComparisonReport
+{
+    Comparison values;                 ///< as GamutObject::compare()
+    ComparisonUncertainty uncertainty; ///< of the values; estimates
+    std::optional<KVProblem> problem;  ///< Cancelled, or OutOfMemory: the other members have no meaning
+};
+
 /// Distance of a colour from a gamut's surface.
 struct Nearest
 {
@@ -306,8 +323,13 @@ public:
     /// isInside() is true, positive outside, 0 on the surface. For an empty gamut, null, and values that are
     /// NaN or infinite the distance is infinite and the point is NaN.
     Nearest nearest(const float* lab) const;
-    /// Compares this gamut, the first, with @p other, the second.
+    /// Compares this gamut, the first, with @p other, the second. The intersection is that of the surfaces,
+    /// with a correction for the difference between Report::volume and Report::surfaceVolume.
     Comparison compare(const GamutObject& other) const;
+    /// The same, with the uncertainties. An empty gamut is exact. Cancelling through @p protocol (may be
+    /// null) ends it early.
+    [[nodiscard]] ComparisonReport compareWithUncertainty(const GamutObject& other,
+                                                          KVCompletionProtocolPtr* protocol = nullptr) const;
 
     Method method() const; ///< as GamutObject::method()
     /// Why there is no gamut; nullopt if there is one, or if nothing has been computed or restored yet.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Comparing.h"
 #include "GamutData.h"
 #include "Serialize.h"
 #include <engine/base/ListOf.h>
-#include <engine/mesh/Compare.h>
 #include <engine/surface/GamutBuilder.h>
 
 #include <QtCore/QElapsedTimer>
@@ -214,53 +214,31 @@ Nearest GamutObject::nearest(const float* lab) const
             {static_cast<float>(p.L), static_cast<float>(p.a), static_cast<float>(p.b)}};
 }
 
-namespace {
-
-struct Solid
-{
-    double volume = 0.0;
-    double ofSurface = 0.0;
-
-    double ratio() const { return ofSurface > 0.0 ? volume / ofSurface : 1.0; }
-};
-
-Solid solidOf(const QSharedDataPointer<const GamutData>& data)
-{
-    return data ? Solid{data->record.volume, data->surfaceVolume} : Solid{};
-}
-
-// How much larger the intersection of two solids is than that of their surfaces. Its surface is a part of
-// each; the part of a gamut that contains the other is empty.
-double ratioOfIntersection(const Solid& first, const Solid& second, double both)
-{
-    const double outsideFirst = 1.0 - both / std::max(first.ofSurface, both);
-    const double outsideSecond = 1.0 - both / std::max(second.ofSurface, both);
-    const double sum = outsideFirst + outsideSecond;
-    const double partOfFirst = sum > 0.0 ? outsideSecond / sum : 0.5;
-    return std::pow(first.ratio(), partOfFirst) * std::pow(second.ratio(), 1.0 - partOfFirst);
-}
-
-} // namespace
-
 Comparison GamutObject::compare(const GamutObject& other) const
 {
-    Comparison c;
+    Comparison c = velmora::compared(d.constData(), other.d.constData(), {}).values;
     c.whiteFirst = whitePoint();
     c.blackFirst = blackPoint();
     c.whiteSecond = other.whitePoint();
     c.blackSecond = other.blackPoint();
-    const Solid first = solidOf(d), second = solidOf(other.d);
-    double both = 0.0;
-    if (d && other.d)
-        both = velmora::intersectionVolume(d.constData()->record.mesh, other.d.constData()->record.mesh);
-    const double common = both * ratioOfIntersection(first, second, both);
-    c.volumeFirst = static_cast<float>(first.volume);
-    c.volumeSecond = static_cast<float>(second.volume);
-    c.intersection = static_cast<float>(std::min({common, first.volume, second.volume}));
-    c.unionVolume = static_cast<float>(first.volume + second.volume - double(c.intersection));
-    c.secondCovered = second.volume > 0.0 ? c.intersection / c.volumeSecond : 0.0f;
-    c.firstCovered = first.volume > 0.0 ? c.intersection / c.volumeFirst : 0.0f;
     return c;
+}
+
+ComparisonReport GamutObject::compareWithUncertainty(const GamutObject& other,
+                                                     KVCompletionProtocolPtr* protocol) const
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    ComparisonReport report;
+    try {
+        report = velmora::compared(d.constData(), other.d.constData(), task);
+    } catch (const std::bad_alloc&) {
+        report.problem = KVProblem{KVProblemCode::OutOfMemory, {}, {}};
+    }
+    report.values.whiteFirst = whitePoint();
+    report.values.blackFirst = blackPoint();
+    report.values.whiteSecond = other.whitePoint();
+    report.values.blackSecond = other.blackPoint();
+    return report;
 }
 
 Method GamutObject::method() const

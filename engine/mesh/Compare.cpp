@@ -3,6 +3,7 @@
 
 #include "Columns.h"
 #include "MeshVolume.h"
+#include <engine/base/Parts.h>
 
 #include <algorithm>
 #include <array>
@@ -27,18 +28,19 @@ struct Sheet
     }
 };
 
-std::vector<Sheet> sheetsOf(const Mesh& mesh)
+std::vector<Sheet> sheetsOf(const Mesh& mesh, const Task& task)
 {
     const auto points = latticePoints(mesh);
     std::vector<Sheet> sheets;
     sheets.reserve(mesh.triangles.size());
-    for (const Triangle& t : mesh.triangles) {
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        const Triangle& t = mesh.triangles[f];
         const LatticePoint& p = points[static_cast<std::size_t>(t[0])];
         LatticePoint q = points[static_cast<std::size_t>(t[1])];
         LatticePoint r = points[static_cast<std::size_t>(t[2])];
         std::int64_t area = orientationAb(p, q, r);
         if (area == 0)
-            continue; // parallel to L*: its projection has no area
+            return; // parallel to L*: its projection has no area
         Sheet s;
         s.sign = area > 0 ? 1.0 : -1.0;
         if (area < 0) {
@@ -59,7 +61,7 @@ std::vector<Sheet> sheetsOf(const Mesh& mesh)
         s.lowB = std::min({s.ab[0][1], s.ab[1][1], s.ab[2][1]});
         s.highB = std::max({s.ab[0][1], s.ab[1][1], s.ab[2][1]});
         sheets.push_back(s);
-    }
+    });
     return sheets;
 }
 
@@ -223,7 +225,7 @@ void keepWithin(std::vector<Sheet>& sheets, double lowA, double highA, double lo
 
 } // namespace
 
-double intersectionVolume(const Mesh& first, const Mesh& second)
+double intersectionVolume(const Mesh& first, const Mesh& second, const Task& task)
 {
     if (first.triangles.empty() || second.triangles.empty())
         return 0.0;
@@ -237,13 +239,13 @@ double intersectionVolume(const Mesh& first, const Mesh& second)
     if (lowA >= highA || lowB >= highB)
         return 0.0;
 
-    std::vector<Sheet> ours = sheetsOf(first), theirs = sheetsOf(second);
+    std::vector<Sheet> ours = sheetsOf(first, task), theirs = sheetsOf(second, task);
     keepWithin(ours, lowA, highA, lowB, highB);
     keepWithin(theirs, lowA, highA, lowB, highB);
     const CellGrid grid(lowA, highA, lowB, highB);
     const CellGrid::Lists ourLists = grid.listed(ours), theirLists = grid.listed(theirs);
     double volume = 0.0;
-    for (std::size_t c = 0; c < grid.size(); ++c)
+    for (std::size_t c = 0; c < grid.size() && !task.isCancelled(); ++c)
         for (int i = ourLists.first[c]; i < ourLists.first[c + 1]; ++i) {
             const Sheet& s = ours[static_cast<std::size_t>(ourLists.sheets[static_cast<std::size_t>(i)])];
             for (int j = theirLists.first[c]; j < theirLists.first[c + 1]; ++j) {
@@ -261,7 +263,7 @@ double intersectionVolume(const Mesh& first, const Mesh& second)
 
     // Terms that should cancel leave rounding errors: snap to the exact result of touching solids (nothing
     // in common) and of nested ones (the smaller solid).
-    const double smaller = std::min(signedVolume(first), signedVolume(second));
+    const double smaller = std::min(signedVolume(first, task), signedVolume(second, task));
     constexpr double rounding = 1e-8;
     if (std::abs(volume) < rounding * smaller)
         return 0.0;

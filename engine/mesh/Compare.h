@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Mesh.h"
+#include <engine/base/Task.h>
 
 namespace velmora {
 
@@ -13,6 +14,7 @@ namespace velmora {
 /// the same way (up or down), else negative. A pair covers a convex polygon of at most six vertices, on
 /// which the minimum of two linear functions is integrated in closed form. An ab grid finds the pairs.
 /// Identical meshes give their volume, disjoint meshes exactly 0.
-[[nodiscard]] double intersectionVolume(const Mesh& first, const Mesh& second);
+/// If @p task is cancelled, the result has no meaning.
+[[nodiscard]] double intersectionVolume(const Mesh& first, const Mesh& second, const Task& task = {});
 
 } // namespace velmora

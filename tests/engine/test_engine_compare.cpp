@@ -3,6 +3,8 @@
 #include "TestProfiles.h"
 
 #include <engine/mesh/Compare.h>
+#include <engine/mesh/ShareInside.h>
+#include <engine/mesh/WindingIndex.h>
 
 #include <gtest/gtest.h>
 
@@ -170,4 +172,102 @@ TEST(Compare, withAnEmptyGamutHasNoIntersection)
     EXPECT_EQ(c.intersection, 0.0f);
     EXPECT_EQ(c.unionVolume, gamut.volume());
     EXPECT_EQ(c.secondCovered, 0.0f);
+}
+
+TEST(CompareWithUncertainty, hasTheValuesOfCompare)
+{
+    const auto first = gamutOf(openedFile(srgb()), 9);
+    const auto second = gamutOf(openedFile(printerCmyk()), 9);
+    const auto plain = first.compare(second);
+    const auto report = first.compareWithUncertainty(second);
+    EXPECT_FALSE(report.problem);
+    EXPECT_EQ(std::memcmp(&report.values, &plain, sizeof plain), 0);
+}
+
+TEST(CompareWithUncertainty, exchangesTheSidesOnly)
+{
+    const auto first = gamutOf(openedFile(srgb()), 17);
+    const auto second = gamutOf(openedFile(printerCmyk()), 17);
+    const auto ab = first.compareWithUncertainty(second).uncertainty;
+    const auto ba = second.compareWithUncertainty(first).uncertainty;
+    constexpr double rounding = 1e-9;
+    EXPECT_EQ(ab.intersection, ba.intersection);
+    EXPECT_EQ(ab.unionVolume, ba.unionVolume);
+    EXPECT_NEAR(ab.firstCovered, ba.secondCovered, rounding);
+    EXPECT_NEAR(ab.secondCovered, ba.firstCovered, rounding);
+    EXPECT_GT(ab.intersection, 0.0);
+    EXPECT_LT(ab.intersection, 0.01 * double(first.volume()));
+}
+
+TEST(CompareWithUncertainty, coversBoxesThatAreKnownExactly)
+{
+    const auto first = box(20, 80, -30, 50, -60, 10);
+    const auto second = box(50, 90, -10, 70, -20, 40);
+    const auto report = first.compareWithUncertainty(second);
+    const double exact = commonOfBoxes(first, second);
+    EXPECT_NEAR(double(report.values.intersection), exact, report.uncertainty.intersection);
+    EXPECT_LT(report.uncertainty.intersection, 0.005 * exact);
+}
+
+TEST(CompareWithUncertainty, ofAGamutWithItselfIsSureOfTheCoverage)
+{
+    const auto gamut = gamutOf(openedFile(srgb()));
+    KVGamut::GamutObject restored;
+    restored.deserialize(gamut.serialize());
+    for (const auto& other : {gamut, restored}) {
+        const auto report = gamut.compareWithUncertainty(other);
+        EXPECT_EQ(report.uncertainty.intersection, gamut.report().volumeUncertainty);
+        EXPECT_EQ(report.uncertainty.unionVolume, gamut.report().volumeUncertainty);
+        EXPECT_EQ(report.values.firstCovered, 1.0f);
+        EXPECT_EQ(report.uncertainty.firstCovered, 0.0);
+        EXPECT_EQ(report.uncertainty.secondCovered, 0.0);
+    }
+}
+
+// The boundary of the inner one alone decides; it is wholly covered, whatever its volume is.
+TEST(CompareWithUncertainty, ofAContainedGamutIsThatOfItsVolume)
+{
+    const auto inner = box(30, 70, -20, 40, -50, 0), outer = box(20, 80, -30, 50, -60, 10);
+    const auto report = outer.compareWithUncertainty(inner);
+    EXPECT_EQ(report.uncertainty.intersection, inner.report().volumeUncertainty);
+    EXPECT_EQ(report.uncertainty.unionVolume, outer.report().volumeUncertainty);
+    EXPECT_EQ(report.values.secondCovered, 1.0f);
+    EXPECT_EQ(report.uncertainty.secondCovered, 0.0);
+    EXPECT_GT(report.uncertainty.firstCovered, 0.0);
+}
+
+TEST(CompareWithUncertainty, ofDisjointAndEmptyGamutsHasNoIntersection)
+{
+    const auto gamut = box(20, 80, -30, 50, -60, 10);
+    for (const auto& other : {box(85, 99, -30, 50, -60, 10), KVGamut::GamutObject()}) {
+        const auto report = gamut.compareWithUncertainty(other);
+        EXPECT_FALSE(report.problem);
+        EXPECT_EQ(report.values.intersection, 0.0f);
+        EXPECT_EQ(report.uncertainty.intersection, 0.0);
+        EXPECT_EQ(report.uncertainty.firstCovered, 0.0);
+        EXPECT_NEAR(report.uncertainty.unionVolume,
+                    std::hypot(gamut.report().volumeUncertainty, other.report().volumeUncertainty), 1e-9);
+    }
+}
+
+TEST(CompareWithUncertainty, saysThatItWasCancelled)
+{
+    const auto gamut = box(20, 80, -30, 50, -60, 10), other = box(50, 90, -10, 70, -20, 40);
+    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("comparison"));
+    EXPECT_FALSE(gamut.compareWithUncertainty(other, &protocol).problem);
+    protocol->cancel();
+    const auto report = gamut.compareWithUncertainty(other, &protocol);
+    ASSERT_TRUE(report.problem);
+    EXPECT_EQ(report.problem->code, KVProblemCode::Cancelled);
+}
+
+TEST(ShareInside, ofABoxIsTheShareOfItsArea)
+{
+    const auto first = box(20, 80, -30, 50, -60, 10);  // 60 x 80 x 70
+    const auto second = box(50, 95, -40, 60, -70, 20); // contains its upper half
+    const double area = 2.0 * (60 * 80 + 60 * 70 + 80 * 70), inside = 80 * 70 + 30 * 2.0 * (80 + 70);
+    EXPECT_NEAR(velmora::shareInside(first.mesh(), velmora::WindingIndex(second.mesh())), inside / area,
+                0.02);
+    EXPECT_EQ(velmora::shareInside({}, velmora::WindingIndex(second.mesh())), 0.0);
+    EXPECT_EQ(velmora::shareInside(first.mesh(), velmora::WindingIndex()), 0.0);
 }

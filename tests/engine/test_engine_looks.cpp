@@ -11,6 +11,7 @@
 
 #include <engine/base/Parts.h>
 #include <engine/gamut/Serialize.h>
+#include <engine/mesh/Compare.h>
 #include <engine/mesh/ConvexHull.h>
 #include <engine/mesh/MeshChecks.h>
 #include <engine/mesh/MeshVolume.h>
@@ -259,6 +260,18 @@ TEST(Looks, ofTheSearchForIntersections)
 }
 
 // Many triangles in one place are one list.
+TEST(Looks, ofAComparison)
+{
+    const Mesh first = cubeOf(33);
+    Mesh second = first;
+    for (LabPoint& p : second.lab)
+        p.a += 7.0f;
+    constexpr int minCells = 96 * 88;
+    expectEndsSoon(
+        "comparison", [&](const Task& task) { static_cast<void>(intersectionVolume(first, second, task)); },
+        minCells);
+}
+
 TEST(Looks, inADenseListOfTriangles)
 {
     Mesh mesh = cubeOf(33);

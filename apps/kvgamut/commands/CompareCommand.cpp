@@ -26,9 +26,13 @@ Table emptyTable()
     table.add("volume_b", "volume b", Kind::Number, 1);
     table.add("uncertainty_b", "±", Kind::Number, 1);
     table.add("intersection", "intersection", Kind::Number, 1);
+    table.add("intersection_uncertainty", "±", Kind::Number, 1);
     table.add("union", "union", Kind::Number, 1);
+    table.add("union_uncertainty", "±", Kind::Number, 1);
     table.add("coverage_a_of_b", "b in a", Kind::Share, 6, 2);
+    table.add("coverage_uncertainty_a_of_b", "±", Kind::Share, 6, 2);
     table.add("coverage_b_of_a", "a in b", Kind::Share, 6, 2);
+    table.add("coverage_uncertainty_b_of_a", "±", Kind::Share, 6, 2);
     table.add("intent_a", "intent a", Kind::Word);
     table.add("intent_b", "intent b", Kind::Word);
     table.add("bpc_a", "", Kind::Flag);
@@ -46,7 +50,7 @@ Table::Row rowOf(const Input& a, const Input& b)
 {
     QElapsedTimer clock;
     clock.start();
-    const KVGamut::Comparison found = a.gamut->compare(*b.gamut);
+    const auto [found, uncertainty, problem] = a.gamut->compareWithUncertainty(*b.gamut);
     const double seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
     const KVGamut::Report reportA = a.gamut->report(), reportB = b.gamut->report();
     return {a.name,
@@ -56,9 +60,13 @@ Table::Row rowOf(const Input& a, const Input& b)
             reportB.volume,
             reportB.volumeUncertainty,
             found.intersection,
+            uncertainty.intersection,
             found.unionVolume,
+            uncertainty.unionVolume,
             found.secondCovered,
+            uncertainty.secondCovered,
             found.firstCovered,
+            uncertainty.firstCovered,
             GamutWords::intent(reportA.intent),
             GamutWords::intent(reportB.intent),
             GamutWords::blackPointCompensated(reportA),
@@ -95,6 +103,7 @@ CompareCommand::CompareCommand(CLI::App& program)
         "In each pair, a is the input that is named first.\n"
         "  coverage_a_of_b = intersection / volume of b: the share of b that a covers (\"b in a\")\n"
         "  coverage_b_of_a = intersection / volume of a: the share of a that b covers (\"a in b\")\n"
+        "The true values lie within value +- uncertainty.\n"
         "Volumes are in cubed CIE 1976 colour differences of CIELAB (D50).");
 }
 

@@ -61,14 +61,30 @@ TEST_F(CompareTest, equalsTheIntersectionOfTwoBoxes)
 TEST_F(CompareTest, theReverseOrderOnlyExchangesTheSides)
 {
     const QJsonObject ab = compare({fileA, fileB}).value(0), ba = compare({fileB, fileA}).value(0);
-    for (const char* same : {"intersection", "union"})
+    for (const char* same : {"intersection", "union", "intersection_uncertainty", "union_uncertainty"})
         EXPECT_EQ(number(ab, same), number(ba, same)) << same;
     for (const auto& [one, other] :
          {std::pair{"coverage_a_of_b", "coverage_b_of_a"}, std::pair{"volume_a", "volume_b"},
-          std::pair{"uncertainty_a", "uncertainty_b"}}) {
+          std::pair{"uncertainty_a", "uncertainty_b"},
+          std::pair{"coverage_uncertainty_a_of_b", "coverage_uncertainty_b_of_a"}}) {
         EXPECT_EQ(number(ab, one), number(ba, other)) << one;
         EXPECT_EQ(number(ab, other), number(ba, one)) << other;
     }
+}
+
+TEST_F(CompareTest, theTruthOfBoxesIsWithinTheUncertainty)
+{
+    const QJsonObject row = compare({fileA, fileB}).value(0);
+    const double rounding = 100.0; // of the boxes to 16 bits
+    const auto expectHeld = [&row](const char* key, const char* uncertainty, double truth, double more) {
+        EXPECT_NEAR(number(row, key), truth, number(row, uncertainty) + more) << key;
+        EXPECT_GT(number(row, uncertainty), 0.0) << key;
+        EXPECT_LT(number(row, uncertainty), 0.005 * truth) << key;
+    };
+    expectHeld("intersection", "intersection_uncertainty", 192000.0, rounding);
+    expectHeld("union", "union_uncertainty", boxA.volume() + boxB.volume() - 192000.0, rounding);
+    expectHeld("coverage_a_of_b", "coverage_uncertainty_a_of_b", 0.6, 0.0003);
+    expectHeld("coverage_b_of_a", "coverage_uncertainty_b_of_a", 0.5, 0.0003);
 }
 
 TEST_F(CompareTest, comparesTheFirstWithEachOther)
@@ -107,10 +123,12 @@ TEST_F(CompareTest, aGamutCoversItself)
 
 TEST_F(CompareTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(keysOf(compare({fileA, fileB}).value(0)),
-              words(QStringLiteral("a b black_a black_b bpc_a bpc_b coverage_a_of_b coverage_b_of_a intent_a "
-                                   "intent_b intersection seconds uncertainty_a uncertainty_b union volume_a "
-                                   "volume_b white_a white_b")));
+    EXPECT_EQ(
+        keysOf(compare({fileA, fileB}).value(0)),
+        words(QStringLiteral("a b black_a black_b bpc_a bpc_b coverage_a_of_b coverage_b_of_a "
+                             "coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a intent_a intent_b "
+                             "intersection intersection_uncertainty seconds uncertainty_a uncertainty_b "
+                             "union union_uncertainty volume_a volume_b white_a white_b")));
 }
 
 TEST_F(CompareTest, dependsOnTheIntent)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QLocale>
 #include <QtTest/QAbstractItemModelTester>
 
 namespace {
@@ -86,6 +87,21 @@ TEST_F(Comparing, computesMutualCoverage)
     EXPECT_NEAR(number(0, ComparisonModel::CoversActive), small / large, 0.001);
     EXPECT_NEAR(number(0, ComparisonModel::CoveredByActive), 1.0, 0.001);
     EXPECT_TRUE(plain(1, ComparisonModel::Intersection).isEmpty());
+}
+
+TEST_F(Comparing, statesTheUncertaintyOfComparedValues)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("AdobeRGB")});
+    ASSERT_TRUE(finish());
+    const auto toolTip = [this](int row, int column) {
+        return comparison.index(row, column).data(Qt::ToolTipRole).toString();
+    };
+    const auto exact = gamuts.at(0).gamut.compareWithUncertainty(gamuts.at(1).gamut).uncertainty;
+    EXPECT_EQ(toolTip(1, ComparisonModel::Intersection),
+              QStringLiteral("± ") + QLocale().toString(exact.intersection, 'f', 0));
+    EXPECT_EQ(toolTip(1, ComparisonModel::CoversActive),
+              QStringLiteral("± %1 %").arg(QLocale().toString(100.0 * exact.firstCovered, 'f', 3)));
+    EXPECT_EQ(toolTip(0, ComparisonModel::Intersection), QStringLiteral("sRGB")); // nothing is compared there
 }
 
 TEST_F(Comparing, namesTheActiveGamutInItsTitles)

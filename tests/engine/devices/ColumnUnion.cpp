@@ -9,6 +9,14 @@ constexpr int tileSize = 8;
 constexpr double tolerance = 1e-9;
 constexpr double minVertical = 1e-13;
 
+double lengthOf(const std::vector<Interval>& intervals)
+{
+    double sum = 0.0;
+    for (const Interval& interval : intervals)
+        sum += interval.high - interval.low;
+    return sum;
+}
+
 } // namespace
 
 void Polytope::cut(const Point& normal, double limit)
@@ -127,17 +135,13 @@ bool ColumnUnion::coversBox(const Box& box)
     return true;
 }
 
-ColumnUnion::Volume ColumnUnion::integral(bool repeated) const
+template <typename Length>
+ColumnUnion::Volume ColumnUnion::integral(const Length& length) const
 {
     std::array<double, 4> sums{};
     for (int j = 0; j < m_high; ++j)
-        for (int i = 0; i < m_wide; ++i) {
-            double covered = 0.0;
-            for (const Interval& interval : m_covered[indexOf(i, j)])
-                covered += interval.high - interval.low;
-            sums[std::size_t(i % 2 + 2 * (j % 2))] +=
-                repeated ? m_inserted[indexOf(i, j)] - covered : covered;
-        }
+        for (int i = 0; i < m_wide; ++i)
+            sums[std::size_t(i % 2 + 2 * (j % 2))] += length(indexOf(i, j));
     const double area = m_pitch * m_pitch, total = area * (sums[0] + sums[1] + sums[2] + sums[3]);
     double squares = 0.0;
     for (double sum : sums)
@@ -147,12 +151,23 @@ ColumnUnion::Volume ColumnUnion::integral(bool repeated) const
 
 ColumnUnion::Volume ColumnUnion::volume() const
 {
-    return integral(false);
+    return integral([this](std::size_t index) { return lengthOf(m_covered[index]); });
 }
 
 ColumnUnion::Volume ColumnUnion::overlap() const
 {
-    return integral(true);
+    return integral([this](std::size_t index) { return m_inserted[index] - lengthOf(m_covered[index]); });
+}
+
+ColumnUnion::Volume ColumnUnion::common(const ColumnUnion& other) const
+{
+    return integral([&](std::size_t index) {
+        double sum = 0.0;
+        for (const Interval& p : m_covered[index])
+            for (const Interval& q : other.m_covered[index])
+                sum += std::max(0.0, std::min(p.high, q.high) - std::max(p.low, q.low));
+        return sum;
+    });
 }
 
 } // namespace kvdevices

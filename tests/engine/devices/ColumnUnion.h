@@ -66,6 +66,8 @@ public:
     Volume volume() const;
     /// The sum of the lengths of all inserted intervals, less the volume: what solids cover repeatedly.
     Volume overlap() const;
+    /// What both cover. Both have the same columns.
+    Volume common(const ColumnUnion& other) const;
 
 private:
     struct Tile
@@ -77,7 +79,9 @@ private:
     const Interval& coreOf(int tileX, int tileY);
     bool coversBoxInTile(const Box& box, Range x, Range y) const;
     std::size_t indexOf(int i, int j) const { return std::size_t(j) * std::size_t(m_wide) + std::size_t(i); }
-    Volume integral(bool repeated) const;
+    /// The integral of a function of the index of the column.
+    template <typename Length>
+    Volume integral(const Length& length) const;
 
     Point m_low;
     double m_pitch;

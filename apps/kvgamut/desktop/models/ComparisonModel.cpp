@@ -99,8 +99,8 @@ void ComparisonModel::request(const GamutEntry& first, const GamutEntry& second)
         return;
     m_pending.insert(pair);
     Threads::run(m_pool, [a = first.gamut, b = second.gamut] {
-        return a.compare(b);
-    }).then(this, [this, pair](const KVGamut::Comparison& comparison) {
+        return a.compareWithUncertainty(b);
+    }).then(this, [this, pair](const KVGamut::ComparisonReport& comparison) {
         m_pending.remove(pair);
         if (!m_reports.contains(pair.first) || !m_reports.contains(pair.second))
             return; // one of the gamuts was removed during the comparison
@@ -110,7 +110,7 @@ void ComparisonModel::request(const GamutEntry& first, const GamutEntry& second)
     });
 }
 
-std::optional<KVGamut::Comparison> ComparisonModel::comparison(const GamutEntry& entry) const
+std::optional<KVGamut::ComparisonReport> ComparisonModel::comparison(const GamutEntry& entry) const
 {
     const GamutEntry* first = active();
     if (!first || first == &entry)
@@ -140,16 +140,48 @@ std::optional<double> ComparisonModel::number(const GamutEntry& entry, int colum
         return {};
     switch (column) {
     case Intersection:
-        return with->intersection;
+        return with->values.intersection;
     case Union:
-        return with->unionVolume;
+        return with->values.unionVolume;
     case CoversActive:
-        return with->firstCovered;
+        return with->values.firstCovered;
     case CoveredByActive:
-        return with->secondCovered;
+        return with->values.secondCovered;
     default:
         return {};
     }
+}
+
+/// Of the values of a comparison.
+std::optional<double> ComparisonModel::uncertainty(const GamutEntry& entry, int column) const
+{
+    const auto with = comparison(entry);
+    if (!with)
+        return {};
+    switch (column) {
+    case Intersection:
+        return with->uncertainty.intersection;
+    case Union:
+        return with->uncertainty.unionVolume;
+    case CoversActive:
+        return with->uncertainty.firstCovered;
+    case CoveredByActive:
+        return with->uncertainty.secondCovered;
+    default:
+        return {};
+    }
+}
+
+QString ComparisonModel::toolTip(const GamutEntry& entry, int column) const
+{
+    if (column == Intent)
+        return ShownWords::conversion(m_reports.value(entry.revision).conversion);
+    const auto value = uncertainty(entry, column);
+    if (!value)
+        return SafeText::forToolTip(entry.input);
+    const QLocale locale;
+    return isShare(column) ? QStringLiteral("± %1 %").arg(locale.toString(*value * 100.0, 'f', 3))
+                           : QStringLiteral("± ") + locale.toString(*value, 'f', 0);
 }
 
 QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
@@ -200,9 +232,7 @@ QVariant ComparisonModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return index.column() == Name ? QVariant(m_gamuts.signColor(row)) : QVariant();
     case Qt::ToolTipRole:
-        if (index.column() == Intent)
-            return ShownWords::conversion(m_reports.value(entry.revision).conversion);
-        return SafeText::forToolTip(entry.input);
+        return toolTip(entry, index.column());
     case Qt::TextAlignmentRole:
         return QVariant(index.column() < White ? Qt::AlignLeft | Qt::AlignVCenter
                                                : Qt::AlignRight | Qt::AlignVCenter);

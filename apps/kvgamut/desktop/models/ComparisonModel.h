@@ -14,8 +14,8 @@
 /// with the profile, intent and white point that its numbers belong to.
 ///
 /// Comparisons are computed in the background, once for each pair of computed gamuts; until then their cells
-/// show that they are being computed. The gamut list must outlive it; the destructor waits for the comparison
-/// in progress.
+/// show that they are being computed. The tool tip of a computed value shows its uncertainty. The gamut list
+/// must outlive it; the destructor waits for the comparison in progress.
 class ComparisonModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -63,9 +63,11 @@ private:
 
     void refresh();
     void request(const GamutEntry& first, const GamutEntry& second);
-    std::optional<KVGamut::Comparison> comparison(const GamutEntry& entry) const;
+    std::optional<KVGamut::ComparisonReport> comparison(const GamutEntry& entry) const;
+    std::optional<double> uncertainty(const GamutEntry& entry, int column) const;
     std::optional<double> number(const GamutEntry& entry, int column) const;
     QString shownText(const GamutEntry& entry, int column) const;
+    QString toolTip(const GamutEntry& entry, int column) const;
     QString plainText(const GamutEntry& entry, int column) const;
     QVariant shortTitle(int column) const;
     QVariant fullTitle(int column) const;
@@ -74,7 +76,7 @@ private:
     GamutListModel& m_gamuts;
     QList<int> m_rows; ///< rows of the list that have a computed gamut
     QHash<quint64, KVGamut::Report> m_reports;
-    QHash<Pair, KVGamut::Comparison> m_comparisons;
+    QHash<Pair, KVGamut::ComparisonReport> m_comparisons;
     QSet<Pair> m_pending;
     QThreadPool m_pool;
 };
