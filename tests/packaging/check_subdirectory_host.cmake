@@ -2,7 +2,7 @@
 # Configures and builds the host project with the tree, checks which files were built, and runs the host.
 file(REMOVE_RECURSE "${BUILD}")
 execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S ${HOST} -B ${BUILD} -DKV_SOURCE=${SOURCE}
-        -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Debug
+        -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
     COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 
