@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gamut/KV3DGamutObject.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -19,6 +20,20 @@ std::array<QString, 2> surfaceNames()
 {
     return {QStringLiteral("Front"), QStringLiteral("Wireframe")};
 }
+
+KV3DGamutObject::Bounds boundsOf(const KVGamut::Mesh& mesh)
+{
+    if (mesh.lab.empty())
+        return {};
+    const KVGamut::LabPoint& first = mesh.lab.front();
+    QVector3D low(first.L, first.a, first.b), high = low;
+    for (const KVGamut::LabPoint& p : mesh.lab) {
+        low = {std::min(low.x(), p.L), std::min(low.y(), p.a), std::min(low.z(), p.b)};
+        high = {std::max(high.x(), p.L), std::max(high.y(), p.a), std::max(high.z(), p.b)};
+    }
+    return {low, high};
+}
+
 } // namespace
 
 QSharedPointer<KV3DObject> KV3DGamutObject::childFor(KV3DObject& parent, const QString& name, bool visible)
@@ -65,6 +80,7 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
     std::swap(m_gamut, gamut);
     if (gamut.faceCount() > 0)
         kvDisposeOf(std::move(gamut));
+    m_bounds = boundsOf(m_gamut.mesh());
     setProperty(QStringLiteral("volume"), m_gamut.volume());
 
     for (const QString& name : childNames())

@@ -65,6 +65,13 @@ public:
     bool isInside(const QVector3D& p) const;
     KVGamut::Comparison compare(const KV3DGamutObject& other) const;
     const KVGamut::GamutObject& gamut() const { return m_gamut; }
+    /// The smallest and the largest L*, a* and b* of the gamut; zeros before the first load.
+    struct Bounds
+    {
+        QVector3D low;
+        QVector3D high;
+    };
+    const Bounds& bounds() const { return m_bounds; }
     /// Parameters of the last successful load.
     QHash<QString, QVariant> params() const { return m_params.values(); }
 
@@ -107,6 +114,7 @@ private:
     void installWireframe(const GeometryData& geometry);
 
     KVGamut::GamutObject m_gamut;
+    Bounds m_bounds;
     WireframeMaker m_wireframeMaker;
     bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object

@@ -55,6 +55,7 @@ KVGLWidget::~KVGLWidget()
     {
         const ContextScope scope(this);
         m_root.releaseGL();
+        m_overlayRenderer.release();
     }
     m_animation.reset();
 }
@@ -72,6 +73,27 @@ void KVGLWidget::redraw()
     m_mustDraw = true;
     m_frameTimer.invalidate();
     update();
+}
+
+void KVGLWidget::setOverlaySource(OverlaySource source)
+{
+    m_overlaySource = std::move(source);
+    redraw();
+}
+
+Overlay KVGLWidget::overlay(const QSize& size) const
+{
+    if (!m_overlaySource || size.isEmpty())
+        return {};
+    CameraState camera = m_camera;
+    camera.setAspect(size.width(), size.height());
+    return m_overlaySource(camera.projectionMatrix() * camera.viewMatrix(), size);
+}
+
+void KVGLWidget::drawOverlay()
+{
+    if (m_overlaySource)
+        m_overlayRenderer.draw(overlay(deviceSize()), deviceSize());
 }
 
 void KVGLWidget::update()
@@ -210,6 +232,7 @@ void KVGLWidget::paintGL()
     if (!isFrameDue())
         return;
     drawScene(m_camera, m_camera.projectionMatrix());
+    drawOverlay();
     if (requestedFormat().hasAlpha())
         makeOpaque();
     m_lastDrawnCamera = m_camera;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <annotation/Overlay.h>
 #include <glwindow/CameraState.h>
+#include <glwindow/OverlayRenderer.h>
 #include <glwindow/VisibilityWatch.h>
 #include <platform/KVProblem.h>
 #include <scene/Coordinates.h>
@@ -67,6 +69,14 @@ public:
     const KV3DObject& root() const { return m_root; }
     /// Draws the next frame even if nothing changed.
     void redraw();
+
+    /// Makes what is drawn on top of a picture of @p size pixels. @p toClip converts scene coordinates to
+    /// clip coordinates. Called from inside paint events: it must not change or destroy anything.
+    using OverlaySource = std::function<Overlay(const QMatrix4x4& toClip, const QSize& size)>;
+    /// Null: nothing is drawn on top. Takes effect at once.
+    void setOverlaySource(OverlaySource source);
+    /// The overlay of a picture of the present view.
+    [[nodiscard]] Overlay overlay(const QSize& size) const;
 
     /// @name Camera
     /// Each change is an animated move of @p duration milliseconds; moveFinised() is emitted at its end. With
@@ -169,6 +179,7 @@ private:
     void retryLater();
     void setDrawingProblem(const std::optional<KVProblem>& problem);
     void drawScene(const CameraState& camera, const QMatrix4x4& projection);
+    void drawOverlay();
     void makeOpaque();
     QImage resolved(GLuint framebuffer, const QSize& size);
     QSize deviceSize() const;
@@ -178,6 +189,8 @@ private:
     int m_framerate = 30;
     QOpenGLFunctions_1_2 m_functions;
     KV3DObject m_root;
+    OverlaySource m_overlaySource;
+    OverlayRenderer m_overlayRenderer;
     CameraState m_camera;
     CameraState m_lastDrawnCamera;
     QVector3D m_lightPos;

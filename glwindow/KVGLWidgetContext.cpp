@@ -150,6 +150,7 @@ bool KVGLWidget::renewContext()
         m_mustRelease = m_mustRelease || m_initialized;
         m_initialized = false;
         m_hasPicture = false;
+        m_overlayRenderer.abandon();
         // Nobody can release anything in the lost context. Qt's vertex array objects would try and warn.
         QObject::disconnect(context(), SIGNAL(aboutToBeDestroyed()), nullptr, nullptr);
         context()->create();
@@ -204,6 +205,7 @@ void KVGLWidget::releaseScene()
         m_root.releaseGpuObjects();
     else
         m_root.releaseGL();
+    m_overlayRenderer.release();
     m_mustRelease = false;
     m_initialized = false;
     m_hasPicture = false;

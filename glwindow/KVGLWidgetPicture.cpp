@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <annotation/OverlayPainter.h>
 #include <glwindow/ContextScope.h>
 #include <glwindow/KVGLWidget.h>
 #include <glwindow/PictureTiles.h>
@@ -135,5 +136,6 @@ QImage KVGLWidget::picture(const QSize& size)
             return {};
         place(tile, drawn, whole);
     }
+    kvPaintOverlay(whole, overlay(size));
     return whole;
 }

@@ -14,6 +14,8 @@
 #include <memory>
 #include <optional>
 
+class QPainter;
+
 /// @file
 /// The second public class and its values: gamuts that the host computed, progress and failures of loads,
 /// picking, looks, theme, camera, and the state of the view. The guide is docs/EMBEDDING.md.
@@ -97,6 +99,52 @@ public:
     bool operator==(const KVViewTheme&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVViewTheme)
+
+/// A row of the legend.
+struct KV3DVIEWER_EXPORT KVLegendEntry
+{
+    Q_GADGET
+    Q_PROPERTY(QString id MEMBER id)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString details MEMBER details)
+    Q_PROPERTY(QColor key MEMBER key)
+public:
+    QString id;      ///< of the gamut, see KVAnnotations::highlight
+    QString name;    ///< what the gamut is called
+    QString details; ///< what else is said of it, such as the rendering intent and the volume
+    QColor key;      ///< colour by which the gamut is recognised
+
+    bool operator==(const KVLegendEntry&) const = default; ///< all members are equal
+};
+Q_DECLARE_METATYPE(KVLegendEntry)
+
+/// Texts and scales that explain the view. By default there are none.
+///
+/// They are drawn on top of everything else, in the window and in pictures, in black or white, whichever has
+/// more contrast to the background. The text is as high as 2 % of the shorter side of the window or picture,
+/// at least 10 pixels. What does not fit is shortened or left out.
+struct KV3DVIEWER_EXPORT KVAnnotations
+{
+    Q_GADGET
+    Q_PROPERTY(bool scales MEMBER scales)
+    Q_PROPERTY(QList<KVLegendEntry> legend MEMBER legend)
+    Q_PROPERTY(QString highlight MEMBER highlight)
+    Q_PROPERTY(QString caption MEMBER caption)
+    Q_PROPERTY(QString fontFamily MEMBER fontFamily)
+    Q_PROPERTY(float textScale MEMBER textScale)
+public:
+    /// Scales of L*, a* and b* with numbers, on the edges of a box around the visible gamuts. The axes of the
+    /// viewer and their letters are not drawn then; KVGamut3DViewer::displayAxes() is not affected.
+    bool scales = false;
+    QList<KVLegendEntry> legend; ///< rows at the top left
+    QString highlight;           ///< id of the row that is emphasised; empty: none
+    QString caption;             ///< a line at the bottom
+    QString fontFamily;          ///< empty: the font of the application
+    float textScale = 1.0f;      ///< factor of the height of the text
+
+    bool operator==(const KVAnnotations&) const = default; ///< all members are equal
+};
+Q_DECLARE_METATYPE(KVAnnotations)
 
 /// What a host saves and restores, as one value.
 struct KV3DVIEWER_EXPORT KVViewState
@@ -275,6 +323,13 @@ public:
     /// Sets the theme from the palette of the application now and each time that the palette changes.
     void setThemeFollowsPalette(bool follow);
     bool themeFollowsPalette() const; ///< false at first
+
+    /// Texts and scales on top of the view; shown at once.
+    void setAnnotations(const KVAnnotations& annotations);
+    KVAnnotations annotations() const; ///< as set last; none at first
+    /// Draws the annotations of a picture of @p size pixels as vectors, texts as outlines: for SVG and PDF.
+    /// KVGamut3DViewer::picture() contains them as pixels already.
+    void paintAnnotations(QPainter& painter, const QSize& size) const;
 
     /// Cuts the gamuts off above a lightness; nullopt: nothing is cut off. NaN and infinity are ignored.
     void setClipping(const std::optional<float>& lightness);

@@ -49,7 +49,7 @@ sources() {
     if [[ $# -gt 0 ]]; then
         printf '%s\n' "$@"
     else
-        find viewer glwindow scene gamut platform engine apps -name '*.cpp' | sort
+        find viewer annotation glwindow scene gamut platform engine apps -name '*.cpp' | sort
     fi
 }
 analyse() {
@@ -67,7 +67,7 @@ analyse() {
 case $lane in
 asan)
     kv_set_up "$root" test
-    build asan "platform;engine;scene;glwindow;gamut;viewer;lanes"
+    build asan "platform;engine;annotation;scene;glwindow;gamut;viewer;lanes"
     ctest --preset asan --parallel "$(nproc)" --no-tests=error
     ;;
 tsan)

@@ -5,6 +5,9 @@
 #include <viewer/GroupNames.h>
 #include <viewer/ViewerPrivate.h>
 
+#include <memory>
+#include <utility>
+
 namespace {
 
 constexpr float axisWidth = 1.5f;
@@ -34,6 +37,21 @@ QList<ColoredSegment> gridSegments(const QColor& color)
     }
     return segments;
 }
+
+/// Hides the axes and their letters while scales are drawn instead.
+class AxesCheckFunctor : public KV3DObject::IDrawCheckFunctor
+{
+public:
+    explicit AxesCheckFunctor(std::shared_ptr<const bool> hidden) : m_hidden(std::move(hidden)) {}
+
+    bool accept(const QMatrix4x4&, const QMatrix4x4&, const QMatrix4x4&, const CameraState&, int) override
+    {
+        return !*m_hidden;
+    }
+
+private:
+    std::shared_ptr<const bool> m_hidden;
+};
 
 /// Flattens the bars of the grid to ribbons in the plane L* 0. At low angles square bars would hide what is
 /// between them.
@@ -72,8 +90,9 @@ void KVGamut3DViewer::addAxesAndGrid()
     const KVViewTheme theme = d->theme();
 
     const auto axes =
-        d->findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [](KV3DObject& fresh) {
+        d->findOrCreate(root, GroupNames::axes(), GroupNames::axes(), false, [this](KV3DObject& fresh) {
             fresh.setLineWidth(axisWidth);
+            fresh.setDrawCheck(QSharedPointer<AxesCheckFunctor>::create(d->hidesAxes));
             fresh.setDepthBias(kvAxesBias());
         });
     axes->setSegments(axisSegments(theme.axes), false, axes->lineWidth(), 0.0f);

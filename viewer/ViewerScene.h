@@ -17,6 +17,7 @@
 
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <set>
 
 class QKeyEvent;
@@ -67,6 +68,9 @@ public:
     void setTheme(const KVViewTheme& theme);
     void setBackground(const QColor& color);
 
+    void setAnnotations(const KVAnnotations& annotations);
+    const KVAnnotations& annotations() const { return m_annotations; }
+
     /// The scene survives the loss of the OpenGL context while a view is attached.
     void attachView() { widget->setKeepsScene(++m_views > 0); }
     void detachView() { widget->setKeepsScene(--m_views > 0); }
@@ -89,11 +93,14 @@ public:
     QMap<QString, KVGamut::Settings> settings; ///< of the last request for each id
     GamutLoads loads;
     ViewerEvents events;
+    /// Whether the axes are not drawn, because there are scales. Their draw check shares it.
+    const std::shared_ptr<bool> hidesAxes = std::make_shared<bool>(false);
 
 private:
     int freeOutlineRank() const; ///< the lowest that no gamut has; 0 if there is none
     void colourSections();
 
     int m_views = 0;
+    KVAnnotations m_annotations;
     KVViewTheme m_theme; ///< without the background, which the widget holds
 };

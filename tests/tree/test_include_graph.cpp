@@ -45,9 +45,10 @@ Order documentedOrder()
         {"platform/core", {"platform"}},
         {"include", {"platform"}},
         {"scene", {"platform", "glwindow/CameraState.h"}}, // drawn objects use the state of the camera
-        {"glwindow", {"platform", "scene"}},
+        {"annotation", {"platform", "include", "scene/Coordinates.h"}},
+        {"glwindow", {"platform", "scene", "annotation"}},
         {"gamut", {"platform", "scene"}},
-        {"viewer", {"platform", "include", "scene", "glwindow", "gamut"}},
+        {"viewer", {"platform", "include", "scene", "glwindow", "gamut", "annotation"}},
 
         // the colour engine
         {"engine/base", {"platform"}},

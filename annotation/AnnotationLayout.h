@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <KVGamutView.h>
+#include <annotation/AxisScale.h>
+#include <annotation/Overlay.h>
+
+#include <QtCore/QSize>
+#include <QtGui/QMatrix4x4>
+
+/// What annotations refer to.
+struct AnnotatedScene
+{
+    LabBox box;        ///< around the gamuts
+    QMatrix4x4 toClip; ///< from scene coordinates to clip coordinates
+    QColor background;
+};
+
+/// Pixel size of the text in a picture: 2 % of its shorter side, but at least 10 pixels.
+[[nodiscard]] int kvAnnotationTextHeight(const QSize& size, float textScale);
+
+/// The annotations of a picture of @p size pixels: legend at the top left, caption at the bottom, scales
+/// around the gamuts. Empty for an empty size.
+[[nodiscard]] Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedScene& scene,
+                                          const QSize& size);
