@@ -9,7 +9,6 @@
 #include "model/export/GamutPage.h"
 #include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
-#include "model/inputs/ProfileFacts.h"
 #include "model/inputs/SavedGamut.h"
 #include "model/slices/SliceDrawing.h"
 #include "model/text/GamutTitles.h"
@@ -56,11 +55,6 @@ QString profileOf(const GamutInputs::Input& input)
     return saved.isEmpty() ? input.name : saved;
 }
 
-QString descriptionOf(const GamutSource& source)
-{
-    return source.isSaved() ? QString() : ProfileFacts::of(source.profile()->bytes).description;
-}
-
 QList<GamutPage::Gamut> pageGamuts(const QList<GamutInputs::Input>& inputs)
 {
     QStringList profiles;
@@ -69,8 +63,8 @@ QList<GamutPage::Gamut> pageGamuts(const QList<GamutInputs::Input>& inputs)
     const QStringList titles = gamutTitles(profiles);
     QList<GamutPage::Gamut> gamuts;
     for (qsizetype i = 0; i < inputs.size(); ++i)
-        gamuts.append(
-            {titles[i], descriptionOf(*inputs[i].source), SliceDrawing::defaultColor(i), *inputs[i].gamut});
+        gamuts.append({titles[i], GamutPage::descriptionOf(*inputs[i].source), SliceDrawing::defaultColor(i),
+                       *inputs[i].gamut});
     GamutPage::chooseOpacities(gamuts);
     return gamuts;
 }

@@ -72,7 +72,7 @@ MainWindow::~MainWindow()
 bool MainWindow::isComplete() const
 {
     return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
-           m_comparison.isComplete();
+           m_comparison.isComplete() && m_unwrittenPages == 0;
 }
 
 // --- Construction ---------------------------------------------------------------------------------
@@ -179,6 +179,7 @@ void MainWindow::connectFileMenu()
     connect(m_fileMenu->saveSession, &QAction::triggered, this, &MainWindow::askWhereToSaveSession);
     connect(m_fileMenu->savePicture, &QAction::triggered, this, &MainWindow::askWhereToSavePicture);
     connect(m_fileMenu->saveSection, &QAction::triggered, this, &MainWindow::askWhereToSaveSection);
+    connect(m_fileMenu->savePage, &QAction::triggered, this, &MainWindow::askWhereToSavePage);
     connect(m_fileMenu->closeAll, &QAction::triggered, this, &MainWindow::closeAll);
     connect(m_fileMenu->quit, &QAction::triggered, this, &QWidget::close);
 }

@@ -45,7 +45,7 @@ public:
     GamutListModel& gamuts() { return m_gamuts; }
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
-    /// Whether no load, comparison, file of points or session is in progress.
+    /// Whether no load, comparison, file of points, session or page is in progress.
     bool isComplete() const;
     /// @}
 
@@ -70,6 +70,8 @@ public:
     bool savePicture(const QString& file, const QSize& size);
     void copyPicture();
     bool saveSection(const QString& file);
+    /// Writes a page that shows the gamuts in a browser, as `kvgamut export` does, in the background.
+    void savePage(const QString& file);
     void copyFinding() const;
     void copyCamera() const;
     void pasteCamera();
@@ -113,6 +115,7 @@ private:
     void askWhereToSaveSession();
     void askWhereToSavePicture();
     void askWhereToSaveSection();
+    void askWhereToSavePage();
     void closeAll();
     void cancelSession();
     bool restore(const Result<Session>& session, const QString& file);
@@ -138,6 +141,7 @@ private:
     FileDrop m_drop;
     FileDrop m_pointDrop;
     KVCompletionProtocolPtr m_sessionTask; ///< of the session that is being read; may be null
+    int m_unwrittenPages = 0;
 
     QStackedWidget* m_pages;
     MessageBar* m_messages;

@@ -3,6 +3,7 @@
 
 #include "desktop/files/FileDialogs.h"
 #include "desktop/files/FileKind.h"
+#include "desktop/files/PageFile.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/SessionFile.h"
 #include "desktop/menus/FileMenu.h"
@@ -167,6 +168,13 @@ void MainWindow::askWhereToSaveSection()
         saveSection(file);
 }
 
+void MainWindow::askWhereToSavePage()
+{
+    const QString file = FileDialogs::pageToSave(this);
+    if (!file.isEmpty())
+        savePage(file);
+}
+
 // --- Sessions -------------------------------------------------------------------------------------
 
 Session MainWindow::session() const
@@ -258,6 +266,21 @@ bool MainWindow::savePicture(const QString& file, const QSize& size)
 bool MainWindow::saveSection(const QString& file)
 {
     return isSaved(file, m_slice->save(file));
+}
+
+void MainWindow::savePage(const QString& file)
+{
+    const QList<GamutPage::Gamut> gamuts = PageFile::gamutsOf(m_gamuts, m_loader);
+    ++m_unwrittenPages;
+    statusBar()->showMessage(tr("Writing %1…").arg(QDir::toNativeSeparators(file)));
+    auto* watcher = new QFutureWatcher<std::optional<Problem>>(this); // see readSession()
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, file] {
+        watcher->deleteLater();
+        --m_unwrittenPages;
+        statusBar()->clearMessage();
+        isSaved(file, watcher->result());
+    });
+    watcher->setFuture(Threads::run(*QThreadPool::globalInstance(), PageFile::write, file, gamuts));
 }
 
 /// Tells the user that @p file was saved, or why not.

@@ -3,7 +3,10 @@
 
 #include "desktop/files/RecentFiles.h"
 #include "desktop/panels/KeyList.h"
+#include "model/export/GamutPage.h"
+#include "model/slices/SliceDrawing.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
 #include <QtCore/QThreadPool>
 #include <QtGui/QClipboard>
@@ -284,6 +287,73 @@ TEST_F(Window, savesTheSectionAsADrawing)
     ASSERT_TRUE(window.saveSection(path(QStringLiteral("s.pdf"))));
     EXPECT_TRUE(read(QStringLiteral("s.pdf")).startsWith("%PDF"));
     EXPECT_FALSE(window.saveSection(path(QStringLiteral("s.doc"))));
+}
+
+TEST_F(Window, savesThePageThatTheCommandExports)
+{
+    const QStringList names{QStringLiteral("sRGB"), QStringLiteral("DisplayP3")};
+    open(names);
+    window.savePage(path(QStringLiteral("seite é.html")));
+    ASSERT_TRUE(settle());
+    QList<GamutPage::Gamut> gamuts;
+    for (const QString& name : names) {
+        const GamutSource source = *GamutSource::open(name);
+        gamuts.append({name, GamutPage::descriptionOf(source), SliceDrawing::defaultColor(gamuts.size()),
+                       *source.compute({})});
+    }
+    GamutPage::chooseOpacities(gamuts);
+    EXPECT_EQ(read(QStringLiteral("seite é.html")), GamutPage::of(gamuts));
+}
+
+TEST_F(Window, savesAPageOfGamutsAsTheyLook)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3"), QStringLiteral("AdobeRGB")});
+    KVGamutLook look;
+    look.visible = false;
+    look.color = QColor(1, 2, 3);
+    window.gamuts().setLook(0, look);
+    look = {};
+    look.mode = KVGamut3DViewer::Wireframe;
+    window.gamuts().setLook(1, look);
+    look = {};
+    look.surface = false;
+    look.opacity = 0.75f;
+    window.gamuts().setLook(2, look);
+    window.savePage(path(QStringLiteral("p.html")));
+    ASSERT_TRUE(settle());
+    const QByteArray page = read(QStringLiteral("p.html"));
+    EXPECT_TRUE(page.contains("\"key\":\"#010203\""));
+    EXPECT_EQ(page.count("\"visible\":false"), 2);
+    EXPECT_TRUE(page.contains("\"opacity\":0.35"));
+    EXPECT_TRUE(page.contains("\"opacity\":0.75"));
+}
+
+TEST_F(Window, saysWhyAPageCannotBeSaved)
+{
+    QSignalSpy problems(&window, &MainWindow::problem);
+    const auto code = [&] { return problems.last().first().value<Problem>().code; };
+    window.savePage(path(QStringLiteral("p.html")));
+    ASSERT_TRUE(kvtest::spinUntil([&] { return problems.count() == 1; }));
+    EXPECT_EQ(code(), Problem::Code(ProblemCode::NoGamutToSave));
+    open({QStringLiteral("sRGB")});
+    window.savePage(path(QStringLiteral("p.doc")));
+    ASSERT_TRUE(kvtest::spinUntil([&] { return problems.count() == 2; }));
+    EXPECT_EQ(code(), Problem::Code(ProblemCode::PageFormatUnknown));
+    window.savePage(path(QStringLiteral("no/p.html")));
+    ASSERT_TRUE(kvtest::spinUntil([&] { return problems.count() == 3; }));
+    EXPECT_EQ(code(), Problem::Code(ProblemCode::CannotWrite));
+    EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("p.html"))));
+}
+
+TEST_F(Window, canBeClosedWhileAPageIsWritten)
+{
+    auto other = std::make_unique<MainWindow>();
+    other->addGamut(QStringLiteral("sRGB"));
+    ASSERT_TRUE(kvtest::spinUntil([&] { return other->gamuts().at(0).hasGamut(); }));
+    other->savePage(path(QStringLiteral("late.html")));
+    other.reset();
+    ASSERT_TRUE(kvtest::spinUntil([this] { return QFileInfo::exists(path(QStringLiteral("late.html"))); }));
+    EXPECT_TRUE(read(QStringLiteral("late.html")).endsWith("</html>\n")) << "all of it";
 }
 
 TEST_F(Window, isRestoredFromItsSession)

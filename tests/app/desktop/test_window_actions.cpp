@@ -75,7 +75,7 @@ TEST_F(Actions, openTheChosenFiles)
 TEST_F(Actions, openNothingWhenTheDialogIsCancelled)
 {
     const auto cancel = [](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
-    for (const char* name : {"open", "openPoints", "openSession", "saveSession", "saveSection"})
+    for (const char* name : {"open", "openPoints", "openSession", "saveSession", "saveSection", "savePage"})
         EXPECT_TRUE(answered<QFileDialog>([&] { action(name).trigger(); }, cancel)) << name;
     EXPECT_TRUE(
         answered<PictureDialog>([&] { action("savePicture").trigger(); },

@@ -93,6 +93,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NotCxf:
     case ProblemCode::NotASession:
     case ProblemCode::SectionFormatUnknown:
+    case ProblemCode::PageFormatUnknown:
+    case ProblemCode::NoGamutToSave:
     case ProblemCode::NoPictureToSave:
     case ProblemCode::NoDisplayForWindow:
     case ProblemCode::NoVirtualDisplay:

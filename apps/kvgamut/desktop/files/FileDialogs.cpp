@@ -69,3 +69,8 @@ QString FileDialogs::sectionToSave(QWidget* parent)
 {
     return fileToSave(parent, Words::tr("Save section"), Words::tr("Drawings (*.svg *.pdf)"), "svg");
 }
+
+QString FileDialogs::pageToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save page to send"), Words::tr("Web pages (*.html)"), "html");
+}

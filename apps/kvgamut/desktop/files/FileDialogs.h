@@ -14,5 +14,6 @@ QString sessionToRestore(QWidget* parent);
 QString sessionToSave(QWidget* parent);
 QString pictureToSave(QWidget* parent);
 QString sectionToSave(QWidget* parent);
+QString pageToSave(QWidget* parent);
 
 } // namespace FileDialogs

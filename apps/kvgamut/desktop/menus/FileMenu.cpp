@@ -25,6 +25,8 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
     savePicture = add(*this, "savePicture", tr("Save p&icture…"), QKeySequence(QStringLiteral("Ctrl+E")));
     saveSection =
         add(*this, "saveSection", tr("Save sec&tion…"), QKeySequence(QStringLiteral("Ctrl+Shift+E")));
+    savePage =
+        add(*this, "savePage", tr("Save pa&ge to send…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
     addSeparator();
     closeAll = add(*this, "closeAll", tr("&Close everything"), QKeySequence(QStringLiteral("Ctrl+W")));
     quit = add(*this, "quit", tr("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")));

@@ -26,6 +26,8 @@ public:
     void cancel(const QString& id);
     void cancelAll();
     bool isBusy() const { return !m_jobs.isEmpty(); }
+    /// The profile from which the gamut with this id was computed; nullopt if there is none yet.
+    std::optional<GamutSource> source(const QString& id) const { return m_sources.value(id); }
     /// Mean progress of the loads in progress, 0..1.
     float progress() const;
 

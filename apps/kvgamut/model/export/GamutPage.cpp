@@ -3,6 +3,7 @@
 
 #include "PageSurface.h"
 #include "PageText.h"
+#include "model/inputs/ProfileFacts.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/SafeText.h"
 
@@ -12,6 +13,7 @@
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -61,7 +63,7 @@ QJsonObject gamutJson(const Gamut& gamut)
             {QStringLiteral("description"), SafeText::shown(gamut.description)},
             {QStringLiteral("key"), gamut.key.name()},
             {QStringLiteral("visible"), gamut.visible},
-            {QStringLiteral("opacity"), double(gamut.opacity)},
+            {QStringLiteral("opacity"), std::round(100.0 * double(gamut.opacity)) / 100.0},
             {QStringLiteral("intent"), GamutWords::intent(report.intent)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(report)},
             {QStringLiteral("notes"), QJsonArray::fromStringList(GamutWords::notes(report))},
@@ -110,6 +112,11 @@ QByteArray dataJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
 }
 
 } // namespace
+
+QString GamutPage::descriptionOf(const GamutSource& source)
+{
+    return source.isSaved() ? QString() : ProfileFacts::of(source.profile()->bytes).description;
+}
 
 void GamutPage::chooseOpacities(QList<Gamut>& gamuts)
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/inputs/GamutSource.h"
+
 #include <platform/KVVelmoraFramework.h>
 
 #include <QtCore/QByteArray>
@@ -24,6 +26,9 @@ struct Gamut
     bool visible = true;
     float opacity = 1.0f; ///< 0..1
 };
+
+/// The description of the profile for a page; empty for a saved gamut.
+QString descriptionOf(const GamutSource& source);
 
 /// Opacity of gamuts through which others are seen.
 constexpr float translucent = 0.35f;

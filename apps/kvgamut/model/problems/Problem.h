@@ -96,6 +96,8 @@ enum class ProblemCode : int
 
     // the window
     SectionFormatUnknown, ///< neither .svg nor .pdf
+    PageFormatUnknown,    ///< not .html
+    NoGamutToSave,        ///< no gamut is computed
     NoPictureToSave,      ///< nothing is shown, or insufficient memory
     NoCameraInClipboard,  ///< argument: an example of a camera
 

@@ -202,6 +202,14 @@
         <source>Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)</source>
         <translation>Bilder (*.png *.jpg *.tif *.webp *.svg *.pdf)</translation>
     </message>
+    <message>
+        <source>Save page to send</source>
+        <translation>Seite zum Versenden speichern</translation>
+    </message>
+    <message>
+        <source>Web pages (*.html)</source>
+        <translation>Webseiten (*.html)</translation>
+    </message>
 </context>
 <context>
     <name>FileMenu</name>
@@ -248,6 +256,10 @@
     <message>
         <source>Open &amp;recent</source>
         <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Save pa&amp;ge to send…</source>
+        <translation>Seite zum &amp;Versenden speichern…</translation>
     </message>
 </context>
 <context>
@@ -642,6 +654,10 @@ wird berechnet</translation>
     <message>
         <source>&amp;Keys</source>
         <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>Writing %1…</source>
+        <translation>%1 wird geschrieben…</translation>
     </message>
 </context>
 <context>
@@ -1253,6 +1269,14 @@ wird berechnet</translation>
     <message>
         <source>no colours at the hue %1</source>
         <translation>keine Farben beim Farbton %1</translation>
+    </message>
+    <message>
+        <source>pages to send are saved as .html</source>
+        <translation>Seiten zum Versenden werden als .html gespeichert</translation>
+    </message>
+    <message>
+        <source>there is no gamut to save; open a profile first</source>
+        <translation>es gibt keinen Gamut zu speichern; öffnen Sie zuerst ein Profil</translation>
     </message>
 </context>
 <context>
