@@ -258,10 +258,13 @@ TEST_F(GamutPageTest, statesTheNumbersOfTheGamuts)
         EXPECT_EQ(gamut[QLatin1String("intent")].toString(), QStringLiteral("absolute"));
         EXPECT_EQ(gamut[QLatin1String("white")][0].toDouble(), double(report.white.L));
     }
-    const KVGamut::Comparison found = s_gamuts[0].gamut.compare(s_gamuts[1].gamut);
+    const auto [found, uncertainty, problem] = s_gamuts[0].gamut.compareWithUncertainty(s_gamuts[1].gamut);
     const QJsonValue coverage = data[QLatin1String("coverage")];
-    EXPECT_EQ(coverage[0][1].toDouble(), double(found.firstCovered));
-    EXPECT_EQ(coverage[1][0].toDouble(), double(found.secondCovered));
+    EXPECT_EQ(coverage[0][1][QLatin1String("share")].toDouble(), double(found.firstCovered));
+    EXPECT_EQ(coverage[0][1][QLatin1String("uncertainty")].toDouble(), uncertainty.firstCovered);
+    EXPECT_EQ(coverage[1][0][QLatin1String("share")].toDouble(), double(found.secondCovered));
+    EXPECT_EQ(coverage[1][0][QLatin1String("uncertainty")].toDouble(), uncertainty.secondCovered);
+    EXPECT_TRUE(coverage[1][1].isNull());
 }
 
 TEST_F(GamutPageTest, containsTheLicenceOfWhatDrawsIt)

@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace {
 
@@ -74,26 +73,34 @@ QJsonObject gamutJson(const Gamut& gamut)
             {QStringLiteral("surface"), PageSurface::of(gamut.gamut).json()}};
 }
 
-/// Row i, column j: the share of gamut i that gamut j covers.
+/// A share and its uncertainty.
+QJsonObject shareJson(float share, double uncertainty)
+{
+    return {{QStringLiteral("share"), double(share)}, {QStringLiteral("uncertainty"), uncertainty}};
+}
+
+/// Row i, column j: the share of gamut i that gamut j covers; null if the memory does not suffice to compare
+/// them, and on the diagonal.
 QJsonArray coverageJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
 {
     const qsizetype size = gamuts.size();
-    std::vector<std::vector<double>> shares(static_cast<std::size_t>(size),
-                                            std::vector<double>(static_cast<std::size_t>(size), 1.0));
+    QList<QList<QJsonValue>> shares(size, QList<QJsonValue>(size, QJsonValue::Null));
     qsizetype done = 0;
     for (qsizetype i = 0; i < size; ++i)
         for (qsizetype j = i + 1; j < size; ++j) {
-            const KVGamut::Comparison found = gamuts[i].gamut.compare(gamuts[j].gamut);
-            const auto row = static_cast<std::size_t>(i), column = static_cast<std::size_t>(j);
-            shares[row][column] = double(found.firstCovered);
-            shares[column][row] = double(found.secondCovered);
+            const auto [found, uncertainty, problem] =
+                gamuts[i].gamut.compareWithUncertainty(gamuts[j].gamut);
+            if (!problem) {
+                shares[i][j] = shareJson(found.firstCovered, uncertainty.firstCovered);
+                shares[j][i] = shareJson(found.secondCovered, uncertainty.secondCovered);
+            }
             if (shown)
                 shown(static_cast<float>(++done) / static_cast<float>(size * (size - 1) / 2));
         }
     QJsonArray rows;
-    for (const std::vector<double>& share : shares) {
+    for (const QList<QJsonValue>& share : shares) {
         QJsonArray row;
-        for (const double value : share)
+        for (const QJsonValue& value : share)
             row.append(value);
         rows.append(row);
     }

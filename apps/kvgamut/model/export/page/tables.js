@@ -34,8 +34,11 @@ function volumeText(gamut) {
     return `${shown(gamut.volume)} ± ${gamut.uncertainty > 0 ? shown(Math.max(gamut.uncertainty, 0.1)) : "0"}`;
 }
 
-function percent(share) {
-    return (100 * share).toLocaleString("en-US", { minimumFractionDigits: 1, maximumFractionDigits: 1 }) + " %";
+/** A coverage with its uncertainty; "unknown" if it could not be computed. */
+function percent(covered) {
+    const shown = (share) => (100 * share).toLocaleString("en-US",
+        { minimumFractionDigits: 2, maximumFractionDigits: 2 });
+    return covered ? `${shown(covered.share)} ± ${shown(covered.uncertainty)} %` : "unknown";
 }
 
 function labText(lab) {
