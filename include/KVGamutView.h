@@ -59,6 +59,7 @@ struct KV3DVIEWER_EXPORT KVGamutLook
     Q_PROPERTY(bool surface MEMBER surface)
     Q_PROPERTY(bool projection MEMBER projection)
     Q_PROPERTY(bool primaries MEMBER primaries)
+    Q_PROPERTY(QColor outlineColor MEMBER outlineColor)
 public:
     /// Opacity at which the inside of a gamut can be seen.
     static constexpr float translucentOpacity = 0.35f;
@@ -71,6 +72,7 @@ public:
     bool surface = true;           ///< surface or wireframe
     bool projection = true;        ///< outline on the ab plane
     bool primaries = false;        ///< ramp of each colorant
+    QColor outlineColor;           ///< of the projection; invalid: as the surface, which look() also returns
 
     bool operator==(const KVGamutLook&) const = default; ///< all members are equal
 };

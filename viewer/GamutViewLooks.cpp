@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <viewer/GamutViewPrivate.h>
 
-#include <scene/Coordinates.h>
-#include <viewer/GamutLook.h>
-
 #include <QtGui/QGuiApplication>
+#include <scene/Coordinates.h>
 
 #include <cmath>
 
@@ -14,7 +12,7 @@ void KVGamutView::setLook(const QString& id, const KVGamutLook& look)
     if (!scene)
         return;
     if (scene->isLoaded(id))
-        kvApplyLook(scene->viewer, id, look);
+        scene->applyLook(id, look);
     else
         scene->awaitedLooks.insert(id, look);
 }
@@ -25,7 +23,7 @@ KVGamutLook KVGamutView::look(const QString& id) const
     if (!scene)
         return {};
     if (scene->isLoaded(id))
-        return kvLookOf(scene->viewer, id);
+        return scene->lookOf(id);
     return scene->awaitedLooks.value(id);
 }
 

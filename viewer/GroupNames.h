@@ -33,4 +33,9 @@ inline QString plane()
 {
     return QStringLiteral("Plane");
 }
+/// Child of a gamut: its outline on the ab plane.
+inline QString projection()
+{
+    return QStringLiteral("Projection");
+}
 } // namespace GroupNames

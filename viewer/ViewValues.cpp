@@ -125,7 +125,8 @@ QVariantMap mapOf(const KVGamutLook& look)
             {key("ambientStrength"), static_cast<double>(look.ambientStrength)},
             {key("surface"), look.surface},
             {key("projection"), look.projection},
-            {key("primaries"), look.primaries}};
+            {key("primaries"), look.primaries},
+            {key("outlineColor"), textOf(look.outlineColor)}};
 }
 
 KVGamutLook lookOf(const QVariantMap& map)
@@ -139,6 +140,7 @@ KVGamutLook lookOf(const QVariantMap& map)
     read(map, key("surface"), look.surface);
     read(map, key("projection"), look.projection);
     read(map, key("primaries"), look.primaries);
+    read(map, key("outlineColor"), look.outlineColor, true);
     return look;
 }
 

@@ -86,12 +86,12 @@ bool KVGamut3DViewer::displayGamut(QString id) const
 
 void KVGamut3DViewer::setDisplayProjection(QString id, bool display)
 {
-    d->setChildVisible(id, QStringLiteral("Projection"), display);
+    d->setChildVisible(id, GroupNames::projection(), display);
 }
 
 bool KVGamut3DViewer::displayProjection(QString id) const
 {
-    return d->childVisible(id, QStringLiteral("Projection"));
+    return d->childVisible(id, GroupNames::projection());
 }
 
 void KVGamut3DViewer::setDisplayPrimaries(QString id, bool display)

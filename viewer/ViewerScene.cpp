@@ -170,9 +170,32 @@ void ViewerScene::applyAwaitedLook(const QString& id)
         return;
     const bool fresh = defaultLooks.erase(id) > 0;
     if (awaitedLooks.contains(id))
-        kvApplyLook(viewer, id, awaitedLooks.take(id));
+        applyLook(id, awaitedLooks.take(id));
     else if (fresh) // all other defaults of the viewer are those of the default look
         viewer.setGamutAmbientStrength(id, KVGamutLook().ambientStrength);
+}
+
+void ViewerScene::applyLook(const QString& id, const KVGamutLook& look)
+{
+    kvApplyLook(viewer, id, look);
+    const auto outline = widget->root().childAt({GroupNames::profiles(), id, GroupNames::projection()});
+    if (!outline)
+        return;
+    const ContextScope scope(widget);
+    const QColor color = look.outlineColor.isValid() ? look.outlineColor : look.color;
+    if (color.isValid())
+        outline->setColor(color);
+    else
+        outline->restoreColors();
+}
+
+KVGamutLook ViewerScene::lookOf(const QString& id) const
+{
+    KVGamutLook look = kvLookOf(viewer, id);
+    const auto outline = widget->root().childAt({GroupNames::profiles(), id, GroupNames::projection()});
+    if (outline && outline->color() != look.color)
+        look.outlineColor = outline->color();
+    return look;
 }
 
 KV3DGamutObject::ContextGuard ViewerScene::contextGuard() const

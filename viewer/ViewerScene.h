@@ -56,6 +56,9 @@ public:
     void removeGamut(const QString& id);
     /// Applies clipping and awaited look to a gamut whose load has ended.
     void prepareLoaded(const QString& id);
+    /// Changes the look of a gamut that is loaded.
+    void applyLook(const QString& id, const KVGamutLook& look);
+    KVGamutLook lookOf(const QString& id) const;
     /// Applies the look that was set before the gamut was loaded. Does nothing if it is not loaded yet.
     void applyAwaitedLook(const QString& id);
     /// A function that makes the GL context current on true and releases it on false.

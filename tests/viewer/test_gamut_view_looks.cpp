@@ -44,6 +44,7 @@ protected:
         look.surface = false;
         look.projection = false;
         look.primaries = true;
+        look.outlineColor = QColor(200, 40, 60);
         return look;
     }
 
@@ -178,6 +179,38 @@ TEST_F(GamutViewLooks, settersOfTheViewerBeforeTheFirstLoadKeepTheirEffect)
 }
 
 // --- Colours -------------------------------------------------------------------------------------
+
+TEST_F(GamutViewLooks, theOutlineHasAColourOfItsOwn)
+{
+    KVGamutLook look;
+    look.outlineColor = QColor(200, 40, 60);
+    view->setLook(id, look);
+    showAndWait(id);
+    const auto outline = part({QStringLiteral("Projection")});
+    EXPECT_EQ(drawnColors(*outline), QList<QColor>{look.outlineColor});
+    EXPECT_GT(drawnColors(*part({QStringLiteral("Gamut"), QStringLiteral("Front")})).size(), 1);
+    EXPECT_EQ(view->look(id), look);
+    EXPECT_EQ(KVViewState::fromMap(view->state().toMap()).looks.value(id), look);
+
+    showAndWait(id); // again
+    EXPECT_EQ(drawnColors(*outline), QList<QColor>{look.outlineColor});
+    view->setLook(id, {});
+    EXPECT_GT(drawnColors(*outline).size(), 1);
+    EXPECT_EQ(view->look(id), KVGamutLook());
+}
+
+TEST_F(GamutViewLooks, theOutlineFollowsTheSurfaceWithoutAColourOfItsOwn)
+{
+    showAndWait(id);
+    KVGamutLook look;
+    look.color = QColor(10, 200, 30);
+    look.outlineColor = QColor(200, 40, 60);
+    view->setLook(id, look);
+    look.outlineColor = QColor();
+    view->setLook(id, look);
+    EXPECT_EQ(drawnColors(*part({QStringLiteral("Projection")})), QList<QColor>{look.color});
+    EXPECT_EQ(view->look(id), look);
+}
 
 TEST_F(GamutViewLooks, anInvalidColourRestoresTheColoursOfTheGamut)
 {

@@ -52,11 +52,18 @@ TEST_F(GamutViewMeta, theValuesHaveTheirProperties)
     EXPECT_EQ(propertiesOf(KVCamera::staticMetaObject),
               (QStringList{QStringLiteral("position"), QStringLiteral("interestPoint"),
                            QStringLiteral("viewingAngle"), QStringLiteral("orthogonal")}));
+    EXPECT_EQ(propertiesOf(KVGamutLook::staticMetaObject),
+              (QStringList{QStringLiteral("visible"), QStringLiteral("mode"), QStringLiteral("color"),
+                           QStringLiteral("opacity"), QStringLiteral("ambientStrength"),
+                           QStringLiteral("surface"), QStringLiteral("projection"),
+                           QStringLiteral("primaries"), QStringLiteral("outlineColor")}));
+    EXPECT_EQ(propertiesOf(KVLegendEntry::staticMetaObject),
+              (QStringList{QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("details"),
+                           QStringLiteral("key")}));
     EXPECT_EQ(
-        propertiesOf(KVGamutLook::staticMetaObject),
-        (QStringList{QStringLiteral("visible"), QStringLiteral("mode"), QStringLiteral("color"),
-                     QStringLiteral("opacity"), QStringLiteral("ambientStrength"), QStringLiteral("surface"),
-                     QStringLiteral("projection"), QStringLiteral("primaries")}));
+        propertiesOf(KVAnnotations::staticMetaObject),
+        (QStringList{QStringLiteral("scales"), QStringLiteral("legend"), QStringLiteral("highlight"),
+                     QStringLiteral("caption"), QStringLiteral("fontFamily"), QStringLiteral("textScale")}));
     EXPECT_EQ(propertiesOf(KVViewTheme::staticMetaObject),
               (QStringList{QStringLiteral("background"), QStringLiteral("axes"), QStringLiteral("labels"),
                            QStringLiteral("grid"), QStringLiteral("section")}));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/models/PointLayer.h"
 
+#include "app/support/ColourVision.h"
 #include "app/support/TestPictures.h"
 #include "desktop/models/GamutQueue.h"
 #include "desktop/panels/Inspector.h"
@@ -100,6 +101,17 @@ TEST_F(Points, areDrawnInTheColourOfTheirSide)
     EXPECT_EQ(viewer.pointSet().size(), 3);
     points.clear();
     EXPECT_TRUE(viewer.pointSet().isEmpty());
+}
+
+TEST(PointColours, areDistinctInEveryColourVision)
+{
+    for (const auto& vision : kvtest::colourVisions()) {
+        const QColor inside = PointLayer::colorOf(Side::Inside), edge = PointLayer::colorOf(Side::Edge),
+                     outside = PointLayer::colorOf(Side::Outside);
+        EXPECT_GT(kvtest::seenDifference(inside, edge, vision), 15.0) << vision.name;
+        EXPECT_GT(kvtest::seenDifference(inside, outside, vision), 15.0) << vision.name;
+        EXPECT_GT(kvtest::seenDifference(edge, outside, vision), 15.0) << vision.name;
+    }
 }
 
 TEST_F(Points, thatCannotBeReadAreRemovedWithAProblem)

@@ -77,11 +77,11 @@ QColor PointLayer::colorOf(Side side)
 {
     switch (side) {
     case Side::Inside:
-        return QColor(0x2f, 0xa8, 0x6b);
+        return QColor(0, 112, 127);
     case Side::Edge:
-        return QColor(0xf2, 0xb7, 0x05);
+        return QColor(245, 180, 0);
     case Side::Outside:
-        return QColor(0xd7, 0x26, 0x5a);
+        return QColor(205, 28, 69);
     }
     return {};
 }
