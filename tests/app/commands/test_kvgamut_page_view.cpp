@@ -77,6 +77,17 @@ std::vector<SurfacePoint> pointsAt(const KVGamut::Mesh& mesh, double a, double b
     return points;
 }
 
+/// Whether a pixel at most two pixels from @p place has this colour, but for a twentieth of another at its
+/// edge.
+bool hasColorNear(const QImage& picture, const QPoint& place, const Shown& color)
+{
+    for (int y = -2; y <= 2; ++y)
+        for (int x = -2; x <= 2; ++x)
+            if (difference(picture.pixel(place + QPoint(x, y)), color) < 255.0 / 20.0)
+                return true;
+    return false;
+}
+
 /// Whether less than about a pixel lies between a place and the outline of the surface.
 bool isAtSilhouette(const KVGamut::GamutObject& gamut, const SurfacePoint& top, const Place& place)
 {
@@ -160,6 +171,26 @@ TEST_F(PageTest, cutsTheBodiesOnlyIfToldTo)
     EXPECT_LE(difference(browser().picture().pixel(middle), shownOf({50, 0, 0})), 2);
     toggle("section-cut");
     EXPECT_LE(difference(browser().picture().pixel(middle), shownOf({100, 0, 0})), 2);
+}
+
+TEST_F(PageTest, drawsTheOutlineOfTheSectionInTheKeyColour)
+{
+    const KVGamut::GamutObject gamut = *GamutSource::open(sRGB)->compute({});
+    const float plane[] = {1.0f, 0.0f, 0.0f, -50.0f};
+    const std::vector<KVGamut::SectionLoop> loops = KVGamut::sectionLoops(plane, gamut.mesh());
+    ASSERT_EQ(loops.size(), 1u);
+    open({sRGB});
+    toggle("section-shown");
+    const QImage picture = browser().picture();
+    int probed = 0, drawn = 0;
+    for (std::size_t i = 0; i < loops[0].size(); i += 7) {
+        const KVGamut::LabPoint& lab = loops[0][i];
+        const QPoint pixel = onPicture(double(lab.L), double(lab.a), double(lab.b)).toPoint();
+        ++probed;
+        drawn += hasColorNear(picture, pixel, {0x00, 0x72, 0xb2}) ? 1 : 0;
+    }
+    EXPECT_GT(probed, 20);
+    EXPECT_EQ(drawn, probed);
 }
 
 TEST_F(PageTest, followsTheColourSchemeOfTheSystem)

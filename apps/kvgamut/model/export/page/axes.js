@@ -7,7 +7,7 @@ const tickSteps = [5, 10, 20, 25, 50, 100, 200, 500];
 const maxTicks = 7;
 const tickLength = 3;
 const numberDistance = 12;
-const titleDistance = 44;
+const titleDistance = 54;
 const maxForeshortening = 0.95; // cosine between an axis and the line of sight; above it the axis has no numbers
 
 function tickStep(range) {

@@ -13,7 +13,7 @@ const directions = {
 };
 const fieldOfView = 30;
 const moveMs = 300;
-const margin = { side: 74, top: 24, bottom: 60 }; // for labels, in CSS pixels
+const margin = { side: 84, top: 24, bottom: 68 }; // for labels, in CSS pixels
 
 class Camera {
     /** @param box {low, high}: the corners of what is shown, in the scene */

@@ -2,7 +2,7 @@
 
 // Lines of any width: WebGL draws lines of one pixel only. Each segment is a rectangle on the screen.
 
-const order = { opaque: 0, mark: 1, lid: 2, lines: 3, translucent: 4 };
+const order = { opaque: 0, mark: 1, lid: 2, casing: 3, lines: 4, translucent: 5 };
 
 const lineVertexShader = `
 precision highp float;
@@ -40,17 +40,18 @@ const viewportUniform = { value: null };
 
 class Lines {
     /** @param width in CSS pixels */
-    constructor(width, towardsEye) {
+    constructor(width, towardsEye, renderOrder = order.lines) {
         this.width = width;
         this.material = new THREE.RawShaderMaterial({
             vertexShader: lineVertexShader,
             fragmentShader: lineFragmentShader,
             uniforms: { viewport: viewportUniform, width: { value: width }, towardsEye: { value: towardsEye } },
             side: THREE.DoubleSide,
+            depthWrite: renderOrder !== order.casing, // other lines are drawn over a casing
         });
         this.mesh = new THREE.Mesh(new THREE.BufferGeometry(), this.material);
         this.mesh.frustumCulled = false;
-        this.mesh.renderOrder = order.lines;
+        this.mesh.renderOrder = renderOrder;
     }
 
     /** @param groups lists of {ends, colour}: six coordinates for each segment, and its colour */

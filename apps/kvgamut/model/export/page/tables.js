@@ -66,7 +66,7 @@ function volumeTable(gamuts) {
     const rows = gamuts.map((gamut) => [nameCell(gamut), volumeText(gamut), gamut.intent, gamut.bpc ? "yes" : "no",
                                         labText(gamut.white), labText(gamut.black)]);
     return tableElement("Volumes and white points",
-        ["Gamut", "Volume, ΔE³", "Rendering intent", "Black point compensation", "White L* a* b*", "Black L* a* b*"], rows);
+        ["Gamut", "Volume, ΔE³", "Rendering intent", "Black point compensation", "White L*\u00a0a*\u00a0b*", "Black L*\u00a0a*\u00a0b*"], rows);
 }
 
 function coverageTable(gamuts, coverage) {
