@@ -113,6 +113,16 @@ TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)
                 testing::IsSupersetOf({QStringLiteral("cyan-level.svg"), QStringLiteral("around.png")}));
 }
 
+TEST_F(RecipeTest, writeAPageToSend)
+{
+    const QByteArrayList outputs = run(QStringLiteral("A page to send"));
+    ASSERT_EQ(outputs.size(), 2);
+    EXPECT_THAT(outputs[1].toStdString(),
+                testing::MatchesRegex("The press covers 4[0-9].[0-9] % of sRGB.\n"));
+    EXPECT_THAT(kvtest::contents(path(QStringLiteral("gamuts.html"))).toStdString(),
+                HasSubstr("<title>printer.icc, sRGB - gamut</title>"));
+}
+
 TEST_F(RecipeTest, passAnUnchangedProfileInTheNightlyCheck)
 {
     EXPECT_EQ(run(QStringLiteral("Nightly check of a profile in CI")).size(), 2);
