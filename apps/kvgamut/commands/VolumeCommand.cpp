@@ -17,8 +17,9 @@ Table emptyTable()
 {
     Table table;
     table.add("profile", "profile", Kind::Word);
-    table.add("volume", "volume", Kind::Number, 1);
-    table.add("uncertainty", "±", Kind::Number, 1);
+    table.add("volume", "volume", Kind::Number, GamutWords::volumeDecimals);
+    table.add("uncertainty", "±", Kind::Number, GamutWords::volumeDecimals);
+    table.add("surface_volume", "", Kind::Number, GamutWords::volumeDecimals);
     table.add("faces", "faces", Kind::Whole);
     table.add("method", "method", Kind::Word);
     table.add("intent", "intent", Kind::Word);
@@ -40,6 +41,7 @@ Table::Row rowOf(const GamutInputs::Input& input)
     Table::Row row{input.name,
                    report.volume,
                    report.volumeUncertainty,
+                   report.surfaceVolume,
                    report.faceCount,
                    GamutWords::method(report.method),
                    GamutWords::intent(report.intent),

@@ -72,8 +72,8 @@ TEST_F(VolumeTest, hasTheDocumentedKeys)
     EXPECT_EQ(
         keysOf(volume(sRGB)),
         words(QStringLiteral("adaptation adapted_by black bpc channels cicp faces fold_share grid intent "
-                             "mapped_black media_white method notes profile saved seconds table "
-                             "table_fallback uncertainty volume white")));
+                             "mapped_black media_white method notes profile saved seconds "
+                             "surface_volume table table_fallback uncertainty volume white")));
 }
 
 TEST_F(VolumeTest, equalsTheVolumeOfABox)
@@ -83,6 +83,28 @@ TEST_F(VolumeTest, equalsTheVolumeOfABox)
     const QJsonObject row = volume(path(QStringLiteral("box.icc")) + QStringLiteral(" --intent relative"));
     EXPECT_NEAR(number(row, "volume"), box.volume(), 60.0); // edges of 60 and 80, rounded to 16 bits
     EXPECT_EQ(number(row, "fold_share"), 0.0);
+}
+
+TEST_F(VolumeTest, statesTheVolumeThatTheSurfaceEncloses)
+{
+    const QJsonObject row = volume(sRGB);
+    EXPECT_LT(number(row, "surface_volume"), number(row, "volume")); // a mesh inside a curved solid
+    EXPECT_GT(number(row, "surface_volume"), 0.999 * number(row, "volume"));
+    EXPECT_FALSE(run(words(QStringLiteral("volume sRGB"))).output.contains("surface"));
+}
+
+// Numbers for other programs; texts have no decimals.
+TEST_F(VolumeTest, isTheSameNumberInEveryCommand)
+{
+    const QJsonObject row = volume(sRGB);
+    const double expected = number(row, "volume");
+    const auto first = [](const QString& arguments) { return json(words(arguments)).value(0); };
+    const QJsonObject exported = first(QStringLiteral("export sRGB -o -"));
+    EXPECT_EQ(number(exported, "volume"), expected);
+    EXPECT_EQ(number(exported, "uncertainty"), number(row, "uncertainty"));
+    EXPECT_EQ(number(exported, "surface_volume"), number(row, "surface_volume"));
+    EXPECT_EQ(number(first(QStringLiteral("slice sRGB --rings")), "volume"), expected);
+    EXPECT_EQ(number(first(QStringLiteral("compare sRGB ") + cmyk), "volume_a"), expected);
 }
 
 TEST_F(VolumeTest, usesTheAbsoluteIntentByDefault)
@@ -245,7 +267,7 @@ TEST_F(VolumeTest, printsCsv)
     const QList<QByteArray> lines = answer.output.split('\n');
     ASSERT_EQ(lines.size(), 3); // the last is empty
     EXPECT_EQ(lines[0],
-              "profile,volume,uncertainty,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
+              "profile,volume,uncertainty,surface_volume,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
               "white_a,white_b,black_L,black_a,black_b,saved,seconds,table,table_fallback,adaptation,"
               "adapted_by,media_white_L,media_white_a,media_white_b,mapped_black_L,mapped_black_a,"
               "mapped_black_b,cicp,notes");

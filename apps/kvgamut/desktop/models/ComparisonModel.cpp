@@ -3,6 +3,7 @@
 
 #include "desktop/language/ShownWords.h"
 #include "desktop/models/Threads.h"
+#include "model/reports/GamutWords.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFuture>
@@ -215,7 +216,8 @@ QString ComparisonModel::plainText(const GamutEntry& entry, int column) const
     const auto value = number(entry, column);
     if (!value)
         return {};
-    return isShare(column) ? QString::number(*value, 'f', 6) : QString::number(*value, 'f', 1);
+    return isShare(column) ? QString::number(*value, 'f', 6)
+                           : QString::number(*value, 'f', GamutWords::volumeDecimals);
 }
 
 QVariant ComparisonModel::data(const QModelIndex& index, int role) const

@@ -66,8 +66,8 @@ QJsonObject gamutJson(const Gamut& gamut)
             {QStringLiteral("intent"), GamutWords::intent(report.intent)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(report)},
             {QStringLiteral("notes"), QJsonArray::fromStringList(GamutWords::notes(report))},
-            {QStringLiteral("volume"), report.volume},
-            {QStringLiteral("uncertainty"), report.volumeUncertainty},
+            {QStringLiteral("volume"), GamutWords::writtenVolume(report.volume)},
+            {QStringLiteral("uncertainty"), GamutWords::writtenVolume(report.volumeUncertainty)},
             {QStringLiteral("white"), labJson(report.white)},
             {QStringLiteral("black"), labJson(report.black)},
             {QStringLiteral("surface"), PageSurface::of(gamut.gamut).json()}};

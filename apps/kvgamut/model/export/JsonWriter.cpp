@@ -24,9 +24,9 @@ QJsonObject kvJsonOf(const MeshNote& note)
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
             {QStringLiteral("white"), jsonOf(note.report.white)},
             {QStringLiteral("black"), jsonOf(note.report.black)},
-            {QStringLiteral("volume"), note.report.volume},
-            {QStringLiteral("uncertainty"), note.report.volumeUncertainty},
-            {QStringLiteral("surface_volume"), note.report.surfaceVolume},
+            {QStringLiteral("volume"), GamutWords::writtenVolume(note.report.volume)},
+            {QStringLiteral("uncertainty"), GamutWords::writtenVolume(note.report.volumeUncertainty)},
+            {QStringLiteral("surface_volume"), GamutWords::writtenVolume(note.report.surfaceVolume)},
             {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
 }
 

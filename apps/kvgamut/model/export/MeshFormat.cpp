@@ -18,7 +18,8 @@ QStringList MeshNote::lines() const
             .arg(double(white.L), 0, 'f', 3)
             .arg(double(white.a), 0, 'f', 3)
             .arg(double(white.b), 0, 'f', 3),
-        QStringLiteral("volume: %1 dE76 cubed").arg(report.volume, 0, 'f', 1),
+        QStringLiteral("volume: %1 dE76 cubed")
+            .arg(GamutWords::writtenVolume(report.volume), 0, 'f', GamutWords::volumeDecimals),
         QStringLiteral("coordinates: CIE L*a*b* (D50)")};
 }
 

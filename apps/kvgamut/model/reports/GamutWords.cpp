@@ -110,6 +110,12 @@ bool GamutWords::blackPointCompensated(const KVGamut::Report& report)
     return report.blackPointCompensation && report.intent != KVVMRenderAbsoluteColorimetric;
 }
 
+double GamutWords::writtenVolume(double volume)
+{
+    const double unit = std::pow(10.0, volumeDecimals);
+    return std::round(volume * unit) / unit + 0.0; // no negative zero
+}
+
 QString GamutWords::adaptation(KVGamut::Adaptation adaptation)
 {
     switch (adaptation) {

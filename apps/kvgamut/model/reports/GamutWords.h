@@ -6,8 +6,13 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// Names of values in reports about gamuts.
+/// Names of values in reports about gamuts, and how volumes are rounded.
 namespace GamutWords {
+
+/// Decimals of all volumes and their uncertainties, in dE76 cubed, that are written for other programs.
+constexpr int volumeDecimals = 1;
+/// Rounded to volumeDecimals, so that every command writes the same number.
+double writtenVolume(double volume);
 
 QString intent(KVVMRenderType intent);  ///< "absolute"...: as on the command line
 QString method(KVGamut::Method method); ///< "device mesh", "radial hull" or "lattice surface"

@@ -173,7 +173,7 @@ QByteArray SliceReport::json() const
             object.insert(QStringLiteral("area"), rounded(item.slice.area()));
             object.insert(QStringLiteral("rings"), ringsOf(item.slice, *m_plane));
         } else {
-            object.insert(QStringLiteral("volume"), rounded(item.report.volume));
+            object.insert(QStringLiteral("volume"), GamutWords::writtenVolume(item.report.volume));
             object.insert(QStringLiteral("rings"), ringsOf(item.rings));
         }
         all.append(object);
