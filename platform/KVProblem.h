@@ -47,6 +47,7 @@ enum class KVProblemCode : int
     NotADeviceSpace,       ///< a PCS or another space without a device; argument: name of the space
     OneChannel,            ///< grey; a gamut needs three channels
     TwoChannels,           ///< a gamut needs three channels
+    NotThreeChannels,      ///< a KVGamut::Construction needs exactly three; argument: their number
     UnknownDeviceSpace,    ///< argument: signature of the colour space
     NoTransform,           ///< no usable transform from device to Lab
     NoTransformBecause,    ///< the same; argument: the ICC library's reason

@@ -124,6 +124,19 @@ enum class Adaptation : int
     NoneD65 = 2, ///< undone, and Lab relative to D65 (x 0.3127, y 0.3290)
 };
 
+/// How the surface of a gamut is made.
+enum class Construction : int
+{
+    Accurate = 0, ///< with the method, the nodes and the checks that the engine chooses; for each device
+    /// As in the display standard (IDMS): the 602 evenly spaced colours with 11 x 11 nodes on each face of
+    /// the RGB cube. Each square is divided from the corner where one of its two channels is highest to the
+    /// corner where the other is. Only for three channels. The volume is that of the mesh, without
+    /// refinement, without a check for self-intersection or for colours outside of it. Its uncertainty is the
+    /// difference to the mesh of 6 x 6 nodes.
+    Grid11Falling = 1,
+    Grid11Rising = 2, ///< the same with the other diagonals: from both channels lowest to both highest
+};
+
 /// How a gamut is computed from its profile.
 struct Settings
 {
@@ -281,6 +294,11 @@ public:
     /// Computes the gamut of @p profile with primaries and outline, Settings::defaultMaxEdge and
     /// Settings::defaultMaxRefinements, as the viewer and the program do. Otherwise as above.
     bool init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol = nullptr);
+
+    /// The same, with the surface made in another way than the viewer's. With a grid of 11 nodes
+    /// Settings::gridPoints has no effect, and NotThreeChannels is a further problem.
+    bool init(KVProfilePtr profile, const Settings& settings, Construction construction,
+              KVCompletionProtocolPtr* protocol = nullptr);
 
     /// The gamut as a hash of plain values, which every QVariant serialization preserves; empty for an empty
     /// gamut. The key "Gamut" marks it as a saved gamut. The same profile and settings give the same values

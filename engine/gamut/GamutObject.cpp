@@ -101,8 +101,17 @@ bool GamutObject::init(KVProfilePtr profile, KVVMRenderType intent, bool blackPo
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool GamutObject::init(KVProfilePtr profile, const Settings& settings, KVCompletionProtocolPtr* protocol)
 {
+    return init(std::move(profile), settings, Construction::Accurate, protocol);
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+bool GamutObject::init(KVProfilePtr profile, const Settings& settings, Construction construction,
+                       KVCompletionProtocolPtr* protocol)
+{
+    const bool isAccurate = construction == Construction::Accurate;
     const velmora::GamutRequest request{.gridPoints = settings.gridPoints,
-                                        .refinements = Settings::defaultMaxRefinements};
+                                        .refinements = isAccurate ? Settings::defaultMaxRefinements : 0,
+                                        .construction = construction};
     const auto data = computedOrProblem(profile, settings, request, protocol);
     d = data.value_or(SharedData());
     m_problem = problemOf(data);

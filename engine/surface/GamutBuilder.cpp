@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutBuilder.h"
 
+#include "GridSurface.h"
 #include "Refinement.h"
 #include "SurfaceChecks.h"
 #include <engine/mesh/MeshVolume.h>
@@ -21,18 +22,29 @@ public:
 
     Result<GamutRecord> run()
     {
-        m_record.gridPoints = effectiveGridPoints(m_request.gridPoints, m_transform.channels());
-        for (const auto step : {&Builder::findSurface, &Builder::refineSurface, &Builder::checkRecord,
-                                &Builder::findEndPoints, &Builder::findPrimaries})
+        const bool isAccurate = m_request.construction == KVGamut::Construction::Accurate;
+        for (const auto step :
+             {isAccurate ? &Builder::searchSurface : &Builder::sampleGrid, &Builder::refineSurface,
+              &Builder::checkRecord, &Builder::findEndPoints, &Builder::findPrimaries})
             if (const auto done = (this->*step)(); !done)
                 return failure(done);
         return std::move(m_record);
     }
 
 private:
-    Result<void> findSurface()
+    Result<void> searchSurface()
     {
-        auto found = velmora::findSurface(m_transform, m_record.gridPoints, m_task.part(0.0, 0.75));
+        const int gridPoints = effectiveGridPoints(m_request.gridPoints, m_transform.channels());
+        return takeSurface(findSurface(m_transform, gridPoints, m_task.part(0.0, 0.75)));
+    }
+
+    Result<void> sampleGrid()
+    {
+        return takeSurface(gridSurface(m_transform, m_request.construction, m_task.part(0.0, 0.75)));
+    }
+
+    Result<void> takeSurface(Result<FoundSurface> found)
+    {
         if (!found)
             return failure(found);
         m_record.mesh = std::move(found->mesh);

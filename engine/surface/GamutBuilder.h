@@ -12,6 +12,7 @@ struct GamutRequest
     double maxEdge = KVGamut::Settings::defaultMaxEdge;
     int gridPoints = KVGamut::Settings::engineChoosesGrid;
     int refinements = 0; ///< at most this many rounds
+    KVGamut::Construction construction = KVGamut::Construction::Accurate;
 };
 
 /// Computes the gamut of a device: chooses the method, refines and validates the surface, and adds end points

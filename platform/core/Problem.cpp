@@ -46,6 +46,8 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "a gamut needs at least three channels; grey has one")},
     {KVProblemCode::TwoChannels,
      QT_TRANSLATE_NOOP("Problem", "a gamut needs at least three channels; this profile has two")},
+    {KVProblemCode::NotThreeChannels,
+     QT_TRANSLATE_NOOP("Problem", "the 11-grid is defined for three channels; this profile has %1")},
     {KVProblemCode::UnknownDeviceSpace,
      QT_TRANSLATE_NOOP("Problem", "the device colour space '%1' is unknown")},
     {KVProblemCode::NoTransform,

@@ -493,3 +493,71 @@ TEST(Gamut, refinesEdgesLongerThanMaxEdge)
     EXPECT_TRUE(compute(std::numeric_limits<float>::quiet_NaN(), 2).faces() == coarse.faces());
     EXPECT_TRUE(compute(40.0f, -3).faces() == coarse.faces());
 }
+
+namespace {
+
+// The volume of the mesh of 11 x 11 nodes on each face of the cube, by Gauss' theorem. A square is divided
+// from the corner where both channels are lowest to the one where both are highest, or between the others.
+double volumeOfElevenGrid(const QByteArray& profile, bool rising)
+{
+    const LabTransform transform(profile);
+    double sum = 0.0;
+    const auto lab = [&](int face, int i, int j) {
+        std::vector<double> device(3, face / 3 == 0 ? 0.0 : 1.0);
+        device[std::size_t(face + 1) % 3] = i / 10.0;
+        device[std::size_t(face + 2) % 3] = j / 10.0;
+        return transform(device).front();
+    };
+    for (int face = 0; face < 6; ++face)
+        for (int i = 0; i < 10; ++i)
+            for (int j = 0; j < 10; ++j) {
+                const Lab p = lab(face, i, j), q = lab(face, i + 1, j), r = lab(face, i + 1, j + 1),
+                          s = lab(face, i, j + 1);
+                const double square = rising ? slow::determinant(p, q, r) + slow::determinant(p, r, s)
+                                             : slow::determinant(p, q, s) + slow::determinant(q, r, s);
+                sum += face / 3 == 0 ? -square : square;
+            }
+    return std::abs(sum) / 6.0;
+}
+
+} // namespace
+
+TEST(ElevenGrid, isTheMeshOfTheDisplayStandard)
+{
+    QFile file(srgb());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    for (const auto& [construction, rising, published] :
+         {std::tuple{KVGamut::Construction::Grid11Falling, false, 830792.0},
+          std::tuple{KVGamut::Construction::Grid11Rising, true, 831680.0}}) {
+        KVGamut::GamutObject gamut;
+        ASSERT_TRUE(gamut.init(opened(bytes), {KVVMRenderRelativeColorimetric}, construction));
+        const auto report = gamut.report();
+        EXPECT_EQ(gamut.mesh().lab.size(), 602u);
+        EXPECT_EQ(report.faceCount, 1200);
+        EXPECT_EQ(report.gridPoints, 11);
+        EXPECT_NEAR(report.volume, volumeOfElevenGrid(bytes, rising), 0.05);
+        EXPECT_NEAR(report.volume, report.surfaceVolume, 0.05);
+        EXPECT_NEAR(report.volume, published, 400.0); // of primaries with other digits
+        EXPECT_NEAR(report.volume, 832781.0, report.volumeUncertainty);
+        EXPECT_FALSE(gamut.outline().isEmpty());
+    }
+}
+
+TEST(ElevenGrid, isDefinedForThreeChannelsOnly)
+{
+    KVGamut::GamutObject gamut;
+    EXPECT_FALSE(gamut.init(openedFile(printerCmyk()), {}, KVGamut::Construction::Grid11Falling));
+    ASSERT_TRUE(gamut.problem());
+    EXPECT_EQ(gamut.problem()->code, KVProblemCode::NotThreeChannels);
+    EXPECT_EQ(gamut.problem()->arguments, QStringList{QStringLiteral("4")});
+}
+
+TEST(ElevenGrid, canBeCancelled)
+{
+    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("grid"));
+    protocol->cancel();
+    KVGamut::GamutObject gamut;
+    EXPECT_FALSE(gamut.init(openedFile(srgb()), {}, KVGamut::Construction::Grid11Rising, &protocol));
+    EXPECT_EQ(gamut.problem()->code, KVProblemCode::Cancelled);
+}

@@ -8,13 +8,14 @@
 #include <iterator>
 
 GamutInputs GamutInputs::compute(const QStringList& names, const KVGamut::Settings& settings,
-                                 Progress& progress)
+                                 Progress& progress, KVGamut::Construction construction)
 {
     QList<Result<GamutSource>> sources;
     for (const QString& name : names)
         sources.append(GamutSource::open(name));
     const auto gamuts = GamutBatch::compute(
-        sources, settings, [&progress](float share) { progress.show(share, QStringLiteral("gamuts")); });
+        sources, settings, [&progress](float share) { progress.show(share, QStringLiteral("gamuts")); },
+        construction);
 
     GamutInputs inputs;
     for (qsizetype i = 0; i < sources.size(); ++i)

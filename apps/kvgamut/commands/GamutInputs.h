@@ -19,7 +19,8 @@ struct GamutInputs
 
     /// Opens @p names and computes their gamuts.
     static GamutInputs compute(const QStringList& names, const KVGamut::Settings& settings,
-                               Progress& progress);
+                               Progress& progress,
+                               KVGamut::Construction construction = KVGamut::Construction::Accurate);
 
     /// The inputs that have a gamut.
     QList<Input> usable() const;

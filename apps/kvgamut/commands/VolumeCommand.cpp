@@ -9,9 +9,44 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <map>
+#include <string>
+
 namespace {
 
 using Kind = Table::Kind;
+
+const std::map<std::string, KVGamut::Construction>& constructions()
+{
+    static const std::map<std::string, KVGamut::Construction> words{
+        {"accurate", KVGamut::Construction::Accurate},
+        {"11-grid", KVGamut::Construction::Grid11Falling},
+        {"11-grid-rising", KVGamut::Construction::Grid11Rising},
+    };
+    return words;
+}
+
+void declareMethod(CLI::App& parser, KVGamut::Construction& construction)
+{
+    parser
+        .add_option_function<std::string>(
+            "--method", [&construction](const std::string& word) { construction = constructions().at(word); },
+            "accurate (the default), or as in the display standard: 11-grid, or 11-grid-rising with the "
+            "other diagonals")
+        ->check(CLI::IsMember(constructions()).description(""))
+        ->type_name("METHOD")
+        ->excludes("--grid");
+}
+
+/// As in the option --method for the grids, otherwise as the engine chose it.
+QString methodOf(const GamutInputs::Input& input, KVGamut::Construction construction)
+{
+    if (construction != KVGamut::Construction::Accurate && !input.isSaved())
+        for (const auto& [word, value] : constructions())
+            if (value == construction)
+                return QString::fromStdString(word);
+    return GamutWords::method(input.gamut->method());
+}
 
 Table emptyTable()
 {
@@ -35,7 +70,7 @@ Table emptyTable()
     return table;
 }
 
-Table::Row rowOf(const GamutInputs::Input& input)
+Table::Row rowOf(const GamutInputs::Input& input, KVGamut::Construction construction)
 {
     const KVGamut::Report report = input.gamut->report();
     Table::Row row{input.name,
@@ -43,7 +78,7 @@ Table::Row rowOf(const GamutInputs::Input& input)
                    report.volumeUncertainty,
                    report.surfaceVolume,
                    report.faceCount,
-                   GamutWords::method(report.method),
+                   methodOf(input, construction),
                    GamutWords::intent(report.intent),
                    GamutWords::blackPointCompensated(report),
                    report.gridPoints,
@@ -75,6 +110,7 @@ VolumeCommand::VolumeCommand(CLI::App& program)
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
+    declareMethod(parser(), m_construction);
     m_report.declare(parser());
     ReportOptions::endHelp(
         parser(), "Volumes are in cubed CIE 1976 colour differences of CIELAB (D50); the device's true "
@@ -85,12 +121,12 @@ int VolumeCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_report.quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress, m_construction);
     progress.clear();
     const bool allUsed = inputs.sayProblems();
     Table table = emptyTable();
     for (const GamutInputs::Input& input : inputs.usable())
-        table.rows.append(rowOf(input));
+        table.rows.append(rowOf(input, m_construction));
     table.summary = notesOf(inputs.usable());
     return m_report.print(table, allUsed);
 }

@@ -20,5 +20,6 @@ public:
 private:
     QStringList m_names;
     KVGamut::Settings m_settings;
+    KVGamut::Construction m_construction = KVGamut::Construction::Accurate;
     ReportOptions m_report;
 };

@@ -215,6 +215,36 @@ TEST_F(VolumeTest, aFinerGridHasMoreFacesAndLessUncertainty)
     EXPECT_LT(number(fine, "uncertainty"), number(coarse, "uncertainty"));
 }
 
+// The values of the display standard's mesh for exact primaries, by an independent program; those of a
+// profile are rounded. They depend on the diagonals of the squares.
+TEST_F(VolumeTest, ofTheElevenGridIsThatOfTheDisplayStandard)
+{
+    const QJsonObject falling = volume(QStringLiteral("sRGB --method 11-grid"));
+    EXPECT_NEAR(number(falling, "volume"), 830835.0, 0.0001 * 830835.0);
+    EXPECT_EQ(number(falling, "faces"), 6 * 10 * 10 * 2);
+    EXPECT_EQ(number(falling, "grid"), 11);
+    EXPECT_EQ(word(falling, "method"), QStringLiteral("11-grid"));
+    EXPECT_NEAR(number(volume(QStringLiteral("sRGB --method 11-grid-rising")), "volume"), 831722.0,
+                0.0001 * 831722.0);
+    // the continuous solid, by an independent integration
+    EXPECT_LT(std::abs(number(falling, "volume") - 833136.0), number(falling, "uncertainty"));
+}
+
+TEST_F(VolumeTest, ofTheElevenGridHasNoOtherGrid)
+{
+    const Answer answer = run(words(QStringLiteral("volume sRGB --method 11-grid --grid 33")));
+    EXPECT_EQ(answer.exitCode, WrongUsage);
+    EXPECT_TRUE(answer.errors.contains("--grid")) << answer.errors.toStdString();
+}
+
+TEST_F(VolumeTest, ofTheElevenGridNeedsThreeChannels)
+{
+    EXPECT_TRUE(failedWith(
+        run(words(QStringLiteral("volume ") + cmyk + QStringLiteral(" --method 11-grid"))), BadInput,
+        QStringLiteral("kvgamut: '%1': the 11-grid is defined for three channels; this profile has 4")
+            .arg(cmyk)));
+}
+
 TEST_F(VolumeTest, doesNotDependOnOtherInputsOrTheirOrder)
 {
     const auto withoutSeconds = [](QList<QJsonObject> rows) {
@@ -266,11 +296,12 @@ TEST_F(VolumeTest, printsCsv)
     EXPECT_TRUE(succeeded(answer));
     const QList<QByteArray> lines = answer.output.split('\n');
     ASSERT_EQ(lines.size(), 3); // the last is empty
-    EXPECT_EQ(lines[0],
-              "profile,volume,uncertainty,surface_volume,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
-              "white_a,white_b,black_L,black_a,black_b,saved,seconds,table,table_fallback,adaptation,"
-              "adapted_by,media_white_L,media_white_a,media_white_b,mapped_black_L,mapped_black_a,"
-              "mapped_black_b,cicp,notes");
+    EXPECT_EQ(
+        lines[0],
+        "profile,volume,uncertainty,surface_volume,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
+        "white_a,white_b,black_L,black_a,black_b,saved,seconds,table,table_fallback,adaptation,"
+        "adapted_by,media_white_L,media_white_a,media_white_b,mapped_black_L,mapped_black_a,"
+        "mapped_black_b,cicp,notes");
     const QList<QByteArray> keys = lines[0].split(','), fields = lines[1].split(',');
     ASSERT_EQ(keys.size(), fields.size());
     const QJsonObject row = volume(sRGB);

@@ -94,7 +94,8 @@ private:
 
 QList<Result<KVGamut::GamutObject>> GamutBatch::compute(const QList<Result<GamutSource>>& sources,
                                                         const KVGamut::Settings& settings,
-                                                        const std::function<void(float)>& progress)
+                                                        const std::function<void(float)>& progress,
+                                                        KVGamut::Construction construction)
 {
     QList<Result<KVGamut::GamutObject>> gamuts(sources.size());
     QList<KVCompletionProtocolPtr> tasks;
@@ -105,7 +106,7 @@ QList<Result<KVGamut::GamutObject>> GamutBatch::compute(const QList<Result<Gamut
     const std::function<void(qsizetype)> job = [&, results](qsizetype i) {
         KVCompletionProtocolPtr task = tasks.at(i);
         results[i] = sources.at(i).and_then(
-            [&](const GamutSource& opened) { return opened.compute(settings, &task); });
+            [&](const GamutSource& opened) { return opened.compute(settings, &task, construction); });
         task->setProgress(1.0f);
     };
     Crew(sources.size(), job).wait([&] { progress(meanProgress(tasks)); });

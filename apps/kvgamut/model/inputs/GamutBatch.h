@@ -10,8 +10,9 @@ namespace GamutBatch {
 
 /// Computes the gamuts of @p sources, in their order; a source that could not be opened keeps its problem.
 /// Blocks, and calls @p progress on the calling thread a few times each second with the progress, 0..1.
-QList<Result<KVGamut::GamutObject>> compute(const QList<Result<GamutSource>>& sources,
-                                            const KVGamut::Settings& settings,
-                                            const std::function<void(float)>& progress);
+QList<Result<KVGamut::GamutObject>>
+compute(const QList<Result<GamutSource>>& sources, const KVGamut::Settings& settings,
+        const std::function<void(float)>& progress,
+        KVGamut::Construction construction = KVGamut::Construction::Accurate);
 
 } // namespace GamutBatch

@@ -123,12 +123,13 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteAr
 }
 
 Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& settings,
-                                                  KVCompletionProtocolPtr* protocol) const
+                                                  KVCompletionProtocolPtr* protocol,
+                                                  KVGamut::Construction construction) const
 {
     if (isSaved())
         return m_saved;
     KVGamut::GamutObject gamut;
-    if (!gamut.init(m_profile, settings, protocol))
+    if (!gamut.init(m_profile, settings, construction, protocol))
         return failure(Problem(gamut.problem().value_or(KVProblem())).about(m_name));
     return gamut;
 }

@@ -39,8 +39,9 @@ public:
 
     /// The gamut with primaries and outline: computed as in the viewer, or restored from the file. A problem
     /// names the input.
-    Result<KVGamut::GamutObject> compute(const KVGamut::Settings& settings,
-                                         KVCompletionProtocolPtr* protocol = nullptr) const;
+    Result<KVGamut::GamutObject>
+    compute(const KVGamut::Settings& settings, KVCompletionProtocolPtr* protocol = nullptr,
+            KVGamut::Construction construction = KVGamut::Construction::Accurate) const;
 
 private:
     explicit GamutSource(const QString& name) : m_name(name) {}

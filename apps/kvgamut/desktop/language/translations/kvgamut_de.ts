@@ -1278,6 +1278,10 @@ wird berechnet</translation>
         <source>there is no gamut to save; open a profile first</source>
         <translation>es gibt keinen Gamut zu speichern; öffnen Sie zuerst ein Profil</translation>
     </message>
+    <message>
+        <source>the 11-grid is defined for three channels; this profile has %1</source>
+        <translation>das 11er-Gitter ist für drei Kanäle definiert; dieses Profil hat %1</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
