@@ -64,3 +64,13 @@ pictures="$root/docs/pictures"
 "$kvgamut" slice sRGB DisplayP3 printer.icc --lightness 60 --size 640x480 -o "$pictures/slice-lightness.png"
 "$kvgamut" slice sRGB DisplayP3 printer.icc --hue 300 --size 640x480 -o "$pictures/slice-hue.png"
 "$kvgamut" slice sRGB printer.icc --rings --size 640x480 -o "$pictures/slice-rings.png"
+
+# The page of `kvgamut export`, photographed in a browser.
+if command -v chromium >/dev/null; then
+    "$kvgamut" export sRGB DisplayP3 -o page.html
+    chromium --headless --no-sandbox --user-data-dir="$scratch/browser" --use-angle=swiftshader --enable-unsafe-swiftshader \
+        --force-color-profile=srgb --hide-scrollbars --window-size=1300,1120 --virtual-time-budget=5000 \
+        --screenshot="$pictures/page.png" "file://$scratch/page.html" 2>/dev/null
+else
+    echo "Chromium is not installed: docs/pictures/page.png stays as it is"
+fi

@@ -5,6 +5,7 @@
 #include "PageText.h"
 #include "model/inputs/ProfileFacts.h"
 #include "model/reports/GamutWords.h"
+#include "model/text/ListOf.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFile>
@@ -14,6 +15,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 namespace {
 
@@ -84,21 +87,23 @@ QJsonObject shareJson(float share, double uncertainty)
 QJsonArray coverageJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
 {
     const qsizetype size = gamuts.size();
-    QList<QList<QJsonValue>> shares(size, QList<QJsonValue>(size, QJsonValue::Null));
+    const auto count = static_cast<std::size_t>(size);
+    std::vector<std::vector<QJsonValue>> shares(count, std::vector<QJsonValue>(count, QJsonValue::Null));
     qsizetype done = 0;
     for (qsizetype i = 0; i < size; ++i)
         for (qsizetype j = i + 1; j < size; ++j) {
             const auto [found, uncertainty, problem] =
                 gamuts[i].gamut.compareWithUncertainty(gamuts[j].gamut);
             if (!problem) {
-                shares[i][j] = shareJson(found.firstCovered, uncertainty.firstCovered);
-                shares[j][i] = shareJson(found.secondCovered, uncertainty.secondCovered);
+                const auto row = static_cast<std::size_t>(i), column = static_cast<std::size_t>(j);
+                shares[row][column] = shareJson(found.firstCovered, uncertainty.firstCovered);
+                shares[column][row] = shareJson(found.secondCovered, uncertainty.secondCovered);
             }
             if (shown)
                 shown(static_cast<float>(++done) / static_cast<float>(size * (size - 1) / 2));
         }
     QJsonArray rows;
-    for (const QList<QJsonValue>& share : shares) {
+    for (const std::vector<QJsonValue>& share : shares) {
         QJsonArray row;
         for (const QJsonValue& value : share)
             row.append(value);
@@ -141,7 +146,7 @@ QByteArray GamutPage::of(const QList<Gamut>& gamuts, const Shown& shown)
     return PageText::filled(resource("page.html"),
                             {{"title", PageText::html(title(gamuts))},
                              {"program", PageText::html(program())},
-                             {"policy", PageText::policy({library, own}, style)},
+                             {"policy", PageText::policy(listOf(library, own), style)},
                              {"style", style},
                              {"library", library},
                              {"script", own},

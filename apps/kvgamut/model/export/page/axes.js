@@ -47,7 +47,7 @@ class Axes {
         this.box = box;
         this.camera = camera;
         this.shown = true;
-        this.grid = new Lines(1, 0);
+        this.grid = new Lines(1, 0, order.under);
         this.edges = new Lines(1.5, 2e-4);
         this.outlines = new Lines(2.5, 3e-4);
         this.parts = [this.grid, this.edges, this.outlines];

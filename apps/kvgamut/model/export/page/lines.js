@@ -2,7 +2,7 @@
 
 // Lines of any width: WebGL draws lines of one pixel only. Each segment is a rectangle on the screen.
 
-const order = { opaque: 0, mark: 1, lid: 2, casing: 3, lines: 4, translucent: 5 };
+const order = { opaque: 0, mark: 1, lid: 2, under: 3, lines: 4, translucent: 5 };
 
 const lineVertexShader = `
 precision highp float;
@@ -47,7 +47,7 @@ class Lines {
             fragmentShader: lineFragmentShader,
             uniforms: { viewport: viewportUniform, width: { value: width }, towardsEye: { value: towardsEye } },
             side: THREE.DoubleSide,
-            depthWrite: renderOrder !== order.casing, // other lines are drawn over a casing
+            depthWrite: renderOrder !== order.under, // others are drawn over them
         });
         this.mesh = new THREE.Mesh(new THREE.BufferGeometry(), this.material);
         this.mesh.frustumCulled = false;

@@ -63,7 +63,7 @@ class Section {
         this.down = this.mesh({ ...mark, side: THREE.BackSide, stencilZPass: THREE.DecrementWrapStencilOp }, order.mark);
         this.lid = this.mesh({ side: THREE.DoubleSide, stencilWrite: true, stencilFunc: THREE.NotEqualStencilFunc },
                              order.lid);
-        this.casing = new Lines(4.5, 3e-4, order.casing); // keeps an outline apart from a lid in the same colour
+        this.casing = new Lines(4.5, 3e-4, order.under); // keeps an outline apart from a lid in the same colour
         this.outlines = new Lines(2.5, 4e-4);
         this.lines = [this.casing, this.outlines];
         this.meshes = [this.up, this.down, this.lid, this.casing.mesh, this.outlines.mesh];
