@@ -68,7 +68,7 @@ Order documentedOrder()
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
-                                    model + "points"})},
+                                    model + "points", model + "pictures"})},
 
         {"apps/kvgamut/surfaceless", {}}, // depends on Qt only
         {commands + "/process", withModel({"apps/kvgamut/surfaceless"})},

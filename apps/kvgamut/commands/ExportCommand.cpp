@@ -10,7 +10,6 @@
 #include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/SavedGamut.h"
-#include "model/slices/SliceDrawing.h"
 #include "model/text/GamutTitles.h"
 #include "model/text/SafeText.h"
 
@@ -63,8 +62,8 @@ QList<GamutPage::Gamut> pageGamuts(const QList<GamutInputs::Input>& inputs)
     const QStringList titles = gamutTitles(profiles);
     QList<GamutPage::Gamut> gamuts;
     for (qsizetype i = 0; i < inputs.size(); ++i)
-        gamuts.append({titles[i], GamutPage::descriptionOf(*inputs[i].source), SliceDrawing::defaultColor(i),
-                       *inputs[i].gamut});
+        gamuts.append({titles[i], GamutPage::descriptionOf(*inputs[i].source), {}, {}, *inputs[i].gamut});
+    GamutPage::chooseKeys(gamuts);
     GamutPage::chooseOpacities(gamuts);
     return gamuts;
 }

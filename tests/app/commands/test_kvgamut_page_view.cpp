@@ -187,7 +187,7 @@ TEST_F(PageTest, drawsTheOutlineOfTheSectionInTheKeyColour)
         const KVGamut::LabPoint& lab = loops[0][i];
         const QPoint pixel = onPicture(double(lab.L), double(lab.a), double(lab.b)).toPoint();
         ++probed;
-        drawn += hasColorNear(picture, pixel, {0x00, 0x72, 0xb2}) ? 1 : 0;
+        drawn += hasColorNear(picture, pixel, {0, 48, 154}) ? 1 : 0;
     }
     EXPECT_GT(probed, 20);
     EXPECT_EQ(drawn, probed);

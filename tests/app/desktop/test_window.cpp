@@ -4,7 +4,6 @@
 #include "desktop/files/RecentFiles.h"
 #include "desktop/panels/KeyList.h"
 #include "model/export/GamutPage.h"
-#include "model/slices/SliceDrawing.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
@@ -298,9 +297,9 @@ TEST_F(Window, savesThePageThatTheCommandExports)
     QList<GamutPage::Gamut> gamuts;
     for (const QString& name : names) {
         const GamutSource source = *GamutSource::open(name);
-        gamuts.append({name, GamutPage::descriptionOf(source), SliceDrawing::defaultColor(gamuts.size()),
-                       *source.compute({})});
+        gamuts.append({name, GamutPage::descriptionOf(source), {}, {}, *source.compute({})});
     }
+    GamutPage::chooseKeys(gamuts);
     GamutPage::chooseOpacities(gamuts);
     EXPECT_EQ(read(QStringLiteral("seite é.html")), GamutPage::of(gamuts));
 }

@@ -3,7 +3,7 @@
 #include "model/export/PageSurface.h"
 #include "model/export/PageText.h"
 #include "model/inputs/GamutSource.h"
-#include "model/slices/SliceDrawing.h"
+#include "model/pictures/PictureStyle.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ KVGamut::GamutObject gamutOf(const QString& input)
 
 GamutPage::Gamut pageGamut(const QString& input, const QString& name = {})
 {
-    return {name.isEmpty() ? input : name, {}, SliceDrawing::defaultColor(0), gamutOf(input)};
+    return {name.isEmpty() ? input : name, {}, QColor(10, 20, 30), QColor(40, 50, 60), gamutOf(input)};
 }
 
 /// The contents of the elements of @p page that begin with @p tag.
@@ -286,14 +286,29 @@ TEST(GamutPage, reportsEachComparison)
     EXPECT_EQ(shares, (QList<float>{1.0f / 3.0f, 2.0f / 3.0f, 1.0f}));
 }
 
-TEST(GamutPage, showsTheSmallestGamutInsideTheOthers)
+TEST(GamutPage, showsGamutsInsideOthers)
 {
     QList<GamutPage::Gamut> gamuts{pageGamut(QStringLiteral("ProPhoto")), pageGamut(cmyk),
                                    pageGamut(QStringLiteral("sRGB"))};
     GamutPage::chooseOpacities(gamuts);
-    EXPECT_EQ(gamuts[0].opacity, GamutPage::translucent);
+    EXPECT_EQ(gamuts[0].opacity, GamutPage::faint);
     EXPECT_EQ(gamuts[1].opacity, 1.0f);
     EXPECT_EQ(gamuts[2].opacity, GamutPage::translucent);
+}
+
+TEST(GamutPage, choosesKeyColoursForEachGround)
+{
+    QList<GamutPage::Gamut> gamuts(3);
+    gamuts[1].key = Qt::magenta; // by the user
+    GamutPage::chooseKeys(gamuts);
+    const PictureStyle& onLight = PictureStyle::named(QStringLiteral("paper"));
+    const PictureStyle& onDark = PictureStyle::named(QStringLiteral("dark"));
+    for (const qsizetype i : {0, 2}) {
+        EXPECT_EQ(gamuts[i].key, onLight.key(i));
+        EXPECT_EQ(gamuts[i].darkKey, onDark.key(i));
+    }
+    EXPECT_EQ(gamuts[1].key, QColor(Qt::magenta));
+    EXPECT_EQ(gamuts[1].darkKey, QColor(Qt::magenta));
 }
 
 } // namespace

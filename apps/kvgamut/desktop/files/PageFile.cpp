@@ -25,10 +25,16 @@ QList<GamutPage::Gamut> PageFile::gamutsOf(const GamutListModel& model, const Ga
         if (!entry.hasGamut())
             continue;
         const auto source = queue.source(entry.id);
-        gamuts.append({entry.title, source ? GamutPage::descriptionOf(*source) : QString(),
-                       model.signColor(row), entry.gamut, entry.look.visible && entry.look.surface,
+        const bool isVisible = entry.look.visible && entry.look.surface;
+        gamuts.append({entry.title,
+                       source ? GamutPage::descriptionOf(*source) : QString(),
+                       entry.look.color,
+                       {},
+                       entry.gamut,
+                       isVisible,
                        opacityOf(entry.look)});
     }
+    GamutPage::chooseKeys(gamuts);
     return gamuts;
 }
 

@@ -4,6 +4,8 @@
 #include "PageSurface.h"
 #include "PageText.h"
 #include "model/inputs/ProfileFacts.h"
+#include "model/pictures/BodyLooks.h"
+#include "model/pictures/PictureStyle.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/ListOf.h"
 #include "model/text/SafeText.h"
@@ -13,7 +15,6 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -64,6 +65,7 @@ QJsonObject gamutJson(const Gamut& gamut)
     return {{QStringLiteral("name"), SafeText::shown(gamut.name)},
             {QStringLiteral("description"), SafeText::shown(gamut.description)},
             {QStringLiteral("key"), gamut.key.name()},
+            {QStringLiteral("darkKey"), gamut.darkKey.name()},
             {QStringLiteral("visible"), gamut.visible},
             {QStringLiteral("opacity"), std::round(100.0 * double(gamut.opacity)) / 100.0},
             {QStringLiteral("intent"), GamutWords::intent(report.intent)},
@@ -130,14 +132,37 @@ QString GamutPage::descriptionOf(const GamutSource& source)
     return source.isSaved() ? QString() : ProfileFacts::of(source.profile()->bytes).description;
 }
 
+void GamutPage::chooseKeys(QList<Gamut>& gamuts)
+{
+    const PictureStyle& onLight = PictureStyle::named(QStringLiteral("paper"));
+    const PictureStyle& onDark = PictureStyle::named(QStringLiteral("dark"));
+    for (qsizetype i = 0; i < gamuts.size(); ++i) {
+        Gamut& gamut = gamuts[i];
+        if (!gamut.darkKey.isValid())
+            gamut.darkKey = gamut.key.isValid() ? gamut.key : onDark.key(i);
+        if (!gamut.key.isValid())
+            gamut.key = onLight.key(i);
+    }
+}
+
 void GamutPage::chooseOpacities(QList<Gamut>& gamuts)
 {
-    const auto isSmaller = [](const Gamut& a, const Gamut& b) {
-        return a.gamut.report().volume < b.gamut.report().volume;
-    };
-    const auto smallest = std::min_element(gamuts.begin(), gamuts.end(), isSmaller);
-    for (auto gamut = gamuts.begin(); gamut != gamuts.end(); ++gamut)
-        gamut->opacity = gamut == smallest ? 1.0f : translucent;
+    QList<KVGamut::GamutObject> bodies;
+    for (const Gamut& gamut : gamuts)
+        bodies.append(gamut.gamut);
+    const QList<BodyLook> looks = bodyLooks(bodies);
+    for (qsizetype i = 0; i < gamuts.size(); ++i)
+        switch (looks[i]) {
+        case BodyLook::Solid:
+            gamuts[i].opacity = 1.0f;
+            break;
+        case BodyLook::Translucent:
+            gamuts[i].opacity = translucent;
+            break;
+        case BodyLook::Lines:
+            gamuts[i].opacity = faint;
+            break;
+        }
 }
 
 QByteArray GamutPage::of(const QList<Gamut>& gamuts, const Shown& shown)

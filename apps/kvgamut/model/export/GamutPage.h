@@ -22,6 +22,7 @@ struct Gamut
     QString name;        ///< as gamutTitles()
     QString description; ///< of the profile; may be empty
     QColor key;          ///< identifies the gamut in the legend, on the floor and in sections
+    QColor darkKey;      ///< the same on a dark ground
     KVGamut::GamutObject gamut;
     bool visible = true;
     float opacity = 1.0f; ///< 0..1
@@ -30,11 +31,15 @@ struct Gamut
 /// The description of the profile for a page; empty for a saved gamut.
 QString descriptionOf(const GamutSource& source);
 
-/// Opacity of gamuts through which others are seen.
+/// Opacity of gamuts inside which others are seen.
 constexpr float translucent = 0.35f;
+/// Opacity of gamuts that contain translucent ones.
+constexpr float faint = 0.15f;
 
-/// Makes the gamut with the smallest volume opaque and the others translucent, so that it is seen inside
-/// them.
+/// Gives each gamut without a key colour those of its position, which every eye can tell apart, see
+/// PictureStyle.
+void chooseKeys(QList<Gamut>& gamuts);
+/// Makes gamuts translucent or faint if others are inside them, see bodyLooks(), and the others opaque.
 void chooseOpacities(QList<Gamut>& gamuts);
 
 /// Called after each comparison with the share of the work that is done.

@@ -56,10 +56,9 @@ function styleColour(name) {
     return componentsOf(getComputedStyle(document.documentElement).getPropertyValue(name).trim());
 }
 
-/** The key colour of a gamut; lighter on a dark ground, so that it can be told from it. */
+/** The key colour of a gamut on the present ground. */
 function keyColour(gamut) {
-    const white = isDark() ? 0.35 : 0;
-    return componentsOf(gamut.key).map((v) => v + white * (1 - v));
+    return componentsOf(isDark() ? gamut.darkKey : gamut.key);
 }
 
 function cssColour(components) {
