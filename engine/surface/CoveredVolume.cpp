@@ -50,17 +50,21 @@ Result<double> lengthInside(const Mesh& surface, const LineGrid& lines, const Ta
 
 } // namespace
 
-Result<double> coveredVolume(const DeviceTransform& transform, const DeviceNodes& nodes, const Mesh& surface,
-                             UnionBudget& budget, const Task& task)
+Result<CoveredLines> coveredLines(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                  UnionBudget& budget, const Task& task)
 {
-    const auto cover = cellUnion(transform, nodes, linesAcross(nodes), budget, task);
-    if (!cover)
-        return failure(cover);
-    const auto inside = lengthInside(surface, cover->grid(), task);
+    return cellUnion(transform, nodes, linesAcross(nodes), budget, task).map([](const LineCover& cover) {
+        return CoveredLines{cover.grid(), cover.length()};
+    });
+}
+
+Result<double> coveredVolume(const CoveredLines& covered, const Mesh& surface, const Task& task)
+{
+    const auto inside = lengthInside(surface, covered.lines, task);
     if (!inside)
         return failure(inside);
-    const double step = cover->grid().step;
-    return signedVolume(surface, task) + (cover->length() - *inside) * step * step;
+    const double step = covered.lines.step;
+    return signedVolume(surface, task) + (covered.length - *inside) * step * step;
 }
 
 } // namespace velmora

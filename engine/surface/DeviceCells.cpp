@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DeviceCells.h"
 
-#include "CoveredVolume.h"
-
 #include <algorithm>
 
 namespace velmora {
@@ -93,10 +91,17 @@ std::size_t DeviceCells::maxTableNodes() const
 
 Result<double> DeviceCells::volume(Grid grid, const Mesh& surface, const Task& task)
 {
-    const auto chosen = nodes(grid);
-    if (!chosen)
-        return failure(chosen);
-    return coveredVolume(m_transform, *chosen, surface, m_budget, task);
+    auto& covered = m_covered[static_cast<std::size_t>(grid)];
+    if (!covered) {
+        const auto chosen = nodes(grid);
+        if (!chosen)
+            return failure(chosen);
+        const auto lines = coveredLines(m_transform, *chosen, m_budget, task);
+        if (!lines)
+            return failure(lines);
+        covered = *lines;
+    }
+    return coveredVolume(*covered, surface, task);
 }
 
 Result<DeviceSolid> DeviceCells::solid(Grid grid)

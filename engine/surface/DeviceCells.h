@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "CellUnion.h"
-#include <engine/mesh/Mesh.h>
+#include "CoveredVolume.h"
 
+#include <array>
 #include <optional>
 
 namespace velmora {
@@ -37,7 +37,7 @@ public:
     /// Largest number of table nodes along an axis.
     [[nodiscard]] std::size_t maxTableNodes() const;
 
-    /// Volume of all colours, see coveredVolume().
+    /// Volume of all colours, see coveredVolume(). What the cells of a grid cover is computed once.
     [[nodiscard]] Result<double> volume(Grid grid, const Mesh& surface, const Task& task);
     /// The cells at the surface, see cellSolid().
     [[nodiscard]] Result<DeviceSolid> solid(Grid grid);
@@ -51,6 +51,7 @@ private:
     std::optional<DeviceNodes> m_equalised; // many nodes
     std::vector<double> m_curvatures;       // along each axis
     UnionBudget m_budget;
+    std::array<std::optional<CoveredLines>, 4> m_covered; // by grid
 };
 
 } // namespace velmora

@@ -342,7 +342,8 @@ TEST(Looks, ofTheVolumeOfAllCells)
     const auto measure = [&mesh](const MappedDevice& device, const DeviceNodes& nodes) {
         return [&device, &nodes, &mesh](const Task& t) {
             UnionBudget budget;
-            (void)coveredVolume(device, nodes, mesh, budget, t);
+            if (const auto lines = coveredLines(device, nodes, budget, t))
+                (void)coveredVolume(*lines, mesh, t);
         };
     };
     const auto monotone = box(3), large = scattered(3), inks = scattered(6);

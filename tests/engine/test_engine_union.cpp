@@ -10,6 +10,7 @@
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/CoveredVolume.h>
+#include <engine/surface/DeviceCells.h>
 #include <engine/surface/MissedColours.h>
 #include <engine/surface/RadialHull.h>
 
@@ -58,7 +59,8 @@ double unionOf(const MappedDevice& device, int count, int hullNodes = 9)
 {
     const Mesh hull = radialHull(device, evenNodes(device.channels(), hullNodes), {}).value();
     UnionBudget budget;
-    return coveredVolume(device, evenNodes(device.channels(), count), hull, budget, {}).value();
+    const auto lines = coveredLines(device, evenNodes(device.channels(), count), budget, {});
+    return coveredVolume(lines.value(), hull, {}).value();
 }
 
 } // namespace
@@ -126,20 +128,17 @@ TEST(CellUnion, doesNotBridgeHollows)
 TEST(CellUnion, failsIfItsBudgetIsExceeded)
 {
     const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
-    const Mesh hull = radialHull(device, evenNodes(4, 5), {}).value();
     UnionBudget budget{.left = 100};
-    EXPECT_EQ(codeOf(coveredVolume(device, evenNodes(4, 5), hull, budget, {})),
-              KVProblemCode::TooManyOverlaps);
+    EXPECT_EQ(codeOf(coveredLines(device, evenNodes(4, 5), budget, {})), KVProblemCode::TooManyOverlaps);
 }
 
 TEST(CellUnion, canBeCancelled)
 {
     const MappedDevice device(4, [](const float* d) { return mixed(d, fourInks()); });
-    const Mesh hull = radialHull(device, evenNodes(4, 5), {}).value();
     UnionBudget budget;
     int looks = 0;
     const Task task([&looks] { return ++looks > 40; });
-    EXPECT_EQ(codeOf(coveredVolume(device, evenNodes(4, 9), hull, budget, task)), KVProblemCode::Cancelled);
+    EXPECT_EQ(codeOf(coveredLines(device, evenNodes(4, 9), budget, task)), KVProblemCode::Cancelled);
     EXPECT_LE(looks, 45);
 }
 
@@ -236,4 +235,27 @@ TEST(TableNodes, areUnknownForAMatrix)
         DeviceTransform::create(file.readAll(), KVVMRenderRelativeColorimetric, false).value();
     EXPECT_TRUE(transform->tableNodes().empty());
     EXPECT_FALSE(isLinearBetweenTableNodes(*transform, {}).value());
+}
+
+// A volume is measured again when a better surface is found; the cells cost much more than the surface.
+TEST(DeviceCells, areConvertedOnceForAllSurfaces)
+{
+    int converted = 0;
+    const MappedDevice device(4, [&converted](const float* d) {
+        ++converted;
+        return mixed(d, fourInks());
+    });
+    const Mesh coarse = radialHull(device, evenNodes(4, 3), {}).value();
+    const Mesh fine = radialHull(device, evenNodes(4, 9), {}).value();
+    const auto measured = [](DeviceCells& cells, const Mesh& surface) {
+        return cells.volume(DeviceCells::Grid::Look, surface, {}).value();
+    };
+    DeviceCells cells(device, 1.0, {}), others(device, 1.0, {});
+    const double first = measured(cells, coarse);
+    const int afterFirst = converted;
+    EXPECT_GT(afterFirst, 0);
+    const double second = measured(cells, fine);
+    EXPECT_EQ(converted, afterFirst);
+    EXPECT_EQ(second, measured(others, fine)); // as if it were the first
+    EXPECT_NEAR(first, second, 0.01 * second);
 }
