@@ -7,6 +7,8 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
+#include <QtCore/QRectF>
+#include <QtCore/QSize>
 #include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
 #include <QtGui/QPalette>
@@ -170,6 +172,20 @@ struct KV3DVIEWER_EXPORT KVViewState
     bool operator==(const KVViewState&) const = default; ///< all members are equal
 };
 Q_DECLARE_METATYPE(KVViewState)
+
+/// What KVGamutView::framing() keeps inside a picture.
+struct KV3DVIEWER_EXPORT KVFraming
+{
+    /// A text or a symbol of a fixed size in pixels.
+    struct Label
+    {
+        QVector3D position; ///< (L*, a*, b*)
+        QRectF box;         ///< pixels that it covers, relative to the projected position; y points down
+    };
+    QList<QVector3D> positions; ///< (L*, a*, b*)
+    QList<Label> labels;        ///< see Label
+    float margin = 0.04f;       ///< least distance from the edges; share of the width and of the height
+};
 
 /// What to load, and how. If several sources are given, a saved gamut is preferred, then the first of
 /// path, data and profile that can be opened.
@@ -360,6 +376,16 @@ public:
     /// (width divided by height). Unchanged if there are no positions; a camera that is not valid is replaced
     /// by the default.
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
+    /// The vertices of everything that is shown, cut by the clipping, except the grid.
+    KVFraming shownFraming() const;
+    /// @p camera moved, but not turned, so that all of @p shown fits a picture of @p size pixels as large as
+    /// possible, in the middle: on the tighter axis the margins are those of @p shown. Unchanged without
+    /// positions and labels, or for an empty size; a camera that is not valid is replaced by the default.
+    ///
+    /// The viewing angle changes only where the picture would otherwise be empty: it becomes wider if the eye
+    /// would be too far away, as for tall pictures, and narrower if the eye would be inside. Positions that
+    /// are not finite are ignored.
+    static KVCamera framing(const KVCamera& camera, const KVFraming& shown, const QSize& size);
     /// @}
 
     /// The item in front at a pixel (window coordinates): the surface of a gamut that is visible, not fully

@@ -35,7 +35,7 @@ draw flat sRGB --mode flat --color '#3b7dd8'
 draw wireframe sRGB --mode wireframe --no-grid
 draw translucent-over-opaque sRGB DisplayP3
 draw printer-in-screen "$printer" sRGB --intent relative
-draw crossing "$printer" sRGB --intent relative --alpha 0.6,0.4 --camera 160,330,-280
+draw crossing "$printer" sRGB --intent relative --alpha 0.6,0.4 --camera 160,330,-280 --frame all
 draw projection sRGB DisplayP3 Rec2020 --no-surface
 draw primaries sRGB --no-surface --primaries
 draw section sRGB --clip 50
@@ -48,9 +48,9 @@ draw points sRGB --no-surface --points "$patches" --point-size 9
 draw line sRGB --no-surface --line "$ring" --line-width 6
 draw top sRGB --view top
 draw bottom sRGB --view bottom
-draw oblique ProPhoto --camera 250,-420,-400
-draw perspective AdobeRGB --angle 60 --camera 130,120,-230
-draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --orthogonal
+draw oblique ProPhoto --camera 250,-420,-400 --frame all
+draw perspective AdobeRGB --angle 60 --camera 130,120,-230 --frame all
+draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --frame all --orthogonal
 draw no-background sRGB DisplayP3 --no-background
 draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
 draw mixed-modes "$printer" sRGB --mode smooth,wireframe --alpha 1,0.6 --grid 9 --intent relative

@@ -48,6 +48,13 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_output.declare(parser());
     m_look.declare(parser());
     parser()
+        .add_option_function<std::string>(
+            "--frame", [this](const std::string& word) { m_isFramed = word == "all"; },
+            "all: fit gamuts, axes and points into the picture (the default, except with --camera); none: "
+            "keep the distance of the camera")
+        ->check(CLI::IsMember({"all", "none"}).description(""))
+        ->type_name("WHAT");
+    parser()
         .add_flag("--no-background", m_transparent, "Make the background transparent")
         ->excludes(parser().get_option("--background"));
     m_items.declare(parser());
@@ -124,8 +131,14 @@ QImage RenderCommand::pictureOf(KVGamutView& view) const
 {
     KVGamut3DViewer& viewer = *view.viewer();
     viewer.show();
+    const QColor background = m_look.state.theme.background;
+    if (m_isFramed.value_or(!m_look.hasCamera())) {
+        if (!settleOn(view, background)) // wireframes are made in the background
+            return {};
+        view.setCamera(KVGamutView::framing(view.camera(), view.shownFraming(), m_look.size));
+    }
     if (!m_transparent)
-        return settleOn(view, m_look.state.theme.background) ? viewer.picture(m_look.size) : QImage();
+        return settleOn(view, background) ? viewer.picture(m_look.size) : QImage();
     if (!settleOn(view, Qt::black))
         return {};
     QImage onBlack = viewer.picture(m_look.size);

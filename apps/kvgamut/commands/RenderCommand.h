@@ -32,4 +32,5 @@ private:
     PictureOutput m_output; ///< not given: only compare the picture
     PictureReference m_reference;
     bool m_transparent = false;
+    std::optional<bool> m_isFramed; ///< nullopt: unless a camera is given
 };

@@ -77,6 +77,6 @@ void ViewCommand::show(MainWindow& window) const
     for (qsizetype i = 0; i < m_profiles.profiles.size(); ++i)
         window.addGamut(m_profiles.profiles[i], m_profiles.settings, m_look.lookOf(i, i == 0));
     window.showViewState();
-    if (!m_session.isEmpty() || m_look.view || m_look.camera)
+    if (!m_session.isEmpty() || !m_look.view.isEmpty() || m_look.hasCamera())
         window.keepCamera();
 }

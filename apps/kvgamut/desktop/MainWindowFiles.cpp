@@ -13,9 +13,9 @@
 #include "desktop/panels/PointPanel.h"
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/view/CameraControl.h"
-#include "desktop/view/CameraText.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/pictures/CameraText.h"
 #include "model/pictures/PictureFile.h"
 
 #include <QtCore/QDir>

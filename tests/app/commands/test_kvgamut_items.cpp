@@ -35,9 +35,10 @@ protected:
     }
 
     const QStringList look{
-        QStringLiteral("sRGB"),      QStringLiteral("--size"),       QStringLiteral("400x400"),
-        QStringLiteral("--view"),    QStringLiteral("top"),          QStringLiteral("--no-grid"),
-        QStringLiteral("--no-axes"), QStringLiteral("--no-surface"), QStringLiteral("--no-projection")};
+        QStringLiteral("sRGB"),         QStringLiteral("--size"),         QStringLiteral("400x400"),
+        QStringLiteral("--frame"),      QStringLiteral("none"),           QStringLiteral("--view"),
+        QStringLiteral("top"),          QStringLiteral("--no-grid"),      QStringLiteral("--no-axes"),
+        QStringLiteral("--no-surface"), QStringLiteral("--no-projection")};
     const QColor background = Qt::gray;
 };
 

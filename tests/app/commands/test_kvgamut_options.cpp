@@ -107,8 +107,8 @@ using OptionTest = ProgramTest;
 
 TEST_F(OptionTest, aFullyTransparentGamutLeavesTheBackground)
 {
-    const QImage picture =
-        rendered(words("sRGB --alpha 0 --size 200x200 --view top --no-grid --no-axes --background #203040"));
+    const QImage picture = rendered(words(
+        "sRGB --alpha 0 --size 200x200 --frame none --view top --no-grid --no-axes --background #203040"));
     // halfway between neutral and red: on the surface, but not on the outline
     const QPoint pixel = topCamera({200, 200}).pixelOf({60, 40, 20});
     EXPECT_EQ(picture.pixelColor(pixel), QColor(0x20, 0x30, 0x40));
@@ -116,8 +116,8 @@ TEST_F(OptionTest, aFullyTransparentGamutLeavesTheBackground)
 
 TEST_F(OptionTest, aWireframeLetsTheBackgroundShowBetweenItsEdges)
 {
-    const QStringList look =
-        words("sRGB --grid 3 --size 400x400 --view top --no-grid --no-axes --background #203040");
+    const QStringList look = words(
+        "sRGB --grid 3 --size 400x400 --frame none --view top --no-grid --no-axes --background #203040");
     const auto backgroundPixels = [](const QImage& picture) {
         int count = 0;
         for (int y = 0; y < picture.height(); ++y)
@@ -134,7 +134,7 @@ TEST_F(OptionTest, aWireframeLetsTheBackgroundShowBetweenItsEdges)
 TEST_F(OptionTest, aColourReplacesTheGamutsOwn)
 {
     const QImage picture =
-        rendered(words("sRGB --color blue --size 300x300 --view top --ambient 1 --no-axes"));
+        rendered(words("sRGB --color blue --size 300x300 --frame none --view top --ambient 1 --no-axes"));
     // green and red of the gamut are now shades of blue: blue is the maximum, the other channels are equal
     for (const Device& device : {Device{0.25, 1, 0.25}, Device{1, 0.25, 0.25}}) {
         const QColor seen = picture.pixelColor(topCamera({300, 300}).pixelOf(labOf(device)));
@@ -147,7 +147,7 @@ TEST_F(OptionTest, aParallelProjectionShowsEqualSizesAtAllHeights)
 {
     // In a parallel projection from the top, the position of a colour does not depend on its L*.
     const QImage picture =
-        rendered(words("sRGB --orthogonal --view top --size 600x600 --ambient 1 --no-axes"));
+        rendered(words("sRGB --orthogonal --frame none --view top --size 600x600 --ambient 1 --no-axes"));
     const double unitsPerPixel = 2.0 * 472.48712 * std::tan(15.0 * 3.14159265358979323846 / 180.0) / 600.0;
     for (const Device& device :
          {Device{1, 0.25, 0.25}, Device{0.25, 1, 0.25}, Device{0.25, 0.25, 1}, Device{0.5, 0.75, 1}}) {
@@ -208,7 +208,7 @@ private:
 TEST_F(IntentTest, eachShowsTheWhiteOfItsOwnTable)
 {
     const QString file = profile();
-    const QStringList look = words("--size 200x200 --view top --ambient 1 --no-axes");
+    const QStringList look = words("--size 200x200 --frame none --view top --ambient 1 --no-axes");
     const auto whiteOf = [&](const char* intent) {
         return rendered(QStringList{file, QStringLiteral("--intent"), QString::fromUtf8(intent)} + look)
             .pixelColor(100, 100);

@@ -51,9 +51,10 @@ TEST_F(PictureTest, isWiderThanTheScreenWhenAsked)
 {
     // the screen of these tests has 1280x1024 pixels; the part of the window outside it is drawn, too
     const QSize large(2000, 1500);
-    const QImage picture = rendered(
-        {QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("2000x1500"),
-         QStringLiteral("--view"), QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
+    const QImage picture =
+        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("2000x1500"),
+                  QStringLiteral("--frame"), QStringLiteral("none"), QStringLiteral("--view"),
+                  QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
     ASSERT_EQ(picture.size(), large);
     expectColours(picture, topCamera(large), upperFaces);
     EXPECT_EQ(picture.pixelColor(1999, 1499), grey);
@@ -63,7 +64,8 @@ TEST_F(PictureTest, hasTheSmallestSize)
 {
     const QImage picture =
         rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), QStringLiteral("16x16"),
-                  QStringLiteral("--view"), QStringLiteral("top"), QStringLiteral("--no-grid")});
+                  QStringLiteral("--frame"), QStringLiteral("none"), QStringLiteral("--view"),
+                  QStringLiteral("top"), QStringLiteral("--no-grid")});
     ASSERT_EQ(picture.size(), QSize(16, 16));
     EXPECT_EQ(picture.pixelColor(0, 0), grey);
     EXPECT_NE(picture.pixelColor(8, 8), grey);
@@ -107,17 +109,19 @@ TEST_F(PictureTest, hasTheBackgroundColourAroundTheScene)
 TEST_F(PictureTest, showsFromAboveEachColourOfTheUpperFacesWhereItProjects)
 {
     const QImage picture =
-        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--view"),
-                  QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("1")});
+        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--frame"),
+                  QStringLiteral("none"), QStringLiteral("--view"), QStringLiteral("top"),
+                  QStringLiteral("--ambient"), QStringLiteral("1")});
     expectColours(picture, topCamera(size), upperFaces);
 }
 
 TEST_F(PictureTest, showsFromBelowEachColourOfTheLowerFacesWhereItProjects)
 {
     const QImage picture =
-        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--view"),
-                  QStringLiteral("bottom"), QStringLiteral("--ambient"), QStringLiteral("1"),
-                  QStringLiteral("--no-grid"), QStringLiteral("--no-axes")});
+        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--frame"),
+                  QStringLiteral("none"), QStringLiteral("--view"), QStringLiteral("bottom"),
+                  QStringLiteral("--ambient"), QStringLiteral("1"), QStringLiteral("--no-grid"),
+                  QStringLiteral("--no-axes")});
     expectColours(picture, bottomCamera(size), lowerFaces);
 }
 
@@ -156,8 +160,9 @@ TEST_F(PictureTest, keepsTheScaleOfLabInWideAndInTallPictures)
 TEST_F(PictureTest, isShadedByLightButNeitherBlackNorOverexposed)
 {
     const QImage picture =
-        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--view"),
-                  QStringLiteral("top"), QStringLiteral("--ambient"), QStringLiteral("0.2")});
+        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--frame"),
+                  QStringLiteral("none"), QStringLiteral("--view"), QStringLiteral("top"),
+                  QStringLiteral("--ambient"), QStringLiteral("0.2")});
     double darkest = 1.0;
     double brightest = 0.0;
     for (const Device& device : upperFaces) {
@@ -179,6 +184,7 @@ TEST_F(PictureTest, letsTheFirstGamutShineThroughTheLaterOnes)
     // so that the pixel shows it through one translucent layer of the wider gamut.
     const std::vector<Device> devices{{1, 0.25, 0.25}, {1, 0.5, 0.25}, {0.25, 1, 0.25}, {0.5, 1, 0.25}};
     const QStringList look{QStringLiteral("--size"),    sizeText,
+                           QStringLiteral("--frame"),   QStringLiteral("none"),
                            QStringLiteral("--view"),    QStringLiteral("top"),
                            QStringLiteral("--ambient"), QStringLiteral("1")};
     const QImage narrow = rendered(QStringList{QStringLiteral("sRGB")} + look);
@@ -198,8 +204,9 @@ TEST_F(PictureTest, letsTheFirstGamutShineThroughTheLaterOnes)
 TEST_F(PictureTest, putsNoColourOutsideTheOutlineOfTheGamut)
 {
     const QImage picture =
-        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--view"),
-                  QStringLiteral("top"), QStringLiteral("--no-grid"), QStringLiteral("--no-axes")});
+        rendered({QStringLiteral("sRGB"), QStringLiteral("--size"), sizeText, QStringLiteral("--frame"),
+                  QStringLiteral("none"), QStringLiteral("--view"), QStringLiteral("top"),
+                  QStringLiteral("--no-grid"), QStringLiteral("--no-axes")});
     const PinholeCamera camera = topCamera(size);
     // farther out than yellow, red, blue, cyan and green, at their lightness
     const Lab beyond[] = {{97, 0, 105}, {54, 95, 82}, {30, 77, -126}, {91, -63, -19}, {88, -92, 94}};
@@ -212,6 +219,8 @@ TEST_F(PictureTest, showsThePaperOfAPrinterWhiteRelativeToItselfAndDarkerAbsolut
     const QStringList look{QStringLiteral(KVGAMUT_CMYK_PROFILE),
                            QStringLiteral("--size"),
                            QStringLiteral("200x200"),
+                           QStringLiteral("--frame"),
+                           QStringLiteral("none"),
                            QStringLiteral("--view"),
                            QStringLiteral("top"),
                            QStringLiteral("--ambient"),

@@ -42,7 +42,7 @@ TEST_F(RenderTest, theLitSideIsBrighter)
 
 TEST_F(RenderTest, colouredLightFiltersColours)
 {
-    const QStringList look = words("sRGB --size 300x300 --view top --ambient 0 --no-axes");
+    const QStringList look = words("sRGB --size 300x300 --frame none --view top --ambient 0 --no-axes");
     const QPoint white = topCamera({300, 300}).pixelOf({95, 2, 2});
     const QColor inWhite = rendered(look).pixelColor(white);
     const QColor inYellow = rendered(look + words("--light-color yellow")).pixelColor(white);
@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(OfAScene, TransparencyTest,
 TEST_F(RenderTest, withoutBackgroundOnlyWhatIsDrawnIsOpaque)
 {
     const QImage picture =
-        rendered(words("sRGB --no-background --size 300x300 --view top --no-grid --no-axes"));
+        rendered(words("sRGB --no-background --size 300x300 --frame none --view top --no-grid --no-axes"));
     const PinholeCamera camera = topCamera({300, 300});
     EXPECT_EQ(picture.pixelColor(camera.pixelOf({60, 30, 20})).alpha(), 255);
     EXPECT_EQ(picture.pixel(0, 0), qRgba(0, 0, 0, 0));
@@ -148,9 +148,9 @@ TEST_F(RenderTest, withoutBackgroundOnlyWhatIsDrawnIsOpaque)
 
 TEST_F(RenderTest, aTranslucentGamutIsAsOpaqueAsItsAlpha)
 {
-    const QImage picture =
-        rendered(words("sRGB --alpha 0.4 --no-background --size 300x300 --view top --no-grid --no-axes "
-                       "--no-projection"));
+    const QImage picture = rendered(
+        words("sRGB --alpha 0.4 --no-background --size 300x300 --frame none --view top --no-grid --no-axes "
+              "--no-projection"));
     // two layers with opacity 0.4: 1 - 0.6 * 0.6
     EXPECT_NEAR(qAlpha(picture.pixel(topCamera({300, 300}).pixelOf({60, 30, 20}))), 0.64 * 255.0, 2.0);
 }
@@ -185,7 +185,7 @@ TEST_F(RenderTest, showsEachColourWhereItProjectsAlsoWhenItIsLarge)
 {
     const QSize size(4500, 4500);
     const QImage picture =
-        rendered(words("sRGB --size 4500x4500 --view top --ambient 1 --no-axes --no-grid"));
+        rendered(words("sRGB --size 4500x4500 --frame none --view top --ambient 1 --no-axes --no-grid"));
     for (const Device& device :
          {Device{1, 0.25, 0.25}, Device{0.25, 1, 0.5}, Device{0.5, 0.25, 1}, Device{1, 0.75, 0.5}})
         EXPECT_LE(difference(picture.pixelColor(topCamera(size).pixelOf(labOf(device))), colorOf(device)), 4);
@@ -281,9 +281,9 @@ TEST_F(ReferenceTest, theDifferingPictureIsWrittenWhenAsked)
     const QByteArray before = contents(reference());
     const Answer answer = kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("--reference"),
                                               reference(), QStringLiteral("-o"), output} +
-                                  look + words("--view top"));
+                                  look + words("--frame none --view top"));
     EXPECT_EQ(answer.exitCode, Different);
-    EXPECT_EQ(contents(output), renderedBytes(look + words("--view top")));
+    EXPECT_EQ(contents(output), renderedBytes(look + words("--frame none --view top")));
     EXPECT_EQ(contents(reference()), before);
 }
 

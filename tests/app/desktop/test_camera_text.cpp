@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "desktop/view/CameraText.h"
+#include "model/pictures/CameraText.h"
 
 #include <gtest/gtest.h>
 

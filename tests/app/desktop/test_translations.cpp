@@ -2,7 +2,7 @@
 #include "desktop/files/Session.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/language/Translations.h"
-#include "desktop/view/CameraText.h"
+#include "model/pictures/CameraText.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "desktop/language/Translations.h"
 #include "desktop/panels/KeyList.h"
 #include "desktop/panels/PictureDialog.h"
-#include "desktop/view/CameraText.h"
+#include "model/pictures/CameraText.h"
 #include "model/problems/ProblemText.h"
 
 #include <QtCore/QRegularExpression>

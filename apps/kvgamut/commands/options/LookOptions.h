@@ -13,10 +13,12 @@ struct LookOptions
 {
     QSize size{1024, 768};
 
-    KVViewState state;                         ///< the view; viewState() adds the camera's position
-    std::optional<KVGamut3DViewer::View> view; ///< a preset camera instead of the oblique one
-    std::optional<QVector3D> camera;           ///< eye, L*, a*, b*
-    QVector3D lookAt{50.0f, 0.0f, 0.0f};       ///< what the eye looks at, L*, a*, b*
+    KVViewState state;                   ///< the view; viewState() adds the camera's position
+    QString view;                        ///< the word of a named view; empty: the oblique one
+    std::optional<QVector3D> camera;     ///< eye, L*, a*, b*
+    QVector3D lookAt{50.0f, 0.0f, 0.0f}; ///< what the eye looks at, L*, a*, b*
+    std::optional<KVCamera> wholeCamera; ///< instead of camera and lookAt
+    std::optional<float> angle;          ///< vertical field of view; otherwise that of the camera
 
     KVGamutLook look; ///< what all gamuts have in common
     /// The mode of each gamut in order; the last mode applies to all further gamuts.
@@ -26,6 +28,9 @@ struct LookOptions
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
+
+    /// Whether a camera was given, with its position.
+    bool hasCamera() const { return camera || wholeCamera; }
 
     /// Throws CLI::ValidationError if options exclude each other. Call it after all options are parsed.
     void check() const;
@@ -38,4 +43,12 @@ struct LookOptions
     /// The look of the gamut at @p position of the command line. Without an explicit opacity the first gamut
     /// that is shown (@p isFirst) is opaque and the others are translucent.
     KVGamutLook lookOf(qsizetype position, bool isFirst) const;
+
+private:
+    /// Whether the view is one of the viewer's own: top or bottom.
+    bool isPreset() const { return view == QLatin1String("top") || view == QLatin1String("bottom"); }
+    void declareCamera(CLI::App& parser);
+    void declareSurfaces(CLI::App& parser);
+    void declareSurroundings(CLI::App& parser);
+    void takeCamera(const std::string& word);
 };

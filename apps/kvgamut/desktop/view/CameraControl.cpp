@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraControl.h"
 
-#include "CameraText.h"
 #include "ViewArea.h"
+#include "model/pictures/CameraText.h"
 
 #include <algorithm>
 
@@ -53,10 +53,9 @@ void CameraControl::lookFrom(KVGamut3DViewer::View preset)
 
 void CameraControl::lookFrom(const QVector3D& direction)
 {
-    KVCamera turned = camera();
-    turned.interestPoint = QVector3D(50, 0, 0);
-    const float distance = (obliqueCamera(m_area.aspect()).position - turned.interestPoint).length();
-    turned.position = turned.interestPoint + direction * distance;
+    KVCamera turned = cameraFrom(direction, m_area.aspect());
+    turned.viewingAngle = camera().viewingAngle;
+    turned.orthogonal = camera().orthogonal;
     move(turned);
 }
 

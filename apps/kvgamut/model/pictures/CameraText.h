@@ -19,3 +19,5 @@ std::optional<KVCamera> read(const QString& text);
 
 /// The camera of a new window: ObliqueView in a view of @p aspect (width by height).
 KVCamera obliqueCamera(float aspect);
+/// Looks at the middle of the L* axis along @p direction (L*, a*, b*), from the distance of obliqueCamera().
+KVCamera cameraFrom(const QVector3D& direction, float aspect);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CameraText.h"
 
-#include "model/pictures/ObliqueView.h"
+#include "ObliqueView.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
@@ -55,6 +55,15 @@ std::optional<KVCamera> CameraText::read(const QString& text)
         !(angle >= minAngle && angle <= maxAngle))
         return {};
     return KVCamera{*position, *interestPoint, angle, match.captured(4) == QLatin1String("orthogonal")};
+}
+
+KVCamera cameraFrom(const QVector3D& direction, float aspect)
+{
+    KVCamera camera;
+    camera.interestPoint = QVector3D(50, 0, 0);
+    const float distance = (obliqueCamera(aspect).position - camera.interestPoint).length();
+    camera.position = camera.interestPoint + direction * distance;
+    return camera;
 }
 
 KVCamera obliqueCamera(float aspect)
