@@ -6,7 +6,9 @@
 #include "commands/process/PictureScreen.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
+#include "model/export/OutputFile.h"
 #include "model/pictures/BackgroundRemoval.h"
+#include "model/pictures/Turntable.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
@@ -62,6 +64,8 @@ RenderCommand::RenderCommand(CLI::App& program)
     parser().final_callback([this] {
         m_look.check();
         m_output.check(m_transparent);
+        if (m_output.turntable() > 0 && m_reference.isGiven())
+            throw CLI::ValidationError("--reference", "a turn has no single picture to compare");
         if (!m_output.isGiven() && !m_reference.isGiven())
             throw CLI::RequiredError("--output");
         if (m_output.isGiven() && m_output.name() == m_reference.name())
@@ -101,23 +105,19 @@ int RenderCommand::draw()
         say(*problem);
         return BadOutput;
     }
+    for (const QString& name : m_output.names())
+        if (const auto problem = overwritesInput(name, files().inputs)) {
+            say(*problem);
+            return WrongUsage;
+        }
     GamutScene scene(view, m_profiles, m_look);
     const bool itemsRead = m_items.addTo(viewer);
     scene.load();
     if (scene.shownCount() == 0)
         return BadInput;
 
-    const QImage picture = pictureOf(view);
-    if (const auto problem = view.drawingProblem()) {
-        say(*problem);
-        return BadOutput;
-    }
-    if (picture.isNull()) {
-        say(Problem(ProblemCode::NothingDrawn,
-                    {QString::number(m_look.size.width()), QString::number(m_look.size.height())}));
-        return BadOutput;
-    }
-    if (const auto problem = m_output.write(picture, scene.profileLines())) {
+    QImage picture;
+    if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {
         say(*problem);
         return BadOutput;
     }
@@ -126,19 +126,51 @@ int RenderCommand::draw()
     return scene.failedCount() > 0 || !itemsRead ? BadInput : Done;
 }
 
+/// Draws and writes the pictures. @param picture is set to the picture, or the first of a turn
+std::optional<Problem> RenderCommand::drawPictures(KVGamutView& view, const QStringList& profiles,
+                                                   QImage& picture) const
+{
+    view.viewer()->show();
+    if (!frame(view))
+        return whyNothingIsDrawn(view);
+    const KVCamera camera = view.camera();
+    const auto turned = [&](int index) {
+        view.setCamera(Turntable::turned(camera, 360.0 * index / m_output.turntable()));
+        return pictureOf(view);
+    };
+    picture = m_output.turntable() > 0 ? turned(0) : pictureOf(view);
+    if (picture.isNull())
+        return whyNothingIsDrawn(view);
+    return m_output.turntable() > 0 ? m_output.writeTurn(turned, profiles)
+                                    : m_output.write(picture, profiles);
+}
+
+Problem RenderCommand::whyNothingIsDrawn(const KVGamutView& view) const
+{
+    const QStringList size{QString::number(m_look.size.width()), QString::number(m_look.size.height())};
+    const auto problem = view.drawingProblem();
+    return problem ? Problem(*problem) : Problem(ProblemCode::NothingDrawn, size);
+}
+
+/// Fits what is shown into the picture, if that is wanted. @return false if nothing is drawn
+bool RenderCommand::frame(KVGamutView& view) const
+{
+    if (!m_isFramed.value_or(!m_look.hasCamera()))
+        return true;
+    if (!settleOn(view, m_look.state.theme.background)) // wireframes are made in the background
+        return false;
+    const KVFraming shown = view.shownFraming();
+    const bool turns = m_output.turntable() > 0;
+    view.setCamera(KVGamutView::framing(view.camera(), turns ? Turntable::swept(shown) : shown, m_look.size));
+    return true;
+}
+
 /// The finished picture; null if nothing is drawn.
 QImage RenderCommand::pictureOf(KVGamutView& view) const
 {
     KVGamut3DViewer& viewer = *view.viewer();
-    viewer.show();
-    const QColor background = m_look.state.theme.background;
-    if (m_isFramed.value_or(!m_look.hasCamera())) {
-        if (!settleOn(view, background)) // wireframes are made in the background
-            return {};
-        view.setCamera(KVGamutView::framing(view.camera(), view.shownFraming(), m_look.size));
-    }
     if (!m_transparent)
-        return settleOn(view, background) ? viewer.picture(m_look.size) : QImage();
+        return settleOn(view, m_look.state.theme.background) ? viewer.picture(m_look.size) : QImage();
     if (!settleOn(view, Qt::black))
         return {};
     QImage onBlack = viewer.picture(m_look.size);

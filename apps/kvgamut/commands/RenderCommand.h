@@ -24,6 +24,10 @@ public:
 
 private:
     int draw();
+    std::optional<Problem> drawPictures(KVGamutView& view, const QStringList& profiles,
+                                        QImage& picture) const;
+    Problem whyNothingIsDrawn(const KVGamutView& view) const;
+    bool frame(KVGamutView& view) const;
     QImage pictureOf(KVGamutView& view) const;
 
     ProfileOptions m_profiles;

@@ -2,7 +2,9 @@
 #include "PictureOutput.h"
 
 #include "OptionValues.h"
+#include "commands/process/Progress.h"
 #include "model/export/OutputFile.h"
+#include "model/pictures/PictureSeries.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
@@ -14,6 +16,8 @@ namespace {
 
 constexpr float minDots = 1.0f;
 constexpr float maxDots = 4800.0f;
+constexpr float minTurn = 2.0f;
+constexpr float maxTurn = 3600.0f;
 constexpr qsizetype maxCommandLength = 1 << 16;
 
 /// A folder, a device or a pipe. Their names have no suffix; the first cannot be written anyway.
@@ -44,6 +48,22 @@ int wordsLeftOut(const QString& word)
     const bool joined = word.startsWith(QLatin1String("-o")) || // a value without a space
                         options.contains(word.section(QLatin1Char('='), 0, 0));
     return joined || word == QLatin1String("--verbose") ? 1 : 0;
+}
+
+std::optional<Problem> writeAll(const QList<std::pair<QString, QByteArray>>& files)
+{
+    QStringList made;
+    for (const auto& [name, bytes] : files) {
+        const bool isNew = !QFileInfo::exists(name);
+        if (const auto problem = writeOutput(name, bytes)) {
+            for (const QString& file : std::as_const(made))
+                QFile::remove(file);
+            return problem;
+        }
+        if (isNew)
+            made.append(name);
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -78,6 +98,24 @@ void PictureOutput::declare(CLI::App& parser)
                                 }),
             "Resolution that the file states, pixels per inch (96)")
         ->type_name("DPI");
+    declareTurntable(parser);
+}
+
+void PictureOutput::declareTurntable(CLI::App& parser)
+{
+    parser
+        .add_option_function<std::string>(
+            "--turntable",
+            OptionValues::named("--turntable",
+                                [this](const std::string& word) {
+                                    m_turntable =
+                                        int(std::lround(OptionValues::number(word, minTurn, maxTurn)));
+                                }),
+            "Draw a turn around the L* axis in this many pictures: out-001.png, out-002.png... for -o "
+            "out.png; "
+            "an animation for -o out.webp")
+        ->type_name("FRAMES")
+        ->needs(parser.get_option("--output"));
 }
 
 void PictureOutput::check(bool transparent)
@@ -90,8 +128,17 @@ void PictureOutput::check(bool transparent)
         throw CLI::ValidationError("--output", "'" + m_name.toStdString() + "' has none of the suffixes " +
                                                    PictureFile::suffixList().toStdString() +
                                                    "; use --format");
+    if (m_turntable > 0 && isSpecial(m_name) && *m_format != PictureFormat::WebP)
+        throw CLI::ValidationError("--turntable", "a series of pictures needs the name of a file");
     if (transparent && !PictureFile::hasTransparency(*m_format))
         throw CLI::ValidationError("--no-background", "JPEG pictures have no transparency");
+}
+
+QStringList PictureOutput::names() const
+{
+    if (!isGiven())
+        return {};
+    return m_turntable > 0 ? PictureSeries::names(m_name, *m_format, m_turntable) : QStringList{m_name};
 }
 
 void PictureOutput::noteCommand(const Arguments& arguments)
@@ -105,6 +152,26 @@ void PictureOutput::noteCommand(const Arguments& arguments)
             words.append(quoted(word));
     }
     m_note.command = SafeText::shown(words.join(QLatin1Char(' ')), maxCommandLength);
+}
+
+std::optional<Problem> PictureOutput::writeTurn(const std::function<QImage(int)>& picture,
+                                                const QStringList& profiles) const
+{
+    PictureNote note = m_note;
+    note.profiles = profiles;
+    PictureSeries series(m_name, *m_format, note, m_turntable);
+    Progress progress(false);
+    for (int i = 0; i < m_turntable; ++i) {
+        progress.show(static_cast<float>(i) / static_cast<float>(m_turntable), QStringLiteral("pictures"));
+        const QImage next = picture(i);
+        const std::optional<Problem> problem =
+            next.isNull() ? Problem(ProblemCode::NoPictureToSave) : series.add(next);
+        if (problem)
+            return problem->about(m_name);
+    }
+    progress.clear();
+    const auto files = series.files();
+    return files ? writeAll(*files) : files.error().about(m_name);
 }
 
 std::optional<Problem> PictureOutput::write(const QImage& picture, const QStringList& profiles) const
