@@ -95,16 +95,22 @@ int kvAnnotationTextHeight(const QSize& size, float textScale)
     return std::isnan(height) ? min : static_cast<int>(std::lround(std::clamp<double>(height, min, max)));
 }
 
-Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedScene& scene, const QSize& size)
+Overlay kvAnnotationStyle(const KVAnnotations& annotations, const QColor& background, const QSize& size)
 {
     Overlay overlay;
-    if (size.isEmpty())
-        return overlay;
     overlay.fontFamily = annotations.fontFamily;
     overlay.textHeight = kvAnnotationTextHeight(size, annotations.textScale);
-    overlay.ink = kvInkOn(scene.background);
-    overlay.halo = scene.background;
+    overlay.ink = kvInkOn(background);
+    overlay.halo = background;
     overlay.halo.setAlpha(255);
+    return overlay;
+}
+
+Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedScene& scene, const QSize& size)
+{
+    if (size.isEmpty())
+        return {};
+    Overlay overlay = kvAnnotationStyle(annotations, scene.background, size);
     LegendRows(overlay, size).add(annotations.legend, annotations.highlight);
     addCaption(overlay, annotations.caption, size);
     if (annotations.scales)

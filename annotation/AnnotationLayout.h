@@ -23,3 +23,7 @@ struct AnnotatedScene
 /// around the gamuts. Empty for an empty size.
 [[nodiscard]] Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedScene& scene,
                                           const QSize& size);
+
+/// An overlay without content, in the font and colours of annotations.
+[[nodiscard]] Overlay kvAnnotationStyle(const KVAnnotations& annotations, const QColor& background,
+                                        const QSize& size);

@@ -121,7 +121,8 @@ public:
     struct Number
     {
         QString text;
-        QPointF at; ///< on the edge
+        QVector3D place; ///< on the edge
+        QPointF at;      ///< the same in the picture
         QRectF rect;
     };
     const std::vector<Number>& numbers() const { return m_numbers; }
@@ -181,8 +182,8 @@ private:
         if (!at)
             return;
         const QString text = kvScaleText(value);
-        m_numbers.push_back(
-            {text, *at, besides(*at, kvTextExtent(*m_overlay, text, false), tickLength(), m_outwards)});
+        m_numbers.push_back({text, place, *at,
+                             besides(*at, kvTextExtent(*m_overlay, text, false), tickLength(), m_outwards)});
     }
 
     bool overlap() const
@@ -250,15 +251,13 @@ void addLines(Overlay& overlay, const Scale& scale)
         overlay.lines.append({number.at, scale.endOfTick(number), width, overlay.ink});
 }
 
-} // namespace
-
-void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, const QSize& size)
+std::vector<Scale> scalesOf(const Overlay& overlay, const LabBox& box, const Projection& projection,
+                            const QSize& size)
 {
-    const Projection projection(toClip, size);
+    std::vector<Scale> scales;
     const auto centre = projection.pixelOf((box.low + box.high) / 2.0f);
     if (!centre)
-        return;
-    std::vector<Scale> scales;
+        return scales;
     for (int axis = 0; axis < 3; ++axis) {
         const auto edges = edgesAlong(axis, box, projection);
         const auto edge = axis == 0 ? sideEdge(edges, size) : outerEdge(edges, *centre);
@@ -266,6 +265,15 @@ void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, 
             scales.emplace_back(overlay, axis, *edge, projection, *centre);
     }
     removeShort(scales, 3.0 * overlay.textHeight);
+    return scales;
+}
+
+} // namespace
+
+void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, const QSize& size)
+{
+    const Projection projection(toClip, size);
+    const std::vector<Scale> scales = scalesOf(overlay, box, projection, size);
     Texts texts(overlay, size);
     for (const Scale& scale : scales) {
         const auto places = scale.titleRects();
@@ -277,4 +285,21 @@ void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, 
         for (const Scale::Number& number : scale.numbers())
             texts.add(number.text, number.rect, false);
     }
+}
+
+ScaleExtent kvScaleExtent(const Overlay& style, const LabBox& box, const QMatrix4x4& toClip,
+                          const QSize& size)
+{
+    ScaleExtent extent;
+    const Projection projection(toClip, size);
+    const std::vector<Scale> scales = scalesOf(style, box, projection, size);
+    for (const Scale& scale : scales) {
+        const Edge& edge = scale.edge();
+        extent.positions << edge.from << edge.to;
+        extent.texts.append(
+            {(edge.from + edge.to) / 2.0f, scale.titleRects().front().translated(-edge.middle())});
+        for (const Scale::Number& number : scale.numbers())
+            extent.texts.append({number.place, number.rect.translated(-number.at)});
+    }
+    return extent;
 }

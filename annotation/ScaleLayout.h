@@ -4,6 +4,7 @@
 #include <annotation/AxisScale.h>
 #include <annotation/Overlay.h>
 
+#include <QtCore/QRectF>
 #include <QtCore/QSize>
 #include <QtGui/QMatrix4x4>
 
@@ -17,3 +18,19 @@
 /// @param toClip from scene coordinates to clip coordinates
 /// @param size of the picture, pixels
 void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, const QSize& size);
+
+/// What scales take up, so that a camera can be found that shows all of them.
+struct ScaleExtent
+{
+    struct Text
+    {
+        QVector3D position; ///< (L*, a*, b*) beside which the text is
+        QRectF rect;        ///< pixels, relative to the projected position
+    };
+    QList<QVector3D> positions; ///< ends of the lines
+    QList<Text> texts;          ///< also those that are not in the picture
+};
+
+/// The extent of the scales that kvAddScales() adds to an overlay of the font and text height of @p style.
+[[nodiscard]] ScaleExtent kvScaleExtent(const Overlay& style, const LabBox& box, const QMatrix4x4& toClip,
+                                        const QSize& size);

@@ -376,8 +376,9 @@ public:
     /// (width divided by height). Unchanged if there are no positions; a camera that is not valid is replaced
     /// by the default.
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
-    /// The vertices of everything that is shown, cut by the clipping, except the grid.
-    KVFraming shownFraming() const;
+    /// The vertices of everything that is shown, cut by the clipping, except the grid. With @p size also the
+    /// scales of annotations, with their numbers, in a picture of that many pixels.
+    KVFraming shownFraming(const QSize& size = {}) const;
     /// @p camera moved, but not turned, so that all of @p shown fits a picture of @p size pixels as large as
     /// possible, in the middle: on the tighter axis the margins are those of @p shown. Unchanged without
     /// positions and labels, or for an empty size; a camera that is not valid is replaced by the default.

@@ -3,6 +3,9 @@
 #include <viewer/GamutViewPrivate.h>
 #include <viewer/GroupNames.h>
 
+#include <annotation/AnnotationLayout.h>
+#include <annotation/ScaleLayout.h>
+#include <glwindow/CameraState.h>
 #include <scene/Coordinates.h>
 #include <scene/VertexStride.h>
 
@@ -13,7 +16,7 @@ namespace {
 /// Appends the positions of the vertices of @p object and its children that are drawn.
 void appendDrawn(const KV3DObject& object, QList<QVector3D>& positions)
 {
-    if (!object.isVisible() || object.id() == GroupNames::grid())
+    if (!object.isVisible())
         return;
     const QList<float>& list = object.vertices();
     const float clip = object.vertexStyle().clip;
@@ -24,6 +27,44 @@ void appendDrawn(const KV3DObject& object, QList<QVector3D>& positions)
     const auto children = object.children();
     for (const auto& child : children)
         appendDrawn(*child, positions);
+}
+
+/// The vertices of everything that is drawn, except the grid, and the axes while there are scales instead.
+QList<QVector3D> drawnPositions(const ViewerScene& scene)
+{
+    QList<QVector3D> positions;
+    const auto groups = scene.widget->root().children();
+    for (const auto& group : groups)
+        if (group->id() != GroupNames::grid() && !(group->id() == GroupNames::axes() && *scene.hidesAxes))
+            appendDrawn(*group, positions);
+    return positions;
+}
+
+/// From scene coordinates to clip coordinates.
+QMatrix4x4 toClip(const KVCamera& camera, const QSize& size)
+{
+    CameraState state(kvSceneFromHost(camera.position), kvSceneFromHost(camera.interestPoint));
+    state.setViewingAngle(camera.viewingAngle);
+    state.setOrthogonal(camera.orthogonal);
+    state.setAspect(size.width(), size.height());
+    return state.projectionMatrix() * state.viewMatrix();
+}
+
+/// Adds the scales of a picture of @p size that @p camera, framed, would take.
+void addScales(KVFraming& framing, const ViewerScene& scene, const KVCamera& camera, const QSize& size)
+{
+    const LabBox box = scene.scaleBox();
+    KVFraming all = framing;
+    for (int corner = 0; corner < 8; ++corner)
+        all.positions.append(QVector3D(corner & 1 ? box.high.x() : box.low.x(),
+                                       corner & 2 ? box.high.y() : box.low.y(),
+                                       corner & 4 ? box.high.z() : box.low.z()));
+    const KVCamera framed = KVGamutView::framing(camera, all, size);
+    const Overlay style = kvAnnotationStyle(scene.annotations(), scene.widget->background(), size);
+    const ScaleExtent extent = kvScaleExtent(style, box, toClip(framed, size), size);
+    framing.positions << extent.positions;
+    for (const ScaleExtent::Text& text : extent.texts)
+        framing.labels.append({text.position, text.rect});
 }
 
 bool isFinite(const QVector3D& v)
@@ -43,11 +84,15 @@ KVFraming finite(KVFraming framing)
 
 } // namespace
 
-KVFraming KVGamutView::shownFraming() const
+KVFraming KVGamutView::shownFraming(const QSize& size) const
 {
     KVFraming framing;
-    if (const ViewerScene* scene = d->scene())
-        appendDrawn(scene->widget->root(), framing.positions);
+    const ViewerScene* scene = d->scene();
+    if (!scene)
+        return framing;
+    framing.positions = drawnPositions(*scene);
+    if (scene->annotations().scales && !size.isEmpty())
+        addScales(framing, *scene, camera(), size);
     return framing;
 }
 

@@ -8,13 +8,22 @@
 
 namespace {
 
-/// The box of the scales: around all visible gamuts.
-LabBox boxAround(const ViewerScene& scene)
+Overlay overlayOf(const ViewerScene& scene, const KVAnnotations& annotations, const QMatrix4x4& toClip,
+                  const QSize& size)
+{
+    return kvAnnotationOverlay(
+        annotations, {annotations.scales ? scene.scaleBox() : LabBox(), toClip, scene.widget->background()},
+        size);
+}
+
+} // namespace
+
+LabBox ViewerScene::scaleBox() const
 {
     QVector3D low, high;
-    const QStringList ids = scene.viewer.gamuts();
+    const QStringList ids = viewer.gamuts();
     for (const QString& id : ids) {
-        const auto object = scene.gamut(id);
+        const auto object = gamut(id);
         if (!object || !object->isVisible())
             continue;
         const auto& [gamutLow, gamutHigh] = object->bounds();
@@ -25,16 +34,6 @@ LabBox boxAround(const ViewerScene& scene)
     }
     return kvScaleBox(low, high);
 }
-
-Overlay overlayOf(const ViewerScene& scene, const KVAnnotations& annotations, const QMatrix4x4& toClip,
-                  const QSize& size)
-{
-    return kvAnnotationOverlay(
-        annotations, {annotations.scales ? boxAround(scene) : LabBox(), toClip, scene.widget->background()},
-        size);
-}
-
-} // namespace
 
 void ViewerScene::setAnnotations(const KVAnnotations& annotations)
 {

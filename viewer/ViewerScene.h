@@ -3,6 +3,7 @@
 
 #include <KVGamutView.h>
 
+#include <annotation/AxisScale.h>
 #include <gamut/KV3DGamutObject.h>
 #include <glwindow/KVGLWidget.h>
 #include <scene/KV3DObject.h>
@@ -73,6 +74,7 @@ public:
 
     void setAnnotations(const KVAnnotations& annotations);
     const KVAnnotations& annotations() const { return m_annotations; }
+    LabBox scaleBox() const; ///< of the scales: around all visible gamuts
 
     /// The scene survives the loss of the OpenGL context while a view is attached.
     void attachView() { widget->setKeepsScene(++m_views > 0); }

@@ -2,15 +2,21 @@
 #include "GamutScene.h"
 
 #include "commands/process/Say.h"
+#include "model/pictures/GamutLines.h"
 #include "model/pictures/PictureFile.h"
+#include "model/reports/GamutWords.h"
+#include "model/text/GamutTitles.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QEventLoop>
+#include <QtCore/QLocale>
 
 #include <algorithm>
+#include <cmath>
 
-GamutScene::GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look)
-    : m_view(view), m_profiles(profiles), m_look(look)
+GamutScene::GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look,
+                       const AnnotationOptions& annotations)
+    : m_view(view), m_profiles(profiles), m_look(look), m_annotations(annotations)
 {
     m_look.applyTo(m_view);
 }
@@ -87,4 +93,82 @@ void GamutScene::applyLooks()
         m_view.setLook(m_gamuts[i].id, m_look.lookOf(i, isFirst));
         isFirst = false;
     }
+}
+
+// --- What explains the picture --------------------------------------------------------------------
+
+QList<GamutScene::Explained> GamutScene::explained() const
+{
+    const QStringList titles = gamutTitles(m_profiles.profiles);
+    QList<Explained> all;
+    QList<KVGamut::GamutObject> gamuts;
+    for (qsizetype i = 0; i < m_gamuts.size(); ++i) {
+        if (m_gamuts[i].state != Shown)
+            continue;
+        gamuts.append(m_view.gamut(m_gamuts[i].id));
+        const QColor chosen = m_look.colors.value(i);
+        all.append({i, gamuts.last(), titles.value(i),
+                    chosen.isValid() ? chosen : m_annotations.style->key(all.size()), std::nullopt});
+    }
+    if (!m_annotations.lines && (!m_look.opacities.isEmpty() || !m_look.modes.isEmpty()))
+        return all;
+    const QList<BodyLook> looks = bodyLooks(gamuts);
+    for (qsizetype i = 0; i < all.size(); ++i)
+        all[i].look = m_annotations.lines ? BodyLook::Lines : looks[i];
+    return all;
+}
+
+void GamutScene::explain()
+{
+    KVAnnotations annotations = m_annotations.annotations();
+    const QList<Explained> all = explained();
+    for (const Explained& gamut : all) {
+        showBody(gamut);
+        if (m_annotations.legend)
+            annotations.legend.append(entryOf(gamut));
+    }
+    m_view.setAnnotations(annotations);
+}
+
+void GamutScene::showBody(const Explained& gamut)
+{
+    const QString& id = m_gamuts[gamut.position].id;
+    KVGamutLook look = m_view.look(id);
+    if (m_annotations.legend)
+        look.outlineColor = gamut.key;
+    if (gamut.look) {
+        look.opacity =
+            gamut.look == BodyLook::Translucent ? KVGamutLook::translucentOpacity : m_look.look.opacity;
+        look.surface = look.surface && gamut.look != BodyLook::Lines;
+        static const QMap<BodyLook, QString> words{{BodyLook::Solid, QStringLiteral("solid")},
+                                                   {BodyLook::Translucent, QStringLiteral("translucent")},
+                                                   {BodyLook::Lines, QStringLiteral("lines")}};
+        if (m_profiles.verbose)
+            say(gamut.title + QStringLiteral(" is drawn as: ") + words.value(*gamut.look));
+    }
+    m_view.setLook(id, look);
+    if (gamut.look != BodyLook::Lines || !m_look.look.surface)
+        return;
+    constexpr float width = 0.6f;
+    QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> lines;
+    const QList<LabSegment> pieces = gamutLines(gamut.gamut.mesh());
+    // Every other piece first: consecutive pieces that touch are joined, with spikes where they turn sharply.
+    for (const qsizetype first : {0, 1})
+        for (qsizetype i = first; i < pieces.size(); i += 2) {
+            const auto& [from, to] = pieces[i];
+            lines.append({{gamut.key, {from.L, from.a, from.b}}, {gamut.key, {to.L, to.a, to.b}}});
+        }
+    m_view.viewer()->setSegmentSetWidth(id, width);
+    m_view.viewer()->addSegmentSet(id, lines);
+}
+
+KVLegendEntry GamutScene::entryOf(const Explained& gamut) const
+{
+    const QLocale english(QLocale::English, QLocale::UnitedStates); // with a comma after each three digits
+    const KVGamut::Report report = gamut.gamut.report();
+    const QString volume = english.toString(qlonglong(std::llround(report.volume)));
+    const QString unit = QString::fromUtf8(" \xCE\x94"
+                                           "E\xC2\xB3");
+    return {m_gamuts[gamut.position].id, gamut.title,
+            GamutWords::intent(report.intent) + QStringLiteral(", ") + volume + unit, gamut.key};
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "commands/options/AnnotationOptions.h"
 #include "commands/options/LookOptions.h"
 #include "commands/options/ProfileOptions.h"
 #include "model/inputs/GamutSource.h"
+#include "model/pictures/BodyLooks.h"
 
 #include <QtCore/QObject>
 
@@ -13,10 +15,15 @@
 class GamutScene
 {
 public:
-    GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look);
+    GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look,
+               const AnnotationOptions& annotations);
 
     /// Loads all inputs and runs the event loop until the last load has ended. Prints what fails.
     void load();
+
+    /// After load(): chooses solid, translucent and lines by what is inside what, unless the command line
+    /// says it, and adds scales, legend and key colours.
+    void explain();
 
     int shownCount() const { return count(Shown); }
     int failedCount() const { return count(Failed); }
@@ -37,14 +44,28 @@ private:
         State state;
     };
 
+    /// A gamut that is shown.
+    struct Explained
+    {
+        qsizetype position; ///< on the command line
+        KVGamut::GamutObject gamut;
+        QString title;
+        QColor key;
+        std::optional<BodyLook> look; ///< nullopt: as the command line says
+    };
+
     int count(State state) const;
     void open();
     void start(qsizetype position, const std::function<void()>& ended);
     void applyLooks();
+    QList<Explained> explained() const;
+    void showBody(const Explained& gamut);
+    KVLegendEntry entryOf(const Explained& gamut) const;
 
     KVGamutView& m_view;
     const ProfileOptions& m_profiles;
     const LookOptions& m_look;
+    const AnnotationOptions& m_annotations;
     QList<Gamut> m_gamuts; ///< in the order of the command line
     QObject m_context;     ///< ends the callbacks of loads with this object
 };

@@ -13,6 +13,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
 
 #include <utility>
 
@@ -49,6 +50,7 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_profiles.declare(parser());
     m_output.declare(parser());
     m_look.declare(parser());
+    m_annotations.declare(parser());
     parser()
         .add_option_function<std::string>(
             "--frame", [this](const std::string& word) { m_isFramed = word == "all"; },
@@ -62,6 +64,10 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_items.declare(parser());
     m_reference.declare(parser());
     parser().final_callback([this] {
+        const QColor background = m_look.state.theme.background;
+        m_look.state.theme = m_annotations.theme();
+        if (parser().count("--background") > 0)
+            m_look.state.theme.background = background;
         m_look.check();
         m_output.check(m_transparent);
         if (m_output.turntable() > 0 && m_reference.isGiven())
@@ -110,11 +116,12 @@ int RenderCommand::draw()
             say(*problem);
             return WrongUsage;
         }
-    GamutScene scene(view, m_profiles, m_look);
+    GamutScene scene(view, m_profiles, m_look, m_annotations);
     const bool itemsRead = m_items.addTo(viewer);
     scene.load();
     if (scene.shownCount() == 0)
         return BadInput;
+    scene.explain();
 
     QImage picture;
     if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {
@@ -141,8 +148,10 @@ std::optional<Problem> RenderCommand::drawPictures(KVGamutView& view, const QStr
     picture = m_output.turntable() > 0 ? turned(0) : pictureOf(view);
     if (picture.isNull())
         return whyNothingIsDrawn(view);
-    return m_output.turntable() > 0 ? m_output.writeTurn(turned, profiles)
-                                    : m_output.write(picture, profiles);
+    return m_output.turntable() > 0
+               ? m_output.writeTurn(turned, profiles)
+               : m_output.write(picture, profiles,
+                                [&](QPainter& painter, const QRectF&) { drawAnnotations(view, painter); });
 }
 
 Problem RenderCommand::whyNothingIsDrawn(const KVGamutView& view) const
@@ -159,22 +168,50 @@ bool RenderCommand::frame(KVGamutView& view) const
         return true;
     if (!settleOn(view, m_look.state.theme.background)) // wireframes are made in the background
         return false;
-    const KVFraming shown = view.shownFraming();
+    const KVFraming shown = view.shownFraming(m_look.size);
     const bool turns = m_output.turntable() > 0;
     view.setCamera(KVGamutView::framing(view.camera(), turns ? Turntable::swept(shown) : shown, m_look.size));
     return true;
 }
 
-/// The finished picture; null if nothing is drawn.
+/// The finished picture; null if nothing is drawn. Vector formats get the annotations as vectors, and on a
+/// transparent ground they are drawn last, because their colours would change with the ground.
 QImage RenderCommand::pictureOf(KVGamutView& view) const
 {
     KVGamut3DViewer& viewer = *view.viewer();
-    if (!m_transparent)
-        return settleOn(view, m_look.state.theme.background) ? viewer.picture(m_look.size) : QImage();
+    const KVViewTheme& theme = m_look.state.theme;
+    if (!m_transparent && !m_output.isVector())
+        return settleOn(view, theme.background) ? viewer.picture(m_look.size) : QImage();
+
+    const KVAnnotations annotations = view.annotations();
+    viewer.setDisplayAxes(viewer.displayAxes() && !annotations.scales);
+    view.setAnnotations({});
+    QImage picture = m_transparent ? transparentPicture(view) : QImage();
+    if (!m_transparent && settleOn(view, theme.background))
+        picture = viewer.picture(m_look.size);
+    viewer.setDisplayAxes(m_look.state.axes);
+    view.setTheme(theme);
+    view.setAnnotations(annotations);
+    if (!m_output.isVector() && !picture.isNull()) {
+        QPainter painter(&picture);
+        drawAnnotations(view, painter);
+    }
+    return picture;
+}
+
+QImage RenderCommand::transparentPicture(KVGamutView& view) const
+{
+    const KVGamut3DViewer& viewer = *view.viewer();
     if (!settleOn(view, Qt::black))
         return {};
     QImage onBlack = viewer.picture(m_look.size);
     if (!settleOn(view, Qt::white))
         return {};
     return withoutBackground(std::move(onBlack), viewer.picture(m_look.size));
+}
+
+void RenderCommand::drawAnnotations(const KVGamutView& view, QPainter& painter) const
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    view.paintAnnotations(painter, m_look.size);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Command.h"
+#include "commands/options/AnnotationOptions.h"
 #include "commands/options/ItemOptions.h"
 #include "commands/options/LookOptions.h"
 #include "commands/options/PictureOutput.h"
@@ -9,6 +10,8 @@
 #include "commands/options/ProfileOptions.h"
 
 #include <QtGui/QImage>
+
+class QPainter;
 
 /// `kvgamut render`: draws gamuts into a picture file. Needs no display.
 class RenderCommand : public Command
@@ -29,9 +32,12 @@ private:
     Problem whyNothingIsDrawn(const KVGamutView& view) const;
     bool frame(KVGamutView& view) const;
     QImage pictureOf(KVGamutView& view) const;
+    QImage transparentPicture(KVGamutView& view) const;
+    void drawAnnotations(const KVGamutView& view, QPainter& painter) const;
 
     ProfileOptions m_profiles;
     LookOptions m_look;
+    AnnotationOptions m_annotations;
     ItemOptions m_items;
     PictureOutput m_output; ///< not given: only compare the picture
     PictureReference m_reference;

@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
         Pair{"modeForAll", "sRGB ProPhoto --mode wireframe", "sRGB ProPhoto --mode wireframe,3"},
         Pair{"lightFromAboveIsTheDefault", "sRGB", "sRGB --light 300,0,0 --light-color white"},
         Pair{"absoluteIsTheDefault", KVGAMUT_CMYK_PROFILE, KVGAMUT_CMYK_PROFILE " --intent absolute"},
-        Pair{"laterOnesAreTranslucent", "sRGB AdobeRGB ProPhoto",
+        Pair{"theLargerOneIsTranslucent", "sRGB AdobeRGB ProPhoto",
              "sRGB AdobeRGB ProPhoto --alpha 1,0.35,0.35"},
         Pair{"alphaOfTheFirstOnly", "sRGB ProPhoto --alpha 0.7", "sRGB ProPhoto --alpha 0.7,0.35"},
         Pair{"builtInNamesInAnyCase", "srgb displayp3", "sRGB DisplayP3"},

@@ -90,7 +90,7 @@ TEST_F(ShaderTest, thatIsFaultyGivesAnErrorAndNoPicture)
 TEST_F(ShaderTest, isPartOfTheProgramWithoutFiles)
 {
     EXPECT_TRUE(succeeded(render()));
-    EXPECT_EQ(QImage(output()), rendered(words("sRGB --size 64x48")));
+    EXPECT_EQ(QImage(output()), rendered(words("sRGB --size 64x48 --annotate all")));
 }
 
 // --- Transparent background ---------------------------------------------------------------------------
@@ -219,7 +219,7 @@ protected:
                        look + words(more));
     }
 
-    const QStringList look = words("sRGB --size 200x150");
+    const QStringList look = words("sRGB --size 200x150 --annotate none");
 };
 
 TEST_F(ReferenceTest, matchesTheSamePicture)

@@ -30,7 +30,7 @@ bool isOnALine(const KVGamut::LabPoint& p)
 {
     const double L = std::abs(std::remainder(double(p.L), 10.0));
     const double hue = std::atan2(double(p.b), double(p.a)) * 180.0 / M_PI;
-    const double offset = std::abs(std::remainder(hue, 15.0)) * M_PI / 180.0 * std::hypot(p.a, p.b);
+    const double offset = std::abs(std::remainder(hue, 30.0)) * M_PI / 180.0 * std::hypot(p.a, p.b);
     return L < 1e-2 || offset < 1e-2;
 }
 

@@ -111,8 +111,10 @@ QByteArray kvtest::ProgramTest::renderedBytes(const QStringList& arguments)
 {
     const QString file = path(QStringLiteral("picture.png"));
     QFile::remove(file);
-    const Answer answer =
-        kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("-o"), file} + arguments);
+    QStringList all{QStringLiteral("render"), QStringLiteral("-o"), file};
+    if (!arguments.contains(QStringLiteral("--annotate")))
+        all << QStringLiteral("--annotate") << QStringLiteral("none");
+    const Answer answer = kvgamut(all + arguments);
     EXPECT_TRUE(succeeded(answer)) << arguments.join(QLatin1Char(' ')).toStdString();
     return contents(file);
 }

@@ -62,8 +62,8 @@ protected:
     /// Names of the files in the folder.
     QStringList files() const;
 
-    /// Renders with @p arguments (which include the profiles) and reads the picture. The test fails if that
-    /// fails or prints to standard error.
+    /// Renders with @p arguments (which include the profiles) and reads the picture, without scales and
+    /// legend unless the arguments say otherwise. The test fails if that fails or prints to standard error.
     QImage rendered(const QStringList& arguments);
     /// The same, as the bytes of the file.
     QByteArray renderedBytes(const QStringList& arguments);

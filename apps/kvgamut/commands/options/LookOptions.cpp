@@ -102,7 +102,7 @@ void LookOptions::declareSurfaces(CLI::App& parser)
         "all that follow");
     addOption(
         parser, "--alpha", "X[,X...]", [this](const std::string& w) { opacities = OptionValues::shares(w); },
-        "Opacity of the gamuts in order, 0 to 1 (1, then 0.35)");
+        "Opacity of the gamuts in order, 0 to 1; those that are not given are 0.35, the first 1");
     addOption(
         parser, "--color", "C[,C...]", [this](const std::string& w) { colors = OptionValues::colors(w); },
         "One colour for each gamut in order, instead of its own colours");

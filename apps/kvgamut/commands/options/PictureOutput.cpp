@@ -174,13 +174,20 @@ std::optional<Problem> PictureOutput::writeTurn(const std::function<QImage(int)>
     return files ? writeAll(*files) : files.error().about(m_name);
 }
 
-std::optional<Problem> PictureOutput::write(const QImage& picture, const QStringList& profiles) const
+bool PictureOutput::isVector() const
+{
+    return m_turntable == 0 && (m_format == PictureFormat::Svg || m_format == PictureFormat::Pdf);
+}
+
+std::optional<Problem> PictureOutput::write(const QImage& picture, const QStringList& profiles,
+                                            const PictureOverlay& overlay) const
 {
     if (!isGiven())
         return std::nullopt;
     PictureNote note = m_note;
     note.profiles = profiles;
-    const Result<QByteArray> bytes = PictureFile::bytes(picture, *m_format, note);
+    const Result<QByteArray> bytes =
+        PictureFile::bytes(picture, *m_format, note, isVector() ? overlay : PictureOverlay());
     if (!bytes)
         return bytes.error().about(m_name);
     return writeOutput(m_name, *bytes);

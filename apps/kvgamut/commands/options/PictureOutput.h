@@ -30,8 +30,13 @@ public:
     /// Remembers the command line for the note in the file: the words as typed, without those that do not
     /// change the picture (the names of the output and of the reference).
     void noteCommand(const Arguments& arguments);
-    /// Writes @p picture if an output is given. @param profiles see PictureNote
-    [[nodiscard]] std::optional<Problem> write(const QImage& picture, const QStringList& profiles) const;
+    /// Whether lines and texts are kept as vectors: in SVG and PDF, except of a turn.
+    bool isVector() const;
+    /// Writes @p picture if an output is given.
+    /// @param profiles see PictureNote
+    /// @param overlay drawn over the picture if isVector()
+    [[nodiscard]] std::optional<Problem> write(const QImage& picture, const QStringList& profiles,
+                                               const PictureOverlay& overlay) const;
     /// Writes the pictures of a turn, which @p picture gives, null if it cannot; nothing unless all are
     /// drawn. If a file cannot be written, those that did not exist before are removed again.
     [[nodiscard]] std::optional<Problem> writeTurn(const std::function<QImage(int)>& picture,

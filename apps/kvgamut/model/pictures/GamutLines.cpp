@@ -15,7 +15,7 @@ QList<Plane> planes()
     QList<Plane> all;
     for (int L = 10; L <= 90; L += 10)
         all.append(Plane{1.0f, 0.0f, 0.0f, static_cast<float>(-L)});
-    for (int hue = 0; hue < 180; hue += 15) { // each plane contains two opposite hues
+    for (int hue = 0; hue < 180; hue += 30) { // each plane contains two opposite hues
         const double h = hue * std::numbers::pi / 180.0;
         all.append(Plane{0.0f, static_cast<float>(-std::sin(h)), static_cast<float>(std::cos(h)), 0.0f});
     }

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+// Scales, legend, styles and looks of `kvgamut render`.
+
+#include "app/support/Picture.h"
+#include "app/support/Program.h"
+
+#include <QtCore/QRegularExpression>
+
+using namespace kvtest;
+
+namespace {
+
+class AnnotationTest : public ProgramTest
+{
+protected:
+    QImage annotated(const QString& more, const QString& profiles = QStringLiteral("sRGB"),
+                     const QString& what = QStringLiteral("all"))
+    {
+        QStringList arguments = profiles.split(QLatin1Char(' '));
+        arguments << QStringLiteral("--size") << QStringLiteral("600x500") << QStringLiteral("--annotate")
+                  << what;
+        return rendered(arguments + more.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+};
+
+/// Inside the swatch of a row of the legend: the text is 10 pixels high in a picture of 600x500.
+QColor swatch(const QImage& picture, int row)
+{
+    return picture.pixelColor(15, 16 + 15 * row);
+}
+
+int countNear(const QImage& picture, const QColor& color, int tolerance = 12)
+{
+    int count = 0;
+    for (int y = 60; y < picture.height(); ++y) // below the legend
+        for (int x = 0; x < picture.width(); ++x)
+            count += difference(picture.pixelColor(x, y), color) <= tolerance;
+    return count;
+}
+
+const QColor firstKey(1, 39, 136), secondKey(200, 60, 20); // of the style "screen"
+
+} // namespace
+
+TEST_F(AnnotationTest, areShownByDefault)
+{
+    const QString file = path(QStringLiteral("default.png"));
+    ASSERT_TRUE(succeeded(kvgamut({QStringLiteral("render"), QStringLiteral("sRGB"), QStringLiteral("-o"),
+                                   file, QStringLiteral("--size"), QStringLiteral("600x500")})));
+    EXPECT_EQ(QImage(file), annotated({}));
+    EXPECT_NE(QImage(file), annotated({}, QStringLiteral("sRGB"), QStringLiteral("none")));
+}
+
+TEST_F(AnnotationTest, legendAndOutlinesHaveTheKeyColours)
+{
+    const QImage picture = annotated({}, QStringLiteral("sRGB AdobeRGB"));
+    EXPECT_LE(difference(swatch(picture, 0), firstKey), 2);
+    EXPECT_LE(difference(swatch(picture, 1), secondKey), 2);
+    EXPECT_GT(countNear(picture, secondKey), 150); // the outline of the larger one
+    const QImage without = annotated({}, QStringLiteral("sRGB AdobeRGB"), QStringLiteral("scales"));
+    EXPECT_GT(difference(swatch(without, 0), firstKey), 40);
+    EXPECT_LT(countNear(without, secondKey), 50);
+}
+
+TEST_F(AnnotationTest, ofADarkStyleAreLightOnDark)
+{
+    const QImage picture = annotated(QStringLiteral("--style dark"));
+    EXPECT_EQ(picture.pixelColor(599, 0), QColor(24, 26, 31));
+    EXPECT_GT(countNear(picture, Qt::white, 40), 100);
+    const QImage paper = annotated(QStringLiteral("--style paper"));
+    EXPECT_EQ(paper.pixelColor(599, 0), QColor(Qt::white));
+    EXPECT_GT(countNear(paper, Qt::black, 40), 100);
+}
+
+TEST_F(AnnotationTest, backgroundReplacesThatOfTheStyle)
+{
+    for (const QString& order : {QStringLiteral("--style dark --background white"),
+                                 QStringLiteral("--background white --style dark")})
+        EXPECT_EQ(annotated(order).pixelColor(599, 0), QColor(Qt::white)) << qPrintable(order);
+}
+
+TEST_F(AnnotationTest, linesReplaceTheSurface)
+{
+    const QImage body = annotated({}), lines = annotated(QStringLiteral("--look lines"));
+    const QColor ground(Qt::gray);
+    const auto drawn = [&](const QImage& picture) { return 600 * 440 - countNear(picture, ground, 30); };
+    EXPECT_LT(drawn(lines), 0.7 * drawn(body));
+    EXPECT_GT(countNear(lines, firstKey, 40), 4 * countNear(body, firstKey, 40));
+}
+
+TEST_F(AnnotationTest, theInnermostGamutIsSolidWhateverItsPlace)
+{
+    const auto lookOf = [this](const QStringList& profiles) {
+        return kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("--verbose"),
+                                   QStringLiteral("-o"), path(QStringLiteral("p.png")),
+                                   QStringLiteral("--size"), QStringLiteral("100x100")} +
+                       profiles)
+            .errors;
+    };
+    const QByteArray text =
+        lookOf({QStringLiteral("ProPhoto"), QStringLiteral("sRGB"), QStringLiteral("AdobeRGB")});
+    EXPECT_TRUE(text.contains("kvgamut: sRGB is drawn as: solid")) << text.constData();
+    EXPECT_TRUE(text.contains("kvgamut: AdobeRGB is drawn as: translucent"));
+    EXPECT_TRUE(text.contains("kvgamut: ProPhoto is drawn as: lines"));
+}
+
+TEST_F(AnnotationTest, opacitiesByHandReplaceTheChoice)
+{
+    const Answer answer =
+        kvgamut({QStringLiteral("render"), QStringLiteral("--verbose"), QStringLiteral("ProPhoto"),
+                 QStringLiteral("sRGB"), QStringLiteral("--alpha"), QStringLiteral("1"), QStringLiteral("-o"),
+                 path(QStringLiteral("p.png")), QStringLiteral("--size"), QStringLiteral("100x100")});
+    EXPECT_FALSE(answer.errors.contains("is drawn as"));
+}
+
+TEST_F(AnnotationTest, areKeptOnATransparentGround)
+{
+    const QImage picture = annotated(QStringLiteral("--no-background"));
+    EXPECT_EQ(picture.pixelColor(599, 0).alpha(), 0);
+    EXPECT_EQ(swatch(picture, 0), firstKey);
+    EXPECT_EQ(swatch(picture, 0).alpha(), 255);
+}
+
+TEST_F(AnnotationTest, areVectorsInSvg)
+{
+    const auto paths = [this](const QString& what) {
+        const QString file = path(what + QStringLiteral(".svg"));
+        EXPECT_TRUE(succeeded(kvgamut({QStringLiteral("render"), QStringLiteral("sRGB"), QStringLiteral("-o"),
+                                       file, QStringLiteral("--size"), QStringLiteral("300x200"),
+                                       QStringLiteral("--annotate"), what})));
+        return contents(file).count("<path");
+    };
+    EXPECT_EQ(paths(QStringLiteral("none")), 0);
+    EXPECT_GT(paths(QStringLiteral("all")), 20);
+}
+
+TEST_F(AnnotationTest, ofUnknownWordsAreRefused)
+{
+    for (const char* word : {"--style", "--annotate", "--look"}) {
+        const Answer answer =
+            kvgamut({QStringLiteral("render"), QStringLiteral("sRGB"), QStringLiteral("-o"),
+                     path(QStringLiteral("p.png")), QLatin1String(word), QStringLiteral("neon")});
+        EXPECT_EQ(answer.exitCode, 2) << word;
+        EXPECT_TRUE(answer.errors.contains("neon")) << answer.errors.constData();
+    }
+}
