@@ -8,15 +8,16 @@
 namespace {
 
 constexpr float roundTo = 20.0f;
+constexpr float slack = 0.5f; // white is seldom exactly at L* 100
 
 float roundedDown(float value, float max)
 {
-    return std::min(max, roundTo * std::floor(value / roundTo));
+    return std::min(max, roundTo * std::floor((value + slack) / roundTo));
 }
 
 float roundedUp(float value, float min)
 {
-    return std::max(min, roundTo * std::ceil(value / roundTo));
+    return std::max(min, roundTo * std::ceil((value - slack) / roundTo));
 }
 
 } // namespace

@@ -17,7 +17,7 @@ struct LabBox
 };
 
 /// A box with round numbers around gamuts from @p low to @p high: L* at least from 0 to 100, and a* and b* at
-/// least from -20 to 20.
+/// least from -20 to 20. The gamuts may extend beyond it by half a unit.
 [[nodiscard]] LabBox kvScaleBox(const QVector3D& low, const QVector3D& high);
 
 /// Distances between the numbers of a scale that can be chosen, ascending.

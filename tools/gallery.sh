@@ -24,7 +24,7 @@ ring="$root/docs/data/ring.csv"
 draw() {
     local name=$1
     shift
-    "$kvgamut" render --size 480x360 --output "$root/docs/gallery/$name.png" "$@"
+    "$kvgamut" render --size 640x480 --output "$root/docs/gallery/$name.png" "$@"
     echo "$name"
 }
 
@@ -53,6 +53,12 @@ draw perspective AdobeRGB --angle 60 --camera 130,120,-230 --frame all
 draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --frame all --orthogonal
 draw no-background sRGB DisplayP3 --no-background
 draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
+draw inside-out ProPhoto AdobeRGB "$printer" --intent relative
+draw lines sRGB DisplayP3 --look lines
+draw paper "$printer" sRGB --intent relative --style paper --caption 'Relative colorimetric'
+draw slide sRGB DisplayP3 --style slide
+draw dark AdobeRGB sRGB --style dark
+draw plain sRGB DisplayP3 --annotate none
 draw mixed-modes "$printer" sRGB --mode smooth,wireframe --alpha 1,0.6 --grid 9 --intent relative
 
 # The pages of the commands use a short file name for the printer profile.

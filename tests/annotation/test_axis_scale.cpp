@@ -24,6 +24,13 @@ TEST(ScaleBox, growsWithColoursBeyondBlackAndWhite)
     EXPECT_EQ(box.high.x(), 120.0f);
 }
 
+TEST(ScaleBox, doesNotGrowByRoundingErrors)
+{
+    const LabBox box = kvScaleBox({-0.01f, -80.2f, -10.0f}, {100.003f, 40.4f, 10.0f});
+    EXPECT_EQ(box.low, QVector3D(0.0f, -80.0f, -20.0f));
+    EXPECT_EQ(box.high, QVector3D(100.0f, 40.0f, 20.0f));
+}
+
 TEST(ScaleNumbers, areTheMultiplesInTheRange)
 {
     EXPECT_EQ(kvScaleNumbers(-60.0f, 40.0f, 25), (std::vector<int>{-50, -25, 0, 25}));

@@ -44,7 +44,7 @@ TEST_F(TurntableTest, turnsAroundTheAxisOfLightness)
     // the camera turns counter-clockwise, from -b* to +a*
     write(path(QStringLiteral("p.csv")), "50,60,0,red\n");
     const QStringList look =
-        words("--no-surface --no-projection --no-axes --no-grid --orthogonal --frame none "
+        words("--no-surface --no-projection --annotate none --no-axes --no-grid --orthogonal --frame none "
               "--view front --ambient 1 --turntable 4 --points");
     const Answer answer = kvgamut(
         words("render sRGB --size 200x200") + look +
