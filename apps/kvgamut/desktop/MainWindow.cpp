@@ -42,9 +42,9 @@ QString findingSet()
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_binding(m_gamuts, m_area->view()),
-      m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts), m_inspector(m_gamuts, m_points),
-      m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
-      m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
+      m_annotations(m_gamuts, m_area->view()), m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts),
+      m_inspector(m_gamuts, m_points), m_pages(new QStackedWidget), m_messages(new MessageBar),
+      m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
       m_slice(new SlicePanel(m_gamuts)), m_table(new ComparisonTable(m_comparison)),
       m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
       m_camera(new CameraControl(*m_area, this))
@@ -153,7 +153,7 @@ void MainWindow::makeMenus()
     m_fileMenu = new FileMenu(this);
     m_editMenu = new EditMenu(this);
     auto* gamutMenu = new GamutMenu(m_gamuts, this);
-    m_viewMenu = new ViewMenu(view(), *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
+    m_viewMenu = new ViewMenu(view(), m_annotations, *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
     for (QMenu* menu : {static_cast<QMenu*>(m_fileMenu), static_cast<QMenu*>(m_editMenu),
                         static_cast<QMenu*>(gamutMenu), static_cast<QMenu*>(m_viewMenu)})
         menuBar()->addMenu(menu);

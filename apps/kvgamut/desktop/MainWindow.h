@@ -8,6 +8,7 @@
 #include "desktop/models/GamutQueue.h"
 #include "desktop/models/PointLayer.h"
 #include "desktop/panels/Inspector.h"
+#include "desktop/view/AnnotationBinding.h"
 #include "desktop/view/ViewArea.h"
 #include "desktop/view/ViewerBinding.h"
 
@@ -135,6 +136,7 @@ private:
     ViewArea* m_area; ///< owned by the window, as all widgets
     GamutQueue m_loader;
     ViewerBinding m_binding;
+    AnnotationBinding m_annotations;
     PointLayer m_points;
     ComparisonModel m_comparison;
     Inspector m_inspector;

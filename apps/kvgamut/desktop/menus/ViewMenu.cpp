@@ -4,6 +4,7 @@
 #include "MenuActions.h"
 #include "SurroundingsMenus.h"
 #include "desktop/panels/ClipControl.h"
+#include "desktop/view/AnnotationBinding.h"
 #include "desktop/view/CameraControl.h"
 
 #include <QtWidgets/QDockWidget>
@@ -11,9 +12,9 @@
 using MenuActions::add;
 using MenuActions::addCheckable;
 
-ViewMenu::ViewMenu(KVGamutView& view, CameraControl& camera, ClipControl& clip,
-                   const QList<QDockWidget*>& panels, QWidget* parent)
-    : QMenu(tr("&View"), parent), m_view(view), m_camera(camera)
+ViewMenu::ViewMenu(KVGamutView& view, AnnotationBinding& annotations, CameraControl& camera,
+                   ClipControl& clip, const QList<QDockWidget*>& panels, QWidget* parent)
+    : QMenu(tr("&View"), parent), m_view(view), m_annotations(annotations), m_camera(camera)
 {
     addCamera();
     addSeparator();
@@ -79,7 +80,11 @@ void ViewMenu::addSurroundings()
     m_axes = addCheckable(*this, "axes", tr("&Axes"), QKeySequence(Qt::Key_X));
     m_grid = addCheckable(*this, "gridLines", tr("&Grid"), QKeySequence(Qt::Key_G));
     m_plane = addCheckable(*this, "plane", tr("ab &plane"), QKeySequence(Qt::Key_P));
+    QAction* annotate = addCheckable(*this, "annotate", tr("Scales and l&egend"), QKeySequence(Qt::Key_E));
+    annotate->setChecked(m_annotations.isShown());
+    connect(annotate, &QAction::triggered, &m_annotations, &AnnotationBinding::setShown);
     connect(m_axes, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayAxes);
+    connect(m_axes, &QAction::triggered, &m_annotations, &AnnotationBinding::update);
     connect(m_grid, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayGrid);
     connect(m_plane, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setabPlane);
     m_background = new BackgroundMenu(*m_view.viewer(), parentWidget());
@@ -102,6 +107,7 @@ void ViewMenu::showState(const KVViewState& state)
 {
     m_orthogonal->setChecked(state.camera.orthogonal);
     m_axes->setChecked(state.axes);
+    m_annotations.update(); // the scales follow the axes
     m_grid->setChecked(state.grid);
     m_plane->setChecked(state.plane);
     m_cut->setChecked(state.clipping.has_value());

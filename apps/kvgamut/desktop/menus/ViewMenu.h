@@ -5,6 +5,7 @@
 
 #include <QtWidgets/QMenu>
 
+class AnnotationBinding;
 class BackgroundMenu;
 class CameraControl;
 class ClipControl;
@@ -16,8 +17,8 @@ class ViewMenu : public QMenu
 {
     Q_OBJECT
 public:
-    ViewMenu(KVGamutView& view, CameraControl& camera, ClipControl& clip, const QList<QDockWidget*>& panels,
-             QWidget* parent);
+    ViewMenu(KVGamutView& view, AnnotationBinding& annotations, CameraControl& camera, ClipControl& clip,
+             const QList<QDockWidget*>& panels, QWidget* parent);
 
     QAction* fullScreen; ///< connected by the window
 
@@ -32,6 +33,7 @@ private:
     void addPanels(const QList<QDockWidget*>& panels);
 
     KVGamutView& m_view;
+    AnnotationBinding& m_annotations;
     CameraControl& m_camera;
     QAction* m_orthogonal;
     QAction* m_cut;

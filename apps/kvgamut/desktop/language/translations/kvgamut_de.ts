@@ -1466,6 +1466,10 @@ wird berechnet</translation>
         <source>ab &amp;plane</source>
         <translation>ab-Ebe&amp;ne</translation>
     </message>
+    <message>
+        <source>Scales and l&amp;egend</source>
+        <translation>S&amp;kalen und Legende</translation>
+    </message>
 </context>
 <context>
     <name>WelcomePage</name>

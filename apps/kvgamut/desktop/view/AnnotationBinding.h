@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "desktop/models/GamutListModel.h"
+
+#include <KVGamutView.h>
+
+#include <QtCore/QObject>
+
+/// Explains the view of the window: scales instead of the axes, and a legend of the visible gamuts in which
+/// the active one is emphasised. Both must outlive it.
+class AnnotationBinding : public QObject
+{
+    Q_OBJECT
+public:
+    AnnotationBinding(GamutListModel& model, KVGamutView& view, QObject* parent = nullptr);
+
+    bool isShown() const { return m_shown; } ///< true at first
+    void setShown(bool shown);
+    /// To be called when the axes are shown or hidden: the scales follow them.
+    void update();
+
+private:
+    KVAnnotations annotations() const;
+
+    GamutListModel& m_model;
+    KVGamutView& m_view;
+    bool m_shown = true;
+};
