@@ -27,22 +27,16 @@ const char* nameOf(KVProblemCode code)
 }
 
 // The codes for which KVProblem.h documents an argument.
-const std::set<KVProblemCode> withArgument{KVProblemCode::FileUnreadable,
-                                           KVProblemCode::UnusableProfile,
-                                           KVProblemCode::DamagedTag,
-                                           KVProblemCode::UnknownIntent,
-                                           KVProblemCode::UnknownSetting,
-                                           KVProblemCode::UnsupportedClass,
-                                           KVProblemCode::NotADeviceSpace,
-                                           KVProblemCode::UnknownDeviceSpace,
-                                           KVProblemCode::NoTransformBecause,
-                                           KVProblemCode::UnknownSavedVersion,
-                                           KVProblemCode::OnlyOpenGLES,
-                                           KVProblemCode::OpenGLTooOld,
-                                           KVProblemCode::OpenGLCoreOnly,
-                                           KVProblemCode::OpenGLWithoutShaders,
-                                           KVProblemCode::OpenGLWithoutFramebuffers,
-                                           KVProblemCode::ShaderNotBuilt};
+const std::set<KVProblemCode> withArgument{
+    KVProblemCode::FileUnreadable,       KVProblemCode::UnusableProfile,
+    KVProblemCode::DamagedTag,           KVProblemCode::UnknownIntent,
+    KVProblemCode::UnknownSetting,       KVProblemCode::UnsupportedClass,
+    KVProblemCode::NotADeviceSpace,      KVProblemCode::NotThreeChannels,
+    KVProblemCode::UnknownDeviceSpace,   KVProblemCode::NoTransformBecause,
+    KVProblemCode::UnknownSavedVersion,  KVProblemCode::OnlyOpenGLES,
+    KVProblemCode::OpenGLTooOld,         KVProblemCode::OpenGLCoreOnly,
+    KVProblemCode::OpenGLWithoutShaders, KVProblemCode::OpenGLWithoutFramebuffers,
+    KVProblemCode::ShaderNotBuilt};
 
 QStringList argumentsFor(KVProblemCode code)
 {

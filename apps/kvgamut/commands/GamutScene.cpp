@@ -121,6 +121,7 @@ QList<GamutScene::Explained> GamutScene::explained() const
 void GamutScene::explain()
 {
     KVAnnotations annotations = m_annotations.annotations();
+    annotations.scales = annotations.scales && m_look.state.axes;
     const QList<Explained> all = explained();
     for (const Explained& gamut : all) {
         showBody(gamut);
@@ -156,6 +157,8 @@ void GamutScene::showBody(const Explained& gamut)
     for (const qsizetype first : {0, 1})
         for (qsizetype i = first; i < pieces.size(); i += 2) {
             const auto& [from, to] = pieces[i];
+            if (m_look.state.clipping && std::max(from.L, to.L) > *m_look.state.clipping)
+                continue;
             lines.append({{gamut.key, {from.L, from.a, from.b}}, {gamut.key, {to.L, to.a, to.b}}});
         }
     m_view.viewer()->setSegmentSetWidth(id, width);

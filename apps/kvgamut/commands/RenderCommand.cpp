@@ -146,7 +146,7 @@ std::optional<Problem> RenderCommand::drawPictures(KVGamutView& view, const QStr
         return pictureOf(view);
     };
     picture = m_output.turntable() > 0 ? turned(0) : pictureOf(view);
-    if (picture.isNull())
+    if (picture.isNull() || view.drawingProblem())
         return whyNothingIsDrawn(view);
     return m_output.turntable() > 0
                ? m_output.writeTurn(turned, profiles)

@@ -88,6 +88,28 @@ TEST_F(AnnotationTest, linesReplaceTheSurface)
     EXPECT_GT(countNear(lines, firstKey, 40), 4 * countNear(body, firstKey, 40));
 }
 
+TEST_F(AnnotationTest, linesAreCutOffWithTheSurface)
+{
+    const QString look =
+        QStringLiteral("--look lines --no-projection --no-grid --no-axes --orthogonal --view front");
+    const auto top = [this](const QImage& picture) {
+        for (int y = 60; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (difference(picture.pixelColor(x, y), QColor(Qt::gray)) > 30)
+                    return y;
+        return picture.height();
+    };
+    const int whole = top(annotated(look + QStringLiteral(" --frame none")));
+    const int cut = top(annotated(look + QStringLiteral(" --frame none --clip 50")));
+    EXPECT_GT(cut, whole + 30);
+}
+
+TEST_F(AnnotationTest, withoutAxesThereAreNoScales)
+{
+    EXPECT_EQ(annotated(QStringLiteral("--no-axes")),
+              annotated(QStringLiteral("--no-axes"), QStringLiteral("sRGB"), QStringLiteral("legend")));
+}
+
 TEST_F(AnnotationTest, theInnermostGamutIsSolidWhateverItsPlace)
 {
     const auto lookOf = [this](const QStringList& profiles) {

@@ -137,6 +137,7 @@ TEST_F(ItemTest, theRestIsDrawnWhenAFileIsMissing)
 {
     const QString output = path(QStringLiteral("out.png"));
     const Answer answer = kvgamut(QStringList{QStringLiteral("render"), QStringLiteral("-o"), output,
+                                              QStringLiteral("--annotate"), QStringLiteral("none"),
                                               QStringLiteral("--markers"), QStringLiteral("missing.csv")} +
                                   look);
     EXPECT_EQ(answer.exitCode, BadInput);

@@ -103,12 +103,15 @@ TEST_F(ReportTest, printsTheSameOnEveryRun)
                 command(name) + QStringList{QStringLiteral("--format"), QLatin1String(format)};
             EXPECT_EQ(run(arguments).output, run(arguments).output);
         }
-    for (const QString& name : words(QStringLiteral("volume compare"))) {
-        QJsonObject first = json(command(name)).value(0), second = json(command(name)).value(0);
+    // to compare equal gamuts takes no time
+    for (const QStringList& arguments :
+         {command(QStringLiteral("volume")),
+          QStringList{QStringLiteral("compare"), sRGB, QStringLiteral("AdobeRGB")}}) {
+        QJsonObject first = json(arguments).value(0), second = json(arguments).value(0);
         EXPECT_GT(number(first, "seconds"), 0.0);
         first.remove(QStringLiteral("seconds"));
         second.remove(QStringLiteral("seconds"));
-        EXPECT_EQ(first, second) << name.toStdString();
+        EXPECT_EQ(first, second) << arguments.join(QLatin1Char(' ')).toStdString();
     }
 }
 

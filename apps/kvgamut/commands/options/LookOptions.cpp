@@ -128,7 +128,7 @@ void LookOptions::declareSurroundings(CLI::App& parser)
     parser.add_flag_callback(
         "--no-grid", [this] { state.grid = false; }, "Hide the grid");
     parser.add_flag_callback(
-        "--no-axes", [this] { state.axes = false; }, "Hide the axes");
+        "--no-axes", [this] { state.axes = false; }, "Hide the axes, or the scales in their place");
     parser.add_flag("--plane", state.plane, "Show the coloured ab plane below the gamuts");
     addOption(
         parser, "--clip", "L",
