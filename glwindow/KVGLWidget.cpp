@@ -10,6 +10,7 @@
 #include <QtGui/QSurfaceFormat>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -92,8 +93,12 @@ Overlay KVGLWidget::overlay(const QSize& size) const
 
 void KVGLWidget::drawOverlay()
 {
-    if (m_overlaySource)
+    if (!m_overlaySource)
+        return;
+    try {
         m_overlayRenderer.draw(overlay(deviceSize()), deviceSize());
+    } catch (const std::bad_alloc&) { // Qt's event loop does not survive it; the frame has no overlay
+    }
 }
 
 void KVGLWidget::update()

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -136,6 +137,10 @@ QImage KVGLWidget::picture(const QSize& size)
             return {};
         place(tile, drawn, whole);
     }
-    kvPaintOverlay(whole, overlay(size));
+    try {
+        kvPaintOverlay(whole, overlay(size));
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
     return whole;
 }

@@ -159,6 +159,15 @@ TEST_F(AnnotationPictures, ofManyTextsReplaceEachOther)
               window.width() * window.height() / 50);
 }
 
+TEST_F(AnnotationPictures, areLeftOutIfThereIsNotEnoughMemory)
+{
+    const QImage before = shown.settledPicture();
+    shown.widget().setOverlaySource(
+        [](const QMatrix4x4&, const QSize&) -> Overlay { throw std::bad_alloc(); });
+    EXPECT_EQ(shown.settledPicture(), before);
+    EXPECT_TRUE(shown.viewer.picture(QSize(50, 40)).isNull());
+}
+
 TEST_F(AnnotationPictures, canBeDrawnAsVectors)
 {
     view.setAnnotations(all());

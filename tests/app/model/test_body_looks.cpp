@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "model/inputs/BuiltInProfiles.h"
 #include "model/pictures/BodyLooks.h"
+
+#include "../support/BuiltInGamut.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +9,7 @@ namespace {
 
 KVGamut::GamutObject gamutOf(const char* name)
 {
-    const QByteArray bytes = BuiltInProfiles::profile(QLatin1String(name));
-    const KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), int(bytes.size())),
-                               KVProfileRelease);
-    KVGamut::Settings settings;
-    settings.gridPoints = 9;
-    KVGamut::GamutObject gamut;
-    EXPECT_TRUE(gamut.init(profile, settings)) << name;
-    return gamut;
+    return kvtest::builtInGamut(name, 9);
 }
 
 using Looks = QList<BodyLook>;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "model/inputs/BuiltInProfiles.h"
 #include "model/pictures/GamutLines.h"
+
+#include "../support/BuiltInGamut.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +12,7 @@ namespace {
 
 KVGamut::GamutObject adobe(int grid)
 {
-    const QByteArray bytes = BuiltInProfiles::profile(QStringLiteral("AdobeRGB"));
-    const KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), int(bytes.size())),
-                               KVProfileRelease);
-    KVGamut::Settings settings;
-    settings.gridPoints = grid;
-    KVGamut::GamutObject gamut;
-    EXPECT_TRUE(gamut.init(profile, settings));
-    return gamut;
+    return kvtest::builtInGamut("AdobeRGB", grid);
 }
 
 double length(const LabSegment& s)
