@@ -46,7 +46,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "--look", [this](const std::string& word) { lines = word == "lines"; },
             "auto: the innermost gamuts solid, those around them translucent, further ones as lines (the "
             "default, except with --alpha or --mode); lines: all gamuts as lines at round lightnesses and "
-            "hues")
+            "hues. --verbose says what was chosen")
         ->check(CLI::IsMember({"auto", "lines"}).description(""))
         ->type_name("LOOK");
 }
