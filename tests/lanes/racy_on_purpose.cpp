@@ -11,7 +11,8 @@
 namespace {
 
 volatile int shared = 0; // volatile, so that every write is made
-// The worker writes until it was read. Without order, so that this does not synchronise the accesses.
+// The worker writes at least once, and until its owner has read. So there is a race on every run, whichever
+// comes first. Without order, so that this does not synchronise the accesses.
 std::atomic<bool> hasBeenRead = false;
 
 class RacyFunctor : public KVBackgroundTask<int>::Functor
@@ -19,8 +20,10 @@ class RacyFunctor : public KVBackgroundTask<int>::Functor
 public:
     int run() override
     {
-        for (int i = 0; !hasBeenRead.load(std::memory_order_relaxed); ++i)
-            shared = i;
+        int i = 0;
+        do {
+            shared = ++i;
+        } while (!hasBeenRead.load(std::memory_order_relaxed));
         return 0;
     }
     void cancel() override {}
