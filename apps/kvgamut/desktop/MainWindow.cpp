@@ -41,10 +41,11 @@ QString findingSet()
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_binding(m_gamuts, m_area->view()),
-      m_annotations(m_gamuts, m_area->view()), m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts),
-      m_inspector(m_gamuts, m_points), m_pages(new QStackedWidget), m_messages(new MessageBar),
-      m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
+    : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_looks(m_gamuts),
+      m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
+      m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts), m_inspector(m_gamuts, m_points),
+      m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
+      m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
       m_slice(new SlicePanel(m_gamuts)), m_table(new ComparisonTable(m_comparison)),
       m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
       m_camera(new CameraControl(*m_area, this))
@@ -72,7 +73,7 @@ MainWindow::~MainWindow()
 bool MainWindow::isComplete() const
 {
     return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
-           m_comparison.isComplete() && m_unwrittenPages == 0;
+           m_looks.isComplete() && m_comparison.isComplete() && m_unwrittenPages == 0;
 }
 
 // --- Construction ---------------------------------------------------------------------------------
@@ -195,10 +196,7 @@ void MainWindow::connectEditMenu()
 
 void MainWindow::connectLoading()
 {
-    connect(&m_loader, &GamutQueue::failed, this, [this](const Problem& problem) {
-        makeOneSolid();
-        say(problem);
-    });
+    connect(&m_loader, &GamutQueue::failed, this, &MainWindow::say);
     connect(&m_loader, &GamutQueue::progressed, this, &MainWindow::showLoading);
     connect(&m_loader, &GamutQueue::idle, this, &MainWindow::loadingEnded);
     connect(&m_binding, &ViewerBinding::failed, this, &MainWindow::say);

@@ -3,6 +3,7 @@
 
 #include "desktop/files/FileDrop.h"
 #include "desktop/files/Session.h"
+#include "desktop/models/AutomaticLooks.h"
 #include "desktop/models/ComparisonModel.h"
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/GamutQueue.h"
@@ -124,7 +125,6 @@ private:
     bool isSaved(const QString& file, const std::optional<Problem>& failure);
     void showKeys();
 
-    void makeOneSolid();
     void applyClip();
     void inspect(const KVHit& hit);
     void forgetFinding();
@@ -135,6 +135,7 @@ private:
     GamutListModel m_gamuts;
     ViewArea* m_area; ///< owned by the window, as all widgets
     GamutQueue m_loader;
+    AutomaticLooks m_looks;
     ViewerBinding m_binding;
     AnnotationBinding m_annotations;
     PointLayer m_points;

@@ -70,9 +70,9 @@ void MainWindow::open(const QStringList& files)
 
 void MainWindow::addGamut(const QString& input)
 {
-    KVGamutLook look;
-    look.opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
-    addGamut(input, KVGamut::Settings(), look);
+    const float opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
+    addGamut(input, KVGamut::Settings(), KVGamutLook());
+    m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, opacity);
 }
 
 void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
@@ -82,19 +82,6 @@ void MainWindow::addGamut(const QString& input, const KVGamut::Settings& setting
     m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
     if (QFileInfo::exists(name))
         remember(name);
-}
-
-/// Makes the first gamut opaque when the gamut that should be opaque failed to load.
-void MainWindow::makeOneSolid()
-{
-    const QList<GamutEntry>& entries = m_gamuts.entries();
-    const auto isTranslucent = [](const GamutEntry& entry) { return entry.look.opacity < 1.0f; };
-    if (entries.isEmpty() || !std::all_of(entries.begin(), entries.end(), isTranslucent) ||
-        entries.first().look.opacity != KVGamutLook::translucentOpacity)
-        return;
-    KVGamutLook look = entries.first().look;
-    look.opacity = 1.0f;
-    m_gamuts.setLook(0, look);
 }
 
 void MainWindow::addPoints(const QStringList& files)
@@ -181,7 +168,7 @@ Session MainWindow::session() const
 {
     Session session;
     for (const GamutEntry& entry : m_gamuts.entries())
-        session.gamuts.append({entry.input, entry.settings, entry.look});
+        session.gamuts.append({entry.input, entry.settings, entry.look, entry.automaticOpacity});
     session.active = std::max(0, m_gamuts.activeRow());
     session.view = m_area->view().state();
     session.view.looks.clear(); // stored with each gamut of the session instead
@@ -195,8 +182,11 @@ void MainWindow::restore(const Session& session)
 {
     m_gamuts.clear();
     m_points.clear();
-    for (const Session::Gamut& gamut : session.gamuts)
+    for (const Session::Gamut& gamut : session.gamuts) {
         m_gamuts.add(gamut.input, gamut.settings, gamut.look);
+        if (gamut.automaticOpacity)
+            m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, gamut.look.opacity);
+    }
     m_gamuts.setActiveRow(session.active);
     for (const QString& file : session.points)
         m_points.open(file);

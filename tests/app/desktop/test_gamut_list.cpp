@@ -157,6 +157,31 @@ TEST_F(GamutList, marksAGamutWithItsColour)
     EXPECT_EQ(model.data(model.index(1), Qt::DecorationRole).value<QColor>(), QColor(1, 2, 3));
 }
 
+TEST_F(GamutList, keepsTheColourOfAGamutWhenAnotherIsRemoved)
+{
+    fill(3);
+    const QColor second = model.signColor(1);
+    const QColor third = model.signColor(2);
+    model.remove(0);
+    EXPECT_EQ(model.signColor(0), second);
+    EXPECT_EQ(model.signColor(1), third);
+    model.add(QStringLiteral("/p/new.icc"), {}, {}); // takes the colour that is free
+    EXPECT_NE(model.signColor(2), second);
+    EXPECT_NE(model.signColor(2), third);
+}
+
+TEST_F(GamutList, letsTheUserEndAnAutomaticOpacity)
+{
+    fill(1);
+    EXPECT_FALSE(model.at(0).automaticOpacity);
+    model.setAutomaticOpacity(0, 0.25f);
+    EXPECT_FLOAT_EQ(model.at(0).look.opacity, 0.25f);
+    model.changeActiveLook([](KVGamutLook& look) { look.primaries = true; });
+    EXPECT_TRUE(model.at(0).automaticOpacity);
+    model.changeActiveLook([](KVGamutLook& look) { look.opacity = 0.5f; });
+    EXPECT_FALSE(model.at(0).automaticOpacity);
+}
+
 TEST_F(GamutList, showsTheProgressOfALoad)
 {
     fill(1);

@@ -29,6 +29,7 @@ Session everything()
     builtIn.look.primaries = true;
     Session::Gamut file;
     file.input = QStringLiteral("/data/job/inks/größe 1.icc");
+    file.automaticOpacity = true;
     session.gamuts = {builtIn, file};
     session.active = 1;
     session.view.camera = {{1, 2, 3}, {4, 5, 6.5f}, 45.0f, true};

@@ -74,6 +74,13 @@ TEST_F(Window, opensFilesThatAreDroppedAnywhere)
     EXPECT_EQ(window.points().rowCount(), 1);
 }
 
+TEST_F(Window, showsTheInnerGamutWhenTheOuterOneIsOpenedFirst)
+{
+    open({QStringLiteral("ProPhoto"), QStringLiteral("sRGB")});
+    EXPECT_FLOAT_EQ(entry(0).look.opacity, KVGamutLook::translucentOpacity);
+    EXPECT_FLOAT_EQ(entry(1).look.opacity, 1.0f);
+}
+
 TEST_F(Window, ignoresDropsWithoutFiles)
 {
     QMimeData data;

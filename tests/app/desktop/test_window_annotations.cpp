@@ -34,6 +34,17 @@ TEST_F(WindowAnnotations, nameTheVisibleGamutsWithTheirVolumes)
     EXPECT_EQ(shown(), KVAnnotations());
 }
 
+TEST_F(WindowAnnotations, drawEachOutlineInTheColourOfTheLegend)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    for (int row = 0; row < 2; ++row)
+        EXPECT_EQ(window.view().look(window.gamuts().at(row).id).outlineColor, shown().legend[row].key);
+    window.gamuts().changeActiveLook([](KVGamutLook& look) { look.color = QColor(12, 200, 34); });
+    const KVGamutLook coloured = window.view().look(window.gamuts().at(0).id);
+    EXPECT_EQ(coloured.color, QColor(12, 200, 34));
+    EXPECT_EQ(coloured.outlineColor, QColor()); // as the surface
+}
+
 TEST_F(WindowAnnotations, emphasiseTheActiveGamut)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});

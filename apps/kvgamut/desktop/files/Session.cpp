@@ -233,6 +233,8 @@ QJsonObject jsonOf(const Session::Gamut& gamut, const QDir& folder)
         KVGamut::Adaptation::Full) // versions before the setting open the file, too
         json.insert(QStringLiteral("adaptation"),
                     wordOf(adaptationWords(), static_cast<int>(gamut.settings.adaptation)));
+    if (gamut.automaticOpacity)
+        json.insert(QStringLiteral("automaticOpacity"), true);
     if (gamut.look.color.isValid())
         json.insert(QStringLiteral("color"), gamut.look.color.name());
     return json;
@@ -253,6 +255,7 @@ Session::Gamut gamutOf(const Reader& reader, const QDir& folder)
     reader.read("visible", gamut.look.visible);
     reader.read("mode", gamut.look.mode, modeWords());
     reader.read("opacity", gamut.look.opacity, 0, 1);
+    reader.read("automaticOpacity", gamut.automaticOpacity);
     reader.read("ambient", gamut.look.ambientStrength, 0, 1);
     reader.read("surface", gamut.look.surface);
     reader.read("projection", gamut.look.projection);

@@ -19,6 +19,7 @@ struct Session
         QString input; ///< a built-in name, or a file by its absolute path
         KVGamut::Settings settings;
         KVGamutLook look;
+        bool automaticOpacity = false; ///< see GamutEntry
 
         bool operator==(const Gamut&) const = default;
     };

@@ -15,6 +15,8 @@ struct GamutEntry
     QString title; ///< short and unique
     KVGamut::Settings settings;
     KVGamutLook look;
+    bool automaticOpacity = false; ///< the opacity follows which gamut is inside which
+    int key = 0;                   ///< number of its key colour; gamuts that are removed free theirs
 
     bool loading = true;
     float progress = 0.0f; ///< of the load in progress, 0..1

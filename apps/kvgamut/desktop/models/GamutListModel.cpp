@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutListModel.h"
 
-#include "model/slices/SliceDrawing.h"
+#include "model/pictures/PictureStyle.h"
 #include "model/text/GamutTitles.h"
 #include "model/text/SafeText.h"
 
@@ -68,7 +68,20 @@ int GamutListModel::rowOf(const QString& id) const
 QColor GamutListModel::signColor(int row) const
 {
     const QColor& chosen = m_entries[row].look.color;
-    return chosen.isValid() ? chosen : SliceDrawing::defaultColor(row);
+    return chosen.isValid() ? chosen : PictureStyle::all().front().key(m_entries[row].key);
+}
+
+/// The smallest number that no gamut has.
+int GamutListModel::freeKey() const
+{
+    const auto isTaken = [this](int key) {
+        return std::any_of(m_entries.begin(), m_entries.end(),
+                           [key](const GamutEntry& entry) { return entry.key == key; });
+    };
+    int key = 0;
+    while (isTaken(key))
+        ++key;
+    return key;
 }
 
 QString GamutListModel::add(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
@@ -79,6 +92,7 @@ QString GamutListModel::add(const QString& input, const KVGamut::Settings& setti
     entry.title = QFileInfo(input).fileName(); // retitle() makes it unique
     entry.settings = settings;
     entry.look = look;
+    entry.key = freeKey();
     const int row = rowCount();
     beginInsertRows({}, row, row);
     m_entries.append(entry);
@@ -108,6 +122,22 @@ void GamutListModel::clear()
 }
 
 void GamutListModel::setLook(int row, const KVGamutLook& look)
+{
+    const KVGamutLook& old = m_entries[row].look;
+    if (old.opacity != look.opacity || old.surface != look.surface)
+        m_entries[row].automaticOpacity = false;
+    takeLook(row, look);
+}
+
+void GamutListModel::setAutomaticOpacity(int row, float opacity)
+{
+    m_entries[row].automaticOpacity = true;
+    KVGamutLook look = m_entries[row].look;
+    look.opacity = opacity;
+    takeLook(row, look);
+}
+
+void GamutListModel::takeLook(int row, const KVGamutLook& look)
 {
     if (m_entries[row].look == look)
         return;

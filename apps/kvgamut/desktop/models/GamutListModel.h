@@ -38,8 +38,8 @@ public:
     const QList<GamutEntry>& entries() const { return m_entries; }
     /// The row of the gamut with this id; -1 if there is none.
     int rowOf(const QString& id) const;
-    /// The colour that identifies the gamut in lists and drawings: its single colour if it has one, else a
-    /// default colour for its row.
+    /// The colour that identifies the gamut in lists, drawings and the view: its single colour if it has one,
+    /// else its key colour, which it keeps while other gamuts come and go.
     QColor signColor(int row) const;
 
     /// @name Changes by the user
@@ -49,7 +49,10 @@ public:
     QString add(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look);
     void remove(int row);
     void clear();
+    /// Another opacity, or no surface, is the user's choice: then the opacity is no longer automatic.
     void setLook(int row, const KVGamutLook& look);
+    /// Sets the opacity and makes it automatic.
+    void setAutomaticOpacity(int row, float opacity);
     /// Requests a new computation with other settings; until it ends the current gamut stays.
     void setSettings(int row, const KVGamut::Settings& settings);
     int activeRow() const { return m_activeRow; } ///< -1 without gamuts
@@ -73,6 +76,8 @@ Q_SIGNALS:
     void activeRowChanged(int row);
 
 private:
+    int freeKey() const;
+    void takeLook(int row, const KVGamutLook& look);
     void changed(int row, const QList<int>& roles);
     void retitle();
     QString toolTip(const GamutEntry& entry) const;

@@ -22,9 +22,9 @@ void ViewerBinding::onDataChanged(const QModelIndex& first, const QModelIndex& l
     for (int row = first.row(); row <= last.row(); ++row) {
         const GamutEntry& entry = m_model.at(row);
         if (roles.contains(GamutListModel::GamutRole))
-            show(entry);
+            show(row);
         else if (roles.contains(GamutListModel::LookRole) && entry.hasGamut())
-            m_view.setLook(entry.id, entry.look);
+            applyLook(row);
     }
 }
 
@@ -36,10 +36,19 @@ void ViewerBinding::onRowsAboutToBeRemoved(const QModelIndex&, int first, int la
     }
 }
 
-void ViewerBinding::show(const GamutEntry& entry)
+/// The outline on the ab plane has the key colour of the gamut, as in lists and legend.
+void ViewerBinding::applyLook(int row)
 {
+    KVGamutLook look = m_model.at(row).look;
+    look.outlineColor = m_model.signColor(row);
+    m_view.setLook(m_model.at(row).id, look);
+}
+
+void ViewerBinding::show(int row)
+{
+    const GamutEntry& entry = m_model.at(row);
     m_shown.remove(entry.id);
-    m_view.setLook(entry.id, entry.look);
+    applyLook(row);
     m_view.show(entry.id, entry.gamut, this,
                 [this, id = entry.id, revision = entry.revision](const std::optional<KVProblem>& problem) {
                     onShown(id, revision, problem);

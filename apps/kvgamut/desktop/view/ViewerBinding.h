@@ -26,7 +26,8 @@ Q_SIGNALS:
 private:
     void onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
-    void show(const GamutEntry& entry);
+    void applyLook(int row);
+    void show(int row);
     void onShown(const QString& id, quint64 revision, const std::optional<KVProblem>& problem);
 
     GamutListModel& m_model;
