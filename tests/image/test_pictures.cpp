@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "PictureComparison.h"
+#include "Baseline.h"
 #include "support/MessageCheck.h"
 #include "support/ShownViewer.h"
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <functional>
@@ -14,11 +13,6 @@
 // picture must now exceed the threshold, otherwise the baseline does not show the feature.
 
 namespace {
-
-// The software renderer gives the same bytes in every run. The threshold allows for other versions of it,
-// which change antialiased pixels along edges by a fraction of their contrast. At this size edges cover less
-// than 1 % of the picture.
-constexpr PictureThreshold edges{0.25, 0.008};
 
 using Step = std::function<void(KVGamut3DViewer&)>;
 
@@ -54,15 +48,9 @@ QList<KVGamut3DViewer::ColoredPosition> row(float bStar)
     return items;
 }
 
-QImage baseline(const QString& name)
-{
-    return QImage(QDir(qEnvironmentVariable("KV_BASELINES")).filePath(name + QStringLiteral(".png")));
-}
-
 /// Compares the picture after @p set with the baseline, and checks that @p off changes it.
 void expectPicture(const QString& name, const Step& set, const Step& off)
 {
-    ASSERT_TRUE(qEnvironmentVariableIsSet("KV_BASELINES")) << "run this through ctest";
     kvtest::ShownViewer shown(240, 180);
     ASSERT_TRUE(shown.shown);
     shown.viewer.setCamera(oblique, 0, middle);
@@ -72,25 +60,12 @@ void expectPicture(const QString& name, const Step& set, const Step& off)
     ASSERT_TRUE(shown.settle());
     const QImage actual = shown.viewer.picture();
 
-    if (qEnvironmentVariableIsSet("KV_ACCEPT_BASELINES")) {
-        ASSERT_TRUE(
-            actual.save(QDir(qEnvironmentVariable("KV_BASELINES")).filePath(name + QStringLiteral(".png"))));
-    }
-    const QImage expected = baseline(name);
-    const PictureDifference difference = comparePictures(actual, expected);
-    if (!withinThreshold(difference, edges)) {
-        QDir folder(qEnvironmentVariable("KV_FAILED_PICTURES"));
-        folder.mkpath(QStringLiteral("."));
-        actual.save(folder.filePath(name + QStringLiteral("-actual.png")));
-        expected.save(folder.filePath(name + QStringLiteral("-expected.png")));
-        difference.picture.save(folder.filePath(name + QStringLiteral("-difference.png")));
-        ADD_FAILURE() << qPrintable(name) << ": mean " << difference.mean << ", fraction "
-                      << difference.fraction << "; see " << qPrintable(folder.path());
-    }
+    kvtest::expectBaseline(name, actual);
 
     off(shown.viewer);
     ASSERT_TRUE(shown.settle());
-    EXPECT_FALSE(withinThreshold(comparePictures(shown.viewer.picture(), expected), edges))
+    EXPECT_FALSE(
+        withinThreshold(comparePictures(shown.viewer.picture(), kvtest::baseline(name)), kvtest::edgesOnly))
         << qPrintable(name) << " does not show its feature";
 }
 
@@ -328,7 +303,7 @@ TEST(Pictures, probedPixelsHaveTheirColours)
 
 TEST(Pictures, differentBaselinesDiffer)
 {
-    EXPECT_FALSE(withinThreshold(
-        comparePictures(baseline(QStringLiteral("markers-sphere")), baseline(QStringLiteral("markers-star"))),
-        edges));
+    EXPECT_FALSE(withinThreshold(comparePictures(kvtest::baseline(QStringLiteral("markers-sphere")),
+                                                 kvtest::baseline(QStringLiteral("markers-star"))),
+                                 kvtest::edgesOnly));
 }
