@@ -66,7 +66,7 @@ Order documentedOrder()
         {model + "points",
          program({model + "text", model + "problems", model + "reports", model + "inputs"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
-                                    model + "pictures"})},
+                                    model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
 

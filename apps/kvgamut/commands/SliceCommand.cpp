@@ -8,6 +8,7 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
+#include "model/points/PointInput.h"
 #include "model/slices/SliceFile.h"
 #include "model/slices/SliceReport.h"
 
@@ -45,19 +46,32 @@ SliceCommand::SliceCommand(CLI::App& program)
     declareSettings(parser(), m_settings);
     declareWhat();
     declareOutput();
-    parser().final_callback([this] {
-        if ((m_plane ? 1 : 0) + (m_rings ? 1 : 0) != 1)
-            throw CLI::RequiredError("One of --lightness, --hue and --rings");
-        if (m_format.isEmpty())
-            m_format = formatOf(m_output);
-    });
+    declareDrawing();
+    parser().final_callback([this] { check(); });
     ReportOptions::endHelp(
         parser(),
 
         "Cuts are exact: closed rings whose last point connects to the first, with the gamut to the left.\n"
         "A cut at a hue is that of a half-plane, from the L* axis outwards.\n"
         "Gamut rings: the ring of a lightness encloses, in each hue sector, an area equal to the gamut's\n"
-        "volume from black up to that lightness; the area of the outermost ring is the volume.");
+        "volume from black up to that lightness; the area of the outermost ring is the volume.\n"
+        "With --fill colors, colours outside sRGB are shown by sRGB colours of the same CIELAB hue, as in "
+        "the\n"
+        "3D view. A point is a circle if it is inside the first gamut, and a cross if it is outside.");
+}
+
+void SliceCommand::check()
+{
+    if ((m_plane ? 1 : 0) + (m_rings ? 1 : 0) != 1)
+        throw CLI::RequiredError("One of --lightness, --hue and --rings");
+    if (m_format.isEmpty())
+        m_format = formatOf(m_output);
+    if (m_rings && m_fill == SliceDrawing::Fill::Colors)
+        throw CLI::ValidationError("--fill", "gamut rings are areas without colours");
+    if (m_rings && !m_pointFiles.isEmpty())
+        throw CLI::ValidationError("--points", "gamut rings have no places for colours");
+    if (!isDrawing() && !m_pointFiles.isEmpty())
+        throw CLI::ValidationError("--points", "only drawings (svg, png, pdf) contain points");
 }
 
 void SliceCommand::declareWhat()
@@ -114,6 +128,43 @@ void SliceCommand::declareOutput()
     parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
+void SliceCommand::declareDrawing()
+{
+    parser()
+        .add_option_function<std::string>(
+            "--fill",
+            [this](const std::string& word) {
+                m_fill = word == "colors" ? SliceDrawing::Fill::Colors : SliceDrawing::Fill::Tint;
+            },
+            "Inside of the gamuts in a drawing: tint (the default), or colors, the colours of the cut "
+            "themselves")
+        ->check(CLI::IsMember({"tint", "colors"}).description(""))
+        ->type_name("WHAT");
+    CLI::Option* points = parser()
+                              .add_option_function<std::vector<std::string>>(
+                                  "--points",
+                                  [this](const std::vector<std::string>& words) {
+                                      for (const std::string& word : words)
+                                          m_pointFiles.append(OptionValues::file(word));
+                                  },
+                                  "Draw the points near the cut from this file: CSV, CGATS (.ti3, IT8), CxF, "
+                                  "or the pixels of a "
+                                  "picture. Can be repeated")
+                              ->type_name("FILE")
+                              ->expected(1)
+                              ->take_all();
+    parser()
+        .add_option_function<std::string>("--points-within",
+                                          OptionValues::named("--points-within",
+                                                              [this](const std::string& word) {
+                                                                  m_within =
+                                                                      OptionValues::real(word, 0.0, 1000.0);
+                                                              }),
+                                          "Largest distance of these points from the cut, in dE76 (2.5)")
+        ->type_name("D")
+        ->needs(points);
+}
+
 bool SliceCommand::isDrawing() const
 {
     return m_format != QLatin1String("csv") && m_format != QLatin1String("json");
@@ -147,6 +198,8 @@ int SliceCommand::report() const
         if (inputs.all[i].gamut)
             slices.add(inputs.all[i].name, *inputs.all[i].gamut,
                        m_colors.value(i, SliceDrawing::defaultColor(i)));
+    slices.setFill(m_fill);
+    const bool pointsRead = addPoints(slices, *usable.first().gamut);
     if (const auto problem = writeOutput(m_output, fileOf(slices))) {
         say(*problem);
         return BadOutput;
@@ -154,7 +207,24 @@ int SliceCommand::report() const
     if (isDrawing()) // data state that there are no rings
         for (const Problem& note : slices.misses())
             say(note);
-    return allUsed ? Done : BadInput;
+    return allUsed && pointsRead ? Done : BadInput;
+}
+
+/// @return whether all points were read
+bool SliceCommand::addPoints(SliceReport& report, const KVGamut::GamutObject& gamut) const
+{
+    bool all = true;
+    for (const QString& file : m_pointFiles) {
+        const Result<PointSet> set = readPoints(file);
+        if (!set)
+            say(set.error());
+        else if (set->note)
+            say(*set->note);
+        all = all && set && !set->partial;
+        if (set)
+            report.addPoints(set->points, m_within, gamut);
+    }
+    return all;
 }
 
 QByteArray SliceCommand::fileOf(const SliceReport& report) const

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Command.h"
-#include "model/slices/GamutSlice.h"
+#include "model/slices/SliceDrawing.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QStringList>
@@ -18,12 +18,15 @@ class SliceCommand : public Command
 public:
     explicit SliceCommand(CLI::App& program);
 
-    Files files() const override { return {m_names, m_output}; }
+    Files files() const override { return {m_names + m_pointFiles, m_output}; }
     int run(Arguments arguments) override;
 
 private:
     void declareWhat();
     void declareOutput();
+    void declareDrawing();
+    void check();
+    bool addPoints(SliceReport& report, const KVGamut::GamutObject& gamut) const;
     bool isDrawing() const;
     int report() const;
     QByteArray fileOf(const SliceReport& report) const;
@@ -36,5 +39,8 @@ private:
     QString m_output = QStringLiteral("-");
     QSize m_size{1000, 750};
     QList<QColor> m_colors;
+    SliceDrawing::Fill m_fill = SliceDrawing::Fill::Tint;
+    QStringList m_pointFiles;
+    double m_within = 2.5; ///< distance of points from the plane, dE76
     bool m_quiet = false;
 };

@@ -345,6 +345,62 @@ TEST_F(SliceTest, sizeAndColourHaveAnEffect)
     EXPECT_GT(magenta(slice(what + words("--color #ff00ff")).output), 300);
 }
 
+TEST_F(SliceTest, fillsWithTrueColoursOnRequest)
+{
+    // grey: L* 53.6 is sRGB 128
+    const QStringList what = QStringList{sRGB} + words("--lightness 53.585 --size 900x900 --format png");
+    const auto greys = [](const QByteArray& png) {
+        const QImage picture = QImage::fromData(png);
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                count += difference(picture.pixelColor(x, y), QColor(128, 128, 128)) <= 3 ? 1 : 0;
+        return count;
+    };
+    const QByteArray tinted = slice(what).output;
+    EXPECT_EQ(slice(what + words("--fill tint")).output, tinted);
+    EXPECT_GT(greys(slice(what + words("--fill colors")).output), greys(tinted) + 5);
+}
+
+TEST_F(SliceTest, plotsPointsNearTheCut)
+{
+    const QString one = path(QStringLiteral("one.csv")), other = path(QStringLiteral("other.csv"));
+    write(one, "L;a;b;name\n50;0;0;grey <1>\n52;90;90;orange\n53;0;0;light\n");
+    write(other, "L;a;b;name\n49;20;20;brown\n");
+    const QStringList what = QStringList{sRGB} + words("--lightness 50 --format svg --points") +
+                             QStringList{one, QStringLiteral("--points"), other};
+    const Answer answer = slice(what);
+    ASSERT_TRUE(succeeded(answer));
+    for (const char* part :
+         {">inside sRGB: 2<", ">outside sRGB: 1<", ">grey &lt;1&gt;<", ">orange<", ">brown<"})
+        EXPECT_TRUE(answer.output.contains(part)) << part;
+    EXPECT_FALSE(answer.output.contains(">light<"));
+    EXPECT_TRUE(slice(what + words("--points-within 3")).output.contains(">inside sRGB: 3<"));
+    EXPECT_TRUE(slice(what + words("--points-within 0")).output.contains(">inside sRGB: 1<"));
+}
+
+TEST_F(SliceTest, drawsTheRestIfPointsCannotBeRead)
+{
+    const QString missing = path(QStringLiteral("missing.csv"));
+    const Answer answer =
+        slice(QStringList{sRGB} + words("--lightness 50 --format svg --points") + QStringList{missing});
+    EXPECT_EQ(answer.exitCode, BadInput);
+    EXPECT_EQ(
+        answer.errors,
+        QStringLiteral("kvgamut: '%1': cannot be read: No such file or directory\n").arg(missing).toUtf8());
+    EXPECT_TRUE(answer.output.contains(">sRGB<"));
+}
+
+TEST_F(SliceTest, doesNotOverwriteItsPoints)
+{
+    const QString points = path(QStringLiteral("points.svg"));
+    write(points, "50,0,0\n");
+    const Answer answer = slice(QStringList{sRGB} + words("--lightness 50 --points") +
+                                QStringList{points, QStringLiteral("-o"), points});
+    EXPECT_EQ(answer.exitCode, WrongUsage);
+    EXPECT_EQ(contents(points), "50,0,0\n");
+}
+
 // --- Errors -------------------------------------------------------------------------------------------
 
 TEST_F(SliceTest, writesTheRestWhenOneInputIsBad)
@@ -386,7 +442,10 @@ TEST_F(SliceTest, refusesInvalidArguments)
          {"sRGB", "--lightness 50", "sRGB --lightness 50 --hue 3", "sRGB --lightness 50 --rings",
           "sRGB --hue 3 --rings", "sRGB --lightness high", "sRGB --lightness nan", "sRGB --hue 361",
           "sRGB --rings -o x.txt", "sRGB --rings -o x", "sRGB --rings --format text", "sRGB --rings --size 3",
-          "sRGB --rings --color blurple"}) {
+          "sRGB --rings --color blurple", "sRGB --rings --fill colors -o x.svg", "sRGB --hue 3 --fill blue",
+          "sRGB --rings --points x.csv -o x.svg", "sRGB --hue 3 --points x.csv",
+          "sRGB --hue 3 --points-within 3 -o x.svg",
+          "sRGB --hue 3 --points x.csv --points-within -1 -o x.svg"}) {
         const Answer answer = slice(words(line));
         EXPECT_EQ(answer.exitCode, WrongUsage) << line;
         EXPECT_EQ(answer.errors.count('\n'), 1) << answer.errors.toStdString();

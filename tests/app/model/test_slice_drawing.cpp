@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "app/support/BuiltInGamut.h"
 #include "app/support/Picture.h"
 #include "app/support/Solids.h"
 
@@ -9,6 +10,9 @@
 
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
+
+#include <cmath>
+#include <limits>
 
 using namespace kvtest;
 
@@ -275,6 +279,210 @@ TEST(SliceDrawing, ofNothingHasAxesAll)
         EXPECT_TRUE(area.contains(drawing.planeToArea(area).map(QPointF(0, 0))));
         EXPECT_NE(drawn(drawing, {300, 300}).pixelColor(150, 150), QColor(Qt::magenta));
     }
+}
+
+// --- Colours of the plane -----------------------------------------------------------------------------
+
+constexpr double degree = 3.14159265358979323846 / 180.0;
+
+SliceDrawing coloured(const SlicePlane& plane)
+{
+    SliceDrawing drawing = SliceDrawing::ofPlane(plane);
+    drawing.add({QStringLiteral("box"), {}, Qt::red},
+                gamutSlice(box({0, -110, -110}, {100, 110, 110}), plane));
+    drawing.setFill(SliceDrawing::Fill::Colors);
+    return drawing;
+}
+
+/// The picture in an SVG; null if it has none.
+QImage pictureIn(const QByteArray& svg)
+{
+    const QByteArray mark("data:image/png;base64,");
+    const qsizetype from = svg.indexOf(mark);
+    if (from < 0)
+        return {};
+    const qsizetype start = from + mark.size();
+    return QImage::fromData(QByteArray::fromBase64(svg.mid(start, svg.indexOf('"', start) - start)));
+}
+
+const QList<Device> someColours{
+    {0.8, 0.2, 0.1}, {0.1, 0.6, 0.3}, {0.3, 0.3, 0.9}, {0.9, 0.8, 0.3}, {0.4, 0.4, 0.4}};
+
+TEST(SliceDrawing, isFilledWithTheColoursOfItsLightness)
+{
+    for (const Device& device : someColours) {
+        const Lab lab = labOf(device);
+        const SliceDrawing drawing = coloured({SlicePlane::Lightness, lab.L});
+        const QSize size(1600, 1200);
+        const QPointF at = drawing.planeToArea(QRectF(QPointF(), size)).map(QPointF(lab.a, lab.b));
+        const QColor seen = drawn(drawing, size).pixelColor(at.toPoint());
+        EXPECT_LE(difference(seen, colorOf(device)), 4) << seen.name().toStdString();
+    }
+}
+
+TEST(SliceDrawing, isFilledWithTheColoursOfItsHue)
+{
+    for (const Device& device : someColours) {
+        const Lab lab = labOf(device);
+        const SliceDrawing drawing = coloured({SlicePlane::Hue, std::atan2(lab.b, lab.a) / degree});
+        const QSize size(1600, 1200);
+        const QPointF at =
+            drawing.planeToArea(QRectF(QPointF(), size)).map(QPointF(std::hypot(lab.a, lab.b), lab.L));
+        const QColor seen = drawn(drawing, size).pixelColor(at.toPoint());
+        // grey is at the axis, below its line
+        EXPECT_LE(difference(seen, colorOf(device)), lab.a * lab.a > 1.0 ? 4 : 255)
+            << seen.name().toStdString();
+    }
+}
+
+TEST(SliceDrawing, showsColoursOutsideTheScreenInTheirHue)
+{
+    const SliceDrawing drawing = coloured(atFifty);
+    const QSize size(1600, 1200);
+    const QImage picture = drawn(drawing, size);
+    for (int hue = 5; hue < 360; hue += 10) { // at C* 105 no colour of this lightness is in sRGB
+        const QPointF place(105.0 * std::cos(hue * degree), 105.0 * std::sin(hue * degree));
+        const QColor seen =
+            picture.pixelColor(drawing.planeToArea(QRectF(QPointF(), size)).map(place).toPoint());
+        const Lab shown = labOf({seen.redF(), seen.greenF(), seen.blueF()});
+        const double turn = std::remainder(std::atan2(shown.b, shown.a) / degree - hue, 360.0);
+        EXPECT_LT(std::abs(turn), 2.0) << hue;
+        EXPECT_NEAR(shown.L, 50.0, 1.0) << hue;
+    }
+}
+
+TEST(SliceDrawing, fillsUpToTheOutlineAndNotItsHoles)
+{
+    const Solid hollow = solid + box({10, 0, -20}, {90, 40, 20}, true);
+    SliceDrawing drawing = SliceDrawing::ofPlane(atFifty);
+    drawing.add({QStringLiteral("hollow"), {}, Qt::red}, gamutSlice(hollow, atFifty));
+    drawing.setFill(SliceDrawing::Fill::Colors);
+    const QSize size(1600, 1200);
+    const QImage picture = drawn(drawing, size);
+    const QTransform place = drawing.planeToArea(QRectF(QPointF(), size));
+    const auto isPaper = [&](double a, double b) {
+        return picture.pixelColor(place.map(QPointF(a, b)).toPoint()) == QColor(Qt::white);
+    };
+    for (const double b : {-53.0, 33.0, 57.0}) {
+        EXPECT_TRUE(isPaper(83.0, b) && isPaper(-43.0, b)) << b;
+        EXPECT_FALSE(isPaper(77.0, b) || isPaper(-37.0, b)) << b;
+    }
+    EXPECT_TRUE(isPaper(3.0, 13.0) && isPaper(37.0, -13.0));
+    EXPECT_FALSE(isPaper(-3.0, 13.0) || isPaper(43.0, -13.0));
+}
+
+TEST(SliceDrawing, anSvgContainsTheColoursAndNothingOutside)
+{
+    const QImage picture = pictureIn(svgOf(coloured(atFifty), {1000, 750}));
+    ASSERT_FALSE(picture.isNull());
+    const Lab lab = labOf({0.8, 0.2, 0.1});
+    const SliceDrawing drawing = coloured({SlicePlane::Lightness, lab.L});
+    const QImage atRed = pictureIn(svgOf(drawing, {1000, 750}));
+    // it fills the frame, which ends at ticks 10 or 20 dE beyond the box, alike on all sides
+    const QSize size = atRed.size();
+    double covered = 0.0;
+    for (int x = 0; x < size.width(); ++x)
+        covered += qAlpha(atRed.pixel(x, size.height() / 2)) / 255.0;
+    const double pixels = covered / 220.0; // for each dE
+    const QPointF at = QPointF(size.width(), size.height()) / 2.0 + QPointF(lab.a, -lab.b) * pixels;
+    EXPECT_LE(difference(atRed.pixelColor(at.toPoint()), colorOf(Device{0.8, 0.2, 0.1})), 5);
+    EXPECT_EQ(qAlpha(picture.pixel(3, size.height() / 2)), 0);
+    EXPECT_TRUE(pictureIn(svgOf(ofBox(atFifty), {1000, 750})).isNull());
+}
+
+TEST(SliceDrawing, ringsAreNotFilledWithColours)
+{
+    SliceDrawing rings = SliceDrawing::ofRings();
+    rings.add({QStringLiteral("box"), {}, Qt::red}, gamutRings(solid));
+    const QImage plain = drawn(rings, {600, 400});
+    rings.setFill(SliceDrawing::Fill::Colors);
+    EXPECT_EQ(drawn(rings, {600, 400}), plain);
+}
+
+// --- Points -------------------------------------------------------------------------------------------
+
+TEST(SlicePoints, distancesAreThoseFromThePlane)
+{
+    const PlaneView above = viewOf({53, 10, -20}, atFifty);
+    EXPECT_NEAR(above.distance, 3.0, 1e-9);
+    EXPECT_EQ(above.place, QPointF(10, -20));
+    const SlicePlane hue{SlicePlane::Hue, 90}; // the half-plane a* 0, b* > 0
+    const PlaneView beside = viewOf({30, 4, 25}, hue);
+    EXPECT_NEAR(beside.distance, 4.0, 1e-9);
+    EXPECT_NEAR(beside.place.x(), 25.0, 1e-9);
+    EXPECT_NEAR(beside.place.y(), 30.0, 1e-9);
+    const PlaneView behind = viewOf({30, 4, -3}, hue); // nearest to the axis
+    EXPECT_NEAR(behind.distance, 5.0, 1e-9);
+    EXPECT_NEAR(behind.place.x(), 0.0, 1e-9);
+}
+
+TEST(SlicePoints, areThoseNearThePlaneWithTheirSide)
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    QList<MeasuredPoint> points;
+    for (const KVGamut::LabPoint& lab :
+         {KVGamut::LabPoint{50, 0, 0}, {52, 100, 100}, {52.6f, 0, 0}, {nan, 0, 0}})
+        points.append({lab, QColor(), QStringLiteral("p")});
+    const QList<SlicePoint> near = slicePoints(points, atFifty, 2.5, builtInGamut("sRGB", 9));
+    ASSERT_EQ(near.size(), 2);
+    EXPECT_TRUE(near[0].isInside);
+    EXPECT_FALSE(near[1].isInside);
+    EXPECT_EQ(near[1].place, QPointF(100, 100));
+}
+
+SliceDrawing withPoints(const QList<SlicePoint>& points)
+{
+    SliceDrawing drawing = ofBox(atFifty);
+    drawing.setRange(QRectF(-50, -70, 140, 140));
+    drawing.setPoints(points, {QStringLiteral("inside it"), QStringLiteral("outside it")});
+    return drawing;
+}
+
+TEST(SlicePoints, areDiscsInsideAndCrossesOutside)
+{
+    const QSize size(1000, 750);
+    const SliceDrawing drawing =
+        withPoints({{{30, 30}, Qt::green, {}, true}, {{30, -30}, Qt::green, {}, false}});
+    const QImage picture = drawn(drawing, size);
+    const QTransform place = drawing.planeToArea(QRectF(QPointF(), size));
+    const QPoint inside = place.map(QPointF(30, 30)).toPoint();
+    const QPoint outside = place.map(QPointF(30, -30)).toPoint();
+    EXPECT_EQ(picture.pixelColor(inside), QColor(Qt::green));
+    EXPECT_EQ(picture.pixelColor(inside + QPoint(2, 0)), QColor(Qt::green));
+    EXPECT_LT(picture.pixelColor(outside).lightness(), 100); // ink
+    EXPECT_LT(picture.pixelColor(outside + QPoint(2, 2)).lightness(), 100);
+    EXPECT_GT(picture.pixelColor(outside + QPoint(0, 4)).lightness(), 200); // paper between the arms
+}
+
+TEST(SlicePoints, namesAreShownWhereThereIsRoom)
+{
+    QList<SlicePoint> points{{{30, 30}, Qt::green, QStringLiteral("alone"), true}};
+    for (int i = 0; i < 5; ++i)
+        points.append({{30.0 + 0.5 * i, -30}, Qt::green, QStringLiteral("crowd %1").arg(i), true});
+    const QByteArray svg = svgOf(withPoints(points), {1000, 750});
+    EXPECT_TRUE(svg.contains(">alone<"));
+    EXPECT_EQ(svg.count(">crowd "), 2); // to the left of the first, to the right of the last
+    EXPECT_TRUE(svg.contains(">inside it<") && svg.contains(">outside it<"));
+}
+
+TEST(SlicePoints, manyInOnePlaceAreDrawnOnce)
+{
+    const SlicePoint one{{30, 30}, Qt::green, {}, true};
+    const QByteArray single = svgOf(withPoints({one}), {1000, 750});
+    const QByteArray many = svgOf(withPoints(QList<SlicePoint>(5000, one)), {1000, 750});
+    EXPECT_EQ(many.size(), single.size());
+}
+
+TEST(SlicePoints, farOnesDoNotShrinkThePlot)
+{
+    const QRectF area(0, 0, 800, 600);
+    SliceDrawing drawing = ofBox(atFifty);
+    const QTransform before = drawing.planeToArea(area);
+    drawing.setPoints({{{1e30, -1e30}, Qt::green, {}, false}}, {});
+    EXPECT_EQ(drawing.planeToArea(area), before);
+    EXPECT_FALSE(drawn(drawing, {800, 600}).isNull());
+    drawing.setPoints({{{120, 0}, Qt::green, {}, false}}, {});
+    EXPECT_TRUE(area.contains(drawing.planeToArea(area).map(QPointF(120, 0))));
 }
 
 } // namespace

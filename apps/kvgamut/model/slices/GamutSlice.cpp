@@ -38,11 +38,16 @@ std::vector<SectionLoop> sortedLoops(const KVGamut::Mesh& surface, const SlicePl
     return loops;
 }
 
+double radians(const SlicePlane& plane)
+{
+    return plane.value * std::numbers::pi / 180.0;
+}
+
 QPointF flat(const LabPoint& lab, const SlicePlane& plane)
 {
     if (plane.kind == SlicePlane::Lightness)
         return {double(lab.a), double(lab.b)};
-    const double h = plane.value * std::numbers::pi / 180.0;
+    const double h = radians(plane);
     return {double(lab.a) * std::cos(h) + double(lab.b) * std::sin(h), double(lab.L)};
 }
 
@@ -142,6 +147,24 @@ double ringArea(const QPolygonF& ring)
         twice += a.x() * b.y() - b.x() * a.y();
     }
     return 0.5 * twice;
+}
+
+PlaneLab labOf(const QPointF& place, const SlicePlane& plane)
+{
+    if (plane.kind == SlicePlane::Lightness)
+        return {plane.value, place.x(), place.y()};
+    const double h = radians(plane);
+    return {place.y(), place.x() * std::cos(h), place.x() * std::sin(h)};
+}
+
+PlaneView viewOf(const LabPoint& lab, const SlicePlane& plane)
+{
+    QPointF place = flat(lab, plane);
+    if (plane.kind == SlicePlane::Hue)
+        place.setX(std::max(place.x(), 0.0)); // the half-plane ends at the axis
+    const PlaneLab nearest = labOf(place, plane);
+    return {place,
+            std::hypot(double(lab.L) - nearest.L, double(lab.a) - nearest.a, double(lab.b) - nearest.b)};
 }
 
 double GamutSlice::area() const

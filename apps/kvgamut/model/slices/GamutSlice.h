@@ -17,6 +17,22 @@ struct SlicePlane
     double value = 50.0; ///< L*, or the hue angle in degrees from +a* towards +b*
 };
 
+/// A colour of a plane, in double precision.
+struct PlaneLab
+{
+    double L, a, b;
+};
+/// The colour at @p place, in the coordinates of @p plane.
+PlaneLab labOf(const QPointF& place, const SlicePlane& plane);
+
+/// Where a colour is seen in a drawing of a plane.
+struct PlaneView
+{
+    QPointF place;   ///< of the colour of the plane that is nearest, in the coordinates of the plane
+    double distance; ///< from it, dE76
+};
+PlaneView viewOf(const KVGamut::LabPoint& lab, const SlicePlane& plane);
+
 /// The cut of a gamut by a plane, in the coordinates of the plane.
 struct GamutSlice
 {

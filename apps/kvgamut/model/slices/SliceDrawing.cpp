@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SliceDrawing.h"
 
+#include "PlaneColors.h"
+
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
@@ -23,7 +25,9 @@ constexpr qreal tickDistance = 3.5 * text;     // minimum
 constexpr qreal swatch = 1.6 * text;
 constexpr qreal strongLine = 2.0;
 constexpr qreal thinLine = 0.9;
+constexpr qreal casing = 1.3; // on each side of a strong line on a ground of colours
 constexpr qreal fillOpacity = 0.07;
+constexpr qreal maxPlace = 250.0;       // larger coordinates of points do not enlarge the plot
 constexpr qreal belowPlot = 3.6 * text; // room for the numbers and the name of the axis
 constexpr qreal smallestPlot = 0.3;     // relative to the height of the drawing
 constexpr int maxLegendLines = 8;       // for each gamut
@@ -38,6 +42,13 @@ QFont font(bool bold = false)
     result.setBold(bold);
     result.setHintingPreference(QFont::PreferNoHinting); // equal proportions at every size
     return result;
+}
+
+QFont smallFont()
+{
+    QFont small = font();
+    small.setPixelSize(static_cast<int>(0.8 * text));
+    return small;
 }
 
 qreal widthOf(const QString& words, bool bold = false)
@@ -145,6 +156,12 @@ SliceDrawing SliceDrawing::ofRings()
     return SliceDrawing(true, {});
 }
 
+void SliceDrawing::setPoints(const QList<SlicePoint>& points, const QStringList& words)
+{
+    m_points = points;
+    m_pointWords = words;
+}
+
 QColor SliceDrawing::defaultColor(qsizetype position)
 {
     // M. Okabe and K. Ito, "Color Universal Design"
@@ -207,6 +224,9 @@ QRectF SliceDrawing::wantedRange() const
     for (const Curve& curve : m_curves)
         for (const QPolygonF& ring : curve.strong)
             range |= ring.boundingRect();
+    for (const SlicePoint& point : m_points)
+        if (std::max(std::abs(point.place.x()), std::abs(point.place.y())) < maxPlace)
+            range |= QRectF(point.place, QSizeF(0.01, 0.01)); // empty rectangles have no effect
     const double room = 0.02 * std::max(range.width(), range.height());
     return ofHue ? range.adjusted(0, 0, room, 0) : range.adjusted(-room, -room, room, room);
 }
@@ -223,7 +243,9 @@ QSizeF SliceDrawing::legendSize(int lines) const
             width = std::max(width, widthOf(note));
         height += static_cast<qreal>(1 + notes.size()) * lineHeight + (lines > 1 ? gap : 0.0);
     }
-    return {swatch + gap + width, height};
+    for (const QString& words : m_pointWords)
+        width = std::max(width, widthOf(words));
+    return {swatch + gap + width, height + static_cast<qreal>(m_pointWords.size()) * lineHeight};
 }
 
 /// The most detailed legend whose height is at most @p room: first notes are left out, then text becomes
@@ -240,7 +262,7 @@ SliceDrawing::Legend SliceDrawing::legend(qreal room) const
     if (legend.size.height() <= room)
         return legend;
     legend.scale = std::max(smallestLegend, room / legend.size.height());
-    const auto fit = static_cast<qsizetype>(room / (legend.scale * lineHeight) + 1e-6);
+    const auto fit = static_cast<qsizetype>(room / (legend.scale * lineHeight) + 1e-6) - m_pointWords.size();
     if (fit < m_curves.size())
         legend.shown = std::max<qsizetype>(fit - 1, 0); // a line for the number of the others
     legend.size = QSizeF(legend.size.width() * legend.scale, room);
@@ -306,8 +328,16 @@ void SliceDrawing::paint(QPainter& painter, const QRectF& area) const
     painter.setTransform(l.toArea, true);
 
     paintTicks(painter, l);
+    if (isFilledWithColors()) {
+        QList<QPainterPath> outlines;
+        for (const Curve& curve : m_curves)
+            outlines.append(pathOf(curve.strong, l.toPlot));
+        paintPlaneColors(painter, m_plane, outlines, l.toPlot, l.plot);
+    }
     paintCurves(painter, l);
     paintAxes(painter, l);
+    PointSymbols{0.55 * text, m_palette.ink, m_palette.paper}.paint(painter, m_points, l.toPlot, l.plot,
+                                                                    smallFont());
     if (m_ofRings)
         paintRingLabels(painter, l);
     if (m_legendVisible)
@@ -381,7 +411,11 @@ void SliceDrawing::paintCurves(QPainter& painter, const Layout& l) const
     for (const Curve& curve : m_curves) {
         QColor fill = curve.gamut.color;
         fill.setAlphaF(static_cast<float>(fillOpacity));
-        painter.fillPath(pathOf(curve.strong, l.toPlot), fill);
+        if (isFilledWithColors()) // a line of a similar colour could not be seen
+            painter.strokePath(pathOf(curve.strong, l.toPlot),
+                               pen(m_palette.paper, strongLine + 2.0 * casing));
+        else
+            painter.fillPath(pathOf(curve.strong, l.toPlot), fill);
     }
     painter.setBrush(Qt::NoBrush);
     for (const Curve& curve : m_curves) {
@@ -406,8 +440,7 @@ void SliceDrawing::paintRingLabels(QPainter& painter, const Layout& l) const
         const QPolygonF& ring = rings[i];
         const QPointF corner = ring[static_cast<qsizetype>(direction / 360.0 * double(ring.size()))];
         const QString label = QStringLiteral("L* %1").arg(number(m_ringLightness.value(i)));
-        QFont small = font();
-        small.setPixelSize(static_cast<int>(0.8 * text));
+        const QFont small = smallFont();
         QRectF box(0, 0, QFontMetricsF(small).horizontalAdvance(label) + 0.6 * gap, text);
         box.moveCenter(l.toPlot.map(corner));
         QColor paper = m_palette.paper;
@@ -446,5 +479,18 @@ void SliceDrawing::paintLegend(QPainter& painter, const Layout& l) const
     if (l.legend.shown < m_curves.size())
         painter.drawText(at + QPointF(swatch + gap, text),
                          QStringLiteral("and %1 more").arg(m_curves.size() - l.legend.shown));
+    paintPointLegend(painter, at + QPointF(0, l.legend.shown < m_curves.size() ? lineHeight : 0.0));
     painter.restore();
+}
+
+void SliceDrawing::paintPointLegend(QPainter& painter, const QPointF& at) const
+{
+    const PointSymbols symbols{0.55 * text, m_palette.ink, m_palette.paper};
+    for (qsizetype i = 0; i < m_pointWords.size(); ++i) {
+        const QPointF line = at + QPointF(0, static_cast<qreal>(i) * lineHeight);
+        symbols.paint(painter, line + QPointF(0.5 * swatch, 0.65 * text), Qt::lightGray, i == 0);
+        painter.setFont(font());
+        painter.setPen(m_palette.ink);
+        painter.drawText(line + QPointF(swatch + gap, text), m_pointWords[i]);
+    }
 }

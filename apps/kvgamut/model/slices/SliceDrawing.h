@@ -3,6 +3,7 @@
 
 #include "GamutRings.h"
 #include "GamutSlice.h"
+#include "SlicePoints.h"
 
 #include <QtCore/QRectF>
 #include <QtCore/QStringList>
@@ -34,6 +35,13 @@ public:
         QColor grid{0xdd, 0xdd, 0xdd}; ///< lines at the ticks
     };
 
+    /// What is inside the outlines.
+    enum class Fill
+    {
+        Tint,   ///< a light tint of the gamut's colour
+        Colors, ///< the colours of the plane, see PlaneColors; only in drawings of cuts
+    };
+
     /// An empty drawing of cuts by @p plane.
     static SliceDrawing ofPlane(const SlicePlane& plane);
     /// An empty drawing of gamut rings.
@@ -46,6 +54,11 @@ public:
     void add(const Gamut& gamut, const GamutSlice& slice);
     /// Adds rings: the outermost with a thick line, the inner ones thin. Does nothing in a drawing of cuts.
     void add(const Gamut& gamut, const GamutRings& rings);
+
+    void setFill(Fill fill) { m_fill = fill; }
+    /// Shows points with their names, as far as there is room. @p words are the lines of the legend for
+    /// points inside and outside.
+    void setPoints(const QList<SlicePoint>& points, const QStringList& words);
 
     void setPalette(const Palette& palette) { m_palette = palette; }
     /// Shows this part of the plane (extended to the next ticks) instead of the bounds of all gamuts.
@@ -79,6 +92,7 @@ private:
     QRectF wantedRange() const;
     Legend legend(qreal room) const;
     QSizeF legendSize(int lines) const;
+    bool isFilledWithColors() const { return m_fill == Fill::Colors && !m_ofRings; }
     Qt::PenStyle styleFor(const QColor& color) const;
     Layout layout(const QRectF& area) const;
     void paintAxes(QPainter& painter, const Layout& layout) const;
@@ -86,6 +100,7 @@ private:
     void paintCurves(QPainter& painter, const Layout& layout) const;
     void paintRingLabels(QPainter& painter, const Layout& layout) const;
     void paintLegend(QPainter& painter, const Layout& layout) const;
+    void paintPointLegend(QPainter& painter, const QPointF& at) const;
 
     bool m_ofRings;
     SlicePlane m_plane;
@@ -93,6 +108,9 @@ private:
     QList<double> m_ringLightness; ///< of the first gamut's rings
     Palette m_palette;
     QRectF m_range;
+    QList<SlicePoint> m_points;
+    QStringList m_pointWords;
+    Fill m_fill = Fill::Tint;
     QString m_title;
     qreal m_textSize = 0.0;
     bool m_legendVisible = true;

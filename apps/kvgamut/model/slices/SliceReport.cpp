@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
@@ -23,20 +22,6 @@ double rounded(double value)
 {
     const double unit = std::pow(10.0, decimals);
     return std::round(value * unit) / unit + 0.0; // no negative zero
-}
-
-/// A point of a cut in Lab, in double precision.
-struct SectionPoint
-{
-    double L, a, b;
-};
-
-SectionPoint labOf(const QPointF& p, const SlicePlane& plane)
-{
-    if (plane.kind == SlicePlane::Lightness)
-        return {plane.value, p.x(), p.y()};
-    const double h = plane.value * std::numbers::pi / 180.0;
-    return {p.y(), p.x() * std::cos(h), p.x() * std::sin(h)};
 }
 
 QJsonArray jsonOf(const KVGamut::LabPoint& lab)
@@ -50,7 +35,7 @@ QJsonArray ringsOf(const GamutSlice& slice, const SlicePlane& plane)
     for (const QPolygonF& ring : slice.rings) {
         QJsonArray points;
         for (const QPointF& p : ring) {
-            const SectionPoint lab = labOf(p, plane);
+            const PlaneLab lab = labOf(p, plane);
             points.append(QJsonArray{rounded(lab.L), rounded(lab.a), rounded(lab.b)});
         }
         rings.append(points);
@@ -107,6 +92,14 @@ void SliceReport::add(const QString& name, const KVGamut::GamutObject& gamut, co
     m_items.append(item);
 }
 
+void SliceReport::addPoints(const QList<MeasuredPoint>& points, double within,
+                            const KVGamut::GamutObject& gamut)
+{
+    m_hasPoints = true;
+    if (m_plane)
+        m_points += slicePoints(points, *m_plane, within, gamut);
+}
+
 QList<Problem> SliceReport::misses() const
 {
     QList<Problem> notes;
@@ -140,7 +133,7 @@ QByteArray SliceReport::csv() const
     for (const Item& item : m_items) {
         for (qsizetype i = 0; i < item.slice.rings.size(); ++i)
             for (const QPointF& p : item.slice.rings[i]) {
-                const SectionPoint lab = labOf(p, *m_plane);
+                const PlaneLab lab = labOf(p, *m_plane);
                 table.rows.append(
                     {item.name, static_cast<int>(i + 1), lab.L, lab.a, lab.b, std::hypot(lab.a, lab.b)});
             }
@@ -208,6 +201,15 @@ SliceDrawing::Gamut SliceReport::legendOf(const Item& item, const QString& name)
             item.color};
 }
 
+/// What the symbols say, with the number of points: inside or outside the first gamut.
+QStringList SliceReport::pointWords(const QString& name) const
+{
+    const auto inside = std::count_if(m_points.begin(), m_points.end(),
+                                      [](const SlicePoint& point) { return point.isInside; });
+    return {QStringLiteral("inside %1: %2").arg(name).arg(inside),
+            QStringLiteral("outside %1: %2").arg(name).arg(m_points.size() - inside)};
+}
+
 SliceDrawing SliceReport::drawing() const
 {
     SliceDrawing drawing = m_plane ? SliceDrawing::ofPlane(*m_plane) : SliceDrawing::ofRings();
@@ -219,5 +221,8 @@ SliceDrawing SliceReport::drawing() const
         else
             drawing.add(legend, m_items[i].rings);
     }
+    drawing.setFill(m_fill);
+    if (m_hasPoints && !names.isEmpty())
+        drawing.setPoints(m_points, pointWords(SafeText::shown(names.first())));
     return drawing;
 }

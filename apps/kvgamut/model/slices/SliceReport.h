@@ -18,6 +18,12 @@ public:
     /// Adds @p gamut with the name @p name. An invalid colour means the default for its position.
     void add(const QString& name, const KVGamut::GamutObject& gamut, const QColor& color = {});
 
+    /// How a drawing of cuts fills the gamuts.
+    void setFill(SliceDrawing::Fill fill) { m_fill = fill; }
+    /// Adds those of @p points that are near the plane (see slicePoints()) to the drawing. @p gamut is the
+    /// first one that was added.
+    void addPoints(const QList<MeasuredPoint>& points, double within, const KVGamut::GamutObject& gamut);
+
     /// RFC 4180, a row for each point. Cuts: profile, ring (from 1), L, a, b, C; the last point of a ring
     /// connects to its first. Rings: profile, lightness, hue, a_rss, b_rss, c_rss.
     QByteArray csv() const;
@@ -43,8 +49,12 @@ private:
     };
 
     QStringList legendNames() const;
+    QStringList pointWords(const QString& name) const;
     SliceDrawing::Gamut legendOf(const Item& item, const QString& name) const;
 
     std::optional<SlicePlane> m_plane;
     QList<Item> m_items;
+    QList<SlicePoint> m_points;
+    bool m_hasPoints = false; ///< addPoints() was called
+    SliceDrawing::Fill m_fill = SliceDrawing::Fill::Tint;
 };
