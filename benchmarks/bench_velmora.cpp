@@ -275,6 +275,20 @@ void nearest(benchmark::State& state)
     });
 }
 
+void nearestByCiede2000(benchmark::State& state)
+{
+    askPoints(state, [](const KVGamut::GamutObject& object, const float* lab) {
+        benchmark::DoNotOptimize(object.nearestByCiede2000(lab).distance);
+    });
+}
+
+void nearestAtHue(benchmark::State& state)
+{
+    askPoints(state, [](const KVGamut::GamutObject& object, const float* lab) {
+        benchmark::DoNotOptimize(object.nearestAtHue(lab).distance);
+    });
+}
+
 void ring(benchmark::State& state)
 {
     Device& device = deviceOf(state);
@@ -359,6 +373,8 @@ BENCHMARK(windingCheck)->Apply(allKinds);
 BENCHMARK(index)->Apply(allKinds);
 BENCHMARK(inside)->Apply(allKinds)->Unit(benchmark::kNanosecond);
 BENCHMARK(nearest)->Apply(allKinds)->Unit(benchmark::kNanosecond);
+BENCHMARK(nearestByCiede2000)->Apply(allKinds)->Unit(benchmark::kNanosecond);
+BENCHMARK(nearestAtHue)->Apply(allKinds)->Unit(benchmark::kNanosecond);
 BENCHMARK(ring)->Apply(allKinds);
 BENCHMARK(outline)->Apply(allKinds);
 BENCHMARK(compare)->Apply(allKinds);

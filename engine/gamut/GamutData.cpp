@@ -84,3 +84,9 @@ const velmora::NearestIndex& KVGamut::GamutData::nearestIndex() const
     std::call_once(m_nearestOnce, [this] { m_nearest = velmora::NearestIndex(record.mesh); });
     return m_nearest;
 }
+
+const velmora::LchIndex& KVGamut::GamutData::lchIndex() const
+{
+    std::call_once(m_lchOnce, [this] { m_lch = velmora::LchIndex(record.mesh); });
+    return m_lch;
+}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <engine/mesh/LchIndex.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/GamutRecord.h>
@@ -30,6 +31,7 @@ public:
     const QList<QList<KVHull::Node>>& outline(const velmora::Task& task = {}) const;
     const velmora::WindingIndex& index() const;        ///< for isInside()
     const velmora::NearestIndex& nearestIndex() const; ///< for nearest()
+    const velmora::LchIndex& lchIndex() const;         ///< for nearestByCiede2000() and nearestAtHue()
 
 private:
     mutable std::once_flag m_facesOnce;
@@ -40,4 +42,6 @@ private:
     mutable velmora::WindingIndex m_index;
     mutable std::once_flag m_nearestOnce;
     mutable velmora::NearestIndex m_nearest;
+    mutable std::once_flag m_lchOnce;
+    mutable velmora::LchIndex m_lch;
 };

@@ -210,17 +210,80 @@ bool GamutObject::isInside(const float* lab) const
     return d && lab && d.constData()->index().isInside({lab[0], lab[1], lab[2]});
 }
 
+namespace {
+
+Nearest noNearest()
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    return {std::numeric_limits<float>::infinity(), {nan, nan, nan}};
+}
+
+// The colour, or nullopt if it is not one.
+std::optional<velmora::Vec3> colourOf(const float* lab)
+{
+    if (!lab || !velmora::isFinite({lab[0], lab[1], lab[2]}))
+        return {};
+    return velmora::Vec3{lab[0], lab[1], lab[2]};
+}
+
+Nearest answer(const GamutData& data, velmora::Vec3 x, velmora::Vec3 point, double distance)
+{
+    const auto size = static_cast<float>(distance);
+    return {data.index().isInside(x) ? -size : size,
+            {static_cast<float>(point.L), static_cast<float>(point.a), static_cast<float>(point.b)}};
+}
+
+Nearest nearestByCiede2000In(const GamutData& data, velmora::Vec3 x)
+{
+    const velmora::Vec3 p = data.lchIndex().nearestByCiede2000(x, data.nearestIndex().nearest(x));
+    return answer(data, x, p, velmora::length(velmora::ciede2000Residual(x, p)));
+}
+
+} // namespace
+
 Nearest GamutObject::nearest(const float* lab) const
 {
-    if (!d || !lab || !velmora::isFinite({lab[0], lab[1], lab[2]})) {
-        constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-        return {std::numeric_limits<float>::infinity(), {nan, nan, nan}};
+    const auto x = colourOf(lab);
+    if (!d || !x)
+        return noNearest();
+    const velmora::Vec3 p = d.constData()->nearestIndex().nearest(*x);
+    return answer(*d.constData(), *x, p, velmora::length(p - *x));
+}
+
+Nearest GamutObject::nearestByCiede2000(const float* lab) const
+{
+    const auto x = colourOf(lab);
+    return d && x ? nearestByCiede2000In(*d.constData(), *x) : noNearest();
+}
+
+std::vector<Nearest> GamutObject::nearestByCiede2000(std::span<const LabPoint> lab,
+                                                     KVCompletionProtocolPtr* protocol) const
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    std::vector<Nearest> all;
+    all.reserve(lab.size());
+    constexpr std::size_t stepsBetweenReports = 64;
+    for (std::size_t i = 0; i < lab.size(); ++i) {
+        if (task.isCancelled())
+            return {};
+        all.push_back(nearestByCiede2000(&lab[i].L));
+        if (i % stepsBetweenReports == 0)
+            task.setProgress(static_cast<double>(i) / static_cast<double>(lab.size()));
     }
-    const velmora::Vec3 x{lab[0], lab[1], lab[2]};
-    const velmora::Vec3 p = d.constData()->nearestIndex().nearest(x);
-    const auto distance = static_cast<float>(velmora::length(p - x));
-    return {isInside(lab) ? -distance : distance,
-            {static_cast<float>(p.L), static_cast<float>(p.a), static_cast<float>(p.b)}};
+    task.setProgress(1.0);
+    return all;
+}
+
+Nearest GamutObject::nearestAtHue(const float* lab) const
+{
+    const auto x = colourOf(lab);
+    const auto p = d && x ? d.constData()->lchIndex().nearestAtHue(*x) : std::nullopt;
+    return p ? answer(*d.constData(), *x, *p, velmora::length(*p - *x)) : noNearest();
+}
+
+double ciede2000(const LabPoint& first, const LabPoint& second)
+{
+    return velmora::length(velmora::ciede2000Residual(velmora::toVec3(first), velmora::toVec3(second)));
 }
 
 Comparison GamutObject::compare(const GamutObject& other) const
