@@ -13,6 +13,7 @@
 #include "model/pictures/PngPicture.h"
 #include "model/points/PointInput.h"
 #include "model/points/PointReaders.h"
+#include "model/points/PointText.h"
 #include "model/problems/ProblemText.h"
 
 #include <QtCore/QBuffer>
@@ -92,8 +93,16 @@ void requirePoints(const Result<PointSet>& set)
         require(point.name.size() <= InputLimits::maxNameLength, "names have a limited length");
     }
     require(set->partial == (set->note && set->partial), "what is left out is noted");
-    if (set->note)
-        requireSentence(*set->note);
+    for (const Problem& note : set->allNotes())
+        requireSentence(note);
+}
+
+/// RGB values are those of sRGB.
+PointOptions inSrgb()
+{
+    PointOptions options;
+    options.space = QStringLiteral("sRGB");
+    return options;
 }
 
 bool isFinite(const QVector3D& v)
@@ -160,19 +169,19 @@ void writeSettings(const QByteArray& bytes)
 void readers::cgats(const QByteArray& bytes)
 {
     if (InputGate::isText(bytes))
-        requirePoints(PointReaders::readCgats(bytes));
+        requirePoints(PointReaders::readCgats(PointText::of(bytes).utf8, inSrgb()));
 }
 
 void readers::csv(const QByteArray& bytes)
 {
     if (InputGate::isText(bytes))
-        requirePoints(PointReaders::readCsv(bytes));
+        requirePoints(PointReaders::readCsv(PointText::of(bytes).utf8, inSrgb()));
 }
 
 void readers::cxf(const QByteArray& bytes)
 {
     if (InputGate::isText(bytes))
-        requirePoints(PointReaders::readCxf(bytes));
+        requirePoints(PointReaders::readCxf(bytes, inSrgb()));
 }
 
 void readers::session(const QByteArray& bytes)

@@ -4,8 +4,6 @@
 #include "GamutInputs.h"
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
-#include "commands/process/Say.h"
-#include "model/points/PointInput.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/ListOf.h"
 
@@ -91,13 +89,31 @@ Table emptyTable(bool withNames, bool withWeights, bool withZones)
     return table;
 }
 
-Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std::optional<double> tolerance)
+/// Adds columns that say in which way the colours of a file were read. @return their values, in every row
+Table::Row addReading(Table& table, const PointReading& reading)
+{
+    Table::Row row;
+    if (reading.values.isEmpty()) // given on the command line, or the pixels of a picture
+        return row;
+    for (const auto& [key, word] :
+         {std::pair{"read_as", reading.values}, std::pair{"read_space", reading.space},
+          std::pair{"read_intent", reading.intent}, std::pair{"read_white", reading.white},
+          std::pair{"read_observer", reading.observer}}) {
+        table.add(key, "", Kind::Word);
+        row.append(word.isEmpty() ? QVariant() : QVariant(word));
+    }
+    return row;
+}
+
+Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std::optional<double> tolerance,
+              const PointReading& reading)
 {
     const bool named = std::any_of(answers.cbegin(), answers.cend(),
                                    [](const Answer& answer) { return !answer.point.name.isEmpty(); });
     const bool weighted = std::any_of(answers.cbegin(), answers.cend(),
                                       [](const Answer& answer) { return answer.point.weight != 1.0; });
     Table table = emptyTable(named, weighted, tolerance.has_value());
+    const Table::Row readAs = addReading(table, reading);
     Zones zones{tolerance.value_or(0.0)};
     for (const Answer& answer : answers)
         zones.count(answer);
@@ -114,7 +130,7 @@ Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std
                        Table::colour(answer.nearest.point)};
         if (tolerance)
             row += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
-        table.rows.append(row);
+        table.rows.append(row + readAs);
     }
     if (tolerance)
         table.summary = zones.summary();
@@ -142,9 +158,12 @@ InsideCommand::InsideCommand(CLI::App& program)
         parser()
             .add_option_function<std::string>(
                 "--points", [this](const std::string& word) { m_pointFile = OptionValues::file(word); },
-                "Read the colours from a file: CSV, CGATS (.ti3, IT8), CxF, or the pixels of a picture")
+                "Read the colours from a file: CSV with named columns, CGATS (.ti3, IT8), CxF, or the pixels "
+                "of a "
+                "picture")
             ->type_name("FILE")
             ->excludes(numbers);
+    m_colours.declare(parser());
     parser()
         .add_option_function<std::string>(
             "--tolerance",
@@ -176,31 +195,29 @@ void InsideCommand::takeNumbers(const std::vector<std::string>& words)
     }
 }
 
-QList<MeasuredPoint> InsideCommand::points(bool& allRead) const
+PointSet InsideCommand::points(bool& allRead) const
 {
+    PointSet given;
+    given.points = m_points;
     if (m_pointFile.isEmpty())
-        return m_points;
-    const Result<PointSet> file = readPoints(m_pointFile);
-    if (!file)
-        say(file.error());
-    else if (file->note)
-        say(*file->note);
+        return given;
+    const std::optional<PointSet> file = m_colours.read(m_pointFile);
     allRead = file && !file->partial;
-    return file ? file->points : QList<MeasuredPoint>();
+    return file.value_or(given);
 }
 
 int InsideCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
     bool allRead = true;
-    const QList<MeasuredPoint> asked = points(allRead);
+    const PointSet asked = points(allRead);
     Progress progress(m_report.quiet);
     const GamutInputs inputs = GamutInputs::compute(listOf(m_name), m_settings, progress);
     QList<Answer> answers;
     const Result<KVGamut::GamutObject>& gamut = inputs.all[0].gamut;
     if (gamut)
-        answers = answersOf(*gamut, asked, progress);
+        answers = answersOf(*gamut, asked.points, progress);
     progress.clear();
     allRead = inputs.sayProblems() && allRead;
-    return m_report.print(tableOf(inputs.all[0], answers, m_tolerance), allRead);
+    return m_report.print(tableOf(inputs.all[0], answers, m_tolerance, asked.reading), allRead);
 }

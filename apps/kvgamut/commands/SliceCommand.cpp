@@ -8,7 +8,6 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
-#include "model/points/PointInput.h"
 #include "model/slices/SliceFile.h"
 #include "model/slices/SliceReport.h"
 
@@ -163,6 +162,7 @@ void SliceCommand::declareDrawing()
                                           "Largest distance of these points from the cut, in dE76 (2.5)")
         ->type_name("D")
         ->needs(points);
+    m_colours.declare(parser());
 }
 
 bool SliceCommand::isDrawing() const
@@ -215,11 +215,7 @@ bool SliceCommand::addPoints(SliceReport& report, const KVGamut::GamutObject& ga
 {
     bool all = true;
     for (const QString& file : m_pointFiles) {
-        const Result<PointSet> set = readPoints(file);
-        if (!set)
-            say(set.error());
-        else if (set->note)
-            say(*set->note);
+        const auto set = m_colours.read(file);
         all = all && set && !set->partial;
         if (set)
             report.addPoints(set->points, m_within, gamut);

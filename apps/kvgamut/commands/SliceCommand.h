@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Command.h"
+#include "commands/options/PointColourOptions.h"
 #include "model/slices/SliceDrawing.h"
 
 #include <QtCore/QSize>
@@ -18,7 +19,7 @@ class SliceCommand : public Command
 public:
     explicit SliceCommand(CLI::App& program);
 
-    Files files() const override { return {m_names + m_pointFiles, m_output}; }
+    Files files() const override { return {m_names + m_pointFiles + m_colours.files(), m_output}; }
     int run(Arguments arguments) override;
 
 private:
@@ -41,6 +42,7 @@ private:
     QList<QColor> m_colors;
     SliceDrawing::Fill m_fill = SliceDrawing::Fill::Tint;
     QStringList m_pointFiles;
-    double m_within = 2.5; ///< distance of points from the plane, dE76
+    PointColourOptions m_colours; ///< of these files
+    double m_within = 2.5;        ///< distance of points from the plane, dE76
     bool m_quiet = false;
 };

@@ -61,7 +61,7 @@ TEST_F(FramingTest, fillsPicturesFromEverySide)
 TEST_F(FramingTest, showsTheNamedViewsFromTheirSide)
 {
     const auto centreOf = [this](const char* view, const char* colour, const char* position) {
-        write(path(QStringLiteral("p.csv")), QByteArray(position) + "," + colour + "\n");
+        write(path(QStringLiteral("p.csv")), "L,a,b,colour\n" + QByteArray(position) + "," + colour + "\n");
         const QImage picture =
             rendered(words("sRGB --no-surface --no-projection --no-axes --no-grid --orthogonal --frame none "
                            "--size 200x200 --ambient 1 --view") +
@@ -93,7 +93,7 @@ TEST_F(FramingTest, framesWhatIsLeftOfAClippedGamut)
 
 TEST_F(FramingTest, framesPointsAndLinesWithTheirSize)
 {
-    write(path(QStringLiteral("far.csv")), "50,300,0,red\n60,-20,250,blue\n");
+    write(path(QStringLiteral("far.csv")), "L,a,b,colour\n50,300,0,red\n60,-20,250,blue\n");
     const Margins margins(rendered(words("sRGB --no-grid --size 400x300 --point-size 40 --points") +
                                    QStringList{path(QStringLiteral("far.csv"))}));
     EXPECT_GE(margins.smallest, 0.02);

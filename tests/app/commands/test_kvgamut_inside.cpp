@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
 #include <QtGui/QColorSpace>
 #include <QtGui/QImage>
 
@@ -195,19 +196,76 @@ TEST_F(InsideTest, quotesNamesInCsv)
                                QStringLiteral("csv"), QStringLiteral("--points"),
                                points("name,L,a,b\n\"a \"\"deep\"\", red\",50,1,2\nplain,50,1,2\n")});
     EXPECT_TRUE(succeeded(answer));
-    EXPECT_TRUE(answer.output.startsWith("profile,intent,index,name,lab_L,lab_a,lab_b,weight,inside,distance,"
-                                         "nearest_L,nearest_a,nearest_b\n"));
+    EXPECT_TRUE(
+        answer.output.startsWith("profile,intent,index,name,lab_L,lab_a,lab_b,weight,inside,distance,"
+                                 "nearest_L,nearest_a,nearest_b,read_as,read_space,read_intent,read_white,"
+                                 "read_observer\n"));
     EXPECT_TRUE(answer.output.contains(",1,\"a \"\"deep\"\", red\",50.0000,1.0000,2.0000,1.000000,true,-"))
         << answer.output.toStdString();
     EXPECT_TRUE(answer.output.contains(",2,plain,50.0000,"));
 }
 
-TEST_F(InsideTest, reportsWhyThePointsCannotBeRead)
+TEST_F(InsideTest, namesABadRowAndPrintsTheOthers)
 {
     const QString name = points("L,a,b\n1,2,3\n4,5\n");
-    EXPECT_TRUE(failedWith(
-        run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name}), BadInput,
-        QStringLiteral("kvgamut: '%1': line 3: expected numbers in the colour columns").arg(name)));
+    const Answer answer = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), name,
+                               QStringLiteral("--format"), QStringLiteral("json")});
+    EXPECT_EQ(answer.exitCode, BadInput);
+    EXPECT_EQ(rowsOf(answer.output).size(), 1);
+    EXPECT_EQ(answer.errors,
+              QStringLiteral("kvgamut: '%1': 1 of 2 colours are left out (lines: 3): line 3: the "
+                             "value of b* is missing\n")
+                  .arg(name)
+                  .toUtf8());
+}
+
+TEST_F(InsideTest, readsRgbOnlyInADeclaredSpace)
+{
+    const QString name = points("R,G,B,name\n255,0,0,red\n");
+    const QStringList call{QStringLiteral("inside"),   QStringLiteral("sRGB"),
+                           QStringLiteral("--points"), name,
+                           QStringLiteral("--format"), QStringLiteral("json")};
+    const Answer refused = run(call);
+    EXPECT_EQ(refused.exitCode, BadInput);
+    EXPECT_TRUE(refused.errors.contains("RGB values without their colour space"))
+        << refused.errors.toStdString();
+    EXPECT_TRUE(rowsOf(refused.output).isEmpty());
+    const Answer answer = run(call + words("--points-space sRGB --points-intent relative"));
+    EXPECT_EQ(answer.exitCode, Done);
+    const QJsonObject row = rowsOf(answer.output)[0];
+    EXPECT_NEAR(row[QStringLiteral("lab")].toArray()[0].toDouble(), 54.29, 0.02);
+    EXPECT_EQ(row[QStringLiteral("read_as")].toString(), QStringLiteral("RGB"));
+    EXPECT_EQ(row[QStringLiteral("read_space")].toString(), QStringLiteral("sRGB"));
+    EXPECT_EQ(row[QStringLiteral("read_intent")].toString(), QStringLiteral("relative"));
+    EXPECT_EQ(row[QStringLiteral("read_white")].toString(), QStringLiteral("D50"));
+    EXPECT_TRUE(row[QStringLiteral("read_observer")].isNull());
+}
+
+TEST_F(InsideTest, readsCmykWithItsProfile)
+{
+    const QString name = points("C;M;Y;K\n0;0;0;0\n");
+    const Answer answer = run({QStringLiteral("inside"), QStringLiteral("sRGB"), QStringLiteral("--points"),
+                               name, QStringLiteral("--points-space"),
+                               QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc"),
+                               QStringLiteral("--points-intent"), QStringLiteral("relative"),
+                               QStringLiteral("--format"), QStringLiteral("json")});
+    EXPECT_EQ(answer.exitCode, Done) << answer.errors.toStdString();
+    // paper is white in the relative intent
+    EXPECT_NEAR(rowsOf(answer.output)[0][QStringLiteral("lab")].toArray()[0].toDouble(), 100.0, 0.1);
+}
+
+TEST_F(InsideTest, takesTheWhiteFromTheCommandLine)
+{
+    const QString name = points("X,Y,Z\n0.95047,1,1.08883\n");
+    const Answer answer =
+        run(words("inside sRGB --format json --points-white D65 --points-white-y 1 --points") +
+            QStringList(name));
+    EXPECT_EQ(answer.exitCode, Done);
+    EXPECT_NEAR(rowsOf(answer.output)[0][QStringLiteral("lab")].toArray()[0].toDouble(), 100.0, 0.01);
+}
+
+TEST_F(InsideTest, reportsWhyThePointsCannotBeRead)
+{
     const Answer none = run({QStringLiteral("inside"), sRGB, QStringLiteral("--points"), missing});
     EXPECT_EQ(none.exitCode, BadInput);
     EXPECT_TRUE(none.errors.startsWith("kvgamut: '/nowhere/missing.icc': "));
@@ -241,10 +299,10 @@ TEST_F(InsideTest, reportsMeasurementsWithoutColumnNames)
 TEST_F(InsideTest, readsPointsFromStandardInput)
 {
     for (const char* name : {"-", "/dev/stdin", "<(cat)"}) {
-        const Answer answer =
-            shell(QStringLiteral("echo 50,0,0 | \"$KVGAMUT\" inside sRGB --format csv --points ") +
-                      QLatin1String(name),
-                  {}, withoutDisplay());
+        const Answer answer = shell(
+            QStringLiteral("printf 'L,a,b\\n50,0,0\\n' | \"$KVGAMUT\" inside sRGB --format csv --points ") +
+                QLatin1String(name),
+            {}, withoutDisplay());
         EXPECT_TRUE(succeeded(answer)) << name;
         EXPECT_TRUE(answer.output.contains(",50.0000,0.0000,0.0000,")) << answer.output.toStdString();
     }

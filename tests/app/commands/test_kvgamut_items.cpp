@@ -65,7 +65,7 @@ TEST_F(ItemTest, eachMarkerStandsAtItsPositionInItsColour)
 
 TEST_F(ItemTest, theTypesOfMarkersDiffer)
 {
-    const QString markers = file("60,20,-40,#ff00ff\n");
+    const QString markers = file("L,a,b,colour\n60,20,-40,#ff00ff\n");
     QList<QImage> pictures;
     for (const char* type : {"sphere", "cube", "star"})
         pictures.append(drawn({QStringLiteral("--markers"), markers, QStringLiteral("--marker-size"),
@@ -80,15 +80,15 @@ TEST_F(ItemTest, aPositionWithoutColourShowsItsOwn)
     const Device device{0.9, 0.3, 0.2};
     const Lab lab = labOf(device);
     const QImage picture = drawn({QStringLiteral("--points"),
-                                  file(QByteArray::number(lab.L) + "\t" + QByteArray::number(lab.a) + "\t" +
-                                       QByteArray::number(lab.b)),
+                                  file("L\ta\tb\n" + QByteArray::number(lab.L) + "\t" +
+                                       QByteArray::number(lab.a) + "\t" + QByteArray::number(lab.b)),
                                   QStringLiteral("--point-size"), QStringLiteral("10")});
     EXPECT_TRUE(isShadeOf(at(picture, lab), colorOf(device)));
 }
 
 TEST_F(ItemTest, pointsHaveTheSizeGiven)
 {
-    const QString points = file("50,40,40,#ff00ff\n");
+    const QString points = file("L,a,b,colour\n50,40,40,#ff00ff\n");
     const QImage small = drawn({QStringLiteral("--points"), points});
     const QImage large =
         drawn({QStringLiteral("--points"), points, QStringLiteral("--point-size"), QStringLiteral("20")});
@@ -99,7 +99,8 @@ TEST_F(ItemTest, pointsHaveTheSizeGiven)
 
 TEST_F(ItemTest, aLineJoinsItsPositionsInOrder)
 {
-    const QString line = file("# three corners\n50,-60,-60,#ff00ff\n50,60,-60,#ff00ff\n50,60,60,#ff00ff\n");
+    const QString line =
+        file("# three corners\nL,a,b,colour\n50,-60,-60,#ff00ff\n50,60,-60,#ff00ff\n50,60,60,#ff00ff\n");
     const QImage picture =
         drawn({QStringLiteral("--line"), line, QStringLiteral("--line-width"), QStringLiteral("6")});
     EXPECT_TRUE(isShadeOf(at(picture, {50, 0, -60}), Qt::magenta));
@@ -119,7 +120,7 @@ TEST_F(ItemTest, reportsTheInvalidLineOfAFile)
         const Answer answer = answerTo("L a b\n50,0,0\n" + bad + "\n50,1,1\n");
         EXPECT_EQ(answer.exitCode, BadInput) << bad.toStdString();
         EXPECT_EQ(answer.errors.count('\n'), 1);
-        EXPECT_TRUE(answer.errors.contains("my positions.csv': line 3: ")) << answer.errors.toStdString();
+        EXPECT_TRUE(answer.errors.contains("line 3: ")) << answer.errors.toStdString();
     }
 }
 

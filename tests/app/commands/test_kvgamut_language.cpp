@@ -167,7 +167,7 @@ protected:
 
 TEST_F(CommandLanguage, isEnglishInEveryLocale)
 {
-    write(path(QStringLiteral("p.csv")), "50,1.5,2.5\n");
+    write(path(QStringLiteral("p.csv")), "L,a,b\n50,1.5,2.5\n");
     const QString points = path(QStringLiteral("p.csv"));
     expectSame({QStringLiteral("--help")});
     expectSame({QStringLiteral("info"), QStringLiteral("sRGB")});

@@ -19,7 +19,7 @@ using RenderTest = ProgramTest;
 TEST_F(RenderTest, theLitSideIsBrighter)
 {
     const QString ball = path(QStringLiteral("ball.csv"));
-    write(ball, "50,0,0,white\n");
+    write(ball, "L,a,b,colour\n50,0,0,white\n");
     const QStringList look = words("sRGB --size 200x200 --camera 50,0,-450 --no-surface --no-projection "
                                    "--no-axes --no-grid --marker-size 90 --markers") +
                              QStringList{ball};

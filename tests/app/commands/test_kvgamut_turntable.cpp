@@ -42,7 +42,7 @@ TEST_F(TurntableTest, turnsAroundTheAxisOfLightness)
 {
     // a point at +a*, seen from the front in a parallel projection, goes to -b* after a quarter of a turn:
     // the camera turns counter-clockwise, from -b* to +a*
-    write(path(QStringLiteral("p.csv")), "50,60,0,red\n");
+    write(path(QStringLiteral("p.csv")), "L,a,b,colour\n50,60,0,red\n");
     const QStringList look =
         words("--no-surface --no-projection --annotate none --no-axes --no-grid --orthogonal --frame none "
               "--view front --ambient 1 --turntable 4 --points");

@@ -72,7 +72,7 @@ TEST_F(Points, areJudgedAgainByAnotherActiveGamut)
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     gamuts.add(QStringLiteral("ProPhoto"), {}, {});
     // inside ProPhoto, outside sRGB
-    points.open(write(QStringLiteral("one.csv"), "60,-80,60\n"));
+    points.open(write(QStringLiteral("one.csv"), "L,a,b\n60,-80,60\n"));
     ASSERT_TRUE(finish());
     EXPECT_EQ(share(Side::Outside), 1.0);
     gamuts.setActiveRow(1);
@@ -126,10 +126,10 @@ TEST_F(Points, thatCannotBeReadAreRemovedWithAProblem)
 
 TEST_F(Points, areReadAgainWhenTheFileIsOpenedAgain)
 {
-    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n");
+    const QString file = write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n");
     points.open(file);
     ASSERT_TRUE(finish());
-    write(QStringLiteral("p.csv"), "50,0,0\n60,0,0\n");
+    write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n60,0,0\n");
     points.open(file);
     ASSERT_TRUE(finish());
     ASSERT_EQ(points.rowCount(), 1);
@@ -138,7 +138,7 @@ TEST_F(Points, areReadAgainWhenTheFileIsOpenedAgain)
 
 TEST_F(Points, cancelTheWorkOnFilesThatAreRemoved)
 {
-    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n");
+    const QString file = write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n");
     const auto workStartedBy = [this, &file] {
         points.open(file);
         return KVCompletionProtocol::runningTasks().last();
@@ -160,7 +160,7 @@ TEST_F(Points, cancelTheWorkOnFilesThatAreRemoved)
 TEST_F(Points, areFoundByTheirPlaceInThePointSets)
 {
     points.open(write(QStringLiteral("three.csv"), threePoints));
-    points.open(write(QStringLiteral("one.csv"), "10,20,30\n"));
+    points.open(write(QStringLiteral("one.csv"), "L,a,b\n10,20,30\n"));
     ASSERT_TRUE(finish());
     int found = 0;
     const QStringList sets = viewer.pointSet();

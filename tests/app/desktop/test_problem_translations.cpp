@@ -107,9 +107,8 @@ TEST_F(GermanProblem, saysWhyAGamutDoesNotOpen)
 
 TEST_F(GermanProblem, saysWhyPointsCannotBeRead)
 {
-    const QString csv = write(QStringLiteral("p.csv"), "50,0,0\n50,0\n");
-    EXPECT_EQ(textOf(readPoints(csv)),
-              QStringLiteral("„%1“: Zeile 2: erwartet werden L*, a*, b* und optional eine Farbe").arg(csv));
+    const QString csv = write(QStringLiteral("p.csv"), "L,a,b\n50,0\n");
+    EXPECT_EQ(textOf(readPoints(csv)), QStringLiteral("„%1“: Zeile 2: der Wert für b* fehlt").arg(csv));
     const QString empty = write(QStringLiteral("e.csv"), "\n");
     EXPECT_EQ(textOf(readPoints(empty)), QStringLiteral("„%1“: die Datei enthält keine Farborte").arg(empty));
     const QString cxf = write(QStringLiteral("c.cxf"), "<CxF><Object Name=\"1\"/><Object Name=\"2\"/></CxF>");

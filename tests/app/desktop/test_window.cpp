@@ -69,7 +69,7 @@ TEST_F(Window, opensFilesThatAreDroppedAnywhere)
     drop(innerWindow(), cmyk);
     ASSERT_TRUE(settle());
     EXPECT_EQ(window.gamuts().rowCount(), 3);
-    drop(innerWindow(), write(QStringLiteral("p.csv"), "50,0,0\n"));
+    drop(innerWindow(), write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n"));
     ASSERT_TRUE(settle());
     EXPECT_EQ(window.points().rowCount(), 1);
 }
@@ -139,7 +139,7 @@ TEST_F(Window, canBeDestroyedWhileLoading)
     other->show();
     other->addGamut(cmyk, {KVVMRenderPerceptual, false, 129}, {});
     other->addGamut(QStringLiteral("sRGB"));
-    other->addPoints({write(QStringLiteral("p.csv"), "50,0,0\n")});
+    other->addPoints({write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n")});
     kvtest::spinFor(30);
     other.reset();
     EXPECT_TRUE(kvtest::spinUntil([] { return KVCompletionProtocol::runningTasks().isEmpty(); }));
@@ -364,7 +364,7 @@ TEST_F(Window, canBeClosedWhileAPageIsWritten)
 
 TEST_F(Window, isRestoredFromItsSession)
 {
-    open({QStringLiteral("sRGB"), cmyk, write(QStringLiteral("p.csv"), "60,-120,90\n50,0,0\n")});
+    open({QStringLiteral("sRGB"), cmyk, write(QStringLiteral("p.csv"), "L,a,b\n60,-120,90\n50,0,0\n")});
     window.gamuts().setSettings(1, {KVVMRenderRelativeColorimetric, true, 9});
     window.gamuts().setActiveRow(1);
     for (const char* name : {"fromTop", "plane", "backgroundDark", "lightLeft", "cut", "orthogonal"})
@@ -421,7 +421,7 @@ TEST_F(Window, canBeGoneWhenASessionAnswers)
 TEST_F(Window, remembersRecentFiles)
 {
     RecentFiles::clear();
-    const QString points = write(QStringLiteral("p.csv"), "50,0,0\n");
+    const QString points = write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n");
     open({cmyk, QStringLiteral("sRGB"), points});
     EXPECT_EQ(RecentFiles::list(), (QStringList{points, cmyk}));
     QFile::remove(points);

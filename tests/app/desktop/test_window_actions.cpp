@@ -96,7 +96,7 @@ TEST_F(Actions, openBuiltInProfilesByNumber)
 TEST_F(Actions, openRecentFilesByNumber)
 {
     RecentFiles::clear();
-    const QString points = write(QStringLiteral("p.csv"), "50,0,0\n");
+    const QString points = write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n");
     open({cmyk, points});
     action("closeAll").trigger();
     press(Qt::Key_2, Qt::AltModifier); // the older one
@@ -109,8 +109,8 @@ TEST_F(Actions, openRecentFilesByNumber)
 
 TEST_F(Actions, openPoints)
 {
-    const QString first = write(QStringLiteral("1.csv"), "50,0,0\n");
-    const QString second = write(QStringLiteral("2.csv"), "60,0,0\n");
+    const QString first = write(QStringLiteral("1.csv"), "L,a,b\n50,0,0\n");
+    const QString second = write(QStringLiteral("2.csv"), "L,a,b\n60,0,0\n");
     EXPECT_TRUE(chooseFile([&] { press(Qt::Key_P, Qt::ControlModifier); }, first));
     EXPECT_TRUE(chooseFile([&] { control<QPushButton>("addPoints").click(); }, second));
     EXPECT_EQ(window.points().files(), (QStringList{first, second}));
@@ -165,7 +165,7 @@ TEST_F(Actions, saveTheSection)
 
 TEST_F(Actions, closeEverythingAndClearTheFinding)
 {
-    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n")});
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n")});
     const QString nothing = control<QLabel>("finding").text();
     action("fromTop").trigger();
     ASSERT_TRUE(settle());

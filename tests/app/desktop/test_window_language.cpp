@@ -210,10 +210,9 @@ TEST_F(GermanFailure, ofTheColourEngineIsShown)
 
 TEST_F(GermanFailure, ofPointsIsShown)
 {
-    const QString file = write(QStringLiteral("p.csv"), "50,0,0\n50,0\n");
+    const QString file = write(QStringLiteral("p.csv"), "L,a,b\n50,0\n");
     window.addPoints({file});
-    expectMessage(
-        QStringLiteral("„%1“: Zeile 2: erwartet werden L*, a*, b* und optional eine Farbe").arg(file));
+    expectMessage(QStringLiteral("„%1“: Zeile 2: der Wert für b* fehlt").arg(file));
 }
 
 TEST_F(GermanFailure, inANoteAboutPointsIsShown)

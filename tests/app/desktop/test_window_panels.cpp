@@ -52,7 +52,7 @@ protected:
 TEST_F(Panels, useTheToleranceOfTheField)
 {
     // two neutral colours: one in the middle of the gamut, one above its white
-    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "50,0,0\n110,0,0\n")});
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n110,0,0\n")});
     EXPECT_EQ(shownOfPoints(PointLayer::EdgeShare), QStringLiteral("0.0 %"));
     EXPECT_EQ(shownOfPoints(PointLayer::OutsideShare), QStringLiteral("50.0 %"));
     const QImage before = settledPicture();
@@ -68,8 +68,8 @@ TEST_F(Panels, useTheToleranceOfTheField)
 
 TEST_F(Panels, removePointsFromTheKeyboard)
 {
-    const QString first = write(QStringLiteral("1.csv"), "110,0,0\n");
-    const QString second = write(QStringLiteral("2.csv"), "60,0,0\n");
+    const QString first = write(QStringLiteral("1.csv"), "L,a,b\n110,0,0\n");
+    const QString second = write(QStringLiteral("2.csv"), "L,a,b\n60,0,0\n");
     open({first, second});
     ASSERT_FALSE(window.viewer().pointSet().isEmpty());
     auto& list = control<QTreeView>("pointFiles");

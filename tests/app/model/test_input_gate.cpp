@@ -194,8 +194,9 @@ TEST_F(InputGateTest, stopsReadersAfterACancellation)
     task->cancel();
     const QByteArray sheet =
         "BEGIN_DATA_FORMAT LAB_L LAB_A LAB_B END_DATA_FORMAT\nBEGIN_DATA 1 2 3\nEND_DATA\n";
-    for (const auto& set : {PointReaders::readCsv("1,2,3", task), PointReaders::readCgats(sheet, task),
-                            PointReaders::readCxf("<CxF/>", task)})
+    for (const auto& set :
+         {PointReaders::readCsv("1,2,3", {}, task), PointReaders::readCgats(sheet, {}, task),
+          PointReaders::readCxf("<CxF/>", {}, task)})
         EXPECT_TRUE(!set && set.error().isCancelled());
 }
 

@@ -1,84 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "model/points/PointFile.h"
-#include "model/problems/ProblemText.h"
+#include "app/support/PointFileTest.h"
 
 #include <platform/KVVelmoraFramework.h>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-
-#include <cmath>
 #include <sys/stat.h>
 
-using KVGamut::LabPoint;
-using testing::HasSubstr;
-
 namespace {
-
-class PointFileTest : public testing::Test
-{
-protected:
-    Result<PointSet> read(const QByteArray& text) const
-    {
-        QFile file(name());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(text), text.size());
-        file.close();
-        return readPointFile(name());
-    }
-
-    /// The points of a file; fails the test if there is a problem or a note.
-    QList<MeasuredPoint> points(const QByteArray& text) const
-    {
-        const Result<PointSet> set = read(text);
-        if (!set) {
-            ADD_FAILURE() << ProblemText::english(set.error()).toStdString();
-            return {};
-        }
-        EXPECT_FALSE(set->note);
-        EXPECT_EQ(set->file, name());
-        return set->points;
-    }
-
-    /// The English text of a problem or note, without the file name.
-    std::string problem(const QByteArray& text) const
-    {
-        const Result<PointSet> set = read(text);
-        EXPECT_EQ(set.error().subject, name());
-        return ProblemText::english(set.error().about({})).toStdString();
-    }
-
-    QString name() const { return m_folder.filePath(QStringLiteral("проба 印刷")); }
-
-private:
-    QTemporaryDir m_folder;
-};
-
-void expectNear(const LabPoint& found, const LabPoint& expected, float tolerance)
-{
-    EXPECT_LT(std::hypot(found.L - expected.L, found.a - expected.a, found.b - expected.b), tolerance)
-        << found.L << " " << found.a << " " << found.b << ", expected " << expected.L << " " << expected.a
-        << " " << expected.b;
-}
-
-/// The formulas of CIE 15, 8.2.1, for the white X 96.42, Y 100, Z 82.49.
-LabPoint cieLab(double X, double Y, double Z)
-{
-    const auto f = [](double t) {
-        return t > 216.0 / 24389.0 ? std::cbrt(t) : (24389.0 / 27.0 * t + 16.0) / 116.0;
-    };
-    const double x = f(X / 96.42), y = f(Y / 100.0), z = f(Z / 82.49);
-    return {float(116.0 * y - 16.0), float(500.0 * (x - y)), float(200.0 * (y - z))};
-}
 
 // --- CSV ----------------------------------------------------------------------------------------------
 
 TEST_F(PointFileTest, readsOnePointPerLine)
 {
-    const auto found = points("# a comment\n50,-20,30.5\r\n\n  60 , 1e1 , -.5 \n");
+    const auto found = bare("# a comment\n50,-20,30.5\r\n\n  60 , 1e1 , -.5 \n");
     ASSERT_EQ(found.size(), 2);
     EXPECT_EQ(found[0].lab, (LabPoint{50.0f, -20.0f, 30.5f}));
     EXPECT_EQ(found[1].lab, (LabPoint{60.0f, 10.0f, -0.5f}));
@@ -89,7 +22,7 @@ TEST_F(PointFileTest, readsOnePointPerLine)
 TEST_F(PointFileTest, separatesAtSemicolonsTabsCommasOrSpaces)
 {
     for (const char* text : {"1;2;3", "1\t2\t3", "1,2,3", "1   2 3", "1, 2, 3", "1; 2; 3"}) {
-        const auto found = points(text);
+        const auto found = bare(text);
         ASSERT_EQ(found.size(), 1) << text;
         EXPECT_EQ(found[0].lab, (LabPoint{1, 2, 3})) << text;
     }
@@ -97,13 +30,14 @@ TEST_F(PointFileTest, separatesAtSemicolonsTabsCommasOrSpaces)
 
 TEST_F(PointFileTest, treatsCommasAsDecimalPointsBesideSemicolonsAndTabs)
 {
-    for (const char* text : {"50,5;-20,25;3", "50,5\t-20,25\t3", "Name;L;a;b\nx;50,5;-20,25;3"})
+    for (const char* text : {"L;a;b\n50,5;-20,25;3", "L\ta\tb\n50,5\t-20,25\t3",
+                             "Name;L;a;b\nx;50,5;-20,25;3", "L,a,b\n\"50,5\",\"-20,25\",3"})
         EXPECT_EQ(points(text).value(0).lab, (LabPoint{50.5f, -20.25f, 3.0f})) << text;
 }
 
 TEST_F(PointFileTest, aFourthColumnIsTheColour)
 {
-    const auto found = points("50,0,0,#40c0ff\n50;0;0;red\n50 0 0 white\n50,0,0,\n");
+    const auto found = bare("50,0,0,#40c0ff\n50;0;0;red\n50 0 0 white\n50,0,0,\n");
     ASSERT_EQ(found.size(), 4);
     EXPECT_EQ(found[0].color, QColor(0x40, 0xc0, 0xff));
     EXPECT_EQ(found[1].color, QColor(Qt::red));
@@ -113,7 +47,7 @@ TEST_F(PointFileTest, aFourthColumnIsTheColour)
 
 TEST_F(PointFileTest, showsAPointWithoutColourInItsLabColour)
 {
-    const auto found = points("50,20,-30\n50,20,-30,red");
+    const auto found = bare("50,20,-30\n50,20,-30,red");
     const auto rgb = KVColorConversionHelper::KVHLab2RGB({50, 20, -30});
     EXPECT_EQ(found.value(0).shownColor(), QColor(int(rgb[0]), int(rgb[1]), int(rgb[2])));
     EXPECT_EQ(found.value(1).shownColor(), QColor(Qt::red));
@@ -124,7 +58,8 @@ TEST_F(PointFileTest, findsColumnsByTheirNames)
     for (const char* header :
          {"Sample_Name,x,LAB_B,LAB_A,LAB_L,Colour,y", "name,x,b,a,L,color,y", "ID, x, b*, a*, L*, COLOR, y",
           "\"Name\",\"x\",\"b\",\"a\",\"l\",\"colour\",y"}) {
-        const auto found = points(QByteArray(header) + "\n\"Deep red, \"\"A\"\"\",7,30,20,50,blue,more\n");
+        const auto found = points(QByteArray(header) + "\n\"Deep red, \"\"A\"\"\",7,30,20,50,blue,more\n",
+                                  {ProblemCode::ColumnsIgnored});
         ASSERT_EQ(found.size(), 1) << header;
         EXPECT_EQ(found[0].lab, (LabPoint{50, 20, 30})) << header;
         EXPECT_EQ(found[0].name, QStringLiteral("Deep red, \"A\"")) << header;
@@ -142,32 +77,160 @@ TEST_F(PointFileTest, columnsOfXyzBecomeLab)
     EXPECT_EQ(found[1].name, QStringLiteral("brown"));
 }
 
-TEST_F(PointFileTest, ignoresUnknownColumnNames)
+TEST_F(PointFileTest, namesTheIgnoredColumns)
 {
-    EXPECT_EQ(points("lightness,redness,yellowness\n50,20,30").value(0).lab, (LabPoint{50, 20, 30}));
+    const Result<PointSet> set = read("press,L,a,b,density\n1,50,20,30,1.5\n");
+    ASSERT_TRUE(set);
+    ASSERT_EQ(set->notes.size(), 1);
+    EXPECT_EQ(ProblemText::english(set->notes[0].about({})),
+              QStringLiteral("unknown columns are ignored: press, density"));
+    EXPECT_FALSE(set->partial);
 }
+
+TEST_F(PointFileTest, refusesAHeadingWithoutKnownColumns)
+{
+    for (const char* heading : {"lightness,redness,yellowness", "these are words", "x,y,Y", "a,b", "R,G"})
+        EXPECT_THAT(
+            problem(QByteArray(heading) + "\n50,20,30\n"),
+            testing::AllOf(testing::StartsWith("line 1: unknown columns ("),
+                           HasSubstr("known are L, a, b; L, C, h; X, Y, Z; R, G, B; hex; C, M, Y, K")))
+            << heading;
+}
+
+TEST_F(PointFileTest, readsLChWithItsHueInDegrees)
+{
+    for (const char* heading :
+         {"L,C,h", "LAB_L,LAB_C,LAB_H", "L*,C*,h*", "L*,C*ab,hab", "lch_l,lch_c,lch_h"}) {
+        const auto found = points(QByteArray(heading) + "\n50,40,90\n60,10,180\n");
+        ASSERT_EQ(found.size(), 2) << heading;
+        expectNear(found[0].lab, LabPoint{50, 0, 40}, 1e-4f);
+        expectNear(found[1].lab, LabPoint{60, -10, 0}, 1e-4f);
+    }
+}
+
+TEST_F(PointFileTest, readsSpellingsOfLab)
+{
+    for (const char* heading :
+         {"L*,a*,b*", "Lab_L;Lab_A;Lab_B", "CIE L*,CIE a*,CIE b*", "L* (D50),a* (D50),b* (D50)", "l,a,b",
+          "L,A,B", "LAB L,LAB A,LAB B", "L-star,a-star,b-star"})
+        EXPECT_EQ(points(QByteArray(heading) + "\n50;20;30\n").value(0).lab, (LabPoint{50, 20, 30}))
+            << heading;
+}
+
+TEST_F(PointFileTest, prefersLabOverDeviceColumnsOfTheSameLetters)
+{
+    const auto found = points("R,G,B,L,a,b\n255,0,128,50,20,30\n");
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].lab, (LabPoint{50, 20, 30}));
+    EXPECT_EQ(found[0].deviceChannels, 3);
+    EXPECT_EQ(found[0].device, (std::array<float, 4>{255, 0, 128, 0}));
+}
+
+TEST_F(PointFileTest, takesTheOnlyColumnOfTextAsTheName)
+{
+    EXPECT_EQ(points("L,a,b,remark\n50,1,2,brick\n").value(0).name, QStringLiteral("brick"));
+    EXPECT_EQ(points("colour,L,a,b\nDeep brick,50,1,2\n").value(0).name, QStringLiteral("Deep brick"));
+    EXPECT_EQ(points("L,a,b,one,two\n50,1,2,brick,stone\n", {ProblemCode::ColumnsIgnored}).value(0).name,
+              QString());
+    for (const char* heading :
+         {"Sample", "Colour name", "Swatch", "PATCH_NAME", "Farbname", "label", "SampleID"})
+        EXPECT_EQ(points("L,a,b," + QByteArray(heading) + "\n50,1,2,485 C\n").value(0).name,
+                  QStringLiteral("485 C"))
+            << heading;
+}
+
+TEST_F(PointFileTest, readsANameBesideBareLab)
+{
+    const auto found = bare("PANTONE 185 C, 50.9, 75.1, 34.6\n50,1,2,stone\n50,1,2,brick,red\nred,50,1,2\n");
+    ASSERT_EQ(found.size(), 4);
+    EXPECT_EQ(found[0].name, QStringLiteral("PANTONE 185 C"));
+    EXPECT_EQ(found[0].lab, (LabPoint{50.9f, 75.1f, 34.6f}));
+    EXPECT_EQ(found[1].name, QStringLiteral("stone"));
+    EXPECT_EQ(found[2].name, QStringLiteral("brick"));
+    EXPECT_EQ(found[2].color, QColor(Qt::red));
+    EXPECT_EQ(found[3].name, QStringLiteral("red"));
+    EXPECT_FALSE(found[3].color.isValid());
+}
+
+TEST_F(PointFileTest, refusesBareNumbersThatAreNotLab)
+{
+    for (const char* row : {"255,0,0,red", "100.5,0,0", "-1,0,0", "50,129,0", "50,0,-129", "120,30,40"})
+        EXPECT_THAT(problem(QByteArray("50,1,2\n") + row), testing::StartsWith("line 2: ")) << row;
+    EXPECT_EQ(
+        problem("255,0,0,red\n"),
+        "line 1: 255 is not a value of L*, a*, b*; name the columns in the first line, for example L,a,b "
+        "or R,G,B");
+}
+
+// --- Rows and encodings -------------------------------------------------------------------------------
 
 TEST_F(PointFileTest, acceptsAByteOrderMark)
 {
     EXPECT_EQ(points("\xEF\xBB\xBFname;L;a;b\n\xC3\xA9;1;2;3").value(0).name, QStringLiteral("é"));
 }
 
-TEST_F(PointFileTest, reportsTheInvalidLine)
+TEST_F(PointFileTest, namesTheInvalidLineAndUsesTheOthers)
 {
-    for (const char* bad : {"1,2", "1,2,x", "1,2,nan", "1,2,inf", "1,2,3,blurple", "1,2,3,red,5", "words"})
-        EXPECT_EQ(problem(QByteArray("L,a,b\n50,0,0\n").replace("L,a,b", "these are words") + bad),
-                  "line 3: expected L*, a*, b* and optionally a colour")
-            << bad;
-    for (const char* bad : {"y,1,2", "y,1,2,x", "y,1,2,3,4"})
-        EXPECT_EQ(problem(QByteArray("name,L,a,b\nx,1,2,3\n") + bad),
-                  "line 3: expected numbers in the colour columns")
-            << bad;
+    const std::string start = "1 of 3 colours are left out (lines: 3): line 3: ";
+    for (const auto& [bad, why] : {std::pair{"y,1,2", "the value of b* is missing"},
+                                   std::pair{"y,1,2,x", "b* is 'x', expected a number"},
+                                   std::pair{"y,1,2,nan", "b* is 'nan', expected a number"},
+                                   std::pair{"y,1,2,inf", "b* is 'inf', expected a number"},
+                                   std::pair{"y,255,2,3", "L* is 255, expected -10 to 150"},
+                                   std::pair{"y,1,-501,3", "a* is -501, expected -500 to 500"},
+                                   std::pair{"y,1,2,3,4", "5 values for 4 columns"}})
+        EXPECT_EQ(leftOut(QByteArray("name,L,a,b\nx,1,2,3\n") + bad + "\nz,4,5,6\n"), start + why) << bad;
+    const Result<PointSet> set = read("name,L,a,b\nx,1,2,3\ny,1\nz,4,5,6\n");
+    ASSERT_TRUE(set);
+    ASSERT_EQ(set->points.size(), 2);
+    EXPECT_EQ(set->points[1].lab, (LabPoint{4, 5, 6}));
 }
 
-TEST_F(PointFileTest, refusesXyzWhoseLabIsNotFinite)
+TEST_F(PointFileTest, namesInvalidLinesWithoutAHeading)
 {
-    EXPECT_EQ(problem("X,Y,Z\n10,20,30\n-3e38,3e38,-3e38\n"),
-              "line 3: expected numbers in the colour columns");
+    for (const char* bad : {"1,2", "1,2,x", "1,2,nan", "1,2,3,red,5", "words", "1,2,3,brick,stone"})
+        EXPECT_THAT(
+            leftOut(QByteArray("50,0,0\n") + bad),
+            testing::StartsWith("1 of 2 colours are left out (lines: 2): line 2: expected L*, a*, b*"))
+            << bad;
+    EXPECT_THAT(leftOut("L,a,b,colour\n1,2,3,red\n1,2,3,blurple\n"), HasSubstr("'blurple' is not a colour"));
+}
+
+TEST_F(PointFileTest, namesTheFirstTenInvalidLines)
+{
+    EXPECT_THAT(leftOut("L,a,b\n1,2,3\n" + QByteArray("x,2,3\n").repeated(12)),
+                testing::StartsWith(
+                    "12 of 13 colours are left out (lines: 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, ...): line 3: "));
+}
+
+TEST_F(PointFileTest, refusesAFileWithoutAValidLine)
+{
+    EXPECT_EQ(problem("L,a,b\n1,2,x\n"), "line 2: b* is 'x', expected a number");
+    EXPECT_THAT(problem("L,a,b\n1,2,x\ny,2,1\n"), testing::StartsWith("2 of 2 colours are left out"));
+}
+
+TEST_F(PointFileTest, leavesOutXyzThatIsNotAColour)
+{
+    EXPECT_THAT(leftOut("X,Y,Z\n10,20,30\n-3e38,3e38,-3e38\n"), HasSubstr("line 3: X is -3e38, expected"));
+    EXPECT_THAT(leftOut("X,Y,Z\n10,20,30\n400,1,1\n"), HasSubstr("is not a possible colour"));
+}
+
+TEST_F(PointFileTest, readsLatin1Names)
+{
+    EXPECT_EQ(points("name;L;a;b\ncaf\xE9;1;2;3\n", {ProblemCode::TextTakenAsLatin1}).value(0).name,
+              QStringLiteral("café"));
+    const QByteArray sheet = "CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_NAME LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\n"
+                             "BEGIN_DATA\n\"caf\xE9\" 1 2 3\nEND_DATA\n";
+    EXPECT_EQ(points(sheet, {ProblemCode::TextTakenAsLatin1}).value(0).name, QStringLiteral("café"));
+}
+
+TEST_F(PointFileTest, readsCgatsInUtf16)
+{
+    const QString sheet = QStringLiteral("CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_NAME LAB_L LAB_A LAB_B\n"
+                                         "END_DATA_FORMAT\nBEGIN_DATA\ncafé 1 2 3\nEND_DATA\n");
+    const QByteArray utf16 =
+        "\xFF\xFE" + QByteArray(reinterpret_cast<const char*>(sheet.utf16()), 2 * sheet.size());
+    EXPECT_EQ(points(utf16).value(0).name, QStringLiteral("café"));
 }
 
 TEST_F(PointFileTest, reportsAFileWithoutPositions)
@@ -186,15 +249,6 @@ TEST_F(PointFileTest, namesAMissingFileAndAFolder)
 }
 
 // --- CGATS --------------------------------------------------------------------------------------------
-
-QByteArray sheet(const QByteArray& columns, const QList<QByteArray>& rows,
-                 const QByteArray& type = "CGATS.17")
-{
-    return type + "\n\nORIGINATOR \"a test\"\nAN_UNUSUAL_KEY \"x\"\nNUMBER_OF_FIELDS " +
-           QByteArray::number(columns.split(' ').size()) + "\nBEGIN_DATA_FORMAT\n" + columns +
-           "\nEND_DATA_FORMAT\nNUMBER_OF_SETS " + QByteArray::number(rows.size()) + "\nBEGIN_DATA\n" +
-           rows.join('\n') + "\nEND_DATA\n";
-}
 
 TEST_F(PointFileTest, readsLabFromCgats)
 {
@@ -239,14 +293,21 @@ TEST_F(PointFileTest, readsTheFirstTableThatHasColours)
 
 TEST_F(PointFileTest, reportsACgatsFileWithoutColours)
 {
-    EXPECT_THAT(problem(sheet("SAMPLE_ID SPEC_400 SPEC_500", {"1 0.1 0.2"})),
-                HasSubstr("has no columns LAB_L"));
+    EXPECT_THAT(
+        problem(sheet("SAMPLE_ID D_RED D_GREEN", {"1 0.1 0.2"})),
+        testing::StartsWith("the CGATS file has no known columns of colours (SAMPLE_ID, D_RED, D_GREEN)"));
 }
 
-TEST_F(PointFileTest, reportsTheInvalidDataSet)
+TEST_F(PointFileTest, namesTheInvalidDataSetAndUsesTheOthers)
 {
-    EXPECT_EQ(problem(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3", "2 1 none 3"})),
-              "data set 2: expected numbers in the colour columns");
+    EXPECT_EQ(leftOut(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 1 2 3", "2 1 none 3", "3 4 5 6"})),
+              "1 of 3 colours are left out (lines: 12): line 12: a* is 'none', expected a number");
+}
+
+TEST_F(PointFileTest, readsDecimalCommasInCgats)
+{
+    EXPECT_EQ(points(sheet("SAMPLE_ID LAB_L LAB_A LAB_B", {"1 54,5 -37 -50,25"})).value(0).lab,
+              (LabPoint{54.5f, -37.0f, -50.25f}));
 }
 
 TEST_F(PointFileTest, reportsWhyACgatsFileIsInvalid)

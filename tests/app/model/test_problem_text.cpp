@@ -20,11 +20,27 @@ namespace {
 int argumentCount(ProblemCode code)
 {
     switch (code) {
+    case ProblemCode::RowOutOfRange:
+        return 5;
+    case ProblemCode::RowLabImpossible:
     case ProblemCode::CgatsCountDiffers:
         return 4;
+    case ProblemCode::RowNotNumber:
+    case ProblemCode::RowTooLong:
+    case ProblemCode::RowsLeftOut:
+    case ProblemCode::PointWordUnknown:
+    case ProblemCode::SpectrumUnusable:
+    case ProblemCode::SpectraComputed:
     case ProblemCode::SessionNotInRange:
     case ProblemCode::NothingAtLightness:
         return 3;
+    case ProblemCode::RowMissesValue:
+    case ProblemCode::RowNotHex:
+    case ProblemCode::RowNotColor:
+    case ProblemCode::HeadingNeeded:
+    case ProblemCode::ColumnsUnknown:
+    case ProblemCode::DeviceScaleTaken:
+    case ProblemCode::PointSpaceDiffers:
     case ProblemCode::TooManyColumns:
     case ProblemCode::LineTooLong:
     case ProblemCode::XmlTooDeep:
@@ -48,9 +64,13 @@ int argumentCount(ProblemCode code)
     case ProblemCode::OtherReason:
     case ProblemCode::PictureDamaged:
     case ProblemCode::PictureWithoutProfile:
-    case ProblemCode::NotColorColumns:
-    case ProblemCode::NotAPoint:
-    case ProblemCode::NotAColorDataSet:
+    case ProblemCode::RowNotLab:
+    case ProblemCode::ColumnsIgnored:
+    case ProblemCode::PointsAdapted:
+    case ProblemCode::XyzScaleUnknown:
+    case ProblemCode::PointSpaceNeeded:
+    case ProblemCode::PointSpaceUnusable:
+    case ProblemCode::CgatsWithoutColor:
     case ProblemCode::XmlInvalid:
     case ProblemCode::SessionNotBool:
     case ProblemCode::SessionNotName:
@@ -89,7 +109,9 @@ int argumentCount(ProblemCode code)
     case ProblemCode::PictureTakenAsSrgb:
     case ProblemCode::NoPositions:
     case ProblemCode::CgatsInvalid:
-    case ProblemCode::CgatsWithoutColor:
+    case ProblemCode::NumbersTakenAsLab:
+    case ProblemCode::TextTakenAsLatin1:
+    case ProblemCode::ObserverDiffers:
     case ProblemCode::NotCxf:
     case ProblemCode::NotASession:
     case ProblemCode::SectionFormatUnknown:
@@ -121,7 +143,7 @@ QString sentenceOf(const Problem::Code& code)
 QStringList argumentsOf(const Problem::Code& code)
 {
     const QStringList words{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third"),
-                            QStringLiteral("fourth")};
+                            QStringLiteral("fourth"), QStringLiteral("fifth")};
     return words.first(placeCount(sentenceOf(code)));
 }
 

@@ -2,9 +2,7 @@
 #include "ItemOptions.h"
 
 #include "OptionValues.h"
-#include "commands/process/Say.h"
 #include "model/points/Lab.h"
-#include "model/points/PointFile.h"
 
 #include <map>
 
@@ -15,22 +13,18 @@ using Positions = QList<KVGamut3DViewer::ColoredPosition>;
 /// Reads the file @p name, if not empty, and calls @p use with its positions. Prints why if that fails.
 /// @return whether everything was read
 template <typename Use>
-bool withPositions(const QString& name, Use use)
+bool withPositions(const QString& name, const PointColourOptions& colours, Use use)
 {
     if (name.isEmpty())
         return true;
-    const Result<PointSet> file = readPointFile(name);
-    if (!file) {
-        say(file.error());
+    const auto file = colours.read(name, false);
+    if (!file)
         return false;
-    }
     Positions positions;
     for (const MeasuredPoint& point : file->points)
         positions.append({point.shownColor(), vectorOf(point.lab)});
     use(positions);
-    if (file->note)
-        say(*file->note);
-    return !file->note;
+    return !file->partial;
 }
 
 } // namespace
@@ -59,8 +53,8 @@ void ItemOptions::declare(CLI::App& parser)
                                               help)
             ->type_name("X");
     };
-    CLI::Option* markersOption =
-        file("--markers", markers, "Markers at the positions in this file: a line each, L,a,b[,colour]");
+    CLI::Option* markersOption = file(
+        "--markers", markers, "Markers at the colours in this file: CSV with named columns, CGATS or CxF");
     parser
         .add_option_function<std::string>(
             "--marker-type", [this](const std::string& word) { markerType = types.at(word); },
@@ -69,22 +63,23 @@ void ItemOptions::declare(CLI::App& parser)
         ->type_name("TYPE")
         ->needs(markersOption);
     size("--marker-size", markerSize, "Diameter of the markers (6)")->needs(markersOption);
-    CLI::Option* pointsOption = file("--points", points, "Points at the positions in this file");
+    CLI::Option* pointsOption = file("--points", points, "Points at the colours in this file");
     size("--point-size", pointSize, "Diameter of the points (4)")->needs(pointsOption);
-    CLI::Option* lineOption = file("--line", line, "A line through the positions in this file, in order");
+    CLI::Option* lineOption = file("--line", line, "A line through the colours in this file, in order");
     size("--line-width", lineWidth, "Width of the line (2)")->needs(lineOption);
+    colours.declare(parser);
 }
 
 bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
 {
-    bool all = withPositions(markers, [&](const Positions& positions) {
+    bool all = withPositions(markers, colours, [&](const Positions& positions) {
         viewer.addMarkerSet(QStringLiteral("markers"), markerType, positions, markerSize, markerAmbient);
     });
-    all &= withPositions(points, [&](const Positions& positions) {
+    all &= withPositions(points, colours, [&](const Positions& positions) {
         viewer.setPointSize(pointSize);
         viewer.addPointSet(QStringLiteral("points"), positions);
     });
-    all &= withPositions(line, [&](const Positions& positions) {
+    all &= withPositions(line, colours, [&](const Positions& positions) {
         QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> segments;
         for (qsizetype i = 0; i + 1 < positions.size(); ++i)
             segments.append({positions[i], positions[i + 1]});

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "PointColourOptions.h"
+
 #include <KVGamut3DViewer.h>
 
 #include <CLI/CLI.hpp>
@@ -16,11 +18,12 @@ struct ItemOptions
     float pointSize = 4.0f;
     QString line; ///< drawn through its positions in order
     float lineWidth = 2.0f;
+    PointColourOptions colours; ///< of all three
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
 
-    QStringList files() const { return {markers, points, line}; }
+    QStringList files() const { return QStringList{markers, points, line} + colours.files(); }
 
     /// Reads the files and adds their positions to @p viewer. Prints what cannot be read.
     /// @return whether everything was read

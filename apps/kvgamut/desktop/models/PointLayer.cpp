@@ -182,7 +182,10 @@ void PointLayer::open(const QString& file)
     layer.ticket = ticket;
     layer.work = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
     layer.reading = true;
-    Threads::run(m_pool, readPoints, file, layer.work)
+    const auto read = [](const QString& name, const KVCompletionProtocolPtr& work) {
+        return readPoints(name, work);
+    };
+    Threads::run(m_pool, read, file, layer.work)
         .then(this, [this, file, ticket](const Result<PointSet>& set) { finishReading(file, ticket, set); });
 }
 
@@ -203,8 +206,8 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
     layer.beingJudgedBy = 0;
     redraw();
     judgeAll();
-    if (set->note)
-        Q_EMIT noted(*set->note);
+    for (const Problem& note : set->allNotes())
+        Q_EMIT noted(note);
 }
 
 void PointLayer::cancel(const Layer& layer)

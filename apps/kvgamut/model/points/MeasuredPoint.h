@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtGui/QColor>
 
+#include <array>
+
 /// A colour at a position in Lab: measured, or the mean of a part of a picture.
 struct MeasuredPoint
 {
@@ -13,6 +15,10 @@ struct MeasuredPoint
     QColor color;          ///< from the file; invalid if the file has none
     QString name;          ///< may be empty
     double weight = 1.0;   ///< relative to the other points of its set
+
+    /// Its RGB values, 0..1, or CMYK values, 0..100, in the file.
+    std::array<float, 4> device{};
+    int deviceChannels = 0; ///< 3 or 4; 0 if the file has no device values
 
     /// The colour in which the point is shown: @ref color if valid, else screenColor() of its position.
     QColor shownColor() const;

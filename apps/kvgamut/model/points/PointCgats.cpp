@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "PointBuilder.h"
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "PointWhite.h"
 #include "model/inputs/InputGate.h"
+
+#include <QtCore/QRegularExpression>
 
 #include <utility>
 
@@ -90,10 +94,20 @@ tl::unexpected<Problem> invalid(ProblemCode reason, const QStringList& arguments
     return failure(Problem(ProblemCode::CgatsInvalid).because(Problem(reason, arguments)));
 }
 
+constexpr qsizetype maxKeywordLength = 1000;
+
 class CgatsReader
 {
 public:
-    CgatsReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_words(text), m_task(task) {}
+    CgatsReader(const QByteArray& text, const PointOptions& options, const KVCompletionProtocolPtr& task)
+        : m_words(text), m_options(options), m_task(task)
+    {
+        constexpr double percent = 100.0;
+        m_declared.whiteY = percent;
+        m_declared.maxCmyk = percent;
+        if (text.startsWith("CTI")) // .ti1, .ti2, .ti3
+            m_declared.maxRgb = percent;
+    }
 
     Result<PointSet> read()
     {
@@ -102,7 +116,7 @@ public:
             if (done = readHeader(*word); !done)
                 return failure(done.error());
         if (!m_points)
-            return failure(ProblemCode::CgatsWithoutColor);
+            return failure(ProblemCode::CgatsWithoutColor, {m_seen.join(QStringLiteral(", "))});
         return *std::move(m_points);
     }
 
@@ -115,6 +129,8 @@ private:
             return readFormat();
         if (word.is("BEGIN_DATA"))
             return readData(word.line);
+        if (word.is("WEIGHTING_FUNCTION") || word.is("MEASUREMENT_SOURCE") || word.is("SPECTRAL_NORM"))
+            return readKeyword(word);
         for (const auto& [keyword, count] :
              {std::pair{"NUMBER_OF_FIELDS", &m_fieldCount}, std::pair{"NUMBER_OF_SETS", &m_setCount}})
             if (word.is(keyword))
@@ -132,6 +148,31 @@ private:
         if (ok)
             count = number;
         return {};
+    }
+
+    /// What a keyword says about the values, as in WEIGHTING_FUNCTION "ILLUMINANT, D65".
+    Result<void> readKeyword(const Word& keyword)
+    {
+        static const QRegularExpression illuminant(QStringLiteral("illumina\\w+[\\s,=:]+(\\w+)"),
+                                                   QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression observer(QStringLiteral("observer\\w*[\\s,=:]+(10|2)\\b"),
+                                                 QRegularExpression::CaseInsensitiveOption);
+        const auto value = m_words.next();
+        if (value && value->isDirective())
+            return directive(*value);
+        const QString text = value ? QString::fromUtf8(value->text.left(maxKeywordLength)) : QString();
+        if (keyword.is("SPECTRAL_NORM"))
+            m_declared.maxReflectance = text.toDouble();
+        if (const auto match = observer.match(text); match.hasMatch())
+            m_declared.observer = match.captured(1);
+        const auto match = illuminant.match(text);
+        if (!match.hasMatch())
+            return {};
+        m_declared.white = PointWhite::known(match.captured(1));
+        if (!m_declared.white.isEmpty())
+            return {};
+        return failure(ProblemCode::PointWordUnknown, {QString::number(keyword.line), match.captured(1),
+                                                       PointWhite::names().join(QStringLiteral(", "))});
     }
 
     static tl::unexpected<Problem> directive(const Word& word)
@@ -178,8 +219,30 @@ private:
         const Result<void> counted = checkCount("NUMBER_OF_FIELDS", m_fieldCount, m_names.size());
         if (!counted)
             return counted;
-        const auto columns = m_points ? std::nullopt : PointColumns::named(m_names);
-        PointSet set;
+        auto columns = m_points ? std::nullopt : PointColumns::named(m_names);
+        if (!columns && m_seen.isEmpty())
+            m_seen = m_names;
+        PointBuilder builder(m_options, m_task);
+        builder.declared = m_declared;
+        if (columns && columns->problem)
+            return failure(*columns->problem);
+        if (columns)
+            builder.declared.wavelengths = columns->wavelengths;
+        const Result<qsizetype> rows = readRows([&](const QStringList& fields) {
+            return columns ? addRow(builder, *columns, fields) : Result<void>();
+        });
+        if (!rows)
+            return failure(rows.error());
+        m_names.clear(); // the next table has its own columns and counts
+        m_fieldCount.reset();
+        const Result<void> same = checkCount("NUMBER_OF_SETS", std::exchange(m_setCount, {}), *rows);
+        return same && columns ? finish(builder) : same;
+    }
+
+    /// Calls use(fields) for each row of the table. @return the number of rows
+    template <typename Use>
+    Result<qsizetype> readRows(const Use& use)
+    {
         QStringList row;
         qsizetype rows = 0;
         const Result<void> done = readUntil("END_DATA", [&](const QString& field) -> Result<void> {
@@ -187,27 +250,36 @@ private:
             if (row.size() < m_names.size())
                 return {};
             ++rows;
-            const QStringList fields = std::exchange(row, {});
-            return columns ? addPoint(set, columns->pointOf(fields), rows) : Result<void>();
+            return use(std::exchange(row, {}));
         });
         if (!done)
-            return done;
+            return failure(done.error());
         if (!row.isEmpty())
             return invalid(ProblemCode::CgatsCountDiffers,
                            {QString::number(m_words.line()), QStringLiteral("NUMBER_OF_FIELDS"),
                             QString::number(m_names.size()), QString::number(row.size())});
-        if (columns)
-            m_points = std::move(set);
-        m_names.clear(); // the next table has its own columns and counts
-        m_fieldCount.reset();
-        return checkCount("NUMBER_OF_SETS", std::exchange(m_setCount, {}), rows);
+        return rows;
     }
 
-    Result<void> addPoint(PointSet& set, const std::optional<MeasuredPoint>& point, qsizetype row) const
+    Result<void> addRow(PointBuilder& builder, PointColumns& columns, const QStringList& fields)
     {
-        if (!point)
-            return failure(ProblemCode::NotAColorDataSet, {QString::number(row)});
-        return PointReaders::add(set, *point, m_task);
+        if (builder.count() == 0)
+            columns.findName(fields);
+        const int line = m_words.line();
+        const Result<MeasuredPoint> point = columns.pointOf(fields, line);
+        if (point)
+            return builder.add(*point, columns.space, line);
+        builder.leaveOut(point.error(), line);
+        return {};
+    }
+
+    Result<void> finish(PointBuilder& builder)
+    {
+        Result<PointSet> set = builder.finish();
+        if (!set)
+            return failure(set.error());
+        m_points = *std::move(set);
+        return {};
     }
 
     tl::unexpected<Problem> refused(ProblemCode code, qsizetype limit) const
@@ -226,8 +298,11 @@ private:
     }
 
     Words m_words;
+    const PointOptions m_options;
     KVCompletionProtocolPtr m_task;
-    QStringList m_names; ///< of the columns of the current table
+    PointBuilder::Declared m_declared; ///< by the format and keywords
+    QStringList m_seen;                ///< columns of the first table without colours
+    QStringList m_names;               ///< of the columns of the current table
     std::optional<qsizetype> m_fieldCount;
     std::optional<qsizetype> m_setCount;
     std::optional<PointSet> m_points; ///< of the first table with colours
@@ -235,7 +310,8 @@ private:
 
 } // namespace
 
-Result<PointSet> PointReaders::readCgats(const QByteArray& text, const KVCompletionProtocolPtr& task)
+Result<PointSet> PointReaders::readCgats(const QByteArray& text, const PointOptions& options,
+                                         const KVCompletionProtocolPtr& task)
 {
-    return CgatsReader(text, task).read();
+    return CgatsReader(text, options, task).read();
 }

@@ -1,87 +1,315 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 
-#include <lcms2.h>
+#include "ColumnNames.h"
+#include "model/inputs/BuiltInProfiles.h"
 
+#include <algorithm>
 #include <cmath>
-#include <initializer_list>
 
 namespace {
 
-/// The index in @p names of the first entry of @p wanted that occurs there; -1 if none does.
-qsizetype firstOf(std::initializer_list<const char*> wanted, const QStringList& names)
+struct Range
 {
-    for (const char* name : wanted)
-        for (qsizetype i = 0; i < names.size(); ++i)
-            if (names[i].trimmed().compare(QLatin1String(name), Qt::CaseInsensitive) == 0)
-                return i;
-    return -1;
+    const char* name;
+    float min, max;
+};
+
+constexpr float maxAb = 500.0f; // beyond every colour, real or of a wide RGB space
+constexpr Range lightness{"L*", -10.0f, 150.0f};
+
+/// What is accepted in a column; a spectrum has the same range in all of its columns.
+Range rangeOf(PointSpace space, std::size_t index)
+{
+    static constexpr Range lab[] = {lightness, {"a*", -maxAb, maxAb}, {"b*", -maxAb, maxAb}};
+    static constexpr Range lch[] = {lightness, {"C*", 0.0f, maxAb}, {"h", -360.0f, 360.0f}};
+    static constexpr Range xyz[] = {{"X", -10.0f, 500.0f}, {"Y", -10.0f, 500.0f}, {"Z", -10.0f, 500.0f}};
+    static constexpr Range rgb[] = {{"R", 0.0f, 255.0f}, {"G", 0.0f, 255.0f}, {"B", 0.0f, 255.0f}};
+    static constexpr Range cmyk[] = {
+        {"C", 0.0f, 100.0f}, {"M", 0.0f, 100.0f}, {"Y", 0.0f, 100.0f}, {"K", 0.0f, 100.0f}};
+    switch (space) {
+    case PointSpace::Lab:
+        return lab[index];
+    case PointSpace::LCh:
+        return lch[index];
+    case PointSpace::Xyz:
+        return xyz[index];
+    case PointSpace::Spectrum:
+        return {"reflectance", -10.0f, 500.0f};
+    case PointSpace::Rgb:
+    case PointSpace::Hex:
+        return rgb[index];
+    case PointSpace::Cmyk:
+        return cmyk[index];
+    }
+    return {};
 }
 
-bool allFound(const std::array<qsizetype, 3>& columns)
+Result<float> valueOf(const QString& field, const Range& range, int line)
 {
-    return columns[0] >= 0 && columns[1] >= 0 && columns[2] >= 0;
+    const auto value = numberOf(field);
+    const QString number = QString::number(line);
+    if (field.trimmed().isEmpty())
+        return failure(ProblemCode::RowMissesValue, {number, QLatin1String(range.name)});
+    if (!value)
+        return failure(ProblemCode::RowNotNumber, {number, QLatin1String(range.name), field});
+    if (*value < range.min || *value > range.max)
+        return failure(ProblemCode::RowOutOfRange,
+                       {number, QLatin1String(range.name), field, QString::number(double(range.min)),
+                        QString::number(double(range.max))});
+    return *value;
+}
+
+using Found = std::optional<QList<qsizetype>>;
+
+Found findRgb(const ColumnNames& names)
+{
+    return names.findAll({{"RGBR", "R", "RED"}, {"RGBG", "G", "GREEN"}, {"RGBB", "B", "BLUE"}});
+}
+
+Found findCmyk(const ColumnNames& names)
+{
+    return names.findAll({{"CMYKC", "C", "CYAN"},
+                          {"CMYKM", "M", "MAGENTA"},
+                          {"CMYKY", "Y", "YELLOW"},
+                          {"CMYKK", "K", "BLACK", "KEY"}});
+}
+
+Found findColourimetric(const ColumnNames& names, PointSpace space)
+{
+    if (space == PointSpace::Lab)
+        return names.findAll({{"LABL", "L*", "CIEL*", "CIEL", "LSTAR", "L"},
+                              {"LABA", "a*", "CIEA*", "CIEA", "ASTAR", "a"},
+                              {"LABB", "b*", "CIEB*", "CIEB", "BSTAR", "b"}});
+    if (space == PointSpace::LCh)
+        return names.findAll({{"LCHL", "LABL", "L*", "CIEL*", "CIEL", "LSTAR", "L"},
+                              {"LCHC", "LABC", "C*", "C*ab", "Cab", "CIEC", "CSTAR", "CHROMA", "C"},
+                              {"LCHH", "LABH", "h*", "hab", "h°", "CIEH", "HUE", "h"}});
+    return names.findAll({{"XYZX", "CIEX", "X"}, {"XYZY", "CIEY", "Y"}, {"XYZZ", "CIEZ", "Z"}});
+}
+
+/// Columns of reflectances, sorted by wavelength.
+Found findSpectrum(const ColumnNames& names, QList<double>& wavelengths)
+{
+    constexpr qsizetype minBands = 3; // fewer are columns of another meaning, such as R400
+    QList<std::pair<double, qsizetype>> bands;
+    for (qsizetype i = 0; i < names.count(); ++i)
+        if (const auto wavelength = names.wavelengthOf(i))
+            bands.append({*wavelength, i});
+    if (bands.size() < minBands)
+        return {};
+    std::sort(bands.begin(), bands.end());
+    QList<qsizetype> columns;
+    for (const auto& [wavelength, column] : std::as_const(bands)) {
+        wavelengths.append(wavelength);
+        columns.append(column);
+    }
+    return columns;
+}
+
+/// RGB columns, also those whose names say of which space, which is then @p declared.
+Found findRgb(const ColumnNames& names, QString& declared)
+{
+    for (const QString& space : BuiltInProfiles::names())
+        if (const Found columns = names.findChannels(space, QStringLiteral("RGB"))) {
+            declared = space;
+            return columns;
+        }
+    return findRgb(names);
+}
+
+/// The columns with the values of a point, and their space.
+bool findValues(const ColumnNames& names, PointColumns& columns)
+{
+    const auto take = [&columns](const Found& found, PointSpace space) {
+        columns.space = space;
+        columns.values = found.value_or(QList<qsizetype>());
+        return found.has_value();
+    };
+    for (const PointSpace space : {PointSpace::Lab, PointSpace::LCh, PointSpace::Xyz})
+        if (take(findColourimetric(names, space), space))
+            return true;
+    if (take(findSpectrum(names, columns.wavelengths), PointSpace::Spectrum) ||
+        take(findRgb(names, columns.declared), PointSpace::Rgb))
+        return true;
+    return take(names.findAll({{"HEX", "RGBHEX", "HEXRGB", "HEXCODE", "HTML", "WEB"}}), PointSpace::Hex) ||
+           take(findCmyk(names), PointSpace::Cmyk);
+}
+
+void takeWeights(PointColumns& columns)
+{
+    if (columns.space != PointSpace::Spectrum)
+        return;
+    if (auto weights = SpectralWeights::of(columns.wavelengths))
+        columns.weights = *std::move(weights);
+    else
+        columns.problem = weights.error();
+}
+
+/// Device values beside others.
+void takeDevice(const ColumnNames& names, PointColumns& columns)
+{
+    if (columns.space == PointSpace::Rgb || columns.space == PointSpace::Cmyk)
+        return;
+    const Found rgb = findRgb(names);
+    columns.device = (rgb ? rgb : findCmyk(names)).value_or(QList<qsizetype>());
+}
+
+/// Columns that measuring devices write and that are of no use here.
+bool isExpected(const QString& name)
+{
+    static constexpr const char* starts[] = {"SAMPLE", "STDEV", "MEAN_", "CHI_",  "D_",    "LAB_",
+                                             "XYZ_",   "RGB_",  "CMYK_", "SPEC",  "INDEX", "STRING",
+                                             "XYY_",   "nCLR",  "CLR_",  "FILE_", "KEY"};
+    return std::any_of(std::begin(starts), std::end(starts),
+                       [&name](const char* start) { return name.startsWith(QLatin1String(start)); });
+}
+
+} // namespace
+
+std::optional<PointColumns> PointColumns::named(const QStringList& fields)
+{
+    const ColumnNames names(fields);
+    PointColumns columns;
+    if (!findValues(names, columns))
+        return {};
+    columns.color = names.find({"colour", "color"});
+    columns.name = names.find({"SAMPLENAME", "NAME", "COLOURNAME", "COLORNAME", "PATCHNAME", "SWATCHNAME",
+                               "SWATCH", "PATCH", "LABEL", "TITLE", "SAMPLE", "FARBNAME", "BEZEICHNUNG",
+                               "SAMPLEID", "PATCHID", "ID", "SAMPLELOC"});
+    takeWeights(columns);
+    takeDevice(names, columns);
+    const auto shares = [&columns](qsizetype column) { return columns.values.contains(column); };
+    if (std::any_of(columns.device.cbegin(), columns.device.cend(), shares))
+        columns.device.clear();
+    for (qsizetype i = 0; i < fields.size(); ++i)
+        if (!shares(i) && !columns.device.contains(i) && i != columns.color && i != columns.name &&
+            !fields[i].isEmpty() && !isExpected(fields[i]))
+            columns.unknown.append(i);
+    return columns;
+}
+
+void PointColumns::findName(const QStringList& row)
+{
+    if (name >= 0)
+        return;
+    const QString shown = row.value(color);
+    if (!shown.isEmpty() && !QColor(shown).isValid()) {
+        name = std::exchange(color, -1);
+        return;
+    }
+    const auto isText = [&row](qsizetype column) {
+        return !row.value(column).isEmpty() && !numberOf(row.value(column));
+    };
+    if (std::count_if(unknown.cbegin(), unknown.cend(), isText) == 1) {
+        const auto only = std::find_if(unknown.begin(), unknown.end(), isText);
+        name = *only;
+        unknown.erase(only);
+    }
+}
+
+namespace {
+
+/// The device values of @p row in the columns @p columns; 0 channels if one is missing or no number.
+void readDevice(MeasuredPoint& point, const QStringList& row, const QList<qsizetype>& columns)
+{
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        const auto value = numberOf(row.value(columns[i]));
+        if (!value)
+            return;
+        point.device[static_cast<std::size_t>(i)] = *value;
+    }
+    point.deviceChannels = static_cast<int>(columns.size());
+}
+
+Result<void> readHex(MeasuredPoint& point, QString field, int line)
+{
+    if (!field.startsWith(QLatin1Char('#')))
+        field.prepend(QLatin1Char('#'));
+    const bool isHex = field.size() == 7 || field.size() == 4;
+    const QColor color = isHex ? QColor(field) : QColor();
+    if (!color.isValid())
+        return failure(ProblemCode::RowNotHex, {QString::number(line), field.mid(1)});
+    point.device = {float(color.red()), float(color.green()), float(color.blue()), 0.0f};
+    point.deviceChannels = 3;
+    return {};
+}
+
+Result<void> readColor(MeasuredPoint& point, const QString& field, int line)
+{
+    point.color = field.isEmpty() ? QColor() : QColor(field);
+    if (!field.isEmpty() && !point.color.isValid())
+        return failure(ProblemCode::RowNotColor, {QString::number(line), field});
+    return {};
+}
+
+} // namespace
+
+Result<std::array<float, 3>> PointColumns::spectrumOf(const QStringList& row, int line) const
+{
+    std::vector<float> reflectances;
+    for (const qsizetype column : values) {
+        const Result<float> value = valueOf(row.value(column), rangeOf(space, 0), line);
+        if (!value)
+            return failure(value.error());
+        reflectances.push_back(*value);
+    }
+    return weights.xyzOf(reflectances);
+}
+
+Result<MeasuredPoint> PointColumns::pointOf(const QStringList& row, int line) const
+{
+    MeasuredPoint point;
+    point.name = row.value(name);
+    if (const Result<void> read = readColor(point, row.value(color), line); !read)
+        return failure(read.error());
+    if (space == PointSpace::Hex)
+        return readHex(point, row.value(values[0]).trimmed(), line).map([&point] { return point; });
+    if (space == PointSpace::Spectrum)
+        return spectrumOf(row, line).map([&](const std::array<float, 3>& xyz) {
+            readDevice(point, row, device);
+            point.lab = {xyz[0], xyz[1], xyz[2]};
+            return point;
+        });
+    std::array<float, 4> numbers{};
+    for (std::size_t i = 0; i < static_cast<std::size_t>(values.size()); ++i) {
+        const Result<float> value =
+            valueOf(row.value(values[static_cast<qsizetype>(i)]), rangeOf(space, i), line);
+        if (!value)
+            return failure(value.error());
+        numbers[i] = *value;
+    }
+    const std::array<float, 3> first{numbers[0], numbers[1], numbers[2]};
+    if (space == PointSpace::Rgb || space == PointSpace::Cmyk) {
+        point.device = numbers;
+        point.deviceChannels = static_cast<int>(values.size());
+        return point;
+    }
+    readDevice(point, row, device);
+    point.lab = space == PointSpace::LCh ? labOfLCh(first) : KVGamut::LabPoint{first[0], first[1], first[2]};
+    return point;
 }
 
 std::optional<float> numberOf(const QString& field)
 {
     bool ok = false;
-    const float value = field.toFloat(&ok);
+    float value = field.toFloat(&ok);
+    if (!ok && field.contains(QLatin1Char(','))) // as in "50,5"
+        value = QString(field).replace(QLatin1Char(','), QLatin1Char('.')).toFloat(&ok);
     if (!ok || !std::isfinite(value))
         return {};
     return value;
 }
 
-} // namespace
-
-std::optional<PointColumns> PointColumns::named(const QStringList& names)
+KVGamut::LabPoint labOfLCh(const std::array<float, 3>& values)
 {
-    PointColumns columns;
-    columns.values = {firstOf({"LAB_L", "L*", "L", "CIE_L"}, names),
-                      firstOf({"LAB_A", "a*", "a", "CIE_A"}, names),
-                      firstOf({"LAB_B", "b*", "b", "CIE_B"}, names)};
-    if (!allFound(columns.values)) {
-        columns.values = {firstOf({"XYZ_X", "X"}, names), firstOf({"XYZ_Y", "Y"}, names),
-                          firstOf({"XYZ_Z", "Z"}, names)};
-        columns.areXyz = true;
-    }
-    if (!allFound(columns.values))
-        return {};
-    columns.color = firstOf({"colour", "color"}, names);
-    columns.name = firstOf({"SAMPLE_NAME", "name", "SAMPLE_ID", "id"}, names);
-    return columns;
+    const double angle = double(values[2]) * M_PI / 180.0;
+    return {values[0], static_cast<float>(double(values[1]) * std::cos(angle)),
+            static_cast<float>(double(values[1]) * std::sin(angle))};
 }
 
-std::optional<MeasuredPoint> PointColumns::pointOf(const QStringList& row) const
+bool isPossible(const KVGamut::LabPoint& lab)
 {
-    std::array<float, 3> position{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        const auto value = numberOf(row.value(values[i]));
-        if (!value)
-            return {};
-        position[i] = *value;
-    }
-    const QString colorField = row.value(color);
-    const QColor given = colorField.isEmpty() ? QColor() : QColor(colorField);
-    if (!colorField.isEmpty() && !given.isValid())
-        return {};
-    const KVGamut::LabPoint lab =
-        areXyz ? labOfXyz(position) : KVGamut::LabPoint{position[0], position[1], position[2]};
-    if (!isFinite(lab)) // of enormous XYZ
-        return {};
-    return MeasuredPoint{lab, given, row.value(name)};
-}
-
-bool isFinite(const KVGamut::LabPoint& lab)
-{
-    return std::isfinite(lab.L) && std::isfinite(lab.a) && std::isfinite(lab.b);
-}
-
-KVGamut::LabPoint labOfXyz(const std::array<float, 3>& xyz)
-{
-    constexpr double white = 100.0;
-    const cmsCIEXYZ scaled{double(xyz[0]) / white, double(xyz[1]) / white, double(xyz[2]) / white};
-    cmsCIELab lab;
-    cmsXYZ2Lab(cmsD50_XYZ(), &lab, &scaled);
-    return {static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)};
+    return lab.L >= lightness.min && lab.L <= lightness.max && std::fabs(lab.a) <= maxAb &&
+           std::fabs(lab.b) <= maxAb; // false for NaN
 }

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "PointBuilder.h"
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "PointWhite.h"
+#include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/InputLimits.h"
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QStringDecoder>
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -49,56 +53,83 @@ QStringList fieldsOf(const QString& line, QChar separator)
     return fields;
 }
 
-/// A table with or without named columns.
-class Table
-{
-public:
-    /// Sets the names of the columns; ignores them if they do not contain a colour space.
-    void takeHeader(const QStringList& names)
-    {
-        if (const auto named = PointColumns::named(names)) {
-            m_columns = *named;
-            m_maxFields = names.size();
-            m_named = true;
-        }
-    }
-
-    std::optional<MeasuredPoint> pointOf(QStringList fields, bool decimalComma) const
-    {
-        if (fields.size() > m_maxFields)
-            return {}; // the meaning of the other numbers is unknown
-        if (decimalComma)
-            for (const qsizetype column : m_columns.values)
-                if (column < fields.size())
-                    fields[column].replace(QLatin1Char(','), QLatin1Char('.'));
-        return m_columns.pointOf(fields);
-    }
-
-    /// The problem of a row for which pointOf() returns nullopt.
-    ProblemCode rowProblem() const { return m_named ? ProblemCode::NotColorColumns : ProblemCode::NotAPoint; }
-
-private:
-    PointColumns m_columns;
-    qsizetype m_maxFields = 4;
-    bool m_named = false;
-};
-
 bool isNumber(const QString& field)
 {
-    bool ok = false;
-    QString(field).replace(QLatin1Char(','), QLatin1Char('.')).toFloat(&ok);
-    return ok;
+    return numberOf(field).has_value();
 }
+
+bool isHexColor(const QString& field)
+{
+    return (field.size() == 7 || field.size() == 4) && field.startsWith(QLatin1Char('#')) &&
+           QColor(field).isValid();
+}
+
+/// Whether @p fields are wavelengths, with at most a word before them: the heading of a table of spectra.
+bool areWavelengths(const QStringList& fields)
+{
+    constexpr qsizetype minBands = 10;
+    constexpr float min = 300.0f, max = 900.0f;
+    float last = min;
+    for (qsizetype i = isNumber(fields.value(0)) ? 0 : 1; i < fields.size(); ++i) {
+        const auto number = numberOf(fields[i]);
+        if (!number || *number <= last || *number > max)
+            return false;
+        last = *number;
+    }
+    return fields.size() >= minBands;
+}
+
+/// The rows of a table without a heading: three numbers, and beside them a name, a colour or both.
+namespace bareRow {
+
+/// Takes @p text as the colour if it is one and stands after the numbers, else as the name.
+bool takeText(MeasuredPoint& point, const QString& text, bool isAfter)
+{
+    const QColor color(isAfter ? text : QString());
+    if (color.isValid() && !point.color.isValid()) {
+        point.color = color;
+        return true;
+    }
+    return std::exchange(point.name, text).isEmpty();
+}
+
+/// nullopt if @p fields are anything else
+std::optional<MeasuredPoint> pointOf(const QStringList& fields)
+{
+    MeasuredPoint point;
+    QList<float> numbers;
+    for (const QString& field : fields) {
+        if (field.isEmpty())
+            continue;
+        if (const auto number = numberOf(field))
+            numbers.append(*number);
+        else if (!takeText(point, field, numbers.size() == 3))
+            return {};
+    }
+    if (numbers.size() != 3)
+        return {};
+    point.lab = {numbers[0], numbers[1], numbers[2]};
+    return point;
+}
+
+/// The first value that is outside of the ranges of Lab; nullopt if there is none.
+std::optional<float> strangeValue(const KVGamut::LabPoint& lab)
+{
+    constexpr float maxL = 100.0f, maxAb = 128.0f;
+    if (lab.L < 0.0f || lab.L > maxL)
+        return lab.L;
+    if (std::fabs(lab.a) > maxAb)
+        return lab.a;
+    return std::fabs(lab.b) > maxAb ? std::optional(lab.b) : std::nullopt;
+}
+
+} // namespace bareRow
 
 /// The lines of a text, without the line breaks.
 class Lines
 {
 public:
-    explicit Lines(const QByteArray& text)
-    {
-        const auto encoding = QStringConverter::encodingForData(text).value_or(QStringConverter::Utf8);
-        m_text = QStringDecoder(encoding)(text);
-    }
+    explicit Lines(const QByteArray& utf8) : m_text(QString::fromUtf8(utf8)) {}
 
     bool atEnd() const { return m_at >= m_text.size(); }
     /// Number of the line that next() has returned, from 1 on.
@@ -119,10 +150,41 @@ private:
     int m_number = 0;
 };
 
+/// What comments declare, as in "# space: sRGB", "# white: D65" and "# white-y: 1".
+Result<void> takeDeclaration(const QString& comment, int line, PointBuilder::Declared& declared)
+{
+    static const QRegularExpression form(QStringLiteral("^#+\\s*(space|white|white-y)\\s*[:=]\\s*(\\S+)$"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(comment);
+    if (!match.hasMatch())
+        return {};
+    const QString key = match.captured(1).toLower(), value = match.captured(2);
+    const bool isSpace = key == QLatin1String("space"), isWhite = key == QLatin1String("white");
+    const QStringList known = isSpace   ? BuiltInProfiles::names()
+                              : isWhite ? PointWhite::names()
+                                        : QStringList{QStringLiteral("1"), QStringLiteral("100")};
+    const auto found = std::find_if(known.cbegin(), known.cend(), [&value](const QString& word) {
+        return word.compare(value, Qt::CaseInsensitive) == 0;
+    });
+    if (found == known.cend())
+        return failure(ProblemCode::PointWordUnknown,
+                       {QString::number(line), value, known.join(QStringLiteral(", "))});
+    if (isSpace)
+        declared.space = *found;
+    else if (isWhite)
+        declared.white = *found;
+    else
+        declared.whiteY = found->toDouble();
+    return {};
+}
+
 class CsvReader
 {
 public:
-    CsvReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_lines(text), m_task(task) {}
+    CsvReader(const QByteArray& text, const PointOptions& options, const KVCompletionProtocolPtr& task)
+        : m_lines(text), m_builder(options, task)
+    {
+    }
 
     Result<PointSet> read()
     {
@@ -131,27 +193,90 @@ public:
             if (line.size() > InputLimits::maxLineLength)
                 return refused(ProblemCode::LineTooLong, InputLimits::maxLineLength);
             const QString content = line.trimmed().toString();
-            if (content.isEmpty() || content.startsWith(QLatin1Char('#')))
+            if (content.isEmpty() || content.startsWith(QLatin1String("sep="), Qt::CaseInsensitive))
                 continue;
-            if (const Result<void> taken = take(content); !taken)
+            if (const Result<void> taken = takeLine(content); !taken)
                 return failure(taken.error());
-            m_first = false;
         }
-        return std::move(m_set);
+        if (m_isBare)
+            m_builder.note(Problem(ProblemCode::NumbersTakenAsLab));
+        return m_builder.finish();
     }
 
 private:
-    Result<void> take(const QString& line)
+    Result<void> takeLine(const QString& line)
     {
         const QChar separator = separatorOf(line);
         const QStringList fields = fieldsOf(line, separator);
+        // a row of hexadecimal colours begins like a comment
+        const bool isHex = m_columns && m_columns->space == PointSpace::Hex && isHexColor(fields.value(0));
+        if (line.startsWith(QLatin1Char('#')) && !isHex)
+            return takeDeclaration(line, m_lines.number(), m_builder.declared);
         if (fields.size() > InputLimits::maxColumns)
             return refused(ProblemCode::TooManyColumns, InputLimits::maxColumns);
-        if (auto point = m_table.pointOf(fields, separator != QLatin1Char(',')))
-            return PointReaders::add(m_set, *std::move(point), m_task);
-        if (!m_first || isNumber(fields.value(0)))
-            return failure(m_table.rowProblem(), {QString::number(m_lines.number())});
-        m_table.takeHeader(fields);
+        const bool isFirst = std::exchange(m_first, false);
+        if (isFirst && (std::none_of(fields.cbegin(), fields.cend(), isNumber) || areWavelengths(fields)))
+            return takeHeading(fields);
+        return m_columns ? takeRow(fields) : takeBareRow(fields);
+    }
+
+    Result<void> takeHeading(const QStringList& names)
+    {
+        m_columns = PointColumns::named(names);
+        m_names = names;
+        if (!m_columns)
+            return failure(ProblemCode::ColumnsUnknown,
+                           {QString::number(m_lines.number()), names.join(QStringLiteral(", "))});
+        if (m_columns->problem)
+            return failure(*m_columns->problem);
+        if (m_builder.declared.space.isEmpty())
+            m_builder.declared.space = m_columns->declared;
+        m_builder.declared.wavelengths = m_columns->wavelengths;
+        return {};
+    }
+
+    Result<void> takeRow(QStringList fields)
+    {
+        while (fields.size() > m_names.size() && fields.last().isEmpty())
+            fields.removeLast();
+        if (!std::exchange(m_nameIsFound, true)) {
+            m_columns->findName(fields);
+            noteIgnored();
+        }
+        const int line = m_lines.number();
+        if (fields.size() > m_names.size()) // the meaning of the other values is unknown
+            return add(
+                failure(ProblemCode::RowTooLong, {QString::number(line), QString::number(fields.size()),
+                                                  QString::number(m_names.size())}));
+        return add(m_columns->pointOf(fields, line));
+    }
+
+    void noteIgnored()
+    {
+        QStringList ignored;
+        for (const qsizetype column : std::as_const(m_columns->unknown))
+            ignored.append(m_names[column]);
+        if (!ignored.isEmpty())
+            m_builder.note(Problem(ProblemCode::ColumnsIgnored, {ignored.join(QStringLiteral(", "))}));
+    }
+
+    Result<void> takeBareRow(const QStringList& fields)
+    {
+        const QString line = QString::number(m_lines.number());
+        const auto point = bareRow::pointOf(fields);
+        if (!point)
+            return add(failure(ProblemCode::RowNotLab, {line}));
+        if (const auto strange = bareRow::strangeValue(point->lab))
+            return failure(ProblemCode::HeadingNeeded, {line, QString::number(double(*strange))});
+        m_isBare = true;
+        return add(*point);
+    }
+
+    Result<void> add(const Result<MeasuredPoint>& point)
+    {
+        if (point)
+            return m_builder.add(*point, m_columns ? m_columns->space : PointSpace::Lab, m_lines.number());
+        m_builder.leaveOut(point.error(), m_lines.number());
         return {};
     }
 
@@ -161,15 +286,18 @@ private:
     }
 
     Lines m_lines;
-    KVCompletionProtocolPtr m_task;
-    Table m_table;
-    PointSet m_set;
-    bool m_first = true; ///< no line with fields has been read yet
+    PointBuilder m_builder;
+    std::optional<PointColumns> m_columns; ///< nullopt without a heading
+    QStringList m_names;                   ///< of the columns
+    bool m_first = true;                   ///< no line with fields has been read yet
+    bool m_nameIsFound = false;
+    bool m_isBare = false;
 };
 
 } // namespace
 
-Result<PointSet> PointReaders::readCsv(const QByteArray& text, const KVCompletionProtocolPtr& task)
+Result<PointSet> PointReaders::readCsv(const QByteArray& text, const PointOptions& options,
+                                       const KVCompletionProtocolPtr& task)
 {
-    return CsvReader(text, task).read();
+    return CsvReader(text, options, task).read();
 }

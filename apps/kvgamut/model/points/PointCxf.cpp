@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PointColumns.h"
 #include "PointReaders.h"
+#include "PointWhite.h"
 #include "XmlLimits.h"
 #include "model/inputs/InputGate.h"
 
@@ -104,8 +105,9 @@ private:
         if (!numbers || m_objects.isEmpty())
             return;
         const auto& [x, y, z] = *numbers;
-        const KVGamut::LabPoint lab = isXyz ? labOfXyz(*numbers) : KVGamut::LabPoint{x, y, z};
-        if (isFinite(lab)) // false for enormous XYZ
+        const KVGamut::LabPoint lab =
+            isXyz ? PointWhite::fromXyz(*numbers, 100.0, {}) : KVGamut::LabPoint{x, y, z};
+        if (isPossible(lab))
             m_objects.last().values.append({lab, specification, isXyz});
     }
 
@@ -124,6 +126,7 @@ private:
     Result<PointSet> chosen() const
     {
         PointSet set;
+        set.reading = {QStringLiteral("Lab"), {}, {}, QStringLiteral("D50"), {}};
         for (const Object& object : m_objects) {
             const auto value = best(object);
             if (!value)
@@ -153,7 +156,8 @@ private:
 
 } // namespace
 
-Result<PointSet> PointReaders::readCxf(const QByteArray& text, const KVCompletionProtocolPtr& task)
+Result<PointSet> PointReaders::readCxf(const QByteArray& text, const PointOptions& /*options*/,
+                                       const KVCompletionProtocolPtr& task)
 {
     return checkXml(text).and_then([&] { return CxfReader(text, task).read(); });
 }

@@ -10,7 +10,8 @@ namespace {
 constexpr float readingShare = 0.2f; // of the progress
 }
 
-Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& task)
+Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& task,
+                            const PointOptions& options)
 {
     const auto kindOf = [](const QByteArray& start) {
         return PictureProfile::isPicture(start) ? InputKind::Picture : InputKind::Points;
@@ -18,8 +19,8 @@ Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& 
     const Result<QByteArray> content = InputGate::read(file, kindOf, task, readingShare);
     if (!content)
         return failure(content.error());
-    const auto read = PictureProfile::isPicture(*content) ? pointsOfPicture : pointsOfText;
-    return read(*content, task)
+    const bool isPicture = PictureProfile::isPicture(*content);
+    return (isPicture ? pointsOfPicture(*content, task) : pointsOfText(*content, task, options))
         .map([&file](PointSet set) { return ofFile(std::move(set), file); })
         .map_error([&file](const Problem& problem) { return problem.about(file); });
 }

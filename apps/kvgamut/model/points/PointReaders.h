@@ -9,12 +9,15 @@
 #include <QtCore/QByteArray>
 
 /// The readers that pointsOfText() selects by content. Problems and notes do not name the file; without
-/// points the set is empty. A task may be null.
+/// points the set is empty. A task may be null. The text of CSV and CGATS is in UTF-8.
 namespace PointReaders {
 
-Result<PointSet> readCsv(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
-Result<PointSet> readCgats(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
-Result<PointSet> readCxf(const QByteArray& text, const KVCompletionProtocolPtr& task = {});
+Result<PointSet> readCsv(const QByteArray& text, const PointOptions& options = {},
+                         const KVCompletionProtocolPtr& task = {});
+Result<PointSet> readCgats(const QByteArray& text, const PointOptions& options = {},
+                           const KVCompletionProtocolPtr& task = {});
+Result<PointSet> readCxf(const QByteArray& text, const PointOptions& options = {},
+                         const KVCompletionProtocolPtr& task = {});
 
 /// Adds @p point to @p set; a name that is too long is cut. Fails with TooManyPoints or Cancelled.
 Result<void> add(PointSet& set, MeasuredPoint point, const KVCompletionProtocolPtr& task);

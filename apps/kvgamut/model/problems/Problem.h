@@ -56,9 +56,30 @@ enum class ProblemCode : int
     PictureTakenAsSrgb,     ///< a note: no embedded profile
 
     // points
-    NotColorColumns,      ///< argument: line number; in a table with named columns
-    NotAPoint,            ///< argument: line number; in a table without names
-    NotAColorDataSet,     ///< argument: number of the CGATS data set
+    RowMissesValue,       ///< arguments: line number, name of the value
+    RowNotNumber,         ///< arguments: line number, name of the value, what was found
+    RowOutOfRange,        ///< arguments: line number, name of the value, what was found, min, max
+    RowNotHex,            ///< arguments: line number, what was found
+    RowNotColor,          ///< arguments: line number, what was found
+    RowTooLong,           ///< arguments: line number, number of values, number of columns
+    RowNotLab,            ///< argument: line number; in a table without a heading
+    RowLabImpossible,     ///< arguments: line number, L*, a*, b*
+    RowsLeftOut,          ///< arguments: number left out, number of all, lines; with the cause of the first
+    HeadingNeeded,        ///< arguments: line number, the first value that is not of Lab
+    ColumnsUnknown,       ///< arguments: line number, the names of the columns
+    ColumnsIgnored,       ///< a note; argument: the names of the columns
+    NumbersTakenAsLab,    ///< a note: a table without a heading
+    TextTakenAsLatin1,    ///< a note: neither UTF-8 nor UTF-16
+    PointsAdapted,        ///< a note; argument: the white of the values, such as D65
+    ObserverDiffers,      ///< a note: values for the 10 degree observer
+    XyzScaleUnknown,      ///< argument: the largest value
+    DeviceScaleTaken,     ///< a note; arguments: RGB or CMYK, the largest possible value
+    PointSpaceNeeded,     ///< argument: RGB or CMYK
+    PointSpaceDiffers,    ///< arguments: the profile, RGB or CMYK
+    PointSpaceUnusable,   ///< argument: the profile; may have a cause
+    PointWordUnknown,     ///< arguments: line number, the word, the words that are known
+    SpectrumUnusable,     ///< arguments: number of reflectances, the first and the last wavelength
+    SpectraComputed,      ///< a note; arguments: first and last wavelength, the reflectance of white
     NoPositions,          ///< the file contains no point
     TooManyPoints,        ///< argument: the limit
     TooManyColumns,       ///< arguments: line number, the limit
@@ -68,7 +89,7 @@ enum class ProblemCode : int
     CgatsWithoutFormat,   ///< argument: line number of data whose columns have no names
     CgatsUnfinished,      ///< a cause; arguments: line number, the keyword that is missing
     CgatsCountDiffers,    ///< a cause; arguments: line number, keyword, declared number, number found
-    CgatsWithoutColor,    ///< no columns with Lab or XYZ
+    CgatsWithoutColor,    ///< argument: the names of the columns
     NotCxf,               ///< XML of another kind
     XmlInvalid,           ///< argument: line number; with a cause
     XmlHasDocumentType,   ///< argument: line number

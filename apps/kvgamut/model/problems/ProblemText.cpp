@@ -59,12 +59,54 @@ constexpr Sentence sentences[] = {
     {ProblemCode::PictureTransparent, QT_TRANSLATE_NOOP("Problem", "every pixel is transparent")},
     {ProblemCode::PictureTakenAsSrgb,
      QT_TRANSLATE_NOOP("Problem", "no embedded profile; the colours are taken as sRGB")},
-    {ProblemCode::NotColorColumns,
-     QT_TRANSLATE_NOOP("Problem", "line %1: expected numbers in the colour columns")},
-    {ProblemCode::NotAPoint,
-     QT_TRANSLATE_NOOP("Problem", "line %1: expected L*, a*, b* and optionally a colour")},
-    {ProblemCode::NotAColorDataSet,
-     QT_TRANSLATE_NOOP("Problem", "data set %1: expected numbers in the colour columns")},
+    {ProblemCode::RowMissesValue, QT_TRANSLATE_NOOP("Problem", "line %1: the value of %2 is missing")},
+    {ProblemCode::RowNotNumber, QT_TRANSLATE_NOOP("Problem", "line %1: %2 is '%3', expected a number")},
+    {ProblemCode::RowOutOfRange, QT_TRANSLATE_NOOP("Problem", "line %1: %2 is %3, expected %4 to %5")},
+    {ProblemCode::RowNotHex, QT_TRANSLATE_NOOP("Problem", "line %1: '%2', expected a colour such as 40c0ff")},
+    {ProblemCode::RowNotColor, QT_TRANSLATE_NOOP("Problem", "line %1: '%2' is not a colour")},
+    {ProblemCode::RowTooLong, QT_TRANSLATE_NOOP("Problem", "line %1: %2 values for %3 columns")},
+    {ProblemCode::RowNotLab,
+     QT_TRANSLATE_NOOP("Problem", "line %1: expected L*, a*, b* and optionally a name and a colour; for "
+                                  "anything else the first line must name the columns")},
+    {ProblemCode::RowLabImpossible,
+     QT_TRANSLATE_NOOP("Problem", "line %1: L* %2, a* %3, b* %4 is not a possible colour")},
+    {ProblemCode::RowsLeftOut, QT_TRANSLATE_NOOP("Problem", "%1 of %2 colours are left out (lines: %3)")},
+    {ProblemCode::HeadingNeeded,
+     QT_TRANSLATE_NOOP("Problem", "line %1: %2 is not a value of L*, a*, b*; name the columns in the first "
+                                  "line, for example L,a,b or R,G,B")},
+    {ProblemCode::ColumnsUnknown,
+     QT_TRANSLATE_NOOP("Problem", "line %1: unknown columns (%2); known are L, a, b; L, C, h; X, Y, Z; "
+                                  "R, G, B; hex; C, M, Y, K, and reflectances such as 400 nm")},
+    {ProblemCode::ColumnsIgnored, QT_TRANSLATE_NOOP("Problem", "unknown columns are ignored: %1")},
+    {ProblemCode::NumbersTakenAsLab,
+     QT_TRANSLATE_NOOP("Problem", "no heading; the numbers are taken as L*, a*, b* for D50")},
+    {ProblemCode::TextTakenAsLatin1,
+     QT_TRANSLATE_NOOP("Problem", "neither UTF-8 nor UTF-16; the text is taken as Latin-1")},
+    {ProblemCode::PointsAdapted,
+     QT_TRANSLATE_NOOP("Problem", "the values for %1 are adapted to D50 (Bradford)")},
+    {ProblemCode::ObserverDiffers,
+     QT_TRANSLATE_NOOP("Problem", "the values are for the 10 degree observer, gamuts for the 2 degree "
+                                  "observer; compare them with care")},
+    {ProblemCode::XyzScaleUnknown,
+     QT_TRANSLATE_NOOP("Problem", "the largest XYZ value is %1, so it is not clear whether white has Y 1 or "
+                                  "Y 100; declare it: --points-white-y, or a line '# white-y: 1' in the "
+                                  "file")},
+    {ProblemCode::DeviceScaleTaken,
+     QT_TRANSLATE_NOOP("Problem", "the %1 values are taken as numbers from 0 to %2")},
+    {ProblemCode::PointSpaceNeeded,
+     QT_TRANSLATE_NOOP("Problem", "%1 values without their colour space; declare it: --points-space with a "
+                                  "built-in RGB space or an ICC profile, or for RGB a line '# space: sRGB' "
+                                  "in the file")},
+    {ProblemCode::PointSpaceDiffers, QT_TRANSLATE_NOOP("Problem", "'%1' is not a profile for %2 values")},
+    {ProblemCode::PointSpaceUnusable,
+     QT_TRANSLATE_NOOP("Problem", "the colours cannot be converted with the profile '%1'")},
+    {ProblemCode::PointWordUnknown, QT_TRANSLATE_NOOP("Problem", "line %1: '%2' is not known; known are %3")},
+    {ProblemCode::SpectrumUnusable,
+     QT_TRANSLATE_NOOP("Problem", "%1 reflectances from %2 to %3 nm are not enough; needed are equal steps "
+                                  "of at most 20 nm from 400 to 700 nm")},
+    {ProblemCode::SpectraComputed,
+     QT_TRANSLATE_NOOP("Problem", "the reflectances from %1 to %2 nm, taken as 0 to %3, are computed for the "
+                                  "CIE 1931 2 degree observer and D50")},
     {ProblemCode::NoPositions, QT_TRANSLATE_NOOP("Problem", "the file contains no positions")},
     {ProblemCode::TooManyPoints, QT_TRANSLATE_NOOP("Problem", "more than %1 points, the limit of a file")},
     {ProblemCode::TooManyColumns,
@@ -79,8 +121,8 @@ constexpr Sentence sentences[] = {
     {ProblemCode::CgatsUnfinished, QT_TRANSLATE_NOOP("Problem", "Line %1: %2 is missing")},
     {ProblemCode::CgatsCountDiffers, QT_TRANSLATE_NOOP("Problem", "Line %1: %2 was %3, found %4")},
     {ProblemCode::CgatsWithoutColor,
-     QT_TRANSLATE_NOOP("Problem", "the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, "
-                                  "XYZ_Y, XYZ_Z (spectra are not read)")},
+     QT_TRANSLATE_NOOP("Problem", "the CGATS file has no known columns of colours (%1); known are Lab, LCh, "
+                                  "XYZ, RGB and CMYK, and reflectances such as SPECTRAL_NM400")},
     {ProblemCode::NotCxf, QT_TRANSLATE_NOOP("Problem", "the XML is not CxF")},
     {ProblemCode::XmlInvalid, QT_TRANSLATE_NOOP("Problem", "line %1: the XML is invalid")},
     {ProblemCode::XmlHasDocumentType,

@@ -907,28 +907,12 @@ wird berechnet</translation>
         <translation>kein eingebettetes Profil; die Farben werden als sRGB interpretiert</translation>
     </message>
     <message>
-        <source>line %1: expected numbers in the colour columns</source>
-        <translation>Zeile %1: in den Farbspalten werden Zahlen erwartet</translation>
-    </message>
-    <message>
-        <source>line %1: expected L*, a*, b* and optionally a colour</source>
-        <translation>Zeile %1: erwartet werden L*, a*, b* und optional eine Farbe</translation>
-    </message>
-    <message>
-        <source>data set %1: expected numbers in the colour columns</source>
-        <translation>Datensatz %1: in den Farbspalten werden Zahlen erwartet</translation>
-    </message>
-    <message>
         <source>the file contains no positions</source>
         <translation>die Datei enthält keine Farborte</translation>
     </message>
     <message>
         <source>the CGATS file cannot be read</source>
         <translation>die CGATS-Datei ist nicht lesbar</translation>
-    </message>
-    <message>
-        <source>the CGATS file has no columns LAB_L, LAB_A, LAB_B or XYZ_X, XYZ_Y, XYZ_Z (spectra are not read)</source>
-        <translation>die CGATS-Datei enthält keine Spalten LAB_L, LAB_A, LAB_B oder XYZ_X, XYZ_Y, XYZ_Z (Spektren werden nicht gelesen)</translation>
     </message>
     <message>
         <source>the XML is not CxF</source>
@@ -1281,6 +1265,106 @@ wird berechnet</translation>
     <message>
         <source>the 11-grid is defined for three channels; this profile has %1</source>
         <translation>das 11er-Gitter ist für drei Kanäle definiert; dieses Profil hat %1</translation>
+    </message>
+    <message>
+        <source>line %1: the value of %2 is missing</source>
+        <translation>Zeile %1: der Wert für %2 fehlt</translation>
+    </message>
+    <message>
+        <source>line %1: %2 is &apos;%3&apos;, expected a number</source>
+        <translation>Zeile %1: %2 ist „%3“, erwartet wird eine Zahl</translation>
+    </message>
+    <message>
+        <source>line %1: %2 is %3, expected %4 to %5</source>
+        <translation>Zeile %1: %2 ist %3, erwartet wird %4 bis %5</translation>
+    </message>
+    <message>
+        <source>line %1: &apos;%2&apos;, expected a colour such as 40c0ff</source>
+        <translation>Zeile %1: „%2“, erwartet wird eine Farbe wie 40c0ff</translation>
+    </message>
+    <message>
+        <source>line %1: &apos;%2&apos; is not a colour</source>
+        <translation>Zeile %1: „%2“ ist keine Farbe</translation>
+    </message>
+    <message>
+        <source>line %1: %2 values for %3 columns</source>
+        <translation>Zeile %1: %2 Werte für %3 Spalten</translation>
+    </message>
+    <message>
+        <source>line %1: expected L*, a*, b* and optionally a name and a colour; for anything else the first line must name the columns</source>
+        <translation>Zeile %1: erwartet werden L*, a*, b* und optional ein Name und eine Farbe; für alles andere muss die erste Zeile die Spalten benennen</translation>
+    </message>
+    <message>
+        <source>line %1: L* %2, a* %3, b* %4 is not a possible colour</source>
+        <translation>Zeile %1: L* %2, a* %3, b* %4 ist keine mögliche Farbe</translation>
+    </message>
+    <message>
+        <source>%1 of %2 colours are left out (lines: %3)</source>
+        <translation>ausgelassen: %1 von %2 Farben (Zeilen: %3)</translation>
+    </message>
+    <message>
+        <source>line %1: %2 is not a value of L*, a*, b*; name the columns in the first line, for example L,a,b or R,G,B</source>
+        <translation>Zeile %1: %2 ist kein Wert von L*, a*, b*; benennen Sie die Spalten in der ersten Zeile, zum Beispiel L,a,b oder R,G,B</translation>
+    </message>
+    <message>
+        <source>line %1: unknown columns (%2); known are L, a, b; L, C, h; X, Y, Z; R, G, B; hex; C, M, Y, K, and reflectances such as 400 nm</source>
+        <translation>Zeile %1: unbekannte Spalten (%2); bekannt sind L, a, b; L, C, h; X, Y, Z; R, G, B; hex; C, M, Y, K und Reflexionsgrade wie 400 nm</translation>
+    </message>
+    <message>
+        <source>unknown columns are ignored: %1</source>
+        <translation>unbekannte Spalten werden ignoriert: %1</translation>
+    </message>
+    <message>
+        <source>no heading; the numbers are taken as L*, a*, b* for D50</source>
+        <translation>ohne Kopfzeile; die Zahlen werden als L*, a*, b* für D50 gelesen</translation>
+    </message>
+    <message>
+        <source>neither UTF-8 nor UTF-16; the text is taken as Latin-1</source>
+        <translation>weder UTF-8 noch UTF-16; der Text wird als Latin-1 gelesen</translation>
+    </message>
+    <message>
+        <source>the values for %1 are adapted to D50 (Bradford)</source>
+        <translation>die Werte für %1 werden an D50 angepasst (Bradford)</translation>
+    </message>
+    <message>
+        <source>the values are for the 10 degree observer, gamuts for the 2 degree observer; compare them with care</source>
+        <translation>die Werte gelten für den 10°-Beobachter, Gamuts für den 2°-Beobachter; vergleichen Sie sie mit Vorsicht</translation>
+    </message>
+    <message>
+        <source>the largest XYZ value is %1, so it is not clear whether white has Y 1 or Y 100; declare it: --points-white-y, or a line &apos;# white-y: 1&apos; in the file</source>
+        <translation>der größte XYZ-Wert ist %1; daher ist unklar, ob Weiß Y 1 oder Y 100 hat; geben Sie es an: --points-white-y, oder eine Zeile „# white-y: 1“ in der Datei</translation>
+    </message>
+    <message>
+        <source>the %1 values are taken as numbers from 0 to %2</source>
+        <translation>die %1-Werte werden als Zahlen von 0 bis %2 gelesen</translation>
+    </message>
+    <message>
+        <source>%1 values without their colour space; declare it: --points-space with a built-in RGB space or an ICC profile, or for RGB a line &apos;# space: sRGB&apos; in the file</source>
+        <translation>%1-Werte ohne Farbraum; geben Sie ihn an: --points-space mit einem eingebauten RGB-Farbraum oder einem ICC-Profil, oder für RGB eine Zeile „# space: sRGB“ in der Datei</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a profile for %2 values</source>
+        <translation>„%1“ ist kein Profil für %2-Werte</translation>
+    </message>
+    <message>
+        <source>the colours cannot be converted with the profile &apos;%1&apos;</source>
+        <translation>die Farben können mit dem Profil „%1“ nicht umgerechnet werden</translation>
+    </message>
+    <message>
+        <source>line %1: &apos;%2&apos; is not known; known are %3</source>
+        <translation>Zeile %1: „%2“ ist unbekannt; bekannt sind %3</translation>
+    </message>
+    <message>
+        <source>%1 reflectances from %2 to %3 nm are not enough; needed are equal steps of at most 20 nm from 400 to 700 nm</source>
+        <translation>%1 Reflexionsgrade von %2 bis %3 nm genügen nicht; nötig sind gleiche Schritte von höchstens 20 nm von 400 bis 700 nm</translation>
+    </message>
+    <message>
+        <source>the reflectances from %1 to %2 nm, taken as 0 to %3, are computed for the CIE 1931 2 degree observer and D50</source>
+        <translation>die Reflexionsgrade von %1 bis %2 nm, gelesen als 0 bis %3, werden für den 2°-Beobachter CIE 1931 und D50 berechnet</translation>
+    </message>
+    <message>
+        <source>the CGATS file has no known columns of colours (%1); known are Lab, LCh, XYZ, RGB and CMYK, and reflectances such as SPECTRAL_NM400</source>
+        <translation>die CGATS-Datei hat keine bekannten Farbspalten (%1); bekannt sind Lab, LCh, XYZ, RGB und CMYK sowie Reflexionsgrade wie SPECTRAL_NM400</translation>
     </message>
 </context>
 <context>
