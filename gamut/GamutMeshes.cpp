@@ -225,6 +225,15 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles&
     return meshes;
 }
 
+GeometryData kvUnshadedSurface(const KVGamut::Mesh& mesh)
+{
+    GeometryData data = surfaceOf(mesh, {}, {});
+    constexpr qsizetype normal = offsetof(VertexStride, normal) / sizeof(float);
+    for (qsizetype i = normal; i + 3 <= data.records.size(); i += kvVertexFloats)
+        std::fill_n(data.records.begin() + i, 3, 0.0f); // records without a normal are not shaded
+    return data;
+}
+
 QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color)
 {
     const float plane[4] = {1.0f, 0.0f, 0.0f, -L};

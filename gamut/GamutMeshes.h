@@ -34,6 +34,9 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles&
 GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,
                               const KVCancelCheck& cancelled = {});
 
+/// The triangles of @p mesh in the screen colours of their corners, without shading, as vertex records.
+GeometryData kvUnshadedSurface(const KVGamut::Mesh& mesh);
+
 /// Segments of the section of @p gamut at lightness @p L, all in one @p color.
 QList<ColoredSegment> kvGamutSection(const KVGamut::GamutObject& gamut, float L, const QColor& color);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gamut/KV3DGamutObject.h>
+#include <gamut/SectionLid.h>
 
 #include <algorithm>
 #include <array>
@@ -93,6 +94,10 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
         setDisplayMode(displayMode());
     else
         makeWireframeIfShown();
+    try {
+        showFilledSections();
+    } catch (...) { // no memory: the gamut is shown without them
+    }
 }
 
 QSharedPointer<KV3DObject> KV3DGamutObject::wireframe() const
@@ -202,18 +207,23 @@ float KV3DGamutObject::ambientStrength() const
     return container ? container->ambientStrength() : 1.0f;
 }
 
+QSharedPointer<KV3DObject> KV3DGamutObject::sectionChild(const QString& name)
+{
+    auto section = child(name);
+    if (section)
+        return section;
+    section.reset(new KV3DObject(name, name));
+    if (glOwner())
+        section->initializeGL(glOwner());
+    section->setLineWidth(sectionWidth);
+    section->setDepthBias(kvSectionBias());
+    addChild(section);
+    return section;
+}
+
 void KV3DGamutObject::setClip(float L)
 {
-    const QString name = QStringLiteral("Section");
-    auto section = child(name);
-    if (!section) {
-        section.reset(new KV3DObject(name, name));
-        if (glOwner())
-            section->initializeGL(glOwner());
-        section->setLineWidth(sectionWidth);
-        section->setDepthBias(kvSectionBias());
-        addChild(section);
-    }
+    const auto section = sectionChild(QStringLiteral("Section"));
     section->setSegments(kvGamutSection(m_gamut, L, m_sectionColor), false, section->lineWidth(), 0.0f);
     if (const auto container = solid())
         container->setClip(L);
@@ -224,4 +234,65 @@ void KV3DGamutObject::setSectionColor(const QColor& color, float L)
     m_sectionColor = color;
     if (hasChild(QStringLiteral("Section")))
         setClip(L);
+    if (m_plane)
+        showPlaneOutline();
+}
+
+void KV3DGamutObject::setLid(const std::optional<float>& lightness)
+{
+    if (m_lid == lightness)
+        return;
+    m_lid = lightness;
+    showLid(QStringLiteral("Lid"), m_lid);
+}
+
+void KV3DGamutObject::setPlane(const std::optional<float>& lightness)
+{
+    if (m_plane == lightness)
+        return;
+    m_plane = lightness;
+    showLid(QStringLiteral("PlaneLid"), m_plane);
+    showPlaneOutline();
+}
+
+void KV3DGamutObject::showFilledSections()
+{
+    showLid(QStringLiteral("Lid"), m_lid);
+    showLid(QStringLiteral("PlaneLid"), m_plane);
+    showPlaneOutline();
+}
+
+void KV3DGamutObject::showLid(const QString& name, const std::optional<float>& lightness)
+{
+    const auto container = solid();
+    if (!container)
+        return;
+    auto lid = container->child(name);
+    if (!lightness) {
+        if (lid)
+            container->takeChild(name);
+        return;
+    }
+    const GeometryData geometry = kvSectionLid(m_gamut.mesh(), *lightness);
+    if (!lid) {
+        lid.reset(new KVSectionLid(name, name));
+        if (glOwner())
+            lid->initializeGL(glOwner());
+        lid->setDisplayMode(displayMode());
+        container->addChild(lid);
+    }
+    lid->setGeometry(geometry);
+    lid->applyAlpha(container->alpha());
+}
+
+void KV3DGamutObject::showPlaneOutline()
+{
+    const QString name = QStringLiteral("PlaneOutline");
+    if (!m_plane) {
+        takeChild(name);
+        return;
+    }
+    const auto outline = sectionChild(name);
+    outline->setSegments(kvGamutSection(m_gamut, *m_plane, m_sectionColor), false, outline->lineWidth(),
+                         0.0f);
 }

@@ -17,7 +17,8 @@
 ///
 /// Empty until its first successful load. Then it has the children "Projection", "Gamut" (with the children
 /// "Front" and "Wireframe"), "Primaries" and "PrimariesPoints"; the first section adds "Section". Opacity,
-/// ambient strength and clipping are those of "Gamut" and do not affect the other children.
+/// ambient strength and clipping are those of "Gamut" and do not affect the other children. Filled sections
+/// are the children "Lid" and "PlaneLid" of "Gamut".
 ///
 /// The vertices of "Wireframe" are made when mode 3 is set first, on a worker thread, or by a load in mode 3.
 /// The object is not settled until they are there.
@@ -90,6 +91,10 @@ public:
     void setClip(float L) override;
     /// Colour of the section. If there is one, it is made again, at lightness @p L.
     void setSectionColor(const QColor& color, float L);
+    /// Fills the section at @p lightness, see KVSectionLid; nullopt: nothing is filled. Loads keep it.
+    void setLid(const std::optional<float>& lightness);
+    /// Shows another section, with its outline, inside and on the surface. Nullopt: none.
+    void setPlane(const std::optional<float>& lightness);
     /// Order of the projection's outline among those of other gamuts, see kvOutlineBias(). Set it before the
     /// first load.
     void setOutlineRank(int rank) { m_outlineRank = rank; }
@@ -110,6 +115,11 @@ private:
     QSharedPointer<KV3DObject> wireframe() const;
     /// The styles that the surface has, or will have after the first load.
     GamutStyles stylesForLoad() const;
+    /// The lines of a section; created if missing.
+    QSharedPointer<KV3DObject> sectionChild(const QString& name);
+    void showLid(const QString& name, const std::optional<float>& lightness);
+    void showPlaneOutline();
+    void showFilledSections();
     void makeWireframeIfShown();
     void installWireframe(const GeometryData& geometry);
 
@@ -118,6 +128,8 @@ private:
     WireframeMaker m_wireframeMaker;
     bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
+    std::optional<float> m_lid;
+    std::optional<float> m_plane;
     int m_outlineRank = 0;
     GamutParams m_params;
     std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it

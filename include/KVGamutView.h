@@ -150,6 +150,28 @@ public:
 };
 Q_DECLARE_METATYPE(KVAnnotations)
 
+/// Sections of the gamuts at one lightness, filled with the colours of that lightness. By default there are
+/// none.
+///
+/// Colours that an sRGB screen cannot show appear as on the surfaces, see
+/// KVColorConversionHelper::KVHLab2RGB(). They are not shaded, and do not follow KVGamutLook::color. They are
+/// exact at the corners of cells of 1 Lab unit, or more if a section is wider than 200, and interpolated
+/// between them: in 99.7 % of the places within 3 of 255, elsewhere within 15. The outline is exact. The
+/// opacity is that of the gamut. Gamuts that are hidden, whose surface is hidden, or that are drawn as
+/// wireframes have no filled section.
+struct KV3DVIEWER_EXPORT KVSection
+{
+    Q_GADGET
+    Q_PROPERTY(bool lids MEMBER lids)
+public:
+    bool lids = false; ///< close gamuts that the clipping cuts off
+    std::optional<float>
+        plane; ///< L* of a section that cuts nothing off: its outline is drawn on the surface
+
+    bool operator==(const KVSection&) const = default; ///< all members are equal
+};
+Q_DECLARE_METATYPE(KVSection)
+
 /// What a host saves and restores, as one value.
 struct KV3DVIEWER_EXPORT KVViewState
 {
@@ -352,6 +374,10 @@ public:
     /// Cuts the gamuts off above a lightness; nullopt: nothing is cut off. NaN and infinity are ignored.
     void setClipping(const std::optional<float>& lightness);
     std::optional<float> clipping() const; ///< the lightness set last, here or with the viewer
+    /// Filled sections; shown at once. A plane that is NaN or infinite is ignored. A plane above the clipping
+    /// is not shown.
+    void setSection(const KVSection& section);
+    KVSection section() const; ///< as set last; none at first
     /// Position, (L*, a*, b*), and colour of the light. Unlike the setters of KVGamut3DViewer it shows at
     /// once.
     void setLight(const QVector3D& position, const QColor& color);
@@ -390,7 +416,8 @@ public:
     /// @}
 
     /// The item in front at a pixel (window coordinates): the surface of a gamut that is visible, not fully
-    /// transparent and not cut off there, or a visible marker or point, as a sphere of its size.
+    /// transparent and not cut off there, or the lid of one that is cut off, or a visible marker or point, as
+    /// a sphere of its size.
     KVHit hitAt(const QPoint& pixel) const;
 
 Q_SIGNALS:

@@ -6,6 +6,8 @@
 
 #include <QtCore/QMetaMethod>
 
+#include <cmath>
+
 namespace {
 
 /// Keeps the nearer of both. At the same distance the candidate is preferred: markers are tested after
@@ -28,6 +30,20 @@ KVHit hitOf(KVHit::Kind kind, const QString& id, int index, const QVector3D& lab
     return hit;
 }
 
+/// Where @p ray meets the lid of a gamut that is cut off; nullopt if it has none there.
+std::optional<SurfaceHit> pickLid(const KVRay& ray, const KV3DGamutObject& gamut, float clip)
+{
+    const auto lid = gamut.childAt({QStringLiteral("Gamut"), QStringLiteral("Lid")});
+    if (!lid || !lid->isVisible())
+        return {};
+    const auto& [origin, direction] = ray;
+    const float along = (clip - origin.x()) / direction.x();
+    const QVector3D lab(clip, origin.y() + along * direction.y(), origin.z() + along * direction.z());
+    if (!(along > 0.0f) || !std::isfinite(along) || !gamut.isInside(lab))
+        return {};
+    return SurfaceHit{(lab - origin).length(), lab};
+}
+
 void pickGamuts(const ViewerScene& scene, const KVRay& ray, KVHit& nearest)
 {
     const QStringList ids = scene.itemsOf(GroupNames::profiles());
@@ -39,6 +55,8 @@ void pickGamuts(const ViewerScene& scene, const KVRay& ray, KVHit& nearest)
         const auto hit = kvPickSurface(ray, gamut->gamut().mesh(), scene.appliedClipping());
         if (hit)
             keepNearest(nearest, hit->distance, hitOf(KVHit::Kind::Gamut, id, -1, hit->lab));
+        if (const auto lid = pickLid(ray, *gamut, scene.appliedClipping()))
+            keepNearest(nearest, lid->distance, hitOf(KVHit::Kind::Gamut, id, -1, lid->lab));
     }
 }
 

@@ -227,13 +227,7 @@ void KVGamut3DViewer::setClipping(float clipping)
 {
     const ContextScope scope(d->widget);
     d->clipping = clipping;
-    const auto profiles = d->group(GroupNames::profiles());
-    if (!profiles)
-        return;
-    const QStringList ids = d->itemsOf(GroupNames::profiles());
-    for (const QString& id : ids)
-        if (const auto gamut = profiles->child(id))
-            gamut->setClip(d->appliedClipping());
+    d->applyClipping();
 }
 
 float KVGamut3DViewer::clipping() const

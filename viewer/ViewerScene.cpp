@@ -107,6 +107,7 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     const QSharedPointer<KV3DGamutObject> fresh(new KV3DGamutObject(id));
     fresh->setId(id); // an empty id is valid
     fresh->setSectionColor(m_theme.section, appliedClipping());
+    applySectionTo(*fresh);
     fresh->setOutlineRank(freeOutlineRank());
     if (QOpenGLContext* context = widget->usableContext())
         fresh->initializeGL(context);
@@ -160,7 +161,7 @@ void ViewerScene::prepareLoaded(const QString& id)
 {
     const ContextScope scope(widget);
     if (const auto loaded = gamut(id))
-        loaded->setClip(appliedClipping()); // after a failure too
+        applyClippingTo(*loaded); // after a failure too
     applyAwaitedLook(id);
 }
 

@@ -74,6 +74,11 @@ public:
 
     void setAnnotations(const KVAnnotations& annotations);
     const KVAnnotations& annotations() const { return m_annotations; }
+    void setSection(const KVSection& section);
+    const KVSection& section() const { return m_section; }
+    /// Applies clipping and filled sections to all gamuts.
+    void applyClipping();
+
     LabBox scaleBox() const; ///< of the scales: around all visible gamuts
 
     /// The scene survives the loss of the OpenGL context while a view is attached.
@@ -104,8 +109,11 @@ public:
 private:
     int freeOutlineRank() const; ///< the lowest that no gamut has; 0 if there is none
     void colourSections();
+    void applyClippingTo(KV3DGamutObject& gamut);
+    void applySectionTo(KV3DGamutObject& gamut);
 
     int m_views = 0;
     KVAnnotations m_annotations;
+    KVSection m_section;
     KVViewTheme m_theme; ///< without the background, which the widget holds
 };

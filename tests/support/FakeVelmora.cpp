@@ -401,6 +401,11 @@ std::vector<RingPiece> computeRing(const float* plane, const Mesh& mesh)
     return pieces;
 }
 
+std::vector<SectionLoop> sectionLoops(const float*, const Mesh&)
+{
+    return {};
+}
+
 QList<QList<QList<float>>> computeRing(const float* plane, const QList<QList<KVHull::Node>>& faces)
 {
     {

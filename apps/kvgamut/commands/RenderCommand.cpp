@@ -51,6 +51,7 @@ RenderCommand::RenderCommand(CLI::App& program)
     m_output.declare(parser());
     m_look.declare(parser());
     m_annotations.declare(parser());
+    m_sections.declare(parser());
     parser()
         .add_option_function<std::string>(
             "--frame", [this](const std::string& word) { m_isFramed = word == "all"; },
@@ -122,6 +123,7 @@ int RenderCommand::draw()
     if (scene.shownCount() == 0)
         return BadInput;
     scene.explain();
+    view.setSection(m_sections.section(m_annotations.scales || m_annotations.legend));
 
     QImage picture;
     if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {

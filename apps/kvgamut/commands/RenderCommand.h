@@ -8,6 +8,7 @@
 #include "commands/options/PictureOutput.h"
 #include "commands/options/PictureReference.h"
 #include "commands/options/ProfileOptions.h"
+#include "commands/options/SectionOptions.h"
 
 #include <QtGui/QImage>
 
@@ -38,6 +39,7 @@ private:
     ProfileOptions m_profiles;
     LookOptions m_look;
     AnnotationOptions m_annotations;
+    SectionOptions m_sections;
     ItemOptions m_items;
     PictureOutput m_output; ///< not given: only compare the picture
     PictureReference m_reference;

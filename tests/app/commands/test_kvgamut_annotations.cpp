@@ -104,6 +104,35 @@ TEST_F(AnnotationTest, linesAreCutOffWithTheSurface)
     EXPECT_GT(cut, whole + 30);
 }
 
+TEST_F(AnnotationTest, cutGamutsAreClosedInTrueColours)
+{
+    const Device device{0.78, 0.42, 0.25};
+    const QString look = QStringLiteral("--view top --orthogonal --no-axes --no-projection --clip %1")
+                             .arg(labOf(device).L, 0, 'f', 4);
+    const QImage lid = annotated(look);
+    const QImage open = annotated(look + QStringLiteral(" --section outline"));
+    EXPECT_EQ(annotated(look + QStringLiteral(" --section lid")), lid);
+    EXPECT_GT(countNear(lid, colorOf(device), 3), countNear(open, colorOf(device), 3) + 2);
+}
+
+TEST_F(AnnotationTest, plainPicturesHaveNoLidUnlessAsked)
+{
+    const QString none = QStringLiteral("none"), sRGB = QStringLiteral("sRGB");
+    const QImage plain = annotated(QStringLiteral("--clip 50"), sRGB, none);
+    EXPECT_EQ(annotated(QStringLiteral("--clip 50 --section outline"), sRGB, none), plain);
+    EXPECT_NE(annotated(QStringLiteral("--clip 50 --section lid"), sRGB, none), plain);
+}
+
+TEST_F(AnnotationTest, aSectionIsShownWithoutCutting)
+{
+    const QImage whole = annotated(QStringLiteral("--alpha 0.4"));
+    const QImage section = annotated(QStringLiteral("--alpha 0.4 --section-at 50"));
+    EXPECT_NE(section, whole);
+    // the top of the gamut is still there
+    EXPECT_EQ(section.copy(0, 0, 600, 110), whole.copy(0, 0, 600, 110));
+    EXPECT_NE(annotated(QStringLiteral("--section-at 50")), annotated({})); // its outline on a solid gamut
+}
+
 TEST_F(AnnotationTest, withoutAxesThereAreNoScales)
 {
     EXPECT_EQ(annotated(QStringLiteral("--no-axes")),

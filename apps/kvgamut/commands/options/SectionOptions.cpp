@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "SectionOptions.h"
+
+#include "OptionValues.h"
+
+#include <string>
+
+void SectionOptions::declare(CLI::App& parser)
+{
+    parser
+        .add_option_function<std::string>(
+            "--section", [this](const std::string& word) { lids = word == "lid"; },
+            "With --clip: lid: close the gamuts with the colours of that L*, where colours outside sRGB are "
+            "shown in their hue (the default, except with --annotate none); outline: leave them open")
+        ->check(CLI::IsMember({"lid", "outline"}).description(""))
+        ->type_name("WHAT");
+    parser
+        .add_option_function<std::string>(
+            "--section-at",
+            OptionValues::named(
+                "--section-at",
+                [this](const std::string& word) { plane = OptionValues::number(word, 0.0f, 100.0f); }),
+            "Show the section at this L*, 0 to 100, without cutting: its outline on the surface, its colours "
+            "inside translucent gamuts")
+        ->type_name("L");
+}
+
+KVSection SectionOptions::section(bool isAnnotated) const
+{
+    return {lids.value_or(isAnnotated), plane};
+}
