@@ -94,7 +94,8 @@ kvgamut draws the gamuts of ICC profiles as surfaces in CIE L*a*b*, measures
 and compares them, on the command line and in a window.
 
 Pictures need no display.")
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
+# libvips is loaded when the first photo is read, and so is not found among the linked libraries
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version}), libvips42 | libvips42t64")
 # a virtual display where drivers cannot draw without one; translations of Qt's own texts
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "libegl-mesa0, xvfb, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")

@@ -9,6 +9,7 @@
 #include "model/inputs/PictureProfile.h"
 #include "model/inputs/ProfileFacts.h"
 #include "model/inputs/SavedGamut.h"
+#include "model/photos/PhotoFile.h"
 #include "model/pictures/CameraText.h"
 #include "model/pictures/PngPicture.h"
 #include "model/points/PointInput.h"
@@ -16,12 +17,10 @@
 #include "model/points/PointText.h"
 #include "model/problems/ProblemText.h"
 
-#include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QtEndian>
-#include <QtGui/QImageReader>
 
 #include <algorithm>
 #include <cmath>
@@ -128,10 +127,8 @@ double pixelsOf(const QByteArray& bytes)
         };
         return double(sideAt(16)) * double(sideAt(20));
     }
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    const QSize size = QImageReader(&buffer, PictureProfile::formatOf(bytes)).size();
+    const Result<PhotoFile> photo = PhotoFile::ofContent(bytes);
+    const QSize size = photo ? photo->facts().size : QSize(0, 0);
     return double(size.width()) * double(size.height());
 }
 

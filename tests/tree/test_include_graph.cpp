@@ -27,9 +27,9 @@ std::set<std::string> program(std::set<std::string> own)
     return own;
 }
 
-const std::set<std::string> modelRooms{model + "export", model + "inputs",   model + "pictures",
-                                       model + "points", model + "problems", model + "reports",
-                                       model + "slices", model + "text"};
+const std::set<std::string> modelRooms{model + "export",   model + "inputs", model + "photos",
+                                       model + "pictures", model + "points", model + "problems",
+                                       model + "reports",  model + "slices", model + "text"};
 
 std::set<std::string> withModel(std::set<std::string> own)
 {
@@ -62,9 +62,11 @@ Order documentedOrder()
         {model + "problems", program({model + "text"})},
         {model + "reports", program({model + "text", model + "problems"})},
         {model + "inputs", program({model + "text", model + "problems", model + "reports"})},
-        {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
-        {model + "points",
+        {model + "photos",
          program({model + "text", model + "problems", model + "reports", model + "inputs"})},
+        {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
+        {model + "points", program({model + "text", model + "problems", model + "reports", model + "inputs",
+                                    model + "photos"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",

@@ -275,17 +275,6 @@ TEST_F(InputGateTest, cutsLongNames)
     EXPECT_EQ(set.points[0].name.size(), InputLimits::maxNameLength);
 }
 
-TEST_F(InputGateTest, refusesPicturesOfTooManyPixels)
-{
-    QImage picture(11'000, 10'000, QImage::Format_Mono);
-    picture.fill(0);
-    const QString name = path("large.png");
-    ASSERT_TRUE(picture.save(name));
-    const Result<PointSet> set = readPoints(name);
-    ASSERT_FALSE(set);
-    EXPECT_EQ(set.error().code, Problem::Code(ProblemCode::TooManyPixels));
-}
-
 // --- The document -------------------------------------------------------------------------------------
 
 TEST(InputLimitsDocument, statesEachLimitWithItsSentence)

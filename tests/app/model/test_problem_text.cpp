@@ -82,6 +82,9 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NothingAtHue:
     case ProblemCode::NoCameraInClipboard:
     case ProblemCode::DisplayNotReachable:
+    case ProblemCode::TooManyPixelsAtOnce:
+    case ProblemCode::PictureManyPages:
+    case ProblemCode::PictureValuesClamped:
         return 1;
     case ProblemCode::NoSuchFile:
     case ProblemCode::PermissionDenied:
@@ -103,7 +106,10 @@ int argumentCount(ProblemCode code)
     case ProblemCode::PictureTooLarge:
     case ProblemCode::NotAPng:
     case ProblemCode::PictureProfileInvalid:
-    case ProblemCode::PictureSpaceUnknown:
+    case ProblemCode::NoPhotoLibrary:
+    case ProblemCode::PictureSamplesUnknown:
+    case ProblemCode::PictureNeedsProfile:
+    case ProblemCode::PictureSpaceDiffers:
     case ProblemCode::PictureProfileHasNoLab:
     case ProblemCode::PictureTransparent:
     case ProblemCode::PictureTakenAsSrgb:

@@ -40,6 +40,7 @@ public:
     Q_DISABLE_COPY_MOVE(Descriptor)
 
     int get() const { return m_file; }
+    const int* address() const { return &m_file; }
 
 private:
     const int m_file;
@@ -48,6 +49,17 @@ private:
 tl::unexpected<Problem> systemFailure()
 {
     return failure(Problem(ProblemCode::CannotRead).because(SystemReason::ofErrno(errno)));
+}
+
+tl::unexpected<Problem> tooLarge(qint64 maxSize)
+{
+    return failure(ProblemCode::InputTooLarge, {QString::number(maxSize >> 20)});
+}
+
+/// As problems name it.
+QString shownName(const QString& name)
+{
+    return name == QLatin1String("-") ? QStringLiteral("standard input") : name;
 }
 
 /// Opens without waiting for the writer of a pipe.
@@ -97,10 +109,13 @@ public:
             return failure(size.error());
         return readUpTo(file.get(), InputGate::startSize)
             .and_then([this] { return chooseLimit(); })
-            .and_then([&]() -> Result<void> { return *size > m_maxSize ? tooLarge() : prepare(*size); })
+            .and_then([&]() -> Result<void> {
+                return *size > m_maxSize ? Result<void>(tooLarge(m_maxSize)) : prepare(*size);
+            })
             .and_then([&] { return readUpTo(file.get(), m_maxSize + 1); })
-            .and_then(
-                [this]() -> Result<void> { return m_bytes.size() > m_maxSize ? tooLarge() : Result<void>(); })
+            .and_then([this]() -> Result<void> {
+                return m_bytes.size() > m_maxSize ? Result<void>(tooLarge(m_maxSize)) : Result<void>();
+            })
             .map([this] { return std::move(m_bytes); });
     }
 
@@ -112,11 +127,6 @@ private:
             return failure(ProblemCode::UnknownFormat);
         m_maxSize = InputLimits::maxBytes(*kind);
         return {};
-    }
-
-    Result<void> tooLarge() const
-    {
-        return failure(ProblemCode::InputTooLarge, {QString::number(m_maxSize >> 20)});
     }
 
     Result<void> prepare(qint64 size)
@@ -234,8 +244,7 @@ Result<QByteArray> InputGate::read(const QString& name, const KindOf& kindOf,
     const Result<QByteArray> content =
         task ? readApart(name, kindOf, task, share) : Reading(kindOf, task, share).content(name);
     if (!content)
-        return failure(
-            content.error().about(name == QLatin1String("-") ? QStringLiteral("standard input") : name));
+        return failure(content.error().about(shownName(name)));
     return content;
 }
 
@@ -244,6 +253,30 @@ Result<QByteArray> InputGate::read(const QString& name, InputKind kind, const KV
 {
     return read(
         name, [kind](const QByteArray&) { return kind; }, task, share);
+}
+
+Result<InputGate::File> InputGate::openFile(const QString& name, InputKind kind)
+{
+    File file;
+    const auto descriptor = std::make_shared<const Descriptor>(opened(name));
+    if (descriptor->get() < 0)
+        return failure(systemFailure().value().about(shownName(name)));
+    file.m_descriptor = std::shared_ptr<const int>(descriptor, descriptor->address());
+    const Result<qint64> size = sizeOf(descriptor->get());
+    if (!size)
+        return failure(size.error().about(shownName(name)));
+    const off_t position = lseek(descriptor->get(), 0, SEEK_CUR);
+    file.m_isSeekable = *size > 0 && position >= 0;
+    if (!file.m_isSeekable)
+        return file;
+    if (*size > InputLimits::maxBytes(kind))
+        return failure(tooLarge(InputLimits::maxBytes(kind)).value().about(shownName(name)));
+    file.m_start.resize(startSize);
+    const ssize_t got = pread(descriptor->get(), file.m_start.data(), startSize, position);
+    if (got < 0)
+        return failure(systemFailure().value().about(shownName(name)));
+    file.m_start.resize(got);
+    return file;
 }
 
 bool InputGate::isText(const QByteArray& content)

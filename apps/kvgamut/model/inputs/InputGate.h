@@ -9,6 +9,7 @@
 #include <QtCore/QByteArray>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 /// The way in which the program reads every file.
@@ -35,6 +36,27 @@ Result<QByteArray> read(const QString& name, const KindOf& kindOf, const KVCompl
                         float share = 0.0f);
 Result<QByteArray> read(const QString& name, InputKind kind, const KVCompletionProtocolPtr& task = {},
                         float share = 0.0f);
+
+/// A regular file that is read in parts, or something else that has to be read whole.
+class File
+{
+public:
+    /// Whether it is a regular file. Otherwise the other functions have no meaning.
+    bool isSeekable() const { return m_isSeekable; }
+    /// Its first startSize bytes, or all.
+    QByteArray start() const { return m_start; }
+    /// To read from, at the beginning of the file. Closed with the last copy of this object.
+    int descriptor() const { return *m_descriptor; }
+
+private:
+    friend Result<File> openFile(const QString& name, InputKind kind);
+    std::shared_ptr<const int> m_descriptor;
+    QByteArray m_start;
+    bool m_isSeekable = false;
+};
+
+/// Opens the file @p name, with the checks of read(). Reading from it cannot be cancelled.
+Result<File> openFile(const QString& name, InputKind kind);
 
 /// Whether @p content is text: it has no NUL character, unless it is in UTF-16 or UTF-32.
 bool isText(const QByteArray& content);

@@ -39,6 +39,8 @@ qint64 InputLimits::maxBytes(InputKind kind)
         return 16 * mebi;
     case InputKind::Reference:
         return 256 * mebi;
+    case InputKind::Photo:
+        return 8192 * mebi;
     case InputKind::Settings:
         return mebi;
     }
@@ -62,8 +64,11 @@ QList<InputLimits::Stated> InputLimits::all()
         number("nested elements of CxF", maxXmlDepth, ProblemCode::XmlTooDeep, {line}),
         number("attributes of an element of CxF", maxXmlAttributes, ProblemCode::XmlTooManyAttributes,
                {line}),
-        number("million pixels of a picture whose colours are read", maxPictureMegapixels,
+        size("a photo that is read in bands", InputKind::Photo),
+        number("million pixels of a picture that is read in bands", maxPhotoMegapixels,
                ProblemCode::TooManyPixels),
+        number("million pixels of a picture that is decoded as a whole", maxWholePhotoMegapixels,
+               ProblemCode::TooManyPixelsAtOnce),
         number("gamuts, or files of points, of a session", maxSessionFiles, ProblemCode::SessionTooLong,
                {QStringLiteral("gamuts")}),
     };

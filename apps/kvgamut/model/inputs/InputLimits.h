@@ -15,6 +15,7 @@ enum class InputKind
     Points,
     Session,
     Reference, ///< a picture to compare with
+    Photo,     ///< a picture that is read in bands
     Settings,  ///< what the program itself has stored
 };
 
@@ -25,14 +26,15 @@ namespace InputLimits {
 /// Size of a file of this kind, in bytes; a multiple of a MiB.
 qint64 maxBytes(InputKind kind);
 
-constexpr qsizetype maxPoints = 2'000'000;   ///< in a point file
-constexpr qsizetype maxColumns = 1000;       ///< of a table of points
-constexpr qsizetype maxLineLength = 65'536;  ///< of a table, in characters; also of a CGATS value
-constexpr qsizetype maxNameLength = 1000;    ///< of a point; longer names are cut
-constexpr int maxXmlDepth = 100;             ///< nested elements
-constexpr int maxXmlAttributes = 100;        ///< of an element
-constexpr qint64 maxPictureMegapixels = 100; ///< of a picture whose pixels are read
-constexpr qsizetype maxSessionFiles = 1000;  ///< gamuts, and as many point files
+constexpr qsizetype maxPoints = 2'000'000;     ///< in a point file
+constexpr qsizetype maxColumns = 1000;         ///< of a table of points
+constexpr qsizetype maxLineLength = 65'536;    ///< of a table, in characters; also of a CGATS value
+constexpr qsizetype maxNameLength = 1000;      ///< of a point; longer names are cut
+constexpr int maxXmlDepth = 100;               ///< nested elements
+constexpr int maxXmlAttributes = 100;          ///< of an element
+constexpr qint64 maxPhotoMegapixels = 1000;    ///< of a photo that can be read in bands
+constexpr qint64 maxWholePhotoMegapixels = 64; ///< of one that can only be decoded as a whole
+constexpr qsizetype maxSessionFiles = 1000;    ///< gamuts, and as many point files
 
 /// A limit as docs/LIMITS.md states it.
 struct Stated

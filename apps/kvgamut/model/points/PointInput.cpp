@@ -4,7 +4,7 @@
 #include "PicturePoints.h"
 #include "PointFile.h"
 #include "model/inputs/InputGate.h"
-#include "model/inputs/PictureProfile.h"
+#include "model/photos/PhotoFile.h"
 
 namespace {
 constexpr float readingShare = 0.2f; // of the progress
@@ -14,13 +14,13 @@ Result<PointSet> readPoints(const QString& file, const KVCompletionProtocolPtr& 
                             const PointOptions& options)
 {
     const auto kindOf = [](const QByteArray& start) {
-        return PictureProfile::isPicture(start) ? InputKind::Picture : InputKind::Points;
+        return PhotoFile::isPhoto(start) ? InputKind::Picture : InputKind::Points;
     };
     const Result<QByteArray> content = InputGate::read(file, kindOf, task, readingShare);
     if (!content)
         return failure(content.error());
-    const bool isPicture = PictureProfile::isPicture(*content);
-    return (isPicture ? pointsOfPicture(*content, task) : pointsOfText(*content, task, options))
+    return (PhotoFile::isPhoto(*content) ? pointsOfPicture(*content, task)
+                                         : pointsOfText(*content, task, options))
         .map([&file](PointSet set) { return ofFile(std::move(set), file); })
         .map_error([&file](const Problem& problem) { return problem.about(file); });
 }

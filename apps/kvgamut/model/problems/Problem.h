@@ -42,15 +42,22 @@ enum class ProblemCode : int
     OutputIsInput,  ///< the output would overwrite an input
 
     // pictures
-    PictureDamaged,         ///< argument: format, such as PNG; with a cause
-    PictureWithoutProfile,  ///< argument: format
-    PictureFormatUnknown,   ///< Qt has no reader or writer for this format
-    PictureDataInvalid,     ///< Qt cannot decode the picture
-    PictureTooLarge,        ///< insufficient memory
-    TooManyPixels,          ///< argument: the limit in millions
-    NotAPng,                ///< with a cause
-    PictureProfileInvalid,  ///< the embedded profile is not a usable ICC profile
-    PictureSpaceUnknown,    ///< the embedded profile is neither RGB nor grey
+    PictureDamaged,        ///< argument: format, such as PNG; with a cause
+    PictureWithoutProfile, ///< argument: format
+    PictureFormatUnknown,  ///< Qt has no reader or writer for this format
+    PictureDataInvalid,    ///< Qt cannot decode the picture
+    PictureTooLarge,       ///< insufficient memory
+    TooManyPixels,         ///< argument: the limit in millions
+    TooManyPixelsAtOnce,   ///< argument: the limit in millions; progressive, or a format that is decoded as a
+                           ///< whole
+    NoPhotoLibrary,        ///< libvips is not installed
+    PictureSamplesUnknown, ///< samples of a number, a type or a meaning that is not supported
+    PictureNeedsProfile,   ///< without a profile, and neither RGB nor grey
+    PictureSpaceDiffers,   ///< its profile is for another kind of colour than its pixels
+    PictureManyPages,      ///< a note; argument: the number of pages
+    PictureValuesClamped,  ///< a note; argument: the number of pixels with values outside 0 to 1
+    NotAPng,               ///< with a cause
+    PictureProfileInvalid, ///< the embedded profile is not a usable ICC profile
     PictureProfileHasNoLab, ///< the embedded profile has no transform to Lab
     PictureTransparent,     ///< every pixel is transparent
     PictureTakenAsSrgb,     ///< a note: no embedded profile

@@ -795,10 +795,6 @@ wird berechnet</translation>
         <translation>der gespeicherte Gamut ist beschädigt</translation>
     </message>
     <message>
-        <source>only the pixels of RGB and grey pictures can be shown</source>
-        <translation>nur die Pixel von RGB- und Graustufenbildern lassen sich zeigen</translation>
-    </message>
-    <message>
         <source>sections are saved as .svg or .pdf</source>
         <translation>Schnitte werden als .svg oder .pdf gespeichert</translation>
     </message>
@@ -1365,6 +1361,34 @@ wird berechnet</translation>
     <message>
         <source>the CGATS file has no known columns of colours (%1); known are Lab, LCh, XYZ, RGB and CMYK, and reflectances such as SPECTRAL_NM400</source>
         <translation>die CGATS-Datei hat keine bekannten Farbspalten (%1); bekannt sind Lab, LCh, XYZ, RGB und CMYK sowie Reflexionsgrade wie SPECTRAL_NM400</translation>
+    </message>
+    <message>
+        <source>the picture is progressive, interlaced or of a format that is decoded as a whole, and has more than %1 million pixels, the limit; save it as TIFF</source>
+        <translation>das Bild ist progressiv, interlaced oder in einem Format, das als Ganzes entschlüsselt wird, und hat mehr als %1 Millionen Pixel, die Grenze; speichern Sie es als TIFF</translation>
+    </message>
+    <message>
+        <source>pictures cannot be read; install libvips (Debian package libvips42)</source>
+        <translation>Bilder können nicht gelesen werden; installieren Sie libvips (Debian-Paket libvips42)</translation>
+    </message>
+    <message>
+        <source>the number or the type of the values of a pixel is not supported; grey, RGB, CMYK and Lab with 8 or 16 bits or floating point are</source>
+        <translation>Anzahl oder Typ der Werte eines Pixels werden nicht unterstützt; Grau, RGB, CMYK und Lab mit 8 oder 16 Bit oder Gleitkomma werden es</translation>
+    </message>
+    <message>
+        <source>CMYK and floating-point pictures need an embedded profile</source>
+        <translation>CMYK- und Gleitkommabilder brauchen ein eingebettetes Profil</translation>
+    </message>
+    <message>
+        <source>the profile is for another kind of colour than the pixels</source>
+        <translation>das Profil ist für eine andere Art von Farben als die der Pixel</translation>
+    </message>
+    <message>
+        <source>the first of %1 pages is read</source>
+        <translation>die erste von %1 Seiten wird gelesen</translation>
+    </message>
+    <message>
+        <source>%1 pixels have values below 0 or above 1, which were clamped</source>
+        <translation>%1 Pixel haben Werte unter 0 oder über 1, die begrenzt wurden</translation>
     </message>
 </context>
 <context>
