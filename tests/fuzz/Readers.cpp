@@ -163,6 +163,22 @@ void writeSettings(const QByteArray& bytes)
 
 } // namespace
 
+void readers::acb(const QByteArray& bytes)
+{
+    requirePoints(PointReaders::readAcb(bytes, inSrgb()));
+}
+
+void readers::ase(const QByteArray& bytes)
+{
+    requirePoints(PointReaders::readAse(bytes, inSrgb()));
+}
+
+void readers::gpl(const QByteArray& bytes)
+{
+    if (InputGate::isText(bytes))
+        requirePoints(PointReaders::readGpl(PointText::of(bytes).utf8, inSrgb()));
+}
+
 void readers::cgats(const QByteArray& bytes)
 {
     if (InputGate::isText(bytes))

@@ -14,9 +14,12 @@
 /// Add a function here and a line in CMakeLists.txt for each new reader.
 namespace kvfuzz::readers {
 
+void acb(const QByteArray& bytes);
+void ase(const QByteArray& bytes);
 void cgats(const QByteArray& bytes);
 void csv(const QByteArray& bytes);
 void cxf(const QByteArray& bytes);
+void gpl(const QByteArray& bytes);
 void session(const QByteArray& bytes);
 void saved_gamut(const QByteArray& bytes);
 void settings(const QByteArray& bytes);

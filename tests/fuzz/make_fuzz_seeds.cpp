@@ -19,9 +19,12 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
+#include <QtCore/QtEndian>
 
+#include <bit>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 using namespace testprofiles;
 
@@ -157,6 +160,57 @@ bool writeSavedGamuts(const QString& folder)
            write(folder, "unnamed.kvgamut", SavedGamut{gamut.serialize(), {}}.bytes());
 }
 
+template <typename Number>
+QByteArray big(Number number)
+{
+    QByteArray bytes(sizeof(Number), '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+QByteArray utf16(const char* text)
+{
+    QByteArray bytes;
+    for (const char* at = text; *at != '\0'; ++at)
+        bytes.append('\0').append(*at);
+    return bytes;
+}
+
+// A colour of a swatch exchange file.
+QByteArray swatch(const char* name, const QByteArray& model, const QList<float>& values)
+{
+    const QByteArray text = utf16(name) + QByteArray(2, '\0');
+    QByteArray body = big(quint16(text.size() / 2)) + text + model;
+    for (const float value : values)
+        body += big(std::bit_cast<quint32>(value));
+    body += big(quint16(0));
+    return big(quint16(1)) + big(quint32(body.size())) + body;
+}
+
+bool writeSwatches(const QString& folder)
+{
+    const auto file = [](const QList<QByteArray>& blocks) {
+        return "ASEF" + big(quint32(0x10000)) + big(quint32(blocks.size())) + blocks.join();
+    };
+    const QByteArray groupEnd = big(quint16(0xC002)) + big(quint32(0));
+    return write(folder, "lab.ase",
+                 file({swatch("lab", "LAB ", {0.5f, 1, 2}), swatch("g", "Gray", {0.5f})})) &&
+           write(folder, "mixed.ase",
+                 file({swatch("red", "RGB ", {1, 0, 0}), groupEnd, swatch("c", "CMYK", {1, 0, 0, 0})}));
+}
+
+bool writeBooks(const QString& folder)
+{
+    const auto text = [](const char* words) { return big(quint32(std::strlen(words))) + utf16(words); };
+    const auto file = [&text](int space, const QByteArray& values) {
+        return "8BCB" + big(quint32(0x10000)) + text("$$$/colorbook/x/title=A book") + text("BOOK ") +
+               text(" C") + text("") + big(quint16(1)) + big(quint16(7)) + big(quint16(3)) +
+               big(quint16(space)) + text("185") + "000001" + values + "spflspot";
+    };
+    return write(folder, "lab.acb", file(7, "\x80\x90\x70")) &&
+           write(folder, "rgb.acb", file(0, "\xff\x10\x10"));
+}
+
 // With a profile of three, one or four channels, and without one.
 void writePictures(const QDir& root)
 {
@@ -216,12 +270,15 @@ int main(int argc, char** argv)
         return 2;
     }
     const QDir root(QString::fromLocal8Bit(argv[1]));
-    for (const char* reader : {"profile", "gamut_hash", "saved_gamut", "png", "reference", "jpeg", "tiff"})
+    for (const char* reader :
+         {"profile", "gamut_hash", "saved_gamut", "png", "reference", "jpeg", "tiff", "ase", "acb"})
         root.mkpath(QLatin1String(reader));
     bool done = copyKept(root, QDir(QString::fromLocal8Bit(argv[2]))) &&
                 writeProfiles(root.filePath(QStringLiteral("profile"))) &&
                 writeHashes(root.filePath(QStringLiteral("gamut_hash"))) &&
-                writeSavedGamuts(root.filePath(QStringLiteral("saved_gamut")));
+                writeSavedGamuts(root.filePath(QStringLiteral("saved_gamut"))) &&
+                writeSwatches(root.filePath(QStringLiteral("ase"))) &&
+                writeBooks(root.filePath(QStringLiteral("acb")));
     writePictures(root);
     for (const QString& reader : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         done = done && writeList(root.filePath(reader));

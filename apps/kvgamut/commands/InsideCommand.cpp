@@ -158,9 +158,8 @@ InsideCommand::InsideCommand(CLI::App& program)
         parser()
             .add_option_function<std::string>(
                 "--points", [this](const std::string& word) { m_pointFile = OptionValues::file(word); },
-                "Read the colours from a file: CSV with named columns, CGATS (.ti3, IT8), CxF, or the pixels "
-                "of a "
-                "picture")
+                "Read the colours from a file: CSV with named columns, CGATS (.ti3, IT8), CxF, "
+                "a palette (ASE, ACB, GPL), or the pixels of a picture")
             ->type_name("FILE")
             ->excludes(numbers);
     m_colours.declare(parser());

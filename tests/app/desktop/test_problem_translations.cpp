@@ -112,10 +112,9 @@ TEST_F(GermanProblem, saysWhyPointsCannotBeRead)
     const QString empty = write(QStringLiteral("e.csv"), "\n");
     EXPECT_EQ(textOf(readPoints(empty)), QStringLiteral("„%1“: die Datei enthält keine Farborte").arg(empty));
     const QString cxf = write(QStringLiteral("c.cxf"), "<CxF><Object Name=\"1\"/><Object Name=\"2\"/></CxF>");
-    EXPECT_EQ(textOf(readPoints(cxf)),
-              QStringLiteral("„%1“: ohne CIELAB- oder XYZ-Werte für D50: 2 von 2 Objekten (Spektren werden "
-                             "nicht gelesen)")
-                  .arg(cxf));
+    EXPECT_EQ(
+        textOf(readPoints(cxf)),
+        QStringLiteral("„%1“: ohne CIELAB-, XYZ- oder Reflexionswerte für D50: 2 von 2 Objekten").arg(cxf));
 }
 
 TEST_F(GermanProblem, translatesReasonsOfTheOperatingSystem)

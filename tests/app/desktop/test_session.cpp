@@ -204,6 +204,7 @@ TEST(FileKind, dependsOnTheSuffix)
     EXPECT_EQ(fileKind(QStringLiteral("without")), FileKind::Gamut);
     EXPECT_EQ(fileKind(QStringLiteral("chart.TI3")), FileKind::Points);
     EXPECT_EQ(fileKind(QStringLiteral("chart.cxf")), FileKind::Points);
+    EXPECT_EQ(fileKind(QStringLiteral("brand.ASE")), FileKind::Points);
     EXPECT_EQ(fileKind(QStringLiteral("chart.v2.csv")), FileKind::Points);
     EXPECT_EQ(fileKind(QStringLiteral("monday.kvsession")), FileKind::Session);
 }

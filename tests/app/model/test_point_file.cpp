@@ -449,7 +449,7 @@ TEST_F(PointFileTest, reportsOmittedObjectsOfCxf)
     EXPECT_TRUE(set->partial);
     EXPECT_EQ(set->note->subject, name());
     EXPECT_EQ(ProblemText::english(set->note->about({})),
-              QStringLiteral("2 of 3 objects have no CIELAB or XYZ values for D50 (spectra are not read)"));
+              QStringLiteral("2 of 3 objects have no CIELAB, XYZ or reflectance values for D50"));
 }
 
 TEST_F(PointFileTest, omitsObjectsOfCxfWhoseLabIsNotFinite)
@@ -461,11 +461,25 @@ TEST_F(PointFileTest, omitsObjectsOfCxfWhoseLabIsNotFinite)
     EXPECT_EQ(set->points[0].name, QStringLiteral("b"));
 }
 
-TEST_F(PointFileTest, refusesCxfOfSpectraAlone)
+TEST_F(PointFileTest, refusesCxfOfSpectraWithoutWavelengths)
 {
     EXPECT_EQ(problem(cxf(object("a", spectrum))),
-              "1 of 1 objects have no CIELAB or XYZ values for D50 (spectra are not read)");
+              "1 of 1 objects have no CIELAB, XYZ or reflectance values for D50");
     EXPECT_EQ(problem(cxf(QByteArray())), "the file contains no positions");
+}
+
+TEST_F(PointFileTest, readsReflectancesFromCxf)
+{
+    const QByteArray range = "<cc:MeasurementSpec><cc:WavelengthRange StartWL='380' Increment='10'/>"
+                             "</cc:MeasurementSpec></cc:ColorSpecification>";
+    const QByteArray grey = "<cc:ReflectanceSpectrum ColorSpecification='S50' StartWL='380'>" +
+                            QByteArray("0.5 ").repeated(36) + "</cc:ReflectanceSpectrum>";
+    const QByteArray text =
+        cxf(object("grey", grey) + object("both", grey + lab1)).replace("</cc:ColorSpecification>", range);
+    const auto found = points(text, {ProblemCode::SpectraComputed});
+    ASSERT_EQ(found.size(), 2);
+    expectNear(found[0].lab, LabPoint{76.0693f, 0, 0}, 0.002f);
+    EXPECT_EQ(found[1].lab, (LabPoint{54.5f, -37.0f, -50.25f})); // Lab comes first
 }
 
 TEST_F(PointFileTest, refusesOtherOrInvalidXml)

@@ -23,11 +23,13 @@ int argumentCount(ProblemCode code)
     case ProblemCode::RowOutOfRange:
         return 5;
     case ProblemCode::RowLabImpossible:
+    case ProblemCode::ColorLabImpossible:
     case ProblemCode::CgatsCountDiffers:
         return 4;
     case ProblemCode::RowNotNumber:
     case ProblemCode::RowTooLong:
     case ProblemCode::RowsLeftOut:
+    case ProblemCode::ColorsLeftOut:
     case ProblemCode::PointWordUnknown:
     case ProblemCode::SpectrumUnusable:
     case ProblemCode::SpectraComputed:
@@ -35,6 +37,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NothingAtLightness:
         return 3;
     case ProblemCode::RowMissesValue:
+    case ProblemCode::PaletteModelUnknown:
+    case ProblemCode::PaletteValueInvalid:
     case ProblemCode::RowNotHex:
     case ProblemCode::RowNotColor:
     case ProblemCode::HeadingNeeded:
@@ -65,6 +69,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::PictureDamaged:
     case ProblemCode::PictureWithoutProfile:
     case ProblemCode::RowNotLab:
+    case ProblemCode::PaletteDamaged:
+    case ProblemCode::NotColors:
     case ProblemCode::ColumnsIgnored:
     case ProblemCode::PointsAdapted:
     case ProblemCode::XyzScaleUnknown:

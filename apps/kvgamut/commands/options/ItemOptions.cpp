@@ -53,8 +53,9 @@ void ItemOptions::declare(CLI::App& parser)
                                               help)
             ->type_name("X");
     };
-    CLI::Option* markersOption = file(
-        "--markers", markers, "Markers at the colours in this file: CSV with named columns, CGATS or CxF");
+    CLI::Option* markersOption =
+        file("--markers", markers,
+             "Markers at the colours in this file: CSV with named columns, CGATS, CxF or a palette");
     parser
         .add_option_function<std::string>(
             "--marker-type", [this](const std::string& word) { markerType = types.at(word); },

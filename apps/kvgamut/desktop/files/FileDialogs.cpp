@@ -31,18 +31,20 @@ QStringList FileDialogs::filesToOpen(QWidget* parent)
     return QFileDialog::getOpenFileNames(
         parent, Words::tr("Open"), {},
         filters({Words::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
-                           "*.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)"),
+                           "*.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
                  Words::tr("Profiles (*.icc *.icm)"),
                  Words::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
                  Words::tr("Saved gamuts (*.kvgamut)"),
-                 Words::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)"), Words::tr("All files (*)")}));
+                 Words::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
+                 Words::tr("All files (*)")}));
 }
 
 QStringList FileDialogs::pointsToAdd(QWidget* parent)
 {
     return QFileDialog::getOpenFileNames(
         parent, Words::tr("Add points"), {},
-        filters({Words::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg "
+        filters({Words::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl "
+                           "*.png *.jpg *.jpeg "
                            "*.tif *.tiff)"),
                  Words::tr("All files (*)")}));
 }

@@ -40,10 +40,10 @@ std::array<float, 3> tripleOf(const KVGamut::LabPoint& lab)
     return {lab.L, lab.a, lab.b};
 }
 
-Problem impossibleLab(const KVGamut::LabPoint& lab, int line)
+Problem impossibleLab(const KVGamut::LabPoint& lab, int line, bool isNumber)
 {
     const auto word = [](float value) { return QString::number(double(value), 'g', 4); };
-    return Problem(ProblemCode::RowLabImpossible,
+    return Problem(isNumber ? ProblemCode::ColorLabImpossible : ProblemCode::RowLabImpossible,
                    {QString::number(line), word(lab.L), word(lab.a), word(lab.b)});
 }
 
@@ -205,7 +205,7 @@ void PointBuilder::dropImpossible()
     for (qsizetype i = 0; i < m_set.points.size(); ++i) {
         if (!isPossible(m_set.points[i].lab)) {
             const int line = m_rows[static_cast<std::size_t>(i)].line;
-            leaveOut(impossibleLab(m_set.points[i].lab, line), line);
+            leaveOut(impossibleLab(m_set.points[i].lab, line, declared.areNumbered), line);
             continue;
         }
         if (kept != i)
@@ -237,7 +237,7 @@ Result<PointSet> PointBuilder::noted()
     if (m_leftOut > m_leftOutLines.size())
         m_leftOutLines.append(QStringLiteral("..."));
     const Problem problem =
-        Problem(ProblemCode::RowsLeftOut,
+        Problem(declared.areNumbered ? ProblemCode::ColorsLeftOut : ProblemCode::RowsLeftOut,
                 {QString::number(m_leftOut), QString::number(all), m_leftOutLines.join(QStringLiteral(", "))})
             .because(*m_firstLeftOut);
     if (m_set.points.isEmpty())

@@ -25,6 +25,7 @@ public:
         double maxCmyk = 0.0;
         double maxReflectance = 0.0; ///< 1 or 100; 0 if it says nothing
         QList<double> wavelengths;   ///< of its spectra
+        bool areNumbered = false;    ///< the colours have numbers, not lines
         QString observer;            ///< "2" or "10"
     };
 

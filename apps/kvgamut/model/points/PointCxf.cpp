@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "PointBuilder.h"
 #include "PointColumns.h"
 #include "PointReaders.h"
 #include "PointWhite.h"
@@ -10,6 +11,8 @@
 
 #include <cmath>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -31,11 +34,42 @@ struct Value
     bool fromXyz;
 };
 
+/// Reflectances at equal steps of wavelength.
+struct Spectrum
+{
+    std::vector<float> values;
+    QString specification; ///< id of the ColorSpecification that states the wavelengths
+    double start = 0.0;    ///< in nm; 0 if only the ColorSpecification states it
+};
+
 struct Object
 {
     QString name;
     QList<Value> values;
+    Spectrum spectrum;
 };
+
+/// Wavelengths that a ColorSpecification states, in nm.
+struct Wavelengths
+{
+    double start = 0.0, step = 0.0;
+};
+
+/// The numbers in @p text, separated by white space; none if one of the words is no number in the range of
+/// reflectances, as a fraction or a percentage, or if there are too many.
+std::vector<float> reflectancesOf(const QString& text)
+{
+    constexpr float max = 500.0f;
+    std::vector<float> numbers;
+    for (const QStringView word : QStringView(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        bool ok = false;
+        const float number = word.toFloat(&ok);
+        if (!ok || !(std::fabs(number) <= max) || numbers.size() >= InputLimits::maxColumns)
+            return {};
+        numbers.push_back(number);
+    }
+    return numbers;
+}
 
 /// The numbers in the three child elements @p names, in any order, of the current element.
 std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::array<const char*, 3>& names)
@@ -60,7 +94,8 @@ std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::arr
 class CxfReader
 {
 public:
-    CxfReader(const QByteArray& text, const KVCompletionProtocolPtr& task) : m_xml(text), m_task(task)
+    CxfReader(const QByteArray& text, const PointOptions& options, const KVCompletionProtocolPtr& task)
+        : m_xml(text), m_task(task), m_builder(options, task)
     {
         m_xml.setNamespaceProcessing(false);
     }
@@ -86,11 +121,15 @@ private:
     {
         const QString name = localName(m_xml);
         if (name == objectName)
-            m_objects.append({m_xml.attributes().value(QLatin1String("Name")).toString(), {}});
+            m_objects.append({m_xml.attributes().value(QLatin1String("Name")).toString(), {}, {}});
         else if (name == QLatin1String("ColorCIELab"))
             readValue({"L", "A", "B"}, false);
         else if (name == QLatin1String("ColorCIEXYZ"))
             readValue({"X", "Y", "Z"}, true);
+        else if (name == QLatin1String("ReflectanceSpectrum"))
+            readSpectrum();
+        else if (name == QLatin1String("WavelengthRange"))
+            m_wavelengths.insert(m_specification, {number("StartWL"), number("Increment")});
         else if (name == QLatin1String("ColorSpecification"))
             m_specification = m_xml.attributes().value(QLatin1String("Id")).toString();
         else if (name == QLatin1String("Illuminant"))
@@ -111,6 +150,22 @@ private:
             m_objects.last().values.append({lab, specification, isXyz});
     }
 
+    double number(const char* attribute) const
+    {
+        return m_xml.attributes().value(QLatin1String(attribute)).toDouble();
+    }
+
+    void readSpectrum()
+    {
+        Spectrum spectrum;
+        spectrum.specification = m_xml.attributes().value(QLatin1String("ColorSpecification")).toString();
+        spectrum.start = number("StartWL");
+        spectrum.values =
+            reflectancesOf(m_xml.readElementText(QXmlStreamReader::SkipChildElements).simplified());
+        if (!m_objects.isEmpty() && !spectrum.values.empty())
+            m_objects.last().spectrum = std::move(spectrum);
+    }
+
     /// The value for D50, preferably Lab; nullopt if all values are for other illuminants.
     std::optional<Value> best(const Object& object) const
     {
@@ -123,27 +178,65 @@ private:
         return found;
     }
 
-    Result<PointSet> chosen() const
+    /// The weights for @p spectrum, which are those of the one before in nearly all files.
+    const SpectralWeights* weightsFor(const Spectrum& spectrum)
     {
-        PointSet set;
-        set.reading = {QStringLiteral("Lab"), {}, {}, QStringLiteral("D50"), {}};
-        for (const Object& object : m_objects) {
-            const auto value = best(object);
-            if (!value)
-                continue;
-            if (const auto added = PointReaders::add(set, {value->lab, QColor(), object.name}, m_task);
-                !added)
-                return failure(added.error());
+        if (spectrum.values.empty())
+            return nullptr;
+        const Wavelengths stated = m_wavelengths.value(spectrum.specification);
+        const double start = spectrum.start > 0.0 ? spectrum.start : stated.start;
+        QList<double> wavelengths;
+        for (std::size_t i = 0; i < spectrum.values.size(); ++i)
+            wavelengths.append(start + static_cast<double>(i) * stated.step);
+        if (wavelengths != m_lastWavelengths) {
+            m_lastWavelengths = wavelengths;
+            m_weights = SpectralWeights::of(wavelengths);
         }
-        const qsizetype leftOut = m_objects.size() - set.points.size();
-        if (leftOut == 0)
-            return set;
+        return m_weights ? &*m_weights : nullptr;
+    }
+
+    /// Adds the colour of @p object. @return false if it has none
+    Result<bool> add(const Object& object)
+    {
+        MeasuredPoint point;
+        point.name = object.name;
+        const auto value = best(object);
+        const SpectralWeights* weights = value ? nullptr : weightsFor(object.spectrum);
+        if (value) {
+            point.lab = value->lab;
+        } else if (weights) {
+            const auto xyz = weights->xyzOf(object.spectrum.values);
+            point.lab = {xyz[0], xyz[1], xyz[2]};
+            m_builder.declared.wavelengths = m_lastWavelengths;
+        } else {
+            return false;
+        }
+        return m_builder.add(point, value ? PointSpace::Lab : PointSpace::Spectrum, ++m_number).map([] {
+            return true;
+        });
+    }
+
+    Result<PointSet> chosen()
+    {
+        qsizetype leftOut = 0;
+        m_builder.declared.areNumbered = true;
+        for (const Object& object : std::as_const(m_objects)) {
+            const Result<bool> added = add(object);
+            if (!added)
+                return failure(added.error());
+            leftOut += *added ? 0 : 1;
+        }
         const Problem problem(ProblemCode::ObjectsWithoutLab,
                               {QString::number(leftOut), QString::number(m_objects.size())});
-        if (set.points.isEmpty())
+        Result<PointSet> set = m_builder.finish();
+        if (!set || leftOut == 0)
+            return set;
+        if (set->points.isEmpty())
             return failure(problem);
-        set.note = problem;
-        set.partial = true;
+        if (set->note)
+            set->notes.append(*set->note);
+        set->note = problem;
+        set->partial = true;
         return set;
     }
 
@@ -152,12 +245,17 @@ private:
     QList<Object> m_objects;
     QString m_specification; ///< id of the current ColorSpecification
     QHash<QString, QString> m_illuminants;
+    QHash<QString, Wavelengths> m_wavelengths; ///< by ColorSpecification
+    QList<double> m_lastWavelengths;
+    Result<SpectralWeights> m_weights; ///< for them
+    PointBuilder m_builder;
+    int m_number = 0; ///< of the last colour that was added
 };
 
 } // namespace
 
-Result<PointSet> PointReaders::readCxf(const QByteArray& text, const PointOptions& /*options*/,
+Result<PointSet> PointReaders::readCxf(const QByteArray& text, const PointOptions& options,
                                        const KVCompletionProtocolPtr& task)
 {
-    return checkXml(text).and_then([&] { return CxfReader(text, task).read(); });
+    return checkXml(text).and_then([&] { return CxfReader(text, options, task).read(); });
 }

@@ -15,7 +15,8 @@
 ///   Empty lines and lines that begin with # are ignored, except that "# space: sRGB", "# white: D65" and
 ///   "# white-y: 1" declare what PointOptions does. The options take precedence.
 /// - CGATS and related formats (.ti3, IT8): the columns of the first table that has colours.
-/// - CxF 3: the objects' CIELAB values for D50, else their CIE XYZ values for D50.
+/// - ASE and ACB palettes, and those of GIMP, whose colours are sRGB.
+/// - CxF 3: the objects' CIELAB values for D50, else their CIE XYZ values for D50, else reflectances.
 ///
 /// A row whose values are missing, no numbers or outside of their range is left out, with a note; the set is
 /// then partial. Colours are relative to D50: values for another white are adapted with the Bradford

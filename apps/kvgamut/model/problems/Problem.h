@@ -87,6 +87,12 @@ enum class ProblemCode : int
     PointWordUnknown,     ///< arguments: line number, the word, the words that are known
     SpectrumUnusable,     ///< arguments: number of reflectances, the first and the last wavelength
     SpectraComputed,      ///< a note; arguments: first and last wavelength, the reflectance of white
+    ColorsLeftOut,        ///< arguments: number left out, number of all, their numbers; with a cause
+    ColorLabImpossible,   ///< arguments: number of the colour, L*, a*, b*
+    PaletteDamaged,       ///< argument: the format
+    PaletteModelUnknown,  ///< arguments: number of the colour, the colour model
+    PaletteValueInvalid,  ///< arguments: number of the colour, what was found
+    NotColors,            ///< argument: the format of the file
     NoPositions,          ///< the file contains no point
     TooManyPoints,        ///< argument: the limit
     TooManyColumns,       ///< arguments: line number, the limit

@@ -143,8 +143,8 @@
         <translation>Öffnen</translation>
     </message>
     <message>
-        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</source>
-        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</source>
+        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</translation>
     </message>
     <message>
         <source>Profiles (*.icc *.icm)</source>
@@ -159,8 +159,8 @@
         <translation>Gespeicherte Gamuts (*.kvgamut)</translation>
     </message>
     <message>
-        <source>Measurements (*.csv *.txt *.ti3 *.cgats *.cxf)</source>
-        <translation>Messwerte (*.csv *.txt *.ti3 *.cgats *.cxf)</translation>
+        <source>Measurements (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</source>
+        <translation>Messwerte (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</translation>
     </message>
     <message>
         <source>All files (*)</source>
@@ -171,8 +171,8 @@
         <translation>Punkte hinzufügen</translation>
     </message>
     <message>
-        <source>Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</source>
-        <translation>Messwerte und Bilder (*.csv *.txt *.ti3 *.cgats *.cxf *.png *.jpg *.jpeg *.tif *.tiff)</translation>
+        <source>Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl *.png *.jpg *.jpeg *.tif *.tiff)</source>
+        <translation>Messwerte und Bilder (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl *.png *.jpg *.jpeg *.tif *.tiff)</translation>
     </message>
     <message>
         <source>Restore session</source>
@@ -919,10 +919,6 @@ wird berechnet</translation>
         <translation>Zeile %1: das XML ist ungültig</translation>
     </message>
     <message>
-        <source>%1 of %2 objects have no CIELAB or XYZ values for D50 (spectra are not read)</source>
-        <translation>ohne CIELAB- oder XYZ-Werte für D50: %1 von %2 Objekten (Spektren werden nicht gelesen)</translation>
-    </message>
-    <message>
         <source>not a session of this program</source>
         <translation>keine Sitzung dieses Programms</translation>
     </message>
@@ -1389,6 +1385,34 @@ wird berechnet</translation>
     <message>
         <source>%1 pixels have values below 0 or above 1, which were clamped</source>
         <translation>%1 Pixel haben Werte unter 0 oder über 1, die begrenzt wurden</translation>
+    </message>
+    <message>
+        <source>%1 of %2 colours are left out (numbers: %3)</source>
+        <translation>ausgelassen: %1 von %2 Farben (Nummern: %3)</translation>
+    </message>
+    <message>
+        <source>number %1: L* %2, a* %3, b* %4 is not a possible colour</source>
+        <translation>Nummer %1: L* %2, a* %3, b* %4 ist keine mögliche Farbe</translation>
+    </message>
+    <message>
+        <source>the %1 palette is damaged</source>
+        <translation>die %1-Palette ist beschädigt</translation>
+    </message>
+    <message>
+        <source>number %1: the colour model &apos;%2&apos; is not known; known are RGB, CMYK and Lab</source>
+        <translation>Nummer %1: das Farbmodell „%2“ ist unbekannt; bekannt sind RGB, CMYK und Lab</translation>
+    </message>
+    <message>
+        <source>number %1: %2, expected 0 to 1</source>
+        <translation>Nummer %1: %2, erwartet wird 0 bis 1</translation>
+    </message>
+    <message>
+        <source>not a file of colours, but %1; known are CSV, CGATS, CxF, ASE, ACB and GPL</source>
+        <translation>keine Datei mit Farben, sondern %1; bekannt sind CSV, CGATS, CxF, ASE, ACB und GPL</translation>
+    </message>
+    <message>
+        <source>%1 of %2 objects have no CIELAB, XYZ or reflectance values for D50</source>
+        <translation>ohne CIELAB-, XYZ- oder Reflexionswerte für D50: %1 von %2 Objekten</translation>
     </message>
 </context>
 <context>
