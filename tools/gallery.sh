@@ -40,6 +40,8 @@ draw projection sRGB DisplayP3 Rec2020 --no-surface
 draw primaries sRGB --no-surface --primaries
 draw section sRGB --clip 50
 draw section-printer "$printer" --clip 50 --plane --intent relative
+draw section-lids "$printer" sRGB --clip 60 --intent relative --style paper
+draw section-inside sRGB --alpha 0.4 --section-at 50 --style dark
 draw plane sRGB --plane
 draw markers-sphere sRGB --alpha 0.25 --markers "$patches" --marker-size 9
 draw markers-cube sRGB --alpha 0.25 --markers "$patches" --marker-type cube --marker-size 12
@@ -69,6 +71,8 @@ cd "$scratch"
 pictures="$root/docs/pictures"
 "$kvgamut" slice sRGB DisplayP3 printer.icc --lightness 60 --size 640x480 -o "$pictures/slice-lightness.png"
 "$kvgamut" slice sRGB DisplayP3 printer.icc --hue 300 --size 640x480 -o "$pictures/slice-hue.png"
+"$kvgamut" slice sRGB printer.icc --lightness 50 --fill colors --points "$patches" --points-within 5 --size 640x480 \
+    -o "$pictures/slice-colors.png"
 "$kvgamut" slice sRGB printer.icc --rings --size 640x480 -o "$pictures/slice-rings.png"
 
 # The page of `kvgamut export`, photographed in a browser.

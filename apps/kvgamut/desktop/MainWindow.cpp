@@ -165,6 +165,7 @@ void MainWindow::makeMenus()
     connectFileMenu();
     connectEditMenu();
     connect(gamutMenu->chooseColor, &QAction::triggered, m_gamutPanel, &GamutPanel::chooseColor);
+    connect(m_viewMenu->sectionColors, &QAction::triggered, m_slice, &SlicePanel::setColored);
     connect(m_viewMenu->fullScreen, &QAction::triggered, this,
             [this](bool on) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, on)); });
     connect(keys, &QAction::triggered, this, &MainWindow::showKeys);
@@ -228,6 +229,7 @@ void MainWindow::connectPanels()
                                              : tr("Comparison"));
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
+    view().setSection(m_clip->section());
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
     connect(&view(), &KVGamutView::clicked, this, &MainWindow::inspect);
     connect(m_slice, &SlicePanel::hovered, this, [this](const std::optional<QVector3D>& lab) {
@@ -294,12 +296,15 @@ void MainWindow::showViewState()
     const KVViewState state = view().state();
     m_viewMenu->showState(state);
     m_clip->setClip(state.clipping);
+    m_clip->setSection(view().section().plane);
+    m_viewMenu->sectionColors->setChecked(m_slice->isColored());
     m_slice->setLightness(m_clip->lightness());
 }
 
 void MainWindow::applyClip()
 {
     view().setClipping(m_clip->clip());
+    view().setSection(m_clip->section());
     m_slice->setLightness(m_clip->lightness());
 }
 

@@ -173,6 +173,8 @@ Session MainWindow::session() const
     session.view = m_area->view().state();
     session.view.looks.clear(); // stored with each gamut of the session instead
     session.view.settings.clear();
+    session.section = m_area->view().section().plane;
+    session.sectionColors = m_slice->isColored();
     session.points = m_points.files();
     session.tolerance = m_points.tolerance();
     return session;
@@ -193,6 +195,8 @@ void MainWindow::restore(const Session& session)
     m_points.setTolerance(session.tolerance);
     m_pointPanel->showTolerance();
     view().setState(session.view);
+    view().setSection({true, session.section});
+    m_slice->setColored(session.sectionColors);
     keepCamera();
     showViewState();
 }

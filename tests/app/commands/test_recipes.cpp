@@ -3,6 +3,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QColorSpace>
 #include <QtGui/QImage>
@@ -73,6 +74,9 @@ protected:
         for (const char* name : {"printer.icc", "inks.icc"})
             ASSERT_TRUE(QFile::copy(QStringLiteral(KVGAMUT_CMYK_PROFILE), path(QLatin1String(name))));
         writePhoto(path(QStringLiteral("photo.jpg")));
+        ASSERT_TRUE(QFile::copy(
+            QFileInfo(QStringLiteral(KVGAMUT_RECIPES)).dir().filePath(QStringLiteral("data/patches.csv")),
+            path(QStringLiteral("patches.csv"))));
     }
 
     /// Runs the scripts of @p section in order. @return their output
@@ -121,6 +125,14 @@ TEST_F(RecipeTest, writeAPageToSend)
                 testing::MatchesRegex("The press covers 4[0-9].[0-9] % of sRGB.\n"));
     EXPECT_THAT(kvtest::contents(path(QStringLiteral("gamuts.html"))).toStdString(),
                 HasSubstr("<title>printer.icc, sRGB - gamut</title>"));
+}
+
+TEST_F(RecipeTest, drawTheColoursOfOneLightness)
+{
+    EXPECT_EQ(run(QStringLiteral("The colours of one lightness")).size(), 1);
+    EXPECT_THAT(files(), testing::IsSupersetOf({QStringLiteral("level.pdf"), QStringLiteral("reds.svg"),
+                                                QStringLiteral("cut.png")}));
+    EXPECT_FALSE(QImage(path(QStringLiteral("cut.png"))).isNull());
 }
 
 TEST_F(RecipeTest, passAnUnchangedProfileInTheNightlyCheck)

@@ -40,6 +40,8 @@ Session everything()
     session.view.clipping = 62.5f;
     session.view.light = {7, 8, 9};
     session.view.lightColor = QColor(250, 240, 230);
+    session.section = 37.5f;
+    session.sectionColors = true;
     session.points = {QStringLiteral("/data/job/chart.ti3"), QStringLiteral("/elsewhere/photo.jpg")};
     session.tolerance = 2.5f;
     return session;
@@ -117,6 +119,7 @@ TEST(Session, hasDefaultsForMissingValues)
     EXPECT_EQ(session->gamuts[0].settings, KVGamut::Settings());
     EXPECT_EQ(session->gamuts[0].look, KVGamutLook());
     EXPECT_FALSE(session->view.clipping);
+    EXPECT_FALSE(session->section);
     EXPECT_TRUE(session->points.isEmpty());
 }
 
@@ -160,6 +163,8 @@ TEST(Session, namesTheInvalidValueAndWhatItMustBe)
     expectProblem(problemOfGamut("color", QStringLiteral("reddish")), ProblemCode::SessionNotColor,
                   {"gamuts[0].color"});
     expectProblem(problemOfGamut("input", QString()), ProblemCode::SessionNotName, {"gamuts[0].input"});
+    expectProblem(problemOfView("section", 101), ProblemCode::SessionNotInRange,
+                  {"view.section", "0", "100"});
     expectProblem(problemOfView("clip", QStringLiteral("high")), ProblemCode::SessionNotInRange,
                   {"view.clip", "-1000", "1000"});
     expectProblem(problemOfView("eye", QJsonArray{1, 2}), ProblemCode::SessionNotThreeValues, {"view.eye"});

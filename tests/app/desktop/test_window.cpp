@@ -12,6 +12,7 @@
 #include <QtGui/QColorSpace>
 #include <QtGui/QDropEvent>
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -199,7 +200,10 @@ TEST_F(Window, describesWhatTheCutReveals)
         return control<QLabel>("finding").text();
     };
     EXPECT_TRUE(text().startsWith(QStringLiteral("Surface of sRGB"))) << text().toStdString();
-    action("cut").trigger(); // at L* 50
+    action("cut").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(text().contains(QStringLiteral("L* 50.0"))) << text().toStdString(); // the lid
+    control<QDoubleSpinBox>("clipNumber").setValue(35.0);                            // below the point
     ASSERT_TRUE(settle());
     EXPECT_TRUE(text().startsWith(QStringLiteral("within\nL* 40.0"))) << text().toStdString();
 }
@@ -367,14 +371,16 @@ TEST_F(Window, isRestoredFromItsSession)
     open({QStringLiteral("sRGB"), cmyk, write(QStringLiteral("p.csv"), "L,a,b\n60,-120,90\n50,0,0\n")});
     window.gamuts().setSettings(1, {KVVMRenderRelativeColorimetric, true, 9});
     window.gamuts().setActiveRow(1);
-    for (const char* name : {"fromTop", "plane", "backgroundDark", "lightLeft", "cut", "orthogonal"})
+    for (const char* name : {"fromTop", "plane", "backgroundDark", "lightLeft", "cut", "showSection",
+                             "sectionColors", "orthogonal"})
         action(name).trigger();
     const QImage before = settledPicture();
     const Session saved = window.session();
     ASSERT_TRUE(window.saveSession(path(QStringLiteral("all.kvsession"))));
 
     action("closeAll").trigger();
-    for (const char* name : {"fromBottom", "plane", "backgroundLight", "lightAbove", "cut", "orthogonal"})
+    for (const char* name : {"fromBottom", "plane", "backgroundLight", "lightAbove", "cut", "showSection",
+                             "sectionColors", "orthogonal"})
         action(name).trigger();
     // The empty window hides the viewer, which draws nothing while it is hidden.
     ASSERT_TRUE(kvtest::spinUntil([this] { return window.isComplete(); }));
@@ -384,6 +390,8 @@ TEST_F(Window, isRestoredFromItsSession)
     EXPECT_EQ(settledPicture(), before);
     EXPECT_TRUE(action("plane").isChecked()); // the controls show the session's values
     EXPECT_TRUE(action("cut").isChecked());
+    EXPECT_TRUE(action("showSection").isChecked());
+    EXPECT_TRUE(action("sectionColors").isChecked());
 }
 
 TEST_F(Window, keepsItsContentWhenASessionIsInvalid)

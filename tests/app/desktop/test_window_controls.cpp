@@ -94,7 +94,7 @@ TEST_F(Controls, haveActionsWithTheSameEffect)
 TEST_F(Controls, changeTheSurroundings)
 {
     open({QStringLiteral("sRGB")});
-    for (const char* name : {"axes", "gridLines", "plane", "orthogonal", "cut"})
+    for (const char* name : {"axes", "gridLines", "plane", "orthogonal", "cut", "showSection"})
         expectSwitchSeen(name);
     for (const char* name : {"backgroundDark", "backgroundLight"})
         expectSeen(
@@ -191,6 +191,53 @@ TEST_F(Controls, cutAtTheLightnessOfTheSlider)
     EXPECT_TRUE(action("cut").isChecked());
     control<QCheckBox>("clipCut").click();
     EXPECT_EQ(settledPicture(), whole);
+}
+
+TEST_F(Controls, showTheSectionWithoutCutting)
+{
+    open({QStringLiteral("sRGB")});
+    const QImage whole = settledPicture();
+    action("showSection").trigger();
+    EXPECT_EQ(window.view().clipping(), std::nullopt);
+    EXPECT_EQ(window.view().section().plane, 50.0f);
+    const QImage middle = settledPicture();
+    EXPECT_NE(middle, whole);
+    control<QSlider>("clipSlider").setValue(140);
+    EXPECT_EQ(window.view().section().plane, 70.0f);
+    EXPECT_NE(settledPicture(), middle);
+    action("showSection").trigger();
+    EXPECT_EQ(window.view().section().plane, std::nullopt);
+    EXPECT_EQ(settledPicture(), whole);
+}
+
+TEST_F(Controls, closeTheGamutsThatAreCut)
+{
+    open({QStringLiteral("sRGB")});
+    action("cut").trigger();
+    EXPECT_TRUE(window.view().section().lids);
+    const QImage closed = settledPicture();
+    window.view().setSection({});
+    EXPECT_NE(settledPicture(), closed);
+}
+
+TEST_F(Controls, fillTheSectionWithItsColours)
+{
+    open({QStringLiteral("sRGB")});
+    action("sectionColors").trigger();
+    auto& section = control<QWidget>("slice");
+    const auto reds = [&] { // saturated colours; the outlines of the first gamut are blue
+        const QImage picture = section.grab().toImage();
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor color = picture.pixelColor(x, y);
+                count += color.red() > 150 && color.green() < 80 && color.blue() < 150 ? 1 : 0;
+            }
+        return count;
+    };
+    EXPECT_TRUE(kvtest::spinUntil([&] { return reds() > 100; }));
+    action("sectionColors").trigger();
+    EXPECT_TRUE(kvtest::spinUntil([&] { return reds() == 0; }));
 }
 
 TEST_F(Controls, moveTheSectionWithTheSlider)

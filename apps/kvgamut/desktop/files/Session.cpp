@@ -331,9 +331,13 @@ QByteArray Session::toJson(const QDir& folder) const
     QJsonArray pointList;
     for (const QString& file : points)
         pointList.append(fromFolder(file, folder));
+    QJsonObject viewObject = jsonOf(view);
+    viewObject.insert(QStringLiteral("sectionColors"), sectionColors);
+    if (section)
+        viewObject.insert(QStringLiteral("section"), *section);
     const QJsonObject json{
         {QLatin1String(versionKey), version},  {QStringLiteral("gamuts"), gamutList},
-        {QStringLiteral("active"), active},    {QStringLiteral("view"), jsonOf(view)},
+        {QStringLiteral("active"), active},    {QStringLiteral("view"), viewObject},
         {QStringLiteral("points"), pointList}, {QStringLiteral("tolerance"), tolerance},
     };
     return QJsonDocument(json).toJson(QJsonDocument::Indented);
@@ -356,7 +360,11 @@ Result<Session> Session::fromJson(const QByteArray& json, const QDir& folder)
         session.gamuts.append(gamutOf(Reader(gamut.toObject(), place, problem), folder));
     }
     reader.read("active", session.active, 0, std::max<double>(0, session.gamuts.size() - 1.0));
-    session.view = viewOf(reader.group("view"));
+    const Reader view = reader.group("view");
+    session.view = viewOf(view);
+    view.read("sectionColors", session.sectionColors);
+    if (view.has("section"))
+        view.read("section", session.section.emplace(), 0, 100);
     const QStringList files = reader.strings("points");
     for (const QString& file : files)
         session.points.append(QDir::cleanPath(folder.absoluteFilePath(file)));

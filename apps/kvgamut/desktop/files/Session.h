@@ -26,9 +26,11 @@ struct Session
 
     QList<Gamut> gamuts;
     int active = 0;
-    KVViewState view;       ///< without looks and settings, which `gamuts` has
-    QStringList points;     ///< files of points and pictures, by their absolute paths
-    float tolerance = 1.0f; ///< see PointLayer::tolerance()
+    KVViewState view;             ///< without looks and settings, which `gamuts` has
+    std::optional<float> section; ///< L* of the section that is shown without cutting
+    bool sectionColors = false;   ///< whether the section panel is filled with colours
+    QStringList points;           ///< files of points and pictures, by their absolute paths
+    float tolerance = 1.0f;       ///< see PointLayer::tolerance()
 
     /// Indented JSON. Files in @p folder or below are named relative to it, so that the folder can be moved
     /// together with the session.

@@ -64,11 +64,16 @@ void ViewMenu::addDirections()
 void ViewMenu::addSection(ClipControl& clip)
 {
     m_cut = addCheckable(*this, "cut", tr("&Cut at the lightness"), QKeySequence(Qt::Key_C));
+    m_section = addCheckable(*this, "showSection", tr("&Section without cutting"),
+                             QKeySequence(QStringLiteral("Shift+C")));
+    sectionColors = addCheckable(*this, "sectionColors", tr("Section panel in &true colours"),
+                                 QKeySequence(QStringLiteral("Shift+S")));
     const QAction* raise =
         add(*this, "raiseCut", tr("Lighter section"), QKeySequence(QStringLiteral("Ctrl+Up")));
     const QAction* lower =
         add(*this, "lowerCut", tr("Darker section"), QKeySequence(QStringLiteral("Ctrl+Down")));
     connect(m_cut, &QAction::triggered, &clip, &ClipControl::setCutting);
+    connect(m_section, &QAction::triggered, &clip, &ClipControl::setSectionShown);
     connect(raise, &QAction::triggered, &clip, [&clip] { clip.step(1); });
     connect(lower, &QAction::triggered, &clip, [&clip] { clip.step(-1); });
     connect(&clip, &ClipControl::changed, m_cut,
@@ -111,6 +116,7 @@ void ViewMenu::showState(const KVViewState& state)
     m_grid->setChecked(state.grid);
     m_plane->setChecked(state.plane);
     m_cut->setChecked(state.clipping.has_value());
+    m_section->setChecked(m_view.section().plane.has_value());
     m_background->showBackground(state.theme.background);
     m_light->showPosition(state.light);
 }

@@ -20,7 +20,8 @@ public:
     ViewMenu(KVGamutView& view, AnnotationBinding& annotations, CameraControl& camera, ClipControl& clip,
              const QList<QDockWidget*>& panels, QWidget* parent);
 
-    QAction* fullScreen; ///< connected by the window
+    QAction* fullScreen;    ///< connected by the window
+    QAction* sectionColors; ///< connected by the window
 
     /// Checks the actions that @p state corresponds to.
     void showState(const KVViewState& state);
@@ -37,6 +38,7 @@ private:
     CameraControl& m_camera;
     QAction* m_orthogonal;
     QAction* m_cut;
+    QAction* m_section;
     QAction* m_axes;
     QAction* m_grid;
     QAction* m_plane;

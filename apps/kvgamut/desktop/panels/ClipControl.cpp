@@ -83,6 +83,25 @@ void ClipControl::setCutting(bool cutting)
     m_cut->setChecked(cutting);
 }
 
+KVSection ClipControl::section() const
+{
+    return {true, m_sectionShown ? std::optional(lightness()) : std::nullopt};
+}
+
+void ClipControl::setSectionShown(bool shown)
+{
+    m_sectionShown = shown;
+    Q_EMIT changed();
+}
+
+void ClipControl::setSection(std::optional<float> plane)
+{
+    const QSignalBlocker quiet(this);
+    m_sectionShown = plane.has_value();
+    if (plane)
+        m_number->setValue(static_cast<double>(*plane));
+}
+
 void ClipControl::step(int by)
 {
     m_slider->setValue(m_slider->value() + by * stepsPerUnit);

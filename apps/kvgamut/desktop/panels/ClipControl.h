@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <KVGamutView.h>
+
 #include <QtWidgets/QWidget>
 
 #include <optional>
@@ -23,6 +25,12 @@ public:
     /// Shows @p clip without emitting changed(). nullopt keeps the lightness.
     void setClip(std::optional<float> clip);
     void setCutting(bool cutting);
+    /// Lids on gamuts that are cut; the section at the lightness if it is shown without cutting.
+    KVSection section() const;
+    /// Whether the section is shown although nothing is cut. False at first.
+    void setSectionShown(bool shown);
+    /// Shows @p plane as the section without emitting changed(). nullopt keeps the lightness.
+    void setSection(std::optional<float> plane);
     /// Moves the slider by @p by steps; negative is down.
     void step(int by);
 
@@ -33,4 +41,5 @@ private:
     QSlider* m_slider;
     QDoubleSpinBox* m_number;
     QCheckBox* m_cut;
+    bool m_sectionShown = false;
 };

@@ -48,6 +48,12 @@ void SlicePanel::setLightness(float lightness)
     redrawSoon();
 }
 
+void SlicePanel::setColored(bool colored)
+{
+    m_colored = colored;
+    redrawSoon();
+}
+
 void SlicePanel::redrawSoon()
 {
     m_soon.start(0);
@@ -68,6 +74,7 @@ SliceDrawing SlicePanel::drawing() const
     SliceDrawing drawing = SliceDrawing::ofPlane(planeAt(m_lightness));
     drawing.setTitle(tr("Gamut slice at L* = %1 in CIELAB (D50)")
                          .arg(QLocale().toString(static_cast<double>(m_lightness), 'g', 6)));
+    drawing.setFill(m_colored ? SliceDrawing::Fill::Colors : SliceDrawing::Fill::Tint);
     for (int row = 0; row < m_gamuts.rowCount(); ++row) {
         const GamutEntry& entry = m_gamuts.at(row);
         if (!entry.hasGamut() || !entry.look.visible)

@@ -19,6 +19,9 @@ public:
 
     float lightness() const { return m_lightness; }
     void setLightness(float lightness);
+    /// Whether the section is filled with the colours of its lightness. False at first.
+    bool isColored() const { return m_colored; }
+    void setColored(bool colored);
 
     /// The section as a document: SVG or PDF, by the suffix of @p file.
     /// @return the problem, which names the file; nullopt on success
@@ -43,6 +46,7 @@ private:
 
     const GamutListModel& m_gamuts;
     float m_lightness = 50.0f;
+    bool m_colored = false;
     SliceDrawing m_drawing;
     QTimer m_soon; ///< combines the changes of one event loop iteration
 };

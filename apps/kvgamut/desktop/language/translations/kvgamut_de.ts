@@ -1602,6 +1602,14 @@ wird berechnet</translation>
         <source>Scales and l&amp;egend</source>
         <translation>S&amp;kalen und Legende</translation>
     </message>
+    <message>
+        <source>&amp;Section without cutting</source>
+        <translation>Schni&amp;tt ohne Schneiden</translation>
+    </message>
+    <message>
+        <source>Section panel in &amp;true colours</source>
+        <translation>Schnitt in echten &amp;Farben</translation>
+    </message>
 </context>
 <context>
     <name>WelcomePage</name>
