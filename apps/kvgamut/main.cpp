@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/CheckCommand.h"
 #include "commands/Command.h"
 #include "commands/CompareCommand.h"
 #include "commands/ExportCommand.h"
@@ -85,13 +86,15 @@ int runProgram(int argc, char** argv)
     program.require_subcommand(1);
     program.footer("Exit codes: 0 done, 1 some input could not be used, 2 wrong usage,\n"
                    "3 the output could not be written or there is no display or OpenGL,\n"
-                   "4 the picture differs from its reference (render).");
+                   "4 the picture differs from its reference (render),\n"
+                   "5 colours lie farther outside than was allowed (check).");
 
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<InfoCommand>(program));
     commands.push_back(std::make_unique<VolumeCommand>(program));
     commands.push_back(std::make_unique<CompareCommand>(program));
     commands.push_back(std::make_unique<InsideCommand>(program));
+    commands.push_back(std::make_unique<CheckCommand>(program));
     commands.push_back(std::make_unique<SliceCommand>(program));
     commands.push_back(std::make_unique<ExportCommand>(program));
     commands.push_back(std::make_unique<RenderCommand>(program));

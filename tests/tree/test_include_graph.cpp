@@ -27,9 +27,9 @@ std::set<std::string> program(std::set<std::string> own)
     return own;
 }
 
-const std::set<std::string> modelRooms{model + "export",   model + "inputs", model + "photos",
-                                       model + "pictures", model + "points", model + "problems",
-                                       model + "reports",  model + "slices", model + "text"};
+const std::set<std::string> modelRooms{
+    model + "checks", model + "export",   model + "inputs",  model + "photos", model + "pictures",
+    model + "points", model + "problems", model + "reports", model + "slices", model + "text"};
 
 std::set<std::string> withModel(std::set<std::string> own)
 {
@@ -67,6 +67,8 @@ Order documentedOrder()
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "photos"})},
+        {model + "checks",
+         program({model + "problems", model + "inputs", model + "photos", model + "points"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",

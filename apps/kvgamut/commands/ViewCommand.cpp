@@ -75,7 +75,8 @@ void ViewCommand::show(MainWindow& window) const
         m_look.applyTo(view);
     }
     for (qsizetype i = 0; i < m_profiles.profiles.size(); ++i)
-        window.addGamut(m_profiles.profiles[i], m_profiles.settings, m_look.lookOf(i, i == 0));
+        window.addGamut(m_profiles.profiles[i], m_profiles.settings, m_look.lookOf(i, i == 0),
+                        m_look.opacities.isEmpty());
     window.showViewState();
     if (!m_session.isEmpty() || !m_look.view.isEmpty() || m_look.hasCamera())
         window.keepCamera();

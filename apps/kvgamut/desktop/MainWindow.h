@@ -57,7 +57,10 @@ public:
     /// Opens files of every kind: gamuts, points, sessions.
     void open(const QStringList& files);
     void addGamut(const QString& input);
-    void addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look);
+    /// @param automaticOpacity whether the opacity, at first that of @p look, follows which gamut is inside
+    /// which
+    void addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look,
+                  bool automaticOpacity = false);
     /// Shows @p files of measurements, and the pixels of pictures, as points.
     void addPoints(const QStringList& files);
 

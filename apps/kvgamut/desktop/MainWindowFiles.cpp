@@ -70,16 +70,19 @@ void MainWindow::open(const QStringList& files)
 
 void MainWindow::addGamut(const QString& input)
 {
-    const float opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
-    addGamut(input, KVGamut::Settings(), KVGamutLook());
-    m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, opacity);
+    KVGamutLook look;
+    look.opacity = m_gamuts.rowCount() == 0 ? 1.0f : KVGamutLook::translucentOpacity;
+    addGamut(input, KVGamut::Settings(), look, true);
 }
 
-void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look)
+void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look,
+                          bool automaticOpacity)
 {
     const QString name = permanentName(input);
     // a message about a missing file shows the name as the user gave it
     m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
+    if (automaticOpacity)
+        m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, look.opacity);
     if (QFileInfo::exists(name))
         remember(name);
 }

@@ -121,6 +121,7 @@ TEST_F(ItemTest, reportsTheInvalidLineOfAFile)
         EXPECT_EQ(answer.exitCode, BadInput) << bad.toStdString();
         EXPECT_EQ(answer.errors.count('\n'), 1);
         EXPECT_TRUE(answer.errors.contains("line 3: ")) << answer.errors.toStdString();
+        EXPECT_TRUE(answer.errors.contains("my positions.csv': ")) << answer.errors.toStdString();
     }
 }
 

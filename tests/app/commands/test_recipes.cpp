@@ -102,9 +102,19 @@ protected:
 TEST_F(RecipeTest, findHowMuchOfAPhotoAPrinterCannotPrint)
 {
     const QByteArrayList outputs = run(QStringLiteral("Does this photo fit this printer?"));
-    ASSERT_EQ(outputs.size(), 2);
-    EXPECT_NEAR(outputs[0].toDouble(), 0.1, 0.02) << "the red flag";
-    EXPECT_EQ(outputs[1].count('\n'), 10);
+    ASSERT_EQ(outputs.size(), 4);
+    EXPECT_THAT(outputs[0].toStdString(), HasSubstr("photos: 0 of 1 fit")) << "the red flag";
+    EXPECT_EQ(outputs[1], "exit code 5\n");
+    EXPECT_NEAR(outputs[2].toDouble(), 0.1, 0.02) << "the red flag";
+    EXPECT_EQ(outputs[3].count('\n'), 10);
+}
+
+TEST_F(RecipeTest, findTheBrandColoursThatAPrinterCanPrint)
+{
+    const QByteArrayList outputs = run(QStringLiteral("Which of my brand colours can it print?"));
+    ASSERT_EQ(outputs.size(), 1);
+    EXPECT_THAT(outputs[0].toStdString(), HasSubstr("brand blue: out, dE00 "));
+    EXPECT_THAT(outputs[0].toStdString(), HasSubstr("brand grey: in, dE00 0, prints as ["));
 }
 
 TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)

@@ -9,4 +9,5 @@ enum ExitCode : int
     WrongUsage = 2, ///< the command line is invalid; nothing was done
     BadOutput = 3,  ///< the output could not be written, or nothing can be drawn
     Different = 4,  ///< the picture differs from its reference
+    NotPassed = 5,  ///< colours lie farther outside than was allowed
 };

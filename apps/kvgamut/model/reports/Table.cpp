@@ -29,6 +29,15 @@ QString number(double value, int decimals)
     return QString::number(rounded(value, decimals), 'f', decimals);
 }
 
+/// Separated by spaces.
+QString numbersText(const QVariant& list, int decimals)
+{
+    QStringList words;
+    for (const QVariant& each : list.toList())
+        words.append(number(each.toDouble(), decimals));
+    return words.join(QLatin1Char(' '));
+}
+
 // --- JSON -----------------------------------------------------------------------------------------
 
 QJsonValue jsonNumber(double value, int decimals)
@@ -45,6 +54,12 @@ QJsonValue jsonValue(const Column& column, const QVariant& value)
         return SafeText::forJson(value.toString());
     case Kind::Words:
         return QJsonArray::fromStringList(value.toStringList());
+    case Kind::Numbers: {
+        QJsonArray numbers;
+        for (const QVariant& each : value.toList())
+            numbers.append(jsonNumber(each.toDouble(), column.decimals));
+        return numbers;
+    }
     case Kind::Flag:
         return value.toBool();
     case Kind::Whole:
@@ -105,6 +120,8 @@ QStringList csvFields(const Column& column, const QVariant& value)
         return listOf(quoted(SafeText::forCsv(value.toString())));
     case Kind::Words:
         return listOf(quoted(SafeText::forCsv(value.toStringList().join(QLatin1Char(' ')))));
+    case Kind::Numbers:
+        return listOf(numbersText(value, column.decimals));
     case Kind::Flag:
         return listOf(value.toBool() ? QStringLiteral("true") : QStringLiteral("false"));
     case Kind::Whole:
@@ -147,6 +164,8 @@ QString words(const Column& column, const QVariant& value)
         return SafeText::shown(value.toString().simplified(), SafeText::maxPathLength);
     case Kind::Words:
         return SafeText::shown(value.toStringList().join(QStringLiteral(", ")));
+    case Kind::Numbers:
+        return numbersText(value, column.textDecimals);
     case Kind::Flag:
         return value.toBool() ? QStringLiteral("yes") : QStringLiteral("no");
     case Kind::Whole:

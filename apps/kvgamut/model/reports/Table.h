@@ -17,13 +17,14 @@ struct Table
     /// The type of a column. An invalid QVariant means that the value is unknown.
     enum class Kind
     {
-        Word,   ///< QString
-        Words,  ///< QStringList
-        Flag,   ///< bool
-        Whole,  ///< int
-        Number, ///< double
-        Share,  ///< double, 0..1; a percentage in text
-        Colour, ///< made by colour()
+        Word,    ///< QString
+        Words,   ///< QStringList
+        Flag,    ///< bool
+        Whole,   ///< int
+        Number,  ///< double
+        Share,   ///< double, 0..1; a percentage in text
+        Colour,  ///< made by colour()
+        Numbers, ///< QVariantList of double
     };
     struct Column
     {

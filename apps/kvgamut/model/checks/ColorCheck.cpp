@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ColorCheck.h"
+
+#include <array>
+#include <limits>
+
+ColorChecker::ColorChecker(const KVGamut::GamutObject& gamut, const KVProfilePtr& profile)
+    : m_gamut(gamut), m_device(DeviceRoundTrip::create(profile, gamut.report().intent))
+{
+}
+
+ColorCheck ColorChecker::check(const KVGamut::LabPoint& lab, double tolerance) const
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    const std::array<float, 3> values{lab.L, lab.a, lab.b};
+    ColorCheck check;
+    check.made = {nan, nan, nan};
+    check.nearest = check.nearestAtHue = lab;
+    if (m_gamut.isInside(values.data())) {
+        check.zone = Side::Inside;
+    } else {
+        const KVGamut::Nearest nearest = m_gamut.nearestByCiede2000(values.data());
+        check.de76 = static_cast<double>(m_gamut.nearest(values.data()).distance);
+        check.de00 = static_cast<double>(nearest.distance);
+        check.nearest = nearest.point;
+        check.zone = check.de00 <= tolerance ? Side::Edge : Side::Outside;
+        check.nearestAtHue = m_gamut.nearestAtHue(values.data()).point;
+        check.de00AtHue = KVGamut::ciede2000(lab, check.nearestAtHue);
+    }
+    if (m_device) {
+        DeviceRoundTrip::Made made = m_device->made(lab);
+        check.device = std::move(made.device);
+        check.made = made.lab;
+        check.madeDe00 = KVGamut::ciede2000(lab, made.lab);
+    }
+    return check;
+}

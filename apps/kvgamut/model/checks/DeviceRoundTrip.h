@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/KVVelmoraFramework.h>
+
+#include <memory>
+#include <vector>
+
+/// What the profile of a device makes of a colour: from Lab (D50) to device values with an intent, and back
+/// to the colour that they give, colorimetrically.
+class DeviceRoundTrip
+{
+public:
+    /// @param profile may be null
+    /// @return null without a profile, and if the profile has no tables for both ways. Tables of processing
+    /// elements
+    ///         (multiProcessElement) count as none: they can be made so that one colour takes minutes.
+    static std::shared_ptr<const DeviceRoundTrip> create(const KVProfilePtr& profile, KVVMRenderType intent);
+
+    struct Made
+    {
+        std::vector<double> device; ///< in percent, 0..100
+        KVGamut::LabPoint lab;
+    };
+    /// Not to be called on two threads at a time.
+    Made made(const KVGamut::LabPoint& lab) const;
+
+private:
+    struct Private;
+    std::shared_ptr<const Private> d;
+};

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/support/Numbers.h"
+
+#include <gmock/gmock.h>
+
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
+
+using namespace kvtest;
+
+namespace {
+
+class CheckTest : public NumbersTest
+{
+protected:
+    /// A photo of which a quarter is pure sRGB green, the rest grey.
+    QString photo()
+    {
+        QImage picture(40, 20, QImage::Format_RGB888);
+        picture.fill(QColor(128, 128, 128));
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < 10; ++x)
+                picture.setPixelColor(x, y, QColor(0, 255, 0));
+        picture.setColorSpace(QColorSpace(QColorSpace::SRgb));
+        const QString file = path(QStringLiteral("photo.png"));
+        EXPECT_TRUE(picture.save(file));
+        return file;
+    }
+
+    QString brandColors()
+    {
+        const QString file = path(QStringLiteral("brand.csv"));
+        write(file, "name,L,a,b\ngrey,50,0,0\nreflex blue,20.4,25.1,-68.6\n");
+        return file;
+    }
+
+    QStringList check(const QStringList& more) const
+    {
+        return QStringList{QStringLiteral("check"), cmyk} + more;
+    }
+
+    const QStringList keys{QStringLiteral("de00"),
+                           QStringLiteral("de00_max"),
+                           QStringLiteral("de00_mean"),
+                           QStringLiteral("de00_p95"),
+                           QStringLiteral("de00_same_hue"),
+                           QStringLiteral("de76"),
+                           QStringLiteral("de76_max"),
+                           QStringLiteral("de76_mean"),
+                           QStringLiteral("de76_p95"),
+                           QStringLiteral("device"),
+                           QStringLiteral("edge_share"),
+                           QStringLiteral("inside_share"),
+                           QStringLiteral("intent"),
+                           QStringLiteral("kind"),
+                           QStringLiteral("lab"),
+                           QStringLiteral("made"),
+                           QStringLiteral("made_de00"),
+                           QStringLiteral("made_de00_max"),
+                           QStringLiteral("made_de00_mean"),
+                           QStringLiteral("made_de00_p95"),
+                           QStringLiteral("name"),
+                           QStringLiteral("nearest"),
+                           QStringLiteral("nearest_same_hue"),
+                           QStringLiteral("outside_share"),
+                           QStringLiteral("pass"),
+                           QStringLiteral("pixels"),
+                           QStringLiteral("profile"),
+                           QStringLiteral("zone")};
+};
+
+} // namespace
+
+TEST_F(CheckTest, answersWhetherAPhotoFits)
+{
+    const auto rows = json(check({QStringLiteral("--photo"), photo()}));
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(keysOf(rows[0]), keys);
+    EXPECT_EQ(word(rows[0], "kind"), QStringLiteral("photo"));
+    EXPECT_EQ(word(rows[0], "intent"), QStringLiteral("relative"));
+    EXPECT_EQ(number(rows[0], "pixels"), 800.0);
+    EXPECT_NEAR(number(rows[0], "inside_share"), 0.75, 1e-6);
+    EXPECT_NEAR(number(rows[0], "outside_share"), 0.25, 1e-6);
+    EXPECT_FALSE(flag(rows[0], "pass"));
+    EXPECT_GT(number(rows[0], "de76_p95"), 20.0); // green of a screen in ink
+    EXPECT_NEAR(number(rows[0], "de00_mean"), 0.25 * number(rows[0], "de00_max"), 0.02);
+    EXPECT_GE(number(rows[0], "made_de00_max"), number(rows[0], "de00_max") - 0.05);
+}
+
+TEST_F(CheckTest, answersWhichColoursCanBePrinted)
+{
+    const auto rows = json(check({QStringLiteral("--colors"), brandColors()}));
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(keysOf(rows[0]), keys);
+    EXPECT_EQ(word(rows[0], "name"), QStringLiteral("grey"));
+    EXPECT_EQ(word(rows[0], "zone"), QStringLiteral("in"));
+    EXPECT_EQ(word(rows[0], "intent"), QStringLiteral("absolute"));
+    EXPECT_TRUE(flag(rows[0], "pass"));
+    EXPECT_EQ(rows[0].value(QLatin1String("device")).toArray().size(), 4);
+    EXPECT_LT(number(rows[0], "made_de00"), 3.0);
+    EXPECT_EQ(word(rows[1], "zone"), QStringLiteral("out"));
+    EXPECT_FALSE(flag(rows[1], "pass"));
+    EXPECT_LT(number(rows[1], "de00"), number(rows[1], "de76"));
+    for (const QJsonValue value : rows[1].value(QLatin1String("device")).toArray())
+        EXPECT_TRUE(value.toDouble() >= 0 && value.toDouble() <= 100);
+}
+
+TEST_F(CheckTest, usesTheChosenIntentForBoth)
+{
+    const auto rows = json(check({QStringLiteral("--colors"), brandColors(), QStringLiteral("--photo"),
+                                  photo(), QStringLiteral("--intent"), QStringLiteral("perceptual")}));
+    ASSERT_EQ(rows.size(), 3);
+    for (const QJsonObject& row : rows)
+        EXPECT_EQ(word(row, "intent"), QStringLiteral("perceptual"));
+}
+
+TEST_F(CheckTest, endsWithAnAnswerInText)
+{
+    const Answer answer =
+        run(check({QStringLiteral("--photo"), photo(), QStringLiteral("--colors"), brandColors()}));
+    EXPECT_EQ(answer.exitCode, 0);
+    EXPECT_TRUE(answer.output.endsWith("photos: 0 of 1 fit; colours: 1 of 2 pass\n"))
+        << answer.output.constData();
+    EXPECT_TRUE(answer.output.startsWith("name")) << answer.output.constData();
+}
+
+TEST_F(CheckTest, exitsWithFiveIfMoreIsOutsideThanAllowed)
+{
+    const auto codeOf = [this](const QStringList& more) { return run(check(more)).exitCode; };
+    const QStringList ofPhoto{QStringLiteral("--photo"), photo(), QStringLiteral("--fail-if-outside")};
+    EXPECT_EQ(codeOf(ofPhoto + words(QStringLiteral("24"))), 5);
+    EXPECT_EQ(codeOf(ofPhoto + words(QStringLiteral("26"))), 0);
+    const QStringList ofColors{QStringLiteral("--colors"), brandColors()};
+    EXPECT_EQ(codeOf(ofColors), 0);
+    EXPECT_EQ(codeOf(ofColors + words(QStringLiteral("--tolerance 2"))), 5);
+    EXPECT_EQ(codeOf(ofColors + words(QStringLiteral("--tolerance 20"))), 0);
+}
+
+TEST_F(CheckTest, usesTheOtherInputsIfOneCannotBeRead)
+{
+    const Answer answer = run(check(
+        {QStringLiteral("--photo"), missing, photo(), QStringLiteral("--format"), QStringLiteral("json")}));
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(answer.errors.toStdString(),
+              "kvgamut: '/nowhere/missing.icc': cannot be read: No such file or directory\n");
+    EXPECT_EQ(rowsOf(answer.output).size(), 1);
+    EXPECT_EQ(run({QStringLiteral("check"), missing, QStringLiteral("--photo"), photo()}).exitCode, 1);
+}
+
+TEST_F(CheckTest, needsSomethingToCheck)
+{
+    const Answer answer = run({QStringLiteral("check"), cmyk});
+    EXPECT_EQ(answer.exitCode, 2);
+    EXPECT_THAT(answer.errors.toStdString(),
+                testing::HasSubstr("nothing to check: give --photo FILE or --colors FILE"));
+}
+
+TEST_F(CheckTest, doesNotOverwriteAPhoto)
+{
+    const QString file = photo();
+    EXPECT_EQ(run(check({QStringLiteral("--photo"), file, QStringLiteral("-o"), file})).exitCode, 2);
+    EXPECT_FALSE(QImage(file).isNull());
+}

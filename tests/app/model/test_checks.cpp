@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+// Photos and colours against a gamut, compared with a search for each colour alone.
+
+#include "app/support/BuiltInGamut.h"
+#include "model/checks/ColorCheck.h"
+#include "model/checks/PhotoCheck.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <random>
+
+namespace {
+
+/// Colours in and around sRGB, each for some pixels.
+PhotoColors colours(unsigned seed, int count)
+{
+    std::mt19937 random(seed);
+    const auto between = [&random](float min, float max) {
+        return min + (max - min) * static_cast<float>(random() % 10000) / 10000.0f;
+    };
+    PhotoColors colors;
+    for (int i = 0; i < count; ++i) {
+        colors.cells.push_back({{between(5, 98), between(-70, 80), between(-70, 80)},
+                                static_cast<std::uint32_t>(1 + random() % 50)});
+        colors.pixels += colors.cells.back().count;
+    }
+    return colors;
+}
+
+class Checks : public testing::Test
+{
+protected:
+    const KVGamut::GamutObject sRGB = kvtest::builtInGamut("sRGB", 17);
+};
+
+/// The value that 95 % of the pixels do not exceed, and the mean, of differences with their numbers.
+std::pair<double, double> p95AndMean(std::vector<std::pair<double, std::uint32_t>> differences)
+{
+    std::sort(differences.begin(), differences.end());
+    double all = 0, sum = 0;
+    for (const auto& [value, count] : differences) {
+        all += count;
+        sum += value * count;
+    }
+    double below = 0;
+    for (const auto& [value, count] : differences) {
+        below += count;
+        if (below >= 0.95 * all)
+            return {value, sum / all};
+    }
+    return {0, 0};
+}
+
+} // namespace
+
+TEST_F(Checks, countThePixelsOfEachZoneOfAPhoto)
+{
+    for (const float tolerance : {0.0f, 1.0f, 6.0f}) {
+        const PhotoColors photo = colours(3, 4000);
+        double inside = 0, edge = 0;
+        for (const auto& [lab, count] : photo.cells) {
+            const std::array<float, 3> values{lab.L, lab.a, lab.b};
+            const float distance = sRGB.nearest(values.data()).distance;
+            (std::abs(distance) <= tolerance ? edge : inside) +=
+                std::abs(distance) <= tolerance || distance < 0 ? count : 0;
+        }
+        const auto check = checkPhoto(sRGB, photo, tolerance, nullptr);
+        ASSERT_TRUE(check);
+        EXPECT_NEAR(check->inside, inside / double(photo.pixels), 1e-9) << tolerance;
+        EXPECT_NEAR(check->edge, edge / double(photo.pixels), 1e-9) << tolerance;
+        EXPECT_NEAR(check->inside + check->edge + check->outside, 1.0, 1e-9);
+    }
+}
+
+TEST_F(Checks, stateTheDifferencesOfAllPixelsOfAPhoto)
+{
+    const PhotoColors photo = colours(5, 3000);
+    std::vector<std::pair<double, std::uint32_t>> de76, de00;
+    for (const auto& [lab, count] : photo.cells) {
+        const std::array<float, 3> values{lab.L, lab.a, lab.b};
+        const bool isInside = sRGB.isInside(values.data());
+        de76.push_back({isInside ? 0.0 : double(sRGB.nearest(values.data()).distance), count});
+        de00.push_back({isInside ? 0.0 : double(sRGB.nearestByCiede2000(values.data()).distance), count});
+    }
+    const auto check = checkPhoto(sRGB, photo, 1.0f, nullptr);
+    ASSERT_TRUE(check);
+    for (const auto& [found, expected] : {std::pair{check->de76, de76}, std::pair{check->de00, de00}}) {
+        const auto [p95, mean] = p95AndMean(expected);
+        EXPECT_NEAR(found.mean, mean, 0.05);
+        EXPECT_NEAR(found.p95, p95, 0.3);
+        EXPECT_NEAR(found.max, std::max_element(expected.begin(), expected.end())->first, 0.01);
+    }
+    EXPECT_FALSE(check->made);
+}
+
+TEST_F(Checks, ofAPhotoInsideHaveNoDifferences)
+{
+    PhotoColors photo;
+    photo.cells = {{{50, 0, 0}, 10}, {{60, 5, 5}, 30}};
+    photo.pixels = 40;
+    const auto check = checkPhoto(sRGB, photo, 1.0f, nullptr);
+    ASSERT_TRUE(check);
+    EXPECT_EQ(check->inside, 1.0);
+    EXPECT_EQ(check->de00.max, 0.0);
+    EXPECT_EQ(check->de76.p95, 0.0);
+}
+
+TEST_F(Checks, stateTheShareAtWhich95PercentAreReached)
+{
+    PhotoColors photo;
+    photo.cells = {{{50, 0, 0}, 94}, {{50, 100, 90}, 6}}; // 6 % far outside
+    photo.pixels = 100;
+    EXPECT_GT(checkPhoto(sRGB, photo, 1.0f, nullptr)->de76.p95, 10.0);
+    photo.cells[0].count = 96;
+    photo.cells[1].count = 4;
+    EXPECT_EQ(checkPhoto(sRGB, photo, 1.0f, nullptr)->de76.p95, 0.0);
+}
+
+TEST_F(Checks, ofAPhotoCanBeCancelled)
+{
+    const auto task = KVCompletionProtocol::createTask(QStringLiteral("check"));
+    task->cancel();
+    EXPECT_TRUE(checkPhoto(sRGB, colours(1, 100), 1.0f, nullptr, task).error().isCancelled());
+}
+
+TEST_F(Checks, ofAColourGiveItsDeviceValues)
+{
+    const QByteArray bytes = BuiltInProfiles::profile(QStringLiteral("sRGB"));
+    const KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), int(bytes.size())),
+                               KVProfileRelease);
+    const ColorChecker checker(sRGB, profile);
+    const ColorCheck grey = checker.check({53.585f, 0, 0}, 1.0); // sRGB 128 128 128
+    EXPECT_EQ(grey.zone, Side::Inside);
+    EXPECT_EQ(grey.de00, 0.0);
+    ASSERT_EQ(grey.device.size(), 3u);
+    for (const double value : grey.device)
+        EXPECT_NEAR(value, 100.0 * 128 / 255, 0.1);
+    EXPECT_LT(grey.madeDe00, 0.05);
+
+    const KVGamut::LabPoint orange{70, 60, 120}; // outside
+    const ColorCheck outside = checker.check(orange, 1.0);
+    EXPECT_EQ(outside.zone, Side::Outside);
+    EXPECT_LT(outside.de00, outside.de76);
+    EXPECT_NEAR(outside.de00, KVGamut::ciede2000(orange, outside.nearest), 0.01);
+    EXPECT_NEAR(std::atan2(outside.nearestAtHue.b, outside.nearestAtHue.a), std::atan2(120.0f, 60.0f), 1e-3f);
+    EXPECT_GE(outside.de00AtHue, outside.de00 - 0.01);
+    EXPECT_GE(outside.madeDe00, outside.de00 - 0.05); // no device value gives a nearer colour
+    for (const double value : outside.device)
+        EXPECT_TRUE(value >= 0.0 && value <= 100.0) << value;
+    EXPECT_EQ(checker.check(orange, 100.0).zone, Side::Edge);
+}
+
+TEST_F(Checks, ofAColourWithoutAProfileHaveNoDeviceValues)
+{
+    const ColorCheck check = ColorChecker(sRGB, {}).check({50, 0, 0}, 1.0);
+    EXPECT_TRUE(check.device.empty());
+    EXPECT_TRUE(std::isnan(check.made.L));
+}
