@@ -3,6 +3,7 @@
 
 #include <annotation/Contrast.h>
 #include <annotation/OverlayFont.h>
+#include <annotation/ScaleBar.h>
 #include <annotation/ScaleLayout.h>
 
 #include <algorithm>
@@ -113,6 +114,7 @@ Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedSce
     Overlay overlay = kvAnnotationStyle(annotations, scene.background, size);
     LegendRows(overlay, size).add(annotations.legend, annotations.highlight);
     addCaption(overlay, annotations.caption, size);
+    kvAddScaleBar(overlay, annotations.scaleBar, size);
     if (annotations.scales)
         kvAddScales(overlay, scene.box, scene.toClip, size);
     return overlay;

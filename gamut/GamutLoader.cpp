@@ -171,10 +171,11 @@ tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVComplet
     const auto asCancelled = [] { return tl::unexpected(KVProblem{KVProblemCode::Cancelled, {}, {}}); };
 
     const GamutStyles styles = request.styles;
+    const QList<QRgb> vertexColors = request.vertexColors;
     auto gamut = gamutOf(std::move(request), protocol);
     if (!gamut)
         return cancelled() ? asCancelled() : tl::unexpected(gamut.error());
-    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, styles, cancelled)};
+    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, styles, cancelled, vertexColors)};
     if (cancelled())
         return asCancelled();
     if (handle)

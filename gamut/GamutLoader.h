@@ -23,6 +23,7 @@ struct GamutRequest
     QByteArray profileData;
     KVProfilePtr profile;
     KVGamut::Settings settings; ///< used with a profile only
+    QList<QRgb> vertexColors;   ///< as for kvGamutMeshes()
     GamutStyles styles;         ///< of the surface
 };
 

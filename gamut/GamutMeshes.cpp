@@ -83,6 +83,24 @@ std::vector<Rgb> colorsOf(const KVGamut::Mesh& mesh, const KVCancelCheck& cancel
     return colors;
 }
 
+/// The same as shown, 0..1 each, unless there are other colours for all vertices.
+std::vector<Rgb> channelsOf(const KVGamut::Mesh& mesh, const QList<QRgb>& vertexColors,
+                            const KVCancelCheck& cancelled)
+{
+    if (static_cast<std::size_t>(vertexColors.size()) != mesh.lab.size()) {
+        std::vector<Rgb> channels = colorsOf(mesh, cancelled);
+        std::transform(channels.begin(), channels.end(), channels.begin(),
+                       [](const Rgb& rgb) { return channelsOf(rgb); });
+        return channels;
+    }
+    std::vector<Rgb> channels(mesh.lab.size());
+    const auto value = [](int channel) { return channelValues()[static_cast<std::size_t>(channel)]; };
+    std::transform(vertexColors.cbegin(), vertexColors.cend(), channels.begin(), [&value](QRgb color) {
+        return Rgb{value(qRed(color)), value(qGreen(color)), value(qBlue(color))};
+    });
+    return channels;
+}
+
 /// Writes the three records of a triangle.
 void writeTriangle(const KVGamut::Mesh& mesh, const KVGamut::Mesh::Triangle& triangle,
                    const std::vector<Rgb>& channels, const VertexStyle& style, VertexStride* record)
@@ -104,13 +122,13 @@ void writeTriangle(const KVGamut::Mesh& mesh, const KVGamut::Mesh::Triangle& tri
 
 /// The triangles of the surface, each with its flat normal. The same as kvTriangles(), but as records and
 /// without a list of ColoredTriangle.
-GeometryData surfaceOf(const KVGamut::Mesh& mesh, const VertexStyle& style, const KVCancelCheck& cancelled)
+GeometryData surfaceOf(const KVGamut::Mesh& mesh, const QList<QRgb>& vertexColors, const VertexStyle& style,
+                       const KVCancelCheck& cancelled)
 {
     constexpr std::size_t trianglesAtOnce = 512; // about a hundred microseconds
     VertexStyle unshaded = style;
     unshaded.shading.reset();
-    std::vector<Rgb> channels = colorsOf(mesh, cancelled);
-    std::transform(channels.begin(), channels.end(), channels.begin(), channelsOf);
+    const std::vector<Rgb> channels = channelsOf(mesh, vertexColors, cancelled);
 
     GeometryData data;
     data.primitiveMode = KVPrimitiveTriangles;
@@ -195,11 +213,11 @@ GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexSty
 }
 
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles,
-                           const KVCancelCheck& cancelled)
+                           const KVCancelCheck& cancelled, const QList<QRgb>& vertexColors)
 {
     GamutMeshSet meshes;
     meshes[QStringLiteral("Projection")] = kvSegments(outlineOf(gamut), true, lineWidth);
-    meshes[QStringLiteral("Front")] = surfaceOf(gamut.mesh(), styles.front, cancelled);
+    meshes[QStringLiteral("Front")] = surfaceOf(gamut.mesh(), vertexColors, styles.front, cancelled);
     meshes[QStringLiteral("Wireframe")] =
         styles.wireframe ? kvGamutWireframe(gamut, *styles.wireframe, cancelled) : withoutVertices(wireWidth);
     if (cancelled && cancelled())
@@ -227,7 +245,7 @@ GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles&
 
 GeometryData kvUnshadedSurface(const KVGamut::Mesh& mesh)
 {
-    GeometryData data = surfaceOf(mesh, {}, {});
+    GeometryData data = surfaceOf(mesh, {}, {}, {});
     constexpr qsizetype normal = offsetof(VertexStride, normal) / sizeof(float);
     for (qsizetype i = normal; i + 3 <= data.records.size(); i += kvVertexFloats)
         std::fill_n(data.records.begin() + i, 3, 0.0f); // records without a normal are not shaded

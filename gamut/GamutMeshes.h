@@ -7,6 +7,7 @@
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
+#include <QtGui/QRgb>
 
 #include <optional>
 
@@ -27,8 +28,10 @@ struct GamutStyles
 /// Without a style for it the wireframe has no vertices: it takes eighteen times the memory of the surface,
 /// and few hosts show it. kvGamutWireframe() makes it later.
 /// @param cancelled asked often; if it returns true, the result is incomplete
+/// @param vertexColors of the surface, one for each vertex of the mesh; otherwise the colours are those of
+/// the vertices on a screen
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles = {},
-                           const KVCancelCheck& cancelled = {});
+                           const KVCancelCheck& cancelled = {}, const QList<QRgb>& vertexColors = {});
 
 /// The geometry "Wireframe" of @p gamut, as vertex records. Otherwise as kvGamutMeshes().
 GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,

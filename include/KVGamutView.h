@@ -12,6 +12,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
 #include <QtGui/QPalette>
+#include <QtGui/QRgb>
 
 #include <memory>
 #include <optional>
@@ -122,6 +123,24 @@ public:
 };
 Q_DECLARE_METATYPE(KVLegendEntry)
 
+/// What the colours of a surface mean: a bar with numbers and a title, at the right edge.
+struct KV3DVIEWER_EXPORT KVScaleBar
+{
+    Q_GADGET
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QList<QColor> colors MEMBER colors)
+    Q_PROPERTY(float low MEMBER low)
+    Q_PROPERTY(float high MEMBER high)
+public:
+    QString title;        ///< above the bar
+    QList<QColor> colors; ///< from the bottom to the top, each as high as the others; empty: there is no bar
+    float low = 0.0f;     ///< the value at the bottom
+    float high = 1.0f;    ///< the value at the top; there is no bar unless it is above low
+
+    bool operator==(const KVScaleBar&) const = default; ///< all members are equal
+};
+Q_DECLARE_METATYPE(KVScaleBar)
+
 /// Texts and scales that explain the view. By default there are none.
 ///
 /// They are drawn on top of everything else, in the window and in pictures, in black or white, whichever has
@@ -136,6 +155,7 @@ struct KV3DVIEWER_EXPORT KVAnnotations
     Q_PROPERTY(QString caption MEMBER caption)
     Q_PROPERTY(QString fontFamily MEMBER fontFamily)
     Q_PROPERTY(float textScale MEMBER textScale)
+    Q_PROPERTY(KVScaleBar scaleBar MEMBER scaleBar)
 public:
     /// Scales of L*, a* and b* with numbers, on the edges of a box around the visible gamuts. The axes of the
     /// viewer and their letters are not drawn then; KVGamut3DViewer::displayAxes() is not affected.
@@ -145,6 +165,7 @@ public:
     QString caption;             ///< a line at the bottom
     QString fontFamily;          ///< empty: the font of the application
     float textScale = 1.0f;      ///< factor of the height of the text
+    KVScaleBar scaleBar;         ///< of the colours of a surface; by default there is none
 
     bool operator==(const KVAnnotations&) const = default; ///< all members are equal
 };
@@ -328,6 +349,12 @@ public:
     void show(const QString& id, const KVGamut::GamutObject& gamut);
     /// The same; calls @p done at the end. If @p context is null, the view is used.
     void show(const QString& id, const KVGamut::GamutObject& gamut, QObject* context, Done done);
+    /// The same, with other colours of the surface: one for each vertex of GamutObject::mesh(), interpolated
+    /// in between, such as those of a map of distances. Alpha is ignored. With another number of colours the
+    /// surface has its own ones. Outline, wireframe and primaries keep theirs, and KVGamutLook::color
+    /// replaces all. To change the colours, show the gamut again.
+    void show(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors,
+              QObject* context = nullptr, Done done = {});
     /// Computes a gamut in the background and shows it. A load of the same id that is in progress is
     /// replaced: its Done is called with the code Cancelled, from the event loop; failed() is not emitted for
     /// it. As with KVGamut3DViewer::load(), this call waits until the computation has noticed that.

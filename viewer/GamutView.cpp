@@ -105,6 +105,15 @@ void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut, QOb
              [&gamut](GamutRequest& request, GamutParams&) { request.computed = gamut; });
 }
 
+void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors,
+                       QObject* context, Done done)
+{
+    d->start(id, context, std::move(done), [&](GamutRequest& request, GamutParams&) {
+        request.computed = gamut;
+        request.vertexColors = vertexColors;
+    });
+}
+
 void KVGamutView::load(const QString& id, const KVLoadRequest& request)
 {
     load(id, request, this, {});

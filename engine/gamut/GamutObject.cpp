@@ -3,6 +3,7 @@
 #include "GamutData.h"
 #include "Serialize.h"
 #include <engine/base/ListOf.h>
+#include <engine/base/VectorRegisters.h>
 #include <engine/surface/GamutBuilder.h>
 
 #include <QtCore/QElapsedTimer>
@@ -235,6 +236,7 @@ Nearest answer(const GamutData& data, velmora::Vec3 x, velmora::Vec3 point, doub
 
 Nearest nearestByCiede2000In(const GamutData& data, velmora::Vec3 x)
 {
+    velmora::clearUpperVectorRegisters();
     const velmora::Vec3 p = data.lchIndex().nearestByCiede2000(x, data.nearestIndex().nearest(x));
     return answer(data, x, p, velmora::length(velmora::ciede2000Residual(x, p)));
 }

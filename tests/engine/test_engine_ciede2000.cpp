@@ -163,7 +163,7 @@ public:
         for (std::size_t f = 0; f < m_faces.size(); ++f) {
             const auto& [p, q, r] = m_faces[f];
             const double longest = std::max({edge(p, q), edge(q, r), edge(r, p)});
-            const int steps = std::max(1, static_cast<int>(std::ceil(longest / 2.0)));
+            const int steps = std::max(1, static_cast<int>(std::ceil(longest / 3.0)));
             for (int i = 0; i <= steps; ++i)
                 for (int k = 0; i + k <= steps; ++k)
                     m_samples.push_back({f, double(i) / steps, double(k) / steps, 1.0 / steps});
@@ -176,7 +176,7 @@ public:
             const Sample& s = m_samples[i];
             all[i] = {independentDifference(x, mixed(m_faces[s.face], s.s, s.t)), i};
         }
-        constexpr std::size_t starts = 100;
+        constexpr std::size_t starts = 50;
         const auto end = all.begin() + static_cast<std::ptrdiff_t>(std::min(starts, all.size()));
         std::partial_sort(all.begin(), end, all.end());
         double best = all.front().first;

@@ -136,6 +136,32 @@ TEST_F(GamutMeshes, theSurfaceTakesOneRecordForEachCorner)
     EXPECT_TRUE(front.vertices.isEmpty());
 }
 
+TEST_F(GamutMeshes, theSurfaceHasTheColoursOfItsVertices)
+{
+    const KVGamut::GamutObject gamut = largeGamut();
+    const Mesh& mesh = gamut.mesh();
+    QList<QRgb> colors;
+    for (std::size_t v = 0; v < mesh.lab.size(); ++v)
+        colors.append(qRgb(int(v % 256), int(v / 256 % 256), 77));
+    const GeometryData front = kvGamutMeshes(gamut, {}, {}, colors)[QStringLiteral("Front")];
+    const auto* records = reinterpret_cast<const VertexStride*>(front.records.constData());
+    for (std::size_t t = 0; t < mesh.triangles.size(); ++t)
+        for (std::size_t i = 0; i < 3; ++i) {
+            const QColor expected(colors[mesh.triangles[t][i]]);
+            const auto& color = records[3 * t + i].color;
+            ASSERT_EQ(color[0], expected.redF());
+            ASSERT_EQ(color[1], expected.greenF());
+            ASSERT_EQ(color[2], expected.blueF());
+        }
+}
+
+TEST_F(GamutMeshes, anotherNumberOfColoursHasNoEffect)
+{
+    const KVGamut::GamutObject gamut = largeGamut();
+    EXPECT_EQ(kvGamutMeshes(gamut, {}, {}, {qRgb(1, 2, 3)})[QStringLiteral("Front")].records,
+              kvGamutMeshes(gamut)[QStringLiteral("Front")].records);
+}
+
 TEST_F(GamutMeshes, theSurfaceIsThatOfTheTrianglesGenerator)
 {
     const KVGamut::GamutObject gamut = largeGamut();

@@ -101,6 +101,24 @@ KVViewState someState()
 
 // --- Looks ---------------------------------------------------------------------------------------
 
+TEST_F(GamutViewLooks, aGamutIsShownWithColoursOfItsVertices)
+{
+    const KVGamut::GamutObject gamut = computed();
+    const QList<QRgb> colors(static_cast<qsizetype>(gamut.mesh().lab.size()), qRgb(10, 20, 30));
+    bool done = false;
+    view->show(id, gamut, colors, view.get(), [&done](const std::optional<KVProblem>& problem) {
+        EXPECT_FALSE(problem);
+        done = true;
+    });
+    ASSERT_TRUE(eventually([&done] { return done; }));
+    const QColor expected(10, 20, 30);
+    const std::array<float, 4> base{expected.redF(), expected.greenF(), expected.blueF(), 1.0f};
+    for (const Vertex& vertex : verticesOf(*front()))
+        EXPECT_EQ(vertex.base, base);
+    showAndWait(id, gamut);
+    EXPECT_NE(verticesOf(*front()).first().base, base) << "its own colours again";
+}
+
 TEST_F(GamutViewLooks, aNewGamutHasTheDefaultLook)
 {
     showAndWait(id);

@@ -60,10 +60,13 @@ TEST_F(GamutViewMeta, theValuesHaveTheirProperties)
     EXPECT_EQ(propertiesOf(KVLegendEntry::staticMetaObject),
               (QStringList{QStringLiteral("id"), QStringLiteral("name"), QStringLiteral("details"),
                            QStringLiteral("key")}));
-    EXPECT_EQ(
-        propertiesOf(KVAnnotations::staticMetaObject),
-        (QStringList{QStringLiteral("scales"), QStringLiteral("legend"), QStringLiteral("highlight"),
-                     QStringLiteral("caption"), QStringLiteral("fontFamily"), QStringLiteral("textScale")}));
+    EXPECT_EQ(propertiesOf(KVAnnotations::staticMetaObject),
+              (QStringList{QStringLiteral("scales"), QStringLiteral("legend"), QStringLiteral("highlight"),
+                           QStringLiteral("caption"), QStringLiteral("fontFamily"),
+                           QStringLiteral("textScale"), QStringLiteral("scaleBar")}));
+    EXPECT_EQ(propertiesOf(KVScaleBar::staticMetaObject),
+              (QStringList{QStringLiteral("title"), QStringLiteral("colors"), QStringLiteral("low"),
+                           QStringLiteral("high")}));
     EXPECT_EQ(propertiesOf(KVViewTheme::staticMetaObject),
               (QStringList{QStringLiteral("background"), QStringLiteral("axes"), QStringLiteral("labels"),
                            QStringLiteral("grid"), QStringLiteral("section")}));

@@ -175,3 +175,74 @@ KVLegendEntry GamutScene::entryOf(const Explained& gamut) const
     return {m_gamuts[gamut.position].id, gamut.title,
             GamutWords::intent(report.intent) + QStringLiteral(", ") + volume + unit, gamut.key};
 }
+
+// --- Where colours are lost -----------------------------------------------------------------------
+
+bool GamutScene::showLoss()
+{
+    const LossOptions& options = m_annotations.loss;
+    if (options.other.isEmpty())
+        return true;
+    const auto other = GamutSource::open(options.other).and_then([this](const GamutSource& source) {
+        return source.compute(m_profiles.settings);
+    });
+    if (!other) {
+        say(other.error());
+        return false;
+    }
+    QMap<QString, std::vector<float>> losses;
+    std::vector<float> all;
+    for (const Gamut& gamut : m_gamuts) {
+        if (gamut.state != Shown)
+            continue;
+        const auto loss = lossOf(m_view.gamut(gamut.id), *other, options.metric);
+        all.insert(all.end(), loss.begin(), loss.end());
+        losses.insert(gamut.id, loss);
+    }
+    const LossScale scale = options.scaleOf(all);
+    for (auto loss = losses.cbegin(); loss != losses.cend(); ++loss) {
+        QList<QRgb> colors;
+        for (const float distance : *loss)
+            colors.append(scale.colorOf(distance).rgb());
+        if (!showColored(loss.key(), colors))
+            return false;
+    }
+    if (m_annotations.legend)
+        addScaleBar(scale);
+    return true;
+}
+
+bool GamutScene::showColored(const QString& id, const QList<QRgb>& vertexColors)
+{
+    // High enough for the colours to be compared with those of the bar, low enough to show the shape.
+    constexpr float ambient = 0.85f;
+    KVGamutLook look = m_view.look(id);
+    if (look.ambientStrength == KVGamutLook().ambientStrength)
+        look.ambientStrength = ambient;
+    std::optional<KVProblem> failure;
+    QEventLoop loop;
+    bool isDone = false;
+    m_view.show(id, m_view.gamut(id), vertexColors, &m_context, [&](const std::optional<KVProblem>& problem) {
+        failure = problem;
+        isDone = true;
+        loop.quit();
+    });
+    if (!isDone)
+        loop.exec();
+    if (failure)
+        say(Problem(*failure).about(id));
+    m_view.setLook(id, look);
+    return !failure;
+}
+
+void GamutScene::addScaleBar(const LossScale& scale)
+{
+    const LossOptions& options = m_annotations.loss;
+    const QString metric = options.metric == ColourMetric::Ciede2000 ? QStringLiteral("CIEDE2000")
+                                                                     : QString::fromUtf8("\xCE\x94"
+                                                                                         "E*76");
+    KVAnnotations annotations = m_view.annotations();
+    annotations.scaleBar = {metric + QStringLiteral(" outside ") + gamutTitles({options.other}).value(0),
+                            scale.colors(), 0.0f, scale.largest};
+    m_view.setAnnotations(annotations);
+}

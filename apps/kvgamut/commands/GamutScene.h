@@ -25,6 +25,10 @@ public:
     /// says it, and adds scales, legend and key colours.
     void explain();
 
+    /// After explain(): colours the surfaces by the distance outside another gamut and adds a scale bar, if
+    /// the command line asks for it. Prints why that fails. @return whether it succeeded
+    bool showLoss();
+
     int shownCount() const { return count(Shown); }
     int failedCount() const { return count(Failed); }
     /// The profiles of the gamuts that are shown, as PictureNote lists them.
@@ -61,6 +65,8 @@ private:
     QList<Explained> explained() const;
     void showBody(const Explained& gamut);
     KVLegendEntry entryOf(const Explained& gamut) const;
+    bool showColored(const QString& id, const QList<QRgb>& vertexColors);
+    void addScaleBar(const LossScale& scale);
 
     KVGamutView& m_view;
     const ProfileOptions& m_profiles;

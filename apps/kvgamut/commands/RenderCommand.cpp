@@ -70,6 +70,14 @@ RenderCommand::RenderCommand(CLI::App& program)
         if (parser().count("--background") > 0)
             m_look.state.theme.background = background;
         m_look.check();
+        m_annotations.loss.check();
+        if (!m_annotations.loss.other.isEmpty())
+            for (const char* option : {"--color", "--mode", "--no-surface"})
+                if (parser().count(option) > 0)
+                    throw CLI::ValidationError("--loss",
+                                               std::string("it colours surfaces; do not use ") + option);
+        if (!m_annotations.loss.other.isEmpty() && m_annotations.lines)
+            throw CLI::ValidationError("--loss", "it colours surfaces; do not use --look lines");
         m_output.check(m_transparent);
         if (m_output.turntable() > 0 && m_reference.isGiven())
             throw CLI::ValidationError("--reference", "a turn has no single picture to compare");
@@ -124,6 +132,8 @@ int RenderCommand::draw()
         return BadInput;
     scene.explain();
     view.setSection(m_sections.section(m_annotations.scales || m_annotations.legend));
+    if (!scene.showLoss())
+        return BadInput;
 
     QImage picture;
     if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {

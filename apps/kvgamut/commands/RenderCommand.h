@@ -22,7 +22,9 @@ public:
 
     Files files() const override
     {
-        return {m_profiles.profiles + QStringList{m_reference.name()} + m_items.files(), m_output.name()};
+        return {m_profiles.profiles + QStringList{m_reference.name(), m_annotations.loss.other} +
+                    m_items.files(),
+                m_output.name()};
     }
     int run(Arguments arguments) override;
 

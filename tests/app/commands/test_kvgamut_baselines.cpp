@@ -79,6 +79,16 @@ INSTANTIATE_TEST_SUITE_P(Looks, Baselines,
                                               "ProPhoto sRGB DisplayP3 --alpha 1"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    Loss, Baselines,
+    testing::Values(
+        Case{"loss-200-light", "AdobeRGB --loss sRGB --style paper", "AdobeRGB --style paper", "200x150"},
+        Case{"loss-200-dark", "AdobeRGB --loss sRGB --style dark", "AdobeRGB --style dark", "200x150"},
+        Case{"loss-800-light", "AdobeRGB --loss sRGB --style paper", "AdobeRGB --style paper", "800x600"},
+        Case{"loss-800-dark", "AdobeRGB --loss sRGB --style dark", "AdobeRGB --style dark", "800x600"},
+        Case{"loss-3000-light", "AdobeRGB --loss sRGB --style paper", "AdobeRGB --style paper", "3000x2250"},
+        Case{"loss-3000-dark", "AdobeRGB --loss sRGB --style dark", "AdobeRGB --style dark", "3000x2250"}));
+
+INSTANTIATE_TEST_SUITE_P(
     Sizes, Baselines,
     testing::Values(
         Case{"size-200-light", "sRGB --style paper", "sRGB --style paper --annotate none", "200x150"},

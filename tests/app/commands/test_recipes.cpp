@@ -127,6 +127,13 @@ TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)
                 testing::IsSupersetOf({QStringLiteral("cyan-level.svg"), QStringLiteral("around.png")}));
 }
 
+TEST_F(RecipeTest, showWhereAPressLosesColours)
+{
+    ASSERT_EQ(run(QStringLiteral("Where does the press lose colours?")).size(), 1);
+    EXPECT_THAT(files(), testing::IsSupersetOf({QStringLiteral("lost.png"), QStringLiteral("lost.pdf")}));
+    EXPECT_EQ(QImage(path(QStringLiteral("lost.png"))).size(), QSize(1200, 900));
+}
+
 TEST_F(RecipeTest, writeAPageToSend)
 {
     const QByteArrayList outputs = run(QStringLiteral("A page to send"));

@@ -32,7 +32,9 @@ void AnnotationOptions::declare(CLI::App& parser)
                 scales = word == "all" || word == "scales";
                 legend = word == "all" || word == "legend";
             },
-            "Numbered scales instead of the axes, and a legend with outlines in its key colours: all (the "
+            "Numbered scales instead of the axes, and a legend (with outlines in its key colours, and the "
+            "scale bar of "
+            "--loss): all (the "
             "default), scales, legend or none")
         ->check(CLI::IsMember({"all", "scales", "legend", "none"}).description(""))
         ->type_name("WHAT");
@@ -49,6 +51,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "hues. --verbose says what was chosen")
         ->check(CLI::IsMember({"auto", "lines"}).description(""))
         ->type_name("LOOK");
+    loss.declare(parser);
 }
 
 KVViewTheme AnnotationOptions::theme() const

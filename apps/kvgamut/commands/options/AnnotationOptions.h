@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LossOptions.h"
 #include "model/pictures/PictureStyle.h"
 
 #include <KVGamutView.h>
@@ -15,6 +16,7 @@ struct AnnotationOptions
     bool legend = true; ///< with outlines in the key colours
     QString caption;
     bool lines = false; ///< all gamuts as lines; otherwise what is inside what decides
+    LossOptions loss;
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);

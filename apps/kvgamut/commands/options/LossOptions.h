@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "model/pictures/LossMap.h"
+
+#include <QtCore/QString>
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+
+/// Surfaces coloured by the distance by which they lie outside another gamut.
+struct LossOptions
+{
+    QString other; ///< profile or saved gamut; empty: the surfaces have their own colours
+    ColourMetric metric = ColourMetric::Ciede2000;
+    float threshold = 1.0f;
+    std::optional<float> largest; ///< nullopt: as large as the distances need
+
+    /// Declares the options on @p parser, which keeps a reference to this object.
+    void declare(CLI::App& parser);
+    /// Throws CLI::ValidationError if options contradict each other. Call it after all options are parsed.
+    void check() const;
+
+    /// The scale of these distances.
+    LossScale scaleOf(const std::vector<float>& distances) const;
+};

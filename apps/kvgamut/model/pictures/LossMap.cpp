@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LossMap.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr QRgb insideColor = 0xffd8d8d8;
+constexpr std::array<QRgb, 5> lossColors{0xffffd040, 0xfff08020, 0xffd03060, 0xff8a1a90, 0xff380460};
+
+// Evenly spaced along the colours; share from 0 to 1.
+QColor mixedColor(double share)
+{
+    const double place = share * double(lossColors.size() - 1);
+    const auto from = std::min(static_cast<std::size_t>(place), lossColors.size() - 2);
+    const double rest = place - double(from);
+    const auto channel = [&](int (*of)(QRgb)) {
+        const int p = of(lossColors[from]), q = of(lossColors[from + 1]);
+        return static_cast<int>(std::lround(p + rest * (q - p)));
+    };
+    return QColor(channel(qRed), channel(qGreen), channel(qBlue));
+}
+
+bool isCancelled(KVCompletionProtocolPtr* protocol)
+{
+    return protocol && *protocol && (*protocol)->isCancelled();
+}
+
+} // namespace
+
+std::vector<float> lossOf(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& other,
+                          ColourMetric metric, KVCompletionProtocolPtr* protocol)
+{
+    std::vector<KVGamut::LabPoint> outside;
+    for (const KVGamut::LabPoint& lab : gamut.mesh().lab)
+        if (!other.isInside(&lab.L))
+            outside.push_back(lab);
+    std::vector<KVGamut::Nearest> nearest;
+    if (metric == ColourMetric::Ciede2000)
+        nearest = other.nearestByCiede2000(outside, protocol);
+    else
+        for (std::size_t i = 0; i < outside.size() && !isCancelled(protocol); ++i)
+            nearest.push_back(other.nearest(&outside[i].L));
+    if (nearest.size() < outside.size() || isCancelled(protocol))
+        return {};
+
+    std::vector<float> loss;
+    loss.reserve(gamut.mesh().lab.size());
+    auto next = nearest.begin();
+    for (const KVGamut::LabPoint& lab : gamut.mesh().lab)
+        loss.push_back(other.isInside(&lab.L) ? 0.0f : (next++)->distance);
+    return loss;
+}
+
+LossScale LossScale::forDistances(const std::vector<float>& distances, float threshold)
+{
+    const float most = distances.empty() ? 0.0f : *std::max_element(distances.begin(), distances.end());
+    return {threshold, std::max(std::ceil(most), threshold + 1.0f)};
+}
+
+QColor LossScale::colorOf(float distance) const
+{
+    if (!(distance > threshold))
+        return QColor(insideColor);
+    return mixedColor(double(std::min(1.0f, (distance - threshold) / (largest - threshold))));
+}
+
+QList<QColor> LossScale::colors() const
+{
+    constexpr int count = 100;
+    QList<QColor> colors;
+    for (int i = 0; i < count; ++i)
+        colors.append(colorOf(largest * (float(i) + 0.5f) / float(count)));
+    return colors;
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <platform/KVVelmoraFramework.h>
+
+#include <QtCore/QList>
+#include <QtGui/QColor>
+
+#include <vector>
+
+/// Colour differences.
+enum class ColourMetric
+{
+    DE76,      ///< CIE 1976
+    Ciede2000, ///< CIEDE2000
+};
+
+/// How far each vertex of the surface of @p gamut lies outside @p other; 0 inside. Runs on any thread. Empty
+/// if it was cancelled through @p protocol, which may be null.
+[[nodiscard]] std::vector<float> lossOf(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& other,
+                                        ColourMetric metric, KVCompletionProtocolPtr* protocol = nullptr);
+
+/// The colours of distances: a neutral one up to a threshold, from there light yellow to dark purple.
+///
+/// For normal colour vision and for protanopia, deuteranopia and tritanopia the colours become darker with
+/// the distance, and the neutral colour differs from all of them.
+struct LossScale
+{
+    float threshold = 1.0f; ///< smaller distances count as inside
+    float largest = 20.0f;  ///< the last colour, also for larger distances; above the threshold
+
+    /// A scale for these distances: the largest one, rounded up to a whole number, but at least the threshold
+    /// + 1.
+    static LossScale forDistances(const std::vector<float>& distances, float threshold);
+
+    [[nodiscard]] QColor colorOf(float distance) const;
+    /// The colours from 0 to the largest distance, evenly spaced.
+    [[nodiscard]] QList<QColor> colors() const;
+};
