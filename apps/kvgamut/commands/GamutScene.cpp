@@ -74,6 +74,14 @@ int GamutScene::count(State state) const
                                           [state](const Gamut& gamut) { return gamut.state == state; }));
 }
 
+KVGamut::GamutObject GamutScene::firstGamut() const
+{
+    for (const Gamut& gamut : m_gamuts)
+        if (gamut.state == Shown)
+            return m_view.gamut(gamut.id);
+    return {};
+}
+
 QStringList GamutScene::profileLines() const
 {
     QStringList lines;

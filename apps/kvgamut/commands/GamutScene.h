@@ -29,6 +29,8 @@ public:
     /// the command line asks for it. Prints why that fails. @return whether it succeeded
     bool showLoss();
 
+    /// The first gamut that is shown; empty if there is none.
+    KVGamut::GamutObject firstGamut() const;
     int shownCount() const { return count(Shown); }
     int failedCount() const { return count(Failed); }
     /// The profiles of the gamuts that are shown, as PictureNote lists them.

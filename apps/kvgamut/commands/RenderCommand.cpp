@@ -126,10 +126,11 @@ int RenderCommand::draw()
             return WrongUsage;
         }
     GamutScene scene(view, m_profiles, m_look, m_annotations);
-    const bool itemsRead = m_items.addTo(viewer);
+    bool itemsRead = m_items.addTo(viewer);
     scene.load();
     if (scene.shownCount() == 0)
         return BadInput;
+    itemsRead &= m_items.addZones(viewer, scene.firstGamut());
     scene.explain();
     view.setSection(m_sections.section(m_annotations.scales || m_annotations.legend));
     if (!scene.showLoss())

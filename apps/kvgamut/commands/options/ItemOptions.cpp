@@ -66,6 +66,22 @@ void ItemOptions::declare(CLI::App& parser)
     size("--marker-size", markerSize, "Diameter of the markers (6)")->needs(markersOption);
     CLI::Option* pointsOption = file("--points", points, "Points at the colours in this file");
     size("--point-size", pointSize, "Diameter of the points (4)")->needs(pointsOption);
+    parser
+        .add_flag("--point-zones", zones,
+                  "Points by their side of the first gamut's surface: green spheres inside, yellow cubes at "
+                  "the edge, "
+                  "red stars outside")
+        ->needs(pointsOption);
+    parser
+        .add_option_function<std::string>("--point-tolerance",
+                                          OptionValues::named("--point-tolerance",
+                                                              [this](const std::string& word) {
+                                                                  tolerance = OptionValues::number(word, 0.0f,
+                                                                                                   100.0f);
+                                                              }),
+                                          "Distance from the surface, dE76, that counts as the edge (1)")
+        ->type_name("X")
+        ->needs("--point-zones");
     CLI::Option* lineOption = file("--line", line, "A line through the colours in this file, in order");
     size("--line-width", lineWidth, "Width of the line (2)")->needs(lineOption);
     colours.declare(parser);
@@ -76,7 +92,7 @@ bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
     bool all = withPositions(markers, colours, [&](const Positions& positions) {
         viewer.addMarkerSet(QStringLiteral("markers"), markerType, positions, markerSize, markerAmbient);
     });
-    all &= withPositions(points, colours, [&](const Positions& positions) {
+    all &= withPositions(zones ? QString() : points, colours, [&](const Positions& positions) {
         viewer.setPointSize(pointSize);
         viewer.addPointSet(QStringLiteral("points"), positions);
     });
@@ -90,4 +106,30 @@ bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
         viewer.addSegmentSet(QStringLiteral("line"), segments);
     });
     return all;
+}
+
+bool ItemOptions::addZones(KVGamut3DViewer& viewer, const KVGamut::GamutObject& gamut) const
+{
+    struct Zone
+    {
+        Side side;
+        const char* set;
+        KVGamut3DViewer::MarkerType type;
+        float scale; // of the size: cubes and stars look smaller than spheres
+    };
+    constexpr Zone all[] = {{Side::Inside, "points inside", KVGamut3DViewer::Sphere, 1.0f},
+                            {Side::Edge, "points at the edge", KVGamut3DViewer::BracketedCube, 1.6f},
+                            {Side::Outside, "points outside", KVGamut3DViewer::Star, 1.8f}};
+    return withPositions(zones ? points : QString(), colours, [&](const Positions& positions) {
+        for (const Zone& zone : all) {
+            Positions ofZone;
+            for (const auto& [color, position] : positions) {
+                const KVGamut::LabPoint lab = labOf(position);
+                if (sideOf(gamut.nearest(&lab.L).distance, tolerance) == zone.side)
+                    ofZone.append({sideColor(zone.side), position});
+            }
+            viewer.addMarkerSet(QString::fromLatin1(zone.set), zone.type, ofZone, zone.scale * pointSize,
+                                markerAmbient);
+        }
+    });
 }

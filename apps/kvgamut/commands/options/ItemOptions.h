@@ -16,7 +16,9 @@ struct ItemOptions
     float markerAmbient = 0.5f; ///< low enough for shading to show their shape
     QString points;
     float pointSize = 4.0f;
-    QString line; ///< drawn through its positions in order
+    bool zones = false;     ///< colour and shape of points by their side of a gamut's surface
+    float tolerance = 1.0f; ///< dE76 from the surface that count as its edge
+    QString line;           ///< drawn through its positions in order
     float lineWidth = 2.0f;
     PointColourOptions colours; ///< of all three
 
@@ -25,7 +27,10 @@ struct ItemOptions
 
     QStringList files() const { return QStringList{markers, points, line} + colours.files(); }
 
-    /// Reads the files and adds their positions to @p viewer. Prints what cannot be read.
+    /// Reads the files and adds their positions to @p viewer, except points by zones. Prints what cannot be
+    /// read.
     /// @return whether everything was read
     bool addTo(KVGamut3DViewer& viewer) const;
+    /// The same for points by zones of @p gamut: spheres inside, cubes at the edge, stars outside.
+    bool addZones(KVGamut3DViewer& viewer, const KVGamut::GamutObject& gamut) const;
 };

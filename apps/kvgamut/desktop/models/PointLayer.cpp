@@ -75,15 +75,7 @@ PointLayer::~PointLayer()
 
 QColor PointLayer::colorOf(Side side)
 {
-    switch (side) {
-    case Side::Inside:
-        return QColor(0, 112, 127);
-    case Side::Edge:
-        return QColor(245, 180, 0);
-    case Side::Outside:
-        return QColor(205, 28, 69);
-    }
-    return {};
+    return sideColor(side);
 }
 
 int PointLayer::rowCount(const QModelIndex& parent) const

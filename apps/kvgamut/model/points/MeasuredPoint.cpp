@@ -23,3 +23,16 @@ Side sideOf(float distance, float tolerance)
         return Side::Edge;
     return distance < 0.0f ? Side::Inside : Side::Outside;
 }
+
+QColor sideColor(Side side)
+{
+    switch (side) {
+    case Side::Inside:
+        return QColor(0, 112, 127);
+    case Side::Edge:
+        return QColor(245, 180, 0);
+    case Side::Outside:
+        return QColor(205, 28, 69);
+    }
+    return {};
+}

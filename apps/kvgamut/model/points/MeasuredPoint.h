@@ -37,3 +37,6 @@ enum class Side
 
 /// @param distance from the surface as in KVGamut::Nearest: negative inside
 Side sideOf(float distance, float tolerance);
+
+/// The colour of points on this side. The three differ for every kind of colour vision.
+QColor sideColor(Side side);

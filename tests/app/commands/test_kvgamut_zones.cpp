@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+// Points by their side of the surface: `kvgamut render --points FILE --point-zones`.
+
+#include "app/support/Program.h"
+
+using namespace kvtest;
+
+namespace {
+
+class ZoneTest : public ProgramTest
+{
+protected:
+    /// A picture of the points alone.
+    QImage zones(const QByteArray& points, const QString& more = {})
+    {
+        write(path(QStringLiteral("points.csv")), "L,a,b\n" + points);
+        return rendered(
+            words(QStringLiteral("sRGB --size 300x300 --no-surface --no-projection --no-grid --no-axes "
+                                 "--frame none --point-size 40 --points %1 --point-zones ")
+                      .arg(path(QStringLiteral("points.csv"))) +
+                  more));
+    }
+};
+
+/// Pixels whose hue is within 12 degrees of @p color.
+int count(const QImage& picture, const QColor& color)
+{
+    int found = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            const int turn = std::abs(pixel.hue() - color.hue()) % 360;
+            found += pixel.saturation() > 60 && std::min(turn, 360 - turn) <= 12;
+        }
+    return found;
+}
+
+const QColor inside(0, 112, 127), edge(245, 180, 0), outside(205, 28, 69);
+
+} // namespace
+
+TEST_F(ZoneTest, pointsHaveTheColourOfTheirZone)
+{
+    const QImage in = zones("50,0,0\n"), out = zones("50,-110,-110\n"), white = zones("100,0,0\n");
+    EXPECT_GT(count(in, inside), 100);
+    EXPECT_GT(count(out, outside), 100);
+    EXPECT_GT(count(white, edge), 30);
+    EXPECT_EQ(count(in, outside) + count(in, edge), 0);
+    EXPECT_EQ(count(out, inside) + count(out, edge), 0);
+    EXPECT_EQ(count(white, inside) + count(white, outside), 0);
+}
+
+TEST_F(ZoneTest, pointsHaveTheShapeOfTheirZone)
+{
+    // The shares of a square around the point that the shapes cover: of a sphere 0.79, of a star and a frame
+    // less.
+    const auto share = [](const QImage& picture, const QColor& color) {
+        QRect around;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y).saturation() > 60)
+                    around |= QRect(x, y, 1, 1);
+        return double(count(picture, color)) / double(around.width() * around.height());
+    };
+    const QString orthogonal = QStringLiteral("--view top --orthogonal");
+    EXPECT_GT(share(zones("50,0,0\n", orthogonal), inside), 0.7);
+    EXPECT_LT(share(zones("50,-60,-60\n", orthogonal), outside), 0.6);
+    EXPECT_LT(share(zones("100,0,0\n", orthogonal), edge), 0.6);
+}
+
+TEST_F(ZoneTest, theToleranceSaysWhatTheEdgeIs)
+{
+    const QByteArray nearWhite("96,0,0\n"); // 4 below white
+    EXPECT_EQ(count(zones(nearWhite), edge), 0);
+    EXPECT_GT(count(zones(nearWhite, QStringLiteral("--point-tolerance 5")), edge), 30);
+}
+
+TEST_F(ZoneTest, needPoints)
+{
+    EXPECT_EQ(
+        kvgamut(words(QStringLiteral("render sRGB --point-zones -o %1").arg(path(QStringLiteral("p.png")))))
+            .exitCode,
+        WrongUsage);
+}
