@@ -34,6 +34,7 @@ public:
         : m_overlay(overlay), m_bar(bar), m_height(overlay.textHeight)
     {
         constexpr double shareOfHeight = 0.4;
+        constexpr double shareOfWidth = 0.4; // the legend, at the left, has the rest
         const double length = std::round(shareOfHeight * size.height());
         m_numbers =
             kvScaleBarNumbers(double(bar.low), double(bar.high), static_cast<int>(length / (2.0 * m_height)));
@@ -42,9 +43,11 @@ public:
             widest = std::max(widest, kvTextExtent(overlay, numberText(number), false).width());
         m_right = size.width() - m_height;
         const double left = std::round(m_right - widest - 2.0 * m_height);
-        m_rect = QRectF(left, std::round((size.height() - length) / 2.0), m_height, length);
-        m_titleWidth = m_right - m_height;
-        m_fits = m_rect.height() >= 4.0 * m_height && left >= m_height;
+        m_titleBottom = 2.2 * m_height; // of the first row of the legend
+        m_rect = QRectF(left, std::round(m_titleBottom + 0.8 * m_height), m_height, length);
+        m_titleWidth = shareOfWidth * size.width() - m_height;
+        m_fits = m_rect.height() >= 4.0 * m_height && left >= m_height &&
+                 m_rect.bottom() + m_height <= size.height();
     }
 
     void add() const
@@ -93,10 +96,9 @@ private:
         if (text.isEmpty())
             return;
         const QSizeF extent = kvTextExtent(m_overlay, text, false);
-        m_overlay.texts.append({text,
-                                QPointF(std::round(m_right - extent.width()),
-                                        std::round(m_rect.top() - 0.8 * m_height - extent.height())),
-                                false});
+        m_overlay.texts.append(
+            {text, QPointF(std::round(m_right - extent.width()), std::round(m_titleBottom - extent.height())),
+             false});
     }
 
     Overlay& m_overlay;
@@ -105,6 +107,7 @@ private:
     std::vector<double> m_numbers;
     QRectF m_rect;
     double m_right = 0.0;
+    double m_titleBottom = 0.0;
     double m_titleWidth = 0.0;
     bool m_fits = false;
 };

@@ -13,6 +13,6 @@
 /// is below @p high.
 [[nodiscard]] std::vector<double> kvScaleBarNumbers(double low, double high, int most);
 
-/// Adds the scale bar to the annotations of a picture of @p size pixels: at the right edge, in the middle of
-/// the height. Without colours, and where it does not fit, there is none.
+/// Adds the scale bar to the annotations of a picture of @p size pixels: at the top right, where bodies
+/// rarely are. Without colours, and where it does not fit, there is none.
 void kvAddScaleBar(Overlay& overlay, const KVScaleBar& bar, const QSize& size);

@@ -123,7 +123,7 @@ public:
 };
 Q_DECLARE_METATYPE(KVLegendEntry)
 
-/// What the colours of a surface mean: a bar with numbers and a title, at the right edge.
+/// What the colours of a surface mean: a bar with numbers and a title, at the top right.
 struct KV3DVIEWER_EXPORT KVScaleBar
 {
     Q_GADGET

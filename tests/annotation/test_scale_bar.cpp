@@ -69,6 +69,28 @@ TEST(ScaleBar, hasNumbersBesideTheirValues)
     EXPECT_LT(rectOf(overlay, overlay.texts.back()).bottom(), highest.top());
 }
 
+TEST(ScaleBar, isBesideTheLegendAndAboveTheMiddle)
+{
+    KVAnnotations annotations = withBar();
+    annotations.scaleBar.title = QString(300, QLatin1Char('W'));
+    annotations.legend = {{QStringLiteral("a"), QString(300, QLatin1Char('W')), {}, Qt::red}};
+    const QSize size(800, 600);
+    const Overlay overlay = layout(annotations, size);
+    const auto rectsOf = [&overlay](bool ofLegend) {
+        QList<QRectF> rects;
+        for (const OverlayText& text : overlay.texts)
+            if ((text.topLeft.x() < 100.0) == ofLegend)
+                rects.append(rectOf(overlay, text));
+        return rects;
+    };
+    ASSERT_EQ(rectsOf(true).size(), 1);
+    ASSERT_GE(rectsOf(false).size(), 4);
+    for (const QRectF& rect : rectsOf(false)) {
+        EXPECT_FALSE(rect.intersects(rectsOf(true)[0]));
+        EXPECT_LT(rect.bottom(), 0.55 * size.height());
+    }
+}
+
 TEST(ScaleBar, isInsideThePictureAtEverySize)
 {
     for (const QSize size :
