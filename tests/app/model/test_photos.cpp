@@ -16,10 +16,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <lcms2.h>
 #include <limits>
 #include <random>
+#include <sys/stat.h>
+#include <thread>
 #include <tiffio.h>
 #include <type_traits>
 #include <vector>
@@ -427,6 +430,27 @@ TEST_F(Photos, areReadFromAPipe)
         PhotoFile::ofContent(bytes).and_then([](PhotoFile photo) { return photoColors(photo, {}); });
     ASSERT_TRUE(colors);
     EXPECT_EQ(colors->pixels, 64);
+}
+
+TEST_F(Photos, areReadFromANamedPipe)
+{
+    const QImage picture(300, 300, QImage::Format_RGB888);
+    ASSERT_TRUE(picture.save(path("p.png")));
+    const QByteArray pipe = QFile::encodeName(path("pipe"));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    bool isWritten = false;
+    std::thread writer([&] {
+        QFile source(path("p.png"));
+        std::FILE* file = source.open(QIODevice::ReadOnly) ? std::fopen(pipe.constData(), "wb") : nullptr;
+        const QByteArray png = source.readAll();
+        isWritten =
+            file && std::fwrite(png.constData(), 1, std::size_t(png.size()), file) == std::size_t(png.size());
+        isWritten = file && std::fclose(file) == 0 && isWritten;
+    });
+    const PhotoColors colors = read(path("pipe"));
+    writer.join();
+    EXPECT_TRUE(isWritten);
+    EXPECT_EQ(colors.pixels, 90'000);
 }
 
 TEST(LabCells, doNotDependOnTheOrderOfColours)
