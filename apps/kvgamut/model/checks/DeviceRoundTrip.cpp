@@ -8,12 +8,6 @@
 
 namespace {
 
-struct DeleteTransform
-{
-    void operator()(void* transform) const { cmsDeleteTransform(transform); }
-};
-using Transform = std::unique_ptr<void, DeleteTransform>;
-
 /// Little CMS prefers them to the tables of fixed cost.
 bool hasElementTables(cmsHPROFILE profile)
 {
@@ -28,7 +22,7 @@ struct DeviceRoundTrip::Private
 {
     LittleCms::Context context{cmsCreateContext(nullptr, nullptr)};
     LittleCms::Profile profile;
-    Transform toDevice, toLab;
+    LittleCms::Transform toDevice, toLab;
     std::size_t channels = 0;
 };
 

@@ -22,4 +22,10 @@ struct CloseProfile
 };
 using Profile = std::unique_ptr<void, CloseProfile>;
 
+struct DeleteTransform
+{
+    void operator()(void* transform) const { cmsDeleteTransform(transform); }
+};
+using Transform = std::unique_ptr<void, DeleteTransform>;
+
 } // namespace LittleCms

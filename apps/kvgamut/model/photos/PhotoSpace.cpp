@@ -9,11 +9,6 @@
 
 namespace {
 
-struct TransformDeleter
-{
-    void operator()(void* transform) const { cmsDeleteTransform(transform); }
-};
-
 struct DeviceFormat
 {
     cmsColorSpaceSignature signature;
@@ -52,7 +47,7 @@ struct PhotoSpace::Private
 {
     LittleCms::Context context{cmsCreateContext(nullptr, nullptr)};
     LittleCms::Profile profile;
-    std::unique_ptr<void, TransformDeleter> transform;
+    LittleCms::Transform transform;
     DeviceFormat device{};
     std::size_t copies = 1; ///< of each value: 3 for grey with an RGB profile
 };

@@ -14,12 +14,6 @@ namespace {
 
 constexpr std::size_t coloursPerBlock = 1024; // between two checks for a cancellation
 
-struct DeleteDeviceTransform
-{
-    void operator()(void* transform) const { cmsDeleteTransform(transform); }
-};
-using DeviceTransform = std::unique_ptr<void, DeleteDeviceTransform>;
-
 /// The profile, checked by the engine: Little CMS alone would open a small file whose conversion takes hours.
 Result<KVProfilePtr> openedSpace(const QString& space, KVVMRenderType intent,
                                  const KVCompletionProtocolPtr& task)
@@ -78,7 +72,7 @@ Result<std::vector<KVGamut::LabPoint>> labOfDevice(std::span<const double> value
     const LittleCms::Profile lab(cmsCreateLab4ProfileTHR(context.get(), nullptr));
     if (lab) // for version 4, Little CMS forces black-point compensation for some intents
         cmsSetProfileVersion(lab.get(), 2.1);
-    const DeviceTransform transform(
+    const LittleCms::Transform transform(
         cmsCreateTransformTHR(context.get(), profile.get(), isRgb ? TYPE_RGB_DBL : TYPE_CMYK_DBL, lab.get(),
                               TYPE_Lab_DBL, static_cast<cmsUInt32Number>(intent), cmsFLAGS_NOCACHE));
     if (!transform)
