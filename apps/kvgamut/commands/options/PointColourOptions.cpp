@@ -2,22 +2,15 @@
 #include "PointColourOptions.h"
 
 #include "OptionValues.h"
+#include "ProfileOptions.h"
 #include "commands/process/Say.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/points/PointFile.h"
 #include "model/points/PointInput.h"
 #include "model/points/PointWhite.h"
 
-#include <map>
-
 void PointColourOptions::declare(CLI::App& parser)
 {
-    static const std::map<std::string, KVVMRenderType> intents{
-        {"perceptual", KVVMRenderPerceptual},
-        {"relative", KVVMRenderRelativeColorimetric},
-        {"saturation", KVVMRenderSaturation},
-        {"absolute", KVVMRenderAbsoluteColorimetric},
-    };
     parser
         .add_option_function<std::string>(
             "--points-space", [this](const std::string& word) { reading.space = OptionValues::file(word); },
@@ -26,10 +19,10 @@ void PointColourOptions::declare(CLI::App& parser)
         ->type_name("SPACE");
     parser
         .add_option_function<std::string>(
-            "--points-intent", [this](const std::string& word) { reading.intent = intents.at(word); },
+            "--points-intent", [this](const std::string& word) { reading.intent = intentWords().at(word); },
             "Intent with which they are converted: perceptual, relative, saturation or absolute (the "
             "default)")
-        ->check(CLI::IsMember(intents).description(""))
+        ->check(CLI::IsMember(intentWords()).description(""))
         ->type_name("INTENT");
     std::vector<std::string> whites;
     for (const QString& name : PointWhite::names())

@@ -29,7 +29,7 @@ CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* wo
         ->type_name("");
 }
 
-void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
+const std::map<std::string, KVVMRenderType>& intentWords()
 {
     static const std::map<std::string, KVVMRenderType> intents{
         {"perceptual", KVVMRenderPerceptual},
@@ -37,11 +37,16 @@ void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
         {"saturation", KVVMRenderSaturation},
         {"absolute", KVVMRenderAbsoluteColorimetric},
     };
+    return intents;
+}
+
+void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
+{
     parser
         .add_option_function<std::string>(
-            "--intent", [&settings](const std::string& word) { settings.intent = intents.at(word); },
+            "--intent", [&settings](const std::string& word) { settings.intent = intentWords().at(word); },
             "Rendering intent: perceptual, relative, saturation or absolute (the default)")
-        ->check(CLI::IsMember(intents).description(""))
+        ->check(CLI::IsMember(intentWords()).description(""))
         ->type_name("INTENT");
     parser.add_flag("--bpc", settings.blackPointCompensation,
                     "Black point compensation; no effect on the absolute intent");

@@ -7,6 +7,7 @@
 
 #include <QtCore/QStringList>
 
+#include <map>
 #include <string>
 
 /// Describes the accepted inputs, for --help.
@@ -14,6 +15,9 @@ std::string inputDescription();
 
 /// Declares on @p parser the inputs as the positional argument @p word, at least one.
 CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* word = "PROFILE");
+
+/// The rendering intents by their words on the command line.
+const std::map<std::string, KVVMRenderType>& intentWords();
 
 /// Declares on @p parser how gamuts are computed: --intent, --bpc, --adaptation, --grid.
 void declareSettings(CLI::App& parser, KVGamut::Settings& settings);
