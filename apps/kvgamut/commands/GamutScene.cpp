@@ -64,8 +64,9 @@ void GamutScene::start(qsizetype position, const std::function<void()>& ended)
     if (source.isSaved())
         m_view.show(gamut.id, source.savedGamut(), &m_context, done);
     else
-        m_view.load(gamut.id, KVLoadRequest::fromProfile(source.profile(), m_profiles.settings), &m_context,
-                    done);
+        m_view.load(gamut.id,
+                    KVLoadRequest::fromProfile(source.profile(), source.settings(m_profiles.settings)),
+                    &m_context, done);
 }
 
 int GamutScene::count(State state) const

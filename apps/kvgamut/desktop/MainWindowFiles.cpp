@@ -15,6 +15,7 @@
 #include "desktop/view/CameraControl.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/InputName.h"
 #include "model/pictures/CameraText.h"
 #include "model/pictures/PictureFile.h"
 
@@ -75,12 +76,16 @@ void MainWindow::addGamut(const QString& input)
     addGamut(input, KVGamut::Settings(), look, true);
 }
 
-void MainWindow::addGamut(const QString& input, const KVGamut::Settings& settings, const KVGamutLook& look,
+void MainWindow::addGamut(const QString& input, const KVGamut::Settings& general, const KVGamutLook& look,
                           bool automaticOpacity)
 {
-    const QString name = permanentName(input);
+    // an input whose settings are unknown cannot be opened, which reports them
+    const InputName named = InputName::of(input).value_or(InputName{input, {}});
+    KVGamut::Settings settings = general;
+    settings.intent = named.intent.value_or(general.intent);
+    const QString name = permanentName(named.file);
     // a message about a missing file shows the name as the user gave it
-    m_gamuts.add(QFileInfo::exists(name) ? name : input, settings, look);
+    m_gamuts.add(QFileInfo::exists(name) ? name : named.file, settings, look);
     if (automaticOpacity)
         m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, look.opacity);
     if (QFileInfo::exists(name))

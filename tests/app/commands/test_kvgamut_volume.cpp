@@ -245,6 +245,16 @@ TEST_F(VolumeTest, ofTheElevenGridNeedsThreeChannels)
             .arg(cmyk)));
 }
 
+TEST_F(VolumeTest, usesTheIntentBehindTheNameOfAnInput)
+{
+    const auto rows = volumes(QStringLiteral("%1@relative %1 --intent perceptual").arg(cmyk));
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(word(rows[0], "profile"), cmyk + QStringLiteral("@relative"));
+    EXPECT_EQ(word(rows[0], "intent"), QStringLiteral("relative"));
+    EXPECT_EQ(word(rows[1], "intent"), QStringLiteral("perceptual"));
+    EXPECT_NEAR(number(rows[0], "volume"), 411424.0, 0.001 * 411424.0);
+}
+
 TEST_F(VolumeTest, doesNotDependOnOtherInputsOrTheirOrder)
 {
     const auto withoutSeconds = [](QList<QJsonObject> rows) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/support/TestPictures.h"
+#include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/ProfileFacts.h"
@@ -51,6 +52,8 @@ protected:
     {
         return source.compute(settings).or_else(reportProblem).value();
     }
+
+    static KVVMRenderType intentOf(const QString& name) { return computed(opened(name), {}).report().intent; }
 
     /// The problem when opening a file with these bytes.
     Problem problemOf(const QByteArray& bytes) const
@@ -390,6 +393,62 @@ TEST_F(SavedGamutTest, refusesAFileWithoutAGamut)
     const QCborArray parts{QStringLiteral("KVGamut"), 1, QCborMap{{QStringLiteral("profile"), 5}}};
     EXPECT_EQ(codeOf(QCborValue(QCborKnownTags::Signature, parts).toCbor()),
               Problem::Code(KVProblemCode::NotASavedGamut));
+}
+
+// --- Settings behind the name -----------------------------------------------------------------------
+
+TEST_F(GamutSourceTest, hasTheIntentBehindItsName)
+{
+    EXPECT_EQ(intentOf(cmykFile + QStringLiteral("@relative")), KVVMRenderRelativeColorimetric);
+    EXPECT_EQ(intentOf(QStringLiteral("sRGB@perceptual")), KVVMRenderPerceptual);
+    EXPECT_EQ(intentOf(QStringLiteral("srgb@saturation")), KVVMRenderSaturation);
+    EXPECT_EQ(intentOf(QStringLiteral("sRGB@absolute")), KVVMRenderAbsoluteColorimetric);
+    EXPECT_EQ(intentOf(QStringLiteral("sRGB")), KVGamut::Settings().intent);
+}
+
+TEST_F(GamutSourceTest, prefersAFileWhoseNameContainsTheSetting)
+{
+    const QString file = written(QStringLiteral("printer@relative"), contents(cmykFile));
+    EXPECT_EQ(intentOf(file), KVGamut::Settings().intent);
+    EXPECT_EQ(intentOf(file + QStringLiteral("@saturation")), KVVMRenderSaturation);
+}
+
+TEST_F(GamutSourceTest, refusesAnUnknownSettingAndNamesTheKnownOnes)
+{
+    const Result<GamutSource> source = GamutSource::open(QStringLiteral("sRGB@absolut"));
+    ASSERT_FALSE(source);
+    EXPECT_EQ(
+        ProblemText::english(source.error()),
+        QStringLiteral("'sRGB@absolut': unknown setting 'absolut' behind the @ (known: absolute, relative, "
+                       "perceptual, saturation)"));
+}
+
+TEST_F(GamutSourceTest, takesAnAtSignInAnUnknownNameForPartOfIt)
+{
+    const QString name = path(QStringLiteral("me@home.icc"));
+    const Result<GamutSource> source = GamutSource::open(name);
+    ASSERT_FALSE(source);
+    EXPECT_EQ(source.error().code, Problem::Code(KVProblemCode::FileNotFound));
+    EXPECT_EQ(source.error().subject, name);
+}
+
+TEST_F(GamutSourceTest, refusesAnotherIntentForASavedGamut)
+{
+    KVGamut::Settings settings;
+    settings.intent = KVVMRenderRelativeColorimetric;
+    const auto gamut = computed(opened(QStringLiteral("sRGB")), settings);
+    const QString file = written(QStringLiteral("saved"), SavedGamut{gamut.serialize(), {}}.bytes());
+    EXPECT_TRUE(GamutSource::open(file + QStringLiteral("@relative")));
+    const Result<GamutSource> source = GamutSource::open(file + QStringLiteral("@absolute"));
+    ASSERT_FALSE(source);
+    EXPECT_EQ(source.error().code, Problem::Code(ProblemCode::SavedIntentDiffers));
+    EXPECT_EQ(source.error().arguments, QStringList(QStringLiteral("relative")));
+}
+
+TEST_F(GamutSourceTest, withSettingsIsProtectedFromBeingOverwritten)
+{
+    const QString file = written(QStringLiteral("printer.icc"), contents(cmykFile));
+    EXPECT_TRUE(overwritesInput(file, {file + QStringLiteral("@relative")}));
 }
 
 } // namespace

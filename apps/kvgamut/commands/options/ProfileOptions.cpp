@@ -12,7 +12,8 @@ std::string inputDescription()
 {
     return "ICC profile, picture with an embedded profile (PNG, JPEG, TIFF), saved gamut, or a built-in "
            "profile: " +
-           BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString();
+           BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString() +
+           ". Its own intent can follow: printer.icc@relative";
 }
 
 CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* word)

@@ -2,6 +2,7 @@
 #include "OutputFile.h"
 
 #include "model/inputs/FileName.h"
+#include "model/inputs/InputName.h"
 #include "model/problems/SystemReason.h"
 
 #include <QtCore/QFileInfo>
@@ -50,13 +51,20 @@ std::optional<struct stat> factsOf(const QString& name)
     return facts;
 }
 
+/// The file of an input with settings.
+QString fileOf(const QString& input)
+{
+    const Result<InputName> name = InputName::of(input);
+    return name ? name->file : input;
+}
+
 } // namespace
 
 std::optional<Problem> overwritesInput(const QString& output, const QStringList& inputs)
 {
     const auto written = factsOf(output);
     for (const QString& input : inputs) {
-        const auto read = factsOf(input);
+        const auto read = factsOf(fileOf(input));
         if (written && read && written->st_dev == read->st_dev && written->st_ino == read->st_ino)
             return Problem(ProblemCode::OutputIsInput).about(input);
     }

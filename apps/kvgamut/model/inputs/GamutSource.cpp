@@ -3,8 +3,10 @@
 
 #include "BuiltInProfiles.h"
 #include "InputGate.h"
+#include "InputName.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QCryptographicHash>
 
@@ -56,13 +58,29 @@ Problem readProblem(const Problem& problem)
 
 Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionProtocolPtr& task)
 {
-    const QByteArray builtIn = BuiltInProfiles::profile(name);
+    const Result<InputName> input = InputName::of(name);
+    if (!input)
+        return failure(input.error());
+    return openFile(name, input->file, task).and_then([&input](GamutSource source) -> Result<GamutSource> {
+        source.m_intent = input->intent;
+        const KVVMRenderType saved = source.m_saved.report().intent;
+        if (source.isSaved() && input->intent.value_or(saved) != saved)
+            return failure(
+                Problem(ProblemCode::SavedIntentDiffers, {GamutWords::intent(saved)}).about(source.m_name));
+        return source;
+    });
+}
+
+Result<GamutSource> GamutSource::openFile(const QString& name, const QString& file,
+                                          const KVCompletionProtocolPtr& task)
+{
+    const QByteArray builtIn = BuiltInProfiles::profile(file);
     if (!builtIn.isEmpty())
         return ofProfileData(name, builtIn).map([](GamutSource source) {
             source.m_hash.clear(); // the name says everything
             return source;
         });
-    const Result<QByteArray> content = InputGate::read(name, kindOf, task);
+    const Result<QByteArray> content = InputGate::read(file, kindOf, task);
     if (!content)
         return failure(readProblem(content.error()));
     switch (kindOf(*content).value_or(InputKind::Profile)) {
@@ -122,14 +140,21 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteAr
     return source;
 }
 
-Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& settings,
+KVGamut::Settings GamutSource::settings(const KVGamut::Settings& general) const
+{
+    KVGamut::Settings settings = general;
+    settings.intent = m_intent.value_or(general.intent);
+    return settings;
+}
+
+Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& general,
                                                   KVCompletionProtocolPtr* protocol,
                                                   KVGamut::Construction construction) const
 {
     if (isSaved())
         return m_saved;
     KVGamut::GamutObject gamut;
-    if (!gamut.init(m_profile, settings, construction, protocol))
+    if (!gamut.init(m_profile, settings(general), construction, protocol))
         return failure(Problem(gamut.problem().value_or(KVProblem())).about(m_name));
     return gamut;
 }

@@ -7,6 +7,8 @@
 
 #include <QtCore/QString>
 
+#include <optional>
+
 /// An opened profile or a saved gamut.
 ///
 /// A value type; copies share the opened data and may be used on different threads.
@@ -16,11 +18,11 @@ public:
     /// Opens @p name: a built-in profile, or else a file. The content of the file decides what it is: an ICC
     /// profile, a PNG, JPEG or TIFF picture with an embedded profile, or a saved gamut.
     /// To open a file that is named like a built-in profile, write "./sRGB".
-    /// "-" is standard input.
+    /// "-" is standard input. Settings may follow the name: "printer.icc@relative", see InputName.
     /// @param task cancels reading; may be null
     static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {});
 
-    /// The name that was passed to open().
+    /// The name that was passed to open(), with its settings.
     QString name() const { return m_name; }
 
     /// Whether this is a saved gamut, on which settings have no effect.
@@ -37,15 +39,21 @@ public:
     /// hexadecimal digits. Empty for a built-in profile.
     QString hash() const { return m_hash; }
 
+    /// @p general, with those that are part of the name instead.
+    KVGamut::Settings settings(const KVGamut::Settings& general) const;
+
     /// The gamut with primaries and outline: computed as in the viewer, or restored from the file. A problem
     /// names the input.
+    /// @param general are used where the name has none
     Result<KVGamut::GamutObject>
-    compute(const KVGamut::Settings& settings, KVCompletionProtocolPtr* protocol = nullptr,
+    compute(const KVGamut::Settings& general, KVCompletionProtocolPtr* protocol = nullptr,
             KVGamut::Construction construction = KVGamut::Construction::Accurate) const;
 
 private:
     explicit GamutSource(const QString& name) : m_name(name) {}
 
+    static Result<GamutSource> openFile(const QString& name, const QString& file,
+                                        const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
     static Result<GamutSource> ofProfileData(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofPicture(const QString& name, const QByteArray& bytes);
@@ -56,4 +64,5 @@ private:
     KVGamut::GamutObject m_saved;
     QString m_savedProfile;
     QString m_hash;
+    std::optional<KVVMRenderType> m_intent; ///< of the name
 };

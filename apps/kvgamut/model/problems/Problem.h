@@ -35,11 +35,13 @@ enum class ProblemCode : int
     CannotWrite,   ///< with a cause
     UnknownFormat, ///< content that is neither a profile, nor a picture, nor a saved gamut
 
-    InputTooLarge,  ///< argument: the limit in MiB
-    NotAFileOrPipe, ///< a device
-    NotText,        ///< a text file with NUL characters
-    NameNotUtf8,    ///< a cause: the name of an output is not UTF-8
-    OutputIsInput,  ///< the output would overwrite an input
+    InputTooLarge,       ///< argument: the limit in MiB
+    NotAFileOrPipe,      ///< a device
+    NotText,             ///< a text file with NUL characters
+    NameNotUtf8,         ///< a cause: the name of an output is not UTF-8
+    OutputIsInput,       ///< the output would overwrite an input
+    InputSettingUnknown, ///< arguments: the word behind the @ of an input, the known words
+    SavedIntentDiffers,  ///< argument: the intent of the saved gamut
 
     // pictures
     PictureDamaged,        ///< argument: format, such as PNG; with a cause

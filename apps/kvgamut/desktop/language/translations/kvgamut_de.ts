@@ -1414,6 +1414,14 @@ wird berechnet</translation>
         <source>%1 of %2 objects have no CIELAB, XYZ or reflectance values for D50</source>
         <translation>ohne CIELAB-, XYZ- oder Reflexionswerte für D50: %1 von %2 Objekten</translation>
     </message>
+    <message>
+        <source>unknown setting &apos;%1&apos; behind the @ (known: %2)</source>
+        <translation>unbekannte Einstellung „%1“ hinter dem @ (bekannt: %2)</translation>
+    </message>
+    <message>
+        <source>a saved gamut keeps its intent, which is %1</source>
+        <translation>ein gespeicherter Farbumfang behält seinen Rendering Intent, nämlich %1</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>

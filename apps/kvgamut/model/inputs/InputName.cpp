@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "InputName.h"
+
+#include "BuiltInProfiles.h"
+#include "FileName.h"
+#include "model/reports/GamutWords.h"
+
+#include <QtCore/QStringList>
+
+#include <array>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::array intents{KVVMRenderAbsoluteColorimetric, KVVMRenderRelativeColorimetric,
+                             KVVMRenderPerceptual, KVVMRenderSaturation};
+
+bool fileExists(const QString& name)
+{
+    const QByteArray encoded = FileName::encoded(name);
+    return !encoded.contains('\0') && ::access(encoded.constData(), F_OK) == 0;
+}
+
+bool isInput(const QString& name)
+{
+    return name == QLatin1String("-") || BuiltInProfiles::names().contains(name, Qt::CaseInsensitive) ||
+           fileExists(name);
+}
+
+std::optional<KVVMRenderType> intentOf(const QString& word)
+{
+    for (const KVVMRenderType intent : intents)
+        if (word == GamutWords::intent(intent))
+            return intent;
+    return {};
+}
+
+} // namespace
+
+QString InputName::knownWords()
+{
+    QStringList words;
+    for (const KVVMRenderType intent : intents)
+        words.append(GamutWords::intent(intent));
+    return words.join(QStringLiteral(", "));
+}
+
+Result<InputName> InputName::of(const QString& input)
+{
+    const qsizetype at = input.lastIndexOf(QLatin1Char('@'));
+    const QString word = input.mid(at + 1);
+    if (at <= 0 || word.contains(QLatin1Char('/')) || fileExists(input))
+        return InputName{input, {}};
+    const QString file = input.left(at);
+    if (const auto intent = intentOf(word))
+        return InputName{file, intent};
+    if (isInput(file))
+        return failure(Problem(ProblemCode::InputSettingUnknown, {word, knownWords()}).about(input));
+    return InputName{input, {}};
+}
