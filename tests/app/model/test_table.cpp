@@ -69,6 +69,14 @@ TEST(Table, printsNanAsNullInJson)
     EXPECT_TRUE(jsonOf(Kind::Number, std::numeric_limits<double>::quiet_NaN()).isNull());
 }
 
+TEST(Table, quotesSpecialCharactersInTheKeysOfCsv)
+{
+    Table table;
+    table.add("zone a,b", "", Kind::Word);
+    table.add("=1", "", Kind::Number);
+    EXPECT_EQ(table.printed(Format::Csv), "\"zone a,b\",'=1\n");
+}
+
 TEST(Table, quotesSpecialCharactersInCsv)
 {
     EXPECT_EQ(csvOf(Kind::Word, QStringLiteral("plain words")), "plain words");

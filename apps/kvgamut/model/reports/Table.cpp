@@ -142,7 +142,8 @@ QByteArray asCsv(const Table& table)
 {
     QStringList header;
     for (const Column& column : table.columns)
-        header += csvKeys(column);
+        for (const QString& key : csvKeys(column))
+            header.append(quoted(SafeText::forCsv(key))); // may contain the name of a file
     QStringList lines = listOf(header.join(QLatin1Char(',')));
     for (const Table::Row& row : table.rows) {
         QStringList fields;
