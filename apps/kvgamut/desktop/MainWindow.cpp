@@ -8,15 +8,16 @@
 #include "desktop/menus/MenuActions.h"
 #include "desktop/menus/ViewMenu.h"
 #include "desktop/panels/ClipControl.h"
+#include "desktop/panels/ColorsPanel.h"
 #include "desktop/panels/ComparisonTable.h"
 #include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/GamutPanel.h"
 #include "desktop/panels/KeyList.h"
 #include "desktop/panels/MessageBar.h"
 #include "desktop/panels/PointPanel.h"
-#include "desktop/panels/SlicePanel.h"
 #include "desktop/panels/WelcomePage.h"
 #include "desktop/view/CameraControl.h"
+#include "model/points/Lab.h"
 #include "model/problems/ProblemText.h"
 
 #include <QtGui/QShortcut>
@@ -28,6 +29,8 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
+
+#include <array>
 
 namespace {
 
@@ -43,12 +46,15 @@ QString findingSet()
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_looks(m_gamuts),
       m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
-      m_points(m_gamuts, m_area->viewer()), m_comparison(m_gamuts), m_inspector(m_gamuts, m_points),
+      m_points(m_gamuts, m_area->viewer()),
+      m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
+      m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts),
+      m_inspector(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
       m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
       m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
-      m_slice(new SlicePanel(m_gamuts)), m_table(new ComparisonTable(m_comparison)),
-      m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
-      m_camera(new CameraControl(*m_area, this))
+      m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)), m_slice(new SlicePanel(m_gamuts)),
+      m_table(new ComparisonTable(m_comparison)), m_finding(new FindingPanel), m_progress(new QProgressBar),
+      m_cancel(new QToolButton), m_camera(new CameraControl(*m_area, this))
 {
     setWindowTitle(tr("kvgamut"));
     makeCentre();
@@ -73,7 +79,7 @@ MainWindow::~MainWindow()
 bool MainWindow::isComplete() const
 {
     return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
-           m_looks.isComplete() && m_comparison.isComplete() && m_unwrittenPages == 0;
+           m_looks.isComplete() && m_comparison.isComplete() && m_checks.isComplete() && m_unwritten == 0;
 }
 
 // --- Construction ---------------------------------------------------------------------------------
@@ -121,12 +127,12 @@ void MainWindow::makePanels()
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     addPanel("gamutsDock", tr("Gamuts"), m_gamutPanel, Qt::LeftDockWidgetArea);
     QDockWidget* section = addPanel("sectionDock", tr("Section"), m_slice, Qt::RightDockWidgetArea);
-    QDockWidget* points = addPanel("pointsDock", tr("Points"), m_pointPanel, Qt::RightDockWidgetArea);
+    QDockWidget* colors = addPanel("pointsDock", tr("Colours"), m_colorsPanel, Qt::RightDockWidgetArea);
     m_comparisonDock = addPanel("comparisonDock", tr("Comparison"), m_table, Qt::BottomDockWidgetArea);
     QDockWidget* finding = addPanel("findingDock", tr("Clicked colour"), m_finding, Qt::BottomDockWidgetArea);
     splitDockWidget(m_comparisonDock, finding, Qt::Horizontal);
     constexpr int sectionSide = 320;
-    resizeDocks({section, points}, {sectionSide, sectionSide / 2}, Qt::Vertical);
+    resizeDocks({section, colors}, {sectionSide * 4 / 5, sectionSide}, Qt::Vertical);
     resizeDocks({section}, {sectionSide}, Qt::Horizontal);
     resizeDocks({m_comparisonDock, finding}, {3 * sectionSide, sectionSide / 2}, Qt::Horizontal);
     resizeDocks({m_comparisonDock}, {m_table->sizeHint().height()}, Qt::Vertical);
@@ -181,6 +187,7 @@ void MainWindow::connectFileMenu()
     connect(m_fileMenu->saveSession, &QAction::triggered, this, &MainWindow::askWhereToSaveSession);
     connect(m_fileMenu->savePicture, &QAction::triggered, this, &MainWindow::askWhereToSavePicture);
     connect(m_fileMenu->saveSection, &QAction::triggered, this, &MainWindow::askWhereToSaveSection);
+    connect(m_fileMenu->saveColors, &QAction::triggered, this, &MainWindow::askWhereToSaveColors);
     connect(m_fileMenu->savePage, &QAction::triggered, this, &MainWindow::askWhereToSavePage);
     connect(m_fileMenu->closeAll, &QAction::triggered, this, &MainWindow::closeAll);
     connect(m_fileMenu->quit, &QAction::triggered, this, &QWidget::close);
@@ -190,6 +197,7 @@ void MainWindow::connectEditMenu()
 {
     connect(m_editMenu->copyPicture, &QAction::triggered, this, &MainWindow::copyPicture);
     connect(m_editMenu->copyTable, &QAction::triggered, m_table, &ComparisonTable::copyAll);
+    connect(m_editMenu->copyColors, &QAction::triggered, m_colorsPanel, &ColorsPanel::copyAll);
     connect(m_editMenu->copyFinding, &QAction::triggered, this, &MainWindow::copyFinding);
     connect(m_editMenu->copyCamera, &QAction::triggered, this, &MainWindow::copyCamera);
     connect(m_editMenu->pasteCamera, &QAction::triggered, this, &MainWindow::pasteCamera);
@@ -223,6 +231,8 @@ void MainWindow::connectPanels()
 {
     connect(m_gamutPanel, &GamutPanel::removeRequested, this, [this](int row) { m_gamuts.remove(row); });
     connect(m_pointPanel, &PointPanel::openRequested, this, &MainWindow::askForPoints);
+    connect(m_colorsPanel, &ColorsPanel::chosen, this, &MainWindow::showChosen);
+    connect(m_colorsPanel, &ColorsPanel::saveRequested, this, &MainWindow::askWhereToSaveColors);
     connect(&m_comparison, &QAbstractItemModel::modelReset, this, [this] {
         m_comparisonDock->setWindowTitle(m_comparison.rowCount() > 1
                                              ? tr("Comparison with %1").arg(m_comparison.activeTitle())
@@ -247,6 +257,7 @@ void MainWindow::connectDrops()
     m_drop.watch(&viewer());
     connect(&m_drop, &FileDrop::dropped, this, &MainWindow::open);
     m_pointDrop.watch(m_pointPanel);
+    m_pointDrop.watch(m_colorsPanel);
     connect(&m_pointDrop, &FileDrop::dropped, this, &MainWindow::addPoints);
 }
 
@@ -259,29 +270,83 @@ void MainWindow::showKeys()
 
 // --- What is under the pointer --------------------------------------------------------------------
 
-void MainWindow::inspect(const KVHit& hit)
+void MainWindow::inspect(const KVHit& clicked)
 {
-    if (hit.endsDrag)
+    if (clicked.endsDrag)
         return;
     // the marker of the last finding hides what is below it
-    const bool isMarker = hit.kind == KVHit::Kind::Marker && hit.id == findingSet();
+    const bool isMarker = clicked.kind == KVHit::Kind::Marker && clicked.id == findingSet();
     viewer().removeMarkerSet(findingSet());
-    const auto finding = m_inspector.describe(isMarker ? view().hitAt(hit.pixel) : hit);
-    if (!finding) {
+    const KVHit hit = isMarker ? view().hitAt(clicked.pixel) : clicked;
+    const auto place = hit.kind == KVHit::Kind::Point ? m_points.placeOf(hit.id, hit.index) : std::nullopt;
+    const auto finding = m_inspector.describe(hit);
+    m_colorsPanel->deselect();
+    if (place && m_checks.colorAt(*place) >= 0)
+        m_colorsPanel->select(m_checks.colorAt(*place));
+    else if (finding)
+        showFinding(*finding, {});
+    else
         forgetFinding();
-        return;
-    }
-    m_finding->setText(finding->text);
+}
+
+/// Marks the colour, and draws a line to the nearest place on the surface of the active gamut.
+void MainWindow::showFinding(const Inspector::Finding& finding, const std::optional<QVector3D>& nearest)
+{
+    m_finding->show(finding.lab, finding.text);
     m_editMenu->copyFinding->setEnabled(true);
-    const QColor mark = finding->lab.x() > 50.0f ? Qt::black : Qt::white;
-    viewer().addMarkerSet(findingSet(), KVGamut3DViewer::Sphere, {{mark, finding->lab}}, findingSize, 1.0f);
+    const QColor mark = finding.lab.x() > 50.0f ? Qt::black : Qt::white;
+    viewer().addMarkerSet(findingSet(), KVGamut3DViewer::Sphere, {{mark, finding.lab}}, findingSize, 1.0f);
+    viewer().removeSegmentSet(findingSet());
+    if (nearest)
+        viewer().addSegmentSet(findingSet(), {{{mark, finding.lab}, {mark, *nearest}}});
+    m_slice->setMark(SlicePanel::Mark{finding.lab, nearest});
 }
 
 void MainWindow::forgetFinding()
 {
     viewer().removeMarkerSet(findingSet());
+    viewer().removeSegmentSet(findingSet());
+    m_slice->setMark({});
     m_editMenu->copyFinding->setEnabled(false);
     m_finding->clear();
+}
+
+/// Follows the table of colours: its current row, and the results for it.
+void MainWindow::showChosen(std::optional<qsizetype> color)
+{
+    if (!color) {
+        if (m_chosen)
+            forgetFinding();
+        m_chosen.reset();
+        return;
+    }
+    const Inspector::Finding finding = m_inspector.describe(m_checks.place(*color));
+    const Chosen chosen{*color, finding.text, nearestOf(*color)};
+    if (m_chosen == chosen)
+        return;
+    m_chosen = chosen;
+    showFinding(finding, chosen.nearest);
+}
+
+/// On the surface of the active gamut: outside by CIEDE2000, as in the table, inside by the distance in Lab.
+std::optional<QVector3D> MainWindow::nearestOf(qsizetype color) const
+{
+    const int row = m_gamuts.activeRow();
+    const auto* check =
+        row < 0 || row >= m_gamuts.rowCount() ? nullptr : m_checks.check(m_gamuts.at(row).revision, color);
+    if (!check)
+        return {};
+    if (check->distance > 0.0f)
+        return vectorOf(check->nearest);
+    const KVGamut::LabPoint lab = m_checks.point(color).lab;
+    const std::array<float, 3> values{lab.L, lab.a, lab.b};
+    return vectorOf(m_gamuts.at(row).gamut.nearest(values.data()).point);
+}
+
+KVProfilePtr MainWindow::profileOf(const QString& id) const
+{
+    const std::optional<GamutSource> source = m_loader.source(id);
+    return source ? source->profile() : KVProfilePtr();
 }
 
 // --- Updates after changes ------------------------------------------------------------------------

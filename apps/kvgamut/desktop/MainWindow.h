@@ -4,19 +4,23 @@
 #include "desktop/files/FileDrop.h"
 #include "desktop/files/Session.h"
 #include "desktop/models/AutomaticLooks.h"
+#include "desktop/models/ColorTable.h"
 #include "desktop/models/ComparisonModel.h"
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/GamutQueue.h"
 #include "desktop/models/PointLayer.h"
 #include "desktop/panels/Inspector.h"
+#include "desktop/panels/SlicePanel.h"
 #include "desktop/view/AnnotationBinding.h"
 #include "desktop/view/ViewArea.h"
 #include "desktop/view/ViewerBinding.h"
 
+#include <QtCore/QFuture>
 #include <QtWidgets/QMainWindow>
 
 class CameraControl;
 class ClipControl;
+class ColorsPanel;
 class ComparisonTable;
 class EditMenu;
 class FileMenu;
@@ -28,7 +32,6 @@ class QDockWidget;
 class QProgressBar;
 class QStackedWidget;
 class QToolButton;
-class SlicePanel;
 class ViewMenu;
 
 /// The window of `kvgamut view`: puts the viewer, the models, the panels and the menus together. What is
@@ -47,6 +50,7 @@ public:
     GamutListModel& gamuts() { return m_gamuts; }
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
+    const ColorTable& colors() const { return m_colors; }
     /// Whether no load, comparison, file of points, session or page is in progress.
     bool isComplete() const;
     /// @}
@@ -75,6 +79,8 @@ public:
     bool savePicture(const QString& file, const QSize& size);
     void copyPicture();
     bool saveSection(const QString& file);
+    /// Writes the colours that are listed as CSV, in the background.
+    void saveColors(const QString& file);
     /// Writes a page that shows the gamuts in a browser, as `kvgamut export` does, in the background.
     void savePage(const QString& file);
     void copyFinding() const;
@@ -121,6 +127,8 @@ private:
     void askWhereToSavePicture();
     void askWhereToSaveSection();
     void askWhereToSavePage();
+    void askWhereToSaveColors();
+    void writeInBackground(const QString& file, const QFuture<std::optional<Problem>>& problem);
     void closeAll();
     void cancelSession();
     bool restore(const Result<Session>& session, const QString& file);
@@ -131,6 +139,10 @@ private:
     void applyClip();
     void inspect(const KVHit& hit);
     void forgetFinding();
+    void showChosen(std::optional<qsizetype> color);
+    std::optional<QVector3D> nearestOf(qsizetype color) const;
+    void showFinding(const Inspector::Finding& finding, const std::optional<QVector3D>& nearest);
+    KVProfilePtr profileOf(const QString& id) const;
     void cancelOrDismiss();
     void showLoading();
     void showPage();
@@ -142,18 +154,30 @@ private:
     ViewerBinding m_binding;
     AnnotationBinding m_annotations;
     PointLayer m_points;
+    ColorChecks m_checks;
+    ColorTable m_colors;
     ComparisonModel m_comparison;
     Inspector m_inspector;
     FileDrop m_drop;
     FileDrop m_pointDrop;
     KVCompletionProtocolPtr m_sessionTask; ///< of the session that is being read; may be null
-    int m_unwrittenPages = 0;
+    int m_unwritten = 0;                   ///< files that are being written
+    /// The row of the table of colours whose colour is shown.
+    struct Chosen
+    {
+        qsizetype color = 0;
+        QString text;
+        std::optional<QVector3D> nearest;
+        bool operator==(const Chosen&) const = default;
+    };
+    std::optional<Chosen> m_chosen;
 
     QStackedWidget* m_pages;
     MessageBar* m_messages;
     ClipControl* m_clip;
     GamutPanel* m_gamutPanel;
     PointPanel* m_pointPanel;
+    ColorsPanel* m_colorsPanel;
     SlicePanel* m_slice;
     ComparisonTable* m_table;
     FindingPanel* m_finding;

@@ -11,7 +11,6 @@
 #include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
-#include "desktop/panels/SlicePanel.h"
 #include "desktop/view/CameraControl.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInProfiles.h"
@@ -170,6 +169,13 @@ void MainWindow::askWhereToSavePage()
         savePage(file);
 }
 
+void MainWindow::askWhereToSaveColors()
+{
+    const QString file = FileDialogs::colorsToSave(this);
+    if (!file.isEmpty())
+        saveColors(file);
+}
+
 // --- Sessions -------------------------------------------------------------------------------------
 
 Session MainWindow::session() const
@@ -273,16 +279,29 @@ bool MainWindow::saveSection(const QString& file)
 void MainWindow::savePage(const QString& file)
 {
     const QList<GamutPage::Gamut> gamuts = PageFile::gamutsOf(m_gamuts, m_loader);
-    ++m_unwrittenPages;
+    writeInBackground(file, Threads::run(*QThreadPool::globalInstance(), PageFile::write, file, gamuts));
+}
+
+void MainWindow::saveColors(const QString& file)
+{
+    const auto write = [file, table = m_colors.table()] {
+        return writeOutput(file, table.printed(Table::Format::Csv));
+    };
+    writeInBackground(file, Threads::run(*QThreadPool::globalInstance(), write));
+}
+
+void MainWindow::writeInBackground(const QString& file, const QFuture<std::optional<Problem>>& problem)
+{
+    ++m_unwritten;
     statusBar()->showMessage(tr("Writing %1…").arg(QDir::toNativeSeparators(file)));
     auto* watcher = new QFutureWatcher<std::optional<Problem>>(this); // see readSession()
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, file] {
         watcher->deleteLater();
-        --m_unwrittenPages;
+        --m_unwritten;
         statusBar()->clearMessage();
         isSaved(file, watcher->result());
     });
-    watcher->setFuture(Threads::run(*QThreadPool::globalInstance(), PageFile::write, file, gamuts));
+    watcher->setFuture(problem);
 }
 
 /// Tells the user that @p file was saved, or why not.

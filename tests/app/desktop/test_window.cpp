@@ -476,15 +476,16 @@ TEST_F(Window, reachesEveryControlByTab)
     ASSERT_TRUE(settle());
     control<QWidget>("gamutList").setFocus();
     QStringList reached;
-    for (int i = 0; i < 26; ++i) {
+    for (int i = 0; i < 29; ++i) {
         QWidget* widget = QApplication::focusWidget();
         ASSERT_NE(widget, nullptr);
         reached.append(widget->objectName());
         QTest::keyClick(widget, Qt::Key_Tab);
     }
-    for (const char* name : {"gamutList", "intent", "blackPoint", "grid", "mode", "opacity", "ambient",
-                             "surface", "projection", "primaries", "view", "clipSlider", "clipNumber",
-                             "clipCut", "pointFiles", "tolerance", "addPoints", "comparison"})
+    for (const char* name :
+         {"gamutList",   "intent",     "blackPoint", "grid",       "mode",       "opacity",    "ambient",
+          "surface",     "projection", "primaries",  "view",       "clipSlider", "clipNumber", "clipCut",
+          "colorSearch", "colorZone",  "colors",     "pointFiles", "tolerance",  "addPoints",  "comparison"})
         EXPECT_TRUE(reached.contains(QLatin1String(name)))
             << name << " is not among " << reached.join(QLatin1Char(' ')).toStdString();
 }

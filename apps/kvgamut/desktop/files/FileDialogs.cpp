@@ -76,3 +76,8 @@ QString FileDialogs::pageToSave(QWidget* parent)
 {
     return fileToSave(parent, Words::tr("Save page to send"), Words::tr("Web pages (*.html)"), "html");
 }
+
+QString FileDialogs::colorsToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save table of colours"), Words::tr("Tables (*.csv)"), "csv");
+}

@@ -15,5 +15,6 @@ QString sessionToSave(QWidget* parent);
 QString pictureToSave(QWidget* parent);
 QString sectionToSave(QWidget* parent);
 QString pageToSave(QWidget* parent);
+QString colorsToSave(QWidget* parent);
 
 } // namespace FileDialogs

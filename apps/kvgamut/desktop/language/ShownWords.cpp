@@ -113,3 +113,10 @@ QString ShownWords::lch(const QVector3D& lab)
         .arg(number(lab.x()), number(chroma),
              chroma < neutral ? QStringLiteral("–") : number(hue) + QStringLiteral("°"));
 }
+
+QString ShownWords::distance(float distance, const QString& gamut)
+{
+    const QString number = QLocale().toString(std::fabs(static_cast<double>(distance)), 'f', 2);
+    return distance < 0.0f ? Words::tr("%1 ΔE inside %2").arg(number, gamut)
+                           : Words::tr("%1 ΔE outside %2").arg(number, gamut);
+}

@@ -20,5 +20,8 @@ QString conversion(const KVGamut::Conversion& conversion);
 QString lab(const QVector3D& lab);
 /// For example "L* 53.2  C* 104.4  h 40.0°".
 QString lch(const QVector3D& lab);
+/// For example "3.25 ΔE outside sRGB".
+/// @param distance as in KVGamut::Nearest: negative inside
+QString distance(float distance, const QString& gamut);
 
 } // namespace ShownWords

@@ -10,6 +10,8 @@ EditMenu::EditMenu(QWidget* parent) : QMenu(tr("&Edit"), parent)
     copyPicture =
         add(*this, "copyPicture", tr("Copy &picture"), QKeySequence(QStringLiteral("Ctrl+Shift+C")));
     copyTable = add(*this, "copyTable", tr("Copy &comparison"), QKeySequence(QStringLiteral("Ctrl+Shift+T")));
+    copyColors =
+        add(*this, "copyColors", tr("Copy &table of colours"), QKeySequence(QStringLiteral("Ctrl+Alt+C")));
     copyFinding =
         add(*this, "copyFinding", tr("Copy c&licked colour"), QKeySequence(QStringLiteral("Ctrl+I")));
     addSeparator();

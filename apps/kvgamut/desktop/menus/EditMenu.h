@@ -12,6 +12,7 @@ public:
 
     QAction* copyPicture;
     QAction* copyTable;
+    QAction* copyColors;
     QAction* copyFinding; ///< disabled until the user clicks a colour
     QAction* copyCamera;
     QAction* pasteCamera;

@@ -27,6 +27,8 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
         add(*this, "saveSection", tr("Save sec&tion…"), QKeySequence(QStringLiteral("Ctrl+Shift+E")));
     savePage =
         add(*this, "savePage", tr("Save pa&ge to send…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+    saveColors =
+        add(*this, "saveColors", tr("Save t&able of colours…"), QKeySequence(QStringLiteral("Ctrl+Alt+E")));
     addSeparator();
     closeAll = add(*this, "closeAll", tr("&Close everything"), QKeySequence(QStringLiteral("Ctrl+W")));
     quit = add(*this, "quit", tr("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")));

@@ -16,6 +16,7 @@ public:
     QAction* saveSession;
     QAction* savePicture;
     QAction* saveSection;
+    QAction* saveColors;
     QAction* savePage;
     QAction* closeAll;
     QAction* quit;

@@ -198,6 +198,7 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
     layer.beingJudgedBy = 0;
     redraw();
     judgeAll();
+    Q_EMIT pointsChanged();
     for (const Problem& note : set->allNotes())
         Q_EMIT noted(note);
 }
@@ -215,6 +216,7 @@ void PointLayer::remove(int row)
     m_layers.removeAt(row);
     endRemoveRows();
     redraw();
+    Q_EMIT pointsChanged();
 }
 
 void PointLayer::clear()
@@ -225,6 +227,7 @@ void PointLayer::clear()
     m_layers.clear();
     endResetModel();
     redraw();
+    Q_EMIT pointsChanged();
 }
 
 void PointLayer::setTolerance(float tolerance)

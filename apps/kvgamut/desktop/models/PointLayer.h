@@ -68,6 +68,8 @@ public:
 Q_SIGNALS:
     /// A file cannot be read; the problem names it.
     void failed(const Problem& problem);
+    /// A file was read, read again or removed: set() gives other points.
+    void pointsChanged();
     /// A note about a file that was read, for example about points that were left out.
     void noted(const Problem& note);
 

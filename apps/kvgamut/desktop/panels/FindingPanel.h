@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtGui/QVector3D>
 #include <QtWidgets/QScrollArea>
 
 class QLabel;
 
-/// The colour that was clicked last, as text.
+/// The colour that was chosen last, as a swatch and as text.
 class FindingPanel : public QScrollArea
 {
     Q_OBJECT
@@ -13,10 +14,12 @@ public:
     explicit FindingPanel(QWidget* parent = nullptr);
 
     QString text() const;
-    void setText(const QString& text);
+    /// @param lab the colour of the swatch
+    void show(const QVector3D& lab, const QString& text);
     /// Shows the hint that says what to click.
     void clear();
 
 private:
     QLabel* m_label;
+    QLabel* m_swatch;
 };

@@ -10,9 +10,13 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
+#include <cmath>
+#include <utility>
+
 namespace {
 
 constexpr QSize documentSize(800, 800);
+constexpr float sameLightness = 1.0f; // a colour no farther from the plane than this is in it
 
 SlicePlane planeAt(float lightness)
 {
@@ -87,6 +91,31 @@ SliceDrawing SlicePanel::drawing() const
     return drawing;
 }
 
+void SlicePanel::setMark(const std::optional<Mark>& mark)
+{
+    m_mark = mark;
+    update();
+}
+
+/// In the colours of text and paper, which differ from every colour of the section.
+void SlicePanel::paintMark(QPainter& painter) const
+{
+    const QTransform toArea = m_drawing.planeToArea(rect());
+    const auto placeOf = [&toArea](const QVector3D& lab) {
+        return toArea.map(QPointF(static_cast<double>(lab.y()), static_cast<double>(lab.z())));
+    };
+    constexpr qreal radius = 6.0;
+    const bool isHere = std::abs(m_mark->lab.x() - m_lightness) <= sameLightness;
+    const QPointF at = placeOf(m_mark->lab);
+    for (const auto& [role, width] : {std::pair(QPalette::Base, 4.0), std::pair(QPalette::Text, 1.5)}) {
+        painter.setPen(QPen(palette().color(role), width, isHere ? Qt::SolidLine : Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawEllipse(at, radius, radius);
+        if (m_mark->nearest)
+            painter.drawLine(at, placeOf(*m_mark->nearest));
+    }
+}
+
 std::optional<Problem> SlicePanel::save(const QString& file) const
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -101,6 +130,8 @@ void SlicePanel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     m_drawing.paint(painter, rect());
+    if (m_mark)
+        paintMark(painter);
 }
 
 void SlicePanel::mouseMoveEvent(QMouseEvent* event)

@@ -23,6 +23,16 @@ public:
     bool isColored() const { return m_colored; }
     void setColored(bool colored);
 
+    /// A colour to mark, and its nearest place on a surface.
+    struct Mark
+    {
+        QVector3D lab;
+        std::optional<QVector3D> nearest;
+        bool operator==(const Mark&) const = default;
+    };
+    /// Marks a colour with a ring and a line to the nearest place; dashed if it is not at this lightness.
+    void setMark(const std::optional<Mark>& mark);
+
     /// The section as a document: SVG or PDF, by the suffix of @p file.
     /// @return the problem, which names the file; nullopt on success
     std::optional<Problem> save(const QString& file) const;
@@ -41,12 +51,14 @@ protected:
 
 private:
     SliceDrawing drawing() const;
+    void paintMark(QPainter& painter) const;
     void redrawSoon();
     void redraw();
 
     const GamutListModel& m_gamuts;
     float m_lightness = 50.0f;
     bool m_colored = false;
+    std::optional<Mark> m_mark;
     SliceDrawing m_drawing;
     QTimer m_soon; ///< combines the changes of one event loop iteration
 };

@@ -26,6 +26,8 @@ struct MeasuredPoint
 
 /// The sRGB colour for @p lab on screen.
 QColor screenColor(const KVGamut::LabPoint& lab);
+/// Whether an sRGB screen can show @p lab (D50), within half a step of its 256 levels.
+bool isScreenColor(const KVGamut::LabPoint& lab);
 
 /// The side of a gamut's surface on which a colour lies.
 enum class Side

@@ -49,12 +49,13 @@ Result<PointSet> pointsOfPicture(const QByteArray& content, const KVCompletionPr
     Result<PhotoFile> photo = PhotoFile::ofContent(content);
     if (!photo)
         return failure(photo.error());
-    const Result<PhotoColors> colors = photoColors(*photo, {.defaultProfile = {}, .absolute = true}, task);
+    Result<PhotoColors> colors = photoColors(*photo, {.defaultProfile = {}, .absolute = true}, task);
     if (!colors)
         return failure(colors.error());
     PointSet set;
     set.points = gatherColours(colors->cells, cellEdge, maxDrawnPoints);
     if (!colors->notes.isEmpty())
         set.note = colors->notes.first();
+    set.photo = std::make_shared<const PhotoColors>(*std::move(colors));
     return set;
 }

@@ -3,11 +3,13 @@
 
 #include "MeasuredPoint.h"
 #include "PointReading.h"
+#include "model/photos/PhotoColors.h"
 #include "model/problems/Problem.h"
 
 #include <QtCore/QList>
 #include <QtCore/QString>
 
+#include <memory>
 #include <optional>
 
 /// The points of one file.
@@ -19,6 +21,9 @@ struct PointSet
     bool partial = false;        ///< the note is about points that were left out
     QList<Problem> notes;        ///< how the file was understood, for example which columns are ignored
     PointReading reading;
+    /// Of a picture: the colours of all its pixels, of which the points are a selection. Null for other
+    /// files.
+    std::shared_ptr<const PhotoColors> photo;
 
     /// All that is to be said about the file: the notes, then the note.
     QList<Problem> allNotes() const

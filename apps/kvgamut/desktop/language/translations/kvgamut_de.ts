@@ -40,6 +40,116 @@
     </message>
 </context>
 <context>
+    <name>ColorTable</name>
+    <message>
+        <source>inside</source>
+        <translation>innen</translation>
+    </message>
+    <message>
+        <source>edge</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>outside</source>
+        <translation>außen</translation>
+    </message>
+    <message>
+        <source>Colour %1</source>
+        <translation>Farbe %1</translation>
+    </message>
+    <message>
+        <source>The screen cannot show this colour; the patch shows a similar one</source>
+        <translation>Der Bildschirm kann diese Farbe nicht zeigen; das Feld zeigt eine ähnliche</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Nearest in %1</source>
+        <translation>Nächste in %1</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>CIEDE2000 to the nearest colour of %1; 0 inside</source>
+        <translation>CIEDE2000 zur nächsten Farbe von %1; innen 0</translation>
+    </message>
+    <message>
+        <source>What the profile of %1 makes of the colour, in percent</source>
+        <translation>Was das Profil von %1 aus der Farbe macht, in Prozent</translation>
+    </message>
+    <message>
+        <source>Device values, %1</source>
+        <translation>Gerätewerte, %1</translation>
+    </message>
+</context>
+<context>
+    <name>ColorsPanel</name>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+    <message>
+        <source>Copy rows</source>
+        <translation>Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>Copy all rows</source>
+        <translation>Alle Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>Save the table as CSV…</source>
+        <translation>Tabelle als CSV speichern…</translation>
+    </message>
+    <message>
+        <source>Search by name</source>
+        <translation>Name suchen</translation>
+    </message>
+    <message>
+        <source>Search colours by name</source>
+        <translation>Farben nach Namen suchen</translation>
+    </message>
+    <message>
+        <source>Zone of the active gamut</source>
+        <translation>Zone des aktiven Gamuts</translation>
+    </message>
+    <message>
+        <source>Which colours are listed, by their place in the active gamut</source>
+        <translation>Welche Farben aufgeführt werden, nach ihrer Lage im aktiven Gamut</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Outside</source>
+        <translation>Außen</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Inside</source>
+        <translation>Innen</translation>
+    </message>
+    <message>
+        <source>Colours: %1</source>
+        <translation>Farben: %1</translation>
+    </message>
+    <message>
+        <source>Colours: %1 of %2</source>
+        <translation>Farben: %1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, computing: %2 %</source>
+        <translation>%1, wird berechnet: %2 %</translation>
+    </message>
+</context>
+<context>
     <name>ComparisonModel</name>
     <message>
         <source>computing…</source>
@@ -135,6 +245,10 @@
         <source>Pa&amp;ste camera</source>
         <translation>Kamera &amp;einfügen</translation>
     </message>
+    <message>
+        <source>Copy &amp;table of colours</source>
+        <translation>Farb&amp;tabelle kopieren</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>
@@ -210,6 +324,14 @@
         <source>Web pages (*.html)</source>
         <translation>Webseiten (*.html)</translation>
     </message>
+    <message>
+        <source>Save table of colours</source>
+        <translation>Farbtabelle speichern</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv)</source>
+        <translation>Tabellen (*.csv)</translation>
+    </message>
 </context>
 <context>
     <name>FileMenu</name>
@@ -261,6 +383,10 @@
         <source>Save pa&amp;ge to send…</source>
         <translation>Seite zum &amp;Versenden speichern…</translation>
     </message>
+    <message>
+        <source>Save t&amp;able of colours…</source>
+        <translation>Farb&amp;tabelle speichern…</translation>
+    </message>
 </context>
 <context>
     <name>FindingPanel</name>
@@ -271,6 +397,14 @@
     <message>
         <source>Click a gamut or a point to see its colour here.</source>
         <translation>Klicken Sie auf einen Gamut oder einen Punkt, um hier seine Farbe zu sehen.</translation>
+    </message>
+    <message>
+        <source>The clicked colour on this screen</source>
+        <translation>Die angeklickte Farbe auf diesem Bildschirm</translation>
+    </message>
+    <message>
+        <source>A corner is missing if the screen cannot show the colour</source>
+        <translation>Eine Ecke fehlt, wenn der Bildschirm die Farbe nicht zeigen kann</translation>
     </message>
 </context>
 <context>
@@ -467,20 +601,32 @@ wird berechnet</translation>
         <translation>%1, Punkt %2</translation>
     </message>
     <message>
-        <source>%1 ΔE inside %2</source>
-        <translation>%1 ΔE innerhalb von %2</translation>
-    </message>
-    <message>
-        <source>%1 ΔE outside %2</source>
-        <translation>%1 ΔE außerhalb von %2</translation>
-    </message>
-    <message>
         <source>Surface of %1</source>
         <translation>Oberfläche von %1</translation>
     </message>
     <message>
         <source>seen from %1 away</source>
         <translation>aus einer Entfernung von %1 gesehen</translation>
+    </message>
+    <message>
+        <source>sRGB %1</source>
+        <translation>sRGB %1</translation>
+    </message>
+    <message>
+        <source>sRGB %1, similar: the screen cannot show it</source>
+        <translation>sRGB %1, ähnlich: der Bildschirm kann sie nicht zeigen</translation>
+    </message>
+    <message>
+        <source>CIEDE2000 %1 to %2</source>
+        <translation>CIEDE2000 %1 zu %2</translation>
+    </message>
+    <message>
+        <source>at the same hue %1 to %2</source>
+        <translation>bei gleichem Buntton %1 zu %2</translation>
+    </message>
+    <message>
+        <source>%1 makes it with %2 %</source>
+        <translation>Gerätewerte in %1: %2 %</translation>
     </message>
 </context>
 <context>
@@ -612,10 +758,6 @@ wird berechnet</translation>
         <translation>Schnitt</translation>
     </message>
     <message>
-        <source>Points</source>
-        <translation>Punkte</translation>
-    </message>
-    <message>
         <source>Comparison</source>
         <translation>Vergleich</translation>
     </message>
@@ -658,6 +800,10 @@ wird berechnet</translation>
     <message>
         <source>Writing %1…</source>
         <translation>%1 wird geschrieben…</translation>
+    </message>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
     </message>
 </context>
 <context>
@@ -1500,6 +1646,14 @@ wird berechnet</translation>
     <message>
         <source>The volume is relative to the profile&apos;s white; brighter light is not counted</source>
         <translation>Das Volumen bezieht sich auf das Weiß des Profils; helleres Licht zählt nicht mit</translation>
+    </message>
+    <message>
+        <source>%1 ΔE inside %2</source>
+        <translation>%1 ΔE innerhalb von %2</translation>
+    </message>
+    <message>
+        <source>%1 ΔE outside %2</source>
+        <translation>%1 ΔE außerhalb von %2</translation>
     </message>
 </context>
 <context>

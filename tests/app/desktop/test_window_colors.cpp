@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DialogAnswer.h"
+#include "WindowCase.h"
+
+#include "model/points/Lab.h"
+
+#include <QtGui/QClipboard>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QTreeView>
+
+// The panel of colours, the view and the section beside it.
+
+namespace {
+
+using Kind = ColorTable::Kind;
+
+class ColorsInTheWindow : public kvtest::WindowCase
+{
+protected:
+    void openThree()
+    {
+        open({QStringLiteral("sRGB"), write(QStringLiteral("three.csv"),
+                                            "name,L,a,b\nlaser,60,-120,90\ngrey,50,0,0\nink,20,60,-90\n")});
+    }
+
+    QTreeView& table() { return control<QTreeView>("colors"); }
+    QString finding() { return control<QLabel>("finding").text(); }
+    QImage section() { return control<QWidget>("slice").grab().toImage(); }
+
+    QStringList names()
+    {
+        QStringList names;
+        const QAbstractItemModel& model = *table().model();
+        for (int row = 0; row < model.rowCount(); ++row)
+            names.append(model.index(row, 0).data().toString());
+        return names;
+    }
+
+    void choose(int row)
+    {
+        table().scrollTo(table().model()->index(row, 0));
+        const QRect place = table().visualRect(table().model()->index(row, 0));
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+    }
+};
+
+TEST_F(ColorsInTheWindow, showTheSelectedRowInViewAndSection)
+{
+    openThree();
+    const QImage view = settledPicture(), before = section();
+    choose(0);
+    EXPECT_TRUE(finding().startsWith(QStringLiteral("laser"))) << finding().toStdString();
+    EXPECT_EQ(window.viewer().segmentSet().size(), 1); // the line to the surface
+    EXPECT_NE(settledPicture(), view);
+    EXPECT_NE(section(), before);
+    table().setFocus();
+    QTest::keyClick(&table(), Qt::Key_Down);
+    EXPECT_TRUE(finding().startsWith(QStringLiteral("grey"))) << finding().toStdString();
+    action("closeAll").trigger();
+    EXPECT_TRUE(window.viewer().segmentSet().isEmpty());
+    EXPECT_TRUE(window.viewer().markerSet().isEmpty());
+}
+
+TEST_F(ColorsInTheWindow, selectTheRowOfAClickedPoint)
+{
+    open({write(QStringLiteral("two.csv"), "name,L,a,b\nfar,50,100,0\nmiddle,50,0,0\n")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    // seen from the top, the axis of L* is in the middle of the view
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+    ASSERT_TRUE(kvtest::spinUntil([this] { return table().currentIndex().isValid(); }));
+    EXPECT_EQ(table().currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("middle"));
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(1));
+    EXPECT_TRUE(finding().startsWith(QStringLiteral("middle"))) << finding().toStdString();
+}
+
+TEST_F(ColorsInTheWindow, areSortedByAClickOnATitle)
+{
+    openThree();
+    const QHeaderView& header = *table().header();
+    const int lightness = window.colors().columnOf(Kind::Name);
+    const QPoint title(header.sectionViewportPosition(lightness) + 10, header.height() / 2);
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, title);
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("grey"), QStringLiteral("ink"), QStringLiteral("laser")}));
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, title);
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("laser"), QStringLiteral("ink"), QStringLiteral("grey")}));
+}
+
+TEST_F(ColorsInTheWindow, areFilteredAndSearchedFromTheKeyboard)
+{
+    openThree();
+    auto& zone = control<QComboBox>("colorZone");
+    zone.setFocus();
+    QTest::keyClick(&zone, Qt::Key_Down); // outside
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("laser"), QStringLiteral("ink")}));
+    auto& search = control<QLineEdit>("colorSearch");
+    search.setFocus();
+    QTest::keyClicks(&search, QStringLiteral("in"));
+    EXPECT_EQ(names(), QStringList{QStringLiteral("ink")});
+    EXPECT_TRUE(control<QLabel>("colorState").text().contains(QStringLiteral("1 of 3")));
+}
+
+TEST_F(ColorsInTheWindow, keepTheSelectionWhenTheOrderChanges)
+{
+    openThree();
+    choose(2);
+    control<QLineEdit>("colorSearch").setText(QStringLiteral("ink"));
+    ASSERT_EQ(table().model()->rowCount(), 1);
+    EXPECT_TRUE(table().selectionModel()->isRowSelected(0));
+    EXPECT_TRUE(finding().startsWith(QStringLiteral("ink"))) << finding().toStdString();
+    control<QLineEdit>("colorSearch").clear();
+    EXPECT_EQ(table().currentIndex().row(), 2);
+}
+
+TEST_F(ColorsInTheWindow, areCopiedAsSelectedOrAll)
+{
+    openThree();
+    choose(1);
+    QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
+    QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 2); // with titles
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("grey\tin\t0.0000\t"))) << lines[1].toStdString();
+    action("copyColors").trigger();
+    lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    EXPECT_EQ(lines.size(), 4);
+}
+
+TEST_F(ColorsInTheWindow, areSavedAsCsv)
+{
+    openThree();
+    const QString file = path(QStringLiteral("out.csv"));
+    EXPECT_TRUE(kvtest::chooseFile([this] { action("saveColors").trigger(); }, file));
+    ASSERT_TRUE(settle());
+    QFile csv(file);
+    ASSERT_TRUE(csv.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = csv.readAll().trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_TRUE(lines[0].startsWith("name,zone sRGB,de00 sRGB,")) << lines[0].constData();
+    EXPECT_TRUE(lines[2].startsWith("grey,in,0.0000,50.0000,0.0000,0.0000,")) << lines[2].constData();
+}
+
+TEST_F(ColorsInTheWindow, areDescribedWithDifferenceDeviceValuesAndHex)
+{
+    openThree();
+    choose(0);
+    EXPECT_TRUE(finding().contains(QStringLiteral("CIEDE2000"))) << finding().toStdString();
+    EXPECT_TRUE(finding().contains(QStringLiteral("sRGB #"))) << finding().toStdString();
+    EXPECT_TRUE(finding().contains(QStringLiteral("sRGB makes it with 0 "))) << finding().toStdString();
+    const QPixmap swatch = control<QLabel>("findingSwatch").pixmap();
+    ASSERT_FALSE(swatch.isNull());
+    EXPECT_EQ(swatch.toImage().pixelColor(5, swatch.height() / 2), screenColor({60, -120, 90}));
+    choose(1);
+    EXPECT_TRUE(finding().contains(QStringLiteral("#777777"))) << finding().toStdString();
+    EXPECT_FALSE(finding().contains(QStringLiteral("CIEDE2000"))) << finding().toStdString();
+}
+
+} // namespace
