@@ -103,6 +103,56 @@ TEST_F(Points, areDrawnInTheColourOfTheirSide)
     EXPECT_TRUE(viewer.pointSet().isEmpty());
 }
 
+/// A sheet in colours of Adobe RGB: half of it grey, a quarter and an eighth greens, an eighth a pale yellow.
+QImage fourColors()
+{
+    QImage picture(80, 40, QImage::Format_RGB32);
+    picture.setColorSpace(QColorSpace::fromIccProfile(BuiltInProfiles::profile(QStringLiteral("AdobeRGB"))));
+    picture.fill(QColor(128, 128, 128));
+    for (int y = 0; y < 40; ++y)
+        for (int x = 40; x < 80; ++x)
+            picture.setPixelColor(x, y,
+                                  x < 60   ? QColor(0, 255, 0)
+                                  : x < 70 ? QColor(200, 200, 90)
+                                           : QColor(0, 200, 0));
+    return picture;
+}
+
+TEST_F(Points, ofAPictureAreCountedOverAllPixels)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    const QString file = folder.filePath(QStringLiteral("sheet.png"));
+    ASSERT_TRUE(fourColors().save(file));
+    points.open(file);
+    ASSERT_TRUE(finish());
+    // the greens of Adobe RGB are far outside sRGB
+    EXPECT_NEAR(share(Side::Inside), 0.5 + 0.125, 1e-9);
+    EXPECT_NEAR(share(Side::Edge), 0.0, 1e-9);
+    EXPECT_NEAR(share(Side::Outside), 0.25 + 0.125, 1e-9);
+    const PhotoCheck* check = points.photo(0);
+    ASSERT_NE(check, nullptr);
+    EXPECT_GT(check->de00.max, check->de00.mean);
+    const QString tip = points.index(0, PointLayer::OutsideShare).data(Qt::ToolTipRole).toString();
+    EXPECT_TRUE(tip.contains(QLocale().toString(3200))) << tip.toStdString();
+}
+
+TEST_F(Points, ofAPictureAreCheckedAgainForAnotherGamutOrTolerance)
+{
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    gamuts.add(QStringLiteral("ProPhoto"), {}, {});
+    const QString file = folder.filePath(QStringLiteral("sheet.png"));
+    ASSERT_TRUE(fourColors().save(file));
+    points.open(file);
+    ASSERT_TRUE(finish());
+    points.setTolerance(100.0f);
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(share(Side::Edge), 1.0, 1e-9);
+    points.setTolerance(1.0f);
+    gamuts.setActiveRow(1);
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(share(Side::Inside), 1.0, 1e-9);
+}
+
 TEST(PointColours, areDistinctInEveryColourVision)
 {
     for (const auto& vision : kvtest::colourVisions()) {

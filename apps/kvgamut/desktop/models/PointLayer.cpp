@@ -94,7 +94,7 @@ QVariant PointLayer::data(const QModelIndex& index, int role) const
         return {};
     const Layer& layer = m_layers[index.row()];
     if (role == Qt::ToolTipRole)
-        return SafeText::forToolTip(layer.set.file);
+        return toolTip(index.row(), index.column());
     if (role == Qt::TextAlignmentRole)
         return QVariant(index.column() == File ? Qt::AlignLeft | Qt::AlignVCenter
                                                : Qt::AlignRight | Qt::AlignVCenter);
@@ -130,9 +130,36 @@ QVariant PointLayer::headerData(int section, Qt::Orientation orientation, int ro
     }
 }
 
+QString PointLayer::toolTip(int row, int column) const
+{
+    const PhotoCheck* check = photo(row);
+    if (!check || column < Count)
+        return SafeText::forToolTip(m_layers[row].set.file);
+    const QLocale locale;
+    const auto number = [&locale](double value) { return locale.toString(value, 'f', 1); };
+    return tr("Every pixel is counted: %1").arg(locale.toString(m_layers[row].set.photo->pixels)) +
+           QLatin1Char('\n') +
+           tr("CIEDE2000: mean %1, 95 % up to %2, largest %3")
+               .arg(number(check->de00.mean), number(check->de00.p95), number(check->de00.max));
+}
+
+const PhotoCheck* PointLayer::photo(int row) const
+{
+    const Layer::Photo& photo = m_layers[row].photo;
+    const GamutEntry* gamut = judgingGamut();
+    const bool isCurrent = gamut && photo.gamut == gamut->revision && photo.tolerance == m_tolerance;
+    return photo.check && isCurrent ? &*photo.check : nullptr;
+}
+
 std::optional<double> PointLayer::share(int row, Side side) const
 {
     const Layer& layer = m_layers[row];
+    if (layer.set.photo) {
+        const PhotoCheck* check = photo(row);
+        if (!check)
+            return {};
+        return side == Side::Inside ? check->inside : side == Side::Edge ? check->edge : check->outside;
+    }
     if (layer.judgedBy == 0)
         return {};
     double all = 0.0;
@@ -196,6 +223,7 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
     layer.set = *set;
     layer.judgedBy = 0;
     layer.beingJudgedBy = 0;
+    layer.photo = {};
     redraw();
     judgeAll();
     Q_EMIT pointsChanged();
@@ -205,8 +233,9 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
 
 void PointLayer::cancel(const Layer& layer)
 {
-    if (layer.work)
-        layer.work->cancel();
+    for (const KVCompletionProtocolPtr& work : {layer.work, layer.photo.work})
+        if (work)
+            work->cancel();
 }
 
 void PointLayer::remove(int row)
@@ -235,15 +264,20 @@ void PointLayer::setTolerance(float tolerance)
     if (tolerance == m_tolerance)
         return;
     m_tolerance = tolerance;
+    judgeAll(); // pictures
     redraw();
 }
 
 bool PointLayer::isComplete() const
 {
     const GamutEntry* gamut = judgingGamut();
-    return std::all_of(m_layers.begin(), m_layers.end(), [gamut](const Layer& layer) {
-        return !layer.reading && layer.judgedBy == (gamut ? gamut->revision : 0);
-    });
+    for (int row = 0; row < m_layers.size(); ++row) {
+        const Layer& layer = m_layers[row];
+        if (layer.reading || layer.judgedBy != (gamut ? gamut->revision : 0) ||
+            (gamut && layer.set.photo && !photo(row)))
+            return false;
+    }
+    return true;
 }
 
 const GamutEntry* PointLayer::judgingGamut() const
@@ -256,10 +290,12 @@ void PointLayer::judgeAll()
 {
     const GamutEntry* gamut = judgingGamut();
     for (Layer& layer : m_layers) {
-        if (gamut)
+        if (gamut) {
             judge(layer, *gamut);
-        else
+            judgePhoto(layer, *gamut);
+        } else {
             layer.judgedBy = 0;
+        }
     }
     if (!gamut)
         redraw();
@@ -280,6 +316,31 @@ void PointLayer::judge(Layer& layer, const GamutEntry& gamut)
             m_layers[row].beingJudgedBy = 0;
             m_layers[row].distances = distances;
             redraw();
+        });
+}
+
+/// Checks all pixels of a picture. A check for another gamut or tolerance is cancelled.
+void PointLayer::judgePhoto(Layer& layer, const GamutEntry& gamut)
+{
+    Layer::Photo& photo = layer.photo;
+    const bool isStarted = photo.gamut == gamut.revision && photo.tolerance == m_tolerance;
+    if (layer.reading || !layer.set.photo || isStarted)
+        return;
+    if (photo.work)
+        photo.work->cancel();
+    photo = {KVCompletionProtocol::createTask(QFileInfo(layer.set.file).fileName()),
+             {},
+             gamut.revision,
+             m_tolerance};
+    const auto check = [gamut = gamut.gamut, colors = layer.set.photo, tolerance = m_tolerance,
+                        work = photo.work] { return checkPhoto(gamut, *colors, tolerance, nullptr, work); };
+    Threads::run(m_pool, check)
+        .then(this, [this, file = layer.set.file, work = photo.work](const Result<PhotoCheck>& result) {
+            const int row = rowOf(file);
+            if (row < 0 || m_layers[row].photo.work != work || !result)
+                return; // outdated or cancelled
+            m_layers[row].photo.check = *result;
+            Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
         });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "GamutListModel.h"
+#include "model/checks/PhotoCheck.h"
 #include "model/points/PointInput.h"
 
 #include <QtCore/QAbstractTableModel>
@@ -51,8 +52,12 @@ public:
 
     /// Whether every file is read and its points are classified.
     bool isComplete() const;
-    /// The share of a row's points on @p side, by weight; nullopt until the row is classified.
+    /// The share of a row's points on @p side, by weight; of a picture the share of all its pixels. nullopt
+    /// until the row is classified.
     std::optional<double> share(int row, Side side) const;
+
+    /// How the picture in this row fits the active gamut; null until it is known, and for other files.
+    const PhotoCheck* photo(int row) const;
 
     /// A point of a file.
     struct Place
@@ -83,12 +88,23 @@ private:
         quint64 judgedBy = 0;      ///< revision of the gamut that the distances belong to; 0: none
         quint64 beingJudgedBy = 0; ///< the same for the computation in progress
         QList<float> distances;    ///< of each point from that gamut's surface
+
+        /// The check of all pixels of a picture, and what it belongs to.
+        struct Photo
+        {
+            KVCompletionProtocolPtr work; ///< null before the first check
+            std::optional<PhotoCheck> check;
+            quint64 gamut = 0; ///< its revision
+            float tolerance = 0.0f;
+        } photo;
     };
 
     void finishReading(const QString& file, int ticket, const Result<PointSet>& set);
     static void cancel(const Layer& layer);
     void judgeAll();
     void judge(Layer& layer, const GamutEntry& gamut);
+    void judgePhoto(Layer& layer, const GamutEntry& gamut);
+    QString toolTip(int row, int column) const;
     const GamutEntry* judgingGamut() const;
     int rowOf(const QString& file) const;
     void redraw();

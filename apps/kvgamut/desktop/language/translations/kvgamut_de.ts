@@ -862,6 +862,14 @@ wird berechnet</translation>
         <source>Outside</source>
         <translation>Außen</translation>
     </message>
+    <message>
+        <source>Every pixel is counted: %1</source>
+        <translation>Jedes Pixel wird gezählt: %1</translation>
+    </message>
+    <message>
+        <source>CIEDE2000: mean %1, 95 % up to %2, largest %3</source>
+        <translation>CIEDE2000: Mittel %1, 95 % bis %2, größter Wert %3</translation>
+    </message>
 </context>
 <context>
     <name>PointPanel</name>
