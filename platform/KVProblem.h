@@ -65,6 +65,7 @@ enum class KVProblemCode : int
     SurfaceNotClosed,      ///< the surface has a boundary
     SurfaceNotManifold,    ///< an edge or vertex is shared by too many faces
     SurfaceInsideOut,      ///< the faces point inwards
+    TooManyCrossings,      ///< two surfaces cross or lie close together too often for a body to be made
 
     // saved gamuts
     NotASavedGamut,           ///< the hash does not hold a saved gamut

@@ -185,6 +185,13 @@ struct ComparisonReport
     std::optional<KVProblem> problem;  ///< Cancelled, or OutOfMemory: the other members have no meaning
 };
 
+/// A part of a gamut relative to another one.
+enum class Body : int
+{
+    Outside = 0,      ///< what is outside the other gamut
+    Intersection = 1, ///< what both have in common
+};
+
 /// Distance of a colour from a gamut's surface.
 struct Nearest
 {
@@ -365,6 +372,18 @@ public:
     /// null) ends it early.
     [[nodiscard]] ComparisonReport compareWithUncertainty(const GamutObject& other,
                                                           KVCompletionProtocolPtr* protocol = nullptr) const;
+
+    /// A part of this gamut as a gamut of its own, with a closed surface that is cut exactly along the curve
+    /// where the surfaces meet. It may consist of several pieces, and may touch itself.
+    ///
+    /// Volume and uncertainty agree with compareWithUncertainty(): those of the intersection, or of the rest
+    /// of the volume. Report::surfaceVolume is what the surface encloses. White, black and the settings in
+    /// the report are those of this gamut; there are no device coordinates and no primaries().
+    ///
+    /// @return empty if there is no such part, and if it fails; then problem() is set: TooManyCrossings,
+    ///         OutOfMemory, or Cancelled through @p protocol (may be null)
+    [[nodiscard]] GamutObject body(const GamutObject& other, Body body,
+                                   KVCompletionProtocolPtr* protocol = nullptr) const;
 
     Method method() const; ///< as GamutObject::method()
     /// Why there is no gamut; nullopt if there is one, or if nothing has been computed or restored yet.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Comparing.h"
+#include "GamutBody.h"
 #include "GamutData.h"
 #include "Serialize.h"
 #include <engine/base/ListOf.h>
@@ -313,6 +314,18 @@ ComparisonReport GamutObject::compareWithUncertainty(const GamutObject& other,
     report.values.whiteSecond = other.whitePoint();
     report.values.blackSecond = other.blackPoint();
     return report;
+}
+
+GamutObject GamutObject::body(const GamutObject& other, Body body, KVCompletionProtocolPtr* protocol) const
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    GamutObject result;
+    if (!d)
+        return result;
+    const auto data = orOutOfMemory([&] { return velmora::bodyData(*d, other.d.constData(), body, task); });
+    result.d = data.value_or(SharedData());
+    result.m_problem = problemOf(data);
+    return result;
 }
 
 Method GamutObject::method() const

@@ -3,7 +3,7 @@
 
 #include <engine/base/Parts.h>
 
-#include <map>
+#include <numeric>
 #include <utility>
 
 namespace velmora {
@@ -55,24 +55,38 @@ void dropUnusedVertices(Mesh& mesh, const Task& task)
     });
 }
 
+void weld(Mesh& mesh, const Task& task)
+{
+    const auto points = latticePoints(mesh, task);
+    std::vector<int> order(points.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto at = [&points](int v) { return points[static_cast<std::size_t>(v)]; };
+    sortInParts(
+        order, [&at](int p, int q) { return std::pair(at(p), p) < std::pair(at(q), q); }, task);
+    std::vector<int> renamed(points.size());
+    int first = 0; // of the vertices at one place
+    forEachIndex(order.size(), task, [&](std::size_t i) {
+        if (i == 0 || at(order[i]) != at(order[i - 1]))
+            first = order[i];
+        renamed[static_cast<std::size_t>(order[i])] = first;
+    });
+    std::size_t kept = 0;
+    forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
+        Triangle t = mesh.triangles[f];
+        for (int& v : t)
+            v = renamed[static_cast<std::size_t>(v)];
+        if (t[0] != t[1] && t[1] != t[2] && t[2] != t[0])
+            mesh.triangles[kept++] = t;
+    });
+    mesh.triangles.resize(kept);
+    dropUnusedVertices(mesh, task);
+}
+
 } // namespace velmora
 
 KVGamut::Mesh KVGamut::weldedMesh(const Mesh& mesh)
 {
-    std::map<velmora::LatticePoint, int> firstAt;
-    std::vector<int> renamed(mesh.lab.size());
-    for (std::size_t v = 0; v < mesh.lab.size(); ++v)
-        renamed[v] = firstAt.try_emplace(velmora::toLattice(mesh.lab[v]), static_cast<int>(v)).first->second;
-
     Mesh welded = mesh;
-    welded.triangles.clear();
-    for (const Mesh::Triangle& t : mesh.triangles) {
-        const Mesh::Triangle merged{renamed[static_cast<std::size_t>(t[0])],
-                                    renamed[static_cast<std::size_t>(t[1])],
-                                    renamed[static_cast<std::size_t>(t[2])]};
-        if (merged[0] != merged[1] && merged[1] != merged[2] && merged[2] != merged[0])
-            welded.triangles.push_back(merged);
-    }
-    velmora::dropUnusedVertices(welded);
+    velmora::weld(welded);
     return welded;
 }

@@ -24,6 +24,9 @@ using Triangle = Mesh::Triangle;
 /// Reverses the orientation of all triangles.
 void flip(Mesh& mesh, const Task& task = {});
 
+/// Merges the vertices at the same place, as KVGamut::weldedMesh() does.
+void weld(Mesh& mesh, const Task& task = {});
+
 /// Removes the vertices that no triangle uses; the others keep their order.
 void dropUnusedVertices(Mesh& mesh, const Task& task = {});
 

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SelfIntersection.h"
 
+#include "CellLists.h"
 #include "Columns.h"
 #include <engine/base/Parts.h>
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 #include <span>
 
 namespace velmora {
 namespace {
-
-using TrianglePoints = std::array<LatticePoint, 3>;
 
 using Sides = std::array<int, 3>; // the sides of the plane of t on which the vertices of s lie
 
@@ -161,125 +159,6 @@ bool cannotIntersect(const Triangle& s, const Triangle& t, const EmbeddedFans& f
     return common >= 2 || embedded;
 }
 
-struct Bounds
-{
-    std::array<int, 3> low;
-    std::array<int, 3> high;
-};
-
-Bounds boundsOf(const TrianglePoints& t)
-{
-    return {{std::min({t[0].L, t[1].L, t[2].L}), std::min({t[0].a, t[1].a, t[2].a}),
-             std::min({t[0].b, t[1].b, t[2].b})},
-            {std::max({t[0].L, t[1].L, t[2].L}), std::max({t[0].a, t[1].a, t[2].a}),
-             std::max({t[0].b, t[1].b, t[2].b})}};
-}
-
-bool overlap(const Bounds& p, const Bounds& q)
-{
-    unsigned all = 1; // without branches: most of the time is spent here
-    for (std::size_t i = 0; i < 3; ++i)
-        all &= unsigned(p.low[i] <= q.high[i]) & unsigned(q.low[i] <= p.high[i]);
-    return all != 0;
-}
-
-// A cubic grid whose cells list the triangles with overlapping bounds. The surface passes through about as
-// many cells as it has triangles.
-class CellLists
-{
-public:
-    // A triangle in a cell, and the axes along which this cell is the first one of the triangle's bounds. Of
-    // the cells that two triangles share, exactly one is the first of either triangle along each axis; the
-    // pair is tested there only.
-    struct Entry
-    {
-        std::uint32_t triangle : 29;
-        std::uint32_t begins : 3;
-    };
-
-    CellLists(const std::vector<Bounds>& bounds, const LatticeBox& box)
-        : m_origin{box.low.L, box.low.a, box.low.b}
-    {
-        const std::array<int, 3> extent{box.high.L - box.low.L, box.high.a - box.low.a,
-                                        box.high.b - box.low.b};
-        const int wantedCells = std::clamp(static_cast<int>(std::sqrt(double(bounds.size()) / 2.0)), 4, 128);
-        while ((*std::max_element(extent.begin(), extent.end()) >> m_shift) > wantedCells)
-            ++m_shift;
-        for (std::size_t i = 0; i < 3; ++i)
-            m_counts[i] = (extent[i] >> m_shift) + 1;
-    }
-
-    // Number of entries in all lists; fewer if the task is cancelled.
-    std::size_t entriesOf(const std::vector<Bounds>& bounds, const Task& task) const
-    {
-        std::size_t sum = 0;
-        forEachIndex(bounds.size(), task, [&](std::size_t f) {
-            const Bounds& b = bounds[f];
-            std::size_t cells = 1;
-            for (std::size_t i = 0; i < 3; ++i)
-                cells *= static_cast<std::size_t>(((b.high[i] - m_origin[i]) >> m_shift) -
-                                                  ((b.low[i] - m_origin[i]) >> m_shift) + 1);
-            sum += cells;
-        });
-        return sum;
-    }
-
-    /// Incomplete if @p task is cancelled.
-    void fill(const std::vector<Bounds>& bounds, const Task& task)
-    {
-        const std::size_t cells = static_cast<std::size_t>(m_counts[0]) *
-                                  static_cast<std::size_t>(m_counts[1]) *
-                                  static_cast<std::size_t>(m_counts[2]);
-        // While the lists are filled, m_first[cell + 1] is the next place in the list of the cell; at the end
-        // it is the first place of the next list.
-        growInParts(m_first, cells + 2, 0u, task);
-        for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
-            forCells(bounds[f], [&](std::size_t cell, unsigned) { ++m_first[cell + 2]; });
-        if (!forEachIndex(cells + 1, task, [this](std::size_t i) { m_first[i + 1] += m_first[i]; }))
-            return;
-        growInParts(m_entries, m_first.back(), {}, task);
-        for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
-            forCells(bounds[f], [&](std::size_t cell, unsigned begins) {
-                m_entries[m_first[cell + 1]++] = {static_cast<std::uint32_t>(f) & 0x1fffffffu, begins & 7u};
-            });
-    }
-
-    std::size_t size() const { return m_first.size() - 2; }
-    std::span<const Entry> in(std::size_t cell) const
-    {
-        return {m_entries.data() + m_first[cell], m_first[cell + 1] - m_first[cell]};
-    }
-
-private:
-    template <typename Visit>
-    void forCells(const Bounds& bounds, const Visit& visit) const
-    {
-        std::array<int, 3> low{}, high{};
-        for (std::size_t i = 0; i < 3; ++i) {
-            low[i] = (bounds.low[i] - m_origin[i]) >> m_shift;
-            high[i] = (bounds.high[i] - m_origin[i]) >> m_shift;
-        }
-        for (int i = low[0]; i <= high[0]; ++i)
-            for (int j = low[1]; j <= high[1]; ++j)
-                for (int k = low[2]; k <= high[2]; ++k)
-                    visit(cellAt(i, j, k),
-                          unsigned(i == low[0]) | unsigned(j == low[1]) << 1 | unsigned(k == low[2]) << 2);
-    }
-
-    std::size_t cellAt(int i, int j, int k) const
-    {
-        const auto row = static_cast<std::size_t>(i) * static_cast<std::size_t>(m_counts[1]);
-        const auto column = (row + static_cast<std::size_t>(j)) * static_cast<std::size_t>(m_counts[2]);
-        return column + static_cast<std::size_t>(k);
-    }
-
-    std::array<int, 3> m_origin;
-    std::array<int, 3> m_counts{};
-    int m_shift = 0;
-    std::vector<std::uint32_t> m_first;
-    std::vector<Entry> m_entries;
-};
-
 // Limits on the work of one search.
 struct Effort
 {
@@ -303,10 +182,7 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
         return TrianglePoints{points[static_cast<std::size_t>(t[0])], points[static_cast<std::size_t>(t[1])],
                               points[static_cast<std::size_t>(t[2])]};
     };
-    std::vector<Bounds> bounds;
-    growInParts(bounds, mesh.triangles.size(), {}, task);
-    for (std::size_t f = 0; f < bounds.size() && !task.isCancelled(); ++f)
-        bounds[f] = boundsOf(pointsOf(f));
+    const std::vector<TriangleBounds> bounds = triangleBounds(mesh, points, task);
     CellLists cells(bounds, boundsOf(points));
     if (cells.entriesOf(bounds, task) > effort.entries)
         return {};
@@ -317,7 +193,7 @@ Search searchIntersections(const Mesh& mesh, std::size_t maxCount, Effort effort
 
     constexpr std::size_t cellsBetweenChecks = 256;
     Search search;
-    std::vector<Bounds> inCell;
+    std::vector<TriangleBounds> inCell;
     for (std::size_t cell = 0; cell < cells.size(); ++cell) {
         if (cell % cellsBetweenChecks == 0 && task.isCancelled())
             return search;

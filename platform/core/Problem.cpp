@@ -72,6 +72,8 @@ constexpr Sentence sentences[] = {
     {KVProblemCode::SurfaceNotClosed, QT_TRANSLATE_NOOP("Problem", "the surface is not closed")},
     {KVProblemCode::SurfaceNotManifold, QT_TRANSLATE_NOOP("Problem", "the surface is not manifold")},
     {KVProblemCode::SurfaceInsideOut, QT_TRANSLATE_NOOP("Problem", "the surface is inside out")},
+    {KVProblemCode::TooManyCrossings,
+     QT_TRANSLATE_NOOP("Problem", "the surfaces of the gamuts cross too often for a body to be made")},
     {KVProblemCode::NotASavedGamut, QT_TRANSLATE_NOOP("Problem", "not a saved gamut")},
     {KVProblemCode::UnknownSavedVersion,
      QT_TRANSLATE_NOOP("Problem", "the saved gamut has the unknown version '%1'")},
