@@ -58,6 +58,8 @@ draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
 draw inside-out ProPhoto AdobeRGB "$printer" --intent relative
 draw lines sRGB DisplayP3 --look lines
 draw loss sRGB --loss "$printer" --intent relative
+draw body-outside "$printer" sRGB --body outside --intent relative --view back
+draw body-common sRGB "$printer" --body intersection --intent relative
 draw loss-dark AdobeRGB --loss sRGB --metric de76 --style dark
 draw paper "$printer" sRGB --intent relative --style paper --caption 'Relative colorimetric'
 draw slide sRGB DisplayP3 --style slide

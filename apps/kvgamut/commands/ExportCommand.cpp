@@ -88,6 +88,7 @@ ExportCommand::ExportCommand(CLI::App& program)
             "ply, obj, stl, gltf, x3d, json, kvgamut or html (default: the suffix of the output)")
         ->check(CLI::IsMember(formatNames()).description(""))
         ->type_name("FORMAT");
+    m_part.declare(parser(), "Write a body instead, from two profiles");
     parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
     parser().final_callback([this] { checkFormat(); });
     ReportOptions::endHelp(
@@ -109,7 +110,10 @@ void ExportCommand::checkFormat()
 {
     if (m_format.isEmpty())
         m_format = formatOf(m_output);
-    if (m_names.size() > 1 && !isPage())
+    m_part.check(m_names.size());
+    if (m_part.body && !MeshFormat::ofSuffix(m_format))
+        throw CLI::ValidationError("--body", "." + m_format.toStdString() + " contains whole gamuts");
+    if (m_names.size() > 1 && !isPage() && !m_part.body)
         throw CLI::ValidationError("PROFILE", "only .html shows several gamuts; ." + m_format.toStdString() +
                                                   " contains one");
 }
@@ -129,6 +133,8 @@ int ExportCommand::run(Arguments arguments)
     const bool allUsed = inputs.sayProblems();
     if (usable.isEmpty())
         return BadInput;
+    if (m_part.body)
+        return usable.size() < 2 ? int(BadInput) : writeBody(usable);
     return write(isPage() ? bytes : fileOf(usable.first()), allUsed ? Done : BadInput);
 }
 
@@ -142,12 +148,28 @@ int ExportCommand::write(const QByteArray& bytes, int exitCode) const
     return exitCode;
 }
 
+int ExportCommand::writeBody(const QList<GamutInputs::Input>& inputs) const
+{
+    const QStringList titles = gamutTitles({profileOf(inputs[0]), profileOf(inputs[1])});
+    const auto body = m_part.of(*inputs[0].gamut, *inputs[1].gamut, titles);
+    if (!body) {
+        say(body.error());
+        return BadInput;
+    }
+    return write(fileOf(inputs[0], *body, SafeText::shown(m_part.titleOf(titles))), Done);
+}
+
 QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const
 {
-    const QString profile = profileOf(input);
     if (m_format == savedSuffix)
-        return SavedGamut{input.gamut->serialize(), profile}.bytes();
+        return SavedGamut{input.gamut->serialize(), profileOf(input)}.bytes();
+    return fileOf(input, *input.gamut, {});
+}
+
+QByteArray ExportCommand::fileOf(const GamutInputs::Input& input, const KVGamut::GamutObject& gamut,
+                                 const QString& part) const
+{
     return MeshFormat::ofSuffix(m_format)->write(
-        ColoredMesh::of(input.gamut->mesh()),
-        {SafeText::shown(profile, SafeText::maxPathLength), input.gamut->report()});
+        ColoredMesh::of(gamut.mesh()),
+        {SafeText::shown(profileOf(input), SafeText::maxPathLength), gamut.report(), part});
 }

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "GamutInputs.h"
+#include "commands/options/BodyOptions.h"
 
 #include <QtCore/QStringList>
 
@@ -18,13 +19,17 @@ public:
 
 private:
     QByteArray fileOf(const GamutInputs::Input& input) const;
+    QByteArray fileOf(const GamutInputs::Input& input, const KVGamut::GamutObject& gamut,
+                      const QString& part) const;
+    int writeBody(const QList<GamutInputs::Input>& inputs) const;
     bool isPage() const;
     void checkFormat();
     int write(const QByteArray& bytes, int exitCode) const;
 
-    QStringList m_names; ///< exactly one input, unless a page is written
+    QStringList m_names; ///< exactly one input, unless a page or a body is written
     KVGamut::Settings m_settings;
     QString m_format; ///< a file name suffix; set after parsing
     QString m_output;
+    BodyOptions m_part;
     bool m_quiet = false;
 };

@@ -14,6 +14,18 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+QString volumeText(double volume)
+{
+    const QLocale english(QLocale::English, QLocale::UnitedStates); // with a comma after each three digits
+    const QString unit = QString::fromUtf8(" \xCE\x94"
+                                           "E\xC2\xB3");
+    return english.toString(qlonglong(std::llround(volume))) + unit;
+}
+
+} // namespace
+
 GamutScene::GamutScene(KVGamutView& view, const ProfileOptions& profiles, const LookOptions& look,
                        const AnnotationOptions& annotations)
     : m_view(view), m_profiles(profiles), m_look(look), m_annotations(annotations)
@@ -119,11 +131,12 @@ QList<GamutScene::Explained> GamutScene::explained() const
         all.append({i, gamuts.last(), titles.value(i),
                     chosen.isValid() ? chosen : m_annotations.style->key(all.size()), std::nullopt});
     }
-    if (!m_annotations.lines && (!m_look.opacities.isEmpty() || !m_look.modes.isEmpty()))
+    const bool areLines = m_annotations.lines || m_annotations.part.body;
+    if (!areLines && (!m_look.opacities.isEmpty() || !m_look.modes.isEmpty()))
         return all;
     const QList<BodyLook> looks = bodyLooks(gamuts);
     for (qsizetype i = 0; i < all.size(); ++i)
-        all[i].look = m_annotations.lines ? BodyLook::Lines : looks[i];
+        all[i].look = areLines ? BodyLook::Lines : looks[i];
     return all;
 }
 
@@ -159,7 +172,7 @@ void GamutScene::showBody(const Explained& gamut)
     m_view.setLook(id, look);
     if (gamut.look != BodyLook::Lines || !m_look.look.surface)
         return;
-    constexpr float width = 0.6f;
+    constexpr float besideBody = 0.6f;
     QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> lines;
     const QList<LabSegment> pieces = gamutLines(gamut.gamut.mesh());
     // Every other piece first: consecutive pieces that touch are joined, with spikes where they turn sharply.
@@ -170,19 +183,47 @@ void GamutScene::showBody(const Explained& gamut)
                 continue;
             lines.append({{gamut.key, {from.L, from.a, from.b}}, {gamut.key, {to.L, to.a, to.b}}});
         }
-    m_view.viewer()->setSegmentSetWidth(id, width);
+    m_view.viewer()->addSegmentSet(id, lines);
+    if (!m_annotations.part.body)
+        return;
+    m_view.viewer()->setSegmentSetWidth(id, besideBody); // of an existing set, when it is filled again
     m_view.viewer()->addSegmentSet(id, lines);
 }
 
 KVLegendEntry GamutScene::entryOf(const Explained& gamut) const
 {
-    const QLocale english(QLocale::English, QLocale::UnitedStates); // with a comma after each three digits
     const KVGamut::Report report = gamut.gamut.report();
-    const QString volume = english.toString(qlonglong(std::llround(report.volume)));
-    const QString unit = QString::fromUtf8(" \xCE\x94"
-                                           "E\xC2\xB3");
     return {m_gamuts[gamut.position].id, gamut.title,
-            GamutWords::intent(report.intent) + QStringLiteral(", ") + volume + unit, gamut.key};
+            GamutWords::intent(report.intent) + QStringLiteral(", ") + volumeText(report.volume), gamut.key};
+}
+
+bool GamutScene::showPart()
+{
+    const BodyOptions& options = m_annotations.part;
+    if (!options.body)
+        return true;
+    const QList<Explained> all = explained();
+    if (all.size() < 2)
+        return false; // it is said which one is missing
+    const QStringList titles{all[0].title, all[1].title};
+    const auto part = options.of(all[0].gamut, all[1].gamut, titles);
+    if (!part) {
+        say(part.error());
+        return false;
+    }
+    const QString id = QStringLiteral("body"); // those of gamuts begin with a number
+    const QColor key = m_annotations.style->key(all.size());
+    KVGamutLook look = m_look.lookOf(0, true);
+    look.outlineColor = key;
+    m_view.setLook(id, look);
+    if (!showAndWait(id, *part, {}))
+        return false;
+    if (m_annotations.legend) {
+        KVAnnotations annotations = m_view.annotations();
+        annotations.legend.append({id, options.titleOf(titles), volumeText(part->report().volume), key});
+        m_view.setAnnotations(annotations);
+    }
+    return true;
 }
 
 // --- Where colours are lost -----------------------------------------------------------------------
@@ -228,10 +269,19 @@ bool GamutScene::showColored(const QString& id, const QList<QRgb>& vertexColors)
     KVGamutLook look = m_view.look(id);
     if (look.ambientStrength == KVGamutLook().ambientStrength)
         look.ambientStrength = ambient;
+    const bool isShown = showAndWait(id, m_view.gamut(id), vertexColors);
+    m_view.setLook(id, look);
+    return isShown;
+}
+
+/// Prints why it cannot be shown. @return whether it is shown
+bool GamutScene::showAndWait(const QString& id, const KVGamut::GamutObject& gamut,
+                             const QList<QRgb>& vertexColors)
+{
     std::optional<KVProblem> failure;
     QEventLoop loop;
     bool isDone = false;
-    m_view.show(id, m_view.gamut(id), vertexColors, &m_context, [&](const std::optional<KVProblem>& problem) {
+    m_view.show(id, gamut, vertexColors, &m_context, [&](const std::optional<KVProblem>& problem) {
         failure = problem;
         isDone = true;
         loop.quit();
@@ -240,7 +290,6 @@ bool GamutScene::showColored(const QString& id, const QList<QRgb>& vertexColors)
         loop.exec();
     if (failure)
         say(Problem(*failure).about(id));
-    m_view.setLook(id, look);
     return !failure;
 }
 

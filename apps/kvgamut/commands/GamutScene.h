@@ -29,6 +29,10 @@ public:
     /// the command line asks for it. Prints why that fails. @return whether it succeeded
     bool showLoss();
 
+    /// After explain(): shows a part of the first gamut as a body, if the command line asks for it. Prints
+    /// why that fails. @return whether it succeeded
+    bool showPart();
+
     /// The first gamut that is shown; empty if there is none.
     KVGamut::GamutObject firstGamut() const;
     int shownCount() const { return count(Shown); }
@@ -67,6 +71,7 @@ private:
     QList<Explained> explained() const;
     void showBody(const Explained& gamut);
     KVLegendEntry entryOf(const Explained& gamut) const;
+    bool showAndWait(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors);
     bool showColored(const QString& id, const QList<QRgb>& vertexColors);
     void addScaleBar(const LossScale& scale);
 

@@ -71,6 +71,10 @@ RenderCommand::RenderCommand(CLI::App& program)
             m_look.state.theme.background = background;
         m_look.check();
         m_annotations.loss.check();
+        m_annotations.part.check(m_profiles.profiles.size());
+        if (m_annotations.part.body && (!m_annotations.loss.other.isEmpty() || !m_look.look.surface))
+            throw CLI::ValidationError("--body", "it shows a surface in its own colours; do not use --loss "
+                                                 "or --no-surface");
         if (!m_annotations.loss.other.isEmpty())
             for (const char* option : {"--color", "--mode", "--no-surface"})
                 if (parser().count(option) > 0)
@@ -133,7 +137,7 @@ int RenderCommand::draw()
     itemsRead &= m_items.addZones(viewer, scene.firstGamut());
     scene.explain();
     view.setSection(m_sections.section(m_annotations.scales || m_annotations.legend));
-    if (!scene.showLoss())
+    if (!scene.showPart() || !scene.showLoss())
         return BadInput;
 
     QImage picture;

@@ -73,6 +73,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"annotated-caption", "sRGB --annotate none --caption A_caption_of_the_picture",
                          "sRGB --annotate none"}));
 
+INSTANTIATE_TEST_SUITE_P(Bodies, Baselines,
+                         testing::Values(Case{"body-outside", "AdobeRGB sRGB --body outside",
+                                              "AdobeRGB sRGB --body intersection"},
+                                         Case{"body-intersection", "AdobeRGB sRGB --body intersection",
+                                              "AdobeRGB sRGB --look lines"}));
+
 INSTANTIATE_TEST_SUITE_P(Looks, Baselines,
                          testing::Values(Case{"look-lines", "sRGB --look lines", "sRGB"},
                                          Case{"look-nested", "ProPhoto sRGB DisplayP3",

@@ -129,9 +129,11 @@ TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)
 
 TEST_F(RecipeTest, showWhereAPressLosesColours)
 {
-    ASSERT_EQ(run(QStringLiteral("Where does the press lose colours?")).size(), 1);
+    ASSERT_EQ(run(QStringLiteral("Where does the press lose colours?")).size(), 2);
     EXPECT_THAT(files(), testing::IsSupersetOf({QStringLiteral("lost.png"), QStringLiteral("lost.pdf")}));
     EXPECT_EQ(QImage(path(QStringLiteral("lost.png"))).size(), QSize(1200, 900));
+    EXPECT_THAT(files(), testing::IsSupersetOf(
+                             {QStringLiteral("unprintable.png"), QStringLiteral("unprintable.ply")}));
 }
 
 TEST_F(RecipeTest, writeAPageToSend)

@@ -37,6 +37,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NothingAtLightness:
         return 3;
     case ProblemCode::RowMissesValue:
+    case ProblemCode::NothingOutside:
+    case ProblemCode::NothingInCommon:
     case ProblemCode::PaletteModelUnknown:
     case ProblemCode::PaletteValueInvalid:
     case ProblemCode::RowNotHex:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "BodyOptions.h"
 #include "LossOptions.h"
 #include "model/pictures/PictureStyle.h"
 
@@ -16,6 +17,7 @@ struct AnnotationOptions
     bool legend = true; ///< with outlines in the key colours
     QString caption;
     bool lines = false; ///< all gamuts as lines; otherwise what is inside what decides
+    BodyOptions part;   ///< instead of surfaces; the gamuts are lines then
     LossOptions loss;
 
     /// Declares the options on @p parser, which keeps a reference to this object.

@@ -19,15 +19,19 @@ QJsonArray jsonOf(const KVGamut::LabPoint& lab)
 
 QJsonObject kvJsonOf(const MeshNote& note)
 {
-    return {{QStringLiteral("profile"), note.profile},
-            {QStringLiteral("intent"), GamutWords::intent(note.report.intent)},
-            {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
-            {QStringLiteral("white"), jsonOf(note.report.white)},
-            {QStringLiteral("black"), jsonOf(note.report.black)},
-            {QStringLiteral("volume"), GamutWords::writtenVolume(note.report.volume)},
-            {QStringLiteral("uncertainty"), GamutWords::writtenVolume(note.report.volumeUncertainty)},
-            {QStringLiteral("surface_volume"), GamutWords::writtenVolume(note.report.surfaceVolume)},
-            {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
+    QJsonObject object{
+        {QStringLiteral("profile"), note.profile},
+        {QStringLiteral("intent"), GamutWords::intent(note.report.intent)},
+        {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
+        {QStringLiteral("white"), jsonOf(note.report.white)},
+        {QStringLiteral("black"), jsonOf(note.report.black)},
+        {QStringLiteral("volume"), GamutWords::writtenVolume(note.report.volume)},
+        {QStringLiteral("uncertainty"), GamutWords::writtenVolume(note.report.volumeUncertainty)},
+        {QStringLiteral("surface_volume"), GamutWords::writtenVolume(note.report.surfaceVolume)},
+        {QStringLiteral("coordinates"), QStringLiteral("CIE L*a*b* (D50)")}};
+    if (!note.part.isEmpty())
+        object.insert(QStringLiteral("part"), note.part);
+    return object;
 }
 
 QByteArray MeshWriters::json(const ColoredMesh& mesh, const MeshNote& note)

@@ -8,19 +8,22 @@
 QStringList MeshNote::lines() const
 {
     const KVGamut::LabPoint& white = report.white;
-    return {
-        QStringLiteral("gamut of: %1").arg(profile),
-        QStringLiteral("intent: %1%2")
-            .arg(GamutWords::intent(report.intent), GamutWords::blackPointCompensated(report)
-                                                        ? QStringLiteral(", with black point compensation")
-                                                        : QString()),
-        QStringLiteral("white: L* %1, a* %2, b* %3")
-            .arg(double(white.L), 0, 'f', 3)
-            .arg(double(white.a), 0, 'f', 3)
-            .arg(double(white.b), 0, 'f', 3),
-        QStringLiteral("volume: %1 dE76 cubed")
-            .arg(GamutWords::writtenVolume(report.volume), 0, 'f', GamutWords::volumeDecimals),
-        QStringLiteral("coordinates: CIE L*a*b* (D50)")};
+    QStringList lines{QStringLiteral("gamut of: %1").arg(profile)};
+    if (!part.isEmpty())
+        lines.append(QStringLiteral("part: %1").arg(part));
+    return lines << QStringList{
+               QStringLiteral("intent: %1%2")
+                   .arg(GamutWords::intent(report.intent),
+                        GamutWords::blackPointCompensated(report)
+                            ? QStringLiteral(", with black point compensation")
+                            : QString()),
+               QStringLiteral("white: L* %1, a* %2, b* %3")
+                   .arg(double(white.L), 0, 'f', 3)
+                   .arg(double(white.a), 0, 'f', 3)
+                   .arg(double(white.b), 0, 'f', 3),
+               QStringLiteral("volume: %1 dE76 cubed")
+                   .arg(GamutWords::writtenVolume(report.volume), 0, 'f', GamutWords::volumeDecimals),
+               QStringLiteral("coordinates: CIE L*a*b* (D50)")};
 }
 
 QString MeshNote::line() const

@@ -12,8 +12,9 @@ struct MeshNote
 {
     QString profile;
     KVGamut::Report report;
+    QString part = {}; ///< which part of the gamut it is; empty: all of it
 
-    /// One line: profile, intent, white, volume.
+    /// One line: profile, part, intent, white, volume.
     QString line() const;
     /// The same, one fact per line.
     QStringList lines() const;

@@ -5,6 +5,6 @@
 
 #include <QtCore/QJsonObject>
 
-/// The note as an object: profile, intent, bpc, white, black (L*, a*, b* each), volume, uncertainty,
-/// coordinates.
+/// The note as an object: profile, part (of a part), intent, bpc, white, black (L*, a*, b* each), volume,
+/// uncertainty, coordinates.
 QJsonObject kvJsonOf(const MeshNote& note);

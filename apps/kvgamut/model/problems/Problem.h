@@ -116,6 +116,10 @@ enum class ProblemCode : int
     NothingAtLightness, ///< arguments: the lightness, the lowest and the highest of the gamut
     NothingAtHue,       ///< argument: the hue angle
 
+    // bodies: parts of a gamut that do not exist
+    NothingOutside,  ///< arguments: the gamut, the other one
+    NothingInCommon, ///< arguments: the two gamuts
+
     // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
     NotASession,           ///< no arguments
     SessionNotBool,        ///< place

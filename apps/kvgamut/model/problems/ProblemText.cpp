@@ -166,6 +166,8 @@ constexpr Sentence sentences[] = {
     {ProblemCode::NothingAtLightness,
      QT_TRANSLATE_NOOP("Problem", "no colours at L* %1; the gamut reaches from L* %2 to %3")},
     {ProblemCode::NothingAtHue, QT_TRANSLATE_NOOP("Problem", "no colours at the hue %1")},
+    {ProblemCode::NothingOutside, QT_TRANSLATE_NOOP("Problem", "no part of %1 is outside %2")},
+    {ProblemCode::NothingInCommon, QT_TRANSLATE_NOOP("Problem", "%1 and %2 have nothing in common")},
     {ProblemCode::NotASession, QT_TRANSLATE_NOOP("Problem", "not a session of this program")},
     {ProblemCode::SessionNotBool, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be true or false")},
     {ProblemCode::SessionNotInRange, QT_TRANSLATE_NOOP("Problem", "\"%1\" must be a number from %2 to %3")},

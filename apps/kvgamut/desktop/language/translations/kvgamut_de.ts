@@ -1576,6 +1576,18 @@ wird berechnet</translation>
         <source>a saved gamut keeps its intent, which is %1</source>
         <translation>ein gespeicherter Farbumfang behält seinen Rendering Intent, nämlich %1</translation>
     </message>
+    <message>
+        <source>no part of %1 is outside %2</source>
+        <translation>kein Teil von %1 liegt außerhalb von %2</translation>
+    </message>
+    <message>
+        <source>%1 and %2 have nothing in common</source>
+        <translation>%1 und %2 haben nichts gemeinsam</translation>
+    </message>
+    <message>
+        <source>the surfaces of the gamuts cross too often for a body to be made</source>
+        <translation>die Oberflächen der Farbumfänge schneiden sich zu oft, um einen Körper zu bilden</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
