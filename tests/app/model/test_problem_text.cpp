@@ -37,6 +37,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NothingAtLightness:
         return 3;
     case ProblemCode::RowMissesValue:
+    case ProblemCode::InputSettingUnknown:
     case ProblemCode::NothingOutside:
     case ProblemCode::NothingInCommon:
     case ProblemCode::PaletteModelUnknown:
@@ -87,6 +88,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::SessionNotFileList:
     case ProblemCode::SessionNotList:
     case ProblemCode::SessionNotGroup:
+    case ProblemCode::SavedIntentDiffers:
     case ProblemCode::NothingAtHue:
     case ProblemCode::NoCameraInClipboard:
     case ProblemCode::DisplayNotReachable:
