@@ -20,6 +20,8 @@
 #include <QtTest/QAbstractItemModelTester>
 #include <QtTest/QSignalSpy>
 
+#include <array>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -134,6 +136,40 @@ TEST_F(Points, ofAPictureAreCountedOverAllPixels)
     EXPECT_GT(check->de00.max, check->de00.mean);
     const QString tip = points.index(0, PointLayer::OutsideShare).data(Qt::ToolTipRole).toString();
     EXPECT_TRUE(tip.contains(QLocale().toString(3200))) << tip.toStdString();
+}
+
+/// Of neutral sRGB.
+double lightnessOf(int value)
+{
+    const double encoded = value / 255.0;
+    const double y = encoded <= 0.04045 ? encoded / 12.92 : std::pow((encoded + 0.055) / 1.055, 2.4);
+    return y > 216.0 / 24389.0 ? 116.0 * std::cbrt(y) - 16.0 : y * 24389.0 / 27.0;
+}
+
+TEST_F(Points, ofAPictureAreNotJudgedByTheCellsThatAreDrawn)
+{
+    constexpr float tolerance = 9.0f;
+    points.setTolerance(tolerance);
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    QImage greys(256, 2, QImage::Format_RGB32);
+    for (int x = 0; x < 256; ++x)
+        for (int y = 0; y < 2; ++y)
+            greys.setPixelColor(x, y, QColor(x, x, x));
+    const QString file = folder.filePath(QStringLiteral("greys.png"));
+    ASSERT_TRUE(greys.save(file));
+    points.open(file);
+    ASSERT_TRUE(finish());
+    const auto isEdge = [this](const KVGamut::LabPoint& lab) {
+        const std::array<float, 3> values{lab.L, lab.a, lab.b};
+        return sideOf(gamuts.at(0).gamut.nearest(values.data()).distance, tolerance) == Side::Edge;
+    };
+    double expected = 0.0, ofCells = 0.0;
+    for (int value = 0; value < 256; ++value)
+        expected += isEdge({static_cast<float>(lightnessOf(value)), 0.0f, 0.0f}) ? 1.0 / 256.0 : 0.0;
+    for (const MeasuredPoint& cell : points.set(0).points)
+        ofCells += isEdge(cell.lab) ? cell.weight : 0.0;
+    EXPECT_NEAR(share(Side::Edge), expected, 1.0 / 256.0);
+    EXPECT_GT(std::abs(ofCells - expected), 3.0 / 256.0); // so that the test can tell one from the other
 }
 
 TEST_F(Points, ofAPictureAreCheckedAgainForAnotherGamutOrTolerance)

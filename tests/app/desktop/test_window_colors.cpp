@@ -143,12 +143,25 @@ TEST_F(ColorsInTheWindow, areSavedAsCsv)
     EXPECT_TRUE(lines[2].startsWith("grey,in,0.0000,50.0000,0.0000,0.0000,")) << lines[2].constData();
 }
 
+TEST_F(ColorsInTheWindow, haveAMenuWithTheirActions)
+{
+    openThree();
+    QStringList names;
+    for (const QAction* action : table().actions())
+        names.append(action->objectName());
+    EXPECT_EQ(names, (QStringList{QStringLiteral("copyRows"), QStringLiteral("copyAllRows"),
+                                  QStringLiteral("saveRows")}));
+    EXPECT_EQ(table().contextMenuPolicy(), Qt::ActionsContextMenu);
+    table().actions().at(1)->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 3);
+}
+
 TEST_F(ColorsInTheWindow, areDescribedWithDifferenceDeviceValuesAndHex)
 {
     openThree();
     choose(0);
     EXPECT_TRUE(finding().contains(QStringLiteral("CIEDE2000"))) << finding().toStdString();
-    EXPECT_TRUE(finding().contains(QStringLiteral("sRGB #"))) << finding().toStdString();
+    EXPECT_TRUE(finding().contains(QStringLiteral("sRGB about #"))) << finding().toStdString();
     EXPECT_TRUE(finding().contains(QStringLiteral("sRGB makes it with 0 "))) << finding().toStdString();
     const QPixmap swatch = control<QLabel>("findingSwatch").pixmap();
     ASSERT_FALSE(swatch.isNull());

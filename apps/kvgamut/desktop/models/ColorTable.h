@@ -5,6 +5,7 @@
 #include "model/reports/Table.h"
 
 #include <QtCore/QAbstractTableModel>
+#include <QtCore/QElapsedTimer>
 
 #include <functional>
 #include <optional>
@@ -104,4 +105,6 @@ private:
     std::optional<Side> m_zone;
     QString m_search;
     float m_tolerance = 0.0f;
+    QElapsedTimer m_arranged; ///< since the order was last computed
+    qint64 m_arrangeMs = 0;   ///< that this took
 };

@@ -14,7 +14,6 @@ namespace {
 using Kind = ColorTable::Kind;
 
 constexpr double notKnown = std::numeric_limits<double>::quiet_NaN();
-constexpr qsizetype maxLive = 200'000; ///< with more, the order follows the results only at their end
 
 bool isNumber(Kind kind)
 {
@@ -64,7 +63,9 @@ bool ColorTable::followsChecks() const
 /// After new results, or another tolerance.
 void ColorTable::update()
 {
-    if (followsChecks() && (m_checks.isComplete() || m_checks.count() <= maxLive))
+    // A long list is arranged less often, so that the window keeps answering.
+    const bool isTime = !m_arranged.isValid() || m_arranged.elapsed() > 10 * m_arrangeMs;
+    if (followsChecks() && (m_checks.isComplete() || isTime))
         arrange();
     if (!m_order.empty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
@@ -72,7 +73,9 @@ void ColorTable::update()
 
 void ColorTable::arrange()
 {
+    m_arranged.start();
     std::vector<qsizetype> order = arranged();
+    m_arrangeMs = m_arranged.elapsed();
     if (order == m_order)
         return;
     beginResetModel();

@@ -27,7 +27,7 @@ QString hexText(const QVector3D& lab)
     const QString hex =
         QColor(qRound(rgb.value(0)), qRound(rgb.value(1)), qRound(rgb.value(2))).name().toUpper();
     return isScreenColor(labOf(lab)) ? Inspector::tr("sRGB %1").arg(hex)
-                                     : Inspector::tr("sRGB %1, similar: the screen cannot show it").arg(hex);
+                                     : Inspector::tr("sRGB about %1").arg(hex);
 }
 
 } // namespace

@@ -613,10 +613,6 @@ wird berechnet</translation>
         <translation>sRGB %1</translation>
     </message>
     <message>
-        <source>sRGB %1, similar: the screen cannot show it</source>
-        <translation>sRGB %1, ähnlich: der Bildschirm kann sie nicht zeigen</translation>
-    </message>
-    <message>
         <source>CIEDE2000 %1 to %2</source>
         <translation>CIEDE2000 %1 zu %2</translation>
     </message>
@@ -627,6 +623,10 @@ wird berechnet</translation>
     <message>
         <source>%1 makes it with %2 %</source>
         <translation>Gerätewerte in %1: %2 %</translation>
+    </message>
+    <message>
+        <source>sRGB about %1</source>
+        <translation>sRGB etwa %1</translation>
     </message>
 </context>
 <context>
