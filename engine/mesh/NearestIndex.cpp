@@ -24,27 +24,37 @@ double along(Vec3 p, int axis)
     return axis == 0 ? p.L : axis == 1 ? p.a : p.b;
 }
 
-constexpr int trianglesPerLeaf = 4;
-
 } // namespace
 
-// The foot of the perpendicular if it lies in the triangle, else the nearest point of the edges. In slivers
-// the test is subject to rounding; there the foot and the nearest edge are about equally near.
+// The foot of the perpendicular if it lies in the triangle, else the nearest point of the edges that have x
+// on their outer side: the nearest point of a convex polygon never lies inside of an edge whose inner side
+// has x. In slivers the tests are subject to rounding; there the foot and the nearest edge are about equally
+// near.
 Vec3 nearestOnTriangle(Vec3 x, Vec3 p, Vec3 q, Vec3 r)
 {
     const Vec3 normal = cross(q - p, r - p);
     const double size = squaredLength(normal);
-    if (size > 0.0) {
-        const auto leftOf = [&](Vec3 from, Vec3 to) {
-            return dot(cross(to - from, x - from), normal) >= 0.0;
-        };
-        if (leftOf(p, q) && leftOf(q, r) && leftOf(r, p))
-            return x - dot(x - p, normal) / size * normal;
-    }
-    Vec3 best = nearestOnSegment(x, p, q);
-    for (const Vec3& other : {nearestOnSegment(x, q, r), nearestOnSegment(x, r, p)})
-        if (squaredLength(other - x) < squaredLength(best - x))
-            best = other;
+    const auto isOutside = [&](Vec3 from, Vec3 to) {
+        return !(dot(cross(to - from, x - from), normal) >= 0.0);
+    };
+    const bool any = !(size > 0.0); // without an area all edges count
+    const bool pq = any || isOutside(p, q), qr = any || isOutside(q, r), rp = any || isOutside(r, p);
+    if (!pq && !qr && !rp)
+        return x - dot(x - p, normal) / size * normal;
+    Vec3 best = p;
+    double bestSquared = std::numeric_limits<double>::infinity();
+    const auto take = [&](Vec3 point) {
+        if (const double squared = squaredLength(point - x); squared < bestSquared) {
+            best = point;
+            bestSquared = squared;
+        }
+    };
+    if (pq)
+        take(nearestOnSegment(x, p, q));
+    if (qr)
+        take(nearestOnSegment(x, q, r));
+    if (rp)
+        take(nearestOnSegment(x, r, p));
     return best;
 }
 
@@ -77,10 +87,16 @@ int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int c
     for (auto t = begin; t != begin + count; ++t)
         for (const Vec3& p : *t)
             box = {lower(box.low, p), upper(box.high, p)};
-    m_nodes[static_cast<std::size_t>(place)] = {box, 0, first, count};
+    m_nodes[static_cast<std::size_t>(place)] = {box, 0, 0, first, count};
     constexpr int minToLook = 512;
-    if (count <= trianglesPerLeaf || (count >= minToLook && task.isCancelled()))
+    if (count >= minToLook && task.isCancelled())
         return place;
+    if (count <= TriangleGroup::size) {
+        m_nodes[static_cast<std::size_t>(place)].group = static_cast<int>(m_groups.size());
+        m_groups.emplace_back(
+            std::span(triangles).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)));
+        return place;
+    }
 
     const Vec3 size = box.high - box.low;
     const int axis = size.L >= size.a && size.L >= size.b ? 0 : size.a >= size.b ? 1 : 2;
@@ -95,6 +111,22 @@ int NearestIndex::build(std::vector<TrianglePoints>& triangles, int first, int c
     m_nodes[static_cast<std::size_t>(place)].count = 0;
     m_nodes[static_cast<std::size_t>(place)].secondChild = second;
     return place;
+}
+
+void NearestIndex::searchLeaf(const Node& leaf, Vec3 x, Vec3& best, double& bestSquared) const
+{
+    const auto estimates = m_groups[static_cast<std::size_t>(leaf.group)].squaredDistances(x);
+    const float limit = TriangleGroup::farthest(bestSquared);
+    for (int i = 0; i < leaf.count; ++i) {
+        if (estimates[i] > limit)
+            continue;
+        const TrianglePoints& t = m_triangles[static_cast<std::size_t>(leaf.first + i)];
+        const Vec3 candidate = nearestOnTriangle(x, t[0], t[1], t[2]);
+        if (const double distance = squaredLength(candidate - x); distance < bestSquared) {
+            best = candidate;
+            bestSquared = distance;
+        }
+    }
 }
 
 Vec3 NearestIndex::nearest(Vec3 x) const
@@ -114,16 +146,10 @@ Vec3 NearestIndex::nearest(Vec3 x) const
         if (next.squaredDistance > bestSquared)
             continue;
         const Node& node = m_nodes[static_cast<std::size_t>(next.node)];
-        for (int i = node.first; i < node.first + node.count; ++i) {
-            const TrianglePoints& t = m_triangles[static_cast<std::size_t>(i)];
-            const Vec3 candidate = nearestOnTriangle(x, t[0], t[1], t[2]);
-            if (const double distance = squaredLength(candidate - x); distance < bestSquared) {
-                best = candidate;
-                bestSquared = distance;
-            }
-        }
-        if (node.count > 0)
+        if (node.count > 0) {
+            searchLeaf(node, x, best, bestSquared);
             continue;
+        }
         Open nearer{next.node + 1, m_nodes[static_cast<std::size_t>(next.node) + 1].box.squaredDistance(x)};
         Open farther{node.secondChild,
                      m_nodes[static_cast<std::size_t>(node.secondChild)].box.squaredDistance(x)};

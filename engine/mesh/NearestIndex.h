@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Mesh.h"
+#include "TriangleGroup.h"
 
 #include <vector>
 
@@ -35,14 +36,17 @@ private:
     {
         Box box;
         int secondChild = 0;
+        int group = 0; // of a leaf
         int first = 0;
         int count = 0; // 0 for inner nodes
     };
     using TrianglePoints = std::array<Vec3, 3>;
 
     int build(std::vector<TrianglePoints>& triangles, int first, int count, const Task& task);
+    void searchLeaf(const Node& leaf, Vec3 x, Vec3& best, double& bestSquared) const;
 
     std::vector<TrianglePoints> m_triangles; // sorted by leaf
+    std::vector<TriangleGroup> m_groups;     // one for each leaf
     std::vector<Node> m_nodes;
 };
 
