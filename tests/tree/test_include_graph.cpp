@@ -27,9 +27,10 @@ std::set<std::string> program(std::set<std::string> own)
     return own;
 }
 
-const std::set<std::string> modelRooms{
-    model + "checks", model + "export",   model + "inputs",  model + "photos", model + "pictures",
-    model + "points", model + "problems", model + "reports", model + "slices", model + "text"};
+const std::set<std::string> modelRooms{model + "checks", model + "export",   model + "inputs",
+                                       model + "jobs",   model + "photos",   model + "pictures",
+                                       model + "points", model + "problems", model + "reports",
+                                       model + "slices", model + "text"};
 
 std::set<std::string> withModel(std::set<std::string> own)
 {
@@ -60,15 +61,16 @@ Order documentedOrder()
         // the program: the folders of model/ depend neither on commands/ nor on desktop/
         {model + "text", program({})},
         {model + "problems", program({model + "text"})},
-        {model + "reports", program({model + "text", model + "problems"})},
-        {model + "inputs", program({model + "text", model + "problems", model + "reports"})},
+        {model + "jobs", program({})},
+        {model + "reports", program({model + "text", model + "problems", model + "jobs"})},
+        {model + "inputs", program({model + "text", model + "problems", model + "reports", model + "jobs"})},
         {model + "photos",
          program({model + "text", model + "problems", model + "reports", model + "inputs"})},
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "photos"})},
         {model + "checks",
-         program({model + "problems", model + "inputs", model + "photos", model + "points"})},
+         program({model + "problems", model + "inputs", model + "photos", model + "points", model + "jobs"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",

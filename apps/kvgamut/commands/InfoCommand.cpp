@@ -3,6 +3,7 @@
 
 #include "ConversionColumns.h"
 #include "GamutInputs.h"
+#include "ProvenanceColumns.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
@@ -40,6 +41,7 @@ Table emptyTable()
     table.add("copyright", "copyright", Kind::Word);
     table.add("saved_of", "saved of", Kind::Word);
     table.add("no_gamut", "no gamut", Kind::Word);
+    ProvenanceColumns::add(table);
     return table;
 }
 
@@ -73,6 +75,7 @@ Table::Row rowOf(const Input& input)
     row += ConversionColumns::of(report);
     row += Table::Row{unlessEmpty(facts.copyright), unlessEmpty(input.source->savedProfile()),
                       input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
+    row += ProvenanceColumns::of(input);
     return row;
 }
 

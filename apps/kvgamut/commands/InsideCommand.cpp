@@ -2,8 +2,10 @@
 #include "InsideCommand.h"
 
 #include "GamutInputs.h"
+#include "ProvenanceColumns.h"
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
+#include "model/jobs/Jobs.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/ListOf.h"
 
@@ -12,39 +14,34 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
+#include <vector>
 
 namespace {
 
 using Kind = Table::Kind;
 
 constexpr float maxTolerance = 1000.0f;
-constexpr qsizetype pointsPerStep = 1000; // between two updates of the progress bar
 
-struct Answer
-{
-    MeasuredPoint point;
-    bool inside;
-    KVGamut::Nearest nearest;
-};
+/// For each point the nearest point of the surface, and the distance, which is negative (also -0) inside.
+using Answers = std::vector<KVGamut::Nearest>;
 
-Answer answerOf(const KVGamut::GamutObject& gamut, const MeasuredPoint& point)
+bool isInside(const KVGamut::Nearest& answer)
 {
-    const std::array<float, 3> lab{point.lab.L, point.lab.a, point.lab.b};
-    return {point, gamut.isInside(lab.data()), gamut.nearest(lab.data())};
+    return std::signbit(answer.distance);
 }
 
-QList<Answer> answersOf(const KVGamut::GamutObject& gamut, const QList<MeasuredPoint>& points,
-                        Progress& progress)
+Answers answersOf(const KVGamut::GamutObject& gamut, const QList<MeasuredPoint>& points, Progress& progress)
 {
-    QList<Answer> answers;
-    answers.reserve(points.size());
-    for (const MeasuredPoint& point : points) {
-        if (answers.size() % pointsPerStep == 0)
-            progress.show(static_cast<float>(answers.size()) / static_cast<float>(points.size()),
-                          QStringLiteral("points"));
-        answers.append(answerOf(gamut, point));
-    }
+    constexpr qsizetype pointsInPart = 1024;
+    Answers answers(static_cast<std::size_t>(points.size()));
+    const auto answer = [&](qsizetype first, qsizetype end) {
+        for (qsizetype i = first; i < end; ++i) {
+            const KVGamut::LabPoint& lab = points[i].lab;
+            answers[static_cast<std::size_t>(i)] = gamut.nearest(std::array{lab.L, lab.a, lab.b}.data());
+        }
+    };
+    Jobs::runInParts(points.size(), pointsInPart, answer,
+                     [&progress](float share) { progress.show(share, QStringLiteral("points")); });
     return answers;
 }
 
@@ -54,17 +51,17 @@ struct Zones
     double tolerance;
     int in = 0, edge = 0, out = 0;
 
-    bool isEdge(const Answer& answer) const
+    bool isEdge(const KVGamut::Nearest& answer) const
     {
-        return std::abs(static_cast<double>(answer.nearest.distance)) <= tolerance;
+        return std::abs(static_cast<double>(answer.distance)) <= tolerance;
     }
-    QString of(const Answer& answer) const
+    QString of(const KVGamut::Nearest& answer) const
     {
         if (isEdge(answer))
             return QStringLiteral("edge");
-        return answer.inside ? QStringLiteral("in") : QStringLiteral("out");
+        return isInside(answer) ? QStringLiteral("in") : QStringLiteral("out");
     }
-    void count(const Answer& answer) { ++(isEdge(answer) ? edge : answer.inside ? in : out); }
+    void count(const KVGamut::Nearest& answer) { ++(isEdge(answer) ? edge : isInside(answer) ? in : out); }
     QString summary() const { return QStringLiteral("in %1, edge %2, out %3").arg(in).arg(edge).arg(out); }
 };
 
@@ -105,35 +102,50 @@ Table::Row addReading(Table& table, const PointReading& reading)
     return row;
 }
 
-Table tableOf(const GamutInputs::Input& input, const QList<Answer>& answers, std::optional<double> tolerance,
-              const PointReading& reading)
+bool areNamed(const QList<MeasuredPoint>& points)
 {
-    const bool named = std::any_of(answers.cbegin(), answers.cend(),
-                                   [](const Answer& answer) { return !answer.point.name.isEmpty(); });
-    const bool weighted = std::any_of(answers.cbegin(), answers.cend(),
-                                      [](const Answer& answer) { return answer.point.weight != 1.0; });
-    Table table = emptyTable(named, weighted, tolerance.has_value());
-    const Table::Row readAs = addReading(table, reading);
+    return std::any_of(points.cbegin(), points.cend(),
+                       [](const MeasuredPoint& point) { return !point.name.isEmpty(); });
+}
+
+bool areWeighted(const QList<MeasuredPoint>& points)
+{
+    return std::any_of(points.cbegin(), points.cend(),
+                       [](const MeasuredPoint& point) { return point.weight != 1.0; });
+}
+
+/// The report. Its rows are made from @p points and @p answers when they are printed.
+Table tableOf(const GamutInputs::Input& input, const QList<MeasuredPoint>& points, const Answers& answers,
+              std::optional<double> tolerance, const PointReading& reading)
+{
+    Table table = emptyTable(areNamed(points), areWeighted(points), tolerance.has_value());
+    Table::Row same = addReading(table, reading);
+    ProvenanceColumns::add(table);
+    ProvenanceColumns::addSettings(table);
+    same += ProvenanceColumns::of(input) + ProvenanceColumns::settingsOf(input);
     Zones zones{tolerance.value_or(0.0)};
-    for (const Answer& answer : answers)
+    for (const KVGamut::Nearest& answer : answers)
         zones.count(answer);
-    const QString intent = input.gamut ? GamutWords::intent(input.gamut->report().intent) : QString();
-    for (const Answer& answer : answers) {
-        Table::Row row{input.name,
-                       intent,
-                       static_cast<int>(table.rows.size()) + 1,
-                       answer.point.name,
-                       Table::colour(answer.point.lab),
-                       answer.point.weight,
-                       answer.inside,
-                       answer.nearest.distance,
-                       Table::colour(answer.nearest.point)};
-        if (tolerance)
-            row += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
-        table.rows.append(row + readAs);
-    }
     if (tolerance)
         table.summary = zones.summary();
+    const QString intent = input.gamut ? GamutWords::intent(input.gamut->report().intent) : QString();
+    const auto row = [=, name = input.name, &points, &answers](qsizetype i) {
+        const MeasuredPoint& point = points.at(i);
+        const KVGamut::Nearest& answer = answers[static_cast<std::size_t>(i)];
+        Table::Row values{name,
+                          intent,
+                          static_cast<int>(i) + 1,
+                          point.name,
+                          Table::colour(point.lab),
+                          point.weight,
+                          isInside(answer),
+                          answer.distance,
+                          Table::colour(answer.point)};
+        if (tolerance)
+            values += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
+        return values + same;
+    };
+    table.made = {static_cast<qsizetype>(answers.size()), row};
     return table;
 }
 
@@ -212,11 +224,11 @@ int InsideCommand::run(Arguments arguments)
     const PointSet asked = points(allRead);
     Progress progress(m_report.quiet);
     const GamutInputs inputs = GamutInputs::compute(listOf(m_name), m_settings, progress);
-    QList<Answer> answers;
+    Answers answers;
     const Result<KVGamut::GamutObject>& gamut = inputs.all[0].gamut;
     if (gamut)
         answers = answersOf(*gamut, asked.points, progress);
     progress.clear();
     allRead = inputs.sayProblems() && allRead;
-    return m_report.print(tableOf(inputs.all[0], answers, m_tolerance, asked.reading), allRead);
+    return m_report.print(tableOf(inputs.all[0], asked.points, answers, m_tolerance, asked.reading), allRead);
 }

@@ -3,6 +3,7 @@
 
 #include "ConversionColumns.h"
 #include "GamutInputs.h"
+#include "ProvenanceColumns.h"
 #include "commands/options/ProfileOptions.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/SafeText.h"
@@ -67,6 +68,7 @@ Table emptyTable()
     table.add("saved", "", Kind::Flag);
     table.add("seconds", "seconds", Kind::Number, 4, 3);
     ConversionColumns::add(table, ConversionColumns::Details::Hidden);
+    ProvenanceColumns::add(table);
     return table;
 }
 
@@ -88,7 +90,7 @@ Table::Row rowOf(const GamutInputs::Input& input, KVGamut::Construction construc
                    Table::colour(report.black),
                    input.isSaved(),
                    report.seconds};
-    row += ConversionColumns::of(report);
+    row += ConversionColumns::of(report) + ProvenanceColumns::of(input);
     return row;
 }
 

@@ -5,6 +5,7 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
+#include "model/jobs/Jobs.h"
 
 #include <map>
 #include <string>
@@ -15,11 +16,12 @@ void ReportOptions::declare(CLI::App& parser)
         {"text", Table::Format::Text},
         {"csv", Table::Format::Csv},
         {"json", Table::Format::Json},
+        {"jsonl", Table::Format::JsonLines},
     };
     parser
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { format = formats.at(word); },
-            "text (the default), csv or json")
+            "text (the default), csv, json, or jsonl with an object on each line")
         ->check(CLI::IsMember(formats).description(""))
         ->type_name("FORMAT");
     parser
@@ -27,6 +29,12 @@ void ReportOptions::declare(CLI::App& parser)
             "-o,--output", [this](const std::string& name) { output = OptionValues::file(name); },
             "Output file, written completely or not at all; - for standard output (the default)")
         ->type_name("FILE");
+    parser
+        .add_option_function<int>(
+            "--jobs", [](const int& count) { Jobs::setMaxThreads(count); },
+            "Use at most N processor cores (default: all)")
+        ->check(CLI::Range(1, 1024).description(""))
+        ->type_name("N");
     parser.add_flag("--quiet", quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
@@ -40,7 +48,9 @@ void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
 
 int ReportOptions::print(const Table& table, bool allInputsUsed) const
 {
-    if (const auto problem = writeOutput(output, table.printed(format))) {
+    OutputStream file(output);
+    table.print(format, [&file](const QByteArray& part) { return file.write(part); });
+    if (const auto problem = file.finish()) {
         say(*problem);
         return BadOutput;
     }

@@ -34,14 +34,6 @@ bool writeAll(QFileDevice& file, const QByteArray& bytes)
     return file.flush();
 }
 
-/// Writes to a pipe or a device, which cannot be replaced by a new file.
-std::optional<Problem> writeInto(QFile& file, const QString& name, const QByteArray& bytes)
-{
-    if (writeAll(file, bytes))
-        return std::nullopt;
-    return failed(name, file);
-}
-
 /// What the system knows about a regular file; nullopt if @p name is none.
 std::optional<struct stat> factsOf(const QString& name)
 {
@@ -71,27 +63,55 @@ std::optional<Problem> overwritesInput(const QString& output, const QStringList&
     return std::nullopt;
 }
 
+OutputStream::OutputStream(const QString& name) : m_name(name), m_shownName(name)
+{
+    if (open() || m_problem)
+        return;
+    m_problem = failed(m_shownName, *m_file);
+}
+
+OutputStream::~OutputStream() = default;
+
+bool OutputStream::open()
+{
+    if (m_name == QLatin1String("-")) {
+        auto file = std::make_unique<QFile>();
+        const bool opened = file->open(stdout, mode);
+        m_shownName = QStringLiteral("standard output");
+        m_file = std::move(file);
+        return opened;
+    }
+    if (!FileName::isUtf8(m_name)) { // Qt would write a file with another name
+        m_problem =
+            Problem(ProblemCode::CannotWrite).about(m_name).because(Problem(ProblemCode::NameNotUtf8));
+        return false;
+    }
+    const QFileInfo present(m_name);
+    if (present.exists() && !present.isFile() && !present.isDir()) // cannot be replaced by a new file
+        m_file = std::make_unique<QFile>(m_name);
+    else
+        m_file = std::make_unique<QSaveFile>(m_name);
+    return m_file->open(mode);
+}
+
+bool OutputStream::write(const QByteArray& bytes)
+{
+    if (!m_problem && !writeAll(*m_file, bytes))
+        m_problem = failed(m_shownName, *m_file);
+    return !m_problem;
+}
+
+std::optional<Problem> OutputStream::finish()
+{
+    auto* const replacing = dynamic_cast<QSaveFile*>(m_file.get());
+    if (!m_problem && replacing && !replacing->commit())
+        m_problem = failed(m_shownName, *m_file);
+    return m_problem;
+}
+
 std::optional<Problem> writeOutput(const QString& name, const QByteArray& bytes)
 {
-    if (name == QLatin1String("-")) {
-        QFile standardOutput;
-        if (!standardOutput.open(stdout, mode))
-            return failed(QStringLiteral("standard output"), standardOutput);
-        return writeInto(standardOutput, QStringLiteral("standard output"), bytes);
-    }
-
-    if (!FileName::isUtf8(name)) // Qt would write a file with another name
-        return Problem(ProblemCode::CannotWrite).about(name).because(Problem(ProblemCode::NameNotUtf8));
-    const QFileInfo present(name);
-    if (present.exists() && !present.isFile() && !present.isDir()) {
-        QFile device(name);
-        if (!device.open(mode))
-            return failed(name, device);
-        return writeInto(device, name, bytes);
-    }
-
-    QSaveFile file(name);
-    if (!file.open(mode) || !writeAll(file, bytes) || !file.commit())
-        return failed(name, file);
-    return std::nullopt;
+    OutputStream output(name);
+    output.write(bytes);
+    return output.finish();
 }
