@@ -69,9 +69,9 @@ TEST(TriangleGroup, neverTakesANearTriangleForAFarOne)
         const Vec3 middle = dice.pointNear({}, 150.0);
         const std::array<TrianglePoints, 4> triangles{dice.triangle(middle), dice.triangle(middle),
                                                       dice.triangle(middle), dice.triangle(middle)};
-        const Vec3 x = dice.pointNear({}, i % 100 == 0 ? 10.0 * maxLab : 150.0);
+        const Vec3 x = dice.pointNear({}, i % 100 == 0 ? TriangleGroup::maxDistance / 2.0 : 150.0);
         const auto estimates = TriangleGroup(triangles).squaredDistances(x);
-        for (int lane = 0; lane < TriangleGroup::size; ++lane) {
+        for (int lane = 0; lane < laneCount; ++lane) {
             const double exact = distanceToTriangle(x, triangles[static_cast<std::size_t>(lane)]);
             ASSERT_LE(estimates[lane], TriangleGroup::farthest(exact * exact)) << exact;
         }
@@ -87,7 +87,7 @@ TEST(TriangleGroup, knowsFarTrianglesOfOrdinaryShape)
         const Vec3 x = dice.pointNear({}, 100.0);
         const double exact = distanceToTriangle(x, t);
         const auto estimates = TriangleGroup(std::span(&t, 1)).squaredDistances(x);
-        for (int lane = 0; lane < TriangleGroup::size; ++lane) // the only triangle fills all places
+        for (int lane = 0; lane < laneCount; ++lane) // the only triangle fills all places
             ASSERT_NEAR(std::sqrt(double(estimates[lane])), exact, 0.001);
     }
 }
@@ -119,12 +119,25 @@ TEST(NearestIndex, matchesATestOfAllTriangles)
     }
     const NearestIndex index(mesh);
     for (int i = 0; i < 5'000; ++i) {
-        const Vec3 x = dice.pointNear({}, 120.0);
+        const Vec3 x = dice.pointNear({}, i % 100 == 0 ? 1e5 : 120.0);
         double smallest = std::numeric_limits<double>::infinity();
         for (const TrianglePoints& t : all)
             smallest = std::min(smallest, distanceToTriangle(x, t));
-        ASSERT_NEAR(length(index.nearest(x) - x), smallest, 1e-6);
+        ASSERT_NEAR(length(index.nearest(x) - x), smallest, 1e-6 + 1e-12 * smallest);
     }
+}
+
+TEST(NearestIndex, findsAnyPointOfATriangleForHugeValues)
+{
+    Mesh mesh;
+    mesh.lab = {{0, 0, 0}, {10, 0, 0}, {0, 10, 0}};
+    mesh.triangles = {{0, 1, 2}};
+    const NearestIndex index(mesh);
+    for (const double far : {1e6, 1e20, 1e200})
+        for (const Vec3& x : {Vec3{far, 0, 0}, {0, -far, 0}, {-far, far, far}}) {
+            const Vec3 found = index.nearest(x);
+            EXPECT_TRUE(found.L >= 0.0 && found.L <= 10.0 && found.a >= 0.0 && found.a <= 10.0);
+        }
 }
 
 } // namespace

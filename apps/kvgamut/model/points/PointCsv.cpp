@@ -18,7 +18,7 @@ namespace {
 QChar separatorOf(const QString& line)
 {
     static const QRegularExpression quoted(QStringLiteral("\"[^\"]*\""));
-    const QString bare = QString(line).remove(quoted);
+    const QString bare = line.contains(QLatin1Char('"')) ? QString(line).remove(quoted) : line;
     for (const char separator : {';', '\t', ','})
         if (bare.contains(QLatin1Char(separator)))
             return QLatin1Char(separator);
@@ -38,6 +38,12 @@ QString unquoted(const QString& field)
 QStringList fieldsOf(const QString& line, QChar separator)
 {
     QStringList fields;
+    if (!line.contains(QLatin1Char('"'))) {
+        for (const QStringView field : QStringView(line).tokenize(separator))
+            if (separator != QLatin1Char(' ') || !field.trimmed().isEmpty())
+                fields.append(field.trimmed().toString());
+        return fields;
+    }
     QString field;
     bool inQuotes = false;
     for (const QChar c : line) {
