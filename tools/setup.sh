@@ -16,7 +16,7 @@ kv_run_packages=(
 # real input, Clang for the fuzzers, help2man, and the sources of locales.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool libxcb-xtest0-dev clang libclang-rt-dev help2man
-    debootstrap dpkg-dev desktop-file-utils doxygen jq locales)
+    debootstrap dpkg-dev desktop-file-utils doxygen jq locales parallel)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.
 kv_optional_test_packages=(clang-format-14 chromium)
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CheckCommand.h"
 
+#include "ProvenanceColumns.h"
+
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/ExitCode.h"
@@ -53,6 +55,7 @@ Table emptyTable(bool photos, bool colors)
     table.add("device", ofColors("device %"), Kind::Numbers, 2, 0);
     table.add("made", "", Kind::Colour, 4, 2);
     table.add("made_de00", "", Kind::Number, 4, 2);
+    ProvenanceColumns::add(table);
     return table;
 }
 
@@ -100,7 +103,7 @@ Table::Row colorRow(const MeasuredPoint& point, const ColorCheck& check, const G
                       isMade ? QVariant(device) : QVariant(),
                       colourOrUnknown(check.made),
                       isMade ? QVariant(check.madeDe00) : QVariant()};
-    return row;
+    return row + ProvenanceColumns::of(input);
 }
 
 Table::Row photoRow(const QString& name, bool pass, const PhotoColors& colors, const PhotoCheck& check,
@@ -114,7 +117,7 @@ Table::Row photoRow(const QString& name, bool pass, const PhotoColors& colors, c
         row.append(check.made ? QVariant((*check.made).*part) : QVariant());
     constexpr int ofColors = 10;
     row += QVariantList(ofColors, QVariant());
-    return row;
+    return row + ProvenanceColumns::of(input);
 }
 
 constexpr float maxTolerance = 100.0f;
@@ -251,13 +254,16 @@ void CheckCommand::checkColors(const GamutInputs& gamuts, Table& table, Progress
         m_allRead = m_allRead && set && !set->partial;
         if (!set)
             continue;
+        std::vector<KVGamut::LabPoint> colors;
+        for (const MeasuredPoint& point : set->points)
+            colors.push_back(point.lab);
         for (const GamutInputs::Input& input : gamuts.usable()) {
-            const ColorChecker checker(*input.gamut, input.source->profile());
+            const auto checks = ColorChecker(*input.gamut, input.source->profile())
+                                    .checkAll(colors, m_tolerance, [&progress](float share) {
+                                        progress.show(share, QStringLiteral("colours"));
+                                    });
             for (qsizetype i = 0; i < set->points.size(); ++i) {
-                if (i % 100 == 0)
-                    progress.show(static_cast<float>(i) / static_cast<float>(set->points.size()),
-                                  QStringLiteral("colours"));
-                const ColorCheck check = checker.check(set->points[i].lab, m_tolerance);
+                const ColorCheck& check = checks[static_cast<std::size_t>(i)];
                 const bool pass = check.zone != Side::Outside;
                 m_passed = m_passed && (pass || m_toleranceOption->empty());
                 ++m_colorsChecked;

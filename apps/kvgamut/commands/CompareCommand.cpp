@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CompareCommand.h"
 
+#include "CoverageMatrix.h"
 #include "GamutInputs.h"
+#include "ProvenanceColumns.h"
 #include "commands/options/ProfileOptions.h"
+#include "model/jobs/Jobs.h"
 #include "model/reports/GamutWords.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 
-#include <utility>
+#include <vector>
 
 namespace {
 
 using Input = GamutInputs::Input;
 using Kind = Table::Kind;
-using Pairs = QList<std::pair<Input, Input>>;
 
 Table emptyTable()
 {
@@ -42,51 +44,86 @@ Table emptyTable()
     table.add("black_a", "", Kind::Colour, 3, 1);
     table.add("black_b", "", Kind::Colour, 3, 1);
     table.add("seconds", "", Kind::Number, 4);
+    ProvenanceColumns::addOfPair(table);
     table.summary = QStringLiteral("b in a: the share of b's volume that a covers. Volumes in cubed dE76.");
     return table;
 }
 
-Table::Row rowOf(const Input& a, const Input& b)
+/// The comparison of two inputs, by their numbers.
+struct Pair
+{
+    qsizetype a, b;
+    KVGamut::ComparisonReport found = {};
+    double seconds = 0.0;
+};
+
+void compare(Pair& pair, const GamutInputs& inputs)
 {
     QElapsedTimer clock;
     clock.start();
-    const auto [found, uncertainty, problem] = a.gamut->compareWithUncertainty(*b.gamut);
-    const double seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+    pair.found = inputs.all[pair.a].gamut->compareWithUncertainty(*inputs.all[pair.b].gamut);
+    pair.seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+}
+
+Table::Row rowOf(const Input& a, const Input& b, const Pair& pair)
+{
+    const auto& [found, uncertainty, problem] = pair.found;
     const KVGamut::Report reportA = a.gamut->report(), reportB = b.gamut->report();
-    return {a.name,
-            b.name,
-            reportA.volume,
-            reportA.volumeUncertainty,
-            reportB.volume,
-            reportB.volumeUncertainty,
-            found.intersection,
-            uncertainty.intersection,
-            found.unionVolume,
-            uncertainty.unionVolume,
-            found.secondCovered,
-            uncertainty.secondCovered,
-            found.firstCovered,
-            uncertainty.firstCovered,
-            GamutWords::intent(reportA.intent),
-            GamutWords::intent(reportB.intent),
-            GamutWords::blackPointCompensated(reportA),
-            GamutWords::blackPointCompensated(reportB),
-            Table::colour(found.whiteFirst),
-            Table::colour(found.whiteSecond),
-            Table::colour(found.blackFirst),
-            Table::colour(found.blackSecond),
-            seconds};
+    Table::Row row{a.name,
+                   b.name,
+                   reportA.volume,
+                   reportA.volumeUncertainty,
+                   reportB.volume,
+                   reportB.volumeUncertainty,
+                   found.intersection,
+                   uncertainty.intersection,
+                   found.unionVolume,
+                   uncertainty.unionVolume,
+                   found.secondCovered,
+                   uncertainty.secondCovered,
+                   found.firstCovered,
+                   uncertainty.firstCovered,
+                   GamutWords::intent(reportA.intent),
+                   GamutWords::intent(reportB.intent),
+                   GamutWords::blackPointCompensated(reportA),
+                   GamutWords::blackPointCompensated(reportB),
+                   Table::colour(found.whiteFirst),
+                   Table::colour(found.whiteSecond),
+                   Table::colour(found.blackFirst),
+                   Table::colour(found.blackSecond),
+                   pair.seconds};
+    return row + ProvenanceColumns::ofPair(a, b);
 }
 
 /// The pairs to compare: all pairs of inputs that have a gamut, or only those with the first input.
-Pairs pairsOf(const GamutInputs& inputs, bool matrix)
+std::vector<Pair> pairsOf(const GamutInputs& inputs, bool all)
 {
-    Pairs pairs;
-    for (qsizetype i = 0; i < (matrix ? inputs.all.size() : 1); ++i)
+    std::vector<Pair> pairs;
+    for (qsizetype i = 0; i < (all ? inputs.all.size() : 1); ++i)
         for (qsizetype j = i + 1; j < inputs.all.size(); ++j)
             if (inputs.all[i].gamut && inputs.all[j].gamut)
-                pairs.append({inputs.all[i], inputs.all[j]});
+                pairs.push_back({i, j});
     return pairs;
+}
+
+Table listOfPairs(const GamutInputs& inputs, const std::vector<Pair>& pairs)
+{
+    Table table = emptyTable();
+    for (const Pair& pair : pairs)
+        table.rows.append(rowOf(inputs.all[pair.a], inputs.all[pair.b], pair));
+    return table;
+}
+
+Table matrixOf(const GamutInputs& inputs, const std::vector<Pair>& pairs)
+{
+    QList<qsizetype> place; // of each input among those that have a gamut
+    qsizetype count = 0;
+    for (const Input& input : inputs.all)
+        place.append(input.gamut ? count++ : -1);
+    CoverageMatrix matrix(inputs.usable());
+    for (const Pair& pair : pairs)
+        matrix.set(place[pair.a], place[pair.b], pair.found);
+    return matrix.table();
 }
 
 } // namespace
@@ -95,7 +132,11 @@ CompareCommand::CompareCommand(CLI::App& program)
     : Command(program, "compare", "Print the intersection, union and coverage of gamuts")
 {
     declareInputs(parser(), m_names)->expected(-2);
-    parser().add_flag("--matrix", m_matrix, "Compare all pairs (default: the first input with each other)");
+    CLI::Option* pairs =
+        parser().add_flag("--pairs", m_pairs, "Compare all pairs (default: the first input with each other)");
+    parser()
+        .add_flag("--matrix", m_matrix, "Print how much of each input each other one covers, as a matrix")
+        ->excludes(pairs);
     declareSettings(parser(), m_settings);
     m_report.declare(parser());
     ReportOptions::endHelp(
@@ -112,14 +153,15 @@ int CompareCommand::run(Arguments arguments)
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_report.quiet);
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
-    const Pairs pairs = pairsOf(inputs, m_matrix);
-    Table table = emptyTable();
-    for (const auto& [a, b] : pairs) {
-        progress.show(static_cast<float>(table.rows.size()) / static_cast<float>(pairs.size()),
-                      QStringLiteral("comparisons"));
-        table.rows.append(rowOf(a, b));
-    }
+    std::vector<Pair> pairs = pairsOf(inputs, m_matrix || m_pairs);
+    const auto count = static_cast<qsizetype>(pairs.size());
+    Jobs::run(
+        count, [&](qsizetype i) { compare(pairs[static_cast<std::size_t>(i)], inputs); },
+        [&](qsizetype done) {
+            progress.show(static_cast<float>(done) / static_cast<float>(count),
+                          QStringLiteral("comparisons"));
+        });
     progress.clear();
     const bool allUsed = inputs.sayProblems();
-    return m_report.print(table, allUsed);
+    return m_report.print(m_matrix ? matrixOf(inputs, pairs) : listOfPairs(inputs, pairs), allUsed);
 }

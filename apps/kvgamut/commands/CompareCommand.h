@@ -21,5 +21,6 @@ private:
     QStringList m_names;
     KVGamut::Settings m_settings;
     ReportOptions m_report;
-    bool m_matrix = false; ///< all pairs, not only those with the first
+    bool m_pairs = false;  ///< all pairs, not only those with the first
+    bool m_matrix = false; ///< the coverages of all pairs as a matrix
 };

@@ -86,20 +86,18 @@ Table emptyTable(bool withNames, bool withWeights, bool withZones)
     return table;
 }
 
-/// Adds columns that say in which way the colours of a file were read. @return their values, in every row
-Table::Row addReading(Table& table, const PointReading& reading)
+/// Adds columns that say in which way the colours of a file were read.
+void addReading(Table& table, const PointReading& reading)
 {
-    Table::Row row;
     if (reading.values.isEmpty()) // given on the command line, or the pixels of a picture
-        return row;
+        return;
     for (const auto& [key, word] :
          {std::pair{"read_as", reading.values}, std::pair{"read_space", reading.space},
           std::pair{"read_intent", reading.intent}, std::pair{"read_white", reading.white},
           std::pair{"read_observer", reading.observer}}) {
         table.add(key, "", Kind::Word);
-        row.append(word.isEmpty() ? QVariant() : QVariant(word));
+        table.columns.last().same = word.isEmpty() ? QVariant() : QVariant(word);
     }
-    return row;
 }
 
 bool areNamed(const QList<MeasuredPoint>& points)
@@ -119,31 +117,28 @@ Table tableOf(const GamutInputs::Input& input, const QList<MeasuredPoint>& point
               std::optional<double> tolerance, const PointReading& reading)
 {
     Table table = emptyTable(areNamed(points), areWeighted(points), tolerance.has_value());
-    Table::Row same = addReading(table, reading);
-    ProvenanceColumns::add(table);
-    ProvenanceColumns::addSettings(table);
-    same += ProvenanceColumns::of(input) + ProvenanceColumns::settingsOf(input);
+    table.setSame("profile", input.name);
+    if (input.gamut)
+        table.setSame("intent", GamutWords::intent(input.gamut->report().intent));
+    addReading(table, reading);
+    ProvenanceColumns::addSame(table, input);
     Zones zones{tolerance.value_or(0.0)};
     for (const KVGamut::Nearest& answer : answers)
         zones.count(answer);
     if (tolerance)
         table.summary = zones.summary();
-    const QString intent = input.gamut ? GamutWords::intent(input.gamut->report().intent) : QString();
-    const auto row = [=, name = input.name, &points, &answers](qsizetype i) {
+    const auto row = [&points, &answers, tolerance, zones](qsizetype i) {
         const MeasuredPoint& point = points.at(i);
         const KVGamut::Nearest& answer = answers[static_cast<std::size_t>(i)];
-        Table::Row values{name,
-                          intent,
-                          static_cast<int>(i) + 1,
-                          point.name,
-                          Table::colour(point.lab),
-                          point.weight,
-                          isInside(answer),
-                          answer.distance,
-                          Table::colour(answer.point)};
-        if (tolerance)
-            values += Table::Row{zones.of(answer), zones.in, zones.edge, zones.out};
-        return values + same;
+        Table::Row values{
+            QVariant(), // profile and intent are the same for all
+            QVariant(),   static_cast<int>(i) + 1, point.name,      Table::colour(point.lab),
+            point.weight, isInside(answer),        answer.distance, Table::colour(answer.point)};
+        if (tolerance) {
+            values.append(zones.of(answer));
+            values.append({zones.in, zones.edge, zones.out});
+        }
+        return values;
     };
     table.made = {static_cast<qsizetype>(answers.size()), row};
     return table;

@@ -56,17 +56,18 @@ QVariantList ProvenanceColumns::ofPair(const GamutInputs::Input& a, const GamutI
             second.gridPoints, adaptationOf(first), adaptationOf(second)};
 }
 
-void ProvenanceColumns::addSettings(Table& table)
+void ProvenanceColumns::addSame(Table& table, const GamutInputs::Input& input)
 {
+    add(table);
+    table.setSame("program", program());
+    table.setSame("sha256", hashOf(input));
     table.addToJson("bpc", Kind::Flag);
     table.addToJson("grid", Kind::Whole);
     table.addToJson("adaptation", Kind::Word);
-}
-
-QVariantList ProvenanceColumns::settingsOf(const GamutInputs::Input& input)
-{
     if (!input.gamut)
-        return QVariantList(3);
+        return;
     const KVGamut::Report report = input.gamut->report();
-    return {GamutWords::blackPointCompensated(report), report.gridPoints, adaptationOf(report)};
+    table.setSame("bpc", GamutWords::blackPointCompensated(report));
+    table.setSame("grid", report.gridPoints);
+    table.setSame("adaptation", adaptationOf(report));
 }

@@ -16,8 +16,7 @@ QVariantList of(const GamutInputs::Input& input);
 void addOfPair(Table& table);
 QVariantList ofPair(const GamutInputs::Input& a, const GamutInputs::Input& b);
 
-/// "bpc", "grid" and "adaptation" for reports that do not have them in any case.
-void addSettings(Table& table);
-QVariantList settingsOf(const GamutInputs::Input& input);
+/// Those of add(), and "bpc", "grid" and "adaptation", with the values of @p input in each row.
+void addSame(Table& table, const GamutInputs::Input& input);
 
 } // namespace ProvenanceColumns

@@ -5,6 +5,7 @@
 #include "GamutInputs.h"
 #include "ProvenanceColumns.h"
 #include "commands/options/ProfileOptions.h"
+#include "model/jobs/Jobs.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/SafeText.h"
 
@@ -122,13 +123,23 @@ VolumeCommand::VolumeCommand(CLI::App& program)
 int VolumeCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
-    Progress progress(m_report.quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress, m_construction);
-    progress.clear();
-    const bool allUsed = inputs.sayProblems();
-    Table table = emptyTable();
-    for (const GamutInputs::Input& input : inputs.usable())
-        table.rows.append(rowOf(input, m_construction));
-    table.summary = notesOf(inputs.usable());
-    return m_report.print(table, allUsed);
+    // lines can be printed as they come, so that many inputs need no more memory than a few
+    const qsizetype inputsAtOnce = 2 * Jobs::maxThreads();
+    const bool isStream = m_report.format == Table::Format::JsonLines;
+    OutputStream output(m_report.output);
+    bool allUsed = true;
+    for (qsizetype i = 0; i < m_names.size(); i += inputsAtOnce) {
+        Progress progress(m_report.quiet);
+        const GamutInputs inputs = GamutInputs::compute(isStream ? m_names.mid(i, inputsAtOnce) : m_names,
+                                                        m_settings, progress, m_construction);
+        progress.clear();
+        allUsed = inputs.sayProblems() && allUsed;
+        Table table = emptyTable();
+        for (const GamutInputs::Input& input : inputs.usable())
+            table.rows.append(rowOf(input, m_construction));
+        table.summary = notesOf(inputs.usable());
+        if (!m_report.printPart(table, output) || !isStream)
+            break;
+    }
+    return m_report.finish(output, allUsed);
 }

@@ -66,6 +66,8 @@ protected:
                            QStringLiteral("pass"),
                            QStringLiteral("pixels"),
                            QStringLiteral("profile"),
+                           QStringLiteral("program"),
+                           QStringLiteral("sha256"),
                            QStringLiteral("zone")};
 };
 

@@ -96,14 +96,70 @@ TEST_F(CompareTest, comparesTheFirstWithEachOther)
     EXPECT_NEAR(number(rows[1], "coverage_a_of_b"), 1.0, 0.0003); // C is inside A
 }
 
-TEST_F(CompareTest, comparesAllPairsWhenAskedForTheMatrix)
+TEST_F(CompareTest, comparesAllPairsWhenAsked)
 {
-    const auto rows = compare({fileA, fileB, fileC, QStringLiteral("--matrix")});
+    const auto rows = compare({fileA, fileB, fileC, QStringLiteral("--pairs")});
     ASSERT_EQ(rows.size(), 3);
     expectPair(rows[0], boxA, boxB);
     expectPair(rows[1], boxA, boxC);
     expectPair(rows[2], boxB, boxC);
     EXPECT_EQ(word(rows[2], "a"), fileB);
+}
+
+TEST_F(CompareTest, printsCoveragesAsAMatrix)
+{
+    // rows and columns A, B, C: the shares of the row's volume; C lies in A
+    const double bInA = 0.6, aInB = 0.5, cInA = 1.0;
+    const double aInC = boxC.volume() / boxA.volume();
+    const auto rows = compare({fileA, fileB, fileC, QStringLiteral("--matrix")});
+    ASSERT_EQ(rows.size(), 3);
+    const auto at = [&rows](qsizetype row, const char* key, qsizetype column) {
+        return rows[row].value(QLatin1String(key)).toArray().at(column).toDouble();
+    };
+    EXPECT_NEAR(at(0, "coverage", 1), aInB, 0.0003);
+    EXPECT_NEAR(at(1, "coverage", 0), bInA, 0.0003);
+    EXPECT_NEAR(at(0, "coverage", 2), aInC, 0.0003);
+    EXPECT_NEAR(at(2, "coverage", 0), cInA, 0.0003);
+    for (qsizetype i = 0; i < 3; ++i)
+        EXPECT_EQ(at(i, "coverage", i), 1.0);
+    EXPECT_GT(at(0, "uncertainty", 1), 0.0);
+    EXPECT_EQ(word(rows[2], "profile"), fileC);
+    EXPECT_EQ(rows[1].value(QLatin1String("profiles")).toArray().at(0).toString(), fileA);
+
+    const Answer csv = run(words(QStringLiteral("compare --intent relative --matrix --format csv")) +
+                           QStringList{fileA, fileB});
+    const QList<QByteArray> lines = csv.output.split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines[0], "profile," + fileA.toUtf8() + ',' + fileB.toUtf8());
+    EXPECT_TRUE(lines[1].startsWith(fileA.toUtf8() + ",1.000000,0.")) << lines[1].constData();
+    const Answer text =
+        run(words(QStringLiteral("compare --intent relative --matrix")) + QStringList{fileA, fileB});
+    const QList<QByteArray> row = text.output.split('\n').value(2).simplified().split(' ');
+    EXPECT_EQ(row, (QList<QByteArray>{fileB.toUtf8(), "60.00", "%", "100.00", "%"}));
+}
+
+TEST_F(CompareTest, leavesBadInputsOutOfTheMatrix)
+{
+    const Answer answer = run(words(QStringLiteral("compare --matrix --format json --intent relative")) +
+                              QStringList{missing, fileA, fileB});
+    EXPECT_EQ(answer.exitCode, BadInput);
+    const auto rows = rowsOf(answer.output);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_NEAR(rows[1].value(QLatin1String("coverage")).toArray().at(0).toDouble(), 0.6, 0.0003);
+}
+
+TEST_F(CompareTest, doesNotDependOnTheNumberOfJobs)
+{
+    const auto with = [this](const char* jobs) {
+        return run({QStringLiteral("compare"), fileA, fileB, fileC, QStringLiteral("--matrix"),
+                    QStringLiteral("--jobs"), QLatin1String(jobs)})
+            .output;
+    };
+    EXPECT_FALSE(with("1").isEmpty());
+    EXPECT_EQ(with("1"), with("7"));
+    EXPECT_EQ(run({QStringLiteral("compare"), fileA, fileB, QStringLiteral("--jobs"), QStringLiteral("0")})
+                  .exitCode,
+              WrongUsage);
 }
 
 TEST_F(CompareTest, disjointGamutsHaveNoIntersection)
@@ -125,9 +181,10 @@ TEST_F(CompareTest, hasTheDocumentedKeys)
 {
     EXPECT_EQ(
         keysOf(compare({fileA, fileB}).value(0)),
-        words(QStringLiteral("a b black_a black_b bpc_a bpc_b coverage_a_of_b coverage_b_of_a "
-                             "coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a intent_a intent_b "
-                             "intersection intersection_uncertainty seconds uncertainty_a uncertainty_b "
+        words(QStringLiteral("a adaptation_a adaptation_b b black_a black_b bpc_a bpc_b coverage_a_of_b "
+                             "coverage_b_of_a coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a "
+                             "grid_a grid_b intent_a intent_b intersection intersection_uncertainty "
+                             "program seconds sha256_a sha256_b uncertainty_a uncertainty_b "
                              "union union_uncertainty volume_a volume_b white_a white_b")));
 }
 
@@ -159,7 +216,7 @@ TEST_F(CompareTest, printsPercentagesInText)
 TEST_F(CompareTest, leavesThePairsOfABadInputOut)
 {
     const Answer answer =
-        run(words(QStringLiteral("compare --matrix --format json")) + QStringList{fileA, missing, fileB});
+        run(words(QStringLiteral("compare --pairs --format json")) + QStringList{fileA, missing, fileB});
     EXPECT_EQ(answer.exitCode, BadInput);
     EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
     const auto rows = rowsOf(answer.output);

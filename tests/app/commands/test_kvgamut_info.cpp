@@ -115,11 +115,11 @@ TEST_F(InfoTest, printsThePropertiesOfASavedGamut)
 
 TEST_F(InfoTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(
-        keysOf(info({sRGB})),
-        words(QStringLiteral("adaptation adapted_by black bpc channels cicp class copyright description "
-                             "device_space grid intent intents kind mapped_black media_white no_gamut "
-                             "notes pcs profile saved_of table table_fallback tables version white")));
+    EXPECT_EQ(keysOf(info({sRGB})),
+              words(QStringLiteral(
+                  "adaptation adapted_by black bpc channels cicp class copyright description "
+                  "device_space grid intent intents kind mapped_black media_white no_gamut "
+                  "notes pcs profile program saved_of sha256 table table_fallback tables version white")));
 }
 
 TEST_F(InfoTest, namesTheWhiteOfThePaper)

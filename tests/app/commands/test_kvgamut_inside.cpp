@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
 #include <QtGui/QColorSpace>
@@ -142,11 +143,53 @@ TEST_F(InsideTest, treatsAPictureWithoutProfileAsSrgbWithAMessage)
 
 TEST_F(InsideTest, hasTheDocumentedKeys)
 {
-    const QString keys = QStringLiteral("distance index inside intent lab name nearest profile weight");
+    const QString keys = QStringLiteral("adaptation bpc distance grid index inside intent lab name nearest "
+                                        "profile program sha256 weight");
     EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0")).value(0)), words(keys));
     QStringList withTolerance = words(keys + QStringLiteral(" zone count_in count_edge count_out"));
     withTolerance.sort();
     EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0 --tolerance 1")).value(0)), withTolerance);
+}
+
+TEST_F(InsideTest, saysWithWhichInputEachRowWasMade)
+{
+    const QJsonObject row = inside(QStringLiteral("50 0 0 --grid 17")).value(0);
+    EXPECT_EQ(word(row, "sha256").toLatin1(),
+              QCryptographicHash::hash(contents(file), QCryptographicHash::Sha256).toHex());
+    EXPECT_TRUE(word(row, "program").startsWith(QLatin1String("kvgamut ")));
+    EXPECT_EQ(number(row, "grid"), 17.0);
+    EXPECT_TRUE(json({QStringLiteral("inside"), QStringLiteral("sRGB"), QStringLiteral("50"),
+                      QStringLiteral("0"), QStringLiteral("0")})
+                    .value(0)
+                    .value(QLatin1String("sha256"))
+                    .isNull()); // built in
+}
+
+TEST_F(InsideTest, answersManyPointsAlikeWithAnyNumberOfJobs)
+{
+    QByteArray table = "name,L,a,b\n";
+    for (int i = 0; i < 20'000; ++i)
+        table += 'p' + QByteArray::number(i) + ',' + QByteArray::number(i % 101) + ',' +
+                 QByteArray::number(i % 97 - 48) + ',' + QByteArray::number(i % 89 - 44) + '\n';
+    const QString name = points(table);
+    const auto with = [&](const char* jobs, const char* format) {
+        return run({QStringLiteral("inside"), file, QStringLiteral("--points"), name,
+                    QStringLiteral("--jobs"), QLatin1String(jobs), QStringLiteral("--format"),
+                    QLatin1String(format)})
+            .output;
+    };
+    for (const char* format : {"text", "csv", "json", "jsonl"}) {
+        const QByteArray one = with("1", format);
+        EXPECT_EQ(with("5", format), one) << format;
+        EXPECT_GT(one.count('\n'), 20'000 - 1);
+    }
+    const QList<QByteArray> lines = with("3", "jsonl").split('\n');
+    ASSERT_EQ(lines.size(), 20'001);
+    const QJsonObject last = QJsonDocument::fromJson(lines[19'999]).object();
+    EXPECT_EQ(word(last, "name"), QStringLiteral("p19999"));
+    EXPECT_EQ(number(last, "index"), 20'000.0);
+    const QVector3D asked(19'999 % 101, 19'999 % 97 - 48, 19'999 % 89 - 44);
+    EXPECT_EQ(lab(last, "lab"), asked);
 }
 
 TEST_F(InsideTest, countsColoursInsideOnTheEdgeAndOutside)

@@ -72,8 +72,23 @@ TEST_F(VolumeTest, hasTheDocumentedKeys)
     EXPECT_EQ(
         keysOf(volume(sRGB)),
         words(QStringLiteral("adaptation adapted_by black bpc channels cicp faces fold_share grid intent "
-                             "mapped_black media_white method notes profile saved seconds "
+                             "mapped_black media_white method notes profile program saved seconds sha256 "
                              "surface_volume table table_fallback uncertainty volume white")));
+}
+
+TEST_F(VolumeTest, printsLinesInTheOrderOfTheInputs)
+{
+    QStringList inputs;
+    for (int i = 0; i < 40; ++i) // more than are computed at a time on most machines
+        inputs.append(i == 7 ? missing : i % 2 == 0 ? sRGB : QStringLiteral("Rec2020"));
+    const Answer answer = run(words(QStringLiteral("volume --grid 9 --jobs 2 --format jsonl")) + inputs);
+    EXPECT_EQ(answer.exitCode, BadInput);
+    EXPECT_EQ(answer.errors, missingLine.toUtf8() + '\n');
+    inputs.removeAt(7);
+    QStringList printed;
+    for (const QByteArray& line : answer.output.trimmed().split('\n'))
+        printed.append(word(QJsonDocument::fromJson(line).object(), "profile"));
+    EXPECT_EQ(printed, inputs);
 }
 
 TEST_F(VolumeTest, equalsTheVolumeOfABox)

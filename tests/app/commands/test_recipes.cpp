@@ -87,7 +87,7 @@ protected:
             if (recipe.section != section)
                 continue;
             const QString prepared =
-                QStringLiteral("cd \"$1\"\nkvgamut() { \"$KVGAMUT\" \"$@\"; }\n") + recipe.script;
+                QStringLiteral("cd \"$1\"\nexport PATH=\"${KVGAMUT%/*}:$PATH\"\n") + recipe.script;
             const kvtest::Answer answer = kvtest::shell(prepared, {path(QString())});
             EXPECT_EQ(answer.exitCode, 0) << recipe.script.toStdString();
             EXPECT_EQ(answer.errors.toStdString(), "") << recipe.script.toStdString();
@@ -154,6 +154,21 @@ TEST_F(RecipeTest, drawTheColoursOfOneLightness)
     EXPECT_FALSE(QImage(path(QStringLiteral("cut.png"))).isNull());
 }
 
+TEST_F(RecipeTest, measureManyProfiles)
+{
+    ASSERT_TRUE(QDir(path(QString())).mkpath(QStringLiteral("archive/presses")));
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(QFile::copy(QStringLiteral(KVGAMUT_CMYK_PROFILE),
+                                path(QStringLiteral("archive/presses/%1 copy.icc").arg(i))));
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/usr/share/color/icc/colord/sRGB.icc"),
+                            path(QStringLiteral("archive/screen.icc"))));
+    const QByteArrayList outputs = run(QStringLiteral("The volumes of a hundred thousand profiles"));
+    ASSERT_EQ(outputs.size(), 2);
+    EXPECT_EQ(kvtest::contents(path(QStringLiteral("volumes.jsonl"))).count('\n'), 6);
+    EXPECT_THAT(outputs[1].split('\n').first().toStdString(), HasSubstr("archive/screen.icc"));
+    EXPECT_EQ(outputs[1].count('\n'), 3);
+}
+
 TEST_F(RecipeTest, passAnUnchangedProfileInTheNightlyCheck)
 {
     EXPECT_EQ(run(QStringLiteral("Nightly check of a profile in CI")).size(), 2);
@@ -168,7 +183,7 @@ TEST_F(RecipeTest, stopAChangedProfileInTheNightlyCheck)
             scripts.append(recipe.script);
     ASSERT_EQ(scripts.size(), 2);
     const auto exitCode = [this](const QString& script) {
-        return kvtest::shell(QStringLiteral("cd \"$1\"\nkvgamut() { \"$KVGAMUT\" \"$@\"; }\n") + script,
+        return kvtest::shell(QStringLiteral("cd \"$1\"\nexport PATH=\"${KVGAMUT%/*}:$PATH\"\n") + script,
                              {path(QString())})
             .exitCode;
     };

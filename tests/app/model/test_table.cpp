@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "model/jobs/Jobs.h"
 #include "model/reports/Table.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -131,6 +133,162 @@ TEST(Table, ofNothingIsAHeaderAnEmptyArrayOrNothing)
     EXPECT_EQ(QJsonDocument::fromJson(table.printed(Format::Json)).array(), QJsonArray());
     EXPECT_TRUE(QJsonDocument::fromJson(table.printed(Format::Json)).isArray());
     EXPECT_EQ(table.printed(Format::Text), QByteArray());
+}
+
+/// A table with every kind of column, and @p count rows.
+Table ofAllKinds(qsizetype count)
+{
+    Table table;
+    table.add("word", "word", Kind::Word);
+    table.add("list", "list", Kind::Words);
+    table.add("flag", "flag", Kind::Flag);
+    table.add("whole", "whole", Kind::Whole);
+    table.add("a_number", "number", Kind::Number, 3, 1);
+    table.add("share", "share", Kind::Share, 6, 2);
+    table.add("lab", "lab", Kind::Colour, 4, 2);
+    table.add("inks", "inks", Kind::Numbers, 2, 0);
+    for (qsizetype i = 0; i < count; ++i) {
+        const double x = double(i) / 7.0;
+        const auto f = static_cast<float>(x);
+        Table::Row row{QStringLiteral("n\u00e4me \"%1\" \\ \t,").arg(i),
+                       i % 3 == 0 ? QStringList() : QStringList{QStringLiteral("a"), QStringLiteral("b")},
+                       i % 2 == 0,
+                       static_cast<int>(i - 2),
+                       i % 5 == 0 ? 1e-3 * x : -1000.0 * x,
+                       x / 1000.0,
+                       Table::colour({f, -f, 0.25f}),
+                       QVariantList{x, 0.0, 100.0}};
+        if (i % 4 == 3)
+            row.resize(2); // the others are unknown
+        table.rows.append(row);
+    }
+    return table;
+}
+
+QJsonValue rounded(double value, double scale)
+{
+    return std::round(value * scale) / scale + 0.0;
+}
+
+/// The same as Qt's classes write it.
+QJsonArray expectedJson(const Table& table)
+{
+    QJsonArray array;
+    for (const Table::Row& row : table.rows) {
+        QJsonObject object{{QStringLiteral("word"), row[0].toString()},
+                           {QStringLiteral("list"), QJsonArray::fromStringList(row[1].toStringList())}};
+        for (const char* key : {"flag", "whole", "a_number", "share", "lab", "inks"})
+            object.insert(QLatin1String(key), QJsonValue());
+        if (row.size() > 2) {
+            const auto lab = row[6].value<KVGamut::LabPoint>();
+            object.insert(QStringLiteral("flag"), row[2].toBool());
+            object.insert(QStringLiteral("whole"), row[3].toInt());
+            object.insert(QStringLiteral("a_number"), rounded(row[4].toDouble(), 1e3));
+            object.insert(QStringLiteral("share"), rounded(row[5].toDouble(), 1e6));
+            object.insert(QStringLiteral("lab"),
+                          QJsonArray{rounded(double(lab.L), 1e4), rounded(double(lab.a), 1e4),
+                                     rounded(double(lab.b), 1e4)});
+            QJsonArray inks;
+            for (const QVariant& ink : row[7].toList())
+                inks.append(rounded(ink.toDouble(), 1e2));
+            object.insert(QStringLiteral("inks"), inks);
+        }
+        array.append(object);
+    }
+    return array;
+}
+
+/// The rows of @p table, made when they are printed.
+Table made(const Table& table)
+{
+    Table lazy = table;
+    lazy.rows.clear();
+    lazy.made = {table.rows.size(), [rows = table.rows](qsizetype i) { return rows.at(i); }};
+    return lazy;
+}
+
+TEST(Table, printsTheSameJsonAsQt)
+{
+    for (const qsizetype count : {0, 1, 50}) {
+        const Table table = ofAllKinds(count);
+        EXPECT_EQ(table.printed(Format::Json).toStdString(),
+                  QJsonDocument(expectedJson(table)).toJson().toStdString());
+    }
+}
+
+TEST(Table, printsAnObjectOnEachLineOfJsonLines)
+{
+    const Table table = ofAllKinds(50);
+    const QList<QByteArray> lines = table.printed(Format::JsonLines).split('\n');
+    const QJsonArray expected = expectedJson(table);
+    ASSERT_EQ(lines.size(), expected.size() + 1);
+    EXPECT_EQ(lines.last(), "");
+    for (qsizetype i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(QJsonDocument::fromJson(lines[i]).object(), expected[i].toObject()) << lines[i].constData();
+    EXPECT_EQ(Table().printed(Format::JsonLines), "");
+}
+
+TEST(Table, printsRowsThatAreMadeLikeThoseThatAreStored)
+{
+    const int threads = Jobs::maxThreads();
+    Jobs::setMaxThreads(3);
+    Table table = ofAllKinds(30'000); // in several parts
+    for (const bool blocks : {false, true}) {
+        table.blocks = blocks;
+        for (const Format format : {Format::Text, Format::Csv, Format::Json, Format::JsonLines}) {
+            const QByteArray all = table.printed(format);
+            EXPECT_EQ(made(table).printed(format), all);
+            EXPECT_GE(all.count('\n'), 30'000);
+        }
+    }
+    Jobs::setMaxThreads(threads);
+}
+
+TEST(Table, endsWhenNothingMoreCanBeWritten)
+{
+    int parts = 0;
+    EXPECT_FALSE(ofAllKinds(100'000).print(Format::Csv, [&parts](const QByteArray&) { return ++parts < 3; }));
+    EXPECT_EQ(parts, 3);
+}
+
+TEST(Table, writesAValueOfAllRowsInEach)
+{
+    Table table;
+    table.add("a", "a", Kind::Word);
+    table.add("b", "b", Kind::Colour, 0, 0);
+    table.add("c", "c", Kind::Whole);
+    table.setSame("a", QStringLiteral("x, y"));
+    table.setSame("b", Table::colour({1, 2, 3}));
+    table.rows = {{{}, {}, 1}, {QStringLiteral("not this"), {}, 2}};
+    EXPECT_EQ(table.printed(Format::Csv).toStdString(),
+              "a,b_L,b_a,b_b,c\n\"x, y\",1,2,3,1\n\"x, y\",1,2,3,2\n");
+    EXPECT_EQ(
+        table.printed(Format::JsonLines).toStdString(),
+        "{\"a\": \"x, y\", \"b\": [1, 2, 3], \"c\": 1}\n{\"a\": \"x, y\", \"b\": [1, 2, 3], \"c\": 2}\n");
+    EXPECT_EQ(table.printed(Format::Text).toStdString(), "a         b  c\nx, y  1 2 3  1\nx, y  1 2 3  2\n");
+    table.blocks = true;
+    EXPECT_TRUE(table.printed(Format::Text).startsWith("x, y\n  b  1 2 3\n  c  1\n"));
+}
+
+TEST(Table, hasColumnsForJsonOrForTheOtherFormatsOnly)
+{
+    Table table;
+    table.add("a", "a", Kind::Whole);
+    table.columns.last().inJson = false;
+    table.addToJson("b", Kind::Whole);
+    table.rows = {{1, 2}};
+    EXPECT_EQ(table.printed(Format::Csv), "a\n1\n");
+    EXPECT_EQ(table.printed(Format::Text), "a\n1\n");
+    EXPECT_EQ(table.printed(Format::JsonLines), "{\"b\": 2}\n");
+}
+
+TEST(Table, quotesTitlesThatAreNames)
+{
+    Table table;
+    table.columns.append({QStringLiteral("=a,b"), QStringLiteral("a\x1b"), Kind::Whole});
+    table.rows = {{1}};
+    EXPECT_EQ(table.printed(Format::Csv), "\"'=a,b\"\n1\n");
+    EXPECT_EQ(table.printed(Format::Text), "a\\x1b\n    1\n");
 }
 
 } // namespace

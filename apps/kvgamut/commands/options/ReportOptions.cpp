@@ -4,7 +4,6 @@
 #include "OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
-#include "model/export/OutputFile.h"
 #include "model/jobs/Jobs.h"
 
 #include <map>
@@ -49,7 +48,17 @@ void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
 int ReportOptions::print(const Table& table, bool allInputsUsed) const
 {
     OutputStream file(output);
-    table.print(format, [&file](const QByteArray& part) { return file.write(part); });
+    printPart(table, file);
+    return finish(file, allInputsUsed);
+}
+
+bool ReportOptions::printPart(const Table& table, OutputStream& file) const
+{
+    return table.print(format, [&file](const QByteArray& part) { return file.write(part); });
+}
+
+int ReportOptions::finish(OutputStream& file, bool allInputsUsed) const
+{
     if (const auto problem = file.finish()) {
         say(*problem);
         return BadOutput;

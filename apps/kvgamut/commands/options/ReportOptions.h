@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/export/OutputFile.h"
 #include "model/reports/Table.h"
 
 #include <CLI/CLI.hpp>
@@ -24,4 +25,9 @@ struct ReportOptions
     /// @param allInputsUsed whether all inputs of the command could be used
     /// @return the ExitCode of the command
     int print(const Table& table, bool allInputsUsed) const;
+
+    /// print() in steps, for rows that are printed as they come: first each table, then the end.
+    /// @return false if nothing more can be written
+    bool printPart(const Table& table, OutputStream& file) const;
+    int finish(OutputStream& file, bool allInputsUsed) const;
 };

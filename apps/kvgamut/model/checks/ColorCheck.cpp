@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ColorCheck.h"
 
+#include "model/jobs/Jobs.h"
+
 #include <array>
 #include <limits>
 
@@ -10,6 +12,28 @@ ColorChecker::ColorChecker(const KVGamut::GamutObject& gamut, const KVProfilePtr
 }
 
 ColorCheck ColorChecker::check(const KVGamut::LabPoint& lab, double tolerance) const
+{
+    ColorCheck check = againstGamut(lab, tolerance);
+    addDevice(check, lab);
+    return check;
+}
+
+std::vector<ColorCheck> ColorChecker::checkAll(const std::vector<KVGamut::LabPoint>& colors, double tolerance,
+                                               const std::function<void(float)>& progress) const
+{
+    constexpr qsizetype colorsInPart = 64;
+    std::vector<ColorCheck> checks(colors.size());
+    const auto part = [&](qsizetype first, qsizetype end) {
+        for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(end); ++i)
+            checks[i] = againstGamut(colors[i], tolerance);
+    };
+    Jobs::runInParts(static_cast<qsizetype>(colors.size()), colorsInPart, part, progress);
+    for (std::size_t i = 0; i < checks.size(); ++i)
+        addDevice(checks[i], colors[i]);
+    return checks;
+}
+
+ColorCheck ColorChecker::againstGamut(const KVGamut::LabPoint& lab, double tolerance) const
 {
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
     const std::array<float, 3> values{lab.L, lab.a, lab.b};
@@ -27,11 +51,15 @@ ColorCheck ColorChecker::check(const KVGamut::LabPoint& lab, double tolerance) c
         check.nearestAtHue = m_gamut.nearestAtHue(values.data()).point;
         check.de00AtHue = KVGamut::ciede2000(lab, check.nearestAtHue);
     }
-    if (m_device) {
-        DeviceRoundTrip::Made made = m_device->made(lab);
-        check.device = std::move(made.device);
-        check.made = made.lab;
-        check.madeDe00 = KVGamut::ciede2000(lab, made.lab);
-    }
     return check;
+}
+
+void ColorChecker::addDevice(ColorCheck& check, const KVGamut::LabPoint& lab) const
+{
+    if (!m_device)
+        return;
+    DeviceRoundTrip::Made made = m_device->made(lab);
+    check.device = std::move(made.device);
+    check.made = made.lab;
+    check.madeDe00 = KVGamut::ciede2000(lab, made.lab);
 }

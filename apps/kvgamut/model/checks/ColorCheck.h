@@ -6,6 +6,7 @@
 
 #include <platform/KVVelmoraFramework.h>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -32,8 +33,15 @@ public:
 
     /// @param tolerance CIEDE2000
     ColorCheck check(const KVGamut::LabPoint& lab, double tolerance) const;
+    /// The same for many colours, on all cores.
+    /// @param progress called a few times each second with the share that is done, 0..1
+    std::vector<ColorCheck> checkAll(const std::vector<KVGamut::LabPoint>& colors, double tolerance,
+                                     const std::function<void(float)>& progress = {}) const;
 
 private:
+    ColorCheck againstGamut(const KVGamut::LabPoint& lab, double tolerance) const;
+    void addDevice(ColorCheck& check, const KVGamut::LabPoint& lab) const;
+
     const KVGamut::GamutObject m_gamut;
     const std::shared_ptr<const DeviceRoundTrip> m_device; ///< may be null
 };

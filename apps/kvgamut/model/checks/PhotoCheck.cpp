@@ -2,6 +2,7 @@
 #include "PhotoCheck.h"
 
 #include "model/inputs/InputGate.h"
+#include "model/jobs/Jobs.h"
 #include "model/points/MeasuredPoint.h"
 
 #include <algorithm>
@@ -135,19 +136,38 @@ double largest(const std::vector<LabCells::Cell>& cells, const std::vector<LabCe
     return max;
 }
 
+/// On how many threads a function may be called at the same time.
+enum class Threads
+{
+    One,
+    All,
+};
+
 Result<PixelDifferences> differencesOf(const std::vector<LabCells::Cell>& outside,
                                        const std::vector<LabCells::Cell>& larger, qint64 pixels,
-                                       const DifferenceOf& differenceOf, const KVCompletionProtocolPtr& task)
+                                       const DifferenceOf& differenceOf, Threads threads,
+                                       const KVCompletionProtocolPtr& task)
 {
-    std::vector<Weighted> differences;
-    differences.reserve(larger.size());
-    for (const auto& [lab, count] : larger) {
-        if (InputGate::isCancelled(task))
-            return failure(KVProblemCode::Cancelled);
-        differences.push_back({std::max(0.0, differenceOf(lab)), count});
+    constexpr qsizetype colorsInPart = 64;
+    const auto count = static_cast<qsizetype>(larger.size());
+    std::vector<Weighted> differences(larger.size());
+    const auto part = [&](qsizetype first, qsizetype end) {
+        for (auto i = static_cast<std::size_t>(first); i < static_cast<std::size_t>(end); ++i) {
+            if (InputGate::isCancelled(task))
+                return;
+            differences[i] = {std::max(0.0, differenceOf(larger[i].lab)), larger[i].count};
+        }
+    };
+    const auto progress = [&task](float share) {
         if (task)
-            task->setProgress(static_cast<float>(differences.size()) / static_cast<float>(larger.size()));
-    }
+            task->setProgress(share);
+    };
+    if (threads == Threads::All)
+        Jobs::runInParts(count, colorsInPart, part, progress);
+    else
+        part(0, count);
+    if (InputGate::isCancelled(task))
+        return failure(KVProblemCode::Cancelled);
     PixelDifferences result = summary(differences, pixels);
     result.max = largest(outside, larger, differences, differenceOf);
     return result;
@@ -179,8 +199,8 @@ Result<PhotoCheck> checkPhoto(const KVGamut::GamutObject& gamut, const PhotoColo
         const std::array<float, 3> values{lab.L, lab.a, lab.b};
         return static_cast<double>(gamut.nearestByCiede2000(values.data()).distance);
     };
-    const auto byDe76 = differencesOf(outside, larger, colors.pixels, de76, {});
-    const auto byDe00 = differencesOf(outside, larger, colors.pixels, de00, task);
+    const auto byDe76 = differencesOf(outside, larger, colors.pixels, de76, Threads::All, {});
+    const auto byDe00 = differencesOf(outside, larger, colors.pixels, de00, Threads::All, task);
     if (!byDe00)
         return failure(byDe00.error());
     check.de76 = byDe76.value();
@@ -190,7 +210,8 @@ Result<PhotoCheck> checkPhoto(const KVGamut::GamutObject& gamut, const PhotoColo
     const auto made = [device](const KVGamut::LabPoint& lab) {
         return KVGamut::ciede2000(lab, device->made(lab).lab);
     };
-    const auto byMade = differencesOf(colors.cells, gathered(colors.cells), colors.pixels, made, task);
+    const auto byMade =
+        differencesOf(colors.cells, gathered(colors.cells), colors.pixels, made, Threads::One, task);
     if (!byMade)
         return failure(byMade.error());
     check.made = *byMade;

@@ -35,9 +35,11 @@ struct Table
         Kind kind = Kind::Word;
         int decimals = 0;     ///< in CSV and JSON
         int textDecimals = 0; ///< in text
-        bool inCsv = true;    ///< whether CSV has the column, too
+        bool inCsv = true;    ///< whether CSV has the column
+        bool inJson = true;   ///< whether JSON has it
+        QVariant same = {};   ///< if valid, the value of every row, whatever the rows contain
     };
-    using Row = QVariantList; ///< one value for each column, in order
+    using Row = QVariantList; ///< one value for each column, in order; values at the end may be missing
 
     /// Rows that exist only while they are printed, so that a million of them needs no memory.
     struct MadeRows
@@ -72,6 +74,8 @@ struct Table
 
     /// Adds a column; @p key and @p title are UTF-8.
     void add(const char* key, const char* title, Kind kind, int decimals = 0, int textDecimals = 0);
+    /// Sets the value of all rows in the column @p key.
+    void setSame(const char* key, const QVariant& value);
     /// Adds a column that only JSON has.
     void addToJson(const char* key, Kind kind, int decimals = 0);
 };

@@ -4,7 +4,7 @@
 #include "model/text/SafeText.h"
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 namespace {
 
@@ -90,21 +90,28 @@ void appendField(QByteArray& text, const Column& column, const QVariant& value)
 class CsvPrinter : public TablePrinter
 {
 public:
-    explicit CsvPrinter(const Table& table) : TablePrinter(table) {}
+    explicit CsvPrinter(const Table& table) : TablePrinter(table)
+    {
+        for (const Column& column : table.columns) {
+            m_same.emplace_back();
+            if (column.same.isValid())
+                appendField(m_same.back(), column, column.same);
+        }
+    }
 
     QByteArray head() const override
     {
-        QStringList keys;
+        QByteArray text;
         for (const Column& column : m_table.columns) {
             if (!column.inCsv)
                 continue;
             if (column.kind == Kind::Colour)
                 for (const char* part : {"_L", "_a", "_b"})
-                    keys.append(column.key + QLatin1String(part));
+                    appendWord(text += ',', column.key + QLatin1String(part));
             else
-                keys.append(column.key);
+                appendWord(text += ',', column.key);
         }
-        return keys.join(QLatin1Char(',')).toUtf8() + '\n';
+        return text.sliced(1) + '\n';
     }
 
     QByteArray rows(qsizetype first, qsizetype end) const override
@@ -126,13 +133,17 @@ private:
             if (!isFirst)
                 text += ',';
             isFirst = false;
-            if (i < row.size() && row[i].isValid())
+            if (column.same.isValid())
+                text += m_same[static_cast<std::size_t>(i)];
+            else if (i < row.size() && row[i].isValid())
                 appendField(text, column, row[i]);
             else if (column.kind == Kind::Colour)
                 text += ",,";
         }
         text += '\n';
     }
+
+    std::vector<QByteArray> m_same; ///< of each column: the text of its same value
 };
 
 } // namespace

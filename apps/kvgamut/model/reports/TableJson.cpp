@@ -55,14 +55,18 @@ public:
     JsonPrinter(const Table& table, const Layout& layout) : TablePrinter(table), m_layout(layout)
     {
         for (qsizetype i = 0; i < table.columns.size(); ++i)
-            m_order.push_back(i);
+            if (table.columns[i].inJson)
+                m_order.push_back(i);
         std::stable_sort(m_order.begin(), m_order.end(), [&table](qsizetype i, qsizetype j) {
             return table.columns[i].key < table.columns[j].key;
         });
         for (const qsizetype i : m_order) {
             QByteArray key;
             appendString(key, table.columns[i].key);
-            m_keys.push_back(key + ": ");
+            QByteArray value;
+            if (table.columns[i].same.isValid())
+                appendValue(value, table.columns[i], table.columns[i].same);
+            m_members.push_back(key + ": " + value);
         }
     }
 
@@ -73,8 +77,9 @@ protected:
         for (std::size_t k = 0; k < m_order.size(); ++k) {
             if (k > 0)
                 text += m_layout.betweenMembers;
-            text += m_keys[k];
-            appendValue(text, m_table.columns[m_order[k]], row.value(m_order[k]));
+            text += m_members[k];
+            if (!m_table.columns[m_order[k]].same.isValid())
+                appendValue(text, m_table.columns[m_order[k]], row.value(m_order[k]));
         }
         text += m_layout.afterMembers;
     }
@@ -130,8 +135,8 @@ private:
     }
 
     const Layout& m_layout;
-    std::vector<qsizetype> m_order; ///< of the columns: alphabetical
-    std::vector<QByteArray> m_keys; ///< in this order, with the colon
+    std::vector<qsizetype> m_order;    ///< of the columns: alphabetical
+    std::vector<QByteArray> m_members; ///< in this order: key and colon, and the same value if there is one
 };
 
 class JsonArrayPrinter : public JsonPrinter

@@ -102,13 +102,19 @@ QString line(const QStringList& fields, const QList<qsizetype>& widths, const QL
     return text + QLatin1Char('\n');
 }
 
+QVariant valueIn(const Table& table, const Table::Row& row, qsizetype i)
+{
+    const QVariant& same = table.columns[i].same;
+    return same.isValid() ? same : row.value(i);
+}
+
 /// The fields of a row that text shows.
 QStringList fieldsOf(const Table& table, const Table::Row& row)
 {
     QStringList fields;
     for (qsizetype i = 0; i < table.columns.size(); ++i)
         if (!table.columns[i].title.isEmpty())
-            fields.append(words(table.columns[i], row.value(i)));
+            fields.append(words(table.columns[i], valueIn(table, row, i)));
     return fields;
 }
 
@@ -135,7 +141,7 @@ public:
         for (const Column& column : table.columns) {
             if (column.title.isEmpty())
                 continue;
-            m_titles.append(column.title);
+            m_titles.append(SafeText::shown(column.title, SafeText::maxPathLength));
             m_toTheRight.append(isNumeric(column.kind));
         }
         m_widths.resize(m_titles.size());
@@ -202,11 +208,12 @@ public:
 private:
     QString block(const Table::Row& row) const
     {
-        QString text = words(m_table.columns[0], row.value(0)) + QLatin1Char('\n');
+        QString text = words(m_table.columns[0], valueIn(m_table, row, 0)) + QLatin1Char('\n');
         for (qsizetype i = 1; i < m_table.columns.size(); ++i)
-            if (row.value(i).isValid() && !m_table.columns[i].title.isEmpty())
+            if (const QVariant value = valueIn(m_table, row, i);
+                value.isValid() && !m_table.columns[i].title.isEmpty())
                 text += QStringLiteral("  ") +
-                        line(listOf(m_table.columns[i].title, words(m_table.columns[i], row[i])),
+                        line(listOf(m_table.columns[i].title, words(m_table.columns[i], value)),
                              listOf<qsizetype>(m_width, 0), listOf(false, false));
         return text;
     }
