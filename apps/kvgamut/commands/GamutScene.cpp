@@ -228,28 +228,41 @@ bool GamutScene::showPart()
 
 // --- Where colours are lost -----------------------------------------------------------------------
 
-bool GamutScene::showLoss()
+std::optional<GamutScene::PointLoss> GamutScene::showLoss(const std::vector<KVGamut::LabPoint>& points)
 {
     const LossOptions& options = m_annotations.loss;
-    if (options.other.isEmpty())
-        return true;
-    const auto other = GamutSource::open(options.other).and_then([this](const GamutSource& source) {
-        return source.compute(m_profiles.settings);
-    });
+    const bool withSurfaces = !options.other.isEmpty();
+    if (!withSurfaces && points.empty())
+        return PointLoss();
+    const auto other = withSurfaces
+                           ? GamutSource::open(options.other).and_then([this](const GamutSource& source) {
+                                 return source.compute(m_profiles.settings);
+                             })
+                           : Result<KVGamut::GamutObject>(firstGamut());
     if (!other) {
         say(other.error());
-        return false;
+        return {};
     }
+    PointLoss ofPoints{lossOf(points, *other, options.metric), {}};
+    std::vector<float> all = ofPoints.losses;
     QMap<QString, std::vector<float>> losses;
-    std::vector<float> all;
     for (const Gamut& gamut : m_gamuts) {
-        if (gamut.state != Shown)
+        if (gamut.state != Shown || !withSurfaces)
             continue;
-        const auto loss = lossOf(m_view.gamut(gamut.id), *other, options.metric);
+        const auto loss = lossOf(m_view.gamut(gamut.id).mesh().lab, *other, options.metric);
         all.insert(all.end(), loss.begin(), loss.end());
         losses.insert(gamut.id, loss);
     }
-    const LossScale scale = options.scaleOf(all);
+    ofPoints.scale = options.scaleOf(all);
+    if (!showLosses(losses, ofPoints.scale))
+        return {};
+    if (m_annotations.legend)
+        addScaleBar(ofPoints.scale);
+    return ofPoints;
+}
+
+bool GamutScene::showLosses(const QMap<QString, std::vector<float>>& losses, const LossScale& scale)
+{
     for (auto loss = losses.cbegin(); loss != losses.cend(); ++loss) {
         QList<QRgb> colors;
         for (const float distance : *loss)
@@ -257,8 +270,6 @@ bool GamutScene::showLoss()
         if (!showColored(loss.key(), colors))
             return false;
     }
-    if (m_annotations.legend)
-        addScaleBar(scale);
     return true;
 }
 
@@ -300,7 +311,9 @@ void GamutScene::addScaleBar(const LossScale& scale)
                                                                      : QString::fromUtf8("\xCE\x94"
                                                                                          "E*76");
     KVAnnotations annotations = m_view.annotations();
-    annotations.scaleBar = {metric + QStringLiteral(" outside ") + gamutTitles({options.other}).value(0),
-                            scale.colors(), 0.0f, scale.largest};
+    const QString other =
+        options.other.isEmpty() ? explained().value(0).title : gamutTitles({options.other}).value(0);
+    annotations.scaleBar = {metric + QStringLiteral(" outside ") + other, scale.colors(), 0.0f,
+                            scale.largest};
     m_view.setAnnotations(annotations);
 }

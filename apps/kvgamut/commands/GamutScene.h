@@ -25,9 +25,17 @@ public:
     /// says it, and adds scales, legend and key colours.
     void explain();
 
+    /// Distances of points, and the scale that they share with surfaces.
+    struct PointLoss
+    {
+        std::vector<float> losses;
+        LossScale scale;
+    };
     /// After explain(): colours the surfaces by the distance outside another gamut and adds a scale bar, if
-    /// the command line asks for it. Prints why that fails. @return whether it succeeded
-    bool showLoss();
+    /// the command line asks for it; the scale is also for @p points, which may be none. Prints why that
+    /// fails.
+    /// @return the distances of the points; nullopt if it fails
+    std::optional<PointLoss> showLoss(const std::vector<KVGamut::LabPoint>& points);
 
     /// After explain(): shows a part of the first gamut as a body, if the command line asks for it. Prints
     /// why that fails. @return whether it succeeded
@@ -73,6 +81,7 @@ private:
     KVLegendEntry entryOf(const Explained& gamut) const;
     bool showAndWait(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors);
     bool showColored(const QString& id, const QList<QRgb>& vertexColors);
+    bool showLosses(const QMap<QString, std::vector<float>>& losses, const LossScale& scale);
     void addScaleBar(const LossScale& scale);
 
     KVGamutView& m_view;

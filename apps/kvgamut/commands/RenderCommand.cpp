@@ -70,7 +70,7 @@ RenderCommand::RenderCommand(CLI::App& program)
         if (parser().count("--background") > 0)
             m_look.state.theme.background = background;
         m_look.check();
-        m_annotations.loss.check();
+        m_annotations.loss.check(parser(), m_items.distances);
         m_annotations.part.check(m_profiles.profiles.size());
         if (m_annotations.part.body && (!m_annotations.loss.other.isEmpty() || !m_look.look.surface))
             throw CLI::ValidationError("--body", "it shows a surface in its own colours; do not use --loss "
@@ -137,8 +137,11 @@ int RenderCommand::draw()
     itemsRead &= m_items.addZones(viewer, scene.firstGamut());
     scene.explain();
     view.setSection(m_sections.section(m_annotations.scales || m_annotations.legend));
-    if (!scene.showPart() || !scene.showLoss())
+    const std::vector<KVGamut::LabPoint> measured = m_items.pointsToMeasure(itemsRead);
+    const auto loss = scene.showPart() ? scene.showLoss(measured) : std::nullopt;
+    if (!loss)
         return BadInput;
+    m_items.addMeasured(viewer, measured, loss->losses, loss->scale);
 
     QImage picture;
     if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {

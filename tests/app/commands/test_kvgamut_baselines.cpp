@@ -73,6 +73,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"annotated-caption", "sRGB --annotate none --caption A_caption_of_the_picture",
                          "sRGB --annotate none"}));
 
+INSTANTIATE_TEST_SUITE_P(
+    Points, Baselines,
+    testing::Values(Case{"points-distance",
+                         "sRGB --alpha 0.35 --point-size 6 --point-colors distance --points " KVGAMUT_RING,
+                         "sRGB --alpha 0.35 --point-size 6 --points " KVGAMUT_RING}));
+
 INSTANTIATE_TEST_SUITE_P(Bodies, Baselines,
                          testing::Values(Case{"body-outside", "AdobeRGB sRGB --body outside",
                                               "AdobeRGB sRGB --body intersection"},

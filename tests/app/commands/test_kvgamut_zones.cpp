@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Points by their side of the surface: `kvgamut render --points FILE --point-zones`.
+// Points by their side of the surface, `kvgamut render --points FILE --point-zones`, and by their distance
+// from it,
+// `--point-colors distance`.
 
 #include "app/support/Program.h"
 
@@ -13,10 +15,21 @@ protected:
     /// A picture of the points alone.
     QImage zones(const QByteArray& points, const QString& more = {})
     {
+        return picture(points, QStringLiteral("--point-zones ") + more);
+    }
+    /// The same, by distance.
+    QImage distances(const QByteArray& points, const QString& more = {})
+    {
+        return picture(points, QStringLiteral("--point-colors distance ") + more);
+    }
+
+private:
+    QImage picture(const QByteArray& points, const QString& more)
+    {
         write(path(QStringLiteral("points.csv")), "L,a,b\n" + points);
         return rendered(
             words(QStringLiteral("sRGB --size 300x300 --no-surface --no-projection --no-grid --no-axes "
-                                 "--frame none --point-size 40 --points %1 --point-zones ")
+                                 "--frame none --point-size 40 --points %1 ")
                       .arg(path(QStringLiteral("points.csv"))) +
                   more));
     }
@@ -73,6 +86,58 @@ TEST_F(ZoneTest, theToleranceSaysWhatTheEdgeIs)
     const QByteArray nearWhite("96,0,0\n"); // 4 below white
     EXPECT_EQ(count(zones(nearWhite), edge), 0);
     EXPECT_GT(count(zones(nearWhite, QStringLiteral("--point-tolerance 5")), edge), 30);
+}
+
+// The scale's colours at 5/6, 1/2 and 0 of it, which shading makes darker.
+TEST_F(ZoneTest, pointsHaveTheColourOfTheirDistance)
+{
+    const QColor middle(208, 48, 96), light(255, 208, 64);
+    const QString scale = QStringLiteral("--metric de76 --loss-threshold 2 --loss-max 22");
+    const QImage in = distances("50,0,0\n", scale), twelve = distances("112,0,0\n", scale);
+    EXPECT_EQ(count(in, middle) + count(in, light), 0);
+    EXPECT_GT(count(twelve, middle), 100) << "12 above white";
+    EXPECT_EQ(count(twelve, light), 0);
+    EXPECT_GT(count(distances("102.5,0,0\n", scale), light), 100) << "2.5 above white";
+    EXPECT_EQ(count(distances("101.5,0,0\n", scale), light), 0) << "below the threshold";
+}
+
+TEST_F(ZoneTest, distancesAreThoseOutsideTheGamutOfLoss)
+{
+    write(path(QStringLiteral("green.csv")), "L,a,b\n83,-128,87\n"); // of Adobe RGB
+    const auto colourful = [this](const QString& other) {
+        const QImage picture = rendered(
+            words(QStringLiteral("sRGB --size 300x300 --no-projection --no-grid --no-axes --point-size 20 "
+                                 "--point-colors distance --points %1 --loss %2")
+                      .arg(path(QStringLiteral("green.csv")), other)));
+        int found = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                found += picture.pixelColor(x, y).saturation() > 60;
+        return found;
+    };
+    EXPECT_GT(colourful(QStringLiteral("sRGB")), 30);
+    EXPECT_EQ(colourful(QStringLiteral("ProPhoto")), 0);
+}
+
+TEST_F(ZoneTest, aScaleBarExplainsTheDistances)
+{
+    const QString scale = QStringLiteral("--loss-max 20 --annotate ");
+    const QImage with = distances("50,0,0\n", scale + QStringLiteral("legend"));
+    const QImage without = distances("50,0,0\n", scale + QStringLiteral("none"));
+    EXPECT_GT(count(with, QColor(208, 48, 96)), 50);
+    EXPECT_EQ(count(without, QColor(208, 48, 96)), 0);
+}
+
+TEST_F(ZoneTest, coloursByDistanceNeedPointsAndExcludeZones)
+{
+    write(path(QStringLiteral("points.csv")), "L,a,b\n50,0,0\n");
+    const QString output = QStringLiteral(" -o ") + path(QStringLiteral("p.png"));
+    EXPECT_EQ(kvgamut(words(QStringLiteral("render sRGB --point-colors distance") + output)).exitCode,
+              WrongUsage);
+    EXPECT_EQ(kvgamut(words(QStringLiteral("render sRGB --point-colors distance --point-zones --points ") +
+                            path(QStringLiteral("points.csv")) + output))
+                  .exitCode,
+              WrongUsage);
 }
 
 TEST_F(ZoneTest, needPoints)

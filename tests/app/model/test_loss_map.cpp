@@ -24,8 +24,8 @@ KVGamut::GamutObject gamutOf(const char* name)
 TEST(LossMap, isTheDistanceOutsideTheOtherGamut)
 {
     const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
-    const auto de76 = lossOf(wide, narrow, ColourMetric::DE76);
-    const auto de00 = lossOf(wide, narrow, ColourMetric::Ciede2000);
+    const auto de76 = lossOf(wide.mesh().lab, narrow, ColourMetric::DE76);
+    const auto de00 = lossOf(wide.mesh().lab, narrow, ColourMetric::Ciede2000);
     ASSERT_EQ(de76.size(), wide.mesh().lab.size());
     ASSERT_EQ(de00.size(), wide.mesh().lab.size());
     int outside = 0;
@@ -44,7 +44,7 @@ TEST(LossMap, canBeCancelled)
     auto protocol = KVCompletionProtocol::createTask(QStringLiteral("loss"));
     protocol->cancel();
     for (const ColourMetric metric : {ColourMetric::DE76, ColourMetric::Ciede2000})
-        EXPECT_TRUE(lossOf(wide, narrow, metric, &protocol).empty());
+        EXPECT_TRUE(lossOf(wide.mesh().lab, narrow, metric, &protocol).empty());
 }
 
 TEST(LossScale, isNeutralUpToTheThreshold)

@@ -73,6 +73,17 @@ void ItemOptions::declare(CLI::App& parser)
                   "red stars outside")
         ->needs(pointsOption);
     parser
+        .add_option_function<std::string>(
+            "--point-colors", [this](const std::string& word) { distances = word == "distance"; },
+            "own (the default); distance: by how far they lie outside the gamut of --loss, or else outside "
+            "the "
+            "first gamut, with a scale bar: spheres inside, cubes up to --loss-threshold, stars farther "
+            "outside")
+        ->check(CLI::IsMember({"own", "distance"}).description(""))
+        ->type_name("WHAT")
+        ->needs(pointsOption)
+        ->excludes("--point-zones");
+    parser
         .add_option_function<std::string>("--point-tolerance",
                                           OptionValues::named("--point-tolerance",
                                                               [this](const std::string& word) {
@@ -92,7 +103,7 @@ bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
     bool all = withPositions(markers, colours, [&](const Positions& positions) {
         viewer.addMarkerSet(QStringLiteral("markers"), markerType, positions, markerSize, markerAmbient);
     });
-    all &= withPositions(zones ? QString() : points, colours, [&](const Positions& positions) {
+    all &= withPositions(zones || distances ? QString() : points, colours, [&](const Positions& positions) {
         viewer.setPointSize(pointSize);
         viewer.addPointSet(QStringLiteral("points"), positions);
     });
@@ -110,6 +121,41 @@ bool ItemOptions::addTo(KVGamut3DViewer& viewer) const
 
 bool ItemOptions::addZones(KVGamut3DViewer& viewer, const KVGamut::GamutObject& gamut) const
 {
+    return withPositions(zones ? points : QString(), colours, [&](const Positions& positions) {
+        QMap<Side, Positions> byZone;
+        for (const auto& [color, position] : positions) {
+            const KVGamut::LabPoint lab = labOf(position);
+            const Side side = sideOf(gamut.nearest(&lab.L).distance, tolerance);
+            byZone[side].append({sideColor(side), position});
+        }
+        addShapes(viewer, byZone);
+    });
+}
+
+std::vector<KVGamut::LabPoint> ItemOptions::pointsToMeasure(bool& allRead) const
+{
+    std::vector<KVGamut::LabPoint> found;
+    allRead &= withPositions(distances ? points : QString(), colours, [&found](const Positions& positions) {
+        for (const auto& [color, position] : positions)
+            found.push_back(labOf(position));
+    });
+    return found;
+}
+
+void ItemOptions::addMeasured(KVGamut3DViewer& viewer, const std::vector<KVGamut::LabPoint>& measured,
+                              const std::vector<float>& losses, const LossScale& scale) const
+{
+    QMap<Side, Positions> byZone;
+    for (std::size_t i = 0; i < measured.size(); ++i) {
+        const Side beyond = losses[i] > scale.threshold ? Side::Outside : Side::Edge;
+        byZone[losses[i] > 0.0f ? beyond : Side::Inside].append(
+            {scale.colorOf(losses[i]), vectorOf(measured[i])});
+    }
+    addShapes(viewer, byZone);
+}
+
+void ItemOptions::addShapes(KVGamut3DViewer& viewer, const QMap<Side, Positions>& byZone) const
+{
     struct Zone
     {
         Side side;
@@ -120,16 +166,9 @@ bool ItemOptions::addZones(KVGamut3DViewer& viewer, const KVGamut::GamutObject& 
     constexpr Zone all[] = {{Side::Inside, "points inside", KVGamut3DViewer::Sphere, 1.0f},
                             {Side::Edge, "points at the edge", KVGamut3DViewer::BracketedCube, 1.6f},
                             {Side::Outside, "points outside", KVGamut3DViewer::Star, 1.8f}};
-    return withPositions(zones ? points : QString(), colours, [&](const Positions& positions) {
-        for (const Zone& zone : all) {
-            Positions ofZone;
-            for (const auto& [color, position] : positions) {
-                const KVGamut::LabPoint lab = labOf(position);
-                if (sideOf(gamut.nearest(&lab.L).distance, tolerance) == zone.side)
-                    ofZone.append({sideColor(zone.side), position});
-            }
-            viewer.addMarkerSet(QString::fromLatin1(zone.set), zone.type, ofZone, zone.scale * pointSize,
-                                markerAmbient);
-        }
-    });
+    if (byZone.isEmpty())
+        return;
+    for (const Zone& zone : all)
+        viewer.addMarkerSet(QString::fromLatin1(zone.set), zone.type, byZone.value(zone.side),
+                            zone.scale * pointSize, markerAmbient);
 }

@@ -9,7 +9,7 @@
 
 #include <optional>
 
-/// Surfaces coloured by the distance by which they lie outside another gamut.
+/// Surfaces and points coloured by the distance by which they lie outside a gamut.
 struct LossOptions
 {
     QString other; ///< profile or saved gamut; empty: the surfaces have their own colours
@@ -19,8 +19,10 @@ struct LossOptions
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
-    /// Throws CLI::ValidationError if options contradict each other. Call it after all options are parsed.
-    void check() const;
+    /// Throws a CLI::ParseError if options contradict each other, or have no effect. Call it after all
+    /// options are parsed.
+    /// @param hasPoints points are coloured, too
+    void check(const CLI::App& parser, bool hasPoints) const;
 
     /// The scale of these distances.
     LossScale scaleOf(const std::vector<float>& distances) const;

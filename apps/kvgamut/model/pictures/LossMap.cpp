@@ -30,11 +30,11 @@ bool isCancelled(KVCompletionProtocolPtr* protocol)
 
 } // namespace
 
-std::vector<float> lossOf(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& other,
+std::vector<float> lossOf(std::span<const KVGamut::LabPoint> colors, const KVGamut::GamutObject& other,
                           ColourMetric metric, KVCompletionProtocolPtr* protocol)
 {
     std::vector<KVGamut::LabPoint> outside;
-    for (const KVGamut::LabPoint& lab : gamut.mesh().lab)
+    for (const KVGamut::LabPoint& lab : colors)
         if (!other.isInside(&lab.L))
             outside.push_back(lab);
     std::vector<KVGamut::Nearest> nearest;
@@ -47,9 +47,9 @@ std::vector<float> lossOf(const KVGamut::GamutObject& gamut, const KVGamut::Gamu
         return {};
 
     std::vector<float> loss;
-    loss.reserve(gamut.mesh().lab.size());
+    loss.reserve(colors.size());
     auto next = nearest.begin();
-    for (const KVGamut::LabPoint& lab : gamut.mesh().lab)
+    for (const KVGamut::LabPoint& lab : colors)
         loss.push_back(other.isInside(&lab.L) ? 0.0f : (next++)->distance);
     return loss;
 }

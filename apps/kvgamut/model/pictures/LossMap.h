@@ -6,6 +6,7 @@
 #include <QtCore/QList>
 #include <QtGui/QColor>
 
+#include <span>
 #include <vector>
 
 /// Colour differences.
@@ -15,10 +16,11 @@ enum class ColourMetric
     Ciede2000, ///< CIEDE2000
 };
 
-/// How far each vertex of the surface of @p gamut lies outside @p other; 0 inside. Runs on any thread. Empty
-/// if it was cancelled through @p protocol, which may be null.
-[[nodiscard]] std::vector<float> lossOf(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& other,
-                                        ColourMetric metric, KVCompletionProtocolPtr* protocol = nullptr);
+/// How far each colour lies outside @p other; 0 inside. Runs on any thread. Empty if it was cancelled through
+/// @p protocol, which may be null.
+[[nodiscard]] std::vector<float> lossOf(std::span<const KVGamut::LabPoint> colors,
+                                        const KVGamut::GamutObject& other, ColourMetric metric,
+                                        KVCompletionProtocolPtr* protocol = nullptr);
 
 /// The colours of distances: a neutral one up to a threshold, from there light yellow to dark purple.
 ///
