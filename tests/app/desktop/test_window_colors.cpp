@@ -90,6 +90,23 @@ TEST_F(ColorsInTheWindow, areSortedByAClickOnATitle)
     EXPECT_EQ(names(), (QStringList{QStringLiteral("laser"), QStringLiteral("ink"), QStringLiteral("grey")}));
 }
 
+TEST_F(ColorsInTheWindow, staySortedWhenTheGamutsChange)
+{
+    openThree();
+    const QHeaderView& header = *table().header();
+    table().sortByColumn(window.colors().columnOf(Kind::Lightness), Qt::DescendingOrder);
+    const QStringList before = names();
+    EXPECT_EQ(before.constFirst(), QStringLiteral("laser"));
+    open({QStringLiteral("AdobeRGB")}); // with columns of its own before that one
+    EXPECT_EQ(header.sortIndicatorSection(), window.colors().columnOf(Kind::Lightness));
+    EXPECT_EQ(names(), before);
+    table().sortByColumn(window.colors().columnOf(Kind::De00), Qt::DescendingOrder); // of sRGB
+    window.gamuts().remove(0);
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(header.sortIndicatorSection(), -1);
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("laser"), QStringLiteral("grey"), QStringLiteral("ink")}));
+}
+
 TEST_F(ColorsInTheWindow, areFilteredAndSearchedFromTheKeyboard)
 {
     openThree();

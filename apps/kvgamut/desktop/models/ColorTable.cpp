@@ -136,6 +136,10 @@ void ColorTable::makeColumns()
             m_columns.append({kind, active.revision, active.gamut});
     for (const Kind kind : {Kind::Lightness, Kind::A, Kind::B, Kind::File})
         m_columns.append({kind, 0, {}});
+    const int sorted = sortColumn();
+    m_isSorted = sorted >= 0;
+    if (m_isSorted)
+        m_sortColumn = m_columns[sorted]; // a gamut that was computed again has another revision
     m_order = arranged();
     endResetModel();
 }

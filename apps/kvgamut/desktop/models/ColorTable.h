@@ -48,6 +48,9 @@ public:
     /// Values that are unknown come last. Without a column (-1): the order of the files.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
+    /// The column by which the rows are sorted, wherever it is now; -1 if they are in the order of the files.
+    int sortColumn() const;
+
     /// Shows only colours in this zone of the active gamut; nullopt: all.
     void setZone(const std::optional<Side>& zone);
     /// Shows only colours whose names contain @p words, in any case.
@@ -77,6 +80,7 @@ private:
     };
 
     void makeColumns();
+    bool isSortColumn(const Column& column) const;
     void arrange();
     void update();
     std::vector<qsizetype> arranged() const;

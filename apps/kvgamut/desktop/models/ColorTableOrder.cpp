@@ -43,6 +43,20 @@ void ColorTable::sort(int column, Qt::SortOrder order)
     arrange();
 }
 
+/// The columns of the active gamut stay when another one becomes active.
+bool ColorTable::isSortColumn(const Column& column) const
+{
+    const bool isOfActive = column.kind == Kind::Nearest || column.kind == Kind::Device;
+    return column.kind == m_sortColumn.kind && (isOfActive || column.gamut == m_sortColumn.gamut);
+}
+
+int ColorTable::sortColumn() const
+{
+    const auto found = std::find_if(m_columns.begin(), m_columns.end(),
+                                    [this](const Column& column) { return isSortColumn(column); });
+    return m_isSorted && found != m_columns.end() ? static_cast<int>(found - m_columns.begin()) : -1;
+}
+
 void ColorTable::setZone(const std::optional<Side>& zone)
 {
     m_zone = zone;

@@ -3,6 +3,7 @@
 
 #include <QtCore/QItemSelection>
 #include <QtCore/QLocale>
+#include <QtCore/QSignalBlocker>
 #include <QtGui/QAction>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
@@ -170,6 +171,8 @@ void ColorsPanel::sizeColumns()
     if (titles == m_titles)
         return;
     m_titles = titles;
+    const QSignalBlocker noSorting(m_view->header()); // the rows are sorted already
+    m_view->header()->setSortIndicator(m_table.sortColumn(), m_view->header()->sortIndicatorOrder());
     const auto widthOf = [this](ColorTable::Kind kind) {
         switch (kind) {
         case ColorTable::Kind::Name:
