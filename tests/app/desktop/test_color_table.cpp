@@ -121,6 +121,10 @@ TEST_F(ColorsOfFiles, haveZoneAndDifferenceForEachGamut)
         titles.append(table.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
     for (const char* title : {"ProPhoto", "ΔE00 ProPhoto", "sRGB", "ΔE00 sRGB"})
         EXPECT_EQ(titles.count(QString::fromUtf8(title)), 1) << title;
+    EXPECT_EQ(titles[1], QStringLiteral("ProPhoto"));
+    gamuts.setActiveRow(1);
+    EXPECT_EQ(table.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("sRGB"));
+    gamuts.setActiveRow(0);
     gamuts.remove(0);
     EXPECT_FALSE(titles.isEmpty());
     EXPECT_EQ(table.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("sRGB"));

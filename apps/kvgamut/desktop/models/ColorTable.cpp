@@ -126,10 +126,12 @@ void ColorTable::makeColumns()
         const GamutEntry& entry = m_gamuts.at(row);
         if (!entry.hasGamut())
             continue;
-        m_columns.append({Kind::Zone, entry.revision, entry.title});
-        m_columns.append({Kind::De00, entry.revision, entry.title});
-        if (row == m_gamuts.activeRow())
-            active = m_columns.last();
+        const bool isActive = row == m_gamuts.activeRow(); // it comes first
+        qsizetype at = isActive ? 1 : m_columns.size();
+        for (const Kind kind : {Kind::Zone, Kind::De00})
+            m_columns.insert(at++, {kind, entry.revision, entry.title});
+        if (isActive)
+            active = m_columns[1];
     }
     for (const Kind kind : {Kind::Nearest, Kind::Device})
         if (active.revision != 0)

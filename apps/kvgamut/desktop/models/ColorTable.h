@@ -20,7 +20,8 @@ class ColorTable : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    /// The kinds of columns. Zone and De00 are there for each gamut, the others once.
+    /// The kinds of columns. Zone and De00 are there for each gamut, first for the active one, the others
+    /// once.
     enum class Kind
     {
         Name,
