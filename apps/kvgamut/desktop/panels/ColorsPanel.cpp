@@ -69,6 +69,7 @@ void ColorsPanel::makeTable()
     m_view->setModel(&m_table);
     m_view->header()->setSortIndicatorClearable(true);
     m_view->header()->setStretchLastSection(false);
+    m_view->header()->setTextElideMode(Qt::ElideMiddle);
     m_view->header()->setSortIndicator(-1, Qt::AscendingOrder);
     m_view->setSortingEnabled(true);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ColorsPanel::announce);
@@ -178,8 +179,9 @@ void ColorsPanel::sizeColumns()
         case ColorTable::Kind::Name:
         case ColorTable::Kind::File:
             return fontMetrics().averageCharWidth() * 20;
-        case ColorTable::Kind::Zone:
-            return fontMetrics().averageCharWidth() * 9 + 30;
+        case ColorTable::Kind::Zone: // titles that contain the name of a gamut are shortened
+        case ColorTable::Kind::De00:
+            return fontMetrics().averageCharWidth() * 10 + 30;
         case ColorTable::Kind::Nearest:
             return fontMetrics().horizontalAdvance(QStringLiteral("100.0 -128.0 -128.0 ")) + 30;
         case ColorTable::Kind::Device:
@@ -188,9 +190,10 @@ void ColorsPanel::sizeColumns()
             return 0;
         }
     };
-    for (int column = 0; column < m_table.columnCount(); ++column)
-        m_view->setColumnWidth(
-            column, std::max(widthOf(m_table.kindOf(column)), m_view->header()->sectionSizeHint(column)));
+    for (int column = 0; column < m_table.columnCount(); ++column) {
+        const int width = widthOf(m_table.kindOf(column));
+        m_view->setColumnWidth(column, width > 0 ? width : m_view->header()->sectionSizeHint(column));
+    }
 }
 
 void ColorsPanel::announce()
