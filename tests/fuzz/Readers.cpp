@@ -4,6 +4,7 @@
 #include "Require.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/Session.h"
+#include "model/charts/DeviceChart.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/InputGate.h"
 #include "model/inputs/PictureProfile.h"
@@ -81,6 +82,22 @@ void requireSentence(const Problem& problem)
     }
 }
 
+/// The chart that the colours make, if they have device values.
+void requireChart(const PointSet& set)
+{
+    const Result<DeviceChart> chart = DeviceChart::isIn(set) ? DeviceChart::of(set) : DeviceChart();
+    if (!chart)
+        return requireSentence(chart.error());
+    for (std::size_t i = 0; i < chart->patches.size(); ++i) {
+        const DeviceChart::Patch& patch = chart->patches[i];
+        for (const double value : patch.device)
+            require(value >= 0.0 && value <= 1.0, "device values are from 0 to 1");
+        require(std::isfinite(patch.lab.L) && std::isfinite(patch.lab.a) && std::isfinite(patch.lab.b),
+                "patches have a colour");
+        require(i == 0 || chart->patches[i - 1].device < patch.device, "patches are different");
+    }
+}
+
 void requirePoints(const Result<PointSet>& set)
 {
     if (!set)
@@ -94,6 +111,7 @@ void requirePoints(const Result<PointSet>& set)
     require(set->partial == (set->note && set->partial), "what is left out is noted");
     for (const Problem& note : set->allNotes())
         requireSentence(note);
+    requireChart(*set);
 }
 
 /// RGB values are those of sRGB.

@@ -32,12 +32,12 @@ void ConversionColumns::add(Table& table, Details details)
     table.add("notes", title("notes"), Kind::Word);
 }
 
-QVariantList ConversionColumns::of(const KVGamut::Report& report)
+QVariantList ConversionColumns::of(const KVGamut::Report& report, const QStringList& inputNotes)
 {
     const KVGamut::Conversion& conversion = report.conversion;
     if (conversion.table.isEmpty()) // saved by an earlier version, or no gamut
         return QVariantList(8);
-    const QString notes = GamutWords::notes(report).join(QLatin1Char(' '));
+    const QString notes = (inputNotes + GamutWords::notes(report)).join(QLatin1Char(' '));
     return {conversion.table,
             conversion.tableIsFallback,
             GamutWords::adaptation(conversion.adaptation),

@@ -16,6 +16,7 @@ enum class Details
 void add(Table& table, Details details);
 
 /// The values of these columns; unknown values are invalid.
-QVariantList of(const KVGamut::Report& report);
+/// @param inputNotes about the input; they come before those about the conversion
+QVariantList of(const KVGamut::Report& report, const QStringList& inputNotes = {});
 
 } // namespace ConversionColumns

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "InfoCommand.h"
 
+#include "ChartColumns.h"
 #include "ConversionColumns.h"
 #include "GamutInputs.h"
 #include "ProvenanceColumns.h"
@@ -38,6 +39,7 @@ Table emptyTable()
     table.add("white", "white", Kind::Colour, 3, 2);
     table.add("black", "black", Kind::Colour, 3, 2);
     ConversionColumns::add(table, ConversionColumns::Details::Shown);
+    ChartColumns::add(table, ConversionColumns::Details::Shown);
     table.add("copyright", "copyright", Kind::Word);
     table.add("saved_of", "saved of", Kind::Word);
     table.add("no_gamut", "no gamut", Kind::Word);
@@ -58,7 +60,7 @@ Table::Row rowOf(const Input& input)
     const auto ofGamut = [&](const QVariant& value) { return input.gamut ? value : QVariant(); };
     const auto ofProfile = [&](const QVariant& value) { return isSaved ? QVariant() : value; };
     Table::Row row{input.name,
-                   isSaved ? QStringLiteral("saved gamut") : QStringLiteral("profile"),
+                   input.source->kind(),
                    unlessEmpty(facts.description),
                    unlessEmpty(facts.deviceClass),
                    unlessEmpty(facts.deviceSpace),
@@ -72,7 +74,8 @@ Table::Row rowOf(const Input& input)
                    ofGamut(report.gridPoints),
                    ofGamut(Table::colour(report.white)),
                    ofGamut(Table::colour(report.black))};
-    row += ConversionColumns::of(report);
+    row += ConversionColumns::of(report, input.source->notes());
+    row += ChartColumns::of(input.source->chart());
     row += Table::Row{unlessEmpty(facts.copyright), unlessEmpty(input.source->savedProfile()),
                       input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
     row += ProvenanceColumns::of(input);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "VolumeCommand.h"
 
+#include "ChartColumns.h"
 #include "ConversionColumns.h"
 #include "GamutInputs.h"
 #include "ProvenanceColumns.h"
@@ -70,6 +71,8 @@ Table emptyTable()
     table.add("seconds", "seconds", Kind::Number, 4, 3);
     ConversionColumns::add(table, ConversionColumns::Details::Hidden);
     ProvenanceColumns::add(table);
+    table.add("kind", "", Kind::Word);
+    ChartColumns::add(table, ConversionColumns::Details::Hidden);
     return table;
 }
 
@@ -91,7 +94,9 @@ Table::Row rowOf(const GamutInputs::Input& input, KVGamut::Construction construc
                    Table::colour(report.black),
                    input.isSaved(),
                    report.seconds};
-    row += ConversionColumns::of(report) + ProvenanceColumns::of(input);
+    row += ConversionColumns::of(report, input.source->notes()) + ProvenanceColumns::of(input);
+    row.append(input.source->kind());
+    row += ChartColumns::of(input.source->chart());
     return row;
 }
 
@@ -100,7 +105,7 @@ QString notesOf(const QList<GamutInputs::Input>& inputs)
 {
     QStringList lines;
     for (const GamutInputs::Input& input : inputs)
-        for (const QString& note : GamutWords::notes(input.gamut->report()))
+        for (const QString& note : input.source->notes() + GamutWords::notes(input.gamut->report()))
             lines.append(
                 QStringLiteral("%1: %2").arg(SafeText::shown(input.name, SafeText::maxPathLength), note));
     return lines.join(QLatin1Char('\n'));

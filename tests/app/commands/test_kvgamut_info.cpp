@@ -117,7 +117,9 @@ TEST_F(InfoTest, hasTheDocumentedKeys)
 {
     EXPECT_EQ(keysOf(info({sRGB})),
               words(QStringLiteral(
-                  "adaptation adapted_by black bpc channels cicp class copyright description "
+                  "adaptation adapted_by black bpc channels chart_different chart_error_median "
+                  "chart_error_p95 chart_largest_gap chart_levels chart_missing_corners chart_patches "
+                  "chart_uncovered cicp class copyright description "
                   "device_space grid intent intents kind mapped_black media_white no_gamut "
                   "notes pcs profile program saved_of sha256 table table_fallback tables version white")));
 }

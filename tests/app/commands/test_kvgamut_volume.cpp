@@ -69,11 +69,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(VolumeTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(
-        keysOf(volume(sRGB)),
-        words(QStringLiteral("adaptation adapted_by black bpc channels cicp faces fold_share grid intent "
-                             "mapped_black media_white method notes profile program saved seconds sha256 "
-                             "surface_volume table table_fallback uncertainty volume white")));
+    EXPECT_EQ(keysOf(volume(sRGB)),
+              words(QStringLiteral(
+                  "adaptation adapted_by black bpc channels chart_different chart_error_median "
+                  "chart_error_p95 chart_largest_gap chart_levels chart_missing_corners chart_patches "
+                  "chart_uncovered cicp faces fold_share grid intent kind "
+                  "mapped_black media_white method notes profile program saved seconds sha256 "
+                  "surface_volume table table_fallback uncertainty volume white")));
 }
 
 TEST_F(VolumeTest, printsLinesInTheOrderOfTheInputs)
@@ -326,7 +328,8 @@ TEST_F(VolumeTest, printsCsv)
         "profile,volume,uncertainty,surface_volume,faces,method,intent,bpc,grid,channels,fold_share,white_L,"
         "white_a,white_b,black_L,black_a,black_b,saved,seconds,table,table_fallback,adaptation,"
         "adapted_by,media_white_L,media_white_a,media_white_b,mapped_black_L,mapped_black_a,"
-        "mapped_black_b,cicp,notes");
+        "mapped_black_b,cicp,notes,kind,chart_patches,chart_different,chart_levels,"
+        "chart_missing_corners,chart_uncovered,chart_largest_gap,chart_error_median,chart_error_p95");
     const QList<QByteArray> keys = lines[0].split(','), fields = lines[1].split(',');
     ASSERT_EQ(keys.size(), fields.size());
     const QJsonObject row = volume(sRGB);

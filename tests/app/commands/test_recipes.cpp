@@ -74,9 +74,11 @@ protected:
         for (const char* name : {"printer.icc", "inks.icc"})
             ASSERT_TRUE(QFile::copy(QStringLiteral(KVGAMUT_CMYK_PROFILE), path(QLatin1String(name))));
         writePhoto(path(QStringLiteral("photo.jpg")));
-        ASSERT_TRUE(QFile::copy(
-            QFileInfo(QStringLiteral(KVGAMUT_RECIPES)).dir().filePath(QStringLiteral("data/patches.csv")),
-            path(QStringLiteral("patches.csv"))));
+        for (const char* name : {"patches.csv", "display.ti3"})
+            ASSERT_TRUE(QFile::copy(QFileInfo(QStringLiteral(KVGAMUT_RECIPES))
+                                        .dir()
+                                        .filePath(QStringLiteral("data/") + QLatin1String(name)),
+                                    path(QLatin1String(name))));
     }
 
     /// Runs the scripts of @p section in order. @return their output
@@ -115,6 +117,14 @@ TEST_F(RecipeTest, findTheBrandColoursThatAPrinterCanPrint)
     ASSERT_EQ(outputs.size(), 1);
     EXPECT_THAT(outputs[0].toStdString(), HasSubstr("brand blue: out, dE00 "));
     EXPECT_THAT(outputs[0].toStdString(), HasSubstr("brand grey: in, dE00 0, prints as ["));
+}
+
+TEST_F(RecipeTest, findWhatADeviceReachesAsMeasured)
+{
+    const QByteArrayList outputs = run(QStringLiteral("What does my device reach, as measured?"));
+    ASSERT_FALSE(outputs.isEmpty());
+    EXPECT_THAT(outputs[0].toStdString(),
+                HasSubstr("display.ti3: As measured: display chart of 125 patches"));
 }
 
 TEST_F(RecipeTest, findTheDisplayThatCoversMostOfAnInkSet)

@@ -66,6 +66,9 @@ int argumentCount(ProblemCode code)
     case ProblemCode::InputTooLarge:
     case ProblemCode::TooManyPixels:
     case ProblemCode::TooManyPoints:
+    case ProblemCode::TooManyPatches:
+    case ProblemCode::ChartTooSmall:
+    case ProblemCode::SavedIntentDiffers:
     case ProblemCode::XmlHasDocumentType:
     case ProblemCode::CgatsWithoutFormat:
     case ProblemCode::OtherReason:
@@ -88,7 +91,6 @@ int argumentCount(ProblemCode code)
     case ProblemCode::SessionNotFileList:
     case ProblemCode::SessionNotList:
     case ProblemCode::SessionNotGroup:
-    case ProblemCode::SavedIntentDiffers:
     case ProblemCode::NothingAtHue:
     case ProblemCode::NoCameraInClipboard:
     case ProblemCode::DisplayNotReachable:
@@ -107,6 +109,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NameNotUtf8:
     case ProblemCode::OutputIsInput:
     case ProblemCode::NotAFileOrPipe:
+    case ProblemCode::ChartWithoutDevice:
+    case ProblemCode::ChartWithoutWhite:
     case ProblemCode::NotText:
     case ProblemCode::CannotRead:
     case ProblemCode::CannotWrite:

@@ -10,7 +10,9 @@
 
 std::string inputDescription()
 {
-    return "ICC profile, picture with an embedded profile (PNG, JPEG, TIFF), saved gamut, or a built-in "
+    return "ICC profile, picture with an embedded profile (PNG, JPEG, TIFF), saved gamut, chart with device "
+           "values "
+           "(CGATS, TI3, CxF), or a built-in "
            "profile: " +
            BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString() +
            ". Its own intent can follow: printer.icc@relative";

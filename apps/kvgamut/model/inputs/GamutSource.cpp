@@ -6,9 +6,14 @@
 #include "InputName.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/charts/ChartProfile.h"
+#include "model/points/PointFile.h"
+#include "model/problems/ProblemText.h"
 #include "model/reports/GamutWords.h"
 
 #include <QtCore/QCryptographicHash>
+
+#include <algorithm>
 
 namespace {
 
@@ -18,6 +23,24 @@ constexpr QByteArrayView iccSignature("acsp");
 static_assert(InputGate::startSize >= iccSignatureOffset + iccSignature.size());
 static_assert(InputGate::startSize >= SavedGamut::markerSize);
 
+bool isControl(char c)
+{
+    return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r' && c != '\f';
+}
+
+/// Whether a file that begins like this can be a table of colours.
+bool isTable(const QByteArray& start)
+{
+    return start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF") ||
+           std::none_of(start.begin(), start.end(), isControl);
+}
+
+/// Whether @p bytes say themselves that they are measured colours; any text can be CSV.
+bool saysThatItIsATable(const QByteArray& bytes)
+{
+    return bytes.contains("BEGIN_DATA") || bytes.contains("CxF");
+}
+
 std::optional<InputKind> kindOf(const QByteArray& start)
 {
     if (PictureProfile::isPicture(start))
@@ -26,6 +49,8 @@ std::optional<InputKind> kindOf(const QByteArray& start)
         return InputKind::SavedGamut;
     if (start.isEmpty() || start.mid(iccSignatureOffset, iccSignature.size()) == iccSignature)
         return InputKind::Profile; // the engine reports an empty file
+    if (isTable(start))
+        return InputKind::Points;
     return {};
 }
 
@@ -88,6 +113,8 @@ Result<GamutSource> GamutSource::openFile(const QString& name, const QString& fi
         return ofPicture(name, *content);
     case InputKind::SavedGamut:
         return ofSavedGamut(name, *content);
+    case InputKind::Points:
+        return ofChart(name, *content, task);
     default:
         return ofProfileData(name, *content);
     }
@@ -122,6 +149,35 @@ Result<GamutSource> GamutSource::ofPicture(const QString& name, const QByteArray
     if (!icc)
         return failure(icc.error().about(name));
     return ofProfileData(name, *icc);
+}
+
+Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& bytes,
+                                         const KVCompletionProtocolPtr& task)
+{
+    const Result<PointSet> set = pointsOfText(bytes, task);
+    if (!set)
+        return failure(
+            (saysThatItIsATable(bytes) ? set.error() : Problem(ProblemCode::UnknownFormat)).about(name));
+    if (!DeviceChart::isIn(*set))
+        return failure(Problem(ProblemCode::ChartWithoutDevice).about(name));
+    const Result<ChartProfile> made = ChartProfile::of(*set, task);
+    if (!made)
+        return failure(made.error().about(name));
+    return ofProfileData(name, made->bytes).map([&](GamutSource source) {
+        source.m_hash = hashOf(bytes);
+        source.m_chart = made->facts;
+        source.m_notes = made->facts.notes();
+        for (const Problem& note : set->allNotes())
+            source.m_notes.append(ProblemText::english(note));
+        return source;
+    });
+}
+
+QString GamutSource::kind() const
+{
+    if (isSaved())
+        return QStringLiteral("saved gamut");
+    return m_chart ? m_chart->title() : QStringLiteral("profile");
 }
 
 Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteArray& bytes)

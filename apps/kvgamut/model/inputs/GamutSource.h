@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/charts/ChartFacts.h"
 #include "model/problems/Result.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -9,14 +10,15 @@
 
 #include <optional>
 
-/// An opened profile or a saved gamut.
+/// An opened profile, saved gamut or chart.
 ///
 /// A value type; copies share the opened data and may be used on different threads.
 class GamutSource
 {
 public:
     /// Opens @p name: a built-in profile, or else a file. The content of the file decides what it is: an ICC
-    /// profile, a PNG, JPEG or TIFF picture with an embedded profile, or a saved gamut.
+    /// profile, a PNG, JPEG or TIFF picture with an embedded profile, a saved gamut, or measured colours with
+    /// their device values (CGATS, TI3, CxF, CSV), of which it makes a profile.
     /// To open a file that is named like a built-in profile, write "./sRGB".
     /// "-" is standard input. Settings may follow the name: "printer.icc@relative", see InputName.
     /// @param task cancels reading; may be null
@@ -31,6 +33,13 @@ public:
     const KVGamut::GamutObject& savedGamut() const { return m_saved; }
     /// The name of the profile that a saved gamut was computed from; empty if unknown.
     QString savedProfile() const { return m_savedProfile; }
+
+    /// What the measurement tells about the device; nullopt if this is not a chart.
+    const std::optional<ChartFacts>& chart() const { return m_chart; }
+    /// "profile", "saved gamut" or "print chart of 1617 patches".
+    QString kind() const;
+    /// Sentences about the input that a reader of the volume should know.
+    QStringList notes() const { return m_notes; }
 
     /// The profile; null for a saved gamut.
     KVProfilePtr profile() const { return m_profile; }
@@ -57,6 +66,8 @@ private:
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
     static Result<GamutSource> ofProfileData(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofPicture(const QString& name, const QByteArray& bytes);
+    static Result<GamutSource> ofChart(const QString& name, const QByteArray& bytes,
+                                       const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
 
     QString m_name;
@@ -64,5 +75,7 @@ private:
     KVGamut::GamutObject m_saved;
     QString m_savedProfile;
     QString m_hash;
+    std::optional<ChartFacts> m_chart;
+    QStringList m_notes;
     std::optional<KVVMRenderType> m_intent; ///< of the name
 };

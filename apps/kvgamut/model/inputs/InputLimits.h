@@ -27,6 +27,7 @@ namespace InputLimits {
 qint64 maxBytes(InputKind kind);
 
 constexpr qsizetype maxPoints = 2'000'000;     ///< in a point file
+constexpr qsizetype maxPatches = 20'000;       ///< of a chart, with different device values
 constexpr qsizetype maxColumns = 1000;         ///< of a table of points
 constexpr qsizetype maxLineLength = 65'536;    ///< of a table, in characters; also of a CGATS value
 constexpr qsizetype maxNameLength = 1000;      ///< of a point; longer names are cut

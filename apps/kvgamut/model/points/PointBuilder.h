@@ -27,6 +27,7 @@ public:
         QList<double> wavelengths;   ///< of its spectra
         bool areNumbered = false;    ///< the colours have numbers, not lines
         QString observer;            ///< "2" or "10"
+        QString deviceClass;         ///< as in PointReading
     };
 
     PointBuilder(const PointOptions& options, KVCompletionProtocolPtr task)

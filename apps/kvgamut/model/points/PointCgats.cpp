@@ -129,7 +129,8 @@ private:
             return readFormat();
         if (word.is("BEGIN_DATA"))
             return readData(word.line);
-        if (word.is("WEIGHTING_FUNCTION") || word.is("MEASUREMENT_SOURCE") || word.is("SPECTRAL_NORM"))
+        if (word.is("WEIGHTING_FUNCTION") || word.is("MEASUREMENT_SOURCE") || word.is("SPECTRAL_NORM") ||
+            word.is("DEVICE_CLASS"))
             return readKeyword(word);
         for (const auto& [keyword, count] :
              {std::pair{"NUMBER_OF_FIELDS", &m_fieldCount}, std::pair{"NUMBER_OF_SETS", &m_setCount}})
@@ -161,6 +162,8 @@ private:
         if (value && value->isDirective())
             return directive(*value);
         const QString text = value ? QString::fromUtf8(value->text.left(maxKeywordLength)) : QString();
+        if (keyword.is("DEVICE_CLASS"))
+            m_declared.deviceClass = text.toUpper();
         if (keyword.is("SPECTRAL_NORM"))
             m_declared.maxReflectance = text.toDouble();
         if (const auto match = observer.match(text); match.hasMatch())

@@ -9,6 +9,8 @@
 #include <QtCore/QHash>
 #include <QtCore/QXmlStreamReader>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -47,6 +49,8 @@ struct Object
     QString name;
     QList<Value> values;
     Spectrum spectrum;
+    std::array<float, 4> device{};
+    int deviceChannels = 0; ///< 0 without device values
 };
 
 /// Wavelengths that a ColorSpecification states, in nm.
@@ -71,21 +75,24 @@ std::vector<float> reflectancesOf(const QString& text)
     return numbers;
 }
 
-/// The numbers in the three child elements @p names, in any order, of the current element.
-std::optional<std::array<float, 3>> triple(QXmlStreamReader& xml, const std::array<const char*, 3>& names)
+/// The numbers in the child elements @p names, in any order, of the current element.
+template <std::size_t count>
+std::optional<std::array<float, count>> numbersIn(QXmlStreamReader& xml,
+                                                  const std::array<const char*, count>& names)
 {
-    std::array<float, 3> values{NAN, NAN, NAN};
+    std::array<float, count> values;
+    values.fill(NAN);
     while (xml.readNextStartElement()) {
         const QString element = localName(xml);
         const QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
-        for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             bool ok = false;
             const float number = text.toFloat(&ok);
             if (ok && element == QLatin1String(names[i]))
                 values[i] = number;
         }
     }
-    if (!std::isfinite(values[0]) || !std::isfinite(values[1]) || !std::isfinite(values[2]))
+    if (!std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); }))
         return {};
     return values;
 }
@@ -121,11 +128,15 @@ private:
     {
         const QString name = localName(m_xml);
         if (name == objectName)
-            m_objects.append({m_xml.attributes().value(QLatin1String("Name")).toString(), {}, {}});
+            m_objects.append({m_xml.attributes().value(QLatin1String("Name")).toString(), {}, {}, {}, 0});
         else if (name == QLatin1String("ColorCIELab"))
             readValue({"L", "A", "B"}, false);
         else if (name == QLatin1String("ColorCIEXYZ"))
             readValue({"X", "Y", "Z"}, true);
+        else if (name == QLatin1String("ColorRGB"))
+            readDevice<3>({"R", "G", "B"});
+        else if (name == QLatin1String("ColorCMYK"))
+            readDevice<4>({"Cyan", "Magenta", "Yellow", "Black"});
         else if (name == QLatin1String("ReflectanceSpectrum"))
             readSpectrum();
         else if (name == QLatin1String("WavelengthRange"))
@@ -140,7 +151,7 @@ private:
     {
         const QString specification =
             m_xml.attributes().value(QLatin1String("ColorSpecification")).toString();
-        const auto numbers = triple(m_xml, names);
+        const auto numbers = numbersIn(m_xml, names);
         if (!numbers || m_objects.isEmpty())
             return;
         const auto& [x, y, z] = *numbers;
@@ -148,6 +159,16 @@ private:
             isXyz ? PointWhite::fromXyz(*numbers, 100.0, {}) : KVGamut::LabPoint{x, y, z};
         if (isPossible(lab))
             m_objects.last().values.append({lab, specification, isXyz});
+    }
+
+    template <std::size_t count>
+    void readDevice(const std::array<const char*, count>& names)
+    {
+        const auto numbers = numbersIn(m_xml, names);
+        if (!numbers || m_objects.isEmpty())
+            return;
+        std::copy(numbers->begin(), numbers->end(), m_objects.last().device.begin());
+        m_objects.last().deviceChannels = static_cast<int>(count);
     }
 
     double number(const char* attribute) const
@@ -200,6 +221,8 @@ private:
     {
         MeasuredPoint point;
         point.name = object.name;
+        point.device = object.device;
+        point.deviceChannels = object.deviceChannels;
         const auto value = best(object);
         const SpectralWeights* weights = value ? nullptr : weightsFor(object.spectrum);
         if (value) {

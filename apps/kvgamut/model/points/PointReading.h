@@ -29,9 +29,10 @@ struct PointOptions
 /// In which way the colours of a file were read. Fixed English words, for reports; empty if unknown.
 struct PointReading
 {
-    QString values;   ///< "Lab", "LCh", "XYZ", "spectra", "RGB" or "CMYK"; joined with "+" if several
-    QString space;    ///< the profile of RGB or CMYK values
-    QString intent;   ///< of that profile
-    QString white;    ///< to which Lab, LCh and XYZ refer, or for which a spectrum was computed: "D50"
-    QString observer; ///< "2" or "10", in degrees
+    QString values;      ///< "Lab", "LCh", "XYZ", "spectra", "RGB" or "CMYK"; joined with "+" if several
+    QString space;       ///< the profile of RGB or CMYK values
+    QString intent;      ///< of that profile
+    QString white;       ///< to which Lab, LCh and XYZ refer, or for which a spectrum was computed: "D50"
+    QString observer;    ///< "2" or "10", in degrees
+    QString deviceClass; ///< of the device that was measured: "DISPLAY", "OUTPUT", "INPUT"...
 };

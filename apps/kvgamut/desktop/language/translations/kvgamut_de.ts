@@ -1013,10 +1013,6 @@ wird berechnet</translation>
         <translation>nicht beschreibbar</translation>
     </message>
     <message>
-        <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut</source>
-        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut</translation>
-    </message>
-    <message>
         <source>the %1 picture is damaged</source>
         <translation>das %1-Bild ist beschädigt</translation>
     </message>
@@ -1587,6 +1583,26 @@ wird berechnet</translation>
     <message>
         <source>the surfaces of the gamuts cross too often for a body to be made</source>
         <translation>die Oberflächen der Farbumfänge schneiden sich zu oft, um einen Körper zu bilden</translation>
+    </message>
+    <message>
+        <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut, nor a chart of measured colours</source>
+        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Farbumfang noch eine Testtafel mit Messwerten</translation>
+    </message>
+    <message>
+        <source>the colours have no device values (RGB or CMYK), which the surface is made of</source>
+        <translation>die Farben haben keine Gerätewerte (RGB oder CMYK), aus denen die Oberfläche entsteht</translation>
+    </message>
+    <message>
+        <source>the chart has too few patches: %1 with different device values, or a channel that varies by less than 50 %</source>
+        <translation>die Testtafel hat zu wenige Felder: %1 mit verschiedenen Gerätewerten, oder ein Kanal ändert sich um weniger als 50 %</translation>
+    </message>
+    <message>
+        <source>all patches of the chart are black</source>
+        <translation>alle Felder der Testtafel sind schwarz</translation>
+    </message>
+    <message>
+        <source>more than %1 different patches, the limit of a chart</source>
+        <translation>mehr als %1 verschiedene Felder, die Grenze einer Testtafel</translation>
     </message>
 </context>
 <context>
