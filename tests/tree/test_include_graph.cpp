@@ -71,8 +71,8 @@ Order documentedOrder()
                                     model + "photos"})},
         {model + "charts", program({model + "problems", model + "inputs", model + "points"})},
         {model + "inputs/GamutSource", program({model + "charts", model + "points"})}, // opens any input
-        {model + "checks",
-         program({model + "problems", model + "inputs", model + "photos", model + "points", model + "jobs"})},
+        {model + "checks", program({model + "problems", model + "inputs", model + "photos", model + "points",
+                                    model + "jobs", model + "pictures"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",

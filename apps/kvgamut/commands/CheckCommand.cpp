@@ -9,7 +9,10 @@
 #include "commands/process/Say.h"
 #include "model/checks/ColorCheck.h"
 #include "model/checks/PhotoCheck.h"
+#include "model/checks/PhotoMarks.h"
+#include "model/export/OutputFile.h"
 #include "model/inputs/InputGate.h"
+#include "model/pictures/PictureFile.h"
 #include "model/reports/GamutWords.h"
 #include "model/text/ListOf.h"
 
@@ -169,13 +172,15 @@ CheckCommand::CheckCommand(CLI::App& program)
             },
             "Exit code 5 if more than this percentage of the pixels of a photo is outside")
         ->type_name("PERCENT");
+    declareMarks(photos);
     m_colours.declare(parser());
     declareSettings(parser(), m_settings);
     m_intent = parser().get_option("--intent");
     m_report.declare(parser());
-    parser().final_callback([photos, colors] {
+    parser().final_callback([this, photos, colors] {
         if (photos->empty() && colors->empty())
             throw CLI::ValidationError("nothing to check: give --photo FILE or --colors FILE");
+        checkMarks();
     });
     ReportOptions::endHelp(parser(),
                            "Without --intent, photos are compared with the relative colorimetric gamut, in "
@@ -188,6 +193,66 @@ CheckCommand::CheckCommand(CLI::App& program)
                            "made_de00_mean, _p95 and _max are the same over the pixels of a photo, with the "
                            "intent of the gamut.\n"
                            "Exit code 5: more is outside than --fail-if-outside or --tolerance allows.");
+}
+
+void CheckCommand::declareMarks(CLI::Option* photos)
+{
+    const auto declare = [&](const char* option, QString& name, const char* help) {
+        parser()
+            .add_option_function<std::string>(
+                option, [&name](const std::string& word) { name = OptionValues::file(word); }, help)
+            ->type_name("FILE")
+            ->needs(photos);
+    };
+    declare(
+        "--mask", m_mask,
+        "Write the photo in grey with the pixels marked that are outside (one photo, one profile): png, jpg, "
+        "tif or webp");
+    declare("--map", m_map, "Write it with these pixels in the colours of their dE00: yellow to purple");
+    parser()
+        .add_option_function<std::string>(
+            "--map-max",
+            [this](const std::string& word) { m_mapMax = OptionValues::number(word, 0.1f, 1000.0f); },
+            "The dE00 of the last colour of the map (default: 20)")
+        ->type_name("D");
+}
+
+void CheckCommand::checkMarks() const
+{
+    for (const QString& name : {m_mask, m_map}) {
+        if (name.isEmpty())
+            continue;
+        if (m_photos.size() != 1 || m_profiles.size() != 1)
+            throw CLI::ValidationError("--mask and --map need exactly one photo and one profile");
+        const auto format = PictureFile::formatOf(name);
+        if (!format || *format == PictureFormat::Svg || *format == PictureFormat::Pdf)
+            throw CLI::ValidationError("the mask and the map are pictures: png, jpg, tif or webp");
+    }
+}
+
+void CheckCommand::writeMarks(const GamutInputs::Input& input, const PhotoReading& reading)
+{
+    const auto tolerance = static_cast<float>(m_tolerance);
+    const auto& gamut = *input.gamut;
+    const auto write = [&](const QString& name, const auto& draw) {
+        if (name.isEmpty())
+            return;
+        const Result<QByteArray> bytes =
+            PhotoFile::open(m_photos[0]).and_then(draw).and_then([&](const QImage& picture) {
+                const PictureNote note{{}, {PictureNote::profileLine(input.name, input.source->hash())}};
+                return PictureFile::bytes(picture, *PictureFile::formatOf(name), note);
+            });
+        if (!bytes) {
+            say(bytes.error().about(m_photos[0]));
+            m_allRead = false;
+        } else if (const auto problem = writeOutput(name, *bytes)) {
+            say(*problem);
+            m_allWritten = false;
+        }
+    };
+    write(m_mask, [&](PhotoFile photo) { return PhotoMarks::mask(photo, reading, gamut, tolerance); });
+    const LossScale scale{tolerance, std::max(m_mapMax, tolerance + 0.1f)};
+    write(m_map, [&](PhotoFile photo) { return PhotoMarks::map(photo, reading, gamut, scale); });
 }
 
 Command::Files CheckCommand::files() const
@@ -243,6 +308,9 @@ void CheckCommand::checkPhotos(const GamutInputs& gamuts, Table& table, Progress
             ++m_photosChecked;
             m_photosFitting += pass;
             table.rows.append(photoRow(name, pass, *colors, *check, input));
+            progress.show(0.0f, QStringLiteral("picture"));
+            writeMarks(input, reading);
+            progress.clear();
         }
     }
 }
@@ -287,6 +355,11 @@ QString CheckCommand::summary() const
 int CheckCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
+    for (const QString& name : {m_mask, m_map})
+        if (const auto problem = overwritesInput(name, files().inputs)) {
+            say(*problem);
+            return WrongUsage;
+        }
     Progress progress(m_report.quiet);
     Table table = emptyTable(!m_photos.isEmpty(), !m_colorFiles.isEmpty());
     bool allUsed = true;
@@ -307,5 +380,7 @@ int CheckCommand::run(Arguments arguments)
     progress.clear();
     table.summary = summary();
     const int printed = m_report.print(table, allUsed && m_allRead);
+    if (printed != BadOutput && !m_allWritten)
+        return BadOutput;
     return printed == Done && !m_passed ? NotPassed : printed;
 }

@@ -5,6 +5,7 @@
 #include "GamutInputs.h"
 #include "commands/options/PointColourOptions.h"
 #include "commands/options/ReportOptions.h"
+#include "model/photos/PhotoReading.h"
 
 #include <optional>
 
@@ -21,6 +22,10 @@ private:
     /// Settings with the intent of the command line, or else @p intent.
     KVGamut::Settings settingsWith(KVVMRenderType intent) const;
     void checkPhotos(const GamutInputs& gamuts, Table& table, Progress& progress);
+    void declareMarks(CLI::Option* photos);
+    void checkMarks() const;
+    /// Writes the pictures of the photo that show what is lost.
+    void writeMarks(const GamutInputs::Input& input, const PhotoReading& reading);
     void checkColors(const GamutInputs& gamuts, Table& table, Progress& progress);
     QString summary() const;
 
@@ -28,6 +33,8 @@ private:
     QStringList m_photos;
     QStringList m_colorFiles;
     QString m_photoProfile;
+    QString m_mask, m_map; ///< names of pictures; empty if not wanted
+    float m_mapMax = 20.0f;
     PointColourOptions m_colours;
     KVGamut::Settings m_settings;
     CLI::Option* m_intent = nullptr;
@@ -37,6 +44,7 @@ private:
     ReportOptions m_report;
 
     bool m_allRead = true;
+    bool m_allWritten = true;
     bool m_passed = true;
     int m_photosChecked = 0, m_photosFitting = 0;
     int m_colorsChecked = 0, m_colorsPassed = 0;

@@ -163,3 +163,35 @@ TEST_F(CheckTest, doesNotOverwriteAPhoto)
     EXPECT_EQ(run(check({QStringLiteral("--photo"), file, QStringLiteral("-o"), file})).exitCode, 2);
     EXPECT_FALSE(QImage(file).isNull());
 }
+
+TEST_F(CheckTest, writesTheMaskAndTheMapOfAPhoto)
+{
+    const QString mask = path(QStringLiteral("mask.png")), map = path(QStringLiteral("map.tif"));
+    const auto rows =
+        json(check({QStringLiteral("--photo"), photo(), QStringLiteral("--mask"), mask,
+                    QStringLiteral("--map"), map, QStringLiteral("--map-max"), QStringLiteral("30")}));
+    ASSERT_EQ(rows.size(), 1);
+    const QImage marked(mask);
+    ASSERT_EQ(marked.width() * marked.height(), 800);
+    int lost = 0;
+    for (int y = 0; y < marked.height(); ++y)
+        for (int x = 0; x < marked.width(); ++x)
+            lost += marked.pixelColor(x, y).saturation() > 100;
+    EXPECT_EQ(lost, 200); // a quarter
+    EXPECT_TRUE(contents(map).startsWith("II"));
+}
+
+TEST_F(CheckTest, refusesMarksThatItCannotWrite)
+{
+    const auto exitCode = [this](const QStringList& more) {
+        return run(check(QStringList{QStringLiteral("--photo"), photo()} + more)).exitCode;
+    };
+    const QString mask = QStringLiteral("--mask"), png = path(QStringLiteral("m.png"));
+    EXPECT_EQ(exitCode({mask, path(QStringLiteral("m.svg"))}), WrongUsage);
+    EXPECT_EQ(exitCode({mask, path(QStringLiteral("m"))}), WrongUsage);
+    EXPECT_EQ(exitCode({mask, png, QStringLiteral("--photo"), photo()}), WrongUsage); // two photos
+    EXPECT_EQ(exitCode({mask, photo()}), WrongUsage);                                 // over its input
+    EXPECT_EQ(exitCode({mask, path(QStringLiteral("nowhere/m.png"))}), BadOutput);
+    EXPECT_EQ(run(check({QStringLiteral("--colors"), brandColors(), mask, png})).exitCode, WrongUsage);
+    EXPECT_FALSE(QFile::exists(png));
+}

@@ -4,6 +4,11 @@
 #include "app/support/BuiltInGamut.h"
 #include "model/checks/ColorCheck.h"
 #include "model/checks/PhotoCheck.h"
+#include "model/checks/PhotoMarks.h"
+
+#include <QtCore/QBuffer>
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
 
 #include <algorithm>
 #include <array>
@@ -156,4 +161,157 @@ TEST_F(Checks, ofAColourWithoutAProfileHaveNoDeviceValues)
     const ColorCheck check = ColorChecker(sRGB, {}).check({50, 0, 0}, 1.0);
     EXPECT_TRUE(check.device.empty());
     EXPECT_TRUE(std::isnan(check.made.L));
+}
+
+namespace {
+
+QByteArray pngOf(const QImage& image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    EXPECT_TRUE(image.save(&buffer, "PNG"));
+    return bytes;
+}
+
+PhotoFile photoOf(const QImage& image)
+{
+    Result<PhotoFile> photo = PhotoFile::ofContent(pngOf(image));
+    EXPECT_TRUE(photo);
+    return *std::move(photo);
+}
+
+/// A photo in Display P3, of which sRGB cannot make a part.
+QImage colorfulPhoto()
+{
+    QImage image(160, 100, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb(255 - y * 2, 40 + x, (x * y) % 256));
+    image.setColorSpace(QColorSpace(QColorSpace::DisplayP3));
+    return image;
+}
+
+bool isGrey(QRgb color)
+{
+    return std::abs(qRed(color) - qGreen(color)) <= 1 && std::abs(qGreen(color) - qBlue(color)) <= 1;
+}
+
+} // namespace
+
+TEST_F(Checks, maskMarksAsManyPixelsAsAreOutside)
+{
+    const KVGamut::GamutObject gamut = kvtest::builtInGamut("sRGB", 33);
+    const QImage image = colorfulPhoto();
+    PhotoFile counted = photoOf(image), drawn = photoOf(image);
+    const auto colors = photoColors(counted, {});
+    ASSERT_TRUE(colors);
+    const auto check = checkPhoto(gamut, *colors, 1.0f, nullptr);
+    const auto mask = PhotoMarks::mask(drawn, {}, gamut, 1.0f);
+    ASSERT_TRUE(check && mask);
+    ASSERT_EQ(mask->size(), image.size());
+    int marked = 0;
+    for (int y = 0; y < mask->height(); ++y)
+        for (int x = 0; x < mask->width(); ++x)
+            if (mask->pixel(x, y) == sideColor(Side::Outside).rgb())
+                ++marked;
+            else
+                ASSERT_TRUE(isGrey(mask->pixel(x, y)));
+    EXPECT_GT(marked, 1000);
+    // colours are counted in cells of a quarter of a dE
+    EXPECT_NEAR(double(marked) / (image.width() * image.height()), check->outside, 0.002);
+}
+
+TEST_F(Checks, maskIsLighterWhereThePhotoIs)
+{
+    QImage image(3, 1, QImage::Format_RGB32);
+    image.setPixel(0, 0, qRgb(0, 0, 0));
+    image.setPixel(1, 0, qRgb(128, 128, 128));
+    image.setPixel(2, 0, qRgb(255, 255, 255));
+    PhotoFile photo = photoOf(image);
+    const auto mask = PhotoMarks::mask(photo, {}, sRGB, 1.0f);
+    ASSERT_TRUE(mask);
+    EXPECT_LT(qGreen(mask->pixel(0, 0)) + 40, qGreen(mask->pixel(1, 0)));
+    EXPECT_LT(qGreen(mask->pixel(1, 0)) + 40, qGreen(mask->pixel(2, 0)));
+}
+
+/// Whether the scale has @p color between two differences.
+static bool isOnScale(QRgb color, const LossScale& scale, float first, float last)
+{
+    for (float difference = first; difference <= last; difference += 0.02f) {
+        const QRgb there = scale.colorOf(difference).rgb();
+        if (std::abs(qRed(there) - qRed(color)) <= 1 && std::abs(qGreen(there) - qGreen(color)) <= 1 &&
+            std::abs(qBlue(there) - qBlue(color)) <= 1)
+            return true;
+    }
+    return false;
+}
+
+TEST_F(Checks, mapColoursEachPixelByItsDifference)
+{
+    const KVGamut::GamutObject gamut = kvtest::builtInGamut("sRGB", 33);
+    const QImage image = colorfulPhoto();
+    const LossScale scale{1.0f, 15.0f};
+    PhotoFile photo = photoOf(image);
+    const auto map = PhotoMarks::map(photo, {}, gamut, scale);
+    ASSERT_TRUE(map);
+    const auto space = PhotoSpace::open(image.colorSpace().iccProfile(), PhotoFacts::Space::Rgb, false);
+    ASSERT_TRUE(space);
+    int lost = 0;
+    for (int y = 0; y < image.height(); y += 3)
+        for (int x = 0; x < image.width(); x += 3) {
+            const QRgb color = image.pixel(x, y);
+            const std::array device{qRed(color) / 255.0, qGreen(color) / 255.0, qBlue(color) / 255.0};
+            KVGamut::LabPoint lab;
+            space->convert(device, std::span(&lab, 1));
+            const float distance = gamut.nearestByCiede2000(std::array{lab.L, lab.a, lab.b}.data()).distance;
+            constexpr float cell = 0.9f; // a colour and the middle of its cell differ by no more
+            const QRgb shown = map->pixel(x, y);
+            if (distance < scale.threshold - cell) {
+                EXPECT_TRUE(isGrey(shown));
+            } else if (distance > scale.threshold + cell) {
+                ++lost;
+                EXPECT_TRUE(isOnScale(shown, scale, distance - cell, distance + cell)) << distance;
+            }
+        }
+    EXPECT_GT(lost, 100);
+}
+
+TEST_F(Checks, maskOfALargePhotoIsSmallerAndHidesNothing)
+{
+    QImage image(7001, 5000, QImage::Format_RGB32); // 35 megapixels: a half along each side
+    image.fill(qRgb(120, 120, 120));
+    image.setColorSpace(QColorSpace(QColorSpace::ProPhotoRgb));
+    image.setPixel(4321, 1235, qRgb(0, 255, 0));
+    image.setPixel(7000, 4999, qRgb(0, 255, 0));
+    PhotoFile photo = photoOf(image);
+    const auto mask = PhotoMarks::mask(photo, {}, sRGB, 1.0f);
+    ASSERT_TRUE(mask);
+    ASSERT_EQ(mask->size(), QSize(3501, 2500));
+    const QRgb lost = sideColor(Side::Outside).rgb();
+    EXPECT_EQ(mask->pixel(2160, 617), lost);
+    EXPECT_EQ(mask->pixel(3500, 2499), lost);
+    EXPECT_TRUE(isGrey(mask->pixel(2161, 617)));
+    EXPECT_TRUE(isGrey(mask->pixel(2160, 618)));
+}
+
+TEST_F(Checks, maskKeepsTransparentPixels)
+{
+    QImage image(2, 1, QImage::Format_ARGB32);
+    image.setPixel(0, 0, qRgba(255, 0, 0, 0));
+    image.setPixel(1, 0, qRgba(90, 90, 90, 128));
+    PhotoFile photo = photoOf(image);
+    const auto mask = PhotoMarks::mask(photo, {}, sRGB, 1.0f);
+    ASSERT_TRUE(mask);
+    EXPECT_EQ(qAlpha(mask->pixel(0, 0)), 0);
+    EXPECT_EQ(qAlpha(mask->pixel(1, 0)), 255);
+}
+
+TEST_F(Checks, maskCanBeCancelled)
+{
+    PhotoFile photo = photoOf(colorfulPhoto());
+    const auto task = KVCompletionProtocol::createTask(QString());
+    task->cancel();
+    const auto mask = PhotoMarks::mask(photo, {}, sRGB, 1.0f, task);
+    ASSERT_FALSE(mask);
+    EXPECT_EQ(mask.error().code, Problem::Code(KVProblemCode::Cancelled));
 }

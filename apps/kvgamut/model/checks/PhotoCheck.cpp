@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PhotoCheck.h"
 
+#include "ZoneFinder.h"
 #include "model/inputs/InputGate.h"
 #include "model/jobs/Jobs.h"
-#include "model/points/MeasuredPoint.h"
 
 #include <algorithm>
 #include <array>
@@ -13,57 +13,7 @@
 
 namespace {
 
-constexpr float blockEdge = 4.0f;      ///< of the blocks whose zone is looked up first
 constexpr float differenceEdge = 1.0f; ///< of the cells for which differences are computed
-
-using Place = std::array<int, 3>;
-
-Place placeOf(const KVGamut::LabPoint& lab, float edge)
-{
-    const auto at = [edge](float value) { return static_cast<int>(std::floor(value / edge)); };
-    return {at(lab.L), at(lab.a), at(lab.b)};
-}
-
-KVGamut::LabPoint centreOf(const Place& place, float edge)
-{
-    const auto at = [edge](int value) { return (static_cast<float>(value) + 0.5f) * edge; };
-    return {at(place[0]), at(place[1]), at(place[2])};
-}
-
-/// The signed distance to the surface, exact where it decides the zone: each colour of a block is no farther
-/// from its centre than half the diagonal, and so its distance differs from that of the centre by no more.
-class ZoneFinder
-{
-public:
-    ZoneFinder(const KVGamut::GamutObject& gamut, float tolerance) : m_gamut(gamut), m_tolerance(tolerance) {}
-
-    Side sideOfColour(const KVGamut::LabPoint& lab)
-    {
-        const float ofCentre = distanceOfBlock(placeOf(lab, blockEdge));
-        constexpr float halfDiagonal = 0.8661f * blockEdge;
-        if (std::abs(ofCentre) > m_tolerance + halfDiagonal)
-            return sideOf(ofCentre, m_tolerance);
-        return sideOf(distanceOf(lab), m_tolerance);
-    }
-
-private:
-    float distanceOf(const KVGamut::LabPoint& lab) const
-    {
-        const std::array<float, 3> values{lab.L, lab.a, lab.b};
-        return m_gamut.nearest(values.data()).distance;
-    }
-    float distanceOfBlock(const Place& place)
-    {
-        const auto known = m_blocks.find(place);
-        if (known != m_blocks.end())
-            return known->second;
-        return m_blocks[place] = distanceOf(centreOf(place, blockEdge));
-    }
-
-    const KVGamut::GamutObject& m_gamut;
-    const float m_tolerance;
-    std::map<Place, float> m_blocks;
-};
 
 /// A number of pixels with the same difference.
 struct Weighted
@@ -97,9 +47,9 @@ std::vector<LabCells::Cell> gathered(const std::vector<LabCells::Cell>& cells)
         std::array<double, 3> lab{};
         double count = 0.0;
     };
-    std::map<Place, Sum> sums;
+    std::map<LabPlace, Sum> sums;
     for (const auto& [lab, count] : cells) {
-        Sum& sum = sums[placeOf(lab, differenceEdge)];
+        Sum& sum = sums[labPlace(lab, differenceEdge)];
         const std::array<float, 3> values{lab.L, lab.a, lab.b};
         for (std::size_t i = 0; i < 3; ++i)
             sum.lab[i] += static_cast<double>(values[i]) * count;
@@ -125,13 +75,13 @@ double largest(const std::vector<LabCells::Cell>& cells, const std::vector<LabCe
         max = std::max(max, part.difference);
     constexpr double margin = 1.0; // more than two colours of a larger cell can differ by, nearly everywhere
     constexpr std::size_t maxTried = 2000;
-    std::map<Place, bool> isNear;
+    std::map<LabPlace, bool> isNear;
     for (std::size_t i = 0; i < larger.size(); ++i)
         if (differences[i].difference > max - margin)
-            isNear[placeOf(larger[i].lab, differenceEdge)] = true;
+            isNear[labPlace(larger[i].lab, differenceEdge)] = true;
     std::size_t tried = 0;
     for (const auto& [lab, count] : cells)
-        if (isNear.contains(placeOf(lab, differenceEdge)) && tried++ < maxTried)
+        if (isNear.contains(labPlace(lab, differenceEdge)) && tried++ < maxTried)
             max = std::max(max, differenceOf(lab));
     return max;
 }

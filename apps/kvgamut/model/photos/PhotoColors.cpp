@@ -2,7 +2,7 @@
 #include "PhotoColors.h"
 
 #include "DeviceLevels.h"
-#include "model/inputs/BuiltInProfiles.h"
+#include "PhotoSamples.h"
 #include "model/inputs/InputGate.h"
 
 #include <algorithm>
@@ -67,45 +67,6 @@ private:
     int m_bits = 12;
     std::vector<Slot> m_slots = std::vector<Slot>(std::size_t(1) << m_bits);
     std::size_t m_used = 0;
-};
-
-/// The samples of a pixel, at most four channels, as words. Bytes stay bytes.
-class SampleReader
-{
-public:
-    explicit SampleReader(const PhotoFacts& facts) : m_facts(facts) {}
-
-    std::uint32_t at(const std::byte* row, qsizetype sample) const
-    {
-        switch (m_facts.sample) {
-        case PhotoFacts::Sample::Byte:
-            return std::to_integer<std::uint32_t>(row[sample]);
-        case PhotoFacts::Sample::Word:
-            return reinterpret_cast<const quint16*>(row)[sample];
-        case PhotoFacts::Sample::Float:
-            break;
-        }
-        const float value = floatAt(row, sample);
-        return value > 0.0f ? static_cast<std::uint32_t>(std::lround(std::min(value, 1.0f) * 65535.0f)) : 0;
-    }
-    bool isOutside(const std::byte* row, qsizetype sample) const
-    {
-        if (m_facts.sample != PhotoFacts::Sample::Float)
-            return false;
-        const float value = floatAt(row, sample);
-        return !(value >= 0.0f && value <= 1.0f);
-    }
-    float floatAt(const std::byte* row, qsizetype sample) const
-    {
-        return reinterpret_cast<const float*>(row)[sample];
-    }
-    bool isTransparent(const std::byte* row, qsizetype first) const
-    {
-        return m_facts.alpha >= 0 && at(row, first + m_facts.alpha) == 0;
-    }
-
-private:
-    const PhotoFacts& m_facts;
 };
 
 /// Counts the device values of a photo with a profile.
@@ -231,28 +192,12 @@ Result<void> countDevice(PhotoFile& photo, const PhotoSpace& space, LabCells& ce
     return {};
 }
 
-/// The bytes of the profile for the pixels of @p photo, and a note where it is assumed.
-Result<QByteArray> profileFor(const PhotoFacts& facts, const PhotoReading& reading, QList<Problem>& notes)
-{
-    if (!facts.profile.isEmpty())
-        return facts.profile;
-    if (!reading.defaultProfile.isEmpty())
-        return reading.defaultProfile;
-    if (facts.space == PhotoFacts::Space::Cmyk || facts.sample == PhotoFacts::Sample::Float)
-        return failure(ProblemCode::PictureNeedsProfile);
-    notes.append(Problem(ProblemCode::PictureTakenAsSrgb));
-    return BuiltInProfiles::profile(QStringLiteral("sRGB"));
-}
-
 Result<void> count(PhotoFile& photo, const PhotoReading& reading, LabCells& cells, PhotoColors& colors,
                    const KVCompletionProtocolPtr& task)
 {
     if (photo.facts().space == PhotoFacts::Space::Lab)
         return countLab(photo, cells, colors, task);
-    const Result<QByteArray> icc = profileFor(photo.facts(), reading, colors.notes);
-    if (!icc)
-        return failure(icc.error());
-    const Result<PhotoSpace> space = PhotoSpace::open(*icc, photo.facts().space, reading.absolute);
+    const Result<PhotoSpace> space = spaceOf(photo.facts(), reading, colors.notes);
     if (!space)
         return failure(space.error());
     return countDevice(photo, *space, cells, colors, task);

@@ -3,6 +3,7 @@
 
 #include "LabCells.h"
 #include "PhotoFile.h"
+#include "PhotoReading.h"
 
 #include <QtCore/QList>
 
@@ -14,16 +15,6 @@ struct PhotoColors
     float cellEdge = 0.0f;             ///< dE
     qint64 pixels = 0;                 ///< that are counted: all that are not fully transparent
     QList<Problem> notes;              ///< what was assumed or left out; without a subject
-};
-
-/// How the pixels of a photo become colours.
-struct PhotoReading
-{
-    /// For photos without an embedded profile. If empty, RGB and grey photos are taken as sRGB, with a note,
-    /// and CMYK photos are refused.
-    QByteArray defaultProfile;
-    /// Absolute colorimetric, otherwise relative colorimetric: the white of the photo's medium is L* 100.
-    bool absolute = false;
 };
 
 /// Counts the colours of every pixel of @p photo, whatever its size, with about 250 MB at most beside the
