@@ -236,6 +236,8 @@ void KV3DGamutObject::setSectionColor(const QColor& color, float L)
         setClip(L);
     if (m_plane)
         showPlaneOutline();
+    if (m_leaf)
+        showLeafOutline();
 }
 
 void KV3DGamutObject::setLid(const std::optional<float>& lightness)
@@ -243,7 +245,7 @@ void KV3DGamutObject::setLid(const std::optional<float>& lightness)
     if (m_lid == lightness)
         return;
     m_lid = lightness;
-    showLid(QStringLiteral("Lid"), m_lid);
+    showLidAt(QStringLiteral("Lid"), m_lid);
 }
 
 void KV3DGamutObject::setPlane(const std::optional<float>& lightness)
@@ -251,29 +253,50 @@ void KV3DGamutObject::setPlane(const std::optional<float>& lightness)
     if (m_plane == lightness)
         return;
     m_plane = lightness;
-    showLid(QStringLiteral("PlaneLid"), m_plane);
+    showLidAt(QStringLiteral("PlaneLid"), m_plane);
     showPlaneOutline();
 }
 
 void KV3DGamutObject::showFilledSections()
 {
-    showLid(QStringLiteral("Lid"), m_lid);
-    showLid(QStringLiteral("PlaneLid"), m_plane);
+    showLidAt(QStringLiteral("Lid"), m_lid);
+    showLidAt(QStringLiteral("PlaneLid"), m_plane);
     showPlaneOutline();
+    showLeaf();
 }
 
-void KV3DGamutObject::showLid(const QString& name, const std::optional<float>& lightness)
+void KV3DGamutObject::setLeaf(const std::optional<HueLeaf>& leaf)
+{
+    if (m_leaf == leaf)
+        return;
+    m_leaf = leaf;
+    showLeaf();
+}
+
+void KV3DGamutObject::showLidAt(const QString& name, const std::optional<float>& lightness)
+{
+    showLid(name,
+            lightness && solid() ? std::optional(kvSectionLid(m_gamut.mesh(), *lightness)) : std::nullopt);
+}
+
+void KV3DGamutObject::showLeaf()
+{
+    showLid(QStringLiteral("LeafLid"),
+            m_leaf && solid() ? std::optional(kvHueLid(m_gamut.mesh(), *m_leaf)) : std::nullopt);
+    showLeafOutline();
+}
+
+void KV3DGamutObject::showLid(const QString& name, const std::optional<GeometryData>& geometry)
 {
     const auto container = solid();
     if (!container)
         return;
     auto lid = container->child(name);
-    if (!lightness) {
+    if (!geometry) {
         if (lid)
             container->takeChild(name);
         return;
     }
-    const GeometryData geometry = kvSectionLid(m_gamut.mesh(), *lightness);
     if (!lid) {
         lid.reset(new KVSectionLid(name, name));
         if (glOwner())
@@ -281,7 +304,7 @@ void KV3DGamutObject::showLid(const QString& name, const std::optional<float>& l
         lid->setDisplayMode(displayMode());
         container->addChild(lid);
     }
-    lid->setGeometry(geometry);
+    lid->setGeometry(*geometry);
     lid->applyAlpha(container->alpha());
 }
 
@@ -294,5 +317,17 @@ void KV3DGamutObject::showPlaneOutline()
     }
     const auto outline = sectionChild(name);
     outline->setSegments(kvGamutSection(m_gamut, *m_plane, m_sectionColor), false, outline->lineWidth(),
+                         0.0f);
+}
+
+void KV3DGamutObject::showLeafOutline()
+{
+    const QString name = QStringLiteral("LeafOutline");
+    if (!m_leaf) {
+        takeChild(name);
+        return;
+    }
+    const auto outline = sectionChild(name);
+    outline->setSegments(kvHueOutline(m_gamut.mesh(), *m_leaf, m_sectionColor), false, outline->lineWidth(),
                          0.0f);
 }

@@ -4,6 +4,7 @@
 #include <gamut/GamutLoader.h>
 #include <gamut/GamutMeshes.h>
 #include <gamut/GamutParams.h>
+#include <gamut/HueLeaf.h>
 #include <gamut/KVBackgroundTask.h>
 #include <gamut/WireframeMaker.h>
 #include <platform/KVVelmoraFramework.h>
@@ -95,6 +96,8 @@ public:
     void setLid(const std::optional<float>& lightness);
     /// Shows another section, with its outline, inside and on the surface. Nullopt: none.
     void setPlane(const std::optional<float>& lightness);
+    /// Shows the colours of one hue, with their outline, inside and on the surface. Nullopt: none.
+    void setLeaf(const std::optional<HueLeaf>& leaf);
     /// Order of the projection's outline among those of other gamuts, see kvOutlineBias(). Set it before the
     /// first load.
     void setOutlineRank(int rank) { m_outlineRank = rank; }
@@ -117,8 +120,11 @@ private:
     GamutStyles stylesForLoad() const;
     /// The lines of a section; created if missing.
     QSharedPointer<KV3DObject> sectionChild(const QString& name);
-    void showLid(const QString& name, const std::optional<float>& lightness);
+    void showLid(const QString& name, const std::optional<GeometryData>& geometry);
+    void showLidAt(const QString& name, const std::optional<float>& lightness);
     void showPlaneOutline();
+    void showLeaf();
+    void showLeafOutline();
     void showFilledSections();
     void makeWireframeIfShown();
     void installWireframe(const GeometryData& geometry);
@@ -130,6 +136,7 @@ private:
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     std::optional<float> m_lid;
     std::optional<float> m_plane;
+    std::optional<HueLeaf> m_leaf;
     int m_outlineRank = 0;
     GamutParams m_params;
     std::unique_ptr<Load> m_load;                     ///< in progress; its worker uses it

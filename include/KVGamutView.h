@@ -171,8 +171,7 @@ public:
 };
 Q_DECLARE_METATYPE(KVAnnotations)
 
-/// Sections of the gamuts at one lightness, filled with the colours of that lightness. By default there are
-/// none.
+/// Sections of the gamuts at one lightness or one hue, filled with their colours. By default there are none.
 ///
 /// Colours that an sRGB screen cannot show appear as on the surfaces, see
 /// KVColorConversionHelper::KVHLab2RGB(). They are not shaded, and do not follow KVGamutLook::color. They are
@@ -188,6 +187,9 @@ public:
     bool lids = false; ///< close gamuts that the clipping cuts off
     std::optional<float>
         plane; ///< L* of a section that cuts nothing off: its outline is drawn on the surface
+    /// Hue angle of a leaf, in degrees from +a* towards +b*: the half-plane that ends at the L* axis. It cuts
+    /// nothing off, ends where the clipping is, and its outline is drawn on the surface.
+    std::optional<float> hue = {};
 
     bool operator==(const KVSection&) const = default; ///< all members are equal
 };

@@ -60,6 +60,7 @@ draw lines sRGB DisplayP3 --look lines
 draw loss sRGB --loss "$printer" --intent relative
 draw body-outside "$printer" sRGB --body outside --intent relative --view back
 draw body-common sRGB "$printer" --body intersection --intent relative
+draw section-hue sRGB --alpha 0.4 --section-hue 310
 draw points-distance sRGB --alpha 0.35 --points "$ring" --point-colors distance --point-size 5
 draw loss-dark AdobeRGB --loss sRGB --metric de76 --style dark
 draw paper "$printer" sRGB --intent relative --style paper --caption 'Relative colorimetric'

@@ -33,11 +33,13 @@ void ViewerScene::applySectionTo(KV3DGamutObject& object)
     const bool isDrawn =
         m_section.plane && (m_section.lids ? *m_section.plane < cut : *m_section.plane <= cut);
     object.setPlane(isDrawn ? m_section.plane : std::nullopt); // not twice in the same place
+    object.setLeaf(m_section.hue ? std::optional(HueLeaf{*m_section.hue, cut}) : std::nullopt);
 }
 
 void ViewerScene::setSection(const KVSection& section)
 {
-    if (section == m_section || (section.plane && !std::isfinite(*section.plane)))
+    const auto isUsable = [](const std::optional<float>& value) { return !value || std::isfinite(*value); };
+    if (section == m_section || !isUsable(section.plane) || !isUsable(section.hue))
         return;
     m_section = section;
     const ContextScope scope(widget);

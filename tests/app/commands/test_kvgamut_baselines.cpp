@@ -79,6 +79,10 @@ INSTANTIATE_TEST_SUITE_P(
                          "sRGB --alpha 0.35 --point-size 6 --point-colors distance --points " KVGAMUT_RING,
                          "sRGB --alpha 0.35 --point-size 6 --points " KVGAMUT_RING}));
 
+INSTANTIATE_TEST_SUITE_P(Sections, Baselines,
+                         testing::Values(Case{"section-hue", "sRGB --alpha 0.4 --section-hue 310",
+                                              "sRGB --alpha 0.4 --section-hue 130"}));
+
 INSTANTIATE_TEST_SUITE_P(Bodies, Baselines,
                          testing::Values(Case{"body-outside", "AdobeRGB sRGB --body outside",
                                               "AdobeRGB sRGB --body intersection"},

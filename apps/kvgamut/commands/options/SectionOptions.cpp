@@ -23,9 +23,18 @@ void SectionOptions::declare(CLI::App& parser)
             "Show the section at this L*, 0 to 100, without cutting: its outline on the surface, its colours "
             "inside translucent gamuts")
         ->type_name("L");
+    parser
+        .add_option_function<std::string>(
+            "--section-hue",
+            OptionValues::named(
+                "--section-hue",
+                [this](const std::string& word) { hue = OptionValues::number(word, -360.0f, 360.0f); }),
+            "Show the colours of this hue angle, in degrees, from the L* axis outwards: their outline on the "
+            "surface, the colours inside translucent gamuts")
+        ->type_name("DEG");
 }
 
 KVSection SectionOptions::section(bool isAnnotated) const
 {
-    return {lids.value_or(isAnnotated), plane};
+    return {lids.value_or(isAnnotated), plane, hue};
 }

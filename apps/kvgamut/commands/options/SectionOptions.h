@@ -12,6 +12,7 @@ struct SectionOptions
 {
     std::optional<bool> lids; ///< nullopt: in annotated pictures
     std::optional<float> plane;
+    std::optional<float> hue; ///< degrees
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);
