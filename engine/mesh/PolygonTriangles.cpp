@@ -97,7 +97,7 @@ double rightmost(const PlaneLoop& loop)
 }
 
 // Polygons without holes: each hole is joined to the smallest polygon around it.
-std::vector<PlaneLoop> withoutHoles(const std::vector<PlaneLoop>& loops)
+std::vector<PlaneLoop> withoutHoles(const std::vector<PlaneLoop>& loops, const Task& task)
 {
     std::vector<PlaneLoop> outers, holes;
     for (const PlaneLoop& loop : loops)
@@ -108,8 +108,8 @@ std::vector<PlaneLoop> withoutHoles(const std::vector<PlaneLoop>& loops)
               [](const PlaneLoop& p, const PlaneLoop& q) { return rightmost(p) > rightmost(q); });
     std::vector<PlaneLoop> alone;
     for (const PlaneLoop& hole : holes)
-        if (std::none_of(outers.begin(), outers.end(),
-                         [&hole](PlaneLoop& outer) { return joinHole(outer, hole); }))
+        if (!task.isCancelled() && std::none_of(outers.begin(), outers.end(),
+                                                [&hole](PlaneLoop& outer) { return joinHole(outer, hole); }))
             alone.push_back(hole);
     outers.insert(outers.end(), alone.begin(), alone.end());
     return outers;
@@ -203,7 +203,7 @@ std::vector<std::array<int, 3>> trianglesOf(const std::vector<PlaneLoop>& loops,
 {
     std::vector<std::array<int, 3>> triangles;
     const bool isSimple = loops.size() == 1;
-    for (const PlaneLoop& loop : isSimple ? loops : withoutHoles(loops))
+    for (const PlaneLoop& loop : isSimple ? loops : withoutHoles(loops, task))
         EarCutter(loop, task).cutInto(triangles);
     return triangles;
 }
