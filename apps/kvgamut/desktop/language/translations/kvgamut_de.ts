@@ -1570,7 +1570,7 @@ wird berechnet</translation>
     </message>
     <message>
         <source>a saved gamut keeps its intent, which is %1</source>
-        <translation>ein gespeicherter Farbumfang behält seinen Rendering Intent, nämlich %1</translation>
+        <translation>ein gespeicherter Gamut behält seinen Rendering Intent, nämlich %1</translation>
     </message>
     <message>
         <source>no part of %1 is outside %2</source>
@@ -1582,11 +1582,11 @@ wird berechnet</translation>
     </message>
     <message>
         <source>the surfaces of the gamuts cross too often for a body to be made</source>
-        <translation>die Oberflächen der Farbumfänge schneiden sich zu oft, um einen Körper zu bilden</translation>
+        <translation>die Oberflächen der Gamuts schneiden sich zu oft, um einen Körper zu bilden</translation>
     </message>
     <message>
         <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut, nor a chart of measured colours</source>
-        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Farbumfang noch eine Testtafel mit Messwerten</translation>
+        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut noch eine Testtafel mit Messwerten</translation>
     </message>
     <message>
         <source>the colours have no device values (RGB or CMYK), which the surface is made of</source>
