@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CompareCommand.h"
 
+#include "ChartPair.h"
 #include "CoverageMatrix.h"
 #include "GamutInputs.h"
 #include "ProvenanceColumns.h"
@@ -45,6 +46,7 @@ Table emptyTable()
     table.add("black_b", "", Kind::Colour, 3, 1);
     table.add("seconds", "", Kind::Number, 4);
     ProvenanceColumns::addOfPair(table);
+    ChartPair::addColumns(table);
     table.summary = QStringLiteral("b in a: the share of b's volume that a covers. Volumes in cubed dE76.");
     return table;
 }
@@ -55,6 +57,7 @@ struct Pair
     qsizetype a, b;
     KVGamut::ComparisonReport found = {};
     double seconds = 0.0;
+    ChartPair::Answer ofChart = {};
 };
 
 void compare(Pair& pair, const GamutInputs& inputs)
@@ -62,6 +65,8 @@ void compare(Pair& pair, const GamutInputs& inputs)
     QElapsedTimer clock;
     clock.start();
     pair.found = inputs.all[pair.a].gamut->compareWithUncertainty(*inputs.all[pair.b].gamut);
+    pair.ofChart =
+        ChartPair::of(inputs.all[pair.a], inputs.all[pair.b], double(pair.found.values.intersection));
     pair.seconds = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
 }
 
@@ -92,7 +97,7 @@ Table::Row rowOf(const Input& a, const Input& b, const Pair& pair)
                    Table::colour(found.blackFirst),
                    Table::colour(found.blackSecond),
                    pair.seconds};
-    return row + ProvenanceColumns::ofPair(a, b);
+    return row + ProvenanceColumns::ofPair(a, b) + pair.ofChart.values;
 }
 
 /// The pairs to compare: all pairs of inputs that have a gamut, or only those with the first input.
@@ -111,6 +116,9 @@ Table listOfPairs(const GamutInputs& inputs, const std::vector<Pair>& pairs)
     Table table = emptyTable();
     for (const Pair& pair : pairs)
         table.rows.append(rowOf(inputs.all[pair.a], inputs.all[pair.b], pair));
+    for (const Pair& pair : pairs)
+        for (const QString& sentence : pair.ofChart.sentences)
+            table.summary += QLatin1Char('\n') + sentence;
     return table;
 }
 

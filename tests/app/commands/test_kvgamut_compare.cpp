@@ -179,13 +179,40 @@ TEST_F(CompareTest, aGamutCoversItself)
 
 TEST_F(CompareTest, hasTheDocumentedKeys)
 {
-    EXPECT_EQ(
-        keysOf(compare({fileA, fileB}).value(0)),
-        words(QStringLiteral("a adaptation_a adaptation_b b black_a black_b bpc_a bpc_b coverage_a_of_b "
-                             "coverage_b_of_a coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a "
-                             "grid_a grid_b intent_a intent_b intersection intersection_uncertainty "
-                             "program seconds sha256_a sha256_b uncertainty_a uncertainty_b "
-                             "union union_uncertainty volume_a volume_b white_a white_b")));
+    EXPECT_EQ(keysOf(compare({fileA, fileB}).value(0)),
+              words(QStringLiteral(
+                  "a adaptation_a adaptation_b b black_a black_b bpc_a bpc_b coverage_a_of_b "
+                  "coverage_b_of_a coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a "
+                  "grid_a grid_b intent_a intent_b intersection intersection_uncertainty "
+                  "measured_more measured_more_at measured_more_distance patch_de00_max "
+                  "patch_de00_max_at patch_de00_mean patch_de00_p95 profile_more profile_more_at "
+                  "profile_more_distance program seconds sha256_a sha256_b uncertainty_a uncertainty_b "
+                  "union union_uncertainty volume_a volume_b white_a white_b")));
+}
+
+TEST_F(CompareTest, saysWhereAProfileClaimsMoreThanWasMeasured)
+{
+    // a small print: Lab = (20 + 20 (r + g + b), 30 (r - g), 30 (g - b))
+    QByteArray text =
+        "CGATS.17\nBEGIN_DATA_FORMAT\nRGB_R RGB_G RGB_B LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nBEGIN_DATA\n";
+    for (int i = 0; i < 8; ++i) {
+        const int r = i & 1, g = i >> 1 & 1, b = i >> 2 & 1;
+        for (const int value : {r, g, b, 20 + 20 * (r + g + b), 30 * (r - g), 30 * (g - b)})
+            text += QByteArray::number(value) + ' ';
+        text += '\n';
+    }
+    const QString chart = path(QStringLiteral("chart.txt"));
+    kvtest::write(chart, text + "END_DATA\n");
+    const QJsonObject row = compare({chart, QStringLiteral("sRGB")}).value(0);
+    EXPECT_NEAR(number(row, "profile_more"), number(row, "volume_b") - number(row, "intersection"), 1.0);
+    EXPECT_NEAR(number(row, "measured_more"), number(row, "volume_a") - number(row, "intersection"), 1.0);
+    EXPECT_GT(number(row, "profile_more_distance"), 50.0); // sRGB has much more chroma
+    EXPECT_GT(number(row, "patch_de00_mean"), 5.0);
+    EXPECT_GE(number(row, "patch_de00_max"), number(row, "patch_de00_p95"));
+    const Answer answer = run({QStringLiteral("compare"), QStringLiteral("sRGB"), chart});
+    EXPECT_TRUE(answer.output.contains("The profile claims more than was measured by a volume of "))
+        << answer.output.toStdString();
+    EXPECT_TRUE(compare({fileA, fileB}).value(0).value(QStringLiteral("profile_more")).isNull());
 }
 
 TEST_F(CompareTest, dependsOnTheIntent)

@@ -2,6 +2,7 @@
 // Charts are made of devices whose gamut is known: an affine device, and profiles of a press and of displays.
 
 #include "app/support/AffineProfile.h"
+#include "model/charts/ChartComparison.h"
 #include "model/charts/ChartProfile.h"
 #include "model/inputs/GamutSource.h"
 #include "model/problems/ProblemText.h"
@@ -316,6 +317,57 @@ TEST_F(ChartTest, isRefusedWithoutDeviceValues)
                   .error()
                   .code,
               Problem::Code(ProblemCode::ChartWithoutDevice));
+}
+
+// --- Against a profile -------------------------------------------------------------------------------
+
+TEST_F(ChartTest, isPredictedByTheProfileOfItsDevice)
+{
+    const KVProfilePtr press = GamutSource::open(cmykFile).value().profile();
+    const Measure exact = profileOf(cmykFile, TYPE_CMYK_DBL, 100.0);
+    const GamutSource same = opened(printChart(inkCombinations(), 4, exact));
+    EXPECT_LT(ChartComparison::of(*same.measured(), press, cmykFile).value().max, 0.01);
+
+    const Measure redder = [&exact](const Device& d) { // one patch, the paper, differs
+        cmsCIELab lab = exact(d);
+        lab.a += d == Device{} ? 4.0 : 0.0;
+        return lab;
+    };
+    const GamutSource other = opened(printChart(inkCombinations(), 4, redder));
+    const ChartComparison found = ChartComparison::of(*other.measured(), press, cmykFile).value();
+    const cmsCIELab paper = exact({}), measured = redder({});
+    EXPECT_NEAR(found.max, cmsCIE2000DeltaE(&paper, &measured, 1, 1, 1), 0.01);
+    EXPECT_NEAR(double(found.worst.a), measured.a, 0.01);
+    EXPECT_LT(found.p95, 0.01);
+}
+
+TEST_F(ChartTest, isNotPredictedByAProfileWithOtherChannels)
+{
+    const GamutSource chart = opened(printChart(gridOf(evenLevels(3)), 3, affine));
+    EXPECT_EQ(ChartComparison::of(*chart.measured(), GamutSource::open(cmykFile).value().profile(), cmykFile)
+                  .error()
+                  .code,
+              Problem::Code(ProblemCode::PointSpaceDiffers));
+}
+
+TEST_F(ChartTest, findsTheColourFarthestOutsideAnotherGamut)
+{
+    const Measure lighter = [](const Device& d) {
+        cmsCIELab lab = affine(d);
+        lab.L = 10.0 + 0.8 * lab.L;
+        return lab;
+    };
+    const Measure shifted = [&lighter](const Device& d) {
+        cmsCIELab lab = lighter(d);
+        lab.L += 6.0;
+        return lab;
+    };
+    const auto low = opened(printChart(gridOf(evenLevels(3)), 3, lighter)).compute({}).value();
+    const auto high = opened(printChart(gridOf(evenLevels(3)), 3, shifted)).compute({}).value();
+    EXPECT_LT(Farthest::of(low, low).distance, 0.01f);
+    const Farthest farthest = Farthest::of(high, low); // its white, the top of the solid
+    EXPECT_NEAR(farthest.distance, 6.0f, 0.1f);
+    EXPECT_NEAR(farthest.place.L, 96.0f, 0.1f);
 }
 
 TEST_F(ChartTest, canBeCancelled)

@@ -159,7 +159,7 @@ Result<ChartProfile> ChartProfile::of(const PointSet& set, const KVCompletionPro
     if (!chart)
         return failure(chart.error());
     const ChartModel model(ChartModel::nodesOf(*chart), chart->patches, nullptr, task);
-    ChartProfile result{{}, ChartFacts::of(*chart, model, task)};
+    ChartProfile result{{}, ChartFacts::of(*chart, model, task), std::make_shared<const DeviceChart>(*chart)};
     if (InputGate::isCancelled(task))
         return failure(KVProblemCode::Cancelled);
     result.bytes = profileOf(*chart, model, result.facts.title());

@@ -5,11 +5,14 @@
 
 #include <QtCore/QByteArray>
 
+#include <memory>
+
 /// A chart as an ICC profile, which the colour engine reads like every other.
 struct ChartProfile
 {
     QByteArray bytes;
     ChartFacts facts;
+    std::shared_ptr<const DeviceChart> chart;
 
     /// The profile's table is the model of the chart; its media white is the white of the chart. So absolute
     /// colours of a print are those that were measured, and relative ones are relative to its paper. Colours

@@ -166,6 +166,7 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
     return ofProfileData(name, made->bytes).map([&](GamutSource source) {
         source.m_hash = hashOf(bytes);
         source.m_chart = made->facts;
+        source.m_measured = made->chart;
         source.m_notes = made->facts.notes();
         for (const Problem& note : set->allNotes())
             source.m_notes.append(ProblemText::english(note));

@@ -8,6 +8,7 @@
 
 #include <QtCore/QString>
 
+#include <memory>
 #include <optional>
 
 /// An opened profile, saved gamut or chart.
@@ -36,6 +37,8 @@ public:
 
     /// What the measurement tells about the device; nullopt if this is not a chart.
     const std::optional<ChartFacts>& chart() const { return m_chart; }
+    /// The patches of the chart; null if this is not a chart.
+    const std::shared_ptr<const DeviceChart>& measured() const { return m_measured; }
     /// "profile", "saved gamut" or "print chart of 1617 patches".
     QString kind() const;
     /// Sentences about the input that a reader of the volume should know.
@@ -76,6 +79,7 @@ private:
     QString m_savedProfile;
     QString m_hash;
     std::optional<ChartFacts> m_chart;
+    std::shared_ptr<const DeviceChart> m_measured;
     QStringList m_notes;
     std::optional<KVVMRenderType> m_intent; ///< of the name
 };

@@ -58,10 +58,18 @@ Result<std::vector<KVGamut::LabPoint>> labOfDevice(std::span<const double> value
                                                    const QString& space, KVVMRenderType intent,
                                                    const KVCompletionProtocolPtr& task)
 {
-    const Result<KVProfilePtr> checked = openedSpace(space, intent, task);
-    if (!checked)
-        return failure(checked.error());
-    const QByteArray& bytes = (*checked)->bytes;
+    return openedSpace(space, intent, task).and_then([&](const KVProfilePtr& opened) {
+        return labOfDevice(values, channels, opened, space, intent, task);
+    });
+}
+
+Result<std::vector<KVGamut::LabPoint>> labOfDevice(std::span<const double> values, int channels,
+                                                   const KVProfilePtr& opened, const QString& space,
+                                                   KVVMRenderType intent, const KVCompletionProtocolPtr& task)
+{
+    if (const auto problem = KVProfileTableProblem(*opened, intent))
+        return failure(Problem(ProblemCode::PointSpaceUnusable, {space}).because(Problem(*problem)));
+    const QByteArray& bytes = opened->bytes;
     const LittleCms::Context context(cmsCreateContext(nullptr, nullptr));
     const LittleCms::Profile profile(cmsOpenProfileFromMemTHR(context.get(), bytes.constData(),
                                                               static_cast<cmsUInt32Number>(bytes.size())));

@@ -17,3 +17,8 @@
 Result<std::vector<KVGamut::LabPoint>> labOfDevice(std::span<const double> values, int channels,
                                                    const QString& space, KVVMRenderType intent,
                                                    const KVCompletionProtocolPtr& task);
+/// The same with an opened profile, which failures call @p space.
+Result<std::vector<KVGamut::LabPoint>> labOfDevice(std::span<const double> values, int channels,
+                                                   const KVProfilePtr& opened, const QString& space,
+                                                   KVVMRenderType intent,
+                                                   const KVCompletionProtocolPtr& task);
