@@ -58,6 +58,8 @@ Table emptyTable(bool photos, bool colors)
     table.add("device", ofColors("device %"), Kind::Numbers, 2, 0);
     table.add("made", "", Kind::Colour, 4, 2);
     table.add("made_de00", "", Kind::Number, 4, 2);
+    table.add("device_inverted", "", Kind::Numbers, 2, 0);
+    table.add("inverted_de00", "", Kind::Number, 4, 2);
     ProvenanceColumns::add(table);
     return table;
 }
@@ -92,9 +94,9 @@ Table::Row colorRow(const MeasuredPoint& point, const ColorCheck& check, const G
     Table::Row row = rowOf("color", point.name, check.zone != Side::Outside, input);
     constexpr int ofPhotos = 13;
     row += QVariantList(ofPhotos, QVariant());
-    QVariantList device;
-    for (const double value : check.device)
-        device.append(value);
+    const auto listed = [](const std::vector<double>& values) {
+        return QVariant(QVariantList(values.begin(), values.end()));
+    };
     const bool isMade = !check.device.empty();
     row += Table::Row{zoneWord(check.zone),
                       Table::colour(point.lab),
@@ -103,9 +105,11 @@ Table::Row colorRow(const MeasuredPoint& point, const ColorCheck& check, const G
                       colourOrUnknown(check.nearest),
                       colourOrUnknown(check.nearestAtHue),
                       check.de00AtHue,
-                      isMade ? QVariant(device) : QVariant(),
+                      isMade ? listed(check.device) : QVariant(),
                       colourOrUnknown(check.made),
-                      isMade ? QVariant(check.madeDe00) : QVariant()};
+                      isMade ? QVariant(check.madeDe00) : QVariant(),
+                      isMade ? listed(check.inverted) : QVariant(),
+                      isMade ? QVariant(check.invertedDe00) : QVariant()};
     return row + ProvenanceColumns::of(input);
 }
 
@@ -118,7 +122,7 @@ Table::Row photoRow(const QString& name, bool pass, const PhotoColors& colors, c
     for (double PixelDifferences::*part :
          {&PixelDifferences::mean, &PixelDifferences::p95, &PixelDifferences::max})
         row.append(check.made ? QVariant((*check.made).*part) : QVariant());
-    constexpr int ofColors = 10;
+    constexpr int ofColors = 12;
     row += QVariantList(ofColors, QVariant());
     return row + ProvenanceColumns::of(input);
 }

@@ -5,6 +5,8 @@
 #include "model/checks/ColorCheck.h"
 #include "model/checks/PhotoCheck.h"
 #include "model/checks/PhotoMarks.h"
+#include "model/inputs/GamutSource.h"
+#include "model/inputs/LittleCms.h"
 
 #include <QtCore/QBuffer>
 #include <QtGui/QColorSpace>
@@ -14,6 +16,23 @@
 #include <array>
 #include <cmath>
 #include <random>
+
+namespace kvtest {
+
+/// Lab, absolute colorimetric, of inks in percent.
+static KVGamut::LabPoint labOfInks(const std::array<double, 4>& inks)
+{
+    const LittleCms::Profile profile(cmsOpenProfileFromFile(KVGAMUT_CMYK_PROFILE, "r"));
+    const LittleCms::Profile lab(cmsCreateLab4Profile(nullptr));
+    const LittleCms::Transform transform(cmsCreateTransform(profile.get(), TYPE_CMYK_DBL, lab.get(),
+                                                            TYPE_Lab_DBL, INTENT_ABSOLUTE_COLORIMETRIC,
+                                                            cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE));
+    cmsCIELab found{};
+    cmsDoTransform(transform.get(), inks.data(), &found, 1);
+    return {float(found.L), float(found.a), float(found.b)};
+}
+
+} // namespace kvtest
 
 namespace {
 
@@ -197,6 +216,37 @@ bool isGrey(QRgb color)
 }
 
 } // namespace
+
+TEST_F(Checks, findTheDeviceValuesOfPrintableColours)
+{
+    const auto source = GamutSource::open(QStringLiteral(KVGAMUT_CMYK_PROFILE));
+    ASSERT_TRUE(source);
+    const auto gamut = source->compute({});
+    ASSERT_TRUE(gamut);
+    const ColorChecker checker(*gamut, source->profile());
+    std::mt19937 random(9);
+    double worstMade = 0.0, worstInverted = 0.0;
+    for (int i = 0; i < 200; ++i) {
+        // a colour of the device, by Little CMS
+        const std::array ink{double(random() % 90 + 5), double(random() % 90 + 5), double(random() % 90 + 5),
+                             double(random() % 50)};
+        const KVGamut::LabPoint lab = kvtest::labOfInks(ink);
+        const ColorCheck check = checker.check(lab, 1.0);
+        ASSERT_EQ(check.inverted.size(), 4u);
+        EXPECT_EQ(check.inverted[3], check.device[3]); // black
+        for (const double value : check.inverted)
+            EXPECT_TRUE(value >= 0.0 && value <= 100.0);
+        // the stated difference is that of the colour that the values give
+        const std::array found{check.inverted[0], check.inverted[1], check.inverted[2], check.inverted[3]};
+        EXPECT_NEAR(KVGamut::ciede2000(kvtest::labOfInks(found), lab), check.invertedDe00, 0.02);
+        EXPECT_LE(check.invertedDe00, check.madeDe00 + 0.3);
+        worstMade = std::max(worstMade, check.madeDe00);
+        worstInverted += check.invertedDe00 > 0.1;
+    }
+    EXPECT_GT(worstMade, 0.3); // the table from Lab is coarse
+    EXPECT_LT(worstInverted,
+              20.0); // nearly all are exact; where black is too high for the colour none can be
+}
 
 TEST_F(Checks, maskMarksAsManyPixelsAsAreOutside)
 {

@@ -58,8 +58,13 @@ void ColorChecker::addDevice(ColorCheck& check, const KVGamut::LabPoint& lab) co
 {
     if (!m_device)
         return;
-    DeviceRoundTrip::Made made = m_device->made(lab);
-    check.device = std::move(made.device);
+    const DeviceRoundTrip::Made made = m_device->made(lab);
+    check.device = made.device;
     check.made = made.lab;
     check.madeDe00 = KVGamut::ciede2000(lab, made.lab);
+    // beyond the gamut: of the nearest colour, because the nearest in Lab would be another one
+    const KVGamut::LabPoint wanted = check.zone == Side::Inside ? lab : check.nearest;
+    const DeviceRoundTrip::Made inverted = m_device->inverted(wanted, made);
+    check.inverted = inverted.device;
+    check.invertedDe00 = KVGamut::ciede2000(lab, inverted.lab);
 }

@@ -22,6 +22,9 @@ struct ColorCheck
     std::vector<double> device;     ///< what the profile makes of the colour, in percent; empty if it cannot
     KVGamut::LabPoint made;         ///< the colour of these device values, by the profile; NaN without
     double madeDe00 = 0.0;          ///< to it
+    std::vector<double>
+        inverted;              ///< device values by inversion of the profile's way to Lab; empty if it cannot
+    double invertedDe00 = 0.0; ///< to the colour that they give
 };
 
 /// Checks colours with a profile and its gamut. Colours are Lab (D50).

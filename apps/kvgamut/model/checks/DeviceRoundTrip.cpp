@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -67,8 +68,100 @@ DeviceRoundTrip::Made DeviceRoundTrip::made(const KVGamut::LabPoint& lab) const
         device[i] = std::clamp(device[i], 0.0, 1.0); // a matrix profile goes beyond
         made.device.push_back(device[i] * 100.0);
     }
-    cmsCIELab back{};
-    cmsDoTransform(d->toLab.get(), device.data(), &back, 1);
-    made.lab = {static_cast<float>(back.L), static_cast<float>(back.a), static_cast<float>(back.b)};
+    made.lab = labOf(made.device);
     return made;
+}
+
+KVGamut::LabPoint DeviceRoundTrip::labOf(const std::vector<double>& percent) const
+{
+    std::array<double, cmsMAXCHANNELS> device{};
+    std::transform(percent.begin(), percent.end(), device.begin(),
+                   [](double value) { return value / 100.0; });
+    cmsCIELab lab{};
+    cmsDoTransform(d->toLab.get(), device.data(), &lab, 1);
+    return {static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)};
+}
+
+namespace {
+
+using Vector = std::array<double, 3>;
+
+/// What is missing from @p lab to @p wanted.
+Vector difference(const KVGamut::LabPoint& wanted, const KVGamut::LabPoint& lab)
+{
+    return {double(wanted.L) - double(lab.L), double(wanted.a) - double(lab.a),
+            double(wanted.b) - double(lab.b)};
+}
+
+double dot(const Vector& p, const Vector& q)
+{
+    return p[0] * q[0] + p[1] * q[1] + p[2] * q[2];
+}
+
+Vector cross(const Vector& p, const Vector& q)
+{
+    return {p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0]};
+}
+
+/// Solves (J^T J + damping) x = J^T r, in which @p columns are those of J; by Cramer's rule.
+Vector dampedStep(const std::array<Vector, 3>& columns, const Vector& residual, double damping)
+{
+    std::array<Vector, 3> normal{};
+    Vector right{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        for (std::size_t j = 0; j < 3; ++j)
+            normal[i][j] = dot(columns[i], columns[j]) + (i == j ? damping : 0.0);
+        right[i] = dot(columns[i], residual);
+    }
+    const double determinant = dot(normal[0], cross(normal[1], normal[2]));
+    if (!(std::abs(determinant) > 0.0))
+        return {};
+    return {dot(right, cross(normal[1], normal[2])) / determinant,
+            dot(normal[0], cross(right, normal[2])) / determinant,
+            dot(normal[0], cross(normal[1], right)) / determinant};
+}
+
+} // namespace
+
+DeviceRoundTrip::Made DeviceRoundTrip::inverted(const KVGamut::LabPoint& lab, const Made& start) const
+{
+    constexpr int maxSteps = 40;
+    constexpr double probe = 0.5, enough = 1e-4; // percent; squared dE
+    Made best = start;
+    if (best.device.size() < 3)
+        return best;
+    double damping = 1e-3;
+    for (int step = 0; step < maxSteps; ++step) {
+        const Vector missing = difference(lab, best.lab);
+        const double error = dot(missing, missing);
+        if (error < enough)
+            break;
+        std::array<Vector, 3> columns{}; // change of Lab for a percent
+        for (std::size_t i = 0; i < 3; ++i) {
+            std::vector<double> moved = best.device;
+            const double by = moved[i] > 50.0 ? -probe : probe;
+            moved[i] += by;
+            columns[i] = difference(labOf(moved), best.lab);
+            for (double& value : columns[i])
+                value /= by;
+            // a value at its limit that would go beyond it stays
+            if ((best.device[i] <= 0.0 && dot(columns[i], missing) < 0.0) ||
+                (best.device[i] >= 100.0 && dot(columns[i], missing) > 0.0))
+                columns[i] = {};
+        }
+        const Vector change = dampedStep(columns, missing, damping);
+        Made next = best;
+        for (std::size_t i = 0; i < 3; ++i)
+            next.device[i] = std::clamp(best.device[i] + change[i], 0.0, 100.0);
+        next.lab = labOf(next.device);
+        const Vector left = difference(lab, next.lab);
+        const bool isBetter = dot(left, left) < error;
+        damping = isBetter ? damping / 10.0 : damping * 10.0;
+        constexpr double maxDamping = 1e8;
+        if (damping > maxDamping)
+            break;
+        if (isBetter)
+            best = next;
+    }
+    return best;
 }

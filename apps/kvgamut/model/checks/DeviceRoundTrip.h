@@ -22,10 +22,17 @@ public:
         std::vector<double> device; ///< in percent, 0..100
         KVGamut::LabPoint lab;
     };
-    /// Not to be called on two threads at a time.
+    // The functions are not to be called on two threads at a time.
+
     Made made(const KVGamut::LabPoint& lab) const;
+    /// Device values whose colour is as near to @p lab (dE76) as can be found from @p start on: the inverse
+    /// of the profile's way to Lab, without its table from Lab. Of four and more inks only the first three
+    /// change, so that black stays as the profile wants it. Levenberg's method.
+    Made inverted(const KVGamut::LabPoint& lab, const Made& start) const;
 
 private:
+    KVGamut::LabPoint labOf(const std::vector<double>& percent) const;
+
     struct Private;
     std::shared_ptr<const Private> d;
 };
