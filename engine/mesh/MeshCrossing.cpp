@@ -253,18 +253,19 @@ int windingAt(const LatticePoint& x, const Surface& other, int shift, const Task
 }
 
 // The change of the winding number along an edge, seen from each of its ends.
-struct Step
+struct CrossingStep
 {
     int vertex;
     int other;
     int change;
 
-    bool operator<(const Step& s) const { return vertex < s.vertex; }
+    bool operator<(const CrossingStep& s) const { return vertex < s.vertex; }
 };
 
-std::vector<Step> stepsOf(const Mesh& mesh, std::span<const CrossingPoint> points, const Task& task)
+std::vector<CrossingStep> crossingStepsOf(const Mesh& mesh, std::span<const CrossingPoint> points,
+                                          const Task& task)
 {
-    std::vector<Step> steps;
+    std::vector<CrossingStep> steps;
     steps.reserve(3 * mesh.triangles.size());
     forEachIndex(mesh.triangles.size(), task, [&](std::size_t f) {
         const Triangle& t = mesh.triangles[f];
@@ -287,11 +288,11 @@ std::vector<Step> stepsOf(const Mesh& mesh, std::span<const CrossingPoint> point
 std::vector<int> windingsOf(const Surface& surface, const Surface& other, int shift,
                             std::span<const CrossingPoint> points, const Task& task)
 {
-    const std::vector<Step> steps = stepsOf(surface.mesh, points, task);
+    const std::vector<CrossingStep> steps = crossingStepsOf(surface.mesh, points, task);
     std::vector<int> windings(surface.points.size(), 0);
     std::vector<char> isKnown(surface.points.size(), 0);
     std::vector<int> waiting;
-    for (const Step& seed : steps) {
+    for (const CrossingStep& seed : steps) {
         if (task.isCancelled())
             return windings;
         if (isKnown[static_cast<std::size_t>(seed.vertex)])
@@ -303,7 +304,7 @@ std::vector<int> windingsOf(const Surface& surface, const Surface& other, int sh
         while (!waiting.empty() && !task.isCancelled()) {
             const int vertex = waiting.back();
             waiting.pop_back();
-            const auto [from, to] = std::equal_range(steps.begin(), steps.end(), Step{vertex, 0, 0});
+            const auto [from, to] = std::equal_range(steps.begin(), steps.end(), CrossingStep{vertex, 0, 0});
             for (auto step = from; step != to; ++step)
                 if (!isKnown[static_cast<std::size_t>(step->other)]) {
                     windings[static_cast<std::size_t>(step->other)] =
