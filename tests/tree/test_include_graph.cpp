@@ -72,7 +72,7 @@ Order documentedOrder()
         {model + "charts", program({model + "problems", model + "inputs", model + "points"})},
         {model + "inputs/GamutSource", program({model + "charts", model + "points"})}, // opens any input
         {model + "checks", program({model + "problems", model + "inputs", model + "photos", model + "points",
-                                    model + "jobs", model + "pictures"})},
+                                    model + "jobs", model + "pictures", model + "text"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
         {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",

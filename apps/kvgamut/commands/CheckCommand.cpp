@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CheckCommand.h"
 
-#include "ProvenanceColumns.h"
+#include "CheckTable.h"
 
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
@@ -17,115 +17,11 @@
 #include "model/text/ListOf.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
 
 #include <cmath>
 
 namespace {
-
-using Kind = Table::Kind;
-
-/// All keys are in every row, so that scripts find them; titles only for what was asked.
-Table emptyTable(bool photos, bool colors)
-{
-    const auto ofPhotos = [photos](const char* title) { return photos ? title : ""; };
-    const auto ofColors = [colors](const char* title) { return colors ? title : ""; };
-    Table table;
-    table.add("kind", "", Kind::Word);
-    table.add("name", "name", Kind::Word);
-    table.add("pass", "pass", Kind::Flag);
-    table.add("profile", "profile", Kind::Word);
-    table.add("intent", "intent", Kind::Word);
-    table.add("pixels", "", Kind::Number);
-    table.add("inside_share", ofPhotos("inside"), Kind::Share, 6, 2);
-    table.add("edge_share", ofPhotos("edge"), Kind::Share, 6, 2);
-    table.add("outside_share", ofPhotos("outside"), Kind::Share, 6, 2);
-    table.add("de00_mean", ofPhotos("dE00 mean"), Kind::Number, 4, 2);
-    table.add("de00_p95", ofPhotos("95 %"), Kind::Number, 4, 2);
-    table.add("de00_max", ofPhotos("max"), Kind::Number, 4, 2);
-    table.add("de76_mean", "", Kind::Number, 4, 2);
-    table.add("de76_p95", "", Kind::Number, 4, 2);
-    table.add("de76_max", "", Kind::Number, 4, 2);
-    table.add("made_de00_mean", "", Kind::Number, 4, 2);
-    table.add("made_de00_p95", "", Kind::Number, 4, 2);
-    table.add("made_de00_max", "", Kind::Number, 4, 2);
-    table.add("zone", ofColors("zone"), Kind::Word);
-    table.add("lab", ofColors("L* a* b*"), Kind::Colour, 4, 2);
-    table.add("de00", ofColors("dE00"), Kind::Number, 4, 2);
-    table.add("de76", ofColors("dE76"), Kind::Number, 4, 2);
-    table.add("nearest", ofColors("nearest"), Kind::Colour, 4, 2);
-    table.add("nearest_same_hue", "", Kind::Colour, 4, 2);
-    table.add("de00_same_hue", "", Kind::Number, 4, 2);
-    table.add("device", ofColors("device %"), Kind::Numbers, 2, 0);
-    table.add("made", "", Kind::Colour, 4, 2);
-    table.add("made_de00", "", Kind::Number, 4, 2);
-    table.add("device_inverted", "", Kind::Numbers, 2, 0);
-    table.add("inverted_de00", "", Kind::Number, 4, 2);
-    ProvenanceColumns::add(table);
-    return table;
-}
-
-QString zoneWord(Side side)
-{
-    switch (side) {
-    case Side::Inside:
-        return QStringLiteral("in");
-    case Side::Edge:
-        return QStringLiteral("edge");
-    case Side::Outside:
-        break;
-    }
-    return QStringLiteral("out");
-}
-
-/// The first columns of a row.
-Table::Row rowOf(const char* kind, const QString& name, bool pass, const GamutInputs::Input& input)
-{
-    return {QString::fromLatin1(kind), name, pass, input.name,
-            GamutWords::intent(input.gamut->report().intent)};
-}
-
-QVariant colourOrUnknown(const KVGamut::LabPoint& lab)
-{
-    return std::isfinite(lab.L) ? Table::colour(lab) : QVariant();
-}
-
-Table::Row colorRow(const MeasuredPoint& point, const ColorCheck& check, const GamutInputs::Input& input)
-{
-    Table::Row row = rowOf("color", point.name, check.zone != Side::Outside, input);
-    constexpr int ofPhotos = 13;
-    row += QVariantList(ofPhotos, QVariant());
-    const auto listed = [](const std::vector<double>& values) {
-        return QVariant(QVariantList(values.begin(), values.end()));
-    };
-    const bool isMade = !check.device.empty();
-    row += Table::Row{zoneWord(check.zone),
-                      Table::colour(point.lab),
-                      check.de00,
-                      check.de76,
-                      colourOrUnknown(check.nearest),
-                      colourOrUnknown(check.nearestAtHue),
-                      check.de00AtHue,
-                      isMade ? listed(check.device) : QVariant(),
-                      colourOrUnknown(check.made),
-                      isMade ? QVariant(check.madeDe00) : QVariant(),
-                      isMade ? listed(check.inverted) : QVariant(),
-                      isMade ? QVariant(check.invertedDe00) : QVariant()};
-    return row + ProvenanceColumns::of(input);
-}
-
-Table::Row photoRow(const QString& name, bool pass, const PhotoColors& colors, const PhotoCheck& check,
-                    const GamutInputs::Input& input)
-{
-    Table::Row row = rowOf("photo", name, pass, input);
-    row += Table::Row{double(colors.pixels), check.inside,   check.edge,      check.outside,  check.de00.mean,
-                      check.de00.p95,        check.de00.max, check.de76.mean, check.de76.p95, check.de76.max};
-    for (double PixelDifferences::*part :
-         {&PixelDifferences::mean, &PixelDifferences::p95, &PixelDifferences::max})
-        row.append(check.made ? QVariant((*check.made).*part) : QVariant());
-    constexpr int ofColors = 12;
-    row += QVariantList(ofColors, QVariant());
-    return row + ProvenanceColumns::of(input);
-}
 
 constexpr float maxTolerance = 100.0f;
 
@@ -215,14 +111,71 @@ void CheckCommand::declareMarks(CLI::Option* photos)
     declare("--map", m_map, "Write it with these pixels in the colours of their dE00: yellow to purple");
     parser()
         .add_option_function<std::string>(
+            "--report", [this](const std::string& word) { m_reportFile = OptionValues::file(word); },
+            "Write a page for people: html, self-contained, or pdf")
+        ->type_name("FILE");
+    parser()
+        .add_option_function<std::string>(
             "--map-max",
             [this](const std::string& word) { m_mapMax = OptionValues::number(word, 0.1f, 1000.0f); },
             "The dE00 of the last colour of the map (default: 20)")
         ->type_name("D");
 }
 
+namespace {
+
+bool isPdf(const QString& file)
+{
+    return file.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+}
+
+bool isHtml(const QString& file)
+{
+    return file.endsWith(QLatin1String(".html"), Qt::CaseInsensitive) ||
+           file.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+void CheckCommand::addToReport(const QString& name, bool pass, const PhotoColors& colors,
+                               const PhotoCheck& check, const GamutInputs::Input& input,
+                               const PhotoReading& reading)
+{
+    if (m_reportFile.isEmpty())
+        return;
+    const auto mask = PhotoFile::open(name).and_then([&](PhotoFile photo) {
+        return PhotoMarks::mask(photo, reading, *input.gamut, static_cast<float>(m_tolerance));
+    });
+    m_page.photos.append({name, input.name, GamutWords::intent(input.gamut->report().intent), pass, check,
+                          colors.pixels, mask.value_or(QImage())});
+}
+
+void CheckCommand::noteInputs(const GamutInputs& gamuts)
+{
+    for (const GamutInputs::Input& input : gamuts.usable()) {
+        const QString line = PictureNote::profileLine(input.name, input.source->hash());
+        if (!m_page.inputs.contains(line))
+            m_page.inputs.append(line);
+    }
+}
+
+void CheckCommand::writeReport()
+{
+    if (m_reportFile.isEmpty())
+        return;
+    m_page.answer = summary();
+    m_page.tolerance = m_tolerance;
+    const QByteArray page = isPdf(m_reportFile) ? m_page.pdf() : m_page.html();
+    if (const auto problem = writeOutput(m_reportFile, page)) {
+        say(*problem);
+        m_allWritten = false;
+    }
+}
+
 void CheckCommand::checkMarks() const
 {
+    if (!m_reportFile.isEmpty() && !isPdf(m_reportFile) && !isHtml(m_reportFile))
+        throw CLI::ValidationError("--report needs a name with the suffix .html or .pdf");
     for (const QString& name : {m_mask, m_map}) {
         if (name.isEmpty())
             continue;
@@ -311,9 +264,10 @@ void CheckCommand::checkPhotos(const GamutInputs& gamuts, Table& table, Progress
             m_passed = m_passed && (pass || !m_maxOutside);
             ++m_photosChecked;
             m_photosFitting += pass;
-            table.rows.append(photoRow(name, pass, *colors, *check, input));
+            table.rows.append(CheckTable::rowOf(name, pass, *colors, *check, input));
             progress.show(0.0f, QStringLiteral("picture"));
             writeMarks(input, reading);
+            addToReport(name, pass, *colors, *check, input, reading);
             progress.clear();
         }
     }
@@ -340,7 +294,11 @@ void CheckCommand::checkColors(const GamutInputs& gamuts, Table& table, Progress
                 m_passed = m_passed && (pass || m_toleranceOption->empty());
                 ++m_colorsChecked;
                 m_colorsPassed += pass;
-                table.rows.append(colorRow(set->points[i], check, input));
+                table.rows.append(CheckTable::rowOf(set->points[i], check, input));
+                if (!m_reportFile.isEmpty())
+                    m_page.colors.append({set->points[i].name, input.name,
+                                          GamutWords::intent(input.gamut->report().intent), pass,
+                                          set->points[i].lab, check});
             }
         }
     }
@@ -358,20 +316,32 @@ QString CheckCommand::summary() const
 
 int CheckCommand::run(Arguments arguments)
 {
-    const QCoreApplication application(arguments.count, arguments.values);
-    for (const QString& name : {m_mask, m_map})
+    if (!isPdf(m_reportFile)) {
+        const QCoreApplication application(arguments.count, arguments.values);
+        return check();
+    }
+    // a drawing needs fonts but no display
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(arguments.count, arguments.values);
+    return check();
+}
+
+int CheckCommand::check()
+{
+    for (const QString& name : {m_mask, m_map, m_reportFile})
         if (const auto problem = overwritesInput(name, files().inputs)) {
             say(*problem);
             return WrongUsage;
         }
     Progress progress(m_report.quiet);
-    Table table = emptyTable(!m_photos.isEmpty(), !m_colorFiles.isEmpty());
+    Table table = CheckTable::empty(!m_photos.isEmpty(), !m_colorFiles.isEmpty());
     bool allUsed = true;
     if (!m_photos.isEmpty()) {
         const GamutInputs gamuts =
             GamutInputs::compute(m_profiles, settingsWith(KVVMRenderRelativeColorimetric), progress);
         progress.clear();
         allUsed = gamuts.sayProblems();
+        noteInputs(gamuts);
         checkPhotos(gamuts, table, progress);
     }
     if (!m_colorFiles.isEmpty()) {
@@ -379,10 +349,12 @@ int CheckCommand::run(Arguments arguments)
             GamutInputs::compute(m_profiles, settingsWith(KVVMRenderAbsoluteColorimetric), progress);
         progress.clear();
         allUsed = m_photos.isEmpty() ? gamuts.sayProblems() : allUsed;
+        noteInputs(gamuts);
         checkColors(gamuts, table, progress);
     }
     progress.clear();
     table.summary = summary();
+    writeReport();
     const int printed = m_report.print(table, allUsed && m_allRead);
     if (printed != BadOutput && !m_allWritten)
         return BadOutput;

@@ -5,6 +5,7 @@
 #include "GamutInputs.h"
 #include "commands/options/PointColourOptions.h"
 #include "commands/options/ReportOptions.h"
+#include "model/checks/CheckReport.h"
 #include "model/photos/PhotoReading.h"
 
 #include <optional>
@@ -28,12 +29,18 @@ private:
     void writeMarks(const GamutInputs::Input& input, const PhotoReading& reading);
     void checkColors(const GamutInputs& gamuts, Table& table, Progress& progress);
     QString summary() const;
+    void addToReport(const QString& name, bool pass, const PhotoColors& colors, const PhotoCheck& check,
+                     const GamutInputs::Input& input, const PhotoReading& reading);
+    void noteInputs(const GamutInputs& gamuts);
+    void writeReport();
+    int check();
 
     QStringList m_profiles;
     QStringList m_photos;
     QStringList m_colorFiles;
     QString m_photoProfile;
     QString m_mask, m_map; ///< names of pictures; empty if not wanted
+    QString m_reportFile;  ///< empty if not wanted
     float m_mapMax = 20.0f;
     PointColourOptions m_colours;
     KVGamut::Settings m_settings;
@@ -43,6 +50,7 @@ private:
     std::optional<double> m_maxOutside; ///< share, 0..1
     ReportOptions m_report;
 
+    CheckReport m_page;
     bool m_allRead = true;
     bool m_allWritten = true;
     bool m_passed = true;

@@ -197,3 +197,52 @@ TEST_F(CheckTest, refusesMarksThatItCannotWrite)
     EXPECT_EQ(run(check({QStringLiteral("--colors"), brandColors(), mask, png})).exitCode, WrongUsage);
     EXPECT_FALSE(QFile::exists(png));
 }
+
+TEST_F(CheckTest, writesAPageForPeople)
+{
+    const QString page = path(QStringLiteral("report.html"));
+    write(path(QStringLiteral("names.csv")),
+          "name,L,a,b\n<script>alert(1)</script>,20.4,25.1,-68.6\ngrey,50,0,0\n");
+    const Answer answer = run(check({QStringLiteral("--photo"), photo(), QStringLiteral("--colors"),
+                                     path(QStringLiteral("names.csv")), QStringLiteral("--report"), page}));
+    EXPECT_EQ(answer.exitCode, Done) << answer.errors.toStdString();
+    const QByteArray html = contents(page);
+    EXPECT_TRUE(html.startsWith("<!DOCTYPE html>"));
+    EXPECT_TRUE(html.contains("<h1>photos: 0 of 1 fit; colours: 1 of 2 pass</h1>"));
+    EXPECT_TRUE(html.contains("25.00&nbsp;%"));
+    EXPECT_TRUE(html.contains("&lt;script&gt;alert(1)&lt;/script&gt;"));
+    EXPECT_FALSE(html.contains("<script"));
+    EXPECT_TRUE(html.contains("default-src 'none'"));
+    EXPECT_TRUE(html.contains("bgcolor=\"#767676\"") || html.contains("bgcolor=\"#777777\"")); // the grey
+
+    // the picture in the page has a quarter of its pixels marked
+    const qsizetype start = html.indexOf("data:image/png;base64,") + 22;
+    QImage picture;
+    ASSERT_TRUE(picture.loadFromData(
+        QByteArray::fromBase64(html.mid(start, html.indexOf('"', start) - start)), "PNG"));
+    int marked = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            marked += picture.pixelColor(x, y).saturation() > 100;
+    EXPECT_EQ(marked * 4, picture.width() * picture.height());
+}
+
+TEST_F(CheckTest, writesTheSamePageAsPdf)
+{
+    const auto pdf = [this](const char* name) {
+        const Answer answer =
+            run(check({QStringLiteral("--photo"), photo(), QStringLiteral("--colors"), brandColors(),
+                       QStringLiteral("--report"), path(QLatin1String(name))}));
+        EXPECT_EQ(answer.exitCode, Done) << answer.errors.toStdString();
+        return contents(path(QLatin1String(name)));
+    };
+    const QByteArray first = pdf("first.pdf");
+    EXPECT_TRUE(first.startsWith("%PDF-"));
+    EXPECT_TRUE(first.contains("/Image"));
+    EXPECT_EQ(first.count("/Type /Page\n"), 1);
+    EXPECT_EQ(pdf("second.PDF"), first);
+    EXPECT_EQ(run(check({QStringLiteral("--colors"), brandColors(), QStringLiteral("--report"),
+                         path(QStringLiteral("report.doc"))}))
+                  .exitCode,
+              WrongUsage);
+}

@@ -104,11 +104,15 @@ protected:
 TEST_F(RecipeTest, findHowMuchOfAPhotoAPrinterCannotPrint)
 {
     const QByteArrayList outputs = run(QStringLiteral("Does this photo fit this printer?"));
-    ASSERT_EQ(outputs.size(), 4);
+    ASSERT_EQ(outputs.size(), 5);
     EXPECT_THAT(outputs[0].toStdString(), HasSubstr("photos: 0 of 1 fit")) << "the red flag";
     EXPECT_EQ(outputs[1], "exit code 5\n");
-    EXPECT_NEAR(outputs[2].toDouble(), 0.1, 0.02) << "the red flag";
-    EXPECT_EQ(outputs[3].count('\n'), 10);
+    EXPECT_EQ(QImage(path(QStringLiteral("lost-pixels.png"))).size(), QSize(120, 80));
+    EXPECT_EQ(QImage(path(QStringLiteral("lost-by-how-much.png"))).size(), QSize(120, 80));
+    EXPECT_THAT(kvtest::contents(path(QStringLiteral("fits.pdf"))).toStdString(),
+                testing::StartsWith("%PDF"));
+    EXPECT_NEAR(outputs[3].toDouble(), 0.1, 0.02) << "the red flag";
+    EXPECT_EQ(outputs[4].count('\n'), 10);
 }
 
 TEST_F(RecipeTest, findTheBrandColoursThatAPrinterCanPrint)
