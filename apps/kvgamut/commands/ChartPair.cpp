@@ -13,7 +13,7 @@ namespace {
 
 using Input = GamutInputs::Input;
 
-constexpr qsizetype columnCount = 10;
+constexpr qsizetype columnCount = 12;
 
 /// "L* 50.0, C* 20.0, h 270"
 QString placeOf(const KVGamut::LabPoint& lab)
@@ -33,6 +33,24 @@ QString beyond(const QString& who, double volume, const Farthest& farthest)
         .arg(volume, 0, 'f', 0)
         .arg(double(farthest.distance), 0, 'f', 1)
         .arg(placeOf(farthest.place));
+}
+
+/// The largest distances in sectors of 30 degrees of hue.
+QVariant byHue(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& outside)
+{
+    QVariantList distances;
+    for (const Farthest& sector : Farthest::byHue(gamut, outside))
+        distances.append(double(sector.distance));
+    return distances;
+}
+
+QString hueSentence(const QVariant& distances, const QString& which)
+{
+    QStringList words;
+    for (const QVariant& distance : distances.toList())
+        words.append(QString::number(distance.toDouble(), 'f', 1));
+    return QStringLiteral("By hue, in twelve sectors of 30 degrees from 0 on, %1: %2.")
+        .arg(which, words.join(QStringLiteral(", ")));
 }
 
 QString patchSentence(const Input& profile, const Result<ChartComparison>& patches)
@@ -65,6 +83,8 @@ void ChartPair::addColumns(Table& table)
     table.add("patch_de00_p95", "", Kind::Number, 3);
     table.add("patch_de00_max", "", Kind::Number, 3);
     table.add("patch_de00_max_at", "", Kind::Colour, 3);
+    table.add("measured_more_by_hue", "", Kind::Numbers, 3);
+    table.add("profile_more_by_hue", "", Kind::Numbers, 3);
 }
 
 ChartPair::Answer ChartPair::of(const Input& a, const Input& b, double intersection)
@@ -82,10 +102,14 @@ ChartPair::Answer ChartPair::of(const Input& a, const Input& b, double intersect
         ChartComparison::of(*chart.source->measured(), profile.source->profile(), profile.name);
     const auto ofPatches = [&patches](const QVariant& value) { return patches ? value : QVariant(); };
     const ChartComparison found = patches.value_or(ChartComparison());
+    const QVariant claimedByHue = byHue(*profile.gamut, *chart.gamut);
+    const QVariant measuredByHue = byHue(*chart.gamut, *profile.gamut);
     return {{measuredMore, measured.distance, Table::colour(measured.place), profileMore, claimed.distance,
              Table::colour(claimed.place), ofPatches(found.mean), ofPatches(found.p95), ofPatches(found.max),
-             ofPatches(Table::colour(found.worst))},
+             ofPatches(Table::colour(found.worst)), measuredByHue, claimedByHue},
             {beyond(QStringLiteral("The profile claims more than was measured"), profileMore, claimed),
              beyond(QStringLiteral("The measured gamut exceeds the profile's"), measuredMore, measured),
+             hueSentence(claimedByHue, QStringLiteral("the profile claims more by up to")),
+             hueSentence(measuredByHue, QStringLiteral("more was measured by up to")),
              patchSentence(profile, patches)}};
 }

@@ -184,8 +184,9 @@ TEST_F(CompareTest, hasTheDocumentedKeys)
                   "a adaptation_a adaptation_b b black_a black_b bpc_a bpc_b coverage_a_of_b "
                   "coverage_b_of_a coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a "
                   "grid_a grid_b intent_a intent_b intersection intersection_uncertainty "
-                  "measured_more measured_more_at measured_more_distance patch_de00_max "
+                  "measured_more measured_more_at measured_more_by_hue measured_more_distance patch_de00_max "
                   "patch_de00_max_at patch_de00_mean patch_de00_p95 profile_more profile_more_at "
+                  "profile_more_by_hue "
                   "profile_more_distance program seconds sha256_a sha256_b uncertainty_a uncertainty_b "
                   "union union_uncertainty volume_a volume_b white_a white_b")));
 }
@@ -207,6 +208,8 @@ TEST_F(CompareTest, saysWhereAProfileClaimsMoreThanWasMeasured)
     EXPECT_NEAR(number(row, "profile_more"), number(row, "volume_b") - number(row, "intersection"), 1.0);
     EXPECT_NEAR(number(row, "measured_more"), number(row, "volume_a") - number(row, "intersection"), 1.0);
     EXPECT_GT(number(row, "profile_more_distance"), 50.0); // sRGB has much more chroma
+    EXPECT_EQ(row.value(QLatin1String("profile_more_by_hue")).toArray().size(), 12);
+    EXPECT_GT(row.value(QLatin1String("profile_more_by_hue")).toArray().at(9).toDouble(), 50.0); // blue
     EXPECT_GT(number(row, "patch_de00_mean"), 5.0);
     EXPECT_GE(number(row, "patch_de00_max"), number(row, "patch_de00_p95"));
     const Answer answer = run({QStringLiteral("compare"), QStringLiteral("sRGB"), chart});

@@ -370,6 +370,34 @@ TEST_F(ChartTest, findsTheColourFarthestOutsideAnotherGamut)
     EXPECT_NEAR(farthest.place.L, 96.0f, 0.1f);
 }
 
+TEST_F(ChartTest, findsTheFarthestColourOfEachSectorOfHue)
+{
+    // a* 4 higher where it is positive: red is farther out, green is not
+    const Measure redder = [](const Device& d) {
+        cmsCIELab lab = affine(d);
+        lab.a += 4.0;
+        return lab;
+    };
+    const auto first = opened(printChart(gridOf(evenLevels(3)), 3, affine)).compute({}).value();
+    const auto second = opened(printChart(gridOf(evenLevels(3)), 3, redder)).compute({}).value();
+    const auto sectors = Farthest::byHue(second, first);
+    ASSERT_EQ(sectors.size(), 12u);
+    float largest = 0.0f;
+    for (std::size_t i = 0; i < sectors.size(); ++i) {
+        largest = std::max(largest, sectors[i].distance);
+        if (sectors[i].distance == 0.0f)
+            continue;
+        double hue = std::atan2(double(sectors[i].place.b), double(sectors[i].place.a)) * 180.0 / M_PI;
+        hue += hue < 0.0 ? 360.0 : 0.0;
+        EXPECT_GE(hue, 30.0 * double(i));
+        EXPECT_LT(hue, 30.0 * double(i + 1));
+    }
+    EXPECT_EQ(largest, Farthest::of(second, first).distance);
+    EXPECT_GT(sectors[0].distance, 1.0f);
+    EXPECT_LT(sectors[6].distance, 0.05f); // green, 180 to 210 degrees, moved inwards
+    EXPECT_GT(Farthest::byHue(first, second)[6].distance, 1.0f);
+}
+
 TEST_F(ChartTest, canBeCancelled)
 {
     const KVCompletionProtocolPtr task = KVCompletionProtocol::createTask(QString());

@@ -47,14 +47,23 @@ Result<ChartComparison> ChartComparison::of(const DeviceChart& chart, const KVPr
     return result;
 }
 
-Farthest Farthest::of(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& outside)
+std::array<Farthest, Farthest::sectors> Farthest::byHue(const KVGamut::GamutObject& gamut,
+                                                        const KVGamut::GamutObject& outside)
 {
-    Farthest farthest;
+    std::array<Farthest, sectors> farthest{};
     for (const KVGamut::LabPoint& vertex : gamut.mesh().lab) {
-        const float lab[] = {vertex.L, vertex.a, vertex.b};
-        const float distance = outside.nearest(lab).distance;
-        if (distance > farthest.distance)
-            farthest = {distance, vertex};
+        const double turn = std::atan2(double(vertex.b), double(vertex.a)) / (2.0 * M_PI);
+        const auto sector = static_cast<std::size_t>((turn + 1.0) * double(sectors)) % sectors;
+        const float distance = outside.nearest(std::array{vertex.L, vertex.a, vertex.b}.data()).distance;
+        if (distance > farthest[sector].distance)
+            farthest[sector] = {distance, vertex};
     }
     return farthest;
+}
+
+Farthest Farthest::of(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& outside)
+{
+    const auto all = byHue(gamut, outside);
+    return *std::max_element(all.begin(), all.end(),
+                             [](const Farthest& p, const Farthest& q) { return p.distance < q.distance; });
 }

@@ -3,6 +3,8 @@
 
 #include "DeviceChart.h"
 
+#include <array>
+
 /// How well the profile of a device tells what was measured on it: for each patch of a chart the CIEDE2000
 /// between the measured colour and the one that the profile says for the same device values. Both are
 /// absolute; those of a display are relative to its white.
@@ -26,4 +28,9 @@ struct Farthest
 
     /// Looks at all vertices of the surface of @p gamut.
     static Farthest of(const KVGamut::GamutObject& gamut, const KVGamut::GamutObject& outside);
+
+    static constexpr std::size_t sectors = 12; ///< of 30 degrees, the first one from hue 0 to 30
+    /// The same for the colours of each sector of hue.
+    static std::array<Farthest, sectors> byHue(const KVGamut::GamutObject& gamut,
+                                               const KVGamut::GamutObject& outside);
 };
