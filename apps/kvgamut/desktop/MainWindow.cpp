@@ -132,7 +132,7 @@ void MainWindow::makePanels()
     QDockWidget* finding = addPanel("findingDock", tr("Clicked colour"), m_finding, Qt::BottomDockWidgetArea);
     splitDockWidget(m_comparisonDock, finding, Qt::Horizontal);
     constexpr int sectionSide = 320;
-    resizeDocks({section, colors}, {sectionSide * 4 / 5, sectionSide}, Qt::Vertical);
+    resizeDocks({section, colors}, {sectionSide, sectionSide / 2}, Qt::Vertical);
     resizeDocks({section}, {sectionSide}, Qt::Horizontal);
     resizeDocks({m_comparisonDock, finding}, {3 * sectionSide, sectionSide / 2}, Qt::Horizontal);
     resizeDocks({m_comparisonDock}, {m_table->sizeHint().height()}, Qt::Vertical);
