@@ -2,7 +2,6 @@
 #include "CheckCommand.h"
 
 #include "CheckTable.h"
-
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/ExitCode.h"
@@ -176,6 +175,10 @@ void CheckCommand::checkMarks() const
 {
     if (!m_reportFile.isEmpty() && !isPdf(m_reportFile) && !isHtml(m_reportFile))
         throw CLI::ValidationError("--report needs a name with the suffix .html or .pdf");
+    const bool isReadAgain = !m_mask.isEmpty() || !m_map.isEmpty() || !m_reportFile.isEmpty();
+    if (isReadAgain && m_photos.contains(QLatin1String("-")))
+        throw CLI::ValidationError(
+            "--mask, --map and --report read the photo again: give a file instead of -");
     for (const QString& name : {m_mask, m_map}) {
         if (name.isEmpty())
             continue;

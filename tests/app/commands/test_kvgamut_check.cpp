@@ -192,7 +192,10 @@ TEST_F(CheckTest, refusesMarksThatItCannotWrite)
     EXPECT_EQ(exitCode({mask, path(QStringLiteral("m.svg"))}), WrongUsage);
     EXPECT_EQ(exitCode({mask, path(QStringLiteral("m"))}), WrongUsage);
     EXPECT_EQ(exitCode({mask, png, QStringLiteral("--photo"), photo()}), WrongUsage); // two photos
-    EXPECT_EQ(exitCode({mask, photo()}), WrongUsage);                                 // over its input
+    const Answer piped = run(check({QStringLiteral("--photo"), QStringLiteral("-"), mask, png}));
+    EXPECT_EQ(piped.exitCode, WrongUsage);
+    EXPECT_TRUE(piped.errors.contains("read the photo again")) << piped.errors.toStdString();
+    EXPECT_EQ(exitCode({mask, photo()}), WrongUsage); // over its input
     EXPECT_EQ(exitCode({mask, path(QStringLiteral("nowhere/m.png"))}), BadOutput);
     EXPECT_EQ(run(check({QStringLiteral("--colors"), brandColors(), mask, png})).exitCode, WrongUsage);
     EXPECT_FALSE(QFile::exists(png));

@@ -7,6 +7,8 @@
 #include <QtCore/QJsonDocument>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace {
