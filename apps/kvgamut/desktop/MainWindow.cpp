@@ -52,9 +52,10 @@ MainWindow::MainWindow(QWidget* parent)
       m_inspector(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
       m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
       m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
-      m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)), m_slice(new SlicePanel(m_gamuts)),
-      m_table(new ComparisonTable(m_comparison)), m_finding(new FindingPanel), m_progress(new QProgressBar),
-      m_cancel(new QToolButton), m_camera(new CameraControl(*m_area, this))
+      m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)),
+      m_slice(new SlicePanel(m_gamuts, m_points)), m_table(new ComparisonTable(m_comparison)),
+      m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
+      m_camera(new CameraControl(*m_area, this))
 {
     setWindowTitle(tr("kvgamut"));
     makeCentre();

@@ -2,6 +2,7 @@
 #include "DialogAnswer.h"
 #include "WindowCase.h"
 
+#include "desktop/panels/SlicePanel.h"
 #include "model/points/Lab.h"
 
 #include <QtGui/QClipboard>
@@ -62,6 +63,30 @@ TEST_F(ColorsInTheWindow, showTheSelectedRowInViewAndSection)
     action("closeAll").trigger();
     EXPECT_TRUE(window.viewer().segmentSet().isEmpty());
     EXPECT_TRUE(window.viewer().markerSet().isEmpty());
+}
+
+TEST_F(ColorsInTheWindow, areShownInTheSectionNearTheirLightness)
+{
+    constexpr QRgb green = qRgb(10, 230, 20); // in no section, legend or text
+    const auto greenPixels = [this] {
+        const QImage image = section();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += (image.pixel(x, y) & RGB_MASK) == (green & RGB_MASK);
+        return count;
+    };
+    open({QStringLiteral("sRGB")});
+    EXPECT_EQ(greenPixels(), 0);
+    open({write(QStringLiteral("near.csv"), "name,L,a,b,colour\nhere,51,10,10,#0ae614\n")});
+    ASSERT_TRUE(kvtest::spinUntil([&] { return greenPixels() > 5; }));
+    auto* const lightness = &control<SlicePanel>("slice");
+    lightness->setLightness(60.0f); // nine away
+    EXPECT_TRUE(kvtest::spinUntil([&] { return greenPixels() == 0; }));
+    lightness->setLightness(49.0f);
+    EXPECT_TRUE(kvtest::spinUntil([&] { return greenPixels() > 5; }));
+    action("closeAll").trigger();
+    EXPECT_TRUE(kvtest::spinUntil([&] { return greenPixels() == 0; }));
 }
 
 TEST_F(ColorsInTheWindow, selectTheRowOfAClickedPoint)

@@ -10,12 +10,14 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace {
 
 constexpr QSize documentSize(800, 800);
+constexpr double nearPlane = 2.5;     // dE76; points farther from the plane are not shown
 constexpr float sameLightness = 1.0f; // a colour no farther from the plane than this is in it
 
 SlicePlane planeAt(float lightness)
@@ -25,8 +27,9 @@ SlicePlane planeAt(float lightness)
 
 } // namespace
 
-SlicePanel::SlicePanel(const GamutListModel& gamuts, QWidget* parent)
-    : QWidget(parent), m_gamuts(gamuts), m_drawing(SliceDrawing::ofPlane(planeAt(m_lightness)))
+SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, QWidget* parent)
+    : QWidget(parent), m_gamuts(gamuts), m_points(points),
+      m_drawing(SliceDrawing::ofPlane(planeAt(m_lightness)))
 {
     setObjectName(QStringLiteral("slice"));
     setAccessibleName(tr("Section at a lightness"));
@@ -41,6 +44,8 @@ SlicePanel::SlicePanel(const GamutListModel& gamuts, QWidget* parent)
                 if (roles.contains(GamutListModel::GamutRole) || roles.contains(GamutListModel::LookRole))
                     redrawSoon();
             });
+    connect(&gamuts, &GamutListModel::activeRowChanged, this, &SlicePanel::redrawSoon);
+    connect(&points, &PointLayer::pointsChanged, this, &SlicePanel::redrawSoon);
     redraw();
 }
 
@@ -88,7 +93,25 @@ SliceDrawing SlicePanel::drawing() const
         drawing.add({entry.title, {ShownWords::settings(entry.computedWith), area}, m_gamuts.signColor(row)},
                     slice);
     }
+    addPoints(drawing);
     return drawing;
+}
+
+void SlicePanel::addPoints(SliceDrawing& drawing) const
+{
+    const int row = m_gamuts.activeRow();
+    if (row < 0 || !m_gamuts.at(row).hasGamut() || m_points.rowCount() == 0)
+        return;
+    const GamutEntry& active = m_gamuts.at(row);
+    QList<SlicePoint> points;
+    for (int file = 0; file < m_points.rowCount(); ++file)
+        points += slicePoints(m_points.set(file).points, planeAt(m_lightness), nearPlane, active.gamut);
+    const auto inside =
+        std::count_if(points.cbegin(), points.cend(), [](const SlicePoint& point) { return point.isInside; });
+    const QLocale locale;
+    drawing.setPoints(points,
+                      {tr("inside %1: %2").arg(active.title, locale.toString(inside)),
+                       tr("outside %1: %2").arg(active.title, locale.toString(points.size() - inside))});
 }
 
 void SlicePanel::setMark(const std::optional<Mark>& mark)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/GamutListModel.h"
+#include "desktop/models/PointLayer.h"
 #include "model/problems/Problem.h"
 #include "model/slices/SliceDrawing.h"
 
@@ -10,12 +11,13 @@
 
 #include <optional>
 
-/// The section of the visible gamuts at one lightness, drawn beside the view.
+/// The section of the visible gamuts at one lightness, drawn beside the view, with the points of the files
+/// that are near this lightness: circles inside the active gamut, crosses outside.
 class SlicePanel : public QWidget
 {
     Q_OBJECT
 public:
-    explicit SlicePanel(const GamutListModel& gamuts, QWidget* parent = nullptr);
+    SlicePanel(const GamutListModel& gamuts, const PointLayer& points, QWidget* parent = nullptr);
 
     float lightness() const { return m_lightness; }
     void setLightness(float lightness);
@@ -51,11 +53,13 @@ protected:
 
 private:
     SliceDrawing drawing() const;
+    void addPoints(SliceDrawing& drawing) const;
     void paintMark(QPainter& painter) const;
     void redrawSoon();
     void redraw();
 
     const GamutListModel& m_gamuts;
+    const PointLayer& m_points;
     float m_lightness = 50.0f;
     bool m_colored = false;
     std::optional<Mark> m_mark;

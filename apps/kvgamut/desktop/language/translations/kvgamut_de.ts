@@ -1706,6 +1706,14 @@ wird berechnet</translation>
         <source>area %1</source>
         <translation>Fläche %1</translation>
     </message>
+    <message>
+        <source>inside %1: %2</source>
+        <translation>innerhalb von %1: %2</translation>
+    </message>
+    <message>
+        <source>outside %1: %2</source>
+        <translation>außerhalb von %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>ViewArea</name>
