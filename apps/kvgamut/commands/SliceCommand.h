@@ -42,7 +42,7 @@ private:
     QList<QColor> m_colors;
     SliceDrawing::Fill m_fill = SliceDrawing::Fill::Tint;
     QStringList m_pointFiles;
-    PointColourOptions m_colours; ///< of these files
-    double m_within = 2.5;        ///< distance of points from the plane, dE76
+    PointColourOptions m_colours;           ///< of these files
+    double m_within = defaultPointDistance; ///< distance of points from the plane, dE76
     bool m_quiet = false;
 };

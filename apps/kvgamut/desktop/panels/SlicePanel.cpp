@@ -17,7 +17,6 @@
 namespace {
 
 constexpr QSize documentSize(800, 800);
-constexpr double nearPlane = 2.5;     // dE76; points farther from the plane are not shown
 constexpr float sameLightness = 1.0f; // a colour no farther from the plane than this is in it
 
 SlicePlane planeAt(float lightness)
@@ -105,7 +104,8 @@ void SlicePanel::addPoints(SliceDrawing& drawing) const
     const GamutEntry& active = m_gamuts.at(row);
     QList<SlicePoint> points;
     for (int file = 0; file < m_points.rowCount(); ++file)
-        points += slicePoints(m_points.set(file).points, planeAt(m_lightness), nearPlane, active.gamut);
+        points +=
+            slicePoints(m_points.set(file).points, planeAt(m_lightness), defaultPointDistance, active.gamut);
     const auto inside =
         std::count_if(points.cbegin(), points.cend(), [](const SlicePoint& point) { return point.isInside; });
     const QLocale locale;

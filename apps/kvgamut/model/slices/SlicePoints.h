@@ -20,6 +20,9 @@ struct SlicePoint
     bool isInside; ///< whether the point itself, not its place on the plane, is inside the gamut
 };
 
+/// The distance from a plane, dE76, up to which points are drawn in it by default.
+constexpr double defaultPointDistance = 2.5;
+
 /// Those of @p points that are at most @p within dE76 from @p plane, each at its nearest place there.
 QList<SlicePoint> slicePoints(const QList<MeasuredPoint>& points, const SlicePlane& plane, double within,
                               const KVGamut::GamutObject& gamut);
