@@ -279,7 +279,8 @@ void MainWindow::inspect(const KVHit& clicked)
     const bool isMarker = clicked.kind == KVHit::Kind::Marker && clicked.id == findingSet();
     viewer().removeMarkerSet(findingSet());
     const KVHit hit = isMarker ? view().hitAt(clicked.pixel) : clicked;
-    const auto place = hit.kind == KVHit::Kind::Point ? m_points.placeOf(hit.id, hit.index) : std::nullopt;
+    const bool isPoint = hit.kind == KVHit::Kind::Point || hit.kind == KVHit::Kind::Marker;
+    const auto place = isPoint ? m_points.placeOf(hit.id, hit.index) : std::nullopt;
     const auto finding = m_inspector.describe(hit);
     m_colorsPanel->deselect();
     if (place && m_checks.colorAt(*place) >= 0)

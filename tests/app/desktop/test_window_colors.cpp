@@ -10,13 +10,37 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QTreeView>
+
+#include <cmath>
 
 // The panel of colours, the view and the section beside it.
 
 namespace {
 
 using Kind = ColorTable::Kind;
+
+/// The pixels in which two pictures differ.
+struct Silhouette
+{
+    Silhouette(const QImage& empty, const QImage& picture)
+    {
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixel(x, y) != empty.pixel(x, y)) {
+                    box |= QRect(x, y, 1, 1);
+                    ++count;
+                }
+        filled = box.isEmpty() ? 0.0 : static_cast<double>(count) / (box.width() * box.height());
+        hasMiddle = !box.isEmpty() && picture.pixel(box.center()) != empty.pixel(box.center());
+    }
+
+    QRect box;
+    double filled = 0.0; ///< their share of the box
+    bool hasMiddle = false;
+};
 
 class ColorsInTheWindow : public kvtest::WindowCase
 {
@@ -101,6 +125,44 @@ TEST_F(ColorsInTheWindow, selectTheRowOfAClickedPoint)
     EXPECT_EQ(table().currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("middle"));
     EXPECT_TRUE(table().selectionModel()->isRowSelected(1));
     EXPECT_TRUE(finding().startsWith(QStringLiteral("middle"))) << finding().toStdString();
+}
+
+TEST_F(ColorsInTheWindow, selectTheRowOfAClickedMarker)
+{
+    open({QStringLiteral("sRGB"),
+          write(QStringLiteral("two.csv"), "name,L,a,b\nfar,50,150,0\nabove,110,0,0\n")});
+    action("fromTop").trigger();
+    ASSERT_TRUE(settle());
+    ASSERT_FALSE(window.viewer().markerSet().isEmpty());
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    for (int click = 0; click < 2; ++click) { // the second through the mark of the first
+        QTest::mouseClick(&innerWindow(), Qt::LeftButton, Qt::NoModifier, middle);
+        ASSERT_TRUE(kvtest::spinUntil([this] { return table().currentIndex().isValid(); }));
+        EXPECT_EQ(table().currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("above"));
+        EXPECT_TRUE(finding().startsWith(QStringLiteral("above"))) << finding().toStdString();
+    }
+}
+
+TEST_F(ColorsInTheWindow, differInShapeByTheirZone)
+{
+    open({QStringLiteral("sRGB")});
+    control<QListView>("gamutList")
+        .model()
+        ->setData(control<QListView>("gamutList").model()->index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+    action("fromTop").trigger();
+    const QImage empty = settledPicture();
+    const auto shapeOf = [&](const QByteArray& lab) {
+        open({write(QStringLiteral("one.csv"), "L,a,b\n" + lab + "\n")});
+        return Silhouette(empty, settledPicture());
+    };
+    const Silhouette outside = shapeOf("50,-90,20"), inside = shapeOf("50,30,30");
+    window.points().setTolerance(200.0f);
+    const Silhouette edge(empty, settledPicture());
+    EXPECT_TRUE(inside.hasMiddle);
+    EXPECT_NEAR(inside.filled, 3.14159 / 4.0, 0.1); // a disc in its square
+    EXPECT_FALSE(edge.hasMiddle);                   // the edges of a cube
+    EXPECT_TRUE(outside.hasMiddle);
+    EXPECT_NEAR(outside.filled, std::sqrt(0.125), 0.1); // a star with four points
 }
 
 TEST_F(ColorsInTheWindow, areSortedByAClickOnATitle)

@@ -3,8 +3,10 @@
 
 #include "OptionValues.h"
 #include "model/points/Lab.h"
+#include "model/points/ZoneMarker.h"
 
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -156,19 +158,14 @@ void ItemOptions::addMeasured(KVGamut3DViewer& viewer, const std::vector<KVGamut
 
 void ItemOptions::addShapes(KVGamut3DViewer& viewer, const QMap<Side, Positions>& byZone) const
 {
-    struct Zone
-    {
-        Side side;
-        const char* set;
-        KVGamut3DViewer::MarkerType type;
-        float scale; // of the size: cubes and stars look smaller than spheres
-    };
-    constexpr Zone all[] = {{Side::Inside, "points inside", KVGamut3DViewer::Sphere, 1.0f},
-                            {Side::Edge, "points at the edge", KVGamut3DViewer::BracketedCube, 1.6f},
-                            {Side::Outside, "points outside", KVGamut3DViewer::Star, 1.8f}};
+    constexpr std::pair<Side, const char*> sets[] = {{Side::Inside, "points inside"},
+                                                     {Side::Edge, "points at the edge"},
+                                                     {Side::Outside, "points outside"}};
     if (byZone.isEmpty())
         return;
-    for (const Zone& zone : all)
-        viewer.addMarkerSet(QString::fromLatin1(zone.set), zone.type, byZone.value(zone.side),
-                            zone.scale * pointSize, markerAmbient);
+    for (const auto& [side, set] : sets) {
+        const ZoneMarker marker = ZoneMarker::of(side);
+        viewer.addMarkerSet(QString::fromLatin1(set), marker.type, byZone.value(side),
+                            marker.scale * pointSize, markerAmbient);
+    }
 }

@@ -3,6 +3,7 @@
 
 #include "PointColourOptions.h"
 #include "model/pictures/LossMap.h"
+#include "model/points/ZoneMarker.h"
 
 #include <KVGamut3DViewer.h>
 
@@ -15,8 +16,8 @@ struct ItemOptions
 {
     QString markers;
     KVGamut3DViewer::MarkerType markerType = KVGamut3DViewer::Sphere;
-    float markerSize = 6.0f;    ///< diameter, Lab units
-    float markerAmbient = 0.5f; ///< low enough for shading to show their shape
+    float markerSize = 6.0f; ///< diameter, Lab units
+    float markerAmbient = ZoneMarker::ambient;
     QString points;
     float pointSize = 4.0f;
     bool zones = false;     ///< colour and shape of points by their side of a gamut's surface

@@ -3,6 +3,7 @@
 
 #include "desktop/models/Threads.h"
 #include "model/points/Lab.h"
+#include "model/points/ZoneMarker.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
@@ -344,42 +345,78 @@ void PointLayer::judgePhoto(Layer& layer, const GamutEntry& gamut)
         });
 }
 
+struct PointLayer::Dots
+{
+    std::optional<Side> side; ///< null: not classified
+    int diameter = 0;
+    QList<KVGamut3DViewer::ColoredPosition> dots;
+};
+
 void PointLayer::redraw()
 {
     m_viewer.clearPointSet();
+    for (const QString& set : m_places.keys())
+        m_viewer.removeMarkerSet(set); // by name: there are markers of others
     m_places.clear();
-    draw();
+    QHash<QString, Dots> sets;
+    for (int row = 0; row < m_layers.size(); ++row)
+        gather(row, sets);
+    const bool shaped = hasShapes();
+    for (auto set = sets.begin(); set != sets.end(); ++set) {
+        if (!shaped)
+            set->side.reset();
+        show(set.key(), *set);
+    }
     if (!m_layers.isEmpty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
 }
 
-void PointLayer::draw()
+bool PointLayer::hasShapes() const
 {
-    struct DotSet
-    {
-        int diameter = 0;
-        QList<KVGamut3DViewer::ColoredPosition> dots;
-    };
-    QHash<QString, DotSet> sets;
-    for (int row = 0; row < m_layers.size(); ++row) {
-        const Layer& layer = m_layers[row];
-        for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
-            const MeasuredPoint& point = layer.set.points[i];
-            const bool judged = layer.judgedBy != 0;
-            const QColor color =
-                judged ? colorOf(sideOf(layer.distances[i], m_tolerance)) : point.shownColor();
-            const int diameter = diameterOf(point);
-            // a set for each side and diameter; unclassified points have a set for each diameter
-            const QString name = setName(judged ? color : QColor(Qt::white), diameter);
-            sets[name].diameter = diameter;
-            sets[name].dots.append({color, vectorOf(point.lab)});
-            m_places[name].append({row, i});
-        }
+    qsizetype points = 0, cubes = 0;
+    for (const Layer& layer : m_layers) {
+        points += layer.set.points.size();
+        if (points > maxMarkers)
+            return false;
+        if (layer.judgedBy != 0)
+            cubes += std::count_if(layer.distances.begin(), layer.distances.end(), [this](float distance) {
+                return sideOf(distance, m_tolerance) == Side::Edge;
+            });
     }
-    for (auto set = sets.cbegin(); set != sets.cend(); ++set) {
-        m_viewer.addPointSet(set.key(), set->dots);
-        m_viewer.setPointSetSize(set.key(), set->diameter);
+    return cubes <= maxCubes;
+}
+
+/// Adds the points of a file to @p sets: a set for each side and diameter; unclassified points have a set for
+/// each diameter.
+void PointLayer::gather(int row, QHash<QString, Dots>& sets)
+{
+    const Layer& layer = m_layers[row];
+    for (qsizetype i = 0; i < layer.set.points.size(); ++i) {
+        const MeasuredPoint& point = layer.set.points[i];
+        std::optional<Side> side;
+        if (layer.judgedBy != 0)
+            side = sideOf(layer.distances[i], m_tolerance);
+        const int diameter = diameterOf(point);
+        const QString name = setName(side ? colorOf(*side) : QColor(Qt::white), diameter);
+        Dots& set = sets[name];
+        set.side = side;
+        set.diameter = diameter;
+        set.dots.append({side ? colorOf(*side) : point.shownColor(), vectorOf(point.lab)});
+        m_places[name].append({row, i});
     }
+}
+
+/// @param set without a side: as points of one shape
+void PointLayer::show(const QString& name, const Dots& set)
+{
+    if (set.side) {
+        const ZoneMarker marker = ZoneMarker::of(*set.side);
+        m_viewer.addMarkerSet(name, marker.type, set.dots, marker.scale * static_cast<float>(set.diameter),
+                              ZoneMarker::ambient);
+        return;
+    }
+    m_viewer.addPointSet(name, set.dots);
+    m_viewer.setPointSetSize(name, set.diameter);
 }
 
 std::optional<PointLayer::Place> PointLayer::placeOf(const QString& set, qsizetype index) const

@@ -65,8 +65,15 @@ public:
         int row = 0;
         qsizetype index = 0; ///< in set(row)
     };
-    /// The point that the viewer shows as number @p index of the point set @p set; nullopt if there is none.
+    /// The point that the viewer shows as number @p index of the point set or marker set @p set; nullopt if
+    /// there is none.
     std::optional<Place> placeOf(const QString& set, qsizetype index) const;
+
+    /// Classified points are markers with the shapes of ZoneMarker if there are at most this many points, and
+    /// at most maxCubes of them at the edge. Otherwise all are points of one shape, which are cheaper to
+    /// draw.
+    static constexpr qsizetype maxMarkers = 5000;
+    static constexpr qsizetype maxCubes = 1000; ///< a cube has 18 times the vertices of a star
 
     static QColor colorOf(Side side);
 
@@ -107,13 +114,16 @@ private:
     QString toolTip(int row, int column) const;
     const GamutEntry* judgingGamut() const;
     int rowOf(const QString& file) const;
+    bool hasShapes() const;
     void redraw();
-    void draw();
+    struct Dots; ///< the points of one set in the viewer
+    void gather(int row, QHash<QString, Dots>& sets);
+    void show(const QString& name, const Dots& set);
 
     GamutListModel& m_gamuts;
     KVGamut3DViewer& m_viewer;
     QList<Layer> m_layers;
-    QHash<QString, QList<Place>> m_places; ///< of the points in each of the viewer's point sets
+    QHash<QString, QList<Place>> m_places; ///< of the points in each of its sets in the viewer
     float m_tolerance = 1.0f;
     int m_lastTicket = 0;
     QThreadPool m_pool;

@@ -58,7 +58,7 @@ QString Inspector::nameOf(const KVHit& hit) const
         const int row = m_gamuts.rowOf(hit.id);
         return row < 0 ? QString() : m_gamuts.at(row).title;
     }
-    if (hit.kind != KVHit::Kind::Point)
+    if (hit.kind != KVHit::Kind::Point && hit.kind != KVHit::Kind::Marker)
         return {};
     const auto place = m_points.placeOf(hit.id, hit.index);
     return place ? nameOfPoint(m_points.set(place->row), place->index) : QString();
