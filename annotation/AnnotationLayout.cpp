@@ -86,6 +86,20 @@ void addCaption(Overlay& overlay, const QString& caption, const QSize& size)
                           false});
 }
 
+/// The texts of an overlay, each, and its boxes, as one.
+void appendExtents(const Overlay& overlay, QList<QRectF>& extents)
+{
+    const double space = 0.5 * overlay.textHeight;
+    QRectF boxes;
+    for (const OverlayBox& box : overlay.boxes)
+        boxes |= box.rect;
+    if (!boxes.isEmpty())
+        extents.append(boxes.adjusted(-space, -space, space, space));
+    for (const OverlayText& text : overlay.texts)
+        extents.append(QRectF(text.topLeft, kvTextExtent(overlay, text.text, text.bold))
+                           .adjusted(-space, -space, space, space));
+}
+
 } // namespace
 
 int kvAnnotationTextHeight(const QSize& size, float textScale)
@@ -118,4 +132,19 @@ Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedSce
     if (annotations.scales)
         kvAddScales(overlay, scene.box, scene.toClip, size);
     return overlay;
+}
+
+QList<QRectF> kvFixedAnnotations(const KVAnnotations& annotations, const QSize& size)
+{
+    if (size.isEmpty())
+        return {};
+    const Overlay style = kvAnnotationStyle(annotations, Qt::white, size);
+    Overlay legend = style, caption = style, bar = style;
+    LegendRows(legend, size).add(annotations.legend, annotations.highlight);
+    addCaption(caption, annotations.caption, size);
+    kvAddScaleBar(bar, annotations.scaleBar, size);
+    QList<QRectF> extents;
+    for (const Overlay* part : {&legend, &caption, &bar})
+        appendExtents(*part, extents);
+    return extents;
 }

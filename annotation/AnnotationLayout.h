@@ -24,6 +24,10 @@ struct AnnotatedScene
 [[nodiscard]] Overlay kvAnnotationOverlay(const KVAnnotations& annotations, const AnnotatedScene& scene,
                                           const QSize& size);
 
+/// Where the legend, the caption and the scale bar are in a picture of @p size, with some space around them:
+/// one rectangle for each text, and one for the boxes of each of them.
+[[nodiscard]] QList<QRectF> kvFixedAnnotations(const KVAnnotations& annotations, const QSize& size);
+
 /// An overlay without content, in the font and colours of annotations.
 [[nodiscard]] Overlay kvAnnotationStyle(const KVAnnotations& annotations, const QColor& background,
                                         const QSize& size);

@@ -230,6 +230,11 @@ struct KV3DVIEWER_EXPORT KVFraming
     QList<QVector3D> positions; ///< (L*, a*, b*)
     QList<Label> labels;        ///< see Label
     float margin = 0.04f;       ///< least distance from the edges; share of the width and of the height
+    /// What is drawn at fixed places of the picture, such as a legend: pixels from the top left. Neither the
+    /// outline of all positions nor a label covers any of it, unless what is shown would become smaller than
+    /// the share minSize of its size without this rule.
+    QList<QRectF> taken = {};
+    static constexpr float minSize = 0.75f; ///< see taken
 };
 
 /// What to load, and how. If several sources are given, a saved gamut is preferred, then the first of
@@ -432,7 +437,8 @@ public:
     /// by the default.
     static KVCamera framing(const KVCamera& camera, const QList<QVector3D>& positions, float aspect);
     /// The vertices of everything that is shown, cut by the clipping, except the grid. With @p size also the
-    /// scales of annotations, with their numbers, in a picture of that many pixels.
+    /// annotations in a picture of that many pixels: the scales with their numbers, and as what is taken the
+    /// legend, the caption and the scale bar.
     KVFraming shownFraming(const QSize& size = {}) const;
     /// @p camera moved, but not turned, so that all of @p shown fits a picture of @p size pixels as large as
     /// possible, in the middle: on the tighter axis the margins are those of @p shown. Unchanged without

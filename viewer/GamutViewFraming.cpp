@@ -72,9 +72,17 @@ bool isFinite(const QVector3D& v)
     return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
 }
 
-/// Without positions that are not finite, which are not drawn.
-KVFraming finite(KVFraming framing)
+bool isFinite(const QRectF& r)
 {
+    return std::isfinite(r.x()) && std::isfinite(r.y()) && std::isfinite(r.width()) &&
+           std::isfinite(r.height());
+}
+
+/// Without positions that are not finite, which are not drawn, and without what is outside the picture.
+KVFraming usable(KVFraming framing, const QSize& size)
+{
+    const QRectF picture(0.0, 0.0, size.width(), size.height());
+    framing.taken.removeIf([&](const QRectF& rect) { return !isFinite(rect) || !rect.intersects(picture); });
     framing.positions.removeIf([](const QVector3D& position) { return !isFinite(position); });
     framing.labels.removeIf([](const KVFraming::Label& label) { return !isFinite(label.position); });
     constexpr float maxMargin = 0.4f;
@@ -91,6 +99,7 @@ KVFraming KVGamutView::shownFraming(const QSize& size) const
     if (!scene)
         return framing;
     framing.positions = drawnPositions(*scene);
+    framing.taken = kvFixedAnnotations(scene->annotations(), size);
     if (scene->annotations().scales && !size.isEmpty())
         addScales(framing, *scene, camera(), size);
     return framing;
@@ -98,8 +107,8 @@ KVFraming KVGamutView::shownFraming(const QSize& size) const
 
 KVCamera KVGamutView::framing(const KVCamera& camera, const KVFraming& shown, const QSize& size)
 {
-    const KVFraming usable = finite(shown);
-    if (size.isEmpty() || (usable.positions.isEmpty() && usable.labels.isEmpty()))
+    const KVFraming framed = usable(shown, size);
+    if (size.isEmpty() || (framed.positions.isEmpty() && framed.labels.isEmpty()))
         return camera;
-    return kvFramedCamera(camera.isValid() ? camera : KVCamera(), usable, size);
+    return kvFramedCamera(camera.isValid() ? camera : KVCamera(), framed, size);
 }

@@ -64,6 +64,14 @@ public:
         seen.add(x + box.right() / m_size.width(), y + box.bottom() / m_size.height(), depth);
     }
 
+    /// In pixels.
+    QPointF pixelOf(const QVector3D& lab) const
+    {
+        Seen seen;
+        add(seen, lab);
+        return {seen.left * m_size.width(), seen.top * m_size.height()};
+    }
+
     Seen of(const KVFraming& framing) const
     {
         Seen seen;
@@ -115,6 +123,81 @@ KVCamera randomCamera(std::mt19937& random)
     return camera;
 }
 
+/// Whether @p point is inside the convex hull of @p points: seen from inside, no gap between the directions
+/// to them reaches half a turn.
+bool isEnclosed(const QPointF& point, const std::vector<QPointF>& points)
+{
+    std::vector<double> angles;
+    for (const QPointF& p : points)
+        angles.push_back(std::atan2(p.y() - point.y(), p.x() - point.x()));
+    std::sort(angles.begin(), angles.end());
+    double widest = angles.front() + 2.0 * std::numbers::pi - angles.back();
+    for (std::size_t i = 1; i < angles.size(); ++i)
+        widest = std::max(widest, angles[i] - angles[i - 1]);
+    return widest < std::numbers::pi;
+}
+
+/// Whether the convex hull of what @p camera shows of @p framing has a corner in one of the rectangles that
+/// are taken, or encloses a point of one.
+bool coversWhatIsTaken(const KVFraming& framing, const KVCamera& camera, const QSize& size)
+{
+    const Projection projection(camera, size);
+    std::vector<QPointF> points;
+    for (const QVector3D& position : framing.positions)
+        points.push_back(projection.pixelOf(position));
+    constexpr int steps = 6;
+    for (const QRectF& taken : framing.taken) {
+        const QRectF rect = taken.adjusted(0.1, 0.1, -0.1, -0.1); // the camera is rounded to floats
+        for (const KVFraming::Label& label : framing.labels)
+            if (label.box.translated(projection.pixelOf(label.position)).intersects(rect))
+                return true;
+        for (const QPointF& p : points)
+            if (rect.contains(p))
+                return true;
+        for (int i = 1; i < steps; ++i)
+            for (int j = 1; j < steps; ++j)
+                if (isEnclosed(
+                        {rect.left() + rect.width() * i / steps, rect.top() + rect.height() * j / steps},
+                        points))
+                    return true;
+    }
+    return false;
+}
+
+/// A legend, a scale bar and a caption, all within their shares of the picture.
+QList<QRectF> randomPlacesTaken(std::mt19937& random, const QSize& size)
+{
+    std::uniform_real_distribution<double> share(0.05, 1.0);
+    const double w = size.width(), h = size.height();
+    QList<QRectF> taken{{0, 0, 0.5 * w * share(random), 0.25 * h * share(random)}};
+    if (share(random) < 0.5)
+        taken.append({0.9 * w, 0.02 * h, 0.1 * w, 0.4 * h * share(random)});
+    if (share(random) < 0.5)
+        taken.append({0.3 * w, 0.93 * h, 0.4 * w, 0.07 * h});
+    return taken;
+}
+
+/// Half the height that the camera sees at the point of interest, Lab units.
+double halfHeight(const KVCamera& camera)
+{
+    return std::tan(double(camera.viewingAngle) * std::numbers::pi / 360.0) *
+           double((camera.interestPoint - camera.position).length());
+}
+
+/// A ball of radius 50, in the axes L*, a* and b*.
+KVFraming ball()
+{
+    KVFraming framing;
+    for (int i = 0; i < 180; ++i)
+        for (int j = 0; j <= 90; ++j) {
+            const double azimuth = i * std::numbers::pi / 90.0, polar = j * std::numbers::pi / 90.0;
+            framing.positions.append(QVector3D(float(50.0 + 50.0 * std::cos(polar)),
+                                               float(50.0 * std::sin(polar) * std::cos(azimuth)),
+                                               float(50.0 * std::sin(polar) * std::sin(azimuth))));
+        }
+    return framing;
+}
+
 using Framing = GamutViewCase;
 
 } // namespace
@@ -162,6 +245,90 @@ TEST_F(Framing, keepsLabelsInsideThePicture)
                     << set << " in " << size.width() << "x" << size.height();
             }
     }
+}
+
+TEST_F(Framing, leavesWhatIsTakenFree)
+{
+    std::mt19937 random(17);
+    int passed = 0, all = 0;
+    for (int set = 0; set < 20; ++set) {
+        KVFraming framing = randomGamuts(random);
+        for (int L = 0; L <= 100; L += 20)
+            framing.labels.append({QVector3D(float(L), -60, 0), QRectF(-20, -4, 17, 8)});
+        KVCamera camera = randomCamera(random);
+        for (const QSize& size : sizes)
+            for (const bool orthogonal : {false, true}) {
+                camera.orthogonal = orthogonal;
+                framing.taken.clear();
+                const KVCamera whole = KVGamutView::framing(camera, framing, size);
+                framing.taken = randomPlacesTaken(random, size);
+                const KVCamera beside = KVGamutView::framing(camera, framing, size);
+                const Seen seen = Projection(beside, size).of(framing);
+                EXPECT_GE(seen.tighterMargin(), 0.02);
+                EXPECT_LE(halfHeight(beside), halfHeight(whole) / 0.75 * 1.001) << "too small";
+                ++all;
+                const bool isFree = !coversWhatIsTaken(framing, beside, size);
+                passed += isFree;
+                EXPECT_TRUE(isFree || beside == whole)
+                    << set << " in " << size.width() << "x" << size.height();
+            }
+    }
+    EXPECT_GT(passed, 0.9 * all) << "of " << all << "; the others would become too small";
+}
+
+TEST_F(Framing, passesACornerThatIsTaken)
+{
+    KVFraming framing = ball();
+    KVCamera camera;
+    camera.orthogonal = true;
+    const QSize size(1000, 1000);
+    // A disc between the right margin, the lower margin and the corner (300, 100) has the radius 454.5
+    // pixels; one below the strip of 100 pixels would have 430, one without the legend 460.
+    framing.taken = {QRectF(0, 0, 300, 100)};
+    const double radius = 500.0 * 50.0 / halfHeight(KVGamutView::framing(camera, framing, size));
+    EXPECT_GT(radius, 438.0);
+    EXPECT_LT(radius, 454.6);
+    // what is not in its way has no effect
+    const KVCamera free = KVGamutView::framing(camera, ball(), size);
+    framing.taken = {QRectF(0, 0, 120, 60), QRectF(2000, 0, 10, 10)};
+    EXPECT_EQ(KVGamutView::framing(camera, framing, size), free);
+}
+
+TEST_F(Framing, coversWhatIsTakenRatherThanBecomeTiny)
+{
+    KVFraming framing = ball();
+    framing.taken = {QRectF(0, 0, 400, 200)};
+    const KVCamera whole = KVGamutView::framing(KVCamera(), ball(), {400, 300});
+    EXPECT_EQ(KVGamutView::framing(KVCamera(), framing, {400, 300}), whole);
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    framing.taken = {QRectF(nan, 0, 10, 10), QRectF(0, 0, 1e300 * 1e10, 3), QRectF(-1e9, -1e9, 3e9, 3e9)};
+    EXPECT_EQ(KVGamutView::framing(KVCamera(), framing, {400, 300}), whole);
+}
+
+TEST_F(Framing, leavesRoomForLegendCaptionAndScaleBar)
+{
+    showAndWait(QStringLiteral("a"));
+    KVAnnotations annotations;
+    const QSize size(640, 480);
+    EXPECT_TRUE(view->shownFraming(size).taken.isEmpty());
+    annotations.legend = {{QStringLiteral("a"), QStringLiteral("A gamut"), QStringLiteral("100"), Qt::red},
+                          {QStringLiteral("b"), QStringLiteral("Another"), QString(), Qt::blue}};
+    annotations.caption = QStringLiteral("What it shows");
+    annotations.scaleBar = {QStringLiteral("Distance"), {Qt::red, Qt::green}, 0.0f, 3.0f};
+    view->setAnnotations(annotations);
+    const KVFraming framing = view->shownFraming(size);
+    const auto isTaken = [&](const QPointF& pixel) {
+        return std::any_of(framing.taken.begin(), framing.taken.end(),
+                           [&](const QRectF& rect) { return rect.contains(pixel); });
+    };
+    EXPECT_TRUE(isTaken({40, 16})) << "first row of the legend";
+    EXPECT_TRUE(isTaken({40, 31})) << "second row";
+    EXPECT_TRUE(isTaken({320, 468})) << "caption";
+    EXPECT_TRUE(isTaken({605, 100})) << "scale bar";
+    EXPECT_TRUE(isTaken({605, 16})) << "its title";
+    EXPECT_FALSE(isTaken({320, 240}));
+    EXPECT_TRUE(view->shownFraming().taken.isEmpty()) << "a size is needed";
+    EXPECT_FALSE(coversWhatIsTaken(framing, KVGamutView::framing(view->camera(), framing, size), size));
 }
 
 TEST_F(Framing, keepsDirectionAngleAndProjection)

@@ -45,4 +45,13 @@ TEST(Turntable, sweepsACircleAroundTheAxis)
     }
 }
 
+TEST(Turntable, leavesWhatIsTakenFree)
+{
+    KVFraming framing{{{50, 10, 10}}, {}};
+    framing.margin = 0.1f;
+    framing.taken = {QRectF(0, 0, 10, 20)};
+    EXPECT_EQ(Turntable::swept(framing).taken, framing.taken);
+    EXPECT_EQ(Turntable::swept(framing).margin, 0.1f);
+}
+
 } // namespace

@@ -41,8 +41,8 @@ void CameraControl::reset()
 
 void CameraControl::frameGamuts()
 {
-    m_isChosen = true;
-    m_area.view().frame({}, duration());
+    const QSize size = m_area.pixels();
+    move(KVGamutView::framing(camera(), m_area.view().shownFraming(size), size));
 }
 
 void CameraControl::lookFrom(KVGamut3DViewer::View preset)

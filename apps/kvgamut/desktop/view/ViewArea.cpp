@@ -34,6 +34,11 @@ float ViewArea::aspect() const
     return size.isEmpty() ? 1.0f : static_cast<float>(size.width()) / static_cast<float>(size.height());
 }
 
+QSize ViewArea::pixels() const
+{
+    return (QSizeF(m_container->size()) * m_container->devicePixelRatioF()).toSize();
+}
+
 bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonPress) {

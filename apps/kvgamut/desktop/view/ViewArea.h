@@ -16,6 +16,7 @@ public:
     const KVGamut3DViewer& viewer() const { return *m_viewer; }
     KVGamutView& view() { return *m_view; }
     float aspect() const; ///< width by height
+    QSize pixels() const; ///< device pixels of the view
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

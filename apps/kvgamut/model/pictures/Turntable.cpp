@@ -43,6 +43,7 @@ KVFraming Turntable::swept(const KVFraming& framing)
     }
     KVFraming result;
     result.margin = framing.margin;
+    result.taken = framing.taken;
     const double around = 1.0 / std::cos(std::numbers::pi / corners);
     for (const auto& [L, radius] : radii)
         for (int i = 0; i < corners; ++i)
