@@ -9,6 +9,7 @@
 namespace {
 constexpr int wireframeMode = 3;
 constexpr float sectionWidth = 2.0f;
+constexpr float innerOutlineWidth = 1.0f; // of a section inside a gamut that is not cut
 
 /// Of literals, which need no memory.
 std::array<QString, 4> childNames()
@@ -298,7 +299,8 @@ void KV3DGamutObject::showLid(const QString& name, const std::optional<GeometryD
         return;
     }
     if (!lid) {
-        lid.reset(new KVSectionLid(name, name));
+        lid.reset(name == QStringLiteral("Lid") ? new KVSectionLid(name, name)
+                                                : new KVInnerSection(name, name));
         if (glOwner())
             lid->initializeGL(glOwner());
         lid->setDisplayMode(displayMode());
@@ -316,8 +318,7 @@ void KV3DGamutObject::showPlaneOutline()
         return;
     }
     const auto outline = sectionChild(name);
-    outline->setSegments(kvGamutSection(m_gamut, *m_plane, m_sectionColor), false, outline->lineWidth(),
-                         0.0f);
+    outline->setSegments(kvGamutSection(m_gamut, *m_plane, m_sectionColor), false, innerOutlineWidth, 0.0f);
 }
 
 void KV3DGamutObject::showLeafOutline()
@@ -328,6 +329,6 @@ void KV3DGamutObject::showLeafOutline()
         return;
     }
     const auto outline = sectionChild(name);
-    outline->setSegments(kvHueOutline(m_gamut.mesh(), *m_leaf, m_sectionColor), false, outline->lineWidth(),
+    outline->setSegments(kvHueOutline(m_gamut.mesh(), *m_leaf, m_sectionColor), false, innerOutlineWidth,
                          0.0f);
 }

@@ -42,3 +42,13 @@ public:
     void setAmbientStrength(float) override {}
     void applyColor(const QColor&, int) override {}
 };
+
+/// Shows a filled section inside a gamut that is not cut. It is opaque unless its parent is invisible: mixed
+/// with a translucent surface in nearly the same colours, it could hardly be seen.
+class KVInnerSection : public KVSectionLid
+{
+public:
+    using KVSectionLid::KVSectionLid;
+
+    void applyAlpha(float alpha) override { KVSectionLid::applyAlpha(alpha > 0.0f ? 1.0f : 0.0f); }
+};

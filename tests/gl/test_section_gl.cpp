@@ -176,6 +176,24 @@ TEST_F(SectionPictures, aPlaneIsSeenInsideATranslucentGamut)
     EXPECT_EQ(withSection({}), whole);
 }
 
+TEST_F(SectionPictures, aPlaneKeepsItsColoursInATranslucentGamut)
+{
+    KVGamutLook look;
+    look.opacity = 0.02f; // a veil
+    look.color = Qt::red; // of another colour
+    view.setLook(a, look);
+    const QImage plane = withSection({false, 50.0f});
+    for (const auto& [aStar, bStar] : places) {
+        if (!shown.viewer.isInsideGamut(a, {50, aStar, bStar}))
+            continue;
+        const QColor seen = plane.pixelColor(pixelOf(aStar, bStar));
+        EXPECT_LE(difference(seen, trueColor(50, aStar, bStar)), 12) << aStar << ", " << bStar;
+    }
+    look.opacity = 0.0f;
+    view.setLook(a, look);
+    EXPECT_EQ(shown.settledPicture().pixelColor(pixelOf(0, 20)), QColor(Qt::gray)); // the background
+}
+
 TEST_F(SectionPictures, aPlaneAboveTheClippingIsNotShown)
 {
     view.setClipping(40.0f);
