@@ -16,6 +16,10 @@
 
 namespace {
 
+// The gamuts beside a body that was made of them.
+constexpr float besideBodyOpacity = 0.15f;
+constexpr float besideBodyWidth = 0.6f; // of lines
+
 QString volumeText(double volume)
 {
     const QLocale english(QLocale::English, QLocale::UnitedStates); // with a comma after each three digits
@@ -131,12 +135,13 @@ QList<GamutScene::Explained> GamutScene::explained() const
         all.append({i, gamuts.last(), titles.value(i),
                     chosen.isValid() ? chosen : m_annotations.style->key(all.size()), std::nullopt});
     }
-    const bool areLines = m_annotations.lines || m_annotations.part.body;
-    if (!areLines && (!m_look.opacities.isEmpty() || !m_look.modes.isEmpty()))
+    const bool areLines = m_annotations.lines;
+    const bool areFaint = m_annotations.part.body.has_value();
+    if (!areLines && !areFaint && (!m_look.opacities.isEmpty() || !m_look.modes.isEmpty()))
         return all;
     const QList<BodyLook> looks = bodyLooks(gamuts);
     for (qsizetype i = 0; i < all.size(); ++i)
-        all[i].look = areLines ? BodyLook::Lines : looks[i];
+        all[i].look = areLines ? BodyLook::Lines : areFaint ? BodyLook::Translucent : looks[i];
     return all;
 }
 
@@ -160,8 +165,9 @@ void GamutScene::showBody(const Explained& gamut)
     if (m_annotations.legend)
         look.outlineColor = gamut.key;
     if (gamut.look) {
-        look.opacity =
-            gamut.look == BodyLook::Translucent ? KVGamutLook::translucentOpacity : m_look.look.opacity;
+        const float translucent =
+            m_annotations.part.body ? besideBodyOpacity : KVGamutLook::translucentOpacity;
+        look.opacity = gamut.look == BodyLook::Translucent ? translucent : m_look.look.opacity;
         look.surface = look.surface && gamut.look != BodyLook::Lines;
         static const QMap<BodyLook, QString> words{{BodyLook::Solid, QStringLiteral("solid")},
                                                    {BodyLook::Translucent, QStringLiteral("translucent")},
@@ -172,7 +178,6 @@ void GamutScene::showBody(const Explained& gamut)
     m_view.setLook(id, look);
     if (gamut.look != BodyLook::Lines || !m_look.look.surface)
         return;
-    constexpr float besideBody = 0.6f;
     QList<std::pair<KVGamut3DViewer::ColoredPosition, KVGamut3DViewer::ColoredPosition>> lines;
     const QList<LabSegment> pieces = gamutLines(gamut.gamut.mesh());
     // Every other piece first: consecutive pieces that touch are joined, with spikes where they turn sharply.
@@ -186,7 +191,7 @@ void GamutScene::showBody(const Explained& gamut)
     m_view.viewer()->addSegmentSet(id, lines);
     if (!m_annotations.part.body)
         return;
-    m_view.viewer()->setSegmentSetWidth(id, besideBody); // of an existing set, when it is filled again
+    m_view.viewer()->setSegmentSetWidth(id, besideBodyWidth); // of an existing set, when it is filled again
     m_view.viewer()->addSegmentSet(id, lines);
 }
 

@@ -90,6 +90,17 @@ TEST_F(BodyTest, anExportedBodySaysWhatItIs)
     EXPECT_TRUE(file.read(1000).contains("comment part: AdobeRGB and sRGB, intersection\n"));
 }
 
+TEST_F(BodyTest, gamutsBesideABodyAreTranslucentOrLines)
+{
+    const QString body =
+        QStringLiteral("render AdobeRGB sRGB --grid 5 --size 100x80 --body outside --verbose -o ");
+    const auto faint = kvgamut(words(body + path(QStringLiteral("a.png"))));
+    EXPECT_TRUE(faint.errors.contains("AdobeRGB is drawn as: translucent")) << faint.errors.constData();
+    EXPECT_TRUE(faint.errors.contains("sRGB is drawn as: translucent"));
+    const auto lines = kvgamut(words(body + path(QStringLiteral("b.png --look lines"))));
+    EXPECT_TRUE(lines.errors.contains("sRGB is drawn as: lines")) << lines.errors.constData();
+}
+
 TEST_F(BodyTest, aPartThatDoesNotExistIsRefused)
 {
     for (const QString& command : {QStringLiteral("export"), QStringLiteral("render")}) {

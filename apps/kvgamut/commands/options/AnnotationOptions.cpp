@@ -51,7 +51,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "hues. --verbose says what was chosen")
         ->check(CLI::IsMember({"auto", "lines"}).description(""))
         ->type_name("LOOK");
-    part.declare(parser, "Show a body between two gamuts, which are lines then");
+    part.declare(parser, "Show a body between two gamuts, which are faint then");
     loss.declare(parser);
 }
 
