@@ -141,7 +141,7 @@ int RenderCommand::draw()
     const auto loss = scene.showPart() ? scene.showLoss(measured) : std::nullopt;
     if (!loss)
         return BadInput;
-    m_items.addMeasured(viewer, measured, loss->losses, loss->scale);
+    m_items.addMeasured(viewer, measured, loss->losses, loss->scale, m_look.state.theme.axes);
 
     QImage picture;
     if (const auto problem = drawPictures(view, scene.profileLines(), picture)) {

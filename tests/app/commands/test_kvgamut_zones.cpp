@@ -101,6 +101,25 @@ TEST_F(ZoneTest, pointsHaveTheColourOfTheirDistance)
     EXPECT_EQ(count(distances("101.5,0,0\n", scale), light), 0) << "below the threshold";
 }
 
+// The frame of a cube is thin: the pale colour that the scale has below the threshold would be lost.
+TEST_F(ZoneTest, pointsBelowTheThresholdStandOutFromTheGround)
+{
+    const auto count = [](const QImage& picture, auto matches) {
+        int found = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                found += matches(qGray(picture.pixel(x, y)));
+        return found;
+    };
+    const QString plain = QStringLiteral("--loss-threshold 2 --annotate none --style ");
+    const QByteArray nearWhite("101,0,0\n");
+    EXPECT_GT(
+        count(distances(nearWhite, plain + QStringLiteral("paper")), [](int grey) { return grey < 120; }),
+        30);
+    EXPECT_GT(
+        count(distances(nearWhite, plain + QStringLiteral("dark")), [](int grey) { return grey > 140; }), 30);
+}
+
 TEST_F(ZoneTest, distancesAreThoseOutsideTheGamutOfLoss)
 {
     write(path(QStringLiteral("green.csv")), "L,a,b\n83,-128,87\n"); // of Adobe RGB

@@ -145,13 +145,14 @@ std::vector<KVGamut::LabPoint> ItemOptions::pointsToMeasure(bool& allRead) const
 }
 
 void ItemOptions::addMeasured(KVGamut3DViewer& viewer, const std::vector<KVGamut::LabPoint>& measured,
-                              const std::vector<float>& losses, const LossScale& scale) const
+                              const std::vector<float>& losses, const LossScale& scale,
+                              const QColor& edge) const
 {
     QMap<Side, Positions> byZone;
     for (std::size_t i = 0; i < measured.size(); ++i) {
         const Side beyond = losses[i] > scale.threshold ? Side::Outside : Side::Edge;
-        byZone[losses[i] > 0.0f ? beyond : Side::Inside].append(
-            {scale.colorOf(losses[i]), vectorOf(measured[i])});
+        const Side side = losses[i] > 0.0f ? beyond : Side::Inside;
+        byZone[side].append({side == Side::Edge ? edge : scale.colorOf(losses[i]), vectorOf(measured[i])});
     }
     addShapes(viewer, byZone);
 }

@@ -42,8 +42,9 @@ struct ItemOptions
     std::vector<KVGamut::LabPoint> pointsToMeasure(bool& allRead) const;
     /// Adds these points with the colours of their distances: spheres inside, cubes up to the threshold,
     /// stars farther outside.
+    /// @param edge colour of the cubes: they are lines, which the pale colour of the scale would hide
     void addMeasured(KVGamut3DViewer& viewer, const std::vector<KVGamut::LabPoint>& points,
-                     const std::vector<float>& losses, const LossScale& scale) const;
+                     const std::vector<float>& losses, const LossScale& scale, const QColor& edge) const;
 
 private:
     using Positions = QList<KVGamut3DViewer::ColoredPosition>;
