@@ -294,6 +294,29 @@ TEST_F(Points, cancelTheWorkOnFilesThatAreRemoved)
     EXPECT_EQ(failures.count(), 0);
 }
 
+TEST_F(Points, areFoundByTheirLightness)
+{
+    points.open(write(QStringLiteral("two.csv"), "L,a,b\n60,-80,60\n90,0,0\n"));
+    points.open(write(QStringLiteral("one.csv"), "L,a,b\n62,0,0\n"));
+    ASSERT_TRUE(finish());
+    EXPECT_TRUE(points.near(60.0, 5.0).empty()); // without a gamut
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    gamuts.add(QStringLiteral("ProPhoto"), {}, {});
+    ASSERT_TRUE(finish());
+    const auto inSrgb = points.near(60.0, 5.0);
+    ASSERT_EQ(inSrgb.size(), 2u);
+    EXPECT_EQ(inSrgb[0].point->lab.a, -80.0f);
+    EXPECT_FALSE(inSrgb[0].isInside);
+    EXPECT_TRUE(inSrgb[1].isInside);
+    EXPECT_EQ(points.near(60.0, 1.0).size(), 1u);
+    gamuts.setActiveRow(1);
+    EXPECT_TRUE(points.near(60.0, 5.0).empty()); // until ProPhoto has classified them
+    ASSERT_TRUE(finish());
+    const auto inProPhoto = points.near(60.0, 5.0);
+    ASSERT_EQ(inProPhoto.size(), 2u);
+    EXPECT_TRUE(inProPhoto[0].isInside);
+}
+
 class PlacesOfPoints : public Points, public testing::WithParamInterface<bool>
 {
 };

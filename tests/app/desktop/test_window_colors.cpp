@@ -42,6 +42,45 @@ struct Silhouette
     bool hasMiddle = false;
 };
 
+/// The pixels around a place.
+class Symbol
+{
+public:
+    Symbol(const QImage& image, const QPointF& place)
+        : m_image(image), m_place(static_cast<int>(place.x()), static_cast<int>(place.y()))
+    {
+    }
+
+    /// A disc of @p color.
+    bool isCircle(const QColor& color) const
+    {
+        return has(0, 0, color) && has(1, 1, color) && has(1, -1, color) && has(-1, 1, color);
+    }
+
+    /// Two diagonal lines of @p color.
+    bool isCross(const QColor& color) const
+    {
+        return has(0, 0, color) && has(2, 2, color) && has(-2, 2, color) && has(2, -2, color) &&
+               !has(0, 4, color) && !has(4, 0, color) && !has(0, -4, color) && !has(-4, 0, color);
+    }
+
+private:
+    /// Whether a pixel here or beside it has about this colour: edges are smoothed.
+    bool has(int x, int y, const QColor& color) const
+    {
+        for (int i = 0; i < 9; ++i) {
+            const QColor found = m_image.pixelColor(m_place + QPoint(x + i % 3 - 1, y + i / 3 - 1));
+            if (std::abs(found.red() - color.red()) < 96 && std::abs(found.green() - color.green()) < 96 &&
+                std::abs(found.blue() - color.blue()) < 96)
+                return true;
+        }
+        return false;
+    }
+
+    QImage m_image;
+    QPoint m_place;
+};
+
 class ColorsInTheWindow : public kvtest::WindowCase
 {
 protected:
@@ -54,6 +93,24 @@ protected:
     QTreeView& table() { return control<QTreeView>("colors"); }
     QString finding() { return control<QLabel>("finding").text(); }
     QImage section() { return control<QWidget>("slice").grab().toImage(); }
+
+    /// Where a*, b* is drawn in the section, by the colours that the section reports under the pointer.
+    QPointF placeInSection(double a, double b)
+    {
+        auto& panel = control<SlicePanel>("slice");
+        QVector3D found;
+        const auto connection = QObject::connect(
+            &panel, &SlicePanel::hovered, [&found](const std::optional<QVector3D>& lab) { found = *lab; });
+        const auto colorAt = [&](const QPointF& place) {
+            QMouseEvent event(QEvent::MouseMove, place, panel.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(&panel, &event);
+            return QPointF(static_cast<double>(found.y()), static_cast<double>(found.z()));
+        };
+        const QPointF origin = colorAt({0, 0}), step = (colorAt({100, 100}) - origin) / 100.0;
+        QObject::disconnect(connection);
+        return {(a - origin.x()) / step.x(), (b - origin.y()) / step.y()};
+    }
 
     QStringList names()
     {
@@ -111,6 +168,31 @@ TEST_F(ColorsInTheWindow, areShownInTheSectionNearTheirLightness)
     EXPECT_TRUE(kvtest::spinUntil([&] { return greenPixels() > 5; }));
     action("closeAll").trigger();
     EXPECT_TRUE(kvtest::spinUntil([&] { return greenPixels() == 0; }));
+}
+
+TEST_F(ColorsInTheWindow, areCirclesInsideTheActiveGamutAndCrossesOutside)
+{
+    const QColor green(10, 230, 20); // in no section
+    open({QStringLiteral("ProPhoto"), QStringLiteral("sRGB"),
+          write(QStringLiteral("one.csv"), "L,a,b,colour\n50,-80,40,#0ae614\n")}); // inside ProPhoto only
+    const auto chooseGamut = [this](int row) {
+        auto& list = control<QListView>("gamutList");
+        const QRect place = list.visualRect(list.model()->index(row, 0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
+        EXPECT_EQ(window.gamuts().activeRow(), row);
+    };
+    const auto symbol = [&] { return Symbol(section(), placeInSection(-80.0, 40.0)); };
+    const QColor ink = control<QWidget>("slice").palette().color(QPalette::Text);
+    const auto isCircle = [&] { return symbol().isCircle(green); };
+    const auto isCross = [&] { return symbol().isCross(ink); };
+    chooseGamut(1);
+    EXPECT_TRUE(kvtest::spinUntil(isCross));
+    EXPECT_FALSE(isCircle());
+    chooseGamut(0);
+    EXPECT_TRUE(kvtest::spinUntil(isCircle));
+    EXPECT_FALSE(isCross());
+    window.gamuts().remove(0);
+    EXPECT_TRUE(kvtest::spinUntil(isCross));
 }
 
 TEST_F(ColorsInTheWindow, selectTheRowOfAClickedPoint)

@@ -473,6 +473,33 @@ TEST(SlicePoints, manyInOnePlaceAreDrawnOnce)
     EXPECT_EQ(many.size(), single.size());
 }
 
+/// Discs to the left, crosses to the right.
+SliceDrawing crowdInSteps(qreal step)
+{
+    QList<SlicePoint> points;
+    for (qreal a = -40.0; a < 40.0; a += step)
+        for (qreal b = -40.0; b < 40.0; b += step)
+            points.append({{a, b}, Qt::green, {}, a < 0.0});
+    return withPoints(points);
+}
+
+TEST(SlicePoints, areThinnedOutWhereTheyWouldOverlap)
+{
+    const QSize size(1000, 750);
+    const qsizetype few = svgOf(crowdInSteps(1.0), size).size(),
+                    many = svgOf(crowdInSteps(0.25), size).size();
+    EXPECT_LT(std::abs(many - few), few / 10);
+    const SliceDrawing drawing = crowdInSteps(0.25);
+    const QImage picture = drawn(drawing, size);
+    const QTransform place = drawing.planeToArea(QRectF(QPointF(), size));
+    const QRect discs = place.mapRect(QRectF(-38, -38, 36, 76)).toRect();
+    int green = 0;
+    for (int y = discs.top(); y <= discs.bottom(); ++y)
+        for (int x = discs.left(); x <= discs.right(); ++x)
+            green += picture.pixelColor(x, y) == QColor(Qt::green) ? 1 : 0;
+    EXPECT_GT(green, discs.width() * discs.height() / 4); // they still cover their part of the plot
+}
+
 TEST(SlicePoints, farOnesDoNotShrinkThePlot)
 {
     const QRectF area(0, 0, 800, 600);

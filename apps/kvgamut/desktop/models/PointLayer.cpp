@@ -186,6 +186,20 @@ int PointLayer::rowOf(const QString& file) const
     return static_cast<int>(files().indexOf(file));
 }
 
+struct PointLayer::Reading
+{
+    Result<PointSet> set;
+    LightnessOrder order;
+
+    /// Runs on a worker.
+    static Reading of(const QString& file, const KVCompletionProtocolPtr& work)
+    {
+        Result<PointSet> set = readPoints(file, work);
+        LightnessOrder order = set ? LightnessOrder(set->points) : LightnessOrder();
+        return {std::move(set), std::move(order)};
+    }
+};
+
 void PointLayer::open(const QString& file)
 {
     int row = rowOf(file);
@@ -202,15 +216,13 @@ void PointLayer::open(const QString& file)
     layer.ticket = ticket;
     layer.work = KVCompletionProtocol::createTask(QFileInfo(file).fileName());
     layer.reading = true;
-    const auto read = [](const QString& name, const KVCompletionProtocolPtr& work) {
-        return readPoints(name, work);
-    };
-    Threads::run(m_pool, read, file, layer.work)
-        .then(this, [this, file, ticket](const Result<PointSet>& set) { finishReading(file, ticket, set); });
+    Threads::run(m_pool, Reading::of, file, layer.work)
+        .then(this, [this, file, ticket](const Reading& reading) { finishReading(file, ticket, reading); });
 }
 
-void PointLayer::finishReading(const QString& file, int ticket, const Result<PointSet>& set)
+void PointLayer::finishReading(const QString& file, int ticket, const Reading& reading)
 {
+    const Result<PointSet>& set = reading.set;
     const int row = rowOf(file);
     if (row < 0 || m_layers[row].ticket != ticket)
         return;
@@ -222,6 +234,7 @@ void PointLayer::finishReading(const QString& file, int ticket, const Result<Poi
     Layer& layer = m_layers[row];
     layer.reading = false;
     layer.set = *set;
+    layer.order = reading.order;
     layer.judgedBy = 0;
     layer.beingJudgedBy = 0;
     layer.photo = {};
@@ -425,4 +438,19 @@ std::optional<PointLayer::Place> PointLayer::placeOf(const QString& set, qsizety
     if (index < 0 || index >= places.size())
         return {};
     return places[index];
+}
+
+std::vector<PointLayer::Judged> PointLayer::near(double lightness, double within) const
+{
+    std::vector<Judged> found;
+    const GamutEntry* gamut = judgingGamut();
+    for (const Layer& layer : m_layers) {
+        if (!gamut || layer.judgedBy != gamut->revision)
+            continue;
+        const auto items = layer.order.near(lightness, within);
+        found.reserve(found.size() + items.size());
+        for (const LightnessOrder::Item& item : items)
+            found.push_back({&layer.set.points[item.index], layer.distances[item.index] <= 0.0f});
+    }
+    return found;
 }

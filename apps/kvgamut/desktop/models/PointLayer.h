@@ -3,6 +3,7 @@
 
 #include "GamutListModel.h"
 #include "model/checks/PhotoCheck.h"
+#include "model/points/LightnessOrder.h"
 #include "model/points/PointInput.h"
 
 #include <QtCore/QAbstractTableModel>
@@ -10,6 +11,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 /// The points of files in the scene, classified by the active gamut: a row for each file, with the shares of
 /// its points inside, at the edge and outside.
@@ -69,6 +71,17 @@ public:
     /// there is none.
     std::optional<Place> placeOf(const QString& set, qsizetype index) const;
 
+    /// A point and its side of the active gamut's surface.
+    struct Judged
+    {
+        const MeasuredPoint* point = nullptr; ///< valid until pointsChanged()
+        bool isInside = false;
+    };
+    /// The points whose lightness differs from @p lightness by at most @p within, without the files that are
+    /// not classified by the active gamut yet. Its time depends on their number, not on the number of all
+    /// points.
+    std::vector<Judged> near(double lightness, double within) const;
+
     /// Classified points are markers with the shapes of ZoneMarker if there are at most this many points, and
     /// at most maxCubes of them at the edge. Otherwise all are points of one shape, which are cheaper to
     /// draw.
@@ -92,6 +105,7 @@ private:
         KVCompletionProtocolPtr work; ///< of that request and of the classification; null before the request
         bool reading = true;
         PointSet set;
+        LightnessOrder order;      ///< of the set
         quint64 judgedBy = 0;      ///< revision of the gamut that the distances belong to; 0: none
         quint64 beingJudgedBy = 0; ///< the same for the computation in progress
         QList<float> distances;    ///< of each point from that gamut's surface
@@ -106,7 +120,8 @@ private:
         } photo;
     };
 
-    void finishReading(const QString& file, int ticket, const Result<PointSet>& set);
+    struct Reading; ///< what a file contains
+    void finishReading(const QString& file, int ticket, const Reading& reading);
     static void cancel(const Layer& layer);
     void judgeAll();
     void judge(Layer& layer, const GamutEntry& gamut);

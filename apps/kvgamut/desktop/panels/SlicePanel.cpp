@@ -13,16 +13,45 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace {
 
 constexpr QSize documentSize(800, 800);
-constexpr float sameLightness = 1.0f; // a colour no farther from the plane than this is in it
+constexpr std::size_t maxSinglePoints = 2000; // with more, one in each square is drawn
+constexpr float sameLightness = 1.0f;         // a colour no farther from the plane than this is in it
 
 SlicePlane planeAt(float lightness)
 {
     return {SlicePlane::Lightness, static_cast<double>(lightness)};
 }
+
+/// Squares of the plane, to find out which contain a point already. With more than a few thousand points, one
+/// in each square looks the same and takes less time.
+class Squares
+{
+public:
+    /// @return whether this is the first point with this side in its square
+    bool take(const KVGamut::LabPoint& lab, bool isInside)
+    {
+        const std::size_t at = (row(lab.a) * rows + row(lab.b)) * 2 + (isInside ? 1 : 0);
+        const bool isFirst = !m_taken[at];
+        m_taken[at] = true;
+        return isFirst;
+    }
+
+private:
+    static constexpr std::size_t rows = 512;
+    static constexpr float side = 3.0f; // dE76
+
+    static std::size_t row(float value)
+    {
+        const float at = value / side + 0.5f * rows;
+        return at > 0.0f ? static_cast<std::size_t>(std::min(at, rows - 1.0f)) : 0; // NaN, too
+    }
+
+    std::vector<bool> m_taken = std::vector<bool>(rows * rows * 2);
+};
 
 } // namespace
 
@@ -45,6 +74,7 @@ SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, Q
             });
     connect(&gamuts, &GamutListModel::activeRowChanged, this, &SlicePanel::redrawSoon);
     connect(&points, &PointLayer::pointsChanged, this, &SlicePanel::redrawSoon);
+    connect(&points, &QAbstractItemModel::dataChanged, this, &SlicePanel::redrawSoon); // classified
     redraw();
 }
 
@@ -102,16 +132,21 @@ void SlicePanel::addPoints(SliceDrawing& drawing) const
     if (row < 0 || !m_gamuts.at(row).hasGamut() || m_points.rowCount() == 0)
         return;
     const GamutEntry& active = m_gamuts.at(row);
+    const auto near = m_points.near(static_cast<double>(m_lightness), defaultPointDistance);
+    const bool isCrowded = near.size() > maxSinglePoints;
+    Squares squares;
     QList<SlicePoint> points;
-    for (int file = 0; file < m_points.rowCount(); ++file)
-        points +=
-            slicePoints(m_points.set(file).points, planeAt(m_lightness), defaultPointDistance, active.gamut);
-    const auto inside =
-        std::count_if(points.cbegin(), points.cend(), [](const SlicePoint& point) { return point.isInside; });
+    std::size_t inside = 0;
+    for (const auto& [point, isInside] : near) {
+        inside += isInside ? 1 : 0;
+        if (!isCrowded || squares.take(point->lab, isInside))
+            points.append(slicePoint(*point, planeAt(m_lightness), isInside));
+    }
     const QLocale locale;
-    drawing.setPoints(points,
-                      {tr("inside %1: %2").arg(active.title, locale.toString(inside)),
-                       tr("outside %1: %2").arg(active.title, locale.toString(points.size() - inside))});
+    drawing.setPoints(
+        points, {tr("inside %1: %2").arg(active.title, locale.toString(static_cast<qulonglong>(inside))),
+                 tr("outside %1: %2")
+                     .arg(active.title, locale.toString(static_cast<qulonglong>(near.size() - inside)))});
 }
 
 void SlicePanel::setMark(const std::optional<Mark>& mark)

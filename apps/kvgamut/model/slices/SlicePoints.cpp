@@ -55,16 +55,20 @@ bool isFree(const QRectF& box, const QList<QRectF>& taken)
 
 } // namespace
 
+SlicePoint slicePoint(const MeasuredPoint& point, const SlicePlane& plane, bool isInside)
+{
+    return {viewOf(point.lab, plane).place, point.shownColor(), point.name, isInside};
+}
+
 QList<SlicePoint> slicePoints(const QList<MeasuredPoint>& points, const SlicePlane& plane, double within,
                               const KVGamut::GamutObject& gamut)
 {
     QList<SlicePoint> near;
     for (const MeasuredPoint& point : points) {
-        const PlaneView view = viewOf(point.lab, plane);
-        if (!(view.distance <= within))
+        if (!(viewOf(point.lab, plane).distance <= within))
             continue;
         const std::array<float, 3> lab{point.lab.L, point.lab.a, point.lab.b};
-        near.append({view.place, point.shownColor(), point.name, gamut.isInside(lab.data())});
+        near.append(slicePoint(point, plane, gamut.isInside(lab.data())));
     }
     return near;
 }
@@ -72,20 +76,24 @@ QList<SlicePoint> slicePoints(const QList<MeasuredPoint>& points, const SlicePla
 void PointSymbols::paint(QPainter& painter, const QPointF& at, const QColor& color, bool isInside) const
 {
     constexpr qreal line = 0.14; // widths relative to the size
-    constexpr qreal halo = 0.4;
+    constexpr qreal haloWidth = 0.4;
     const qreal half = 0.5 * size;
     const auto pen = [&](const QColor& c, qreal width) {
         return QPen(c, width * size, Qt::SolidLine, Qt::RoundCap);
     };
     if (isInside) {
         painter.setBrush(color);
-        painter.setPen(pen(paper, halo));
-        painter.drawEllipse(at, half, half);
+        if (halo) {
+            painter.setPen(pen(paper, haloWidth));
+            painter.drawEllipse(at, half, half);
+        }
         painter.setPen(pen(ink, line));
         painter.drawEllipse(at, half, half);
         return;
     }
-    for (const QPen& stroke : {pen(paper, halo + line), pen(ink, 1.6 * line)}) {
+    for (const QPen& stroke : {pen(paper, haloWidth + line), pen(ink, 1.6 * line)}) {
+        if (!halo && stroke.color() == paper)
+            continue;
         painter.setPen(stroke);
         painter.drawLine(at - QPointF(half, half), at + QPointF(half, half));
         painter.drawLine(at - QPointF(half, -half), at + QPointF(half, -half));
@@ -97,6 +105,13 @@ void PointSymbols::paint(QPainter& painter, const QList<SlicePoint>& points, con
 {
     constexpr qreal cellShare = 0.125; // of the size
     const QList<Placed> placed = distinct(points, toPlot, plot, cellShare * size);
+    if (placed.size() > maxClose) {
+        PointSymbols crowd = *this;
+        crowd.halo = false;
+        for (const Placed& symbol : distinct(points, toPlot, plot, size))
+            crowd.paint(painter, symbol.at, symbol.point->color, symbol.point->isInside);
+        return;
+    }
     QList<QRectF> taken;
     for (const Placed& symbol : placed) {
         paint(painter, symbol.at, symbol.point->color, symbol.point->isInside);
