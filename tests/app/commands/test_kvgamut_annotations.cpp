@@ -115,6 +115,48 @@ TEST_F(AnnotationTest, cutGamutsAreClosedInTrueColours)
     EXPECT_GT(countNear(lid, colorOf(device), 3), countNear(open, colorOf(device), 3) + 2);
 }
 
+/// Pixels that differ by more than the colours of two lids in the same place.
+int differing(const QImage& one, const QImage& other)
+{
+    int count = 0;
+    for (int y = 0; y < one.height(); ++y)
+        for (int x = 0; x < one.width(); ++x)
+            count += difference(one.pixelColor(x, y), other.pixelColor(x, y)) > 6;
+    return count;
+}
+
+TEST_F(AnnotationTest, lidsDoNotDependOnTheOrderOfTheGamuts)
+{
+    const auto cut = [this](const QString& profiles, const QString& alpha) {
+        return annotated(QStringLiteral("--section lid --clip 60 --frame none --alpha ") + alpha, profiles,
+                         QStringLiteral("none"));
+    };
+    const QString both = QStringLiteral("sRGB ProPhoto"), reversed = QStringLiteral("ProPhoto sRGB");
+    for (const auto& [alpha, ofReversed] :
+         {std::pair("1,1", "1,1"), {"0.4,0.4", "0.4,0.4"}, {"1,0.35", "0.35,1"}, {"0.35,1", "1,0.35"}}) {
+        const QString alphaOfLarger = QString::fromLatin1(alpha).section(QLatin1Char(','), 1);
+        const QImage picture = cut(both, QString::fromLatin1(alpha));
+        const QImage other = cut(reversed, QString::fromLatin1(ofReversed));
+        EXPECT_LT(differing(picture, other), 300) << alpha; // along the edges of outlines
+        // the smaller one is seen on the larger one by its outline
+        EXPECT_GT(differing(picture, cut(QStringLiteral("ProPhoto"), alphaOfLarger)), 1000);
+    }
+}
+
+TEST_F(AnnotationTest, lidsInTheSamePlaceHaveTheTrueColour)
+{
+    const Device device{0.78, 0.42, 0.25};
+    const QString look =
+        QStringLiteral("--view top --orthogonal --no-axes --no-projection --frame none --clip %1")
+            .arg(labOf(device).L, 0, 'f', 4);
+    const int alone = countNear(annotated(look), colorOf(device), 3);
+    for (const char* more : {" --alpha 1,1", " --alpha 1,0.35"})
+        EXPECT_NEAR(countNear(annotated(look + QString::fromLatin1(more), QStringLiteral("sRGB ProPhoto")),
+                              colorOf(device), 3),
+                    alone, 5 + alone / 10)
+            << more;
+}
+
 TEST_F(AnnotationTest, plainPicturesHaveNoLidUnlessAsked)
 {
     const QString none = QStringLiteral("none"), sRGB = QStringLiteral("sRGB");
