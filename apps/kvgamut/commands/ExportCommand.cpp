@@ -68,6 +68,23 @@ QList<GamutPage::Gamut> pageGamuts(const QList<GamutInputs::Input>& inputs)
     return gamuts;
 }
 
+/// @p gamuts, faint, and a body that was made of them.
+QList<GamutPage::Gamut> withBody(QList<GamutPage::Gamut> gamuts, const QString& title,
+                                 const KVGamut::GamutObject& body)
+{
+    for (GamutPage::Gamut& gamut : gamuts)
+        gamut.opacity = GamutPage::faint;
+    gamuts.append({title, {}, {}, {}, body});
+    GamutPage::chooseKeys(gamuts);
+    return gamuts;
+}
+
+QByteArray pageOf(const QList<GamutPage::Gamut>& gamuts, Progress& progress)
+{
+    return GamutPage::of(gamuts,
+                         [&progress](float share) { progress.show(share, QStringLiteral("comparisons")); });
+}
+
 } // namespace
 
 ExportCommand::ExportCommand(CLI::App& program)
@@ -98,7 +115,7 @@ ExportCommand::ExportCommand(CLI::App& program)
         "colours. x, y, z are a*, b*, L* in PLY, OBJ and STL; a*, L*, -b* in glTF and X3D. Every\n"
         "command accepts a .kvgamut file instead of a profile.\n"
         "A page (.html) takes several profiles. It shows their gamuts in a browser, with their numbers, and\n"
-        "loads nothing from a network.");
+        "loads nothing from a network. With --body it shows the body inside its two gamuts.");
 }
 
 bool ExportCommand::isPage() const
@@ -111,7 +128,7 @@ void ExportCommand::checkFormat()
     if (m_format.isEmpty())
         m_format = formatOf(m_output);
     m_part.check(m_names.size());
-    if (m_part.body && !MeshFormat::ofSuffix(m_format))
+    if (m_part.body && m_format == savedSuffix)
         throw CLI::ValidationError("--body", "." + m_format.toStdString() + " contains whole gamuts");
     if (m_names.size() > 1 && !isPage() && !m_part.body)
         throw CLI::ValidationError("PROFILE", "only .html shows several gamuts; ." + m_format.toStdString() +
@@ -125,16 +142,14 @@ int ExportCommand::run(Arguments arguments)
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
     const QList<GamutInputs::Input> usable = inputs.usable();
     QByteArray bytes;
-    if (isPage() && !usable.isEmpty())
-        bytes = GamutPage::of(pageGamuts(usable), [&progress](float share) {
-            progress.show(share, QStringLiteral("comparisons"));
-        });
+    if (isPage() && !m_part.body && !usable.isEmpty())
+        bytes = pageOf(pageGamuts(usable), progress);
     progress.clear();
     const bool allUsed = inputs.sayProblems();
     if (usable.isEmpty())
         return BadInput;
     if (m_part.body)
-        return usable.size() < 2 ? int(BadInput) : writeBody(usable);
+        return usable.size() < 2 ? int(BadInput) : writeBody(usable, progress);
     return write(isPage() ? bytes : fileOf(usable.first()), allUsed ? Done : BadInput);
 }
 
@@ -148,7 +163,7 @@ int ExportCommand::write(const QByteArray& bytes, int exitCode) const
     return exitCode;
 }
 
-int ExportCommand::writeBody(const QList<GamutInputs::Input>& inputs) const
+int ExportCommand::writeBody(const QList<GamutInputs::Input>& inputs, Progress& progress) const
 {
     const QStringList titles = gamutTitles({profileOf(inputs[0]), profileOf(inputs[1])});
     const auto body = m_part.of(*inputs[0].gamut, *inputs[1].gamut, titles);
@@ -156,7 +171,12 @@ int ExportCommand::writeBody(const QList<GamutInputs::Input>& inputs) const
         say(body.error());
         return BadInput;
     }
-    return write(fileOf(inputs[0], *body, SafeText::shown(m_part.titleOf(titles))), Done);
+    const QString title = m_part.titleOf(titles);
+    if (!isPage())
+        return write(fileOf(inputs[0], *body, SafeText::shown(title)), Done);
+    const QByteArray page = pageOf(withBody(pageGamuts(inputs), title, *body), progress);
+    progress.clear();
+    return write(page, Done);
 }
 
 QByteArray ExportCommand::fileOf(const GamutInputs::Input& input) const

@@ -21,7 +21,7 @@ private:
     QByteArray fileOf(const GamutInputs::Input& input) const;
     QByteArray fileOf(const GamutInputs::Input& input, const KVGamut::GamutObject& gamut,
                       const QString& part) const;
-    int writeBody(const QList<GamutInputs::Input>& inputs) const;
+    int writeBody(const QList<GamutInputs::Input>& inputs, Progress& progress) const;
     bool isPage() const;
     void checkFormat();
     int write(const QByteArray& bytes, int exitCode) const;

@@ -4,6 +4,8 @@
 #include "app/support/PageTest.h"
 #include "model/inputs/GamutSource.h"
 
+#include <QtCore/QLocale>
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -96,23 +98,46 @@ bool isAtSilhouette(const KVGamut::GamutObject& gamut, const SurfacePoint& top, 
     return gamut.nearest(&below.L).distance > -1.0f;
 }
 
-TEST_F(PageTest, showsSurfacesInTheColoursOfTheProgram)
+/// Expects that a picture from above shows @p gamut in its colours. @return the number of places compared
+int probed(const QImage& picture, const QList<Place>& places, const KVGamut::GamutObject& gamut)
 {
-    const KVGamut::GamutObject gamut = *GamutSource::open(rec2020)->compute({});
-    open({rec2020});
-    const QList<Place> places = placesFromAbove();
-    const QImage picture = browser().picture();
-    int probed = 0;
+    int count = 0;
     double largest = 0.0;
     for (const Place& place : places) {
         const std::vector<SurfacePoint> points = pointsAt(gamut.mesh(), place.a, place.b);
         if (points.empty() || isAtSilhouette(gamut, points.back(), place))
             continue;
-        ++probed;
+        ++count;
         largest = std::max(largest, difference(picture.pixel(place.pixel), points.back().color));
     }
-    EXPECT_GT(probed, 1000);
     EXPECT_LE(largest, 2.0) << "of 255";
+    return count;
+}
+
+TEST_F(PageTest, showsSurfacesInTheColoursOfTheProgram)
+{
+    const KVGamut::GamutObject gamut = *GamutSource::open(rec2020)->compute({});
+    open({rec2020});
+    const QList<Place> places = placesFromAbove();
+    EXPECT_GT(probed(browser().picture(), places, gamut), 1000);
+}
+
+TEST_F(PageTest, showsThePartOfAGamutOutsideAnother)
+{
+    const KVGamut::GamutObject outer = *GamutSource::open(rec2020)->compute({});
+    const KVGamut::GamutObject body =
+        outer.body(*GamutSource::open(sRGB)->compute({}), KVGamut::Body::Outside);
+    open({rec2020, sRGB, QStringLiteral("--body"), QStringLiteral("outside")});
+    EXPECT_TRUE(browser().messages().isEmpty());
+    EXPECT_EQ(text(QStringLiteral(
+                  "[...document.querySelectorAll('#legend .name')].map(e => e.textContent).join()")),
+              QStringLiteral("Rec2020,sRGB,Rec2020 outside sRGB"));
+    EXPECT_TRUE(text(QStringLiteral("document.getElementById('tables').textContent"))
+                    .contains(QLocale(QLocale::English).toString(std::round(body.report().volume), 'f', 0)));
+    toggle("shown-0");
+    toggle("shown-1");
+    const QList<Place> places = placesFromAbove();
+    EXPECT_GT(probed(browser().picture(), places, body), 300);
 }
 
 TEST_F(PageTest, fillsASectionWithTheColoursOfItsLightness)
