@@ -59,13 +59,15 @@ enum class KVProblemCode : int
     TooManyOverlaps,       ///< the device's colours overlap too often for a surface to be found
 
     // surfaces
-    NoFaces,               ///< the surface has no faces
-    VertexOutOfRange,      ///< a vertex is NaN or out of range
-    VertexIndexOutOfRange, ///< a face refers to a vertex that does not exist
-    SurfaceNotClosed,      ///< the surface has a boundary
-    SurfaceNotManifold,    ///< an edge or vertex is shared by too many faces
-    SurfaceInsideOut,      ///< the faces point inwards
-    TooManyCrossings,      ///< two surfaces cross or lie close together too often for a body to be made
+    NoFaces,                    ///< the surface has no faces
+    VertexOutOfRange,           ///< a vertex is NaN or out of range
+    VertexIndexOutOfRange,      ///< a face refers to a vertex that does not exist
+    SurfaceNotClosed,           ///< the surface has a boundary
+    SurfaceNotManifold,         ///< an edge or vertex is shared by too many faces
+    SurfaceInsideOut,           ///< the faces point inwards
+    TooManyCrossings,           ///< two surfaces cross or lie close together too often for a body to be made
+    GivenSurfaceSelfIntersects, ///< a surface that was computed elsewhere self-intersects
+    GivenSurfaceTooClose,       ///< its faces lie too close together to be checked for self-intersection
 
     // saved gamuts
     NotASavedGamut,           ///< the hash does not hold a saved gamut

@@ -206,6 +206,8 @@ enum class Method
     DeviceMesh,     ///< image of the device cube's surface; for three channels whose map does not fold
     RadialHull,     ///< hull of samples of the device hypercube's faces after radial compression
     LatticeSurface, ///< surface that separates the lattice points in Lab inside the gamut from the others
+    GivenSurface,   ///< computed elsewhere: GamutObject::initWithSurface()
+    ConvexHull,     ///< convex hull of colours without device values: GamutObject::initWithColors()
 };
 
 /// Where a profile says how its colours were adapted to D50.
@@ -306,6 +308,31 @@ public:
     /// Settings::gridPoints has no effect, and NotThreeChannels is a further problem.
     bool init(KVProfilePtr profile, const Settings& settings, Construction construction,
               KVCompletionProtocolPtr* protocol = nullptr);
+
+    /// Makes a gamut of a surface that was computed elsewhere, without a profile: Method::GivenSurface.
+    ///
+    /// @param surface closed and manifold, facing either way. Device coordinates are ignored; vertices at the
+    ///        same place (on the lattice of weldedMesh()) are merged.
+    /// @param volumeUncertainty how sure the volume is, dE76 cubed; at most the volume, and 0 for NaN
+    /// @param protocol progress and cancellation; may be null or point to a null handle
+    /// @return whether there is a gamut. If not, the object is empty; see problem(): NoFaces,
+    ///         VertexOutOfRange, VertexIndexOutOfRange, SurfaceNotClosed, SurfaceNotManifold, TooSmall,
+    ///         GivenSurfaceSelfIntersects, GivenSurfaceTooClose, OutOfMemory or Cancelled
+    ///
+    /// The volume is that of the surface. White and black are the lightest and the darkest vertex. The
+    /// reported intent is the absolute one; there are no channels and no primaries().
+    bool initWithSurface(const Mesh& surface, double volumeUncertainty = 0.0,
+                         KVCompletionProtocolPtr* protocol = nullptr);
+    /// Makes a gamut of the convex hull of @p colors: Method::ConvexHull. That bridges all hollows, and lacks
+    /// what is not among the colours. Otherwise as initWithSurface().
+    /// @param colors at least four that are not in a plane
+    /// @param colorUncertainty how far the true colours may be from these, dE76; the uncertainty of the
+    ///        volume is this times the area of the hull. Negative values and NaN mean 0.
+    /// @param protocol progress and cancellation; may be null or point to a null handle
+    /// @return whether there is a gamut. If not, the object is empty; see problem(): VertexOutOfRange for a
+    ///         colour that is NaN or out of range, TooSmall, OutOfMemory or Cancelled
+    bool initWithColors(std::span<const LabPoint> colors, double colorUncertainty = 0.0,
+                        KVCompletionProtocolPtr* protocol = nullptr);
 
     /// The gamut as a hash of plain values, which every QVariant serialization preserves; empty for an empty
     /// gamut. The key "Gamut" marks it as a saved gamut. The same profile and settings give the same values

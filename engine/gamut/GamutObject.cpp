@@ -2,6 +2,7 @@
 #include "Comparing.h"
 #include "GamutBody.h"
 #include "GamutData.h"
+#include "GivenGamut.h"
 #include "Serialize.h"
 #include <engine/base/ListOf.h>
 #include <engine/base/VectorRegisters.h>
@@ -115,6 +116,29 @@ bool GamutObject::init(KVProfilePtr profile, const Settings& settings, Construct
                                         .refinements = isAccurate ? Settings::defaultMaxRefinements : 0,
                                         .construction = construction};
     const auto data = computedOrProblem(profile, settings, request, protocol);
+    d = data.value_or(SharedData());
+    m_problem = problemOf(data);
+    return data.has_value();
+}
+
+bool GamutObject::initWithSurface(const Mesh& surface, double volumeUncertainty,
+                                  KVCompletionProtocolPtr* protocol)
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    // NaN is no estimate
+    const double uncertainty = volumeUncertainty > 0.0 ? volumeUncertainty : 0.0;
+    const auto data = orOutOfMemory([&] { return velmora::surfaceData(surface, uncertainty, task); });
+    d = data.value_or(SharedData());
+    m_problem = problemOf(data);
+    return data.has_value();
+}
+
+bool GamutObject::initWithColors(std::span<const LabPoint> colors, double colorUncertainty,
+                                 KVCompletionProtocolPtr* protocol)
+{
+    const velmora::Task task(protocol ? *protocol : KVCompletionProtocolPtr());
+    const double uncertainty = colorUncertainty > 0.0 ? colorUncertainty : 0.0;
+    const auto data = orOutOfMemory([&] { return velmora::hullData(colors, uncertainty, task); });
     d = data.value_or(SharedData());
     m_problem = problemOf(data);
     return data.has_value();

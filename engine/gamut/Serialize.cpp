@@ -180,7 +180,7 @@ bool readHead(QDataStream& stream, GamutRecord& record, int version)
     quint32 start = 0;
     qint32 method = 0, intent = 0, gridPoints = 0;
     stream >> start >> method >> intent >> record.blackPointCompensation >> record.decorated >> gridPoints;
-    if (start != magic || method <= 0 || method > qint32(KVGamut::Method::LatticeSurface) || intent < 0 ||
+    if (start != magic || method <= 0 || method > qint32(KVGamut::Method::ConvexHull) || intent < 0 ||
         intent > 3)
         return false;
     record.method = static_cast<KVGamut::Method>(method);
@@ -215,13 +215,20 @@ bool readPrimaries(QDataStream& stream, GamutRecord& record)
     return true;
 }
 
-// The rest of the stream, which must have exactly the size of the mesh.
-bool readMesh(QDataStream& stream, Mesh& mesh, const Task& task)
+// Whether a surface has no device values.
+bool isGiven(KVGamut::Method method)
 {
+    return method == KVGamut::Method::GivenSurface || method == KVGamut::Method::ConvexHull;
+}
+
+// The rest of the stream, which must have exactly the size of the mesh.
+bool readMesh(QDataStream& stream, GamutRecord& record, const Task& task)
+{
+    Mesh& mesh = record.mesh;
     qint32 channels = 0;
     quint32 vertices = 0, triangles = 0;
     stream >> channels >> vertices >> triangles;
-    if (channels < 3 || channels > maxChannels)
+    if (isGiven(record.method) ? channels != 0 : channels < 3 || channels > maxChannels)
         return false;
     const quint64 vertexSize = 12 + 4 * static_cast<quint64>(channels);
     if (static_cast<quint64>(stream.device()->bytesAvailable()) !=
@@ -259,7 +266,7 @@ bool unpack(const QByteArray& bytes, GamutRecord& record, int version, const Tas
     QDataStream stream(bytes);
     prepare(stream);
     return readHead(stream, record, version) && readPrimaries(stream, record) &&
-           readMesh(stream, record.mesh, task) && stream.status() == QDataStream::Ok;
+           readMesh(stream, record, task) && stream.status() == QDataStream::Ok;
 }
 
 bool valuesAreValid(const GamutRecord& record, const Task& task)

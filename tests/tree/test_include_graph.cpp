@@ -27,10 +27,10 @@ std::set<std::string> program(std::set<std::string> own)
     return own;
 }
 
-const std::set<std::string> modelRooms{model + "charts",   model + "checks", model + "export",
-                                       model + "inputs",   model + "jobs",   model + "photos",
-                                       model + "pictures", model + "points", model + "problems",
-                                       model + "reports",  model + "slices", model + "text"};
+const std::set<std::string> modelRooms{
+    model + "bodies",  model + "charts", model + "checks",   model + "export", model + "inputs",
+    model + "jobs",    model + "photos", model + "pictures", model + "points", model + "problems",
+    model + "reports", model + "slices", model + "text"};
 
 std::set<std::string> withModel(std::set<std::string> own)
 {
@@ -70,7 +70,9 @@ Order documentedOrder()
         {model + "points", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "photos"})},
         {model + "charts", program({model + "problems", model + "inputs", model + "points"})},
-        {model + "inputs/GamutSource", program({model + "charts", model + "points"})}, // opens any input
+        {model + "bodies", program({model + "problems", model + "inputs", model + "points"})},
+        {model + "inputs/GamutSource",
+         program({model + "bodies", model + "charts", model + "points"})}, // opens any input
         {model + "checks", program({model + "problems", model + "inputs", model + "photos", model + "points",
                                     model + "jobs", model + "pictures", model + "text"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",

@@ -145,12 +145,14 @@ void CheckCommand::addToReport(const QString& name, bool pass, const PhotoColors
     const auto mask = PhotoFile::open(name).and_then([&](PhotoFile photo) {
         return PhotoMarks::mask(photo, reading, *input.gamut, static_cast<float>(m_tolerance));
     });
-    m_page.photos.append({name, input.name, GamutWords::intent(input.gamut->report().intent), pass, check,
+    m_page.photos.append({name, input.name, GamutWords::intent(input.gamut->report()), pass, check,
                           colors.pixels, mask.value_or(QImage())});
 }
 
 void CheckCommand::noteInputs(const GamutInputs& gamuts)
 {
+    m_kinds += GamutInputs::kindLines(gamuts.usable());
+    m_kinds.removeDuplicates();
     for (const GamutInputs::Input& input : gamuts.usable()) {
         const QString line = PictureNote::profileLine(input.name, input.source->hash());
         if (!m_page.inputs.contains(line))
@@ -163,6 +165,7 @@ void CheckCommand::writeReport()
     if (m_reportFile.isEmpty())
         return;
     m_page.answer = summary();
+    m_page.inputs += m_kinds;
     m_page.tolerance = m_tolerance;
     const QByteArray page = isPdf(m_reportFile) ? m_page.pdf() : m_page.html();
     if (const auto problem = writeOutput(m_reportFile, page)) {
@@ -300,8 +303,8 @@ void CheckCommand::checkColors(const GamutInputs& gamuts, Table& table, Progress
                 table.rows.append(CheckTable::rowOf(set->points[i], check, input));
                 if (!m_reportFile.isEmpty())
                     m_page.colors.append({set->points[i].name, input.name,
-                                          GamutWords::intent(input.gamut->report().intent), pass,
-                                          set->points[i].lab, check});
+                                          GamutWords::intent(input.gamut->report()), pass, set->points[i].lab,
+                                          check});
             }
         }
     }
@@ -356,7 +359,7 @@ int CheckCommand::check()
         checkColors(gamuts, table, progress);
     }
     progress.clear();
-    table.summary = summary();
+    table.summary = (QStringList(summary()) + m_kinds).join(QLatin1Char('\n'));
     writeReport();
     const int printed = m_report.print(table, allUsed && m_allRead);
     if (printed != BadOutput && !m_allWritten)

@@ -50,6 +50,7 @@ private:
     std::optional<double> m_maxOutside; ///< share, 0..1
     ReportOptions m_report;
 
+    QStringList m_kinds; ///< what inputs without a profile are
     CheckReport m_page;
     bool m_allRead = true;
     bool m_allWritten = true;

@@ -26,8 +26,7 @@ QString zoneWord(Side side)
 /// The first columns of a row.
 Table::Row startOf(const char* kind, const QString& name, bool pass, const GamutInputs::Input& input)
 {
-    return {QString::fromLatin1(kind), name, pass, input.name,
-            GamutWords::intent(input.gamut->report().intent)};
+    return {QString::fromLatin1(kind), name, pass, input.name, GamutWords::intent(input.gamut->report())};
 }
 
 QVariant colourOrUnknown(const KVGamut::LabPoint& lab)
@@ -74,6 +73,7 @@ Table CheckTable::empty(bool photos, bool colors)
     table.add("device_inverted", "", Kind::Numbers, 2, 0);
     table.add("inverted_de00", "", Kind::Number, 4, 2);
     ProvenanceColumns::add(table);
+    table.addToJson("profile_kind", Kind::Word);
     return table;
 }
 
@@ -99,7 +99,7 @@ Table::Row CheckTable::rowOf(const MeasuredPoint& point, const ColorCheck& check
                       isMade ? QVariant(check.madeDe00) : QVariant(),
                       isMade ? listed(check.inverted) : QVariant(),
                       isMade ? QVariant(check.invertedDe00) : QVariant()};
-    return row + ProvenanceColumns::of(input);
+    return row + ProvenanceColumns::of(input) + Table::Row{input.source->kind()};
 }
 
 Table::Row CheckTable::rowOf(const QString& name, bool pass, const PhotoColors& colors,
@@ -113,5 +113,5 @@ Table::Row CheckTable::rowOf(const QString& name, bool pass, const PhotoColors& 
         row.append(check.made ? QVariant((*check.made).*part) : QVariant());
     constexpr int ofColors = 12;
     row += QVariantList(ofColors, QVariant());
-    return row + ProvenanceColumns::of(input);
+    return row + ProvenanceColumns::of(input) + Table::Row{input.source->kind()};
 }

@@ -88,8 +88,8 @@ Table::Row rowOf(const Input& a, const Input& b, const Pair& pair)
                    uncertainty.secondCovered,
                    found.firstCovered,
                    uncertainty.firstCovered,
-                   GamutWords::intent(reportA.intent),
-                   GamutWords::intent(reportB.intent),
+                   GamutWords::intent(reportA),
+                   GamutWords::intent(reportB),
                    GamutWords::blackPointCompensated(reportA),
                    GamutWords::blackPointCompensated(reportB),
                    Table::colour(found.whiteFirst),
@@ -116,6 +116,8 @@ Table listOfPairs(const GamutInputs& inputs, const std::vector<Pair>& pairs)
     Table table = emptyTable();
     for (const Pair& pair : pairs)
         table.rows.append(rowOf(inputs.all[pair.a], inputs.all[pair.b], pair));
+    for (const QString& line : GamutInputs::kindLines(inputs.usable()))
+        table.summary += QLatin1Char('\n') + line;
     for (const Pair& pair : pairs)
         for (const QString& sentence : pair.ofChart.sentences)
             table.summary += QLatin1Char('\n') + sentence;

@@ -39,6 +39,7 @@ Table CoverageMatrix::table() const
     table.addToJson("uncertainty", Kind::Numbers, decimals);
     table.addToJson("intent", Kind::Word);
     ProvenanceColumns::add(table);
+    table.addToJson("kind", Kind::Word);
     for (qsizetype i = 0; i < m_inputs.size(); ++i) {
         QVariantList shares, uncertainties;
         for (const Cell& each : m_cells.sliced(i * m_inputs.size(), m_inputs.size())) {
@@ -50,10 +51,12 @@ Table CoverageMatrix::table() const
         row.append(QVariant()); // profiles
         row.append(QVariant(shares));
         row.append(QVariant(uncertainties));
-        row.append(GamutWords::intent(m_inputs[i].gamut->report().intent));
-        table.rows.append(row + ProvenanceColumns::of(m_inputs[i]));
+        row.append(GamutWords::intent(m_inputs[i].gamut->report()));
+        table.rows.append(row + ProvenanceColumns::of(m_inputs[i]) + Table::Row{m_inputs[i].source->kind()});
     }
     table.summary =
         QStringLiteral("The share of the volume of each row's gamut that the column's gamut covers.");
+    for (const QString& line : GamutInputs::kindLines(m_inputs))
+        table.summary += QLatin1Char('\n') + line;
     return table;
 }

@@ -3,6 +3,7 @@
 
 #include "commands/process/Say.h"
 #include "model/inputs/GamutBatch.h"
+#include "model/text/SafeText.h"
 
 #include <algorithm>
 #include <iterator>
@@ -29,6 +30,17 @@ QList<GamutInputs::Input> GamutInputs::usable() const
     std::copy_if(all.cbegin(), all.cend(), std::back_inserter(usable),
                  [](const Input& input) { return input.gamut.has_value(); });
     return usable;
+}
+
+QStringList GamutInputs::kindLines(const QList<Input>& inputs)
+{
+    QStringList lines;
+    for (const Input& input : inputs)
+        if (input.source && !input.source->profile() && !input.source->isSaved())
+            lines.append(QStringLiteral("%1: %2.").arg(SafeText::shown(input.name, SafeText::maxPathLength),
+                                                       input.source->kind()));
+    lines.removeDuplicates();
+    return lines;
 }
 
 bool GamutInputs::sayProblems() const

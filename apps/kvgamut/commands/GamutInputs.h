@@ -24,6 +24,8 @@ struct GamutInputs
 
     /// The inputs that have a gamut.
     QList<Input> usable() const;
+    /// A line for each of @p inputs that is neither a profile, a chart nor a saved gamut: what it is.
+    static QStringList kindLines(const QList<Input>& inputs);
     /// Prints which inputs have no gamut, and why. @return whether all have one
     bool sayProblems() const;
 };

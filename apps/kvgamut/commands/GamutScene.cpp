@@ -77,8 +77,8 @@ void GamutScene::start(qsizetype position, const std::function<void()>& ended)
         }
         ended();
     };
-    if (source.isSaved())
-        m_view.show(gamut.id, source.savedGamut(), &m_context, done);
+    if (!source.profile())
+        m_view.show(gamut.id, source.givenGamut(), &m_context, done);
     else
         m_view.load(gamut.id,
                     KVLoadRequest::fromProfile(source.profile(), source.settings(m_profiles.settings)),
@@ -199,7 +199,9 @@ KVLegendEntry GamutScene::entryOf(const Explained& gamut) const
 {
     const KVGamut::Report report = gamut.gamut.report();
     return {m_gamuts[gamut.position].id, gamut.title,
-            GamutWords::intent(report.intent) + QStringLiteral(", ") + volumeText(report.volume), gamut.key};
+            (GamutWords::hasIntent(report) ? GamutWords::intent(report) : GamutWords::method(report.method)) +
+                QStringLiteral(", ") + volumeText(report.volume),
+            gamut.key};
 }
 
 bool GamutScene::showPart()

@@ -54,22 +54,22 @@ QVariant unlessEmpty(const QString& text)
 
 Table::Row rowOf(const Input& input)
 {
-    const bool isSaved = input.isSaved();
+    const bool isProfile = input.source->profile() != nullptr;
     const KVGamut::Report report = input.gamut ? input.gamut->report() : KVGamut::Report();
-    const ProfileFacts facts = isSaved ? ProfileFacts() : ProfileFacts::of(input.source->profile()->bytes);
+    const ProfileFacts facts = isProfile ? ProfileFacts::of(input.source->profile()->bytes) : ProfileFacts();
     const auto ofGamut = [&](const QVariant& value) { return input.gamut ? value : QVariant(); };
-    const auto ofProfile = [&](const QVariant& value) { return isSaved ? QVariant() : value; };
+    const auto ofProfile = [&](const QVariant& value) { return isProfile ? value : QVariant(); };
     Table::Row row{input.name,
                    input.source->kind(),
                    unlessEmpty(facts.description),
                    unlessEmpty(facts.deviceClass),
                    unlessEmpty(facts.deviceSpace),
-                   isSaved ? report.channels : facts.channels,
+                   isProfile ? facts.channels : report.channels,
                    unlessEmpty(facts.pcs),
                    unlessEmpty(facts.version),
                    ofProfile(facts.intents),
                    ofProfile(facts.tables),
-                   ofGamut(GamutWords::intent(report.intent)),
+                   ofGamut(GamutWords::intent(report)),
                    ofGamut(GamutWords::blackPointCompensated(report)),
                    ofGamut(report.gridPoints),
                    ofGamut(Table::colour(report.white)),

@@ -119,14 +119,16 @@ Table tableOf(const GamutInputs::Input& input, const QList<MeasuredPoint>& point
     Table table = emptyTable(areNamed(points), areWeighted(points), tolerance.has_value());
     table.setSame("profile", input.name);
     if (input.gamut)
-        table.setSame("intent", GamutWords::intent(input.gamut->report().intent));
+        table.setSame("intent", GamutWords::intent(input.gamut->report()));
     addReading(table, reading);
     ProvenanceColumns::addSame(table, input);
     Zones zones{tolerance.value_or(0.0)};
     for (const KVGamut::Nearest& answer : answers)
         zones.count(answer);
+    QStringList lines = GamutInputs::kindLines({input});
     if (tolerance)
-        table.summary = zones.summary();
+        lines.append(zones.summary());
+    table.summary = lines.join(QLatin1Char('\n'));
     const auto row = [&points, &answers, tolerance, zones](qsizetype i) {
         const MeasuredPoint& point = points.at(i);
         const KVGamut::Nearest& answer = answers[static_cast<std::size_t>(i)];

@@ -47,13 +47,22 @@ void ProvenanceColumns::addOfPair(Table& table)
     table.addToJson("grid_b", Kind::Whole);
     table.addToJson("adaptation_a", Kind::Word);
     table.addToJson("adaptation_b", Kind::Word);
+    table.addToJson("kind_a", Kind::Word);
+    table.addToJson("kind_b", Kind::Word);
 }
 
 QVariantList ProvenanceColumns::ofPair(const GamutInputs::Input& a, const GamutInputs::Input& b)
 {
     const KVGamut::Report first = a.gamut->report(), second = b.gamut->report();
-    return {program(),         hashOf(a),           hashOf(b),           first.gridPoints,
-            second.gridPoints, adaptationOf(first), adaptationOf(second)};
+    return {program(),
+            hashOf(a),
+            hashOf(b),
+            first.gridPoints,
+            second.gridPoints,
+            adaptationOf(first),
+            adaptationOf(second),
+            a.source->kind(),
+            b.source->kind()};
 }
 
 void ProvenanceColumns::addSame(Table& table, const GamutInputs::Input& input)
@@ -64,8 +73,10 @@ void ProvenanceColumns::addSame(Table& table, const GamutInputs::Input& input)
     table.addToJson("bpc", Kind::Flag);
     table.addToJson("grid", Kind::Whole);
     table.addToJson("adaptation", Kind::Word);
+    table.addToJson("kind", Kind::Word);
     if (!input.gamut)
         return;
+    table.setSame("kind", input.source->kind());
     const KVGamut::Report report = input.gamut->report();
     table.setSame("bpc", GamutWords::blackPointCompensated(report));
     table.setSame("grid", report.gridPoints);

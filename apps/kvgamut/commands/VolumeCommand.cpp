@@ -44,7 +44,7 @@ void declareMethod(CLI::App& parser, KVGamut::Construction& construction)
 /// As in the option --method for the grids, otherwise as the engine chose it.
 QString methodOf(const GamutInputs::Input& input, KVGamut::Construction construction)
 {
-    if (construction != KVGamut::Construction::Accurate && !input.isSaved())
+    if (construction != KVGamut::Construction::Accurate && input.source->profile())
         for (const auto& [word, value] : constructions())
             if (value == construction)
                 return QString::fromStdString(word);
@@ -85,7 +85,7 @@ Table::Row rowOf(const GamutInputs::Input& input, KVGamut::Construction construc
                    report.surfaceVolume,
                    report.faceCount,
                    methodOf(input, construction),
-                   GamutWords::intent(report.intent),
+                   GamutWords::intent(report),
                    GamutWords::blackPointCompensated(report),
                    report.gridPoints,
                    report.channels,

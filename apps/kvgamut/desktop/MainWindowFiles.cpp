@@ -13,7 +13,7 @@
 #include "desktop/panels/PointPanel.h"
 #include "desktop/view/CameraControl.h"
 #include "model/export/OutputFile.h"
-#include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/BuiltInNames.h"
 #include "model/inputs/InputName.h"
 #include "model/pictures/CameraText.h"
 #include "model/pictures/PictureFile.h"
@@ -34,7 +34,7 @@ namespace {
 /// Files by their absolute path, since the working folder may differ next time; built-in profiles by name.
 QString permanentName(const QString& input)
 {
-    return BuiltInProfiles::names().contains(input) ? input : QFileInfo(input).absoluteFilePath();
+    return BuiltInNames::all().contains(input) ? input : QFileInfo(input).absoluteFilePath();
 }
 
 /// In the format of the suffix; without one, as PNG.

@@ -68,6 +68,7 @@ protected:
                            QStringLiteral("pass"),
                            QStringLiteral("pixels"),
                            QStringLiteral("profile"),
+                           QStringLiteral("profile_kind"),
                            QStringLiteral("program"),
                            QStringLiteral("sha256"),
                            QStringLiteral("zone")};

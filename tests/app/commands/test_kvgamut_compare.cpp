@@ -183,7 +183,7 @@ TEST_F(CompareTest, hasTheDocumentedKeys)
               words(QStringLiteral(
                   "a adaptation_a adaptation_b b black_a black_b bpc_a bpc_b coverage_a_of_b "
                   "coverage_b_of_a coverage_uncertainty_a_of_b coverage_uncertainty_b_of_a "
-                  "grid_a grid_b intent_a intent_b intersection intersection_uncertainty "
+                  "grid_a grid_b intent_a intent_b intersection intersection_uncertainty kind_a kind_b "
                   "measured_more measured_more_at measured_more_by_hue measured_more_distance patch_de00_max "
                   "patch_de00_max_at patch_de00_mean patch_de00_p95 profile_more profile_more_at "
                   "profile_more_by_hue "

@@ -143,8 +143,9 @@ TEST_F(InsideTest, treatsAPictureWithoutProfileAsSrgbWithAMessage)
 
 TEST_F(InsideTest, hasTheDocumentedKeys)
 {
-    const QString keys = QStringLiteral("adaptation bpc distance grid index inside intent lab name nearest "
-                                        "profile program sha256 weight");
+    const QString keys =
+        QStringLiteral("adaptation bpc distance grid index inside intent kind lab name nearest "
+                       "profile program sha256 weight");
     EXPECT_EQ(keysOf(inside(QStringLiteral("50 0 0")).value(0)), words(keys));
     QStringList withTolerance = words(keys + QStringLiteral(" zone count_in count_edge count_out"));
     withTolerance.sort();

@@ -93,6 +93,15 @@ TEST_F(Actions, openBuiltInProfilesByNumber)
     EXPECT_EQ(inputs(), names);
 }
 
+TEST_F(Actions, openAReferenceBody)
+{
+    action("openOptimalColors").trigger();
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(inputs(), QStringList{QStringLiteral("OptimalColors")});
+    ASSERT_TRUE(window.gamuts().at(0).hasGamut());
+    EXPECT_EQ(window.gamuts().at(0).gamut.method(), KVGamut::Method::GivenSurface);
+}
+
 TEST_F(Actions, openRecentFilesByNumber)
 {
     RecentFiles::clear();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/support/TestPictures.h"
 #include "model/export/OutputFile.h"
+#include "model/inputs/BuiltInNames.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/ProfileFacts.h"
@@ -279,7 +280,7 @@ TEST_F(SavedGamutTest, opensAgainAsItWas)
     EXPECT_EQ(again.mesh().lab, gamut.mesh().lab);
     EXPECT_EQ(again.mesh().triangles, gamut.mesh().triangles);
     EXPECT_EQ(again.report().volume, gamut.report().volume);
-    EXPECT_EQ(source.savedGamut().serialize(), gamut.serialize());
+    EXPECT_EQ(source.givenGamut().serialize(), gamut.serialize());
 }
 
 TEST_F(SavedGamutTest, ignoresTheSettings)
@@ -379,7 +380,7 @@ TEST_F(SavedGamutTest, refusesImpossibleNumbers)
         return saved.bytes();
     };
     const QString unchanged = written(QStringLiteral("a"), fileWith(gridAt, qint32(9)));
-    EXPECT_EQ(opened(unchanged).savedGamut().report().gridPoints, 9);
+    EXPECT_EQ(opened(unchanged).givenGamut().report().gridPoints, 9);
     const Problem::Code refused(KVProblemCode::SavedGamutInvalidValues);
     for (const qint32 grid : {std::numeric_limits<qint32>::min(), -1, 0, 130})
         EXPECT_EQ(codeOf(fileWith(gridAt, grid)), refused) << grid;
@@ -393,6 +394,57 @@ TEST_F(SavedGamutTest, refusesAFileWithoutAGamut)
     const QCborArray parts{QStringLiteral("KVGamut"), 1, QCborMap{{QStringLiteral("profile"), 5}}};
     EXPECT_EQ(codeOf(QCborValue(QCborKnownTags::Signature, parts).toCbor()),
               Problem::Code(KVProblemCode::NotASavedGamut));
+}
+
+// --- Reference bodies -------------------------------------------------------------------------------
+
+TEST_F(GamutSourceTest, opensEachReferenceBodyByItsName)
+{
+    for (const QString& name : BuiltInNames::bodies()) {
+        const GamutSource source = opened(name.toLower());
+        EXPECT_FALSE(source.profile());
+        EXPECT_FALSE(source.isSaved());
+        EXPECT_TRUE(source.hash().isEmpty());
+        EXPECT_TRUE(source.kind().startsWith(QStringLiteral("reference body: "))) << qPrintable(name);
+        EXPECT_FALSE(source.notes().isEmpty()) << qPrintable(name);
+        const KVGamut::Report report = computed(source, {}).report();
+        EXPECT_EQ(report.method, KVGamut::Method::GivenSurface);
+        EXPECT_GT(report.volumeUncertainty, 0.0);
+    }
+}
+
+TEST_F(GamutSourceTest, findsAllDevicesWithinTheOptimalColors)
+{
+    // no printed colour can be outside of the solid of all surface colours
+    const KVGamut::GamutObject optimal = computed(opened(QStringLiteral("OptimalColors")), {});
+    const KVGamut::GamutObject press = computed(opened(cmykFile), {});
+    EXPECT_GT(optimal.compare(press).secondCovered, 0.9999f);
+    EXPECT_LT(optimal.compare(press).firstCovered, 0.2f);
+}
+
+TEST_F(GamutSourceTest, refusesAnIntentForAReferenceBody)
+{
+    const Result<GamutSource> source = GamutSource::open(QStringLiteral("OptimalColors@relative"));
+    ASSERT_FALSE(source);
+    EXPECT_EQ(ProblemText::english(source.error()),
+              QStringLiteral("'OptimalColors@relative': this gamut has no rendering intents; leave out "
+                             "'@relative'"));
+}
+
+TEST_F(GamutSourceTest, prefersAFileToAReferenceBodyByItsPath)
+{
+    const QString file = written(QStringLiteral("OptimalColors"), contents(cmykFile));
+    EXPECT_TRUE(opened(file).profile());
+}
+
+TEST_F(GamutSourceTest, restoresASavedReferenceBody)
+{
+    const KVGamut::GamutObject body = opened(QStringLiteral("OptimalColors")).givenGamut();
+    const QString file = written(QStringLiteral("saved"), SavedGamut{body.serialize(), {}}.bytes());
+    const GamutSource source = opened(file);
+    EXPECT_TRUE(source.isSaved());
+    EXPECT_EQ(source.givenGamut().mesh().lab, body.mesh().lab);
+    EXPECT_EQ(source.givenGamut().method(), KVGamut::Method::GivenSurface);
 }
 
 // --- Settings behind the name -----------------------------------------------------------------------

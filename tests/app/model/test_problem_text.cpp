@@ -69,6 +69,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::TooManyPatches:
     case ProblemCode::ChartTooSmall:
     case ProblemCode::SavedIntentDiffers:
+    case ProblemCode::InputWithoutIntent:
     case ProblemCode::XmlHasDocumentType:
     case ProblemCode::CgatsWithoutFormat:
     case ProblemCode::OtherReason:

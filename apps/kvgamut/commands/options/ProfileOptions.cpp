@@ -2,6 +2,7 @@
 #include "ProfileOptions.h"
 
 #include "OptionValues.h"
+#include "model/inputs/BuiltInNames.h"
 #include "model/inputs/BuiltInProfiles.h"
 
 #include <map>
@@ -15,6 +16,7 @@ std::string inputDescription()
            "(CGATS, TI3, CxF), or a built-in "
            "profile: " +
            BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString() +
+           "; or a reference body: " + BuiltInNames::bodies().join(QStringLiteral(", ")).toStdString() +
            ". Its own intent can follow: printer.icc@relative";
 }
 

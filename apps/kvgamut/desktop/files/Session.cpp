@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Session.h"
 
-#include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/BuiltInNames.h"
 #include "model/inputs/InputLimits.h"
 #include "model/pictures/ObliqueView.h"
 
@@ -72,7 +72,7 @@ QString fromFolder(const QString& file, const QDir& folder)
 
 QString intoFolder(const QString& name, const QDir& folder)
 {
-    return BuiltInProfiles::names().contains(name) ? name : QDir::cleanPath(folder.absoluteFilePath(name));
+    return BuiltInNames::all().contains(name) ? name : QDir::cleanPath(folder.absoluteFilePath(name));
 }
 
 /// Reads the members of one JSON object. Stores the first invalid value as the problem; after it, all values

@@ -57,6 +57,15 @@ QString ShownWords::settings(const KVGamut::Settings& settings)
     return words;
 }
 
+QString ShownWords::basis(const KVGamut::Settings& computedWith, KVGamut::Method method)
+{
+    if (method == KVGamut::Method::GivenSurface)
+        return Words::tr("Given surface");
+    if (method == KVGamut::Method::ConvexHull)
+        return Words::tr("Convex hull");
+    return settings(computedWith);
+}
+
 QString ShownWords::adaptation(KVGamut::Adaptation adaptation)
 {
     switch (adaptation) {

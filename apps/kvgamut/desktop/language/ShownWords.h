@@ -12,6 +12,8 @@ namespace ShownWords {
 QString intent(KVVMRenderType intent);
 /// For example "relative colorimetric, black point compensated".
 QString settings(const KVGamut::Settings& settings);
+/// The settings; of a gamut that has none how its surface was made.
+QString basis(const KVGamut::Settings& computedWith, KVGamut::Method method);
 QString adaptation(KVGamut::Adaptation adaptation);
 /// How the colours were obtained from the profile, as lines: the table, the media white, the adaptation, the
 /// black that was mapped to L* 0, and the encoding. Empty if nothing is known.

@@ -3,7 +3,7 @@
 
 #include "MenuActions.h"
 #include "desktop/files/RecentFiles.h"
-#include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/BuiltInNames.h"
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
@@ -37,8 +37,10 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
 void FileMenu::addBuiltIn()
 {
     QMenu* menu = addMenu(tr("Open &built-in profile"));
-    const QStringList names = BuiltInProfiles::names();
+    const QStringList names = BuiltInNames::all();
     for (qsizetype i = 0; i < names.size(); ++i) {
+        if (names[i] == BuiltInNames::bodies().first())
+            menu->addSeparator();
         QAction* action = menu->addAction(names[i]);
         action->setObjectName(QStringLiteral("open") + names[i]);
         action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(i + 1)));

@@ -192,7 +192,7 @@ QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
     case Name:
         return entry.title;
     case Intent:
-        return ShownWords::settings(entry.computedWith);
+        return ShownWords::basis(entry.computedWith, entry.gamut.method());
     case White:
         return labText(m_reports.value(entry.revision).white, locale);
     default:

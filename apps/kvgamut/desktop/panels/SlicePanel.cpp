@@ -119,7 +119,9 @@ SliceDrawing SlicePanel::drawing() const
             continue;
         const GamutSlice slice = gamutSlice(entry.gamut.mesh(), planeAt(m_lightness));
         const QString area = tr("area %1").arg(QLocale().toString(slice.area(), 'f', 0));
-        drawing.add({entry.title, {ShownWords::settings(entry.computedWith), area}, m_gamuts.signColor(row)},
+        drawing.add({entry.title,
+                     {ShownWords::basis(entry.computedWith, entry.gamut.method()), area},
+                     m_gamuts.signColor(row)},
                     slice);
     }
     addPoints(drawing);

@@ -14,7 +14,7 @@ namespace {
 QString detailsOf(const GamutEntry& entry)
 {
     const QString volume = QLocale().toString(qlonglong(std::llround(entry.gamut.volume())));
-    return ShownWords::settings(entry.computedWith) + QStringLiteral(", ") + volume +
+    return ShownWords::basis(entry.computedWith, entry.gamut.method()) + QStringLiteral(", ") + volume +
            QString::fromUtf8(" \xCE\x94"
                              "E\xC2\xB3");
 }

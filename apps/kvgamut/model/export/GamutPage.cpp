@@ -68,7 +68,7 @@ QJsonObject gamutJson(const Gamut& gamut)
             {QStringLiteral("darkKey"), gamut.darkKey.name()},
             {QStringLiteral("visible"), gamut.visible},
             {QStringLiteral("opacity"), std::round(100.0 * double(gamut.opacity)) / 100.0},
-            {QStringLiteral("intent"), GamutWords::intent(report.intent)},
+            {QStringLiteral("intent"), GamutWords::intent(report)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(report)},
             {QStringLiteral("notes"), QJsonArray::fromStringList(GamutWords::notes(report))},
             {QStringLiteral("volume"), GamutWords::writtenVolume(report.volume)},
@@ -129,7 +129,9 @@ QByteArray dataJson(const QList<Gamut>& gamuts, const GamutPage::Shown& shown)
 
 QString GamutPage::descriptionOf(const GamutSource& source)
 {
-    return source.isSaved() ? QString() : ProfileFacts::of(source.profile()->bytes).description;
+    if (source.profile())
+        return ProfileFacts::of(source.profile()->bytes).description;
+    return source.isSaved() ? QString() : source.kind();
 }
 
 void GamutPage::chooseKeys(QList<Gamut>& gamuts)

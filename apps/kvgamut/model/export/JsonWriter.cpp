@@ -21,7 +21,7 @@ QJsonObject kvJsonOf(const MeshNote& note)
 {
     QJsonObject object{
         {QStringLiteral("profile"), note.profile},
-        {QStringLiteral("intent"), GamutWords::intent(note.report.intent)},
+        {QStringLiteral("intent"), GamutWords::intent(note.report)},
         {QStringLiteral("bpc"), GamutWords::blackPointCompensated(note.report)},
         {QStringLiteral("white"), jsonOf(note.report.white)},
         {QStringLiteral("black"), jsonOf(note.report.black)},

@@ -13,10 +13,9 @@ QStringList MeshNote::lines() const
         lines.append(QStringLiteral("part: %1").arg(part));
     return lines << QStringList{
                QStringLiteral("intent: %1%2")
-                   .arg(GamutWords::intent(report.intent),
-                        GamutWords::blackPointCompensated(report)
-                            ? QStringLiteral(", with black point compensation")
-                            : QString()),
+                   .arg(GamutWords::intent(report), GamutWords::blackPointCompensated(report)
+                                                        ? QStringLiteral(", with black point compensation")
+                                                        : QString()),
                QStringLiteral("white: L* %1, a* %2, b* %3")
                    .arg(double(white.L), 0, 'f', 3)
                    .arg(double(white.a), 0, 'f', 3)

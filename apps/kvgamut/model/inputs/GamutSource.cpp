@@ -6,6 +6,7 @@
 #include "InputName.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/bodies/ReferenceBodies.h"
 #include "model/charts/ChartProfile.h"
 #include "model/points/PointFile.h"
 #include "model/problems/ProblemText.h"
@@ -61,7 +62,8 @@ bool isPossible(const KVGamut::Report& report)
     constexpr int maxGridPoints = 129;
     return report.volumeUncertainty >= 0.0 && report.volumeUncertainty <= report.volume &&
            report.foldShare >= 0.0 && report.foldShare <= 1.0 && report.seconds >= 0.0 &&
-           report.gridPoints >= minGridPoints && report.gridPoints <= maxGridPoints;
+           (report.gridPoints >= minGridPoints || !GamutWords::hasIntent(report)) && report.gridPoints >= 0 &&
+           report.gridPoints <= maxGridPoints;
 }
 
 QString hashOf(const QByteArray& bytes)
@@ -87,13 +89,24 @@ Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionPro
     if (!input)
         return failure(input.error());
     return openFile(name, input->file, task).and_then([&input](GamutSource source) -> Result<GamutSource> {
+        if (const Result<void> checked = source.checkIntent(input->intent); !checked)
+            return failure(checked.error().about(source.m_name));
         source.m_intent = input->intent;
-        const KVVMRenderType saved = source.m_saved.report().intent;
-        if (source.isSaved() && input->intent.value_or(saved) != saved)
-            return failure(
-                Problem(ProblemCode::SavedIntentDiffers, {GamutWords::intent(saved)}).about(source.m_name));
         return source;
     });
+}
+
+/// Whether the gamut can have the intent that is part of the name.
+Result<void> GamutSource::checkIntent(std::optional<KVVMRenderType> intent) const
+{
+    if (!intent || m_profile)
+        return {};
+    const KVGamut::Report report = m_given.report();
+    if (!GamutWords::hasIntent(report))
+        return failure(ProblemCode::InputWithoutIntent, {GamutWords::intent(*intent)});
+    if (*intent != report.intent)
+        return failure(ProblemCode::SavedIntentDiffers, {GamutWords::intent(report.intent)});
+    return {};
 }
 
 Result<GamutSource> GamutSource::openFile(const QString& name, const QString& file,
@@ -105,6 +118,8 @@ Result<GamutSource> GamutSource::openFile(const QString& name, const QString& fi
             source.m_hash.clear(); // the name says everything
             return source;
         });
+    if (const auto body = ReferenceBodies::create(file, task))
+        return ofGiven(name, *body);
     const Result<QByteArray> content = InputGate::read(file, kindOf, task);
     if (!content)
         return failure(readProblem(content.error()));
@@ -174,10 +189,23 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
     });
 }
 
+Result<GamutSource> GamutSource::ofGiven(const QString& name, const Result<GivenGamut>& given)
+{
+    if (!given)
+        return failure(given.error().about(name));
+    GamutSource source(name);
+    source.m_given = given->gamut;
+    source.m_title = given->title;
+    source.m_notes = QStringList(given->title + QLatin1Char('.')) + given->notes;
+    return source;
+}
+
 QString GamutSource::kind() const
 {
     if (isSaved())
         return QStringLiteral("saved gamut");
+    if (!m_profile)
+        return m_title;
     return m_chart ? m_chart->title() : QStringLiteral("profile");
 }
 
@@ -187,12 +215,12 @@ Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteAr
     if (!saved)
         return failure(saved.error().about(name));
     GamutSource source(name);
-    source.m_saved.deserialize(saved->gamut);
+    source.m_given.deserialize(saved->gamut);
     source.m_savedProfile = saved->profile;
     source.m_hash = hashOf(bytes);
-    if (!source.isSaved())
-        return failure(Problem(source.m_saved.problem().value_or(KVProblem())).about(name));
-    if (!isPossible(source.m_saved.report()))
+    if (source.m_given.faceCount() == 0)
+        return failure(Problem(source.m_given.problem().value_or(KVProblem())).about(name));
+    if (!isPossible(source.m_given.report()))
         return failure(Problem(KVProblemCode::SavedGamutInvalidValues).about(name));
     return source;
 }
@@ -208,8 +236,8 @@ Result<KVGamut::GamutObject> GamutSource::compute(const KVGamut::Settings& gener
                                                   KVCompletionProtocolPtr* protocol,
                                                   KVGamut::Construction construction) const
 {
-    if (isSaved())
-        return m_saved;
+    if (!m_profile)
+        return m_given;
     KVGamut::GamutObject gamut;
     if (!gamut.init(m_profile, settings(general), construction, protocol))
         return failure(Problem(gamut.problem().value_or(KVProblem())).about(m_name));

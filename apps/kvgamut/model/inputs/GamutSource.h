@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "model/bodies/GivenGamut.h"
 #include "model/charts/ChartFacts.h"
 #include "model/problems/Result.h"
 
@@ -11,16 +12,16 @@
 #include <memory>
 #include <optional>
 
-/// An opened profile, saved gamut or chart.
+/// An opened profile, saved gamut, chart, or body without a profile.
 ///
 /// A value type; copies share the opened data and may be used on different threads.
 class GamutSource
 {
 public:
-    /// Opens @p name: a built-in profile, or else a file. The content of the file decides what it is: an ICC
-    /// profile, a PNG, JPEG or TIFF picture with an embedded profile, a saved gamut, or measured colours with
-    /// their device values (CGATS, TI3, CxF, CSV), of which it makes a profile.
-    /// To open a file that is named like a built-in profile, write "./sRGB".
+    /// Opens @p name: a built-in profile, a reference body, or else a file. The content of the file decides
+    /// what it is: an ICC profile, a PNG, JPEG or TIFF picture with an embedded profile, a saved gamut, or
+    /// measured colours with their device values (CGATS, TI3, CxF, CSV), of which it makes a profile. To open
+    /// a file that is named like a built-in one, write "./sRGB".
     /// "-" is standard input. Settings may follow the name: "printer.icc@relative", see InputName.
     /// @param task cancels reading; may be null
     static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {});
@@ -28,10 +29,11 @@ public:
     /// The name that was passed to open(), with its settings.
     QString name() const { return m_name; }
 
-    /// Whether this is a saved gamut, on which settings have no effect.
-    bool isSaved() const { return m_saved.faceCount() > 0; }
-    /// The saved gamut; empty for a profile.
-    const KVGamut::GamutObject& savedGamut() const { return m_saved; }
+    /// Whether this is a saved gamut.
+    bool isSaved() const { return !m_profile && m_title.isEmpty(); }
+    /// The gamut of an input without a profile, such as a saved one, on which settings have no effect; empty
+    /// for a profile.
+    const KVGamut::GamutObject& givenGamut() const { return m_given; }
     /// The name of the profile that a saved gamut was computed from; empty if unknown.
     QString savedProfile() const { return m_savedProfile; }
 
@@ -39,12 +41,12 @@ public:
     const std::optional<ChartFacts>& chart() const { return m_chart; }
     /// The patches of the chart; null if this is not a chart.
     const std::shared_ptr<const DeviceChart>& measured() const { return m_measured; }
-    /// "profile", "saved gamut" or "print chart of 1617 patches".
+    /// "profile", "saved gamut", "print chart of 1617 patches" or the title of a GivenGamut.
     QString kind() const;
     /// Sentences about the input that a reader of the volume should know.
     QStringList notes() const { return m_notes; }
 
-    /// The profile; null for a saved gamut.
+    /// The profile; null for a saved gamut and for other bodies without one.
     KVProfilePtr profile() const { return m_profile; }
 
     /// The SHA-256 of the profile, for a picture that of its embedded profile, or of the saved gamut, as
@@ -64,6 +66,8 @@ public:
 private:
     explicit GamutSource(const QString& name) : m_name(name) {}
 
+    Result<void> checkIntent(std::optional<KVVMRenderType> intent) const;
+
     static Result<GamutSource> openFile(const QString& name, const QString& file,
                                         const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
@@ -72,10 +76,12 @@ private:
     static Result<GamutSource> ofChart(const QString& name, const QByteArray& bytes,
                                        const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
+    static Result<GamutSource> ofGiven(const QString& name, const Result<GivenGamut>& given);
 
     QString m_name;
     KVProfilePtr m_profile;
-    KVGamut::GamutObject m_saved;
+    KVGamut::GamutObject m_given;
+    QString m_title; ///< of an input that is neither a profile nor saved
     QString m_savedProfile;
     QString m_hash;
     std::optional<ChartFacts> m_chart;

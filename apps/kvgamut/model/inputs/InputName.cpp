@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "InputName.h"
 
-#include "BuiltInProfiles.h"
+#include "BuiltInNames.h"
 #include "FileName.h"
 #include "model/reports/GamutWords.h"
 
@@ -23,8 +23,7 @@ bool fileExists(const QString& name)
 
 bool isInput(const QString& name)
 {
-    return name == QLatin1String("-") || BuiltInProfiles::names().contains(name, Qt::CaseInsensitive) ||
-           fileExists(name);
+    return name == QLatin1String("-") || BuiltInNames::contains(name) || fileExists(name);
 }
 
 std::optional<KVVMRenderType> intentOf(const QString& word)

@@ -46,6 +46,7 @@ enum class ProblemCode : int
     ChartWithoutWhite,   ///< not even the lightest patch has light
     TooManyPatches,      ///< argument: the limit
     SavedIntentDiffers,  ///< argument: the intent of the saved gamut
+    InputWithoutIntent,  ///< an input that has no intents; argument: the one behind its @
 
     // pictures
     PictureDamaged,        ///< argument: format, such as PNG; with a cause

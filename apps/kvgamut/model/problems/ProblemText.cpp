@@ -57,6 +57,8 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "more than %1 different patches, the limit of a chart")},
     {ProblemCode::SavedIntentDiffers,
      QT_TRANSLATE_NOOP("Problem", "a saved gamut keeps its intent, which is %1")},
+    {ProblemCode::InputWithoutIntent,
+     QT_TRANSLATE_NOOP("Problem", "this gamut has no rendering intents; leave out '@%1'")},
     {ProblemCode::PictureDamaged, QT_TRANSLATE_NOOP("Problem", "the %1 picture is damaged")},
     {ProblemCode::PictureWithoutProfile,
      QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile")},

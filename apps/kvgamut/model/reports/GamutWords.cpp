@@ -101,8 +101,27 @@ QString GamutWords::method(KVGamut::Method method)
         return QStringLiteral("radial hull");
     case KVGamut::Method::LatticeSurface:
         return QStringLiteral("lattice surface");
+    case KVGamut::Method::GivenSurface:
+        return QStringLiteral("given surface");
+    case KVGamut::Method::ConvexHull:
+        return QStringLiteral("convex hull");
     }
     return {};
+}
+
+bool GamutWords::hasIntent(const KVGamut::Report& report)
+{
+    return report.method != KVGamut::Method::GivenSurface && report.method != KVGamut::Method::ConvexHull;
+}
+
+QString GamutWords::intent(const KVGamut::Report& report)
+{
+    return hasIntent(report) ? intent(report.intent) : QStringLiteral("none");
+}
+
+QString GamutWords::basis(const KVGamut::Report& report)
+{
+    return hasIntent(report) ? QStringLiteral("%1 intent").arg(intent(report.intent)) : method(report.method);
 }
 
 bool GamutWords::blackPointCompensated(const KVGamut::Report& report)

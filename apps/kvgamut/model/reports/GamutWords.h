@@ -14,8 +14,16 @@ constexpr int volumeDecimals = 1;
 /// Rounded to volumeDecimals, so that every command writes the same number.
 double writtenVolume(double volume);
 
-QString intent(KVVMRenderType intent);  ///< "absolute"...: as on the command line
-QString method(KVGamut::Method method); ///< "device mesh", "radial hull" or "lattice surface"
+QString intent(KVVMRenderType intent); ///< "absolute"...: as on the command line
+/// "device mesh", "radial hull", "lattice surface", "given surface" or "convex hull".
+QString method(KVGamut::Method method);
+
+/// Whether a gamut comes from a profile, so that it has a rendering intent.
+bool hasIntent(const KVGamut::Report& report);
+/// The intent of a gamut; "none" if it has none.
+QString intent(const KVGamut::Report& report);
+/// "absolute intent"; the method of a gamut that has no intent.
+QString basis(const KVGamut::Report& report);
 
 /// "full", "none" or "none-d65": as on the command line.
 QString adaptation(KVGamut::Adaptation adaptation);

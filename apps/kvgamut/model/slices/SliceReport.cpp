@@ -156,7 +156,7 @@ QByteArray SliceReport::json() const
     for (const Item& item : m_items) {
         QJsonObject object{
             {QStringLiteral("profile"), SafeText::forJson(item.name)},
-            {QStringLiteral("intent"), GamutWords::intent(item.report.intent)},
+            {QStringLiteral("intent"), GamutWords::intent(item.report)},
             {QStringLiteral("bpc"), GamutWords::blackPointCompensated(item.report)},
             {QStringLiteral("white"), jsonOf(item.report.white)},
         };
@@ -192,7 +192,7 @@ SliceDrawing::Gamut SliceReport::legendOf(const Item& item, const QString& name)
     const QString compensated =
         GamutWords::blackPointCompensated(item.report) ? QStringLiteral(", bpc") : QString();
     return {SafeText::shown(name),
-            {QStringLiteral("%1 intent%2").arg(GamutWords::intent(item.report.intent), compensated),
+            {GamutWords::basis(item.report) + compensated,
              QStringLiteral("white L* %1  a* %2  b* %3")
                  .arg(signedNumber(double(white.L)), signedNumber(double(white.a)),
                       signedNumber(double(white.b))),

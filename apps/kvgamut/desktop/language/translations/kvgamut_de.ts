@@ -257,8 +257,8 @@
         <translation>Öffnen</translation>
     </message>
     <message>
-        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</source>
-        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</translation>
+        <source>All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</source>
+        <translation>Alles, was sich öffnen lässt (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut *.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)</translation>
     </message>
     <message>
         <source>Profiles (*.icc *.icm)</source>
@@ -1585,14 +1585,6 @@ wird berechnet</translation>
         <translation>die Oberflächen der Gamuts schneiden sich zu oft, um einen Körper zu bilden</translation>
     </message>
     <message>
-        <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut, nor a chart of measured colours</source>
-        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut noch eine Testtafel mit Messwerten</translation>
-    </message>
-    <message>
-        <source>the colours have no device values (RGB or CMYK), which the surface is made of</source>
-        <translation>die Farben haben keine Gerätewerte (RGB oder CMYK), aus denen die Oberfläche entsteht</translation>
-    </message>
-    <message>
         <source>the chart has too few patches: %1 with different device values, or a channel that varies by less than 50 %</source>
         <translation>die Testtafel hat zu wenige Felder: %1 mit verschiedenen Gerätewerten, oder ein Kanal ändert sich um weniger als 50 %</translation>
     </message>
@@ -1603,6 +1595,54 @@ wird berechnet</translation>
     <message>
         <source>more than %1 different patches, the limit of a chart</source>
         <translation>mehr als %1 verschiedene Felder, die Grenze einer Testtafel</translation>
+    </message>
+    <message>
+        <source>neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut, nor a chart or a list of colours</source>
+        <translation>weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein gespeicherter Gamut noch eine Testtafel oder eine Liste von Farben</translation>
+    </message>
+    <message>
+        <source>the hull of the %1 colours encloses less than 1 cubic dE; a gamut needs colours of different lightness, hue and chroma</source>
+        <translation>die Hülle der %1 Farben umschließt weniger als 1 dE hoch drei; ein Gamut braucht Farben von verschiedener Helligkeit, Buntheit und verschiedenem Farbton</translation>
+    </message>
+    <message>
+        <source>the surface has no table of %1</source>
+        <translation>die Oberfläche hat keine Tabelle mit %1</translation>
+    </message>
+    <message>
+        <source>the surface is in &apos;%1&apos;; only Lab and XYZ are supported</source>
+        <translation>die Oberfläche ist in „%1“ angegeben; nur Lab und XYZ werden unterstützt</translation>
+    </message>
+    <message>
+        <source>line %1: there is no vertex %2</source>
+        <translation>Zeile %1: es gibt keine Ecke %2</translation>
+    </message>
+    <message>
+        <source>line %1: vertex %2 occurs twice</source>
+        <translation>Zeile %1: die Ecke %2 kommt zweimal vor</translation>
+    </message>
+    <message>
+        <source>more than %1 triangles, the limit of a surface</source>
+        <translation>mehr als %1 Dreiecke, die Grenze für eine Oberfläche</translation>
+    </message>
+    <message>
+        <source>the profile has no gamut boundary (a tag gbd0 to gbd3)</source>
+        <translation>das Profil enthält keine Gamutgrenze (ein Tag gbd0 bis gbd3)</translation>
+    </message>
+    <message>
+        <source>the tag &apos;%1&apos; is damaged</source>
+        <translation>der Tag „%1“ ist beschädigt</translation>
+    </message>
+    <message>
+        <source>this gamut has no rendering intents; leave out &apos;@%1&apos;</source>
+        <translation>dieser Gamut hat keine Rendering Intents; lassen Sie „@%1“ weg</translation>
+    </message>
+    <message>
+        <source>the surface self-intersects</source>
+        <translation>die Oberfläche durchdringt sich selbst</translation>
+    </message>
+    <message>
+        <source>the surface&apos;s faces are too close together to be checked for self-intersection</source>
+        <translation>die Flächen der Oberfläche liegen zu dicht beieinander, um zu prüfen, ob sie sich durchdringen</translation>
     </message>
 </context>
 <context>
@@ -1690,6 +1730,14 @@ wird berechnet</translation>
     <message>
         <source>%1 ΔE outside %2</source>
         <translation>%1 ΔE außerhalb von %2</translation>
+    </message>
+    <message>
+        <source>Given surface</source>
+        <translation>Gegebene Oberfläche</translation>
+    </message>
+    <message>
+        <source>Convex hull</source>
+        <translation>Konvexe Hülle</translation>
     </message>
 </context>
 <context>

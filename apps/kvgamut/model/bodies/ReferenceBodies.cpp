@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ReferenceBodies.h"
+
+#include "model/points/OptimalColours.h"
+
+namespace {
+
+using Maker = Result<GivenGamut> (*)(KVCompletionProtocolPtr& task);
+
+Result<GivenGamut> bodyOf(const KVGamut::Mesh& surface, double uncertainty, const QString& title,
+                          const QStringList& notes, KVCompletionProtocolPtr& task)
+{
+    GivenGamut body{{}, title, notes};
+    if (!body.gamut.initWithSurface(surface, uncertainty, &task))
+        return failure(Problem(body.gamut.problem().value_or(KVProblem())));
+    return body;
+}
+
+Result<GivenGamut> optimalColors(KVCompletionProtocolPtr& task)
+{
+    const OptimalColours colours = OptimalColours::create();
+    KVGamut::Mesh surface;
+    surface.lab = colours.points;
+    surface.triangles = colours.faces;
+    return bodyOf(surface, OptimalColours::volumeUncertainty,
+                  QStringLiteral("reference body: optimal colours (D50, 2 degree observer)"),
+                  {QStringLiteral("All colours of surfaces without fluorescence lie inside (Schroedinger, "
+                                  "MacAdam), for D50 and the CIE 1931 2 degree observer. Computed from "
+                                  "reflectances of 0 and 1 with two transitions at steps of 5 nm.")},
+                  task);
+}
+
+struct Body
+{
+    QLatin1String name;
+    Maker make;
+};
+
+constexpr Body bodies[] = {{QLatin1String("OptimalColors"), optimalColors}};
+
+} // namespace
+
+std::optional<Result<GivenGamut>> ReferenceBodies::create(const QString& name, KVCompletionProtocolPtr task)
+{
+    for (const Body& body : bodies)
+        if (name.compare(body.name, Qt::CaseInsensitive) == 0)
+            return body.make(task);
+    return {};
+}

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/support/Numbers.h"
+
+#include <gmock/gmock.h>
+
+using namespace kvtest;
+using testing::HasSubstr;
+
+namespace {
+
+/// Inputs that are neither profiles nor saved gamuts, in every command.
+class InputsTest : public NumbersTest
+{
+protected:
+    static QJsonObject row(const QString& arguments) { return json(words(arguments)).value(0); }
+
+    static QByteArray text(const QString& arguments)
+    {
+        const Answer answer = run(words(arguments));
+        EXPECT_TRUE(succeeded(answer)) << arguments.toStdString();
+        return answer.output;
+    }
+
+    QString written(const QString& name, const QByteArray& bytes) const
+    {
+        write(path(name), bytes);
+        return path(name);
+    }
+};
+
+const QString optimal = QStringLiteral("reference body: optimal colours (D50, 2 degree observer)");
+
+TEST_F(InputsTest, volumeSaysWhatAReferenceBodyIs)
+{
+    const QJsonObject found = row(QStringLiteral("volume OptimalColors"));
+    EXPECT_EQ(word(found, "kind"), optimal);
+    EXPECT_EQ(word(found, "method"), QStringLiteral("given surface"));
+    EXPECT_EQ(word(found, "intent"), QStringLiteral("none"));
+    EXPECT_FALSE(flag(found, "saved"));
+    EXPECT_GT(number(found, "uncertainty"), 0.0);
+    EXPECT_TRUE(found.value(QLatin1String("sha256")).isNull());
+    EXPECT_THAT(text(QStringLiteral("volume OptimalColors")).toStdString(),
+                HasSubstr("OptimalColors: " + optimal.toStdString() + '.'));
+}
+
+TEST_F(InputsTest, infoSaysWhatAReferenceBodyIs)
+{
+    const QJsonObject found = row(QStringLiteral("info OptimalColors"));
+    EXPECT_EQ(word(found, "kind"), optimal);
+    EXPECT_TRUE(found.value(QLatin1String("no_gamut")).isNull());
+    expectNear(lab(found, "white"), {100, 0, 0}, 0.01f);
+    expectNear(lab(found, "black"), {0, 0, 0}, 0.01f);
+}
+
+TEST_F(InputsTest, compareSaysWhatAReferenceBodyIs)
+{
+    const QJsonObject found = row(QStringLiteral("compare OptimalColors sRGB"));
+    EXPECT_EQ(word(found, "kind_a"), optimal);
+    EXPECT_EQ(word(found, "kind_b"), QStringLiteral("profile"));
+    EXPECT_GT(number(found, "coverage_a_of_b"), 0.99);
+    EXPECT_THAT(text(QStringLiteral("compare OptimalColors sRGB")).toStdString(),
+                HasSubstr("\nOptimalColors: " + optimal.toStdString() + ".\n"));
+    EXPECT_THAT(text(QStringLiteral("compare --matrix OptimalColors sRGB")).toStdString(),
+                HasSubstr("\nOptimalColors: " + optimal.toStdString() + ".\n"));
+    EXPECT_EQ(word(row(QStringLiteral("compare --matrix OptimalColors sRGB")), "kind"), optimal);
+}
+
+TEST_F(InputsTest, insideSaysWhatAReferenceBodyIs)
+{
+    const QJsonObject found = row(QStringLiteral("inside OptimalColors 50 0 0"));
+    EXPECT_EQ(word(found, "kind"), optimal);
+    EXPECT_TRUE(flag(found, "inside"));
+    EXPECT_THAT(text(QStringLiteral("inside OptimalColors 50 0 0")).toStdString(),
+                HasSubstr("\nOptimalColors: " + optimal.toStdString() + ".\n"));
+}
+
+TEST_F(InputsTest, checkSaysWhatAReferenceBodyIs)
+{
+    const QString arguments = QStringLiteral("check OptimalColors --colors ") +
+                              written(QStringLiteral("d.csv"), "L,a,b\n50,10,10\n");
+    EXPECT_EQ(word(row(arguments), "profile_kind"), optimal);
+    EXPECT_THAT(text(arguments).toStdString(), HasSubstr("\nOptimalColors: " + optimal.toStdString() + '.'));
+}
+
+TEST_F(InputsTest, aReferenceBodyIsCutAndExported)
+{
+    const QByteArray section = text(QStringLiteral("slice OptimalColors --lightness 50 --format json"));
+    const QJsonObject cut = rowsOf(section).value(0);
+    EXPECT_EQ(word(cut, "intent"), QStringLiteral("none"));
+    EXPECT_GT(number(cut, "area"), 20000.0);
+    const QJsonObject mesh = rowsOf(text(QStringLiteral("export OptimalColors -o - --format json"))).value(0);
+    EXPECT_EQ(word(mesh, "intent"), QStringLiteral("none"));
+}
+
+TEST_F(InputsTest, aReferenceBodyIsDrawn)
+{
+    const QString file = path(QStringLiteral("body.png"));
+    EXPECT_TRUE(
+        succeeded(kvgamut(words(QStringLiteral("render OptimalColors sRGB --size 200x150 -o ") + file))));
+    EXPECT_FALSE(QImage(file).isNull());
+}
+
+} // namespace
