@@ -17,6 +17,7 @@
 #include "model/points/PointReaders.h"
 #include "model/points/PointText.h"
 #include "model/problems/ProblemText.h"
+#include "model/reports/GamutWords.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -133,7 +134,9 @@ void requireGamut(const KVGamut::GamutObject& gamut)
     require(gamut.faceCount() > 0 && !gamut.problem(), "an opened gamut is not empty");
     require(report.volumeUncertainty >= 0.0 && report.volumeUncertainty <= report.volume,
             "the uncertainty is part of the volume");
-    require(report.gridPoints >= 2 && report.gridPoints <= 129, "the grid is a possible one");
+    require(GamutWords::hasIntent(report) ? report.gridPoints >= 2 && report.gridPoints <= 129
+                                          : report.gridPoints == 0 && report.channels == 0,
+            "the grid is a possible one");
 }
 
 /// The number of pixels that @p bytes declare.

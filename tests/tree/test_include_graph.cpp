@@ -69,16 +69,18 @@ Order documentedOrder()
         {model + "pictures", program({model + "problems", model + "reports", model + "inputs"})},
         {model + "points", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "photos"})},
-        {model + "charts", program({model + "problems", model + "inputs", model + "points"})},
-        {model + "bodies", program({model + "problems", model + "inputs", model + "points"})},
-        {model + "inputs/GamutSource",
-         program({model + "bodies", model + "charts", model + "points"})}, // opens any input
+        {model + "charts",
+         program({model + "problems", model + "inputs", model + "photos", model + "points"})},
+        {model + "bodies", program({model + "problems", model + "reports", model + "inputs", model + "photos",
+                                    model + "points"})},
+        {model + "inputs/GamutSource", program({model + "bodies", model + "charts", model + "photos",
+                                                model + "points"})}, // opens any input
         {model + "checks", program({model + "problems", model + "inputs", model + "photos", model + "points",
                                     model + "jobs", model + "pictures", model + "text"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
-        {model + "export", program({model + "text", model + "problems", model + "reports", model + "inputs",
-                                    model + "points", model + "pictures"})},
+        {model + "export", program({model + "text", model + "problems", model + "reports",
+                                    model + "inputs", model + "points", model + "pictures"})},
 
         {"apps/kvgamut/surfaceless", {}}, // depends on Qt only
         {commands + "/process", withModel({"apps/kvgamut/surfaceless"})},

@@ -84,7 +84,7 @@ void MainWindow::addGamut(const QString& input, const KVGamut::Settings& general
     settings.intent = named.intent.value_or(general.intent);
     const QString name = permanentName(named.file);
     // a message about a missing file shows the name as the user gave it
-    m_gamuts.add(QFileInfo::exists(name) ? name : named.file, settings, look);
+    m_gamuts.add(named.partOf(QFileInfo::exists(name) ? name : named.file), settings, look);
     if (automaticOpacity)
         m_gamuts.setAutomaticOpacity(m_gamuts.rowCount() - 1, look.opacity);
     if (QFileInfo::exists(name))

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtGui/QColorSpace>
+
 using namespace kvtest;
 using testing::HasSubstr;
 
@@ -90,6 +92,35 @@ TEST_F(InputsTest, aReferenceBodyIsCutAndExported)
     EXPECT_GT(number(cut, "area"), 20000.0);
     const QJsonObject mesh = rowsOf(text(QStringLiteral("export OptimalColors -o - --format json"))).value(0);
     EXPECT_EQ(word(mesh, "intent"), QStringLiteral("none"));
+}
+
+TEST_F(InputsTest, volumeOfAPictureSaysThatItIsThatOfItsProfile)
+{
+    QImage picture(16, 16, QImage::Format_RGB32);
+    for (int x = 0; x < 16; ++x)
+        for (int y = 0; y < 16; ++y)
+            picture.setPixelColor(x, y, QColor(x * 16, y * 16, 100));
+    picture.setColorSpace(QColorSpace::SRgb);
+    const QString file = path(QStringLiteral("photo.png"));
+    ASSERT_TRUE(picture.save(file));
+    const QJsonObject whole = row(QStringLiteral("volume ") + file);
+    EXPECT_EQ(word(whole, "kind"), QStringLiteral("profile of a picture"));
+    EXPECT_THAT(text(QStringLiteral("volume ") + file).toStdString(),
+                HasSubstr("not of its colours; for those add @pixels to its name."));
+    const QJsonObject pixels = row(QStringLiteral("volume ") + file + QStringLiteral("@pixels"));
+    EXPECT_THAT(word(pixels, "kind").toStdString(), HasSubstr("colours of the 256 pixels of a photo"));
+    EXPECT_LT(number(pixels, "volume"), 0.5 * number(whole, "volume"));
+}
+
+TEST_F(InputsTest, aListOfColoursIsLabelledAsAHull)
+{
+    const QString list = written(QStringLiteral("list.csv"), "L,a,b\n40,0,0\n40,30,0\n40,0,30\n80,0,0\n");
+    const QJsonObject found = row(QStringLiteral("volume ") + list);
+    EXPECT_EQ(word(found, "method"), QStringLiteral("convex hull"));
+    EXPECT_EQ(word(found, "kind"), QStringLiteral("hull of 4 colours"));
+    EXPECT_NEAR(number(found, "volume"), 6000.0, 1.0);
+    EXPECT_THAT(text(QStringLiteral("compare sRGB ") + list).toStdString(),
+                HasSubstr(": hull of 4 colours.\n"));
 }
 
 TEST_F(InputsTest, aReferenceBodyIsDrawn)

@@ -101,7 +101,7 @@ TEST_F(GermanProblem, saysWhyAGamutDoesNotOpen)
         write(QStringLiteral("words.icc"), "hello, this is not any profile at all, only words");
     EXPECT_EQ(textOf(GamutSource::open(text)),
               QStringLiteral("„%1“: weder ein ICC-Profil noch ein PNG-, JPEG- oder TIFF-Bild noch ein "
-                             "gespeicherter Gamut noch eine Testtafel mit Messwerten")
+                             "gespeicherter Gamut noch eine Testtafel oder eine Liste von Farben")
                   .arg(text));
 }
 

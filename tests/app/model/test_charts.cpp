@@ -310,13 +310,13 @@ TEST_F(ChartTest, isRefusedIfAChannelHardlyVaries)
               Problem::Code(ProblemCode::ChartTooSmall));
 }
 
-TEST_F(ChartTest, isRefusedWithoutDeviceValues)
+TEST_F(ChartTest, isAListOfColoursWithoutDeviceValues)
 {
-    EXPECT_EQ(open("CGATS.17\nBEGIN_DATA_FORMAT\nLAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nBEGIN_DATA\n"
-                   "50 0 0\n60 1 1\nEND_DATA\n")
-                  .error()
-                  .code,
-              Problem::Code(ProblemCode::ChartWithoutDevice));
+    const GamutSource source =
+        opened("CGATS.17\nBEGIN_DATA_FORMAT\nLAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nBEGIN_DATA\n"
+               "50 0 0\n60 0 0\n50 10 0\n50 0 10\nEND_DATA\n");
+    EXPECT_FALSE(source.chart());
+    EXPECT_EQ(source.kind(), QStringLiteral("hull of 4 colours"));
 }
 
 // --- Against a profile -------------------------------------------------------------------------------

@@ -69,6 +69,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::TooManyPatches:
     case ProblemCode::ChartTooSmall:
     case ProblemCode::SavedIntentDiffers:
+    case ProblemCode::ColorsWithoutVolume:
     case ProblemCode::InputWithoutIntent:
     case ProblemCode::XmlHasDocumentType:
     case ProblemCode::CgatsWithoutFormat:
@@ -110,7 +111,6 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NameNotUtf8:
     case ProblemCode::OutputIsInput:
     case ProblemCode::NotAFileOrPipe:
-    case ProblemCode::ChartWithoutDevice:
     case ProblemCode::ChartWithoutWhite:
     case ProblemCode::NotText:
     case ProblemCode::CannotRead:

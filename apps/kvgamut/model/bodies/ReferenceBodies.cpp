@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ReferenceBodies.h"
 
+#include "SurfaceColours.h"
 #include "model/points/OptimalColours.h"
 
 namespace {
@@ -30,13 +31,25 @@ Result<GivenGamut> optimalColors(KVCompletionProtocolPtr& task)
                   task);
 }
 
+Result<GivenGamut> surfaceColors(KVCompletionProtocolPtr& task)
+{
+    return bodyOf(
+        SurfaceColours::surface(), SurfaceColours::volumeUncertainty(),
+        QStringLiteral("reference body: real surface colours (Pointer 1980)"),
+        {QStringLiteral("The largest chroma of 4,089 samples for 36 hues at L* 15 to 90, published for "
+                        "the illuminant C and adapted to D50 (Bradford). The uncertainty is that of "
+                        "the rounding to whole numbers; there are real surfaces outside.")},
+        task);
+}
+
 struct Body
 {
     QLatin1String name;
     Maker make;
 };
 
-constexpr Body bodies[] = {{QLatin1String("OptimalColors"), optimalColors}};
+constexpr Body bodies[] = {{QLatin1String("OptimalColors"), optimalColors},
+                           {QLatin1String("SurfaceColors"), surfaceColors}};
 
 } // namespace
 

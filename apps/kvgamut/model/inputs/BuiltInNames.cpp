@@ -5,7 +5,7 @@
 
 QStringList BuiltInNames::bodies()
 {
-    return {QStringLiteral("OptimalColors")};
+    return {QStringLiteral("OptimalColors"), QStringLiteral("SurfaceColors")};
 }
 
 QStringList BuiltInNames::all()

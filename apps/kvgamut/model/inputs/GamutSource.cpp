@@ -6,6 +6,7 @@
 #include "InputName.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/bodies/ColourHull.h"
 #include "model/bodies/ReferenceBodies.h"
 #include "model/charts/ChartProfile.h"
 #include "model/points/PointFile.h"
@@ -29,17 +30,24 @@ bool isControl(char c)
     return c >= 0 && c < ' ' && c != '\t' && c != '\n' && c != '\r' && c != '\f';
 }
 
+/// Swatch exchange files and colour books.
+bool isPalette(const QByteArray& start)
+{
+    return start.startsWith("ASEF") || start.startsWith("8BCB");
+}
+
 /// Whether a file that begins like this can be a table of colours.
 bool isTable(const QByteArray& start)
 {
-    return start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF") ||
+    return isPalette(start) || start.startsWith("\xFF\xFE") || start.startsWith("\xFE\xFF") ||
            std::none_of(start.begin(), start.end(), isControl);
 }
 
 /// Whether @p bytes say themselves that they are measured colours; any text can be CSV.
 bool saysThatItIsATable(const QByteArray& bytes)
 {
-    return bytes.contains("BEGIN_DATA") || bytes.contains("CxF");
+    return bytes.contains("BEGIN_DATA") || bytes.contains("CxF") || bytes.startsWith("GIMP Palette") ||
+           isPalette(bytes);
 }
 
 std::optional<InputKind> kindOf(const QByteArray& start)
@@ -88,6 +96,8 @@ Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionPro
     const Result<InputName> input = InputName::of(name);
     if (!input)
         return failure(input.error());
+    if (input->part == InputName::Part::Pixels)
+        return ofPixels(name, input->file, task);
     return openFile(name, input->file, task).and_then([&input](GamutSource source) -> Result<GamutSource> {
         if (const Result<void> checked = source.checkIntent(input->intent); !checked)
             return failure(checked.error().about(source.m_name));
@@ -163,7 +173,25 @@ Result<GamutSource> GamutSource::ofPicture(const QString& name, const QByteArray
     const Result<QByteArray> icc = PictureProfile::read(bytes);
     if (!icc)
         return failure(icc.error().about(name));
-    return ofProfileData(name, *icc);
+    return ofProfileData(name, *icc).map([](GamutSource source) {
+        source.m_title = QStringLiteral("profile of a picture");
+        source.m_notes.append(QStringLiteral("This is the gamut of the profile that is embedded in the "
+                                             "picture, not of its colours; for those add @pixels to its "
+                                             "name."));
+        return source;
+    });
+}
+
+Result<GamutSource> GamutSource::ofPixels(const QString& name, const QString& file,
+                                          const KVCompletionProtocolPtr& task)
+{
+    PhotoReading reading;
+    reading.absolute = true;
+    const Result<PhotoColors> colors = PhotoFile::open(file, task).and_then([&](PhotoFile photo) {
+        return photoColors(photo, reading, task);
+    });
+    return colors ? ofGiven(name, ColourHull::ofPhoto(*colors, task))
+                  : failure(readProblem(colors.error().about(name)));
 }
 
 Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& bytes,
@@ -174,7 +202,7 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
         return failure(
             (saysThatItIsATable(bytes) ? set.error() : Problem(ProblemCode::UnknownFormat)).about(name));
     if (!DeviceChart::isIn(*set))
-        return failure(Problem(ProblemCode::ChartWithoutDevice).about(name));
+        return ofGiven(name, ColourHull::ofList(*set, task), bytes);
     const Result<ChartProfile> made = ChartProfile::of(*set, task);
     if (!made)
         return failure(made.error().about(name));
@@ -189,13 +217,16 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
     });
 }
 
-Result<GamutSource> GamutSource::ofGiven(const QString& name, const Result<GivenGamut>& given)
+/// @param bytes of the file; empty if there is none, or if it was not read as a whole
+Result<GamutSource> GamutSource::ofGiven(const QString& name, const Result<GivenGamut>& given,
+                                         const QByteArray& bytes)
 {
     if (!given)
         return failure(given.error().about(name));
     GamutSource source(name);
     source.m_given = given->gamut;
     source.m_title = given->title;
+    source.m_hash = bytes.isEmpty() ? QString() : hashOf(bytes);
     source.m_notes = QStringList(given->title + QLatin1Char('.')) + given->notes;
     return source;
 }
@@ -204,9 +235,9 @@ QString GamutSource::kind() const
 {
     if (isSaved())
         return QStringLiteral("saved gamut");
-    if (!m_profile)
-        return m_title;
-    return m_chart ? m_chart->title() : QStringLiteral("profile");
+    if (m_chart)
+        return m_chart->title();
+    return m_title.isEmpty() ? QStringLiteral("profile") : m_title;
 }
 
 Result<GamutSource> GamutSource::ofSavedGamut(const QString& name, const QByteArray& bytes)

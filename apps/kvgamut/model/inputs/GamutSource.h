@@ -20,9 +20,10 @@ class GamutSource
 public:
     /// Opens @p name: a built-in profile, a reference body, or else a file. The content of the file decides
     /// what it is: an ICC profile, a PNG, JPEG or TIFF picture with an embedded profile, a saved gamut, or
-    /// measured colours with their device values (CGATS, TI3, CxF, CSV), of which it makes a profile. To open
-    /// a file that is named like a built-in one, write "./sRGB".
-    /// "-" is standard input. Settings may follow the name: "printer.icc@relative", see InputName.
+    /// colours: of those with device values (CGATS, TI3, CxF, CSV) it makes a profile, of others (also
+    /// palettes) the convex hull. To open a file that is named like a built-in one, write "./sRGB".
+    /// "-" is standard input. Settings may follow the name, as in "printer.icc@relative"; "photo.tif@pixels"
+    /// is the hull of a photo's colours. See InputName.
     /// @param task cancels reading; may be null
     static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {});
 
@@ -41,7 +42,8 @@ public:
     const std::optional<ChartFacts>& chart() const { return m_chart; }
     /// The patches of the chart; null if this is not a chart.
     const std::shared_ptr<const DeviceChart>& measured() const { return m_measured; }
-    /// "profile", "saved gamut", "print chart of 1617 patches" or the title of a GivenGamut.
+    /// "profile", "profile of a picture", "saved gamut", "print chart of 1617 patches" or the title of a
+    /// GivenGamut.
     QString kind() const;
     /// Sentences about the input that a reader of the volume should know.
     QStringList notes() const { return m_notes; }
@@ -50,7 +52,8 @@ public:
     KVProfilePtr profile() const { return m_profile; }
 
     /// The SHA-256 of the profile, for a picture that of its embedded profile, or of the saved gamut, as
-    /// hexadecimal digits. Empty for a built-in profile.
+    /// hexadecimal digits. Empty for a built-in profile or body, and for the pixels of a photo, which is not
+    /// read as a whole.
     QString hash() const { return m_hash; }
 
     /// @p general, with those that are part of the name instead.
@@ -73,15 +76,18 @@ private:
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
     static Result<GamutSource> ofProfileData(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofPicture(const QString& name, const QByteArray& bytes);
+    static Result<GamutSource> ofPixels(const QString& name, const QString& file,
+                                        const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofChart(const QString& name, const QByteArray& bytes,
                                        const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
-    static Result<GamutSource> ofGiven(const QString& name, const Result<GivenGamut>& given);
+    static Result<GamutSource> ofGiven(const QString& name, const Result<GivenGamut>& given,
+                                       const QByteArray& bytes = {});
 
     QString m_name;
     KVProfilePtr m_profile;
     KVGamut::GamutObject m_given;
-    QString m_title; ///< of an input that is neither a profile nor saved
+    QString m_title; ///< of an input that is neither a profile file nor saved
     QString m_savedProfile;
     QString m_hash;
     std::optional<ChartFacts> m_chart;

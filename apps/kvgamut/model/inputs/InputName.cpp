@@ -12,6 +12,9 @@
 
 namespace {
 
+/// The words for the parts, in their order after the usual one.
+const QStringList partWords{QStringLiteral("pixels")};
+
 constexpr std::array intents{KVVMRenderAbsoluteColorimetric, KVVMRenderRelativeColorimetric,
                              KVVMRenderPerceptual, KVVMRenderSaturation};
 
@@ -41,7 +44,13 @@ QString InputName::knownWords()
     QStringList words;
     for (const KVVMRenderType intent : intents)
         words.append(GamutWords::intent(intent));
-    return words.join(QStringLiteral(", "));
+    return (words + partWords).join(QStringLiteral(", "));
+}
+
+QString InputName::partOf(const QString& other) const
+{
+    return part == Part::Usual ? other
+                               : other + QLatin1Char('@') + partWords[static_cast<qsizetype>(part) - 1];
 }
 
 Result<InputName> InputName::of(const QString& input)
@@ -53,6 +62,8 @@ Result<InputName> InputName::of(const QString& input)
     const QString file = input.left(at);
     if (const auto intent = intentOf(word))
         return InputName{file, intent};
+    if (const qsizetype place = partWords.indexOf(word); place >= 0)
+        return InputName{file, {}, static_cast<Part>(place + 1)};
     if (isInput(file))
         return failure(Problem(ProblemCode::InputSettingUnknown, {word, knownWords()}).about(input));
     return InputName{input, {}};

@@ -41,7 +41,7 @@ enum class ProblemCode : int
     NameNotUtf8,         ///< a cause: the name of an output is not UTF-8
     OutputIsInput,       ///< the output would overwrite an input
     InputSettingUnknown, ///< arguments: the word behind the @ of an input, the known words
-    ChartWithoutDevice,  ///< colours that have no device values
+    ColorsWithoutVolume, ///< colours whose hull is flat; argument: their number
     ChartTooSmall,       ///< argument: the number of patches with different device values
     ChartWithoutWhite,   ///< not even the lightest patch has light
     TooManyPatches,      ///< argument: the limit

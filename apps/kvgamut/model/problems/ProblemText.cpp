@@ -35,7 +35,7 @@ constexpr Sentence sentences[] = {
     {ProblemCode::UnknownFormat,
      QT_TRANSLATE_NOOP("Problem",
                        "neither an ICC profile, nor a PNG, JPEG or TIFF picture, nor a saved gamut, "
-                       "nor a chart of measured colours")},
+                       "nor a chart or a list of colours")},
     {ProblemCode::InputTooLarge,
      QT_TRANSLATE_NOOP("Problem", "larger than %1 MiB, the limit for files of this kind")},
     {ProblemCode::NotAFileOrPipe, QT_TRANSLATE_NOOP("Problem", "neither a regular file nor a pipe")},
@@ -45,9 +45,9 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "the output would overwrite this input; choose another name")},
     {ProblemCode::InputSettingUnknown,
      QT_TRANSLATE_NOOP("Problem", "unknown setting '%1' behind the @ (known: %2)")},
-    {ProblemCode::ChartWithoutDevice,
-     QT_TRANSLATE_NOOP("Problem",
-                       "the colours have no device values (RGB or CMYK), which the surface is made of")},
+    {ProblemCode::ColorsWithoutVolume,
+     QT_TRANSLATE_NOOP("Problem", "the hull of the %1 colours encloses less than 1 cubic dE; a gamut needs "
+                                  "colours of different lightness, hue and chroma")},
     {ProblemCode::ChartTooSmall,
      QT_TRANSLATE_NOOP("Problem",
                        "the chart has too few patches: %1 with different device values, or a channel that "

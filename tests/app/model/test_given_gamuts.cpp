@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "model/bodies/SurfaceColours.h"
+#include "model/inputs/BuiltInProfiles.h"
+#include "model/inputs/GamutSource.h"
+#include "model/points/PointWhite.h"
+#include "model/problems/ProblemText.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QColorSpace>
+#include <QtGui/QImage>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+// Gamuts without a profile: lists of colours, photos' colours, and reference bodies.
+
+namespace {
+
+using KVGamut::GamutObject;
+using KVGamut::LabPoint;
+
+class GivenGamutTest : public testing::Test
+{
+protected:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QString written(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(bytes), bytes.size());
+        return path(name);
+    }
+
+    static GamutSource opened(const QString& name)
+    {
+        return GamutSource::open(name)
+            .or_else([](const Problem& p) { ADD_FAILURE() << ProblemText::english(p).toStdString(); })
+            .value();
+    }
+
+    static QString refusalOf(const QString& name)
+    {
+        const Result<GamutSource> source = GamutSource::open(name);
+        return source ? QStringLiteral("opened") : ProblemText::english(source.error().about({}));
+    }
+
+    static bool isInside(const GamutObject& gamut, LabPoint p) { return gamut.isInside(&p.L); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+// --- Lists ------------------------------------------------------------------------------------------
+
+class ColourListTest : public GivenGamutTest
+{
+};
+
+// A pyramid with a square of 20 x 20 as its base and a height of 30: 4,000 dE cubed.
+constexpr const char* pyramid =
+    "L,a,b,name\n40,-10,-10,a\n40,10,-10,b\n40,10,10,c\n40,-10,10,d\n70,0,0,e\n45,0,0,f\n";
+
+TEST_F(ColourListTest, isTheHullOfItsColours)
+{
+    const GamutSource source = opened(written(QStringLiteral("list.csv"), pyramid));
+    EXPECT_FALSE(source.profile());
+    EXPECT_FALSE(source.isSaved());
+    EXPECT_EQ(source.kind(), QStringLiteral("hull of 6 colours"));
+    EXPECT_EQ(source.hash().size(), 64);
+    const GamutObject gamut = source.compute({}).value();
+    EXPECT_EQ(gamut.method(), KVGamut::Method::ConvexHull);
+    EXPECT_NEAR(gamut.report().volume, 4000.0, 1.0);
+    EXPECT_TRUE(source.notes().join(QLatin1Char(' ')).contains(QStringLiteral("convex hull")));
+}
+
+TEST_F(ColourListTest, isReadFromEachFormat)
+{
+    const QByteArray cgats = "CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\n"
+                             "BEGIN_DATA\n1 40 0 0\n2 40 30 0\n3 40 0 30\n4 60 0 0\nEND_DATA\n";
+    EXPECT_EQ(opened(written(QStringLiteral("x"), cgats)).kind(), QStringLiteral("hull of 4 colours"));
+    const QByteArray gpl = "GIMP Palette\nName: x\n#\n255 0 0 r\n0 255 0 g\n0 0 255 b\n0 0 0 k\n";
+    EXPECT_EQ(opened(written(QStringLiteral("y"), gpl)).kind(), QStringLiteral("hull of 4 colours"));
+    QByteArray ase("ASEF\0\1\0\0\0\0\0\4", 12);
+    for (const char* lab : {"3f000000"
+                            "00000000"
+                            "00000000",
+                            "3f000000"
+                            "42200000"
+                            "00000000",
+                            "3f000000"
+                            "00000000"
+                            "42200000",
+                            "3f4ccccd"
+                            "00000000"
+                            "00000000"})
+        ase += QByteArray::fromHex("0001"
+                                   "00000018"
+                                   "0002"
+                                   "00410000"
+                                   "4c414220") +
+               QByteArray::fromHex(lab) + QByteArray::fromHex("0002");
+    EXPECT_EQ(opened(written(QStringLiteral("z"), ase)).kind(), QStringLiteral("hull of 4 colours"));
+}
+
+TEST_F(ColourListTest, saysHowItWasRead)
+{
+    const GamutSource source = opened(written(QStringLiteral("c.csv"), QByteArray(pyramid) + "50,x,0,bad\n"));
+    EXPECT_EQ(source.kind(), QStringLiteral("hull of 6 colours"));
+    EXPECT_TRUE(source.notes().last().contains(QStringLiteral("1 of 7 colours are left out")))
+        << qPrintable(source.notes().join(QLatin1Char('|')));
+}
+
+TEST_F(ColourListTest, isRefusedIfItIsFlat)
+{
+    EXPECT_EQ(refusalOf(written(QStringLiteral("f.csv"), "L,a,b\n50,0,0\n50,10,0\n50,0,10\n50,9,9\n")),
+              QStringLiteral("the hull of the 4 colours encloses less than 1 cubic dE; a gamut needs colours "
+                             "of different lightness, hue and chroma"));
+}
+
+TEST_F(ColourListTest, hasNoIntent)
+{
+    const QString file = written(QStringLiteral("list.csv"), pyramid);
+    EXPECT_EQ(refusalOf(file + QStringLiteral("@relative")),
+              QStringLiteral("this gamut has no rendering intents; leave out '@relative'"));
+}
+
+TEST_F(ColourListTest, isAbandonedWhenCancelled)
+{
+    const KVCompletionProtocolPtr task = KVCompletionProtocol::createTask(QStringLiteral("list"));
+    task->cancel();
+    for (const QString& name : {written(QStringLiteral("list.csv"), pyramid), QStringLiteral("OptimalColors"),
+                                QStringLiteral("SurfaceColors")}) {
+        const Result<GamutSource> source = GamutSource::open(name, task);
+        ASSERT_FALSE(source) << qPrintable(name);
+        EXPECT_TRUE(source.error().isCancelled()) << qPrintable(name);
+    }
+}
+
+// --- Photos -----------------------------------------------------------------------------------------
+
+class PhotoGamutTest : public GivenGamutTest
+{
+protected:
+    /// The corners of the RGB cube but for white, each in a band.
+    static QImage corners()
+    {
+        QImage image(70, 10, QImage::Format_RGB32);
+        for (int i = 0; i < 7; ++i)
+            for (int x = 0; x < 10; ++x)
+                for (int y = 0; y < 10; ++y)
+                    image.setPixelColor(i * 10 + x, y,
+                                        QColor(i & 1 ? 255 : 0, i & 2 ? 255 : 0, i & 4 ? 255 : 0));
+        return image;
+    }
+
+    QString saved(QImage image, const char* space, const QString& name = QStringLiteral("photo.png")) const
+    {
+        image.setColorSpace(space
+                                ? QColorSpace::fromIccProfile(BuiltInProfiles::profile(QLatin1String(space)))
+                                : QColorSpace());
+        EXPECT_TRUE(image.save(path(name)));
+        return path(name);
+    }
+
+    /// From IEC 61966-2-1 and the Bradford transform to D50.
+    static LabPoint labOfCorner(int corner)
+    {
+        constexpr double columns[3][3] = {{0.4360747, 0.2225045, 0.0139322},
+                                          {0.3850649, 0.7168786, 0.0971045},
+                                          {0.1430804, 0.0606169, 0.7141733}};
+        constexpr double white[3] = {0.9642, 1.0, 0.8249};
+        double f[3];
+        for (int i = 0; i < 3; ++i) {
+            double value = 0.0;
+            for (int channel = 0; channel < 3; ++channel)
+                value += corner >> channel & 1 ? columns[channel][i] : 0.0;
+            value /= white[i];
+            f[i] = value > 216.0 / 24389.0 ? std::cbrt(value) : (24389.0 / 27.0 * value + 16.0) / 116.0;
+        }
+        return {float(116 * f[1] - 16), float(500 * (f[0] - f[1])), float(200 * (f[1] - f[2]))};
+    }
+};
+
+TEST_F(PhotoGamutTest, isTheHullOfItsColours)
+{
+    const GamutSource source = opened(saved(corners(), "sRGB") + QStringLiteral("@pixels"));
+    EXPECT_EQ(source.kind(), QStringLiteral("hull of 7 colours of the 700 pixels of a photo"));
+    EXPECT_FALSE(source.profile());
+    const GamutObject gamut = source.compute({}).value();
+    EXPECT_EQ(gamut.method(), KVGamut::Method::ConvexHull);
+    std::vector<LabPoint> expected;
+    for (int corner = 0; corner < 7; ++corner)
+        expected.push_back(labOfCorner(corner));
+    GamutObject hull;
+    ASSERT_TRUE(hull.initWithColors(expected));
+    EXPECT_NEAR(gamut.report().volume, hull.report().volume, 0.001 * hull.report().volume);
+    EXPECT_GT(gamut.report().volumeUncertainty, 0.0);
+    EXPECT_LT(gamut.report().volumeUncertainty, 0.05 * gamut.report().volume);
+}
+
+TEST_F(PhotoGamutTest, dependsOnTheEmbeddedProfile)
+{
+    const double narrow = opened(saved(corners(), "sRGB") + QStringLiteral("@pixels")).givenGamut().volume();
+    const double wide = opened(saved(corners(), "Rec2020") + QStringLiteral("@pixels")).givenGamut().volume();
+    EXPECT_GT(wide, 1.5 * narrow);
+}
+
+TEST_F(PhotoGamutTest, saysThatColoursAreTakenAsSrgb)
+{
+    const GamutSource source = opened(saved(corners(), nullptr) + QStringLiteral("@pixels"));
+    EXPECT_TRUE(source.notes().contains(QStringLiteral("no embedded profile; the colours are taken as sRGB")))
+        << qPrintable(source.notes().join(QLatin1Char('|')));
+}
+
+TEST_F(PhotoGamutTest, isOfTheProfileWithoutTheWord)
+{
+    const GamutSource source = opened(saved(corners(), "AdobeRGB"));
+    EXPECT_EQ(source.kind(), QStringLiteral("profile of a picture"));
+    ASSERT_TRUE(source.profile());
+    EXPECT_EQ(source.notes(),
+              QStringList(QStringLiteral("This is the gamut of the profile that is embedded in "
+                                         "the picture, not of its colours; for those add "
+                                         "@pixels to its name.")));
+}
+
+TEST_F(PhotoGamutTest, refusesWhatIsNoPhoto)
+{
+    EXPECT_EQ(refusalOf(QStringLiteral("sRGB@pixels")), QStringLiteral("no such file"));
+    EXPECT_EQ(refusalOf(written(QStringLiteral("x.icc"), BuiltInProfiles::profile(QStringLiteral("sRGB"))) +
+                        QStringLiteral("@pixels")),
+              QStringLiteral("unsupported picture format"));
+    QImage grey(10, 10, QImage::Format_RGB32);
+    grey.fill(Qt::gray);
+    EXPECT_EQ(
+        refusalOf(saved(grey, "sRGB") + QStringLiteral("@pixels")),
+        QStringLiteral("the hull of the 1 colours encloses less than 1 cubic dE; a gamut needs colours of "
+                       "different lightness, hue and chroma"));
+}
+
+TEST_F(PhotoGamutTest, isAbandonedWhenCancelled)
+{
+    const KVCompletionProtocolPtr task = KVCompletionProtocol::createTask(QStringLiteral("photo"));
+    task->cancel();
+    const Result<GamutSource> source =
+        GamutSource::open(saved(corners(), "sRGB") + QStringLiteral("@pixels"), task);
+    ASSERT_FALSE(source);
+    EXPECT_TRUE(source.error().isCancelled());
+}
+
+// --- Real surface colours ---------------------------------------------------------------------------
+
+LabPoint published(double L, double chroma, double degrees)
+{
+    const double angle = degrees * std::numbers::pi / 180.0;
+    return {float(L), float(chroma * std::cos(angle)), float(chroma * std::sin(angle))};
+}
+
+LabPoint adapted(const LabPoint& published)
+{
+    return PointWhite::fromLab(published, QStringLiteral("C"));
+}
+
+TEST_F(GivenGamutTest, surfaceColoursReachThePublishedChroma)
+{
+    const GamutObject gamut = opened(QStringLiteral("SurfaceColors")).givenGamut();
+    for (int hue = 0; hue < SurfaceColours::hueCount; ++hue)
+        for (int i = 0; i < SurfaceColours::lightnessCount; ++i) {
+            const double L = 15 + 5 * i, chroma = SurfaceColours::chroma(hue, i);
+            const double inwards = i == 0 ? 0.2 : i + 1 == SurfaceColours::lightnessCount ? -0.2 : 0.0;
+            if (chroma < 4)
+                continue;
+            EXPECT_FALSE(isInside(gamut, adapted(published(L, chroma + 2.5, 10 * hue)))) << hue << " " << L;
+            EXPECT_TRUE(isInside(gamut, adapted(published(L + inwards, chroma - 3.0, 10 * hue))))
+                << hue << " " << L;
+        }
+    EXPECT_FALSE(isInside(gamut, {14, 0, 0}));
+    EXPECT_FALSE(isInside(gamut, {91, 0, 0}));
+    EXPECT_TRUE(isInside(gamut, {16, 0, 0}));
+}
+
+TEST_F(GivenGamutTest, surfaceColoursHaveTheVolumeOfThePublishedTable)
+{
+    // discs of lightness, sectors of hue, without the adaptation, which adds a few percent
+    double volume = 0.0;
+    for (int i = 0; i < SurfaceColours::lightnessCount; ++i) {
+        double area = 0.0;
+        for (int hue = 0; hue < SurfaceColours::hueCount; ++hue)
+            area += 0.5 * std::sin(10.0 * std::numbers::pi / 180.0) * SurfaceColours::chroma(hue, i) *
+                    SurfaceColours::chroma((hue + 1) % SurfaceColours::hueCount, i);
+        volume += area * (i == 0 || i + 1 == SurfaceColours::lightnessCount ? 2.5 : 5.0);
+    }
+    const GamutSource source = opened(QStringLiteral("SurfaceColors"));
+    const KVGamut::Report report = source.givenGamut().report();
+    EXPECT_NEAR(report.volume, volume, 0.05 * volume);
+    EXPECT_GT(report.volumeUncertainty, 0.005 * volume);
+    EXPECT_LT(report.volumeUncertainty, 0.03 * volume);
+}
+
+TEST_F(GivenGamutTest, surfaceColoursAreOptimalColoursAtMost)
+{
+    const GamutObject optimal = opened(QStringLiteral("OptimalColors")).givenGamut();
+    const GamutObject real = opened(QStringLiteral("SurfaceColors")).givenGamut();
+    EXPECT_GT(optimal.compare(real).secondCovered, 0.99f);
+    EXPECT_LT(optimal.compare(real).firstCovered, 0.5f);
+}
+
+} // namespace
