@@ -4,6 +4,8 @@
 #include "Require.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/Session.h"
+#include "model/bodies/BoundaryTag.h"
+#include "model/bodies/GamSurface.h"
 #include "model/charts/DeviceChart.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/InputGate.h"
@@ -257,6 +259,26 @@ void readers::saved_gamut(const QByteArray& bytes)
                 again->savedProfile() == source->savedProfile() &&
                 SavedGamut{again->givenGamut().serialize(), again->savedProfile()}.bytes() == written,
             "a written gamut is read without change");
+}
+
+void readers::gam(const QByteArray& bytes)
+{
+    if (!GamSurface::isIn(bytes))
+        return;
+    const MemoryFile file(bytes);
+    const Result<GamutSource> source = GamutSource::open(file.name());
+    if (!source)
+        return requireSentence(source.error());
+    requireGamut(source->givenGamut());
+}
+
+void readers::boundary(const QByteArray& bytes)
+{
+    const Result<GivenGamut> given = BoundaryTag::read(bytes);
+    if (!given)
+        return requireSentence(given.error());
+    requireGamut(given->gamut);
+    require(!given->title.isEmpty() && !given->notes.isEmpty(), "a boundary says what it is");
 }
 
 void readers::settings(const QByteArray& bytes)

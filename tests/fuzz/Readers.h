@@ -16,9 +16,11 @@ namespace kvfuzz::readers {
 
 void acb(const QByteArray& bytes);
 void ase(const QByteArray& bytes);
+void boundary(const QByteArray& bytes);
 void cgats(const QByteArray& bytes);
 void csv(const QByteArray& bytes);
 void cxf(const QByteArray& bytes);
+void gam(const QByteArray& bytes);
 void gpl(const QByteArray& bytes);
 void session(const QByteArray& bytes);
 void saved_gamut(const QByteArray& bytes);

@@ -187,6 +187,29 @@ QByteArray swatch(const char* name, const QByteArray& model, const QList<float>&
     return big(quint16(1)) + big(quint32(body.size())) + body;
 }
 
+// A profile with nothing but the tag @p name: a gamut boundary, a tetrahedron.
+QByteArray boundary(const char* name, const char* pcs, quint16 deviceChannels, const QList<float>& points)
+{
+    QByteArray tag =
+        "gbd " + big(quint32(0)) + big(quint16(3)) + big(deviceChannels) + big(quint32(4)) + big(quint32(4));
+    for (const quint32 vertex : {0, 1, 2, 0, 2, 3, 0, 3, 1, 1, 3, 2})
+        tag += big(vertex);
+    for (const float value : points)
+        tag += big(std::bit_cast<quint32>(value));
+    tag += QByteArray(4 * 4 * deviceChannels, '\0');
+    QByteArray file(128, '\0');
+    file.replace(8, 4, big(quint32(0x05000000))).replace(20, 4, pcs).replace(36, 4, "acsp");
+    return file + big(quint32(1)) + name + big(quint32(144)) + big(quint32(tag.size())) + tag;
+}
+
+bool writeBoundaries(const QString& folder)
+{
+    return write(folder, "lab.icc",
+                 boundary("gbd1", "Lab ", 0, {20, 0, 0, 50, 0, 0, 20, 30, 0, 20, 0, 30})) &&
+           write(folder, "xyz.icc",
+                 boundary("gbd3", "XYZ ", 4, {.96f, 1, .82f, 0, 0, 0, .4f, .2f, .05f, .1f, .1f, .6f}));
+}
+
 bool writeSwatches(const QString& folder)
 {
     const auto file = [](const QList<QByteArray>& blocks) {
@@ -270,15 +293,16 @@ int main(int argc, char** argv)
         return 2;
     }
     const QDir root(QString::fromLocal8Bit(argv[1]));
-    for (const char* reader :
-         {"profile", "gamut_hash", "saved_gamut", "png", "reference", "jpeg", "tiff", "ase", "acb"})
+    for (const char* reader : {"profile", "gamut_hash", "saved_gamut", "png", "reference", "jpeg", "tiff",
+                               "ase", "acb", "boundary"})
         root.mkpath(QLatin1String(reader));
     bool done = copyKept(root, QDir(QString::fromLocal8Bit(argv[2]))) &&
                 writeProfiles(root.filePath(QStringLiteral("profile"))) &&
                 writeHashes(root.filePath(QStringLiteral("gamut_hash"))) &&
                 writeSavedGamuts(root.filePath(QStringLiteral("saved_gamut"))) &&
                 writeSwatches(root.filePath(QStringLiteral("ase"))) &&
-                writeBooks(root.filePath(QStringLiteral("acb")));
+                writeBooks(root.filePath(QStringLiteral("acb"))) &&
+                writeBoundaries(root.filePath(QStringLiteral("boundary")));
     writePictures(root);
     for (const QString& reader : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         done = done && writeList(root.filePath(reader));

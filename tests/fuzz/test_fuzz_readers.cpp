@@ -33,8 +33,9 @@ struct Reader
 #name, kvfuzz::readers::name                                                                         \
     }
 const Reader allReaders[] = {
-    KV_READER(acb),         KV_READER(ase),     KV_READER(camera),   KV_READER(cgats), KV_READER(csv),
-    KV_READER(cxf),         KV_READER(gpl),     KV_READER(jpeg),     KV_READER(png),   KV_READER(reference),
+    KV_READER(acb),         KV_READER(ase),     KV_READER(boundary), KV_READER(camera),
+    KV_READER(cgats),       KV_READER(csv),     KV_READER(cxf),      KV_READER(gam),
+    KV_READER(gpl),         KV_READER(jpeg),    KV_READER(png),      KV_READER(reference),
     KV_READER(saved_gamut), KV_READER(session), KV_READER(settings), KV_READER(tiff)};
 
 void PrintTo(const Reader& reader, std::ostream* out)

@@ -79,7 +79,7 @@ Order documentedOrder()
                                     model + "jobs", model + "pictures", model + "text"})},
         {model + "slices", program({model + "text", model + "problems", model + "reports", model + "inputs",
                                     model + "points", model + "pictures"})},
-        {model + "export", program({model + "text", model + "problems", model + "reports",
+        {model + "export", program({model + "bodies", model + "text", model + "problems", model + "reports",
                                     model + "inputs", model + "points", model + "pictures"})},
 
         {"apps/kvgamut/surfaceless", {}}, // depends on Qt only

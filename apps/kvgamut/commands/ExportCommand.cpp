@@ -102,7 +102,8 @@ ExportCommand::ExportCommand(CLI::App& program)
     parser()
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
-            "ply, obj, stl, gltf, x3d, json, kvgamut or html (default: the suffix of the output)")
+            "ply, obj, stl, gltf, x3d, json, icc (a gamut boundary), kvgamut or html (default: the suffix of "
+            "the output)")
         ->check(CLI::IsMember(formatNames()).description(""))
         ->type_name("FORMAT");
     m_part.declare(parser(), "Write a body instead, from two profiles");

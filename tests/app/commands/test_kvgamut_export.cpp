@@ -460,7 +460,7 @@ TEST_F(ExportTest, anUnknownSuffixNamesTheKnownOnes)
         const Answer answer = exported({sRGB, QStringLiteral("-o"), file});
         EXPECT_EQ(answer.exitCode, WrongUsage);
         EXPECT_EQ(answer.errors.count('\n'), 1);
-        EXPECT_TRUE(answer.errors.contains(".ply, .obj, .stl, .gltf, .x3d, .json, .kvgamut, .html"))
+        EXPECT_TRUE(answer.errors.contains(".ply, .obj, .stl, .gltf, .x3d, .json, .icc, .kvgamut, .html"))
             << answer.errors.toStdString();
         EXPECT_TRUE(answer.output.isEmpty());
     }

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QtEndian>
 #include <QtGui/QColorSpace>
 
 using namespace kvtest;
@@ -121,6 +122,18 @@ TEST_F(InputsTest, aListOfColoursIsLabelledAsAHull)
     EXPECT_NEAR(number(found, "volume"), 6000.0, 1.0);
     EXPECT_THAT(text(QStringLiteral("compare sRGB ") + list).toStdString(),
                 HasSubstr(": hull of 4 colours.\n"));
+}
+
+TEST_F(InputsTest, anExportedBoundaryIsReadAgain)
+{
+    const QString file = path(QStringLiteral("boundary.icc"));
+    EXPECT_TRUE(succeeded(run(words(QStringLiteral("export sRGB --intent relative -o ") + file))));
+    const QJsonObject whole = row(QStringLiteral("volume sRGB --intent relative"));
+    const QJsonObject boundary = row(QStringLiteral("volume ") + file + QStringLiteral("@boundary"));
+    EXPECT_EQ(word(boundary, "kind"), QStringLiteral("gamut boundary of a profile (tag gbd1, relative)"));
+    EXPECT_NEAR(number(boundary, "volume"), number(whole, "surface_volume"), 0.2);
+    EXPECT_EQ(number(boundary, "faces"), number(whole, "faces"));
+    EXPECT_EQ(contents(file).size(), qFromBigEndian<quint32>(contents(file).constData()));
 }
 
 TEST_F(InputsTest, aReferenceBodyIsDrawn)

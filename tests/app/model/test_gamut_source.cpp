@@ -472,7 +472,7 @@ TEST_F(GamutSourceTest, refusesAnUnknownSettingAndNamesTheKnownOnes)
     EXPECT_EQ(
         ProblemText::english(source.error()),
         QStringLiteral("'sRGB@absolut': unknown setting 'absolut' behind the @ (known: absolute, relative, "
-                       "perceptual, saturation, pixels)"));
+                       "perceptual, saturation, pixels, boundary)"));
 }
 
 TEST_F(GamutSourceTest, takesAnAtSignInAnUnknownNameForPartOfIt)

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDataStream>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QColorSpace>
@@ -250,6 +251,213 @@ TEST_F(PhotoGamutTest, isAbandonedWhenCancelled)
         GamutSource::open(saved(corners(), "sRGB") + QStringLiteral("@pixels"), task);
     ASSERT_FALSE(source);
     EXPECT_TRUE(source.error().isCancelled());
+}
+
+// --- Surfaces in .gam files -------------------------------------------------------------------------
+
+class GamFileTest : public GivenGamutTest
+{
+protected:
+    static constexpr const char* start = "GAMUT\n\nDESCRIPTOR \"a box\"\nCOLOR_REP \"LAB\"\n"
+                                         "GAMUT_CENTER \"50 0 0\"\n# the corners\nNUMBER_OF_FIELDS 4\n";
+    static constexpr const char* vertices =
+        "BEGIN_DATA_FORMAT\nVERTEX_NO LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nNUMBER_OF_SETS 8\nBEGIN_DATA\n"
+        "0 30 -10 -5\n1 30 -10 25\n2 30 10 -5\n3 30 10 25\n4 70 -10 -5\n5 70 -10 25\n6 70 10 -5\n7 70 10 25\n"
+        "END_DATA\n";
+    static constexpr const char* triangles =
+        "BEGIN_DATA_FORMAT\nVERTEX_0 VERTEX_1 VERTEX_2\nEND_DATA_FORMAT\nNUMBER_OF_SETS 12\nBEGIN_DATA\n"
+        "0 1 3\n0 3 2\n4 6 7\n4 7 5\n0 4 5\n0 5 1\n2 3 7\n2 7 6\n0 2 6\n0 6 4\n1 5 7\n1 7 3\nEND_DATA\n";
+
+    static QByteArray box() { return QByteArray(start) + vertices + triangles; }
+
+    static QByteArray replaced(const char* before, const char* after)
+    {
+        QByteArray bytes = box();
+        EXPECT_TRUE(bytes.contains(before)) << before;
+        return bytes.replace(before, after);
+    }
+
+    QString refusalOfBytes(const QByteArray& bytes) const
+    {
+        return refusalOf(written(QStringLiteral("x.gam"), bytes));
+    }
+};
+
+TEST_F(GamFileTest, hasTheSurfaceOfTheFile)
+{
+    const GamutSource source = opened(written(QStringLiteral("box.gam"), box()));
+    EXPECT_EQ(source.kind(), QStringLiteral("surface in a .gam file, of 8 vertices"));
+    EXPECT_EQ(source.hash().size(), 64);
+    const GamutObject gamut = source.compute({}).value();
+    EXPECT_EQ(gamut.method(), KVGamut::Method::GivenSurface);
+    EXPECT_DOUBLE_EQ(gamut.report().volume, 24000.0);
+    EXPECT_EQ(gamut.faceCount(), 12);
+    EXPECT_TRUE(isInside(gamut, {50, 0, 10}));
+}
+
+TEST_F(GamFileTest, mayHaveOtherColumnsAndVertexNumbers)
+{
+    QByteArray bytes = replaced("VERTEX_NO LAB_L LAB_A LAB_B", "LAB_B LAB_L EXTRA LAB_A VERTEX_NO");
+    const QByteArrayList rows{"0 30 -10 -5", "1 30 -10 25", "2 30 10 -5", "3 30 10 25",
+                              "4 70 -10 -5", "5 70 -10 25", "6 70 10 -5", "7 70 10 25"};
+    for (const QByteArray& row : rows) {
+        const QByteArrayList part = row.split(' ');
+        bytes.replace('\n' + row + '\n',
+                      '\n' + part[3] + ' ' + part[1] + " 9 " + part[2] + ' ' + part[0] + '\n');
+    }
+    EXPECT_DOUBLE_EQ(opened(written(QStringLiteral("a"), bytes)).givenGamut().report().volume, 24000.0);
+    bytes = replaced("\n7 70 10 25", "\n-41 70 10 25");
+    for (const char* row : {"4 6 7", "4 7 5", "2 3 7", "2 7 6", "1 5 7", "1 7 3"})
+        bytes.replace('\n' + QByteArray(row) + '\n', '\n' + QByteArray(row).replace("7", "-41") + '\n');
+    EXPECT_DOUBLE_EQ(opened(written(QStringLiteral("b"), bytes)).givenGamut().report().volume, 24000.0);
+}
+
+TEST_F(GamFileTest, isRefusedWithTheLineThatIsWrong)
+{
+    EXPECT_EQ(refusalOfBytes(replaced("2 30 10 -5", "2 30 ten -5")),
+              QStringLiteral("line 15: LAB_A is 'ten', expected a number"));
+    EXPECT_EQ(refusalOfBytes(replaced("2 30 10 -5", "2 30 nan -5")),
+              QStringLiteral("line 15: LAB_A is 'nan', expected a number"));
+    EXPECT_EQ(refusalOfBytes(replaced("2 30 10 -5", "1 30 10 -5")),
+              QStringLiteral("line 15: vertex 1 occurs twice"));
+    EXPECT_EQ(refusalOfBytes(replaced("4 7 5", "4 8 5")), QStringLiteral("line 30: there is no vertex 8"));
+    EXPECT_EQ(refusalOfBytes(replaced("4 7 5", "4 7.5 5")),
+              QStringLiteral("line 30: VERTEX_1 is '7.5', expected a number"));
+}
+
+TEST_F(GamFileTest, isRefusedWithoutItsTables)
+{
+    EXPECT_EQ(refusalOfBytes("GAMUT\n"),
+              QStringLiteral("the surface has no table of VERTEX_NO LAB_L LAB_A LAB_B"));
+    EXPECT_EQ(refusalOfBytes(QByteArray(start) + vertices),
+              QStringLiteral("the surface has no table of VERTEX_0 VERTEX_1 VERTEX_2"));
+    EXPECT_EQ(refusalOfBytes(replaced("COLOR_REP \"LAB\"", "COLOR_REP \"JAB\"")),
+              QStringLiteral("the surface is in 'JAB'; only Lab and XYZ are supported"));
+    EXPECT_TRUE(refusalOfBytes(box().chopped(10)).contains(QStringLiteral("END_DATA")));
+    EXPECT_TRUE(refusalOfBytes(replaced("VERTEX_0 VERTEX_1 VERTEX_2", ".INCLUDE \"/etc/passwd\""))
+                    .contains(QStringLiteral(".INCLUDE")));
+}
+
+TEST_F(GamFileTest, isRefusedIfItIsNotClosed)
+{
+    EXPECT_EQ(refusalOfBytes(replaced("1 7 3\n", "")), QStringLiteral("the surface is not closed"));
+    EXPECT_EQ(refusalOfBytes(replaced("7 70 10 25", "7 7000 10 25")),
+              QStringLiteral("the surface has vertices that are NaN or out of range"));
+    EXPECT_EQ(refusalOfBytes(replaced("7 70 10 25", "7 10 -20 0")),
+              QStringLiteral("the surface self-intersects"));
+}
+
+TEST_F(GamFileTest, isAbandonedWhenCancelled)
+{
+    const KVCompletionProtocolPtr task = KVCompletionProtocol::createTask(QStringLiteral("gam"));
+    task->cancel();
+    const Result<GamutSource> source = GamutSource::open(written(QStringLiteral("box.gam"), box()), task);
+    ASSERT_FALSE(source);
+    EXPECT_TRUE(source.error().isCancelled());
+}
+
+// --- Boundaries in profiles -------------------------------------------------------------------------
+
+class BoundaryTest : public GivenGamutTest
+{
+protected:
+    /// The tag as ICC.2 describes it.
+    static QByteArray tagOf(const std::vector<LabPoint>& points,
+                            const std::vector<std::array<quint32, 3>>& faces, quint16 deviceChannels = 0)
+    {
+        QByteArray bytes("gbd ");
+        QDataStream stream(&bytes, QIODevice::Append);
+        stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
+        stream << quint32(0) << quint16(3) << deviceChannels << quint32(points.size())
+               << quint32(faces.size());
+        for (const auto& [a, b, c] : faces)
+            stream << a << b << c;
+        for (const LabPoint& p : points)
+            stream << p.L << p.a << p.b;
+        for (std::size_t i = 0; i < points.size() * deviceChannels; ++i)
+            stream << 0.5f;
+        return bytes;
+    }
+
+    /// A profile with one tag.
+    static QByteArray profileWith(const QByteArray& signature, const QByteArray& tag,
+                                  const char* pcs = "Lab ")
+    {
+        QByteArray bytes(128, '\0');
+        bytes.replace(8, 4, QByteArray::fromHex("05000000")).replace(20, 4, pcs).replace(36, 4, "acsp");
+        QDataStream stream(&bytes, QIODevice::Append);
+        stream << quint32(1);
+        stream.writeRawData(signature.data(), 4);
+        stream << quint32(144) << quint32(tag.size());
+        return bytes + tag;
+    }
+
+    static const std::vector<LabPoint> tetrahedron; ///< 4,500 dE cubed
+    static const std::vector<std::array<quint32, 3>> clockwise;
+
+    QString boundaryIn(const QByteArray& bytes, const char* name = "p.icc") const
+    {
+        return written(QLatin1String(name), bytes) + QStringLiteral("@boundary");
+    }
+};
+
+const std::vector<LabPoint> BoundaryTest::tetrahedron{{20, 0, 0}, {50, 0, 0}, {20, 30, 0}, {20, 0, 30}};
+const std::vector<std::array<quint32, 3>> BoundaryTest::clockwise{{0, 1, 2}, {0, 2, 3}, {0, 3, 1}, {1, 3, 2}};
+
+TEST_F(BoundaryTest, isTheGamutOfTheProfile)
+{
+    const GamutSource source = opened(boundaryIn(profileWith("gbd1", tagOf(tetrahedron, clockwise))));
+    EXPECT_EQ(source.kind(), QStringLiteral("gamut boundary of a profile (tag gbd1, relative)"));
+    EXPECT_FALSE(source.profile());
+    EXPECT_EQ(source.hash().size(), 64);
+    EXPECT_EQ(source.givenGamut().method(), KVGamut::Method::GivenSurface);
+    EXPECT_DOUBLE_EQ(source.givenGamut().report().volume, 4500.0);
+    EXPECT_TRUE(isInside(source.givenGamut(), {25, 5, 5}));
+}
+
+TEST_F(BoundaryTest, mayHaveDeviceValues)
+{
+    const QString file = boundaryIn(profileWith("gbd0", tagOf(tetrahedron, clockwise, 4)));
+    EXPECT_DOUBLE_EQ(opened(file).givenGamut().report().volume, 4500.0);
+}
+
+TEST_F(BoundaryTest, mayBeInXyz)
+{
+    // X, Y and Z of L* 100, and of greys and colours, relative to D50
+    const std::vector<LabPoint> xyz{
+        {0.9642f, 1.0f, 0.8249f}, {0.0f, 0.0f, 0.0f}, {0.4f, 0.2f, 0.05f}, {0.1f, 0.1f, 0.6f}};
+    const GamutObject gamut =
+        opened(boundaryIn(profileWith("gbd3", tagOf(xyz, clockwise), "XYZ "))).givenGamut();
+    EXPECT_NEAR(gamut.whitePoint().L, 100.0f, 0.01f);
+    EXPECT_NEAR(gamut.blackPoint().L, 0.0f, 0.01f);
+}
+
+TEST_F(BoundaryTest, isRefusedIfItIsDamaged)
+{
+    const QByteArray tag = tagOf(tetrahedron, clockwise);
+    const QString damaged = QStringLiteral("the tag 'gbd1' is damaged");
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", tag.chopped(1)))), damaged);
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", tag).chopped(1))), damaged);
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", QByteArray()))), damaged);
+    for (const qsizetype count : {8, 10, 12, 16}) { // channels, vertices and faces
+        QByteArray huge = tag;
+        huge.replace(count, count < 12 ? 2 : 4, QByteArray(count < 12 ? 2 : 4, '\xFF'));
+        EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", huge))), damaged) << count;
+    }
+    auto faces = clockwise;
+    faces[1][2] = 0xFFFFFFFF;
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", tagOf(tetrahedron, faces)))),
+              QStringLiteral("the surface's faces refer to vertices that do not exist"));
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", tag, "spec"))),
+              QStringLiteral("the surface is in 'spec'; only Lab and XYZ are supported"));
+}
+
+TEST_F(BoundaryTest, isMissingInMostProfiles)
+{
+    const QString missing = QStringLiteral("the profile has no gamut boundary (a tag gbd0 to gbd3)");
+    EXPECT_EQ(refusalOf(boundaryIn(BuiltInProfiles::profile(QStringLiteral("sRGB")))), missing);
+    EXPECT_EQ(refusalOf(boundaryIn("short")), missing);
+    EXPECT_EQ(refusalOf(boundaryIn(profileWith("gbd1", {}).left(132))), missing);
 }
 
 // --- Real surface colours ---------------------------------------------------------------------------

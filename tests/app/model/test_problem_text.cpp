@@ -37,6 +37,8 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NothingAtLightness:
         return 3;
     case ProblemCode::RowMissesValue:
+    case ProblemCode::RowVertexUnknown:
+    case ProblemCode::RowVertexTwice:
     case ProblemCode::InputSettingUnknown:
     case ProblemCode::NothingOutside:
     case ProblemCode::NothingInCommon:
@@ -69,6 +71,10 @@ int argumentCount(ProblemCode code)
     case ProblemCode::TooManyPatches:
     case ProblemCode::ChartTooSmall:
     case ProblemCode::SavedIntentDiffers:
+    case ProblemCode::SurfaceTableMissing:
+    case ProblemCode::SurfaceSpaceUnknown:
+    case ProblemCode::TooManyFaces:
+    case ProblemCode::BoundaryDamaged:
     case ProblemCode::ColorsWithoutVolume:
     case ProblemCode::InputWithoutIntent:
     case ProblemCode::XmlHasDocumentType:
@@ -111,6 +117,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NameNotUtf8:
     case ProblemCode::OutputIsInput:
     case ProblemCode::NotAFileOrPipe:
+    case ProblemCode::BoundaryMissing:
     case ProblemCode::ChartWithoutWhite:
     case ProblemCode::NotText:
     case ProblemCode::CannotRead:

@@ -12,13 +12,13 @@
 std::string inputDescription()
 {
     return "ICC profile, picture with an embedded profile (PNG, JPEG, TIFF), saved gamut, chart with device "
-           "values (CGATS, TI3, CxF), list of colours (the same, CSV, ASE, ACB, GPL), or a "
+           "values (CGATS, TI3, CxF), list of colours (the same, CSV, ASE, ACB, GPL), surface (.gam), or a "
            "built-in "
            "profile: " +
            BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString() +
            "; or a reference body: " + BuiltInNames::bodies().join(QStringLiteral(", ")).toStdString() +
            ". Its own intent can follow: printer.icc@relative; "
-           "photo.tif@pixels is the hull of the photo's colours";
+           "photo.tif@pixels is the hull of the photo's colours, profile.icc@boundary the boundary in it";
 }
 
 CLI::Option* declareInputs(CLI::App& parser, QStringList& inputs, const char* word)

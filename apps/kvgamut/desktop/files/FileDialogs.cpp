@@ -31,7 +31,7 @@ QStringList FileDialogs::filesToOpen(QWidget* parent)
     return QFileDialog::getOpenFileNames(
         parent, Words::tr("Open"), {},
         filters({Words::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
-                           "*.kvsession *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
+                           "*.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
                  Words::tr("Profiles (*.icc *.icm)"),
                  Words::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
                  Words::tr("Saved gamuts (*.kvgamut)"),

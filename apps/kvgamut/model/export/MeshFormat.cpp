@@ -34,7 +34,8 @@ const QList<MeshFormat>& MeshFormat::all()
 {
     static const QList<MeshFormat> formats{{"ply", MeshWriters::ply}, {"obj", MeshWriters::obj},
                                            {"stl", MeshWriters::stl}, {"gltf", MeshWriters::gltf},
-                                           {"x3d", MeshWriters::x3d}, {"json", MeshWriters::json}};
+                                           {"x3d", MeshWriters::x3d}, {"json", MeshWriters::json},
+                                           {"icc", MeshWriters::icc}};
     return formats;
 }
 

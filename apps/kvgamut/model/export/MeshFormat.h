@@ -43,5 +43,7 @@ QByteArray stl(const ColoredMesh& mesh, const MeshNote& note);  ///< binary; 15-
 QByteArray gltf(const ColoredMesh& mesh, const MeshNote& note); ///< version 2.0, unlit, embedded buffer
 QByteArray x3d(const ColoredMesh& mesh, const MeshNote& note);  ///< XML, version 3.3
 QByteArray json(const ColoredMesh& mesh, const MeshNote& note); ///< an array of one object
+/// A profile of ICC.2 (version 5) with the surface as its gamut boundary, and without a transform.
+QByteArray icc(const ColoredMesh& mesh, const MeshNote& note);
 
 } // namespace MeshWriters

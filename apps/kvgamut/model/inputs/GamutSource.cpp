@@ -6,7 +6,9 @@
 #include "InputName.h"
 #include "PictureProfile.h"
 #include "SavedGamut.h"
+#include "model/bodies/BoundaryTag.h"
 #include "model/bodies/ColourHull.h"
+#include "model/bodies/GamSurface.h"
 #include "model/bodies/ReferenceBodies.h"
 #include "model/charts/ChartProfile.h"
 #include "model/points/PointFile.h"
@@ -98,6 +100,8 @@ Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionPro
         return failure(input.error());
     if (input->part == InputName::Part::Pixels)
         return ofPixels(name, input->file, task);
+    if (input->part == InputName::Part::Boundary)
+        return ofBoundary(name, input->file, task);
     return openFile(name, input->file, task).and_then([&input](GamutSource source) -> Result<GamutSource> {
         if (const Result<void> checked = source.checkIntent(input->intent); !checked)
             return failure(checked.error().about(source.m_name));
@@ -194,9 +198,20 @@ Result<GamutSource> GamutSource::ofPixels(const QString& name, const QString& fi
                   : failure(readProblem(colors.error().about(name)));
 }
 
+Result<GamutSource> GamutSource::ofBoundary(const QString& name, const QString& file,
+                                            const KVCompletionProtocolPtr& task)
+{
+    const Result<QByteArray> content = InputGate::read(file, InputKind::Profile, task);
+    if (!content)
+        return failure(readProblem(content.error().about(name)));
+    return ofGiven(name, BoundaryTag::read(*content, task), *content);
+}
+
 Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& bytes,
                                          const KVCompletionProtocolPtr& task)
 {
+    if (GamSurface::isIn(bytes))
+        return ofGiven(name, GamSurface::read(bytes, task), bytes);
     const Result<PointSet> set = pointsOfText(bytes, task);
     if (!set)
         return failure(

@@ -81,6 +81,8 @@ private:
     static Result<GamutSource> ofChart(const QString& name, const QByteArray& bytes,
                                        const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
+    static Result<GamutSource> ofBoundary(const QString& name, const QString& file,
+                                          const KVCompletionProtocolPtr& task);
     static Result<GamutSource> ofGiven(const QString& name, const Result<GivenGamut>& given,
                                        const QByteArray& bytes = {});
 

@@ -59,6 +59,7 @@ QList<InputLimits::Stated> InputLimits::all()
         size("a reference picture", InputKind::Reference),
         number("points of a file", maxPoints, ProblemCode::TooManyPoints),
         number("different patches of a chart", maxPatches, ProblemCode::TooManyPatches),
+        number("triangles of a surface", maxFaces, ProblemCode::TooManyFaces),
         number("columns of a table", maxColumns, ProblemCode::TooManyColumns, {line}),
         number("characters of a line of CSV, or of a value of CGATS", maxLineLength, ProblemCode::LineTooLong,
                {line}),

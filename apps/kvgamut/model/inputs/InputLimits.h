@@ -28,6 +28,7 @@ qint64 maxBytes(InputKind kind);
 
 constexpr qsizetype maxPoints = 2'000'000;     ///< in a point file
 constexpr qsizetype maxPatches = 20'000;       ///< of a chart, with different device values
+constexpr qsizetype maxFaces = 4'000'000;      ///< triangles of a surface in a file
 constexpr qsizetype maxColumns = 1000;         ///< of a table of points
 constexpr qsizetype maxLineLength = 65'536;    ///< of a table, in characters; also of a CGATS value
 constexpr qsizetype maxNameLength = 1000;      ///< of a point; longer names are cut

@@ -13,7 +13,7 @@
 namespace {
 
 /// The words for the parts, in their order after the usual one.
-const QStringList partWords{QStringLiteral("pixels")};
+const QStringList partWords{QStringLiteral("pixels"), QStringLiteral("boundary")};
 
 constexpr std::array intents{KVVMRenderAbsoluteColorimetric, KVVMRenderRelativeColorimetric,
                              KVVMRenderPerceptual, KVVMRenderSaturation};

@@ -20,6 +20,7 @@ struct InputName
     {
         Usual,    ///< its profile, its patches...
         Pixels,   ///< the colours of a photo, not its profile: "photo.tif@pixels"
+        Boundary, ///< the boundary that is stored in a profile: "printer.icc@boundary"
     };
     Part part = Part::Usual;
 

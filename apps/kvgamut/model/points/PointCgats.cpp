@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "CgatsWords.h"
 #include "PointBuilder.h"
 #include "PointColumns.h"
 #include "PointReaders.h"
@@ -17,77 +18,6 @@
 // read any file but its own.
 
 namespace {
-
-struct Word
-{
-    QByteArray text;
-    int line = 0;
-    bool quoted = false;
-
-    /// Whether this is the keyword @p keyword, in any case. Quoted words are values.
-    bool is(const char* keyword) const { return !quoted && text.compare(keyword, Qt::CaseInsensitive) == 0; }
-    bool isDirective() const { return is(".INCLUDE") || is("$INCLUDE"); }
-};
-
-/// Splits a text into words. A line break ends a quoted word, too.
-class Words
-{
-public:
-    explicit Words(const QByteArray& text) : m_text(text) {}
-
-    /// nullopt at the end of the text
-    std::optional<Word> next()
-    {
-        skipSpace();
-        if (m_at >= m_text.size())
-            return {};
-        const char first = m_text[m_at];
-        const bool quoted = first == '"' || first == '\'';
-        const int line = m_line;
-        if (!quoted)
-            return Word{taken([](char c) { return isSpace(c) || c == '#' || c == '"' || c == '\''; }), line};
-        ++m_at;
-        const Word word{taken([first](char c) { return c == first || isLineBreak(c); }), line, true};
-        if (isAt(m_at, first))
-            ++m_at;
-        return word;
-    }
-
-    /// Number of the line that is read.
-    int line() const { return m_line; }
-
-private:
-    static bool isLineBreak(char c) { return c == '\n' || c == '\r'; }
-    static bool isSpace(char c) { return c == ' ' || c == '\t' || isLineBreak(c); }
-
-    bool isAt(qsizetype place, char c) const { return place < m_text.size() && m_text[place] == c; }
-
-    void skipSpace()
-    {
-        bool comment = false;
-        for (; m_at < m_text.size(); ++m_at) {
-            const char c = m_text[m_at];
-            comment = !isLineBreak(c) && (comment || c == '#');
-            if (!comment && !isSpace(c))
-                return;
-            if (c == '\n' || (c == '\r' && !isAt(m_at + 1, '\n')))
-                ++m_line;
-        }
-    }
-
-    template <typename Ends>
-    QByteArray taken(const Ends& ends)
-    {
-        const qsizetype start = m_at;
-        while (m_at < m_text.size() && !ends(m_text[m_at]))
-            ++m_at;
-        return m_text.mid(start, m_at - start);
-    }
-
-    const QByteArray& m_text;
-    qsizetype m_at = 0;
-    int m_line = 1;
-};
 
 tl::unexpected<Problem> invalid(ProblemCode reason, const QStringList& arguments)
 {
@@ -121,7 +51,7 @@ public:
     }
 
 private:
-    Result<void> readHeader(const Word& word)
+    Result<void> readHeader(const CgatsWord& word)
     {
         if (word.isDirective())
             return directive(word);
@@ -152,7 +82,7 @@ private:
     }
 
     /// What a keyword says about the values, as in WEIGHTING_FUNCTION "ILLUMINANT, D65".
-    Result<void> readKeyword(const Word& keyword)
+    Result<void> readKeyword(const CgatsWord& keyword)
     {
         static const QRegularExpression illuminant(QStringLiteral("illumina\\w+[\\s,=:]+(\\w+)"),
                                                    QRegularExpression::CaseInsensitiveOption);
@@ -178,7 +108,7 @@ private:
                                                        PointWhite::names().join(QStringLiteral(", "))});
     }
 
-    static tl::unexpected<Problem> directive(const Word& word)
+    static tl::unexpected<Problem> directive(const CgatsWord& word)
     {
         return failure(ProblemCode::CgatsIncludesFile,
                        {QString::number(word.line), QString::fromLatin1(word.text)});
@@ -300,7 +230,7 @@ private:
                         QString::number(*declared), QString::number(found)});
     }
 
-    Words m_words;
+    CgatsWords m_words;
     const PointOptions m_options;
     KVCompletionProtocolPtr m_task;
     PointBuilder::Declared m_declared; ///< by the format and keywords

@@ -46,6 +46,13 @@ enum class ProblemCode : int
     ChartWithoutWhite,   ///< not even the lightest patch has light
     TooManyPatches,      ///< argument: the limit
     SavedIntentDiffers,  ///< argument: the intent of the saved gamut
+    SurfaceTableMissing, ///< a file of a surface; argument: the columns of the table
+    SurfaceSpaceUnknown, ///< coordinates that are not Lab; argument: what they are
+    RowVertexUnknown,    ///< arguments: line, number of the vertex
+    RowVertexTwice,      ///< arguments: line, number of the vertex
+    TooManyFaces,        ///< argument: the limit
+    BoundaryMissing,     ///< a profile without a gamut boundary
+    BoundaryDamaged,     ///< argument: the tag
     InputWithoutIntent,  ///< an input that has no intents; argument: the one behind its @
 
     // pictures
