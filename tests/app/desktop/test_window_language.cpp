@@ -141,11 +141,11 @@ TEST_F(GermanWindow, isGermanThroughout)
     for (const QString& text : words)
         if (english.contains(text))
             same.append(text);
-    const QStringList names{QStringLiteral("kvgamut"),  QStringLiteral("sRGB"),
-                            QStringLiteral("AdobeRGB"), QStringLiteral("DisplayP3"),
-                            QStringLiteral("Rec2020"),  QStringLiteral("ProPhoto"),
-                            QStringLiteral("Gamut"),    QStringLiteral("Gamuts"),
-                            QStringLiteral("Intent"),   QStringLiteral("Orthogonal")};
+    const QStringList names{
+        QStringLiteral("kvgamut"),       QStringLiteral("sRGB"),          QStringLiteral("AdobeRGB"),
+        QStringLiteral("DisplayP3"),     QStringLiteral("Rec2020"),       QStringLiteral("ProPhoto"),
+        QStringLiteral("OptimalColors"), QStringLiteral("SurfaceColors"), QStringLiteral("Gamut"),
+        QStringLiteral("Gamuts"),        QStringLiteral("Intent"),        QStringLiteral("Orthogonal")};
     for (const QString& text : same)
         EXPECT_TRUE(names.contains(text)) << text.toStdString();
 }
