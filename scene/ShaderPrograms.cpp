@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <scene/ShaderPrograms.h>
 
+#include <QtCore/QList>
 #include <QtCore/QLoggingCategory>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>

@@ -67,7 +67,7 @@ analyse() {
 case $lane in
 asan)
     kv_set_up "$root" test
-    build asan "platform;engine;annotation;scene;glwindow;gamut;viewer;lanes"
+    build asan "platform;engine;annotation;scene;glwindow;gamut;viewer;lanes" KVLogicTests
     ctest --preset asan --parallel "$(nproc)" --no-tests=error
     ;;
 tsan)
@@ -80,12 +80,11 @@ valgrind)
     kv_install valgrind
     sample=(test_completion_protocol test_camera test_input test_scene_object)
     build dev "platform;scene;glwindow" "${sample[@]}"
-    counting='Batch.steadySceneAllocatesNothing' # allocations are not counted in the heap of memcheck
-    for test in "${sample[@]}"; do
-        QT_QPA_PLATFORM=offscreen valgrind --quiet --error-exitcode=1 --leak-check=full \
-            --errors-for-leak-kinds=definite --suppressions=tools/lanes/valgrind.supp "build/dev/bin/$test" \
-            --gtest_brief=1 --gtest_filter="-$counting"
-    done
+    export QT_QPA_PLATFORM=offscreen
+    # allocations are not counted in the heap of memcheck
+    printf 'build/dev/bin/%s\n' "${sample[@]}" | xargs --max-procs="$(nproc)" -I{} \
+        valgrind --quiet --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite \
+        --suppressions=tools/lanes/valgrind.supp {} --gtest_brief=1 '--gtest_filter=-Batch.steadySceneAllocatesNothing'
     ;;
 tidy)
     kv_set_up "$root" test

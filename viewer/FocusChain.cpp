@@ -3,6 +3,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMetaObject>
+#include <QtCore/QObject>
 #include <QtCore/QScopedPointer>
 #include <QtGui/QDropEvent>
 #include <QtGui/QGuiApplication>

@@ -9,6 +9,7 @@
 #include <scene/Coordinates.h>
 #include <scene/VertexStride.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {

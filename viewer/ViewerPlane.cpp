@@ -9,6 +9,8 @@
 
 #include <QtGui/QImage>
 
+#include <algorithm>
+
 namespace {
 
 constexpr float planeLightness = -0.3f; // just below the grid

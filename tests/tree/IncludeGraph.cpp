@@ -10,17 +10,6 @@
 namespace kvtree {
 namespace {
 
-std::vector<std::string> includesOf(const std::string& text)
-{
-    static const std::regex include(R"(^\s*#\s*include\s*["<]([^">]+)[">])");
-    std::vector<std::string> names;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
-        if (std::smatch match; std::regex_search(line, match, include))
-            names.push_back(match[1]);
-    return names;
-}
-
 std::string joined(const std::string& folder, const std::string& name)
 {
     return (std::filesystem::path(folder) / name).lexically_normal().generic_string();
@@ -85,6 +74,17 @@ bool allows(const Order& order, const std::string& key, const std::string& to)
 }
 
 } // namespace
+
+std::vector<std::string> includesOf(const std::string& text)
+{
+    static const std::regex include(R"(^\s*#\s*include\s*["<]([^">]+)[">])");
+    std::vector<std::string> names;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (std::smatch match; std::regex_search(line, match, include))
+            names.push_back(match[1]);
+    return names;
+}
 
 std::string unitOf(const std::string& path)
 {

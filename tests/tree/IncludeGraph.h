@@ -14,6 +14,9 @@ using Sources = std::map<std::string, std::string>;
 /// Folders in which an include is looked up besides the folder of the including file; "" is the root.
 using IncludeFolders = std::vector<std::string>;
 
+/// The names in the include lines of @p text.
+std::vector<std::string> includesOf(const std::string& text);
+
 /// Which files of a tree include which others.
 class IncludeGraph
 {

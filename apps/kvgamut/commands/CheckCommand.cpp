@@ -18,6 +18,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {

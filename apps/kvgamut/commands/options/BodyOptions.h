@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include <optional>
+#include <string>
 
 /// A part of the first of two gamuts as a body: --body.
 struct BodyOptions

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <optional>
+#include <string>
 
 /// How gamuts are shown: the options for camera, surfaces and surroundings. They change the defaults of
 /// KVViewState and KVGamutLook.

@@ -2,6 +2,7 @@
 #include "FileDrop.h"
 
 #include <QtCore/QChildEvent>
+#include <QtCore/QList>
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDropEvent>

@@ -4,6 +4,7 @@
 #include "ZoneFinder.h"
 #include "model/points/MeasuredPoint.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {

@@ -3,6 +3,8 @@
 
 #include "PictureFile.h"
 
+#include <QtCore/QList>
+
 #include <memory>
 #include <utility>
 

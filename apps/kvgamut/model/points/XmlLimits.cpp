@@ -4,6 +4,7 @@
 #include "model/inputs/InputLimits.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
