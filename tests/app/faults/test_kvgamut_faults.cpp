@@ -148,13 +148,14 @@ protected:
                                       << run.ended.errors.right(400).toStdString();
     }
 
-    /// Makes each of some calls of @p kind fail.
-    void expectSoundForCalls(const QByteArray& kind, qint64 calls, int expectedSignal = 0)
+    /// Makes each of some calls of @p kind fail, with @p after = "+" all later ones, too.
+    void expectSoundForCalls(const QByteArray& kind, qint64 calls, int expectedSignal = 0,
+                             const QByteArray& after = {})
     {
         const qint64 positions = std::min<qint64>(calls, positionsPerCase());
         for (qint64 i = 0; i < positions; ++i) {
             const qint64 call = 1 + i * calls / positions + (i * 7) % std::max<qint64>(1, calls / positions);
-            expectSound(kind + ':' + QByteArray::number(call), expectedSignal);
+            expectSound(kind + ':' + QByteArray::number(call) + after, expectedSignal);
         }
     }
 
@@ -223,6 +224,13 @@ TEST_P(FaultTest, survivesAllocationsThatFail)
     const qint64 calls = runWith({}).calls[0];
     ASSERT_GT(calls, 0);
     expectSoundForCalls("alloc", calls);
+}
+
+TEST_P(FaultTest, survivesMemoryThatRunsOutForGood)
+{
+    if (!GetParam().allocations)
+        return;
+    expectSoundForCalls("alloc", runWith({}).calls[0], 0, "+");
 }
 
 TEST_P(FaultTest, survivesThreadsThatCannotBeStarted)
