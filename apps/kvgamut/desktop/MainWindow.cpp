@@ -46,7 +46,7 @@ QString findingSet()
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_looks(m_gamuts),
       m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
-      m_points(m_gamuts, m_area->viewer()),
+      m_points(m_gamuts, m_area->viewer()), m_history(m_gamuts, m_points),
       m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
       m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts),
       m_inspector(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
@@ -80,7 +80,8 @@ MainWindow::~MainWindow()
 bool MainWindow::isComplete() const
 {
     return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
-           m_looks.isComplete() && m_comparison.isComplete() && m_checks.isComplete() && m_unwritten == 0;
+           m_looks.isComplete() && m_comparison.isComplete() && m_checks.isComplete() &&
+           m_history.isUpToDate() && m_unwritten == 0;
 }
 
 // --- Construction ---------------------------------------------------------------------------------
@@ -159,7 +160,7 @@ void MainWindow::makeStatusBar()
 void MainWindow::makeMenus()
 {
     m_fileMenu = new FileMenu(this);
-    m_editMenu = new EditMenu(this);
+    m_editMenu = new EditMenu(m_history.steps(), this);
     auto* gamutMenu = new GamutMenu(m_gamuts, this);
     m_viewMenu = new ViewMenu(view(), m_annotations, *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
     for (QMenu* menu : {static_cast<QMenu*>(m_fileMenu), static_cast<QMenu*>(m_editMenu),
@@ -231,6 +232,7 @@ void MainWindow::connectLoading()
 void MainWindow::connectPanels()
 {
     connect(m_gamutPanel, &GamutPanel::removeRequested, this, [this](int row) { m_gamuts.remove(row); });
+    connect(&m_history, &History::restored, m_pointPanel, &PointPanel::showTolerance);
     connect(m_pointPanel, &PointPanel::openRequested, this, &MainWindow::askForPoints);
     connect(m_colorsPanel, &ColorsPanel::chosen, this, &MainWindow::showChosen);
     connect(m_colorsPanel, &ColorsPanel::saveRequested, this, &MainWindow::askWhereToSaveColors);

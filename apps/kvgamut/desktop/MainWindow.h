@@ -8,6 +8,7 @@
 #include "desktop/models/ComparisonModel.h"
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/GamutQueue.h"
+#include "desktop/models/History.h"
 #include "desktop/models/PointLayer.h"
 #include "desktop/panels/Inspector.h"
 #include "desktop/panels/SlicePanel.h"
@@ -154,6 +155,7 @@ private:
     ViewerBinding m_binding;
     AnnotationBinding m_annotations;
     PointLayer m_points;
+    History m_history;
     ColorChecks m_checks;
     ColorTable m_colors;
     ComparisonModel m_comparison;

@@ -5,8 +5,11 @@
 
 using MenuActions::add;
 
-EditMenu::EditMenu(QWidget* parent) : QMenu(tr("&Edit"), parent)
+EditMenu::EditMenu(QUndoStack& steps, QWidget* parent) : QMenu(tr("&Edit"), parent)
 {
+    addStep("undo", steps.createUndoAction(this, tr("&Undo")), QKeySequence(QStringLiteral("Ctrl+Z")));
+    addStep("redo", steps.createRedoAction(this, tr("R&edo")), QKeySequence(QStringLiteral("Ctrl+Shift+Z")));
+    addSeparator();
     copyPicture =
         add(*this, "copyPicture", tr("Copy &picture"), QKeySequence(QStringLiteral("Ctrl+Shift+C")));
     copyTable = add(*this, "copyTable", tr("Copy &comparison"), QKeySequence(QStringLiteral("Ctrl+Shift+T")));
@@ -19,4 +22,11 @@ EditMenu::EditMenu(QWidget* parent) : QMenu(tr("&Edit"), parent)
     pasteCamera =
         add(*this, "pasteCamera", tr("Pa&ste camera"), QKeySequence(QStringLiteral("Ctrl+Shift+K")));
     copyFinding->setEnabled(false);
+}
+
+void EditMenu::addStep(const char* name, QAction* action, const QKeySequence& key)
+{
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(key);
+    addAction(action);
 }

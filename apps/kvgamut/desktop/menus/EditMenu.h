@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtGui/QUndoStack>
 #include <QtWidgets/QMenu>
 
 /// The menu "Edit". The window connects its actions.
@@ -8,7 +9,7 @@ class EditMenu : public QMenu
 {
     Q_OBJECT
 public:
-    explicit EditMenu(QWidget* parent);
+    EditMenu(QUndoStack& steps, QWidget* parent);
 
     QAction* copyPicture;
     QAction* copyTable;
@@ -16,4 +17,7 @@ public:
     QAction* copyFinding; ///< disabled until the user clicks a colour
     QAction* copyCamera;
     QAction* pasteCamera;
+
+private:
+    void addStep(const char* name, QAction* action, const QKeySequence& key);
 };

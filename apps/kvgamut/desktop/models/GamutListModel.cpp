@@ -93,14 +93,44 @@ QString GamutListModel::add(const QString& input, const KVGamut::Settings& setti
     entry.settings = settings;
     entry.look = look;
     entry.key = freeKey();
-    const int row = rowCount();
+    insert(rowCount(), entry);
+    return entry.id;
+}
+
+void GamutListModel::insert(int row, const GamutEntry& entry)
+{
     beginInsertRows({}, row, row);
-    m_entries.append(entry);
+    m_entries.insert(row, entry);
+    m_activeRow += m_activeRow >= row; // the active gamut stays active
     endInsertRows();
     retitle();
     if (m_activeRow < 0)
         setActiveRow(0);
-    return entry.id;
+}
+
+void GamutListModel::restore(const QList<GamutEntry>& entries, int activeRow)
+{
+    const auto isWanted = [&entries](const QString& id) {
+        return std::any_of(entries.begin(), entries.end(),
+                           [&id](const GamutEntry& entry) { return entry.id == id; });
+    };
+    for (int row = rowCount() - 1; row >= 0; --row)
+        if (!isWanted(m_entries[row].id))
+            remove(row);
+    for (int row = 0; row < entries.size(); ++row) {
+        if (row < rowCount() && m_entries[row].id == entries[row].id)
+            adjust(row, entries[row]);
+        else
+            insert(row, entries[row]);
+    }
+    setActiveRow(activeRow);
+}
+
+void GamutListModel::adjust(int row, const GamutEntry& entry)
+{
+    m_entries[row].automaticOpacity = entry.automaticOpacity;
+    takeLook(row, entry.look);
+    setSettings(row, entry.settings);
 }
 
 void GamutListModel::remove(int row)

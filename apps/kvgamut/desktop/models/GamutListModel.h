@@ -55,6 +55,9 @@ public:
     void setAutomaticOpacity(int row, float opacity);
     /// Requests a new computation with other settings; until it ends the current gamut stays.
     void setSettings(int row, const KVGamut::Settings& settings);
+    /// Makes @p entries the gamuts, in this order: removes others, and inserts those that are missing, which
+    /// the loader then computes; those that stay get the settings and the look of their entry.
+    void restore(const QList<GamutEntry>& entries, int activeRow);
     int activeRow() const { return m_activeRow; } ///< -1 without gamuts
     void setActiveRow(int row);
     /// Applies @p change to the look of the active gamut. Without an active gamut nothing happens.
@@ -77,6 +80,8 @@ Q_SIGNALS:
 
 private:
     int freeKey() const;
+    void insert(int row, const GamutEntry& entry);
+    void adjust(int row, const GamutEntry& entry);
     void takeLook(int row, const KVGamutLook& look);
     void changed(int row, const QList<int>& roles);
     void retitle();

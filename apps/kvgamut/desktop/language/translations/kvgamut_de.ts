@@ -249,6 +249,14 @@
         <source>Copy &amp;table of colours</source>
         <translation>Farb&amp;tabelle kopieren</translation>
     </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>R&amp;edo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
 </context>
 <context>
     <name>FileDialogs</name>
@@ -592,6 +600,57 @@ wird berechnet</translation>
     <message>
         <source>Conversion to Lab</source>
         <translation>Umrechnung nach Lab</translation>
+    </message>
+</context>
+<context>
+    <name>History</name>
+    <message>
+        <source>Add %1</source>
+        <translation>%1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add %1 gamuts</source>
+        <translation>%1 Gamuts hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Remove %1 gamuts</source>
+        <translation>%1 Gamuts entfernen</translation>
+    </message>
+    <message>
+        <source>Change points</source>
+        <translation>Punkte ändern</translation>
+    </message>
+    <message>
+        <source>Settings of %1</source>
+        <translation>Einstellungen von %1</translation>
+    </message>
+    <message>
+        <source>Show %1</source>
+        <translation>%1 zeigen</translation>
+    </message>
+    <message>
+        <source>Hide %1</source>
+        <translation>%1 verbergen</translation>
+    </message>
+    <message>
+        <source>Look of %1</source>
+        <translation>Aussehen von %1</translation>
+    </message>
+    <message>
+        <source>Edge of points</source>
+        <translation>Rand der Punkte</translation>
+    </message>
+    <message>
+        <source>Close everything</source>
+        <translation>Alles schließen</translation>
+    </message>
+    <message>
+        <source>Several changes</source>
+        <translation>Mehrere Änderungen</translation>
     </message>
 </context>
 <context>
