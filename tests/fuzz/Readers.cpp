@@ -6,6 +6,7 @@
 #include "desktop/files/Session.h"
 #include "model/bodies/BoundaryTag.h"
 #include "model/bodies/GamSurface.h"
+#include "desktop/files/WindowMemory.h"
 #include "model/charts/DeviceChart.h"
 #include "model/inputs/GamutSource.h"
 #include "model/inputs/InputGate.h"
@@ -298,6 +299,8 @@ void readers::settings(const QByteArray& bytes)
             "an added file is the first, then those before");
     RecentFiles::clear();
     require(RecentFiles::list().isEmpty(), "the list can be cleared");
+    const WindowMemory memory = WindowMemory::fromJson(bytes);
+    require(WindowMemory::fromJson(memory.toJson()) == memory, "what is kept is read again without change");
 }
 
 void readers::camera(const QByteArray& bytes)

@@ -23,6 +23,8 @@ ViewCommand::ViewCommand(CLI::App& program)
             "--session", [this](const std::string& word) { m_session = OptionValues::file(word); },
             "Restore a saved session")
         ->type_name("FILE");
+    parser().add_flag("--no-settings", m_withoutSettings,
+                      "Neither use nor keep settings: places of panels, background, folder, recent files");
     parser().add_flag("--stay", m_stay, "Keep the window open even if none of the inputs can be shown");
 }
 
@@ -39,6 +41,8 @@ int ViewCommand::run(Arguments arguments)
     QApplication::setApplicationName(QStringLiteral("kvgamut"));
     const Translations translations;
 
+    if (m_withoutSettings)
+        MainWindow::ignoreSettings();
     MainWindow window;
     if (const auto problem = Screen::drawingProblem(KVGamutView(&window.viewer()))) {
         say(*problem);
@@ -59,9 +63,10 @@ int ViewCommand::run(Arguments arguments)
     QObject::connect(&window, &MainWindow::loadingEnded, &window, endWhenEmpty, Qt::SingleShotConnection);
     if (!m_stay && somethingNamed && isEmpty())
         return BadInput;
-    window.resize(m_look.size);
+    recall(window);
     window.show();
     QApplication::exec();
+    window.keepForNext();
     return allShown ? Done : BadInput;
 }
 
@@ -80,4 +85,12 @@ void ViewCommand::show(MainWindow& window) const
     window.showViewState();
     if (!m_session.isEmpty() || !m_look.view.isEmpty() || m_look.hasCamera())
         window.keepCamera();
+}
+
+/// Takes over what the last window kept, except where the command line or the session says otherwise.
+void ViewCommand::recall(MainWindow& window)
+{
+    const auto isGiven = [this](const char* option) { return parser().get_option(option)->count() > 0; };
+    window.recallLast(isGiven("--size") ? m_look.size : QSize(),
+                      !isGiven("--background") && m_session.isEmpty());
 }

@@ -18,9 +18,11 @@ public:
 
 private:
     void show(MainWindow& window) const;
+    void recall(MainWindow& window);
 
     ProfileOptions m_profiles;
     LookOptions m_look;
     QString m_session;
     bool m_stay = false;
+    bool m_withoutSettings = false;
 };

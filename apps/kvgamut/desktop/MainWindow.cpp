@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MainWindow.h"
 
+#include "desktop/files/FileDialogs.h"
+#include "desktop/files/SettingsFile.h"
+#include "desktop/files/WindowMemory.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/menus/EditMenu.h"
 #include "desktop/menus/FileMenu.h"
@@ -20,9 +23,13 @@
 #include "model/points/Lab.h"
 #include "model/problems/ProblemText.h"
 
+#include <QtGui/QKeyEvent>
+#include <QtGui/QScreen>
 #include <QtGui/QShortcut>
+#include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QStackedWidget>
@@ -58,6 +65,7 @@ MainWindow::MainWindow(QWidget* parent)
       m_camera(new CameraControl(*m_area, this))
 {
     setWindowTitle(tr("kvgamut"));
+    resize(fitting(QSize(1280, 800)));
     makeCentre();
     makePanels();
     makeStatusBar();
@@ -69,7 +77,7 @@ MainWindow::MainWindow(QWidget* parent)
     showViewState();
     showLoading();
     showPage();
-    resize(1280, 800);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 MainWindow::~MainWindow()
@@ -112,32 +120,28 @@ void MainWindow::makeCentre()
     setCentralWidget(centre);
 }
 
-QDockWidget* MainWindow::addPanel(const char* name, const QString& title, QWidget* content,
-                                  Qt::DockWidgetArea area)
+QDockWidget* MainWindow::makePanel(const char* name, const QString& title, QWidget* content)
 {
-    auto* panel = new QDockWidget(title);
+    auto* panel = new QDockWidget(title, this);
     panel->setObjectName(QLatin1String(name));
-    panel->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
     panel->setWidget(content);
-    addDockWidget(area, panel);
     return panel;
 }
 
 void MainWindow::makePanels()
 {
     setAnimated(false); // moving panels would redraw the scene at every step
-    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    addPanel("gamutsDock", tr("Gamuts"), m_gamutPanel, Qt::LeftDockWidgetArea);
-    QDockWidget* section = addPanel("sectionDock", tr("Section"), m_slice, Qt::RightDockWidgetArea);
-    QDockWidget* colors = addPanel("pointsDock", tr("Colours"), m_colorsPanel, Qt::RightDockWidgetArea);
-    m_comparisonDock = addPanel("comparisonDock", tr("Comparison"), m_table, Qt::BottomDockWidgetArea);
-    QDockWidget* finding = addPanel("findingDock", tr("Clicked colour"), m_finding, Qt::BottomDockWidgetArea);
-    splitDockWidget(m_comparisonDock, finding, Qt::Horizontal);
-    constexpr int sectionSide = 320;
-    resizeDocks({section, colors}, {sectionSide, sectionSide / 2}, Qt::Vertical);
-    resizeDocks({section}, {sectionSide}, Qt::Horizontal);
-    resizeDocks({m_comparisonDock, finding}, {3 * sectionSide, sectionSide / 2}, Qt::Horizontal);
-    resizeDocks({m_comparisonDock}, {m_table->sizeHint().height()}, Qt::Vertical);
+    m_panels.gamuts = makePanel("gamutsDock", tr("Gamuts"), m_gamutPanel);
+    m_panels.section = makePanel("sectionDock", tr("Section"), m_slice);
+    m_panels.colors = makePanel("pointsDock", tr("Colours"), m_colorsPanel);
+    m_panels.comparison = makePanel("comparisonDock", tr("Comparison"), m_table);
+    m_panels.finding = makePanel("findingDock", tr("Clicked colour"), m_finding);
+    resetPanels();
+}
+
+void MainWindow::resetPanels()
+{
+    m_panels.arrange(*this, PanelLayout::isSmall(size()));
 }
 
 void MainWindow::makeStatusBar()
@@ -177,6 +181,7 @@ void MainWindow::makeMenus()
     connect(m_viewMenu->fullScreen, &QAction::triggered, this,
             [this](bool on) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, on)); });
     connect(keys, &QAction::triggered, this, &MainWindow::showKeys);
+    connect(m_viewMenu->resetPanels, &QAction::triggered, this, &MainWindow::resetPanels);
 }
 
 void MainWindow::connectFileMenu()
@@ -237,9 +242,9 @@ void MainWindow::connectPanels()
     connect(m_colorsPanel, &ColorsPanel::chosen, this, &MainWindow::showChosen);
     connect(m_colorsPanel, &ColorsPanel::saveRequested, this, &MainWindow::askWhereToSaveColors);
     connect(&m_comparison, &QAbstractItemModel::modelReset, this, [this] {
-        m_comparisonDock->setWindowTitle(m_comparison.rowCount() > 1
-                                             ? tr("Comparison with %1").arg(m_comparison.activeTitle())
-                                             : tr("Comparison"));
+        m_panels.comparison->setWindowTitle(m_comparison.rowCount() > 1
+                                                ? tr("Comparison with %1").arg(m_comparison.activeTitle())
+                                                : tr("Comparison"));
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     view().setSection(m_clip->section());
@@ -400,6 +405,66 @@ void MainWindow::say(const Problem& failure)
     Q_EMIT problem(failure);
 }
 
+QSize MainWindow::fitting(const QSize& wanted) const
+{
+    constexpr QSize frame(8, 40); // borders and title, which are not known before the window is shown
+    return wanted.boundedTo(screen()->availableSize() - frame);
+}
+
+WindowMemory MainWindow::memory() const
+{
+    return {saveGeometry(), saveState(), m_area->viewer().background(), FileDialogs::folder(),
+            m_annotations.isShown()};
+}
+
+void MainWindow::recall(const WindowMemory& memory)
+{
+    if (restoreGeometry(memory.geometry)) // within the present screens
+        resize(fitting(size()));
+    if (!restoreState(memory.panels))
+        resetPanels();
+    if (memory.background.isValid())
+        viewer().setBackground(memory.background);
+    FileDialogs::setFolder(memory.folder);
+    m_annotations.setShown(memory.isAnnotated);
+    showViewState();
+}
+
+void MainWindow::recallLast(const QSize& size, bool withBackground)
+{
+    WindowMemory memory = WindowMemory::read();
+    if (!size.isEmpty())
+        memory.geometry.clear();
+    if (!withBackground)
+        memory.background = QColor();
+    recall(memory);
+    if (!size.isEmpty())
+        resize(fitting(size));
+}
+
+void MainWindow::keepForNext() const
+{
+    memory().write();
+}
+
+void MainWindow::ignoreSettings()
+{
+    SettingsFile::ignoreAll();
+}
+
+/// After Enter in a field for a number or a text the keys of the view work again.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && isAncestorOf(qobject_cast<QWidget*>(watched))) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool isField = qobject_cast<QAbstractSpinBox*>(watched) || qobject_cast<QLineEdit*>(watched);
+        if (isField && (key == Qt::Key_Return || key == Qt::Key_Enter))
+            QMetaObject::invokeMethod(
+                m_area, [this] { m_area->setFocus(); }, Qt::QueuedConnection);
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -412,4 +477,5 @@ void MainWindow::cancelOrDismiss()
         cancelLoading();
     else
         m_messages->dismiss();
+    m_area->setFocus();
 }

@@ -11,6 +11,7 @@
 #include "desktop/models/History.h"
 #include "desktop/models/PointLayer.h"
 #include "desktop/panels/Inspector.h"
+#include "desktop/panels/PanelLayout.h"
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/view/AnnotationBinding.h"
 #include "desktop/view/ViewArea.h"
@@ -29,11 +30,11 @@ class FindingPanel;
 class GamutPanel;
 class MessageBar;
 class PointPanel;
-class QDockWidget;
 class QProgressBar;
 class QStackedWidget;
 class QToolButton;
 class ViewMenu;
+struct WindowMemory;
 
 /// The window of `kvgamut view`: puts the viewer, the models, the panels and the menus together. What is
 /// shown is stored in the list of gamuts, the point layer and the viewer.
@@ -95,6 +96,23 @@ public:
     /// Keeps the current camera when the window is first shown, instead of setting the default one.
     void keepCamera();
 
+    /// @name Size, panels and surroundings
+    /// @{
+
+    /// @p wanted, or less if the screen is smaller.
+    QSize fitting(const QSize& wanted) const;
+    /// What the next window takes over.
+    WindowMemory memory() const;
+    /// Takes over what an earlier window kept. What is missing, or does not fit, stays as it is.
+    void recall(const WindowMemory& memory);
+    /// The same from the user's settings. @param size instead of the kept one, if it is not empty
+    void recallLast(const QSize& size, bool withBackground);
+    void keepForNext() const;     ///< memory() in the user's settings
+    static void ignoreSettings(); ///< from now on: neither reads nor writes any
+    /// Shows all panels at their first places.
+    void resetPanels();
+    /// @}
+
     /// Shows @p failure in the message bar and emits problem().
     void say(const Problem& failure);
 
@@ -108,11 +126,12 @@ Q_SIGNALS:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void makeCentre();
     void makePanels();
-    QDockWidget* addPanel(const char* name, const QString& title, QWidget* content, Qt::DockWidgetArea area);
+    QDockWidget* makePanel(const char* name, const QString& title, QWidget* content);
     void makeStatusBar();
     void makeMenus();
     void connectFileMenu();
@@ -185,7 +204,7 @@ private:
     FindingPanel* m_finding;
     QProgressBar* m_progress;
     QToolButton* m_cancel;
-    QDockWidget* m_comparisonDock;
+    PanelLayout m_panels{};
     CameraControl* m_camera;
     FileMenu* m_fileMenu;
     EditMenu* m_editMenu;

@@ -618,4 +618,41 @@ TEST_F(KeysInTheView, releaseShiftInADialog)
     EXPECT_LT((camera().value(1) - interest).length(), 0.01f); // turned, not moved
 }
 
+// --- What is kept for the next window -------------------------------------------------------------------
+
+TEST_F(HandTest, sizeAndBackgroundAreKeptForTheNextWindow)
+{
+    const auto quit = [&] {
+        ASSERT_TRUE(until([] { return hasKeyboard(window); }));
+        hand.press("Ctrl+Q");
+        ASSERT_TRUE(m_process.waitForFinished(maxWaitMs));
+    };
+    const auto sizeIs = [](const QSize& size) {
+        return until([&] { return placeOnScreen(window).size() == size; });
+    };
+    const auto isBackground = [](const QColor& color) {
+        return until([&] {
+            const QRect area = placeOnScreen(view);
+            return !area.isEmpty() && screenshot().pixelColor(area.bottomLeft() + QPoint(5, -5)) == color;
+        });
+    };
+    const QStringList gamut{QStringLiteral("sRGB")};
+    open(gamut + words("--size 1111x707 --background #203040 --no-grid"));
+    quit();
+    open(gamut + words("--no-grid"));
+    EXPECT_TRUE(sizeIs({1111, 707}));
+    EXPECT_TRUE(isBackground(QColor(0x20, 0x30, 0x40)));
+    m_process.terminate();
+    m_process.waitForFinished();
+
+    open(gamut + words("--no-settings --no-grid --size 1000x700"));
+    EXPECT_TRUE(sizeIs({1000, 700}));
+    EXPECT_TRUE(isBackground(Qt::gray));
+    quit();
+    open(gamut + words("--no-grid"));
+    EXPECT_TRUE(sizeIs({1111, 707})) << "--no-settings keeps nothing";
+    EXPECT_TRUE(QFile::remove(environment().value(QStringLiteral("XDG_CONFIG_HOME")) +
+                              QStringLiteral("/kvgamut/window")));
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 #include "FileDialogs.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
 
 namespace {
@@ -11,6 +12,22 @@ class Words
     Q_DECLARE_TR_FUNCTIONS(FileDialogs)
 };
 
+QString lastFolder;
+
+/// Keeps the folder of @p file for the next dialog.
+QString chosen(const QString& file)
+{
+    if (!file.isEmpty())
+        lastFolder = QFileInfo(file).absolutePath();
+    return file;
+}
+
+QStringList chosen(const QStringList& files)
+{
+    chosen(files.value(0));
+    return files;
+}
+
 QString filters(const QStringList& kinds)
 {
     return kinds.join(QStringLiteral(";;"));
@@ -18,42 +35,52 @@ QString filters(const QStringList& kinds)
 
 QString fileToSave(QWidget* parent, const QString& title, const QString& filter, const char* suffix)
 {
-    QFileDialog dialog(parent, title, {}, filter);
+    QFileDialog dialog(parent, title, lastFolder, filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QLatin1String(suffix));
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().constFirst() : QString();
+    return dialog.exec() == QDialog::Accepted ? chosen(dialog.selectedFiles().constFirst()) : QString();
 }
 
 } // namespace
 
+QString FileDialogs::folder()
+{
+    return lastFolder;
+}
+
+void FileDialogs::setFolder(const QString& folder)
+{
+    lastFolder = folder;
+}
+
 QStringList FileDialogs::filesToOpen(QWidget* parent)
 {
-    return QFileDialog::getOpenFileNames(
-        parent, Words::tr("Open"), {},
+    return chosen(QFileDialog::getOpenFileNames(
+        parent, Words::tr("Open"), lastFolder,
         filters({Words::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
                            "*.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
                  Words::tr("Profiles (*.icc *.icm)"),
                  Words::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
                  Words::tr("Saved gamuts (*.kvgamut)"),
                  Words::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
-                 Words::tr("All files (*)")}));
+                 Words::tr("All files (*)")})));
 }
 
 QStringList FileDialogs::pointsToAdd(QWidget* parent)
 {
-    return QFileDialog::getOpenFileNames(
-        parent, Words::tr("Add points"), {},
+    return chosen(QFileDialog::getOpenFileNames(
+        parent, Words::tr("Add points"), lastFolder,
         filters({Words::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl "
                            "*.png *.jpg *.jpeg "
                            "*.tif *.tiff)"),
-                 Words::tr("All files (*)")}));
+                 Words::tr("All files (*)")})));
 }
 
 QString FileDialogs::sessionToRestore(QWidget* parent)
 {
-    return QFileDialog::getOpenFileName(
-        parent, Words::tr("Restore session"), {},
-        filters({Words::tr("Sessions (*.kvsession)"), Words::tr("All files (*)")}));
+    return chosen(QFileDialog::getOpenFileName(
+        parent, Words::tr("Restore session"), lastFolder,
+        filters({Words::tr("Sessions (*.kvsession)"), Words::tr("All files (*)")})));
 }
 
 QString FileDialogs::sessionToSave(QWidget* parent)

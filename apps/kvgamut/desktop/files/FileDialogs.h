@@ -5,8 +5,12 @@
 
 class QWidget;
 
-/// The dialogs that ask for files. An empty result means that the dialog was cancelled.
+/// The dialogs that ask for files, each in the folder of the last one. An empty result means that the dialog
+/// was cancelled.
 namespace FileDialogs {
+
+QString folder(); ///< of the last file that was chosen; empty at first
+void setFolder(const QString& folder);
 
 QStringList filesToOpen(QWidget* parent);
 QStringList pointsToAdd(QWidget* parent);

@@ -1,33 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RecentFiles.h"
 
-#include "model/export/OutputFile.h"
+#include "SettingsFile.h"
 #include "model/inputs/FileName.h"
-#include "model/inputs/InputGate.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QStandardPaths>
-
-#include <tuple>
 #include <unistd.h>
 
 // One name on each line, with the bytes of the system, of which percent signs and control characters are
-// written as %25, %0A... QSettings is not used: a value of its files can ask for any type of Qt and any
-// amount of memory.
+// written as %25, %0A...
 
 namespace {
 
 constexpr qsizetype maxCount = 9; // each has a shortcut with a digit
 
-QDir folder()
+QString fileName()
 {
-    const QDir all(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-    return QDir(all.filePath(QStringLiteral("kvgamut")));
-}
-
-QString listFile()
-{
-    return folder().filePath(QStringLiteral("recent-files"));
+    return QStringLiteral("recent-files");
 }
 
 bool exists(const QString& file)
@@ -62,21 +50,19 @@ QStringList filesOf(const QByteArray& content)
     return files;
 }
 
-/// Failures are ignored: the work of the user does not depend on the list.
 void write(const QStringList& files)
 {
     QByteArray content;
     for (const QString& file : files)
         content += lineOf(file);
-    if (folder().mkpath(QStringLiteral(".")))
-        std::ignore = writeOutput(listFile(), content);
+    SettingsFile::write(fileName(), content);
 }
 
 } // namespace
 
 QStringList RecentFiles::list()
 {
-    QStringList files = filesOf(InputGate::read(listFile(), InputKind::Settings).value_or(QByteArray()));
+    QStringList files = filesOf(SettingsFile::read(fileName()));
     files.removeDuplicates();
     files.removeIf([](const QString& file) { return !exists(file); });
     return files;

@@ -85,9 +85,8 @@ void ViewMenu::addSurroundings()
     m_axes = addCheckable(*this, "axes", tr("&Axes"), QKeySequence(Qt::Key_X));
     m_grid = addCheckable(*this, "gridLines", tr("&Grid"), QKeySequence(Qt::Key_G));
     m_plane = addCheckable(*this, "plane", tr("ab &plane"), QKeySequence(Qt::Key_P));
-    QAction* annotate = addCheckable(*this, "annotate", tr("Scales and l&egend"), QKeySequence(Qt::Key_E));
-    annotate->setChecked(m_annotations.isShown());
-    connect(annotate, &QAction::triggered, &m_annotations, &AnnotationBinding::setShown);
+    m_annotate = addCheckable(*this, "annotate", tr("Scales and l&egend"), QKeySequence(Qt::Key_E));
+    connect(m_annotate, &QAction::triggered, &m_annotations, &AnnotationBinding::setShown);
     connect(m_axes, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayAxes);
     connect(m_axes, &QAction::triggered, &m_annotations, &AnnotationBinding::update);
     connect(m_grid, &QAction::triggered, m_view.viewer(), &KVGamut3DViewer::setDisplayGrid);
@@ -106,6 +105,7 @@ void ViewMenu::addPanels(const QList<QDockWidget*>& panels)
         action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Alt+%1").arg(++number)));
         addAction(action);
     }
+    resetPanels = add(*this, "resetPanels", tr("Reset panels"), QKeySequence(QStringLiteral("Ctrl+Alt+0")));
 }
 
 void ViewMenu::showState(const KVViewState& state)
@@ -113,6 +113,7 @@ void ViewMenu::showState(const KVViewState& state)
     m_orthogonal->setChecked(state.camera.orthogonal);
     m_axes->setChecked(state.axes);
     m_annotations.update(); // the scales follow the axes
+    m_annotate->setChecked(m_annotations.isShown());
     m_grid->setChecked(state.grid);
     m_plane->setChecked(state.plane);
     m_cut->setChecked(state.clipping.has_value());

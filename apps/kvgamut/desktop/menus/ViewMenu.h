@@ -22,6 +22,7 @@ public:
 
     QAction* fullScreen;    ///< connected by the window
     QAction* sectionColors; ///< connected by the window
+    QAction* resetPanels;   ///< connected by the window
 
     /// Checks the actions that @p state corresponds to.
     void showState(const KVViewState& state);
@@ -42,6 +43,7 @@ private:
     QAction* m_axes;
     QAction* m_grid;
     QAction* m_plane;
+    QAction* m_annotate;
     BackgroundMenu* m_background;
     LightMenu* m_light;
 };

@@ -61,6 +61,7 @@ void ColorsPanel::makeTable()
 {
     m_view->setObjectName(QStringLiteral("colors"));
     m_view->setAccessibleName(tr("Colours"));
+    m_view->setMinimumHeight(m_view->fontMetrics().height() * 3); // titles and a colour
     m_view->setRootIsDecorated(false);
     m_view->setUniformRowHeights(true); // no row is measured, however many there are
     m_view->setAllColumnsShowFocus(true);

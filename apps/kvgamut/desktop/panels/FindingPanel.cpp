@@ -31,7 +31,7 @@ FindingPanel::FindingPanel(QWidget* parent) : QScrollArea(parent), m_label(new Q
     setWidgetResizable(true); // many open gamuts give many lines
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    setMinimumSize(m_label->fontMetrics().averageCharWidth() * 38, m_label->fontMetrics().lineSpacing() * 6);
+    setMinimumSize(m_label->fontMetrics().averageCharWidth() * 38, m_label->fontMetrics().lineSpacing() * 4);
     clear();
 }
 

@@ -14,6 +14,8 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
@@ -38,6 +40,28 @@ QSlider* makeShareSlider(const QString& name, const QString& words)
     slider->setPageStep(10);
     return slider;
 }
+
+/// Scrolls its content if there is no room for all of it.
+class ScrolledDetails : public QScrollArea
+{
+public:
+    explicit ScrolledDetails(QWidget* content)
+    {
+        setWidget(content);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        const int line = fontMetrics().lineSpacing();
+        return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), 4 * line};
+    }
+};
 
 QCheckBox* makeCheckBox(const QString& name, const QString& words)
 {
@@ -72,7 +96,8 @@ GamutPanel::GamutPanel(GamutListModel& model, QWidget* parent)
     details->addWidget(makeAppearance());
     auto* column = new QVBoxLayout(this);
     column->addWidget(m_list, 1);
-    column->addWidget(m_details);
+    column->addWidget(new ScrolledDetails(m_details));
+    m_list->setMinimumHeight(m_list->fontMetrics().lineSpacing() * 5);
 
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { m_model.setActiveRow(current.row()); });

@@ -18,7 +18,7 @@ PointPanel::PointPanel(PointLayer& points, QWidget* parent)
     m_list->setModel(&points);
     m_list->setRootIsDecorated(false);
     m_list->setIconSize(QSize(9, 9));
-    m_list->setMinimumHeight(m_list->fontMetrics().height() * 4); // titles and two files
+    m_list->setMinimumHeight(m_list->fontMetrics().height() * 3); // titles and a file
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_list->header()->setSectionResizeMode(PointLayer::File, QHeaderView::Stretch);

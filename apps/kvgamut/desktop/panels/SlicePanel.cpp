@@ -62,7 +62,7 @@ SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, Q
     setObjectName(QStringLiteral("slice"));
     setAccessibleName(tr("Section at a lightness"));
     setMouseTracking(true);
-    setMinimumSize(220, 220);
+    setMinimumSize(180, 100);
     m_soon.setSingleShot(true);
     connect(&m_soon, &QTimer::timeout, this, &SlicePanel::redraw);
     connect(&gamuts, &QAbstractItemModel::rowsInserted, this, &SlicePanel::redrawSoon);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewArea.h"
 
+#include "PointerZoom.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QVBoxLayout>
@@ -44,8 +46,23 @@ bool ViewArea::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::MouseButtonPress) {
         activateWindow();
         setFocus(Qt::MouseFocusReason);
+    } else if (event->type() == QEvent::Wheel) {
+        const auto* wheel = static_cast<QWheelEvent*>(event);
+        zoom(PointerZoom::factorOf(wheel->angleDelta().y()), wheel->position());
+        return true;
+    } else if (event->type() == QEvent::NativeGesture) {
+        const auto* gesture = static_cast<QNativeGestureEvent*>(event);
+        if (gesture->gestureType() == Qt::ZoomNativeGesture)
+            zoom(1.0 + gesture->value(), gesture->position());
+        return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// @param place in the window of the viewer
+void ViewArea::zoom(double factor, const QPointF& place)
+{
+    m_view->setCamera(PointerZoom::zoomed(m_view->camera(), m_viewer->rayToPoint(place.toPoint()), factor));
 }
 
 void ViewArea::keyPressEvent(QKeyEvent* event)

@@ -27,6 +27,7 @@ protected:
 
 private:
     void passOn(QKeyEvent* event);
+    void zoom(double factor, const QPointF& place);
 
     KVGamut3DViewer* m_viewer; ///< owned by its container
     KVGamutView* m_view;

@@ -1923,6 +1923,10 @@ wird berechnet</translation>
         <source>Section panel in &amp;true colours</source>
         <translation>Schnitt in echten &amp;Farben</translation>
     </message>
+    <message>
+        <source>Reset panels</source>
+        <translation>Bereiche zurücksetzen</translation>
+    </message>
 </context>
 <context>
     <name>WelcomePage</name>

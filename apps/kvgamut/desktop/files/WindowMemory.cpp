@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "WindowMemory.h"
+
+#include "SettingsFile.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+namespace {
+
+QString fileName()
+{
+    return QStringLiteral("window");
+}
+
+QString text(const QByteArray& bytes)
+{
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+/// Empty if @p value is not base64.
+QByteArray bytes(const QJsonValue& value)
+{
+    const auto decoded = QByteArray::fromBase64Encoding(
+        value.toString().toLatin1(), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    return decoded ? *decoded : QByteArray();
+}
+
+} // namespace
+
+QByteArray WindowMemory::toJson() const
+{
+    QJsonObject json{{QStringLiteral("geometry"), text(geometry)},
+                     {QStringLiteral("panels"), text(panels)},
+                     {QStringLiteral("folder"), folder},
+                     {QStringLiteral("annotated"), isAnnotated}};
+    if (background.isValid())
+        json.insert(QStringLiteral("background"), background.name());
+    return QJsonDocument(json).toJson();
+}
+
+WindowMemory WindowMemory::fromJson(const QByteArray& json)
+{
+    const QJsonObject object = QJsonDocument::fromJson(json).object();
+    WindowMemory memory;
+    memory.geometry = bytes(object[QStringLiteral("geometry")]);
+    memory.panels = bytes(object[QStringLiteral("panels")]);
+    memory.folder = object[QStringLiteral("folder")].toString();
+    memory.isAnnotated = object[QStringLiteral("annotated")].toBool(true);
+    const QString background = object[QStringLiteral("background")].toString();
+    if (background.startsWith(QLatin1Char('#')) && QColor::isValidColor(background))
+        memory.background = QColor(QColor(background).rgb()); // opaque
+    return memory;
+}
+
+WindowMemory WindowMemory::read()
+{
+    return fromJson(SettingsFile::read(fileName()));
+}
+
+void WindowMemory::write() const
+{
+    SettingsFile::write(fileName(), toJson());
+}
