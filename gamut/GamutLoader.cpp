@@ -172,10 +172,11 @@ tl::expected<LoadedGamut, KVProblem> kvLoadGamut(GamutRequest request, KVComplet
 
     const GamutStyles styles = request.styles;
     const QList<QRgb> vertexColors = request.vertexColors;
+    const SurfaceValues values = std::move(request.values);
     auto gamut = gamutOf(std::move(request), protocol);
     if (!gamut)
         return cancelled() ? asCancelled() : tl::unexpected(gamut.error());
-    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, styles, cancelled, vertexColors)};
+    LoadedGamut loaded{*gamut, kvGamutMeshes(*gamut, styles, cancelled, vertexColors, values)};
     if (cancelled())
         return asCancelled();
     if (handle)

@@ -24,6 +24,7 @@ struct GamutRequest
     KVProfilePtr profile;
     KVGamut::Settings settings; ///< used with a profile only
     QList<QRgb> vertexColors;   ///< as for kvGamutMeshes()
+    SurfaceValues values;       ///< as for kvGamutMeshes()
     GamutStyles styles;         ///< of the surface
 };
 

@@ -213,11 +213,15 @@ GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexSty
 }
 
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles,
-                           const KVCancelCheck& cancelled, const QList<QRgb>& vertexColors)
+                           const KVCancelCheck& cancelled, const QList<QRgb>& vertexColors,
+                           const SurfaceValues& values)
 {
     GamutMeshSet meshes;
     meshes[QStringLiteral("Projection")] = kvSegments(outlineOf(gamut), true, lineWidth);
-    meshes[QStringLiteral("Front")] = surfaceOf(gamut.mesh(), vertexColors, styles.front, cancelled);
+    const ColoredSurface bands = kvColoredBands(gamut.mesh(), values);
+    meshes[QStringLiteral("Front")] = bands.mesh.isEmpty()
+                                          ? surfaceOf(gamut.mesh(), vertexColors, styles.front, cancelled)
+                                          : surfaceOf(bands.mesh, bands.colors, styles.front, cancelled);
     meshes[QStringLiteral("Wireframe")] =
         styles.wireframe ? kvGamutWireframe(gamut, *styles.wireframe, cancelled) : withoutVertices(wireWidth);
     if (cancelled && cancelled())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <gamut/SurfaceBands.h>
 #include <platform/KVVelmoraFramework.h>
 #include <scene/CancelPacer.h>
 #include <scene/GeometryData.h>
@@ -30,8 +31,11 @@ struct GamutStyles
 /// @param cancelled asked often; if it returns true, the result is incomplete
 /// @param vertexColors of the surface, one for each vertex of the mesh; otherwise the colours are those of
 /// the vertices on a screen
+/// @param values of the surface with their colours, see kvColoredBands(); used instead of @p vertexColors if
+/// there is one for each vertex
 GamutMeshSet kvGamutMeshes(const KVGamut::GamutObject& gamut, const GamutStyles& styles = {},
-                           const KVCancelCheck& cancelled = {}, const QList<QRgb>& vertexColors = {});
+                           const KVCancelCheck& cancelled = {}, const QList<QRgb>& vertexColors = {},
+                           const SurfaceValues& values = {});
 
 /// The geometry "Wireframe" of @p gamut, as vertex records. Otherwise as kvGamutMeshes().
 GeometryData kvGamutWireframe(const KVGamut::GamutObject& gamut, const VertexStyle& style,

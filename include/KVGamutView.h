@@ -16,6 +16,8 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 class QPainter;
 
@@ -362,6 +364,15 @@ public:
     /// replaces all. To change the colours, show the gamut again.
     void show(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors,
               QObject* context = nullptr, Done done = {});
+    /// The same, with the surface in the colours of @p values, such as distances: one for each vertex of
+    /// GamutObject::mesh(), linear within each triangle. With another number of values, or without stops, the
+    /// surface has its own colours. NaN counts as the smallest value.
+    ///
+    /// @p stops are values with their colours, ascending. Colours in between are interpolated; beyond the
+    /// first and the last stop they are those of that stop. Two stops with the same value are a sharp border.
+    /// Triangles are split where the value is that of a stop, so that borders do not depend on their size.
+    void showValues(const QString& id, const KVGamut::GamutObject& gamut, const std::vector<float>& values,
+                    const QList<std::pair<float, QRgb>>& stops, QObject* context = nullptr, Done done = {});
     /// Computes a gamut in the background and shows it. A load of the same id that is in progress is
     /// replaced: its Done is called with the code Cancelled, from the event loop; failed() is not emitted for
     /// it. As with KVGamut3DViewer::load(), this call waits until the computation has noticed that.

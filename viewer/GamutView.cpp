@@ -114,6 +114,16 @@ void KVGamutView::show(const QString& id, const KVGamut::GamutObject& gamut, con
     });
 }
 
+void KVGamutView::showValues(const QString& id, const KVGamut::GamutObject& gamut,
+                             const std::vector<float>& values, const QList<std::pair<float, QRgb>>& stops,
+                             QObject* context, Done done)
+{
+    d->start(id, context, std::move(done), [&](GamutRequest& request, GamutParams&) {
+        request.computed = gamut;
+        request.values = {values, stops};
+    });
+}
+
 void KVGamutView::load(const QString& id, const KVLoadRequest& request)
 {
     load(id, request, this, {});

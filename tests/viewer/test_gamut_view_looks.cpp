@@ -119,6 +119,40 @@ TEST_F(GamutViewLooks, aGamutIsShownWithColoursOfItsVertices)
     EXPECT_NE(verticesOf(*front()).first().base, base) << "its own colours again";
 }
 
+TEST_F(GamutViewLooks, aGamutIsShownWithTheColoursOfValues)
+{
+    const KVGamut::GamutObject gamut = computed();
+    std::vector<float> values;
+    for (const KVGamut::LabPoint& lab : gamut.mesh().lab)
+        values.push_back(lab.L);
+    bool done = false;
+    const auto show = [&](const std::vector<float>& shown) {
+        done = false;
+        view->showValues(id, gamut, shown, {{40.0f, qRgb(10, 20, 30)}, {40.0f, qRgb(200, 210, 220)}},
+                         view.get(), [&done](const std::optional<KVProblem>& problem) {
+                             EXPECT_FALSE(problem);
+                             done = true;
+                         });
+        return eventually([&done] { return done; });
+    };
+    ASSERT_TRUE(show(values));
+    const float dark = QColor(10, 20, 30).redF(), light = QColor(200, 210, 220).redF();
+    int ofDark = 0, ofLight = 0;
+    for (const Vertex& vertex : verticesOf(*front())) {
+        ofDark += vertex.base[0] == dark;
+        ofLight += vertex.base[0] == light;
+    }
+    EXPECT_GT(ofDark, 0);
+    EXPECT_GT(ofLight, 0);
+    EXPECT_EQ(ofDark + ofLight, verticesOf(*front()).size()) << "no other colour";
+    EXPECT_EQ(view->gamut(id).mesh().lab.size(), gamut.mesh().lab.size()); // only drawing splits triangles
+    ASSERT_TRUE(show({1.0f}));
+    const auto own = verticesOf(*front());
+    showAndWait(id, gamut);
+    ASSERT_EQ(verticesOf(*front()).size(), own.size());
+    EXPECT_EQ(verticesOf(*front()).first().base, own.first().base);
+}
+
 TEST_F(GamutViewLooks, aNewGamutHasTheDefaultLook)
 {
     showAndWait(id);

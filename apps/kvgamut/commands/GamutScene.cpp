@@ -223,7 +223,7 @@ bool GamutScene::showPart()
     KVGamutLook look = m_look.lookOf(0, true);
     look.outlineColor = key;
     m_view.setLook(id, look);
-    if (!showAndWait(id, *part, {}))
+    if (!showAndWait(id, *part, {}, {}))
         return false;
     if (m_annotations.legend) {
         KVAnnotations annotations = m_view.annotations();
@@ -256,7 +256,7 @@ std::optional<GamutScene::PointLoss> GamutScene::showLoss(const std::vector<KVGa
     for (const Gamut& gamut : m_gamuts) {
         if (gamut.state != Shown || !withSurfaces)
             continue;
-        const auto loss = lossOf(m_view.gamut(gamut.id).mesh().lab, *other, options.metric);
+        const auto loss = lossOnSurface(m_view.gamut(gamut.id).mesh(), *other, options.metric);
         all.insert(all.end(), loss.begin(), loss.end());
         losses.insert(gamut.id, loss);
     }
@@ -270,36 +270,32 @@ std::optional<GamutScene::PointLoss> GamutScene::showLoss(const std::vector<KVGa
 
 bool GamutScene::showLosses(const QMap<QString, std::vector<float>>& losses, const LossScale& scale)
 {
-    for (auto loss = losses.cbegin(); loss != losses.cend(); ++loss) {
-        QList<QRgb> colors;
-        for (const float distance : *loss)
-            colors.append(scale.colorOf(distance).rgb());
-        if (!showColored(loss.key(), colors))
+    for (auto loss = losses.cbegin(); loss != losses.cend(); ++loss)
+        if (!showColored(loss.key(), *loss, scale))
             return false;
-    }
     return true;
 }
 
-bool GamutScene::showColored(const QString& id, const QList<QRgb>& vertexColors)
+bool GamutScene::showColored(const QString& id, const std::vector<float>& values, const LossScale& scale)
 {
     // High enough for the colours to be compared with those of the bar, low enough to show the shape.
     constexpr float ambient = 0.85f;
     KVGamutLook look = m_view.look(id);
     if (look.ambientStrength == KVGamutLook().ambientStrength)
         look.ambientStrength = ambient;
-    const bool isShown = showAndWait(id, m_view.gamut(id), vertexColors);
+    const bool isShown = showAndWait(id, m_view.gamut(id), values, scale.stops());
     m_view.setLook(id, look);
     return isShown;
 }
 
 /// Prints why it cannot be shown. @return whether it is shown
 bool GamutScene::showAndWait(const QString& id, const KVGamut::GamutObject& gamut,
-                             const QList<QRgb>& vertexColors)
+                             const std::vector<float>& values, const QList<std::pair<float, QRgb>>& stops)
 {
     std::optional<KVProblem> failure;
     QEventLoop loop;
     bool isDone = false;
-    m_view.show(id, gamut, vertexColors, &m_context, [&](const std::optional<KVProblem>& problem) {
+    m_view.showValues(id, gamut, values, stops, &m_context, [&](const std::optional<KVProblem>& problem) {
         failure = problem;
         isDone = true;
         loop.quit();

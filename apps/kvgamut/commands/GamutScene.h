@@ -79,8 +79,9 @@ private:
     QList<Explained> explained() const;
     void showBody(const Explained& gamut);
     KVLegendEntry entryOf(const Explained& gamut) const;
-    bool showAndWait(const QString& id, const KVGamut::GamutObject& gamut, const QList<QRgb>& vertexColors);
-    bool showColored(const QString& id, const QList<QRgb>& vertexColors);
+    bool showAndWait(const QString& id, const KVGamut::GamutObject& gamut, const std::vector<float>& values,
+                     const QList<std::pair<float, QRgb>>& stops);
+    bool showColored(const QString& id, const std::vector<float>& values, const LossScale& scale);
     bool showLosses(const QMap<QString, std::vector<float>>& losses, const LossScale& scale);
     void addScaleBar(const LossScale& scale);
 

@@ -59,6 +59,18 @@ TEST_F(LossTest, aHigherThresholdMakesMoreOfItNeutral)
     EXPECT_GT(count(high, neutral), count(low, neutral) + 500);
 }
 
+TEST_F(LossTest, theBorderOfTheThresholdIsSharp)
+{
+    // triangles of many pixels; the threshold is where the colours change most
+    const QImage picture =
+        loss(QStringLiteral("ProPhoto --grid 5 --loss sRGB --loss-threshold 10 --loss-max 80"));
+    EXPECT_GT(count(picture, neutral), 1000);
+    EXPECT_GT(count(picture, lightest, 20), 100);
+    const QColor mixed((neutral.red() + lightest.red()) / 2, (neutral.green() + lightest.green()) / 2,
+                       (neutral.blue() + lightest.blue()) / 2);
+    EXPECT_LT(count(picture, mixed, 20), count(picture, lightest, 20) / 4);
+}
+
 TEST_F(LossTest, theMetricsGiveDifferentColours)
 {
     const QString rest = QStringLiteral("ProPhoto --loss sRGB --loss-max 40 --metric ");

@@ -38,6 +38,30 @@ TEST(LossMap, isTheDistanceOutsideTheOtherGamut)
     EXPECT_GT(outside, 20);
 }
 
+TEST(LossMap, isNegativeInsideBesideTheBorderOfASurface)
+{
+    const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
+    const auto plain = lossOf(wide.mesh().lab, narrow, ColourMetric::DE76);
+    const auto loss = lossOnSurface(wide.mesh(), narrow, ColourMetric::DE76);
+    ASSERT_EQ(loss.size(), plain.size());
+    std::vector<bool> isBeside(loss.size());
+    for (const auto& triangle : wide.mesh().triangles)
+        for (const int vertex : triangle)
+            for (const int other : triangle)
+                if (plain[std::size_t(other)] > 0.0f)
+                    isBeside[std::size_t(vertex)] = true;
+    int inside = 0;
+    for (std::size_t v = 0; v < loss.size(); ++v) {
+        const bool isSigned = isBeside[v] && plain[v] == 0.0f;
+        EXPECT_EQ(loss[v], isSigned ? narrow.nearest(&wide.mesh().lab[v].L).distance : plain[v]);
+        inside += loss[v] < 0.0f;
+    }
+    EXPECT_GT(inside, 10);
+    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("loss"));
+    protocol->cancel();
+    EXPECT_TRUE(lossOnSurface(wide.mesh(), narrow, ColourMetric::DE76, &protocol).empty());
+}
+
 TEST(LossMap, canBeCancelled)
 {
     const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
@@ -56,6 +80,18 @@ TEST(LossScale, isNeutralUpToTheThreshold)
     EXPECT_EQ(scale.colorOf(10.0f), scale.colorOf(1e9f));
     EXPECT_NE(scale.colorOf(10.0f), scale.colorOf(9.0f));
     EXPECT_EQ(scale.colorOf(std::nanf("")), scale.colorOf(0.0f));
+}
+
+TEST(LossScale, hasStopsInItsColours)
+{
+    const LossScale scale{2.0f, 10.0f};
+    const auto stops = scale.stops();
+    ASSERT_GE(stops.size(), 3);
+    EXPECT_EQ(stops[0], std::pair(2.0f, scale.colorOf(0.0f).rgb()));
+    EXPECT_EQ(stops[1].first, 2.0f);
+    for (const auto& [distance, color] : stops.mid(2))
+        EXPECT_EQ(color, scale.colorOf(distance).rgb()) << distance;
+    EXPECT_EQ(stops.last(), std::pair(10.0f, scale.colorOf(10.0f).rgb()));
 }
 
 TEST(LossScale, fitsTheDistances)

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
 
 namespace {
 
@@ -54,6 +55,30 @@ std::vector<float> lossOf(std::span<const KVGamut::LabPoint> colors, const KVGam
     return loss;
 }
 
+std::vector<float> lossOnSurface(const KVGamut::Mesh& surface, const KVGamut::GamutObject& other,
+                                 ColourMetric metric, KVCompletionProtocolPtr* protocol)
+{
+    std::vector<float> loss = lossOf(surface.lab, other, metric, protocol);
+    if (loss.empty())
+        return loss;
+    std::set<std::size_t> beside;
+    for (const KVGamut::Mesh::Triangle& triangle : surface.triangles) {
+        const auto isOutside = [&loss](int vertex) { return loss[static_cast<std::size_t>(vertex)] > 0.0f; };
+        if (std::any_of(triangle.begin(), triangle.end(), isOutside))
+            for (const int vertex : triangle)
+                if (!isOutside(vertex))
+                    beside.insert(static_cast<std::size_t>(vertex));
+    }
+    for (const std::size_t vertex : beside) {
+        if (isCancelled(protocol))
+            return {};
+        const float* lab = &surface.lab[vertex].L;
+        loss[vertex] = metric == ColourMetric::Ciede2000 ? other.nearestByCiede2000(lab).distance
+                                                         : other.nearest(lab).distance;
+    }
+    return loss;
+}
+
 LossScale LossScale::forDistances(const std::vector<float>& distances, float threshold)
 {
     const float most = distances.empty() ? 0.0f : *std::max_element(distances.begin(), distances.end());
@@ -65,6 +90,15 @@ QColor LossScale::colorOf(float distance) const
     if (!(distance > threshold))
         return QColor(insideColor);
     return mixedColor(double(std::min(1.0f, (distance - threshold) / (largest - threshold))));
+}
+
+QList<std::pair<float, QRgb>> LossScale::stops() const
+{
+    QList<std::pair<float, QRgb>> stops{{threshold, insideColor}};
+    constexpr auto steps = static_cast<float>(lossColors.size() - 1);
+    for (std::size_t i = 0; i < lossColors.size(); ++i)
+        stops.append({threshold + static_cast<float>(i) / steps * (largest - threshold), lossColors[i]});
+    return stops;
 }
 
 QList<QColor> LossScale::colors() const

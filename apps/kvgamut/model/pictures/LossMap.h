@@ -7,6 +7,7 @@
 #include <QtGui/QColor>
 
 #include <span>
+#include <utility>
 #include <vector>
 
 /// Colour differences.
@@ -22,6 +23,12 @@ enum class ColourMetric
                                         const KVGamut::GamutObject& other, ColourMetric metric,
                                         KVCompletionProtocolPtr* protocol = nullptr);
 
+/// The same for the vertices of a surface, but negative for those inside @p other that are beside one
+/// outside: then the border is where a linear value is 0 within a triangle.
+[[nodiscard]] std::vector<float> lossOnSurface(const KVGamut::Mesh& surface,
+                                               const KVGamut::GamutObject& other, ColourMetric metric,
+                                               KVCompletionProtocolPtr* protocol = nullptr);
+
 /// The colours of distances: a neutral one up to a threshold, from there light yellow to dark purple.
 ///
 /// For normal colour vision and for protanopia, deuteranopia and tritanopia the colours become darker with
@@ -36,6 +43,9 @@ struct LossScale
     static LossScale forDistances(const std::vector<float>& distances, float threshold);
 
     [[nodiscard]] QColor colorOf(float distance) const;
+    /// The same as distances with their colours, which are interpolated in between. The threshold, where the
+    /// colour changes suddenly, is there twice.
+    [[nodiscard]] QList<std::pair<float, QRgb>> stops() const;
     /// The colours from 0 to the largest distance, evenly spaced.
     [[nodiscard]] QList<QColor> colors() const;
 };
