@@ -239,6 +239,7 @@ void MainWindow::connectPanels()
     connect(m_gamutPanel, &GamutPanel::removeRequested, this, [this](int row) { m_gamuts.remove(row); });
     connect(&m_history, &History::restored, m_pointPanel, &PointPanel::showTolerance);
     connect(m_pointPanel, &PointPanel::openRequested, this, &MainWindow::askForPoints);
+    connect(m_pointPanel, &PointPanel::maskRequested, this, &MainWindow::showMask);
     connect(m_colorsPanel, &ColorsPanel::chosen, this, &MainWindow::showChosen);
     connect(m_colorsPanel, &ColorsPanel::saveRequested, this, &MainWindow::askWhereToSaveColors);
     connect(&m_comparison, &QAbstractItemModel::modelReset, this, [this] {

@@ -164,6 +164,7 @@ private:
     void showFinding(const Inspector::Finding& finding, const std::optional<QVector3D>& nearest);
     KVProfilePtr profileOf(const QString& id) const;
     void cancelOrDismiss();
+    void showMask(int row);
     void showLoading();
     void showPage();
 

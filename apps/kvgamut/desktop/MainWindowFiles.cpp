@@ -9,6 +9,7 @@
 #include "desktop/menus/FileMenu.h"
 #include "desktop/models/Threads.h"
 #include "desktop/panels/FindingPanel.h"
+#include "desktop/panels/PhotoMask.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
 #include "desktop/view/CameraControl.h"
@@ -117,6 +118,18 @@ void MainWindow::closeAll()
     m_gamuts.clear();
     m_points.clear();
     forgetFinding();
+}
+
+/// Of the photo in a row of the points, for the active gamut.
+void MainWindow::showMask(int row)
+{
+    const int active = m_gamuts.activeRow();
+    if (active < 0 || !m_gamuts.at(active).hasGamut())
+        return;
+    auto* mask = new PhotoMask(m_points, row, m_gamuts.at(active), this);
+    mask->setAttribute(Qt::WA_DeleteOnClose);
+    connect(mask, &PhotoMask::failed, this, &MainWindow::say);
+    mask->show();
 }
 
 // --- Dialogs --------------------------------------------------------------------------------------

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "WindowCase.h"
 
+#include "app/support/Picture.h"
+#include "desktop/panels/PhotoMask.h"
 #include "desktop/panels/PictureDialog.h"
 #include "model/points/Lab.h"
 
 #include <QtGui/QClipboard>
+#include <QtGui/QColorSpace>
+#include <QtGui/QPainter>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDoubleSpinBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QSlider>
@@ -95,6 +100,46 @@ TEST_F(Panels, showThePixelsOfADroppedPicture)
     ASSERT_EQ(window.points().set(0).points.size(), 1);
     EXPECT_LT((vectorOf(window.points().set(0).points[0].lab) - QVector3D(54.3f, 80.8f, 69.9f)).length(),
               1.0f); // D50
+}
+
+TEST_F(Panels, markWhatIsLostOfAPhoto)
+{
+    open({QStringLiteral("sRGB")});
+    // A photo in Adobe RGB: its green is outside sRGB, its grey is not.
+    QImage picture(60, 30, QImage::Format_RGB32);
+    picture.fill(QColor(128, 128, 128));
+    QPainter(&picture).fillRect(0, 0, 20, 30, QColor(0, 255, 0));
+    picture.setColorSpace(QColorSpace(QColorSpace::AdobeRgb));
+    ASSERT_TRUE(picture.save(path(QStringLiteral("photo.png"))));
+    auto& list = control<QTreeView>("pointFiles");
+    drop(*list.parentWidget(), path(QStringLiteral("photo.png")));
+    ASSERT_TRUE(settle());
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(0, 0));
+    QTest::keyClick(&list, Qt::Key_M, Qt::ControlModifier);
+    auto* mask = window.findChild<PhotoMask*>();
+    ASSERT_NE(mask, nullptr);
+    ASSERT_TRUE(kvtest::spinUntil([&] { return mask->isComplete(); }));
+    ASSERT_EQ(mask->picture().size(), QSize(60, 30));
+    const QColor lost = mask->picture().pixelColor(10, 15), made = mask->picture().pixelColor(40, 15);
+    EXPECT_GT(lost.saturation(), 100);
+    EXPECT_EQ(made.saturation(), 0);
+    const QString words = control<QLabel>("photoMaskWords").text();
+    EXPECT_TRUE(words.contains(QStringLiteral("33.3 % of the pixels are outside"))) << words.toStdString();
+    const QImage shown = mask->grab().toImage();
+    EXPECT_LT(kvtest::difference(shown.pixelColor(shown.width() / 6, shown.height() / 2 - 20), lost), 6);
+    mask->close();
+    EXPECT_TRUE(kvtest::spinUntil([&] { return !window.findChild<PhotoMask*>(); }));
+}
+
+TEST_F(Panels, noMaskIsShownOfPointsThatAreNoPhoto)
+{
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n")});
+    auto& list = control<QTreeView>("pointFiles");
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(0, 0));
+    QTest::keyClick(&list, Qt::Key_M, Qt::ControlModifier);
+    EXPECT_EQ(window.findChild<PhotoMask*>(), nullptr);
 }
 
 // --- Section and clip -----------------------------------------------------------------------------------

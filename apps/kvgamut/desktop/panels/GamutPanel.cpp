@@ -3,6 +3,7 @@
 
 #include "desktop/language/ShownWords.h"
 
+#include <QtCore/QEvent>
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QAction>
 #include <QtGui/QPainter>
@@ -56,6 +57,13 @@ public:
     }
 
     QSize sizeHint() const override { return widget()->sizeHint(); }
+    /// The size hint follows that of the content.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
     QSize minimumSizeHint() const override
     {
         const int line = fontMetrics().lineSpacing();

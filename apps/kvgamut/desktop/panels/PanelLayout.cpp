@@ -14,7 +14,7 @@ void arrangeLarge(QMainWindow& window, const PanelLayout& panels)
     window.addDockWidget(Qt::BottomDockWidgetArea, panels.comparison);
     window.addDockWidget(Qt::BottomDockWidgetArea, panels.finding);
     window.splitDockWidget(panels.comparison, panels.finding, Qt::Horizontal);
-    window.resizeDocks({panels.section, panels.colors}, {sectionSide, sectionSide / 2}, Qt::Vertical);
+    window.resizeDocks({panels.section, panels.colors}, {sectionSide, 2 * sectionSide / 3}, Qt::Vertical);
     window.resizeDocks({panels.section}, {sectionSide}, Qt::Horizontal);
     window.resizeDocks({panels.comparison, panels.finding}, {3 * sectionSide, sectionSide / 2},
                        Qt::Horizontal);

@@ -22,15 +22,7 @@ PointPanel::PointPanel(PointLayer& points, QWidget* parent)
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_list->header()->setSectionResizeMode(PointLayer::File, QHeaderView::Stretch);
-    auto* remove = new QAction(tr("Remove points"), m_list);
-    remove->setShortcut(QKeySequence::Delete);
-    remove->setShortcutContext(Qt::WidgetShortcut);
-    connect(remove, &QAction::triggered, this, [this] {
-        if (m_list->currentIndex().isValid())
-            m_points.remove(m_list->currentIndex().row());
-    });
-    m_list->addAction(remove);
-    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
+    makeActions();
 
     m_tolerance->setObjectName(QStringLiteral("tolerance"));
     m_tolerance->setRange(0.0, 100.0);
@@ -56,6 +48,28 @@ PointPanel::PointPanel(PointLayer& points, QWidget* parent)
     showTolerance();
     connect(m_tolerance, &QDoubleSpinBox::valueChanged, this,
             [this](double value) { m_points.setTolerance(static_cast<float>(value)); });
+}
+
+void PointPanel::makeActions()
+{
+    auto* mask = new QAction(tr("Show what is lost of the photo"), m_list);
+    mask->setObjectName(QStringLiteral("photoMask"));
+    mask->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
+    auto* remove = new QAction(tr("Remove points"), m_list);
+    remove->setShortcut(QKeySequence::Delete);
+    for (QAction* action : {mask, remove})
+        action->setShortcutContext(Qt::WidgetShortcut);
+    connect(mask, &QAction::triggered, this, [this] {
+        const int row = m_list->currentIndex().row();
+        if (row >= 0 && m_points.set(row).photo)
+            Q_EMIT maskRequested(row);
+    });
+    connect(remove, &QAction::triggered, this, [this] {
+        if (m_list->currentIndex().isValid())
+            m_points.remove(m_list->currentIndex().row());
+    });
+    m_list->addActions({mask, remove});
+    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void PointPanel::showTolerance()

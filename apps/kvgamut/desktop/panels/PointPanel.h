@@ -19,8 +19,11 @@ public:
 
 Q_SIGNALS:
     void openRequested();
+    void maskRequested(int row); ///< of a photo
 
 private:
+    void makeActions();
+
     PointLayer& m_points;
     QTreeView* m_list;
     class QDoubleSpinBox* m_tolerance;

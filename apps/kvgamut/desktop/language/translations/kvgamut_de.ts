@@ -881,6 +881,25 @@ wird berechnet</translation>
     </message>
 </context>
 <context>
+    <name>PhotoMask</name>
+    <message>
+        <source>The picture is being made…</source>
+        <translation>Das Bild wird erstellt…</translation>
+    </message>
+    <message>
+        <source>%1: what %2 cannot make</source>
+        <translation>%1: was %2 nicht darstellen kann</translation>
+    </message>
+    <message>
+        <source>Marked is what is outside %1. Grey can be made.</source>
+        <translation>Markiert ist, was außerhalb von %1 liegt. Graues ist darstellbar.</translation>
+    </message>
+    <message>
+        <source>%1 % of the pixels are outside, %2 % on the edge.</source>
+        <translation>%1 % der Pixel liegen außerhalb, %2 % am Rand.</translation>
+    </message>
+</context>
+<context>
     <name>PictureDialog</name>
     <message>
         <source>Size of the picture</source>
@@ -951,6 +970,10 @@ wird berechnet</translation>
     <message>
         <source>E&amp;dge</source>
         <translation>Rand&amp;zone</translation>
+    </message>
+    <message>
+        <source>Show what is lost of the photo</source>
+        <translation>Zeigen, was vom Foto verloren geht</translation>
     </message>
 </context>
 <context>
