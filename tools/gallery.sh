@@ -56,7 +56,7 @@ draw orthogonal AdobeRGB --angle 60 --camera 130,120,-230 --frame all --orthogon
 draw no-background sRGB DisplayP3 --no-background
 draw light sRGB --light 60,250,-250 --light-color '#ffd9a0' --ambient 0.2
 draw inside-out ProPhoto AdobeRGB "$printer" --intent relative
-draw lines sRGB DisplayP3 --look lines
+draw lines DisplayP3 --look lines
 draw loss sRGB --loss "$printer" --intent relative
 draw body-outside "$printer" sRGB --body outside --intent relative --view back
 draw body-common sRGB "$printer" --body intersection --intent relative

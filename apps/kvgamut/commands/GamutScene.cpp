@@ -16,9 +16,8 @@
 
 namespace {
 
-// The gamuts beside a body that was made of them.
-constexpr float besideBodyOpacity = 0.15f;
-constexpr float besideBodyWidth = 0.6f; // of lines
+constexpr float besideBodyOpacity = 0.15f; // of the gamuts that a body was made of
+constexpr float lineWidth = 0.6f;          // of gamuts that are drawn as lines
 
 QString volumeText(double volume)
 {
@@ -189,9 +188,7 @@ void GamutScene::showBody(const Explained& gamut)
             lines.append({{gamut.key, {from.L, from.a, from.b}}, {gamut.key, {to.L, to.a, to.b}}});
         }
     m_view.viewer()->addSegmentSet(id, lines);
-    if (!m_annotations.part.body)
-        return;
-    m_view.viewer()->setSegmentSetWidth(id, besideBodyWidth); // of an existing set, when it is filled again
+    m_view.viewer()->setSegmentSetWidth(id, lineWidth); // of an existing set, when it is filled again
     m_view.viewer()->addSegmentSet(id, lines);
 }
 
