@@ -334,6 +334,39 @@ TEST_F(Photos, countEveryPixelOfAJpeg)
     EXPECT_EQ(colors.notes[0].code, Problem::Code(ProblemCode::PictureTakenAsSrgb));
 }
 
+// 64x64 pixels of the colour 48, 112, 192, written by the encoders of libjxl (lossless) and libheif.
+TEST_F(Photos, countEveryPixelOfJpegXlAndHeif)
+{
+    const auto written = [this](const char* name, const char* base64) {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray::fromBase64(base64));
+        return path(name);
+    };
+    const QString jpegXl = written("photo.jxl", "/wpPQEBxIQgCAQBgAEsYixUAlB9j0P4FIgAAHNAvACAAATlbIA==");
+    const QString heif =
+        written("photo.heic",
+                "AAAAHGZ0eXBoZWljAAAAAG1pZjFoZWljbWlhZgAAAUJtZXRhAAAAAAAAACFoZGxyAAAAAAAAAABwaWN0AAAAAAAAAAAA"
+                "AAAAAAAAAA5waXRtAAAAAAABAAAAImlsb2MAAAAAREAAAQABAAAAAAFmAAEAAAAAAAAAHgAAACNpaW5mAAAAAAABAAAA"
+                "FWluZmUCAAAAAAEAAGh2YzEAAAAAwmlwcnAAAACkaXBjbwAAAHhodmNDAQNwAAAAAAAAAAAAHvAA/P34+AAADwMgAAEA"
+                "GEABDAH//wNwAAADAJAAAAMAAAMAHroCQCEAAQArQgEBA3AAAAMAkAAAAwAAAwAeoCCBBZbqSSmubgQEDAgAAAMACAAA"
+                "AwAIQCIAAQAHRAHBcrAiQAAAABRpc3BlAAAAAAAAAEAAAABAAAAAEHBpeGkAAAAAAwgICAAAABZpcG1hAAAAAAAAAAEA"
+                "AQOBAoMAAAAmbWRhdAAAABooAa8GOFr8/TfzOB/kf0Hc///OPKq8QmP1+A==");
+    const std::vector<double> pixel{48 / 255.0, 112 / 255.0, 192 / 255.0};
+    std::vector<double> device;
+    for (int i = 0; i < 64 * 64; ++i)
+        device.insert(device.end(), pixel.begin(), pixel.end());
+    const auto expected = converted(device, sRGB, 3);
+    expectSame(read(jpegXl), expected);
+    const PhotoColors colors = read(heif);
+    EXPECT_EQ(colors.pixels, 64 * 64);
+    ASSERT_FALSE(colors.cells.empty());
+    const KVGamut::LabPoint& lab = colors.cells.front().lab;
+    EXPECT_NEAR(lab.L, expected[0].L, 1.0f); // compressed with loss
+    EXPECT_NEAR(lab.a, expected[0].a, 2.0f);
+    EXPECT_NEAR(lab.b, expected[0].b, 2.0f);
+}
+
 TEST_F(Photos, leaveOutTransparentPixels)
 {
     QImage picture(20, 10, QImage::Format_ARGB32);

@@ -18,6 +18,7 @@ bool resolveAll(QLibrary& from, VipsLibrary& vips)
 {
     return resolve(from, vips.init, "vips_init") &&
            resolve(from, vips.blockUntrusted, "vips_block_untrusted_set") &&
+           resolve(from, vips.setBlocked, "vips_operation_block_set") &&
            resolve(from, vips.setMaxCache, "vips_cache_set_max") &&
            resolve(from, vips.takeErrors, "vips_error_buffer_copy") &&
            resolve(from, vips.sourceFromDescriptor, "vips_source_new_from_descriptor") &&
@@ -59,6 +60,8 @@ std::optional<VipsLibrary> load()
     if (vips.init("kvgamut") != 0)
         return {};
     vips.blockUntrusted(TRUE);
+    // libvips trusts no reader of JPEG XL; that of libjxl, which it uses, is fuzzed by its own project
+    vips.setBlocked("VipsForeignLoadJxl", FALSE);
     vips.setMaxCache(0); // each photo is read once; a cache would keep its file open
     return vips;
 }

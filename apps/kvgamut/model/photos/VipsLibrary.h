@@ -17,6 +17,7 @@ struct VipsLibrary
 
     decltype(&vips_init) init;
     decltype(&vips_block_untrusted_set) blockUntrusted;
+    decltype(&vips_operation_block_set) setBlocked;
     decltype(&vips_cache_set_max) setMaxCache;
     decltype(&vips_error_buffer_copy) takeErrors;
     decltype(&vips_source_new_from_descriptor) sourceFromDescriptor;
