@@ -2,25 +2,29 @@
 #include "MainWindow.h"
 
 #include "desktop/files/FileDialogs.h"
+#include "desktop/files/KeySettings.h"
 #include "desktop/files/SettingsFile.h"
 #include "desktop/files/WindowMemory.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/menus/EditMenu.h"
 #include "desktop/menus/FileMenu.h"
 #include "desktop/menus/GamutMenu.h"
-#include "desktop/menus/MenuActions.h"
+#include "desktop/menus/HelpMenu.h"
+#include "desktop/menus/ToolBar.h"
 #include "desktop/menus/ViewMenu.h"
 #include "desktop/panels/ClipControl.h"
 #include "desktop/panels/ColorsPanel.h"
 #include "desktop/panels/ComparisonTable.h"
 #include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/GamutPanel.h"
-#include "desktop/panels/KeyList.h"
+#include "desktop/panels/MenuCommands.h"
 #include "desktop/panels/MessageBar.h"
 #include "desktop/panels/PointPanel.h"
+#include "desktop/panels/SectionBar.h"
 #include "desktop/panels/WelcomePage.h"
 #include "desktop/view/CameraControl.h"
-#include "model/points/Lab.h"
+#include "desktop/view/KeyboardCursor.h"
+#include "desktop/view/Presentation.h"
 #include "model/problems/ProblemText.h"
 
 #include <QtGui/QKeyEvent>
@@ -37,15 +41,17 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
-#include <array>
-
 namespace {
 
-constexpr float findingSize = 3.0f;
-
-QString findingSet()
+QWidget* below(QWidget* upper, QWidget* lower)
 {
-    return QStringLiteral("finding");
+    auto* both = new QWidget;
+    auto* column = new QVBoxLayout(both);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(upper);
+    column->addWidget(lower, 1);
+    return both;
 }
 
 } // namespace
@@ -55,14 +61,17 @@ MainWindow::MainWindow(QWidget* parent)
       m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
       m_points(m_gamuts, m_area->viewer()), m_history(m_gamuts, m_points),
       m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
-      m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts),
-      m_inspector(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
-      m_pages(new QStackedWidget), m_messages(new MessageBar), m_clip(new ClipControl),
-      m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
+      m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts), m_pages(new QStackedWidget),
+      m_messages(new MessageBar), m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)),
+      m_pointPanel(new PointPanel(m_points)),
       m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)),
-      m_slice(new SlicePanel(m_gamuts, m_points)), m_table(new ComparisonTable(m_comparison)),
-      m_finding(new FindingPanel), m_progress(new QProgressBar), m_cancel(new QToolButton),
-      m_camera(new CameraControl(*m_area, this))
+      m_slice(new SlicePanel(m_gamuts, m_points)), m_sectionBar(new SectionBar(*m_slice)),
+      m_table(new ComparisonTable(m_comparison)), m_findingPanel(new FindingPanel),
+      m_finding(m_gamuts, m_points, m_checks, [this](const QString& id) { return profileOf(id); },
+                {&m_area->view(), m_findingPanel, m_colorsPanel, m_slice}),
+      m_progress(new QProgressBar), m_cancel(new QToolButton), m_camera(new CameraControl(*m_area, this)),
+      m_cursor(new KeyboardCursor(*m_area, this)),
+      m_presentation(new Presentation(*this, m_annotations, {m_clip}))
 {
     setWindowTitle(tr("kvgamut"));
     resize(fitting(QSize(1280, 800)));
@@ -73,7 +82,6 @@ MainWindow::MainWindow(QWidget* parent)
     connectLoading();
     connectPanels();
     connectDrops();
-    forgetFinding();
     showViewState();
     showLoading();
     showPage();
@@ -132,10 +140,10 @@ void MainWindow::makePanels()
 {
     setAnimated(false); // moving panels would redraw the scene at every step
     m_panels.gamuts = makePanel("gamutsDock", tr("Gamuts"), m_gamutPanel);
-    m_panels.section = makePanel("sectionDock", tr("Section"), m_slice);
+    m_panels.section = makePanel("sectionDock", tr("Section"), below(m_sectionBar, m_slice));
     m_panels.colors = makePanel("pointsDock", tr("Colours"), m_colorsPanel);
     m_panels.comparison = makePanel("comparisonDock", tr("Comparison"), m_table);
-    m_panels.finding = makePanel("findingDock", tr("Clicked colour"), m_finding);
+    m_panels.finding = makePanel("findingDock", tr("Clicked colour"), m_findingPanel);
     resetPanels();
 }
 
@@ -165,23 +173,24 @@ void MainWindow::makeMenus()
 {
     m_fileMenu = new FileMenu(this);
     m_editMenu = new EditMenu(m_history.steps(), this);
-    auto* gamutMenu = new GamutMenu(m_gamuts, this);
+    m_gamutMenu = new GamutMenu(m_gamuts, this);
     m_viewMenu = new ViewMenu(view(), m_annotations, *m_camera, *m_clip, findChildren<QDockWidget*>(), this);
-    for (QMenu* menu : {static_cast<QMenu*>(m_fileMenu), static_cast<QMenu*>(m_editMenu),
-                        static_cast<QMenu*>(gamutMenu), static_cast<QMenu*>(m_viewMenu)})
+    m_helpMenu = new HelpMenu(this);
+    for (QMenu* menu :
+         {static_cast<QMenu*>(m_fileMenu), static_cast<QMenu*>(m_editMenu), static_cast<QMenu*>(m_gamutMenu),
+          static_cast<QMenu*>(m_viewMenu), static_cast<QMenu*>(m_helpMenu)})
         menuBar()->addMenu(menu);
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    QAction* keys = MenuActions::add(*help, "keys", tr("&Keys"), QKeySequence(Qt::Key_H));
-    keys->setShortcuts({QKeySequence(Qt::Key_H), QKeySequence(Qt::Key_Question), QKeySequence(Qt::Key_F1)});
-
+    auto* tools = new ToolBar(*menuBar(), this);
+    addToolBar(tools);
+    m_viewMenu->addTools(*tools->toggleViewAction());
+    KeySettings::apply(MenuCommands::actionsOf(*menuBar()));
+    m_gamutPanel->addCommands(m_gamutMenu->actions());
     connectFileMenu();
     connectEditMenu();
-    connect(gamutMenu->chooseColor, &QAction::triggered, m_gamutPanel, &GamutPanel::chooseColor);
-    connect(m_viewMenu->sectionColors, &QAction::triggered, m_slice, &SlicePanel::setColored);
-    connect(m_viewMenu->fullScreen, &QAction::triggered, this,
-            [this](bool on) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, on)); });
-    connect(keys, &QAction::triggered, this, &MainWindow::showKeys);
-    connect(m_viewMenu->resetPanels, &QAction::triggered, this, &MainWindow::resetPanels);
+    connectGamutMenu();
+    connectViewMenu();
+    connectHelpMenu();
+    connectCursor();
 }
 
 void MainWindow::connectFileMenu()
@@ -196,6 +205,7 @@ void MainWindow::connectFileMenu()
     connect(m_fileMenu->saveSection, &QAction::triggered, this, &MainWindow::askWhereToSaveSection);
     connect(m_fileMenu->saveColors, &QAction::triggered, this, &MainWindow::askWhereToSaveColors);
     connect(m_fileMenu->savePage, &QAction::triggered, this, &MainWindow::askWhereToSavePage);
+    connect(m_fileMenu->saveGamut, &QAction::triggered, this, &MainWindow::askWhereToSaveGamut);
     connect(m_fileMenu->closeAll, &QAction::triggered, this, &MainWindow::closeAll);
     connect(m_fileMenu->quit, &QAction::triggered, this, &QWidget::close);
 }
@@ -206,6 +216,8 @@ void MainWindow::connectEditMenu()
     connect(m_editMenu->copyTable, &QAction::triggered, m_table, &ComparisonTable::copyAll);
     connect(m_editMenu->copyColors, &QAction::triggered, m_colorsPanel, &ColorsPanel::copyAll);
     connect(m_editMenu->copyFinding, &QAction::triggered, this, &MainWindow::copyFinding);
+    connect(&m_finding, &FindingControl::changed, m_editMenu->copyFinding,
+            [this] { m_editMenu->copyFinding->setEnabled(!m_finding.text().isEmpty()); });
     connect(m_editMenu->copyCamera, &QAction::triggered, this, &MainWindow::copyCamera);
     connect(m_editMenu->pasteCamera, &QAction::triggered, this, &MainWindow::pasteCamera);
 }
@@ -240,17 +252,18 @@ void MainWindow::connectPanels()
     connect(&m_history, &History::restored, m_pointPanel, &PointPanel::showTolerance);
     connect(m_pointPanel, &PointPanel::openRequested, this, &MainWindow::askForPoints);
     connect(m_pointPanel, &PointPanel::maskRequested, this, &MainWindow::showMask);
-    connect(m_colorsPanel, &ColorsPanel::chosen, this, &MainWindow::showChosen);
     connect(m_colorsPanel, &ColorsPanel::saveRequested, this, &MainWindow::askWhereToSaveColors);
     connect(&m_comparison, &QAbstractItemModel::modelReset, this, [this] {
-        m_panels.comparison->setWindowTitle(m_comparison.rowCount() > 1
-                                                ? tr("Comparison with %1").arg(m_comparison.activeTitle())
-                                                : tr("Comparison"));
+        constexpr int maxTitle = 240; // pixels; the menu of panels shows the title, too
+        const QString active =
+            fontMetrics().elidedText(m_comparison.activeTitle(), Qt::ElideMiddle, maxTitle);
+        m_panels.comparison->setWindowTitle(m_comparison.rowCount() > 1 ? tr("Comparison with %1").arg(active)
+                                                                        : tr("Comparison"));
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     view().setSection(m_clip->section());
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
-    connect(&view(), &KVGamutView::clicked, this, &MainWindow::inspect);
+    connect(&view(), &KVGamutView::clicked, &m_finding, &FindingControl::inspect);
     connect(m_slice, &SlicePanel::hovered, this, [this](const std::optional<QVector3D>& lab) {
         if (lab)
             statusBar()->showMessage(ShownWords::lab(*lab) + QStringLiteral("      ") +
@@ -268,89 +281,6 @@ void MainWindow::connectDrops()
     m_pointDrop.watch(m_pointPanel);
     m_pointDrop.watch(m_colorsPanel);
     connect(&m_pointDrop, &FileDrop::dropped, this, &MainWindow::addPoints);
-}
-
-void MainWindow::showKeys()
-{
-    auto* list = new KeyList(KeyList::groupsOf(*menuBar()), this);
-    list->setAttribute(Qt::WA_DeleteOnClose);
-    list->show();
-}
-
-// --- What is under the pointer --------------------------------------------------------------------
-
-void MainWindow::inspect(const KVHit& clicked)
-{
-    if (clicked.endsDrag)
-        return;
-    // the marker of the last finding hides what is below it
-    const bool isMarker = clicked.kind == KVHit::Kind::Marker && clicked.id == findingSet();
-    viewer().removeMarkerSet(findingSet());
-    const KVHit hit = isMarker ? view().hitAt(clicked.pixel) : clicked;
-    const bool isPoint = hit.kind == KVHit::Kind::Point || hit.kind == KVHit::Kind::Marker;
-    const auto place = isPoint ? m_points.placeOf(hit.id, hit.index) : std::nullopt;
-    const auto finding = m_inspector.describe(hit);
-    m_colorsPanel->deselect();
-    if (place && m_checks.colorAt(*place) >= 0)
-        m_colorsPanel->select(m_checks.colorAt(*place));
-    else if (finding)
-        showFinding(*finding, {});
-    else
-        forgetFinding();
-}
-
-/// Marks the colour, and draws a line to the nearest place on the surface of the active gamut.
-void MainWindow::showFinding(const Inspector::Finding& finding, const std::optional<QVector3D>& nearest)
-{
-    m_finding->show(finding.lab, finding.text);
-    m_editMenu->copyFinding->setEnabled(true);
-    const QColor mark = finding.lab.x() > 50.0f ? Qt::black : Qt::white;
-    viewer().addMarkerSet(findingSet(), KVGamut3DViewer::Sphere, {{mark, finding.lab}}, findingSize, 1.0f);
-    viewer().removeSegmentSet(findingSet());
-    if (nearest)
-        viewer().addSegmentSet(findingSet(), {{{mark, finding.lab}, {mark, *nearest}}});
-    m_slice->setMark(SlicePanel::Mark{finding.lab, nearest});
-}
-
-void MainWindow::forgetFinding()
-{
-    viewer().removeMarkerSet(findingSet());
-    viewer().removeSegmentSet(findingSet());
-    m_slice->setMark({});
-    m_editMenu->copyFinding->setEnabled(false);
-    m_finding->clear();
-}
-
-/// Follows the table of colours: its current row, and the results for it.
-void MainWindow::showChosen(std::optional<qsizetype> color)
-{
-    if (!color) {
-        if (m_chosen)
-            forgetFinding();
-        m_chosen.reset();
-        return;
-    }
-    const Inspector::Finding finding = m_inspector.describe(m_checks.place(*color));
-    const Chosen chosen{*color, finding.text, nearestOf(*color)};
-    if (m_chosen == chosen)
-        return;
-    m_chosen = chosen;
-    showFinding(finding, chosen.nearest);
-}
-
-/// On the surface of the active gamut: outside by CIEDE2000, as in the table, inside by the distance in Lab.
-std::optional<QVector3D> MainWindow::nearestOf(qsizetype color) const
-{
-    const int row = m_gamuts.activeRow();
-    const auto* check =
-        row < 0 || row >= m_gamuts.rowCount() ? nullptr : m_checks.check(m_gamuts.at(row).revision, color);
-    if (!check)
-        return {};
-    if (check->distance > 0.0f)
-        return vectorOf(check->nearest);
-    const KVGamut::LabPoint lab = m_checks.point(color).lab;
-    const std::array<float, 3> values{lab.L, lab.a, lab.b};
-    return vectorOf(m_gamuts.at(row).gamut.nearest(values.data()).point);
 }
 
 KVProfilePtr MainWindow::profileOf(const QString& id) const
@@ -371,21 +301,39 @@ void MainWindow::showViewState()
     const KVViewState state = view().state();
     m_viewMenu->showState(state);
     m_clip->setClip(state.clipping);
-    m_clip->setSection(view().section().plane);
+    const KVSection section = view().section();
+    m_clip->setSection(section.hue ? std::optional(m_clip->lightness()) : section.plane);
     m_viewMenu->sectionColors->setChecked(m_slice->isColored());
+    m_viewMenu->showSectionKind(m_slice->kind());
+    m_sectionBar->showState();
     m_slice->setLightness(m_clip->lightness());
 }
 
 void MainWindow::applyClip()
 {
     view().setClipping(m_clip->clip());
-    view().setSection(m_clip->section());
+    view().setSection(shownSection());
     m_slice->setLightness(m_clip->lightness());
+}
+
+/// The section in the view is of the same kind as that of the panel.
+KVSection MainWindow::shownSection() const
+{
+    KVSection section = m_clip->section();
+    if (section.plane && m_slice->kind() == SectionKind::Hue) {
+        section.plane.reset();
+        section.hue = m_slice->hue();
+    }
+    return section;
 }
 
 void MainWindow::showPage()
 {
-    m_pages->setCurrentIndex(m_gamuts.rowCount() + m_points.rowCount() > 0 ? 1 : 0);
+    const bool hasGamuts = m_gamuts.rowCount() > 0;
+    const bool hasPoints = m_points.rowCount() > 0;
+    m_pages->setCurrentIndex(hasGamuts || hasPoints ? 1 : 0);
+    m_fileMenu->showContent(hasGamuts, hasPoints);
+    m_editMenu->showContent(hasGamuts, hasPoints);
     QStringList titles;
     for (const GamutEntry& entry : m_gamuts.entries())
         titles.append(entry.title);
@@ -443,8 +391,9 @@ void MainWindow::recallLast(const QSize& size, bool withBackground)
         resize(fitting(size));
 }
 
-void MainWindow::keepForNext() const
+void MainWindow::keepForNext()
 {
+    m_presentation->setOn(false);
     memory().write();
 }
 
@@ -474,7 +423,9 @@ void MainWindow::showEvent(QShowEvent* event)
 
 void MainWindow::cancelOrDismiss()
 {
-    if (m_loader.isBusy())
+    if (m_presentation->isOn())
+        m_presentation->setOn(false);
+    else if (m_loader.isBusy())
         cancelLoading();
     else
         m_messages->dismiss();

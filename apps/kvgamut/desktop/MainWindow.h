@@ -10,7 +10,7 @@
 #include "desktop/models/GamutQueue.h"
 #include "desktop/models/History.h"
 #include "desktop/models/PointLayer.h"
-#include "desktop/panels/Inspector.h"
+#include "desktop/panels/FindingControl.h"
 #include "desktop/panels/PanelLayout.h"
 #include "desktop/panels/SlicePanel.h"
 #include "desktop/view/AnnotationBinding.h"
@@ -24,15 +24,21 @@ class CameraControl;
 class ClipControl;
 class ColorsPanel;
 class ComparisonTable;
+class CoverageTable;
 class EditMenu;
 class FileMenu;
 class FindingPanel;
+class GamutMenu;
 class GamutPanel;
+class HelpMenu;
+class KeyboardCursor;
 class MessageBar;
 class PointPanel;
+class Presentation;
 class QProgressBar;
 class QStackedWidget;
 class QToolButton;
+class SectionBar;
 class ViewMenu;
 struct WindowMemory;
 
@@ -85,8 +91,10 @@ public:
     void saveColors(const QString& file);
     /// Writes a page that shows the gamuts in a browser, as `kvgamut export` does, in the background.
     void savePage(const QString& file);
-    void copyFinding() const;
-    void copyCamera() const;
+    /// Writes the active gamut as a mesh or a saved gamut, in the background.
+    void saveGamut(const QString& file);
+    void copyFinding();
+    void copyCamera();
     void pasteCamera();
     void cancelLoading();
     /// @}
@@ -107,7 +115,7 @@ public:
     void recall(const WindowMemory& memory);
     /// The same from the user's settings. @param size instead of the kept one, if it is not empty
     void recallLast(const QSize& size, bool withBackground);
-    void keepForNext() const;     ///< memory() in the user's settings
+    void keepForNext();           ///< memory() in the user's settings
     static void ignoreSettings(); ///< from now on: neither reads nor writes any
     /// Shows all panels at their first places.
     void resetPanels();
@@ -148,20 +156,29 @@ private:
     void askWhereToSaveSection();
     void askWhereToSavePage();
     void askWhereToSaveColors();
+    void askWhereToSaveGamut();
     void writeInBackground(const QString& file, const QFuture<std::optional<Problem>>& problem);
     void closeAll();
     void cancelSession();
     bool restore(const Result<Session>& session, const QString& file);
     void remember(const QString& file);
+    void sayBriefly(const QString& message);
     bool isSaved(const QString& file, const std::optional<Problem>& failure);
+    void connectGamutMenu();
+    void connectViewMenu();
+    void connectHelpMenu();
+    void connectCursor();
     void showKeys();
+    void findCommand();
+    void showInformation();
+    void showCoverage();
+    void showAbout();
+    void setSectionKind(SectionKind kind);
+    void turnHue(float degrees);
+    void sayPlace(const QVector3D& cursor);
 
     void applyClip();
-    void inspect(const KVHit& hit);
-    void forgetFinding();
-    void showChosen(std::optional<qsizetype> color);
-    std::optional<QVector3D> nearestOf(qsizetype color) const;
-    void showFinding(const Inspector::Finding& finding, const std::optional<QVector3D>& nearest);
+    KVSection shownSection() const;
     KVProfilePtr profileOf(const QString& id) const;
     void cancelOrDismiss();
     void showMask(int row);
@@ -179,20 +196,10 @@ private:
     ColorChecks m_checks;
     ColorTable m_colors;
     ComparisonModel m_comparison;
-    Inspector m_inspector;
     FileDrop m_drop;
     FileDrop m_pointDrop;
     KVCompletionProtocolPtr m_sessionTask; ///< of the session that is being read; may be null
     int m_unwritten = 0;                   ///< files that are being written
-    /// The row of the table of colours whose colour is shown.
-    struct Chosen
-    {
-        qsizetype color = 0;
-        QString text;
-        std::optional<QVector3D> nearest;
-        bool operator==(const Chosen&) const = default;
-    };
-    std::optional<Chosen> m_chosen;
 
     QStackedWidget* m_pages;
     MessageBar* m_messages;
@@ -201,13 +208,19 @@ private:
     PointPanel* m_pointPanel;
     ColorsPanel* m_colorsPanel;
     SlicePanel* m_slice;
+    SectionBar* m_sectionBar;
     ComparisonTable* m_table;
-    FindingPanel* m_finding;
+    FindingPanel* m_findingPanel;
+    FindingControl m_finding;
     QProgressBar* m_progress;
     QToolButton* m_cancel;
     PanelLayout m_panels{};
     CameraControl* m_camera;
     FileMenu* m_fileMenu;
     EditMenu* m_editMenu;
+    GamutMenu* m_gamutMenu;
     ViewMenu* m_viewMenu;
+    HelpMenu* m_helpMenu;
+    KeyboardCursor* m_cursor;
+    Presentation* m_presentation;
 };

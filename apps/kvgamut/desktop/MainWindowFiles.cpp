@@ -3,12 +3,13 @@
 
 #include "desktop/files/FileDialogs.h"
 #include "desktop/files/FileKind.h"
+#include "desktop/files/GamutFile.h"
 #include "desktop/files/PageFile.h"
 #include "desktop/files/RecentFiles.h"
 #include "desktop/files/SessionFile.h"
 #include "desktop/menus/FileMenu.h"
 #include "desktop/models/Threads.h"
-#include "desktop/panels/FindingPanel.h"
+#include "desktop/panels/ClipControl.h"
 #include "desktop/panels/PhotoMask.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
@@ -117,7 +118,7 @@ void MainWindow::closeAll()
 {
     m_gamuts.clear();
     m_points.clear();
-    forgetFinding();
+    m_finding.forget();
 }
 
 /// Of the photo in a row of the points, for the active gamut.
@@ -189,6 +190,13 @@ void MainWindow::askWhereToSaveColors()
         saveColors(file);
 }
 
+void MainWindow::askWhereToSaveGamut()
+{
+    const QString file = FileDialogs::gamutToSave(this);
+    if (!file.isEmpty())
+        saveGamut(file);
+}
+
 // --- Sessions -------------------------------------------------------------------------------------
 
 Session MainWindow::session() const
@@ -200,7 +208,12 @@ Session MainWindow::session() const
     session.view = m_area->view().state();
     session.view.looks.clear(); // stored with each gamut of the session instead
     session.view.settings.clear();
+    session.lightness = m_clip->lightness();
     session.section = m_area->view().section().plane;
+    session.hueLeaf = m_area->view().section().hue;
+    session.sectionKind = m_slice->kind();
+    session.sectionHue = m_slice->hue();
+    session.sectionFixed = m_slice->isScaleFixed();
     session.sectionColors = m_slice->isColored();
     session.points = m_points.files();
     session.tolerance = m_points.tolerance();
@@ -222,8 +235,12 @@ void MainWindow::restore(const Session& session)
     m_points.setTolerance(session.tolerance);
     m_pointPanel->showTolerance();
     view().setState(session.view);
-    view().setSection({true, session.section});
+    view().setSection({true, session.section, session.hueLeaf});
+    m_slice->setKind(session.sectionKind);
+    m_slice->setHue(session.sectionHue);
+    m_slice->setScaleFixed(session.sectionFixed);
     m_slice->setColored(session.sectionColors);
+    m_clip->setLightness(session.lightness);
     keepCamera();
     showViewState();
 }
@@ -295,6 +312,19 @@ void MainWindow::savePage(const QString& file)
     writeInBackground(file, Threads::run(*QThreadPool::globalInstance(), PageFile::write, file, gamuts));
 }
 
+void MainWindow::saveGamut(const QString& file)
+{
+    const int row = m_gamuts.activeRow();
+    if (row < 0 || !m_gamuts.at(row).hasGamut()) {
+        say(Problem(ProblemCode::NoGamutToSave));
+        return;
+    }
+    const auto write = [file, gamut = m_gamuts.at(row).gamut, input = m_gamuts.at(row).input] {
+        return GamutFile::write(file, gamut, input);
+    };
+    writeInBackground(file, Threads::run(*QThreadPool::globalInstance(), write));
+}
+
 void MainWindow::saveColors(const QString& file)
 {
     const auto write = [file, table = m_colors.table()] {
@@ -323,25 +353,38 @@ bool MainWindow::isSaved(const QString& file, const std::optional<Problem>& fail
     if (failure)
         say(*failure);
     else
-        statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(file)), 5000);
+        sayBriefly(tr("Saved %1").arg(QDir::toNativeSeparators(file)));
     return !failure;
 }
 
 void MainWindow::copyPicture()
 {
     const QImage picture = viewer().picture();
-    if (!picture.isNull())
-        QGuiApplication::clipboard()->setImage(picture);
+    if (picture.isNull()) {
+        say(Problem(ProblemCode::NoPictureToSave));
+        return;
+    }
+    QGuiApplication::clipboard()->setImage(picture);
+    sayBriefly(tr("Copied the picture: %1 x %2 pixels").arg(picture.width()).arg(picture.height()));
 }
 
-void MainWindow::copyFinding() const
+/// For a few seconds, in the status bar.
+void MainWindow::sayBriefly(const QString& message)
 {
-    QGuiApplication::clipboard()->setText(m_finding->text());
+    constexpr int duration = 5000; // ms
+    statusBar()->showMessage(message, duration);
 }
 
-void MainWindow::copyCamera() const
+void MainWindow::copyFinding()
+{
+    QGuiApplication::clipboard()->setText(m_finding.text());
+    sayBriefly(tr("Copied the clicked colour"));
+}
+
+void MainWindow::copyCamera()
 {
     QGuiApplication::clipboard()->setText(CameraText::write(m_camera->camera()));
+    sayBriefly(tr("Copied the camera"));
 }
 
 void MainWindow::pasteCamera()

@@ -63,7 +63,7 @@ TEST_F(Comparing, namesProfileIntentAndWhite)
     open({QStringLiteral("sRGB")});
     EXPECT_EQ(plain(0, ComparisonModel::Name), QStringLiteral("sRGB"));
     EXPECT_EQ(plain(0, ComparisonModel::Intent), QStringLiteral("Absolute colorimetric"));
-    EXPECT_EQ(plain(0, ComparisonModel::White), QStringLiteral("100.0  0.0  0.0"));
+    EXPECT_EQ(plain(0, ComparisonModel::White), QStringLiteral("100.0\t0.0\t0.0"));
     // the limit of finer and finer surfaces of these primaries, see docs/COLOUR.md
     EXPECT_NEAR(number(0, ComparisonModel::Volume), 833'124.0, 20.0);
     EXPECT_LE(number(0, ComparisonModel::Uncertainty), 400.0);
@@ -142,7 +142,10 @@ TEST_F(Comparing, copiesTabSeparatedText)
     const QStringList lines = comparison.toTsv().split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 3); // titles and two gamuts
     for (const QString& line : lines)
-        EXPECT_EQ(line.count(QLatin1Char('\t')), ComparisonModel::ColumnCount - 1);
+        EXPECT_EQ(line.count(QLatin1Char('\t')), ComparisonModel::ColumnCount - 1 + 2)
+            << "white is L*, a*, b*";
+    EXPECT_TRUE(lines[0].contains(QStringLiteral("\tWhite L*\tWhite a*\tWhite b*\t")));
+    EXPECT_TRUE(lines[1].contains(QStringLiteral("\t100.0\t0.0\t0.0\t")));
     const QModelIndexList cells{comparison.index(1, ComparisonModel::CoversActive),
                                 comparison.index(0, ComparisonModel::Name),
                                 comparison.index(1, ComparisonModel::Name)};

@@ -294,25 +294,43 @@ TEST_F(Points, cancelTheWorkOnFilesThatAreRemoved)
     EXPECT_EQ(failures.count(), 0);
 }
 
+TEST_F(Points, areFoundByTheirHue)
+{
+    // hues 45, 49 (1.4 from the leaf at 45) and 225 degrees
+    points.open(write(QStringLiteral("hues.csv"), "L,a,b\n60,20,20\n50,15.1,13.1\n40,-20,-20\n50,0.5,0\n"));
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    ASSERT_TRUE(finish());
+    const auto lightness = [this](double hue) {
+        QList<float> all;
+        for (const PointLayer::Judged& point : points.near({SlicePlane::Hue, hue}, 2.0))
+            all.append(point.point->lab.L);
+        return all;
+    };
+    EXPECT_EQ(lightness(45.0), (QList<float>{60.0f, 50.0f, 50.0f})); // greys are in every leaf
+    EXPECT_EQ(lightness(225.0), (QList<float>{40.0f, 50.0f}));
+    EXPECT_EQ(lightness(135.0), QList<float>{50.0f});
+}
+
 TEST_F(Points, areFoundByTheirLightness)
 {
     points.open(write(QStringLiteral("two.csv"), "L,a,b\n60,-80,60\n90,0,0\n"));
     points.open(write(QStringLiteral("one.csv"), "L,a,b\n62,0,0\n"));
     ASSERT_TRUE(finish());
-    EXPECT_TRUE(points.near(60.0, 5.0).empty()); // without a gamut
+    EXPECT_TRUE(points.near({SlicePlane::Lightness, 60.0}, 5.0).empty()); // without a gamut
     gamuts.add(QStringLiteral("sRGB"), {}, {});
     gamuts.add(QStringLiteral("ProPhoto"), {}, {});
     ASSERT_TRUE(finish());
-    const auto inSrgb = points.near(60.0, 5.0);
+    const auto inSrgb = points.near({SlicePlane::Lightness, 60.0}, 5.0);
     ASSERT_EQ(inSrgb.size(), 2u);
     EXPECT_EQ(inSrgb[0].point->lab.a, -80.0f);
     EXPECT_FALSE(inSrgb[0].isInside);
     EXPECT_TRUE(inSrgb[1].isInside);
-    EXPECT_EQ(points.near(60.0, 1.0).size(), 1u);
+    EXPECT_EQ(points.near({SlicePlane::Lightness, 60.0}, 1.0).size(), 1u);
     gamuts.setActiveRow(1);
-    EXPECT_TRUE(points.near(60.0, 5.0).empty()); // until ProPhoto has classified them
+    for (const PointLayer::Judged& point : points.near({SlicePlane::Lightness, 60.0}, 5.0))
+        EXPECT_TRUE(point.isInside) << "what sRGB says does not count any more";
     ASSERT_TRUE(finish());
-    const auto inProPhoto = points.near(60.0, 5.0);
+    const auto inProPhoto = points.near({SlicePlane::Lightness, 60.0}, 5.0);
     ASSERT_EQ(inProPhoto.size(), 2u);
     EXPECT_TRUE(inProPhoto[0].isInside);
 }

@@ -40,7 +40,12 @@ Session everything()
     session.view.clipping = 62.5f;
     session.view.light = {7, 8, 9};
     session.view.lightColor = QColor(250, 240, 230);
+    session.lightness = 72.5f;
     session.section = 37.5f;
+    session.hueLeaf = 120.5f;
+    session.sectionKind = SectionKind::Hue;
+    session.sectionHue = 210.5f;
+    session.sectionFixed = true;
     session.sectionColors = true;
     session.points = {QStringLiteral("/data/job/chart.ti3"), QStringLiteral("/elsewhere/photo.jpg")};
     session.tolerance = 2.5f;
@@ -101,6 +106,18 @@ TEST(Session, isReadBackAsItWasWritten)
     EXPECT_EQ(read(plain.toJson(folder)).value(), plain);
 }
 
+TEST(Session, takesTheLightnessOfTheCutFromEarlierVersions)
+{
+    const auto lightnessOf = [](const QByteArray& view) {
+        return read("{\"kvgamutSession\": 1, \"view\": " + view + "}").value().lightness;
+    };
+    EXPECT_EQ(lightnessOf(R"({"clip": 72.5})"), 72.5f);
+    EXPECT_EQ(lightnessOf(R"({"section": 30})"), 30.0f);
+    EXPECT_EQ(lightnessOf(R"({"clip": 72.5, "lightness": 20})"), 20.0f);
+    EXPECT_EQ(lightnessOf("{}"), 50.0f);
+    EXPECT_EQ(lightnessOf(R"({"clip": 900})"), 100.0f);
+}
+
 TEST(Session, findsFilesBesideItAfterAMove)
 {
     const auto moved = read(everything().toJson(folder), QDir(QStringLiteral("/new/place")));
@@ -150,7 +167,7 @@ TEST(Session, refusesOtherFiles)
 TEST(Session, refusesUnknownVersions)
 {
     expectProblem(problemWith([](QJsonObject& json) { json[QLatin1String("kvgamutSession")] = 2; }),
-                  ProblemCode::SessionNotInRange, {"kvgamutSession", "1", "1"});
+                  ProblemCode::SessionNewer, {"2", "1"});
 }
 
 TEST(Session, namesTheInvalidValueAndWhatItMustBe)
@@ -163,6 +180,12 @@ TEST(Session, namesTheInvalidValueAndWhatItMustBe)
     expectProblem(problemOfGamut("color", QStringLiteral("reddish")), ProblemCode::SessionNotColor,
                   {"gamuts[0].color"});
     expectProblem(problemOfGamut("input", QString()), ProblemCode::SessionNotName, {"gamuts[0].input"});
+    expectProblem(problemOfView("lightness", 101), ProblemCode::SessionNotInRange,
+                  {"view.lightness", "0", "100"});
+    expectProblem(problemOfView("sectionHue", -1), ProblemCode::SessionNotInRange,
+                  {"view.sectionHue", "0", "360"});
+    expectProblem(problemOfView("sectionKind", QStringLiteral("blue")), ProblemCode::SessionNotOneOf,
+                  {"view.sectionKind", "lightness, hue, rings"});
     expectProblem(problemOfView("section", 101), ProblemCode::SessionNotInRange,
                   {"view.section", "0", "100"});
     expectProblem(problemOfView("clip", QStringLiteral("high")), ProblemCode::SessionNotInRange,

@@ -11,6 +11,7 @@
 #include <QtGui/QColorSpace>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QColorDialog>
+#include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QFileDialog>
@@ -72,15 +73,17 @@ TEST_F(Actions, openTheChosenFiles)
     EXPECT_EQ(inputs(), (QStringList{cmyk, cmyk}));
 }
 
-TEST_F(Actions, openNothingWhenTheDialogIsCancelled)
+TEST_F(Actions, openAndWriteNothingWhenTheDialogIsCancelled)
 {
+    open({QStringLiteral("sRGB"), write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n")});
     const auto cancel = [](QFileDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
-    for (const char* name : {"open", "openPoints", "openSession", "saveSession", "saveSection", "savePage"})
+    for (const char* name : {"open", "openPoints", "openSession", "saveSession", "saveSection", "savePage",
+                             "saveGamut", "saveColors"})
         EXPECT_TRUE(answered<QFileDialog>([&] { action(name).trigger(); }, cancel)) << name;
     EXPECT_TRUE(
         answered<PictureDialog>([&] { action("savePicture").trigger(); },
                                 [](PictureDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
-    EXPECT_EQ(window.gamuts().rowCount() + window.points().rowCount(), 0);
+    EXPECT_EQ(window.gamuts().rowCount() + window.points().rowCount(), 2);
     EXPECT_FALSE(control<QWidget>("messageBar").isVisible());
 }
 
@@ -335,7 +338,7 @@ TEST_F(Actions, openTheKeyListByEachKey)
         press(key);
         auto* list = window.findChild<KeyList*>();
         ASSERT_NE(list, nullptr) << key;
-        list->findChild<QPushButton*>()->click();
+        list->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Close)->click();
         ASSERT_TRUE(kvtest::spinUntil([&] { return window.findChild<KeyList*>() == nullptr; }));
     }
 }

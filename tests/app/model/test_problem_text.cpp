@@ -62,6 +62,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::SessionSamePoint:
     case ProblemCode::NoPlatformPlugin:
     case ProblemCode::NothingDrawn:
+    case ProblemCode::SessionNewer:
     case ProblemCode::ReferenceSizeDiffers:
     case ProblemCode::ReferenceDiffers:
         return 2;
@@ -144,6 +145,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::NotASession:
     case ProblemCode::SectionFormatUnknown:
     case ProblemCode::PageFormatUnknown:
+    case ProblemCode::MeshFormatUnknown:
     case ProblemCode::NoGamutToSave:
     case ProblemCode::NoPictureToSave:
     case ProblemCode::NoDisplayForWindow:

@@ -108,3 +108,11 @@ QString FileDialogs::colorsToSave(QWidget* parent)
 {
     return fileToSave(parent, Words::tr("Save table of colours"), Words::tr("Tables (*.csv)"), "csv");
 }
+
+QString FileDialogs::gamutToSave(QWidget* parent)
+{
+    return fileToSave(parent, Words::tr("Save gamut as mesh"),
+                      filters({Words::tr("Meshes (*.ply *.obj *.stl *.gltf *.x3d *.json)"),
+                               Words::tr("Saved gamuts (*.kvgamut)"), Words::tr("Profiles (*.icc)")}),
+                      "ply");
+}

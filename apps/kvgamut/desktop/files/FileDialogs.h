@@ -20,5 +20,6 @@ QString pictureToSave(QWidget* parent);
 QString sectionToSave(QWidget* parent);
 QString pageToSave(QWidget* parent);
 QString colorsToSave(QWidget* parent);
+QString gamutToSave(QWidget* parent);
 
 } // namespace FileDialogs

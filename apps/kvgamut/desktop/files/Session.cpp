@@ -47,6 +47,14 @@ const Words& modeWords()
     return words;
 }
 
+const Words& sectionWords()
+{
+    static const Words words{{QStringLiteral("lightness"), static_cast<int>(SectionKind::Lightness)},
+                             {QStringLiteral("hue"), static_cast<int>(SectionKind::Hue)},
+                             {QStringLiteral("rings"), static_cast<int>(SectionKind::Rings)}};
+    return words;
+}
+
 QString wordOf(const Words& words, int value)
 {
     for (const auto& [word, meaning] : words)
@@ -332,7 +340,13 @@ QByteArray Session::toJson(const QDir& folder) const
     for (const QString& file : points)
         pointList.append(fromFolder(file, folder));
     QJsonObject viewObject = jsonOf(view);
+    viewObject.insert(QStringLiteral("lightness"), lightness);
     viewObject.insert(QStringLiteral("sectionColors"), sectionColors);
+    viewObject.insert(QStringLiteral("sectionKind"), wordOf(sectionWords(), static_cast<int>(sectionKind)));
+    viewObject.insert(QStringLiteral("sectionHue"), sectionHue);
+    viewObject.insert(QStringLiteral("sectionFixed"), sectionFixed);
+    if (hueLeaf)
+        viewObject.insert(QStringLiteral("hueLeaf"), *hueLeaf);
     if (section)
         viewObject.insert(QStringLiteral("section"), *section);
     const QJsonObject json{
@@ -351,7 +365,10 @@ Result<Session> Session::fromJson(const QByteArray& json, const QDir& folder)
     std::optional<Problem> problem;
     const Reader reader(object, {}, problem);
     int found = 0;
-    reader.read(versionKey, found, version, version);
+    reader.read(versionKey, found, 1, std::numeric_limits<int>::max());
+    if (found > version)
+        return failure(
+            Problem(ProblemCode::SessionNewer, {QString::number(found), QString::number(version)}));
 
     Session session;
     const QJsonArray gamutList = reader.array("gamuts");
@@ -363,8 +380,18 @@ Result<Session> Session::fromJson(const QByteArray& json, const QDir& folder)
     const Reader view = reader.group("view");
     session.view = viewOf(view);
     view.read("sectionColors", session.sectionColors);
+    view.read("sectionKind", session.sectionKind, sectionWords());
+    view.read("sectionHue", session.sectionHue, 0, 360);
+    view.read("sectionFixed", session.sectionFixed);
+    if (view.has("hueLeaf"))
+        view.read("hueLeaf", session.hueLeaf.emplace(), 0, 360);
     if (view.has("section"))
         view.read("section", session.section.emplace(), 0, 100);
+    if (view.has("lightness")) // earlier versions wrote it only where it cut or was shown
+        view.read("lightness", session.lightness, 0, 100);
+    else
+        session.lightness =
+            std::clamp(session.view.clipping.value_or(session.section.value_or(50.0f)), 0.0f, 100.0f);
     const QStringList files = reader.strings("points");
     for (const QString& file : files)
         session.points.append(QDir::cleanPath(folder.absoluteFilePath(file)));

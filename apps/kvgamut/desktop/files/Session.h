@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/GamutEntry.h"
+#include "desktop/models/SectionKind.h"
 #include "model/problems/Result.h"
 
 #include <KVGamutView.h>
@@ -27,10 +28,15 @@ struct Session
     QList<Gamut> gamuts;
     int active = 0;
     KVViewState view;             ///< without looks and settings, which `gamuts` has
+    float lightness = 50.0f;      ///< L* of the section, whether or not it cuts
     std::optional<float> section; ///< L* of the section that is shown without cutting
-    bool sectionColors = false;   ///< whether the section panel is filled with colours
-    QStringList points;           ///< files of points and pictures, by their absolute paths
-    float tolerance = 1.0f;       ///< see PointLayer::tolerance()
+    std::optional<float> hueLeaf; ///< hue angle of the section that is shown without cutting
+    SectionKind sectionKind = SectionKind::Lightness; ///< what the section panel draws
+    float sectionHue = 0.0f;                          ///< hue angle of the section panel, degrees
+    bool sectionFixed = false;                        ///< whether all sections have the same scale
+    bool sectionColors = false;                       ///< whether the section panel is filled with colours
+    QStringList points;     ///< files of points and pictures, by their absolute paths
+    float tolerance = 1.0f; ///< see PointLayer::tolerance()
 
     /// Indented JSON. Files in @p folder or below are named relative to it, so that the folder can be moved
     /// together with the session.

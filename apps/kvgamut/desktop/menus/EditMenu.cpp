@@ -24,6 +24,13 @@ EditMenu::EditMenu(QUndoStack& steps, QWidget* parent) : QMenu(tr("&Edit"), pare
     copyFinding->setEnabled(false);
 }
 
+void EditMenu::showContent(bool gamuts, bool points)
+{
+    copyPicture->setEnabled(gamuts || points);
+    copyTable->setEnabled(gamuts);
+    copyColors->setEnabled(points);
+}
+
 void EditMenu::addStep(const char* name, QAction* action, const QKeySequence& key)
 {
     action->setObjectName(QLatin1String(name));

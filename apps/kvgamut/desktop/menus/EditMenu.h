@@ -11,6 +11,9 @@ class EditMenu : public QMenu
 public:
     EditMenu(QUndoStack& steps, QWidget* parent);
 
+    /// Enables what can be copied of the gamuts and points that are shown.
+    void showContent(bool gamuts, bool points);
+
     QAction* copyPicture;
     QAction* copyTable;
     QAction* copyColors;

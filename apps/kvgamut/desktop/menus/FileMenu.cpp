@@ -27,11 +27,23 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
         add(*this, "saveSection", tr("Save sec&tion…"), QKeySequence(QStringLiteral("Ctrl+Shift+E")));
     savePage =
         add(*this, "savePage", tr("Save pa&ge to send…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+    saveGamut =
+        add(*this, "saveGamut", tr("Save gamut as &mesh…"), QKeySequence(QStringLiteral("Ctrl+Shift+G")));
     saveColors =
         add(*this, "saveColors", tr("Save t&able of colours…"), QKeySequence(QStringLiteral("Ctrl+Alt+E")));
     addSeparator();
     closeAll = add(*this, "closeAll", tr("&Close everything"), QKeySequence(QStringLiteral("Ctrl+W")));
     quit = add(*this, "quit", tr("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")));
+}
+
+void FileMenu::showContent(bool gamuts, bool points)
+{
+    for (QAction* action : {saveSession, savePicture, closeAll})
+        action->setEnabled(gamuts || points);
+    savePage->setEnabled(gamuts);
+    saveGamut->setEnabled(gamuts);
+    saveSection->setEnabled(gamuts);
+    saveColors->setEnabled(points);
 }
 
 void FileMenu::addBuiltIn()

@@ -17,10 +17,13 @@ public:
     QAction* savePicture;
     QAction* saveSection;
     QAction* saveColors;
+    QAction* saveGamut;
     QAction* savePage;
     QAction* closeAll;
     QAction* quit;
 
+    /// Enables what can be done with the gamuts and points that are shown.
+    void showContent(bool gamuts, bool points);
     /// Updates the list of recent files. Their shortcuts work before the menu is opened.
     void showRecentFiles();
 

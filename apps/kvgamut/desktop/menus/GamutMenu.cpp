@@ -33,6 +33,11 @@ GamutMenu::GamutMenu(GamutListModel& model, QWidget* parent) : QMenu(tr("&Gamut"
 {
     m_next = add(*this, "nextGamut", tr("&Next gamut"), QKeySequence(Qt::Key_N));
     m_remove = add(*this, "removeGamut", tr("&Remove gamut"), QKeySequence(QStringLiteral("Ctrl+Backspace")));
+    m_solo = addCheckable(*this, "solo", tr("Only this gamut"), QKeySequence(QStringLiteral("Shift+V")));
+    information = add(*this, "information", tr("Information…"), QKeySequence(QStringLiteral("Alt+Return")));
+    matrix = add(*this, "matrix", tr("Coverage of all…"), QKeySequence(QStringLiteral("Ctrl+Shift+M")));
+    connect(m_solo, &QAction::triggered, &m_model, &GamutListModel::setSolo);
+    connect(&m_model, &GamutListModel::soloChanged, m_solo, &QAction::setChecked);
     connect(m_next, &QAction::triggered, this, &GamutMenu::activateNext);
     connect(m_remove, &QAction::triggered, this, &GamutMenu::removeActive);
     addSeparator();

@@ -13,6 +13,8 @@ public:
     GamutMenu(GamutListModel& model, QWidget* parent);
 
     QAction* chooseColor; ///< connected by the window
+    QAction* information; ///< connected by the window
+    QAction* matrix;      ///< connected by the window
 
 private:
     void addIntents();
@@ -26,6 +28,7 @@ private:
 
     GamutListModel& m_model;
     QAction* m_next;
+    QAction* m_solo;
     QAction* m_remove;
     QList<QAction*> m_intents; ///< index: the number of the intent
     QAction* m_blackPoint;

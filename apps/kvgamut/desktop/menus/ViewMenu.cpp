@@ -7,6 +7,7 @@
 #include "desktop/view/AnnotationBinding.h"
 #include "desktop/view/CameraControl.h"
 
+#include <QtGui/QActionGroup>
 #include <QtWidgets/QDockWidget>
 
 using MenuActions::add;
@@ -24,6 +25,8 @@ ViewMenu::ViewMenu(KVGamutView& view, AnnotationBinding& annotations, CameraCont
     addSeparator();
     addPanels(panels);
     fullScreen = addCheckable(*this, "fullScreen", tr("F&ull screen"), QKeySequence(Qt::Key_F11));
+    present = addCheckable(*this, "present", tr("Present"), QKeySequence(Qt::Key_F12));
+    present->setToolTip(tr("Only the view and the legend, in large type; Esc returns"));
 }
 
 void ViewMenu::addCamera()
@@ -72,12 +75,39 @@ void ViewMenu::addSection(ClipControl& clip)
         add(*this, "raiseCut", tr("Lighter section"), QKeySequence(QStringLiteral("Ctrl+Up")));
     const QAction* lower =
         add(*this, "lowerCut", tr("Darker section"), QKeySequence(QStringLiteral("Ctrl+Down")));
+    addSectionKinds();
+    cursor = addCheckable(*this, "cursor", tr("Colour cursor"), QKeySequence(Qt::Key_K));
+    cursor->setToolTip(tr("Chooses colours with the keyboard: arrow keys, Page Up, Page Down, Enter"));
     connect(m_cut, &QAction::triggered, &clip, &ClipControl::setCutting);
     connect(m_section, &QAction::triggered, &clip, &ClipControl::setSectionShown);
     connect(raise, &QAction::triggered, &clip, [&clip] { clip.step(1); });
     connect(lower, &QAction::triggered, &clip, [&clip] { clip.step(-1); });
     connect(&clip, &ClipControl::changed, m_cut,
             [this, &clip] { m_cut->setChecked(clip.clip().has_value()); });
+}
+
+/// What the section panel draws.
+void ViewMenu::addSectionKinds()
+{
+    QMenu* menu = addMenu(tr("Section panel"));
+    auto* group = new QActionGroup(this);
+    const auto addKind = [&](const char* name, const QString& text, const char* key, SectionKind kind) {
+        QAction* action = addCheckable(*menu, name, text, QKeySequence(QLatin1String(key)));
+        connect(action, &QAction::triggered, this, [this, kind] { Q_EMIT sectionKindChosen(kind); });
+        group->addAction(action);
+        m_sectionKinds.append(action);
+    };
+    addKind("sectionOfLightness", tr("At a &lightness"), "Shift+G", SectionKind::Lightness);
+    addKind("sectionOfHue", tr("At a &hue"), "Shift+H", SectionKind::Hue);
+    addKind("sectionOfRings", tr("Gamut &rings"), "Shift+R", SectionKind::Rings);
+    menu->addSeparator();
+    nextHue = add(*menu, "nextHue", tr("&Next hue"), QKeySequence(QStringLiteral("Ctrl+Right")));
+    previousHue = add(*menu, "previousHue", tr("&Previous hue"), QKeySequence(QStringLiteral("Ctrl+Left")));
+}
+
+void ViewMenu::showSectionKind(SectionKind kind)
+{
+    m_sectionKinds[static_cast<int>(kind)]->setChecked(true);
 }
 
 void ViewMenu::addSurroundings()
@@ -102,10 +132,18 @@ void ViewMenu::addPanels(const QList<QDockWidget*>& panels)
     int number = 0;
     for (const QDockWidget* panel : panels) {
         QAction* action = panel->toggleViewAction();
+        action->setObjectName(panel->objectName() + QStringLiteral("Shown"));
         action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Alt+%1").arg(++number)));
         addAction(action);
     }
     resetPanels = add(*this, "resetPanels", tr("Reset panels"), QKeySequence(QStringLiteral("Ctrl+Alt+0")));
+}
+
+void ViewMenu::addTools(QAction& action)
+{
+    action.setObjectName(QStringLiteral("toolsShown"));
+    action.setShortcut(QKeySequence(QStringLiteral("Ctrl+Alt+T")));
+    insertAction(resetPanels, &action);
 }
 
 void ViewMenu::showState(const KVViewState& state)
@@ -117,7 +155,8 @@ void ViewMenu::showState(const KVViewState& state)
     m_grid->setChecked(state.grid);
     m_plane->setChecked(state.plane);
     m_cut->setChecked(state.clipping.has_value());
-    m_section->setChecked(m_view.section().plane.has_value());
+    const KVSection section = m_view.section();
+    m_section->setChecked(section.plane || section.hue);
     m_background->showBackground(state.theme.background);
     m_light->showPosition(state.light);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "desktop/models/SectionKind.h"
+
 #include <KVGamutView.h>
 
 #include <QtWidgets/QMenu>
@@ -20,9 +22,25 @@ public:
     ViewMenu(KVGamutView& view, AnnotationBinding& annotations, CameraControl& camera, ClipControl& clip,
              const QList<QDockWidget*>& panels, QWidget* parent);
 
-    QAction* fullScreen;    ///< connected by the window
-    QAction* sectionColors; ///< connected by the window
-    QAction* resetPanels;   ///< connected by the window
+    /// @name Connected by the window
+    /// @{
+    QAction* fullScreen;
+    QAction* present;
+    QAction* cursor;
+    QAction* sectionColors;
+    QAction* nextHue;
+    QAction* previousHue;
+    QAction* resetPanels;
+    /// @}
+
+Q_SIGNALS:
+    void sectionKindChosen(SectionKind kind);
+
+public:
+    /// Adds the action that shows and hides the bar of tools.
+    void addTools(QAction& action);
+    /// Checks the action of what the section panel draws.
+    void showSectionKind(SectionKind kind);
 
     /// Checks the actions that @p state corresponds to.
     void showState(const KVViewState& state);
@@ -31,6 +49,7 @@ private:
     void addCamera();
     void addDirections();
     void addSection(ClipControl& clip);
+    void addSectionKinds();
     void addSurroundings();
     void addPanels(const QList<QDockWidget*>& panels);
 
@@ -40,6 +59,7 @@ private:
     QAction* m_orthogonal;
     QAction* m_cut;
     QAction* m_section;
+    QList<QAction*> m_sectionKinds; ///< index: SectionKind
     QAction* m_axes;
     QAction* m_grid;
     QAction* m_plane;

@@ -31,9 +31,9 @@ QList<float> opacitiesOf(const QList<KVGamut::GamutObject>& gamuts)
 QList<quint64> shownRevisions(const GamutListModel& gamuts)
 {
     QList<quint64> revisions;
-    for (const GamutEntry& entry : gamuts.entries())
-        if (entry.hasGamut() && entry.look.visible)
-            revisions.append(entry.revision);
+    for (int row = 0; row < gamuts.rowCount(); ++row)
+        if (gamuts.at(row).hasGamut() && gamuts.isSeen(row))
+            revisions.append(gamuts.at(row).revision);
     return revisions;
 }
 

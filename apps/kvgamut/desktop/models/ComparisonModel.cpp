@@ -20,14 +20,17 @@ bool isShare(int column)
 }
 
 /// With one decimal each, and no sign before a zero.
-QString labText(const KVGamut::LabPoint& lab, const QLocale& locale)
+QString labText(const KVGamut::LabPoint& lab, const QLocale& locale, const QString& between)
 {
     const auto decimal = [&locale](float value) {
         const double rounded = std::round(static_cast<double>(value) * 10.0) / 10.0;
         return locale.toString(rounded + 0.0, 'f', 1);
     };
-    return QStringLiteral("%1  %2  %3").arg(decimal(lab.L), decimal(lab.a), decimal(lab.b));
+    return QStringList{decimal(lab.L), decimal(lab.a), decimal(lab.b)}.join(between);
 }
+
+/// A colour takes three cells in other programs.
+constexpr QLatin1Char cellEnd('\t');
 
 } // namespace
 
@@ -194,7 +197,7 @@ QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
     case Intent:
         return ShownWords::basis(entry.computedWith, entry.gamut.method());
     case White:
-        return labText(m_reports.value(entry.revision).white, locale);
+        return labText(m_reports.value(entry.revision).white, locale, QStringLiteral("  "));
     default:
         break;
     }
@@ -210,7 +213,7 @@ QString ComparisonModel::shownText(const GamutEntry& entry, int column) const
 QString ComparisonModel::plainText(const GamutEntry& entry, int column) const
 {
     if (column == White)
-        return labText(m_reports.value(entry.revision).white, QLocale::c());
+        return labText(m_reports.value(entry.revision).white, QLocale::c(), QString(cellEnd));
     if (column < Volume)
         return shownText(entry, column);
     const auto value = number(entry, column);
@@ -231,6 +234,11 @@ QVariant ComparisonModel::data(const QModelIndex& index, int role) const
         return shownText(entry, index.column());
     case PlainRole:
         return plainText(entry, index.column());
+    case SortRole:
+        return index.column() < Volume
+                   ? QVariant(index.column() == White ? QVariant(m_reports.value(entry.revision).white.L)
+                                                      : QVariant(shownText(entry, index.column())))
+                   : QVariant(number(entry, index.column()).value_or(-1.0));
     case Qt::DecorationRole:
         return index.column() == Name ? QVariant(m_gamuts.signColor(row)) : QVariant();
     case Qt::ToolTipRole:
@@ -320,14 +328,15 @@ QString ComparisonModel::toTsv(const QModelIndexList& cells, bool titles) const
     QStringList words;
     if (titles) {
         for (int column : std::as_const(columns))
-            words.append(fullTitle(column).toString());
+            words.append(column == White ? tr("White L*\tWhite a*\tWhite b*") : fullTitle(column).toString());
         lines.append(words.join(QLatin1Char('\t')));
     }
     for (int row : std::as_const(rows)) {
         words.clear();
         for (int column : std::as_const(columns)) {
             const QModelIndex cell = index(row, column);
-            words.append(cells.contains(cell) ? data(cell, PlainRole).toString() : QString());
+            const QString none = column == White ? QString(2, cellEnd) : QString();
+            words.append(cells.contains(cell) ? data(cell, PlainRole).toString() : none);
         }
         lines.append(words.join(QLatin1Char('\t')));
     }

@@ -36,6 +36,7 @@ public:
     enum Role : int
     {
         PlainRole = Qt::UserRole, ///< text for other programs: full precision, decimal point
+        SortRole,                 ///< a number, or a text; unknown numbers come first
     };
 
     explicit ComparisonModel(GamutListModel& gamuts, QObject* parent = nullptr);

@@ -143,6 +143,10 @@ void GamutListModel::remove(int row)
     endRemoveRows();
     retitle();
     Q_EMIT activeRowChanged(m_activeRow);
+    if (m_solo && m_entries.isEmpty())
+        setSolo(false);
+    else if (m_solo)
+        showAgain();
 }
 
 void GamutListModel::clear()
@@ -192,6 +196,24 @@ void GamutListModel::setActiveRow(int row)
         return;
     m_activeRow = row;
     Q_EMIT activeRowChanged(row);
+    if (m_solo)
+        showAgain();
+}
+
+void GamutListModel::setSolo(bool solo)
+{
+    if (m_solo == (solo && !m_entries.isEmpty()))
+        return;
+    m_solo = !m_solo;
+    showAgain();
+    Q_EMIT soloChanged(m_solo);
+}
+
+/// After a change of which gamuts are seen.
+void GamutListModel::showAgain()
+{
+    for (int row = 0; row < rowCount(); ++row)
+        changed(row, {LookRole});
 }
 
 void GamutListModel::changeActiveLook(const std::function<void(KVGamutLook&)>& change)

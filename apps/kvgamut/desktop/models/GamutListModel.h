@@ -59,6 +59,12 @@ public:
     /// the loader then computes; those that stay get the settings and the look of their entry.
     void restore(const QList<GamutEntry>& entries, int activeRow);
     int activeRow() const { return m_activeRow; } ///< -1 without gamuts
+    /// Shows only the active gamut, whatever the looks say. Looks and sessions do not change. Ends when the
+    /// list becomes empty.
+    void setSolo(bool solo);
+    bool isSolo() const { return m_solo; }
+    /// Whether the gamut is seen: visible by its look, or the active one of a solo.
+    bool isSeen(int row) const { return m_solo ? row == m_activeRow : m_entries[row].look.visible; }
     void setActiveRow(int row);
     /// Applies @p change to the look of the active gamut. Without an active gamut nothing happens.
     void changeActiveLook(const std::function<void(KVGamutLook&)>& change);
@@ -77,8 +83,10 @@ public:
 
 Q_SIGNALS:
     void activeRowChanged(int row);
+    void soloChanged(bool solo);
 
 private:
+    void showAgain();
     int freeKey() const;
     void insert(int row, const GamutEntry& entry);
     void adjust(int row, const GamutEntry& entry);
@@ -89,6 +97,7 @@ private:
 
     QList<GamutEntry> m_entries;
     int m_activeRow = -1;
+    bool m_solo = false;
     int m_lastNumber = 0;
     quint64 m_lastRevision = 0;
 };

@@ -440,14 +440,20 @@ std::optional<PointLayer::Place> PointLayer::placeOf(const QString& set, qsizety
     return places[index];
 }
 
-std::vector<PointLayer::Judged> PointLayer::near(double lightness, double within) const
+std::vector<PointLayer::Judged> PointLayer::near(const SlicePlane& plane, double within) const
 {
     std::vector<Judged> found;
     const GamutEntry* gamut = judgingGamut();
     for (const Layer& layer : m_layers) {
         if (!gamut || layer.judgedBy != gamut->revision)
             continue;
-        const auto items = layer.order.near(lightness, within);
+        if (plane.kind == SlicePlane::Hue) {
+            for (qsizetype i = 0; i < layer.set.points.size(); ++i)
+                if (viewOf(layer.set.points[i].lab, plane).distance <= within)
+                    found.push_back({&layer.set.points[i], layer.distances[i] <= 0.0f});
+            continue;
+        }
+        const auto items = layer.order.near(plane.value, within);
         found.reserve(found.size() + items.size());
         for (const LightnessOrder::Item& item : items)
             found.push_back({&layer.set.points[item.index], layer.distances[item.index] <= 0.0f});

@@ -5,6 +5,7 @@
 #include "model/checks/PhotoCheck.h"
 #include "model/points/LightnessOrder.h"
 #include "model/points/PointInput.h"
+#include "model/slices/GamutSlice.h"
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QThreadPool>
@@ -77,10 +78,10 @@ public:
         const MeasuredPoint* point = nullptr; ///< valid until pointsChanged()
         bool isInside = false;
     };
-    /// The points whose lightness differs from @p lightness by at most @p within, without the files that are
-    /// not classified by the active gamut yet. Its time depends on their number, not on the number of all
+    /// The points that are at most @p within dE76 from @p plane, without the files that are not classified by
+    /// the active gamut yet. For a lightness its time depends on their number, not on the number of all
     /// points.
-    std::vector<Judged> near(double lightness, double within) const;
+    std::vector<Judged> near(const SlicePlane& plane, double within) const;
 
     /// Classified points are markers with the shapes of ZoneMarker if there are at most this many points, and
     /// at most maxCubes of them at the edge. Otherwise all are points of one shape, which are cheaper to

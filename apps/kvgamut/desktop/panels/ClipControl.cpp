@@ -9,8 +9,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
-constexpr int stepsPerUnit = 2; // of the slider
-constexpr double maxLightness = 100.0;
+constexpr int maxLightness = 100;
 constexpr double defaultLightness = 50.0;
 } // namespace
 
@@ -20,10 +19,10 @@ ClipControl::ClipControl(QWidget* parent)
 {
     m_slider->setObjectName(QStringLiteral("clipSlider"));
     m_slider->setAccessibleName(tr("Lightness of the section"));
-    m_slider->setRange(0, static_cast<int>(maxLightness) * stepsPerUnit);
-    m_slider->setPageStep(5 * stepsPerUnit);
+    m_slider->setRange(0, maxLightness); // screen readers say the value of the slider
+    m_slider->setPageStep(5);
     m_slider->setTickPosition(QSlider::TicksLeft);
-    m_slider->setTickInterval(10 * stepsPerUnit);
+    m_slider->setTickInterval(10);
     m_number->setObjectName(QStringLiteral("clipNumber"));
     m_number->setAccessibleName(tr("Lightness of the section"));
     m_number->setRange(0.0, maxLightness);
@@ -43,16 +42,15 @@ ClipControl::ClipControl(QWidget* parent)
     column->addWidget(m_cut, 0, Qt::AlignHCenter);
 
     m_number->setValue(defaultLightness);
-    m_slider->setValue(static_cast<int>(defaultLightness) * stepsPerUnit);
+    m_slider->setValue(static_cast<int>(defaultLightness));
     connect(m_slider, &QSlider::valueChanged, this, [this](int value) {
         const QSignalBlocker quiet(m_number);
-        m_number->setValue(static_cast<double>(value) / stepsPerUnit);
+        m_number->setValue(value);
         Q_EMIT changed();
     });
-    connect(m_slider, &QSlider::sliderMoved, this, [this] { m_cut->setChecked(true); });
     connect(m_number, &QDoubleSpinBox::valueChanged, this, [this](double value) {
         const QSignalBlocker quiet(m_slider);
-        m_slider->setValue(qRound(value * stepsPerUnit));
+        m_slider->setValue(qRound(value));
         Q_EMIT changed();
     });
     connect(m_cut, &QCheckBox::toggled, this, &ClipControl::changed);
@@ -61,6 +59,12 @@ ClipControl::ClipControl(QWidget* parent)
 float ClipControl::lightness() const
 {
     return static_cast<float>(m_number->value());
+}
+
+void ClipControl::setLightness(float lightness)
+{
+    const QSignalBlocker quiet(this);
+    m_number->setValue(static_cast<double>(lightness));
 }
 
 std::optional<float> ClipControl::clip() const
@@ -104,5 +108,5 @@ void ClipControl::setSection(std::optional<float> plane)
 
 void ClipControl::step(int by)
 {
-    m_slider->setValue(m_slider->value() + by * stepsPerUnit);
+    m_number->setValue(m_number->value() + by);
 }

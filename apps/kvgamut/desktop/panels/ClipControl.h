@@ -20,6 +20,8 @@ public:
     explicit ClipControl(QWidget* parent = nullptr);
 
     float lightness() const;
+    /// Shows @p lightness without emitting changed().
+    void setLightness(float lightness);
     /// nullopt if the gamuts are not cut.
     std::optional<float> clip() const;
     /// Shows @p clip without emitting changed(). nullopt keeps the lightness.
@@ -31,7 +33,7 @@ public:
     void setSectionShown(bool shown);
     /// Shows @p plane as the section without emitting changed(). nullopt keeps the lightness.
     void setSection(std::optional<float> plane);
-    /// Moves the slider by @p by steps; negative is down.
+    /// Changes the lightness by @p by; negative is darker.
     void step(int by);
 
 Q_SIGNALS:

@@ -4,8 +4,10 @@
 #include <QtWidgets/QTableView>
 
 class ComparisonModel;
+class QSortFilterProxyModel;
 
-/// Shows a ComparisonModel. Selected cells can be copied as tab-separated text.
+/// Shows a ComparisonModel, sorted by the column whose title is clicked; a third click gives the order of the
+/// list of gamuts. Selected cells can be copied as tab-separated text.
 class ComparisonTable : public QTableView
 {
     Q_OBJECT
@@ -23,5 +25,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void sortNext(int column);
+
     ComparisonModel& m_model;
+    QSortFilterProxyModel* m_sorted;
 };

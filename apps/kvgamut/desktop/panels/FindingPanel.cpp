@@ -35,11 +35,6 @@ FindingPanel::FindingPanel(QWidget* parent) : QScrollArea(parent), m_label(new Q
     clear();
 }
 
-QString FindingPanel::text() const
-{
-    return m_label->text();
-}
-
 void FindingPanel::show(const QVector3D& lab, const QString& text)
 {
     m_swatch->setPixmap(ColorSymbols::swatch(labOf(lab), m_label->fontMetrics().ascent()));

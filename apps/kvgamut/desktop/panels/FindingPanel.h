@@ -13,7 +13,6 @@ class FindingPanel : public QScrollArea
 public:
     explicit FindingPanel(QWidget* parent = nullptr);
 
-    QString text() const;
     /// @param lab the colour of the swatch
     void show(const QVector3D& lab, const QString& text);
     /// Shows the hint that says what to click.

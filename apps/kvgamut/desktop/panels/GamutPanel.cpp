@@ -19,6 +19,7 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
+#include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
@@ -71,6 +72,29 @@ public:
     }
 };
 
+/// Lets names be shortened to the width of the list, and keeps the key colour of a selected gamut as it is.
+class NarrowNames : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        QPixmap swatch(option->decorationSize);
+        swatch.fill(index.data(Qt::DecorationRole).value<QColor>());
+        option->icon = QIcon(swatch);
+        option->icon.addPixmap(swatch, QIcon::Selected); // otherwise the style would tint it
+    }
+
+public:
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+};
+
 QCheckBox* makeCheckBox(const QString& name, const QString& words)
 {
     auto* box = new QCheckBox(words);
@@ -88,6 +112,8 @@ GamutPanel::GamutPanel(GamutListModel& model, QWidget* parent)
     m_list->setModel(&model);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setItemDelegate(new NarrowNames(m_list));
     auto* remove = new QAction(tr("Remove gamut"), m_list);
     remove->setShortcut(QKeySequence::Delete);
     remove->setShortcutContext(Qt::WidgetShortcut);
@@ -234,6 +260,11 @@ QWidget* GamutPanel::makeAppearance()
     return group;
 }
 
+void GamutPanel::addCommands(const QList<QAction*>& commands)
+{
+    m_list->addActions(commands);
+}
+
 void GamutPanel::chooseColor()
 {
     if (m_model.activeRow() < 0)
@@ -259,6 +290,7 @@ void GamutPanel::showActive()
     m_adaptation->setCurrentIndex(m_adaptation->findData(static_cast<int>(entry.settings.adaptation)));
     m_adaptation->setEnabled(entry.settings.intent == KVVMRenderAbsoluteColorimetric);
     m_conversion->setText(ShownWords::conversion(entry.gamut.report().conversion));
+    showGrid(entry);
     m_grid->setValue(entry.settings.gridPoints < minGridPoints ? automaticGrid : entry.settings.gridPoints);
     const int mode = entry.look.mode == KVGamut3DViewer::Solid ? KVGamut3DViewer::Smooth : entry.look.mode;
     m_mode->setCurrentIndex(m_mode->findData(mode));
@@ -269,6 +301,16 @@ void GamutPanel::showActive()
     m_projection->setChecked(entry.look.projection);
     m_primaries->setChecked(entry.look.primaries);
     paintColorButton();
+}
+
+/// The engine chooses the grid, or uses a coarser one than was asked for.
+void GamutPanel::showGrid(const GamutEntry& entry)
+{
+    const int used = entry.hasGamut() ? entry.gamut.report().gridPoints : 0;
+    const QString automatic = tr("automatic");
+    const bool isOther = used > 0 && used != entry.computedWith.gridPoints;
+    m_grid->setSpecialValueText(used > 0 ? QStringLiteral("%1 (%2)").arg(automatic).arg(used) : automatic);
+    m_grid->setSuffix(isOther ? QLatin1Char(' ') + tr("(%1 used)").arg(used) : QString());
 }
 
 void GamutPanel::paintColorButton()

@@ -26,6 +26,8 @@ public:
     QListView* list() const { return m_list; }
     /// Asks for a colour for the active gamut.
     void chooseColor();
+    /// Adds @p commands to the context menu of the list.
+    void addCommands(const QList<QAction*>& commands);
 
 Q_SIGNALS:
     void removeRequested(int row);
@@ -37,6 +39,7 @@ private:
     void showActive();
     void changeLook(const std::function<void(KVGamutLook&)>& change);
     void changeSettings(const std::function<void(KVGamut::Settings&)>& change);
+    void showGrid(const GamutEntry& entry);
     void paintColorButton();
 
     GamutListModel& m_model;

@@ -52,6 +52,12 @@ Inspector::Finding Inspector::describe(const PointLayer::Place& place) const
     return {name, lab, (QStringList{name} + linesOf(lab, {})).join(QLatin1Char('\n'))};
 }
 
+Inspector::Finding Inspector::describe(const QVector3D& lab) const
+{
+    const QString name = tr("Colour at the cursor");
+    return {name, lab, (QStringList{name} + linesOf(lab, {})).join(QLatin1Char('\n'))};
+}
+
 QString Inspector::nameOf(const KVHit& hit) const
 {
     if (hit.kind == KVHit::Kind::Gamut) {

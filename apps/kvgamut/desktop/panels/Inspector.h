@@ -39,6 +39,8 @@ public:
     std::optional<Finding> describe(const KVHit& hit) const;
     /// @param place of a point of the layer
     Finding describe(const PointLayer::Place& place) const;
+    /// Any colour, by its L*, a*, b*.
+    Finding describe(const QVector3D& lab) const;
 
 private:
     QString nameOf(const KVHit& hit) const;

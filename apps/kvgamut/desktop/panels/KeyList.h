@@ -1,29 +1,50 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QList>
-#include <QtCore/QString>
-#include <QtGui/QAction>
+#include "MenuCommands.h"
+
 #include <QtWidgets/QDialog>
 
-class QMenuBar;
+#include <functional>
 
-/// The keyboard shortcuts of the program, as a list in a non-modal dialog.
+class QKeySequenceEdit;
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+/// The keys of the program, as a list in a non-modal dialog. Those of commands can be changed.
 class KeyList : public QDialog
 {
     Q_OBJECT
 public:
-    struct Group
-    {
-        QString title;
-        QList<std::pair<QString, QString>> keys; ///< key and what it does
-    };
+    /// Gives the keys that a command has at first.
+    using DefaultKeys = std::function<QList<QKeySequence>(const QAction&)>;
 
-    explicit KeyList(const QList<Group>& groups, QWidget* parent = nullptr);
+    /// @param commands of the menus
+    KeyList(QList<MenuCommand> commands, DefaultKeys defaultKeys, QWidget* parent = nullptr);
 
-    /// A group for each menu of @p menuBar, then the keys of the view, the lists and the tables.
-    static QList<Group> groupsOf(const QMenuBar& menuBar);
+Q_SIGNALS:
+    void keysChanged();
 
-    /// The keys of @p actions, including their submenus.
-    static QList<std::pair<QString, QString>> keysOf(const QList<QAction*>& actions);
+private:
+    void addCommands();
+    void addFixedKeys();
+    QTreeWidgetItem* addGroup(const QString& title);
+    QWidget* makeEditor();
+    MenuCommand* current();
+    void showCurrent();
+    void showKeys();
+    void set(const QList<QKeySequence>& keys);
+    void setTyped();
+    void setAllDefaults();
+
+    QList<MenuCommand> m_commands;
+    DefaultKeys m_defaultKeys;
+    QTreeWidget* m_tree;
+    QKeySequenceEdit* m_key;
+    QPushButton* m_set;
+    QPushButton* m_none;
+    QPushButton* m_default;
+    QLabel* m_answer;
 };

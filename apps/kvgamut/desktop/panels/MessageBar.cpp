@@ -1,16 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MessageBar.h"
 
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
-constexpr int maxMessages = 4;
-}
+constexpr qsizetype maxShown = 4;
+constexpr qsizetype maxKept = 1000;
+} // namespace
 
-MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
+MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel), m_all(new QToolButton)
 {
     setObjectName(QStringLiteral("messageBar"));
     setAccessibleName(tr("Messages"));
@@ -31,9 +38,15 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
     close->setAutoRaise(true);
     connect(close, &QToolButton::clicked, this, &MessageBar::dismiss);
 
+    m_all->setObjectName(QStringLiteral("allMessages"));
+    m_all->setToolTip(tr("Shows all messages"));
+    m_all->setAutoRaise(true);
+    connect(m_all, &QToolButton::clicked, this, &MessageBar::showAll);
+
     auto* row = new QHBoxLayout(this);
     row->addWidget(sign, 0, Qt::AlignTop);
     row->addWidget(m_label, 1);
+    row->addWidget(m_all, 0, Qt::AlignTop);
     row->addWidget(close, 0, Qt::AlignTop);
     hide();
 }
@@ -41,10 +54,32 @@ MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel)
 void MessageBar::add(const QString& message)
 {
     m_messages.append(message);
-    while (m_messages.size() > maxMessages)
+    if (m_messages.size() > maxKept)
         m_messages.removeFirst();
-    m_label->setText(text());
+    const qsizetype earlier = m_messages.size() - maxShown;
+    m_label->setText(m_messages.mid(std::max(qsizetype(0), earlier)).join(QLatin1Char('\n')));
+    m_all->setVisible(earlier > 0);
+    m_all->setText(tr("%n more…", nullptr, static_cast<int>(earlier)));
     show();
+}
+
+void MessageBar::showAll()
+{
+    auto* dialog = new QDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(tr("Messages"));
+    auto* list = new QPlainTextEdit(text());
+    list->setObjectName(QStringLiteral("messageList"));
+    list->setAccessibleName(tr("Messages"));
+    list->setReadOnly(true);
+    list->setTabChangesFocus(true);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    auto* column = new QVBoxLayout(dialog);
+    column->addWidget(list);
+    column->addWidget(buttons);
+    dialog->resize(640, 400);
+    dialog->show();
 }
 
 void MessageBar::dismiss()

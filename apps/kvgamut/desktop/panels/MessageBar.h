@@ -5,9 +5,10 @@
 #include <QtWidgets/QFrame>
 
 class QLabel;
+class QToolButton;
 
-/// Shows messages above the view, without blocking it. They stay until they are dismissed; new ones are added
-/// below.
+/// Shows the newest messages above the view, without blocking it, and the others on request. They stay until
+/// they are dismissed; new ones are added below.
 class MessageBar : public QFrame
 {
     Q_OBJECT
@@ -19,6 +20,9 @@ public:
     QString text() const { return m_messages.join(QLatin1Char('\n')); }
 
 private:
-    QStringList m_messages; ///< the newest ones
+    void showAll();
+
+    QStringList m_messages;
     QLabel* m_label;
+    QToolButton* m_all;
 };

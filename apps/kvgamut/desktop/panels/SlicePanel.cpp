@@ -3,6 +3,7 @@
 
 #include "desktop/language/ShownWords.h"
 #include "model/export/OutputFile.h"
+#include "model/points/Lab.h"
 #include "model/slices/SliceFile.h"
 
 #include <QtCore/QFileInfo>
@@ -19,12 +20,11 @@ namespace {
 
 constexpr QSize documentSize(800, 800);
 constexpr std::size_t maxSinglePoints = 2000; // with more, one in each square is drawn
-constexpr float sameLightness = 1.0f;         // a colour no farther from the plane than this is in it
+constexpr double inSection = 1.0;             // a colour no farther from the plane than this is in it
 
-SlicePlane planeAt(float lightness)
-{
-    return {SlicePlane::Lightness, static_cast<double>(lightness)};
-}
+// These contain the usual devices.
+constexpr QRectF fixedLightnessRange(-150.0, -150.0, 300.0, 300.0); // a*, b*
+constexpr QRectF fixedHueRange(0.0, 0.0, 150.0, 100.0);             // C*, L*
 
 /// Squares of the plane, to find out which contain a point already. With more than a few thousand points, one
 /// in each square looks the same and takes less time.
@@ -56,13 +56,12 @@ private:
 } // namespace
 
 SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, QWidget* parent)
-    : QWidget(parent), m_gamuts(gamuts), m_points(points),
-      m_drawing(SliceDrawing::ofPlane(planeAt(m_lightness)))
+    : QWidget(parent), m_gamuts(gamuts), m_points(points), m_drawing(SliceDrawing::ofPlane(plane()))
 {
     setObjectName(QStringLiteral("slice"));
-    setAccessibleName(tr("Section at a lightness"));
+    setAccessibleName(tr("Section of the gamuts"));
     setMouseTracking(true);
-    setMinimumSize(180, 100);
+    setMinimumSize(180, 60);
     m_soon.setSingleShot(true);
     connect(&m_soon, &QTimer::timeout, this, &SlicePanel::redraw);
     connect(&gamuts, &QAbstractItemModel::rowsInserted, this, &SlicePanel::redrawSoon);
@@ -78,12 +77,34 @@ SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, Q
     redraw();
 }
 
+void SlicePanel::setKind(SectionKind kind)
+{
+    m_kind = kind;
+    redrawSoon();
+}
+
+void SlicePanel::setHue(float degrees)
+{
+    if (degrees == m_hue)
+        return;
+    m_hue = degrees;
+    if (m_kind == SectionKind::Hue)
+        redrawSoon();
+}
+
+void SlicePanel::setScaleFixed(bool fixed)
+{
+    m_scaleFixed = fixed;
+    redrawSoon();
+}
+
 void SlicePanel::setLightness(float lightness)
 {
     if (lightness == m_lightness)
         return;
     m_lightness = lightness;
-    redrawSoon();
+    if (m_kind == SectionKind::Lightness)
+        redrawSoon();
 }
 
 void SlicePanel::setColored(bool colored)
@@ -106,26 +127,56 @@ void SlicePanel::redraw()
     update();
 }
 
-/// Uses the colours for paper. The legend states profile, intent and area.
+SlicePlane SlicePanel::plane() const
+{
+    if (m_kind == SectionKind::Hue)
+        return {SlicePlane::Hue, static_cast<double>(m_hue)};
+    return {SlicePlane::Lightness, static_cast<double>(m_lightness)};
+}
+
+SliceDrawing SlicePanel::emptyDrawing() const
+{
+    if (m_kind == SectionKind::Rings) {
+        SliceDrawing rings = SliceDrawing::ofRings();
+        rings.setTitle(tr("Gamut rings in CIELAB (D50)"));
+        return rings;
+    }
+    SliceDrawing drawing = SliceDrawing::ofPlane(plane());
+    const QString value = QLocale().toString(plane().value, 'g', 6);
+    drawing.setTitle(m_kind == SectionKind::Hue ? tr("Gamut slice at hue %1° in CIELAB (D50)").arg(value)
+                                                : tr("Gamut slice at L* = %1 in CIELAB (D50)").arg(value));
+    if (m_scaleFixed)
+        drawing.setRange(m_kind == SectionKind::Hue ? fixedHueRange : fixedLightnessRange);
+    return drawing;
+}
+
+/// Uses the colours for paper.
 SliceDrawing SlicePanel::drawing() const
 {
-    SliceDrawing drawing = SliceDrawing::ofPlane(planeAt(m_lightness));
-    drawing.setTitle(tr("Gamut slice at L* = %1 in CIELAB (D50)")
-                         .arg(QLocale().toString(static_cast<double>(m_lightness), 'g', 6)));
+    SliceDrawing drawing = emptyDrawing();
     drawing.setFill(m_colored ? SliceDrawing::Fill::Colors : SliceDrawing::Fill::Tint);
-    for (int row = 0; row < m_gamuts.rowCount(); ++row) {
-        const GamutEntry& entry = m_gamuts.at(row);
-        if (!entry.hasGamut() || !entry.look.visible)
-            continue;
-        const GamutSlice slice = gamutSlice(entry.gamut.mesh(), planeAt(m_lightness));
-        const QString area = tr("area %1").arg(QLocale().toString(slice.area(), 'f', 0));
-        drawing.add({entry.title,
-                     {ShownWords::basis(entry.computedWith, entry.gamut.method()), area},
-                     m_gamuts.signColor(row)},
-                    slice);
-    }
-    addPoints(drawing);
+    for (int row = 0; row < m_gamuts.rowCount(); ++row)
+        if (m_gamuts.at(row).hasGamut() && m_gamuts.isSeen(row))
+            addGamut(drawing, row);
+    if (m_kind != SectionKind::Rings)
+        addPoints(drawing);
     return drawing;
+}
+
+/// The legend states profile, intent and area or volume.
+void SlicePanel::addGamut(SliceDrawing& drawing, int row) const
+{
+    const GamutEntry& entry = m_gamuts.at(row);
+    SliceDrawing::Gamut legend{
+        entry.title, {ShownWords::basis(entry.computedWith, entry.gamut.method())}, m_gamuts.signColor(row)};
+    if (m_kind == SectionKind::Rings) {
+        legend.notes.append(tr("volume %1").arg(QLocale().toString(entry.gamut.report().volume, 'f', 0)));
+        drawing.add(legend, gamutRings(entry.gamut.mesh()));
+        return;
+    }
+    const GamutSlice slice = gamutSlice(entry.gamut.mesh(), plane());
+    legend.notes.append(tr("area %1").arg(QLocale().toString(slice.area(), 'f', 0)));
+    drawing.add(legend, slice);
 }
 
 void SlicePanel::addPoints(SliceDrawing& drawing) const
@@ -134,7 +185,7 @@ void SlicePanel::addPoints(SliceDrawing& drawing) const
     if (row < 0 || !m_gamuts.at(row).hasGamut() || m_points.rowCount() == 0)
         return;
     const GamutEntry& active = m_gamuts.at(row);
-    const auto near = m_points.near(static_cast<double>(m_lightness), defaultPointDistance);
+    const auto near = m_points.near(plane(), defaultPointDistance);
     const bool isCrowded = near.size() > maxSinglePoints;
     Squares squares;
     QList<SlicePoint> points;
@@ -142,7 +193,7 @@ void SlicePanel::addPoints(SliceDrawing& drawing) const
     for (const auto& [point, isInside] : near) {
         inside += isInside ? 1 : 0;
         if (!isCrowded || squares.take(point->lab, isInside))
-            points.append(slicePoint(*point, planeAt(m_lightness), isInside));
+            points.append(slicePoint(*point, plane(), isInside));
     }
     const QLocale locale;
     drawing.setPoints(
@@ -161,11 +212,9 @@ void SlicePanel::setMark(const std::optional<Mark>& mark)
 void SlicePanel::paintMark(QPainter& painter) const
 {
     const QTransform toArea = m_drawing.planeToArea(rect());
-    const auto placeOf = [&toArea](const QVector3D& lab) {
-        return toArea.map(QPointF(static_cast<double>(lab.y()), static_cast<double>(lab.z())));
-    };
+    const auto placeOf = [&](const QVector3D& lab) { return toArea.map(viewOf(labOf(lab), plane()).place); };
     constexpr qreal radius = 6.0;
-    const bool isHere = std::abs(m_mark->lab.x() - m_lightness) <= sameLightness;
+    const bool isHere = viewOf(labOf(m_mark->lab), plane()).distance <= inSection;
     const QPointF at = placeOf(m_mark->lab);
     for (const auto& [role, width] : {std::pair(QPalette::Base, 4.0), std::pair(QPalette::Text, 1.5)}) {
         painter.setPen(QPen(palette().color(role), width, isHere ? Qt::SolidLine : Qt::DotLine));
@@ -190,14 +239,20 @@ void SlicePanel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     m_drawing.paint(painter, rect());
-    if (m_mark)
+    if (m_mark && m_kind != SectionKind::Rings)
         paintMark(painter);
 }
 
 void SlicePanel::mouseMoveEvent(QMouseEvent* event)
 {
     const QPointF place = m_drawing.planeToArea(rect()).inverted().map(event->position());
-    Q_EMIT hovered(QVector3D(m_lightness, static_cast<float>(place.x()), static_cast<float>(place.y())));
+    const PlaneLab lab = labOf(place, plane());
+    if (m_kind == SectionKind::Rings ||
+        (m_kind == SectionKind::Hue && place.x() < 0.0)) // no colours are there
+        Q_EMIT hovered(std::nullopt);
+    else
+        Q_EMIT hovered(
+            QVector3D(static_cast<float>(lab.L), static_cast<float>(lab.a), static_cast<float>(lab.b)));
 }
 
 void SlicePanel::leaveEvent(QEvent* event)

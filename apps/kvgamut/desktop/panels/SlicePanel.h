@@ -3,6 +3,7 @@
 
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/PointLayer.h"
+#include "desktop/models/SectionKind.h"
 #include "model/problems/Problem.h"
 #include "model/slices/SliceDrawing.h"
 
@@ -11,16 +12,25 @@
 
 #include <optional>
 
-/// The section of the visible gamuts at one lightness, drawn beside the view, with the points of the files
-/// that are near this lightness: circles inside the active gamut, crosses outside.
+/// The section of the gamuts that are seen, drawn beside the view: at one lightness, at one hue, or as gamut
+/// rings. With the points of the files that are near: circles inside the active gamut, crosses outside.
 class SlicePanel : public QWidget
 {
     Q_OBJECT
 public:
     SlicePanel(const GamutListModel& gamuts, const PointLayer& points, QWidget* parent = nullptr);
 
+    /// Lightness at first.
+    SectionKind kind() const { return m_kind; }
+    void setKind(SectionKind kind);
     float lightness() const { return m_lightness; }
     void setLightness(float lightness);
+    /// In degrees from +a* towards +b*.
+    float hue() const { return m_hue; }
+    void setHue(float degrees);
+    /// Whether all sections have the same scale, instead of one that fits their content. False at first.
+    bool isScaleFixed() const { return m_scaleFixed; }
+    void setScaleFixed(bool fixed);
     /// Whether the section is filled with the colours of its lightness. False at first.
     bool isColored() const { return m_colored; }
     void setColored(bool colored);
@@ -32,7 +42,8 @@ public:
         std::optional<QVector3D> nearest;
         bool operator==(const Mark&) const = default;
     };
-    /// Marks a colour with a ring and a line to the nearest place; dashed if it is not at this lightness.
+    /// Marks a colour with a ring and a line to the nearest place; dashed if it is not in the section. Rings
+    /// do not show it.
     void setMark(const std::optional<Mark>& mark);
 
     /// The section as a document: SVG or PDF, by the suffix of @p file.
@@ -52,7 +63,10 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    SlicePlane plane() const;
+    SliceDrawing emptyDrawing() const;
     SliceDrawing drawing() const;
+    void addGamut(SliceDrawing& drawing, int row) const;
     void addPoints(SliceDrawing& drawing) const;
     void paintMark(QPainter& painter) const;
     void redrawSoon();
@@ -60,7 +74,10 @@ private:
 
     const GamutListModel& m_gamuts;
     const PointLayer& m_points;
+    SectionKind m_kind = SectionKind::Lightness;
     float m_lightness = 50.0f;
+    float m_hue = 0.0f;
+    bool m_scaleFixed = false;
     bool m_colored = false;
     std::optional<Mark> m_mark;
     SliceDrawing m_drawing;

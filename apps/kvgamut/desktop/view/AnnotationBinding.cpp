@@ -36,17 +36,25 @@ void AnnotationBinding::setShown(bool shown)
     update();
 }
 
+void AnnotationBinding::setPresenting(bool presenting)
+{
+    m_presenting = presenting;
+    update();
+}
+
 void AnnotationBinding::update()
 {
-    m_view.setAnnotations(m_shown ? annotations() : KVAnnotations());
+    m_view.setAnnotations(m_shown || m_presenting ? annotations() : KVAnnotations());
 }
 
 KVAnnotations AnnotationBinding::annotations() const
 {
+    constexpr float presentedScale = 1.75f;
     KVAnnotations annotations;
+    annotations.textScale = m_presenting ? presentedScale : 1.0f;
     for (int row = 0; row < m_model.rowCount(); ++row) {
         const GamutEntry& entry = m_model.at(row);
-        if (!entry.hasGamut() || !entry.look.visible)
+        if (!entry.hasGamut() || !m_model.isSeen(row))
             continue;
         annotations.legend.append({entry.id, entry.title, detailsOf(entry), m_model.signColor(row)});
         if (row == m_model.activeRow())

@@ -17,6 +17,8 @@ public:
 
     bool isShown() const { return m_shown; } ///< true at first
     void setShown(bool shown);
+    /// While true, the legend and the scales are shown in large type, whatever isShown() says.
+    void setPresenting(bool presenting);
     /// To be called when the axes are shown or hidden: the scales follow them.
     void update();
 
@@ -26,4 +28,5 @@ private:
     GamutListModel& m_model;
     KVGamutView& m_view;
     bool m_shown = true;
+    bool m_presenting = false;
 };

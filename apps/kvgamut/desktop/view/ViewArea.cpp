@@ -43,6 +43,8 @@ QSize ViewArea::pixels() const
 
 bool ViewArea::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::MouseMove && passOnAsPan(*watched, *static_cast<QMouseEvent*>(event)))
+        return true;
     if (event->type() == QEvent::MouseButtonPress) {
         activateWindow();
         setFocus(Qt::MouseFocusReason);
@@ -57,6 +59,18 @@ bool ViewArea::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// The viewer learns of Shift only from events of the key, which go to the control with the focus. A drag
+/// with the right button does the same as one with Shift.
+bool ViewArea::passOnAsPan(QObject& target, const QMouseEvent& event)
+{
+    if (m_shiftKnown || event.buttons() != Qt::LeftButton || !event.modifiers().testFlag(Qt::ShiftModifier))
+        return false;
+    QMouseEvent pan(QEvent::MouseMove, event.position(), event.globalPosition(), Qt::NoButton,
+                    Qt::RightButton, event.modifiers());
+    QCoreApplication::sendEvent(&target, &pan);
+    return true;
 }
 
 /// @param place in the window of the viewer
@@ -79,6 +93,8 @@ void ViewArea::keyReleaseEvent(QKeyEvent* event)
 /// often press Ctrl soon after a key that moves the camera.
 void ViewArea::passOn(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Shift)
+        m_shiftKnown = event->type() == QEvent::KeyPress;
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -99,5 +115,6 @@ void ViewArea::focusOutEvent(QFocusEvent* event)
 {
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
     QCoreApplication::sendEvent(m_viewer, &release);
+    m_shiftKnown = false;
     QWidget::focusOutEvent(event);
 }

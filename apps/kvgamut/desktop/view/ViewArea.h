@@ -27,9 +27,11 @@ protected:
 
 private:
     void passOn(QKeyEvent* event);
+    bool passOnAsPan(QObject& target, const QMouseEvent& event);
     void zoom(double factor, const QPointF& place);
 
     KVGamut3DViewer* m_viewer; ///< owned by its container
     KVGamutView* m_view;
     QWidget* m_container;
+    bool m_shiftKnown = false; ///< the viewer knows that Shift is held
 };

@@ -40,6 +40,7 @@ void ViewerBinding::onRowsAboutToBeRemoved(const QModelIndex&, int first, int la
 void ViewerBinding::applyLook(int row)
 {
     KVGamutLook look = m_model.at(row).look;
+    look.visible = m_model.isSeen(row);
     look.outlineColor = m_model.signColor(row);
     m_view.setLook(m_model.at(row).id, look);
 }

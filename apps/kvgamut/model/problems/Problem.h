@@ -134,6 +134,7 @@ enum class ProblemCode : int
 
     // sessions; the first argument is the place of the value in the file, such as "gamuts[0].opacity"
     NotASession,           ///< no arguments
+    SessionNewer,          ///< its version of the format, the newest one that can be read
     SessionNotBool,        ///< place
     SessionNotInRange,     ///< place, min, max
     SessionNotName,        ///< place
@@ -149,6 +150,7 @@ enum class ProblemCode : int
     // the window
     SectionFormatUnknown, ///< neither .svg nor .pdf
     PageFormatUnknown,    ///< not .html
+    MeshFormatUnknown,    ///< none of the suffixes of gamuts
     NoGamutToSave,        ///< no gamut is computed
     NoPictureToSave,      ///< nothing is shown, or insufficient memory
     NoCameraInClipboard,  ///< argument: an example of a camera

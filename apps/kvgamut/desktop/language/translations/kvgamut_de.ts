@@ -150,6 +150,33 @@
     </message>
 </context>
 <context>
+    <name>CommandSearch</name>
+    <message>
+        <source>Find a command</source>
+        <translation>Befehl suchen</translation>
+    </message>
+    <message>
+        <source>Words of the command</source>
+        <translation>Wörter des Befehls</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+</context>
+<context>
     <name>ComparisonModel</name>
     <message>
         <source>computing…</source>
@@ -211,12 +238,42 @@
         <source>Share of this one that %1 covers</source>
         <translation>Abdeckung dieses Gamuts durch %1</translation>
     </message>
+    <message>
+        <source>White L*	White a*	White b*</source>
+        <translation>Weiß L*	Weiß a*	Weiß b*</translation>
+    </message>
 </context>
 <context>
     <name>ComparisonTable</name>
     <message>
         <source>Comparison of the gamuts</source>
         <translation>Vergleich der Gamuts</translation>
+    </message>
+</context>
+<context>
+    <name>CoverageModel</name>
+    <message>
+        <source>computing…</source>
+        <translation>wird berechnet…</translation>
+    </message>
+    <message>
+        <source>Share of %1 that %2 covers</source>
+        <translation>Anteil von %1, den %2 abdeckt</translation>
+    </message>
+</context>
+<context>
+    <name>CoverageTable</name>
+    <message>
+        <source>Coverage of all gamuts</source>
+        <translation>Abdeckung aller Gamuts</translation>
+    </message>
+    <message>
+        <source>The share of the volume of each row&apos;s gamut that the column&apos;s gamut covers.</source>
+        <translation>Der Anteil am Volumen des Gamuts der Zeile, den der Gamut der Spalte abdeckt.</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -340,6 +397,18 @@
         <source>Tables (*.csv)</source>
         <translation>Tabellen (*.csv)</translation>
     </message>
+    <message>
+        <source>Save gamut as mesh</source>
+        <translation>Gamut als Netz speichern</translation>
+    </message>
+    <message>
+        <source>Meshes (*.ply *.obj *.stl *.gltf *.x3d *.json)</source>
+        <translation>Netze (*.ply *.obj *.stl *.gltf *.x3d *.json)</translation>
+    </message>
+    <message>
+        <source>Profiles (*.icc)</source>
+        <translation>Profile (*.icc)</translation>
+    </message>
 </context>
 <context>
     <name>FileMenu</name>
@@ -395,6 +464,10 @@
         <source>Save t&amp;able of colours…</source>
         <translation>Farb&amp;tabelle speichern…</translation>
     </message>
+    <message>
+        <source>Save gamut as &amp;mesh…</source>
+        <translation>Gamut als &amp;Netz speichern…</translation>
+    </message>
 </context>
 <context>
     <name>FindingPanel</name>
@@ -413,6 +486,112 @@
     <message>
         <source>A corner is missing if the screen cannot show the colour</source>
         <translation>Eine Ecke fehlt, wenn der Bildschirm die Farbe nicht zeigen kann</translation>
+    </message>
+</context>
+<context>
+    <name>GamutInformation</name>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Class</source>
+        <translation>Klasse</translation>
+    </message>
+    <message>
+        <source>Device colours</source>
+        <translation>Gerätefarben</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %n channels</source>
+        <translation>
+            <numerusform>%1, %n Kanal</numerusform>
+            <numerusform>%1, %n Kanäle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Fassung</translation>
+    </message>
+    <message>
+        <source>Intents</source>
+        <translation>Umrechnungen</translation>
+    </message>
+    <message>
+        <source>Copyright</source>
+        <translation>Urheberrecht</translation>
+    </message>
+    <message>
+        <source>Saved of</source>
+        <translation>Gespeichert von</translation>
+    </message>
+    <message>
+        <source>Computed with</source>
+        <translation>Berechnet mit</translation>
+    </message>
+    <message>
+        <source>Conversion to Lab</source>
+        <translation>Umrechnung nach Lab</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>Volume of the surface</source>
+        <translation>Volumen der Oberfläche</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>Method</source>
+        <translation>Verfahren</translation>
+    </message>
+    <message>
+        <source>Grid</source>
+        <translation>Gitter</translation>
+    </message>
+    <message>
+        <source>Triangles</source>
+        <translation>Dreiecke</translation>
+    </message>
+    <message>
+        <source>Folded share</source>
+        <translation>Gefalteter Anteil</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Bezeichnung</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>Information about %1</source>
+        <translation>Informationen über %1</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -481,6 +660,18 @@ wird berechnet</translation>
     <message>
         <source>Own colo&amp;urs</source>
         <translation>Eigene Fa&amp;rben</translation>
+    </message>
+    <message>
+        <source>Only this gamut</source>
+        <translation>Nur diesen Gamut</translation>
+    </message>
+    <message>
+        <source>Information…</source>
+        <translation>Informationen…</translation>
+    </message>
+    <message>
+        <source>Coverage of all…</source>
+        <translation>Abdeckung aller…</translation>
     </message>
 </context>
 <context>
@@ -601,6 +792,60 @@ wird berechnet</translation>
         <source>Conversion to Lab</source>
         <translation>Umrechnung nach Lab</translation>
     </message>
+    <message>
+        <source>(%1 used)</source>
+        <translation>(%1 benutzt)</translation>
+    </message>
+</context>
+<context>
+    <name>HelpMenu</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Keys…</source>
+        <translation>&amp;Tasten…</translation>
+    </message>
+    <message>
+        <source>&amp;Find a command…</source>
+        <translation>&amp;Befehl suchen…</translation>
+    </message>
+    <message>
+        <source>&amp;Tour…</source>
+        <translation>&amp;Rundgang…</translation>
+    </message>
+    <message>
+        <source>&amp;About kvgamut…</source>
+        <translation>&amp;Über kvgamut…</translation>
+    </message>
+</context>
+<context>
+    <name>HelpPages</name>
+    <message>
+        <source>Shows and compares colour gamuts in CIE L*a*b*.</source>
+        <translation>Zeigt und vergleicht Farbumfänge in CIE L*a*b*.</translation>
+    </message>
+    <message>
+        <source>Licence: %1</source>
+        <translation>Lizenz: %1</translation>
+    </message>
+    <message>
+        <source>Made with Qt %1</source>
+        <translation>Mit Qt %1 gemacht</translation>
+    </message>
+    <message>
+        <source>Nothing leaves this computer: the program uses no network.</source>
+        <translation>Nichts verlässt diesen Rechner: Das Programm benutzt kein Netz.</translation>
+    </message>
+    <message>
+        <source>About kvgamut</source>
+        <translation>Über kvgamut</translation>
+    </message>
+    <message>
+        <source>Tour</source>
+        <translation>Rundgang</translation>
+    </message>
 </context>
 <context>
     <name>History</name>
@@ -687,6 +932,10 @@ wird berechnet</translation>
         <source>sRGB about %1</source>
         <translation>sRGB etwa %1</translation>
     </message>
+    <message>
+        <source>Colour at the cursor</source>
+        <translation>Farbe am Farbzeiger</translation>
+    </message>
 </context>
 <context>
     <name>KeyList</name>
@@ -701,10 +950,6 @@ wird berechnet</translation>
     <message>
         <source>Key</source>
         <translation>Taste</translation>
-    </message>
-    <message>
-        <source> or </source>
-        <translation> oder </translation>
     </message>
     <message>
         <source>In the 3D view</source>
@@ -769,6 +1014,94 @@ wird berechnet</translation>
     <message>
         <source>Copy the selected numbers</source>
         <translation>Ausgewählte Zahlen kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Set</source>
+        <translation>&amp;Setzen</translation>
+    </message>
+    <message>
+        <source>&amp;No key</source>
+        <translation>&amp;Keine Taste</translation>
+    </message>
+    <message>
+        <source>&amp;Default</source>
+        <translation>&amp;Vorgabe</translation>
+    </message>
+    <message>
+        <source>&amp;All to default</source>
+        <translation>&amp;Alle auf Vorgabe</translation>
+    </message>
+    <message>
+        <source>With the colour cursor</source>
+        <translation>Mit dem Farbzeiger</translation>
+    </message>
+    <message>
+        <source>Arrow keys</source>
+        <translation>Pfeiltasten</translation>
+    </message>
+    <message>
+        <source>Along a* and b*</source>
+        <translation>Entlang a* und b*</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Lighter, darker</source>
+        <translation>Heller, dunkler</translation>
+    </message>
+    <message>
+        <source>Shift and these keys</source>
+        <translation>Umschalttaste und diese Tasten</translation>
+    </message>
+    <message>
+        <source>Ten times as far</source>
+        <translation>Zehnmal so weit</translation>
+    </message>
+    <message>
+        <source>Which colour is the nearest?</source>
+        <translation>Welche Farbe ist die nächste?</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>New key</source>
+        <translation>Neue Taste</translation>
+    </message>
+    <message>
+        <source>Press the new key here</source>
+        <translation>Hier die neue Taste drücken</translation>
+    </message>
+    <message>
+        <source>Choose a command of the menus to change its key.</source>
+        <translation>Wählen Sie einen Befehl der Menüs, um seine Taste zu ändern.</translation>
+    </message>
+    <message>
+        <source>Press a key in the field first.</source>
+        <translation>Drücken Sie zuerst eine Taste im Feld.</translation>
+    </message>
+    <message>
+        <source>%1 has a meaning in the view or in lists.</source>
+        <translation>%1 hat eine Bedeutung in der Ansicht oder in Listen.</translation>
+    </message>
+    <message>
+        <source>%1 is the key of &quot;%2&quot;.</source>
+        <translation>%1 ist die Taste von „%2“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no key now.</source>
+        <translation>„%1“ hat jetzt keine Taste.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has the key %2 now.</source>
+        <translation>„%1“ hat jetzt die Taste %2.</translation>
+    </message>
+    <message>
+        <source>All commands have their default keys.</source>
+        <translation>Alle Befehle haben ihre vorgegebenen Tasten.</translation>
     </message>
 </context>
 <context>
@@ -849,20 +1182,31 @@ wird berechnet</translation>
         <translation>%1 – kvgamut</translation>
     </message>
     <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;Keys</source>
-        <translation>&amp;Tasten</translation>
-    </message>
-    <message>
         <source>Writing %1…</source>
         <translation>%1 wird geschrieben…</translation>
     </message>
     <message>
         <source>Colours</source>
         <translation>Farben</translation>
+    </message>
+    <message>
+        <source>Copied the picture: %1 x %2 pixels</source>
+        <translation>Bild kopiert: %1 x %2 Pixel</translation>
+    </message>
+    <message>
+        <source>Copied the clicked colour</source>
+        <translation>Angeklickte Farbe kopiert</translation>
+    </message>
+    <message>
+        <source>Copied the camera</source>
+        <translation>Kamera kopiert</translation>
+    </message>
+</context>
+<context>
+    <name>MenuCommands</name>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
     </message>
 </context>
 <context>
@@ -878,6 +1222,17 @@ wird berechnet</translation>
     <message>
         <source>Dismiss (Esc)</source>
         <translation>Ausblenden (Esc)</translation>
+    </message>
+    <message>
+        <source>Shows all messages</source>
+        <translation>Zeigt alle Meldungen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n more…</source>
+        <translation>
+            <numerusform>%n weitere…</numerusform>
+            <numerusform>%n weitere…</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1726,6 +2081,49 @@ wird berechnet</translation>
         <source>the surface&apos;s faces are too close together to be checked for self-intersection</source>
         <translation>die Flächen der Oberfläche liegen zu dicht beieinander, um zu prüfen, ob sie sich durchdringen</translation>
     </message>
+    <message>
+        <source>the session was saved by a newer version of this program (format %1; this version reads up to %2)</source>
+        <translation>die Sitzung wurde von einer neueren Fassung dieses Programms gespeichert (Format %1; diese Fassung liest bis %2)</translation>
+    </message>
+    <message>
+        <source>gamuts are saved as .ply, .obj, .stl, .gltf, .x3d, .json, .icc or .kvgamut</source>
+        <translation>Gamuts werden als .ply, .obj, .stl, .gltf, .x3d, .json, .icc oder .kvgamut gespeichert</translation>
+    </message>
+</context>
+<context>
+    <name>SectionBar</name>
+    <message>
+        <source>Fixed scale</source>
+        <translation>Fester Maßstab</translation>
+    </message>
+    <message>
+        <source>Kind of section</source>
+        <translation>Art des Schnitts</translation>
+    </message>
+    <message>
+        <source>Lightness</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Bunttonwinkel</translation>
+    </message>
+    <message>
+        <source>Rings</source>
+        <translation>Ringe</translation>
+    </message>
+    <message>
+        <source>Hue angle</source>
+        <translation>Bunttonwinkel</translation>
+    </message>
+    <message>
+        <source>Hue angle: 0° is +a*, 90° is +b*</source>
+        <translation>Bunttonwinkel: 0° ist +a*, 90° ist +b*</translation>
+    </message>
+    <message>
+        <source>All sections have the same scale</source>
+        <translation>Alle Schnitte haben denselben Maßstab</translation>
+    </message>
 </context>
 <context>
     <name>ShownWords</name>
@@ -1825,10 +2223,6 @@ wird berechnet</translation>
 <context>
     <name>SlicePanel</name>
     <message>
-        <source>Section at a lightness</source>
-        <translation>Schnitt bei einer Helligkeit</translation>
-    </message>
-    <message>
         <source>Gamut slice at L* = %1 in CIELAB (D50)</source>
         <translation>Gamut-Schnitt bei L* = %1 in CIELAB (D50)</translation>
     </message>
@@ -1843,6 +2237,65 @@ wird berechnet</translation>
     <message>
         <source>outside %1: %2</source>
         <translation>außerhalb von %1: %2</translation>
+    </message>
+    <message>
+        <source>Section of the gamuts</source>
+        <translation>Schnitt der Gamuts</translation>
+    </message>
+    <message>
+        <source>Gamut rings in CIELAB (D50)</source>
+        <translation>Gamut-Ringe in CIELAB (D50)</translation>
+    </message>
+    <message>
+        <source>Gamut slice at hue %1° in CIELAB (D50)</source>
+        <translation>Gamut-Schnitt beim Bunttonwinkel %1° in CIELAB (D50)</translation>
+    </message>
+    <message>
+        <source>volume %1</source>
+        <translation>Volumen %1</translation>
+    </message>
+</context>
+<context>
+    <name>ToolBar</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Frame</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Legend</source>
+        <translation>Legende</translation>
+    </message>
+    <message>
+        <source>Only active</source>
+        <translation>Nur aktiven</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Abschneiden</translation>
+    </message>
+    <message>
+        <source>Section</source>
+        <translation>Schnitt</translation>
+    </message>
+    <message>
+        <source>Cursor</source>
+        <translation>Farbzeiger</translation>
+    </message>
+    <message>
+        <source>Present</source>
+        <translation>Vorführen</translation>
+    </message>
+    <message>
+        <source>Find…</source>
+        <translation>Suchen…</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
     </message>
 </context>
 <context>
@@ -1949,6 +2402,46 @@ wird berechnet</translation>
     <message>
         <source>Reset panels</source>
         <translation>Bereiche zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Present</source>
+        <translation>Vorführen</translation>
+    </message>
+    <message>
+        <source>Only the view and the legend, in large type; Esc returns</source>
+        <translation>Nur die Ansicht und die Legende, in großer Schrift; Esc kehrt zurück</translation>
+    </message>
+    <message>
+        <source>Colour cursor</source>
+        <translation>Farbzeiger</translation>
+    </message>
+    <message>
+        <source>Chooses colours with the keyboard: arrow keys, Page Up, Page Down, Enter</source>
+        <translation>Wählt Farben mit der Tastatur: Pfeiltasten, Bild auf, Bild ab, Eingabe</translation>
+    </message>
+    <message>
+        <source>Section panel</source>
+        <translation>Schnittbereich</translation>
+    </message>
+    <message>
+        <source>At a &amp;lightness</source>
+        <translation>Bei einer &amp;Helligkeit</translation>
+    </message>
+    <message>
+        <source>At a &amp;hue</source>
+        <translation>Bei einem &amp;Bunttonwinkel</translation>
+    </message>
+    <message>
+        <source>Gamut &amp;rings</source>
+        <translation>Gamut-&amp;Ringe</translation>
+    </message>
+    <message>
+        <source>&amp;Next hue</source>
+        <translation>&amp;Nächster Bunttonwinkel</translation>
+    </message>
+    <message>
+        <source>&amp;Previous hue</source>
+        <translation>&amp;Voriger Bunttonwinkel</translation>
     </message>
 </context>
 <context>
