@@ -191,6 +191,7 @@ void MainWindow::makeMenus()
     connectViewMenu();
     connectHelpMenu();
     connectCursor();
+    makeContextMenus();
 }
 
 void MainWindow::connectFileMenu()
@@ -263,7 +264,12 @@ void MainWindow::connectPanels()
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     view().setSection(m_clip->section());
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
-    connect(&view(), &KVGamutView::clicked, &m_finding, &FindingControl::inspect);
+    connect(&view(), &KVGamutView::clicked, this, [this](const KVHit& hit) {
+        if (hit.button == Qt::RightButton && !hit.endsDrag)
+            m_viewContext->popup(QCursor::pos());
+        else
+            m_finding.inspect(hit);
+    });
     connect(m_slice, &SlicePanel::hovered, this, [this](const std::optional<QVector3D>& lab) {
         if (lab)
             statusBar()->showMessage(ShownWords::lab(*lab) + QStringLiteral("      ") +

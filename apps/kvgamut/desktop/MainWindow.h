@@ -168,6 +168,8 @@ private:
     void connectViewMenu();
     void connectHelpMenu();
     void connectCursor();
+    void makeContextMenus();
+    QList<QAction*> actionsNamed(std::initializer_list<const char*> names) const;
     void showKeys();
     void findCommand();
     void showInformation();
@@ -221,6 +223,7 @@ private:
     GamutMenu* m_gamutMenu;
     ViewMenu* m_viewMenu;
     HelpMenu* m_helpMenu;
+    QMenu* m_viewContext; ///< of the view
     KeyboardCursor* m_cursor;
     Presentation* m_presentation;
 };

@@ -8,7 +8,9 @@
 #include "desktop/menus/ViewMenu.h"
 #include "desktop/panels/ClipControl.h"
 #include "desktop/panels/CommandSearch.h"
+#include "desktop/panels/ComparisonTable.h"
 #include "desktop/panels/CoverageTable.h"
+#include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/GamutInformation.h"
 #include "desktop/panels/GamutPanel.h"
 #include "desktop/panels/HelpPages.h"
@@ -18,6 +20,7 @@
 #include "desktop/view/Presentation.h"
 #include "model/problems/ProblemText.h"
 
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QStatusBar>
 
@@ -90,6 +93,36 @@ void MainWindow::connectCursor()
     });
     connect(m_cursor, &KeyboardCursor::moved, &m_finding, &FindingControl::showPlace);
     connect(m_cursor, &KeyboardCursor::picked, &m_finding, &FindingControl::pickNear);
+}
+
+/// The commands of the menus that belong to a part of the window, in the context menu of that part.
+void MainWindow::makeContextMenus()
+{
+    m_viewContext = new QMenu(this);
+    m_viewContext->setObjectName(QStringLiteral("viewContext"));
+    m_viewContext->addActions(
+        actionsNamed({"frame", "reset", "fromTop", "fromFront", "fromRight", "orthogonal", "cut",
+                      "showSection", "annotate", "axes", "gridLines", "present", "copyPicture", "savePicture",
+                      "copyCamera", "pasteCamera"}));
+    m_area->setContextMenuPolicy(Qt::CustomContextMenu); // for the keyboard; a click reaches the viewer
+    connect(m_area, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& place) { m_viewContext->popup(m_area->mapToGlobal(place)); });
+    const auto give = [](QWidget* widget, const QList<QAction*>& actions) {
+        widget->addActions(actions);
+        widget->setContextMenuPolicy(Qt::ActionsContextMenu);
+    };
+    give(m_slice, actionsNamed({"sectionOfLightness", "sectionOfHue", "sectionOfRings", "sectionColors",
+                                "showSection", "saveSection"}));
+    give(m_table, actionsNamed({"copyTable", "matrix", "information", "nextGamut"}));
+    give(m_findingPanel, actionsNamed({"copyFinding"}));
+}
+
+QList<QAction*> MainWindow::actionsNamed(std::initializer_list<const char*> names) const
+{
+    QList<QAction*> actions;
+    for (const char* name : names)
+        actions.append(findChild<QAction*>(QLatin1String(name)));
+    return actions;
 }
 
 /// Where the cursor is: in the status bar, and for screen readers.

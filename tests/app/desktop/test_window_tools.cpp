@@ -11,7 +11,9 @@
 #include "desktop/panels/KeyList.h"
 #include "desktop/panels/SlicePanel.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QClipboard>
+#include <QtGui/QContextMenuEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
@@ -20,6 +22,7 @@
 #include <QtWidgets/QKeySequenceEdit>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
@@ -147,6 +150,7 @@ TEST_F(Keys, canBeChangedAndAreKept)
     const bool before = window.view().state().plane;
     list->reject();
     ASSERT_TRUE(isGone<KeyList>());
+    ASSERT_TRUE(kvtest::spinUntil([this] { return window.isActiveWindow(); }));
     press(Qt::Key_P);
     EXPECT_EQ(window.view().state().plane, before) << "the former key";
     press(Qt::Key_Y, Qt::ControlModifier);
@@ -509,6 +513,74 @@ TEST_F(Tools, sortTheComparisonByAnyColumn)
     clickTitle(0);
     EXPECT_EQ(names(),
               (QStringList{QStringLiteral("AdobeRGB"), QStringLiteral("DisplayP3"), QStringLiteral("sRGB")}));
+}
+
+// --- Context menus --------------------------------------------------------------------------------------
+
+TEST_F(Tools, areInTheContextMenuOfTheirPart)
+{
+    open({QStringLiteral("sRGB")});
+    for (const char* part : {"gamutList", "slice", "comparison"}) {
+        const auto& widget = control<QWidget>(part);
+        EXPECT_EQ(widget.contextMenuPolicy(), Qt::ActionsContextMenu) << part;
+        EXPECT_GE(widget.actions().size(), 4) << part;
+        for (const QAction* action : widget.actions())
+            EXPECT_NE(action, nullptr) << part;
+    }
+    EXPECT_TRUE(control<QWidget>("comparison").actions().contains(&action("copyTable")));
+}
+
+TEST_F(Tools, areInTheContextMenuOfTheView)
+{
+    open({QStringLiteral("sRGB")});
+    auto& menu = control<QMenu>("viewContext");
+    const QPoint middle(innerWindow().width() / 2, innerWindow().height() / 2);
+    QTest::mouseClick(&innerWindow(), Qt::RightButton, Qt::NoModifier, middle);
+    ASSERT_TRUE(kvtest::spinUntil([&menu] { return menu.isVisible(); }));
+    EXPECT_TRUE(menu.actions().contains(&action("frame")));
+    EXPECT_FALSE(menu.actions().contains(nullptr));
+    EXPECT_FALSE(action("copyFinding").isEnabled()) << "the colour is not inspected";
+    menu.close();
+    // a drag with the right button moves the scene
+    QTest::mousePress(&innerWindow(), Qt::RightButton, Qt::NoModifier, middle);
+    QTest::mouseMove(&innerWindow(), middle + QPoint(60, 40));
+    QTest::mouseRelease(&innerWindow(), Qt::RightButton, Qt::NoModifier, middle + QPoint(60, 40));
+    kvtest::spinFor(20);
+    EXPECT_FALSE(menu.isVisible());
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(20, 20), QPoint(20, 20));
+    QCoreApplication::sendEvent(&control<QWidget>("view"), &key);
+    EXPECT_TRUE(menu.isVisible());
+    menu.close();
+}
+
+// --- Documentation --------------------------------------------------------------------------------------
+
+TEST_F(Tools, haveTheirKeysInTheDocumentation)
+{
+    QFile page(QStringLiteral(KVGAMUT_SOURCES "/docs/commands/view.md"));
+    ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(page.readAll()).section(QStringLiteral("\n## Keys"), 1);
+    static const QRegularExpression row(QStringLiteral("^\\| ([^|]+) \\|"),
+                                        QRegularExpression::MultilineOption);
+    QStringList named;
+    auto rows = row.globalMatch(text);
+    while (rows.hasNext())
+        named += rows.next().captured(1).split(QStringLiteral(", "));
+    const auto range = [&named](const char* start, const char* first, int last) {
+        ASSERT_TRUE(named.contains(QLatin1String(start) + QLatin1String(first))) << first;
+        for (int number = 1; number <= last; ++number)
+            named.append(QLatin1String(start) + QString::number(number));
+    };
+    range("Ctrl+", "1...7", 7);
+    range("Alt+", "1...9", 9);
+    range("Ctrl+Alt+", "1...5", 5);
+    named += {QStringLiteral("."), QStringLiteral(",")}; // ". ," is one cell
+    for (const QAction* action : window.findChildren<QAction*>())
+        for (const QKeySequence& key : action->shortcuts()) {
+            QString name = key.toString(QKeySequence::PortableText);
+            name.replace(QLatin1String("Return"), QLatin1String("Enter"));
+            EXPECT_TRUE(named.contains(name)) << name.toStdString() << ": " << action->text().toStdString();
+        }
 }
 
 // --- Help -----------------------------------------------------------------------------------------------
