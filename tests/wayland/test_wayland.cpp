@@ -291,6 +291,7 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_settings.path());
+        environment.insert(QStringLiteral("XDG_STATE_HOME"), m_settings.path());
         if (!xDisplay.isEmpty())
             environment.insert(QStringLiteral("DISPLAY"), xDisplay);
         m_process.setProcessEnvironment(environment);

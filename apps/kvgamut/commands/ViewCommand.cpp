@@ -23,8 +23,10 @@ ViewCommand::ViewCommand(CLI::App& program)
             "--session", [this](const std::string& word) { m_session = OptionValues::file(word); },
             "Restore a saved session")
         ->type_name("FILE");
-    parser().add_flag("--no-settings", m_withoutSettings,
-                      "Neither use nor keep settings: places of panels, background, folder, recent files");
+    parser().add_flag(
+        "--no-settings", m_withoutSettings,
+        "Neither use nor keep settings: places of panels, background, folder, recent files; close "
+        "without a question about unsaved changes");
     parser().add_flag("--stay", m_stay, "Keep the window open even if none of the inputs can be shown");
 }
 
@@ -64,6 +66,8 @@ int ViewCommand::run(Arguments arguments)
     if (!m_stay && somethingNamed && isEmpty())
         return BadInput;
     recall(window);
+    if (!m_withoutSettings)
+        window.protectWork();
     window.show();
     QApplication::exec();
     window.keepForNext();

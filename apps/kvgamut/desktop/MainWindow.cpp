@@ -19,6 +19,7 @@
 #include "desktop/panels/GamutPanel.h"
 #include "desktop/panels/MenuCommands.h"
 #include "desktop/panels/MessageBar.h"
+#include "desktop/panels/OfferBar.h"
 #include "desktop/panels/PointPanel.h"
 #include "desktop/panels/SectionBar.h"
 #include "desktop/panels/WelcomePage.h"
@@ -59,10 +60,13 @@ QWidget* below(QWidget* upper, QWidget* lower)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_looks(m_gamuts),
       m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
-      m_points(m_gamuts, m_area->viewer()), m_history(m_gamuts, m_points),
+      m_points(m_gamuts, m_area->viewer()), m_history(m_gamuts, m_points), m_document(m_history),
+      m_autosave([this] {
+          return UnsavedWork{session(), m_document.file()};
+      }),
       m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
       m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts), m_pages(new QStackedWidget),
-      m_messages(new MessageBar), m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)),
+      m_messages(new MessageBar), m_offers(new OfferBar), m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)),
       m_pointPanel(new PointPanel(m_points)),
       m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)),
       m_slice(new SlicePanel(m_gamuts, m_points)), m_sectionBar(new SectionBar(*m_slice)),
@@ -73,7 +77,6 @@ MainWindow::MainWindow(QWidget* parent)
       m_cursor(new KeyboardCursor(*m_area, this)),
       m_presentation(new Presentation(*this, m_annotations, {m_clip}))
 {
-    setWindowTitle(tr("kvgamut"));
     resize(fitting(QSize(1280, 800)));
     makeCentre();
     makePanels();
@@ -82,6 +85,7 @@ MainWindow::MainWindow(QWidget* parent)
     connectLoading();
     connectPanels();
     connectDrops();
+    connectDocument();
     showViewState();
     showLoading();
     showPage();
@@ -97,7 +101,7 @@ bool MainWindow::isComplete() const
 {
     return !m_sessionTask && !m_loader.isBusy() && m_binding.isUpToDate() && m_points.isComplete() &&
            m_looks.isComplete() && m_comparison.isComplete() && m_checks.isComplete() &&
-           m_history.isUpToDate() && m_unwritten == 0;
+           m_history.isUpToDate() && m_autosave.isUpToDate() && m_unwritten == 0;
 }
 
 // --- Construction ---------------------------------------------------------------------------------
@@ -124,6 +128,7 @@ void MainWindow::makeCentre()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_messages);
+    column->addWidget(m_offers);
     column->addWidget(m_pages, 1);
     setCentralWidget(centre);
 }
@@ -201,7 +206,8 @@ void MainWindow::connectFileMenu()
     connect(m_fileMenu, &FileMenu::recentChosen, this, [this](const QString& file) { open({file}); });
     connect(m_fileMenu->openPoints, &QAction::triggered, this, &MainWindow::askForPoints);
     connect(m_fileMenu->openSession, &QAction::triggered, this, &MainWindow::askForSession);
-    connect(m_fileMenu->saveSession, &QAction::triggered, this, &MainWindow::askWhereToSaveSession);
+    connect(m_fileMenu->saveSession, &QAction::triggered, this, [this] { saveSession(); });
+    connect(m_fileMenu->saveSessionAs, &QAction::triggered, this, &MainWindow::askWhereToSaveSession);
     connect(m_fileMenu->savePicture, &QAction::triggered, this, &MainWindow::askWhereToSavePicture);
     connect(m_fileMenu->saveSection, &QAction::triggered, this, &MainWindow::askWhereToSaveSection);
     connect(m_fileMenu->saveColors, &QAction::triggered, this, &MainWindow::askWhereToSaveColors);
@@ -343,8 +349,8 @@ void MainWindow::showPage()
     QStringList titles;
     for (const GamutEntry& entry : m_gamuts.entries())
         titles.append(entry.title);
-    setWindowTitle(titles.isEmpty() ? tr("kvgamut")
-                                    : tr("%1 – kvgamut").arg(titles.join(QStringLiteral(", "))));
+    setWindowTitle(m_document.title(titles));
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::showLoading()

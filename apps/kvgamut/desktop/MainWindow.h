@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "desktop/files/Autosave.h"
 #include "desktop/files/FileDrop.h"
 #include "desktop/files/Session.h"
+#include "desktop/files/SessionDocument.h"
 #include "desktop/models/AutomaticLooks.h"
 #include "desktop/models/ColorTable.h"
 #include "desktop/models/ComparisonModel.h"
@@ -20,6 +22,8 @@
 #include <QtCore/QFuture>
 #include <QtWidgets/QMainWindow>
 
+#include <memory>
+
 class CameraControl;
 class ClipControl;
 class ColorsPanel;
@@ -33,6 +37,7 @@ class GamutPanel;
 class HelpMenu;
 class KeyboardCursor;
 class MessageBar;
+class OfferBar;
 class PointPanel;
 class Presentation;
 class QProgressBar;
@@ -59,7 +64,8 @@ public:
     PointLayer& points() { return m_points; }
     const ComparisonModel& comparison() const { return m_comparison; }
     const ColorTable& colors() const { return m_colors; }
-    /// Whether no load, comparison, file of points, session or page is in progress.
+    /// Whether no load, comparison, file of points, session or page is in progress, and no unsaved change
+    /// waits to be kept.
     bool isComplete() const;
     /// @}
 
@@ -79,6 +85,8 @@ public:
     Session session() const;
     void restore(const Session& session);
     bool saveSession(const QString& file);
+    /// To the file that the session came from; asks for one if it has none. @return whether it was saved
+    bool saveSession();
     /// Reads @p file and shows the session. Waits for the file.
     bool openSession(const QString& file);
     /// The same without waiting: the session appears when the file has been read.
@@ -98,6 +106,11 @@ public:
     void pasteCamera();
     void cancelLoading();
     /// @}
+
+    /// From now on unsaved changes are not lost: what is shown now counts as saved; the window asks about
+    /// later changes before it closes or shows another session, keeps them in case of a crash, and offers
+    /// those of a window that crashed. Without it, as with `--no-settings`, the window asks nothing.
+    void protectWork();
 
     /// Updates the controls after the viewer was changed from outside the window.
     void showViewState();
@@ -134,6 +147,7 @@ Q_SIGNALS:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -147,11 +161,12 @@ private:
     void connectLoading();
     void connectPanels();
     void connectDrops();
+    void connectDocument();
 
     void askForFiles();
     void askForPoints();
     void askForSession();
-    void askWhereToSaveSession();
+    bool askWhereToSaveSession();
     void askWhereToSavePicture();
     void askWhereToSaveSection();
     void askWhereToSavePage();
@@ -159,6 +174,9 @@ private:
     void askWhereToSaveGamut();
     void writeInBackground(const QString& file, const QFuture<std::optional<Problem>>& problem);
     void closeAll();
+    bool mayReplace();
+    void offerLostWork();
+    void restoreLostWork();
     void cancelSession();
     bool restore(const Result<Session>& session, const QString& file);
     void remember(const QString& file);
@@ -195,6 +213,10 @@ private:
     AnnotationBinding m_annotations;
     PointLayer m_points;
     History m_history;
+    SessionDocument m_document;
+    Autosave m_autosave;
+    std::unique_ptr<LostWork> m_lost; ///< that is offered; may be null
+    bool m_isProtected = false;       ///< see protectWork()
     ColorChecks m_checks;
     ColorTable m_colors;
     ComparisonModel m_comparison;
@@ -205,6 +227,7 @@ private:
 
     QStackedWidget* m_pages;
     MessageBar* m_messages;
+    OfferBar* m_offers;
     ClipControl* m_clip;
     GamutPanel* m_gamutPanel;
     PointPanel* m_pointPanel;

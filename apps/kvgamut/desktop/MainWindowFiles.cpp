@@ -10,9 +10,11 @@
 #include "desktop/menus/FileMenu.h"
 #include "desktop/models/Threads.h"
 #include "desktop/panels/ClipControl.h"
+#include "desktop/panels/OfferBar.h"
 #include "desktop/panels/PhotoMask.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
+#include "desktop/panels/UnsavedQuestion.h"
 #include "desktop/view/CameraControl.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInNames.h"
@@ -23,7 +25,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QFutureWatcher>
+#include <QtCore/QLocale>
 #include <QtGui/QClipboard>
+#include <QtGui/QCloseEvent>
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QStatusBar>
 
@@ -116,9 +120,13 @@ void MainWindow::cancelLoading()
 
 void MainWindow::closeAll()
 {
+    if (!mayReplace())
+        return;
     m_gamuts.clear();
     m_points.clear();
     m_finding.forget();
+    m_document.begin({});
+    m_document.setUnchanged();
 }
 
 /// Of the photo in a row of the points, for the active gamut.
@@ -152,11 +160,10 @@ void MainWindow::askForSession()
         readSession(file);
 }
 
-void MainWindow::askWhereToSaveSession()
+bool MainWindow::askWhereToSaveSession()
 {
     const QString file = FileDialogs::sessionToSave(this);
-    if (!file.isEmpty())
-        saveSession(file);
+    return !file.isEmpty() && saveSession(file);
 }
 
 void MainWindow::askWhereToSavePicture()
@@ -250,7 +257,13 @@ bool MainWindow::saveSession(const QString& file)
     if (!isSaved(file, SessionFile::write(file, session())))
         return false;
     remember(QFileInfo(file).absoluteFilePath());
+    m_document.setSaved(QFileInfo(file).absoluteFilePath());
     return true;
+}
+
+bool MainWindow::saveSession()
+{
+    return m_document.file().isEmpty() ? askWhereToSaveSession() : saveSession(m_document.file());
 }
 
 bool MainWindow::openSession(const QString& file)
@@ -289,9 +302,83 @@ bool MainWindow::restore(const Result<Session>& session, const QString& file)
         say(session.error());
         return false;
     }
+    if (!mayReplace())
+        return false;
     restore(*session);
     remember(QFileInfo(file).absoluteFilePath());
+    m_document.begin(QFileInfo(file).absoluteFilePath());
+    m_document.setUnchanged();
     return true;
+}
+
+// --- Unsaved changes ------------------------------------------------------------------------------
+
+void MainWindow::connectDocument()
+{
+    connect(&m_document, &SessionDocument::changed, this, [this] {
+        showPage();
+        if (m_isProtected)
+            m_autosave.update(m_document.isModified());
+    });
+    connect(&m_autosave, &Autosave::failed, this, &MainWindow::say);
+}
+
+void MainWindow::protectWork()
+{
+    m_isProtected = true;
+    m_document.setUnchanged();
+    offerLostWork();
+}
+
+/// Asks about unsaved changes before they are lost. @return whether the window may close, or show another
+/// session
+bool MainWindow::mayReplace()
+{
+    if (!m_isProtected || !m_document.isModified())
+        return true;
+    UnsavedQuestion question(m_document.file(), this);
+    switch (question.exec()) {
+    case QMessageBox::Save:
+        return saveSession();
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(mayReplace());
+}
+
+void MainWindow::offerLostWork()
+{
+    m_lost.reset(); // frees its lock
+    m_lost = LostWork::newest();
+    if (!m_lost)
+        return;
+    const QString time = QLocale().toString(m_lost->time(), QLocale::ShortFormat);
+    const auto restore = [this] { restoreLostWork(); };
+    const auto discard = [this] {
+        m_lost->remove();
+        offerLostWork();
+    };
+    m_offers->offer(QStringLiteral("lost"),
+                    tr("A window ended unexpectedly. Its unsaved changes of %1 were kept.").arg(time),
+                    {{QStringLiteral("restoreLost"), tr("Restore"), restore},
+                     {QStringLiteral("discardLost"), tr("Discard"), discard}});
+}
+
+/// What is restored is unsaved again.
+void MainWindow::restoreLostWork()
+{
+    if (mayReplace()) {
+        restore(m_lost->work().session);
+        m_document.begin(m_lost->work().document);
+        m_lost->remove();
+    }
+    offerLostWork();
 }
 
 // --- Pictures and the clipboard -------------------------------------------------------------------

@@ -489,13 +489,15 @@ TEST_F(HandTest, restoresASessionInAnotherRun)
         hand.press(keys);
     EXPECT_TRUE(until([&] { return shareUnlike(screenshot().copy(placeOnScreen(view)), seen) > 0.1; }));
     hand.press("Ctrl+Q");
+    ASSERT_TRUE(until([] { return hasKeyboard(QStringLiteral("^Unsaved changes$")); }));
+    hand.press("Alt+D");
     ASSERT_TRUE(m_process.waitForFinished(maxWaitMs));
     EXPECT_EQ(m_process.exitCode(), 0);
 
     openWindow({});
     hand.press("Ctrl+Shift+O");
     answer("Restore session", {session});
-    ASSERT_TRUE(until([] { return !placeOnScreen(QStringLiteral("^sRGB, box.icc – kvgamut$")).isEmpty(); }));
+    ASSERT_TRUE(until([] { return !placeOnScreen(QStringLiteral("^all.kvsession – kvgamut$")).isEmpty(); }));
     EXPECT_TRUE(until([&] { return copied("Ctrl+Shift+T") == table; }));
     EXPECT_EQ(copied("Ctrl+K"), place);
     EXPECT_TRUE(until([&] { return shareUnlike(screenshot().copy(placeOnScreen(view)), seen) < 0.001; }));

@@ -11,9 +11,10 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleMock(&argc, argv);
-    const QTemporaryDir configuration;
+    const QTemporaryDir configuration, states;
     kvtest::useTestEnvironment();
     qputenv("XDG_CONFIG_HOME", configuration.path().toUtf8()); // settings and the list of recent files
+    qputenv("XDG_STATE_HOME", states.path().toUtf8());         // unsaved changes
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStringLiteral("Fusion"));

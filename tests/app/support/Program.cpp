@@ -50,6 +50,7 @@ QProcessEnvironment kvtest::environment()
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), runtime.path()); // not the settings of the user
+    env.insert(QStringLiteral("XDG_STATE_HOME"), runtime.path());  // nor the user's unsaved changes
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
     // not the language, desktop (which has its own dialogs) and input method of the user
     env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));

@@ -20,7 +20,9 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
     addSeparator();
     openSession =
         add(*this, "openSession", tr("R&estore session…"), QKeySequence(QStringLiteral("Ctrl+Shift+O")));
-    saveSession = add(*this, "saveSession", tr("&Save session…"), QKeySequence::Save);
+    saveSession = add(*this, "saveSession", tr("&Save session"), QKeySequence::Save);
+    saveSessionAs =
+        add(*this, "saveSessionAs", tr("Sa&ve session as…"), QKeySequence(QStringLiteral("Ctrl+Alt+S")));
     addSeparator();
     savePicture = add(*this, "savePicture", tr("Save p&icture…"), QKeySequence(QStringLiteral("Ctrl+E")));
     saveSection =

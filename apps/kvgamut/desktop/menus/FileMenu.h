@@ -14,6 +14,7 @@ public:
     QAction* openPoints;
     QAction* openSession;
     QAction* saveSession;
+    QAction* saveSessionAs;
     QAction* savePicture;
     QAction* saveSection;
     QAction* saveColors;

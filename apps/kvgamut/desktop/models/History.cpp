@@ -131,6 +131,14 @@ Change changeBetween(const State& before, const State& after)
                                                             : Words::tr("Several changes");
 }
 
+/// @p state without what @p now no longer has: inputs that could not be opened.
+State within(State state, const State& now)
+{
+    state.gamuts.removeIf([&now](const GamutEntry& entry) { return !find(now, entry.id); });
+    state.points.removeIf([&now](const QString& file) { return !now.points.contains(file); });
+    return state;
+}
+
 /// The gamut of which only one value of the look that has a slider differs; empty otherwise.
 QString sliderChange(const State& before, const State& after)
 {
@@ -229,15 +237,40 @@ void History::record()
     if (isLoading())
         return; // the end of the load is a change, too
     const State now = present();
+    if (m_unchanged) { // what was changed while it was loaded is a step of its own
+        takeStep(within(*m_unchanged, now));
+        m_unchanged.reset();
+        m_steps.setClean();
+    }
+    takeStep(now);
+    Q_EMIT recorded();
+}
+
+void History::takeStep(const State& now)
+{
     const Change change = changeBetween(m_last, now);
     const State before = std::exchange(m_last, now);
     if (change)
         m_steps.push(new Step(*this, before, now, *change));
 }
 
+void History::setUnchanged()
+{
+    m_unchanged = present();
+    recordSoon();
+}
+
+bool History::isUnchanged() const
+{
+    const State now = present();
+    if (m_unchanged)
+        return !changeBetween(within(*m_unchanged, now), now);
+    return m_steps.isClean() && !changeBetween(m_last, now);
+}
+
 History::State History::present() const
 {
-    State state{m_gamuts.entries(), m_gamuts.activeRow(), m_points.files(), m_points.tolerance()};
+    State state{m_document, m_gamuts.entries(), m_gamuts.activeRow(), m_points.files(), m_points.tolerance()};
     for (GamutEntry& entry : state.gamuts) {
         entry.gamut = {};
         entry.revision = 0;
@@ -257,6 +290,8 @@ void History::restore(const State& state)
     for (const QString& file : onlyIn(state.points, shown))
         m_points.open(file);
     m_points.setTolerance(state.tolerance);
+    m_document = state.document;
+    m_unchanged.reset();
     m_last = state;
     Q_EMIT restored();
 }

@@ -429,10 +429,6 @@
         <translation>Sitzung &amp;wiederherstellen…</translation>
     </message>
     <message>
-        <source>&amp;Save session…</source>
-        <translation>&amp;Sitzung speichern…</translation>
-    </message>
-    <message>
         <source>Save p&amp;icture…</source>
         <translation>&amp;Bild speichern…</translation>
     </message>
@@ -467,6 +463,14 @@
     <message>
         <source>Save gamut as &amp;mesh…</source>
         <translation>Gamut als &amp;Netz speichern…</translation>
+    </message>
+    <message>
+        <source>&amp;Save session</source>
+        <translation>&amp;Sitzung speichern</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve session as…</source>
+        <translation>Sitzung speichern u&amp;nter…</translation>
     </message>
 </context>
 <context>
@@ -1138,10 +1142,6 @@ wird berechnet</translation>
 <context>
     <name>MainWindow</name>
     <message>
-        <source>kvgamut</source>
-        <translation>kvgamut</translation>
-    </message>
-    <message>
         <source>Gamuts</source>
         <translation>Gamuts</translation>
     </message>
@@ -1178,10 +1178,6 @@ wird berechnet</translation>
         <translation>%1 gespeichert</translation>
     </message>
     <message>
-        <source>%1 – kvgamut</source>
-        <translation>%1 – kvgamut</translation>
-    </message>
-    <message>
         <source>Writing %1…</source>
         <translation>%1 wird geschrieben…</translation>
     </message>
@@ -1200,6 +1196,18 @@ wird berechnet</translation>
     <message>
         <source>Copied the camera</source>
         <translation>Kamera kopiert</translation>
+    </message>
+    <message>
+        <source>A window ended unexpectedly. Its unsaved changes of %1 were kept.</source>
+        <translation>Ein Fenster wurde unerwartet beendet. Seine ungespeicherten Änderungen vom %1 sind erhalten.</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
     </message>
 </context>
 <context>
@@ -1233,6 +1241,13 @@ wird berechnet</translation>
             <numerusform>%n weitere…</numerusform>
             <numerusform>%n weitere…</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>OfferBar</name>
+    <message>
+        <source>Questions</source>
+        <translation>Fragen</translation>
     </message>
 </context>
 <context>
@@ -2126,6 +2141,17 @@ wird berechnet</translation>
     </message>
 </context>
 <context>
+    <name>SessionDocument</name>
+    <message>
+        <source>kvgamut</source>
+        <translation>kvgamut</translation>
+    </message>
+    <message>
+        <source>%1[*] – kvgamut</source>
+        <translation>%1[*] – kvgamut</translation>
+    </message>
+</context>
+<context>
     <name>ShownWords</name>
     <message>
         <source>Perceptual</source>
@@ -2296,6 +2322,37 @@ wird berechnet</translation>
     <message>
         <source>Tools</source>
         <translation>Werkzeuge</translation>
+    </message>
+</context>
+<context>
+    <name>UnsavedQuestion</name>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Save the changes as a session?</source>
+        <translation>Die Änderungen als Sitzung speichern?</translation>
+    </message>
+    <message>
+        <source>Save the changes of “%1”?</source>
+        <translation>Die Änderungen von „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>Otherwise they are lost.</source>
+        <translation>Sonst gehen sie verloren.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 <context>
