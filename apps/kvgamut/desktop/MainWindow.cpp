@@ -60,8 +60,8 @@ QWidget* below(QWidget* upper, QWidget* lower)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_area(new ViewArea), m_loader(m_gamuts), m_looks(m_gamuts),
       m_binding(m_gamuts, m_area->view()), m_annotations(m_gamuts, m_area->view()),
-      m_points(m_gamuts, m_area->viewer()), m_history(m_gamuts, m_points), m_document(m_history),
-      m_autosave([this] {
+      m_points(m_gamuts, m_area->viewer()), m_changes(m_gamuts, m_points), m_history(m_gamuts, m_points),
+      m_document(m_history), m_autosave([this] {
           return UnsavedWork{session(), m_document.file()};
       }),
       m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
@@ -86,6 +86,7 @@ MainWindow::MainWindow(QWidget* parent)
     connectPanels();
     connectDrops();
     connectDocument();
+    connectChanges();
     showViewState();
     showLoading();
     showPage();
@@ -374,8 +375,12 @@ QSize MainWindow::fitting(const QSize& wanted) const
 
 WindowMemory MainWindow::memory() const
 {
-    return {saveGeometry(), saveState(), m_area->viewer().background(), FileDialogs::folder(),
-            m_annotations.isShown()};
+    return {saveGeometry(),
+            saveState(),
+            m_area->viewer().background(),
+            FileDialogs::folder(),
+            m_annotations.isShown(),
+            m_changes.isAutomatic()};
 }
 
 void MainWindow::recall(const WindowMemory& memory)
@@ -388,6 +393,7 @@ void MainWindow::recall(const WindowMemory& memory)
         viewer().setBackground(memory.background);
     FileDialogs::setFolder(memory.folder);
     m_annotations.setShown(memory.isAnnotated);
+    m_fileMenu->reloadAutomatically->setChecked(memory.reloads);
     showViewState();
 }
 

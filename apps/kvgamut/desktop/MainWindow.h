@@ -6,6 +6,7 @@
 #include "desktop/files/Session.h"
 #include "desktop/files/SessionDocument.h"
 #include "desktop/models/AutomaticLooks.h"
+#include "desktop/models/ChangedFiles.h"
 #include "desktop/models/ColorTable.h"
 #include "desktop/models/ComparisonModel.h"
 #include "desktop/models/GamutListModel.h"
@@ -162,6 +163,7 @@ private:
     void connectPanels();
     void connectDrops();
     void connectDocument();
+    void connectChanges();
 
     void askForFiles();
     void askForPoints();
@@ -176,6 +178,7 @@ private:
     void closeAll();
     bool mayReplace();
     void offerLostWork();
+    void offerChanges();
     void restoreLostWork();
     void cancelSession();
     bool restore(const Result<Session>& session, const QString& file);
@@ -212,6 +215,7 @@ private:
     ViewerBinding m_binding;
     AnnotationBinding m_annotations;
     PointLayer m_points;
+    ChangedFiles m_changes;
     History m_history;
     SessionDocument m_document;
     Autosave m_autosave;

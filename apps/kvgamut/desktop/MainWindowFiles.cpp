@@ -381,6 +381,26 @@ void MainWindow::restoreLostWork()
     offerLostWork();
 }
 
+// --- Files that change on disk --------------------------------------------------------------------
+
+void MainWindow::connectChanges()
+{
+    connect(m_fileMenu->reload, &QAction::triggered, &m_changes, &ChangedFiles::readAll);
+    connect(m_fileMenu->reloadAutomatically, &QAction::toggled, &m_changes, &ChangedFiles::setAutomatic);
+    connect(&m_changes, &ChangedFiles::changed, this, &MainWindow::offerChanges);
+}
+
+void MainWindow::offerChanges()
+{
+    const QString id = QStringLiteral("changed");
+    if (m_changes.files().isEmpty())
+        m_offers->withdraw(id);
+    else
+        m_offers->offer(id, tr("Changed on disk: %1").arg(m_changes.names()),
+                        {{QStringLiteral("reloadChanged"), tr("Reload"), [this] { m_changes.readAgain(); }},
+                         {QStringLiteral("ignoreChanged"), tr("Not now"), [this] { m_changes.ignore(); }}});
+}
+
 // --- Pictures and the clipboard -------------------------------------------------------------------
 
 bool MainWindow::savePicture(const QString& file, const QSize& size)

@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
+
+#include <sys/stat.h>
+#include <thread>
 
 namespace {
 
@@ -46,6 +51,61 @@ TEST_F(Queue, computesAgainWithOtherSettings)
     ASSERT_TRUE(finish());
     EXPECT_EQ(model.at(0).computedWith.intent, KVVMRenderRelativeColorimetric);
     EXPECT_NEAR(absolute, 296508.0f, 600.0f);
+    EXPECT_NEAR(model.at(0).gamut.volume(), 411424.0f, 800.0f);
+}
+
+TEST_F(Queue, readsAFileAgainThatHasChanged)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.icc"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/usr/share/color/icc/ghostscript/srgb.icc"), file));
+    model.add(file, {KVVMRenderRelativeColorimetric, false, -1}, {});
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(model.at(0).gamut.volume(), 832781.0f, 5000.0f);
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QFile::copy(cmyk, file));
+    model.computeAgain(0);
+    EXPECT_TRUE(model.at(0).loading);
+    ASSERT_TRUE(finish());
+    EXPECT_NEAR(model.at(0).gamut.volume(), 411424.0f, 800.0f);
+}
+
+TEST_F(Queue, keepsTheGamutOfAFileThatIsGone)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.icc"));
+    ASSERT_TRUE(QFile::copy(cmyk, file));
+    model.add(file, {}, {});
+    ASSERT_TRUE(finish());
+    const quint64 revision = model.at(0).revision;
+    ASSERT_TRUE(QFile::remove(file));
+    model.setSettings(0, {KVVMRenderRelativeColorimetric, false, -1});
+    ASSERT_TRUE(finish());
+    ASSERT_EQ(failures.count(), 1);
+    EXPECT_EQ(failures[0][0].value<Problem>().subject, file);
+    ASSERT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(model.at(0).revision, revision);
+    EXPECT_EQ(model.at(0).settings, KVGamut::Settings());
+}
+
+TEST_F(Queue, readsAPipeOnlyOnce)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("pipe.icc"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    model.add(pipe, {}, {});
+    QFile profile(cmyk);
+    ASSERT_TRUE(profile.open(QIODevice::ReadOnly));
+    const QByteArray bytes = profile.readAll();
+    std::thread writer([&] {
+        QFile out(pipe);
+        if (out.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            out.write(bytes);
+    });
+    EXPECT_TRUE(finish());
+    writer.join();
+    model.setSettings(0, {KVVMRenderRelativeColorimetric, false, -1});
+    ASSERT_TRUE(finish());
     EXPECT_NEAR(model.at(0).gamut.volume(), 411424.0f, 800.0f);
 }
 

@@ -33,7 +33,8 @@ QByteArray WindowMemory::toJson() const
     QJsonObject json{{QStringLiteral("geometry"), text(geometry)},
                      {QStringLiteral("panels"), text(panels)},
                      {QStringLiteral("folder"), folder},
-                     {QStringLiteral("annotated"), isAnnotated}};
+                     {QStringLiteral("annotated"), isAnnotated},
+                     {QStringLiteral("reloads"), reloads}};
     if (background.isValid())
         json.insert(QStringLiteral("background"), background.name());
     return QJsonDocument(json).toJson();
@@ -47,6 +48,7 @@ WindowMemory WindowMemory::fromJson(const QByteArray& json)
     memory.panels = bytes(object[QStringLiteral("panels")]);
     memory.folder = object[QStringLiteral("folder")].toString();
     memory.isAnnotated = object[QStringLiteral("annotated")].toBool(true);
+    memory.reloads = object[QStringLiteral("reloads")].toBool(false);
     const QString background = object[QStringLiteral("background")].toString();
     if (background.startsWith(QLatin1Char('#')) && QColor::isValidColor(background))
         memory.background = QColor(QColor(background).rgb()); // opaque

@@ -13,6 +13,7 @@ struct WindowMemory
     QColor background;       ///< of the view; invalid: none
     QString folder;          ///< of the dialogs that open and save files; empty: none
     bool isAnnotated = true; ///< whether scales and legend are shown
+    bool reloads = false;    ///< whether files that change are read again without a question
 
     QByteArray toJson() const;
     /// Values that are missing or wrong have their defaults.

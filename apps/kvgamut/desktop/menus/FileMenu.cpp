@@ -9,6 +9,7 @@
 #include <QtCore/QFileInfo>
 
 using MenuActions::add;
+using MenuActions::addCheckable;
 
 FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
 {
@@ -17,6 +18,9 @@ FileMenu::FileMenu(QWidget* parent) : QMenu(tr("&File"), parent)
     addRecent();
     openPoints = add(*this, "openPoints", tr("Add &points or the pixels of a picture…"),
                      QKeySequence(QStringLiteral("Ctrl+P")));
+    reload = add(*this, "reload", tr("&Load files again"), QKeySequence(QStringLiteral("Ctrl+R")));
+    reloadAutomatically = addCheckable(*this, "reloadAutomatically", tr("Load changed files a&utomatically"),
+                                       QKeySequence(QStringLiteral("Ctrl+Shift+R")));
     addSeparator();
     openSession =
         add(*this, "openSession", tr("R&estore session…"), QKeySequence(QStringLiteral("Ctrl+Shift+O")));

@@ -12,6 +12,8 @@ public:
 
     QAction* open;
     QAction* openPoints;
+    QAction* reload;
+    QAction* reloadAutomatically;
     QAction* openSession;
     QAction* saveSession;
     QAction* saveSessionAs;

@@ -185,8 +185,13 @@ void GamutListModel::setSettings(int row, const KVGamut::Settings& settings)
     if (entry.settings == settings)
         return;
     entry.settings = settings;
-    entry.loading = true;
-    entry.progress = 0.0f;
+    computeAgain(row);
+}
+
+void GamutListModel::computeAgain(int row)
+{
+    m_entries[row].loading = true;
+    m_entries[row].progress = 0.0f;
     changed(row, {SettingsRole, LoadingRole, Qt::DisplayRole});
 }
 

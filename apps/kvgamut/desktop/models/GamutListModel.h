@@ -21,7 +21,7 @@ public:
     enum Role : int
     {
         LookRole = Qt::UserRole, ///< GamutEntry::look
-        SettingsRole,            ///< GamutEntry::settings; the gamut must be recomputed
+        SettingsRole,            ///< GamutEntry::settings, or the input; the gamut must be recomputed
         LoadingRole,             ///< GamutEntry::loading and progress
         GamutRole,               ///< GamutEntry::gamut
     };
@@ -55,6 +55,8 @@ public:
     void setAutomaticOpacity(int row, float opacity);
     /// Requests a new computation with other settings; until it ends the current gamut stays.
     void setSettings(int row, const KVGamut::Settings& settings);
+    /// The same with the same settings, because the input has changed.
+    void computeAgain(int row);
     /// Makes @p entries the gamuts, in this order: removes others, and inserts those that are missing, which
     /// the loader then computes; those that stay get the settings and the look of their entry.
     void restore(const QList<GamutEntry>& entries, int activeRow);

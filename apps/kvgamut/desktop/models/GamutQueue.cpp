@@ -2,6 +2,8 @@
 #include "GamutQueue.h"
 
 #include "desktop/models/Threads.h"
+#include "model/inputs/BuiltInNames.h"
+#include "model/inputs/InputName.h"
 
 #include <QtCore/QFuture>
 #include <QtCore/QThread>
@@ -9,8 +11,19 @@
 #include <algorithm>
 
 namespace {
+
 constexpr int reportMs = 80;
+
+/// Of the file of an input. A cancelled task has none.
+std::optional<FileStamp> stampOf(const QString& input, const KVCompletionProtocolPtr& task)
+{
+    const Result<InputName> name = InputName::of(input);
+    if (!name || BuiltInNames::all().contains(name->file))
+        return {};
+    return FileStamp::of(name->file, task);
 }
+
+} // namespace
 
 GamutQueue::GamutQueue(GamutListModel& model, QObject* parent) : QObject(parent), m_model(model)
 {
@@ -81,22 +94,23 @@ void GamutQueue::onDataChanged(const QModelIndex& first, const QModelIndex& last
 }
 
 /// Runs on a worker.
-GamutQueue::Outcome GamutQueue::compute(const QString& input, std::optional<GamutSource> source,
+GamutQueue::Outcome GamutQueue::compute(const QString& input, const Opened& before,
                                         const KVGamut::Settings& settings, KVCompletionProtocolPtr protocol)
 {
     Outcome outcome;
     if (protocol->isCancelled()) // cancelled while it waited for a thread
         return outcome;
-    if (!source) {
+    outcome.opened = before;
+    const std::optional<FileStamp> stamp = stampOf(input, protocol);
+    if (!before.source || before.stamp != stamp) {
         Result<GamutSource> opened = GamutSource::open(input, protocol);
         if (!opened) {
             outcome.gamut = failure(opened.error());
             return outcome;
         }
-        source = *std::move(opened);
+        outcome.opened = {*std::move(opened), stamp};
     }
-    outcome.gamut = source->compute(settings, &protocol);
-    outcome.source = std::move(source);
+    outcome.gamut = outcome.opened.source->compute(settings, &protocol);
     return outcome;
 }
 
@@ -128,7 +142,7 @@ void GamutQueue::finish(const QString& id, int ticket, const Outcome& outcome)
     m_jobs.remove(id);
     const int row = m_model.rowOf(id);
     if (outcome.gamut) {
-        m_sources.insert(id, outcome.source);
+        m_sources.insert(id, outcome.opened);
         m_model.setGamut(row, *outcome.gamut);
     } else {
         m_model.abandonLoad(row);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "FileStamp.h"
 #include "GamutListModel.h"
 #include "model/inputs/GamutSource.h"
 
@@ -12,7 +13,8 @@
 #include <optional>
 
 /// Computes the gamuts of a list in the background: opens each input, computes, and reports progress and
-/// result to the list. The destructor cancels and waits for the workers; no other function blocks.
+/// result to the list. An input whose file has changed is read again. The destructor cancels and waits for
+/// the workers; no other function blocks.
 ///
 /// The list must outlive it.
 class GamutQueue : public QObject
@@ -27,7 +29,7 @@ public:
     void cancelAll();
     bool isBusy() const { return !m_jobs.isEmpty(); }
     /// The profile from which the gamut with this id was computed; nullopt if there is none yet.
-    std::optional<GamutSource> source(const QString& id) const { return m_sources.value(id); }
+    std::optional<GamutSource> source(const QString& id) const { return m_sources.value(id).source; }
     /// Mean progress of the loads in progress, 0..1.
     float progress() const;
 
@@ -45,14 +47,20 @@ private:
         int ticket = 0; ///< distinguishes this job from a job that it replaced
         KVCompletionProtocolPtr protocol;
     };
+    /// An input, and the file that it was read from.
+    struct Opened
+    {
+        std::optional<GamutSource> source; ///< nullopt: not yet
+        std::optional<FileStamp> stamp;    ///< nullopt: built-in, or a pipe, which is read only once
+    };
     struct Outcome
     {
-        std::optional<GamutSource> source;
+        Opened opened;
         Result<KVGamut::GamutObject> gamut = failure(KVProblemCode::Cancelled);
     };
 
-    static Outcome compute(const QString& input, std::optional<GamutSource> source,
-                           const KVGamut::Settings& settings, KVCompletionProtocolPtr protocol);
+    static Outcome compute(const QString& input, const Opened& before, const KVGamut::Settings& settings,
+                           KVCompletionProtocolPtr protocol);
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
     void onDataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles);
@@ -64,8 +72,7 @@ private:
 
     GamutListModel& m_model;
     QHash<QString, Job> m_jobs;
-    /// Inputs stay open, so that new settings apply to the content that was read first.
-    QHash<QString, std::optional<GamutSource>> m_sources;
+    QHash<QString, Opened> m_sources; ///< of the gamuts by their id; read again when the file has changed
     QThreadPool m_pool;
     QTimer m_ticker;
     int m_lastTicket = 0;

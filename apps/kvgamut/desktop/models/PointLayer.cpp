@@ -226,13 +226,17 @@ void PointLayer::finishReading(const QString& file, int ticket, const Reading& r
     const int row = rowOf(file);
     if (row < 0 || m_layers[row].ticket != ticket)
         return;
+    Layer& layer = m_layers[row];
+    layer.reading = false;
     if (!set) {
-        remove(row);
+        if (layer.wasRead)
+            judgeFormer(layer);
+        else
+            remove(row);
         Q_EMIT failed(set.error());
         return;
     }
-    Layer& layer = m_layers[row];
-    layer.reading = false;
+    layer.wasRead = true;
     layer.set = *set;
     layer.order = reading.order;
     layer.judgedBy = 0;
@@ -243,6 +247,16 @@ void PointLayer::finishReading(const QString& file, int ticket, const Reading& r
     Q_EMIT pointsChanged();
     for (const Problem& note : set->allNotes())
         Q_EMIT noted(note);
+}
+
+/// The request to read the file again has cancelled the work on its points.
+void PointLayer::judgeFormer(Layer& layer)
+{
+    layer.beingJudgedBy = 0;
+    if (!layer.photo.check)
+        layer.photo = {};
+    redraw();
+    judgeAll();
 }
 
 void PointLayer::cancel(const Layer& layer)

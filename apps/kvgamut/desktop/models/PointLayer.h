@@ -42,7 +42,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// Reads @p file and shows its points; a file that is in the list already is read again.
+    /// Reads @p file and shows its points; a file that is in the list already is read again, and keeps its
+    /// points if that fails.
     void open(const QString& file);
     void remove(int row);
     void clear();
@@ -105,6 +106,7 @@ private:
         int ticket = 0;               ///< of the latest request to read the file
         KVCompletionProtocolPtr work; ///< of that request and of the classification; null before the request
         bool reading = true;
+        bool wasRead = false; ///< the set is complete, perhaps of an earlier reading
         PointSet set;
         LightnessOrder order;      ///< of the set
         quint64 judgedBy = 0;      ///< revision of the gamut that the distances belong to; 0: none
@@ -123,6 +125,7 @@ private:
 
     struct Reading; ///< what a file contains
     void finishReading(const QString& file, int ticket, const Reading& reading);
+    void judgeFormer(Layer& layer);
     static void cancel(const Layer& layer);
     void judgeAll();
     void judge(Layer& layer, const GamutEntry& gamut);

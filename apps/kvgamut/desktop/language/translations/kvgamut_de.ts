@@ -472,6 +472,14 @@
         <source>Sa&amp;ve session as…</source>
         <translation>Sitzung speichern u&amp;nter…</translation>
     </message>
+    <message>
+        <source>&amp;Load files again</source>
+        <translation>Dateien neu &amp;laden</translation>
+    </message>
+    <message>
+        <source>Load changed files a&amp;utomatically</source>
+        <translation>&amp;Geänderte Dateien automatisch laden</translation>
+    </message>
 </context>
 <context>
     <name>FindingPanel</name>
@@ -1208,6 +1216,18 @@ wird berechnet</translation>
     <message>
         <source>Discard</source>
         <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Changed on disk: %1</source>
+        <translation>Auf dem Datenträger geändert: %1</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
+    <message>
+        <source>Not now</source>
+        <translation>Jetzt nicht</translation>
     </message>
 </context>
 <context>
