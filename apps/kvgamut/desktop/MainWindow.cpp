@@ -14,7 +14,9 @@
 #include "desktop/menus/ViewMenu.h"
 #include "desktop/panels/ClipControl.h"
 #include "desktop/panels/ColorsPanel.h"
+#include "desktop/panels/ComparisonPanel.h"
 #include "desktop/panels/ComparisonTable.h"
+#include "desktop/panels/DropFrame.h"
 #include "desktop/panels/FindingPanel.h"
 #include "desktop/panels/GamutPanel.h"
 #include "desktop/panels/MenuCommands.h"
@@ -118,8 +120,7 @@ void MainWindow::makeCentre()
     auto* welcome = new WelcomePage;
     connect(welcome, &WelcomePage::openRequested, this, &MainWindow::askForFiles);
     connect(welcome, &WelcomePage::exampleRequested, this, [this] {
-        addGamut(QStringLiteral("sRGB"));
-        addGamut(QStringLiteral("DisplayP3"));
+        open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
     });
     m_pages->addWidget(welcome);
     m_pages->addWidget(scene);
@@ -148,7 +149,8 @@ void MainWindow::makePanels()
     m_panels.gamuts = makePanel("gamutsDock", tr("Gamuts"), m_gamutPanel);
     m_panels.section = makePanel("sectionDock", tr("Section"), below(m_sectionBar, m_slice));
     m_panels.colors = makePanel("pointsDock", tr("Colours"), m_colorsPanel);
-    m_panels.comparison = makePanel("comparisonDock", tr("Comparison"), m_table);
+    m_panels.comparison =
+        makePanel("comparisonDock", tr("Comparison"), new ComparisonPanel(*m_table, m_gamuts));
     m_panels.finding = makePanel("findingDock", tr("Clicked colour"), m_findingPanel);
     resetPanels();
 }
@@ -291,9 +293,11 @@ void MainWindow::connectDrops()
     m_drop.watch(this);
     m_drop.watch(&viewer());
     connect(&m_drop, &FileDrop::dropped, this, &MainWindow::open);
+    connect(&m_drop, &FileDrop::hovered, new DropFrame(*m_pages), &DropFrame::setShown);
     m_pointDrop.watch(m_pointPanel);
     m_pointDrop.watch(m_colorsPanel);
     connect(&m_pointDrop, &FileDrop::dropped, this, &MainWindow::addPoints);
+    connect(&m_pointDrop, &FileDrop::hovered, new DropFrame(*m_colorsPanel), &DropFrame::setShown);
 }
 
 KVProfilePtr MainWindow::profileOf(const QString& id) const

@@ -57,8 +57,10 @@ std::optional<Problem> writePicture(const QString& file, const QImage& picture)
 
 // --- Opening --------------------------------------------------------------------------------------
 
+/// The first gamut becomes the active one, which keys and panels change.
 void MainWindow::open(const QStringList& files)
 {
+    const int firstNew = m_gamuts.rowCount();
     for (const QString& file : files) {
         switch (fileKind(file)) {
         case FileKind::Gamut:
@@ -72,6 +74,7 @@ void MainWindow::open(const QStringList& files)
             break;
         }
     }
+    m_gamuts.setActiveRow(firstNew);
 }
 
 void MainWindow::addGamut(const QString& input)

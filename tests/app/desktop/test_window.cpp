@@ -75,6 +75,67 @@ TEST_F(Window, opensFilesThatAreDroppedAnywhere)
     EXPECT_EQ(window.points().rowCount(), 1);
 }
 
+TEST_F(Window, makesTheOpenedFileTheActiveGamut)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    EXPECT_EQ(window.gamuts().activeRow(), 0) << "the first of those that are opened together";
+    drop(innerWindow(), cmyk);
+    EXPECT_EQ(window.gamuts().activeRow(), 2);
+    QTest::keyClick(&window, Qt::Key_F6); // at once
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(entry(2).computedWith.intent, KVVMRenderRelativeColorimetric);
+    EXPECT_EQ(entry(0).computedWith.intent, KVVMRenderAbsoluteColorimetric);
+    window.gamuts().setActiveRow(1);
+    open({write(QStringLiteral("no profile.icc"), "hello")});
+    EXPECT_EQ(window.gamuts().activeRow(), 1) << "as before";
+}
+
+TEST_F(Window, saysThatIntentsDiffer)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("OptimalColors"), cmyk});
+    auto& note = control<QLabel>("intentNote");
+    EXPECT_FALSE(note.isVisible()) << "a body without a profile has no intent";
+    window.gamuts().setSettings(2, {KVVMRenderRelativeColorimetric, false, -1});
+    ASSERT_TRUE(settle());
+    EXPECT_TRUE(note.isVisible());
+    EXPECT_TRUE(note.text().contains(QStringLiteral("Absolute colorimetric, Relative colorimetric")))
+        << note.text().toStdString();
+    window.gamuts().remove(2);
+    EXPECT_FALSE(note.isVisible());
+}
+
+TEST_F(Window, framesWhatTakesTheDraggedFiles)
+{
+    open({QStringLiteral("sRGB")});
+    const auto frameOf = [](QWidget& target) {
+        QList<QWidget*> shown = target.findChildren<QWidget*>(QStringLiteral("dropFrame"));
+        shown.removeIf([](const QWidget* side) { return !side->isVisible(); });
+        return shown.size();
+    };
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(cmyk)});
+    const auto enter = [&](QObject& target) {
+        QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &event);
+    };
+    auto& colors = control<QWidget>("colorsPanel");
+    QWidget& centre = *window.centralWidget();
+    enter(innerWindow());
+    EXPECT_EQ(frameOf(centre), 4);
+    EXPECT_EQ(frameOf(colors), 0);
+    const QWidget* side = centre.findChild<QWidget*>(QStringLiteral("dropFrame"));
+    EXPECT_EQ(side->palette().color(side->backgroundRole()), QApplication::palette().highlight().color());
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&innerWindow(), &leave);
+    EXPECT_EQ(frameOf(centre), 0);
+    enter(colors);
+    EXPECT_EQ(frameOf(colors), 4);
+    drop(colors, write(QStringLiteral("p.csv"), "L,a,b\n50,0,0\n"));
+    EXPECT_EQ(frameOf(colors), 0);
+    drop(innerWindow(), cmyk);
+    EXPECT_EQ(frameOf(centre), 0);
+}
+
 TEST_F(Window, showsTheInnerGamutWhenTheOuterOneIsOpenedFirst)
 {
     open({QStringLiteral("ProPhoto"), QStringLiteral("sRGB")});

@@ -269,6 +269,8 @@ TEST_F(ColorsInTheWindow, staySortedWhenTheGamutsChange)
     open({QStringLiteral("AdobeRGB")}); // with columns of its own before that one
     EXPECT_EQ(header.sortIndicatorSection(), window.colors().columnOf(Kind::Lightness));
     EXPECT_EQ(names(), before);
+    window.gamuts().setActiveRow(0);
+    ASSERT_TRUE(settle());
     table().sortByColumn(window.colors().columnOf(Kind::De00), Qt::DescendingOrder); // of sRGB
     window.gamuts().remove(0);
     ASSERT_TRUE(settle());

@@ -42,6 +42,9 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     case QEvent::DragMove:
     case QEvent::Drop:
         break;
+    case QEvent::DragLeave:
+        Q_EMIT hovered(false);
+        return QObject::eventFilter(watched, event);
     default:
         return QObject::eventFilter(watched, event);
     }
@@ -51,6 +54,7 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
         return false;
     drop->setDropAction(Qt::CopyAction); // copy, not move: the source must not delete the file
     drop->accept();
+    Q_EMIT hovered(event->type() != QEvent::Drop);
     if (event->type() == QEvent::Drop)
         Q_EMIT dropped(files);
     return true;

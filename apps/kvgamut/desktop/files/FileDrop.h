@@ -18,4 +18,6 @@ public:
 
 Q_SIGNALS:
     void dropped(QStringList files);
+    /// Files are dragged over one of the objects, or no longer.
+    void hovered(bool isOver);
 };

@@ -199,6 +199,7 @@ void GamutListModel::setActiveRow(int row)
 {
     if (row == m_activeRow || row < 0 || row >= m_entries.size())
         return;
+    m_formerlyActive = m_activeRow < 0 ? QString() : m_entries[m_activeRow].id;
     m_activeRow = row;
     Q_EMIT activeRowChanged(row);
     if (m_solo)
@@ -262,7 +263,11 @@ void GamutListModel::abandonLoad(int row)
 {
     GamutEntry& entry = m_entries[row];
     if (!entry.hasGamut()) {
+        const bool wasActive = row == m_activeRow;
+        const QString former = m_formerlyActive; // views may choose another row during the removal
         remove(row);
+        if (wasActive)
+            setActiveRow(rowOf(former));
         return;
     }
     entry.settings = entry.computedWith;

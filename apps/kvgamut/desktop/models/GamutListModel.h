@@ -79,7 +79,7 @@ public:
     void setProgress(int row, float progress);
     void setGamut(int row, const KVGamut::GamutObject& gamut);
     /// The load ended without a gamut: the settings return to those of the current gamut. An entry that
-    /// never had a gamut is removed.
+    /// never had a gamut is removed; if it was active, the one that was active before becomes so again.
     void abandonLoad(int row);
     /// @}
 
@@ -100,6 +100,7 @@ private:
     QList<GamutEntry> m_entries;
     int m_activeRow = -1;
     bool m_solo = false;
+    QString m_formerlyActive; ///< id of the gamut that was active before the present one
     int m_lastNumber = 0;
     quint64 m_lastRevision = 0;
 };

@@ -23,6 +23,7 @@ ColorsPanel::ColorsPanel(ColorTable& table, const ColorChecks& checks, QWidget* 
     : QWidget(parent), m_table(table), m_checks(checks), m_view(new QTreeView), m_search(new QLineEdit),
       m_zone(new QComboBox), m_state(new QLabel)
 {
+    setObjectName(QStringLiteral("colorsPanel"));
     makeTable();
     makeActions();
     m_state->setObjectName(QStringLiteral("colorState"));

@@ -244,6 +244,13 @@
     </message>
 </context>
 <context>
+    <name>ComparisonPanel</name>
+    <message>
+        <source>The gamuts have different intents: %1. Choose one intent to compare the devices.</source>
+        <translation>Die Gamuts haben verschiedene Intents: %1. Wählen Sie einen Intent, um die Geräte zu vergleichen.</translation>
+    </message>
+</context>
+<context>
     <name>ComparisonTable</name>
     <message>
         <source>Comparison of the gamuts</source>
