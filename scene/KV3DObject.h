@@ -4,6 +4,7 @@
 #include <scene/BackToFront.h>
 #include <scene/DepthBias.h>
 #include <scene/GeometryData.h>
+#include <scene/ResourceFiles.h>
 #include <scene/VertexRecords.h>
 
 #include <QtCore/QEasingCurve>
@@ -21,6 +22,8 @@
 #include <QtOpenGL/QOpenGLBuffer>
 #include <QtOpenGL/QOpenGLShaderProgram>
 #include <QtOpenGL/QOpenGLVertexArrayObject>
+
+#include <optional>
 
 struct CameraState;
 class QOpenGLContext;
@@ -199,14 +202,17 @@ public:
     /// @name GL
     /// @{
 
-    /// Builds the shader programs of the subtree in the current context. Call it again for a new context.
-    /// Buffers are not changed. Without a current context it does nothing. An object whose shaders do not
-    /// build is not drawn; see ShaderPrograms.
+    /// Makes the shader programs of the subtree for the current context; each is linked when its object first
+    /// draws something. Call it again for a new context. Buffers are not changed. Without a current context
+    /// it does nothing. An object whose shaders do not build is not drawn; see ShaderPrograms.
     void initializeGL(QOpenGLContext* owner);
     /// Destroys the GPU objects and programs of the subtree and removes all children.
     void releaseGL();
     /// The same without removing the children: the subtree is drawn again after the next initializeGL().
     void releaseGpuObjects();
+    /// Frees the batch of the root, which keeps its memory from frame to frame. The next frame that is drawn
+    /// gathers again.
+    void releaseBatch();
     /// Argument of the last initializeGL(); null before it, after releaseGL() and after releaseGpuObjects().
     QOpenGLContext* glOwner() const { return m_glOwner; }
     bool hasProgram() const { return !m_program.isNull(); }
@@ -257,6 +263,7 @@ private:
     void markMoved();
     void restyleVertices();
     void destroyBuffers();
+    bool linkProgram();
     void findLocations();
     void upload(const QList<float>& list);
     template <typename Setter>
@@ -264,6 +271,7 @@ private:
 
     void advanceTransition(int flags);
     bool needsGathering() const;
+    qsizetype gatheredSize() const;
     void gather(QList<float>& batch);
     void settleAfterGathering();
     void markSubtreeDrawn();
@@ -304,6 +312,7 @@ private:
     QOpenGLBuffer m_vbo;
     QOpenGLVertexArrayObject m_vao;
     QSharedPointer<QOpenGLShaderProgram> m_program;
+    std::optional<ShaderSources> m_sources; ///< of the program, until it is linked
     QString m_vertexShaderPath;
     QString m_fragmentShaderPath;
     int m_primitiveMode = KVPrimitiveTriangles;
@@ -316,8 +325,9 @@ private:
     QVector3D m_lastEye;
     QMap<QString, QVariant> m_properties;
     QSharedPointer<AlphaTransition> m_transition;
-    bool m_refused = false;    ///< the draw check refused the last translucent pass
-    bool m_gatherNext = false; ///< the next translucent pass must gather again
+    bool m_refused = false;       ///< the draw check refused the last translucent pass
+    bool m_gatherNext = false;    ///< the next translucent pass must gather again
+    bool m_batchReleased = false; ///< the next translucent pass must gather, although nothing changed
     bool m_awaitingVertices = false;
     int m_uploadCount = 0;
     int m_sortCount = 0;

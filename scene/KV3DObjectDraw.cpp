@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -17,9 +18,20 @@ std::span<const float> wholePrimitives(const QList<float>& list, qsizetype float
     return {list.constData(), static_cast<std::size_t>(list.size() - list.size() % floatsPerPrimitive)};
 }
 
+/// Makes room for exactly @p size floats, without content. Much more room than that is given back.
+void makeRoom(QList<float>& list, qsizetype size)
+{
+    if (list.capacity() > 2 * size)
+        list = {};
+    list.resize(0);
+    list.reserve(size);
+}
+
 /// A view of a list that is resized to @p size floats.
 std::span<float> resized(QList<float>& list, std::size_t size)
 {
+    if (list.capacity() < static_cast<qsizetype>(size) || list.capacity() > 2 * static_cast<qsizetype>(size))
+        makeRoom(list, static_cast<qsizetype>(size));
     list.resize(static_cast<qsizetype>(size));
     return {list.data(), size};
 }
@@ -177,6 +189,17 @@ bool KV3DObject::needsGathering() const
                        [](const auto& object) { return object->needsGathering(); });
 }
 
+/// Of what gather() appends.
+qsizetype KV3DObject::gatheredSize() const
+{
+    if (!m_visible || m_refused)
+        return 0;
+    qsizetype size = m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f ? vertices().size() : 0;
+    for (const auto& object : m_children)
+        size += object->gatheredSize();
+    return size;
+}
+
 void KV3DObject::gather(QList<float>& batch)
 {
     if (!m_visible || m_refused)
@@ -206,11 +229,11 @@ void KV3DObject::markSubtreeDrawn()
 
 const QList<float>* KV3DObject::batchFrom(const QVector3D& eye)
 {
-    const bool mustGather = m_gatherNext || needsGathering();
+    const bool mustGather = std::exchange(m_batchReleased, false) || m_gatherNext || needsGathering();
     if (mustGather || eye != m_lastEye) {
         constexpr qsizetype floats = qsizetype(3) * kvVertexFloats;
         if (mustGather) {
-            m_sortSource.resize(0);
+            makeRoom(m_sortSource, gatheredSize());
             gather(m_sortSource);
             const auto triangles = wholePrimitives(m_sortSource, floats);
             m_backToFront.sort(triangles, 3, eye, resized(m_sortedVertices, triangles.size()));
@@ -255,7 +278,7 @@ void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, co
                           const QMatrix4x4& cameraToView, const QMatrix4x4& model, const QVector3D& lightPos,
                           const QColor& lightColor)
 {
-    if (!gl || !m_program || !m_program->isLinked() || m_locations.attributes[0] < 0)
+    if (!gl || !linkProgram())
         return;
     gl->glLineWidth(m_lineWidth > 0.0f ? m_lineWidth : 1.0f);
     m_program->bind();

@@ -11,18 +11,28 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
     if (!QOpenGLContext::currentContext())
         return;
     m_glOwner = owner;
-    m_program = ShaderPrograms::build(m_vertexShaderPath, m_fragmentShaderPath);
+    m_program.reset(new QOpenGLShaderProgram);
+    m_sources = ShaderPrograms::sources(m_vertexShaderPath, m_fragmentShaderPath);
     m_locations = {};
-    if (m_program->isLinked()) {
-        m_program->bind();
-        findLocations();
-    }
-
     m_drawnSinceChange = false; // without a program it could not be drawn until now
 
     const auto all = children();
     for (const auto& object : all)
         object->initializeGL(owner);
+}
+
+/// Whether the program can draw.
+bool KV3DObject::linkProgram()
+{
+    if (!m_program)
+        return false;
+    if (m_sources) {
+        ShaderPrograms::link(*m_program, *m_sources);
+        m_sources.reset();
+        if (m_program->isLinked())
+            findLocations();
+    }
+    return m_program->isLinked() && m_locations.attributes[0] >= 0;
 }
 
 void KV3DObject::findLocations()
@@ -51,6 +61,7 @@ void KV3DObject::releaseGpuObjects()
 {
     markDataChanged();
     m_program.reset();
+    m_sources.reset();
     m_glOwner = nullptr;
     // The batch must not outlive the objects from which it was gathered.
     m_sortedVertices = {};
@@ -59,6 +70,15 @@ void KV3DObject::releaseGpuObjects()
     const auto all = children();
     for (const auto& object : all)
         object->releaseGpuObjects();
+}
+
+void KV3DObject::releaseBatch()
+{
+    destroyBuffers();
+    m_sortedVertices = {};
+    m_sortSource = {};
+    m_backToFront = {};
+    m_batchReleased = true;
 }
 
 void KV3DObject::destroyBuffers()

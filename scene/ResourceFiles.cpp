@@ -46,6 +46,7 @@ tl::expected<QByteArray, KVProblem> contentsOf(const QString& path, qint64 maxBy
     QByteArray bytes = file.read(maxBytes);
     if (file.error() != QFileDevice::NoError)
         return failure(KVProblemCode::FileUnreadable, path, {file.errorString()});
+    bytes.squeeze(); // it has room for the largest file
     return bytes;
 }
 

@@ -121,21 +121,32 @@ QSharedPointer<QOpenGLShaderProgram> ShaderPrograms::build(const QString& vertex
                                                            const QString& fragmentPath)
 {
     QSharedPointer<QOpenGLShaderProgram> program(new QOpenGLShaderProgram);
+    if (const auto usable = sources(vertexPath, fragmentPath))
+        link(*program, *usable);
+    return program;
+}
+
+std::optional<ShaderSources> ShaderPrograms::sources(const QString& vertexPath, const QString& fragmentPath)
+{
     QOpenGLContext* context = QOpenGLContext::currentContext();
     if (!context || !QOpenGLShaderProgram::hasOpenGLShaderPrograms(context))
-        return program;
+        return std::nullopt;
     ShaderPrograms* programs = of(context);
     const auto sources = ResourceFiles::shaders(vertexPath, fragmentPath);
     if (!sources) {
         programs->report(sources.error());
-        return program;
+        return std::nullopt;
     }
     if (!programs->canBuild(*sources))
-        return program;
-    program->addShaderFromSourceCode(QOpenGLShader::Vertex, sources->vertex);
-    program->addShaderFromSourceCode(QOpenGLShader::Fragment, sources->fragment);
-    program->link();
-    return program;
+        return std::nullopt;
+    return programs->m_sound; // the same for all objects: one copy of the texts
+}
+
+void ShaderPrograms::link(QOpenGLShaderProgram& program, const ShaderSources& sources)
+{
+    program.addShaderFromSourceCode(QOpenGLShader::Vertex, sources.vertex);
+    program.addShaderFromSourceCode(QOpenGLShader::Fragment, sources.fragment);
+    program.link();
 }
 
 std::optional<KVProblem> ShaderPrograms::problemOf(const QOpenGLContext* context)

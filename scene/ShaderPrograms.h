@@ -26,6 +26,13 @@ public:
     /// where OpenGL has no shaders, it is not linked, without a warning.
     static QSharedPointer<QOpenGLShaderProgram> build(const QString& vertexPath, const QString& fragmentPath);
 
+    /// The two parts of build(): the sources, unless they cannot be built, and a program of them. An object
+    /// links its program when it first draws something, because a linked one takes more than a MB in some
+    /// drivers, and many objects never draw.
+    [[nodiscard]] static std::optional<ShaderSources> sources(const QString& vertexPath,
+                                                              const QString& fragmentPath);
+    static void link(QOpenGLShaderProgram& program, const ShaderSources& sources);
+
     /// Why the last program that failed in @p context could not be built. @p context may be null.
     [[nodiscard]] static std::optional<KVProblem> problemOf(const QOpenGLContext* context);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <viewer/GamutViewPrivate.h>
 
+#include <glwindow/ContextScope.h>
 #include <viewer/EnoughMemory.h>
 #include <viewer/LoadRequest.h>
 #include <viewer/ViewerPrivate.h>
@@ -169,4 +170,12 @@ KVGamut::GamutObject KVGamutView::gamut(const QString& id) const
 {
     const auto object = d->scene() ? d->scene()->gamut(id) : nullptr;
     return object ? object->gamut() : KVGamut::GamutObject();
+}
+
+void KVGamutView::releaseMemory()
+{
+    if (const ViewerScene* scene = d->scene()) {
+        const ContextScope context(scene->widget);
+        scene->widget->root().releaseBatch();
+    }
 }

@@ -155,6 +155,10 @@ void ViewerScene::removeGamut(const QString& id)
         object->cancelLoad(); // the object stays alive if the host holds it
     removeItem(GroupNames::profiles(), id);
     loads.forget(id);
+    if (itemsOf(GroupNames::profiles()).isEmpty()) { // perhaps no further frame is drawn
+        const ContextScope scope(widget);
+        widget->root().releaseBatch();
+    }
 }
 
 void ViewerScene::prepareLoaded(const QString& id)

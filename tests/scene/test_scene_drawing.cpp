@@ -881,6 +881,35 @@ TEST(Batch, isEmptyAfterReleaseGL)
     EXPECT_THAT(sortedDepths(root), ElementsAre(20));
 }
 
+TEST(Batch, isGatheredAgainAfterItWasReleased)
+{
+    KV3DObject root(QStringLiteral("root"));
+    root.addChild(surface(QStringLiteral("a"), {10, 30, 20}, 0.5f));
+    drawFrame(root);
+    const QList<float> before = root.sortedVertices();
+    ASSERT_TRUE(root.isSettled());
+    root.releaseBatch();
+    EXPECT_EQ(root.sortedVertices().capacity(), 0);
+    EXPECT_TRUE(root.isSettled()) << "the picture stays";
+    drawFrame(root);
+    EXPECT_EQ(root.sortedVertices(), before);
+    const int sorts = root.sortCount();
+    drawFrame(root);
+    EXPECT_EQ(root.sortCount(), sorts) << "only once";
+}
+
+TEST(Batch, givesBackTheMemoryOfWhatWasRemoved)
+{
+    KV3DObject root(QStringLiteral("root"));
+    root.addChild(surface(QStringLiteral("many"), std::vector<float>(1000, 10.0f), 0.5f));
+    root.addChild(surface(QStringLiteral("one"), {20}, 0.5f));
+    drawFrame(root);
+    EXPECT_EQ(root.sortedVertices().capacity(), 1001 * 45) << "not more than needed";
+    root.takeChild(QStringLiteral("many"));
+    drawFrame(root);
+    EXPECT_EQ(root.sortedVertices().capacity(), 45);
+}
+
 TEST(Batch, onlyTheRootBuildsABatch)
 {
     const auto batchOf = [](const QString& name, const QString& id) {

@@ -12,6 +12,7 @@
 #include "desktop/models/GamutListModel.h"
 #include "desktop/models/GamutQueue.h"
 #include "desktop/models/History.h"
+#include "desktop/models/MemoryReturn.h"
 #include "desktop/models/PointLayer.h"
 #include "desktop/panels/FindingControl.h"
 #include "desktop/panels/PanelLayout.h"
@@ -211,6 +212,7 @@ private:
     GamutListModel m_gamuts;
     ViewArea* m_area; ///< owned by the window, as all widgets
     GamutQueue m_loader;
+    MemoryReturn m_memory{m_gamuts, m_area->view()};
     AutomaticLooks m_looks;
     ViewerBinding m_binding;
     AnnotationBinding m_annotations;
