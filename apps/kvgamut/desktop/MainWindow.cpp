@@ -68,8 +68,8 @@ MainWindow::MainWindow(QWidget* parent)
       }),
       m_checks(m_gamuts, m_points, [this](const QString& id) { return profileOf(id); }),
       m_colors(m_checks, m_gamuts, m_points), m_comparison(m_gamuts), m_pages(new QStackedWidget),
-      m_messages(new MessageBar), m_offers(new OfferBar), m_clip(new ClipControl), m_gamutPanel(new GamutPanel(m_gamuts)),
-      m_pointPanel(new PointPanel(m_points)),
+      m_messages(new MessageBar), m_offers(new OfferBar), m_clip(new ClipControl),
+      m_gamutPanel(new GamutPanel(m_gamuts)), m_pointPanel(new PointPanel(m_points)),
       m_colorsPanel(new ColorsPanel(m_colors, m_checks, m_pointPanel)),
       m_slice(new SlicePanel(m_gamuts, m_points)), m_sectionBar(new SectionBar(*m_slice)),
       m_table(new ComparisonTable(m_comparison)), m_findingPanel(new FindingPanel),
@@ -351,10 +351,7 @@ void MainWindow::showPage()
     m_pages->setCurrentIndex(hasGamuts || hasPoints ? 1 : 0);
     m_fileMenu->showContent(hasGamuts, hasPoints);
     m_editMenu->showContent(hasGamuts, hasPoints);
-    QStringList titles;
-    for (const GamutEntry& entry : m_gamuts.entries())
-        titles.append(entry.title);
-    setWindowTitle(m_document.title(titles));
+    setWindowTitle(m_document.title(titles()));
     setWindowModified(m_document.isModified());
 }
 

@@ -94,7 +94,7 @@ public:
     /// The same without waiting: the session appears when the file has been read.
     void readSession(const QString& file);
 
-    bool savePicture(const QString& file, const QSize& size);
+    bool savePicture(const QString& file, const QSize& size, bool transparent = false);
     void copyPicture();
     bool saveSection(const QString& file);
     /// Writes the colours that are listed as CSV, in the background.
@@ -208,6 +208,7 @@ private:
     void showMask(int row);
     void showLoading();
     void showPage();
+    QStringList titles() const;
 
     GamutListModel m_gamuts;
     ViewArea* m_area; ///< owned by the window, as all widgets

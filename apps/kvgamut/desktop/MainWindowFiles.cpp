@@ -10,12 +10,11 @@
 #include "desktop/menus/FileMenu.h"
 #include "desktop/models/Threads.h"
 #include "desktop/panels/ClipControl.h"
-#include "desktop/panels/OfferBar.h"
 #include "desktop/panels/PhotoMask.h"
 #include "desktop/panels/PictureDialog.h"
 #include "desktop/panels/PointPanel.h"
-#include "desktop/panels/UnsavedQuestion.h"
 #include "desktop/view/CameraControl.h"
+#include "desktop/view/TransparentPicture.h"
 #include "model/export/OutputFile.h"
 #include "model/inputs/BuiltInNames.h"
 #include "model/inputs/InputName.h"
@@ -25,9 +24,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QFutureWatcher>
-#include <QtCore/QLocale>
 #include <QtGui/QClipboard>
-#include <QtGui/QCloseEvent>
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QStatusBar>
 
@@ -174,9 +171,17 @@ void MainWindow::askWhereToSavePicture()
     PictureDialog size(viewer().picture().size(), this);
     if (size.exec() != QDialog::Accepted)
         return;
-    const QString file = FileDialogs::pictureToSave(this);
+    const QString file = FileDialogs::pictureToSave(this, titles());
     if (!file.isEmpty())
-        savePicture(file, size.size());
+        savePicture(file, size.size(), size.isTransparent());
+}
+
+QStringList MainWindow::titles() const
+{
+    QStringList titles;
+    for (const GamutEntry& entry : m_gamuts.entries())
+        titles.append(entry.title);
+    return titles;
 }
 
 void MainWindow::askWhereToSaveSection()
@@ -314,101 +319,15 @@ bool MainWindow::restore(const Result<Session>& session, const QString& file)
     return true;
 }
 
-// --- Unsaved changes ------------------------------------------------------------------------------
-
-void MainWindow::connectDocument()
-{
-    connect(&m_document, &SessionDocument::changed, this, [this] {
-        showPage();
-        if (m_isProtected)
-            m_autosave.update(m_document.isModified());
-    });
-    connect(&m_autosave, &Autosave::failed, this, &MainWindow::say);
-}
-
-void MainWindow::protectWork()
-{
-    m_isProtected = true;
-    m_document.setUnchanged();
-    offerLostWork();
-}
-
-/// Asks about unsaved changes before they are lost. @return whether the window may close, or show another
-/// session
-bool MainWindow::mayReplace()
-{
-    if (!m_isProtected || !m_document.isModified())
-        return true;
-    UnsavedQuestion question(m_document.file(), this);
-    switch (question.exec()) {
-    case QMessageBox::Save:
-        return saveSession();
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
-}
-
-void MainWindow::closeEvent(QCloseEvent* event)
-{
-    event->setAccepted(mayReplace());
-}
-
-void MainWindow::offerLostWork()
-{
-    m_lost.reset(); // frees its lock
-    m_lost = LostWork::newest();
-    if (!m_lost)
-        return;
-    const QString time = QLocale().toString(m_lost->time(), QLocale::ShortFormat);
-    const auto restore = [this] { restoreLostWork(); };
-    const auto discard = [this] {
-        m_lost->remove();
-        offerLostWork();
-    };
-    m_offers->offer(QStringLiteral("lost"),
-                    tr("A window ended unexpectedly. Its unsaved changes of %1 were kept.").arg(time),
-                    {{QStringLiteral("restoreLost"), tr("Restore"), restore},
-                     {QStringLiteral("discardLost"), tr("Discard"), discard}});
-}
-
-/// What is restored is unsaved again.
-void MainWindow::restoreLostWork()
-{
-    if (mayReplace()) {
-        restore(m_lost->work().session);
-        m_document.begin(m_lost->work().document);
-        m_lost->remove();
-    }
-    offerLostWork();
-}
-
-// --- Files that change on disk --------------------------------------------------------------------
-
-void MainWindow::connectChanges()
-{
-    connect(m_fileMenu->reload, &QAction::triggered, &m_changes, &ChangedFiles::readAll);
-    connect(m_fileMenu->reloadAutomatically, &QAction::toggled, &m_changes, &ChangedFiles::setAutomatic);
-    connect(&m_changes, &ChangedFiles::changed, this, &MainWindow::offerChanges);
-}
-
-void MainWindow::offerChanges()
-{
-    const QString id = QStringLiteral("changed");
-    if (m_changes.files().isEmpty())
-        m_offers->withdraw(id);
-    else
-        m_offers->offer(id, tr("Changed on disk: %1").arg(m_changes.names()),
-                        {{QStringLiteral("reloadChanged"), tr("Reload"), [this] { m_changes.readAgain(); }},
-                         {QStringLiteral("ignoreChanged"), tr("Not now"), [this] { m_changes.ignore(); }}});
-}
-
 // --- Pictures and the clipboard -------------------------------------------------------------------
 
-bool MainWindow::savePicture(const QString& file, const QSize& size)
+bool MainWindow::savePicture(const QString& file, const QSize& size, bool transparent)
 {
-    return isSaved(file, writePicture(file, viewer().picture(size)));
+    const auto format = PictureFile::formatOf(file);
+    const bool canBe =
+        QFileInfo(file).suffix().isEmpty() || (format && PictureFile::hasTransparency(*format));
+    return isSaved(file, writePicture(file, transparent && canBe ? transparentPicture(view(), size)
+                                                                 : viewer().picture(size)));
 }
 
 bool MainWindow::saveSection(const QString& file)

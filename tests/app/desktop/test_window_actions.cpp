@@ -9,7 +9,9 @@
 
 #include <QtGui/QClipboard>
 #include <QtGui/QColorSpace>
+#include <QtGui/QPainter>
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QColorDialog>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QDockWidget>
@@ -163,6 +165,73 @@ TEST_F(Actions, saveThePictureInTheTypedSize)
     EXPECT_EQ(saved.size(), QSize(321, 123));
     saved.setColorSpace({}); // comparisons include it
     EXPECT_EQ(saved.convertToFormat(QImage::Format_RGB32), window.viewer().picture({321, 123}));
+}
+
+TEST_F(Actions, saveThePictureOnATransparentGround)
+{
+    open({QStringLiteral("sRGB")});
+    const QSize size(300, 200);
+    const auto choose = [](PictureDialog& dialog) {
+        auto* transparent = dialog.findChild<QCheckBox*>(QStringLiteral("pictureTransparent"));
+        QTest::keyClick(transparent, Qt::Key_Space);
+        dialog.findChild<QSpinBox*>(QStringLiteral("pictureWidth"))->setValue(300);
+        dialog.findChild<QSpinBox*>(QStringLiteral("pictureHeight"))->setValue(200);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    };
+    const QImage before = settledPicture();
+    EXPECT_TRUE(chooseFile(
+        [&] { EXPECT_TRUE(answered<PictureDialog>([&] { action("savePicture").trigger(); }, choose)); },
+        path(QStringLiteral("t.png"))));
+    QImage saved(path(QStringLiteral("t.png")));
+    ASSERT_EQ(saved.size(), size);
+    EXPECT_EQ(saved.pixelColor(2, 2).alpha(), 0);
+    EXPECT_EQ(saved.pixelColor(150, 100).alpha(), 255) << "the gamut";
+    QImage composed(size, QImage::Format_RGB32);
+    composed.fill(window.viewer().background());
+    QPainter(&composed).drawImage(0, 0, saved);
+    const QImage opaque = window.viewer().picture(size);
+    int worst = 0;
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x) {
+            const QColor p = composed.pixelColor(x, y), q = opaque.pixelColor(x, y);
+            worst = std::max({worst, std::abs(p.red() - q.red()), std::abs(p.green() - q.green()),
+                              std::abs(p.blue() - q.blue())});
+        }
+    EXPECT_LE(worst, 2 * 2) << "two steps for the ground, two for the annotations";
+    EXPECT_EQ(settledPicture(), before) << "the window does not change";
+    ASSERT_TRUE(window.savePicture(path(QStringLiteral("t.jpg")), size, true));
+    EXPECT_NEAR(QImage(path(QStringLiteral("t.jpg"))).pixelColor(2, 2).red(),
+                window.viewer().background().red(), 3)
+        << "JPEG has no transparency";
+}
+
+TEST_F(Actions, keepTheProportionsOfThePicture)
+{
+    PictureDialog dialog({1200, 800}, &window);
+    auto* width = dialog.findChild<QSpinBox*>(QStringLiteral("pictureWidth"));
+    auto* height = dialog.findChild<QSpinBox*>(QStringLiteral("pictureHeight"));
+    width->setValue(600);
+    EXPECT_EQ(dialog.size(), QSize(600, 800));
+    dialog.findChild<QCheckBox*>(QStringLiteral("pictureProportions"))->setChecked(true);
+    EXPECT_EQ(dialog.size(), QSize(600, 400));
+    height->setValue(1000);
+    EXPECT_EQ(dialog.size(), QSize(1500, 1000));
+    height->setValue(8192);
+    EXPECT_EQ(dialog.size(), QSize(8192, 5461)) << "the largest width";
+}
+
+TEST_F(Actions, suggestANameForThePicture)
+{
+    open({QStringLiteral("sRGB"), cmyk});
+    const auto accept = [](PictureDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); };
+    QString suggested;
+    EXPECT_TRUE(answered<QFileDialog>(
+        [&] { EXPECT_TRUE(answered<PictureDialog>([&] { action("savePicture").trigger(); }, accept)); },
+        [&](QFileDialog& dialog) {
+            suggested = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text();
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        }));
+    EXPECT_EQ(suggested, QStringLiteral("sRGB, default_cmyk.png"));
 }
 
 TEST_F(Actions, saveTheSection)

@@ -3,6 +3,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtWidgets/QFileDialog>
 
 namespace {
@@ -33,11 +34,14 @@ QString filters(const QStringList& kinds)
     return kinds.join(QStringLiteral(";;"));
 }
 
-QString fileToSave(QWidget* parent, const QString& title, const QString& filter, const char* suffix)
+QString fileToSave(QWidget* parent, const QString& title, const QString& filter, const char* suffix,
+                   const QString& suggestion = {})
 {
     QFileDialog dialog(parent, title, lastFolder, filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QLatin1String(suffix));
+    if (!suggestion.isEmpty())
+        dialog.selectFile(suggestion + QLatin1Char('.') + QLatin1String(suffix));
     return dialog.exec() == QDialog::Accepted ? chosen(dialog.selectedFiles().constFirst()) : QString();
 }
 
@@ -88,10 +92,17 @@ QString FileDialogs::sessionToSave(QWidget* parent)
     return fileToSave(parent, Words::tr("Save session"), Words::tr("Sessions (*.kvsession)"), "kvsession");
 }
 
-QString FileDialogs::pictureToSave(QWidget* parent)
+QString FileDialogs::pictureToSave(QWidget* parent, const QStringList& titles)
 {
+    constexpr int maxLength = 80;
+    QStringList names;
+    for (const QString& title : titles) // without the suffix of a file
+        names.append(QFileInfo(title).completeBaseName());
+    QString name = names.join(QStringLiteral(", ")).left(maxLength);
+    static const QRegularExpression unusual(QStringLiteral("[\\x00-\\x1f/\\\\:*?\"<>|]"));
     return fileToSave(parent, Words::tr("Save picture"),
-                      Words::tr("Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)"), "png");
+                      Words::tr("Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)"), "png",
+                      name.replace(unusual, QStringLiteral("_")).trimmed());
 }
 
 QString FileDialogs::sectionToSave(QWidget* parent)

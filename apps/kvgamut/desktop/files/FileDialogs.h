@@ -16,7 +16,8 @@ QStringList filesToOpen(QWidget* parent);
 QStringList pointsToAdd(QWidget* parent);
 QString sessionToRestore(QWidget* parent);
 QString sessionToSave(QWidget* parent);
-QString pictureToSave(QWidget* parent);
+/// Suggests a name made of @p titles, of gamuts.
+QString pictureToSave(QWidget* parent, const QStringList& titles);
 QString sectionToSave(QWidget* parent);
 QString pageToSave(QWidget* parent);
 QString colorsToSave(QWidget* parent);

@@ -1310,6 +1310,18 @@ wird berechnet</translation>
         <source>&amp;Height</source>
         <translation>&amp;Höhe</translation>
     </message>
+    <message>
+        <source>&amp;Keep the proportions of the view</source>
+        <translation>&amp;Proportionen der Ansicht behalten</translation>
+    </message>
+    <message>
+        <source>&amp;Transparent ground</source>
+        <translation>&amp;Transparenter Grund</translation>
+    </message>
+    <message>
+        <source>Not in JPEG files</source>
+        <translation>Nicht in JPEG-Dateien</translation>
+    </message>
 </context>
 <context>
     <name>PointLayer</name>
