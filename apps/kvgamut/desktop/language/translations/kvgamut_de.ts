@@ -477,7 +477,7 @@
     </message>
     <message>
         <source>Sa&amp;ve session as…</source>
-        <translation>Sitzung speichern u&amp;nter…</translation>
+        <translation>Sitzung speichern unte&amp;r…</translation>
     </message>
     <message>
         <source>&amp;Load files again</source>
