@@ -35,6 +35,8 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
 
+#include <cmath>
+
 namespace {
 
 const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
@@ -199,9 +201,19 @@ TEST_F(Keys, ofTheViewItselfCannotBeChanged)
 
 TEST_F(Tools, areInASlimBarThatCanBeHidden)
 {
+    open({cmyk}); // a recent file is not a tool
     auto& bar = control<QToolBar>("tools");
     EXPECT_LT(bar.height(), 3 * bar.fontMetrics().height());
     EXPECT_GE(bar.actions().size(), 9);
+    const QStringList words{
+        QStringLiteral("Open"),        QStringLiteral("Frame"),   QStringLiteral("Legend"),
+        QStringLiteral("Only active"), QStringLiteral("Cut"),     QStringLiteral("Section"),
+        QStringLiteral("Cursor"),      QStringLiteral("Present"), QStringLiteral("Find…")};
+    QStringList shown;
+    for (const QAction* tool : bar.actions())
+        if (!tool->isSeparator())
+            shown.append(tool->iconText());
+    EXPECT_EQ(shown, words);
     for (const QAction* tool : bar.actions())
         EXPECT_TRUE(tool->isSeparator() || !tool->toolTip().isEmpty()) << tool->text().toStdString();
     const bool axes = window.viewer().displayAxes();
@@ -345,24 +357,27 @@ TEST_F(Tools, keepTheScaleOfTheSectionIfItIsFixed)
 {
     open({QStringLiteral("sRGB")});
     auto& section = control<SlicePanel>("slice");
-    section.setScaleFixed(true);
-    const auto extent = [&] { // of the section on the screen
-        kvtest::spinFor(30);
-        const QImage picture = section.grab().toImage();
-        int left = picture.width(), right = 0;
-        for (int y = 0; y < picture.height() / 2; ++y)
-            for (int x = 0; x < picture.width(); ++x)
-                if (const QColor color = picture.pixelColor(x, y); color.blue() > color.red() + 60) {
-                    left = std::min(left, x);
-                    right = std::max(right, x);
-                }
-        return right - left;
+    std::optional<QVector3D> under;
+    QObject::connect(&section, &SlicePanel::hovered, &section, [&under](const auto& lab) { under = lab; });
+    // the b* between two places of the panel, one above the other
+    const auto scaleAt = [&](double lightness) {
+        control<QDoubleSpinBox>("clipNumber").setValue(lightness);
+        kvtest::spinFor(30); // until it is drawn
+        float b[2] = {0.0f, 0.0f};
+        for (int i = 0; i < 2; ++i) {
+            const QPointF place(section.width() / 2.0, section.height() / 4.0 + 20.0 * i);
+            QMouseEvent move(QEvent::MouseMove, place, section.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                             Qt::NoModifier);
+            QCoreApplication::sendEvent(&section, &move);
+            b[i] = under ? under->z() : 0.0f;
+        }
+        return b[0] - b[1];
     };
-    const auto& slider = control<QSlider>("clipSlider");
-    const int middle = extent();
-    const_cast<QSlider&>(slider).setValue(95);
-    const int light = extent();
-    EXPECT_LT(light, 0.6 * middle);
+    const float middle = scaleAt(50.0);
+    EXPECT_GT(middle, 1.0f);
+    EXPECT_LT(scaleAt(97.0), 0.9f * middle) << "fits the small section of light colours";
+    section.setScaleFixed(true);
+    EXPECT_FLOAT_EQ(scaleAt(97.0), scaleAt(50.0));
 }
 
 TEST_F(Tools, keepTheLightnessInTheSessionWithoutACut)
@@ -477,6 +492,32 @@ TEST_F(Tools, keepTheKeyColourOfASelectedGamut)
         for (int x = line.left(); x < line.right(); ++x)
             count += shown.pixelColor(x, line.center().y()).rgb() == window.gamuts().signColor(row).rgb();
         EXPECT_GT(count, 8) << row;
+    }
+}
+
+TEST_F(Tools, haveLighterKeyColoursOnADarkGround)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    const auto contrast = [](const QColor& color, const QColor& ground) { // WCAG 2
+        const auto luminance = [](const QColor& c) {
+            const auto linear = [](double v) {
+                return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+        };
+        const double p = luminance(color), q = luminance(ground);
+        return (std::max(p, q) + 0.05) / (std::min(p, q) + 0.05);
+    };
+    for (const char* ground : {"backgroundDark", "backgroundLight"}) {
+        action(ground).trigger();
+        ASSERT_TRUE(settle());
+        const QColor background = window.viewer().background();
+        const KVAnnotations annotations = window.view().annotations();
+        for (int row = 0; row < 2; ++row) {
+            const QColor outline = window.view().look(entry(row).id).outlineColor;
+            EXPECT_GT(contrast(outline, background), 3.0) << ground << row;
+            EXPECT_EQ(annotations.legend[row].key, outline);
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 #include "SurroundingsMenus.h"
 
 #include "MenuActions.h"
+#include "model/pictures/PictureStyle.h"
 
 #include <QtGui/QActionGroup>
 #include <QtWidgets/QColorDialog>
@@ -11,7 +12,6 @@ using MenuActions::addCheckable;
 
 namespace {
 
-constexpr QRgb darkBackground = qRgb(0x20, 0x22, 0x25);
 constexpr QRgb lightBackground = qRgb(0xf2, 0xf2, 0xf2);
 
 } // namespace
@@ -19,7 +19,9 @@ constexpr QRgb lightBackground = qRgb(0xf2, 0xf2, 0xf2);
 BackgroundMenu::BackgroundMenu(KVGamut3DViewer& viewer, QWidget* parent)
     : QMenu(tr("&Background"), parent), m_viewer(viewer), m_colors(new QActionGroup(this))
 {
-    addColor("backgroundDark", tr("&Dark"), "Shift+D", darkBackground);
+    // the one for which the key colours on dark ground were chosen
+    addColor("backgroundDark", tr("&Dark"), "Shift+D",
+             PictureStyle::named(QStringLiteral("dark")).background);
     addColor("backgroundLight", tr("&Light"), "Shift+L", lightBackground);
     addColor("backgroundNeutral", tr("&Neutral grey"), "Shift+N", Qt::gray);
 }

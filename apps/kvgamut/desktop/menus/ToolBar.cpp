@@ -40,14 +40,16 @@ ToolBar::ToolBar(const QMenuBar& menuBar, QWidget* parent) : QToolBar(tr("Tools"
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     const QList<MenuCommand> commands = MenuCommands::of(menuBar);
     for (const Tool& tool : tools) {
+        if (!*tool.action) {
+            addSeparator();
+            continue;
+        }
         const auto found =
             std::find_if(commands.begin(), commands.end(), [&tool](const MenuCommand& command) {
                 return command.action->objectName() == QLatin1String(tool.action);
             });
-        if (found == commands.end()) {
-            addSeparator();
+        if (found == commands.end())
             continue;
-        }
         found->action->setIconText(tr(tool.text)); // tools show this text
         addAction(found->action);
     }

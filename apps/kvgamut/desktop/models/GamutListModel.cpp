@@ -65,10 +65,12 @@ int GamutListModel::rowOf(const QString& id) const
     return -1;
 }
 
-QColor GamutListModel::signColor(int row) const
+QColor GamutListModel::signColor(int row, const QColor& ground) const
 {
+    constexpr int dark = 96; // of 0..255
     const QColor& chosen = m_entries[row].look.color;
-    return chosen.isValid() ? chosen : PictureStyle::all().front().key(m_entries[row].key);
+    const QString style = qGray(ground.rgb()) < dark ? QStringLiteral("dark") : QString();
+    return chosen.isValid() ? chosen : PictureStyle::named(style).key(m_entries[row].key);
 }
 
 /// The smallest number that no gamut has.

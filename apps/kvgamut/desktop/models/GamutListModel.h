@@ -39,8 +39,8 @@ public:
     /// The row of the gamut with this id; -1 if there is none.
     int rowOf(const QString& id) const;
     /// The colour that identifies the gamut in lists, drawings and the view: its single colour if it has one,
-    /// else its key colour, which it keeps while other gamuts come and go.
-    QColor signColor(int row) const;
+    /// else its key colour, which it keeps while other gamuts come and go: a lighter one on a dark @p ground.
+    QColor signColor(int row, const QColor& ground = Qt::white) const;
 
     /// @name Changes by the user
     /// @{

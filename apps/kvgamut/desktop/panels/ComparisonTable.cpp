@@ -28,7 +28,7 @@ ComparisonTable::ComparisonTable(ComparisonModel& model, QWidget* parent)
     setShowGrid(false);
     setWordWrap(false);
     setMinimumHeight(3 * fontMetrics().height()); // titles and a gamut
-    setTabKeyNavigation(false); // Tab moves to the next control
+    setTabKeyNavigation(false);                   // Tab moves to the next control
     setSelectionMode(QAbstractItemView::ContiguousSelection);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);

@@ -83,7 +83,8 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, index);
         QPixmap swatch(option->decorationSize);
-        swatch.fill(index.data(Qt::DecorationRole).value<QColor>());
+        const auto& model = static_cast<const GamutListModel&>(*index.model());
+        swatch.fill(model.signColor(index.row(), option->palette.color(QPalette::Base)));
         option->icon = QIcon(swatch);
         option->icon.addPixmap(swatch, QIcon::Selected); // otherwise the style would tint it
     }
@@ -316,7 +317,7 @@ void GamutPanel::showGrid(const GamutEntry& entry)
 void GamutPanel::paintColorButton()
 {
     QPixmap swatch(m_color->iconSize());
-    swatch.fill(m_model.signColor(m_model.activeRow()));
+    swatch.fill(m_model.signColor(m_model.activeRow(), palette().color(QPalette::Base)));
     m_color->setIcon(swatch);
 }
 

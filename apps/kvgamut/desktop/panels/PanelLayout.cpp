@@ -14,17 +14,27 @@ void arrangeLarge(QMainWindow& window, const PanelLayout& panels)
     window.addDockWidget(Qt::BottomDockWidgetArea, panels.comparison);
     window.addDockWidget(Qt::BottomDockWidgetArea, panels.finding);
     window.splitDockWidget(panels.comparison, panels.finding, Qt::Horizontal);
-    window.resizeDocks({panels.section, panels.colors}, {sectionSide, 2 * sectionSide / 3}, Qt::Vertical);
+}
+
+/// Only panels that are shown have a size.
+void sizeLarge(QMainWindow& window, const PanelLayout& panels)
+{
     window.resizeDocks({panels.section}, {sectionSide}, Qt::Horizontal);
     window.resizeDocks({panels.comparison, panels.finding}, {3 * sectionSide, sectionSide / 2},
                        Qt::Horizontal);
     window.resizeDocks({panels.comparison}, {panels.comparison->widget()->sizeHint().height()}, Qt::Vertical);
+    window.resizeDocks({panels.section, panels.colors}, {7 * sectionSide, 5 * sectionSide}, Qt::Vertical);
 }
 
+/// In a narrow window the view needs the width of the list of gamuts, too.
 void arrangeSmall(QMainWindow& window, const PanelLayout& panels)
 {
+    QList<QDockWidget*> tabs{panels.colors, panels.comparison, panels.finding};
+    constexpr int narrow = 960;
+    if (window.width() < narrow)
+        tabs.prepend(panels.gamuts);
     QDockWidget* last = panels.section;
-    for (QDockWidget* panel : {panels.colors, panels.comparison, panels.finding}) {
+    for (QDockWidget* panel : std::as_const(tabs)) {
         window.addDockWidget(Qt::RightDockWidgetArea, panel);
         window.tabifyDockWidget(last, panel);
         last = panel;
@@ -58,4 +68,6 @@ void PanelLayout::arrange(QMainWindow& window, bool small) const
         panel->show();
     if (small)
         section->raise();
+    else
+        sizeLarge(window, *this);
 }

@@ -167,8 +167,9 @@ SliceDrawing SlicePanel::drawing() const
 void SlicePanel::addGamut(SliceDrawing& drawing, int row) const
 {
     const GamutEntry& entry = m_gamuts.at(row);
-    SliceDrawing::Gamut legend{
-        entry.title, {ShownWords::basis(entry.computedWith, entry.gamut.method())}, m_gamuts.signColor(row)};
+    SliceDrawing::Gamut legend{entry.title,
+                               {ShownWords::basis(entry.computedWith, entry.gamut.method())},
+                               m_gamuts.signColor(row, palette().color(QPalette::Base))};
     if (m_kind == SectionKind::Rings) {
         legend.notes.append(tr("volume %1").arg(QLocale().toString(entry.gamut.report().volume, 'f', 0)));
         drawing.add(legend, gamutRings(entry.gamut.mesh()));

@@ -28,6 +28,7 @@ AnnotationBinding::AnnotationBinding(GamutListModel& model, KVGamutView& view, Q
     connect(&model, &QAbstractItemModel::rowsInserted, this, &AnnotationBinding::update);
     connect(&model, &QAbstractItemModel::rowsRemoved, this, &AnnotationBinding::update);
     connect(&model, &GamutListModel::activeRowChanged, this, &AnnotationBinding::update);
+    connect(&view, &KVGamutView::themeChanged, this, &AnnotationBinding::update);
 }
 
 void AnnotationBinding::setShown(bool shown)
@@ -56,7 +57,8 @@ KVAnnotations AnnotationBinding::annotations() const
         const GamutEntry& entry = m_model.at(row);
         if (!entry.hasGamut() || !m_model.isSeen(row))
             continue;
-        annotations.legend.append({entry.id, entry.title, detailsOf(entry), m_model.signColor(row)});
+        annotations.legend.append(
+            {entry.id, entry.title, detailsOf(entry), m_model.signColor(row, m_view.theme().background)});
         if (row == m_model.activeRow())
             annotations.highlight = entry.id;
     }

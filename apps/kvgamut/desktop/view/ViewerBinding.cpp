@@ -7,6 +7,11 @@ ViewerBinding::ViewerBinding(GamutListModel& model, KVGamutView& view, QObject* 
     : QObject(parent), m_model(model), m_view(view)
 {
     connect(&model, &QAbstractItemModel::dataChanged, this, &ViewerBinding::onDataChanged);
+    connect(&view, &KVGamutView::themeChanged, this, [this] {
+        for (int row = 0; row < m_model.rowCount(); ++row)
+            if (m_model.at(row).hasGamut())
+                applyLook(row);
+    });
     connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &ViewerBinding::onRowsAboutToBeRemoved);
 }
 
@@ -41,7 +46,7 @@ void ViewerBinding::applyLook(int row)
 {
     KVGamutLook look = m_model.at(row).look;
     look.visible = m_model.isSeen(row);
-    look.outlineColor = m_model.signColor(row);
+    look.outlineColor = m_model.signColor(row, m_view.theme().background);
     m_view.setLook(m_model.at(row).id, look);
 }
 
