@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "TranslationFile.h"
+
 #include "desktop/files/Session.h"
 #include "desktop/language/ShownWords.h"
 #include "desktop/language/Translations.h"
@@ -7,66 +9,21 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QXmlStreamReader>
-
-#include <map>
 
 // Each language of the window is compared with the sources, and the choice of the language is tested.
 
 namespace {
 
-struct Text
-{
-    QString source;
-    QStringList translations; ///< one, or one for each form of the plural
-    bool isPlural = false;
-    QString state; ///< empty: finished
-};
-
-/// The texts of a .ts file by their context and source.
-std::map<QString, Text> textsOf(const QString& name)
-{
-    QFile file(name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    std::map<QString, Text> texts;
-    QXmlStreamReader xml(&file);
-    QString context;
-    Text text;
-    while (!xml.atEnd()) {
-        const auto token = xml.readNext();
-        if (token == QXmlStreamReader::EndElement && xml.name() == QLatin1String("message"))
-            texts.emplace(context + QLatin1Char('|') + text.source, text);
-        if (token != QXmlStreamReader::StartElement)
-            continue;
-        if (xml.name() == QLatin1String("name")) {
-            context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("message")) {
-            text = Text();
-            text.isPlural = xml.attributes().value(QLatin1String("numerus")) == QLatin1String("yes");
-        } else if (xml.name() == QLatin1String("source")) {
-            text.source = xml.readElementText();
-        } else if (xml.name() == QLatin1String("translation")) {
-            text.state = xml.attributes().value(QLatin1String("type")).toString();
-            if (!text.isPlural)
-                text.translations = QStringList{xml.readElementText()};
-        } else if (xml.name() == QLatin1String("numerusform")) {
-            text.translations.append(xml.readElementText());
-        }
-    }
-    EXPECT_FALSE(xml.hasError()) << name.toStdString() << ": " << xml.errorString().toStdString();
-    EXPECT_FALSE(texts.empty()) << name.toStdString();
-    return texts;
-}
-
-QStringList keysOf(const std::map<QString, Text>& texts)
+/// What the sources and the language require: the texts, and the number of their forms.
+QStringList keysOf(const std::map<QString, kvtest::TranslatedText>& texts)
 {
     QStringList keys;
     for (const auto& [key, text] : texts)
-        keys.append(key + (text.isPlural ? QStringLiteral(" (plural)") : QString()));
+        keys.append(
+            key + (text.isPlural ? QStringLiteral(" (%1 forms)").arg(text.translations.size()) : QString()));
     return keys;
 }
 
@@ -92,24 +49,12 @@ qsizetype mnemonics(QString text)
 class Translation : public testing::TestWithParam<QString>
 {
 protected:
-    QString file() const
-    {
-        return QStringLiteral(KVGAMUT_DESKTOP "/language/translations/kvgamut_%1.ts").arg(GetParam());
-    }
+    const std::map<QString, kvtest::TranslatedText> texts =
+        kvtest::textsOfFile(kvtest::translationFile(GetParam()));
 };
 
-QStringList translatedLanguages()
-{
-    QStringList languages;
-    const QStringList files = QDir(QStringLiteral(KVGAMUT_DESKTOP "/language/translations"))
-                                  .entryList({QStringLiteral("kvgamut_*.ts")}, QDir::Files, QDir::Name);
-    for (const QString& file : files)
-        languages.append(file.sliced(8).chopped(3));
-    return languages;
-}
-
-INSTANTIATE_TEST_SUITE_P(Of, Translation, testing::ValuesIn(translatedLanguages()),
-                         [](const auto& language) { return language.param.toStdString(); });
+INSTANTIATE_TEST_SUITE_P(Of, Translation, testing::ValuesIn(kvtest::translatedLanguages()),
+                         kvtest::nameOfLanguage);
 
 TEST_P(Translation, hasExactlyTheTextsOfTheSources)
 {
@@ -118,18 +63,19 @@ TEST_P(Translation, hasExactlyTheTextsOfTheSources)
     QProcess lupdate;
     lupdate.start(QStringLiteral(KVGAMUT_LUPDATE),
                   {QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none"),
-                   QStringLiteral("-extensions"), QStringLiteral("cpp,h"), QStringLiteral(KVGAMUT_DESKTOP),
+                   QStringLiteral("-target-language"), GetParam(), QStringLiteral("-extensions"),
+                   QStringLiteral("cpp,h"), QStringLiteral(KVGAMUT_DESKTOP),
                    QStringLiteral(KVGAMUT_SOURCES "/apps/kvgamut/model/problems/ProblemText.cpp"),
                    QStringLiteral(KVGAMUT_SOURCES "/platform/core/Problem.cpp"), QStringLiteral("-ts"),
                    fresh});
     ASSERT_TRUE(lupdate.waitForFinished(300000));
     EXPECT_EQ(lupdate.readAllStandardError(), ""); // for example about a text of unknown context
-    EXPECT_EQ(keysOf(textsOf(file())), keysOf(textsOf(fresh))) << "run tools/refresh_translations.sh";
+    EXPECT_EQ(keysOf(texts), keysOf(kvtest::textsOfFile(fresh))) << "run tools/refresh_translations.sh";
 }
 
 TEST_P(Translation, isFinished)
 {
-    for (const auto& [key, text] : textsOf(file())) {
+    for (const auto& [key, text] : texts) {
         EXPECT_EQ(text.state, QString()) << key.toStdString();
         for (const QString& translation : text.translations)
             EXPECT_FALSE(translation.isEmpty()) << key.toStdString();
@@ -138,7 +84,7 @@ TEST_P(Translation, isFinished)
 
 TEST_P(Translation, keepsPlaceholdersPatternsAndMnemonics)
 {
-    for (const auto& [key, text] : textsOf(file())) {
+    for (const auto& [key, text] : texts) {
         for (const QString& translation : text.translations) {
             EXPECT_EQ(keptParts(translation), keptParts(text.source)) << key.toStdString();
             EXPECT_EQ(mnemonics(translation), mnemonics(text.source)) << key.toStdString();
@@ -146,9 +92,37 @@ TEST_P(Translation, keepsPlaceholdersPatternsAndMnemonics)
     }
 }
 
+/// Terms and names can be the same in two languages, sentences cannot.
+TEST_P(Translation, differsFromEnglishInTextsOfSeveralWords)
+{
+    static const QRegularExpression words(QStringLiteral("[a-z]{2,}[ ,:;]+[a-z]{2,}"));
+    for (const auto& [key, text] : texts) {
+        if (text.source.contains(words)) {
+            EXPECT_FALSE(text.translations.contains(text.source)) << key.toStdString();
+        }
+    }
+}
+
+/// French has spaces before punctuation and inside quotation marks; lines must not break there.
+TEST_P(Translation, hasNoBreakingSpaceBesidePunctuation)
+{
+    static const QRegularExpression breaking(QStringLiteral(" [:;!?»]|« "));
+    for (const auto& [key, text] : texts)
+        for (const QString& translation : text.translations)
+            EXPECT_FALSE(translation.contains(breaking)) << key.toStdString();
+}
+
 TEST_P(Translation, isEmbedded)
 {
     EXPECT_TRUE(Translations::embedded().contains(GetParam()));
+}
+
+TEST_P(Translation, isChosenForItsLanguage)
+{
+    const Translations chosen({QStringLiteral("cy"), GetParam()});
+    EXPECT_EQ(chosen.language(), GetParam());
+    EXPECT_EQ(QLocale().language(), QLocale(GetParam()).language()); // of numbers
+    EXPECT_EQ(QLocale().decimalPoint(), QLocale(GetParam()).decimalPoint());
 }
 
 TEST(Translations, chooseTheFirstLanguageThatIsTranslated)
