@@ -125,6 +125,32 @@ TEST_P(Translation, isChosenForItsLanguage)
     EXPECT_EQ(QLocale().decimalPoint(), QLocale(GetParam()).decimalPoint());
 }
 
+/// Also a language without a translation, whose numbers the system can ask for.
+TEST(Translations, separateAllGroupsOfDigitsOrNone)
+{
+    const QByteArray all = qgetenv("LC_ALL");
+    qunsetenv("LC_ALL");
+    QStringList languages = kvtest::translatedLanguages();
+    languages.append({QStringLiteral("pl"), QStringLiteral("pt_PT"), QStringLiteral("en_IN")});
+    for (const QString& language : languages) {
+        QLocale::setDefault(QLocale(language));
+        qputenv("LC_NUMERIC", language.toUtf8());
+        {
+            const Translations chosen({QStringLiteral("en")});
+            const QString shown = QLocale().toString(1234567);
+            EXPECT_NE(shown.count(QLocale().groupSeparator()), 1) << shown.toStdString();
+        }
+        {
+            const Translations chosen({language});
+            const QString shown = QLocale().toString(1234567);
+            EXPECT_NE(shown.count(QLocale().groupSeparator()), 1) << shown.toStdString();
+        }
+    }
+    QLocale::setDefault(QLocale::c());
+    qunsetenv("LC_NUMERIC");
+    qputenv("LC_ALL", all);
+}
+
 TEST(Translations, chooseTheFirstLanguageThatIsTranslated)
 {
     const auto chosen = [](const QStringList& wanted) { return Translations(wanted).language(); };

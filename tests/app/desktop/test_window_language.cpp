@@ -312,7 +312,9 @@ TEST_P(TranslatedWindow, showsNumbersOfItsLanguageAndCopiesDecimalPoints)
               QStringLiteral("100%10  0%10  0%10").replace(QStringLiteral("%1"), locale.decimalPoint()));
     const QString volume = shown(ComparisonModel::Volume);
     EXPECT_EQ(QString(volume).remove(locale.groupSeparator()).size(), 6) << volume.toStdString();
-    EXPECT_TRUE(volume.contains(locale.groupSeparator())) << volume.toStdString();
+    if (!QLocale().numberOptions().testFlag(QLocale::OmitGroupSeparator)) {
+        EXPECT_TRUE(volume.contains(locale.groupSeparator())) << volume.toStdString();
+    }
     action("copyTable").trigger();
     const QStringList rows = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
     ASSERT_EQ(rows.size(), 3);

@@ -45,6 +45,16 @@ QLocale numbersOfSystem()
     return QLocale::c();
 }
 
+/// @p locale, without separators between groups of digits where Qt leaves out some of them: Qt 6.4 writes
+/// "1234.567" in Spanish, which reads like a fraction.
+QLocale withWholeGroups(QLocale locale)
+{
+    const qsizetype groups = locale.toString(1234567).count(locale.groupSeparator());
+    if (groups == 1)
+        locale.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
+    return locale;
+}
+
 } // namespace
 
 Translations::Translations(const QStringList& wanted) : m_language(QStringLiteral("en"))
@@ -55,7 +65,12 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
     });
     if (first != wanted.end())
         m_language = languageOf(*first);
-    if (!m_words.load(prefix + m_language, folder))
+    const bool isTranslated = m_words.load(prefix + m_language, folder);
+    QLocale numbers;
+    if (isTranslated && numbersOfSystem().language() == QLocale::C) // the user chose no format
+        numbers = QLocale(first != wanted.end() ? *first : m_language);
+    QLocale::setDefault(withWholeGroups(numbers));
+    if (!isTranslated)
         return; // English
     // Qt searches the translator that was installed last first
     auto wordsOfQt = std::make_unique<WordsOfQt>();
@@ -65,8 +80,6 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
         QCoreApplication::installTranslator(m_wordsOfQt.get());
     }
     QCoreApplication::installTranslator(&m_words);
-    if (numbersOfSystem().language() == QLocale::C) // the user chose no format
-        QLocale::setDefault(QLocale(first != wanted.end() ? *first : m_language));
 }
 
 Translations::~Translations()
