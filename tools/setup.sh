@@ -13,9 +13,9 @@ kv_run_packages=(
     libgl1-mesa-dri libglx-mesa0 libegl-mesa0 xvfb xauth fonts-liberation
 )
 # Packages that the tests need: Qhull to compare hulls with, ICC profiles, a window manager, tools that send
-# real input, Clang for the fuzzers, help2man, and the sources of locales.
+# real input, the accessibility bus and its client library, Clang for the fuzzers, help2man, and the sources of locales.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
-    colord-data libgs-common openbox xdotool libxcb-xtest0-dev clang libclang-rt-dev help2man
+    colord-data libgs-common openbox xdotool libxcb-xtest0-dev at-spi2-core dbus-daemon libatspi2.0-dev clang libclang-rt-dev help2man
     debootstrap dpkg-dev desktop-file-utils doxygen jq locales parallel)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.
 kv_optional_test_packages=(clang-format-14 chromium)

@@ -272,6 +272,8 @@ void MainWindow::connectPanels()
     });
     connect(m_clip, &ClipControl::changed, this, &MainWindow::applyClip);
     view().setSection(m_clip->section());
+    connect(&m_annotations, &AnnotationBinding::described, m_area, &QWidget::setAccessibleDescription);
+    m_annotations.update();
     connect(m_camera, &CameraControl::moved, this, &MainWindow::showViewState);
     connect(&view(), &KVGamutView::clicked, this, [this](const KVHit& hit) {
         if (hit.button == Qt::RightButton && !hit.endsDrag)

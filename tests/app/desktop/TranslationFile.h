@@ -62,7 +62,7 @@ inline QString translationFile(const QString& language)
     return QStringLiteral(KVGAMUT_TRANSLATIONS "/kvgamut_%1.ts").arg(language);
 }
 
-/// The languages that have a file.
+/// The languages that have a file, except English, whose file could only contain plural forms.
 inline QStringList translatedLanguages()
 {
     QStringList languages;
@@ -70,6 +70,7 @@ inline QStringList translatedLanguages()
                                   .entryList({QStringLiteral("kvgamut_*.ts")}, QDir::Files, QDir::Name);
     for (const QString& file : files)
         languages.append(file.sliced(8).chopped(3));
+    languages.removeAll(QStringLiteral("en"));
     return languages;
 }
 

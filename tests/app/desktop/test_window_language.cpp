@@ -102,7 +102,8 @@ QStringList textsOf(const QWidget& top)
             addTexts(*menu, texts);
     const auto widgets = top.findChildren<QWidget*>();
     for (const QWidget* widget : widgets) {
-        texts.append({widget->toolTip(), widget->accessibleName(), widget->windowTitle()});
+        texts.append({widget->toolTip(), widget->accessibleName(), widget->accessibleDescription(),
+                      widget->windowTitle()});
         const auto actions = widget->actions();
         for (const QAction* action : actions)
             texts.append(action->text());

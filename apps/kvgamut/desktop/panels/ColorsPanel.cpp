@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ColorsPanel.h"
 
+#include "desktop/view/Accessibility.h"
+
 #include <QtCore/QItemSelection>
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
@@ -102,7 +104,6 @@ QWidget* ColorsPanel::makeFilters()
     m_search->setAccessibleName(tr("Search colours by name"));
     m_search->setClearButtonEnabled(true);
     m_zone->setObjectName(QStringLiteral("colorZone"));
-    m_zone->setAccessibleName(tr("Zone of the active gamut"));
     m_zone->setToolTip(tr("Which colours are listed, by their place in the active gamut"));
     m_zone->addItem(tr("All"));
     m_zone->addItem(tr("Outside"), static_cast<int>(Side::Outside));
@@ -118,6 +119,7 @@ QWidget* ColorsPanel::makeFilters()
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(m_search, 1);
     row->addWidget(m_zone);
+    setUnseenLabel(*m_zone, tr("Zone of the active gamut"));
     return filters;
 }
 

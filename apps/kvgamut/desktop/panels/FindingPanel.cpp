@@ -10,7 +10,6 @@
 FindingPanel::FindingPanel(QWidget* parent) : QScrollArea(parent), m_label(new QLabel), m_swatch(new QLabel)
 {
     m_label->setObjectName(QStringLiteral("finding"));
-    m_label->setAccessibleName(tr("Clicked colour"));
     m_label->setTextFormat(Qt::PlainText);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_label->setAlignment(Qt::AlignTop | Qt::AlignLeft);

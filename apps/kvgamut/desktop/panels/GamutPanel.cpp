@@ -192,7 +192,6 @@ void GamutPanel::makeAdaptation()
         m_adaptation->addItem(ShownWords::adaptation(adaptation), static_cast<int>(adaptation));
     m_conversion = new QLabel;
     m_conversion->setObjectName(QStringLiteral("conversion"));
-    m_conversion->setAccessibleName(tr("Conversion to Lab"));
     m_conversion->setTextFormat(Qt::PlainText);
     m_conversion->setWordWrap(true);
     m_conversion->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -216,6 +215,7 @@ QWidget* GamutPanel::makeAppearance()
     m_color = new QToolButton;
     m_color->setObjectName(QStringLiteral("color"));
     m_color->setText(tr("&Choose…"));
+    m_color->setAccessibleDescription(tr("Colour of the gamut"));
     m_color->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_ownColors = new QToolButton;
     m_ownColors->setObjectName(QStringLiteral("ownColors"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MessageBar.h"
 
+#include "desktop/view/Accessibility.h"
+
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
@@ -20,6 +22,7 @@ constexpr qsizetype maxKept = 1000;
 MessageBar::MessageBar(QWidget* parent) : QFrame(parent), m_label(new QLabel), m_all(new QToolButton)
 {
     setObjectName(QStringLiteral("messageBar"));
+    setAccessibleRole(*this, QAccessible::Notification);
     setAccessibleName(tr("Messages"));
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
@@ -60,6 +63,7 @@ void MessageBar::add(const QString& message)
     m_label->setText(m_messages.mid(std::max(qsizetype(0), earlier)).join(QLatin1Char('\n')));
     m_all->setVisible(earlier > 0);
     m_all->setText(tr("%n more…", nullptr, static_cast<int>(earlier)));
+    setAccessibleDescription(m_label->text()); // is read when the bar appears
     show();
 }
 

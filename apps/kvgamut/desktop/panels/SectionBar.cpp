@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SectionBar.h"
 
+#include "desktop/view/Accessibility.h"
+
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -12,7 +14,6 @@ SectionBar::SectionBar(SlicePanel& section, QWidget* parent)
       m_fixed(new QCheckBox(tr("Fixed scale")))
 {
     m_kind->setObjectName(QStringLiteral("sectionKind"));
-    m_kind->setAccessibleName(tr("Kind of section"));
     m_kind->addItem(tr("Lightness"), static_cast<int>(SectionKind::Lightness));
     m_kind->addItem(tr("Hue"), static_cast<int>(SectionKind::Hue));
     m_kind->addItem(tr("Rings"), static_cast<int>(SectionKind::Rings));
@@ -33,6 +34,7 @@ SectionBar::SectionBar(SlicePanel& section, QWidget* parent)
     row->addWidget(m_hue);
     row->addWidget(m_fixed);
     row->addStretch();
+    setUnseenLabel(*m_kind, tr("Kind of section"));
     showState();
 
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] {

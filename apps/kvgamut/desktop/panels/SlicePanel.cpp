@@ -2,6 +2,7 @@
 #include "SlicePanel.h"
 
 #include "desktop/language/ShownWords.h"
+#include "desktop/view/Accessibility.h"
 #include "model/export/OutputFile.h"
 #include "model/points/Lab.h"
 #include "model/slices/SliceFile.h"
@@ -59,6 +60,7 @@ SlicePanel::SlicePanel(const GamutListModel& gamuts, const PointLayer& points, Q
     : QWidget(parent), m_gamuts(gamuts), m_points(points), m_drawing(SliceDrawing::ofPlane(plane()))
 {
     setObjectName(QStringLiteral("slice"));
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAccessibleName(tr("Section of the gamuts"));
     setMouseTracking(true);
     setMinimumSize(180, 60);
@@ -124,6 +126,7 @@ void SlicePanel::redraw()
     m_drawing.setPalette({palette().color(QPalette::Base), palette().color(QPalette::Text),
                           palette().color(QPalette::Midlight)});
     m_drawing.setTextSize(fontMetrics().ascent());
+    setAccessibleDescription(m_drawing.words());
     update();
 }
 

@@ -45,7 +45,17 @@ void AnnotationBinding::setPresenting(bool presenting)
 
 void AnnotationBinding::update()
 {
-    m_view.setAnnotations(m_shown || m_presenting ? annotations() : KVAnnotations());
+    const KVAnnotations complete = annotations();
+    m_view.setAnnotations(m_shown || m_presenting ? complete : KVAnnotations());
+    Q_EMIT described(wordsOf(complete));
+}
+
+QString AnnotationBinding::wordsOf(const KVAnnotations& annotations)
+{
+    QStringList words;
+    for (const auto& gamut : annotations.legend)
+        words.append(tr("%1: %2").arg(gamut.name, gamut.details));
+    return words.isEmpty() ? tr("No gamut is shown") : words.join(QStringLiteral("; "));
 }
 
 KVAnnotations AnnotationBinding::annotations() const

@@ -22,7 +22,13 @@ public:
     /// To be called when the axes are shown or hidden: the scales follow them.
     void update();
 
+Q_SIGNALS:
+    /// What the view shows, in words for people who cannot see it: the visible gamuts. After every change of
+    /// them and each call of update().
+    void described(const QString& words);
+
 private:
+    static QString wordsOf(const KVAnnotations& annotations);
     KVAnnotations annotations() const;
 
     GamutListModel& m_model;

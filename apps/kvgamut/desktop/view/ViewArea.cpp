@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ViewArea.h"
 
+#include "Accessibility.h"
 #include "PointerZoom.h"
 
 #include <QtCore/QCoreApplication>
@@ -13,6 +14,7 @@ ViewArea::ViewArea(QWidget* parent)
 {
     m_viewer->setTitle(QStringLiteral("view")); // identifies it among the windows of the screen
     setObjectName(QStringLiteral("view"));
+    setAccessibleRole(*this, QAccessible::Canvas);
     setAccessibleName(tr("Gamuts in Lab space"));
     setFocusPolicy(Qt::StrongFocus);
     m_container->setMinimumSize(200, 150);

@@ -71,6 +71,8 @@ public:
     /// The line above the plot, for a window in another language; by default it is English.
     void setTitle(const QString& title) { m_title = title; }
     QString title() const;
+    /// Title and legends, for people who cannot see the drawing.
+    QString words() const;
     /// Fills @p area.
     void paint(QPainter& painter, const QRectF& area) const;
     /// From coordinates of the plane to those of a painter that draws into @p area.
@@ -115,3 +117,11 @@ private:
     qreal m_textSize = 0.0;
     bool m_legendVisible = true;
 };
+
+inline QString SliceDrawing::words() const
+{
+    QStringList words{title()};
+    for (const Curve& curve : m_curves)
+        words.append((QStringList{curve.gamut.name} + curve.gamut.notes).join(QStringLiteral(", ")));
+    return (words + m_pointWords).join(QStringLiteral("; "));
+}

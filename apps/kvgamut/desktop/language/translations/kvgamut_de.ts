@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AnnotationBinding</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>No gamut is shown</source>
+        <translation>Es wird kein Gamut gezeigt</translation>
+    </message>
+</context>
+<context>
     <name>BackgroundMenu</name>
     <message>
         <source>&amp;Background</source>
@@ -491,10 +502,6 @@
 <context>
     <name>FindingPanel</name>
     <message>
-        <source>Clicked colour</source>
-        <translation>Angeklickte Farbe</translation>
-    </message>
-    <message>
         <source>Click a gamut or a point to see its colour here.</source>
         <translation>Klicken Sie auf einen Gamut oder einen Punkt, um hier seine Farbe zu sehen.</translation>
     </message>
@@ -806,10 +813,6 @@ wird berechnet</translation>
     <message>
         <source>Adaptation of a display&apos;s colours to D50; only with the absolute intent</source>
         <translation>Anpassung der Farben eines Bildschirms an D50; nur mit absolut farbmetrisch</translation>
-    </message>
-    <message>
-        <source>Conversion to Lab</source>
-        <translation>Umrechnung nach Lab</translation>
     </message>
     <message>
         <source>(%1 used)</source>

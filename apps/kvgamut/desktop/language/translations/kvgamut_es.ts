@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
+    <name>AnnotationBinding</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>No gamut is shown</source>
+        <translation>No se muestra ninguna gama</translation>
+    </message>
+</context>
+<context>
     <name>BackgroundMenu</name>
     <message>
         <source>&amp;Background</source>
@@ -491,10 +502,6 @@
 <context>
     <name>FindingPanel</name>
     <message>
-        <source>Clicked colour</source>
-        <translation>Color señalado</translation>
-    </message>
-    <message>
         <source>The clicked colour on this screen</source>
         <translation>El color señalado en esta pantalla</translation>
     </message>
@@ -738,10 +745,6 @@ calculando</translation>
     <message>
         <source>Adaptation of a display&apos;s colours to D50; only with the absolute intent</source>
         <translation>Adaptación de los colores de una pantalla a D50; solo con el propósito absoluto</translation>
-    </message>
-    <message>
-        <source>Conversion to Lab</source>
-        <translation>Conversión a Lab</translation>
     </message>
     <message>
         <source>Smooth</source>

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>AnnotationBinding</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>No gamut is shown</source>
+        <translation>Aucun gamut n’est affiché</translation>
+    </message>
+</context>
+<context>
     <name>BackgroundMenu</name>
     <message>
         <source>&amp;Background</source>
@@ -491,10 +502,6 @@
 <context>
     <name>FindingPanel</name>
     <message>
-        <source>Clicked colour</source>
-        <translation>Couleur cliquée</translation>
-    </message>
-    <message>
         <source>The clicked colour on this screen</source>
         <translation>La couleur cliquée sur cet écran</translation>
     </message>
@@ -738,10 +745,6 @@ calcul en cours</translation>
     <message>
         <source>Adaptation of a display&apos;s colours to D50; only with the absolute intent</source>
         <translation>Adaptation des couleurs d’un écran à D50&#x202f;; seulement avec l’intention absolue</translation>
-    </message>
-    <message>
-        <source>Conversion to Lab</source>
-        <translation>Conversion vers Lab</translation>
     </message>
     <message>
         <source>Smooth</source>
