@@ -202,9 +202,11 @@ public:
     /// @name GL
     /// @{
 
-    /// Makes the shader programs of the subtree for the current context; each is linked when its object first
-    /// draws something. Call it again for a new context. Buffers are not changed. Without a current context
-    /// it does nothing. An object whose shaders do not build is not drawn; see ShaderPrograms.
+    /// Makes the shader programs of the subtree for the current context. Those of visible objects with
+    /// vertices are linked and bound at once; each other one is linked when its object first draws something,
+    /// because most of them never do, and a linked program takes more than a MB. Call it again for a new
+    /// context. Buffers are not changed. Without a current context it does nothing. An object whose shaders
+    /// do not build is not drawn; see ShaderPrograms.
     void initializeGL(QOpenGLContext* owner);
     /// Destroys the GPU objects and programs of the subtree and removes all children.
     void releaseGL();

@@ -14,6 +14,8 @@ void KV3DObject::initializeGL(QOpenGLContext* owner)
     m_program.reset(new QOpenGLShaderProgram);
     m_sources = ShaderPrograms::sources(m_vertexShaderPath, m_fragmentShaderPath);
     m_locations = {};
+    if (m_visible && !vertices().isEmpty() && linkProgram()) // the others may never draw
+        m_program->bind();
     m_drawnSinceChange = false; // without a program it could not be drawn until now
 
     const auto all = children();

@@ -251,6 +251,34 @@ TEST_F(SceneGL, initializeGLOfTheRootInitialisesItsChildren)
     EXPECT_EQ(object->glOwner(), nullptr);
 }
 
+TEST_F(SceneGL, initializeGLLinksAndBindsTheProgramOfWhatIsToBeDrawn)
+{
+    const auto boundProgram = [this] {
+        GLint program = 0;
+        context.functions()->glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+        return program;
+    };
+    KV3DObject object(QStringLiteral("object"));
+    object.setTriangles(square(Qt::red, 0, 40));
+    context.functions()->glUseProgram(0);
+    object.initializeGL(&context);
+    const GLint first = boundProgram();
+    EXPECT_NE(first, 0);
+    GLint isLinked = 0;
+    context.functions()->glGetProgramiv(static_cast<GLuint>(first), GL_LINK_STATUS, &isLinked);
+    EXPECT_EQ(isLinked, GL_TRUE);
+    object.releaseGL();
+
+    KV3DObject hidden(QStringLiteral("hidden")); // its program waits until something is drawn
+    hidden.setTriangles(square(Qt::red, 0, 40));
+    hidden.setVisible(false);
+    context.functions()->glUseProgram(0);
+    hidden.initializeGL(&context);
+    EXPECT_EQ(boundProgram(), 0);
+    EXPECT_TRUE(hidden.hasProgram());
+    hidden.releaseGL();
+}
+
 TEST_F(SceneGL, objectWithoutAUsableProgramIsNotDrawn)
 {
     const QString file =
