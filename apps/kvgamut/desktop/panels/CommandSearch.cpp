@@ -2,6 +2,8 @@
 #include "CommandSearch.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QObject>
+#include <QtCore/QStringList>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>

@@ -3,6 +3,7 @@
 
 #include "MenuCommands.h"
 
+#include <QtCore/QObject>
 #include <QtWidgets/QDialog>
 
 class QLineEdit;

@@ -2,6 +2,7 @@
 #include "DropFrame.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QObject>
 
 DropFrame::DropFrame(QWidget& target) : QObject(&target), m_target(target)
 {

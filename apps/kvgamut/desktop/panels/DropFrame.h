@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QObject>
 #include <QtWidgets/QWidget>
 
 /// A frame around a widget that would take the files that are being dragged, in the colour of selections. It

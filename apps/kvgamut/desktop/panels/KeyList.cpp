@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "KeyList.h"
 
+#include <QtCore/QVariant>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PanelLayout.h"
 
+#include <QtCore/QList>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QMainWindow>
 

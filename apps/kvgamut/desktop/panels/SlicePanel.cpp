@@ -251,8 +251,7 @@ void SlicePanel::mouseMoveEvent(QMouseEvent* event)
 {
     const QPointF place = m_drawing.planeToArea(rect()).inverted().map(event->position());
     const PlaneLab lab = labOf(place, plane());
-    if (m_kind == SectionKind::Rings ||
-        (m_kind == SectionKind::Hue && place.x() < 0.0)) // no colours are there
+    if (m_kind == SectionKind::Rings || (m_kind == SectionKind::Hue && place.x() < 0.0)) // not a place in Lab
         Q_EMIT hovered(std::nullopt);
     else
         Q_EMIT hovered(
