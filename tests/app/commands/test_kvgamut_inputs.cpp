@@ -144,4 +144,24 @@ TEST_F(InputsTest, aReferenceBodyIsDrawn)
     EXPECT_FALSE(QImage(file).isNull());
 }
 
+TEST_F(InputsTest, theLargestReferenceBodyFitsIntoItsPicture)
+{
+    // seen along L*: a* from -410 to 1175 and b* from -986 to 172, by the chromaticities of 380 to 780 nm
+    const QString file = path(QStringLiteral("limit.png"));
+    EXPECT_TRUE(
+        succeeded(kvgamut(words(QStringLiteral("render SpectralLimit --view top --orthogonal --no-axes "
+                                               "--annotate none --size 400x300 -o ") +
+                                file))));
+    const QImage picture(file);
+    const QRgb background = picture.pixel(0, 0);
+    QRect drawn;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixel(x, y) != background)
+                drawn |= QRect(x, y, 1, 1);
+    EXPECT_TRUE(picture.rect().adjusted(2, 2, -2, -2).contains(drawn));
+    EXPECT_GT(drawn.width(), 300);
+    EXPECT_NEAR(double(drawn.width()) / drawn.height(), 1585.0 / 1158.0, 0.05);
+}
+
 } // namespace

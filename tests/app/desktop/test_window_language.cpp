@@ -168,7 +168,8 @@ TEST_P(TranslatedWindow, isTranslatedThroughout)
         sameTexts(GetParam()) + QStringList{QStringLiteral("sRGB"),          QStringLiteral("AdobeRGB"),
                                             QStringLiteral("DisplayP3"),     QStringLiteral("Rec2020"),
                                             QStringLiteral("ProPhoto"),      QStringLiteral("OptimalColors"),
-                                            QStringLiteral("SurfaceColors"), QStringLiteral("kvgamut[*]")};
+                                            QStringLiteral("SurfaceColors"), QStringLiteral("SpectralLimit"),
+                                            QStringLiteral("kvgamut[*]")};
     for (const QString& text : words)
         EXPECT_TRUE(!english.contains(text) || names.contains(text)) << text.toStdString();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ReferenceBodies.h"
 
+#include "SpectralLimit.h"
 #include "SurfaceColours.h"
 #include "model/points/OptimalColours.h"
 
@@ -42,6 +43,17 @@ Result<GivenGamut> surfaceColors(KVCompletionProtocolPtr& task)
         task);
 }
 
+Result<GivenGamut> spectralLimit(KVCompletionProtocolPtr& task)
+{
+    return bodyOf(SpectralLimit::surface(), SpectralLimit::volumeUncertainty,
+                  QStringLiteral("reference body: spectral limit (D50, 2 degree observer)"),
+                  {QStringLiteral("The chromaticities of lights of one wavelength, 380 to 780 nm in steps of "
+                                  "5 nm, and of their mixtures, at the luminance of each L* from 0 to 100, "
+                                  "for D50 and the CIE 1931 2 degree observer. No light has a chromaticity "
+                                  "outside; what surfaces can have is OptimalColors.")},
+                  task);
+}
+
 struct Body
 {
     QLatin1String name;
@@ -49,7 +61,8 @@ struct Body
 };
 
 constexpr Body bodies[] = {{QLatin1String("OptimalColors"), optimalColors},
-                           {QLatin1String("SurfaceColors"), surfaceColors}};
+                           {QLatin1String("SurfaceColors"), surfaceColors},
+                           {QLatin1String("SpectralLimit"), spectralLimit}};
 
 } // namespace
 

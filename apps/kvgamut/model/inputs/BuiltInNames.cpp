@@ -5,7 +5,8 @@
 
 QStringList BuiltInNames::bodies()
 {
-    return {QStringLiteral("OptimalColors"), QStringLiteral("SurfaceColors")};
+    return {QStringLiteral("OptimalColors"), QStringLiteral("SurfaceColors"),
+            QStringLiteral("SpectralLimit")};
 }
 
 QStringList BuiltInNames::all()
