@@ -344,16 +344,16 @@ int CheckCommand::check()
     Table table = CheckTable::empty(!m_photos.isEmpty(), !m_colorFiles.isEmpty());
     bool allUsed = true;
     if (!m_photos.isEmpty()) {
-        const GamutInputs gamuts =
-            GamutInputs::compute(m_profiles, settingsWith(KVVMRenderRelativeColorimetric), progress);
+        const GamutInputs gamuts = GamutInputs::compute(
+            m_profiles, settingsWith(KVVMRenderRelativeColorimetric), m_colours.reading, progress);
         progress.clear();
         allUsed = gamuts.sayProblems();
         noteInputs(gamuts);
         checkPhotos(gamuts, table, progress);
     }
     if (!m_colorFiles.isEmpty()) {
-        const GamutInputs gamuts =
-            GamutInputs::compute(m_profiles, settingsWith(KVVMRenderAbsoluteColorimetric), progress);
+        const GamutInputs gamuts = GamutInputs::compute(
+            m_profiles, settingsWith(KVVMRenderAbsoluteColorimetric), m_colours.reading, progress);
         progress.clear();
         allUsed = m_photos.isEmpty() ? gamuts.sayProblems() : allUsed;
         noteInputs(gamuts);

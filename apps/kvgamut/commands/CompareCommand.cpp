@@ -148,6 +148,7 @@ CompareCommand::CompareCommand(CLI::App& program)
         .add_flag("--matrix", m_matrix, "Print how much of each input each other one covers, as a matrix")
         ->excludes(pairs);
     declareSettings(parser(), m_settings);
+    m_colours.declare(parser());
     m_report.declare(parser());
     ReportOptions::endHelp(
         parser(),
@@ -162,7 +163,7 @@ int CompareCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_report.quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     std::vector<Pair> pairs = pairsOf(inputs, m_matrix || m_pairs);
     const auto count = static_cast<qsizetype>(pairs.size());
     Jobs::run(

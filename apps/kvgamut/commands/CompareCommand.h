@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Command.h"
+#include "commands/options/PointColourOptions.h"
 #include "commands/options/ReportOptions.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -14,12 +15,13 @@ class CompareCommand : public Command
 public:
     explicit CompareCommand(CLI::App& program);
 
-    Files files() const override { return {m_names, m_report.output}; }
+    Files files() const override { return {m_names + m_colours.files(), m_report.output}; }
     int run(Arguments arguments) override;
 
 private:
     QStringList m_names;
     KVGamut::Settings m_settings;
+    PointColourOptions m_colours; ///< of files of colours among the inputs
     ReportOptions m_report;
     bool m_pairs = false;  ///< all pairs, not only those with the first
     bool m_matrix = false; ///< the coverages of all pairs as a matrix

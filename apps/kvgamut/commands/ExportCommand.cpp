@@ -93,6 +93,7 @@ ExportCommand::ExportCommand(CLI::App& program)
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
+    m_colours.declare(parser());
     parser()
         .add_option_function<std::string>(
             "-o,--output", [this](const std::string& name) { m_output = OptionValues::file(name); },
@@ -140,7 +141,7 @@ int ExportCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     const QList<GamutInputs::Input> usable = inputs.usable();
     QByteArray bytes;
     if (isPage() && !m_part.body && !usable.isEmpty())

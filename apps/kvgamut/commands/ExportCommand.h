@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "GamutInputs.h"
 #include "commands/options/BodyOptions.h"
+#include "commands/options/PointColourOptions.h"
 
 #include <QtCore/QStringList>
 
@@ -14,7 +15,7 @@ class ExportCommand : public Command
 public:
     explicit ExportCommand(CLI::App& program);
 
-    Files files() const override { return {m_names, m_output}; }
+    Files files() const override { return {m_names + m_colours.files(), m_output}; }
     int run(Arguments arguments) override;
 
 private:
@@ -28,7 +29,8 @@ private:
 
     QStringList m_names; ///< exactly one input, unless a page or a body is written
     KVGamut::Settings m_settings;
-    QString m_format; ///< a file name suffix; set after parsing
+    PointColourOptions m_colours; ///< of files of colours among the inputs
+    QString m_format;             ///< a file name suffix; set after parsing
     QString m_output;
     BodyOptions m_part;
     bool m_quiet = false;

@@ -9,11 +9,12 @@
 #include <iterator>
 
 GamutInputs GamutInputs::compute(const QStringList& names, const KVGamut::Settings& settings,
-                                 Progress& progress, KVGamut::Construction construction)
+                                 const PointOptions& reading, Progress& progress,
+                                 KVGamut::Construction construction)
 {
     QList<Result<GamutSource>> sources;
     for (const QString& name : names)
-        sources.append(GamutSource::open(name));
+        sources.append(GamutSource::open(name, {}, reading));
     const auto gamuts = GamutBatch::compute(
         sources, settings, [&progress](float share) { progress.show(share, QStringLiteral("gamuts")); },
         construction);

@@ -18,8 +18,9 @@ struct GamutInputs
     QList<Input> all; ///< in the order of the command line
 
     /// Opens @p names and computes their gamuts.
+    /// @param reading of files of colours among them
     static GamutInputs compute(const QStringList& names, const KVGamut::Settings& settings,
-                               Progress& progress,
+                               const PointOptions& reading, Progress& progress,
                                KVGamut::Construction construction = KVGamut::Construction::Accurate);
 
     /// The inputs that have a gamut.

@@ -36,8 +36,9 @@ GamutScene::GamutScene(KVGamutView& view, const ProfileOptions& profiles, const 
     m_look.applyTo(m_view);
 }
 
-void GamutScene::load()
+void GamutScene::load(const PointOptions& reading)
 {
+    m_reading = reading;
     open();
     applyLooks();
     QEventLoop loop;
@@ -55,7 +56,7 @@ void GamutScene::load()
 void GamutScene::open()
 {
     for (const QString& name : m_profiles.profiles) {
-        const Result<GamutSource> source = GamutSource::open(name);
+        const Result<GamutSource> source = GamutSource::open(name, {}, m_reading);
         // numbered, since the same profile may be named twice
         const QString id = QStringLiteral("%1 %2").arg(m_gamuts.size() + 1).arg(name);
         m_gamuts.append({id, source, source ? Waiting : Failed});
@@ -238,11 +239,12 @@ std::optional<GamutScene::PointLoss> GamutScene::showLoss(const std::vector<KVGa
     const bool withSurfaces = !options.other.isEmpty();
     if (!withSurfaces && points.empty())
         return PointLoss();
-    const auto other = withSurfaces
-                           ? GamutSource::open(options.other).and_then([this](const GamutSource& source) {
-                                 return source.compute(m_profiles.settings);
-                             })
-                           : Result<KVGamut::GamutObject>(firstGamut());
+    const auto other =
+        withSurfaces
+            ? GamutSource::open(options.other, {}, m_reading).and_then([this](const GamutSource& source) {
+                  return source.compute(m_profiles.settings);
+              })
+            : Result<KVGamut::GamutObject>(firstGamut());
     if (!other) {
         say(other.error());
         return {};

@@ -19,7 +19,8 @@ public:
                const AnnotationOptions& annotations);
 
     /// Loads all inputs and runs the event loop until the last load has ended. Prints what fails.
-    void load();
+    /// @param reading of files of colours among them
+    void load(const PointOptions& reading);
 
     /// After load(): chooses solid, translucent and lines by what is inside what, unless the command line
     /// says it, and adds scales, legend and key colours.
@@ -89,6 +90,7 @@ private:
     const ProfileOptions& m_profiles;
     const LookOptions& m_look;
     const AnnotationOptions& m_annotations;
+    PointOptions m_reading;
     QList<Gamut> m_gamuts; ///< in the order of the command line
     QObject m_context;     ///< ends the callbacks of loads with this object
 };

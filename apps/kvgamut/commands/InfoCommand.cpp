@@ -89,6 +89,7 @@ InfoCommand::InfoCommand(CLI::App& program)
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
+    m_colours.declare(parser());
     m_report.declare(parser());
     ReportOptions::endHelp(
         parser(), "White and black are L*, a*, b* (D50) for the chosen intent. A profile without a gamut is "
@@ -99,7 +100,7 @@ int InfoCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
     Progress progress(m_report.quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     progress.clear();
     Table table = emptyTable();
     bool allOpen = true;

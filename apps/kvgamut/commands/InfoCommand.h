@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Command.h"
+#include "commands/options/PointColourOptions.h"
 #include "commands/options/ReportOptions.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -14,11 +15,12 @@ class InfoCommand : public Command
 public:
     explicit InfoCommand(CLI::App& program);
 
-    Files files() const override { return {m_names, m_report.output}; }
+    Files files() const override { return {m_names + m_colours.files(), m_report.output}; }
     int run(Arguments arguments) override;
 
 private:
     QStringList m_names;
     KVGamut::Settings m_settings;
+    PointColourOptions m_colours; ///< of files of colours among the inputs
     ReportOptions m_report;
 };

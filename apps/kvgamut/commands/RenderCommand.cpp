@@ -131,7 +131,7 @@ int RenderCommand::draw()
         }
     GamutScene scene(view, m_profiles, m_look, m_annotations);
     bool itemsRead = m_items.addTo(viewer);
-    scene.load();
+    scene.load(m_items.colours.reading);
     if (scene.shownCount() == 0)
         return BadInput;
     itemsRead &= m_items.addZones(viewer, scene.firstGamut());

@@ -186,7 +186,7 @@ int SliceCommand::run(Arguments arguments)
 int SliceCommand::report() const
 {
     Progress progress(m_quiet);
-    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, progress);
+    const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     progress.clear();
     const bool allUsed = inputs.sayProblems();
     const QList<GamutInputs::Input> usable = inputs.usable();

@@ -118,6 +118,7 @@ VolumeCommand::VolumeCommand(CLI::App& program)
 {
     declareInputs(parser(), m_names);
     declareSettings(parser(), m_settings);
+    m_colours.declare(parser());
     declareMethod(parser(), m_construction);
     m_report.declare(parser());
     ReportOptions::endHelp(
@@ -135,8 +136,9 @@ int VolumeCommand::run(Arguments arguments)
     bool allUsed = true;
     for (qsizetype i = 0; i < m_names.size(); i += inputsAtOnce) {
         Progress progress(m_report.quiet);
-        const GamutInputs inputs = GamutInputs::compute(isStream ? m_names.mid(i, inputsAtOnce) : m_names,
-                                                        m_settings, progress, m_construction);
+        const GamutInputs inputs =
+            GamutInputs::compute(isStream ? m_names.mid(i, inputsAtOnce) : m_names, m_settings,
+                                 m_colours.reading, progress, m_construction);
         progress.clear();
         allUsed = inputs.sayProblems() && allUsed;
         Table table = emptyTable();

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QtEndian>
 #include <QtGui/QColorSpace>
 
@@ -122,6 +123,49 @@ TEST_F(InputsTest, aListOfColoursIsLabelledAsAHull)
     EXPECT_NEAR(number(found, "volume"), 6000.0, 1.0);
     EXPECT_THAT(text(QStringLiteral("compare sRGB ") + list).toStdString(),
                 HasSubstr(": hull of 4 colours.\n"));
+}
+
+TEST_F(InputsTest, aListOfDeviceValuesIsReadInTheDeclaredSpace)
+{
+    const QString list = written(QStringLiteral("rgb.csv"), "R,G,B\n0,0,0\n255,0,0\n0,255,0\n0,0,255\n");
+    const Answer refused = run(words(QStringLiteral("volume ") + list));
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors.toStdString(), HasSubstr("--points-space"));
+    const Answer misnamed =
+        run(words(QStringLiteral("volume ") + list + QStringLiteral(" --points-space no.icc")));
+    EXPECT_EQ(misnamed.exitCode, 1);
+    EXPECT_THAT(misnamed.errors.toStdString(),
+                testing::EndsWith("profile 'no.icc': cannot be read: No such file or directory\n"));
+    const QString space = QStringLiteral(" --points-space sRGB");
+    const double volume = number(row(QStringLiteral("volume ") + list + space), "volume");
+    EXPECT_GT(volume, 200000.0);
+    for (const char* command : {"volume ", "info ", "compare sRGB ", "compare --matrix sRGB "})
+        EXPECT_FALSE(row(QLatin1String(command) + list + space).isEmpty()) << command;
+    EXPECT_FLOAT_EQ(float(number(row(QStringLiteral("compare sRGB ") + list + space), "volume_b")),
+                    float(volume));
+    EXPECT_TRUE(flag(row(QStringLiteral("inside ") + list + space + QStringLiteral(" 40 10 10")), "inside"));
+    EXPECT_THAT(text(QStringLiteral("slice ") + list + space + QStringLiteral(" --lightness 40 --format csv"))
+                    .toStdString(),
+                HasSubstr("rgb.csv"));
+    EXPECT_FALSE(
+        rowsOf(text(QStringLiteral("export ") + list + space + QStringLiteral(" -o - --format json")))
+            .isEmpty());
+    const QString picture = path(QStringLiteral("list.png"));
+    EXPECT_TRUE(succeeded(kvgamut(
+        words(QStringLiteral("render ") + list + space + QStringLiteral(" --size 64x48 -o ") + picture))));
+}
+
+TEST_F(InputsTest, theColoursOfAPhotoHaveTheHashOfTheFile)
+{
+    QImage picture(16, 16, QImage::Format_RGB32);
+    for (int x = 0; x < 16; ++x)
+        for (int y = 0; y < 16; ++y)
+            picture.setPixelColor(x, y, QColor(x * 16, y * 16, 100));
+    const QString file = path(QStringLiteral("photo.jpg"));
+    ASSERT_TRUE(picture.save(file));
+    const QByteArray hash = QCryptographicHash::hash(contents(file), QCryptographicHash::Sha256).toHex();
+    EXPECT_EQ(word(row(QStringLiteral("volume ") + file + QStringLiteral("@pixels")), "sha256"),
+              QString::fromLatin1(hash));
 }
 
 TEST_F(InputsTest, anExportedBoundaryIsReadAgain)

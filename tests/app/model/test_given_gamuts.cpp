@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -116,6 +117,30 @@ TEST_F(ColourListTest, saysHowItWasRead)
         << qPrintable(source.notes().join(QLatin1Char('|')));
 }
 
+// Black, red, green and blue.
+constexpr const char* rgbList = "R,G,B,name\n0,0,0,k\n255,0,0,r\n0,255,0,g\n0,0,255,b\n";
+
+TEST_F(ColourListTest, ofDeviceValuesNeedsTheirSpace)
+{
+    const QString file = written(QStringLiteral("rgb.csv"), rgbList);
+    EXPECT_TRUE(refusalOf(file).contains(QStringLiteral("--points-space"))) << qPrintable(refusalOf(file));
+    const auto volumeIn = [&](const char* space) {
+        PointOptions options;
+        options.space = QLatin1String(space);
+        const Result<GamutSource> source = GamutSource::open(file, {}, options);
+        EXPECT_TRUE(source);
+        EXPECT_EQ(source->kind(), QStringLiteral("hull of 4 colours"));
+        EXPECT_TRUE(source->notes().contains(
+            QStringLiteral("The colours are RGB values of %1, converted with the absolute intent.")
+                .arg(options.space)))
+            << qPrintable(source->notes().join(QLatin1Char('|')));
+        return source->givenGamut().volume();
+    };
+    // the tetrahedron of black and the primaries of sRGB, IEC 61966-2-1, adapted to D50
+    EXPECT_NEAR(volumeIn("sRGB"), 292291.0, 1500.0);
+    EXPECT_GT(volumeIn("Rec2020"), 1.5 * volumeIn("sRGB"));
+}
+
 TEST_F(ColourListTest, isRefusedIfItIsFlat)
 {
     EXPECT_EQ(refusalOf(written(QStringLiteral("f.csv"), "L,a,b\n50,0,0\n50,10,0\n50,0,10\n50,9,9\n")),
@@ -216,6 +241,43 @@ TEST_F(PhotoGamutTest, saysThatColoursAreTakenAsSrgb)
     const GamutSource source = opened(saved(corners(), nullptr) + QStringLiteral("@pixels"));
     EXPECT_TRUE(source.notes().contains(QStringLiteral("no embedded profile; the colours are taken as sRGB")))
         << qPrintable(source.notes().join(QLatin1Char('|')));
+}
+
+TEST_F(PhotoGamutTest, isInTheDeclaredSpaceOnlyWithoutAProfile)
+{
+    PointOptions options;
+    options.space = QStringLiteral("Rec2020");
+    const auto volumeOf = [&](const QString& file, const PointOptions& reading) {
+        const Result<GamutSource> source = GamutSource::open(file + QStringLiteral("@pixels"), {}, reading);
+        return source ? source->givenGamut().volume() : 0.0f;
+    };
+    const QString plain = saved(corners(), nullptr, QStringLiteral("plain.png"));
+    const QString tagged = saved(corners(), "Rec2020", QStringLiteral("tagged.png"));
+    EXPECT_FLOAT_EQ(volumeOf(plain, options), volumeOf(tagged, {}));
+    EXPECT_GT(volumeOf(plain, options), 1.5f * volumeOf(plain, {}));
+    options.space = QStringLiteral("sRGB");
+    EXPECT_FLOAT_EQ(volumeOf(tagged, options), volumeOf(tagged, {}));
+    options.space = path(QStringLiteral("missing.icc"));
+    EXPECT_EQ(ProblemText::english(GamutSource::open(plain + QStringLiteral("@pixels"), {}, options).error()),
+              QStringLiteral("'%1': cannot be read: No such file or directory").arg(options.space));
+}
+
+TEST_F(PhotoGamutTest, hasTheHashOfTheFile)
+{
+    for (const char* name : {"photo.png", "photo.jpg"}) {
+        const QString file = saved(corners(), "sRGB", QLatin1String(name));
+        QFile opening(file);
+        ASSERT_TRUE(opening.open(QIODevice::ReadOnly));
+        const QByteArray hash = QCryptographicHash::hash(opening.readAll(), QCryptographicHash::Sha256);
+        EXPECT_EQ(opened(file + QStringLiteral("@pixels")).hash(), QString::fromLatin1(hash.toHex())) << name;
+    }
+}
+
+TEST_F(PhotoGamutTest, withoutAProfileIsSaidToHaveColoursOnly)
+{
+    EXPECT_EQ(refusalOf(saved(corners(), nullptr)),
+              QStringLiteral("the PNG picture has no embedded profile; the colours of its pixels, taken as "
+                             "sRGB, are a gamut with @pixels after the name"));
 }
 
 TEST_F(PhotoGamutTest, isOfTheProfileWithoutTheWord)

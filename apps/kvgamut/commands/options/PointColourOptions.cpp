@@ -14,7 +14,8 @@ void PointColourOptions::declare(CLI::App& parser)
     parser
         .add_option_function<std::string>(
             "--points-space", [this](const std::string& word) { reading.space = OptionValues::file(word); },
-            "Colour space of RGB or CMYK values in files of colours: an ICC profile, or one of " +
+            "Colour space of RGB or CMYK values in files of colours, and of @pixels without a profile: an "
+            "ICC profile, or one of " +
                 BuiltInProfiles::names().join(QStringLiteral(", ")).toStdString())
         ->type_name("SPACE");
     parser

@@ -31,6 +31,9 @@ Result<GivenGamut> ColourHull::ofList(const PointSet& set, KVCompletionProtocolP
     QStringList notes{
         QStringLiteral("The surface is the convex hull of the listed colours: it bridges all hollows between "
                        "them, and lacks what is not in the list.")};
+    if (!set.reading.space.isEmpty())
+        notes.append(QStringLiteral("The colours are %1 values of %2, converted with the %3 intent.")
+                         .arg(set.reading.values, set.reading.space, set.reading.intent));
     for (const Problem& note : set.allNotes())
         notes.append(ProblemText::english(note));
     return hullOf(colors, 0.0, QStringLiteral("hull of %1 colours").arg(colors.size()), notes, task);

@@ -81,6 +81,13 @@ QString hashOf(const QByteArray& bytes)
     return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
 }
 
+/// The profile for pixels without one: a built-in one, or a file.
+Result<QByteArray> spaceOfPixels(const QString& space, const KVCompletionProtocolPtr& task)
+{
+    const QByteArray builtIn = BuiltInProfiles::profile(space);
+    return builtIn.isEmpty() ? InputGate::read(space, InputKind::Profile, task) : builtIn;
+}
+
 /// A missing file and a folder have the codes of the engine, which hosts know.
 Problem readProblem(const Problem& problem)
 {
@@ -93,21 +100,23 @@ Problem readProblem(const Problem& problem)
 
 } // namespace
 
-Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionProtocolPtr& task)
+Result<GamutSource> GamutSource::open(const QString& name, const KVCompletionProtocolPtr& task,
+                                      const PointOptions& reading)
 {
     const Result<InputName> input = InputName::of(name);
     if (!input)
         return failure(input.error());
     if (input->part == InputName::Part::Pixels)
-        return ofPixels(name, input->file, task);
+        return ofPixels(name, input->file, task, reading);
     if (input->part == InputName::Part::Boundary)
         return ofBoundary(name, input->file, task);
-    return openFile(name, input->file, task).and_then([&input](GamutSource source) -> Result<GamutSource> {
-        if (const Result<void> checked = source.checkIntent(input->intent); !checked)
-            return failure(checked.error().about(source.m_name));
-        source.m_intent = input->intent;
-        return source;
-    });
+    return openFile(name, input->file, task, reading)
+        .and_then([&input](GamutSource source) -> Result<GamutSource> {
+            if (const Result<void> checked = source.checkIntent(input->intent); !checked)
+                return failure(checked.error().about(source.m_name));
+            source.m_intent = input->intent;
+            return source;
+        });
 }
 
 /// Whether the gamut can have the intent that is part of the name.
@@ -124,7 +133,7 @@ Result<void> GamutSource::checkIntent(std::optional<KVVMRenderType> intent) cons
 }
 
 Result<GamutSource> GamutSource::openFile(const QString& name, const QString& file,
-                                          const KVCompletionProtocolPtr& task)
+                                          const KVCompletionProtocolPtr& task, const PointOptions& options)
 {
     const QByteArray builtIn = BuiltInProfiles::profile(file);
     if (!builtIn.isEmpty())
@@ -143,7 +152,7 @@ Result<GamutSource> GamutSource::openFile(const QString& name, const QString& fi
     case InputKind::SavedGamut:
         return ofSavedGamut(name, *content);
     case InputKind::Points:
-        return ofChart(name, *content, task);
+        return ofChart(name, *content, task, options);
     default:
         return ofProfileData(name, *content);
     }
@@ -187,15 +196,27 @@ Result<GamutSource> GamutSource::ofPicture(const QString& name, const QByteArray
 }
 
 Result<GamutSource> GamutSource::ofPixels(const QString& name, const QString& file,
-                                          const KVCompletionProtocolPtr& task)
+                                          const KVCompletionProtocolPtr& task, const PointOptions& options)
 {
     PhotoReading reading;
     reading.absolute = true;
+    if (!options.space.isEmpty()) {
+        const Result<QByteArray> space = spaceOfPixels(options.space, task);
+        if (!space)
+            return failure(space.error());
+        reading.defaultProfile = *space;
+    }
+    QByteArray hash;
     const Result<PhotoColors> colors = PhotoFile::open(file, task).and_then([&](PhotoFile photo) {
+        hash = photo.hash(task);
         return photoColors(photo, reading, task);
     });
-    return colors ? ofGiven(name, ColourHull::ofPhoto(*colors, task))
-                  : failure(readProblem(colors.error().about(name)));
+    if (!colors)
+        return failure(readProblem(colors.error().about(name)));
+    return ofGiven(name, ColourHull::ofPhoto(*colors, task)).map([&hash](GamutSource source) {
+        source.m_hash = QString::fromLatin1(hash.toHex());
+        return source;
+    });
 }
 
 Result<GamutSource> GamutSource::ofBoundary(const QString& name, const QString& file,
@@ -208,14 +229,17 @@ Result<GamutSource> GamutSource::ofBoundary(const QString& name, const QString& 
 }
 
 Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& bytes,
-                                         const KVCompletionProtocolPtr& task)
+                                         const KVCompletionProtocolPtr& task, const PointOptions& options)
 {
     if (GamSurface::isIn(bytes))
         return ofGiven(name, GamSurface::read(bytes, task), bytes);
-    const Result<PointSet> set = pointsOfText(bytes, task);
-    if (!set)
-        return failure(
-            (saysThatItIsATable(bytes) ? set.error() : Problem(ProblemCode::UnknownFormat)).about(name));
+    const Result<PointSet> set = pointsOfText(bytes, task, options);
+    if (!set) {
+        // columns of RGB or CMYK say what they are, too, and so does who declares their space
+        const bool isTable = saysThatItIsATable(bytes) || !options.space.isEmpty() ||
+                             set.error().code == Problem::Code(ProblemCode::PointSpaceNeeded);
+        return failure((isTable ? set.error() : Problem(ProblemCode::UnknownFormat)).about(name));
+    }
     if (!DeviceChart::isIn(*set))
         return ofGiven(name, ColourHull::ofList(*set, task), bytes);
     const Result<ChartProfile> made = ChartProfile::of(*set, task);
@@ -232,7 +256,7 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
     });
 }
 
-/// @param bytes of the file; empty if there is none, or if it was not read as a whole
+/// @param bytes of the file; empty if there is none, or if it is not in memory
 Result<GamutSource> GamutSource::ofGiven(const QString& name, const Result<GivenGamut>& given,
                                          const QByteArray& bytes)
 {

@@ -3,6 +3,7 @@
 
 #include "model/bodies/GivenGamut.h"
 #include "model/charts/ChartFacts.h"
+#include "model/points/PointReading.h"
 #include "model/problems/Result.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -25,7 +26,10 @@ public:
     /// "-" is standard input. Settings may follow the name, as in "printer.icc@relative"; "photo.tif@pixels"
     /// is the hull of a photo's colours. See InputName.
     /// @param task cancels reading; may be null
-    static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {});
+    /// @param reading of colours that do not say it themselves; its space is also that of photos' pixels
+    /// without an embedded profile
+    static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {},
+                                    const PointOptions& reading = {});
 
     /// The name that was passed to open(), with its settings.
     QString name() const { return m_name; }
@@ -51,9 +55,8 @@ public:
     /// The profile; null for a saved gamut and for other bodies without one.
     KVProfilePtr profile() const { return m_profile; }
 
-    /// The SHA-256 of the profile, for a picture that of its embedded profile, or of the saved gamut, as
-    /// hexadecimal digits. Empty for a built-in profile or body, and for the pixels of a photo, which is not
-    /// read as a whole.
+    /// The SHA-256 of the file, as hexadecimal digits; for a picture that of its embedded profile, for its
+    /// pixels that of the picture. Empty for a built-in profile or body.
     QString hash() const { return m_hash; }
 
     /// @p general, with those that are part of the name instead.
@@ -72,14 +75,14 @@ private:
     Result<void> checkIntent(std::optional<KVVMRenderType> intent) const;
 
     static Result<GamutSource> openFile(const QString& name, const QString& file,
-                                        const KVCompletionProtocolPtr& task);
+                                        const KVCompletionProtocolPtr& task, const PointOptions& options);
     static Result<GamutSource> ofProfile(const QString& name, const KVProfilePtr& profile);
     static Result<GamutSource> ofProfileData(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofPicture(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofPixels(const QString& name, const QString& file,
-                                        const KVCompletionProtocolPtr& task);
+                                        const KVCompletionProtocolPtr& task, const PointOptions& options);
     static Result<GamutSource> ofChart(const QString& name, const QByteArray& bytes,
-                                       const KVCompletionProtocolPtr& task);
+                                       const KVCompletionProtocolPtr& task, const PointOptions& options);
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofBoundary(const QString& name, const QString& file,
                                           const KVCompletionProtocolPtr& task);

@@ -6,10 +6,16 @@
 #include "model/inputs/PictureProfile.h"
 #include "model/inputs/PngChunks.h"
 
+#include <QtCore/QCryptographicHash>
+
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -196,6 +202,7 @@ struct PhotoFile::Private
 {
     std::optional<InputGate::File> file; ///< the source reads from it
     QByteArray content;
+    QByteArray hash; ///< of the content, before it was split
     Owned<VipsSource> source;
     Owned<VipsImage> image;
     PhotoFacts facts;
@@ -246,6 +253,27 @@ const PhotoFacts& PhotoFile::facts() const
     return d->facts;
 }
 
+QByteArray PhotoFile::hash(const KVCompletionProtocolPtr& task) const
+{
+    if (!d->file)
+        return d->hash;
+    constexpr std::size_t blockSize = 1 << 20;
+    std::vector<char> block(blockSize);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    // at positions, because the picture is read from the same descriptor
+    for (off_t at = 0; !InputGate::isCancelled(task);) {
+        const ssize_t count = pread(d->file->descriptor(), block.data(), block.size(), at);
+        if (count == 0)
+            return hash.result();
+        if (count < 0 && errno != EINTR)
+            break;
+        if (count > 0)
+            hash.addData(QByteArrayView(block.data(), count));
+        at += std::max<ssize_t>(count, 0);
+    }
+    return {};
+}
+
 bool PhotoFile::isPhoto(const QByteArray& start)
 {
     return formatOf(start) != nullptr;
@@ -282,6 +310,7 @@ Result<PhotoFile> PhotoFile::ofContent(const QByteArray& content)
         return failure(ProblemCode::PictureFormatUnknown);
     auto d = std::make_unique<Private>();
     d->content = content;
+    d->hash = QCryptographicHash::hash(content, QCryptographicHash::Sha256);
     if (isPng(content))
         if (const Result<void> split = d->splitPng(); !split)
             return failure(split.error());

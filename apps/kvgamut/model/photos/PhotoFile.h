@@ -65,6 +65,9 @@ public:
 
     const PhotoFacts& facts() const;
 
+    /// The SHA-256 of the file, which is read once more for it. Empty if that fails or is cancelled.
+    QByteArray hash(const KVCompletionProtocolPtr& task) const;
+
     /// A band: rows of samples, PhotoFacts::stored for each pixel.
     struct Band
     {

@@ -21,8 +21,10 @@ Result<KVProfilePtr> openedSpace(const QString& space, KVVMRenderType intent,
     QByteArray bytes = BuiltInProfiles::profile(space);
     if (bytes.isEmpty()) {
         const Result<QByteArray> read = InputGate::read(space, InputKind::Profile, task);
-        if (!read)
+        if (!read && read.error().isCancelled())
             return failure(read.error());
+        if (!read) // the problem of the file of colours is about that one
+            return failure(Problem(ProblemCode::PointSpaceUnusable, {space}).because(read.error().about({})));
         bytes = *read;
     }
     KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),

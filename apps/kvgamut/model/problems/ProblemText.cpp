@@ -71,7 +71,8 @@ constexpr Sentence sentences[] = {
      QT_TRANSLATE_NOOP("Problem", "this gamut has no rendering intents; leave out '@%1'")},
     {ProblemCode::PictureDamaged, QT_TRANSLATE_NOOP("Problem", "the %1 picture is damaged")},
     {ProblemCode::PictureWithoutProfile,
-     QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile")},
+     QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile; the colours of its pixels, taken "
+                                  "as sRGB, are a gamut with @pixels after the name")},
     {ProblemCode::PictureFormatUnknown, QT_TRANSLATE_NOOP("Problem", "unsupported picture format")},
     {ProblemCode::PictureDataInvalid, QT_TRANSLATE_NOOP("Problem", "the picture cannot be decoded")},
     {ProblemCode::PictureTooLarge, QT_TRANSLATE_NOOP("Problem", "the picture is too large for the memory")},
@@ -88,7 +89,9 @@ constexpr Sentence sentences[] = {
                        "the number or the type of the values of a pixel is not supported; grey, RGB, CMYK "
                        "and Lab with 8 or 16 bits or floating point are")},
     {ProblemCode::PictureNeedsProfile,
-     QT_TRANSLATE_NOOP("Problem", "CMYK and floating-point pictures need an embedded profile")},
+     QT_TRANSLATE_NOOP("Problem",
+                       "CMYK and floating-point pictures need a profile: embed it, or name it with "
+                       "--photo-profile, after @pixels with --points-space")},
     {ProblemCode::PictureSpaceDiffers,
      QT_TRANSLATE_NOOP("Problem", "the profile is for another kind of colour than the pixels")},
     {ProblemCode::PictureManyPages, QT_TRANSLATE_NOOP("Problem", "the first of %1 pages is read")},

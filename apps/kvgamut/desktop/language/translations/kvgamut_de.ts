@@ -1511,10 +1511,6 @@ wird berechnet</translation>
         <translation>das %1-Bild ist beschädigt</translation>
     </message>
     <message>
-        <source>the %1 picture has no embedded profile</source>
-        <translation>das %1-Bild enthält kein Profil</translation>
-    </message>
-    <message>
         <source>unsupported picture format</source>
         <translation>nicht unterstütztes Bildformat</translation>
     </message>
@@ -2015,10 +2011,6 @@ wird berechnet</translation>
         <translation>Anzahl oder Typ der Werte eines Pixels werden nicht unterstützt; Grau, RGB, CMYK und Lab mit 8 oder 16 Bit oder Gleitkomma werden es</translation>
     </message>
     <message>
-        <source>CMYK and floating-point pictures need an embedded profile</source>
-        <translation>CMYK- und Gleitkommabilder brauchen ein eingebettetes Profil</translation>
-    </message>
-    <message>
         <source>the profile is for another kind of colour than the pixels</source>
         <translation>das Profil ist für eine andere Art von Farben als die der Pixel</translation>
     </message>
@@ -2145,6 +2137,14 @@ wird berechnet</translation>
     <message>
         <source>gamuts are saved as .ply, .obj, .stl, .gltf, .x3d, .json, .icc or .kvgamut</source>
         <translation>Gamuts werden als .ply, .obj, .stl, .gltf, .x3d, .json, .icc oder .kvgamut gespeichert</translation>
+    </message>
+    <message>
+        <source>the %1 picture has no embedded profile; the colours of its pixels, taken as sRGB, are a gamut with @pixels after the name</source>
+        <translation>das %1-Bild enthält kein Profil; mit @pixels hinter dem Namen ergeben die Farben seiner Pixel, als sRGB gelesen, einen Gamut</translation>
+    </message>
+    <message>
+        <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
+        <translation>CMYK- und Gleitkommabilder brauchen ein Profil: betten Sie es ein, oder nennen Sie es mit --photo-profile, hinter @pixels mit --points-space</translation>
     </message>
 </context>
 <context>

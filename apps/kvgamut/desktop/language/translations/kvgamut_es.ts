@@ -1519,10 +1519,6 @@ calculando</translation>
         <translation>la imagen %1 está dañada</translation>
     </message>
     <message>
-        <source>the %1 picture has no embedded profile</source>
-        <translation>la imagen %1 no tiene perfil incrustado</translation>
-    </message>
-    <message>
         <source>unsupported picture format</source>
         <translation>formato de imagen no admitido</translation>
     </message>
@@ -1549,10 +1545,6 @@ calculando</translation>
     <message>
         <source>the number or the type of the values of a pixel is not supported; grey, RGB, CMYK and Lab with 8 or 16 bits or floating point are</source>
         <translation>el número o el tipo de los valores de un píxel no se admite; se admiten gris, RGB, CMYK y Lab con 8 o 16 bits o en coma flotante</translation>
-    </message>
-    <message>
-        <source>CMYK and floating-point pictures need an embedded profile</source>
-        <translation>las imágenes CMYK y de coma flotante necesitan un perfil incrustado</translation>
     </message>
     <message>
         <source>the profile is for another kind of colour than the pixels</source>
@@ -2145,6 +2137,14 @@ calculando</translation>
     <message>
         <source>gamuts are saved as .ply, .obj, .stl, .gltf, .x3d, .json, .icc or .kvgamut</source>
         <translation>las gamas se guardan como .ply, .obj, .stl, .gltf, .x3d, .json, .icc o .kvgamut</translation>
+    </message>
+    <message>
+        <source>the %1 picture has no embedded profile; the colours of its pixels, taken as sRGB, are a gamut with @pixels after the name</source>
+        <translation>la imagen %1 no tiene perfil incrustado; con @pixels detrás del nombre, los colores de sus píxeles, interpretados como sRGB, forman una gama</translation>
+    </message>
+    <message>
+        <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
+        <translation>las imágenes CMYK y de coma flotante necesitan un perfil: incrústelo, o indíquelo con --photo-profile, detrás de @pixels con --points-space</translation>
     </message>
 </context>
 <context>

@@ -1519,10 +1519,6 @@ calcul en cours</translation>
         <translation>l’image %1 est endommagée</translation>
     </message>
     <message>
-        <source>the %1 picture has no embedded profile</source>
-        <translation>l’image %1 n’a pas de profil incorporé</translation>
-    </message>
-    <message>
         <source>unsupported picture format</source>
         <translation>format d’image non pris en charge</translation>
     </message>
@@ -1549,10 +1545,6 @@ calcul en cours</translation>
     <message>
         <source>the number or the type of the values of a pixel is not supported; grey, RGB, CMYK and Lab with 8 or 16 bits or floating point are</source>
         <translation>le nombre ou le type des valeurs d’un pixel n’est pas pris en charge&#x202f;; le sont gris, RVB, CMJN et Lab sur 8 ou 16&#xa0;bits ou en virgule flottante</translation>
-    </message>
-    <message>
-        <source>CMYK and floating-point pictures need an embedded profile</source>
-        <translation>les images CMJN et en virgule flottante demandent un profil incorporé</translation>
     </message>
     <message>
         <source>the profile is for another kind of colour than the pixels</source>
@@ -2145,6 +2137,14 @@ calcul en cours</translation>
     <message>
         <source>gamuts are saved as .ply, .obj, .stl, .gltf, .x3d, .json, .icc or .kvgamut</source>
         <translation>les gamuts sont enregistrés en .ply, .obj, .stl, .gltf, .x3d, .json, .icc ou .kvgamut</translation>
+    </message>
+    <message>
+        <source>the %1 picture has no embedded profile; the colours of its pixels, taken as sRGB, are a gamut with @pixels after the name</source>
+        <translation>l’image %1 n’a pas de profil incorporé&#x202f;; avec @pixels après le nom, les couleurs de ses pixels, interprétées comme sRGB, forment un gamut</translation>
+    </message>
+    <message>
+        <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
+        <translation>les images CMJN et en virgule flottante demandent un profil&#xa0;: incorporez-le, ou indiquez-le avec --photo-profile, après @pixels avec --points-space</translation>
     </message>
 </context>
 <context>
