@@ -102,6 +102,32 @@ TEST_F(ColorsOfFiles, haveTheResultsOfTheCheckCommand)
     }
 }
 
+TEST_F(ColorsOfFiles, haveTheirOwnResultsIfThereAreMany)
+{
+    // more than several workers take at a time, neighbours far apart
+    constexpr int count = 1500;
+    QByteArray rows = "L,a,b\n";
+    for (int i = 0; i < count; ++i)
+        rows += QByteArray::number(i * 37 % 101) + ',' + QByteArray::number(i * 71 % 241 - 120) + ',' +
+                QByteArray::number(i * 53 % 239 - 119) + '\n';
+    gamuts.add(QStringLiteral("sRGB"), {}, {});
+    points.open(write(QStringLiteral("many.csv"), rows));
+    ASSERT_TRUE(finish());
+    const GamutEntry& srgb = gamuts.at(0);
+    const ColorChecker checker(srgb.gamut, profileOf(srgb.id));
+    ASSERT_EQ(checks.count(), count);
+    for (qsizetype color = 0; color < count; ++color) {
+        const ColorCheck expected = checker.check(checks.point(color).lab, 1.0);
+        const ColorChecks::Check* const found = checks.check(srgb.revision, color);
+        ASSERT_NE(found, nullptr) << color;
+        ASSERT_NEAR(found->de00, expected.de00, 1e-3) << color;
+        const auto device = checks.device(srgb.revision, color);
+        ASSERT_EQ(device.size(), expected.device.size()) << color;
+        for (std::size_t i = 0; i < device.size(); ++i)
+            ASSERT_NEAR(device[i], expected.device[i], 1e-3) << color;
+    }
+}
+
 TEST_F(ColorsOfFiles, areInTheZonesOfTheView)
 {
     openThree();

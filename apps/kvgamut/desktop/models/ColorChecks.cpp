@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <new>
 #include <set>
 #include <utility>
@@ -41,13 +42,18 @@ struct ColorChecks::Colors
     qsizetype first = 0; ///< number of its first colour
 };
 
-/// The work on one gamut. The worker appends blocks, which the GUI thread takes.
+/// The work on one gamut. Workers take the next block of colours, and the GUI thread takes what they computed
+/// in the order of the colours.
 struct ColorChecks::Job
 {
     KVCompletionProtocolPtr task;
-    QMutex mutex;
-    std::vector<Results> blocks;
+    int workers = 0;                         ///< that have not ended; of the GUI thread
+    std::size_t collected = 0;               ///< blocks; of the GUI thread
+    std::atomic<std::size_t> next{0};        ///< the number of the next block to compute
+    QMutex mutex;                            ///< of what follows
+    std::map<std::size_t, Results> computed; ///< blocks by their number
 
+    std::vector<Results> takeInOrder();
     void run(const std::vector<KVGamut::LabPoint>& colors, const KVGamut::GamutObject& gamut,
              const KVProfilePtr& profile);
     Results block(std::span<const KVGamut::LabPoint> colors, const KVGamut::GamutObject& gamut,
@@ -60,15 +66,29 @@ void ColorChecks::Job::run(const std::vector<KVGamut::LabPoint>& colors, const K
 try {
     if (task->isCancelled())
         return;
-    const auto device = DeviceRoundTrip::create(profile, gamut.report().intent);
-    for (std::size_t first = 0; first < colors.size() && !task->isCancelled(); first += blockSize) {
+    const auto device = DeviceRoundTrip::create(profile, gamut.report().intent); // one for each worker
+    const std::size_t blocks = (colors.size() + blockSize - 1) / blockSize;
+    for (std::size_t number = next++; number < blocks && !task->isCancelled(); number = next++) {
+        const std::size_t first = number * blockSize;
         const std::size_t size = std::min(blockSize, colors.size() - first);
         Results results = block(std::span(colors).subspan(first, size), gamut, device.get());
         const QMutexLocker lock(&mutex);
-        blocks.push_back(std::move(results));
+        computed.emplace(number, std::move(results));
     }
 } catch (const std::bad_alloc&) {
     task->cancel();
+}
+
+/// What follows the blocks that were taken before, up to the first that is still being computed.
+std::vector<ColorChecks::Results> ColorChecks::Job::takeInOrder()
+{
+    std::vector<Results> taken;
+    const QMutexLocker lock(&mutex);
+    auto block = computed.begin();
+    for (; block != computed.end() && block->first == collected; ++block, ++collected)
+        taken.push_back(std::move(block->second));
+    computed.erase(computed.begin(), block);
+    return taken;
 }
 
 ColorChecks::Results ColorChecks::Job::block(std::span<const KVGamut::LabPoint> colors,
@@ -81,7 +101,7 @@ ColorChecks::Results ColorChecks::Job::block(std::span<const KVGamut::LabPoint> 
         results.checks.push_back(checkOf(lab, gamut));
         if (!device)
             continue;
-        const std::vector<double> made = device->made(lab).device;
+        const std::vector<double> made = device->device(lab);
         results.channels = made.size();
         for (const double value : made)
             results.device.push_back(static_cast<float>(value));
@@ -93,7 +113,7 @@ ColorChecks::ColorChecks(const GamutListModel& gamuts, const PointLayer& points,
                          QObject* parent)
     : QObject(parent), m_gamuts(gamuts), m_points(points), m_profileOf(std::move(profileOf))
 {
-    m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1)); // one is for the window
+    m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount()));
     m_ticker.setInterval(reportMs);
     connect(&m_ticker, &QTimer::timeout, this, &ColorChecks::collect);
     connect(&points, &PointLayer::pointsChanged, this, &ColorChecks::takeColors);
@@ -230,9 +250,13 @@ void ColorChecks::start(const GamutEntry& entry)
         job->run(*colors, gamut, profile);
         return true; // Threads::run() needs a value
     };
-    Threads::run(m_pool, work).then(this, [this, revision = entry.revision, job](bool) {
-        finish(revision, job);
-    });
+    const qsizetype blocks = (m_count + qsizetype(blockSize) - 1) / qsizetype(blockSize);
+    job->workers = static_cast<int>(std::min<qsizetype>(m_pool.maxThreadCount(), blocks));
+    for (int worker = job->workers; worker > 0; --worker)
+        Threads::run(m_pool, work).then(this, [this, revision = entry.revision, job](bool) {
+            if (--job->workers == 0)
+                finish(revision, job);
+        });
 }
 
 void ColorChecks::cancelAll()
@@ -247,13 +271,8 @@ void ColorChecks::cancelAll()
 void ColorChecks::collect()
 {
     for (const auto& [revision, job] : m_jobs) {
-        std::vector<Results> blocks;
-        {
-            const QMutexLocker lock(&job->mutex);
-            blocks.swap(job->blocks);
-        }
         Results& all = m_results[revision];
-        for (const Results& block : blocks) {
+        for (const Results& block : job->takeInOrder()) {
             all.checks.insert(all.checks.end(), block.checks.begin(), block.checks.end());
             all.channels = block.channels;
             all.device.insert(all.device.end(), block.device.begin(), block.device.end());

@@ -15,9 +15,9 @@
 
 /// What each gamut of the window makes of each colour of the point layer, except the pixels of pictures.
 ///
-/// Computed in the background, in bulk, the active gamut first. The results appear in the order of the
-/// colours. Work on gamuts and colours that are gone is cancelled; only the destructor waits for it. Gamut
-/// list and point layer must outlive it.
+/// Computed in the background on all cores, in bulk, the active gamut first. The results appear in the order
+/// of the colours. Work on gamuts and colours that are gone is cancelled; only the destructor waits for it.
+/// Gamut list and point layer must outlive it.
 class ColorChecks : public QObject
 {
     Q_OBJECT

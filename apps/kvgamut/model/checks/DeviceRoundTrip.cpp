@@ -60,16 +60,21 @@ std::shared_ptr<const DeviceRoundTrip> DeviceRoundTrip::create(const KVProfilePt
 
 DeviceRoundTrip::Made DeviceRoundTrip::made(const KVGamut::LabPoint& lab) const
 {
+    Made made{device(lab), {}};
+    made.lab = labOf(made.device);
+    return made;
+}
+
+std::vector<double> DeviceRoundTrip::device(const KVGamut::LabPoint& lab) const
+{
     const cmsCIELab asked{static_cast<double>(lab.L), static_cast<double>(lab.a), static_cast<double>(lab.b)};
     std::array<double, cmsMAXCHANNELS> device{};
     cmsDoTransform(d->toDevice.get(), &asked, device.data(), 1);
-    Made made;
-    for (std::size_t i = 0; i < d->channels; ++i) {
-        device[i] = std::clamp(device[i], 0.0, 1.0); // a matrix profile goes beyond
-        made.device.push_back(device[i] * 100.0);
-    }
-    made.lab = labOf(made.device);
-    return made;
+    std::vector<double> percent;
+    percent.reserve(d->channels);
+    for (std::size_t i = 0; i < d->channels; ++i)
+        percent.push_back(std::clamp(device[i], 0.0, 1.0) * 100.0); // a matrix profile goes beyond
+    return percent;
 }
 
 KVGamut::LabPoint DeviceRoundTrip::labOf(const std::vector<double>& percent) const
