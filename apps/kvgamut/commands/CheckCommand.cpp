@@ -5,6 +5,7 @@
 #include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/Fonts.h"
 #include "commands/process/Say.h"
 #include "model/checks/ColorCheck.h"
 #include "model/checks/PhotoCheck.h"
@@ -329,6 +330,7 @@ int CheckCommand::run(Arguments arguments)
     }
     // a drawing needs fonts but no display
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    loadFonts();
     const QGuiApplication application(arguments.count, arguments.values);
     return check();
 }

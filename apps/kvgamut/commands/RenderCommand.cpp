@@ -3,6 +3,7 @@
 
 #include "GamutScene.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/Fonts.h"
 #include "commands/process/PictureScreen.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
@@ -106,6 +107,7 @@ int RenderCommand::run(Arguments arguments)
     silenceLibraries(m_profiles.verbose);
     m_output.noteCommand(arguments);
 
+    loadFonts();
     const QGuiApplication application(arguments.count, arguments.values);
     return draw();
 }

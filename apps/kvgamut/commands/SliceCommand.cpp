@@ -6,6 +6,7 @@
 #include "commands/options/ProfileOptions.h"
 #include "commands/options/ReportOptions.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/Fonts.h"
 #include "commands/process/Say.h"
 #include "model/export/OutputFile.h"
 #include "model/slices/SliceFile.h"
@@ -179,6 +180,7 @@ int SliceCommand::run(Arguments arguments)
     }
     // a drawing needs fonts but no display
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    loadFonts();
     const QGuiApplication application(arguments.count, arguments.values);
     return report();
 }

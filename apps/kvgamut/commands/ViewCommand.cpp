@@ -3,6 +3,7 @@
 
 #include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/Fonts.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
 #include "desktop/MainWindow.h"
@@ -39,6 +40,7 @@ int ViewCommand::run(Arguments arguments)
     Screen::choosePlatform(Screen::Use::Window);
     silenceLibraries(m_profiles.verbose);
 
+    loadFonts();
     const QApplication application(arguments.count, arguments.values);
     QApplication::setApplicationName(QStringLiteral("kvgamut"));
     const Translations translations;

@@ -233,6 +233,22 @@ TEST_P(FaultTest, survivesMemoryThatRunsOutForGood)
     expectSoundForCalls("alloc", runWith({}).calls[0], 0, "+");
 }
 
+TEST_P(FaultTest, endsWhenFontsFindNoMemory)
+{
+    // Libraries that draw text may crash without memory, but nothing may repeat itself for ever.
+    if (GetParam().allocations || GetParam().draws || !GetParam().output)
+        return;
+    const qint64 calls = runWith({}).calls[0];
+    const qint64 positions = std::max(24, positionsPerCase());
+    for (qint64 i = 1; i <= positions; ++i) {
+        const QByteArray fault = "alloc:" + QByteArray::number(i * calls / (positions + 1)) + '+';
+        const Run run = runWith(fault);
+        EXPECT_FALSE(run.ended.hung) << fault.toStdString();
+        if (run.ended.hung)
+            break;
+    }
+}
+
 TEST_P(FaultTest, survivesThreadsThatCannotBeStarted)
 {
     expectSound("thread:1+");
