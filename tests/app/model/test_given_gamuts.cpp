@@ -141,6 +141,49 @@ TEST_F(ColourListTest, ofDeviceValuesNeedsTheirSpace)
     EXPECT_GT(volumeIn("Rec2020"), 1.5 * volumeIn("sRGB"));
 }
 
+// The pyramid as a chart in which further inks differ; the four known ones alone would be a chart, too.
+QByteArray chartOfInks(const QByteArray& names, int inks)
+{
+    QByteArray rows;
+    const QByteArrayList labs{"40 -10 -10", "40 10 -10", "40 10 10", "40 -10 10", "70 0 0", "45 0 0"};
+    for (int i = 0; i < 1 << std::max(6, inks); ++i) {
+        rows += QByteArray::number(i + 1);
+        for (int ink = 0; ink < inks; ++ink)
+            rows += (i >> ink & 1) ? " 100" : " 0";
+        rows += ' ' + labs[i % labs.size()] + '\n';
+    }
+    return "CGATS.17\nBEGIN_DATA_FORMAT\nSAMPLE_ID " + names +
+           " LAB_L LAB_A LAB_B\nEND_DATA_FORMAT\nBEGIN_DATA\n" + rows + "END_DATA\n";
+}
+
+TEST_F(ColourListTest, ofMoreThanFourInksSaysWhatItIs)
+{
+    const std::pair<QByteArray, int> charts[] = {
+        {"5CLR_1 5CLR_2 5CLR_3 5CLR_4 5CLR_5", 5},
+        {"CMYKOG_C CMYKOG_M CMYKOG_Y CMYKOG_K CMYKOG_O CMYKOG_G", 6},
+        {"CMYK_C CMYK_M CMYK_Y CMYK_K ORANGE GREEN", 6},
+        {"C M Y K O", 5},
+    };
+    for (const auto& [names, inks] : charts) {
+        const GamutSource source = opened(written(QStringLiteral("chart.txt"), chartOfInks(names, inks)));
+        EXPECT_FALSE(source.chart()) << names.constData();
+        EXPECT_EQ(source.kind(), QStringLiteral("hull of 64 colours of a chart of %1 inks").arg(inks))
+            << names.constData();
+        EXPECT_NEAR(source.givenGamut().volume(), 4000.0f, 1.0f) << names.constData();
+        const QString notes = source.notes().join(QLatin1Char('|'));
+        EXPECT_TRUE(notes.contains(QStringLiteral("Warning: this is a chart of %1 inks.").arg(inks)))
+            << qPrintable(notes);
+        EXPECT_FALSE(notes.contains(QStringLiteral("ignored columns"))) << qPrintable(notes);
+    }
+}
+
+TEST_F(ColourListTest, isAChartIfRgbAndCmykAreBothThere)
+{
+    const GamutSource source = opened(written(
+        QStringLiteral("chart.txt"), chartOfInks("CMYK_C CMYK_M CMYK_Y CMYK_K RGB_R RGB_G RGB_B", 7)));
+    EXPECT_TRUE(source.chart());
+}
+
 TEST_F(ColourListTest, isRefusedIfItIsFlat)
 {
     EXPECT_EQ(refusalOf(written(QStringLiteral("f.csv"), "L,a,b\n50,0,0\n50,10,0\n50,0,10\n50,9,9\n")),

@@ -31,12 +31,25 @@ Result<GivenGamut> ColourHull::ofList(const PointSet& set, KVCompletionProtocolP
     QStringList notes{
         QStringLiteral("The surface is the convex hull of the listed colours: it bridges all hollows between "
                        "them, and lacks what is not in the list.")};
+    const int inks = set.reading.inks;
+    if (inks > 0)
+        notes.append(
+            QStringLiteral(
+                "Warning: this is a chart of %1 inks. A surface is made from the device values of RGB "
+                "and of up to four inks only, so that here they are ignored: the hull can be larger "
+                "than the gamut of the device where that is hollow, and is smaller where the chart "
+                "has no patch. A profile that is made from the chart has the surface.")
+                .arg(inks));
     if (!set.reading.space.isEmpty())
         notes.append(QStringLiteral("The colours are %1 values of %2, converted with the %3 intent.")
                          .arg(set.reading.values, set.reading.space, set.reading.intent));
     for (const Problem& note : set.allNotes())
         notes.append(ProblemText::english(note));
-    return hullOf(colors, 0.0, QStringLiteral("hull of %1 colours").arg(colors.size()), notes, task);
+    return hullOf(
+        colors, 0.0,
+        inks > 0 ? QStringLiteral("hull of %1 colours of a chart of %2 inks").arg(colors.size()).arg(inks)
+                 : QStringLiteral("hull of %1 colours").arg(colors.size()),
+        notes, task);
 }
 
 Result<GivenGamut> ColourHull::ofPhoto(const PhotoColors& photo, KVCompletionProtocolPtr task)

@@ -16,6 +16,8 @@ public:
     explicit ColumnNames(const QStringList& names);
 
     qsizetype count() const { return m_plain.size(); }
+    /// The name of @p column without the characters that do not count.
+    const QString& at(qsizetype column) const { return m_plain[column]; }
 
     /// The first column, by order of @p wanted, that has one of these names; -1 if none has.
     qsizetype find(std::initializer_list<const char*> wanted) const;

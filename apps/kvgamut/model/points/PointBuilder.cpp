@@ -226,6 +226,7 @@ void PointBuilder::describe()
     m_set.reading.white = has(PointSpace::Spectrum) ? QStringLiteral("D50") : white();
     m_set.reading.observer = has(PointSpace::Spectrum) ? QStringLiteral("2") : declared.observer;
     m_set.reading.deviceClass = declared.deviceClass;
+    m_set.reading.inks = declared.inks;
     if (declared.observer == QLatin1String("10") && !has(PointSpace::Spectrum))
         note(Problem(ProblemCode::ObserverDiffers));
 }

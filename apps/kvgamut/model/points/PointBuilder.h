@@ -28,6 +28,7 @@ public:
         bool areNumbered = false;    ///< the colours have numbers, not lines
         QString observer;            ///< "2" or "10"
         QString deviceClass;         ///< as in PointReading
+        int inks = 0;                ///< as in PointReading
     };
 
     PointBuilder(const PointOptions& options, KVCompletionProtocolPtr task)

@@ -159,8 +159,10 @@ private:
         builder.declared = m_declared;
         if (columns && columns->problem)
             return failure(*columns->problem);
-        if (columns)
+        if (columns) {
             builder.declared.wavelengths = columns->wavelengths;
+            builder.declared.inks = columns->inks;
+        }
         const Result<qsizetype> rows = readRows([&](const QStringList& fields) {
             return columns ? addRow(builder, *columns, fields) : Result<void>();
         });

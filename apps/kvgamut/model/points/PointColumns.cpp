@@ -4,6 +4,8 @@
 #include "ColumnNames.h"
 #include "model/inputs/BuiltInProfiles.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -148,13 +150,53 @@ void takeWeights(PointColumns& columns)
         columns.problem = weights.error();
 }
 
-/// Device values beside others.
-void takeDevice(const ColumnNames& names, PointColumns& columns)
+/// The columns of the inks of a chart with more than four: "6CLR_1", "CMYKOG_O", or columns of CMYK and of
+/// further inks. Empty if there are not as many.
+QList<qsizetype> manyInks(const ColumnNames& names, const QList<qsizetype>& values)
+{
+    constexpr qsizetype maxInks = 4; // of which a model is made
+    QList<qsizetype> numbered, lettered, single;
+    const Found cmyk = findCmyk(names);
+    for (qsizetype i = 0; i < names.count(); ++i) {
+        static const QRegularExpression number(QStringLiteral("^[0-9]{1,2}CLR[0-9]{1,2}$"));
+        static const QRegularExpression letter(QStringLiteral("^(?=CMYK)([A-Za-z]{5,15})[A-Za-z]$"));
+        static const QStringList spots{
+            QStringLiteral("O"),          QStringLiteral("ORANGE"), QStringLiteral("V"),
+            QStringLiteral("VIOLET"),     QStringLiteral("G"),      QStringLiteral("GREEN"),
+            QStringLiteral("R"),          QStringLiteral("RED"),    QStringLiteral("B"),
+            QStringLiteral("BLUE"),       QStringLiteral("LC"),     QStringLiteral("LIGHTCYAN"),
+            QStringLiteral("LM"),         QStringLiteral("LK"),     QStringLiteral("LIGHTMAGENTA"),
+            QStringLiteral("LIGHTBLACK"), QStringLiteral("SPOT1"),  QStringLiteral("SPOT2"),
+            QStringLiteral("SPOT3")};
+        if (values.contains(i))
+            continue;
+        const QString& name = names.at(i);
+        if (number.match(name).hasMatch())
+            numbered.append(i);
+        else if (letter.match(name).hasMatch() && name.chopped(1).contains(name.back()))
+            lettered.append(i);
+        else if (spots.contains(name, Qt::CaseInsensitive))
+            single.append(i);
+    }
+    // beside CMYK, R, G and B are a conversion of it
+    const bool isRgb = findRgb(names) && single.size() == 3;
+    if (cmyk && !single.isEmpty() && !isRgb)
+        return *cmyk + single;
+    return numbered.size() > maxInks ? numbered : lettered.size() > maxInks ? lettered : QList<qsizetype>();
+}
+
+/// Device values beside others. @return the columns of inks that are too many
+QList<qsizetype> takeDevice(const ColumnNames& names, PointColumns& columns)
 {
     if (columns.space == PointSpace::Rgb || columns.space == PointSpace::Cmyk)
-        return;
+        return {};
+    const QList<qsizetype> inks = manyInks(names, columns.values);
+    columns.inks = static_cast<int>(inks.size());
+    if (!inks.isEmpty())
+        return inks;
     const Found rgb = findRgb(names);
     columns.device = (rgb ? rgb : findCmyk(names)).value_or(QList<qsizetype>());
+    return {};
 }
 
 /// Columns that measuring devices write and that are of no use here.
@@ -180,13 +222,13 @@ std::optional<PointColumns> PointColumns::named(const QStringList& fields)
                                "SWATCH", "PATCH", "LABEL", "TITLE", "SAMPLE", "FARBNAME", "BEZEICHNUNG",
                                "SAMPLEID", "PATCHID", "ID", "SAMPLELOC"});
     takeWeights(columns);
-    takeDevice(names, columns);
+    const QList<qsizetype> inks = takeDevice(names, columns);
     const auto shares = [&columns](qsizetype column) { return columns.values.contains(column); };
     if (std::any_of(columns.device.cbegin(), columns.device.cend(), shares))
         columns.device.clear();
     for (qsizetype i = 0; i < fields.size(); ++i)
-        if (!shares(i) && !columns.device.contains(i) && i != columns.color && i != columns.name &&
-            !fields[i].isEmpty() && !isExpected(fields[i]))
+        if (!shares(i) && !columns.device.contains(i) && !inks.contains(i) && i != columns.color &&
+            i != columns.name && !fields[i].isEmpty() && !isExpected(fields[i]))
             columns.unknown.append(i);
     return columns;
 }

@@ -20,6 +20,7 @@ struct PointColumns
     SpectralWeights weights;        ///< for them
     std::optional<Problem> problem; ///< why the spectra cannot be used
     QList<qsizetype> device;        ///< RGB or CMYK values beside others; may be empty
+    int inks = 0;                   ///< as in PointReading; then there are no device values
     QString declared;               ///< the RGB space that the names of the columns declare; may be empty
     qsizetype color = -1;           ///< -1 if missing, as is the name
     qsizetype name = -1;

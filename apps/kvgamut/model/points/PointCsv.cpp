@@ -238,6 +238,7 @@ private:
         if (m_builder.declared.space.isEmpty())
             m_builder.declared.space = m_columns->declared;
         m_builder.declared.wavelengths = m_columns->wavelengths;
+        m_builder.declared.inks = m_columns->inks;
         return {};
     }
 

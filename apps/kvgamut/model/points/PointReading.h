@@ -34,5 +34,6 @@ struct PointReading
     QString intent;      ///< of that profile
     QString white;       ///< to which Lab, LCh and XYZ refer, or for which a spectrum was computed: "D50"
     QString observer;    ///< "2" or "10", in degrees
+    int inks = 0;        ///< of device values that are not read because there are more than four; otherwise 0
     QString deviceClass; ///< of the device that was measured: "DISPLAY", "OUTPUT", "INPUT"...
 };
