@@ -161,6 +161,22 @@ TEST_F(RecipeTest, writeAPageToSend)
                 HasSubstr("<title>printer.icc, sRGB - gamut</title>"));
 }
 
+TEST_F(RecipeTest, compareADeviceWithWhatIsPossible)
+{
+    const QByteArrayList outputs = run(QStringLiteral("How much of what is possible does it reach?"));
+    ASSERT_EQ(outputs.size(), 1);
+    const QByteArrayList lines = outputs[0].trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    double last = 100.0; // each body contains the one before, or most of it
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const double share = lines[i].split(' ').first().toDouble();
+        EXPECT_GT(share, 0.0) << lines[i].toStdString();
+        EXPECT_LT(share, last) << lines[i].toStdString();
+        last = share;
+    }
+    EXPECT_TRUE(lines.last().endsWith("SpectralLimit")) << lines.last().toStdString();
+}
+
 TEST_F(RecipeTest, drawTheColoursOfOneLightness)
 {
     EXPECT_EQ(run(QStringLiteral("The colours of one lightness")).size(), 1);
