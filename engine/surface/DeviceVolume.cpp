@@ -18,9 +18,17 @@ constexpr double maxMissedShare = 1e-3;
 // What lies between the lines of a measurement, and the curvature of cells with many channels.
 constexpr std::array<double, 4> ofLinesFromFour{3e-4, 1e-3, 2e-3, 2.5e-3};
 
+// A relative uncertainty above which more cells are measured.
+constexpr std::array<double, 4> maxUncertaintyFromFour{5e-4, 1e-3, 1e-3, 1e-3};
+
+double ofInks(const std::array<double, 4>& fromFour, int channels)
+{
+    return fromFour[static_cast<std::size_t>(channels - 4)];
+}
+
 double ofLinesOfInks(int channels)
 {
-    return ofLinesFromFour[static_cast<std::size_t>(channels - 4)];
+    return ofInks(ofLinesFromFour, channels);
 }
 
 } // namespace
@@ -100,10 +108,13 @@ Result<void> DeviceVolume::measureInks(const Mesh& hull, double ofHull, const Ta
         return failure(KVProblemCode::TooSmall);
     const int channels = m_transform.channels();
     const double difference = std::abs(*look - volume);
-    if (difference > lookTolerancesFromFour[static_cast<std::size_t>(channels - 4)] * volume)
+    if (difference > ofInks(lookTolerancesFromFour, channels) * volume)
         return measureSmoothInks(hull, *look, task.part(0.4, 1.0));
     const double ofLook = channels > 4 ? 1.5 : 1.0; // with more channels its grid is coarser
-    set(volume, ofHull + missed->volume + ofLook * difference);
+    const double uncertainty = ofHull + missed->volume + ofLook * difference;
+    if (channels == 4 && uncertainty > ofInks(maxUncertaintyFromFour, channels) * volume)
+        return measure(hull, ofLinesOfInks(channels), task.part(0.4, 1.0));
+    set(volume, uncertainty);
     return {};
 }
 
@@ -113,7 +124,8 @@ Result<void> DeviceVolume::measureSmoothInks(const Mesh& hull, double look, cons
     const auto coarse = m_cells.volume(Grid::Coarse, hull, task.part(0.0, 0.3));
     if (!coarse)
         return failure(coarse);
-    constexpr double maxUncertainty = 1e-3, shareOfDifference = 0.5;
+    constexpr double shareOfDifference = 0.5;
+    const double maxUncertainty = ofInks(maxUncertaintyFromFour, m_transform.channels());
     const double uncertainty =
         shareOfDifference * std::abs(*coarse - look) + ofLinesOfInks(m_transform.channels()) * *coarse;
     if (uncertainty <= maxUncertainty * *coarse)

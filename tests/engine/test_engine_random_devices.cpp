@@ -55,6 +55,25 @@ TEST_P(RandomDevice, hasItsVolumeWithinTheUncertainty)
 
 INSTANTIATE_TEST_SUITE_P(Class, RandomDevice, testing::ValuesIn(deviceClasses()), nameOf);
 
+// The presses without noise, ink inversion or extrema inside.
+TEST(SmoothPresses, haveAMedianUncertaintyBelow005Percent)
+{
+    for (const std::string deviceClass : {"cmyk", "cmyk-8bit", "cmyk-v4", "cmyk-xyz"}) {
+        std::vector<double> shares;
+        for (const KnownTruth& known : knownTruths)
+            if (known.deviceClass == deviceClass) {
+                const QByteArray profile = deviceProfile(deviceClass, known.seed);
+                const auto report =
+                    testprofiles::gamutOf(testprofiles::opened(profile), engineChooses).report();
+                shares.push_back(report.volumeUncertainty / known.truth.volume);
+            }
+        ASSERT_FALSE(shares.empty()) << deviceClass;
+        std::sort(shares.begin(), shares.end());
+        constexpr double maxShare = 5e-4;
+        EXPECT_LT(shares[shares.size() / 2], maxShare) << deviceClass;
+    }
+}
+
 TEST(KnownTruths, areThoseThatTheProgramComputes)
 {
     for (const KnownTruth& known : knownTruths) {
