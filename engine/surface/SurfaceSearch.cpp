@@ -260,6 +260,7 @@ private:
     // Takes colours of the interior as samples of the hull, too.
     Result<void> surfaceWithInterior(const Mesh& hull)
     {
+        m_needsCells = signedVolume(hull, m_task) < (1.0 - cellsTolerance) * m_volume.value();
         const auto nodes = m_cells.nodes(DeviceCells::Grid::Coarse);
         if (!nodes)
             return failure(nodes);
@@ -283,7 +284,11 @@ private:
         }
         if (channels() > maxSolidChannels)
             return refusalOf(hull);
-        const auto lattice = latticeMesh();
+        auto lattice = latticeMesh();
+        if (!lattice && m_needsCells && !m_task.isCancelled() && !isNear(hull, lastHullTolerance)) {
+            m_needsCells = false;
+            lattice = latticeMesh();
+        }
         if (lattice || m_task.isCancelled() || !isNear(hull, lastHullTolerance))
             return lattice;
         const auto simple = isSimple(hull, CoincidentSheets::Allowed, m_task);
@@ -355,8 +360,9 @@ private:
         return isSimple(hull, CoincidentSheets::Allowed, m_task);
     }
 
-    // The surface is first looked for among the three-dimensional faces of the hypercube. Only if it encloses
-    // less than the device's colours it is inside, and all cells are needed.
+    // The surface is first looked for among the three-dimensional faces of the hypercube. If it encloses less
+    // than the device's colours it is inside, and all cells are needed. If the two-dimensional faces miss as
+    // much, the three-dimensional ones are not tried.
     Result<void> latticeMesh()
     {
         m_found.gridPoints = m_requested;
@@ -364,11 +370,9 @@ private:
         if (!nodes)
             return failure(nodes);
         m_nodes = std::move(*nodes);
-        auto mesh = latticeOf(deviceSolid(m_transform, m_nodes, m_task),
-                              deviceSolid(m_transform, halved(), m_task), fineness(), m_task.part(0.65, 0.9));
-        if (channels() > 3 && mesh && !isNear(*mesh, cellsTolerance))
-            mesh = latticeOf(m_cells.solid(DeviceCells::Grid::Coarse), m_cells.solid(DeviceCells::Grid::Look),
-                             fineness(), m_task.part(0.65, 0.9));
+        auto mesh = m_needsCells ? latticeOfCells() : latticeOfFaces();
+        if (channels() > 3 && !m_needsCells && mesh && !isNear(*mesh, cellsTolerance))
+            mesh = latticeOfCells();
         if (!mesh)
             return failure(mesh);
         if (!isNear(*mesh, latticeTolerance))
@@ -378,6 +382,18 @@ private:
             return measured;
         take(std::move(*mesh), Method::LatticeSurface);
         return {};
+    }
+
+    Result<Mesh> latticeOfFaces()
+    {
+        return latticeOf(deviceSolid(m_transform, m_nodes, m_task),
+                         deviceSolid(m_transform, halved(), m_task), fineness(), m_task.part(0.65, 0.9));
+    }
+
+    Result<Mesh> latticeOfCells()
+    {
+        return latticeOf(m_cells.solid(DeviceCells::Grid::Coarse), m_cells.solid(DeviceCells::Grid::Look),
+                         fineness(), m_task.part(0.65, 0.9));
     }
 
     double fineness() const { return double(m_requested) / effectiveGridPoints(-1, channels()); }
@@ -406,6 +422,7 @@ private:
     const Task& m_task;
     FoundSurface m_found;
     DeviceNodes m_nodes;
+    bool m_needsCells = false;  // much of the surface is inside the hypercube
     bool m_meshIsExact = false; // its nodes are those of the table, and the map is linear between them
     DeviceCells m_cells;
     DeviceVolume m_volume;
