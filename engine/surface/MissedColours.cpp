@@ -121,6 +121,112 @@ private:
     std::vector<int> m_vertex;
 };
 
+// Moves the channels of device colours so that the colours lie as far out as possible.
+class OutwardMoves
+{
+public:
+    OutwardMoves(const Mesh& mesh, const DeviceTransform& transform, const Task& task)
+        : m_transform(transform), m_task(task), m_channels(static_cast<std::size_t>(mesh.channels))
+    {
+        constexpr std::size_t maxVertices = 12'000;
+        const std::vector<Vec3> vectors = areaVectors(mesh, task);
+        const std::size_t stride = 1 + mesh.lab.size() / maxVertices;
+        for (std::size_t v = 0; v < mesh.lab.size(); v += stride) {
+            const double area = length(vectors[v]);
+            if (!(area > 0.0))
+                continue;
+            const float* device = mesh.deviceOf(static_cast<int>(v));
+            m_start.push_back(toVec3(mesh.lab[v]));
+            m_out.push_back((1.0 / area) * vectors[v]);
+            m_device.insert(m_device.end(), device, device + m_channels);
+        }
+        m_place = m_start;
+        m_isEnd.resize(m_device.size());
+        for (std::size_t i = 0; i < m_device.size(); ++i)
+            m_isEnd[i] = m_device[i] == 0.0f || m_device[i] == 1.0f;
+    }
+
+    // Tries each of @p steps, in both directions, with each channel that was at an end; then all moves of a
+    // colour that lead outwards, together.
+    Result<void> move(const std::vector<float>& steps)
+    {
+        std::vector<float> tried;
+        std::vector<std::size_t> places; // of the moved channels in m_device
+        for (std::size_t i = 0; i < m_device.size(); ++i) {
+            if (!m_isEnd[i])
+                continue;
+            for (const float step : steps) {
+                for (const float value : {m_device[i] - step, m_device[i] + step}) {
+                    if (value < 0.0f || value > 1.0f)
+                        continue;
+                    const auto colour = m_device.begin() + static_cast<std::ptrdiff_t>(i - i % m_channels);
+                    tried.insert(tried.end(), colour, colour + static_cast<std::ptrdiff_t>(m_channels));
+                    tried[tried.size() - m_channels + i % m_channels] = value;
+                    places.push_back(i);
+                }
+            }
+        }
+        const auto lab = m_transform.toLab(tried, m_task);
+        if (!lab)
+            return failure(lab);
+        return take(tried, places, *lab);
+    }
+
+    // Those that have moved outwards.
+    std::vector<float> moved() const
+    {
+        std::vector<float> colours;
+        for (std::size_t k = 0; k < m_place.size(); ++k) {
+            const auto first = m_device.begin() + static_cast<std::ptrdiff_t>(k * m_channels);
+            if (dot(m_out[k], m_place[k] - m_start[k]) > minDepth)
+                colours.insert(colours.end(), first, first + static_cast<std::ptrdiff_t>(m_channels));
+        }
+        return colours;
+    }
+
+private:
+    Result<void> take(const std::vector<float>& tried, const std::vector<std::size_t>& places,
+                      const std::vector<Vec3>& lab)
+    {
+        std::vector<double> gains(m_device.size());
+        std::vector<float> together = m_device;
+        for (std::size_t t = 0; t < places.size(); ++t) {
+            const std::size_t i = places[t], k = i / m_channels;
+            const double gain = dot(m_out[k], lab[t] - m_place[k]);
+            if (gain <= gains[i])
+                continue;
+            gains[i] = gain;
+            together[i] = tried[t * m_channels + i % m_channels];
+        }
+        const auto all = m_transform.toLab(together, m_task);
+        if (!all)
+            return failure(all);
+        for (std::size_t k = 0; k < m_place.size(); ++k) {
+            const auto first = gains.begin() + static_cast<std::ptrdiff_t>(k * m_channels);
+            const auto best = static_cast<std::size_t>(
+                std::max_element(first, first + static_cast<std::ptrdiff_t>(m_channels)) - gains.begin());
+            const bool isBetter = dot(m_out[k], (*all)[k] - m_place[k]) >= gains[best];
+            for (std::size_t i = k * m_channels; i < (k + 1) * m_channels; ++i)
+                if (isBetter || i == best)
+                    m_device[i] = together[i];
+        }
+        auto moved = m_transform.toLab(m_device, m_task);
+        if (!moved)
+            return failure(moved);
+        m_place = std::move(*moved);
+        return {};
+    }
+
+    const DeviceTransform& m_transform;
+    const Task& m_task;
+    const std::size_t m_channels;
+    std::vector<float> m_device; // of all colours
+    std::vector<bool> m_isEnd;   // the channel was at an end of its range at first
+    std::vector<Vec3> m_start;
+    std::vector<Vec3> m_place;
+    std::vector<Vec3> m_out; // directions outwards
+};
+
 Result<double> shareOutside(Outside& outside, const DeviceTransform& transform, const Task& task)
 {
     constexpr std::size_t count = 4096;
@@ -154,6 +260,17 @@ Result<MissedColours> findMissedColours(const Mesh& surface, const DeviceTransfo
     if (!share)
         return failure(share);
     return MissedColours{*volume, *share};
+}
+
+Result<std::vector<float>> coloursBeyond(const Mesh& surface, const DeviceTransform& transform,
+                                         const Task& task)
+{
+    OutwardMoves moves(surface, transform, task);
+    for (const std::vector<float>& steps : {std::vector{1.0f / 16.0f, 1.0f / 8.0f, 3.0f / 16.0f, 0.25f},
+                                            std::vector{1.0f / 32.0f}, std::vector{1.0f / 64.0f}})
+        if (const auto moved = moves.move(steps); !moved)
+            return failure(moved);
+    return moves.moved();
 }
 
 Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTransform& transform,

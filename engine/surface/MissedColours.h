@@ -25,6 +25,12 @@ struct MissedColours
 [[nodiscard]] Result<MissedColours> findMissedColours(const Mesh& surface, const DeviceTransform& transform,
                                                       const Task& task);
 
+/// Device colours that lie farther out than vertices of a surface: found from up to 12,000 of them by moving
+/// the channels that are at an end of their range inwards, each as far as the colour moves outwards. Fails as
+/// DeviceTransform::toLab().
+[[nodiscard]] Result<std::vector<float>> coloursBeyond(const Mesh& surface, const DeviceTransform& transform,
+                                                       const Task& task);
+
 /// The device colours of all nodes that are outside a surface. Fails as DeviceTransform::toLab().
 [[nodiscard]] Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTransform& transform,
                                                         const DeviceNodes& nodes, const Task& task);

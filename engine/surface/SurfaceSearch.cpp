@@ -317,7 +317,52 @@ private:
             return failure(KVProblemCode::SurfaceSelfIntersects);
         if (const auto filled = checkFilled(hull, coarse, m_transform, m_task.part(0.7, 0.75)); !filled)
             return filled;
+        return takeWithInterior(std::move(hull));
+    }
+
+    // Looks for colours of the interior beyond the hull. If there are many, it takes them as samples. The
+    // more channels, the longer a colour takes: then they are only uncertainty, or not looked for.
+    Result<void> takeWithInterior(Mesh hull)
+    {
+        constexpr int maxMovedChannels = 10;
+        constexpr int maxLookedAtChannels = 12;
+        constexpr double few = 1e-3; // share of the volume
+        if (channels() <= maxLookedAtChannels) {
+            const auto missed = findMissedColours(hull, m_transform, m_task.part(0.75, 0.78));
+            if (!missed)
+                return failure(missed);
+            const bool areMany = missed->volume > few * m_volume.value();
+            if (areMany && channels() <= maxMovedChannels)
+                return takeBeyond(hull);
+            // each channel was moved alone; together they may reach as many times farther
+            m_volume.set(m_volume.value(),
+                         m_volume.uncertainty() + (areMany ? channels() : 1) * missed->volume);
+        }
         take(std::move(hull), Method::RadialHull);
+        return {};
+    }
+
+    Result<void> takeBeyond(const Mesh& hull)
+    {
+        const auto beyond = coloursBeyond(hull, m_transform, m_task.part(0.78, 0.85));
+        if (!beyond)
+            return failure(beyond);
+        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.85, 0.92), *beyond);
+        if (!complete)
+            return failure(complete);
+        const auto simple = isSimple(*complete, CoincidentSheets::Allowed, m_task);
+        if (!simple)
+            return failure(simple);
+        if (!*simple)
+            return failure(KVProblemCode::SurfaceSelfIntersects);
+        const auto left = findMissedColours(*complete, m_transform, m_task.part(0.92, 0.95));
+        if (!left)
+            return failure(left);
+        const double volume = signedVolume(*complete, m_task);
+        constexpr double ofAdded = 0.1; // the added colours are at fewer places than the vertices of a hull
+        m_volume.set(volume,
+                     m_volume.uncertainty() + left->volume + ofAdded * std::abs(volume - m_volume.value()));
+        take(std::move(*complete), Method::RadialHull);
         return {};
     }
 

@@ -11,6 +11,7 @@
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/CoveredVolume.h>
 #include <engine/surface/DeviceCells.h>
+#include <engine/surface/GamutBuilder.h>
 #include <engine/surface/MissedColours.h>
 #include <engine/surface/RadialHull.h>
 
@@ -19,6 +20,7 @@
 #include <QtCore/QFile>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace velmora;
@@ -111,6 +113,38 @@ TEST(CellUnion, containsColoursOfTheInterior)
     EXPECT_NEAR(unionOf(inverting, 6), truth, 1e-3 * truth); // a node at 80 %
     const Mesh faces = radialHull(inverting, evenNodes(4, 5), {}).value();
     EXPECT_LT(signedVolume(faces), 0.97 * truth);
+}
+
+// With so many inks the interior is not measured, only looked at.
+TEST(CellUnion, ofManyInksIsWithinTheStatedUncertaintyAlthoughTheyTurnBack)
+{
+    std::vector<Vec3> inks = fourInks();
+    inks.insert(inks.end(), {{-8, 12, 20},
+                             {-6, -25, 9},
+                             {-3, 10, -18},
+                             {-4, 14, 6},
+                             {-2, -9, -12},
+                             {-3, 5, 16},
+                             {-2, 8, -6},
+                             {-3, -6, 4}});
+    for (int channels : {12, 10, 8}) {
+        inks.resize(static_cast<std::size_t>(channels));
+        const double truth = zonotopeVolume(inks);
+        for (const float fall : {0.0f, 0.03f}) {
+            const MappedDevice press(channels, [&inks, fall](const float* d) {
+                std::array<float, 12> printed{};
+                for (std::size_t c = 0; c < inks.size(); ++c)
+                    printed[c] = d[c] <= 0.85f ? d[c] / 0.85f : 1.0f - fall * (d[c] - 0.85f) / 0.15f;
+                return mixed(printed.data(), inks);
+            });
+            const GamutRecord record = buildGamut(press, {}, {}).value();
+            EXPECT_LE(std::abs(record.volume - truth), record.volumeUncertainty)
+                << channels << " inks, " << fall << ": " << record.volume << " instead of " << truth;
+            const bool isImproved = channels <= 10 || fall == 0.0f; // with more inks a colour takes too long
+            EXPECT_LT(record.volumeUncertainty, (isImproved ? 0.015 : 0.3) * truth)
+                << channels << ' ' << fall;
+        }
+    }
 }
 
 TEST(CellUnion, doesNotBridgeHollows)
