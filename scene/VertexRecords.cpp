@@ -112,23 +112,14 @@ void kvExpandVertices(std::span<const float> generated, const VertexStyle& style
 void VertexRecords::assign(const QList<float>& generated)
 {
     m_generated = generated;
-    m_make = {};
     m_style.shading.reset();
     m_pending = true;
-}
-
-void VertexRecords::assignLater(std::function<QList<float>()> make)
-{
-    assign({});
-    m_records = {};
-    m_make = std::move(make);
 }
 
 void VertexRecords::adopt(const QList<float>& records, const VertexStyle& style)
 {
     m_records = records;
     m_generated = {};
-    m_make = {};
     m_applied = style;
     m_style.shading.reset();
     m_pending = false;
@@ -167,8 +158,6 @@ const QList<float>& VertexRecords::list() const
 void VertexRecords::expand() const
 {
     constexpr qsizetype in = kvGeneratedFloats;
-    if (m_make)
-        m_generated = std::exchange(m_make, {})();
     const qsizetype count = (m_generated.size() + in - 1) / in;
     m_records.resize(0);
     m_records.resize(count * kvVertexFloats);

@@ -7,7 +7,6 @@
 #include <QtCore/QList>
 #include <QtGui/QColor>
 
-#include <functional>
 #include <optional>
 #include <span>
 
@@ -61,8 +60,6 @@ public:
     /// the end is filled with zeros). Opacity and clip value are kept; the colours are those of the
     /// generator.
     void assign(const QList<float>& generated);
-    /// The same with the vertices that @p make returns. It is called when they are needed, once or never.
-    void assignLater(std::function<QList<float>()> make);
     /// Replaces all vertices by records of kvVertexFloats floats each that have the style @p style. Otherwise
     /// as assign(): their colours are those of the generator until shade() is called, which costs nothing if
     /// the records have these colours already.
@@ -84,8 +81,7 @@ private:
     void expand() const;
 
     mutable LongList m_records;
-    mutable LongList m_generated;                 ///< empty once the records are built
-    mutable std::function<QList<float>()> m_make; ///< of the generated vertices; null: they are there
+    mutable LongList m_generated; ///< empty once the records are built
     mutable bool m_pending = false;
     mutable VertexStyle m_applied; ///< style of the records
     VertexStyle m_style;

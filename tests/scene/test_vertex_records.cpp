@@ -45,32 +45,6 @@ std::function<void(VertexRecords&)> randomChange(std::mt19937& random)
     }
 }
 
-TEST(VertexRecords, areMadeWhenTheyAreNeeded)
-{
-    std::mt19937 random(3);
-    const QList<float> vertices = randomVertices(random, 3);
-    int calls = 0;
-    const auto make = [&] {
-        ++calls;
-        return vertices;
-    };
-    VertexRecords now, later;
-    now.assign(vertices);
-    later.assignLater(make);
-    for (VertexRecords* records : {&now, &later}) {
-        records->setAlpha(0.25f);
-        records->shade({Qt::red, 1, true, KVPrimitiveTriangles});
-    }
-    EXPECT_EQ(calls, 0);
-    EXPECT_EQ(later.list(), now.list());
-    EXPECT_EQ(later.list(), now.list());
-    EXPECT_EQ(calls, 1);
-    later.assignLater(make);
-    later.assign({});
-    EXPECT_TRUE(later.list().isEmpty());
-    EXPECT_EQ(calls, 1) << "replaced before they were needed";
-}
-
 } // namespace
 
 TEST(VertexRecords, lazyAndImmediateChangesGiveEqualRecords)
