@@ -266,11 +266,7 @@ void KV3DObject::setGeometry(const GeometryData& geometry)
 void KV3DObject::setVerticesOf(const GeometryData& geometry)
 {
     m_primitiveMode = geometry.primitiveMode;
-    if (!m_visible && !geometry.markers.isEmpty()) // such as primaries: most are never shown
-        m_vertices.assignLater(
-            [type = geometry.markerType, markers = geometry.markers, size = geometry.markerSize,
-             param = geometry.markerParam] { return kvMarkers(type, markers, size, param).vertices; });
-    else if (geometry.records.isEmpty())
+    if (geometry.records.isEmpty())
         m_vertices.assign(geometry.vertices);
     else
         m_vertices.adopt(geometry.records, geometry.recordStyle);

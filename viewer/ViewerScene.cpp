@@ -154,11 +154,11 @@ void ViewerScene::removeGamut(const QString& id)
     if (const auto object = gamut(id))
         object->cancelLoad(); // the object stays alive if the host holds it
     removeItem(GroupNames::profiles(), id);
-    loads.forget(id);
     if (itemsOf(GroupNames::profiles()).isEmpty()) { // perhaps no further frame is drawn
         const ContextScope scope(widget);
         widget->root().releaseBatch();
     }
+    loads.forget(id); // its signals may end the viewer
 }
 
 void ViewerScene::prepareLoaded(const QString& id)
