@@ -612,7 +612,7 @@ TEST_F(Tools, haveTheirKeysInTheDocumentation)
         for (int number = 1; number <= last; ++number)
             named.append(QLatin1String(start) + QString::number(number));
     };
-    range("Ctrl+", "1...7", 7);
+    range("Ctrl+", "1...8", 8);
     range("Alt+", "1...9", 9);
     range("Ctrl+Alt+", "1...5", 5);
     named += {QStringLiteral("."), QStringLiteral(",")}; // ". ," is one cell

@@ -3,10 +3,12 @@
 
 #include "model/pictures/BackgroundRemoval.h"
 
+#include <QtCore/QSignalBlocker>
 #include <QtGui/QPainter>
 
 QImage transparentPicture(KVGamutView& view, const QSize& size)
 {
+    const QSignalBlocker quiet(view); // key colours follow the ground that the user chose
     KVGamut3DViewer& viewer = *view.viewer();
     const KVViewTheme theme = view.theme();
     const KVAnnotations annotations = view.annotations();
