@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gamut/KV3DGamutObject.h>
 #include <gamut/SectionLid.h>
+#include <scene/CoarseTriangles.h>
 
 #include <algorithm>
 #include <array>
@@ -78,6 +79,7 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
         throw;
     }
     m_wireframeMaker.cancel();
+    m_coarseMaker.cancel();
     m_params = params;
     std::swap(m_gamut, gamut);
     if (gamut.faceCount() > 0)
@@ -95,6 +97,7 @@ void KV3DGamutObject::applyGamut(KVGamut::GamutObject gamut, const GamutMeshSet&
         setDisplayMode(displayMode());
     else
         makeWireframeIfShown();
+    makeCoarseIfWanted();
     try {
         showFilledSections();
     } catch (...) { // no memory: the gamut is shown without them
@@ -131,8 +134,11 @@ void KV3DGamutObject::makeWireframeIfShown()
     if (m_hasWireframe || m_wireframeMaker.isBusy())
         return;
     try {
-        m_wireframeMaker.start(m_gamut, object->vertexStyle(),
-                               [this](const GeometryData& geometry) { installWireframe(geometry); });
+        m_wireframeMaker.start(
+            [gamut = m_gamut, style = object->vertexStyle()](const KVCancelCheck& cancelled) {
+                return kvGamutWireframe(gamut, style, cancelled);
+            },
+            [this](const GeometryData& geometry) { installWireframe(geometry); });
         object->setAwaitingVertices(true);
     } catch (...) { // no memory: setting mode 3 tries it again
     }
@@ -147,6 +153,43 @@ void KV3DGamutObject::installWireframe(const GeometryData& geometry)
     m_hasWireframe = !geometry.records.isEmpty();
     object->setAwaitingVertices(false);
     object->setVerticesOf(geometry);
+}
+
+void KV3DGamutObject::setCoarseWanted(bool wanted)
+{
+    if (m_coarseWanted == wanted)
+        return;
+    m_coarseWanted = wanted;
+    makeCoarseIfWanted();
+}
+
+void KV3DGamutObject::makeCoarseIfWanted()
+{
+    const auto front = childAt({QStringLiteral("Gamut"), QStringLiteral("Front")});
+    constexpr qsizetype floats = qsizetype(3) * kvVertexFloats;
+    if (!m_coarseWanted || !front || front->hasCoarseVertices() || m_coarseMaker.isBusy() ||
+        front->vertices().size() <= 2 * maxCoarseTriangles * floats)
+        return;
+    try {
+        m_coarseMaker.start(
+            [records = front->vertices()](const KVCancelCheck&) {
+                GeometryData geometry;
+                geometry.vertices = kvCoarseTriangles(records, maxCoarseTriangles);
+                return geometry;
+            },
+            [front](const GeometryData& geometry) { installCoarse(*front, geometry); });
+    } catch (...) { // no memory: the surface has no coarse triangles
+    }
+}
+
+void KV3DGamutObject::installCoarse(KV3DObject& front, const GeometryData& geometry)
+{
+    if (geometry.vertices.isEmpty())
+        return;
+    try {
+        front.setCoarseVertices(geometry.vertices);
+    } catch (...) { // no memory: as above
+    }
 }
 
 bool KV3DGamutObject::isInside(const QVector3D& p) const

@@ -4,9 +4,9 @@
 #include <gamut/GamutLoader.h>
 #include <gamut/GamutMeshes.h>
 #include <gamut/GamutParams.h>
+#include <gamut/GeometryMaker.h>
 #include <gamut/HueLeaf.h>
 #include <gamut/KVBackgroundTask.h>
-#include <gamut/WireframeMaker.h>
 #include <platform/KVVelmoraFramework.h>
 #include <scene/KV3DObject.h>
 
@@ -102,6 +102,11 @@ public:
     /// first load.
     void setOutlineRank(int rank) { m_outlineRank = rank; }
     int outlineRank() const { return m_outlineRank; }
+    /// Makes coarse triangles for the surface, see KV3DObject::showCoarse(), on a worker thread: now and
+    /// after each load. Surfaces of few triangles get none.
+    void setCoarseWanted(bool wanted);
+    /// Number of triangles of a coarse surface, at most. The default grid makes 12,288.
+    static constexpr int maxCoarseTriangles = 800;
 
 private:
     class LoaderFunctor;
@@ -128,10 +133,14 @@ private:
     void showFilledSections();
     void makeWireframeIfShown();
     void installWireframe(const GeometryData& geometry);
+    void makeCoarseIfWanted();
+    static void installCoarse(KV3DObject& front, const GeometryData& geometry);
 
     KVGamut::GamutObject m_gamut;
     Bounds m_bounds;
-    WireframeMaker m_wireframeMaker;
+    GeometryMaker m_wireframeMaker{QStringLiteral("GamutWireframe")};
+    GeometryMaker m_coarseMaker{QStringLiteral("CoarseGamut")};
+    bool m_coarseWanted = false;
     bool m_hasWireframe = false;          ///< the vertices of the present gamut's wireframe are made
     QColor m_sectionColor{80, 80, 80, 1}; ///< the alpha is not used: opacity is a property of the object
     std::optional<float> m_lid;

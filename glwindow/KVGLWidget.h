@@ -3,6 +3,7 @@
 
 #include <annotation/Overlay.h>
 #include <glwindow/CameraState.h>
+#include <glwindow/MotionDetail.h>
 #include <glwindow/OverlayRenderer.h>
 #include <glwindow/VisibilityWatch.h>
 #include <platform/KVProblem.h>
@@ -33,6 +34,9 @@
 /// frame that draws nothing Qt shows the last picture again (partial update).
 ///
 /// While the window cannot be seen, nothing runs. The loop goes on by itself when it can be seen again.
+///
+/// Frames that are too slow show coarse surfaces while the camera moves, if that is allowed; see
+/// MotionDetail.
 ///
 /// Without usable OpenGL the window stays empty and needs no context; see drawingProblem().
 ///
@@ -65,8 +69,17 @@ public:
     /// Whether the scene survives the loss of the context. False at first: the tree is removed.
     void setKeepsScene(bool keeps) { m_keepsScene = keeps; }
 
+    /// Whether frames may show coarse surfaces while the camera moves. Takes effect in the next frame.
+    void setCoarseWhileMoving(bool coarse);
+    bool coarseWhileMoving() const { return m_coarseWhileMoving; }
+    /// Whether coarse surfaces are worth making: they are allowed, and the last frame without them was slow.
+    bool wantsCoarse() const { return m_coarseWhileMoving && m_motion.isSlow(); }
+
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
+    /// Frees what the driver keeps of the last frames: software renderers keep their triangles until they
+    /// draw again. The context must be current.
+    void releaseFrames();
     /// Draws the next frame even if nothing changed.
     void redraw();
 
@@ -120,13 +133,16 @@ public:
     {
         std::function<void()> cameraMayHaveChanged;
         std::function<void()> settled;               ///< isSettled() became true
+        std::function<void()> coarseWanted;          ///< wantsCoarse() became true
         std::function<void()> drawingProblemChanged; ///< drawingProblem() changed; it is nullopt at first
     };
     void setHooks(Hooks hooks) { m_hooks = std::move(hooks); }
 
-    /// Whether the picture is up to date: no running move or opacity change, and every change was drawn.
+    /// Whether the picture is up to date: no running move or opacity change, every change was drawn, and the
+    /// surfaces are exact.
     [[nodiscard]] bool isSettled() const;
-    /// The last drawn frame, in device pixels. Null before the first frame of a context.
+    /// The last drawn frame, in device pixels; if that has coarse surfaces, the same with exact ones. Null
+    /// before the first frame of a context.
     QImage picture();
     /// Renders the present view in @p size device pixels, independent of the size of the window. Large
     /// pictures are rendered in tiles; during a move the tiles may show different moments. Null before the
@@ -164,7 +180,10 @@ private:
     void advanceCamera();
     bool isFrameDue();
     bool isIdle() const;
-    bool hasNothingToDraw() const; ///< isSettled() without regard to the background
+    bool hasNothingToDraw() const; ///< isSettled() without regard to the background and to coarse surfaces
+    void drawFrame();
+    MotionDetail::Move moveOfFrame() const;
+    void noteFrame(MotionDetail::Move move, bool coarse, qint64 startedAt);
     bool mayRun();
     void lookForChanges();
     void noteCamera() const;
@@ -200,6 +219,10 @@ private:
     QColor m_background;
     QColor m_drawnBackground; ///< of the last drawn frame
     QSharedPointer<CameraAnimation> m_animation;
+    QElapsedTimer m_clock; ///< of m_motion
+    MotionDetail m_motion;
+    bool m_coarseWhileMoving = false;
+    bool m_moveGoesOn = false; ///< the camera moves by input or animation since the last drawn frame
     bool m_interactionEnabled = true;
 
     /// Qt has discarded the last picture (new context, size or pixel ratio): the next frame must be drawn

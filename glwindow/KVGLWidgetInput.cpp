@@ -73,6 +73,7 @@ void KVGLWidget::wheelEvent(QWheelEvent* event)
     const int units =
         event->angleDelta().y() / wheelPerUnit; // truncated towards zero before the sign changes
     m_camera.zoom(static_cast<float>(-units));
+    m_moveGoesOn = true;
     noteCamera();
 }
 
@@ -96,6 +97,7 @@ void KVGLWidget::mouseMoveEvent(QMouseEvent* event)
         m_camera.pan(dx, dy);
     }
     m_lastMousePosition = position;
+    m_moveGoesOn = m_moveGoesOn || event->buttons() != Qt::NoButton;
     noteCamera();
 }
 

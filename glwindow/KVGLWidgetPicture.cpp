@@ -92,12 +92,38 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
     return opaque(plain.toImage());
 }
 
+void KVGLWidget::releaseFrames()
+{
+    if (!m_hasPicture || !usableContext() || QOpenGLContext::currentContext() != context())
+        return;
+    // llvmpipe frees the triangles of a frame when it uses their memory for the next one. It has several such
+    // memories, and uses another one only while the first is busy: so these frames must not be too small.
+    constexpr int side = 1024;
+    constexpr int frames = 4;
+    const TargetKeeper keeper(context()->functions());
+    QOpenGLFramebufferObjectFormat format;
+    format.setSamples(requestedFormat().samples());
+    QOpenGLFramebufferObject target(QSize(side, side), format);
+    if (!target.isValid())
+        return;
+    for (int i = 0; i < frames; ++i) {
+        m_functions.glClear(GL_COLOR_BUFFER_BIT);
+        m_functions.glFlush();
+    }
+    m_functions.glFinish();
+}
+
 QImage KVGLWidget::picture()
 {
     if (!m_hasPicture || !usableContext())
         return {};
-    const ContextScope scope(this);
-    QImage image = resolved(defaultFramebufferObject(), m_drawnSize);
+    QImage image;
+    if (m_motion.showsCoarse()) {
+        image = picture(m_drawnSize);
+    } else {
+        const ContextScope scope(this);
+        image = resolved(defaultFramebufferObject(), m_drawnSize);
+    }
     if (image.isNull())
         return {};
     image.setDevicePixelRatio(devicePixelRatio());
@@ -128,6 +154,7 @@ QImage KVGLWidget::picture(const QSize& size)
     camera.setAspect(size.width(), size.height());
     m_mustDraw = m_mustDraw ||
                  !m_root.isSettled(); // drawScene() marks changes as drawn, but the window has not shown them
+    m_root.showCoarse(false);
     for (const PictureTile& tile : tiles) {
         target.bind();
         m_functions.glViewport(0, 0, tileSize.width(), tileSize.height());

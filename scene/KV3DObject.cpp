@@ -5,6 +5,9 @@
 
 #include <QtCore/QUuid>
 
+#include <tuple>
+#include <utility>
+
 KV3DObject::KV3DObject(const QString& name, const QString& id)
     : m_name(name), m_id(id.isEmpty() ? QUuid::createUuid().toString(QUuid::WithBraces) : id),
       m_vertexShaderPath(ResourceFiles::folder() + QLatin1String("/Shaders/simple.vert")),
@@ -61,6 +64,8 @@ void KV3DObject::applyAlpha(float alpha)
 {
     m_alpha = alpha;
     m_vertices.setAlpha(alpha);
+    if (m_coarse)
+        m_coarse->vertices.setAlpha(alpha);
     markDataChanged();
     forEachChild([alpha](KV3DObject& c) { c.applyAlpha(alpha); });
 }
@@ -123,6 +128,8 @@ void KV3DObject::setClip(float clip)
 {
     m_clip = clip;
     m_vertices.setClip(clip);
+    if (m_coarse)
+        m_coarse->vertices.setClip(clip);
     markDataChanged();
     forEachChild([clip](KV3DObject& c) { c.setClip(clip); });
 }
@@ -152,7 +159,11 @@ void KV3DObject::applyColor(const QColor& color, int mode)
     m_color = color;
 
     const bool surface = m_id == QLatin1String("Front") || m_id == QLatin1String("Wireframe");
-    m_vertices.shade({.color = color, .mode = mode, .surface = surface, .primitiveMode = m_primitiveMode});
+    const VertexStyle::Shading shading{
+        .color = color, .mode = mode, .surface = surface, .primitiveMode = m_primitiveMode};
+    m_vertices.shade(shading);
+    if (m_coarse)
+        m_coarse->vertices.shade(shading);
     markDataChanged();
     forEachChild([&](KV3DObject& c) { c.applyColor(color, mode); });
 }
@@ -162,6 +173,8 @@ void KV3DObject::restoreColors()
     if (m_color.isValid()) {
         m_color = QColor();
         m_vertices.restoreColors();
+        if (m_coarse)
+            m_coarse->vertices.restoreColors();
         markDataChanged();
     }
     forEachChild([](KV3DObject& c) { c.restoreColors(); });
@@ -265,6 +278,7 @@ void KV3DObject::setGeometry(const GeometryData& geometry)
 
 void KV3DObject::setVerticesOf(const GeometryData& geometry)
 {
+    m_coarse.reset();
     m_primitiveMode = geometry.primitiveMode;
     if (geometry.records.isEmpty())
         m_vertices.assign(geometry.vertices);
@@ -275,8 +289,23 @@ void KV3DObject::setVerticesOf(const GeometryData& geometry)
 
 void KV3DObject::setVertices(const QList<float>& generated)
 {
+    m_coarse.reset();
     m_vertices.assign(generated);
     restyleVertices();
+}
+
+void KV3DObject::setCoarseVertices(const QList<float>& generated)
+{
+    const VertexStyle& style = m_vertices.style();
+    VertexRecords vertices;
+    vertices.assign(generated);
+    vertices.setAlpha(style.alpha);
+    vertices.setClip(style.clip);
+    if (style.shading)
+        vertices.shade(*style.shading);
+    std::ignore = vertices.list(); // made now: in a frame, a lack of memory would end the program
+    m_coarse.emplace();
+    m_coarse->vertices = std::move(vertices);
 }
 
 void KV3DObject::restyleVertices()

@@ -186,6 +186,11 @@ public:
     void setTextOutline(const QString& text, const QMatrix4x4& transform, const QFont& font,
                         const QColor& color);
 
+    /// Triangles that are drawn instead of the vertices while the root shows coarse ones. They have the style
+    /// of the vertices, and last until these are replaced. Changes nothing that is shown now.
+    void setCoarseVertices(const QList<float>& generated);
+    bool hasCoarseVertices() const { return m_coarse.has_value(); }
+
     /// Vertex records of kvVertexFloats floats each.
     [[nodiscard]] const QList<float>& vertices() const { return m_vertices.list(); }
     /// Colours, opacity and clip value of the vertices.
@@ -218,7 +223,7 @@ public:
     /// Argument of the last initializeGL(); null before it, after releaseGL() and after releaseGpuObjects().
     QOpenGLContext* glOwner() const { return m_glOwner; }
     bool hasProgram() const { return !m_program.isNull(); }
-    bool hasBuffer() const { return m_vbo.isCreated(); }
+    bool hasBuffer() const { return m_gpu.buffer.isCreated(); }
 
     /// Draws the subtree in the pass @p flags and advances its opacity changes.
     ///
@@ -230,8 +235,14 @@ public:
               const QMatrix4x4& model, const CameraState& camera, const QVector3D& lightPos,
               const QColor& lightColor, int flags);
 
+    /// From the next frame on: whether objects of the subtree that have coarse vertices draw them. Call it
+    /// for the root.
+    /// @return whether anything that is visible does
+    bool showCoarse(bool show);
+
     /// Whether the picture of the subtree is up to date: everything was drawn after its last change, no
-    /// opacity change is running, and nothing visible awaits its vertices.
+    /// opacity change is running, and nothing visible awaits its vertices. Whether coarse vertices are shown
+    /// does not matter.
     [[nodiscard]] bool isSettled() const;
 
     bool isChanged() const { return m_changed; }
@@ -260,6 +271,20 @@ private:
         int ambientStrength = 0;
     };
 
+    /// What the GPU has of a vertex list.
+    struct GpuList
+    {
+        QOpenGLBuffer buffer;
+        QOpenGLVertexArrayObject attributes; ///< their bindings
+
+        void destroy();
+    };
+    struct Coarse
+    {
+        VertexRecords vertices;
+        GpuList gpu;
+    };
+
     bool isRoot() const;
     void markDataChanged();
     void markMoved();
@@ -267,7 +292,13 @@ private:
     void destroyBuffers();
     bool linkProgram();
     void findLocations();
-    void upload(const QList<float>& list);
+    void upload(const QList<float>& list, GpuList& to);
+    bool drawsCoarse() const { return m_showsCoarse && m_coarse; }
+    const QList<float>& drawnVertices() const
+    {
+        return drawsCoarse() ? m_coarse->vertices.list() : m_vertices.list();
+    }
+    GpuList& drawnGpuList() { return drawsCoarse() ? m_coarse->gpu : m_gpu; }
     template <typename Setter>
     void forEachChild(Setter setter);
 
@@ -311,8 +342,9 @@ private:
     QList<float> m_sortedVertices;
     QList<float> m_sortSource; ///< input of the sort: the triangles as gathered, or in their previous order
     BackToFront m_backToFront;
-    QOpenGLBuffer m_vbo;
-    QOpenGLVertexArrayObject m_vao;
+    GpuList m_gpu;
+    std::optional<Coarse> m_coarse;
+    bool m_showsCoarse = false;
     QSharedPointer<QOpenGLShaderProgram> m_program;
     std::optional<ShaderSources> m_sources; ///< of the program, until it is linked
     QString m_vertexShaderPath;

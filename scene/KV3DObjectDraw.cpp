@@ -93,6 +93,17 @@ bool KV3DObject::isSettled() const
     });
 }
 
+bool KV3DObject::showCoarse(bool show)
+{
+    if (m_coarse && show != m_showsCoarse)
+        m_changed = true; // the batch has the other vertices
+    m_showsCoarse = show;
+    bool shown = drawsCoarse() && m_visible;
+    for (const auto& object : std::as_const(m_children))
+        shown = (object->showCoarse(show) && m_visible) || shown;
+    return shown;
+}
+
 void KV3DObject::draw(QOpenGLFunctions_1_2* gl, const QMatrix4x4& worldToCamera,
                       const QMatrix4x4& cameraToView, const QMatrix4x4& model, const CameraState& camera,
                       const QVector3D& lightPos, const QColor& lightColor, int flags)
@@ -155,7 +166,7 @@ const QList<float>* KV3DObject::listFor(int flags, const QVector3D& eye, QList<f
     if (!(alpha() > 0.0f))
         return nullptr;
     if (flags == KVPassOpaque)
-        return alpha() < 1.0f ? nullptr : &vertices();
+        return alpha() < 1.0f ? nullptr : &drawnVertices();
     return isRoot() && flags == KVPassTranslucent ? batchFrom(eye) : translucentList(eye, sorted);
 }
 
@@ -194,7 +205,7 @@ qsizetype KV3DObject::gatheredSize() const
 {
     if (!m_visible || m_refused)
         return 0;
-    qsizetype size = m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f ? vertices().size() : 0;
+    qsizetype size = m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f ? drawnVertices().size() : 0;
     for (const auto& object : m_children)
         size += object->gatheredSize();
     return size;
@@ -205,7 +216,7 @@ void KV3DObject::gather(QList<float>& batch)
     if (!m_visible || m_refused)
         return;
     if (m_primitiveMode == KVPrimitiveTriangles && alpha() < 1.0f) {
-        batch.append(vertices());
+        batch.append(drawnVertices());
         m_changed = false;
     }
     for (const QString& childId : std::as_const(m_childOrder))
@@ -260,7 +271,7 @@ const QList<float>* KV3DObject::translucentList(const QVector3D& eye, QList<floa
         list = &vertices();
     } else if (m_primitiveMode == KVPrimitiveLines) {
         list = &vertices();
-        if (!m_vbo.isCreated() || eye != m_lastEye) {
+        if (!m_gpu.buffer.isCreated() || eye != m_lastEye) {
             const auto segments = wholePrimitives(vertices(), qsizetype(2) * kvVertexFloats);
             m_backToFront.sort(segments, 2, eye, resized(sorted, segments.size()));
             ++m_sortCount;
@@ -288,9 +299,10 @@ void KV3DObject::drawList(QOpenGLFunctions_1_2* gl, const QList<float>& list, co
     m_program->setUniformValue(m_locations.lightPos, lightPos);
     m_program->setUniformValue(m_locations.lightColor, lightColor);
     m_program->setUniformValue(m_locations.ambientStrength, m_ambientStrength);
-    if (!m_vbo.isCreated())
-        upload(list);
-    m_vao.bind();
+    GpuList& gpu = drawnGpuList();
+    if (!gpu.buffer.isCreated())
+        upload(list, gpu);
+    gpu.attributes.bind();
     const DepthOffset offset(*gl, m_depthBias.resolutionSteps);
     gl->glDrawArrays(static_cast<GLenum>(m_primitiveMode), 0,
                      static_cast<GLsizei>(list.size() / kvVertexFloats));

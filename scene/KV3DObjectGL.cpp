@@ -85,28 +85,35 @@ void KV3DObject::releaseBatch()
 
 void KV3DObject::destroyBuffers()
 {
-    if (m_vao.isCreated())
-        m_vao.destroy();
-    if (m_vbo.isCreated())
-        m_vbo.destroy();
+    m_gpu.destroy();
+    if (m_coarse)
+        m_coarse->gpu.destroy();
 }
 
-void KV3DObject::upload(const QList<float>& list)
+void KV3DObject::GpuList::destroy()
 {
-    m_vbo.create();
-    m_vbo.bind();
-    m_vbo.setUsagePattern(QOpenGLBuffer::StaticDraw);
-    m_vbo.allocate(list.constData(), static_cast<int>(list.size() * qsizetype(sizeof(float))));
+    if (attributes.isCreated())
+        attributes.destroy();
+    if (buffer.isCreated())
+        buffer.destroy();
+}
 
-    m_vao.create();
-    m_vao.bind();
+void KV3DObject::upload(const QList<float>& list, GpuList& to)
+{
+    to.buffer.create();
+    to.buffer.bind();
+    to.buffer.setUsagePattern(QOpenGLBuffer::StaticDraw);
+    to.buffer.allocate(list.constData(), static_cast<int>(list.size() * qsizetype(sizeof(float))));
+
+    to.attributes.create();
+    to.attributes.bind();
     for (std::size_t i = 0; i < std::size(kvVertexAttributes); ++i) {
         const KVVertexAttribute& attribute = kvVertexAttributes[i];
         m_program->enableAttributeArray(m_locations.attributes[i]);
         m_program->setAttributeBuffer(m_locations.attributes[i], GL_FLOAT, attribute.offset,
                                       attribute.components, kvVertexBytes);
     }
-    m_vao.release();
-    m_vbo.release();
+    to.attributes.release();
+    to.buffer.release();
     ++m_uploadCount;
 }

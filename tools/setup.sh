@@ -8,7 +8,7 @@ kv_run_packages=(
     g++ cmake ninja-build pkg-config
     qt6-base-dev qt6-base-private-dev qt6-svg-dev libqt6opengl6-dev libgl-dev libopengl-dev libegl-dev
     qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
-    liblcms2-dev libpolyclipping-dev libexpected-dev libcli11-dev libxcb1-dev libfontconfig-dev
+    liblcms2-dev libpolyclipping-dev libmeshoptimizer-dev libexpected-dev libcli11-dev libxcb1-dev libfontconfig-dev
     libpng-dev libjpeg-dev libtiff-dev libwebp-dev libvips-dev libjs-three
     libgl1-mesa-dri libglx-mesa0 libegl-mesa0 xvfb xauth fonts-liberation
 )
@@ -88,7 +88,7 @@ kv_check_without_apt() {
     for tool in c++ cmake ninja pkg-config; do
         if ! command -v "$tool" >/dev/null; then
             echo "Please install a C++20 compiler, CMake 3.25, Ninja, pkg-config, Qt 6.4 (base, OpenGL, SVG and Linguist tools)," \
-                "Little CMS 2, Clipper (polyclipping), tl-expected, CLI11, libxcb, Fontconfig, libpng, libjpeg-turbo, libtiff, libwebp, libvips, three.js, Xvfb with xauth, Mesa and the Liberation" \
+                "Little CMS 2, Clipper (polyclipping), meshoptimizer, tl-expected, CLI11, libxcb, Fontconfig, libpng, libjpeg-turbo, libtiff, libwebp, libvips, three.js, Xvfb with xauth, Mesa and the Liberation" \
                 "fonts; for the tests also GoogleTest and Google Benchmark. ($tool was not found.)" >&2
             return 1
         fi

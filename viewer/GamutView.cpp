@@ -172,10 +172,23 @@ KVGamut::GamutObject KVGamutView::gamut(const QString& id) const
     return object ? object->gamut() : KVGamut::GamutObject();
 }
 
+void KVGamutView::setCoarseWhileMoving(bool coarse)
+{
+    if (const ViewerScene* scene = d->scene())
+        scene->widget->setCoarseWhileMoving(coarse);
+}
+
+bool KVGamutView::coarseWhileMoving() const
+{
+    const ViewerScene* scene = d->scene();
+    return scene && scene->widget->coarseWhileMoving();
+}
+
 void KVGamutView::releaseMemory()
 {
     if (const ViewerScene* scene = d->scene()) {
         const ContextScope context(scene->widget);
         scene->widget->root().releaseBatch();
+        scene->widget->releaseFrames();
     }
 }

@@ -32,6 +32,7 @@ ViewerEvents::ViewerEvents(QObject& viewer, KVGLWidget& widget) : m_widget(widge
     widget.setHooks(
         {[this] { postCameraCheck(); },
          [this] { QMetaObject::invokeMethod(this, &ViewerEvents::checkSettled, Qt::QueuedConnection); },
+         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::coarseWanted, Qt::QueuedConnection); },
          [this] { QMetaObject::invokeMethod(this, &ViewerEvents::drawableChanged, Qt::QueuedConnection); }});
 }
 

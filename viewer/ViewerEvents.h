@@ -13,8 +13,8 @@ class QMouseEvent;
 
 /// Events of a viewer's windows, for the views attached to it.
 ///
-/// cameraChanged(), settled() and drawableChanged() are emitted from the event loop, released() and moved()
-/// while the event is delivered.
+/// cameraChanged(), settled(), coarseWanted() and drawableChanged() are emitted from the event loop,
+/// released() and moved() while the event is delivered.
 class ViewerEvents : public QObject
 {
     Q_OBJECT
@@ -31,6 +31,7 @@ public:
 Q_SIGNALS:
     void cameraChanged();
     void settled();
+    void coarseWanted();    ///< the widget's wantsCoarse() became true
     void drawableChanged(); ///< the widget's drawingProblem() changed
     void themeChanged();    ///< emitted by the scene
     /// @param endsDrag the pointer moved farther than the system's drag distance since the press

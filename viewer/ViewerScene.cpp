@@ -22,6 +22,7 @@ ViewerScene::ViewerScene(KVGamut3DViewer& v)
              [this](const QString& id) { prepareLoaded(id); }, [this] { return contextGuard(); }}),
       events(v, *widget)
 {
+    QObject::connect(&events, &ViewerEvents::coarseWanted, &events, [this] { wantCoarse(); });
 }
 
 ViewerScene::~ViewerScene() = default;
@@ -109,10 +110,20 @@ QSharedPointer<KV3DGamutObject> ViewerScene::findOrCreateGamut(const QString& id
     fresh->setSectionColor(m_theme.section, appliedClipping());
     applySectionTo(*fresh);
     fresh->setOutlineRank(freeOutlineRank());
+    fresh->setCoarseWanted(m_coarseWanted);
     if (QOpenGLContext* context = widget->usableContext())
         fresh->initializeGL(context);
     profiles->addChild(fresh);
     return fresh;
+}
+
+void ViewerScene::wantCoarse()
+{
+    m_coarseWanted = true;
+    const QStringList ids = itemsOf(GroupNames::profiles());
+    for (const QString& id : ids)
+        if (const auto object = gamut(id))
+            object->setCoarseWanted(true);
 }
 
 int ViewerScene::freeOutlineRank() const

@@ -109,10 +109,12 @@ public:
 private:
     int freeOutlineRank() const; ///< the lowest that no gamut has; 0 if there is none
     void colourSections();
+    void wantCoarse();
     void applyClippingTo(KV3DGamutObject& gamut);
     void applySectionTo(KV3DGamutObject& gamut);
 
     int m_views = 0;
+    bool m_coarseWanted = false; ///< frames have been slow
     KVAnnotations m_annotations;
     KVSection m_section;
     KVViewTheme m_theme; ///< without the background, which the widget holds

@@ -24,10 +24,10 @@ QStringList propertiesOf(const QMetaObject& meta)
 
 TEST_F(GamutViewMeta, theViewHasItsProperties)
 {
-    EXPECT_EQ(
-        propertiesOf(KVGamutView::staticMetaObject),
-        (QStringList{QStringLiteral("camera"), QStringLiteral("theme"), QStringLiteral("themeFollowsPalette"),
-                     QStringLiteral("loading"), QStringLiteral("drawable")}));
+    EXPECT_EQ(propertiesOf(KVGamutView::staticMetaObject),
+              (QStringList{QStringLiteral("camera"), QStringLiteral("theme"),
+                           QStringLiteral("themeFollowsPalette"), QStringLiteral("loading"),
+                           QStringLiteral("coarseWhileMoving"), QStringLiteral("drawable")}));
     for (const char* name : {"camera", "theme", "loading", "drawable"}) {
         const QMetaObject& meta = KVGamutView::staticMetaObject;
         EXPECT_TRUE(meta.property(meta.indexOfProperty(name)).hasNotifySignal()) << name;
@@ -43,6 +43,9 @@ TEST_F(GamutViewMeta, propertiesAreReadAndWrittenByName)
     theme.axes = Qt::red;
     EXPECT_TRUE(view->setProperty("theme", QVariant::fromValue(theme)));
     EXPECT_EQ(view->theme(), theme);
+    EXPECT_FALSE(view->property("coarseWhileMoving").toBool());
+    EXPECT_TRUE(view->setProperty("coarseWhileMoving", true));
+    EXPECT_TRUE(view->coarseWhileMoving());
     EXPECT_FALSE(view->property("loading").toBool());
     EXPECT_FALSE(view->setProperty("loading", true)) << "read only";
 }

@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <gamut/GamutMeshes.h>
-#include <gamut/WireframeMaker.h>
+#include <gamut/GeometryMaker.h>
 
 #include <utility>
 
 /// Shared by both threads. The worker writes the geometry before its run ends.
-struct WireframeMaker::Work
+struct GeometryMaker::Work
 {
-    const KVGamut::GamutObject gamut;
-    const VertexStyle style;
+    const MakeFunction make;
     const KVCompletionProtocolPtr protocol;
     GeometryData geometry;
 };
 
-class WireframeMaker::Functor : public KVBackgroundTask<void*>::Functor
+class GeometryMaker::Functor : public KVBackgroundTask<void*>::Functor
 {
 public:
     explicit Functor(std::shared_ptr<Work> work) : m_work(std::move(work)) {}
 
     void* run() override
     {
-        m_work->geometry = kvGamutWireframe(m_work->gamut, m_work->style,
-                                            [this] { return m_work->protocol->isCancelled(); });
+        m_work->geometry = m_work->make([this] { return m_work->protocol->isCancelled(); });
         return nullptr;
     }
 
@@ -31,18 +28,18 @@ private:
     const std::shared_ptr<Work> m_work;
 };
 
-WireframeMaker::WireframeMaker() = default;
+GeometryMaker::GeometryMaker(QString taskName) : m_taskName(std::move(taskName)) {}
 
-WireframeMaker::~WireframeMaker()
+GeometryMaker::~GeometryMaker()
 {
     cancel();
 }
 
-void WireframeMaker::start(const KVGamut::GamutObject& gamut, const VertexStyle& style, MadeFunction onMade)
+void GeometryMaker::start(MakeFunction make, MadeFunction onMade)
 {
     cancel();
-    auto protocol = KVCompletionProtocol::createTask(QStringLiteral("GamutWireframe"));
-    const std::shared_ptr<Work> work(new Work{gamut, style, std::move(protocol), {}});
+    auto protocol = KVCompletionProtocol::createTask(m_taskName);
+    const std::shared_ptr<Work> work(new Work{std::move(make), std::move(protocol), {}});
     const QSharedPointer<KVBackgroundTask<void*>> task(new KVBackgroundTask<void*>);
     QObject::connect(task.data(), &KVBackgroundTaskBase::finished, task.data(),
                      [this, work, onMade = std::move(onMade)] {
@@ -54,7 +51,7 @@ void WireframeMaker::start(const KVGamut::GamutObject& gamut, const VertexStyle&
     m_work = work;
 }
 
-void WireframeMaker::cancel()
+void GeometryMaker::cancel()
 {
     m_task.reset();
     m_work.reset();
