@@ -89,10 +89,19 @@ protected:
         reader->takeShown();
     }
 
-    /// Opens @p inputs in the window and waits until the view describes all of them.
+    /// Opens @p inputs in the window and waits until the view describes two gamuts.
     void read(const QStringList& inputs)
     {
-        m_process.setProcessEnvironment(reader->read(environment()));
+        ASSERT_NO_FATAL_FAILURE(start(inputs));
+        ASSERT_TRUE(describesTwoGamuts()) << description().toStdString();
+    }
+
+    /// Opens the window. Unsaved changes are kept in the folder of the case.
+    void start(const QStringList& inputs)
+    {
+        QProcessEnvironment env = environment();
+        env.insert(QStringLiteral("XDG_STATE_HOME"), path(QStringLiteral("state")));
+        m_process.setProcessEnvironment(reader->read(env));
         m_process.start(
             QStringLiteral(KVGAMUT_BINARY),
             QStringList{QStringLiteral("view"), QStringLiteral("--size"), QStringLiteral("1200x900")} +
@@ -100,10 +109,13 @@ protected:
         ASSERT_TRUE(m_process.waitForStarted());
         ASSERT_TRUE(reader->until([this] {
             program = ScreenReader::program(QStringLiteral("kvgamut"));
-            return bool(find("canvas", "Gamuts in Lab space"));
+            return bool(program);
         }));
-        ASSERT_TRUE(reader->until([this] { return description().count(QStringLiteral("ΔE³")) == 2; }))
-            << description().toStdString();
+    }
+
+    bool describesTwoGamuts()
+    {
+        return reader->until([this] { return description().count(QStringLiteral("ΔE³")) == 2; });
     }
 
     Accessible find(const char* role, const char* label) const
@@ -326,6 +338,29 @@ TEST_F(ScreenReaderTest, hearsWhatTheViewAndTheSectionShow)
     hand.press("V"); // hides the active gamut
     ASSERT_TRUE(reader->until([&] { return description().startsWith(QStringLiteral("DisplayP3")); }));
     ASSERT_TRUE(reader->until([&] { return !section.description().contains(QStringLiteral("sRGB")); }));
+}
+
+TEST_F(ScreenReaderTest, canRestoreTheChangesOfAWindowThatWasKilled)
+{
+    const QString kept = path(QStringLiteral("state/kvgamut/unsaved"));
+    const auto keptFiles = [&kept] { return QDir(kept).entryList({QStringLiteral("*.kvsession")}); };
+    read(twoGamuts);
+    ASSERT_TRUE(find("check box", "Surface").isChecked());
+    ASSERT_TRUE(find("check box", "Surface").act(QStringLiteral("Toggle")));
+    ASSERT_TRUE(reader->until([&] { return keptFiles().size() == 1; }));
+    m_process.kill();
+    ASSERT_TRUE(m_process.waitForFinished());
+    ASSERT_TRUE(reader->until([] { return !ScreenReader::program(QStringLiteral("kvgamut")); }));
+
+    start({});
+    ASSERT_TRUE(reader->until([this] { return bool(find("push button", "Restore")); }));
+    const Accessible button = find("push button", "Restore");
+    EXPECT_TRUE(button.description().startsWith(QStringLiteral("A window ended unexpectedly.")))
+        << button.description().toStdString();
+    ASSERT_TRUE(button.act(QStringLiteral("Press")));
+    ASSERT_TRUE(describesTwoGamuts()) << description().toStdString();
+    EXPECT_FALSE(find("check box", "Surface").isChecked());
+    EXPECT_FALSE(find("push button", "Restore"));
 }
 
 TEST_F(ScreenReaderTest, isToldOfMessages)

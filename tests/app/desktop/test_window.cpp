@@ -21,7 +21,14 @@
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
 
+#include <QtOpenGL/QOpenGLWindow>
+
+#include <cmath>
+#include <malloc.h>
 #include <sys/stat.h>
+
+using kvtest::spinFor;
+using kvtest::spinUntil;
 
 namespace {
 
@@ -50,6 +57,55 @@ protected:
         return result;
     }
 };
+
+/// MB that the program has allocated.
+double allocated()
+{
+    const struct mallinfo2 heap = mallinfo2();
+    return double(heap.uordblks + heap.hblkhd) / 1048576.0;
+}
+
+TEST_F(Window, swapsNothingWhileNothingChanges)
+{
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    auto& shown = *window.viewer().findChild<QOpenGLWindow*>();
+    QSignalSpy swaps(&shown, &QOpenGLWindow::frameSwapped);
+    const auto restsFor = [&](int ms) {
+        swaps.clear();
+        spinFor(ms);
+        return swaps.isEmpty();
+    };
+    EXPECT_TRUE(spinUntil([&] { return restsFor(300); }));
+    EXPECT_TRUE(restsFor(600));
+    window.view().setTheme(KVViewTheme::fromPalette(QPalette(Qt::darkGreen)));
+    EXPECT_TRUE(spinUntil([&] { return !swaps.isEmpty(); })) << "changes are shown all the same";
+}
+
+TEST_F(Window, freesItsMemoryWhenEverythingIsClosed)
+{
+    open({QStringLiteral("sRGB")}); // OpenGL is set up
+    action("closeAll").trigger();
+    double before = 0.0;
+    ASSERT_TRUE(spinUntil([&before] { // what was returned has been returned
+        before = allocated();
+        spinFor(1500);
+        return std::abs(allocated() - before) < 0.5;
+    }));
+    for (int i = 0; i < 10; ++i) {
+        KVGamut::Settings settings;
+        settings.gridPoints = 33 + 2 * i;
+        window.addGamut(QStringLiteral("sRGB"), settings, {}, true);
+    }
+    ASSERT_TRUE(settle());
+    KVCamera camera = window.view().camera();
+    camera.position.setY(camera.position.y() + 20.0f);
+    window.view().setCamera(camera);
+    ASSERT_TRUE(settle());
+    ASSERT_GT(allocated(), before + 100.0);
+    action("closeAll").trigger();
+    // Software renderers may keep the triangles of the last two frames: up to 36 MB each.
+    EXPECT_TRUE(spinUntil([&] { return allocated() < before + 40.0; })) << allocated() - before << " MB more";
+}
 
 TEST_F(Window, welcomesWhileNothingIsOpen)
 {

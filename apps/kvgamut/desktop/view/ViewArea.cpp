@@ -12,6 +12,7 @@ ViewArea::ViewArea(QWidget* parent)
     : QWidget(parent), m_viewer(new KVGamut3DViewer), m_view(new KVGamutView(m_viewer, this)),
       m_container(QWidget::createWindowContainer(m_viewer, this))
 {
+    m_view->setCoarseWhileMoving(true);
     m_viewer->setTitle(QStringLiteral("view")); // identifies it among the windows of the screen
     setObjectName(QStringLiteral("view"));
     setAccessibleRole(*this, QAccessible::Canvas);
