@@ -495,19 +495,38 @@ TEST_F(Tools, keepTheKeyColourOfASelectedGamut)
     }
 }
 
+/// Contrast of two colours by WCAG 2.
+double contrast(const QColor& color, const QColor& ground)
+{
+    const auto luminance = [](const QColor& c) {
+        const auto linear = [](double v) {
+            return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+    };
+    const double p = luminance(color), q = luminance(ground);
+    return (std::max(p, q) + 0.05) / (std::min(p, q) + 0.05);
+}
+
+TEST_F(Tools, haveLighterKeyColoursInTablesOfADarkPalette)
+{
+    const QPalette before = QApplication::palette();
+    const QPalette dark(QColor(0x35, 0x37, 0x3a), QColor(0x2b, 0x2d, 0x30));
+    QApplication::setPalette(dark);
+    open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
+    const QAbstractItemModel& table = *control<QTableView>("comparison").model();
+    const QAbstractItemModel& list = *control<QListView>("gamutList").model();
+    for (int row = 0; row < 2; ++row) {
+        const auto inTable = table.index(row, 0).data(Qt::DecorationRole).value<QColor>();
+        EXPECT_GT(contrast(inTable, dark.color(QPalette::Base)), 3.0) << row;
+        EXPECT_EQ(inTable, list.index(row, 0).data(Qt::DecorationRole).value<QColor>());
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(Tools, haveLighterKeyColoursOnADarkGround)
 {
     open({QStringLiteral("sRGB"), QStringLiteral("DisplayP3")});
-    const auto contrast = [](const QColor& color, const QColor& ground) { // WCAG 2
-        const auto luminance = [](const QColor& c) {
-            const auto linear = [](double v) {
-                return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-            };
-            return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
-        };
-        const double p = luminance(color), q = luminance(ground);
-        return (std::max(p, q) + 0.05) / (std::min(p, q) + 0.05);
-    };
     for (const char* ground : {"backgroundDark", "backgroundLight"}) {
         action(ground).trigger();
         ASSERT_TRUE(settle());

@@ -240,7 +240,7 @@ QVariant ComparisonModel::data(const QModelIndex& index, int role) const
                                                       : QVariant(shownText(entry, index.column())))
                    : QVariant(number(entry, index.column()).value_or(-1.0));
     case Qt::DecorationRole:
-        return index.column() == Name ? QVariant(m_gamuts.signColor(row)) : QVariant();
+        return index.column() == Name ? QVariant(m_gamuts.swatch(row)) : QVariant();
     case Qt::ToolTipRole:
         return toolTip(entry, index.column());
     case Qt::TextAlignmentRole:

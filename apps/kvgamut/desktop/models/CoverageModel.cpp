@@ -32,7 +32,7 @@ void CoverageModel::refresh()
         const GamutEntry& entry = m_gamuts.at(row);
         if (!entry.hasGamut())
             continue;
-        items.append({entry.revision, entry.title, m_gamuts.signColor(row)});
+        items.append({entry.revision, entry.title, m_gamuts.swatch(row)});
         entries.append(&entry);
     }
     beginResetModel();

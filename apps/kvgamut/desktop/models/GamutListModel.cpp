@@ -6,6 +6,8 @@
 #include "model/text/SafeText.h"
 
 #include <QtCore/QFileInfo>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
 
 #include <algorithm>
 
@@ -28,7 +30,7 @@ QVariant GamutListModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return SafeText::forToolTip(toolTip(entry));
     case Qt::DecorationRole:
-        return signColor(index.row());
+        return swatch(index.row());
     case Qt::CheckStateRole:
         return entry.look.visible ? Qt::Checked : Qt::Unchecked;
     default:
@@ -71,6 +73,11 @@ QColor GamutListModel::signColor(int row, const QColor& ground) const
     const QColor& chosen = m_entries[row].look.color;
     const QString style = qGray(ground.rgb()) < dark ? QStringLiteral("dark") : QString();
     return chosen.isValid() ? chosen : PictureStyle::named(style).key(m_entries[row].key);
+}
+
+QColor GamutListModel::swatch(int row) const
+{
+    return signColor(row, QGuiApplication::palette().color(QPalette::Base));
 }
 
 /// The smallest number that no gamut has.

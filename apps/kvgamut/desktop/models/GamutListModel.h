@@ -41,6 +41,8 @@ public:
     /// The colour that identifies the gamut in lists, drawings and the view: its single colour if it has one,
     /// else its key colour, which it keeps while other gamuts come and go: a lighter one on a dark @p ground.
     QColor signColor(int row, const QColor& ground = Qt::white) const;
+    /// The same on the ground of lists and tables, in the palette of the application.
+    QColor swatch(int row) const;
 
     /// @name Changes by the user
     /// @{

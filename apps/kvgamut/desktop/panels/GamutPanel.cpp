@@ -84,7 +84,7 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         QPixmap swatch(option->decorationSize);
         const auto& model = static_cast<const GamutListModel&>(*index.model());
-        swatch.fill(model.signColor(index.row(), option->palette.color(QPalette::Base)));
+        swatch.fill(model.swatch(index.row()));
         option->icon = QIcon(swatch);
         option->icon.addPixmap(swatch, QIcon::Selected); // otherwise the style would tint it
     }
@@ -317,7 +317,7 @@ void GamutPanel::showGrid(const GamutEntry& entry)
 void GamutPanel::paintColorButton()
 {
     QPixmap swatch(m_color->iconSize());
-    swatch.fill(m_model.signColor(m_model.activeRow(), palette().color(QPalette::Base)));
+    swatch.fill(m_model.swatch(m_model.activeRow()));
     m_color->setIcon(swatch);
 }
 
