@@ -12,6 +12,7 @@
 #   faults     the program while calls of the system fail, in many places
 #   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
 #   fuzz       every fuzzer for an hour, under the sanitizers; arguments are [--seconds N] and names of readers
+#   oss-fuzz   the script with which OSS-Fuzz builds the fuzzers, and a start of each of them
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -23,7 +24,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,17s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,18s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -120,6 +121,11 @@ idle)
 fuzz)
     kv_set_up "$root" test
     tools/lanes/fuzz.sh "$@"
+    ;;
+oss-fuzz)
+    kv_set_up "$root" test
+    kv_install patchelf zip unzip
+    tools/lanes/oss_fuzz.sh
     ;;
 wayland)
     kv_set_up "$root" test

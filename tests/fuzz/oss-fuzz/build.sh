@@ -13,12 +13,14 @@ cmake --build "$WORK/build" --target KVFuzzers
 
 mkdir -p "$OUT/lib" "$OUT/plugins"
 cp -r "$(qmake6 -query QT_INSTALL_PLUGINS)/imageformats" "$OUT/plugins/"
+vips=$(pkg-config --variable=libdir vips)/libvips.so.42 # the readers load it when they need it
+cp -L "$vips" "$OUT/lib/"
 for fuzzer in "$WORK"/build/bin/fuzz_*; do
     name=$(basename "$fuzzer")
     cp "$fuzzer" "$OUT/"
     # the libraries beside the fuzzers come first: the machine that runs them has none of them
     patchelf --set-rpath "\$ORIGIN/lib" "$OUT/$name"
-    ldd "$fuzzer" "$OUT"/plugins/imageformats/*.so | awk '$2 == "=>" && $3 ~ /^\// { print $3 }' |
+    ldd "$fuzzer" "$vips" "$OUT"/plugins/imageformats/*.so | awk '$2 == "=>" && $3 ~ /^\// { print $3 }' |
         grep -vE '/(libc|libm|libpthread|libdl|librt|ld-linux.*)\.so' | sort -u | xargs -I{} cp -uL {} "$OUT/lib/"
     dictionary="$tree/tests/fuzz/${name#fuzz_}.dict"
     [[ ! -f $dictionary ]] || cp "$dictionary" "$OUT/$name.dict"
