@@ -8,6 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
+#include <string>
+#include <tuple>
+#include <vector>
 
 using namespace kvdevices;
 
@@ -15,10 +19,22 @@ namespace {
 
 constexpr int engineChooses = -1, fineGrid = 65;
 
+/// What the engine reports about the gamut of a device. Several tests ask for the same devices.
+const auto& reportOf(const KnownTruth& known, int grid)
+{
+    using Report = decltype(testprofiles::gamutOf(testprofiles::opened({}), grid).report());
+    static std::map<std::tuple<std::string, decltype(known.seed), int>, Report> reports;
+    const std::tuple device{std::string(known.deviceClass), known.seed, grid};
+    if (!reports.contains(device)) {
+        const QByteArray profile = deviceProfile(known.deviceClass, known.seed);
+        reports[device] = testprofiles::gamutOf(testprofiles::opened(profile), grid).report();
+    }
+    return reports.at(device);
+}
+
 void expectHeld(const KnownTruth& known, int grid)
 {
-    const QByteArray profile = deviceProfile(known.deviceClass, known.seed);
-    const auto report = testprofiles::gamutOf(testprofiles::opened(profile), grid).report();
+    const auto& report = reportOf(known, grid);
     EXPECT_FALSE(report.problem) << known.deviceClass << " " << known.seed << " grid " << grid;
     EXPECT_NEAR(report.volume, known.truth.volume, report.volumeUncertainty + known.truth.error)
         << known.deviceClass << " " << known.seed << " grid " << grid;
@@ -62,9 +78,7 @@ TEST(SmoothPresses, haveAMedianUncertaintyBelow005Percent)
         std::vector<double> shares;
         for (const KnownTruth& known : knownTruths)
             if (known.deviceClass == deviceClass) {
-                const QByteArray profile = deviceProfile(deviceClass, known.seed);
-                const auto report =
-                    testprofiles::gamutOf(testprofiles::opened(profile), engineChooses).report();
+                const auto& report = reportOf(known, engineChooses);
                 shares.push_back(report.volumeUncertainty / known.truth.volume);
             }
         ASSERT_FALSE(shares.empty()) << deviceClass;
