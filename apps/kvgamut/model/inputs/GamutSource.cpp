@@ -146,16 +146,34 @@ Result<GamutSource> GamutSource::openFile(const QString& name, const QString& fi
     const Result<QByteArray> content = InputGate::read(file, kindOf, task);
     if (!content)
         return failure(readProblem(content.error()));
-    switch (kindOf(*content).value_or(InputKind::Profile)) {
+    return ofKind(kindOf(*content).value_or(InputKind::Profile), name, *content, task, options);
+}
+
+Result<GamutSource> GamutSource::ofKind(InputKind kind, const QString& name, const QByteArray& content,
+                                        const KVCompletionProtocolPtr& task, const PointOptions& options)
+{
+    switch (kind) {
     case InputKind::Picture:
-        return ofPicture(name, *content);
+        return ofPicture(name, content);
     case InputKind::SavedGamut:
-        return ofSavedGamut(name, *content);
+        return ofSavedGamut(name, content);
     case InputKind::Points:
-        return ofChart(name, *content, task, options);
+        return ofChart(name, content, task, options);
     default:
-        return ofProfileData(name, *content);
+        return ofProfileData(name, content);
     }
+}
+
+Result<GamutSource> GamutSource::ofContent(const QString& name, const QByteArray& content,
+                                           const KVCompletionProtocolPtr& task, const PointOptions& reading)
+{
+    const std::optional<InputKind> kind = kindOf(content.left(InputGate::startSize));
+    if (!kind)
+        return failure(Problem(ProblemCode::UnknownFormat).about(name));
+    const qint64 limit = InputLimits::maxBytes(*kind);
+    if (content.size() > limit)
+        return failure(Problem(ProblemCode::InputTooLarge, {QString::number(limit >> 20)}).about(name));
+    return ofKind(*kind, name, content, task, reading);
 }
 
 /// @param profile the result of the engine; if null, KVProfileProblem() says why
@@ -240,17 +258,30 @@ Result<GamutSource> GamutSource::ofChart(const QString& name, const QByteArray& 
                              set.error().code == Problem::Code(ProblemCode::PointSpaceNeeded);
         return failure((isTable ? set.error() : Problem(ProblemCode::UnknownFormat)).about(name));
     }
-    if (!DeviceChart::isIn(*set))
-        return ofGiven(name, ColourHull::ofList(*set, task), bytes);
-    const Result<ChartProfile> made = ChartProfile::of(*set, task);
+    return ofPoints(name, *set, task).map([&bytes](GamutSource source) {
+        source.m_hash = hashOf(bytes);
+        return source;
+    });
+}
+
+Result<GamutSource> GamutSource::ofPoints(const QString& name, const PointSet& set,
+                                          const KVCompletionProtocolPtr& task)
+{
+    if (set.points.size() > InputLimits::maxPoints) {
+        const QString limit = QString::number(InputLimits::maxPoints);
+        return failure(Problem(ProblemCode::TooManyPoints, {limit}).about(name));
+    }
+    if (!DeviceChart::isIn(set))
+        return ofGiven(name, ColourHull::ofList(set, task));
+    const Result<ChartProfile> made = ChartProfile::of(set, task);
     if (!made)
         return failure(made.error().about(name));
     return ofProfileData(name, made->bytes).map([&](GamutSource source) {
-        source.m_hash = hashOf(bytes);
+        source.m_hash.clear(); // no file
         source.m_chart = made->facts;
         source.m_measured = made->chart;
         source.m_notes = made->facts.notes();
-        for (const Problem& note : set->allNotes())
+        for (const Problem& note : set.allNotes())
             source.m_notes.append(ProblemText::english(note));
         return source;
     });

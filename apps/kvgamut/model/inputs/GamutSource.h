@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "InputLimits.h"
 #include "model/bodies/GivenGamut.h"
 #include "model/charts/ChartFacts.h"
 #include "model/points/PointReading.h"
+#include "model/points/PointSet.h"
 #include "model/problems/Result.h"
 
 #include <platform/KVVelmoraFramework.h>
@@ -30,6 +32,15 @@ public:
     /// without an embedded profile
     static Result<GamutSource> open(const QString& name, const KVCompletionProtocolPtr& task = {},
                                     const PointOptions& reading = {});
+    /// Opens the content of a file that is already in memory, as open() does, with the same limits.
+    /// @param name only names the source; settings in it have no effect
+    static Result<GamutSource> ofContent(const QString& name, const QByteArray& content,
+                                         const KVCompletionProtocolPtr& task = {},
+                                         const PointOptions& reading = {});
+    /// The chart that @p set is if its colours have device values, otherwise the hull of its colours.
+    /// @return fails with TooManyPoints, or as ChartProfile and ColourHull
+    static Result<GamutSource> ofPoints(const QString& name, const PointSet& set,
+                                        const KVCompletionProtocolPtr& task = {});
 
     /// The name that was passed to open(), with its settings.
     QString name() const { return m_name; }
@@ -86,6 +97,8 @@ private:
     static Result<GamutSource> ofSavedGamut(const QString& name, const QByteArray& bytes);
     static Result<GamutSource> ofBoundary(const QString& name, const QString& file,
                                           const KVCompletionProtocolPtr& task);
+    static Result<GamutSource> ofKind(InputKind kind, const QString& name, const QByteArray& content,
+                                      const KVCompletionProtocolPtr& task, const PointOptions& options);
     static Result<GamutSource> ofGiven(const QString& name, const Result<GivenGamut>& given,
                                        const QByteArray& bytes = {});
 
