@@ -3,7 +3,8 @@
 
 # Libraries in the folders of the system are found without run paths.
 set(usr "${CPACK_TEMPORARY_DIRECTORY}/*/usr")
-file(GLOB_RECURSE binaries "${usr}/lib/*.so.*" "${usr}/lib/kv3dviewer/bin/*")
+file(GLOB_RECURSE binaries "${usr}/lib/*.so.*" "${usr}/lib/kv3dviewer/bin/*"
+    "${usr}/lib/python3/*.so")
 foreach(binary IN LISTS binaries)
     if(NOT IS_SYMLINK "${binary}")
         file(RPATH_REMOVE FILE "${binary}")

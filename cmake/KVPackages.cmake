@@ -5,10 +5,12 @@
 #   libkv3dviewer0.1     the three libraries and the resources
 #   libkv3dviewer-dev    headers, CMake and pkg-config packages
 #   kvgamut              the program
+#   python3-kvgamut      the Python module, with KV3DVIEWER_PYTHON
 
 set(library_package "libkv3dviewer${KV3DVIEWER_SOVERSION}")
 set(development_package "libkv3dviewer-dev")
 set(tools_package "kvgamut")
+set(python_package "python3-kvgamut")
 
 # --- Licence and changelogs ----------------------------------------------------------------------------------
 set(debian_version "${PROJECT_VERSION}-1")
@@ -99,5 +101,25 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library_package} (= ${debian_version})
 # a virtual display where drivers cannot draw without one; translations of Qt's own texts
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "libegl-mesa0, xvfb, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+
+# --- The Python module ---------------------------------------------------------------------------------------
+if(TARGET kvgamut_python)
+    kv_package_documents(Python ${python_package})
+    list(APPEND CPACK_COMPONENTS_ALL Python)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME ${python_package})
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+    set(CPACK_DEBIAN_PYTHON_DESCRIPTION "gamuts of ICC profiles, for Python
+The module kvgamut computes the gamuts of ICC profiles and measured colours,
+their volumes and comparisons, and draws them; in notebooks, too.
+
+Colours are NumPy arrays. Pictures need no display.")
+    # compile and remove the .pyc files
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+        "${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst" "${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm")
+    # the module is compiled for one version of Python; the program draws the pictures
+    math(EXPR next "${Python_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+        "kvgamut (= ${debian_version}), python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next}), python3-numpy")
+endif()
 
 include(CPack)

@@ -92,7 +92,7 @@ endforeach()
 
 # --- Components that the build files look for ---------------------------------------------------------
 file(GLOB_RECURSE build_files "${SOURCE}/platform/CMakeLists.txt" "${SOURCE}/engine/CMakeLists.txt"
-    "${SOURCE}/viewer/CMakeLists.txt" "${SOURCE}/apps/*CMakeLists.txt")
+    "${SOURCE}/viewer/CMakeLists.txt" "${SOURCE}/apps/*CMakeLists.txt" "${SOURCE}/python/CMakeLists.txt")
 list(APPEND build_files "${SOURCE}/CMakeLists.txt")
 set(requested)
 foreach(file IN LISTS build_files)

@@ -4,7 +4,8 @@
 #
 # Builds packages of the build folder BUILD, creates a minimal Debian of this system's release in WORK, installs the
 # packages there and uses them: the program without a display, an X server and fonts, then with the recommended
-# packages; the host CONSUMER, built with CMake and with pkg-config. Finally it removes the packages.
+# packages; the Python module if the build has it; the host CONSUMER, built with CMake and with pkg-config. Finally it
+# removes the packages.
 #
 # Needs root (for chroot) and, the first time, the package archive of this system's apt. Downloads are kept in CACHE.
 # Exits with 77 and prints the reason if it cannot run.
@@ -66,7 +67,9 @@ mkdir -p "$work" "$cache/archives/partial"
 step "packing"
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 ||
     { tail -n 40 "$work/cpack.log"; fail "cpack"; }
-for package in libkv3dviewer[0-9] libkv3dviewer-dev kvgamut; do
+packages=(libkv3dviewer[0-9] libkv3dviewer-dev kvgamut)
+[[ ! -d $build/python/kvgamut ]] || packages+=(python3-kvgamut)
+for package in "${packages[@]}"; do
     compgen -G "$work/packages/$package*.deb" >/dev/null || fail "the package $package was not built"
 done
 
@@ -126,6 +129,22 @@ inside "$without_egl" kvgamut render sRGB --output /tmp/kv/on_xvfb.png
 cmp "$root/tmp/kv/picture.png" "$root/tmp/kv/on_xvfb.png" || fail "the picture depends on what it is drawn on"
 cp "$root/tmp/kv/picture.png" "$work/picture.png"
 
+installed=('libkv3dviewer*' kvgamut)
+# --- The Python module ------------------------------------------------------------------------------------
+if compgen -G "$work/packages/python3-kvgamut*.deb" >/dev/null; then
+    step "the Python module"
+    cp "$work"/packages/python3-kvgamut*.deb "$root/tmp/kv/python.deb"
+    install_inside /tmp/kv/python.deb
+    installed+=(python3-kvgamut)
+    inside python3 -W error -c '
+import kvgamut
+gamut = kvgamut.Gamut.from_profile("sRGB")
+assert 832000 < gamut.volume < 834000, gamut.volume
+open("/tmp/kv/from_python.png", "wb").write(kvgamut.render(gamut))
+' || fail "the Python module"
+    [[ $(stat --format %s "$root/tmp/kv/from_python.png") -gt 10000 ]] || fail "the Python module draws nothing"
+fi
+
 # --- Hosts ----------------------------------------------------------------------------------------------------
 step "installing the development package"
 install_inside /tmp/kv/development.deb g++ cmake make pkg-config xauth # for xvfb-run
@@ -141,7 +160,7 @@ inside xvfb-run -a -s "-noreset -screen 0 640x480x24" /tmp/kv/pkgconfig_host/bin
 
 # --- Removal -----------------------------------------------------------------------------------------
 step "removing the packages"
-inside apt-get -q -y purge 'libkv3dviewer*' kvgamut >"$work/apt.log" 2>&1 || { tail "$work/apt.log"; fail "purging"; }
+inside apt-get -q -y purge "${installed[@]}" >"$work/apt.log" 2>&1 || { tail "$work/apt.log"; fail "purging"; }
 rm -rf "$root/tmp/kv"
 find "$root" -xdev -iname '*kv3dviewer*' -o -xdev -iname '*kvgamut*' | sort >"$work/after.txt"
 diff "$work/before.txt" "$work/after.txt" || fail "the packages leave files behind"

@@ -27,7 +27,7 @@ const std::vector<std::string> cxxEndings{".cpp", ".h"};
 } // namespace
 
 const std::vector<std::string> productFolders{"annotation", "apps",     "engine", "gamut", "glwindow",
-                                              "include",    "platform", "scene",  "viewer"};
+                                              "include",    "platform", "python", "scene", "viewer"};
 const std::vector<std::string> otherFolders{"benchmarks", "examples", "tests", "tools"};
 
 Sources filesBelow(const std::vector<std::string>& folders, const std::vector<std::string>& endings)

@@ -99,6 +99,9 @@ Order documentedOrder()
                              desktop + "/files", desktop + "/panels", desktop + "/menus"})},
 
         {"apps/kvgamut", withModel({commands, commands + "/process"})},
+
+        // the Python module: the model without commands and window
+        {"python/binding", withModel({})},
     };
 }
 

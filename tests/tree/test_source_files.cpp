@@ -70,10 +70,10 @@ TEST(SourceFiles, beginWithTheirLicence)
 
 TEST(SourceFiles, ofScriptsAndShadersNameTheirLicence)
 {
-    const Sources files =
-        filesBelow({"apps", "benchmarks", "cmake", "engine", "examples", "platform", "resources", "tests",
-                    "tools", "viewer"},
-                   {"CMakeLists.txt", ".cmake", ".sh", ".vert", ".frag", ".js", ".css", ".html"});
+    const Sources files = filesBelow(
+        {"apps", "benchmarks", "cmake", "engine", "examples", "platform", "python", "resources", "tests",
+         "tools", "viewer"},
+        {"CMakeLists.txt", ".cmake", ".sh", ".vert", ".frag", ".js", ".css", ".html", ".py", ".pyi"});
     ASSERT_GT(files.size(), 30u);
     for (const auto& [path, text] : files)
         EXPECT_TRUE(namesLicence(text, 2)) << path; // line 1 may be the interpreter or #version
