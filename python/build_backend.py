@@ -4,7 +4,7 @@
 The wheel contains the module, our libraries beside it in kvgamut/lib, and the program in kvgamut/lib/kv3dviewer. It
 loads Qt and the other libraries of the system.
 
-Settings for pip: -C build-dir=FOLDER keeps the build tree; -C cmake=-DNAME=VALUE is passed on (with ; between several).
+Settings for pip: --config-settings=build-dir=FOLDER keeps the build tree; --config-settings=cmake=-DNAME=VALUE is passed on (with ; between several).
 """
 
 import base64

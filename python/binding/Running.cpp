@@ -9,7 +9,6 @@
 #include <mutex>
 #include <set>
 #include <stdexcept>
-#include <system_error>
 #include <thread>
 
 namespace py = pybind11;
@@ -121,7 +120,7 @@ void start(const std::shared_ptr<Job>& job)
             own.reset(); // before the process may end
             countEndOfWork();
         }).detach();
-    } catch (const std::system_error&) { // no more threads
+    } catch (const std::exception&) { // no more threads, or not enough memory for one
         const py::gil_scoped_release noGil;
         job->run();
         countEndOfWork();
