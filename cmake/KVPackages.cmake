@@ -117,9 +117,9 @@ Colours are NumPy arrays. Pictures need no display.")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
         "${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst" "${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm")
     # the module is compiled for one version of Python; the program draws the pictures
-    math(EXPR next "${Python_VERSION_MINOR} + 1")
+    math(EXPR next "${KV3DVIEWER_PYTHON_MINOR} + 1")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
-        "kvgamut (= ${debian_version}), python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next}), python3-numpy")
+        "kvgamut (= ${debian_version}), python3 (>= 3.${KV3DVIEWER_PYTHON_MINOR}), python3 (<< 3.${next}), python3-numpy")
 endif()
 
 include(CPack)
