@@ -34,8 +34,37 @@ struct CastBudget
     std::size_t left = 12'500'000;                       ///< for all further calls
 };
 
+/// A part of a line.
+struct LinePart
+{
+    float low = 0.0f;   ///< coordinate along the line
+    float high = -1.0f; ///< below low if the part is empty
+
+    static LinePart whole()
+    {
+        return {-std::numeric_limits<float>::max(), std::numeric_limits<float>::max()};
+    }
+    bool isWhole() const { return high == std::numeric_limits<float>::max(); }
+    float length() const { return high - low; }
+    bool contains(const LinePart& other) const { return low <= other.low && other.high <= high; }
+    /// Becomes the union with a part that overlaps it, otherwise the longer one of both.
+    void unite(const LinePart& other)
+    {
+        if (other.low <= high && low <= other.high)
+            *this = {std::min(low, other.low), std::max(high, other.high)};
+        else if (other.length() > length())
+            *this = other;
+    }
+};
+
 /// The intervals of lines that lie in the union of tetrahedra. The first coordinate of @p points is along
 /// the lines. Fails with Cancelled, or with TooManyOverlaps if @p budget is exceeded.
+/// @param known a part of each line that is known to lie in the solid: tetrahedra inside it are left out
+[[nodiscard]] Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
+                                                const std::vector<std::array<int, 4>>& tetrahedra,
+                                                const LineGrid& grid, std::vector<LinePart> known,
+                                                CastBudget& budget, const Task& task);
+/// The same if no parts are known.
 [[nodiscard]] Result<LineIntervals> castThrough(const std::vector<Vec3>& points,
                                                 const std::vector<std::array<int, 4>>& tetrahedra,
                                                 const LineGrid& grid, CastBudget& budget, const Task& task);

@@ -39,15 +39,77 @@ struct LineRange
     }
     bool isEmpty() const { return i0 > i1 || j0 > j1; }
 
-private:
+    /// The first of @p count lines at or above a place, and the last at or below it. By conversions, because
+    /// std::ceil and std::floor are calls on processors without SSE 4.1.
     static int first(double place, int count)
     {
-        return static_cast<int>(std::clamp(std::ceil(place), 0.0, double(count)));
+        const double within = std::clamp(place, 0.0, double(count));
+        const int below = static_cast<int>(within);
+        return below + (double(below) < within);
     }
     static int last(double place, int count)
     {
-        return static_cast<int>(std::clamp(std::floor(place), -1.0, double(count - 1)));
+        return static_cast<int>(std::clamp(place, -1.0, double(count - 1)) + 1.0) - 1;
     }
+};
+
+/// The lines of each row of a grid that may cross a tetrahedron: fewer than LineRange where it is oblique.
+class RowRanges
+{
+public:
+    struct Columns
+    {
+        int i0, i1;
+    };
+
+    RowRanges(const LineGrid& grid, const Vec3& p, const Vec3& q, const Vec3& r, const Vec3& s)
+        : m_count(grid.na)
+    {
+        const auto placeOf = [&grid](const Vec3& v) {
+            return Place{(v.a - grid.a0) / grid.step, (v.b - grid.b0) / grid.step};
+        };
+        const std::array<Place, 4> corners{placeOf(p), placeOf(q), placeOf(r), placeOf(s)};
+        std::size_t edge = 0;
+        for (std::size_t from = 0; from < 4; ++from)
+            for (std::size_t to = from + 1; to < 4; ++to) {
+                const bool isUpwards = corners[from].row <= corners[to].row;
+                const Place &low = corners[isUpwards ? from : to], &high = corners[isUpwards ? to : from];
+                const double rise = high.row - low.row;
+                m_edges[edge++] = {low, high.row, rise > 0.0 ? (high.column - low.column) / rise : 0.0};
+            }
+    }
+
+    /// The columns of row @p j; i0 is above i1 if there are none.
+    Columns of(int j) const
+    {
+        double low = std::numeric_limits<double>::max(), high = -low;
+        for (const Edge& edge : m_edges) {
+            const double above = j - edge.low.row;
+            if (above < -tolerance || edge.top < j - tolerance)
+                continue;
+            const double column = edge.low.column + above * edge.slope;
+            low = std::min(low, column);
+            high = std::max(high, column);
+        }
+        if (low > high)
+            return {0, -1};
+        return {LineRange::first(low - tolerance, m_count), LineRange::last(high + tolerance, m_count)};
+    }
+
+private:
+    static constexpr double tolerance = 1e-6; // steps; more than the rounding
+    struct Place
+    {
+        double column, row;
+    };
+    struct Edge
+    {
+        Place low;
+        double top; // row
+        double slope;
+    };
+    std::array<Edge, 6> m_edges;
+    int m_count;
 };
 
 /// Intersects one tetrahedron with many parallel lines. Its barycentric coordinates are linear functions; a

@@ -3,6 +3,7 @@
 
 #include "LatticeSurface.h"
 #include "SurfaceChecks.h"
+#include <engine/mesh/MeshComponents.h>
 
 #include <algorithm>
 

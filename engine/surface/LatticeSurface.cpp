@@ -2,8 +2,6 @@
 #include "LatticeSurface.h"
 
 #include <engine/base/Parts.h>
-#include <engine/mesh/MeshChecks.h>
-#include <engine/mesh/MeshVolume.h>
 
 #include <algorithm>
 
@@ -149,7 +147,8 @@ public:
             const Lines lines(m_lattice, directions[d]);
             forEachIndex(points.size(), task,
                          [&](std::size_t i) { points[i] = lines.sheared(m_solid.points[i]); });
-            const auto intervals = castThrough(points, tetrahedra, lines.grid(), budget, task);
+            const auto intervals =
+                castThrough(points, tetrahedra, lines.grid(), innerParts(d, lines, task), budget, task);
             if (!intervals)
                 return failure(intervals);
             if (d == 0)
@@ -240,6 +239,32 @@ private:
                 tetrahedra[kept++] = tetrahedra[t];
         });
         tetrahedra.resize(kept);
+    }
+
+    // The longest part of each line between two nodes at the surface; all of a line that does not cross it.
+    // Before it is known which nodes are inside, none.
+    std::vector<LinePart> innerParts(std::size_t direction, const Lines& lines, const Task& task) const
+    {
+        std::vector<LinePart> parts(lines.grid().size(), direction > 0 ? LinePart::whole() : LinePart());
+        std::vector<float> entered(direction > 0 ? parts.size() : 0, std::numeric_limits<float>::max());
+        const Step& d = directions[direction];
+        const auto look = [&](const Step& n, std::size_t node) {
+            if (m_occupied[node] == m_occupied[node + m_lattice.offset(d)])
+                return;
+            const std::size_t line = lines.lineOf(n);
+            LinePart& part = parts[line];
+            part = part.isWhole() ? LinePart() : part;
+            constexpr double within = 2.0 * placeTolerance; // the nodes themselves are not part of it
+            const double place = lines.placeOf(n);
+            const LinePart inner{entered[line], static_cast<float>(place - within)};
+            if (!m_occupied[node])
+                entered[line] = static_cast<float>(place + m_lattice.pitch + within);
+            else if (inner.length() > std::max(0.0f, part.length()))
+                part = inner;
+        };
+        if (direction > 0)
+            forEdges(m_lattice, d, task, look);
+        return parts;
     }
 
     std::array<std::size_t, 8> cellCorners() const
@@ -434,45 +459,6 @@ Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget&
     const Vec3 box = high - low + trial * Vec3{1, 1, 1};
     return std::max(std::cbrt(box.L * box.a * box.b / maxNodes),
                     trial * std::sqrt(double(mesh->triangles.size()) / faces));
-}
-
-void removeTinyComponents(Mesh& mesh, const Task& task)
-{
-    const auto neighbours = triangleNeighbours(mesh, task);
-    std::vector<int> part(mesh.triangles.size(), -1);
-    std::vector<double> volumes;
-    std::vector<std::size_t> open;
-    for (std::size_t seed = 0; seed < part.size() && !task.isCancelled(); ++seed) {
-        if (part[seed] >= 0)
-            continue;
-        const auto name = static_cast<int>(volumes.size());
-        double volume = 0.0;
-        part[seed] = name;
-        open.assign(1, seed);
-        while (!open.empty() && !task.isCancelled()) {
-            const std::size_t f = open.back();
-            open.pop_back();
-            const auto corner = [&](std::size_t i) {
-                return toVec3(mesh.lab[static_cast<std::size_t>(mesh.triangles[f][i])]);
-            };
-            volume += dot(corner(0), cross(corner(1), corner(2))) / 6.0;
-            for (int n : neighbours[f])
-                if (part[static_cast<std::size_t>(n)] < 0) {
-                    part[static_cast<std::size_t>(n)] = name;
-                    open.push_back(static_cast<std::size_t>(n));
-                }
-        }
-        volumes.push_back(volume);
-    }
-    constexpr double minShare = 1e-4;
-    const double minComponent = minShare * signedVolume(mesh, task);
-    std::vector<Triangle> kept;
-    forEachIndex(part.size(), task, [&](std::size_t f) {
-        if (std::abs(volumes[static_cast<std::size_t>(part[f])]) >= minComponent)
-            kept.push_back(mesh.triangles[f]);
-    });
-    mesh.triangles = std::move(kept);
-    dropUnusedVertices(mesh, task);
 }
 
 } // namespace velmora

@@ -23,9 +23,4 @@ namespace velmora {
 [[nodiscard]] Result<double> pitchForFaces(const DeviceSolid& solid, double faces, CastBudget& budget,
                                            const Task& task);
 
-/// Removes the components of a surface that enclose less than a ten-thousandth of its volume: small cavities
-/// and fragments between the tetrahedra of a solid that folds. If @p task is cancelled, the result has no
-/// meaning.
-void removeTinyComponents(Mesh& mesh, const Task& task = {});
-
 } // namespace velmora

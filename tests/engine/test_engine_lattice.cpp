@@ -5,6 +5,7 @@
 #include "TestProfiles.h"
 
 #include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshComponents.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/SelfIntersection.h>
@@ -401,6 +402,65 @@ TEST(DeviceSolid, crossesALineInOneIntervalWithoutGaps)
                 EXPECT_NEAR(lines.intervals[lines.first[line]].high, 60.0f, 1e-3f);
             }
         }
+}
+
+// The ends of a line are those without the known part, and tetrahedra inside it need not be intersected.
+TEST(CastThrough, findsTheEndsAroundAKnownPart)
+{
+    const DeviceSolid solid = boxSolid({10, -20, 30}, {60, 30, 50});
+    LineGrid grid;
+    grid.a0 = -19.3;
+    grid.b0 = 31.1;
+    grid.step = 2.5;
+    grid.na = 20;
+    grid.nb = 8;
+    CastBudget all, fewer;
+    const auto plain = castThrough(solid.points, solid.tetrahedra, grid, all, {}).value();
+    const std::vector<LinePart> known(grid.size(), LinePart{12.0f, 58.0f});
+    const auto ends = castThrough(solid.points, solid.tetrahedra, grid, known, fewer, {}).value();
+    EXPECT_LE(all.left, fewer.left);
+    for (std::size_t line = 0; line < grid.size(); ++line) {
+        ASSERT_EQ(plain.first[line + 1] - plain.first[line], 1u);
+        ASSERT_GE(ends.first[line + 1] - ends.first[line], 1u);
+        EXPECT_EQ(ends.intervals[ends.first[line]].low, plain.intervals[plain.first[line]].low);
+        EXPECT_EQ(ends.intervals[ends.first[line + 1] - 1].high, plain.intervals[plain.first[line]].high);
+    }
+    const std::vector<LinePart> inside(grid.size(), LinePart::whole());
+    CastBudget unused;
+    const auto nothing = castThrough(solid.points, solid.tetrahedra, grid, inside, unused, {}).value();
+    EXPECT_TRUE(nothing.intervals.empty());
+    EXPECT_EQ(unused.left, CastBudget().left);
+}
+
+TEST(RowRanges, leaveOutNoLineThatCrossesATetrahedron)
+{
+    LineGrid grid;
+    grid.na = grid.nb = 40;
+    std::mt19937 random(1);
+    const auto place = [&random] { return double(random() % 4000) / 100.0; };
+    std::size_t crossed = 0, visited = 0, inBox = 0;
+    for (int round = 0; round < 200; ++round) {
+        std::array<Vec3, 4> t;
+        for (Vec3& corner : t)
+            corner = {place(), place(), place()};
+        const TetrahedronOnLines tetrahedron(t[0], t[1], t[2], t[3]);
+        const RowRanges rows(grid, t[0], t[1], t[2], t[3]);
+        const LineRange box(grid, t[0], t[1], t[2], t[3]);
+        inBox += static_cast<std::size_t>((box.i1 - box.i0 + 1) * (box.j1 - box.j0 + 1));
+        for (int j = 0; j < grid.nb; ++j) {
+            const auto [i0, i1] = rows.of(j);
+            visited += static_cast<std::size_t>(std::max(0, i1 - i0 + 1));
+            for (int i = 0; i < grid.na; ++i) {
+                double low = 0.0, high = 0.0;
+                const bool crosses = tetrahedron.interval(i, j, low, high);
+                crossed += crosses;
+                EXPECT_TRUE(!crosses || (i0 <= i && i <= i1)) << i << ' ' << j;
+            }
+        }
+    }
+    EXPECT_GE(visited, crossed);
+    EXPECT_LE(double(visited), 1.02 * double(crossed));
+    EXPECT_GT(double(inBox), 1.5 * double(crossed));
 }
 
 TEST(LatticeSurface, ofABoxCutsOnlyItsEdgesOff)

@@ -14,6 +14,7 @@
 #include <engine/mesh/Compare.h>
 #include <engine/mesh/ConvexHull.h>
 #include <engine/mesh/MeshChecks.h>
+#include <engine/mesh/MeshComponents.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/SelfIntersection.h>
 #include <engine/surface/CoveredVolume.h>
