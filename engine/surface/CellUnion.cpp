@@ -2,6 +2,7 @@
 #include "CellUnion.h"
 
 #include <engine/base/Parts.h>
+#include <engine/mesh/LinesBeyond.h>
 
 #include <algorithm>
 #include <numeric>
@@ -101,7 +102,7 @@ public:
     /// @param margin cells and tetrahedra are left out only if what is within this distance is covered
     Union(const NodeGrid& grid, const std::vector<Vec3>& points, const LineGrid& lines, double margin,
           const Task& task)
-        : m_grid(grid), m_points(points), m_cover(lines), m_margin{margin, margin, margin}, m_task(task)
+        : m_grid(grid), m_points(points), m_cover(lines), m_hull(m_cover), m_margin(margin), m_task(task)
     {
         const std::size_t n = grid.channels();
         for (unsigned corner = 0; corner < 1u << n; ++corner) {
@@ -110,6 +111,9 @@ public:
                 offset += corner >> c & 1u ? grid.stride(c) : 0;
             m_corners.push_back(offset);
         }
+        m_places.reserve(points.size());
+        forEachIndex(points.size(), task,
+                     [&](std::size_t i) { m_places.push_back(LinesBeyond::placeOf(points[i], lines)); });
     }
 
     // @return the number of intersections; incomplete if the task is cancelled
@@ -125,7 +129,10 @@ public:
             atEnd |= place == m_grid.lastCell(c) ? 1u << c : 0u;
             cell /= count;
         }
-        if (isCovered(low, m_corners))
+        m_hull.setPoints(&m_places[low], m_corners);
+        if (isCancelledAfter(m_hull.lineCount() * m_corners.size() / 128))
+            return 0;
+        if (m_margin > 0.0 ? m_hull.isBoxCovered(m_margin) : !m_hull.any())
             return 0;
         std::size_t count = 0;
         for (std::size_t u = 0; u < n; ++u)
@@ -136,6 +143,7 @@ public:
     }
 
     LineCover takeCover() { return std::move(m_cover); }
+    std::size_t tetrahedraCount() const { return m_tetrahedra.size(); }
     /// With a margin: those that were not left out.
     std::vector<std::array<int, 4>> takeTetrahedra() { return std::move(m_tetrahedra); }
 
@@ -159,30 +167,49 @@ private:
         const std::size_t high = step[0] + step[1] + step[2];
         const std::array<std::size_t, 8> corners{
             0, step[0], step[1], step[2], step[0] + step[1], step[1] + step[2], step[0] + step[2], high};
-        if (isCovered(low, corners))
+        m_hull.setPoints(&m_places[low], corners);
+        if (isCancelledAfter(m_hull.lineCount() / 16))
+            return 0;
+        if (m_margin > 0.0 && m_hull.isBoxCovered(m_margin))
+            return 0;
+        const auto& lines = m_margin > 0.0 ? m_hull.allOfBox() : m_hull.all();
+        if (lines.empty() && m_margin <= 0.0)
             return 0;
         std::size_t count = 0;
         for (const auto& path : kuhnPaths) {
             const std::size_t second = low + step[path[0]], third = second + step[path[1]];
-            const std::size_t lines =
-                m_cover.add(m_points[low], m_points[second], m_points[third], m_points[low + high]);
-            count += lines;
-            if (isCancelledAfter(lines / 16))
-                return count;
-            if (m_margin.L > 0.0)
+            if (m_margin > 0.0)
                 m_tetrahedra.push_back({static_cast<int>(low), static_cast<int>(second),
                                         static_cast<int>(third), static_cast<int>(low + high)});
+            if (isCancelledAfter(lines.size() / 16))
+                break;
+            count += addTetrahedron({low, second, third, low + high}, lines);
         }
         return count;
     }
 
-    template <typename Corners>
-    bool isCovered(std::size_t low, const Corners& corners) const
+    // Adds it on those of the lines that cross it.
+    std::size_t addTetrahedron(const std::array<std::size_t, 4>& corners,
+                               const std::vector<LinesBeyond::Line>& lines)
     {
-        Box box(m_points[low]);
-        for (std::size_t corner : corners)
-            box.add(m_points[low + corner]);
-        return m_cover.covers(box.low - m_margin, box.high + m_margin);
+        const auto point = [&](std::size_t i) -> const Vec3& { return m_points[corners[i]]; };
+        const LineRange range(m_cover.grid(), point(0), point(1), point(2), point(3));
+        const auto isInRange = [&range](const LinesBeyond::Line& line) {
+            return range.i0 <= line.i && line.i <= range.i1 && range.j0 <= line.j && line.j <= range.j1;
+        };
+        auto line = std::find_if(lines.begin(), lines.end(), isInRange);
+        if (line == lines.end())
+            return 0;
+        const TetrahedronOnLines tetrahedron(point(0), point(1), point(2), point(3));
+        if (tetrahedron.isDegenerate())
+            return 0;
+        std::size_t count = 0;
+        for (; line != lines.end(); ++line)
+            if (isInRange(*line)) {
+                m_cover.add(line->i, line->j, tetrahedron);
+                ++count;
+            }
+        return count;
     }
 
     // Looks for cancellation once in a millisecond. Work is counted in faces; to intersect 16 lines takes as
@@ -200,8 +227,10 @@ private:
 
     const NodeGrid& m_grid;
     const std::vector<Vec3>& m_points;
+    std::vector<LinesBeyond::Place> m_places; // of the points
     LineCover m_cover;
-    Vec3 m_margin;
+    LinesBeyond m_hull; // of a cell or a face
+    const double m_margin;
     const Task& m_task;
     std::size_t m_work = 0; // since the last look
     bool m_isCancelled = false;
@@ -213,11 +242,12 @@ Result<void> addCells(Union& all, const NodeGrid& grid, UnionBudget& budget, con
 {
     const CellOrder order(grid);
     constexpr std::size_t cellsBetweenLooks = 16;
+    constexpr std::size_t maxTetrahedra = 700'000; // no lattice surface can be made of more
     for (std::size_t i = 0; i < order.count(); ++i) {
         if (i % cellsBetweenLooks == 0 && task.isCancelled())
             return failure(KVProblemCode::Cancelled);
         const std::size_t count = all.addCell(order.cell(i));
-        if (count > budget.left)
+        if (count > budget.left || all.tetrahedraCount() > maxTetrahedra)
             return failure(KVProblemCode::TooManyOverlaps);
         budget.left -= count;
     }

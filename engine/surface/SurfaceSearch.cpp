@@ -437,8 +437,10 @@ private:
 
     Result<Mesh> latticeOfCells()
     {
-        return latticeOf(m_cells.solid(DeviceCells::Grid::Coarse), m_cells.solid(DeviceCells::Grid::Look),
-                         fineness(), m_task.part(0.65, 0.9));
+        const auto fine = m_cells.solid(DeviceCells::Grid::Coarse);
+        if (!fine)
+            return failure(fine);
+        return latticeOf(fine, m_cells.solid(DeviceCells::Grid::Look), fineness(), m_task.part(0.65, 0.9));
     }
 
     double fineness() const { return double(m_requested) / effectiveGridPoints(-1, channels()); }

@@ -6,7 +6,7 @@
 #include "SlowGeometry.h"
 #include "TestProfiles.h"
 
-#include <engine/mesh/LineCover.h>
+#include <engine/mesh/LinesBeyond.h>
 #include <engine/mesh/MeshVolume.h>
 #include <engine/mesh/WindingIndex.h>
 #include <engine/surface/CoveredVolume.h>
@@ -67,25 +67,116 @@ double unionOf(const MappedDevice& device, int count, int hullNodes = 9)
 
 } // namespace
 
-TEST(LineCover, unitesOverlappingTetrahedra)
+namespace {
+
+void add(LineCover& cover, const std::array<Vec3, 4>& corners)
+{
+    const auto& [p, q, r, s] = corners;
+    const LineRange range(cover.grid(), p, q, r, s);
+    for (int j = range.j0; j <= range.j1; ++j)
+        for (int i = range.i0; i <= range.i1; ++i)
+            cover.add(i, j, TetrahedronOnLines(p, q, r, s));
+}
+
+LineGrid oneLine() // a = b = 0
 {
     LineGrid grid;
-    grid.step = 1.0;
-    grid.na = grid.nb = 1; // the line a = b = 0
+    grid.na = grid.nb = 1;
+    return grid;
+}
+
+// The lines at which the hull of points is found to reach beyond a cover.
+std::vector<std::array<int, 2>> linesBeyond(const LineCover& cover, const std::vector<Vec3>& points)
+{
+    std::vector<LinesBeyond::Place> places;
+    std::vector<std::size_t> offsets;
+    for (const Vec3& p : points) {
+        offsets.push_back(places.size());
+        places.push_back(LinesBeyond::placeOf(p, cover.grid()));
+    }
+    LinesBeyond hull(cover);
+    hull.setPoints(places.data(), offsets);
+    std::vector<std::array<int, 2>> found;
+    for (const auto& line : hull.all())
+        found.push_back({line.i, line.j});
+    EXPECT_EQ(hull.any(), !found.empty());
+    return found;
+}
+
+// A pyramid over the square 0..20, with its top at (10, 10), upwards and downwards.
+LineCover octahedron()
+{
+    LineGrid grid;
+    grid.na = grid.nb = 21;
     LineCover cover(grid);
-    EXPECT_FALSE(cover.covers({1, 0, 0}, {2, 0, 0}));
-    const auto add = [&cover](double low, double high) {
-        cover.add({low, -1, -1}, {low, 3, -1}, {low, -1, 3}, {high, 0, 0});
+    const Vec3 top{40, 10, 10}, bottom{-40, 10, 10};
+    const std::array<Vec3, 4> ring{Vec3{0, 0, 0}, Vec3{0, 20, 0}, Vec3{0, 20, 20}, Vec3{0, 0, 20}};
+    for (std::size_t i = 0; i < 4; ++i)
+        add(cover, {top, bottom, ring[i], ring[(i + 1) % 4]});
+    return cover;
+}
+
+} // namespace
+
+TEST(LineCover, unitesOverlappingTetrahedra)
+{
+    LineCover cover(oneLine());
+    EXPECT_TRUE(cover.longest(0).isEmpty());
+    const auto addPart = [&cover](double low, double high) {
+        add(cover, {Vec3{low, -1, -1}, Vec3{low, 3, -1}, Vec3{low, -1, 3}, Vec3{high, 0, 0}});
     };
-    add(0, 2);
+    addPart(0, 2);
     EXPECT_NEAR(cover.length(), 2.0, 1e-6);
-    add(5, 6);
+    addPart(5, 6);
     EXPECT_NEAR(cover.length(), 3.0, 1e-6);
-    EXPECT_FALSE(cover.covers({1, 0, 0}, {5.5, 0, 0}));
-    add(1, 5.5);
+    EXPECT_EQ(cover.pieces(0).size(), 2u);
+    EXPECT_NEAR(cover.longest(0).high, 2.0, 1e-6);
+    addPart(1, 5.5);
     EXPECT_NEAR(cover.length(), 6.0, 1e-6);
-    EXPECT_TRUE(cover.covers({1, 0, 0}, {5.5, 0, 0}));
-    EXPECT_FALSE(cover.covers({1, 0, 0}, {7, 0, 0}));
+    EXPECT_EQ(cover.pieces(0).size(), 1u);
+    EXPECT_NEAR(cover.longest(0).high, 6.0, 1e-6);
+}
+
+TEST(LinesBeyond, areThoseWhereABoxIsNotCovered)
+{
+    const LineCover cover = octahedron();
+    EXPECT_TRUE(linesBeyond(cover, {{1, 9, 9}, {1, 11, 9}, {1, 9, 11}, {5, 11, 11}}).empty());
+    const auto found = linesBeyond(cover, {{1, 9, 9}, {1, 11, 9}, {1, 9, 11}, {60, 10, 10}});
+    EXPECT_NE(std::find(found.begin(), found.end(), std::array{10, 10}), found.end());
+    EXPECT_EQ(linesBeyond(cover, {{0, 30, 9}, {0, 31, 9}, {0, 30, 11}, {1, 31, 11}}).size(), 0u); // no lines
+}
+
+// The box around the points is not covered, because the cover is oblique.
+TEST(LinesBeyond, areNoneUnderTheFacetsOfAConvexCover)
+{
+    const LineCover cover = octahedron();
+    const auto heightAt = [](double a, double b) {
+        return 4.0 * std::min(std::min(a, 20.0 - a), std::min(b, 20.0 - b));
+    };
+    const auto pointAt = [&](double a, double b, double share) { return Vec3{share * heightAt(a, b), a, b}; };
+    for (const double share : {0.999, -0.999})
+        EXPECT_TRUE(linesBeyond(cover, {pointAt(3, 8, share), pointAt(7, 8, share), pointAt(3, 12, share),
+                                        pointAt(7, 12, share)})
+                        .empty());
+    // over an edge of the cover
+    EXPECT_TRUE(linesBeyond(cover, {pointAt(4, 4, 0.99), pointAt(8, 4, 0.99), pointAt(4, 8, 0.99),
+                                    pointAt(8, 8, 0.99)})
+                    .empty());
+    const auto above = linesBeyond(
+        cover, {pointAt(3, 8, 1.05), pointAt(7, 8, 1.05), pointAt(3, 12, 1.05), pointAt(7, 12, 1.05)});
+    EXPECT_NE(std::find(above.begin(), above.end(), std::array{5, 10}), above.end());
+}
+
+TEST(LinesBeyond, areNotThoseBesideTheHull)
+{
+    LineGrid grid;
+    grid.na = grid.nb = 21;
+    const LineCover nothing(grid);
+    // a triangle under the diagonal of the square 2..18, lines at integers
+    const auto found = linesBeyond(nothing, {{0, 2.5, 2.4}, {0, 17.5, 2.4}, {0, 17.5, 17.4}, {5, 15, 4}});
+    EXPECT_EQ(found.size(), 105u); // 14 + 13 + ... + 1
+    for (const auto& [i, j] : found)
+        EXPECT_LT(j, i);
 }
 
 TEST(CellUnion, ofLinearInksIsTheirZonotope)
@@ -188,7 +279,7 @@ TEST(CellSolid, coversWhatItsCellsCover)
     LineCover ofSolid(cover.grid());
     for (const auto& t : solid.tetrahedra) {
         const auto at = [&](std::size_t i) { return turned(solid.points[static_cast<std::size_t>(t[i])]); };
-        ofSolid.add(at(0), at(1), at(2), at(3));
+        add(ofSolid, {at(0), at(1), at(2), at(3)});
     }
     EXPECT_NEAR(ofSolid.length(), cover.length(), 1e-3 * cover.length());
 }
