@@ -219,15 +219,99 @@ std::vector<std::size_t> nodeCounts(const std::vector<double>& curvatures, std::
     return at(low);
 }
 
+namespace {
+
+// The place along each axis, among those given, at which the colour is farthest from that of all zeros: the
+// last one, unless another one is farther by more than @p minFall, dE, and not far from the last one.
+Result<std::vector<std::size_t>> farthestPlaces(const DeviceTransform& transform, const DeviceNodes& places,
+                                                double minFall, const Task& task)
+{
+    const std::size_t n = places.size();
+    std::vector<float> device(n, 0.0f);
+    for (std::size_t axis = 0; axis < n; ++axis)
+        for (float value : places[axis]) {
+            device.insert(device.end(), n, 0.0f);
+            device[device.size() - n + axis] = value;
+        }
+    const auto lab = transform.toLab(device, task);
+    if (!lab)
+        return failure(lab);
+    std::vector<std::size_t> farthest;
+    std::size_t first = 1;
+    for (const auto& axis : places) {
+        const auto distance = [&](std::size_t i) { return length((*lab)[first + i] - lab->front()); };
+        std::size_t found = axis.size() - 1;
+        const std::size_t last = found;
+        double most = distance(found) + minFall;
+        for (std::size_t i = 0; i < axis.size(); ++i)
+            if (distance(i) > most) {
+                most = distance(i);
+                found = i;
+            }
+        constexpr double maxReturn = 0.3; // of the way; a circle goes on
+        const bool returns =
+            length((*lab)[first + last] - (*lab)[first + found]) <= maxReturn * distance(found);
+        farthest.push_back(returns ? found : last);
+        first += axis.size();
+    }
+    return farthest;
+}
+
+} // namespace
+
+Result<std::vector<float>> turningPoints(const DeviceTransform& transform, const Task& task)
+{
+    constexpr double minFall = 0.1; // dE; less is noise
+    constexpr std::size_t coarseSteps = 64, steps = 32;
+    std::vector<float> even;
+    for (std::size_t i = 0; i <= coarseSteps; ++i)
+        even.push_back(float(i) / float(coarseSteps));
+    const DeviceNodes all(static_cast<std::size_t>(transform.channels()), even);
+    const auto coarse = farthestPlaces(transform, all, minFall, task);
+    if (!coarse)
+        return failure(coarse);
+    // then between its neighbours
+    DeviceNodes around;
+    for (const std::size_t found : *coarse) {
+        std::vector<float> places(1, even[found]);
+        if (found > 0 && found < coarseSteps)
+            for (std::size_t i = 0; i <= steps; ++i)
+                places.push_back(even[found - 1] + 2.0f * float(i) / float(steps * coarseSteps));
+        around.push_back(std::move(places));
+    }
+    const auto fine = farthestPlaces(transform, around, 0.0, task);
+    if (!fine)
+        return failure(fine);
+    std::vector<float> turns;
+    for (std::size_t axis = 0; axis < around.size(); ++axis)
+        turns.push_back(around[axis][(*fine)[axis]]);
+    return turns;
+}
+
+namespace {
+
+// Moves the inner node that is nearest to a place there.
+std::vector<float> withNodeAt(std::vector<float> axis, float place)
+{
+    if (place >= 1.0f || axis.size() < 3)
+        return axis;
+    const auto isNearer = [place](float p, float q) { return std::abs(p - place) < std::abs(q - place); };
+    *std::min_element(axis.begin() + 1, axis.end() - 1, isNearer) = place;
+    return axis;
+}
+
+} // namespace
+
 DeviceNodes alignedNodes(const DeviceTransform& transform, const DeviceNodes& equalised,
-                         const std::vector<std::size_t>& counts, std::size_t maxTableNodes)
+                         const std::vector<float>& turns, const std::vector<std::size_t>& counts,
+                         std::size_t maxTableNodes)
 {
     const auto table = transform.tableNodes();
     DeviceNodes nodes;
     for (std::size_t axis = 0; axis < equalised.size(); ++axis)
         nodes.push_back(axis < table.size() && table[axis].size() <= maxTableNodes
                             ? dividedAxis(table[axis], equalised[axis], counts[axis])
-                            : thinnedAxis(equalised[axis], counts[axis]));
+                            : withNodeAt(thinnedAxis(equalised[axis], counts[axis]), turns[axis]));
     return nodes;
 }
 
@@ -270,6 +354,22 @@ std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count
     for (std::size_t i = 0; i < kept; ++i)
         thin.push_back(axis[thinnedPlace(i, axis.size(), kept)]);
     return thin;
+}
+
+DeviceNodes thinnedNodes(const DeviceNodes& nodes, std::size_t count)
+{
+    DeviceNodes result;
+    for (const auto& axis : nodes)
+        result.push_back(thinnedAxis(axis, count));
+    return result;
+}
+
+DeviceNodes halvedNodes(const DeviceNodes& nodes)
+{
+    DeviceNodes result;
+    for (const auto& axis : nodes)
+        result.push_back(thinnedAxis(axis, halfOf(axis.size())));
+    return result;
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 
 #include "DeviceTransform.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace velmora {
@@ -36,6 +37,12 @@ using DeviceNodes = std::vector<std::vector<float>>;
 [[nodiscard]] Result<std::vector<double>> axisCurvatures(const DeviceTransform& transform,
                                                          const DeviceNodes& equalised, const Task& task);
 
+/// The value of each channel at which its colour, without any other colorant, is farthest from the colour of
+/// its value 0: 1, unless the colorant turns back, by a third of its way at most. If it does, the device
+/// reaches its outermost colours there.
+/// @return fails as DeviceTransform::toLab()
+[[nodiscard]] Result<std::vector<float>> turningPoints(const DeviceTransform& transform, const Task& task);
+
 /// Numbers of nodes along each axis whose product is at most @p count to the power of the number of axes.
 /// Axes along which the map is curved get more nodes than linear ones, so that the error is the same along
 /// all of them.
@@ -45,7 +52,9 @@ using DeviceNodes = std::vector<std::vector<float>>;
 /// divided until there are as many as @p counts. Axes without a table, and those whose table has more than @p
 /// maxTableNodes, get nodes at equal steps in Lab.
 /// @param equalised many nodes from equalisedNodes()
+/// @param turns see turningPoints(): of the nodes at equal steps the nearest one is moved there
 [[nodiscard]] DeviceNodes alignedNodes(const DeviceTransform& transform, const DeviceNodes& equalised,
+                                       const std::vector<float>& turns,
                                        const std::vector<std::size_t>& counts, std::size_t maxTableNodes);
 
 /// Whether the device has a table for each axis, and the image of each step between two of its nodes is a
@@ -56,6 +65,15 @@ using DeviceNodes = std::vector<std::vector<float>>;
 
 /// @p count of the nodes of @p axis, evenly distributed by index, ends included; all if there are fewer.
 [[nodiscard]] std::vector<float> thinnedAxis(const std::vector<float>& axis, std::size_t count);
+/// thinnedAxis() of all axes.
+[[nodiscard]] DeviceNodes thinnedNodes(const DeviceNodes& nodes, std::size_t count);
+/// How many of an axis' nodes halvedNodes() takes.
+[[nodiscard]] inline std::size_t halfOf(std::size_t nodes)
+{
+    return std::max<std::size_t>(2, (nodes + 1) / 2);
+}
+/// Half of the nodes of each axis, for steps of twice the size.
+[[nodiscard]] DeviceNodes halvedNodes(const DeviceNodes& nodes);
 /// Index among @p all nodes of the i-th of @p count kept ones. Both counts are at least 2.
 [[nodiscard]] inline std::size_t thinnedPlace(std::size_t i, std::size_t all, std::size_t count)
 {

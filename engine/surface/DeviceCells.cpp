@@ -17,7 +17,7 @@ constexpr std::array<std::array<Count, 4>, 5> fromThreeChannels{{
     {{{9, 9}, {25, 17}, {25, 29}, {3, 29}}},
     {{{6, 6}, {11, 9}, {11, 10}, {3, 10}}},
     {{{5, 5}, {7, 7}, {7, 9}, {3, 9}}},
-    {{{4, 4}, {6, 5}, {6, 6}, {3, 6}}},
+    {{{4, 4}, {7, 6}, {7, 7}, {3, 6}}},
 }};
 
 Count countOf(int channels, DeviceCells::Grid grid)
@@ -44,8 +44,13 @@ Result<void> DeviceCells::equalise()
     auto curvatures = axisCurvatures(m_transform, *nodes, m_task);
     if (!curvatures)
         return failure(curvatures);
+    auto turns = m_transform.channels() == 3 ? Result<std::vector<float>>(std::vector<float>(3, 1.0f))
+                                             : turningPoints(m_transform, m_task);
+    if (!turns)
+        return failure(turns);
     m_equalised = std::move(*nodes);
     m_curvatures = std::move(*curvatures);
+    m_turns = std::move(*turns);
     return {};
 }
 
@@ -59,14 +64,19 @@ Result<DeviceNodes> DeviceCells::nodes(Grid grid)
     if (grid == Grid::Coarse)
         for (std::size_t& nodes : counts)
             nodes = (nodes + 1) / 2;
-    return alignedNodes(m_transform, *m_equalised, counts, count.maxOfTable);
+    return alignedNodes(m_transform, *m_equalised, m_turns, counts, count.maxOfTable);
+}
+
+Result<std::vector<float>> DeviceCells::turns()
+{
+    return equalise().map([this] { return m_turns; });
 }
 
 Result<DeviceNodes> DeviceCells::nodesOfMesh(std::size_t count)
 {
     if (const auto equalised = equalise(); !equalised)
         return failure(equalised);
-    DeviceNodes nodes = alignedNodes(m_transform, *m_equalised, std::vector<std::size_t>(3, count),
+    DeviceNodes nodes = alignedNodes(m_transform, *m_equalised, m_turns, std::vector<std::size_t>(3, count),
                                      countOf(3, Grid::Fine).maxOfTable);
     const bool same = std::all_of(nodes.begin(), nodes.end(), [&nodes](const std::vector<float>& axis) {
         return axis.size() == nodes.front().size();

@@ -29,6 +29,8 @@ public:
     /// The nodes of a grid. It has the nodes of the device's table, unless those are too many. Fails as
     /// DeviceTransform::toLab().
     [[nodiscard]] Result<DeviceNodes> nodes(Grid grid);
+    /// See turningPoints(). Fails as DeviceTransform::toLab().
+    [[nodiscard]] Result<std::vector<float>> turns();
     /// Nodes of a device mesh: the same number along all axes, at the nodes of the table and between them.
     /// @return empty if the tables of the axes have different numbers of nodes, and more than @p count
     [[nodiscard]] Result<DeviceNodes> nodesOfMesh(std::size_t count);
@@ -50,6 +52,7 @@ private:
     const Task m_task;
     std::optional<DeviceNodes> m_equalised; // many nodes
     std::vector<double> m_curvatures;       // along each axis
+    std::vector<float> m_turns;             // see turningPoints()
     UnionBudget m_budget;
     std::array<std::optional<CoveredLines>, 4> m_covered; // by grid
 };

@@ -16,7 +16,7 @@ constexpr std::array<double, 4> lookTolerancesFromFour{3e-4, 3e-3, 5e-3, 1e-2};
 constexpr double maxMissedVolume = 2e-4;
 constexpr double maxMissedShare = 1e-3;
 // What lies between the lines of a measurement, and the curvature of cells with many channels.
-constexpr std::array<double, 4> ofLinesFromFour{3e-4, 1e-3, 2e-3, 2.5e-3};
+constexpr std::array<double, 4> ofLinesFromFour{3e-4, 1e-3, 2e-3, 1.5e-3};
 
 // A relative uncertainty above which more cells are measured.
 constexpr std::array<double, 4> maxUncertaintyFromFour{5e-4, 1e-3, 1e-3, 1e-3};
@@ -141,6 +141,7 @@ Result<void> DeviceVolume::measureAgain(const Mesh& surface, const Task& task)
     if (!volume)
         return failure(volume);
     m_value += *volume - m_measured;
+    m_measured = *volume;
     return {};
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MissedColours.h"
 
-#include "CellUnion.h"
 #include <engine/base/Parts.h>
 #include <engine/mesh/NearestIndex.h>
 #include <engine/mesh/WindingIndex.h>
@@ -274,9 +273,9 @@ Result<std::vector<float>> coloursBeyond(const Mesh& surface, const DeviceTransf
 }
 
 Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTransform& transform,
-                                          const DeviceNodes& nodes, const Task& task)
+                                          const std::vector<float>& colours, const Task& task)
 {
-    const std::vector<float> colours = gridColours(nodes, task);
+    const auto channels = static_cast<std::size_t>(transform.channels());
     const auto lab = transform.toLab(colours, task);
     if (!lab)
         return failure(lab);
@@ -285,9 +284,9 @@ Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTrans
     for (std::size_t i = 0; i < lab->size(); ++i) {
         if (task.isCancelled())
             return failure(KVProblemCode::Cancelled);
-        const auto first = colours.begin() + static_cast<std::ptrdiff_t>(i * nodes.size());
+        const auto first = colours.begin() + static_cast<std::ptrdiff_t>(i * channels);
         if (!winding.isInside((*lab)[i]))
-            outside.insert(outside.end(), first, first + static_cast<std::ptrdiff_t>(nodes.size()));
+            outside.insert(outside.end(), first, first + static_cast<std::ptrdiff_t>(channels));
     }
     return outside;
 }

@@ -31,8 +31,8 @@ struct MissedColours
 [[nodiscard]] Result<std::vector<float>> coloursBeyond(const Mesh& surface, const DeviceTransform& transform,
                                                        const Task& task);
 
-/// The device colours of all nodes that are outside a surface. Fails as DeviceTransform::toLab().
+/// Those of the device @p colours that are outside a surface. Fails as DeviceTransform::toLab().
 [[nodiscard]] Result<std::vector<float>> coloursOutside(const Mesh& surface, const DeviceTransform& transform,
-                                                        const DeviceNodes& nodes, const Task& task);
+                                                        const std::vector<float>& colours, const Task& task);
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "RadialHull.h"
 
+#include "MissedColours.h"
 #include <engine/base/Parts.h>
 #include <engine/mesh/ConvexHull.h>
 
@@ -59,6 +60,11 @@ std::vector<HullPoint> compressed(const std::vector<Vec3>& points, Vec3 centre, 
 }
 
 } // namespace
+
+bool doTurn(const std::vector<float>& turns)
+{
+    return std::any_of(turns.begin(), turns.end(), [](float turn) { return turn < 1.0f; });
+}
 
 std::size_t hullSampleCount(int channels, int nodesPerAxis)
 {
@@ -151,6 +157,16 @@ int nodesForOutermostFaces(int channels, int wanted)
         3.0; // inks do not mix linearly, and the choice of outermost faces is a heuristic
     const double perFace = double(maxHullSamples(channels)) / (margin * zonotopeFaces(channels));
     return std::clamp(static_cast<int>(std::sqrt(perFace)) + 1, 3, wanted);
+}
+
+int nodesForHull(int channels, int wanted)
+{
+    constexpr int manyChannels = 7;
+    if (channels >= manyChannels)
+        return nodesForOutermostFaces(channels, wanted);
+    while (hullSampleCount(channels, wanted) > maxHullSamples(channels))
+        --wanted;
+    return wanted;
 }
 
 namespace {
@@ -311,14 +327,15 @@ Result<std::vector<Vec3>> cornerColours(const DeviceTransform& transform, const 
     return lab;
 }
 
+// @param ends of the channels
 Result<std::vector<float>> outermostFaceSamples(const DeviceTransform& transform, const DeviceNodes& nodes,
-                                                const Task& task)
+                                                const std::vector<float>& ends, const Task& task)
 {
     const int n = transform.channels();
     std::vector<float> corners;
     forEachIndex(std::size_t(1) << n, task, [&](std::size_t corner) {
         for (int c = 0; c < n; ++c)
-            corners.push_back(static_cast<float>(corner >> c & 1u));
+            corners.push_back(corner >> c & 1u ? ends[static_cast<std::size_t>(c)] : 0.0f);
     });
     const auto lab = cornerColours(transform, corners, task.part(0.0, 0.9));
     if (!lab)
@@ -333,7 +350,9 @@ Result<std::vector<float>> outermostFaceSamples(const DeviceTransform& transform
             return failure(KVProblemCode::Cancelled);
         sampler.add(face);
     }
-    return sampler.takeSamples();
+    std::vector<float> samples = sampler.takeSamples();
+    forEachIndex(samples.size(), task, [&](std::size_t i) { samples[i] *= ends[i % ends.size()]; });
+    return samples;
 }
 
 // Device colours of all samples, or of those on the outermost faces if there are too many.
@@ -345,19 +364,31 @@ Result<std::vector<float>> hullSamples(const DeviceTransform& transform, const D
         return cubeSamples(nodes, task);
     if (hullSampleCount(channels, static_cast<int>(nodes[0].size())) <= maxHullSamples(channels))
         return hypercubeFaceSamples(nodes, task);
-    return outermostFaceSamples(transform, nodes, task);
+    return outermostFaceSamples(transform, nodes, std::vector<float>(nodes.size(), 1.0f), task);
 }
 
 } // namespace
 
-Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
-                        const std::vector<float>& added)
+std::vector<float> samplesOfTurnedFaces(const DeviceNodes& nodes, const std::vector<float>& turns,
+                                        const Task& task)
 {
-    auto samples = hullSamples(transform, nodes, task.part(0.0, 0.1));
-    if (!samples)
-        return failure(samples);
-    samples->insert(samples->end(), added.begin(), added.end());
-    const auto lab = transform.toLab(*samples, task.part(0.1, 0.3));
+    if (!doTurn(turns))
+        return {};
+    constexpr std::size_t maxSamples = 20'000;
+    const int channels = static_cast<int>(nodes.size());
+    std::size_t count = nodes.front().size();
+    while (count > 3 && hullSampleCount(channels, static_cast<int>(count)) > maxSamples)
+        --count;
+    std::vector<float> samples = hypercubeFaceSamples(thinnedNodes(nodes, count), task);
+    forEachIndex(samples.size(), task, [&](std::size_t i) { samples[i] *= turns[i % turns.size()]; });
+    return samples;
+}
+
+namespace {
+
+Result<Mesh> hullOf(std::vector<float> samples, const DeviceTransform& transform, const Task& task)
+{
+    const auto lab = transform.toLab(samples, task.part(0.1, 0.3));
     if (!lab)
         return failure(lab);
     const std::vector<HullPoint> points = compressed(*lab, centreOf(*lab, task), task);
@@ -370,13 +401,48 @@ Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nod
         return failure(KVProblemCode::NoVolume);
     Mesh mesh;
     mesh.channels = transform.channels();
-    mesh.device = std::move(*samples);
+    mesh.device = std::move(samples);
     mesh.lab = snappedAll(*lab, task);
     mesh.triangles = std::move(*hull);
     dropUnusedVertices(mesh, task);
     if (task.isCancelled())
         return failure(KVProblemCode::Cancelled);
     return mesh;
+}
+
+} // namespace
+
+Result<Mesh> radialHull(const DeviceTransform& transform, const DeviceNodes& nodes, const Task& task,
+                        const std::vector<float>& added)
+{
+    auto samples = hullSamples(transform, nodes, task.part(0.0, 0.1));
+    if (!samples)
+        return failure(samples);
+    samples->insert(samples->end(), added.begin(), added.end());
+    return hullOf(std::move(*samples), transform, task);
+}
+
+Result<Mesh> turnedHull(const DeviceTransform& transform, const DeviceNodes& nodes,
+                        const std::vector<float>& turns, const Task& task, const std::vector<float>& added)
+{
+    auto samples = outermostFaceSamples(transform, nodes, turns, task.part(0.0, 0.05));
+    if (!samples)
+        return failure(samples);
+    const auto first = hullOf(*samples, transform, task.part(0.05, 0.4));
+    if (!first)
+        return failure(first);
+    const std::size_t half = std::max<std::size_t>(3, (nodes.front().size() + 1) / 2);
+    const auto others = hullSamples(transform, thinnedNodes(nodes, half), task.part(0.4, 0.45));
+    if (!others)
+        return failure(others);
+    const auto outside = coloursOutside(*first, transform, *others, task.part(0.45, 0.5));
+    if (!outside)
+        return failure(outside);
+    if (outside->empty() && added.empty())
+        return first;
+    samples->insert(samples->end(), outside->begin(), outside->end());
+    samples->insert(samples->end(), added.begin(), added.end());
+    return hullOf(std::move(*samples), transform, task.part(0.5, 1.0));
 }
 
 } // namespace velmora

@@ -25,6 +25,18 @@ namespace velmora {
 [[nodiscard]] std::vector<float> hypercubeFaceSamples(const DeviceNodes& nodes, const Task& task = {});
 /// Device colours of the whole cube of three channels at the given nodes. Incomplete if @p task is cancelled.
 [[nodiscard]] std::vector<float> cubeSamples(const DeviceNodes& nodes, const Task& task = {});
+/// Whether any channel turns before its end, see turningPoints().
+[[nodiscard]] bool doTurn(const std::vector<float>& turns);
+/// radialHull() of the smaller hypercube whose channels end at their @p turns, for eight and more channels.
+/// Of the samples of the whole hypercube those are taken that lie outside.
+/// @return fails as radialHull()
+[[nodiscard]] Result<Mesh> turnedHull(const DeviceTransform& transform, const DeviceNodes& nodes,
+                                      const std::vector<float>& turns, const Task& task,
+                                      const std::vector<float>& added = {});
+/// Device colours of all two-dimensional faces of that smaller hypercube, with as many of the nodes as give
+/// no more than 20,000 colours. Empty if no channel turns before its end. Incomplete if @p task is cancelled.
+[[nodiscard]] std::vector<float> samplesOfTurnedFaces(const DeviceNodes& nodes,
+                                                      const std::vector<float>& turns, const Task& task);
 /// Number of samples that radialHull() would take without a limit.
 [[nodiscard]] std::size_t hullSampleCount(int channels, int nodesPerAxis);
 
@@ -37,5 +49,9 @@ namespace velmora {
 /// Nodes per axis, at most @p wanted, with which the samples of the outermost faces stay within
 /// maxHullSamples(). A zonotope of n vectors has n (n - 1) faces; three times as many are sampled.
 [[nodiscard]] int nodesForOutermostFaces(int channels, int wanted);
+
+/// Nodes per axis, at most @p wanted, with which radialHull() takes at most maxHullSamples(): those of the
+/// outermost faces from seven channels on, where there are too many faces to sample all of them.
+[[nodiscard]] int nodesForHull(int channels, int wanted);
 
 } // namespace velmora

@@ -35,21 +35,7 @@ constexpr double lastHullTolerance = 0.05;
 constexpr double latticeTolerance = 0.9;
 // If it is less near, the surface is looked for in the interior of the hypercube as well.
 constexpr double cellsTolerance = 0.01;
-// From this number of channels on there are too many two-dimensional faces to sample all of them.
-constexpr int manyChannels = 7;
-
-DeviceNodes thinned(const DeviceNodes& nodes, std::size_t count)
-{
-    DeviceNodes result;
-    for (const auto& axis : nodes)
-        result.push_back(thinnedAxis(axis, count));
-    return result;
-}
-
-std::size_t halfOf(std::size_t nodes)
-{
-    return std::max<std::size_t>(2, (nodes + 1) / 2);
-}
+constexpr double missedTolerance = 0.003; // of a hull that has colours of the interior
 
 void faceOutwards(Mesh& mesh, const Task& task)
 {
@@ -120,7 +106,8 @@ private:
     // @return false if another method must be used
     Result<bool> directMesh()
     {
-        const auto folds = checkFolds(m_transform, thinned(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2));
+        const auto folds =
+            checkFolds(m_transform, thinnedNodes(m_nodes, foldCheckNodes), m_task.part(0.1, 0.2));
         if (!folds)
             return failure(folds);
         m_found.foldShare = folds->foldShare;
@@ -206,7 +193,7 @@ private:
             count = count * 3 / 4;
             if (count < minNodes)
                 return false;
-            auto coarser = deviceCubeMesh(m_transform, thinned(m_nodes, count), m_task);
+            auto coarser = deviceCubeMesh(m_transform, thinnedNodes(m_nodes, count), m_task);
             if (!coarser)
                 return failure(coarser);
             mesh = std::move(*coarser);
@@ -239,7 +226,7 @@ private:
         auto hull = hullOfSamples();
         if (!hull)
             return failure(hull);
-        const auto coarse = radialHull(m_transform, halved(), m_task.part(0.4, 0.45));
+        const auto coarse = hullOfInks(halved(), m_task.part(0.4, 0.45));
         if (!coarse)
             return failure(coarse);
         const double volume = signedVolume(*hull, m_task);
@@ -257,19 +244,32 @@ private:
         return m_volume.hasInterior() ? surfaceWithInterior(*hull) : takeHullOrLattice(std::move(*hull));
     }
 
-    // Takes colours of the interior as samples of the hull, too.
+    // Takes colours of the interior as samples of the hull, too: nodes of the cells, and if the hull still
+    // misses many, colours that are farther out than its vertices.
     Result<void> surfaceWithInterior(const Mesh& hull)
     {
         m_needsCells = signedVolume(hull, m_task) < (1.0 - cellsTolerance) * m_volume.value();
         const auto nodes = m_cells.nodes(DeviceCells::Grid::Coarse);
-        if (!nodes)
-            return failure(nodes);
-        const auto added = coloursOutside(hull, m_transform, *nodes, m_task);
+        const auto turns = m_cells.turns();
+        if (!nodes || !turns)
+            return nodes ? failure(turns) : failure(nodes);
+        auto added = coloursOutside(hull, m_transform, gridColours(*nodes, m_task), m_task);
         if (!added)
             return failure(added);
-        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.6, 0.65), *added);
+        const std::vector<float> turned = samplesOfTurnedFaces(m_nodes, *turns, m_task);
+        added->insert(added->end(), turned.begin(), turned.end());
+        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.6, 0.62), *added);
+        if (complete && signedVolume(*complete, m_task) < (1.0 - missedTolerance) * m_volume.value()) {
+            const auto beyond = coloursBeyond(*complete, m_transform, m_task.part(0.62, 0.63));
+            if (!beyond)
+                return failure(beyond);
+            added->insert(added->end(), beyond->begin(), beyond->end());
+            complete = radialHull(m_transform, m_nodes, m_task.part(0.63, 0.65), *added);
+        }
         if (!complete)
             return failure(complete);
+        if (const auto measured = m_volume.measureAgain(*complete, m_task); !measured)
+            return measured;
         return takeHullOrLattice(std::move(*complete));
     }
 
@@ -347,7 +347,7 @@ private:
         const auto beyond = coloursBeyond(hull, m_transform, m_task.part(0.78, 0.85));
         if (!beyond)
             return failure(beyond);
-        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.85, 0.92), *beyond);
+        auto complete = hullOfInks(m_nodes, m_task.part(0.85, 0.92), *beyond);
         if (!complete)
             return failure(complete);
         const auto simple = isSimple(*complete, CoincidentSheets::Allowed, m_task);
@@ -372,18 +372,27 @@ private:
     {
         if (const auto chosen = chooseHullNodes(); !chosen)
             return failure(chosen);
-        return radialHull(m_transform, m_nodes, m_task.part(0.3, 0.4));
+        return hullOfInks(m_nodes, m_task.part(0.3, 0.4));
+    }
+
+    // With many inks that turn back, the outermost faces are those up to the turns.
+    Result<Mesh> hullOfInks(const DeviceNodes& nodes, const Task& task, const std::vector<float>& added = {})
+    {
+        if (channels() > DeviceCells::maxChannels && m_turns.empty()) {
+            auto turns = turningPoints(m_transform, task);
+            if (!turns)
+                return failure(turns);
+            m_turns = std::move(*turns);
+        }
+        return doTurn(m_turns) ? turnedHull(m_transform, nodes, m_turns, task, added)
+                               : radialHull(m_transform, nodes, task, added);
     }
 
     // Reduces the number of nodes if the requested ones would need too many samples. With three channels the
     // positions are chosen anew, because a hull is then only needed for a map that folds.
     Result<void> chooseHullNodes()
     {
-        int count = m_requested;
-        if (channels() >= manyChannels)
-            count = nodesForOutermostFaces(channels(), count);
-        while (channels() < manyChannels && hullSampleCount(channels(), count) > maxHullSamples(channels()))
-            --count;
+        const int count = nodesForHull(channels(), m_requested);
         if (count == m_requested && channels() != 3)
             return {};
         m_found.gridPoints = count;
@@ -405,9 +414,8 @@ private:
         return isSimple(hull, CoincidentSheets::Allowed, m_task);
     }
 
-    // The surface is first looked for among the three-dimensional faces of the hypercube. If it encloses less
-    // than the device's colours it is inside, and all cells are needed. If the two-dimensional faces miss as
-    // much, the three-dimensional ones are not tried.
+    // The surface is first looked for among the three-dimensional faces of the hypercube. If these, or the
+    // two-dimensional ones, enclose less than the device's colours, all cells are needed.
     Result<void> latticeMesh()
     {
         m_found.gridPoints = m_requested;
@@ -450,13 +458,7 @@ private:
         return std::abs(signedVolume(mesh, m_task) - m_volume.value()) <= tolerance * m_volume.value();
     }
 
-    DeviceNodes halved() const
-    {
-        DeviceNodes nodes;
-        for (const auto& axis : m_nodes)
-            nodes.push_back(thinnedAxis(axis, halfOf(axis.size())));
-        return nodes;
-    }
+    DeviceNodes halved() const { return halvedNodes(m_nodes); }
 
     void take(Mesh mesh, Method method)
     {
@@ -469,6 +471,7 @@ private:
     const Task& m_task;
     FoundSurface m_found;
     DeviceNodes m_nodes;
+    std::vector<float> m_turns; // of more inks than DeviceCells supports; empty if they are not known
     bool m_needsCells = false;  // much of the surface is inside the hypercube
     bool m_meshIsExact = false; // its nodes are those of the table, and the map is linear between them
     DeviceCells m_cells;
