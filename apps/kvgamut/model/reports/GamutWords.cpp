@@ -190,5 +190,11 @@ QStringList GamutWords::notes(const KVGamut::Report& report)
         notes.append(adaptationNote(conversion));
     if (conversion.cicp)
         notes.append(encodingNote(*conversion.cicp));
+    constexpr int maxSearched = 12; // by the engine, see docs/COLOUR.md
+    if (report.channels > maxSearched && !report.problem)
+        notes.append(
+            QStringLiteral("With more than %1 channels, colours of mixtures beyond the sampled ones are "
+                           "not looked for; the uncertainty does not include them.")
+                .arg(maxSearched));
     return notes;
 }
