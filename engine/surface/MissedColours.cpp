@@ -127,7 +127,7 @@ public:
     OutwardMoves(const Mesh& mesh, const DeviceTransform& transform, const Task& task)
         : m_transform(transform), m_task(task), m_channels(static_cast<std::size_t>(mesh.channels))
     {
-        constexpr std::size_t maxVertices = 12'000;
+        const std::size_t maxVertices = m_channels > 7 ? 12'000 : 2'000; // the others have cells
         const std::vector<Vec3> vectors = areaVectors(mesh, task);
         const std::size_t stride = 1 + mesh.lab.size() / maxVertices;
         for (std::size_t v = 0; v < mesh.lab.size(); v += stride) {

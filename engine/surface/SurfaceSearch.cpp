@@ -35,7 +35,7 @@ constexpr double lastHullTolerance = 0.05;
 constexpr double latticeTolerance = 0.9;
 // If it is less near, the surface is looked for in the interior of the hypercube as well.
 constexpr double cellsTolerance = 0.01;
-constexpr double missedTolerance = 0.003; // of a hull that has colours of the interior
+constexpr double missedTolerance = 0.003; // of a hull without colours of the interior
 
 void faceOutwards(Mesh& mesh, const Task& task)
 {
@@ -244,8 +244,8 @@ private:
         return m_volume.hasInterior() ? surfaceWithInterior(*hull) : takeHullOrLattice(std::move(*hull));
     }
 
-    // Takes colours of the interior as samples of the hull, too: nodes of the cells, and if the hull still
-    // misses many, colours that are farther out than its vertices.
+    // Takes colours of the interior as samples of the hull, too: nodes of the cells, and if the hull misses
+    // many, colours that are farther out than its vertices.
     Result<void> surfaceWithInterior(const Mesh& hull)
     {
         m_needsCells = signedVolume(hull, m_task) < (1.0 - cellsTolerance) * m_volume.value();
@@ -258,14 +258,13 @@ private:
             return failure(added);
         const std::vector<float> turned = samplesOfTurnedFaces(m_nodes, *turns, m_task);
         added->insert(added->end(), turned.begin(), turned.end());
-        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.6, 0.62), *added);
-        if (complete && signedVolume(*complete, m_task) < (1.0 - missedTolerance) * m_volume.value()) {
-            const auto beyond = coloursBeyond(*complete, m_transform, m_task.part(0.62, 0.63));
+        if (signedVolume(hull, m_task) < (1.0 - missedTolerance) * m_volume.value()) {
+            const auto beyond = coloursBeyond(hull, m_transform, m_task.part(0.6, 0.61));
             if (!beyond)
                 return failure(beyond);
             added->insert(added->end(), beyond->begin(), beyond->end());
-            complete = radialHull(m_transform, m_nodes, m_task.part(0.63, 0.65), *added);
         }
+        auto complete = radialHull(m_transform, m_nodes, m_task.part(0.61, 0.65), *added);
         if (!complete)
             return failure(complete);
         if (const auto measured = m_volume.measureAgain(*complete, m_task); !measured)
