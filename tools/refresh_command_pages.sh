@@ -7,7 +7,7 @@ set -euo pipefail
 program=$(realpath "$1")
 cd "$(dirname "$0")/../docs/commands"
 for page in *.md; do
-    help=$("$program" "${page%.md}" --help)
+    help=$(COLUMNS=80 "$program" "${page%.md}" --help)
     HELP=$help awk '
         inside && /^```$/ { inside = 0 }
         !inside { print }

@@ -15,10 +15,10 @@ kv_run_packages=(
 # Packages that the Python module needs to build and run (the preset "python").
 kv_python_packages=(pybind11-dev python3-dev python3-numpy)
 # Packages that the tests need: Qhull to compare hulls with, ICC profiles, a window manager, tools that send
-# real input, the accessibility bus and its client library, Clang for the fuzzers, help2man, and the sources of locales,
+# real input, the accessibility bus and its client library, Clang for the fuzzers, shells whose completions are tested, the sources of locales,
 # pytest, and PyQt, whose windows the Python module must not disturb.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
-    colord-data libgs-common openbox xdotool libxcb-xtest0-dev at-spi2-core dbus-daemon libatspi2.0-dev clang libclang-rt-dev help2man
+    colord-data libgs-common openbox xdotool libxcb-xtest0-dev at-spi2-core dbus-daemon libatspi2.0-dev clang libclang-rt-dev zsh fish appstream
     debootstrap dpkg-dev desktop-file-utils doxygen jq locales parallel
     "${kv_python_packages[@]}" python3-pytest python3-pyqt6)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.

@@ -9,13 +9,21 @@
 #include "commands/SliceCommand.h"
 #include "commands/ViewCommand.h"
 #include "commands/VolumeCommand.h"
+#include "commands/help/Completions.h"
+#include "commands/help/HelpText.h"
+#include "commands/help/ManPage.h"
+#include "commands/help/Mistakes.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/ProgramLocale.h"
 #include "commands/process/Say.h"
 #include "commands/process/StandardFiles.h"
+#include "commands/process/Steps.h"
 #include "model/export/OutputFile.h"
 #include "model/problems/SystemReason.h"
 
+#include <QtCore/QElapsedTimer>
+
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
@@ -42,6 +50,46 @@ int written(const std::ostream& output)
     return BadOutput;
 }
 
+int refuse(const QString& mistake)
+{
+    say(mistake + QStringLiteral(" (see kvgamut --help)"));
+    return WrongUsage;
+}
+
+int print(const std::string& text)
+{
+    std::cout << text;
+    return written(std::cout.flush());
+}
+
+/// "help", "help volume": as --help. @param words after "help"
+int help(const CLI::App& program, const std::vector<std::string>& words)
+{
+    if (words.empty() || words.front() == "help")
+        return print(program.help());
+    for (const CLI::App* command : HelpText::commands(program))
+        if (command->get_name() == words.front())
+            return print(command->help(program.get_name()));
+    return refuse(Mistakes::unknownCommand(program, words.front()));
+}
+
+/// For the build: "--generate man volume" prints a manual page, "--generate bash" the completions for that
+/// shell.
+int generate(CLI::App& program, const std::vector<std::string>& words)
+{
+    const std::string what = words.empty() ? std::string() : words.front();
+    if (what == "man")
+        return print(
+            manPage(program, words.size() > 1 ? program.get_subcommand(words[1]) : nullptr, KVGAMUT_VERSION));
+    if (what == "bash")
+        return print(Completions::bash(program));
+    if (what == "zsh")
+        return print(Completions::zsh(program));
+    if (what == "fish")
+        return print(Completions::fish(program));
+    return refuse(QStringLiteral("--generate needs man, bash, zsh or fish"));
+}
+
 /// Prints the message with which the parser ended. @return the exit code
 int finish(const CLI::App& program, const CLI::ParseError& end)
 {
@@ -49,8 +97,7 @@ int finish(const CLI::App& program, const CLI::ParseError& end)
         program.exit(end); // --help and --version
         return written(std::cout.flush());
     }
-    say(QString::fromUtf8(end.what()) + QStringLiteral(" (see kvgamut --help)"));
-    return WrongUsage;
+    return refuse(Mistakes::explained(program, end));
 }
 
 /// The arguments in reverse order, as the parser takes them. Inserts a 0 into numbers such as "-.5", which
@@ -71,20 +118,29 @@ int run(Command& command, Arguments arguments)
 {
     if (!command.hasWindow())
         qputenv("QT_NO_GLIB", "1"); // GLib aborts if there is not enough memory; only input methods need it
+    QElapsedTimer clock;
+    clock.start();
     const Command::Files files = command.files();
+    if (files.inputs.count(QStringLiteral("-")) > 1)
+        return refuse(
+            QStringLiteral("standard input (-) can be read only once; use files for the other inputs"));
     if (const auto problem = overwritesInput(files.output, files.inputs)) {
         say(*problem);
         return WrongUsage;
     }
-    return command.run(arguments);
+    const int exitCode = command.run(arguments);
+    Steps::ended(clock);
+    return exitCode;
 }
 
 int runProgram(int argc, char** argv)
 {
     CLI::App program("Gamuts of ICC profiles, seen in CIE L*a*b*", "kvgamut");
-    program.set_version_flag("--version", "kvgamut " KVGAMUT_VERSION);
+    program.set_version_flag("-V,--version", "kvgamut " KVGAMUT_VERSION);
     program.require_subcommand(1);
-    program.footer("Exit codes: 0 done, 1 some input could not be used, 2 wrong usage,\n"
+    program.formatter(std::make_shared<HelpText::Formatter>());
+    program.footer("kvgamut help COMMAND prints the help of a command.\n\n"
+                   "Exit codes: 0 done, 1 some input could not be used, 2 wrong usage,\n"
                    "3 the output could not be written or there is no display or OpenGL,\n"
                    "4 the picture differs from its reference (render),\n"
                    "5 colours lie farther outside than was allowed (check).");
@@ -100,6 +156,15 @@ int runProgram(int argc, char** argv)
     commands.push_back(std::make_unique<RenderCommand>(program));
     commands.push_back(std::make_unique<ViewCommand>(program));
 
+    for (const auto& command : commands)
+        command->declareSpeech();
+
+    const std::vector<std::string> words(argv + std::min(argc, 2), argv + argc);
+    const std::string_view first = argc > 1 ? argv[1] : "";
+    if (first == "help")
+        return help(program, words);
+    if (first == "--generate")
+        return generate(program, words);
     try {
         program.parse(reversedArguments(argc, argv));
     } catch (const CLI::ParseError& end) {

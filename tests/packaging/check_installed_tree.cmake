@@ -40,7 +40,9 @@ foreach(file IN ITEMS bin/kvgamut lib/kv3dviewer/Resources/Shaders/simple.vert
         include/KV3DViewer/platform/KVVelmoraFramework.h include/KV3DViewer/platform/KVProblem.h
         share/man/man1/kvgamut.1 share/man/man1/kvgamut-render.1
         share/applications/kvgamut.desktop share/icons/hicolor/scalable/apps/kvgamut.svg
-        share/mime/packages/kvgamut.xml)
+        share/mime/packages/kvgamut.xml share/metainfo/org.kv3dviewer.kvgamut.metainfo.xml
+        share/bash-completion/completions/kvgamut share/zsh/vendor-completions/_kvgamut
+        share/fish/vendor_completions.d/kvgamut.fish)
     if(NOT EXISTS "${PREFIX}/${file}")
         message(FATAL_ERROR "not installed: ${file}")
     endif()
@@ -63,6 +65,8 @@ run("the desktop entry" ${DESKTOP_FILE_VALIDATE} "${PREFIX}/share/applications/k
 if(output)
     message(FATAL_ERROR "the desktop entry: ${output}")
 endif()
+run("the description for software centres" ${APPSTREAMCLI} validate --no-net --pedantic
+    "${PREFIX}/share/metainfo/org.kv3dviewer.kvgamut.metainfo.xml")
 file(READ "${PREFIX}/share/applications/kvgamut.desktop" entry)
 file(READ "${PREFIX}/share/mime/packages/kvgamut.xml" types)
 string(REGEX MATCHALL "application/[a-z.-]+" opened "${entry}")

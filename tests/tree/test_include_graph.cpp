@@ -85,6 +85,7 @@ Order documentedOrder()
         {"apps/kvgamut/surfaceless", {}}, // depends on Qt only
         {commands + "/process", withModel({"apps/kvgamut/surfaceless"})},
         {commands + "/options", withModel({commands + "/process"})},
+        {commands + "/help", withModel({commands + "/options"})},
         {commands, withModel({commands + "/process", commands + "/options"})},
         {commands + "/ViewCommand", {desktop, desktop + "/language"}}, // opens the window
 
@@ -98,7 +99,7 @@ Order documentedOrder()
         {desktop, withModel({desktop + "/language", desktop + "/models", desktop + "/view",
                              desktop + "/files", desktop + "/panels", desktop + "/menus"})},
 
-        {"apps/kvgamut", withModel({commands, commands + "/process"})},
+        {"apps/kvgamut", withModel({commands, commands + "/help", commands + "/process"})},
 
         // the Python module: the model without commands and window
         {"python/binding", withModel({})},

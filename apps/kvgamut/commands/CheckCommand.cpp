@@ -259,8 +259,8 @@ void CheckCommand::checkPhotos(const GamutInputs& gamuts, Table& table, Progress
             m_allRead = false;
             continue;
         }
-        for (const Problem& note : colors->notes)
-            say(note.about(name));
+        for (const Problem& about : colors->notes)
+            note(about.about(name));
         for (const GamutInputs::Input& input : gamuts.usable()) {
             const auto device =
                 DeviceRoundTrip::create(input.source->profile(), input.gamut->report().intent);
@@ -342,7 +342,7 @@ int CheckCommand::check()
             say(*problem);
             return WrongUsage;
         }
-    Progress progress(m_report.quiet);
+    Progress progress;
     Table table = CheckTable::empty(!m_photos.isEmpty(), !m_colorFiles.isEmpty());
     bool allUsed = true;
     if (!m_photos.isEmpty()) {

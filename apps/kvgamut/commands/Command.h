@@ -28,6 +28,10 @@ public:
     /// Whether it opens a window that the user works with.
     virtual bool hasWindow() const { return false; }
 
+    /// Declares the options that every command has: --quiet and --verbose. Call it last, so that they end the
+    /// help.
+    void declareSpeech();
+
     /// Does the work. @return an ExitCode
     virtual int run(Arguments arguments) = 0;
 
@@ -38,6 +42,9 @@ protected:
     }
 
     CLI::App& parser() { return *m_parser; }
+
+    /// Whether it uses OpenGL.
+    virtual bool drawsInOpenGL() const { return false; }
 
 private:
     CLI::App* const m_parser; // owned by the program's parser

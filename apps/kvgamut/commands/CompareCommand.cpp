@@ -162,7 +162,7 @@ CompareCommand::CompareCommand(CLI::App& program)
 int CompareCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
-    Progress progress(m_report.quiet);
+    Progress progress;
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     std::vector<Pair> pairs = pairsOf(inputs, m_matrix || m_pairs);
     const auto count = static_cast<qsizetype>(pairs.size());

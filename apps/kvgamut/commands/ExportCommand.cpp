@@ -6,6 +6,7 @@
 #include "commands/options/ReportOptions.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/export/GamutPage.h"
 #include "model/export/MeshFormat.h"
 #include "model/export/OutputFile.h"
@@ -105,10 +106,9 @@ ExportCommand::ExportCommand(CLI::App& program)
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
             "ply, obj, stl, gltf, x3d, json, icc (a gamut boundary), kvgamut or html (default: the suffix of "
             "the output)")
-        ->check(CLI::IsMember(formatNames()).description(""))
+        ->transform(OptionValues::oneOf(formatNames()))
         ->type_name("FORMAT");
     m_part.declare(parser(), "Write a body instead, from two profiles");
-    parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
     parser().final_callback([this] { checkFormat(); });
     ReportOptions::endHelp(
         parser(),
@@ -140,7 +140,7 @@ void ExportCommand::checkFormat()
 int ExportCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
-    Progress progress(m_quiet);
+    Progress progress;
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     const QList<GamutInputs::Input> usable = inputs.usable();
     QByteArray bytes;
@@ -162,6 +162,7 @@ int ExportCommand::write(const QByteArray& bytes, int exitCode) const
         say(*problem);
         return BadOutput;
     }
+    Steps::wrote(m_output);
     return exitCode;
 }
 

@@ -33,5 +33,4 @@ private:
     QString m_format;             ///< a file name suffix; set after parsing
     QString m_output;
     BodyOptions m_part;
-    bool m_quiet = false;
 };

@@ -2,6 +2,7 @@
 #include "GamutInputs.h"
 
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/inputs/GamutBatch.h"
 #include "model/text/SafeText.h"
 
@@ -13,8 +14,12 @@ GamutInputs GamutInputs::compute(const QStringList& names, const KVGamut::Settin
                                  KVGamut::Construction construction)
 {
     QList<Result<GamutSource>> sources;
-    for (const QString& name : names)
+    for (const QString& name : names) {
+        QElapsedTimer clock;
+        clock.start();
         sources.append(GamutSource::open(name, {}, reading));
+        Steps::read(name, sources.last(), clock);
+    }
     const auto gamuts = GamutBatch::compute(
         sources, settings, [&progress](float share) { progress.show(share, QStringLiteral("gamuts")); },
         construction);
@@ -22,6 +27,9 @@ GamutInputs GamutInputs::compute(const QStringList& names, const KVGamut::Settin
     GamutInputs inputs;
     for (qsizetype i = 0; i < sources.size(); ++i)
         inputs.all.append({names[i], sources[i], gamuts[i]});
+    progress.clear();
+    for (const Input& input : inputs.usable())
+        Steps::computed(input.name, input.gamut->report());
     return inputs;
 }
 

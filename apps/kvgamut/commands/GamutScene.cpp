@@ -2,6 +2,7 @@
 #include "GamutScene.h"
 
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/pictures/GamutLines.h"
 #include "model/pictures/PictureFile.h"
 #include "model/reports/GamutWords.h"
@@ -56,7 +57,10 @@ void GamutScene::load(const PointOptions& reading)
 void GamutScene::open()
 {
     for (const QString& name : m_profiles.profiles) {
+        QElapsedTimer clock;
+        clock.start();
         const Result<GamutSource> source = GamutSource::open(name, {}, m_reading);
+        Steps::read(name, source, clock);
         // numbered, since the same profile may be named twice
         const QString id = QStringLiteral("%1 %2").arg(m_gamuts.size() + 1).arg(name);
         m_gamuts.append({id, source, source ? Waiting : Failed});
@@ -74,6 +78,9 @@ void GamutScene::start(qsizetype position, const std::function<void()>& ended)
         if (problem) {
             say(Problem(*problem).about(m_gamuts[position].source->name()));
             applyLooks(); // another gamut may now be the first
+        } else {
+            const Gamut& shown = m_gamuts[position];
+            Steps::computed(shown.source->name(), m_view.gamut(shown.id).report());
         }
         ended();
     };
@@ -172,8 +179,7 @@ void GamutScene::showBody(const Explained& gamut)
         static const QMap<BodyLook, QString> words{{BodyLook::Solid, QStringLiteral("solid")},
                                                    {BodyLook::Translucent, QStringLiteral("translucent")},
                                                    {BodyLook::Lines, QStringLiteral("lines")}};
-        if (m_profiles.verbose)
-            say(gamut.title + QStringLiteral(" is drawn as: ") + words.value(*gamut.look));
+        tell(gamut.title + QStringLiteral(" is drawn as: ") + words.value(*gamut.look));
     }
     m_view.setLook(id, look);
     if (gamut.look != BodyLook::Lines || !m_look.look.surface)

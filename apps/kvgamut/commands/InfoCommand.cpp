@@ -99,7 +99,7 @@ InfoCommand::InfoCommand(CLI::App& program)
 int InfoCommand::run(Arguments arguments)
 {
     const QCoreApplication application(arguments.count, arguments.values);
-    Progress progress(m_report.quiet);
+    Progress progress;
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     progress.clear();
     Table table = emptyTable();

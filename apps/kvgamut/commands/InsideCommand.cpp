@@ -219,7 +219,7 @@ int InsideCommand::run(Arguments arguments)
     const QCoreApplication application(arguments.count, arguments.values);
     bool allRead = true;
     const PointSet asked = points(allRead);
-    Progress progress(m_report.quiet);
+    Progress progress;
     const GamutInputs inputs = GamutInputs::compute(listOf(m_name), m_settings, m_colours.reading, progress);
     Answers answers;
     const Result<KVGamut::GamutObject>& gamut = inputs.all[0].gamut;

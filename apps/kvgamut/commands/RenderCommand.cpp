@@ -2,11 +2,13 @@
 #include "RenderCommand.h"
 
 #include "GamutScene.h"
+#include "commands/options/OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Fonts.h"
 #include "commands/process/PictureScreen.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
+#include "commands/process/Steps.h"
 #include "model/export/OutputFile.h"
 #include "model/pictures/BackgroundRemoval.h"
 #include "model/pictures/Turntable.h"
@@ -58,7 +60,7 @@ RenderCommand::RenderCommand(CLI::App& program)
             "--frame", [this](const std::string& word) { m_isFramed = word == "all"; },
             "all: fit gamuts, axes and points into the picture (the default, except with --camera); none: "
             "keep the distance of the camera")
-        ->check(CLI::IsMember({"all", "none"}).description(""))
+        ->transform(OptionValues::oneOf({"all", "none"}))
         ->type_name("WHAT");
     parser()
         .add_flag("--no-background", m_transparent, "Make the background transparent")
@@ -104,7 +106,7 @@ int RenderCommand::run(Arguments arguments)
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-    silenceLibraries(m_profiles.verbose);
+    silenceLibraries();
     m_output.noteCommand(arguments);
 
     loadFonts();
@@ -150,6 +152,8 @@ int RenderCommand::draw()
         say(*problem);
         return BadOutput;
     }
+    for (const QString& name : m_output.names())
+        Steps::wrote(name);
     if (m_reference.isGiven() && !m_reference.matches(picture))
         return Different;
     return scene.failedCount() > 0 || !itemsRead ? BadInput : Done;

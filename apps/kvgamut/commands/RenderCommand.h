@@ -26,6 +26,7 @@ public:
                     m_items.files(),
                 m_output.name()};
     }
+    bool drawsInOpenGL() const override { return true; }
     int run(Arguments arguments) override;
 
 private:

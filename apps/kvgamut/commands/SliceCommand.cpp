@@ -8,6 +8,7 @@
 #include "commands/process/ExitCode.h"
 #include "commands/process/Fonts.h"
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/export/OutputFile.h"
 #include "model/slices/SliceFile.h"
 #include "model/slices/SliceReport.h"
@@ -105,7 +106,7 @@ void SliceCommand::declareOutput()
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { m_format = QString::fromStdString(word); },
             "csv, json, svg, png or pdf (default: the suffix of the output; csv for standard output)")
-        ->check(CLI::IsMember({"csv", "json", "svg", "png", "pdf"}).description(""))
+        ->transform(OptionValues::oneOf({"csv", "json", "svg", "png", "pdf"}))
         ->type_name("FORMAT");
     parser()
         .add_option_function<std::string>(
@@ -125,7 +126,6 @@ void SliceCommand::declareOutput()
                                 [this](const std::string& w) { m_colors = OptionValues::colors(w); }),
             "A colour for each gamut in order, in a drawing")
         ->type_name("C[,C...]");
-    parser().add_flag("--quiet", m_quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
 void SliceCommand::declareDrawing()
@@ -138,7 +138,7 @@ void SliceCommand::declareDrawing()
             },
             "Inside of the gamuts in a drawing: tint (the default), or colors, the colours of the cut "
             "themselves")
-        ->check(CLI::IsMember({"tint", "colors"}).description(""))
+        ->transform(OptionValues::oneOf({"tint", "colors"}))
         ->type_name("WHAT");
     CLI::Option* points = parser()
                               .add_option_function<std::vector<std::string>>(
@@ -173,7 +173,7 @@ bool SliceCommand::isDrawing() const
 
 int SliceCommand::run(Arguments arguments)
 {
-    silenceLibraries(false);
+    silenceLibraries();
     if (!isDrawing()) {
         const QCoreApplication application(arguments.count, arguments.values);
         return report();
@@ -187,7 +187,7 @@ int SliceCommand::run(Arguments arguments)
 
 int SliceCommand::report() const
 {
-    Progress progress(m_quiet);
+    Progress progress;
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     progress.clear();
     const bool allUsed = inputs.sayProblems();
@@ -206,9 +206,10 @@ int SliceCommand::report() const
         say(*problem);
         return BadOutput;
     }
+    Steps::wrote(m_output);
     if (isDrawing()) // data state that there are no rings
-        for (const Problem& note : slices.misses())
-            say(note);
+        for (const Problem& miss : slices.misses())
+            note(miss);
     return allUsed && pointsRead ? Done : BadInput;
 }
 

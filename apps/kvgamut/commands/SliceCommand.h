@@ -44,5 +44,4 @@ private:
     QStringList m_pointFiles;
     PointColourOptions m_colours;           ///< of these files
     double m_within = defaultPointDistance; ///< distance of points from the plane, dE76
-    bool m_quiet = false;
 };

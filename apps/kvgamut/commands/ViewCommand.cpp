@@ -38,7 +38,7 @@ int ViewCommand::run(Arguments arguments)
         return BadOutput;
     }
     Screen::choosePlatform(Screen::Use::Window);
-    silenceLibraries(m_profiles.verbose);
+    silenceLibraries();
 
     loadFonts();
     const QApplication application(arguments.count, arguments.values);

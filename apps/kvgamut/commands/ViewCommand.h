@@ -14,6 +14,7 @@ public:
     explicit ViewCommand(CLI::App& program);
 
     bool hasWindow() const override { return true; }
+    bool drawsInOpenGL() const override { return true; }
     int run(Arguments arguments) override;
 
 private:

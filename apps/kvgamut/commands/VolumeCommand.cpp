@@ -5,6 +5,7 @@
 #include "ConversionColumns.h"
 #include "GamutInputs.h"
 #include "ProvenanceColumns.h"
+#include "commands/options/OptionValues.h"
 #include "commands/options/ProfileOptions.h"
 #include "model/jobs/Jobs.h"
 #include "model/reports/GamutWords.h"
@@ -36,7 +37,7 @@ void declareMethod(CLI::App& parser, KVGamut::Construction& construction)
             "--method", [&construction](const std::string& word) { construction = constructions().at(word); },
             "accurate (the default), or as in the display standard: 11-grid, or 11-grid-rising with the "
             "other diagonals")
-        ->check(CLI::IsMember(constructions()).description(""))
+        ->transform(OptionValues::oneOf(constructions()))
         ->type_name("METHOD")
         ->excludes("--grid");
 }
@@ -135,7 +136,7 @@ int VolumeCommand::run(Arguments arguments)
     OutputStream output(m_report.output);
     bool allUsed = true;
     for (qsizetype i = 0; i < m_names.size(); i += inputsAtOnce) {
-        Progress progress(m_report.quiet);
+        Progress progress;
         const GamutInputs inputs =
             GamutInputs::compute(isStream ? m_names.mid(i, inputsAtOnce) : m_names, m_settings,
                                  m_colours.reading, progress, m_construction);

@@ -78,7 +78,7 @@ TEST_F(CommandPagesTest, everyCommandHasAManPageWithItsOptionsAndSummary)
     for (const QString& command : commands()) {
         const QString name = QStringLiteral("kvgamut-") + command;
         const QString man = manPage(name), text = help({command});
-        EXPECT_TRUE(man.startsWith(QStringLiteral(".\\\" DO NOT MODIFY")));
+        EXPECT_TRUE(man.startsWith(QStringLiteral(".\\\" Made by kvgamut")));
         EXPECT_TRUE(man.contains(QStringLiteral(".TH ") + name.toUpper())) << name.toStdString();
         EXPECT_TRUE(man.contains(text.section(QLatin1Char('\n'), 0, 0))) << name.toStdString();
         for (auto matches = option.globalMatch(text); matches.hasNext();) {

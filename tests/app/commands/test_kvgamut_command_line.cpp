@@ -370,13 +370,12 @@ TEST_F(CommandLineTest, leavesNoPartialPictureOnAFullDevice)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(CommandLineTest, reportsABrokenPipe)
+TEST_F(CommandLineTest, endsQuietlyWhenTheReaderOfAPipeHasEnded)
 {
     const Answer answer =
         shell(QStringLiteral("set -o pipefail; \"$KVGAMUT\" render sRGB --size 64x48 -o - | true"));
     EXPECT_EQ(answer.exitCode, BadOutput);
-    EXPECT_TRUE(answer.errors.contains("'standard output': cannot be written"))
-        << answer.errors.toStdString();
+    EXPECT_EQ(answer.errors, "");
 }
 
 TEST_F(CommandLineTest, anOutputErrorTakesPrecedenceOverAnInputError)

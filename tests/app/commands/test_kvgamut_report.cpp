@@ -236,13 +236,13 @@ TEST_F(ReportTest, keepsTheOldFileWhenSpaceRunsOut)
     EXPECT_EQ(files().size(), 1);
 }
 
-TEST_F(ReportTest, reportsABrokenPipe)
+TEST_F(ReportTest, saysNothingWhenTheReaderOfAPipeHasEnded)
 {
     // the reader of the pipe ends before the program writes
     const Answer answer = shell(QStringLiteral("exec 3> >(true); wait $!; exec \"$KVGAMUT\" volume sRGB >&3"),
                                 {}, withoutDisplay());
     EXPECT_EQ(answer.exitCode, BadOutput);
-    EXPECT_EQ(answer.errors, "kvgamut: 'standard output': cannot be written: Broken pipe\n");
+    EXPECT_EQ(answer.errors, "");
 }
 
 TEST_F(ReportTest, needsNoStandardInputAndReportsClosedOutput)

@@ -433,7 +433,7 @@ TEST_F(SliceTest, reportsWhatItCannotWrite)
     const Answer closed =
         shell(QStringLiteral("set -o pipefail; \"$KVGAMUT\" slice sRGB --rings --format json | true"));
     EXPECT_EQ(closed.exitCode, BadOutput);
-    EXPECT_TRUE(closed.errors.contains("'standard output': cannot be written"));
+    EXPECT_EQ(closed.errors, ""); // the reader has enough
 }
 
 TEST_F(SliceTest, refusesInvalidArguments)

@@ -78,6 +78,7 @@ int argumentCount(ProblemCode code)
     case ProblemCode::BoundaryDamaged:
     case ProblemCode::ColorsWithoutVolume:
     case ProblemCode::InputWithoutIntent:
+    case ProblemCode::NoSuchInput:
     case ProblemCode::XmlHasDocumentType:
     case ProblemCode::CgatsWithoutFormat:
     case ProblemCode::OtherReason:

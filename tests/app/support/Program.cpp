@@ -54,8 +54,9 @@ QProcessEnvironment kvtest::environment()
     env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.warning=true"));
     // not the language, desktop (which has its own dialogs) and input method of the user
     env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    for (const char* name : {"LANGUAGE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
-                             "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR", "QT_IM_MODULE", "XMODIFIERS"})
+    for (const char* name :
+         {"COLUMNS", "LANGUAGE", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
+          "QT_STYLE_OVERRIDE", "QT_SCALE_FACTOR", "QT_IM_MODULE", "XMODIFIERS"})
         env.remove(QLatin1String(name));
     return env;
 }

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "AnnotationOptions.h"
 
-#include <set>
+#include "OptionValues.h"
+
 #include <string>
+#include <vector>
 
 namespace {
 
-std::set<std::string> styleNames()
+std::vector<std::string> styleNames()
 {
-    std::set<std::string> names;
+    std::vector<std::string> names;
     for (const PictureStyle& style : PictureStyle::all())
-        names.insert(style.name.toStdString());
+        names.push_back(style.name.toStdString());
     return names;
 }
 
@@ -23,7 +25,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "--style",
             [this](const std::string& word) { style = &PictureStyle::named(QString::fromStdString(word)); },
             "Ground, key colours and size of text: screen (the default), paper, slide or dark")
-        ->check(CLI::IsMember(styleNames()).description(""))
+        ->transform(OptionValues::oneOf(styleNames()))
         ->type_name("STYLE");
     parser
         .add_option_function<std::string>(
@@ -36,7 +38,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "scale bar of "
             "--loss): all (the "
             "default), scales, legend or none")
-        ->check(CLI::IsMember({"all", "scales", "legend", "none"}).description(""))
+        ->transform(OptionValues::oneOf({"all", "scales", "legend", "none"}))
         ->type_name("WHAT");
     parser
         .add_option_function<std::string>(
@@ -49,7 +51,7 @@ void AnnotationOptions::declare(CLI::App& parser)
             "auto: the innermost gamuts solid, those around them translucent, further ones as lines (the "
             "default, except with --alpha or --mode); lines: all gamuts as lines at round lightnesses and "
             "hues. --verbose says what was chosen")
-        ->check(CLI::IsMember({"auto", "lines"}).description(""))
+        ->transform(OptionValues::oneOf({"auto", "lines"}))
         ->type_name("LOOK");
     part.declare(parser, "Show a body between two gamuts, which are faint then");
     loss.declare(parser);

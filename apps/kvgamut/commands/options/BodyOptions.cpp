@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "BodyOptions.h"
 
+#include "OptionValues.h"
+
 void BodyOptions::declare(CLI::App& parser, const std::string& does)
 {
     parser
@@ -12,7 +14,7 @@ void BodyOptions::declare(CLI::App& parser, const std::string& does)
             does +
                 ": outside (the part of the first gamut outside the second one) or intersection (what both "
                 "have in common)")
-        ->check(CLI::IsMember({"outside", "intersection"}).description(""))
+        ->transform(OptionValues::oneOf({"outside", "intersection"}))
         ->type_name("PART");
 }
 

@@ -62,7 +62,7 @@ void ItemOptions::declare(CLI::App& parser)
         .add_option_function<std::string>(
             "--marker-type", [this](const std::string& word) { markerType = types.at(word); },
             "sphere (the default), cube or star")
-        ->check(CLI::IsMember(types).description(""))
+        ->transform(OptionValues::oneOf(types))
         ->type_name("TYPE")
         ->needs(markersOption);
     size("--marker-size", markerSize, "Diameter of the markers (6)")->needs(markersOption);
@@ -81,7 +81,7 @@ void ItemOptions::declare(CLI::App& parser)
             "the "
             "first gamut, with a scale bar: spheres inside, cubes up to --loss-threshold, stars farther "
             "outside")
-        ->check(CLI::IsMember({"own", "distance"}).description(""))
+        ->transform(OptionValues::oneOf({"own", "distance"}))
         ->type_name("WHAT")
         ->needs(pointsOption)
         ->excludes("--point-zones");

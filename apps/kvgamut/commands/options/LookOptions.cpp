@@ -25,10 +25,11 @@ QList<KVGamut3DViewer::DisplayMode> modesOf(const std::string& words)
     QList<KVGamut3DViewer::DisplayMode> result;
     const QStringList parts = QString::fromStdString(words).split(QLatin1Char(','));
     for (const QString& part : parts) {
-        if (!modes.contains(part))
-            throw CLI::ValidationError("'" + part.toStdString() +
-                                       "' is not solid, smooth, flat or wireframe, nor 0 to 3");
-        result.append(modes.value(part));
+        const QString word = part.toLower();
+        if (!modes.contains(word))
+            throw CLI::ValidationError(OptionValues::notOneOf(
+                part.toStdString(), {"solid", "smooth", "flat", "wireframe", "0", "1", "2", "3"}));
+        result.append(modes.value(word));
     }
     return result;
 }
@@ -76,7 +77,7 @@ void LookOptions::declareCamera(CLI::App& parser)
         addOption(
             parser, "--view", "VIEW", [this](const std::string& w) { view = QString::fromStdString(w); },
             "Look from the front, back, left, right, top or bottom; oblique is the default")
-            ->check(CLI::IsMember(namedViews()).description(""));
+            ->transform(OptionValues::oneOf(namedViews()));
     CLI::Option* cameraOption =
         addOption(
             parser, "--camera", "L,a,b", [this](const std::string& w) { takeCamera(w); },

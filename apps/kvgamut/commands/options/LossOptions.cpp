@@ -29,7 +29,7 @@ void LossOptions::declare(CLI::App& parser)
                 metric = word == "de76" ? ColourMetric::DE76 : ColourMetric::Ciede2000;
             },
             "The distance of --loss and --point-colors: ciede2000 (the default) or de76")
-        ->check(CLI::IsMember({"ciede2000", "de76"}).description(""))
+        ->transform(OptionValues::oneOf({"ciede2000", "de76"}))
         ->type_name("METRIC");
     number("--loss-threshold", threshold, 0.0f, 100.0f, "Smaller distances count as inside and are grey (1)");
     number("--loss-max", largest, 0.1f, 1000.0f,

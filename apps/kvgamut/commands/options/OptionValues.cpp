@@ -2,12 +2,12 @@
 #include "OptionValues.h"
 
 #include "model/inputs/FileName.h"
-
-#include <CLI/CLI.hpp>
+#include "model/text/NearWord.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -53,6 +53,50 @@ OptionValues::named(const std::string& option, const std::function<void(const st
             throw CLI::ValidationError(option, refusal.what());
         }
     };
+}
+
+std::string OptionValues::notOneOf(const std::string& word, const std::vector<std::string>& words)
+{
+    QStringList known;
+    for (const std::string& each : words)
+        known.append(QString::fromStdString(each));
+    const QString near = nearWord(QString::fromStdString(word), known);
+    std::string text = "'" + word + "' is not " + (known.size() > 1 ? "one of " : "") +
+                       known.join(QStringLiteral(", ")).toStdString();
+    if (!near.isEmpty())
+        text += "; did you mean " + near.toStdString() + "?";
+    return text;
+}
+
+CLI::Validator OptionValues::oneOf(const std::vector<std::string>& words)
+{
+    const auto check = [words](std::string& word) {
+        const auto isSame = [&word](const std::string& known) {
+            return CLI::detail::to_lower(known) == CLI::detail::to_lower(word);
+        };
+        const auto found = std::find_if(words.cbegin(), words.cend(), isSame);
+        if (found == words.cend())
+            return notOneOf(word, words);
+        word = *found;
+        return std::string();
+    };
+    // without a description, which --help would show as the type; the name is free, and none has a space
+    return CLI::Validator(check, "", CLI::detail::join(words, " "));
+}
+
+CLI::Validator OptionValues::oneOf(std::initializer_list<std::string> words)
+{
+    return oneOf(std::vector<std::string>(words));
+}
+
+std::vector<std::string> OptionValues::wordsOf(CLI::Option& option)
+{
+    try {
+        const std::string& name = option.get_validator(0)->get_name();
+        return name.empty() ? std::vector<std::string>() : CLI::detail::split(name, ' ');
+    } catch (const CLI::OptionNotFound&) {
+        return {};
+    }
 }
 
 QVector3D OptionValues::lab(const std::string& word)

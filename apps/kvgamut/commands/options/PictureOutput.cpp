@@ -47,7 +47,8 @@ int wordsLeftOut(const QString& word)
         return 2;
     const bool joined = word.startsWith(QLatin1String("-o")) || // a value without a space
                         options.contains(word.section(QLatin1Char('='), 0, 0));
-    return joined || word == QLatin1String("--verbose") ? 1 : 0;
+    const bool isSpeech = word == QLatin1String("--verbose") || word == QLatin1String("--quiet");
+    return joined || isSpeech ? 1 : 0;
 }
 
 std::optional<Problem> writeAll(const QList<std::pair<QString, QByteArray>>& files)
@@ -76,9 +77,9 @@ void PictureOutput::declare(CLI::App& parser)
             "Output file; its suffix is the format: .png, .jpg, .tif, .webp, .svg or .pdf; - for standard "
             "output (PNG). Required without --reference")
         ->type_name("FILE");
-    std::set<std::string> words;
+    std::vector<std::string> words;
     for (const QString& suffix : PictureFile::suffixes())
-        words.insert(suffix.toStdString());
+        words.push_back(suffix.toStdString());
     parser
         .add_option_function<std::string>(
             "--format",
@@ -86,7 +87,7 @@ void PictureOutput::declare(CLI::App& parser)
                 m_format = PictureFile::formatNamed(QString::fromStdString(word));
             },
             "png, jpg, tif, webp, svg or pdf, whatever the suffix of the output")
-        ->check(CLI::IsMember(words).description(""))
+        ->transform(OptionValues::oneOf(words))
         ->type_name("FORMAT");
     parser
         .add_option_function<std::string>(
@@ -160,7 +161,7 @@ std::optional<Problem> PictureOutput::writeTurn(const std::function<QImage(int)>
     PictureNote note = m_note;
     note.profiles = profiles;
     PictureSeries series(m_name, *m_format, note, m_turntable);
-    Progress progress(false);
+    Progress progress;
     for (int i = 0; i < m_turntable; ++i) {
         progress.show(static_cast<float>(i) / static_cast<float>(m_turntable), QStringLiteral("pictures"));
         const QImage next = picture(i);

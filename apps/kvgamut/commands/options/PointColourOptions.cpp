@@ -4,6 +4,7 @@
 #include "OptionValues.h"
 #include "ProfileOptions.h"
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/points/PointFile.h"
 #include "model/points/PointInput.h"
@@ -23,7 +24,7 @@ void PointColourOptions::declare(CLI::App& parser)
             "--points-intent", [this](const std::string& word) { reading.intent = intentWords().at(word); },
             "Intent with which they are converted: perceptual, relative, saturation or absolute (the "
             "default)")
-        ->check(CLI::IsMember(intentWords()).description(""))
+        ->transform(OptionValues::oneOf(intentWords()))
         ->type_name("INTENT");
     std::vector<std::string> whites;
     for (const QString& name : PointWhite::names())
@@ -35,14 +36,14 @@ void PointColourOptions::declare(CLI::App& parser)
             "White of Lab, LCh and XYZ values in files of colours: " +
                 PointWhite::names().join(QStringLiteral(", ")).toStdString() +
                 " (as in the file, or else D50)")
-        ->check(CLI::IsMember(whites).description(""))
+        ->transform(OptionValues::oneOf(whites))
         ->type_name("WHITE");
     parser
         .add_option_function<std::string>(
             "--points-white-y",
             [this](const std::string& word) { reading.whiteY = word == "1" ? 1.0 : 100.0; },
             "Y of white in XYZ values: 1 or 100")
-        ->check(CLI::IsMember({"1", "100"}).description(""))
+        ->transform(OptionValues::oneOf({"1", "100"}))
         ->type_name("Y");
 }
 
@@ -55,12 +56,15 @@ QStringList PointColourOptions::files() const
 
 std::optional<PointSet> PointColourOptions::read(const QString& file, bool picturesToo) const
 {
+    QElapsedTimer clock;
+    clock.start();
     Result<PointSet> set = picturesToo ? readPoints(file, {}, reading) : readPointFile(file, {}, reading);
     if (!set) {
         say(set.error());
         return {};
     }
-    for (const Problem& note : set->allNotes())
-        say(note);
+    Steps::readColours(file, set->points.size(), set->reading.values, clock);
+    for (const Problem& assumption : set->allNotes())
+        note(assumption);
     return *std::move(set);
 }

@@ -52,7 +52,7 @@ void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
         .add_option_function<std::string>(
             "--intent", [&settings](const std::string& word) { settings.intent = intentWords().at(word); },
             "Rendering intent: perceptual, relative, saturation or absolute (the default)")
-        ->check(CLI::IsMember(intentWords()).description(""))
+        ->transform(OptionValues::oneOf(intentWords()))
         ->type_name("INTENT");
     parser.add_flag("--bpc", settings.blackPointCompensation,
                     "Black point compensation; no effect on the absolute intent");
@@ -67,7 +67,7 @@ void declareSettings(CLI::App& parser, KVGamut::Settings& settings)
             [&settings](const std::string& word) { settings.adaptation = adaptations.at(word); },
             "Adaptation of absolute colours to D50: full (as in the profile, the default), none (undone, Lab "
             "relative to D50) or none-d65 (undone, Lab relative to D65)")
-        ->check(CLI::IsMember(adaptations).description(""))
+        ->transform(OptionValues::oneOf(adaptations))
         ->type_name("MODE");
     parser
         .add_option("--grid", settings.gridPoints,
@@ -80,5 +80,4 @@ void ProfileOptions::declare(CLI::App& parser)
 {
     declareInputs(parser, profiles);
     declareSettings(parser, settings);
-    parser.add_flag("--verbose", verbose, "Print OpenGL diagnostics to stderr");
 }

@@ -27,7 +27,6 @@ struct ProfileOptions
 {
     QStringList profiles;
     KVGamut::Settings settings;
-    bool verbose = false;
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);

@@ -4,6 +4,7 @@
 #include "OptionValues.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/Say.h"
+#include "commands/process/Steps.h"
 #include "model/jobs/Jobs.h"
 
 #include <map>
@@ -21,7 +22,7 @@ void ReportOptions::declare(CLI::App& parser)
         .add_option_function<std::string>(
             "--format", [this](const std::string& word) { format = formats.at(word); },
             "text (the default), csv, json, or jsonl with an object on each line")
-        ->check(CLI::IsMember(formats).description(""))
+        ->transform(OptionValues::oneOf(formats))
         ->type_name("FORMAT");
     parser
         .add_option_function<std::string>(
@@ -34,7 +35,6 @@ void ReportOptions::declare(CLI::App& parser)
             "Use at most N processor cores (default: all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
-    parser.add_flag("--quiet", quiet, "Show no progress bar (terminals show one after half a second)");
 }
 
 void ReportOptions::endHelp(CLI::App& parser, const std::string& text)
@@ -63,5 +63,6 @@ int ReportOptions::finish(OutputStream& file, bool allInputsUsed) const
         say(*problem);
         return BadOutput;
     }
+    Steps::wrote(output);
     return allInputsUsed ? Done : BadInput;
 }

@@ -8,12 +8,11 @@
 
 #include <string>
 
-/// Options of the commands that print numbers: --format, --output, --quiet.
+/// Options of the commands that print numbers: --format, --output, --jobs.
 struct ReportOptions
 {
     Table::Format format = Table::Format::Text;
     QString output = QStringLiteral("-");
-    bool quiet = false;
 
     /// Declares the options on @p parser, which keeps a reference to this object.
     void declare(CLI::App& parser);

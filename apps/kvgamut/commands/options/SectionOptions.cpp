@@ -12,7 +12,7 @@ void SectionOptions::declare(CLI::App& parser)
             "--section", [this](const std::string& word) { lids = word == "lid"; },
             "With --clip: lid: close the gamuts with the colours of that L*, where colours outside sRGB are "
             "shown in their hue (the default, except with --annotate none); outline: leave them open")
-        ->check(CLI::IsMember({"lid", "outline"}).description(""))
+        ->transform(OptionValues::oneOf({"lid", "outline"}))
         ->type_name("WHAT");
     parser
         .add_option_function<std::string>(

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Progress.h"
 
+#include "Say.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -12,7 +14,7 @@ constexpr int barLength = 30;
 
 } // namespace
 
-Progress::Progress(bool quiet) : m_enabled(!quiet && isatty(STDERR_FILENO) != 0)
+Progress::Progress() : m_enabled(speech() != Speech::Quiet && isatty(STDERR_FILENO) != 0)
 {
     m_clock.start();
 }

@@ -8,8 +8,8 @@
 class Progress
 {
 public:
-    /// Starts the clock. With @p quiet it never shows anything.
-    explicit Progress(bool quiet);
+    /// Starts the clock. With Speech::Quiet it never shows anything.
+    Progress();
     ~Progress() { clear(); }
     Q_DISABLE_COPY_MOVE(Progress)
 

@@ -10,6 +10,26 @@
 
 namespace {
 constexpr qsizetype maxMessage = 4 * SafeText::maxPathLength;
+
+Speech chosenSpeech = Speech::Usual;
+
+/// Whether the reader of standard output has ended.
+bool isReaderGone(const Problem& problem)
+{
+    return problem.code == Problem::Code(ProblemCode::CannotWrite) &&
+           problem.subject == QLatin1String("standard output") && problem.cause &&
+           problem.cause->code == Problem::Code(ProblemCode::BrokenPipe);
+}
+} // namespace
+
+void setSpeech(Speech speech)
+{
+    chosenSpeech = speech;
+}
+
+Speech speech()
+{
+    return chosenSpeech;
 }
 
 void say(const QString& message)
@@ -21,12 +41,25 @@ void say(const QString& message)
 
 void say(const Problem& problem)
 {
-    say(ProblemText::english(problem));
+    if (!isReaderGone(problem))
+        say(ProblemText::english(problem));
 }
 
-void silenceLibraries(bool verbose)
+void note(const Problem& problem)
 {
-    if (!verbose)
+    if (chosenSpeech != Speech::Quiet)
+        say(problem);
+}
+
+void tell(const QString& message)
+{
+    if (chosenSpeech == Speech::Verbose)
+        say(message);
+}
+
+void silenceLibraries()
+{
+    if (chosenSpeech != Speech::Verbose)
         QLoggingCategory::setFilterRules(QStringLiteral("kv.core.debug=false\n"
                                                         "kv.viewer.warning=false\n"
                                                         "qt.gui.imageio*.warning=false\n" // damaged pictures

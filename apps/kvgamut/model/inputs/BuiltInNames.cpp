@@ -2,6 +2,8 @@
 #include "BuiltInNames.h"
 
 #include "BuiltInProfiles.h"
+#include "FileName.h"
+#include "model/text/NearWord.h"
 
 QStringList BuiltInNames::bodies()
 {
@@ -17,4 +19,20 @@ QStringList BuiltInNames::all()
 bool BuiltInNames::contains(const QString& name)
 {
     return all().contains(name, Qt::CaseInsensitive);
+}
+
+bool BuiltInNames::isMeant(const QString& name)
+{
+    return all().contains(name) || (contains(name) && !FileName::exists(name));
+}
+
+QString BuiltInNames::near(const QString& name)
+{
+    if (name.contains(QLatin1Char('/')))
+        return {};
+    QString word = name.section(QLatin1Char('@'), 0, 0);
+    for (const char* suffix : {".icc", ".icm"})
+        if (word.endsWith(QLatin1String(suffix), Qt::CaseInsensitive))
+            word.chop(4);
+    return contains(word) ? QString() : nearWord(word, all()); // "sRGB@pixels" has no pixels
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FileName.h"
 
+#include <unistd.h>
+
 namespace {
 
 constexpr char16_t firstEscape = 0xDC80; // of byte 0x80
@@ -64,4 +66,10 @@ bool FileName::isUtf8(const QString& name)
         if (isEscapeAt(name, i))
             return false;
     return true;
+}
+
+bool FileName::exists(const QString& name)
+{
+    const QByteArray bytes = encoded(name);
+    return !bytes.contains('\0') && ::access(bytes.constData(), F_OK) == 0;
 }

@@ -14,5 +14,7 @@ QString decoded(const QByteArray& bytes);
 QByteArray encoded(const QString& name);
 /// Whether Qt's own functions find the file, too: its name is UTF-8.
 bool isUtf8(const QString& name);
+/// Whether there is a file, a folder or anything else of this name.
+bool exists(const QString& name);
 
 } // namespace FileName

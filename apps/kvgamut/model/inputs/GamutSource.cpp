@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GamutSource.h"
 
+#include "BuiltInNames.h"
 #include "BuiltInProfiles.h"
 #include "InputGate.h"
 #include "InputName.h"
@@ -91,8 +92,11 @@ Result<QByteArray> spaceOfPixels(const QString& space, const KVCompletionProtoco
 /// A missing file and a folder have the codes of the engine, which hosts know.
 Problem readProblem(const Problem& problem)
 {
-    if (problem.cause && problem.cause->code == Problem::Code(ProblemCode::NoSuchFile))
-        return Problem(KVProblemCode::FileNotFound, {}, problem.subject);
+    if (problem.cause && problem.cause->code == Problem::Code(ProblemCode::NoSuchFile)) {
+        const QString near = BuiltInNames::near(problem.subject);
+        return near.isEmpty() ? Problem(KVProblemCode::FileNotFound, {}, problem.subject)
+                              : Problem(ProblemCode::NoSuchInput, {near}, problem.subject);
+    }
     if (problem.cause && problem.cause->code == Problem::Code(ProblemCode::IsDirectory))
         return Problem(KVProblemCode::NotAFile, {}, problem.subject);
     return problem;
@@ -135,13 +139,14 @@ Result<void> GamutSource::checkIntent(std::optional<KVVMRenderType> intent) cons
 Result<GamutSource> GamutSource::openFile(const QString& name, const QString& file,
                                           const KVCompletionProtocolPtr& task, const PointOptions& options)
 {
-    const QByteArray builtIn = BuiltInProfiles::profile(file);
+    const bool isBuiltIn = BuiltInNames::isMeant(file);
+    const QByteArray builtIn = isBuiltIn ? BuiltInProfiles::profile(file) : QByteArray();
     if (!builtIn.isEmpty())
         return ofProfileData(name, builtIn).map([](GamutSource source) {
             source.m_hash.clear(); // the name says everything
             return source;
         });
-    if (const auto body = ReferenceBodies::create(file, task))
+    if (const auto body = isBuiltIn ? ReferenceBodies::create(file, task) : std::nullopt)
         return ofGiven(name, *body);
     const Result<QByteArray> content = InputGate::read(file, kindOf, task);
     if (!content)

@@ -8,7 +8,6 @@
 #include <QtCore/QStringList>
 
 #include <array>
-#include <unistd.h>
 
 namespace {
 
@@ -18,21 +17,15 @@ const QStringList partWords{QStringLiteral("pixels"), QStringLiteral("boundary")
 constexpr std::array intents{KVVMRenderAbsoluteColorimetric, KVVMRenderRelativeColorimetric,
                              KVVMRenderPerceptual, KVVMRenderSaturation};
 
-bool fileExists(const QString& name)
-{
-    const QByteArray encoded = FileName::encoded(name);
-    return !encoded.contains('\0') && ::access(encoded.constData(), F_OK) == 0;
-}
-
 bool isInput(const QString& name)
 {
-    return name == QLatin1String("-") || BuiltInNames::contains(name) || fileExists(name);
+    return name == QLatin1String("-") || BuiltInNames::contains(name) || FileName::exists(name);
 }
 
 std::optional<KVVMRenderType> intentOf(const QString& word)
 {
     for (const KVVMRenderType intent : intents)
-        if (word == GamutWords::intent(intent))
+        if (word.compare(GamutWords::intent(intent), Qt::CaseInsensitive) == 0)
             return intent;
     return {};
 }
@@ -57,12 +50,12 @@ Result<InputName> InputName::of(const QString& input)
 {
     const qsizetype at = input.lastIndexOf(QLatin1Char('@'));
     const QString word = input.mid(at + 1);
-    if (at <= 0 || word.contains(QLatin1Char('/')) || fileExists(input))
+    if (at <= 0 || word.contains(QLatin1Char('/')) || FileName::exists(input))
         return InputName{input, {}};
     const QString file = input.left(at);
     if (const auto intent = intentOf(word))
         return InputName{file, intent};
-    if (const qsizetype place = partWords.indexOf(word); place >= 0)
+    if (const qsizetype place = partWords.indexOf(word.toLower()); place >= 0)
         return InputName{file, {}, static_cast<Part>(place + 1)};
     if (isInput(file))
         return failure(Problem(ProblemCode::InputSettingUnknown, {word, knownWords()}).about(input));

@@ -54,6 +54,7 @@ enum class ProblemCode : int
     BoundaryMissing,     ///< a profile without a gamut boundary
     BoundaryDamaged,     ///< argument: the tag
     InputWithoutIntent,  ///< an input that has no intents; argument: the one behind its @
+    NoSuchInput,         ///< neither a file nor a built-in name; argument: the built-in name that is near
 
     // pictures
     PictureDamaged,        ///< argument: format, such as PNG; with a cause

@@ -69,6 +69,7 @@ constexpr Sentence sentences[] = {
     {ProblemCode::BoundaryDamaged, QT_TRANSLATE_NOOP("Problem", "the tag '%1' is damaged")},
     {ProblemCode::InputWithoutIntent,
      QT_TRANSLATE_NOOP("Problem", "this gamut has no rendering intents; leave out '@%1'")},
+    {ProblemCode::NoSuchInput, QT_TRANSLATE_NOOP("Problem", "no such file; did you mean %1?")},
     {ProblemCode::PictureDamaged, QT_TRANSLATE_NOOP("Problem", "the %1 picture is damaged")},
     {ProblemCode::PictureWithoutProfile,
      QT_TRANSLATE_NOOP("Problem", "the %1 picture has no embedded profile; the colours of its pixels, taken "

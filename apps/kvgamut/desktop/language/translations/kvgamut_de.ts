@@ -2146,6 +2146,10 @@ wird berechnet</translation>
         <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
         <translation>CMYK- und Gleitkommabilder brauchen ein Profil: betten Sie es ein, oder nennen Sie es mit --photo-profile, hinter @pixels mit --points-space</translation>
     </message>
+    <message>
+        <source>no such file; did you mean %1?</source>
+        <translation>Datei nicht gefunden; meinten Sie %1?</translation>
+    </message>
 </context>
 <context>
     <name>SectionBar</name>

@@ -2146,6 +2146,10 @@ calculando</translation>
         <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
         <translation>las imágenes CMYK y de coma flotante necesitan un perfil: incrústelo, o indíquelo con --photo-profile, detrás de @pixels con --points-space</translation>
     </message>
+    <message>
+        <source>no such file; did you mean %1?</source>
+        <translation>no se encuentra el archivo; ¿quería decir %1?</translation>
+    </message>
 </context>
 <context>
     <name>SectionBar</name>

@@ -2146,6 +2146,10 @@ calcul en cours</translation>
         <source>CMYK and floating-point pictures need a profile: embed it, or name it with --photo-profile, after @pixels with --points-space</source>
         <translation>les images CMJN et en virgule flottante demandent un profil&#xa0;: incorporez-le, ou indiquez-le avec --photo-profile, après @pixels avec --points-space</translation>
     </message>
+    <message>
+        <source>no such file; did you mean %1?</source>
+        <translation>fichier introuvable ; vouliez-vous dire %1 ?</translation>
+    </message>
 </context>
 <context>
     <name>SectionBar</name>
