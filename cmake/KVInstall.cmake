@@ -15,7 +15,7 @@
 # version of the library's interface, so their path contains it, like the name of the library.
 
 option(KV3DVIEWER_INSTALL "Install the libraries, the program and what hosts build with" "${PROJECT_IS_TOP_LEVEL}")
-option(KV3DVIEWER_PACKAGES "Configure the target \"package\", which builds Debian packages" OFF)
+option(KV3DVIEWER_PACKAGES "Configure the target \"packages\", which makes Debian packages" OFF)
 
 if(KV3DVIEWER_PACKAGES AND NOT DEFINED CMAKE_INSTALL_LIBDIR) # the folder of libraries in Debian
     set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Folder of the libraries")

@@ -13,6 +13,9 @@
 #   idle       the cost of idle, covered and hidden viewers; arguments are width, height and seconds
 #   fuzz       every fuzzer for an hour, under the sanitizers; arguments are [--seconds N] and names of readers
 #   oss-fuzz   the script with which OSS-Fuzz builds the fuzzers, and a start of each of them
+#   source-package  the Debian source package, what is built from it, and lintian
+#   reproducible    two builds of the packages at other paths and times, which must be identical; --release: of the
+#                   preset "release"
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -24,7 +27,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,18s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,21s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -126,6 +129,16 @@ oss-fuzz)
     kv_set_up "$root" test
     kv_install patchelf zip unzip
     tools/lanes/oss_fuzz.sh
+    ;;
+source-package)
+    kv_set_up "$root" test
+    kv_install "${kv_package_packages[@]}"
+    tools/lanes/source_package.sh
+    ;;
+reproducible)
+    kv_set_up "$root" test
+    kv_install "${kv_package_packages[@]}"
+    tools/lanes/reproducible.sh "$@"
     ;;
 wayland)
     kv_set_up "$root" test

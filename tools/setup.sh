@@ -19,8 +19,10 @@ kv_python_packages=(pybind11-dev python3-dev python3-numpy)
 # pytest, and PyQt, whose windows the Python module must not disturb.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool libxcb-xtest0-dev at-spi2-core dbus-daemon libatspi2.0-dev clang libclang-rt-dev zsh fish appstream
-    debootstrap dpkg-dev desktop-file-utils doxygen jq locales parallel
+    debootstrap debhelper dh-python dpkg-dev desktop-file-utils doxygen jq locales parallel
     "${kv_python_packages[@]}" python3-pytest python3-pyqt6)
+# Packages with which the source package is built and checked, beside those for tests.
+kv_package_packages=(debhelper dh-python lintian)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.
 kv_optional_test_packages=(clang-format-14 chromium)
 

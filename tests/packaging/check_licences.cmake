@@ -123,10 +123,10 @@ foreach(name IN LISTS requested)
 endforeach()
 
 # --- The packages: what is compiled in is named in their copyright file -------------------------------
-file(READ "${SOURCE}/packaging/debian/copyright" copyright)
+file(READ "${SOURCE}/debian/copyright" copyright)
 foreach(component IN LISTS compiled)
     string(FIND "${copyright}" "${component}" found)
     if(found LESS 0)
-        message(SEND_ERROR "packaging/debian/copyright does not name ${component}")
+        message(SEND_ERROR "debian/copyright does not name ${component}")
     endif()
 endforeach()

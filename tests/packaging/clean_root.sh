@@ -45,7 +45,7 @@ rm -f "$work.not_run"
 
 # --- Requirements ---------------------------------------------------------------------------------
 [[ $EUID -eq 0 ]] || cannot_run "it needs the rights of root"
-for tool in debootstrap cpack dpkg-shlibdeps unshare; do
+for tool in debootstrap dh dpkg-shlibdeps unshare; do
     command -v "$tool" >/dev/null || cannot_run "$tool is not installed"
 done
 if [[ -z ${KV_OWN_MOUNTS:-} ]]; then # mounts are removed when this process ends
@@ -65,8 +65,8 @@ export http_proxy=${http_proxy:-} https_proxy=${https_proxy:-}
 rm -rf --one-file-system "$work"
 mkdir -p "$work" "$cache/archives/partial"
 step "packing"
-cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 ||
-    { tail -n 40 "$work/cpack.log"; fail "cpack"; }
+"$(dirname "$consumer")/../tools/package.sh" "$build" "$work/packages" >"$work/packing.log" 2>&1 ||
+    { tail -n 40 "$work/packing.log"; fail "packing"; }
 packages=(libkv3dviewer[0-9] libkv3dviewer-dev kvgamut)
 [[ ! -d $build/python/kvgamut ]] || packages+=(python3-kvgamut)
 for package in "${packages[@]}"; do
