@@ -6,6 +6,7 @@
 #include "commands/process/Fonts.h"
 #include "commands/process/Say.h"
 #include "commands/process/Screen.h"
+#include "commands/process/Steps.h"
 #include "desktop/MainWindow.h"
 #include "desktop/language/Translations.h"
 
@@ -52,6 +53,10 @@ int ViewCommand::run(Arguments arguments)
         say(*problem);
         return BadOutput;
     }
+    KVGamutView view(&window.viewer());
+    QObject::connect(&view, &KVGamutView::loaded, [&view](const QString& id) {
+        Steps::computed(id.section(QLatin1Char(' '), 1), view.gamut(id).report());
+    });
     bool allShown = true;
     QObject::connect(&window, &MainWindow::problem, [&allShown](const Problem& problem) {
         allShown = false;

@@ -46,7 +46,7 @@ protected:
     }
 };
 
-// --- Help and version -----------------------------------------------------------------------------------
+// --- Help and version --------------------------------------------------------------------------------
 
 TEST_F(HabitsTest, helpIsACommand)
 {
@@ -107,8 +107,7 @@ TEST_F(HabitsTest, helpOfAnImpossibleWidthIsReadable)
     }
 }
 
-// --- Did you mean
-// -------------------------------------------------------------------------------------------
+// --- Did you mean ------------------------------------------------------------------------------------
 
 TEST_F(HabitsTest, anUnknownCommandNamesANearOne)
 {
@@ -160,8 +159,17 @@ TEST_F(HabitsTest, aMissingFileWithANameNearABuiltInOneNamesThat)
               "kvgamut: 'printer.icc': no such file\n");
 }
 
-// --- Any case
-// -----------------------------------------------------------------------------------------------
+TEST_F(HabitsTest, aMissingSpaceOfColoursNamesTheBuiltInOne)
+{
+    const QString points = path(QStringLiteral("rgb.csv"));
+    write(points, "R,G,B\n255,0,0\n");
+    const Answer answer =
+        kvgamut(words("inside sRGB --points-space adobe --points") << points, withoutDisplay());
+    EXPECT_EQ(answer.exitCode, BadInput);
+    EXPECT_TRUE(answer.errors.contains("'adobe': no such file; did you mean AdobeRGB?"));
+}
+
+// --- Any case ----------------------------------------------------------------------------------------
 
 TEST_F(HabitsTest, wordsAndFormatsAreAcceptedInAnyCase)
 {
@@ -203,8 +211,7 @@ TEST_F(HabitsTest, aFileHasPrecedenceOverABuiltInNameInAnotherCase)
     EXPECT_FALSE(info("SRGB").contains("CMYK"));
 }
 
-// --- How much is said
-// -----------------------------------------------------------------------------------------
+// --- How much is said --------------------------------------------------------------------------------
 
 TEST_F(HabitsTest, everyCommandCanBeQuietOrVerbose)
 {
@@ -254,8 +261,7 @@ TEST_F(HabitsTest, quietLeavesOutNotesButNoErrors)
                            BadInput, QStringLiteral("kvgamut: 'missing.icc': no such file")));
 }
 
-// --- Pipes
-// -------------------------------------------------------------------------------------------------------
+// --- Pipes -------------------------------------------------------------------------------------------
 
 TEST_F(HabitsTest, aReaderThatGoesAwayIsNoError)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DeviceColours.h"
 
+#include "model/inputs/BuiltInNames.h"
 #include "model/inputs/BuiltInProfiles.h"
 #include "model/inputs/InputGate.h"
 #include "model/inputs/LittleCms.h"
@@ -14,6 +15,14 @@ namespace {
 
 constexpr std::size_t coloursPerBlock = 1024; // between two checks for a cancellation
 
+/// @p problem of the file @p space; for one that does not exist with the built-in name that is near.
+Problem whyUnread(const QString& space, const Problem& problem)
+{
+    const bool isMissing = problem.cause && problem.cause->code == Problem::Code(ProblemCode::NoSuchFile);
+    const QString near = isMissing ? BuiltInNames::near(space) : QString();
+    return near.isEmpty() ? problem.about({}) : Problem(ProblemCode::NoSuchInput, {near});
+}
+
 /// The profile, checked by the engine: Little CMS alone would open a small file whose conversion takes hours.
 Result<KVProfilePtr> openedSpace(const QString& space, KVVMRenderType intent,
                                  const KVCompletionProtocolPtr& task)
@@ -24,7 +33,8 @@ Result<KVProfilePtr> openedSpace(const QString& space, KVVMRenderType intent,
         if (!read && read.error().isCancelled())
             return failure(read.error());
         if (!read) // the problem of the file of colours is about that one
-            return failure(Problem(ProblemCode::PointSpaceUnusable, {space}).because(read.error().about({})));
+            return failure(
+                Problem(ProblemCode::PointSpaceUnusable, {space}).because(whyUnread(space, read.error())));
         bytes = *read;
     }
     KVProfilePtr profile(KVProfileCreateWithData(bytes.constData(), static_cast<int>(bytes.size())),
