@@ -20,11 +20,10 @@ Speech speech();
 
 /// Prints one line to standard error: "kvgamut: @p message". Line breaks in @p message become spaces.
 void say(const QString& message);
-/// The same, in plain English. Prints nothing if standard output cannot be written because its reader has
-/// ended, as in
-/// "| head": that is how such a reader says that it has enough.
+/// Prints a failure as one line to standard error, in English. Prints nothing if standard output could not be
+/// written because its reader has ended, as in "kvgamut ... | head": the reader has read what it wanted.
 void say(const Problem& problem);
-/// The same for what is no failure; not with Speech::Quiet.
+/// Prints a remark that is not a failure, as say() does. With Speech::Quiet it prints nothing.
 void note(const Problem& problem);
 /// Prints the line only with Speech::Verbose.
 void tell(const QString& message);
