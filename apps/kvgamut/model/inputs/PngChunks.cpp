@@ -22,11 +22,12 @@ struct Chunk
 
     bool isPixels() const { return type == pixels; }
 
-    /// Chunks whose type begins with a small letter are optional. Of these only transparency and colour are
-    /// kept.
+    /// Chunks whose type begins with a small letter are optional. Of these only transparency and the meaning
+    /// of the numbers are kept. The profile (iCCP) is not: it says how the numbers are used, does not change
+    /// them, and libpng allocates the size that the profile itself declares.
     bool affectsPixels() const
     {
-        constexpr std::array<QByteArrayView, 6> kept{"tRNS", "gAMA", "cHRM", "sRGB", "iCCP", "sBIT"};
+        constexpr std::array<QByteArrayView, 5> kept{"tRNS", "gAMA", "cHRM", "sRGB", "sBIT"};
         const bool isOptional = type[0] >= 'a' && type[0] <= 'z';
         return !isOptional || std::find(kept.begin(), kept.end(), type) != kept.end();
     }
