@@ -21,15 +21,7 @@ constexpr qint64 frameMs = 33;
 KVGLWidget::KVGLWidget(QWindow* parent)
     : QOpenGLWindow(QOpenGLWindow::PartialUpdateBlit, parent), m_root(QStringLiteral("root"), QString())
 {
-    // A core profile of version 1.2 is unusual, but with it the 1.2 function table resolves everywhere. Newer
-    // versions do not provide it.
-    QSurfaceFormat format;
-    format.setDepthBufferSize(24);
-    format.setStencilBufferSize(8);
-    format.setSamples(8);
-    format.setRenderableType(QSurfaceFormat::OpenGL);
-    format.setProfile(QSurfaceFormat::CoreProfile);
-    format.setVersion(1, 2);
+    QSurfaceFormat format = surfaceFormat();
     // Without alpha Qt declares the window opaque. A compositor then treats the window behind as covered, and
     // sends it no frame callbacks. Qt concludes that both windows are not exposed, and drawing stops.
     if (isOnWayland())
@@ -44,6 +36,20 @@ KVGLWidget::KVGLWidget(QWindow* parent)
     connect(&m_visibility, &VisibilityWatch::mayHaveAppeared, this, &KVGLWidget::update);
 }
 
+QSurfaceFormat KVGLWidget::surfaceFormat()
+{
+    // A core profile of version 1.2 is unusual, but with it the 1.2 function table resolves everywhere. Newer
+    // versions do not provide it.
+    QSurfaceFormat format;
+    format.setDepthBufferSize(24);
+    format.setStencilBufferSize(8);
+    format.setSamples(8);
+    format.setRenderableType(QSurfaceFormat::OpenGL);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setVersion(1, 2);
+    return format;
+}
+
 KVGLWidget::~KVGLWidget()
 {
     // A child window that was never shown: Qt 6.8 creates its platform window when the destructor removes it
@@ -52,7 +58,7 @@ KVGLWidget::~KVGLWidget()
         hide();
     // When the base class destroys the context, this object is only a QOpenGLWindow. So GPU objects are
     // released here, and teardownGL() must not be called any more.
-    if (QOpenGLContext* own = context())
+    if (QOpenGLContext* own = glContext())
         own->disconnect(this);
     {
         const ContextScope scope(this);
@@ -113,15 +119,24 @@ void KVGLWidget::drawOverlay()
 
 void KVGLWidget::update()
 {
-    if (m_visibility.canBeSeen())
+    if (!canBeSeen())
+        return;
+    if (!m_target)
         QPaintDeviceWindow::update();
+    else if (m_hooks.frameWanted)
+        m_hooks.frameWanted();
+}
+
+bool KVGLWidget::canBeSeen()
+{
+    return m_target ? m_targetShown : m_visibility.canBeSeen();
 }
 
 bool KVGLWidget::event(QEvent* event)
 {
     switch (event->type()) {
     case QEvent::UpdateRequest:
-        if (!mayRun())
+        if (m_target || !mayRun())
             return true;
         if (isIdle()) {
             lookForChanges();
@@ -130,7 +145,7 @@ bool KVGLWidget::event(QEvent* event)
         [[fallthrough]];
     case QEvent::Expose:
     case QEvent::Paint:
-        return isReadyFor(event->type()) ? QOpenGLWindow::event(event) : true;
+        return m_target || !isReadyFor(event->type()) || QOpenGLWindow::event(event);
     default:
         return QOpenGLWindow::event(event);
     }
@@ -139,7 +154,7 @@ bool KVGLWidget::event(QEvent* event)
 bool KVGLWidget::mayRun()
 {
     m_lookTimer.stop();
-    return canPaint() && m_visibility.canBeSeen();
+    return canPaint() && canBeSeen();
 }
 
 bool KVGLWidget::isIdle() const
@@ -152,6 +167,12 @@ bool KVGLWidget::isIdle() const
 void KVGLWidget::lookForChanges()
 {
     isFrameDue();
+    lookAgainLater();
+}
+
+/// At the time of the next frame.
+void KVGLWidget::lookAgainLater()
+{
     m_lookTimer.start(static_cast<int>(std::max<qint64>(1, frameMs - m_frameTimer.elapsed())),
                       Qt::PreciseTimer, this);
 }
@@ -164,11 +185,19 @@ void KVGLWidget::timerEvent(QTimerEvent* event)
     }
     if (!mayRun())
         return;
-    if (isIdle()) {
+    if (isIdle())
         lookForChanges();
+    else
+        paintNow();
+}
+
+void KVGLWidget::paintNow()
+{
+    if (m_target) {
+        update();
         return;
     }
-    // Paints now. An update request would cost some milliseconds more.
+    // An update request would cost some milliseconds more.
     QPaintEvent paint(QRect(QPoint(), size()));
     QCoreApplication::sendEvent(this, &paint);
 }
@@ -211,8 +240,8 @@ void KVGLWidget::advanceCamera()
     // destroy this window.
     const QPointer<KVGLWidget> self(this);
     Q_EMIT moveFinised();
-    if (self && context())
-        makeCurrent();
+    if (self && glContext())
+        makeContextCurrent();
 }
 
 /// Whether the frame that is considered now must be drawn.
@@ -268,7 +297,7 @@ void KVGLWidget::drawFrame()
     drawScene(m_camera, m_camera.projectionMatrix());
     m_functions.glEnable(GL_MULTISAMPLE);
     drawOverlay();
-    if (requestedFormat().hasAlpha())
+    if (m_target || requestedFormat().hasAlpha())
         makeOpaque();
     if (m_coarseWhileMoving)
         noteFrame(move, coarse, startedAt);
@@ -357,7 +386,7 @@ bool KVGLWidget::hasNothingToDraw() const
 QSize KVGLWidget::deviceSize() const
 {
     // truncated, as Qt does for its framebuffer
-    return {static_cast<int>(width() * devicePixelRatio()), static_cast<int>(height() * devicePixelRatio())};
+    return {static_cast<int>(width() * pixelRatio()), static_cast<int>(height() * pixelRatio())};
 }
 
 bool KVGLWidget::canPaint() const

@@ -3,6 +3,8 @@
 
 #include <annotation/Overlay.h>
 #include <glwindow/CameraState.h>
+#include <glwindow/ContextOwner.h>
+#include <glwindow/FrameTarget.h>
 #include <glwindow/MotionDetail.h>
 #include <glwindow/OverlayRenderer.h>
 #include <glwindow/VisibilityWatch.h>
@@ -17,6 +19,7 @@
 #include <QtCore/QSize>
 #include <QtGui/QColor>
 #include <QtGui/QImage>
+#include <QtGui/QSurfaceFormat>
 #include <QtOpenGL/QOpenGLFunctions_1_2>
 #include <QtOpenGL/QOpenGLWindow>
 
@@ -40,13 +43,19 @@
 ///
 /// Without usable OpenGL the window stays empty and needs no context; see drawingProblem().
 ///
+/// With setTarget() nothing is drawn on the screen: the owner asks for each frame, and the window is never
+/// shown.
+///
 /// Scene coordinates (-a*, L*, b*) unless stated otherwise; GUI thread only.
-class KVGLWidget : public QOpenGLWindow
+class KVGLWidget : public QOpenGLWindow, public ContextOwner
 {
     Q_OBJECT
 public:
     explicit KVGLWidget(QWindow* parent = nullptr);
     ~KVGLWidget() override;
+
+    /// Of contexts in which the scene can be drawn.
+    static QSurfaceFormat surfaceFormat();
 
     /// Only stored. It does not affect drawing, which is limited to one frame in 33 ms.
     void setFramerate(int framesPerSecond) { m_framerate = framesPerSecond; }
@@ -74,6 +83,37 @@ public:
     bool coarseWhileMoving() const { return m_coarseWhileMoving; }
     /// Whether coarse surfaces are worth making: they are allowed, and the last frame without them was slow.
     bool wantsCoarse() const { return m_coarseWhileMoving && m_motion.isSlow(); }
+
+    /// @name Without a window on the screen
+    /// @{
+
+    /// Draws into @p target from now on, which must outlive this object. Call it before anything is drawn.
+    void setTarget(FrameTarget* target);
+    /// The logical size of the frames, and device pixels for each logical one.
+    void setTargetSize(const QSize& size, qreal pixelRatio);
+    /// Whether the frames can be seen; false at first. If not, nothing runs, as in a hidden window.
+    void setTargetShown(bool shown);
+    /// Draws the next frame into the target if it is due. False if nothing was drawn: the last frame is still
+    /// up to date, it is not time yet, nothing can be seen or nothing can be drawn. Hooks::frameWanted tells
+    /// when to call this.
+    bool drawInTarget();
+    /// @}
+
+    /// @name Context
+    /// That of the target, if there is one, or that of the window. Null if there is none.
+    /// @{
+    [[nodiscard]] QOpenGLContext* glContext() const override
+    {
+        return m_target ? m_target->context() : context();
+    }
+    void makeContextCurrent() override;
+    void releaseContext() override;
+    [[nodiscard]] GLuint framebuffer() const
+    {
+        return m_target ? m_target->framebuffer() : defaultFramebufferObject();
+    }
+    [[nodiscard]] qreal pixelRatio() const { return m_target ? m_targetPixelRatio : devicePixelRatio(); }
+    /// @}
 
     KV3DObject& root() { return m_root; }
     const KV3DObject& root() const { return m_root; }
@@ -135,6 +175,8 @@ public:
         std::function<void()> settled;               ///< isSettled() became true
         std::function<void()> coarseWanted;          ///< wantsCoarse() became true
         std::function<void()> drawingProblemChanged; ///< drawingProblem() changed; it is nullopt at first
+        /// A frame may be due in the target: drawInTarget() is to be called soon, but not from inside.
+        std::function<void()> frameWanted;
     };
     void setHooks(Hooks hooks) { m_hooks = std::move(hooks); }
 
@@ -180,6 +222,12 @@ private:
     void advanceCamera();
     bool isFrameDue();
     bool isIdle() const;
+    bool canBeSeen();
+    void lookAgainLater();
+    void paintNow();
+    bool prepareTarget();
+    bool prepareTargetContext();
+    void loseTargetContext();
     bool hasNothingToDraw() const; ///< isSettled() without regard to the background and to coarse surfaces
     void drawFrame();
     MotionDetail::Move moveOfFrame() const;
@@ -233,6 +281,9 @@ private:
     QBasicTimer m_lookTimer; ///< runs while the window can be seen and nothing moves or changes
     VisibilityWatch m_visibility{*this};
     Hooks m_hooks;
+    FrameTarget* m_target = nullptr; ///< null: the window
+    qreal m_targetPixelRatio = 1.0;
+    bool m_targetShown = false;
     bool m_settledNoted = false;                                    ///< since the last drawn frame
     GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context
 

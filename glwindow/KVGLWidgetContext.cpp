@@ -31,12 +31,12 @@ QString profileName(QSurfaceFormat::OpenGLContextProfile profile)
 
 void KVGLWidget::initializeGL()
 {
-    if (QOpenGLContext::currentContext() != context() || !m_functions.initializeOpenGLFunctions())
+    if (QOpenGLContext::currentContext() != glContext() || !m_functions.initializeOpenGLFunctions())
         return;
     m_initialized = true;
 
     // Unique connections, because this function is called again for a new context.
-    connect(context(), SIGNAL(aboutToBeDestroyed()), this, SLOT(teardownGL()),
+    connect(glContext(), SIGNAL(aboutToBeDestroyed()), this, SLOT(teardownGL()),
             static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::UniqueConnection));
     connect(this, SIGNAL(frameSwapped()), this, SLOT(update()),
             static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::UniqueConnection));
@@ -46,11 +46,11 @@ void KVGLWidget::initializeGL()
     m_functions.glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &m_maxFramebufferSide);
     m_functions.glEnable(GL_MULTISAMPLE);
     m_functions.glEnable(GL_LINE_SMOOTH);
-    context()->functions()->glBlendEquation(GL_FUNC_ADD);
+    glContext()->functions()->glBlendEquation(GL_FUNC_ADD);
     m_functions.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     m_camera.setAspect(geometry().width(), geometry().height());
-    m_root.initializeGL(context());
-    if (ShaderPrograms::problemOf(context()) && m_hooks.drawingProblemChanged)
+    m_root.initializeGL(glContext());
+    if (ShaderPrograms::problemOf(glContext()) && m_hooks.drawingProblemChanged)
         m_hooks.drawingProblemChanged();
     m_mustDraw = true;
 }
@@ -59,8 +59,9 @@ void KVGLWidget::logContext()
 {
     const auto* version = reinterpret_cast<const char*>(m_functions.glGetString(GL_VERSION));
     KVLogDebug(QStringLiteral("%1 %2 (%3)")
-                   .arg(context()->isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"),
-                        QString::fromLatin1(version), profileName(format().profile())));
+                   .arg(glContext()->isOpenGLES() ? QStringLiteral("OpenGL ES") : QStringLiteral("OpenGL"),
+                        QString::fromLatin1(version),
+                        profileName((m_target ? glContext()->format() : format()).profile())));
 }
 
 std::optional<KVProblem> KVGLWidget::drawingProblem()
@@ -72,7 +73,8 @@ std::optional<KVProblem> KVGLWidget::drawingProblem()
 
 QOpenGLContext* KVGLWidget::usableContext() const
 {
-    return m_initialized && isValid() ? context() : nullptr;
+    QOpenGLContext* own = glContext();
+    return m_initialized && own && own->isValid() ? own : nullptr;
 }
 
 void KVGLWidget::setDrawingProblem(const std::optional<KVProblem>& problem)
@@ -192,11 +194,27 @@ void KVGLWidget::retryLater()
     });
 }
 
+void KVGLWidget::makeContextCurrent()
+{
+    if (m_target)
+        m_target->makeCurrent();
+    else
+        makeCurrent();
+}
+
+void KVGLWidget::releaseContext()
+{
+    if (m_target)
+        m_target->doneCurrent();
+    else
+        doneCurrent();
+}
+
 void KVGLWidget::teardownGL()
 {
-    makeCurrent();
+    makeContextCurrent();
     releaseScene();
-    doneCurrent();
+    releaseContext();
 }
 
 void KVGLWidget::releaseScene()

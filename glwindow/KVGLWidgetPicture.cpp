@@ -82,7 +82,7 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
     QOpenGLFramebufferObject plain(size, QOpenGLFramebufferObject::NoAttachment);
     if (!plain.isValid())
         return {};
-    QOpenGLExtraFunctions* gl = context()->extraFunctions();
+    QOpenGLExtraFunctions* gl = glContext()->extraFunctions();
     const TargetKeeper keeper(gl);
     gl->glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
     gl->glBindFramebuffer(GL_DRAW_FRAMEBUFFER, plain.handle());
@@ -94,13 +94,13 @@ QImage KVGLWidget::resolved(GLuint framebuffer, const QSize& size)
 
 void KVGLWidget::releaseFrames()
 {
-    if (!m_hasPicture || !usableContext() || QOpenGLContext::currentContext() != context())
+    if (!m_hasPicture || !usableContext() || QOpenGLContext::currentContext() != glContext())
         return;
     // llvmpipe frees the triangles of a frame when it uses their memory for the next one. It has several such
     // memories, and uses another one only while the first is busy: so these frames must not be too small.
     constexpr int side = 1024;
     constexpr int frames = 4;
-    const TargetKeeper keeper(context()->functions());
+    const TargetKeeper keeper(glContext()->functions());
     QOpenGLFramebufferObjectFormat format;
     format.setSamples(requestedFormat().samples());
     QOpenGLFramebufferObject target(QSize(side, side), format);
@@ -118,15 +118,16 @@ QImage KVGLWidget::picture()
     if (!m_hasPicture || !usableContext())
         return {};
     QImage image;
-    if (m_motion.showsCoarse()) {
+    // A target has an empty framebuffer from a change of its size to the next frame.
+    if (m_motion.showsCoarse() || (m_target && deviceSize() != m_drawnSize)) {
         image = picture(m_drawnSize);
     } else {
         const ContextScope scope(this);
-        image = resolved(defaultFramebufferObject(), m_drawnSize);
+        image = resolved(framebuffer(), m_drawnSize);
     }
     if (image.isNull())
         return {};
-    image.setDevicePixelRatio(devicePixelRatio());
+    image.setDevicePixelRatio(pixelRatio());
     return image;
 }
 
@@ -148,7 +149,7 @@ QImage KVGLWidget::picture(const QSize& size)
     QOpenGLFramebufferObject target(tileSize, format);
     if (!target.isValid())
         return {};
-    const TargetKeeper keeper(context()->functions());
+    const TargetKeeper keeper(glContext()->functions());
 
     CameraState camera = m_camera;
     camera.setAspect(size.width(), size.height());

@@ -330,6 +330,7 @@ Q_SIGNALS:
     void doubleClick(QPoint p, QVector3D origin, QVector3D direction);
 
 private:
+    friend class KVGamutCanvas;
     friend class KVGamutView;
     class Q_DECL_HIDDEN Private;
     std::unique_ptr<Private> d;

@@ -33,7 +33,8 @@ ViewerEvents::ViewerEvents(QObject& viewer, KVGLWidget& widget) : m_widget(widge
         {[this] { postCameraCheck(); },
          [this] { QMetaObject::invokeMethod(this, &ViewerEvents::checkSettled, Qt::QueuedConnection); },
          [this] { QMetaObject::invokeMethod(this, &ViewerEvents::coarseWanted, Qt::QueuedConnection); },
-         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::drawableChanged, Qt::QueuedConnection); }});
+         [this] { QMetaObject::invokeMethod(this, &ViewerEvents::drawableChanged, Qt::QueuedConnection); },
+         [this] { Q_EMIT frameWanted(); }});
 }
 
 ViewerEvents::~ViewerEvents()

@@ -33,6 +33,7 @@ Q_SIGNALS:
     void settled();
     void coarseWanted();    ///< the widget's wantsCoarse() became true
     void drawableChanged(); ///< the widget's drawingProblem() changed
+    void frameWanted();     ///< see KVGLWidget::Hooks; from anywhere inside the library
     void themeChanged();    ///< emitted by the scene
     /// @param endsDrag the pointer moved farther than the system's drag distance since the press
     void released(const QPoint& pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,

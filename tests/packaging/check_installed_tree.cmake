@@ -36,7 +36,7 @@ if(NOT left STREQUAL "${WORK}/stage/opt")
 endif()
 foreach(file IN ITEMS bin/kvgamut lib/kv3dviewer/Resources/Shaders/simple.vert
         include/KV3DViewer/KVGamut3DViewer.h include/KV3DViewer/KVGamutView.h
-        include/KV3DViewer/KVViewValues.h
+        include/KV3DViewer/KVGamutCanvas.h include/KV3DViewer/KVViewValues.h
         include/KV3DViewer/platform/KVVelmoraFramework.h include/KV3DViewer/platform/KVProblem.h
         share/man/man1/kvgamut.1 share/man/man1/kvgamut-render.1
         share/applications/kvgamut.desktop share/icons/hicolor/scalable/apps/kvgamut.svg

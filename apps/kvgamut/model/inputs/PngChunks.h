@@ -13,7 +13,8 @@ namespace PngChunks {
 bool areComplete(const QByteArray& png);
 
 /// The picture @p png without texts, its profile and other chunks that do not affect the numbers of the
-/// pixels; the same bytes if there are none. Read the profile with PictureProfile, which limits its size. nullopt if a chunk other than one of the pixels declares more bytes than the file has.
+/// pixels; the same bytes if there are none. Read the profile with PictureProfile, which limits its size.
+/// nullopt if a chunk other than one of the pixels declares more bytes than the file has.
 std::optional<QByteArray> ofPixels(const QByteArray& png);
 
 } // namespace PngChunks
