@@ -3,6 +3,9 @@
 #
 #   <prefix>/<libdir>/libKV3DViewer.so.0.1 ...          the three libraries       (component Library)
 #   <prefix>/share/kv3dviewer-0.1/Resources/            shaders and plane image   (component Library)
+#   <prefix>/<libdir>/libKV3DViewerWidgets.so.0.1       KVGamutGLWidget           (component Widgets)
+#   <prefix>/<libdir>/libKV3DViewerQuick.so.0.1         KVGamutQuickView          (component Quick)
+#   <prefix>/<libdir>/qt6/qml/KV3DViewer/Quick/         the module for QML        (component Qml)
 #   <prefix>/include/KV3DViewer/                        headers                   (component Development)
 #   <prefix>/<libdir>/{cmake/KV3DViewer,pkgconfig}/     packages                  (component Development)
 #   <prefix>/lib/kv3dviewer/bin/kvgamut                 the program               (component Tools)
@@ -75,18 +78,22 @@ function(kv_shared_library target)
 endfunction()
 
 # kv_install_library(TARGET COMPONENT name DESCRIPTION text HEADERS files... [HEADERS_IN folder]
-#                    REQUIRES modules...)
+#                    REQUIRES modules... [INSTALL_COMPONENT name])
 #
+# INSTALL_COMPONENT: of the library file; "Library" by default.
 # REQUIRES lists the pkg-config modules whose headers are included by public headers. Libraries that a shared
 # library links itself are not needed by hosts.
 function(kv_install_library target)
-    cmake_parse_arguments(ARG "" "COMPONENT;DESCRIPTION;HEADERS_IN" "HEADERS;REQUIRES" ${ARGN})
+    cmake_parse_arguments(ARG "" "COMPONENT;DESCRIPTION;HEADERS_IN;INSTALL_COMPONENT" "HEADERS;REQUIRES" ${ARGN})
     if(NOT KV3DVIEWER_INSTALL)
         return()
     endif()
+    if(NOT ARG_INSTALL_COMPONENT)
+        set(ARG_INSTALL_COMPONENT Library)
+    endif()
     install(TARGETS ${target} EXPORT KV3DViewer${ARG_COMPONENT}Targets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        COMPONENT Library NAMELINK_COMPONENT Development)
+        COMPONENT ${ARG_INSTALL_COMPONENT} NAMELINK_COMPONENT Development)
     install(EXPORT KV3DViewer${ARG_COMPONENT}Targets NAMESPACE KV3DViewer::
         DESTINATION "${KV3DVIEWER_INSTALL_CMAKEDIR}" COMPONENT Development)
     install(FILES ${ARG_HEADERS}

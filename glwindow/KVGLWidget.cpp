@@ -385,7 +385,9 @@ bool KVGLWidget::hasNothingToDraw() const
 
 QSize KVGLWidget::deviceSize() const
 {
-    // truncated, as Qt does for its framebuffer
+    if (m_target)
+        return size() * pixelRatio(); // rounded, as QOpenGLWidget does for its framebuffer
+    // truncated, as QOpenGLWindow does
     return {static_cast<int>(width() * pixelRatio()), static_cast<int>(height() * pixelRatio())};
 }
 

@@ -93,10 +93,16 @@ public:
     void setTargetSize(const QSize& size, qreal pixelRatio);
     /// Whether the frames can be seen; false at first. If not, nothing runs, as in a hidden window.
     void setTargetShown(bool shown);
+    /// When a change of the picture is drawn.
+    enum class Pace
+    {
+        Limited, ///< not within 33 ms after the last frame
+        Now,
+    };
     /// Draws the next frame into the target if it is due. False if nothing was drawn: the last frame is still
     /// up to date, it is not time yet, nothing can be seen or nothing can be drawn. Hooks::frameWanted tells
     /// when to call this.
-    bool drawInTarget();
+    bool drawInTarget(Pace pace = Pace::Limited);
     /// @}
 
     /// @name Context
@@ -284,7 +290,8 @@ private:
     FrameTarget* m_target = nullptr; ///< null: the window
     qreal m_targetPixelRatio = 1.0;
     bool m_targetShown = false;
-    bool m_settledNoted = false;                                    ///< since the last drawn frame
+    GLuint m_drawnFramebuffer = 0; ///< of the target, with the last drawn frame
+    bool m_settledNoted = false;   ///< since the last drawn frame
     GLint m_maxFramebufferSide = std::numeric_limits<GLint>::max(); ///< limit of the context
 
     std::optional<KVProblem> m_drawingProblem;

@@ -5,6 +5,8 @@
 #include <QtCore/QPointer>
 #include <QtGui/QOpenGLFunctions>
 
+#include <utility>
+
 void KVGLWidget::setTarget(FrameTarget* target)
 {
     m_target = target;
@@ -32,10 +34,12 @@ void KVGLWidget::setTargetShown(bool shown)
         m_lookTimer.stop();
 }
 
-bool KVGLWidget::drawInTarget()
+bool KVGLWidget::drawInTarget(Pace pace)
 {
     if (!m_target || !mayRun())
         return false;
+    if (pace == Pace::Now)
+        m_frameTimer.invalidate();
     if (isIdle()) {
         lookForChanges();
         return false;
@@ -80,6 +84,11 @@ bool KVGLWidget::prepareTarget()
                                     : std::optional(KVProblem{KVProblemCode::OpenGLNotUsable, {}, {}}));
     if (!m_initialized)
         return false;
+    // The host has made a new framebuffer, which is empty.
+    if (std::exchange(m_drawnFramebuffer, m_target->framebuffer()) != m_target->framebuffer()) {
+        m_mustDraw = true;
+        m_frameTimer.invalidate();
+    }
     m_functions.glViewport(0, 0, deviceSize().width(), deviceSize().height());
     return true;
 }

@@ -60,7 +60,7 @@ public:
     KVGamutView* view() const; ///< attached to viewer(); owned by the canvas
 
     /// The size of the frames; empty at first: nothing is drawn. A frame has @p size times
-    /// @p devicePixelRatio pixels, truncated.
+    /// @p devicePixelRatio pixels, rounded.
     void setSize(const QSize& size, qreal devicePixelRatio);
     QSize size() const;             ///< as set
     qreal devicePixelRatio() const; ///< as set
@@ -69,10 +69,16 @@ public:
     void setShown(bool shown);
     bool isShown() const; ///< as set
 
+    /// When a change is drawn.
+    enum class Pace
+    {
+        Limited, ///< not within 33 ms after the last frame, as in the window of KVGamut3DViewer
+        Now,     ///< at once, for example for a picture of the host
+    };
     /// Draws a frame if one is due. Makes the OpenGL context that was current before current again.
-    /// @return whether there is a new frame. False if nothing changed, a frame was drawn less than 33 ms ago,
-    ///   the canvas is not shown, or there is no usable OpenGL
-    bool draw();
+    /// @return whether there is a new frame. False if nothing changed, it is too early, the canvas is not
+    ///   shown, or there is no usable OpenGL
+    bool draw(Pace pace = Pace::Limited);
     /// The last frame in device pixels, opaque; null before the first one. With a target: read back from its
     /// framebuffer.
     QImage frame() const;

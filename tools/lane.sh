@@ -53,7 +53,7 @@ sources() {
     if [[ $# -gt 0 ]]; then
         printf '%s\n' "$@"
     else
-        find viewer annotation glwindow scene gamut platform engine apps -name '*.cpp' | sort
+        find viewer widgets quick annotation glwindow scene gamut platform engine apps -name '*.cpp' | sort
     fi
 }
 analyse() {
@@ -98,7 +98,7 @@ tidy)
 clazy)
     kv_set_up "$root" test
     kv_install clazy
-    export CLAZY_HEADER_FILTER='/(include|viewer|scene|glwindow|gamut|platform|engine|apps)/'
+    export CLAZY_HEADER_FILTER='/(include|viewer|widgets|quick|scene|glwindow|gamut|platform|engine|apps)/'
     analyse 'clazy-standalone -p build/analysis -checks=level1 --extra-arg=-Werror' "$@"
     ;;
 soak | soak-asan)

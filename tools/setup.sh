@@ -14,13 +14,16 @@ kv_run_packages=(
 )
 # Packages that the Python module needs to build and run (the preset "python").
 kv_python_packages=(pybind11-dev python3-dev python3-numpy)
+# Packages that the module KV3DViewer.Quick needs to build and run.
+kv_quick_packages=(qt6-declarative-dev qt6-declarative-dev-tools qml6-module-qtquick qml6-module-qtqml
+    qml6-module-qtqml-models qml6-module-qtqml-workerscript)
 # Packages that the tests need: Qhull to compare hulls with, ICC profiles, a window manager, tools that send
 # real input, the accessibility bus and its client library, Clang for the fuzzers, shells whose completions are tested, the sources of locales,
-# pytest, and PyQt, whose windows the Python module must not disturb.
+# pytest, and PyQt, whose windows the Python module must not disturb; Qt Quick.
 kv_test_packages=(make libgtest-dev libgmock-dev libbenchmark-dev libqhull-dev
     colord-data libgs-common openbox xdotool libxcb-xtest0-dev at-spi2-core dbus-daemon libatspi2.0-dev clang libclang-rt-dev zsh fish appstream
     debootstrap debhelper dh-python dpkg-dev desktop-file-utils doxygen jq locales parallel
-    "${kv_python_packages[@]}" python3-pytest python3-pyqt6)
+    "${kv_python_packages[@]}" python3-pytest python3-pyqt6 "${kv_quick_packages[@]}")
 # Packages with which the source package is built and checked, beside those for tests.
 kv_package_packages=(debhelper dh-python lintian)
 # Packages that some of these systems do not have. The test that needs one says why it is skipped.

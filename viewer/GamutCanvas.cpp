@@ -7,6 +7,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QPointingDevice>
 
 #include <algorithm>
 #include <array>
@@ -48,13 +49,21 @@ public:
     explicit Private(Target* target) : frames(frameTarget(target)) {}
 
     void send(QEvent& event) { QCoreApplication::sendEvent(&viewer, &event); }
-    void sendMouse(QEvent::Type type, const QMouseEvent& event, Qt::MouseButton button,
+    void sendMouse(QEvent::Type type, const QSinglePointEvent& event, Qt::MouseButton button,
                    Qt::MouseButtons buttons);
-    bool passOnMouse(QMouseEvent& event);
+    bool passOnMouse(QSinglePointEvent& event);
     bool passOnKey(QKeyEvent& event);
     void releaseShift();
 
     std::unique_ptr<FrameTarget> frames; // destroyed last
+    /// Qt keeps in the device which item has grabbed it: a second event of the same device would change that.
+    const QPointingDevice mouse{QStringLiteral("KVGamutCanvas"),
+                                0,
+                                QInputDevice::DeviceType::Mouse,
+                                QPointingDevice::PointerType::Generic,
+                                QInputDevice::Capability::Position,
+                                1,
+                                3};
     KVGamut3DViewer viewer;
     KVGamutView view{&viewer};
     QSize size;
@@ -120,9 +129,10 @@ bool KVGamutCanvas::isShown() const
     return d->shown;
 }
 
-bool KVGamutCanvas::draw()
+bool KVGamutCanvas::draw(Pace pace)
 {
-    return d->viewer.d->widget->drawInTarget();
+    return d->viewer.d->widget->drawInTarget(pace == Pace::Now ? KVGLWidget::Pace::Now
+                                                               : KVGLWidget::Pace::Limited);
 }
 
 QImage KVGamutCanvas::frame() const
@@ -132,21 +142,21 @@ QImage KVGamutCanvas::frame() const
 
 /// The viewer computes drags from global positions. Those of the host would be wrong for an item that is
 /// scaled or rotated.
-void KVGamutCanvas::Private::sendMouse(QEvent::Type type, const QMouseEvent& event, Qt::MouseButton button,
-                                       Qt::MouseButtons buttons)
+void KVGamutCanvas::Private::sendMouse(QEvent::Type type, const QSinglePointEvent& event,
+                                       Qt::MouseButton button, Qt::MouseButtons buttons)
 {
     const QPointF position = event.position();
-    QMouseEvent sent(type, position, position, position, button, buttons, event.modifiers(),
-                     event.pointingDevice());
+    QMouseEvent sent(type, position, position, position, button, buttons, event.modifiers(), &mouse);
     send(sent);
 }
 
-bool KVGamutCanvas::Private::passOnMouse(QMouseEvent& event)
+bool KVGamutCanvas::Private::passOnMouse(QSinglePointEvent& event)
 {
     // Without it a drag would start where the pointer was last seen: hosts do not report each move.
-    if (event.type() == QEvent::MouseButtonPress)
+    if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::HoverMove)
         sendMouse(QEvent::MouseMove, event, Qt::NoButton, Qt::NoButton);
-    sendMouse(event.type(), event, event.button(), event.buttons());
+    if (event.type() != QEvent::HoverMove)
+        sendMouse(event.type(), event, event.button(), event.buttons());
     return true;
 }
 
@@ -173,7 +183,8 @@ bool KVGamutCanvas::passOn(QEvent& event)
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
-        return d->passOnMouse(static_cast<QMouseEvent&>(event));
+    case QEvent::HoverMove:
+        return d->passOnMouse(static_cast<QSinglePointEvent&>(event));
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
         return d->passOnKey(static_cast<QKeyEvent&>(event));

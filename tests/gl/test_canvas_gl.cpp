@@ -180,6 +180,19 @@ TEST(Canvas, drawsOnlyWhatChanged)
     EXPECT_TRUE(spinUntil([&] { return host.frames > frames && host.canvas.viewer()->isSettled(); }));
 }
 
+TEST(Canvas, drawsAtOnceIfItMust)
+{
+    Host host;
+    ASSERT_TRUE(host.settle());
+    KVGamut3DViewer& viewer = *host.canvas.viewer();
+    for (const Qt::GlobalColor color : {Qt::red, Qt::green, Qt::blue}) { // much faster than one in 33 ms
+        viewer.setBackground(color);
+        EXPECT_TRUE(host.canvas.draw(KVGamutCanvas::Pace::Now));
+        EXPECT_EQ(host.canvas.frame().pixelColor(0, 0), QColor(color));
+    }
+    EXPECT_FALSE(host.canvas.draw(KVGamutCanvas::Pace::Now)) << "nothing changed";
+}
+
 TEST(Canvas, showsMovesAndReportsTheirEnd)
 {
     Host host;

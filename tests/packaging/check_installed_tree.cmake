@@ -36,6 +36,8 @@ if(NOT left STREQUAL "${WORK}/stage/opt")
 endif()
 foreach(file IN ITEMS bin/kvgamut lib/kv3dviewer/Resources/Shaders/simple.vert
         include/KV3DViewer/KVGamut3DViewer.h include/KV3DViewer/KVGamutView.h
+        include/KV3DViewer/KVGamutGLWidget.h include/KV3DViewer/KVGamutQuickView.h
+        ${LIBDIR}/qt6/qml/KV3DViewer/Quick/qmldir
         include/KV3DViewer/KVGamutCanvas.h include/KV3DViewer/KVViewValues.h
         include/KV3DViewer/platform/KVVelmoraFramework.h include/KV3DViewer/platform/KVProblem.h
         share/man/man1/kvgamut.1 share/man/man1/kvgamut-render.1
@@ -59,6 +61,13 @@ foreach(text IN LISTS texts)
         message(FATAL_ERROR "${text} names a folder of the build: ${lines}")
     endif()
 endforeach()
+
+# --- The module for QML finds the libraries where it is installed -----------------------------------------
+file(GLOB_RECURSE modules "${PREFIX}/*/libKV3DViewerQuickPlugin.so")
+run("the libraries of the QML module" ldd ${modules})
+if(NOT output MATCHES "libKV3DViewerQuick[^\n]*=> ${PREFIX}" OR output MATCHES "not found")
+    message(FATAL_ERROR "the libraries of the QML module: ${output}")
+endif()
 
 # --- Files for desktops --------------------------------------------------------------------------------
 run("the desktop entry" ${DESKTOP_FILE_VALIDATE} "${PREFIX}/share/applications/kvgamut.desktop")
@@ -138,7 +147,7 @@ execute_process(COMMAND ${CMAKE_COMMAND} -G Ninja -S "${WORK}/misspelt_host" -B 
         -DCMAKE_PREFIX_PATH=${PREFIX}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
 string(REGEX REPLACE "[ \n]+" " " output "${output}")
-set(expected "KV3DViewer has no component \"Viwer\". Its components are Core, Velmora, Viewer.")
+set(expected "KV3DViewer has no component \"Viwer\". Its components are Core, Velmora, Viewer, Widgets, Quick.")
 string(FIND "${output}" "${expected}" found)
 if(result EQUAL 0 OR found LESS 0)
     message(FATAL_ERROR "no message about a misspelt component (${result}): ${output}")

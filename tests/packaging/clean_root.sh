@@ -67,7 +67,7 @@ mkdir -p "$work" "$cache/archives/partial"
 step "packing"
 "$(dirname "$consumer")/../tools/package.sh" "$build" "$work/packages" >"$work/packing.log" 2>&1 ||
     { tail -n 40 "$work/packing.log"; fail "packing"; }
-packages=(libkv3dviewer[0-9] libkv3dviewer-dev kvgamut)
+packages=(libkv3dviewer[0-9] libkv3dviewerwidgets libkv3dviewerquick qml6-module-kv3dviewer-quick libkv3dviewer-dev kvgamut)
 [[ ! -d $build/python/kvgamut ]] || packages+=(python3-kvgamut)
 for package in "${packages[@]}"; do
     compgen -G "$work/packages/$package*.deb" >/dev/null || fail "the package $package was not built"
@@ -101,6 +101,9 @@ find "$root" -xdev -iname '*kv3dviewer*' -o -xdev -iname '*kvgamut*' | sort >"$w
 mkdir "$root/tmp/kv"
 cp -r "$consumer" "$root/tmp/kv/consumer"
 cp "$work"/packages/libkv3dviewer[0-9]*.deb "$root/tmp/kv/library.deb"
+cp "$work"/packages/libkv3dviewerwidgets[0-9]*.deb "$root/tmp/kv/widgets.deb"
+cp "$work"/packages/libkv3dviewerquick[0-9]*.deb "$root/tmp/kv/quick.deb"
+cp "$work"/packages/qml6-module-kv3dviewer-quick*.deb "$root/tmp/kv/qml.deb"
 cp "$work"/packages/libkv3dviewer-dev*.deb "$root/tmp/kv/development.deb"
 cp "$work"/packages/kvgamut*.deb "$root/tmp/kv/program.deb"
 
@@ -147,7 +150,11 @@ fi
 
 # --- Hosts ----------------------------------------------------------------------------------------------------
 step "installing the development package"
-install_inside /tmp/kv/development.deb g++ cmake make pkg-config xauth # for xvfb-run
+install_inside /tmp/kv/{development,widgets,quick,qml}.deb g++ cmake make pkg-config xauth # for xvfb-run
+installed+=(qml6-module-kv3dviewer-quick)
+inside sh -c 'ldd /usr/lib/*/qt6/qml/KV3DViewer/Quick/*.so' >"$work/ldd.txt"
+grep -q 'libKV3DViewerQuick.* => /' "$work/ldd.txt" && ! grep -q 'not found' "$work/ldd.txt" ||
+    fail "the QML module does not find its libraries: $(<"$work/ldd.txt")"
 step "a host with CMake"
 inside cmake -S /tmp/kv/consumer -B /tmp/kv/cmake_host >"$work/host.log" 2>&1 &&
     inside cmake --build /tmp/kv/cmake_host >>"$work/host.log" 2>&1 || { tail -n 40 "$work/host.log"; fail "the host with CMake"; }

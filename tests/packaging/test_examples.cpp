@@ -120,6 +120,44 @@ TEST_F(ExampleTest, thePictureShowsTheColoursOfTheGamutInTheSizeAskedFor)
     }
 }
 
+#ifdef KV_WIDGET_EXAMPLE
+TEST_F(ExampleTest, theWidgetLiesBelowItsCaption)
+{
+    const QImage picture = drawn(QStringLiteral("widget"), {srgbProfile()});
+    ASSERT_EQ(picture.size(), QSize(640, 480));
+    EXPECT_EQ(picture.pixelColor(2, 2), grey);
+    EXPECT_GE(strongHues(picture, QRect(200, 80, 300, 300)).size(), 5u);
+    const QRect caption(230, 445, 180, 12);
+    EXPECT_GT(darkPixels(picture, caption), caption.width() * caption.height() / 2);
+    EXPECT_EQ(darkPixels(picture, QRect(30, 445, 100, 12)), 0) << "beside it";
+}
+#endif
+
+#ifdef KV_QUICK_EXAMPLE
+TEST_F(ExampleTest, theItemLiesBelowTheListOfItsGamuts)
+{
+    const QImage picture = drawn(QStringLiteral("quick"), {srgbProfile()});
+    ASSERT_EQ(picture.size(), QSize(640, 480));
+    EXPECT_EQ(picture.pixelColor(2, 2), grey);
+    EXPECT_GE(strongHues(picture, QRect(200, 80, 300, 300)).size(), 5u);
+    EXPECT_GT(darkPixels(picture, QRect(12, 12, 150, 16)), 50) << "a row of the list";
+    EXPECT_EQ(darkPixels(picture, QRect(12, 32, 150, 16)), 0) << "a list of one";
+}
+
+TEST(ExampleOfTheGuide, isTheExampleForQml)
+{
+    const auto read = [](const char* name) {
+        QFile file(QStringLiteral(SOURCE) + QLatin1String(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        return file.readAll();
+    };
+    const QByteArray example = read("/examples/quick/Gamuts.qml");
+    const QByteArray program = example.mid(example.indexOf("import")); // below the licence
+    EXPECT_TRUE(read("/docs/QML.md").contains("```qml\n" + program + "```"));
+    EXPECT_LT(program.count('\n'), 20);
+}
+#endif
+
 TEST_F(ExampleTest, reportsAProfileThatDoesNotExist)
 {
     QProcess example;

@@ -26,8 +26,9 @@ const std::vector<std::string> cxxEndings{".cpp", ".h"};
 
 } // namespace
 
-const std::vector<std::string> productFolders{"annotation", "apps",     "engine", "gamut", "glwindow",
-                                              "include",    "platform", "python", "scene", "viewer"};
+const std::vector<std::string> productFolders{"annotation", "apps",    "engine",   "gamut",
+                                              "glwindow",   "include", "platform", "python",
+                                              "quick",      "scene",   "viewer",   "widgets"};
 const std::vector<std::string> otherFolders{"benchmarks", "examples", "tests", "tools"};
 
 Sources filesBelow(const std::vector<std::string>& folders, const std::vector<std::string>& endings)

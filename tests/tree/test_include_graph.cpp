@@ -51,6 +51,10 @@ Order documentedOrder()
         {"gamut", {"platform", "scene"}},
         {"viewer", {"platform", "include", "scene", "glwindow", "gamut", "annotation"}},
 
+        // the viewer as a widget and as an item, which use it as hosts do
+        {"widgets", {"include"}},
+        {"quick", {"include"}},
+
         // the colour engine
         {"engine/base", {"platform"}},
         {"engine/profile", {"platform", "engine/base"}},

@@ -71,8 +71,8 @@ TEST(SourceFiles, beginWithTheirLicence)
 TEST(SourceFiles, ofScriptsAndShadersNameTheirLicence)
 {
     const Sources files = filesBelow(
-        {"apps", "benchmarks", "cmake", "engine", "examples", "platform", "python", "resources", "tests",
-         "tools", "viewer"},
+        {"apps", "benchmarks", "cmake", "engine", "examples", "platform", "python", "quick", "resources",
+         "tests", "tools", "viewer", "widgets"},
         {"CMakeLists.txt", ".cmake", ".sh", ".vert", ".frag", ".js", ".css", ".html", ".py", ".pyi"});
     ASSERT_GT(files.size(), 30u);
     for (const auto& [path, text] : files)
