@@ -228,6 +228,16 @@ TEST(ShownWords, formatLabAndLch)
     EXPECT_EQ(ShownWords::lch({50, 0, -10}), QStringLiteral("L* 50.0   C* 10.0   h 270.0°"));
 }
 
+TEST(ShownWords, sayWhenMixturesOfManyInksWereNotLookedFor)
+{
+    KVGamut::Report report;
+    report.channels = 12;
+    EXPECT_FALSE(ShownWords::conversion(report).contains(QStringLiteral("channels")));
+    report.channels = 13;
+    EXPECT_TRUE(ShownWords::conversion(report).contains(QStringLiteral("more than 12 channels")))
+        << ShownWords::conversion(report).toStdString();
+}
+
 TEST(ShownWords, omitSettingsWithoutEffect)
 {
     EXPECT_EQ(ShownWords::settings({KVVMRenderAbsoluteColorimetric, true, -1}),

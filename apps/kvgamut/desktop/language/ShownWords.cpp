@@ -79,8 +79,9 @@ QString ShownWords::adaptation(KVGamut::Adaptation adaptation)
     return {};
 }
 
-QString ShownWords::conversion(const KVGamut::Conversion& conversion)
+QString ShownWords::conversion(const KVGamut::Report& report)
 {
+    const KVGamut::Conversion& conversion = report.conversion;
     QStringList lines;
     if (!conversion.table.isEmpty())
         lines.append(conversion.tableIsFallback
@@ -102,6 +103,11 @@ QString ShownWords::conversion(const KVGamut::Conversion& conversion)
             lines.append(
                 Words::tr("The volume is relative to the profile's white; brighter light is not counted"));
     }
+    if (GamutWords::missesMixtures(report))
+        lines.append(
+            Words::tr("With more than %1 channels, colours of mixtures beyond the sampled ones are not "
+                      "looked for; the uncertainty does not include them")
+                .arg(GamutWords::maxSearchedChannels));
     return lines.join(QLatin1Char('\n'));
 }
 

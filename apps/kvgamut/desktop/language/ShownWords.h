@@ -16,8 +16,8 @@ QString settings(const KVGamut::Settings& settings);
 QString basis(const KVGamut::Settings& computedWith, KVGamut::Method method);
 QString adaptation(KVGamut::Adaptation adaptation);
 /// How the colours were obtained from the profile, as lines: the table, the media white, the adaptation, the
-/// black that was mapped to L* 0, and the encoding. Empty if nothing is known.
-QString conversion(const KVGamut::Conversion& conversion);
+/// black that was mapped to L* 0, the encoding, and what was not looked for. Empty if nothing is known.
+QString conversion(const KVGamut::Report& report);
 /// For example "L* 53.2  a* 80.1  b* 67.2".
 QString lab(const QVector3D& lab);
 /// For example "L* 53.2  C* 104.4  h 40.0°".

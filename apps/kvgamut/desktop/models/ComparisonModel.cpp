@@ -179,7 +179,7 @@ std::optional<double> ComparisonModel::uncertainty(const GamutEntry& entry, int 
 QString ComparisonModel::toolTip(const GamutEntry& entry, int column) const
 {
     if (column == Intent)
-        return ShownWords::conversion(m_reports.value(entry.revision).conversion);
+        return ShownWords::conversion(m_reports.value(entry.revision));
     const auto value = uncertainty(entry, column);
     if (!value)
         return SafeText::forToolTip(entry.input);

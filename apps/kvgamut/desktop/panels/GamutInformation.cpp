@@ -63,7 +63,7 @@ QList<Row> gamutRows(const GamutEntry& entry)
                                             "E\xC2\xB3");
     QList<Row> rows{
         {GamutInformation::tr("Computed with"), ShownWords::basis(entry.computedWith, entry.gamut.method())},
-        {GamutInformation::tr("Conversion to Lab"), ShownWords::conversion(report.conversion)},
+        {GamutInformation::tr("Conversion to Lab"), ShownWords::conversion(report)},
         {GamutInformation::tr("Volume"),
          number(report.volume) + QStringLiteral(" ± ") + number(report.volumeUncertainty) + cubic},
         {GamutInformation::tr("Volume of the surface"), number(report.surfaceVolume) + cubic},

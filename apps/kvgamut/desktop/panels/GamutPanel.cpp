@@ -290,7 +290,7 @@ void GamutPanel::showActive()
     m_blackPoint->setEnabled(entry.settings.intent != KVVMRenderAbsoluteColorimetric);
     m_adaptation->setCurrentIndex(m_adaptation->findData(static_cast<int>(entry.settings.adaptation)));
     m_adaptation->setEnabled(entry.settings.intent == KVVMRenderAbsoluteColorimetric);
-    m_conversion->setText(ShownWords::conversion(entry.gamut.report().conversion));
+    m_conversion->setText(ShownWords::conversion(entry.gamut.report()));
     showGrid(entry);
     m_grid->setValue(entry.settings.gridPoints < minGridPoints ? automaticGrid : entry.settings.gridPoints);
     const int mode = entry.look.mode == KVGamut3DViewer::Solid ? KVGamut3DViewer::Smooth : entry.look.mode;

@@ -176,6 +176,11 @@ bool GamutWords::isHighDynamicRange(const KVGamut::CodePoints& cicp)
     return cicp.transfer == pq || cicp.transfer == hlg;
 }
 
+bool GamutWords::missesMixtures(const KVGamut::Report& report)
+{
+    return report.channels > maxSearchedChannels && !report.problem;
+}
+
 QStringList GamutWords::notes(const KVGamut::Report& report)
 {
     const KVGamut::Conversion& conversion = report.conversion;
@@ -190,11 +195,10 @@ QStringList GamutWords::notes(const KVGamut::Report& report)
         notes.append(adaptationNote(conversion));
     if (conversion.cicp)
         notes.append(encodingNote(*conversion.cicp));
-    constexpr int maxSearched = 12; // by the engine, see docs/COLOUR.md
-    if (report.channels > maxSearched && !report.problem)
+    if (missesMixtures(report))
         notes.append(
             QStringLiteral("With more than %1 channels, colours of mixtures beyond the sampled ones are "
                            "not looked for; the uncertainty does not include them.")
-                .arg(maxSearched));
+                .arg(maxSearchedChannels));
     return notes;
 }

@@ -33,6 +33,10 @@ QString adaptedBy(KVGamut::AdaptationSource source);
 QString encoding(const KVGamut::CodePoints& cicp);
 /// Whether a transfer characteristic is one of high dynamic range: PQ or HLG.
 bool isHighDynamicRange(const KVGamut::CodePoints& cicp);
+/// The engine looks for colours of mixtures beyond those that a method samples with up to this many channels.
+constexpr int maxSearchedChannels = 12;
+/// Whether a gamut has more, so that its uncertainty does not include what may have been missed.
+bool missesMixtures(const KVGamut::Report& report);
 /// Sentences about the conversion from device to Lab that a reader of the volume should know.
 QStringList notes(const KVGamut::Report& report);
 

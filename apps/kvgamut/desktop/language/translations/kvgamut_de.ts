@@ -2291,6 +2291,10 @@ wird berechnet</translation>
         <source>Convex hull</source>
         <translation>Konvexe Hülle</translation>
     </message>
+    <message>
+        <source>With more than %1 channels, colours of mixtures beyond the sampled ones are not looked for; the uncertainty does not include them</source>
+        <translation>Bei mehr als %1 Kanälen wird nicht nach Farben von Mischungen jenseits der abgetasteten gesucht; die Unsicherheit enthält sie nicht</translation>
+    </message>
 </context>
 <context>
     <name>SlicePanel</name>

@@ -2291,6 +2291,10 @@ calculando</translation>
         <source>%1 ΔE outside %2</source>
         <translation>%1&#xa0;ΔE fuera de %2</translation>
     </message>
+    <message>
+        <source>With more than %1 channels, colours of mixtures beyond the sampled ones are not looked for; the uncertainty does not include them</source>
+        <translation>Con más de %1 canales no se buscan colores de mezclas más allá de las muestreadas; la incertidumbre no los incluye</translation>
+    </message>
 </context>
 <context>
     <name>SlicePanel</name>

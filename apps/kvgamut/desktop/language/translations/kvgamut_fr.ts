@@ -2148,7 +2148,7 @@ calcul en cours</translation>
     </message>
     <message>
         <source>no such file; did you mean %1?</source>
-        <translation>fichier introuvable ; vouliez-vous dire %1 ?</translation>
+        <translation>fichier introuvable&#xa0;; vouliez-vous dire %1&#xa0;?</translation>
     </message>
 </context>
 <context>
@@ -2290,6 +2290,10 @@ calcul en cours</translation>
     <message>
         <source>%1 ΔE outside %2</source>
         <translation>%1&#xa0;ΔE à l’extérieur de %2</translation>
+    </message>
+    <message>
+        <source>With more than %1 channels, colours of mixtures beyond the sampled ones are not looked for; the uncertainty does not include them</source>
+        <translation>Au-delà de %1 canaux, les couleurs de mélanges au-delà de celles qui sont échantillonnées ne sont pas recherchées&#xa0;; l’incertitude ne les contient pas</translation>
     </message>
 </context>
 <context>
