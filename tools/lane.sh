@@ -95,6 +95,15 @@ tidy)
     kv_install clang-tidy
     analyse 'clang-tidy -p build/analysis --quiet' "$@"
     ;;
+libcxx)
+    kv_set_up "$root" test
+    kv_install clang libc++-dev libc++abi-dev
+    cmake --preset release -B build/libcxx -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS=-stdlib=libc++ \
+        -DCMAKE_BUILD_TYPE=Debug -DKV3DVIEWER_STRICT=ON -DKV3DVIEWER_WIDGETS=ON -DKV3DVIEWER_QUICK=ON
+    # not the program: Qt has some functions with types of its own standard library
+    cmake --build build/libcxx --target KV3DViewer KV3DViewerWidgets KV3DViewerQuick KVGamutModel KVGamutDesktop
+    echo "The libraries, the program's model and its window compile with Clang and libc++."
+    ;;
 clazy)
     kv_set_up "$root" test
     kv_install clazy

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-class CameraState;
+struct CameraState;
 
 /// Positions and labels seen along a camera's line of sight, and the eye from which they fill a picture.
 class FramedView

@@ -58,7 +58,7 @@ std::vector<LabCells::Cell> gathered(const std::vector<LabCells::Cell>& cells)
     std::vector<LabCells::Cell> result;
     result.reserve(sums.size());
     for (const auto& [place, sum] : sums) {
-        const auto mean = [&sum](std::size_t i) { return static_cast<float>(sum.lab[i] / sum.count); };
+        const auto mean = [&sum = sum](std::size_t i) { return static_cast<float>(sum.lab[i] / sum.count); };
         result.push_back({{mean(0), mean(1), mean(2)}, static_cast<std::uint32_t>(sum.count)});
     }
     return result;

@@ -10,6 +10,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <version>
 
 namespace {
 
@@ -336,6 +337,7 @@ Result<MeasuredPoint> PointColumns::pointOf(const QStringList& row, int line) co
 
 namespace {
 
+#ifdef __cpp_lib_to_chars // not in libc++ before version 20
 /// The number in @p field if it is written in the most common way, "-12.5": QString takes several times as
 /// long. nullopt for all others.
 std::optional<float> plainNumber(const QString& field)
@@ -357,6 +359,12 @@ std::optional<float> plainNumber(const QString& field)
         return {};
     return static_cast<float>(value);
 }
+#else
+std::optional<float> plainNumber(const QString&)
+{
+    return {}; // the general way takes longer
+}
+#endif
 
 } // namespace
 
