@@ -7,6 +7,7 @@
 #   valgrind   a sample of the logic tests under memcheck
 #   tidy       clang-tidy; arguments are files, default: all sources of the library and the program
 #   clazy      clazy, level 1; same arguments
+#   libcxx     the libraries and the parts of the program, compiled with Clang and libc++
 #   soak       many random calls; arguments are passed to the program (see --help)
 #   soak-asan  the same under the address sanitizer
 #   faults     the program while calls of the system fail, in many places
