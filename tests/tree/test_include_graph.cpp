@@ -89,7 +89,7 @@ Order documentedOrder()
         {"apps/kvgamut/surfaceless", {}}, // depends on Qt only
         {commands + "/process", withModel({"apps/kvgamut/surfaceless"})},
         {commands + "/options", withModel({commands + "/process"})},
-        {commands + "/help", withModel({commands + "/options"})},
+        {commands + "/help", withModel({commands + "/options", commands + "/process"})},
         {commands, withModel({commands + "/process", commands + "/options"})},
         {commands + "/ViewCommand", {desktop, desktop + "/language"}}, // opens the window
 

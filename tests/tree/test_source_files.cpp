@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <regex>
+#include <set>
 #include <sstream>
 
 using namespace kvtree;
@@ -83,6 +84,47 @@ TEST(SourceFiles, ofTheProductAreShort)
 {
     for (const auto& [path, text] : productSources())
         EXPECT_LE(std::count(text.begin(), text.end(), '\n'), maxLines) << path;
+}
+
+// Each *_posix.cpp has a *_windows.cpp behind the same header. The files listed here have no counterpart yet.
+TEST(SourceFiles, outsideOfPosixFilesIncludeNoPosixHeader)
+{
+    const std::set<std::string> withoutCounterpart{"apps/kvgamut/commands/process/ProgramLocale.cpp",
+                                                   "apps/kvgamut/commands/process/StandardFiles.cpp",
+                                                   "apps/kvgamut/commands/process/VirtualScreen.cpp",
+                                                   "apps/kvgamut/commands/process/VirtualScreen.h",
+                                                   "apps/kvgamut/commands/process/WaylandServer.cpp",
+                                                   "apps/kvgamut/commands/process/XServer.cpp",
+                                                   "apps/kvgamut/desktop/files/RecentFiles.cpp",
+                                                   "apps/kvgamut/desktop/models/FileStamp.cpp",
+                                                   "apps/kvgamut/main.cpp",
+                                                   "apps/kvgamut/model/export/OutputFile.cpp",
+                                                   "apps/kvgamut/model/inputs/FileName.cpp",
+                                                   "apps/kvgamut/model/inputs/InputGate.cpp",
+                                                   "apps/kvgamut/model/photos/PhotoFile.cpp",
+                                                   "scene/Disposal.cpp"};
+    const std::regex posix(
+        R"(#\s*include\s*<(sys/|linux/|(unistd|fcntl|poll|dlfcn|pthread|langinfo|execinfo|termios|pwd|grp|dirent)\.h>))");
+    std::set<std::string> found;
+    for (const auto& [path, text] : productSources())
+        if (!path.ends_with("_posix.cpp") && std::regex_search(text, posix))
+            found.insert(path);
+    EXPECT_EQ(found, withoutCounterpart);
+}
+
+TEST(SourceFiles, ofPosixHaveACounterpartForWindows)
+{
+    const Sources sources = productSources();
+    const std::string ending = "_posix.cpp";
+    int count = 0;
+    for (const auto& [path, text] : sources)
+        if (path.ends_with(ending)) {
+            const std::string stem = path.substr(0, path.size() - ending.size());
+            EXPECT_EQ(sources.count(stem + "_windows.cpp"), 1u) << path;
+            EXPECT_EQ(sources.count(stem + ".h"), 1u) << path;
+            ++count;
+        }
+    EXPECT_GT(count, 0);
 }
 
 TEST(SourceFiles, areFormatted)

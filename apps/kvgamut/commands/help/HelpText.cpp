@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HelpText.h"
 
+#include "commands/process/Terminal.h"
+
 #include <QtCore/QString>
 
 #include <algorithm>
 #include <set>
 #include <sstream>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -56,10 +56,8 @@ int HelpText::width()
 {
     bool isNumber = false;
     int columns = qEnvironmentVariableIntValue("COLUMNS", &isNumber);
-    winsize size = {};
     if (!isNumber || columns <= 0)
-        columns =
-            isatty(STDOUT_FILENO) != 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+        columns = Terminal::columns();
     return columns <= 0 ? defaultWidth : std::clamp(columns, minWidth, maxWidth);
 }
 

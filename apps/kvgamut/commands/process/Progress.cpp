@@ -2,10 +2,10 @@
 #include "Progress.h"
 
 #include "Say.h"
+#include "Terminal.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
 
 namespace {
 
@@ -14,7 +14,7 @@ constexpr int barLength = 30;
 
 } // namespace
 
-Progress::Progress() : m_enabled(speech() != Speech::Quiet && isatty(STDERR_FILENO) != 0)
+Progress::Progress() : m_enabled(speech() != Speech::Quiet && Terminal::showsErrors())
 {
     m_clock.start();
 }
