@@ -90,12 +90,12 @@ TEST(SourceFiles, ofTheProductAreShort)
 TEST(SourceFiles, outsideOfPosixFilesIncludeNoPosixHeader)
 {
     const std::set<std::string> withoutCounterpart{"apps/kvgamut/commands/process/ProgramLocale.cpp",
-                                                   "apps/kvgamut/commands/process/StandardFiles.cpp",
+
                                                    "apps/kvgamut/commands/process/VirtualScreen.cpp",
                                                    "apps/kvgamut/commands/process/VirtualScreen.h",
                                                    "apps/kvgamut/commands/process/WaylandServer.cpp",
                                                    "apps/kvgamut/commands/process/XServer.cpp",
-                                                   "apps/kvgamut/desktop/files/RecentFiles.cpp",
+
                                                    "apps/kvgamut/desktop/models/FileStamp.cpp",
                                                    "apps/kvgamut/main.cpp",
                                                    "apps/kvgamut/model/export/OutputFile.cpp",

@@ -4,8 +4,6 @@
 #include "SettingsFile.h"
 #include "model/inputs/FileName.h"
 
-#include <unistd.h>
-
 // One name on each line, with the bytes of the system, of which percent signs and control characters are
 // written as %25, %0A...
 
@@ -16,12 +14,6 @@ constexpr qsizetype maxCount = 9; // each has a shortcut with a digit
 QString fileName()
 {
     return QStringLiteral("recent-files");
-}
-
-bool exists(const QString& file)
-{
-    const QByteArray name = FileName::encoded(file);
-    return !name.isEmpty() && !name.contains('\0') && access(name.constData(), F_OK) == 0;
 }
 
 QByteArray lineOf(const QString& file)
@@ -64,7 +56,7 @@ QStringList RecentFiles::list()
 {
     QStringList files = filesOf(SettingsFile::read(fileName()));
     files.removeDuplicates();
-    files.removeIf([](const QString& file) { return !exists(file); });
+    files.removeIf([](const QString& file) { return !FileName::exists(file); });
     return files;
 }
 
