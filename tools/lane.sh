@@ -17,7 +17,7 @@
 #   source-package  the Debian source package, what is built from it, and lintian
 #   reproducible    two builds of the packages at other paths and times, which must be identical; --release: of the
 #                   preset "release"
-#   portability     the files for Windows, with a cross compiler
+#   windows    the files for Windows, with a cross compiler
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -29,7 +29,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,22s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,23s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -151,9 +151,9 @@ reproducible)
     kv_install "${kv_package_packages[@]}"
     tools/lanes/reproducible.sh "$@"
     ;;
-portability)
+windows)
     kv_install g++-mingw-w64-x86-64-posix
-    tools/lanes/portability.sh
+    tools/lanes/windows.sh
     ;;
 wayland)
     kv_set_up "$root" test

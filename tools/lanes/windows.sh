@@ -4,7 +4,7 @@
 set -euo pipefail
 
 cd -- "$(dirname -- "${BASH_SOURCE[0]}")/../.."
-out=build/portability
+out=build/windows
 mkdir -p "$out"
 
 count=0
@@ -14,5 +14,5 @@ while IFS= read -r source; do
         -c "$source" -o "$out/${source//\//-}.o"
     count=$((count + 1))
 done < <(find apps annotation engine gamut glwindow platform scene viewer -name '*_windows.cpp' | sort)
-[[ $count -gt 0 ]] || { echo "portability: no file for Windows was found" >&2; exit 1; }
+[[ $count -gt 0 ]] || { echo "windows: no file for Windows was found" >&2; exit 1; }
 echo "compiled for Windows: $count files"
