@@ -5,6 +5,7 @@
 #include "IccTables.h"
 #include "ProfileReader.h"
 #include <engine/base/Result.h>
+#include <engine/base/ThreadEnd.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -14,7 +15,6 @@
 #include <cstddef>
 #include <new>
 #include <optional>
-#include <threads.h>
 #include <utility>
 
 namespace {
@@ -24,9 +24,7 @@ using velmora::Result;
 
 constexpr qint64 maxProfileSize = qint64(256) << 20;
 
-/// The problem of the latest profile of each thread. Not a thread_local object with a destructor: the C++
-/// library ends the process if there is no memory to register one. A thread key reports that; and the problem
-/// itself needs no memory.
+/// The problem of the latest profile of each thread. It needs no memory of its own.
 class LastProblem
 {
 public:
@@ -38,7 +36,7 @@ public:
             return;
         new (&storage.bytes) KVProblem(*std::move(problem));
         storage.isUsed = true;
-        if (key().exists && tss_set(key().value, &storage) == thrd_success)
+        if (threadEnd().ask(&storage))
             return;
         isLost = true; // no memory for the first value of this thread
         reset();
@@ -57,18 +55,9 @@ private:
         alignas(KVProblem) std::byte bytes[sizeof(KVProblem)];
         bool isUsed;
     };
-    struct Key
+    static const velmora::ThreadEnd& threadEnd()
     {
-        Key() : exists(tss_create(&value, [](void*) { reset(); }) == thrd_success) {}
-
-        tss_t value{};
-        const bool exists;
-    };
-
-    /// Its value makes the problem be destroyed when the thread ends.
-    static const Key& key()
-    {
-        static const Key made;
+        static const velmora::ThreadEnd made([](void*) { reset(); });
         return made;
     }
 
