@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/inputs/FileName.h"
 #include "model/inputs/InputGate.h"
+#include "model/inputs/SystemInput.h"
 #include "model/points/PointInput.h"
 #include "model/points/PointReaders.h"
 #include "model/problems/ProblemText.h"
@@ -12,6 +13,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <future>
@@ -113,6 +115,37 @@ TEST_F(InputGateTest, reportsAnUnknownKindAfterTheFirstBytes)
     EXPECT_EQ(codeOf(InputGate::read(written(QByteArray(100'000, 'x')), kindOf)),
               Problem::Code(ProblemCode::UnknownFormat));
     EXPECT_EQ(seen, QByteArray(InputGate::startSize, 'x'));
+}
+
+TEST_F(InputGateTest, readsAtAPlaceWithoutLeavingThePresentOne)
+{
+    const auto file = InputGate::openFile(written("0123456789"), InputKind::Photo);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->isSeekable());
+    EXPECT_EQ(file->start(), "0123456789");
+    QByteArray four(4, ' ');
+    EXPECT_EQ(SystemInput::readAt(file->descriptor(), four.data(), 4, 5), 4);
+    EXPECT_EQ(four, "5678");
+    EXPECT_EQ(SystemInput::readAt(file->descriptor(), four.data(), 4, 10), 0);
+    EXPECT_EQ(SystemInput::position(file->descriptor()), 0);
+    EXPECT_EQ(SystemInput::read(file->descriptor(), four.data(), 4, -1), 4);
+    EXPECT_EQ(four, "0123");
+}
+
+TEST_F(InputGateTest, doesNotWaitLongerThanItWasToldForAPipe)
+{
+    const QString name = pipe();
+    const int writer = ::open(QFile::encodeName(name).constData(), O_RDWR | O_CLOEXEC);
+    const int reader = SystemInput::open(FileName::path(name));
+    ASSERT_GE(reader, 0);
+    char letter = 0;
+    EXPECT_EQ(SystemInput::read(reader, &letter, 1, 1), -1);
+    EXPECT_EQ(errno, EAGAIN);
+    EXPECT_EQ(::write(writer, "x", 1), 1);
+    EXPECT_EQ(SystemInput::read(reader, &letter, 1, 1), 1);
+    ::close(writer);
+    EXPECT_EQ(SystemInput::read(reader, &letter, 1, 1), 0);
+    SystemInput::close(reader);
 }
 
 // --- Limits -------------------------------------------------------------------------------------------
@@ -309,6 +342,25 @@ TEST(FileNames, areOrdinaryTextsInUtf8)
     EXPECT_EQ(FileName::decoded("a/\xC3\xA9 \xF0\x9F\x8E\xA8"), QStringLiteral("a/é 🎨"));
     EXPECT_TRUE(FileName::isUtf8(QStringLiteral("a/é 🎨")));
     EXPECT_FALSE(FileName::isUtf8(FileName::decoded("caf\xE9")));
+}
+
+TEST(FileNames, haveTheirBytesAsPaths)
+{
+    EXPECT_EQ(FileName::path(FileName::decoded("a/caf\xE9")).native(), "a/caf\xE9");
+    EXPECT_EQ(FileName::path(QStringLiteral("é 🎨")).native(), "\xC3\xA9 \xF0\x9F\x8E\xA8");
+}
+
+TEST_F(InputGateTest, findsFilesFoldersAndPipesByTheirWholeName)
+{
+    EXPECT_TRUE(FileName::exists(written("x")));
+    EXPECT_TRUE(FileName::exists(pipe()));
+    EXPECT_TRUE(FileName::exists(path("")));
+    EXPECT_FALSE(FileName::exists(path("missing")));
+    EXPECT_FALSE(FileName::exists(path("input") + QStringLiteral("/x")));
+    EXPECT_FALSE(FileName::exists(path("input") + QChar(0)));
+    EXPECT_FALSE(FileName::exists({}));
+    ASSERT_TRUE(QFile::link(path("missing"), path("link")));
+    EXPECT_FALSE(FileName::exists(path("link")));
 }
 
 TEST_F(InputGateTest, readsAFileWhoseNameIsNotUtf8)

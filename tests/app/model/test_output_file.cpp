@@ -7,6 +7,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <filesystem>
+
 namespace {
 
 class OutputStreamTest : public testing::Test
@@ -63,6 +65,35 @@ TEST_F(OutputStreamTest, writesNothingMoreAfterAFailure)
     const auto problem = output.finish();
     ASSERT_TRUE(problem);
     EXPECT_EQ(problem->code, Problem::Code(ProblemCode::CannotWrite));
+}
+
+TEST_F(OutputStreamTest, knowsAnInputByItsOtherNames)
+{
+    EXPECT_EQ(writeOutput(name, "old"), std::nullopt);
+    const QString soft = folder.filePath(QStringLiteral("soft.csv"));
+    const QString hard = folder.filePath(QStringLiteral("hard.csv"));
+    ASSERT_TRUE(QFile::link(name, soft));
+    std::filesystem::create_hard_link(name.toStdString(), hard.toStdString());
+    const QString around = folder.filePath(QStringLiteral("../")) + QDir(folder.path()).dirName() +
+                           QStringLiteral("//./out.csv@pixels");
+    for (const QString& input : {name, soft, hard, around}) {
+        const auto problem = overwritesInput(name, {QStringLiteral("-"), input});
+        ASSERT_TRUE(problem) << input.toStdString();
+        EXPECT_EQ(problem->code, Problem::Code(ProblemCode::OutputIsInput));
+        EXPECT_EQ(problem->subject, input);
+    }
+}
+
+TEST_F(OutputStreamTest, mayBeADeviceOrAnotherFileThanTheInput)
+{
+    const QString other = folder.filePath(QStringLiteral("other.csv"));
+    const QString missing = folder.filePath(QStringLiteral("missing.csv"));
+    EXPECT_EQ(writeOutput(name, "old"), std::nullopt);
+    EXPECT_EQ(writeOutput(other, "old"), std::nullopt);
+    EXPECT_EQ(overwritesInput(name, {other, missing, folder.path()}), std::nullopt);
+    EXPECT_EQ(overwritesInput(missing, {other, missing}), std::nullopt);
+    for (const QString& both : {QStringLiteral("/dev/null"), folder.path(), QStringLiteral("-"), QString()})
+        EXPECT_EQ(overwritesInput(both, {both}), std::nullopt) << both.toStdString();
 }
 
 } // namespace

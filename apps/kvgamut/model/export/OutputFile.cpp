@@ -9,7 +9,8 @@
 #include <QtCore/QSaveFile>
 
 #include <cstdio>
-#include <sys/stat.h>
+#include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -34,13 +35,11 @@ bool writeAll(QFileDevice& file, const QByteArray& bytes)
     return file.flush();
 }
 
-/// What the system knows about a regular file; nullopt if @p name is none.
-std::optional<struct stat> factsOf(const QString& name)
+/// Whether both are names of one regular file.
+bool areSameFile(const std::filesystem::path& a, const std::filesystem::path& b)
 {
-    struct stat facts = {};
-    if (::stat(FileName::encoded(name).constData(), &facts) != 0 || !S_ISREG(facts.st_mode))
-        return std::nullopt;
-    return facts;
+    std::error_code error;
+    return std::filesystem::is_regular_file(a, error) && std::filesystem::equivalent(a, b, error);
 }
 
 /// The file of an input with settings.
@@ -54,12 +53,10 @@ QString fileOf(const QString& input)
 
 std::optional<Problem> overwritesInput(const QString& output, const QStringList& inputs)
 {
-    const auto written = factsOf(output);
-    for (const QString& input : inputs) {
-        const auto read = factsOf(fileOf(input));
-        if (written && read && written->st_dev == read->st_dev && written->st_ino == read->st_ino)
+    const std::filesystem::path written = FileName::path(output);
+    for (const QString& input : inputs)
+        if (areSameFile(written, FileName::path(fileOf(input))))
             return Problem(ProblemCode::OutputIsInput).about(input);
-    }
     return std::nullopt;
 }
 

@@ -5,6 +5,8 @@
 #include "FileName.h"
 #include "model/text/NearWord.h"
 
+#include <QtCore/QDir>
+
 QStringList BuiltInNames::bodies()
 {
     return {QStringLiteral("OptimalColors"), QStringLiteral("SurfaceColors"),
@@ -28,7 +30,7 @@ bool BuiltInNames::isMeant(const QString& name)
 
 QString BuiltInNames::near(const QString& name)
 {
-    if (name.contains(QLatin1Char('/')))
+    if (QDir::fromNativeSeparators(name).contains(QLatin1Char('/')))
         return {};
     QString word = name.section(QLatin1Char('@'), 0, 0);
     for (const char* suffix : {".icc", ".icm"})

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FileName.h"
 
-#include <unistd.h>
+#include <system_error>
+#include <type_traits>
 
 namespace {
 
@@ -60,6 +61,14 @@ QByteArray FileName::encoded(const QString& name)
     return bytes + name.mid(start).toUtf8();
 }
 
+std::filesystem::path FileName::path(const QString& name)
+{
+    if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>)
+        return name.toStdU16String();
+    else
+        return encoded(name).toStdString();
+}
+
 bool FileName::isUtf8(const QString& name)
 {
     for (qsizetype i = 0; i < name.size(); ++i)
@@ -70,6 +79,6 @@ bool FileName::isUtf8(const QString& name)
 
 bool FileName::exists(const QString& name)
 {
-    const QByteArray bytes = encoded(name);
-    return !bytes.contains('\0') && ::access(bytes.constData(), F_OK) == 0;
+    std::error_code error;
+    return !name.contains(QChar(0)) && std::filesystem::exists(path(name), error);
 }

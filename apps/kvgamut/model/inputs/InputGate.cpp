@@ -2,6 +2,7 @@
 #include "InputGate.h"
 
 #include "FileName.h"
+#include "SystemInput.h"
 #include "model/problems/SystemReason.h"
 
 #include <QtCore/QStringConverter>
@@ -11,14 +12,10 @@
 #include <chrono>
 #include <condition_variable>
 #include <exception>
-#include <fcntl.h>
 #include <memory>
 #include <mutex>
-#include <poll.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -35,7 +32,7 @@ public:
     ~Descriptor()
     {
         if (m_file >= 0)
-            ::close(m_file);
+            SystemInput::close(m_file);
     }
     Q_DISABLE_COPY_MOVE(Descriptor)
 
@@ -66,27 +63,30 @@ QString shownName(const QString& name)
 int opened(const QString& name)
 {
     if (name == QLatin1String("-"))
-        return fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
-    const QByteArray encoded = FileName::encoded(name);
-    if (encoded.contains('\0')) { // the system would open the file that is named by what is before it
+        return SystemInput::openStandardInput();
+    if (name.contains(QChar(0))) { // the system would open the file that is named by what is before it
         errno = ENOENT;
         return -1;
     }
-    return ::open(encoded.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    return SystemInput::open(FileName::path(name));
 }
 
 /// The size of a regular file, 0 for a pipe, a socket or a terminal; fails for everything else.
 Result<qint64> sizeOf(int file)
 {
-    struct stat facts = {};
-    if (fstat(file, &facts) != 0)
+    const auto facts = SystemInput::factsOf(file);
+    if (!facts)
         return systemFailure();
-    if (S_ISREG(facts.st_mode))
-        return facts.st_size;
-    if (S_ISDIR(facts.st_mode))
-        return failure(Problem(ProblemCode::CannotRead).because(Problem(ProblemCode::IsDirectory)));
-    if (S_ISFIFO(facts.st_mode) || S_ISSOCK(facts.st_mode) || (S_ISCHR(facts.st_mode) && isatty(file) != 0))
+    switch (facts->kind) {
+    case SystemInput::Kind::File:
+        return facts->size;
+    case SystemInput::Kind::Stream:
         return 0;
+    case SystemInput::Kind::Folder:
+        return failure(Problem(ProblemCode::CannotRead).because(Problem(ProblemCode::IsDirectory)));
+    case SystemInput::Kind::Other:
+        break;
+    }
     return failure(ProblemCode::NotAFileOrPipe);
 }
 
@@ -159,15 +159,10 @@ private:
         for (;;) {
             if (InputGate::isCancelled(m_task))
                 return failure(KVProblemCode::Cancelled);
-            pollfd ready{file, POLLIN, 0};
-            const int events = poll(&ready, 1, m_task ? pollMs : -1);
-            if (events == 0 || (events < 0 && errno == EINTR))
-                continue;
-            if (events < 0)
-                return systemFailure();
             m_bytes.resize(before + count);
-            const ssize_t got = ::read(file, m_bytes.data() + before, static_cast<std::size_t>(count));
-            m_bytes.resize(before + std::max<ssize_t>(0, got));
+            const qint64 got = SystemInput::read(file, m_bytes.data() + before,
+                                                 static_cast<std::size_t>(count), m_task ? pollMs : -1);
+            m_bytes.resize(before + std::max<qint64>(0, got));
             if (got >= 0)
                 return got;
             if (errno != EINTR && errno != EAGAIN)
@@ -265,14 +260,15 @@ Result<InputGate::File> InputGate::openFile(const QString& name, InputKind kind)
     const Result<qint64> size = sizeOf(descriptor->get());
     if (!size)
         return failure(size.error().about(shownName(name)));
-    const off_t position = lseek(descriptor->get(), 0, SEEK_CUR);
+    const qint64 position = SystemInput::position(descriptor->get());
     file.m_isSeekable = *size > 0 && position >= 0;
     if (!file.m_isSeekable)
         return file;
     if (*size > InputLimits::maxBytes(kind))
         return failure(tooLarge(InputLimits::maxBytes(kind)).value().about(shownName(name)));
     file.m_start.resize(startSize);
-    const ssize_t got = pread(descriptor->get(), file.m_start.data(), startSize, position);
+    const qint64 got =
+        SystemInput::readAt(descriptor->get(), file.m_start.data(), std::size_t{startSize}, position);
     if (got < 0)
         return failure(systemFailure().value().about(shownName(name)));
     file.m_start.resize(got);

@@ -5,6 +5,7 @@
 #include "FileName.h"
 #include "model/reports/GamutWords.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QStringList>
 
 #include <array>
@@ -50,7 +51,7 @@ Result<InputName> InputName::of(const QString& input)
 {
     const qsizetype at = input.lastIndexOf(QLatin1Char('@'));
     const QString word = input.mid(at + 1);
-    if (at <= 0 || word.contains(QLatin1Char('/')) || FileName::exists(input))
+    if (at <= 0 || QDir::fromNativeSeparators(word).contains(QLatin1Char('/')) || FileName::exists(input))
         return InputName{input, {}};
     const QString file = input.left(at);
     if (const auto intent = intentOf(word))

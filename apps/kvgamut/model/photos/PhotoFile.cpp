@@ -5,10 +5,9 @@
 #include "model/inputs/InputGate.h"
 #include "model/inputs/PictureProfile.h"
 #include "model/inputs/PngChunks.h"
+#include "model/inputs/SystemInput.h"
 
 #include <QtCore/QCryptographicHash>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -261,15 +260,15 @@ QByteArray PhotoFile::hash(const KVCompletionProtocolPtr& task) const
     std::vector<char> block(blockSize);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     // at positions, because the picture is read from the same descriptor
-    for (off_t at = 0; !InputGate::isCancelled(task);) {
-        const ssize_t count = pread(d->file->descriptor(), block.data(), block.size(), at);
+    for (qint64 at = 0; !InputGate::isCancelled(task);) {
+        const qint64 count = SystemInput::readAt(d->file->descriptor(), block.data(), block.size(), at);
         if (count == 0)
             return hash.result();
         if (count < 0 && errno != EINTR)
             break;
         if (count > 0)
             hash.addData(QByteArrayView(block.data(), count));
-        at += std::max<ssize_t>(count, 0);
+        at += std::max<qint64>(count, 0);
     }
     return {};
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SystemReason.h"
 
+#include "LastError.h"
+
 #include <QtCore/QFileDevice>
 #include <QtCore/QFileInfo>
 
 #include <cerrno>
 #include <optional>
+#include <system_error>
 
 namespace {
 
@@ -41,12 +44,13 @@ Problem SystemReason::ofErrno(int error)
 {
     if (const auto code = codeOf(error))
         return Problem(*code);
-    return Problem(ProblemCode::OtherReason, {qt_error_string(error)});
+    return Problem(ProblemCode::OtherReason,
+                   {QString::fromLocal8Bit(std::generic_category().message(error))});
 }
 
 Problem SystemReason::ofFile(const QFileDevice& file)
 {
-    const int error = errno;
+    const int error = lastError();
     // Qt itself rejects directories, without setting errno
     if (QFileInfo(file.fileName()).isDir())
         return Problem(ProblemCode::IsDirectory);

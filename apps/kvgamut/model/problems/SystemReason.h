@@ -10,8 +10,8 @@ namespace SystemReason {
 
 /// The cause for an errno value.
 Problem ofErrno(int error);
-/// Why the last operation on @p file failed. Call it right after that operation: errno is more specific
-/// than Qt's error codes.
+/// Why the last operation on @p file failed. Call it right after that operation: the system's error is
+/// more specific than Qt's error codes.
 Problem ofFile(const QFileDevice& file);
 
 } // namespace SystemReason
