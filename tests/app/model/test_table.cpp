@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/jobs/Jobs.h"
+#include "model/reports/LetterCells.h"
 #include "model/reports/Table.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,9 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QStringList>
 
+#include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace {
@@ -112,6 +115,22 @@ TEST(Table, alignsColumnsWithWideLetters)
     table.summary = QStringLiteral("that is all");
     EXPECT_EQ(table.printed(Format::Text).toStdString(),
               "name   count\nZoë        5\na     123456\n\nthat is all\n");
+}
+
+TEST(Table, countsTheCellsOfLettersOnATerminal)
+{
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr); // as the program sets it
+    for (const char32_t one : {U'a', U'é', U'ж', U'א', U'–', U'ﾊ', U'\x01', U'\uFFFD'})
+        EXPECT_EQ(cellsOf(one), 1) << std::hex << std::uint32_t{one};
+    for (const char32_t two : {U'日', U'か', U'한', U'Ａ', U'　', U'🎨', U'𠀀'})
+        EXPECT_EQ(cellsOf(two), 2) << std::hex << std::uint32_t{two};
+    for (const char32_t none : {U'\u0301', U'\u200D', U'\uFE0F', U'\U000E0100'})
+        EXPECT_EQ(cellsOf(none), 0) << std::hex << std::uint32_t{none};
+    Table table;
+    table.add("name", "name", Kind::Word);
+    table.add("count", "count", Kind::Whole);
+    table.rows = {{QStringLiteral("日本"), 5}, {QStringLiteral("e\u0301"), 10}};
+    EXPECT_EQ(table.printed(Format::Text).toStdString(), "name  count\n日本      5\ne\u0301        10\n");
 }
 
 TEST(Table, omitsUnknownValuesInBlocks)

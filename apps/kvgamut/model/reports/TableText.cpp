@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LetterCells.h"
 #include "NumberText.h"
 #include "TablePrinter.h"
 #include "model/jobs/Jobs.h"
@@ -8,7 +9,6 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
-#include <cwchar>
 #include <mutex>
 
 namespace {
@@ -76,8 +76,7 @@ qsizetype cells(const QString& text)
             letter = QChar::surrogateToUcs4(text[i], text[i + 1]);
             ++i;
         }
-        const int width = wcwidth(static_cast<wchar_t>(letter));
-        count += width < 0 ? 1 : width;
+        count += cellsOf(letter);
     }
     return count;
 }
