@@ -1,23 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FileStamp.h"
 
+#include "FileFacts.h"
 #include "model/inputs/FileName.h"
 
 #include <chrono>
 #include <future>
-#include <sys/stat.h>
 #include <system_error>
 #include <thread>
 
 std::optional<FileStamp> FileStamp::of(const QString& name)
 {
-    const QByteArray encoded = FileName::encoded(name);
-    struct stat facts = {};
-    if (encoded.contains('\0') || ::stat(encoded.constData(), &facts) != 0 || !S_ISREG(facts.st_mode))
+    if (name.contains(QChar(0)))
         return {};
-    constexpr qint64 second = 1000000000;
-    return FileStamp{facts.st_dev, facts.st_ino, facts.st_size,
-                     qint64(facts.st_mtim.tv_sec) * second + facts.st_mtim.tv_nsec};
+    const auto facts = FileFacts::of(FileName::path(name));
+    return facts ? std::optional(FileStamp{facts->device, facts->file, facts->size, facts->changed})
+                 : std::nullopt;
 }
 
 std::optional<FileStamp> FileStamp::of(const QString& name, const KVCompletionProtocolPtr& task)
