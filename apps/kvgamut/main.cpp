@@ -14,26 +14,25 @@
 #include "commands/help/ManPage.h"
 #include "commands/help/Mistakes.h"
 #include "commands/process/ExitCode.h"
+#include "commands/process/ProcessEnd.h"
 #include "commands/process/ProgramLocale.h"
 #include "commands/process/Say.h"
 #include "commands/process/StandardFiles.h"
 #include "commands/process/Steps.h"
 #include "model/export/OutputFile.h"
+#include "model/problems/LastError.h"
 #include "model/problems/SystemReason.h"
 
 #include <QtCore/QElapsedTimer>
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <cstdio>
 #include <exception>
-#include <execinfo.h>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -43,7 +42,7 @@ int written(const std::ostream& output)
 {
     if (output.good())
         return Done;
-    const int error = errno;
+    const int error = lastError();
     say(Problem(ProblemCode::CannotWrite)
             .about(QStringLiteral("standard output"))
             .because(SystemReason::ofErrno(error)));
@@ -176,21 +175,10 @@ int runProgram(int argc, char** argv)
     return WrongUsage;
 }
 
-/// Makes the C library load what it needs to end threads, and for which it aborts if there is no memory
-/// later.
-void loadUnwinder()
-{
-    void* frame = nullptr;
-    backtrace(&frame, 1);
-}
-
-/// Ends the program when there is not enough memory, also where no exception may pass. Allocates nothing, and
-/// runs no destructors of libraries, which may be in the middle of something.
+/// Ends the program when there is not enough memory, also where no exception may pass.
 [[noreturn]] void endWithoutMemory()
 {
-    constexpr std::string_view line = "kvgamut: the input is too large for this machine\n";
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
-    _exit(BadInput);
+    ProcessEnd::atOnce("kvgamut: the input is too large for this machine\n", BadInput);
 }
 
 } // namespace
@@ -198,9 +186,10 @@ void loadUnwinder()
 int main(int argc, char** argv)
 {
     std::set_terminate(endWithoutMemory);
-    loadUnwinder();
+    ProcessEnd::prepare();
     StandardFiles::occupyClosed();
     StandardFiles::ignoreBrokenPipes();
+    StandardFiles::passBytes();
     ProgramLocale::useUtf8();
     try {
         return runProgram(argc, argv);

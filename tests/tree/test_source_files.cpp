@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <regex>
-#include <set>
 #include <sstream>
 
 using namespace kvtree;
@@ -86,21 +85,15 @@ TEST(SourceFiles, ofTheProductAreShort)
         EXPECT_LE(std::count(text.begin(), text.end(), '\n'), maxLines) << path;
 }
 
-// Each *_posix.cpp has a *_windows.cpp behind the same header. The files listed here have no counterpart yet.
+// Each *_posix.cpp has a *_windows.cpp behind the same header. Some of these headers exist there, too.
 TEST(SourceFiles, outsideOfPosixFilesIncludeNoPosixHeader)
 {
-    const std::set<std::string> withoutCounterpart{
-        "apps/kvgamut/commands/process/ProgramLocale.cpp", "apps/kvgamut/commands/process/VirtualScreen.cpp",
-        "apps/kvgamut/commands/process/VirtualScreen.h",   "apps/kvgamut/commands/process/WaylandServer.cpp",
-        "apps/kvgamut/commands/process/XServer.cpp",       "apps/kvgamut/main.cpp"};
     const std::regex posix(
         R"(#\s*include\s*<(sys/|linux/|(unistd|fcntl|poll|dlfcn|pthread|langinfo|execinfo|termios|pwd|grp|dirent)\.h>))");
-    std::set<std::string> found;
     for (const auto& [path, text] : productSources())
-        if (!path.ends_with("_posix.cpp") && !path.ends_with("_windows.cpp") &&
-            std::regex_search(text, posix))
-            found.insert(path);
-    EXPECT_EQ(found, withoutCounterpart);
+        EXPECT_TRUE(path.ends_with("_posix.cpp") || path.ends_with("_windows.cpp") ||
+                    !std::regex_search(text, posix))
+            << path;
 }
 
 TEST(SourceFiles, ofPosixHaveACounterpartForWindows)

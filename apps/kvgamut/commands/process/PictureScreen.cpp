@@ -3,6 +3,7 @@
 
 #include "Screen.h"
 #include "model/inputs/ThreadCheck.h"
+#include "model/problems/SystemReason.h"
 
 #include <algorithm>
 #include <thread>
@@ -30,6 +31,23 @@ bool chooseSurfaceless()
 #endif
 }
 
+/// Why the X server of its own is not there; nullopt if it is.
+std::optional<Problem> problemOf(VirtualScreen::Outcome outcome)
+{
+    using Kind = VirtualScreen::Outcome::Kind;
+    switch (outcome.kind) {
+    case Kind::Started:
+        break;
+    case Kind::NotInstalled:
+        return Problem(ProblemCode::NoXvfb);
+    case Kind::NoDisplay:
+        return Problem(ProblemCode::NoVirtualDisplay);
+    case Kind::SystemFailed:
+        return Problem(ProblemCode::XvfbFailed).because(SystemReason::ofErrno(outcome.error));
+    }
+    return std::nullopt;
+}
+
 /// How many threads may live at the same time: those of Mesa's software renderer, one for each processor but
 /// at most 32, and some of Mesa's caches, of Qt and of our own.
 std::size_t maxThreads()
@@ -51,7 +69,7 @@ std::optional<Problem> PictureScreen::choose()
         Screen::choosePlatform(Screen::Use::Picture);
         return std::nullopt;
     }
-    if (const auto problem = m_server.start())
+    if (const auto problem = problemOf(m_server.start()))
         return problem;
     qputenv("QT_QPA_PLATFORM", "xcb");
     return std::nullopt;

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "VirtualScreen.h"
+#include "model/problems/Problem.h"
+
+#include <optional>
 
 /// What pictures are drawn on, whether there is a display or not.
 class PictureScreen

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Screen.h"
 
+#include "Desktop.h"
 #include "PlatformPlugin.h"
 #include "WaylandServer.h"
 #include "XServer.h"
@@ -38,6 +39,8 @@ bool canEmbedOnWayland()
 /// Platforms that have windows with OpenGL here, the best one first. Qt tries them in turn.
 QByteArrayList platforms(Screen::Use use)
 {
+    if (const char* own = Desktop::platform())
+        return {own};
     QByteArrayList names;
     if (canUseX())
         names.append("xcb");
@@ -69,7 +72,7 @@ QByteArray nameOf(const QByteArray& platform)
 
 bool Screen::isPresent()
 {
-    return canUseX() || canUseWayland();
+    return Desktop::platform() || canUseX() || canUseWayland();
 }
 
 Problem Screen::absence()

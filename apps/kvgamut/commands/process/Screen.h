@@ -7,7 +7,7 @@
 
 class KVGamutView;
 
-/// The display: Wayland or X.
+/// The display: Wayland, X, or the desktop of a system that has its own.
 namespace Screen {
 
 /// What the display is for.
@@ -17,7 +17,8 @@ enum class Use
     Picture ///< OpenGL, without a window that the user should see: X if possible
 };
 
-/// Whether an X server or a Wayland compositor answers, and Qt has a plug-in for it.
+/// Whether the system has its own desktop, or an X server or a Wayland compositor answers, and Qt has a
+/// plug-in for it.
 bool isPresent();
 /// Why isPresent() is false.
 Problem absence();

@@ -14,4 +14,8 @@ void occupyClosed();
 /// Does nothing on Windows, which has no such signal.
 void ignoreBrokenPipes();
 
+/// Passes each byte on unchanged: a picture on standard output must not get other line breaks.
+/// Does nothing on POSIX systems, which change none.
+void passBytes();
+
 } // namespace StandardFiles

@@ -16,3 +16,5 @@ void StandardFiles::ignoreBrokenPipes()
 {
     std::signal(SIGPIPE, SIG_IGN);
 }
+
+void StandardFiles::passBytes() {}

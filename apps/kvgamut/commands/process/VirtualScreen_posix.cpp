@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "VirtualScreen.h"
 
-#include "model/problems/SystemReason.h"
-
+#include <QtCore/QByteArray>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QtEndian>
 
@@ -15,7 +14,9 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <type_traits>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -133,15 +134,14 @@ VirtualScreen::~VirtualScreen()
         close(m_cookieFile);
 }
 
-std::optional<Problem> VirtualScreen::start()
+VirtualScreen::Outcome VirtualScreen::start()
 {
-    const auto failed = [](int error) {
-        return Problem(ProblemCode::XvfbFailed).because(SystemReason::ofErrno(error));
-    };
+    using Kind = Outcome::Kind;
+    static_assert(std::is_same_v<decltype(m_server), pid_t>);
     Pipe display, failure;
     m_cookieFile = makeCookieFile();
     if (!display.isOpen() || !failure.isOpen() || m_cookieFile < 0)
-        return failed(errno);
+        return {Kind::SystemFailed, errno};
 
     // The picture need not fit on this screen. A colour depth of 8 bits has no OpenGL.
     std::array<QByteArray, 10> words{"Xvfb",
@@ -161,7 +161,7 @@ std::optional<Problem> VirtualScreen::start()
     const pid_t parent = getpid();
     m_server = fork();
     if (m_server < 0)
-        return failed(errno);
+        return {Kind::SystemFailed, errno};
     if (m_server == 0)
         becomeServer(parent, display.writer(), failure.writer(), pointers.data());
     display.closeWriter();
@@ -169,11 +169,11 @@ std::optional<Problem> VirtualScreen::start()
 
     int error = 0;
     if (read(failure.reader(), &error, sizeof error) == sizeof error)
-        return error == ENOENT ? Problem(ProblemCode::NoXvfb) : failed(error);
+        return error == ENOENT ? Outcome{Kind::NotInstalled} : Outcome{Kind::SystemFailed, error};
     const QByteArray number = firstLine(display.reader());
     if (number.isEmpty())
-        return Problem(ProblemCode::NoVirtualDisplay);
+        return {Kind::NoDisplay};
     qputenv("DISPLAY", ':' + number);
     qputenv("XAUTHORITY", pathOf(m_cookieFile));
-    return std::nullopt;
+    return {Kind::Started};
 }
