@@ -15,6 +15,7 @@
 #include "commands/help/Mistakes.h"
 #include "commands/process/ExitCode.h"
 #include "commands/process/ProcessEnd.h"
+#include "commands/process/ProgramArguments.h"
 #include "commands/process/ProgramLocale.h"
 #include "commands/process/Say.h"
 #include "commands/process/StandardFiles.h"
@@ -192,6 +193,7 @@ int main(int argc, char** argv)
     StandardFiles::passBytes();
     ProgramLocale::useUtf8();
     try {
+        argv = ProgramArguments::asBytes(argc, argv);
         return runProgram(argc, argv);
     } catch (const std::exception&) { // not enough memory
         endWithoutMemory();
