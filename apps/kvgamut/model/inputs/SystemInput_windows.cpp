@@ -8,6 +8,10 @@
 #include <fcntl.h>
 #include <io.h>
 #include <limits>
+
+#ifndef NOMINMAX
+#define NOMINMAX // windows.h would define min and max
+#endif
 #include <windows.h>
 
 namespace {
