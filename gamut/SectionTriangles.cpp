@@ -70,7 +70,7 @@ struct Crossing
 };
 
 /// A part of a ring on one side of the line, from a crossing to a crossing.
-struct Part
+struct Chain
 {
     std::size_t from, to;
     Ring between;
@@ -118,7 +118,7 @@ private:
             return;
         }
         const std::size_t start = m_crossings.size();
-        Part part{start, 0, {}};
+        Chain part{start, 0, {}};
         for (std::size_t k = 0; k < size; ++k) { // from the first crossing back to it
             const std::size_t i = (first + k) % size;
             const Place& next = ring[(i + 1) % size];
@@ -133,11 +133,11 @@ private:
     }
 
     /// Ends @p part at a crossing; the next one begins there.
-    void finish(Part& part, std::size_t crossing)
+    void finish(Chain& part, std::size_t crossing)
     {
         const bool above = isAbove(part.between.front());
         part.to = crossing;
-        m_parts[above ? 1 : 0].push_back(std::exchange(part, Part{crossing, 0, {}}));
+        m_parts[above ? 1 : 0].push_back(std::exchange(part, Chain{crossing, 0, {}}));
     }
 
     /// The line is inside the region between its first and second crossing, its third and fourth, etc. The
@@ -170,7 +170,7 @@ private:
     /// Joins the parts of one side to rings, along the line.
     void join(bool above)
     {
-        std::vector<Part>& parts = m_parts[above ? 1 : 0];
+        std::vector<Chain>& parts = m_parts[above ? 1 : 0];
         const std::size_t none = parts.size();
         std::vector<std::size_t> starting(m_crossings.size(), none); // the part at each crossing
         for (std::size_t i = 0; i < parts.size(); ++i)
@@ -202,7 +202,7 @@ private:
     double m_at;
     std::vector<Crossing> m_crossings;
     std::vector<std::size_t> m_partner;
-    std::array<std::vector<Part>, 2> m_parts;
+    std::array<std::vector<Chain>, 2> m_parts;
 };
 
 /// Cells of the grid, from @ref low to below @ref high.

@@ -18,7 +18,7 @@ struct Corner
 };
 
 /// A part of a triangle: at most two of its corners are cut off.
-struct Part
+struct Piece
 {
     std::array<Corner, 5> corners;
     std::size_t size = 0;
@@ -41,9 +41,9 @@ Corner crossing(Corner one, Corner other, float level)
 }
 
 /// What of @p part is above @p level (@p sign 1) or below it (-1).
-Part cut(const Part& part, float level, float sign)
+Piece cut(const Piece& part, float level, float sign)
 {
-    Part rest;
+    Piece rest;
     for (std::size_t i = 0; i < part.size; ++i) {
         const Corner& corner = part.corners[i];
         const Corner& next = part.corners[(i + 1) % part.size];
@@ -71,7 +71,7 @@ QRgb colorOf(float value, const std::pair<float, QRgb>& from, const std::pair<fl
                 channel(qBlue(from.second), qBlue(to.second), share));
 }
 
-void append(ColoredSurface& surface, const Part& part, const std::pair<float, QRgb>& from,
+void append(ColoredSurface& surface, const Piece& part, const std::pair<float, QRgb>& from,
             const std::pair<float, QRgb>& to)
 {
     const int first = static_cast<int>(surface.mesh.lab.size());
@@ -84,7 +84,7 @@ void append(ColoredSurface& surface, const Part& part, const std::pair<float, QR
 }
 
 /// Adds the bands of a triangle: below the first stop, between stops and above the last one.
-void split(ColoredSurface& surface, Part rest, const Stops& stops)
+void split(ColoredSurface& surface, Piece rest, const Stops& stops)
 {
     const auto reaches = [&rest](float level) {
         return std::any_of(rest.corners.begin(),
@@ -93,7 +93,7 @@ void split(ColoredSurface& surface, Part rest, const Stops& stops)
     };
     for (qsizetype i = 0; i < stops.size(); ++i) {
         const float level = stops[i].first;
-        const Part below = cut(rest, level, -1.0f);
+        const Piece below = cut(rest, level, -1.0f);
         const bool isAbove = reaches(level);
         if (below.size >= 3)
             append(surface, below, stops[std::max<qsizetype>(i - 1, 0)], stops[i]);
@@ -115,7 +115,7 @@ ColoredSurface kvColoredBands(const KVGamut::Mesh& mesh, const SurfaceValues& va
     surface.mesh.lab.reserve(3 * mesh.triangles.size());
     surface.mesh.triangles.reserve(mesh.triangles.size());
     for (const KVGamut::Mesh::Triangle& triangle : mesh.triangles) {
-        Part whole;
+        Piece whole;
         for (const int vertex : triangle) {
             const auto v = static_cast<std::size_t>(vertex);
             const float value = values.values[v];

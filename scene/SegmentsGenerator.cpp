@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <scene/Finite.h>
 #include <scene/Generators.h>
 #include <scene/TriangleWriter.h>
 
@@ -21,11 +22,6 @@ constexpr float degenerateSquaredLength = FLT_EPSILON;
 constexpr float minMitreCosine = -0.5f;
 /// About a hundred microseconds.
 constexpr int stepsBetweenChecks = 512;
-
-bool isFinite(const QVector3D& p)
-{
-    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
-}
 
 /// The end points of a segment in a fixed order, to detect repetitions in either direction.
 struct EdgeKey
@@ -59,7 +55,7 @@ using Section = std::array<QVector3D, 4>;
 
 bool isFinite(const Section& section)
 {
-    return std::all_of(section.begin(), section.end(), [](const QVector3D& p) { return isFinite(p); });
+    return std::all_of(section.begin(), section.end(), kvIsFinite);
 }
 
 /// One straight piece of the ribbon: a segment with its direction d and the axes s and u of its
@@ -175,7 +171,8 @@ std::vector<Stretch> usableStretches(const QList<ColoredSegment>& segments, Canc
         const QVector3D& p = segment.first.second;
         const QVector3D& q = segment.second.second;
         const QVector3D d = q - p;
-        if (!isFinite(p) || !isFinite(q) || !isFinite(d) || !(d.lengthSquared() > degenerateSquaredLength))
+        if (!kvIsFinite(p) || !kvIsFinite(q) || !kvIsFinite(d) ||
+            !(d.lengthSquared() > degenerateSquaredLength))
             continue;
         if (Stretch* const known = table.find(p, q, stretches)) {
             takeColors(*known, segment);

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <scene/Finite.h>
 #include <scene/Generators.h>
 #include <scene/TriangleWriter.h>
 
 #include <cmath>
 
 namespace {
-
-bool isFinite(const QVector3D& v)
-{
-    return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
-}
 
 /// Normal in double precision, for cross products that overflow in float.
 QVector3D hugeNormal(const QVector3D& a, const QVector3D& b)
@@ -29,7 +25,7 @@ QVector3D kvFlatNormal(const QVector3D& a, const QVector3D& b, const QVector3D& 
 {
     const QVector3D ab = b - a, ac = c - a;
     const QVector3D normal = QVector3D::crossProduct(ab, ac).normalized();
-    return isFinite(normal) ? normal : hugeNormal(ab, ac);
+    return kvIsFinite(normal) ? normal : hugeNormal(ab, ac);
 }
 
 GeometryData kvTriangles(const QList<ColoredTriangle>& triangles)

@@ -7,6 +7,7 @@
 #include <annotation/ScaleLayout.h>
 #include <glwindow/CameraState.h>
 #include <scene/Coordinates.h>
+#include <scene/Finite.h>
 #include <scene/VertexStride.h>
 
 #include <algorithm>
@@ -68,11 +69,6 @@ void addScales(KVFraming& framing, const ViewerScene& scene, const KVCamera& cam
         framing.labels.append({text.position, text.rect});
 }
 
-bool isFinite(const QVector3D& v)
-{
-    return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
-}
-
 bool isFinite(const QRectF& r)
 {
     return std::isfinite(r.x()) && std::isfinite(r.y()) && std::isfinite(r.width()) &&
@@ -84,8 +80,8 @@ KVFraming usable(KVFraming framing, const QSize& size)
 {
     const QRectF picture(0.0, 0.0, size.width(), size.height());
     framing.taken.removeIf([&](const QRectF& rect) { return !isFinite(rect) || !rect.intersects(picture); });
-    framing.positions.removeIf([](const QVector3D& position) { return !isFinite(position); });
-    framing.labels.removeIf([](const KVFraming::Label& label) { return !isFinite(label.position); });
+    framing.positions.removeIf([](const QVector3D& position) { return !kvIsFinite(position); });
+    framing.labels.removeIf([](const KVFraming::Label& label) { return !kvIsFinite(label.position); });
     constexpr float maxMargin = 0.4f;
     framing.margin = framing.margin >= 0.0f ? std::min(framing.margin, maxMargin) : 0.0f;
     return framing;

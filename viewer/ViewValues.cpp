@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <KVGamutView.h>
 
+#include <scene/Finite.h>
+
 #include <QtCore/QVariantList>
 
 #include <cmath>
@@ -8,11 +10,6 @@
 namespace {
 
 // Each read() keeps its target unchanged if the value is missing or invalid.
-
-bool isFinite(const QVector3D& v)
-{
-    return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
-}
 
 void read(const QVariantMap& map, const QString& key, bool& target)
 {
@@ -48,7 +45,7 @@ void read(const QVariantMap& map, const QString& key, QVector3D& target)
         if (!ok)
             return;
     }
-    if (values.size() == 3 && isFinite(v))
+    if (values.size() == 3 && kvIsFinite(v))
         target = v;
 }
 
@@ -178,7 +175,7 @@ QVariantMap mapOf(const QHash<QString, Value>& values)
 
 bool KVCamera::isValid() const
 {
-    return isFinite(position) && isFinite(interestPoint) && position != interestPoint &&
+    return kvIsFinite(position) && kvIsFinite(interestPoint) && position != interestPoint &&
            viewingAngle >= minAngle && viewingAngle <= maxAngle;
 }
 

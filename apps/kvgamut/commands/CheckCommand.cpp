@@ -24,7 +24,7 @@
 
 namespace {
 
-constexpr float maxTolerance = 100.0f;
+constexpr float maxCheckTolerance = 100.0f;
 
 } // namespace
 
@@ -54,17 +54,17 @@ CheckCommand::CheckCommand(CLI::App& program)
             "--photo-profile", [this](const std::string& word) { m_photoProfile = OptionValues::file(word); },
             "The profile of photos without an embedded one (default: sRGB for RGB and grey)")
         ->type_name("FILE");
-    m_toleranceOption = parser()
-                            .add_option_function<std::string>(
-                                "--tolerance",
-                                [this](const std::string& word) {
-                                    m_tolerance =
-                                        static_cast<double>(OptionValues::number(word, 0.0f, maxTolerance));
-                                },
-                                "The edge: pixels at most this dE76 from the surface, colours at most this "
-                                "dE00 outside (default: "
-                                "1). If it is given, a colour beyond it makes the exit code 5")
-                            ->type_name("T");
+    m_toleranceOption =
+        parser()
+            .add_option_function<std::string>(
+                "--tolerance",
+                [this](const std::string& word) {
+                    m_tolerance = static_cast<double>(OptionValues::number(word, 0.0f, maxCheckTolerance));
+                },
+                "The edge: pixels at most this dE76 from the surface, colours at most this "
+                "dE00 outside (default: "
+                "1). If it is given, a colour beyond it makes the exit code 5")
+            ->type_name("T");
     parser()
         .add_option_function<std::string>(
             "--fail-if-outside",

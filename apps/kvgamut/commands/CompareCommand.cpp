@@ -19,7 +19,7 @@ namespace {
 using Input = GamutInputs::Input;
 using Kind = Table::Kind;
 
-Table emptyTable()
+Table comparisonTable()
 {
     Table table;
     table.add("a", "a", Kind::Word);
@@ -113,7 +113,7 @@ std::vector<Pair> pairsOf(const GamutInputs& inputs, bool all)
 
 Table listOfPairs(const GamutInputs& inputs, const std::vector<Pair>& pairs)
 {
-    Table table = emptyTable();
+    Table table = comparisonTable();
     for (const Pair& pair : pairs)
         table.rows.append(rowOf(inputs.all[pair.a], inputs.all[pair.b], pair));
     for (const QString& line : GamutInputs::kindLines(inputs.usable()))

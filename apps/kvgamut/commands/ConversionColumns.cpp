@@ -7,11 +7,6 @@ namespace {
 
 using Kind = Table::Kind;
 
-QVariant unlessEmpty(const QString& text)
-{
-    return text.isEmpty() ? QVariant() : QVariant(text);
-}
-
 QVariant colourOf(const std::optional<KVGamut::LabPoint>& lab)
 {
     return lab ? Table::colour(*lab) : QVariant();
@@ -41,9 +36,9 @@ QVariantList ConversionColumns::of(const KVGamut::Report& report, const QStringL
     return {conversion.table,
             conversion.tableIsFallback,
             GamutWords::adaptation(conversion.adaptation),
-            unlessEmpty(GamutWords::adaptedBy(conversion.adaptationSource)),
+            Table::unlessEmpty(GamutWords::adaptedBy(conversion.adaptationSource)),
             colourOf(conversion.mediaWhite),
             colourOf(conversion.mappedBlack),
             conversion.cicp ? QVariant(GamutWords::encoding(*conversion.cicp)) : QVariant(),
-            unlessEmpty(notes)};
+            Table::unlessEmpty(notes)};
 }

@@ -19,7 +19,7 @@ namespace {
 using Input = GamutInputs::Input;
 using Kind = Table::Kind;
 
-Table emptyTable()
+Table infoTable()
 {
     Table table;
     table.blocks = true;
@@ -47,11 +47,6 @@ Table emptyTable()
     return table;
 }
 
-QVariant unlessEmpty(const QString& text)
-{
-    return text.isEmpty() ? QVariant() : QVariant(text);
-}
-
 Table::Row rowOf(const Input& input)
 {
     const bool isProfile = input.source->profile() != nullptr;
@@ -61,12 +56,12 @@ Table::Row rowOf(const Input& input)
     const auto ofProfile = [&](const QVariant& value) { return isProfile ? value : QVariant(); };
     Table::Row row{input.name,
                    input.source->kind(),
-                   unlessEmpty(facts.description),
-                   unlessEmpty(facts.deviceClass),
-                   unlessEmpty(facts.deviceSpace),
+                   Table::unlessEmpty(facts.description),
+                   Table::unlessEmpty(facts.deviceClass),
+                   Table::unlessEmpty(facts.deviceSpace),
                    isProfile ? facts.channels : report.channels,
-                   unlessEmpty(facts.pcs),
-                   unlessEmpty(facts.version),
+                   Table::unlessEmpty(facts.pcs),
+                   Table::unlessEmpty(facts.version),
                    ofProfile(facts.intents),
                    ofProfile(facts.tables),
                    ofGamut(GamutWords::intent(report)),
@@ -76,7 +71,7 @@ Table::Row rowOf(const Input& input)
                    ofGamut(Table::colour(report.black))};
     row += ConversionColumns::of(report, input.source->notes());
     row += ChartColumns::of(input.source->chart());
-    row += Table::Row{unlessEmpty(facts.copyright), unlessEmpty(input.source->savedProfile()),
+    row += Table::Row{Table::unlessEmpty(facts.copyright), Table::unlessEmpty(input.source->savedProfile()),
                       input.gamut ? QVariant() : ProblemText::english(input.gamut.error().about({}))};
     row += ProvenanceColumns::of(input);
     return row;
@@ -102,7 +97,7 @@ int InfoCommand::run(Arguments arguments)
     Progress progress;
     const GamutInputs inputs = GamutInputs::compute(m_names, m_settings, m_colours.reading, progress);
     progress.clear();
-    Table table = emptyTable();
+    Table table = infoTable();
     bool allOpen = true;
     for (const Input& input : inputs.all) {
         if (input.source) {

@@ -65,7 +65,7 @@ struct Zones
     QString summary() const { return QStringLiteral("in %1, edge %2, out %3").arg(in).arg(edge).arg(out); }
 };
 
-Table emptyTable(bool withNames, bool withWeights, bool withZones)
+Table pointTable(bool withNames, bool withWeights, bool withZones)
 {
     Table table;
     table.add("profile", "", Kind::Word);
@@ -116,7 +116,7 @@ bool areWeighted(const QList<MeasuredPoint>& points)
 Table tableOf(const GamutInputs::Input& input, const QList<MeasuredPoint>& points, const Answers& answers,
               std::optional<double> tolerance, const PointReading& reading)
 {
-    Table table = emptyTable(areNamed(points), areWeighted(points), tolerance.has_value());
+    Table table = pointTable(areNamed(points), areWeighted(points), tolerance.has_value());
     table.setSame("profile", input.name);
     if (input.gamut)
         table.setSame("intent", GamutWords::intent(input.gamut->report()));

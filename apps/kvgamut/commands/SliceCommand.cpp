@@ -26,7 +26,7 @@ const QStringList& formats()
 }
 
 /// The format for the suffix of @p output; CSV for standard output.
-QString formatOf(const QString& output)
+QString drawingFormat(const QString& output)
 {
     if (output == QLatin1String("-"))
         return QStringLiteral("csv");
@@ -66,7 +66,7 @@ void SliceCommand::check()
     if ((m_plane ? 1 : 0) + (m_rings ? 1 : 0) != 1)
         throw CLI::RequiredError("One of --lightness, --hue and --rings");
     if (m_format.isEmpty())
-        m_format = formatOf(m_output);
+        m_format = drawingFormat(m_output);
     if (m_rings && m_fill == SliceDrawing::Fill::Colors)
         throw CLI::ValidationError("--fill", "gamut rings are areas without colours");
     if (m_rings && !m_pointFiles.isEmpty())

@@ -52,7 +52,7 @@ QString methodOf(const GamutInputs::Input& input, KVGamut::Construction construc
     return GamutWords::method(input.gamut->method());
 }
 
-Table emptyTable()
+Table volumeTable()
 {
     Table table;
     table.add("profile", "profile", Kind::Word);
@@ -142,7 +142,7 @@ int VolumeCommand::run(Arguments arguments)
                                  m_colours.reading, progress, m_construction);
         progress.clear();
         allUsed = inputs.sayProblems() && allUsed;
-        Table table = emptyTable();
+        Table table = volumeTable();
         for (const GamutInputs::Input& input : inputs.usable())
             table.rows.append(rowOf(input, m_construction));
         table.summary = notesOf(inputs.usable());

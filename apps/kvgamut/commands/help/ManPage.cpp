@@ -25,7 +25,7 @@ std::string bold(const std::string& text)
     return "\\fB" + escaped(text) + "\\fR";
 }
 
-std::string entry(const std::string& name, const std::string& text)
+std::string manEntry(const std::string& name, const std::string& text)
 {
     return ".TP\n" + name + '\n' + escaped(text) + '\n';
 }
@@ -38,7 +38,7 @@ std::string optionEntries(const CLI::App& app, bool arePositional)
         const std::size_t space = label.find(' ');
         const std::string value =
             space == std::string::npos ? std::string() : " \\fI" + escaped(label.substr(space + 1)) + "\\fR";
-        text += entry(bold(label.substr(0, space)) + value, HelpText::description(*option));
+        text += manEntry(bold(label.substr(0, space)) + value, HelpText::description(*option));
     }
     return text;
 }
@@ -97,7 +97,7 @@ std::string manPage(const CLI::App& program, const CLI::App* command, const std:
     if (!command) {
         text += ".SH COMMANDS\n";
         for (const CLI::App* each : HelpText::commands(program))
-            text += entry(bold(each->get_name()), each->get_description());
+            text += manEntry(bold(each->get_name()), each->get_description());
     }
     const std::string arguments = optionEntries(app, true);
     if (!arguments.empty())

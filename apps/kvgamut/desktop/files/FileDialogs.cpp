@@ -8,7 +8,7 @@
 
 namespace {
 
-class Words
+class DialogWords
 {
     Q_DECLARE_TR_FUNCTIONS(FileDialogs)
 };
@@ -60,36 +60,39 @@ void FileDialogs::setFolder(const QString& folder)
 QStringList FileDialogs::filesToOpen(QWidget* parent)
 {
     return chosen(QFileDialog::getOpenFileNames(
-        parent, Words::tr("Open"), lastFolder,
-        filters({Words::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
-                           "*.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
-                 Words::tr("Profiles (*.icc *.icm)"),
-                 Words::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
-                 Words::tr("Saved gamuts (*.kvgamut)"),
-                 Words::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
-                 Words::tr("All files (*)")})));
+        parent, DialogWords::tr("Open"), lastFolder,
+        filters(
+            {DialogWords::tr("All that can be opened (*.icc *.icm *.png *.jpg *.jpeg *.tif *.tiff *.kvgamut "
+                             "*.kvsession *.gam *.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
+             DialogWords::tr("Profiles (*.icc *.icm)"),
+             DialogWords::tr("Pictures with a profile (*.png *.jpg *.jpeg *.tif *.tiff)"),
+             DialogWords::tr("Saved gamuts (*.kvgamut)"),
+             DialogWords::tr("Measurements (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl)"),
+             DialogWords::tr("All files (*)")})));
 }
 
 QStringList FileDialogs::pointsToAdd(QWidget* parent)
 {
     return chosen(QFileDialog::getOpenFileNames(
-        parent, Words::tr("Add points"), lastFolder,
-        filters({Words::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl "
-                           "*.png *.jpg *.jpeg "
-                           "*.tif *.tiff)"),
-                 Words::tr("All files (*)")})));
+        parent, DialogWords::tr("Add points"), lastFolder,
+        filters(
+            {DialogWords::tr("Measurements and pictures (*.csv *.txt *.ti3 *.cgats *.cxf *.ase *.acb *.gpl "
+                             "*.png *.jpg *.jpeg "
+                             "*.tif *.tiff)"),
+             DialogWords::tr("All files (*)")})));
 }
 
 QString FileDialogs::sessionToRestore(QWidget* parent)
 {
     return chosen(QFileDialog::getOpenFileName(
-        parent, Words::tr("Restore session"), lastFolder,
-        filters({Words::tr("Sessions (*.kvsession)"), Words::tr("All files (*)")})));
+        parent, DialogWords::tr("Restore session"), lastFolder,
+        filters({DialogWords::tr("Sessions (*.kvsession)"), DialogWords::tr("All files (*)")})));
 }
 
 QString FileDialogs::sessionToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save session"), Words::tr("Sessions (*.kvsession)"), "kvsession");
+    return fileToSave(parent, DialogWords::tr("Save session"), DialogWords::tr("Sessions (*.kvsession)"),
+                      "kvsession");
 }
 
 QString FileDialogs::pictureToSave(QWidget* parent, const QStringList& titles)
@@ -100,30 +103,34 @@ QString FileDialogs::pictureToSave(QWidget* parent, const QStringList& titles)
         names.append(QFileInfo(title).completeBaseName());
     QString name = names.join(QStringLiteral(", ")).left(maxLength);
     static const QRegularExpression unusual(QStringLiteral("[\\x00-\\x1f/\\\\:*?\"<>|]"));
-    return fileToSave(parent, Words::tr("Save picture"),
-                      Words::tr("Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)"), "png",
+    return fileToSave(parent, DialogWords::tr("Save picture"),
+                      DialogWords::tr("Pictures (*.png *.jpg *.tif *.webp *.svg *.pdf)"), "png",
                       name.replace(unusual, QStringLiteral("_")).trimmed());
 }
 
 QString FileDialogs::sectionToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save section"), Words::tr("Drawings (*.svg *.pdf)"), "svg");
+    return fileToSave(parent, DialogWords::tr("Save section"), DialogWords::tr("Drawings (*.svg *.pdf)"),
+                      "svg");
 }
 
 QString FileDialogs::pageToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save page to send"), Words::tr("Web pages (*.html)"), "html");
+    return fileToSave(parent, DialogWords::tr("Save page to send"), DialogWords::tr("Web pages (*.html)"),
+                      "html");
 }
 
 QString FileDialogs::colorsToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save table of colours"), Words::tr("Tables (*.csv)"), "csv");
+    return fileToSave(parent, DialogWords::tr("Save table of colours"), DialogWords::tr("Tables (*.csv)"),
+                      "csv");
 }
 
 QString FileDialogs::gamutToSave(QWidget* parent)
 {
-    return fileToSave(parent, Words::tr("Save gamut as mesh"),
-                      filters({Words::tr("Meshes (*.ply *.obj *.stl *.gltf *.x3d *.json)"),
-                               Words::tr("Saved gamuts (*.kvgamut)"), Words::tr("Profiles (*.icc)")}),
-                      "ply");
+    return fileToSave(
+        parent, DialogWords::tr("Save gamut as mesh"),
+        filters({DialogWords::tr("Meshes (*.ply *.obj *.stl *.gltf *.x3d *.json)"),
+                 DialogWords::tr("Saved gamuts (*.kvgamut)"), DialogWords::tr("Profiles (*.icc)")}),
+        "ply");
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr const char* defaultProperty = "kvDefaultKeys";
 constexpr int maxKeys = 4; // of an action
 
-QString fileName()
+QString keysFileName()
 {
     return QStringLiteral("keys.json");
 }
@@ -64,7 +64,7 @@ void KeySettings::apply(const QList<QAction*>& actions)
 {
     for (QAction* action : actions)
         action->setProperty(defaultProperty, textsOf(action->shortcuts()));
-    const QJsonObject kept = QJsonDocument::fromJson(SettingsFile::read(fileName())).object();
+    const QJsonObject kept = QJsonDocument::fromJson(SettingsFile::read(keysFileName())).object();
     // first the keys that were given up, so that others can have them
     for (QAction* action : actions)
         if (isChangeable(*action) && kept.contains(action->objectName()))
@@ -83,5 +83,5 @@ void KeySettings::keep(const QList<QAction*>& actions)
     for (const QAction* action : actions)
         if (isChangeable(*action) && textsOf(action->shortcuts()) != textsOf(defaultKeys(*action)))
             kept.insert(action->objectName(), QJsonArray::fromStringList(textsOf(action->shortcuts())));
-    SettingsFile::write(fileName(), QJsonDocument(kept).toJson());
+    SettingsFile::write(keysFileName(), QJsonDocument(kept).toJson());
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr qsizetype maxCount = 9; // each has a shortcut with a digit
 
-QString fileName()
+QString recentFileName()
 {
     return QStringLiteral("recent-files");
 }
@@ -47,14 +47,14 @@ void write(const QStringList& files)
     QByteArray content;
     for (const QString& file : files)
         content += lineOf(file);
-    SettingsFile::write(fileName(), content);
+    SettingsFile::write(recentFileName(), content);
 }
 
 } // namespace
 
 QStringList RecentFiles::list()
 {
-    QStringList files = filesOf(SettingsFile::read(fileName()));
+    QStringList files = filesOf(SettingsFile::read(recentFileName()));
     files.removeDuplicates();
     files.removeIf([](const QString& file) { return !FileName::exists(file); });
     return files;

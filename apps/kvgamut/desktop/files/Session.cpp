@@ -19,43 +19,44 @@ namespace {
 constexpr int version = 1;
 constexpr const char* versionKey = "kvgamutSession";
 
-using Words = QList<std::pair<QString, int>>;
+using WordValues = QList<std::pair<QString, int>>;
 
-const Words& intentWords()
+const WordValues& intentWords()
 {
-    static const Words words{{QStringLiteral("perceptual"), KVVMRenderPerceptual},
-                             {QStringLiteral("relative"), KVVMRenderRelativeColorimetric},
-                             {QStringLiteral("saturation"), KVVMRenderSaturation},
-                             {QStringLiteral("absolute"), KVVMRenderAbsoluteColorimetric}};
+    static const WordValues words{{QStringLiteral("perceptual"), KVVMRenderPerceptual},
+                                  {QStringLiteral("relative"), KVVMRenderRelativeColorimetric},
+                                  {QStringLiteral("saturation"), KVVMRenderSaturation},
+                                  {QStringLiteral("absolute"), KVVMRenderAbsoluteColorimetric}};
     return words;
 }
 
-const Words& adaptationWords()
+const WordValues& adaptationWords()
 {
-    static const Words words{{QStringLiteral("full"), static_cast<int>(KVGamut::Adaptation::Full)},
-                             {QStringLiteral("none"), static_cast<int>(KVGamut::Adaptation::None)},
-                             {QStringLiteral("none-d65"), static_cast<int>(KVGamut::Adaptation::NoneD65)}};
+    static const WordValues words{
+        {QStringLiteral("full"), static_cast<int>(KVGamut::Adaptation::Full)},
+        {QStringLiteral("none"), static_cast<int>(KVGamut::Adaptation::None)},
+        {QStringLiteral("none-d65"), static_cast<int>(KVGamut::Adaptation::NoneD65)}};
     return words;
 }
 
-const Words& modeWords()
+const WordValues& modeWords()
 {
-    static const Words words{{QStringLiteral("solid"), KVGamut3DViewer::Solid},
-                             {QStringLiteral("smooth"), KVGamut3DViewer::Smooth},
-                             {QStringLiteral("flat"), KVGamut3DViewer::Flat},
-                             {QStringLiteral("wireframe"), KVGamut3DViewer::Wireframe}};
+    static const WordValues words{{QStringLiteral("solid"), KVGamut3DViewer::Solid},
+                                  {QStringLiteral("smooth"), KVGamut3DViewer::Smooth},
+                                  {QStringLiteral("flat"), KVGamut3DViewer::Flat},
+                                  {QStringLiteral("wireframe"), KVGamut3DViewer::Wireframe}};
     return words;
 }
 
-const Words& sectionWords()
+const WordValues& sectionWords()
 {
-    static const Words words{{QStringLiteral("lightness"), static_cast<int>(SectionKind::Lightness)},
-                             {QStringLiteral("hue"), static_cast<int>(SectionKind::Hue)},
-                             {QStringLiteral("rings"), static_cast<int>(SectionKind::Rings)}};
+    static const WordValues words{{QStringLiteral("lightness"), static_cast<int>(SectionKind::Lightness)},
+                                  {QStringLiteral("hue"), static_cast<int>(SectionKind::Hue)},
+                                  {QStringLiteral("rings"), static_cast<int>(SectionKind::Rings)}};
     return words;
 }
 
-QString wordOf(const Words& words, int value)
+QString wordOf(const WordValues& words, int value)
 {
     for (const auto& [word, meaning] : words)
         if (meaning == value)
@@ -149,7 +150,7 @@ public:
     }
 
     template <typename Value>
-    void read(const char* key, Value& target, const Words& words) const
+    void read(const char* key, Value& target, const WordValues& words) const
     {
         const QJsonValue value = take(key);
         QStringList known;

@@ -13,7 +13,7 @@ namespace {
 
 bool areIgnored = false;
 
-QDir folder()
+QDir settingsFolder()
 {
     const QDir all(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     return QDir(all.filePath(QStringLiteral("kvgamut")));
@@ -25,13 +25,13 @@ QByteArray SettingsFile::read(const QString& name)
 {
     if (areIgnored)
         return {};
-    return InputGate::read(folder().filePath(name), InputKind::Settings).value_or(QByteArray());
+    return InputGate::read(settingsFolder().filePath(name), InputKind::Settings).value_or(QByteArray());
 }
 
 void SettingsFile::write(const QString& name, const QByteArray& content)
 {
-    if (!areIgnored && folder().mkpath(QStringLiteral(".")))
-        std::ignore = writeOutput(folder().filePath(name), content);
+    if (!areIgnored && settingsFolder().mkpath(QStringLiteral(".")))
+        std::ignore = writeOutput(settingsFolder().filePath(name), content);
 }
 
 void SettingsFile::ignoreAll()

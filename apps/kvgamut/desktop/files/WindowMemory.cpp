@@ -8,7 +8,7 @@
 
 namespace {
 
-QString fileName()
+QString memoryFileName()
 {
     return QStringLiteral("window");
 }
@@ -57,10 +57,10 @@ WindowMemory WindowMemory::fromJson(const QByteArray& json)
 
 WindowMemory WindowMemory::read()
 {
-    return fromJson(SettingsFile::read(fileName()));
+    return fromJson(SettingsFile::read(memoryFileName()));
 }
 
 void WindowMemory::write() const
 {
-    SettingsFile::write(fileName(), toJson());
+    SettingsFile::write(memoryFileName(), toJson());
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr QLatin1String folder(":/translations");
+constexpr QLatin1String translationsFolder(":/translations");
 constexpr QLatin1String prefix("kvgamut_");
 
 /// Qt's translations, except for the reasons why a file cannot be used: these also appear on standard error,
@@ -65,7 +65,7 @@ Translations::Translations(const QStringList& wanted) : m_language(QStringLitera
     });
     if (first != wanted.end())
         m_language = languageOf(*first);
-    const bool isTranslated = m_words.load(prefix + m_language, folder);
+    const bool isTranslated = m_words.load(prefix + m_language, translationsFolder);
     QLocale numbers;
     if (isTranslated && numbersOfSystem().language() == QLocale::C) // the user chose no format
         numbers = QLocale(first != wanted.end() ? *first : m_language);
@@ -94,7 +94,7 @@ QStringList Translations::embedded()
 {
     QStringList languages;
     const QStringList files =
-        QDir(folder).entryList({prefix + QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
+        QDir(translationsFolder).entryList({prefix + QStringLiteral("*.qm")}, QDir::Files, QDir::Name);
     for (const QString& file : files)
         languages.append(file.sliced(prefix.size()).chopped(3));
     return languages;

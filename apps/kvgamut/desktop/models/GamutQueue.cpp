@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int reportMs = 80;
+constexpr int shareReportMs = 80;
 
 /// Of the file of an input. A cancelled task has none.
 std::optional<FileStamp> stampOf(const QString& input, const KVCompletionProtocolPtr& task)
@@ -29,7 +29,7 @@ GamutQueue::GamutQueue(GamutListModel& model, QObject* parent) : QObject(parent)
 {
     // leave one processor for the window
     m_pool.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1));
-    m_ticker.setInterval(reportMs);
+    m_ticker.setInterval(shareReportMs);
     connect(&m_ticker, &QTimer::timeout, this, &GamutQueue::reportProgress);
     connect(&model, &QAbstractItemModel::rowsInserted, this, &GamutQueue::onRowsInserted);
     connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &GamutQueue::onRowsAboutToBeRemoved);

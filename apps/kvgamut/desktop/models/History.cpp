@@ -14,7 +14,7 @@ using State = History::State;
 
 constexpr int maxSteps = 100;
 
-class Words
+class HistoryWords
 {
     Q_DECLARE_TR_FUNCTIONS(History)
 };
@@ -64,8 +64,8 @@ Change gamutsAdded(const State& before, const State& after)
     const auto added = onlyIn(after, before);
     if (added.isEmpty())
         return {};
-    return added.size() == 1 ? Words::tr("Add %1").arg(added.first()->title)
-                             : Words::tr("Add %1 gamuts").arg(added.size());
+    return added.size() == 1 ? HistoryWords::tr("Add %1").arg(added.first()->title)
+                             : HistoryWords::tr("Add %1 gamuts").arg(added.size());
 }
 
 Change gamutsRemoved(const State& before, const State& after)
@@ -73,8 +73,8 @@ Change gamutsRemoved(const State& before, const State& after)
     const auto removed = onlyIn(before, after);
     if (removed.isEmpty())
         return {};
-    return removed.size() == 1 ? Words::tr("Remove %1").arg(removed.first()->title)
-                               : Words::tr("Remove %1 gamuts").arg(removed.size());
+    return removed.size() == 1 ? HistoryWords::tr("Remove %1").arg(removed.first()->title)
+                               : HistoryWords::tr("Remove %1 gamuts").arg(removed.size());
 }
 
 Change pointsChanged(const State& before, const State& after)
@@ -84,16 +84,16 @@ Change pointsChanged(const State& before, const State& after)
     if (added.isEmpty() && removed.isEmpty())
         return {};
     if (added.size() + removed.size() > 1)
-        return Words::tr("Change points");
-    return added.isEmpty() ? Words::tr("Remove %1").arg(QFileInfo(removed.first()).fileName())
-                           : Words::tr("Add %1").arg(QFileInfo(added.first()).fileName());
+        return HistoryWords::tr("Change points");
+    return added.isEmpty() ? HistoryWords::tr("Remove %1").arg(QFileInfo(removed.first()).fileName())
+                           : HistoryWords::tr("Add %1").arg(QFileInfo(added.first()).fileName());
 }
 
 Change settingsChanged(const State& before, const State& after)
 {
     for (const GamutEntry& entry : after.gamuts)
         if (const GamutEntry* old = find(before, entry.id); old && old->settings != entry.settings)
-            return Words::tr("Settings of %1").arg(entry.title);
+            return HistoryWords::tr("Settings of %1").arg(entry.title);
     return {};
 }
 
@@ -104,15 +104,16 @@ Change looksChanged(const State& before, const State& after)
         if (!old || isSameLook(*old, entry))
             continue;
         if (old->look.visible != entry.look.visible)
-            return (entry.look.visible ? Words::tr("Show %1") : Words::tr("Hide %1")).arg(entry.title);
-        return Words::tr("Look of %1").arg(entry.title);
+            return (entry.look.visible ? HistoryWords::tr("Show %1") : HistoryWords::tr("Hide %1"))
+                .arg(entry.title);
+        return HistoryWords::tr("Look of %1").arg(entry.title);
     }
     return {};
 }
 
 Change toleranceChanged(const State& before, const State& after)
 {
-    return before.tolerance == after.tolerance ? Change() : Change(Words::tr("Edge of points"));
+    return before.tolerance == after.tolerance ? Change() : Change(HistoryWords::tr("Edge of points"));
 }
 
 /// What happened between two states; nullopt if nothing did.
@@ -127,8 +128,8 @@ Change changeBetween(const State& before, const State& after)
         return {};
     if (changes.size() == 1)
         return changes.first();
-    return after.gamuts.isEmpty() && after.points.isEmpty() ? Words::tr("Close everything")
-                                                            : Words::tr("Several changes");
+    return after.gamuts.isEmpty() && after.points.isEmpty() ? HistoryWords::tr("Close everything")
+                                                            : HistoryWords::tr("Several changes");
 }
 
 /// @p state without what @p now no longer has: inputs that could not be opened.

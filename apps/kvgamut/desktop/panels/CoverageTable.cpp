@@ -11,7 +11,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
-constexpr int maxLetters = 24; // of a name; its tool tip shows all of it
+constexpr int maxTitleLetters = 24; // of a name; its tool tip shows all of it
 } // namespace
 
 CoverageTable::CoverageTable(const GamutListModel& gamuts, QWidget* parent) : QDialog(parent), m_model(gamuts)
@@ -27,8 +27,8 @@ CoverageTable::CoverageTable(const GamutListModel& gamuts, QWidget* parent) : QD
         header->setSectionResizeMode(QHeaderView::ResizeToContents);
         header->setTextElideMode(Qt::ElideMiddle);
     }
-    table->horizontalHeader()->setMaximumSectionSize(fontMetrics().averageCharWidth() * maxLetters);
-    table->verticalHeader()->setMaximumWidth(fontMetrics().averageCharWidth() * maxLetters);
+    table->horizontalHeader()->setMaximumSectionSize(fontMetrics().averageCharWidth() * maxTitleLetters);
+    table->verticalHeader()->setMaximumWidth(fontMetrics().averageCharWidth() * maxTitleLetters);
     auto* note =
         new QLabel(tr("The share of the volume of each row's gamut that the column's gamut covers."));
     note->setWordWrap(true);

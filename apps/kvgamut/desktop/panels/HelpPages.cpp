@@ -12,7 +12,7 @@
 
 namespace {
 
-class Words
+class HelpWords
 {
     Q_DECLARE_TR_FUNCTIONS(HelpPages)
 };
@@ -36,11 +36,11 @@ QDialog* HelpPages::about(const QString& drawing, QWidget* parent)
 {
     QStringList lines{
         QStringLiteral("kvgamut ") + QCoreApplication::applicationVersion(),
-        Words::tr("Shows and compares colour gamuts in CIE L*a*b*."),
+        HelpWords::tr("Shows and compares colour gamuts in CIE L*a*b*."),
         QString(),
-        Words::tr("Licence: %1").arg(QStringLiteral("Apache-2.0")),
-        Words::tr("Made with Qt %1").arg(QLatin1String(qVersion())),
-        Words::tr("Nothing leaves this computer: the program uses no network."),
+        HelpWords::tr("Licence: %1").arg(QStringLiteral("Apache-2.0")),
+        HelpWords::tr("Made with Qt %1").arg(QLatin1String(qVersion())),
+        HelpWords::tr("Nothing leaves this computer: the program uses no network."),
     };
     if (!drawing.isEmpty())
         lines.append(drawing);
@@ -48,7 +48,7 @@ QDialog* HelpPages::about(const QString& drawing, QWidget* parent)
     text->setObjectName(QStringLiteral("aboutText"));
     text->setTextFormat(Qt::PlainText);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    QDialog* dialog = dialogOf(Words::tr("About kvgamut"), text, parent);
+    QDialog* dialog = dialogOf(HelpWords::tr("About kvgamut"), text, parent);
     dialog->setObjectName(QStringLiteral("about"));
     return dialog;
 }
@@ -57,12 +57,12 @@ QDialog* HelpPages::tour(QWidget* parent)
 {
     auto* browser = new QTextBrowser;
     browser->setObjectName(QStringLiteral("tourText"));
-    browser->setAccessibleName(Words::tr("Tour"));
+    browser->setAccessibleName(HelpWords::tr("Tour"));
     browser->setOpenLinks(false); // its pages are files of the documentation
     QFile file(QStringLiteral(":/help/TOUR.md"));
     if (file.open(QIODevice::ReadOnly))
         browser->setMarkdown(QString::fromUtf8(file.readAll()));
-    QDialog* dialog = dialogOf(Words::tr("Tour"), browser, parent);
+    QDialog* dialog = dialogOf(HelpWords::tr("Tour"), browser, parent);
     dialog->setObjectName(QStringLiteral("tourDialog"));
     dialog->resize(720, 640);
     return dialog;

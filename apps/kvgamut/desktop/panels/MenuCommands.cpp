@@ -7,7 +7,7 @@
 
 namespace {
 
-class Words
+class MenuWords
 {
     Q_DECLARE_TR_FUNCTIONS(MenuCommands)
 };
@@ -32,7 +32,7 @@ QString MenuCommand::keys() const
     const QList<QKeySequence> sequences = action->shortcuts();
     for (const QKeySequence& sequence : sequences)
         keys.append(sequence.toString(QKeySequence::NativeText));
-    return keys.join(Words::tr(" or "));
+    return keys.join(MenuWords::tr(" or "));
 }
 
 QList<MenuCommand> MenuCommands::of(const QMenuBar& menuBar)

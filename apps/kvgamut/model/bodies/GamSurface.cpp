@@ -13,7 +13,7 @@
 
 namespace {
 
-using Row = QList<QByteArray>;
+using Words = QList<QByteArray>;
 
 const QStringList vertexColumns{QStringLiteral("VERTEX_NO"), QStringLiteral("LAB_L"), QStringLiteral("LAB_A"),
                                 QStringLiteral("LAB_B")};
@@ -86,7 +86,7 @@ private:
             return failure(ProblemCode::CgatsWithoutFormat, {QString::number(line)});
         const auto vertices = m_surface.lab.empty() ? placesOf(vertexColumns, m_names) : QList<qsizetype>();
         const auto faces = m_surface.triangles.empty() ? placesOf(faceColumns, m_names) : QList<qsizetype>();
-        const Result<void> done = readRows([&](const Row& row) -> Result<void> {
+        const Result<void> done = readRows([&](const Words& row) -> Result<void> {
             if (!vertices.isEmpty())
                 return addVertex(row, vertices);
             return faces.isEmpty() ? Result<void>() : addFace(row, faces);
@@ -98,7 +98,7 @@ private:
     template <typename Use>
     Result<void> readRows(const Use& use)
     {
-        Row row;
+        Words row;
         const Result<void> done = readUntil("END_DATA", [&](const QByteArray& field) -> Result<void> {
             row.append(field);
             if (row.size() < m_names.size())
@@ -132,7 +132,7 @@ private:
         return failure(ProblemCode::CgatsUnfinished, {lineNumber(), QString::fromLatin1(end)});
     }
 
-    Result<void> addVertex(const Row& row, const QList<qsizetype>& places)
+    Result<void> addVertex(const Words& row, const QList<qsizetype>& places)
     {
         if (m_surface.lab.size() >= static_cast<std::size_t>(InputLimits::maxPoints))
             return failure(ProblemCode::TooManyPoints, {QString::number(InputLimits::maxPoints)});
@@ -154,7 +154,7 @@ private:
         return {};
     }
 
-    Result<void> addFace(const Row& row, const QList<qsizetype>& places)
+    Result<void> addFace(const Words& row, const QList<qsizetype>& places)
     {
         if (m_surface.triangles.size() >= static_cast<std::size_t>(InputLimits::maxFaces))
             return failure(ProblemCode::TooManyFaces, {QString::number(InputLimits::maxFaces)});
@@ -172,7 +172,7 @@ private:
         return {};
     }
 
-    Result<int> whole(const Row& row, qsizetype place, const QString& column) const
+    Result<int> whole(const Words& row, qsizetype place, const QString& column) const
     {
         bool ok = false;
         const int number = row[place].toInt(&ok);

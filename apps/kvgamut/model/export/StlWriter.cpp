@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qsizetype headerSize = 80;
+constexpr qsizetype stlHeaderSize = 80;
 
 /// The mean colour of a triangle in the 16 attribute bits, in the usual encoding of binary STL: a bit that
 /// marks it as valid, then 5 bits each of red, green and blue.
@@ -31,8 +31,8 @@ QByteArray MeshWriters::stl(const ColoredMesh& mesh, const MeshNote& note)
     // The header must not begin with "solid": readers would parse the file as text.
     QByteArray file = QByteArray("x, y, z: a*, b*, L*; ")
                           .append(note.line().toUtf8())
-                          .left(headerSize)
-                          .leftJustified(headerSize, ' ');
+                          .left(stlHeaderSize)
+                          .leftJustified(stlHeaderSize, ' ');
     QDataStream stream(&file, QIODevice::Append);
     stream.setByteOrder(QDataStream::LittleEndian);
     stream.setFloatingPointPrecision(QDataStream::SinglePrecision);

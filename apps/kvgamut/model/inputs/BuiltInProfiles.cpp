@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "BuiltInProfiles.h"
 
+#include "LittleCms.h"
+
 #include <lcms2.h>
 
 #include <array>
@@ -58,7 +60,7 @@ constexpr std::array<RgbSpace, 5> spaces{{
      {1.8, 1.0, 0.0, 1.0 / 16.0, 1.0 / 32.0}},
 }};
 
-using Profile = std::unique_ptr<void, decltype(&cmsCloseProfile)>;
+using LittleCms::Profile;
 using ToneCurve = std::unique_ptr<cmsToneCurve, decltype(&cmsFreeToneCurve)>;
 
 void describe(const Profile& profile, const char* name)
@@ -89,8 +91,7 @@ QByteArray make(const RgbSpace& space)
     if (!curve)
         return {};
     const std::array<cmsToneCurve*, 3> curves{curve.get(), curve.get(), curve.get()};
-    const Profile profile(cmsCreateRGBProfile(&space.white, &space.primaries, curves.data()),
-                          cmsCloseProfile);
+    const Profile profile(cmsCreateRGBProfile(&space.white, &space.primaries, curves.data()));
     if (!profile)
         return {};
     describe(profile, space.name);

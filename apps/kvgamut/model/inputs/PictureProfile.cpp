@@ -40,7 +40,7 @@ struct Source
     }
 };
 
-enum class Kind
+enum class Format
 {
     None,
     Png,
@@ -48,20 +48,20 @@ enum class Kind
     Tiff
 };
 
-Kind kindOf(const QByteArray& start)
+Format pictureFormat(const QByteArray& start)
 {
     static const QByteArray png = QByteArrayLiteral("\x89PNG");
     static const QByteArray jpeg = QByteArrayLiteral("\xFF\xD8\xFF");
     if (start.startsWith(png))
-        return Kind::Png;
+        return Format::Png;
     if (start.startsWith(jpeg))
-        return Kind::Jpeg;
+        return Format::Jpeg;
     // either byte order, 32-bit (42) or 64-bit (43) offsets
     for (const auto& tiff : {QByteArrayLiteral("II\x2A\x00"), QByteArrayLiteral("MM\x00\x2A"),
                              QByteArrayLiteral("II\x2B\x00"), QByteArrayLiteral("MM\x00\x2B")})
         if (start.startsWith(tiff))
-            return Kind::Tiff;
-    return Kind::None;
+            return Format::Tiff;
+    return Format::None;
 }
 
 /// The result of a reader, without a destructor that a longjmp could skip inside the reader.
@@ -258,30 +258,30 @@ void readTiff(Source& source, Found& found)
         found.keep(bytes, size);
 }
 
-void readPicture(Kind kind, Source& source, Found& found)
+void readPicture(Format format, Source& source, Found& found)
 {
-    switch (kind) {
-    case Kind::Png:
+    switch (format) {
+    case Format::Png:
         return readPng(source, found);
-    case Kind::Jpeg:
+    case Format::Jpeg:
         return readJpeg(source, found);
-    case Kind::Tiff:
+    case Format::Tiff:
         return readTiff(source, found);
-    case Kind::None:
+    case Format::None:
         return;
     }
 }
 
-QString nameOf(Kind kind)
+QString nameOf(Format format)
 {
-    switch (kind) {
-    case Kind::Png:
+    switch (format) {
+    case Format::Png:
         return QStringLiteral("PNG");
-    case Kind::Jpeg:
+    case Format::Jpeg:
         return QStringLiteral("JPEG");
-    case Kind::Tiff:
+    case Format::Tiff:
         return QStringLiteral("TIFF");
-    case Kind::None:
+    case Format::None:
         break;
     }
     return {};
@@ -291,25 +291,25 @@ QString nameOf(Kind kind)
 
 bool PictureProfile::isPicture(const QByteArray& start)
 {
-    return kindOf(start) != Kind::None;
+    return pictureFormat(start) != Format::None;
 }
 
 QByteArray PictureProfile::formatOf(const QByteArray& start)
 {
-    return nameOf(kindOf(start)).toLower().toLatin1();
+    return nameOf(pictureFormat(start)).toLower().toLatin1();
 }
 
 Result<QByteArray> PictureProfile::read(const QByteArray& picture)
 {
-    const Kind kind = kindOf(picture);
+    const Format format = pictureFormat(picture);
     Source source{picture};
     Found found;
-    readPicture(kind, source, found);
+    readPicture(format, source, found);
     if (found.damaged) {
         const Problem reason(ProblemCode::OtherReason, {QString::fromUtf8(found.message).trimmed()});
-        return failure(Problem(ProblemCode::PictureDamaged, {nameOf(kind)}).because(reason));
+        return failure(Problem(ProblemCode::PictureDamaged, {nameOf(format)}).because(reason));
     }
     if (found.size == 0)
-        return failure(ProblemCode::PictureWithoutProfile, {nameOf(kind)});
+        return failure(ProblemCode::PictureWithoutProfile, {nameOf(format)});
     return QByteArray(static_cast<const char*>(found.icc), static_cast<qsizetype>(found.size));
 }

@@ -21,13 +21,13 @@ struct Range
 };
 
 constexpr float maxAb = 500.0f; // beyond every colour, real or of a wide RGB space
-constexpr Range lightness{"L*", -10.0f, 150.0f};
+constexpr Range lightnessRange{"L*", -10.0f, 150.0f};
 
 /// What is accepted in a column; a spectrum has the same range in all of its columns.
 Range rangeOf(PointSpace space, std::size_t index)
 {
-    static constexpr Range lab[] = {lightness, {"a*", -maxAb, maxAb}, {"b*", -maxAb, maxAb}};
-    static constexpr Range lch[] = {lightness, {"C*", 0.0f, maxAb}, {"h", -360.0f, 360.0f}};
+    static constexpr Range lab[] = {lightnessRange, {"a*", -maxAb, maxAb}, {"b*", -maxAb, maxAb}};
+    static constexpr Range lch[] = {lightnessRange, {"C*", 0.0f, maxAb}, {"h", -360.0f, 360.0f}};
     static constexpr Range xyz[] = {{"X", -10.0f, 500.0f}, {"Y", -10.0f, 500.0f}, {"Z", -10.0f, 500.0f}};
     static constexpr Range rgb[] = {{"R", 0.0f, 255.0f}, {"G", 0.0f, 255.0f}, {"B", 0.0f, 255.0f}};
     static constexpr Range cmyk[] = {
@@ -390,6 +390,6 @@ KVGamut::LabPoint labOfLCh(const std::array<float, 3>& values)
 
 bool isPossible(const KVGamut::LabPoint& lab)
 {
-    return lab.L >= lightness.min && lab.L <= lightness.max && std::fabs(lab.a) <= maxAb &&
+    return lab.L >= lightnessRange.min && lab.L <= lightnessRange.max && std::fabs(lab.a) <= maxAb &&
            std::fabs(lab.b) <= maxAb; // false for NaN
 }

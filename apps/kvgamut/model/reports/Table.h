@@ -72,6 +72,9 @@ struct Table
     /// The value of a cell in a column of colours.
     static QVariant colour(const KVGamut::LabPoint& lab) { return QVariant::fromValue(lab); }
 
+    /// The value of a cell that has no value where @p text is empty.
+    static QVariant unlessEmpty(const QString& text) { return text.isEmpty() ? QVariant() : QVariant(text); }
+
     /// Adds a column; @p key and @p title are UTF-8.
     void add(const char* key, const char* title, Kind kind, int decimals = 0, int textDecimals = 0);
     /// Sets the value of all rows in the column @p key.
