@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Settings that every target of the tree shares: language level, warnings, Qt strictness, sanitizers, and precompiled
-# headers.
+# Settings that every target of the tree shares: language level, warnings, Qt strictness, sanitizers, precompiled
+# headers, and units.
 
 function(kv_target_defaults target)
     target_compile_features(${target} PUBLIC cxx_std_20)
@@ -37,4 +37,26 @@ function(kv_precompile target)
             <algorithm> <cmath> <functional> <memory> <optional> <span> <string> <vector>
             <QtCore/QHash> <QtCore/QList> <QtCore/QObject> <QtCore/QString> <QtCore/QVariant> ${ARGN})
     endif()
+endfunction()
+
+# kv_unity(TARGET): with KV3DVIEWER_UNITY, the sources of each folder are compiled together, which takes half the time.
+# So a name in an anonymous namespace is used once in a folder. Sources named *_posix.cpp and *_windows.cpp are compiled
+# alone, because headers of the system define many names. To be called after the target's last source was added.
+function(kv_unity target)
+    if(NOT KV3DVIEWER_UNITY)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # names of other sources are not shadowed
+        target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow
+            $<$<BOOL:${KV3DVIEWER_STRICT}>:-Wshadow=local>)
+    endif()
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        if(source MATCHES [[\.cpp$]] AND NOT source MATCHES [[(posix|windows)\.cpp$]])
+            get_filename_component(folder "${source}" DIRECTORY)
+            get_filename_component(folder "${folder}" NAME)
+            set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${target}_${folder}")
+        endif()
+    endforeach()
 endfunction()

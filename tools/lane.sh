@@ -61,8 +61,9 @@ sources() {
 analyse() {
     local command=$1
     shift
-    # without precompiled headers, because Clang cannot read those of GCC
-    cmake --preset dev -B build/analysis -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_TEST_ROOMS= >/dev/null
+    # each source by itself; without precompiled headers, because Clang cannot read those of GCC
+    cmake --preset dev -B build/analysis -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_UNITY=OFF \
+        -DKV3DVIEWER_TEST_ROOMS= >/dev/null
     # the files that moc generates are included by the sources
     cmake --build build/analysis \
         --target KVCoreCommon_autogen KV3DViewerObjects_autogen KVGamutDesktop_autogen >/dev/null
@@ -101,6 +102,7 @@ libcxx)
     kv_set_up "$root" test
     kv_install clang libc++-dev libc++abi-dev
     cmake --preset release -B build/libcxx -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS=-stdlib=libc++ \
+        -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON -DKV3DVIEWER_UNITY=OFF \
         -DCMAKE_BUILD_TYPE=Debug -DKV3DVIEWER_STRICT=ON -DKV3DVIEWER_WIDGETS=ON -DKV3DVIEWER_QUICK=ON
     # not the program: Qt has some functions with types of its own standard library
     cmake --build build/libcxx --target KV3DViewer KV3DViewerWidgets KV3DViewerQuick KVGamutModel KVGamutDesktop
