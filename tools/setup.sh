@@ -112,5 +112,6 @@ kv_stay_in_tree() {
     export XDG_CACHE_HOME="$cache"
     export MESA_SHADER_CACHE_DIR="$cache/mesa"
     export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$cache/runtime}"
-    export CCACHE_DISABLE=1
+    # a compiler cache is used if the user has named its folder
+    [[ -n ${CCACHE_DIR:-} ]] || export CCACHE_DISABLE=1
 }

@@ -68,6 +68,8 @@ foreach(binary IN LISTS BINARIES)
 endforeach()
 
 # --- Options of the compiler, which leave no trace in the files --------------------------------------------------
+# Sources of a folder may be compiled together, in a file of the build.
+list(APPEND COMPILED ".*/Unity")
 file(READ "${COMMANDS}" commands)
 string(JSON count LENGTH "${commands}")
 math(EXPR last "${count} - 1")
