@@ -3,13 +3,13 @@
 
 #include <annotation/OverlayFont.h>
 #include <annotation/OverlayPainter.h>
+#include <scene/VertexBindings.h>
 
 #include <QtGui/QImage>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtOpenGL/QOpenGLBuffer>
 #include <QtOpenGL/QOpenGLShaderProgram>
-#include <QtOpenGL/QOpenGLVertexArrayObject>
 
 #include <algorithm>
 #include <array>
@@ -78,7 +78,7 @@ struct OverlayRenderer::Gpu
 {
     QOpenGLShaderProgram program;
     QOpenGLBuffer vertices{QOpenGLBuffer::VertexBuffer};
-    QOpenGLVertexArrayObject attributes; // the scene leaves its own bound
+    VertexBindings attributes; // the scene leaves its own bound
     GLuint texture = 0;
 };
 
@@ -219,7 +219,7 @@ void OverlayRenderer::draw(const Overlay& overlay, const QSize& size)
     program.bind();
     program.setUniformValue("size", QSizeF(size));
     program.setUniformValue("images", 0);
-    const QOpenGLVertexArrayObject::Binder binder(&m_gpu->attributes);
+    m_gpu->attributes.bind();
     m_gpu->vertices.bind();
     m_gpu->vertices.allocate(vertices.data(), static_cast<int>(vertices.size() * sizeof(Vertex)));
     constexpr int stride = sizeof(Vertex);
@@ -232,6 +232,7 @@ void OverlayRenderer::draw(const Overlay& overlay, const QSize& size)
     for (int i = 0; i < 3; ++i)
         program.disableAttributeArray(i);
     m_gpu->vertices.release();
+    m_gpu->attributes.release();
     program.release();
     gl.glBindTexture(GL_TEXTURE_2D, 0);
     gl.glDisable(GL_BLEND);

@@ -5,6 +5,7 @@
 #include <scene/DepthBias.h>
 #include <scene/GeometryData.h>
 #include <scene/ResourceFiles.h>
+#include <scene/VertexBindings.h>
 #include <scene/VertexRecords.h>
 
 #include <QtCore/QEasingCurve>
@@ -21,7 +22,6 @@
 #include <QtGui/QVector3D>
 #include <QtOpenGL/QOpenGLBuffer>
 #include <QtOpenGL/QOpenGLShaderProgram>
-#include <QtOpenGL/QOpenGLVertexArrayObject>
 
 #include <optional>
 
@@ -275,7 +275,7 @@ private:
     struct GpuList
     {
         QOpenGLBuffer buffer;
-        QOpenGLVertexArrayObject attributes; ///< their bindings
+        VertexBindings attributes;
 
         void destroy();
     };

@@ -22,7 +22,7 @@ std::span<const float> wholePrimitives(const QList<float>& list, qsizetype float
 void makeRoom(QList<float>& list, qsizetype size)
 {
     if (list.capacity() > 2 * size)
-        list = {};
+        list = QList<float>(); // "= {}" keeps the memory in newer versions of Qt
     list.resize(0);
     list.reserve(size);
 }

@@ -66,8 +66,8 @@ void KV3DObject::releaseGpuObjects()
     m_sources.reset();
     m_glOwner = nullptr;
     // The batch must not outlive the objects from which it was gathered.
-    m_sortedVertices = {};
-    m_sortSource = {};
+    m_sortedVertices = QList<float>();
+    m_sortSource = QList<float>();
 
     const auto all = children();
     for (const auto& object : all)
@@ -77,8 +77,9 @@ void KV3DObject::releaseGpuObjects()
 void KV3DObject::releaseBatch()
 {
     destroyBuffers();
-    m_sortedVertices = {};
-    m_sortSource = {};
+    // not "= {}", which keeps the memory in newer versions of Qt
+    m_sortedVertices = QList<float>();
+    m_sortSource = QList<float>();
     m_backToFront = {};
     m_batchReleased = true;
 }
@@ -92,8 +93,7 @@ void KV3DObject::destroyBuffers()
 
 void KV3DObject::GpuList::destroy()
 {
-    if (attributes.isCreated())
-        attributes.destroy();
+    attributes.destroy();
     if (buffer.isCreated())
         buffer.destroy();
 }

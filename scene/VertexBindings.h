@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QPointer>
+#include <QtGui/QOpenGLContext>
+#include <QtOpenGL/QOpenGLVertexArrayObject>
+
+#include <memory>
+
+/// A vertex array object that may outlive its context.
+///
+/// If another context is current when such an object is destroyed, Qt 6.8 calls functions of the one that
+/// does not exist any more.
+class VertexBindings
+{
+public:
+    VertexBindings() = default;
+    ~VertexBindings();
+    Q_DISABLE_COPY_MOVE(VertexBindings)
+
+    /// Creates the object in the current context, instead of a former one.
+    void create();
+    /// Destroys the object. Where its context does not exist any more, it ended with it.
+    void destroy();
+    void bind();
+    void release();
+
+private:
+    std::unique_ptr<QOpenGLVertexArrayObject> m_object;
+    QPointer<QOpenGLContext> m_context;
+};
