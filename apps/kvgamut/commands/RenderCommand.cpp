@@ -13,6 +13,7 @@
 #include "model/pictures/BackgroundRemoval.h"
 #include "model/pictures/Turntable.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
@@ -39,8 +40,10 @@ bool settleOn(KVGamutView& view, const QColor& background)
         if (isDrawn())
             loop.quit();
     });
+    const QDeadlineTimer deadline(maxWaitMs);
     QTimer::singleShot(maxWaitMs, &loop, &QEventLoop::quit);
-    if (!isDrawn())
+    // Events that come together with the last frame, as those of a new window, may ask for one more.
+    while (!isDrawn() && !deadline.hasExpired())
         loop.exec();
     return isDrawn();
 }
