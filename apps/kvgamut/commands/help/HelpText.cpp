@@ -147,9 +147,17 @@ std::string HelpText::Formatter::make_subcommand(const CLI::App* command) const
     return entry(command->get_name(), command->get_description());
 }
 
-std::string HelpText::Formatter::make_footer(const CLI::App* app) const
+std::string HelpText::Formatter::make_footer(const CLI::App* /*app*/) const
 {
-    std::string text;
+    return {};
+}
+
+std::string HelpText::Formatter::make_help(const CLI::App* app, std::string name,
+                                           CLI::AppFormatMode mode) const
+{
+    std::string text = CLI::Formatter::make_help(app, std::move(name), mode);
+    text.erase(text.find_last_not_of('\n') + 1);
+    text += "\n\n";
     for (const std::string& paragraph : paragraphs(app->get_footer())) {
         const int indent = static_cast<int>(paragraph.find_first_not_of(' '));
         text +=

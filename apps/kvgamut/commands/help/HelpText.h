@@ -34,9 +34,11 @@ std::vector<const CLI::App*> commands(const CLI::App& program);
 class Formatter : public CLI::Formatter
 {
 public:
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
     std::string make_description(const CLI::App* app) const override;
     std::string make_option(const CLI::Option* option, bool isPositional) const override;
     std::string make_subcommand(const CLI::App* command) const override;
+    /// Empty: versions of CLI11 have different lines around it. make_help() appends it.
     std::string make_footer(const CLI::App* app) const override;
 };
 
