@@ -276,9 +276,9 @@ void kvAddScales(Overlay& overlay, const LabBox& box, const QMatrix4x4& toClip, 
     const std::vector<Scale> scales = scalesOf(overlay, box, projection, size);
     Texts texts(overlay, size);
     for (const Scale& scale : scales) {
-        const auto places = scale.titleRects();
-        std::any_of(places.begin(), places.end(),
-                    [&](const QRectF& place) { return texts.add(scale.title(), place, true); });
+        for (const QRectF& place : scale.titleRects())
+            if (texts.add(scale.title(), place, true))
+                break; // the title stands at the first place that is free
     }
     for (const Scale& scale : scales) {
         addLines(overlay, scale);

@@ -185,8 +185,7 @@ TEST(GLWidget, leavesTabAndShortcutsToTheWindow)
     window.resize(200, 200);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, 60000));
-    QApplication::setActiveWindow(&window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, 60000));
     widget->setFocus();
     ASSERT_TRUE(spinUntil([&] { return widget->hasFocus(); }));
     QTest::keyClick(widget, Qt::Key_Tab);

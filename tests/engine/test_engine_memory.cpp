@@ -32,7 +32,8 @@ public:
 
 } // namespace
 
-// The program's own definitions replace those of the library.
+// The program's own definitions replace those of the library. They are not inlined: GCC 14 takes a free()
+// that it finds in the place of an operator delete for a mismatch.
 void* operator new(std::size_t size)
 {
     void* block = size <= maxAllocation ? std::malloc(size) : nullptr;
@@ -40,11 +41,11 @@ void* operator new(std::size_t size)
         throw std::bad_alloc();
     return block;
 }
-void operator delete(void* block) noexcept
+[[gnu::noinline]] void operator delete(void* block) noexcept
 {
     std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept
 {
     std::free(block);
 }

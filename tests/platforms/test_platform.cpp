@@ -118,9 +118,9 @@ TEST_F(Platform, survivesCreationWithoutAShow)
     KVGamut3DViewer viewer;
     viewer.create();
     spinFor(20);
-    EXPECT_TRUE(viewer.picture().isNull());
-    EXPECT_TRUE(viewer.picture(QSize(50, 50)).isNull());
-    EXPECT_FALSE(viewer.isSettled());
+    // From Qt 6.8 on, the window inside is exposed before the viewer is shown, and has a picture then.
+    EXPECT_EQ(viewer.picture().isNull(), !viewer.isSettled());
+    EXPECT_EQ(viewer.picture(QSize(50, 50)).isNull(), !viewer.isSettled());
     viewer.destroy();
     viewer.show();
     spin(viewer);

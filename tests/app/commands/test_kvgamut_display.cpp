@@ -325,6 +325,7 @@ TEST_F(DisplayTest, reportsMissingOpenGL)
     QProcessEnvironment env = environment();
     env.insert(QStringLiteral("LIBGL_DRIVERS_PATH"), QStringLiteral("/nonexistent"));
     env.insert(QStringLiteral("__GLX_VENDOR_LIBRARY_NAME"), QStringLiteral("nonexistent")); // Mesa 25
+    env.insert(QStringLiteral("__EGL_VENDOR_LIBRARY_FILENAMES"), QStringLiteral("/nonexistent"));
     const Answer answer = kvgamut(render(), env);
     EXPECT_EQ(answer.exitCode, BadOutput);
     EXPECT_TRUE(answer.errors.contains("kvgamut: this display has no OpenGL")) << answer.errors.toStdString();

@@ -246,8 +246,8 @@ void Tour::photo()
     action("frame").trigger();
     ASSERT_TRUE(settle());
     expectPicture("points");
-    EXPECT_GT(window.points().share(0, Side::Outside).value_or(0.0), 0.1);
-    EXPECT_GT(window.points().share(0, Side::Inside).value_or(0.0), 0.1);
+    EXPECT_GT(window.points().share(0, Side::Outside).value_or(0.0), 0.05);
+    EXPECT_GT(window.points().share(0, Side::Inside).value_or(0.0), 0.05);
 }
 
 void Tour::showAndSave()

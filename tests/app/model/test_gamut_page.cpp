@@ -301,8 +301,8 @@ TEST(GamutPage, choosesKeyColoursForEachGround)
     QList<GamutPage::Gamut> gamuts(3);
     gamuts[1].key = Qt::magenta; // by the user
     GamutPage::chooseKeys(gamuts);
-    const PictureStyle& onLight = PictureStyle::named(QStringLiteral("paper"));
-    const PictureStyle& onDark = PictureStyle::named(QStringLiteral("dark"));
+    const PictureStyle onLight = PictureStyle::named(QStringLiteral("paper"));
+    const PictureStyle onDark = PictureStyle::named(QStringLiteral("dark"));
     for (const qsizetype i : {0, 2}) {
         EXPECT_EQ(gamuts[i].key, onLight.key(i));
         EXPECT_EQ(gamuts[i].darkKey, onDark.key(i));

@@ -34,7 +34,7 @@ TEST(ColourVision, confusesRedAndGreenWithoutTheirCones)
 
 TEST(PictureStyle, theFirstHasTheGroundOfTheViewer)
 {
-    const PictureStyle& screen = PictureStyle::named(QStringLiteral("screen"));
+    const PictureStyle screen = PictureStyle::named(QStringLiteral("screen"));
     EXPECT_EQ(screen.background, QColor(Qt::gray));
     EXPECT_EQ(screen.grid, QColor(180, 180, 180));
     EXPECT_EQ(screen.ink, QColor(Qt::black));
@@ -48,7 +48,7 @@ TEST(PictureStyle, anUnknownNameIsTheFirst)
 
 TEST(PictureStyle, keyColoursRepeatAfterTheLast)
 {
-    const PictureStyle& paper = PictureStyle::named(QStringLiteral("paper"));
+    const PictureStyle paper = PictureStyle::named(QStringLiteral("paper"));
     EXPECT_EQ(paper.key(6), paper.key(0));
     EXPECT_NE(paper.key(1), paper.key(0));
 }

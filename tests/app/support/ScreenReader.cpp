@@ -81,8 +81,11 @@ QString Accessible::description() const
 
 QString Accessible::role() const
 {
-    return m_object ? taken(atspi_role_get_name(atspi_accessible_get_role(m_object.get(), nullptr)))
-                    : QString();
+    if (!m_object)
+        return {};
+    const QString name = taken(atspi_role_get_name(atspi_accessible_get_role(m_object.get(), nullptr)));
+    // as versions of the library before 2.56 name it
+    return name == QLatin1String("button") ? QStringLiteral("push button") : name;
 }
 
 QString Accessible::text() const

@@ -50,7 +50,7 @@ WindowMemory WindowMemory::fromJson(const QByteArray& json)
     memory.isAnnotated = object[QStringLiteral("annotated")].toBool(true);
     memory.reloads = object[QStringLiteral("reloads")].toBool(false);
     const QString background = object[QStringLiteral("background")].toString();
-    if (background.startsWith(QLatin1Char('#')) && QColor::isValidColor(background))
+    if (background.startsWith(QLatin1Char('#')) && QColor::isValidColorName(background))
         memory.background = QColor(QColor(background).rgb()); // opaque
     return memory;
 }

@@ -136,8 +136,8 @@ QString GamutPage::descriptionOf(const GamutSource& source)
 
 void GamutPage::chooseKeys(QList<Gamut>& gamuts)
 {
-    const PictureStyle& onLight = PictureStyle::named(QStringLiteral("paper"));
-    const PictureStyle& onDark = PictureStyle::named(QStringLiteral("dark"));
+    const PictureStyle onLight = PictureStyle::named(QStringLiteral("paper"));
+    const PictureStyle onDark = PictureStyle::named(QStringLiteral("dark"));
     for (qsizetype i = 0; i < gamuts.size(); ++i) {
         Gamut& gamut = gamuts[i];
         if (!gamut.darkKey.isValid())
