@@ -18,6 +18,7 @@
 #   reproducible    two builds of the packages at other paths and times, which must be identical; --release: of the
 #                   preset "release"
 #   windows    the files for Windows, with a cross compiler
+#   debian [SUITE]  all tests in a root directory of another Debian system (default: trixie, Debian 13); needs root
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -29,7 +30,7 @@ source "$root/tools/setup.sh"
 cd "$root"
 
 usage() {
-    sed -n '3,23s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
+    sed -n '3,/^# Installs/s/^# \{0,1\}//p' "${BASH_SOURCE[0]}"
 }
 
 [[ $# -gt 0 ]] || { usage >&2; exit 2; }
@@ -157,8 +158,12 @@ windows)
     kv_install g++-mingw-w64-x86-64-posix
     tools/lanes/windows.sh
     ;;
+debian)
+    kv_install debootstrap
+    tools/lanes/debian.sh "$@"
+    ;;
 wayland)
-    kv_set_up "$root" test
+    kv_install debootstrap
     tools/lanes/wayland.sh "$@"
     ;;
 *)
