@@ -288,6 +288,7 @@ private:
     VisibilityWatch m_visibility{*this};
     Hooks m_hooks;
     FrameTarget* m_target = nullptr; ///< null: the window
+    std::optional<QSize> m_targetSize;
     qreal m_targetPixelRatio = 1.0;
     bool m_targetShown = false;
     GLuint m_drawnFramebuffer = 0; ///< of the target, with the last drawn frame

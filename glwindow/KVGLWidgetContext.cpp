@@ -152,6 +152,7 @@ bool KVGLWidget::renewContext()
         m_mustRelease = m_mustRelease || m_initialized;
         m_initialized = false;
         m_hasPicture = false;
+        m_root.abandonBindings();
         m_overlayRenderer.abandon();
         // Nobody can release anything in the lost context. Qt's vertex array objects would try and warn.
         QObject::disconnect(context(), SIGNAL(aboutToBeDestroyed()), nullptr, nullptr);

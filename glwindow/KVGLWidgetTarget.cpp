@@ -14,9 +14,10 @@ void KVGLWidget::setTarget(FrameTarget* target)
 
 void KVGLWidget::setTargetSize(const QSize& size, qreal pixelRatio)
 {
-    if (size == this->size() && pixelRatio == m_targetPixelRatio)
+    if (size == m_targetSize && pixelRatio == m_targetPixelRatio)
         return;
     resize(size);
+    m_targetSize = size;
     m_targetPixelRatio = pixelRatio;
     m_camera.setAspect(size.width(), size.height());
     redraw();
@@ -112,5 +113,6 @@ void KVGLWidget::loseTargetContext()
     m_initialized = false;
     m_hasPicture = false;
     m_mustDraw = true;
+    m_root.abandonBindings();
     m_overlayRenderer.abandon();
 }

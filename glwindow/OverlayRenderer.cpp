@@ -242,10 +242,12 @@ void OverlayRenderer::release()
 {
     if (QOpenGLContext* context = QOpenGLContext::currentContext(); context && m_gpu && m_gpu->texture)
         context->functions()->glDeleteTextures(1, &m_gpu->texture);
-    abandon();
+    m_gpu.reset();
 }
 
 void OverlayRenderer::abandon()
 {
+    if (m_gpu)
+        m_gpu->attributes.abandon();
     m_gpu.reset();
 }

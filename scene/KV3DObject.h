@@ -220,6 +220,9 @@ public:
     /// Frees the batch of the root, which keeps its memory from frame to frame. The next frame that is drawn
     /// gathers again.
     void releaseBatch();
+    /// For a lost context, before it is replaced: the vertex array objects of this object and those below it
+    /// ended with it. Other objects are released later, in the new context.
+    void abandonBindings();
     /// Argument of the last initializeGL(); null before it, after releaseGL() and after releaseGpuObjects().
     QOpenGLContext* glOwner() const { return m_glOwner; }
     bool hasProgram() const { return !m_program.isNull(); }

@@ -91,6 +91,16 @@ void KV3DObject::destroyBuffers()
         m_coarse->gpu.destroy();
 }
 
+void KV3DObject::abandonBindings()
+{
+    m_gpu.attributes.abandon();
+    if (m_coarse)
+        m_coarse->gpu.attributes.abandon();
+    const auto all = children();
+    for (const auto& object : all)
+        object->abandonBindings();
+}
+
 void KV3DObject::GpuList::destroy()
 {
     attributes.destroy();

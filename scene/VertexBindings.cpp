@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <scene/VertexBindings.h>
 
+#include <utility>
+#include <vector>
+
 VertexBindings::~VertexBindings()
 {
     destroy();
@@ -16,17 +19,17 @@ void VertexBindings::create()
 
 void VertexBindings::destroy()
 {
-    if (!m_object)
-        return;
-    QOpenGLContext* const current = QOpenGLContext::currentContext();
-    if (!current || current == m_context) {
-        m_object.reset();
-        return;
-    }
-    QSurface* const surface = current->surface();
-    current->doneCurrent();
+    if (!m_context)
+        abandon();
     m_object.reset();
-    current->makeCurrent(surface);
+}
+
+void VertexBindings::abandon()
+{
+    // Never destroyed, so that no leak is reported. There are a few for each context that the driver lost.
+    static auto& abandoned = *new std::vector<std::unique_ptr<QOpenGLVertexArrayObject>>;
+    if (m_object)
+        abandoned.push_back(std::move(m_object));
 }
 
 void VertexBindings::bind()

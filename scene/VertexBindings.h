@@ -9,8 +9,8 @@
 
 /// A vertex array object that may outlive its context.
 ///
-/// If another context is current when such an object is destroyed, Qt 6.8 calls functions of the one that
-/// does not exist any more.
+/// When a vertex array object is destroyed, Qt 6.8 calls functions of its context, even if that does not
+/// exist any more.
 class VertexBindings
 {
 public:
@@ -20,8 +20,10 @@ public:
 
     /// Creates the object in the current context, instead of a former one.
     void create();
-    /// Destroys the object. Where its context does not exist any more, it ended with it.
+    /// Destroys the object, or abandons it if its context does not exist any more.
     void destroy();
+    /// For an object that ended with its context: nothing of Qt is called.
+    void abandon();
     void bind();
     void release();
 
