@@ -33,6 +33,10 @@ KVGamut3DViewer::KVGamut3DViewer(QWindow* parent) : QWindow(parent), d(std::make
     // so that event() and the event filters of hosts see all input
     d->widget->setFlag(Qt::WindowTransparentForInput, canPassInputOn());
     d->widget->setVisible(true);
+    // With Qt 6.8 it may draw before this window gets the event for its first size.
+    const auto fit = [this] { d->widget->resize(size()); };
+    connect(this, &QWindow::widthChanged, this, fit);
+    connect(this, &QWindow::heightChanged, this, fit);
     addabPlane();
     addAxesAndGrid();
     connect(d->widget, SIGNAL(moveFinised()), this, SIGNAL(moveFinished()));

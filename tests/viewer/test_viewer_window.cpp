@@ -53,6 +53,13 @@ TEST_F(ViewerWindow, ownsOneVisibleGlWindowAsItsChild)
     EXPECT_TRUE(watch.isNull());
 }
 
+TEST_F(ViewerWindow, givesItsFirstSizeToTheGlWindowAtOnce)
+{
+    KVGamut3DViewer sized;
+    sized.resize(321, 123);
+    EXPECT_EQ(sized.findChild<QWindow*>()->size(), QSize(321, 123));
+}
+
 TEST_F(ViewerWindow, becomesAChildOfItsParent)
 {
     auto host = std::make_unique<QWindow>();
