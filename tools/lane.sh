@@ -19,6 +19,7 @@
 #                   preset "release"
 #   windows    the files for Windows, with a cross compiler
 #   debian [SUITE]  all tests in a root directory of another Debian system (default: trixie, Debian 13); needs root
+#   big-endian  what the program reads and writes on an emulated big-endian processor; needs root
 #   wayland    the viewer on the screen of a Wayland compositor, in a Debian 13 root directory; needs root
 #
 # Installs missing packages (Debian, Ubuntu). docs/LANES.md describes what each lane can find.
@@ -161,6 +162,11 @@ windows)
 debian)
     kv_install debootstrap
     tools/lanes/debian.sh "$@"
+    ;;
+big-endian)
+    kv_set_up "$root" run
+    kv_install debootstrap
+    tools/lanes/big_endian.sh "$@"
     ;;
 wayland)
     kv_install debootstrap

@@ -3,7 +3,7 @@
 # Root directories of Debian systems, in which lanes build and test. To be sourced by a script that is run by itself.
 #
 # They need the rights of root (for chroot and mounts) and, the first time, Debian's package archive. They are kept in
-# build/debian/SUITE. What is mounted in them is gone when the script ends.
+# build/debian. What is mounted in them is gone when the script ends.
 
 kv_mirror=http://deb.debian.org/debian
 
@@ -26,11 +26,12 @@ kv_own_mounts() {
     KV_OWN_MOUNTS=1 exec unshare --mount --propagation private "$0" "$@"
 }
 
-# kv_enter_debian TREE SUITE: makes the root directory if it does not exist. In it, the tree is /src, and the tree's
-# folder "build" is another one, which belongs to the root directory.
+# kv_enter_debian TREE SUITE [NAME]: makes the root directory if it does not exist. In it, the tree is /src, and the
+# tree's folder "build" is another one, which belongs to the root directory. NAME is that of its folder, if it is not
+# the usual one of the suite.
 kv_enter_debian() {
     local tree=$1 suite=$2
-    local work=$tree/build/debian/$suite
+    local work=$tree/build/debian/${3:-$suite}
     kv_debian_root=$work/root
     mkdir -p "$work/build"
     if [[ ! -f $work/fetched ]]; then
