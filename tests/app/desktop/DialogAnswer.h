@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -16,7 +17,8 @@
 namespace kvtest {
 
 /// Runs @p act, and calls @p answer with the dialog of this type that it opens. Fails if no such dialog
-/// opens, or if the answer does not close it.
+/// opens, or if the answer does not close it. The window that was active before is active again at the
+/// end: keys that are pressed next reach it, also if the display is slow to return the focus.
 template <typename Dialog>
 testing::AssertionResult answered(const std::function<void()>& act,
                                   const std::function<void(Dialog&)>& answer)
@@ -28,6 +30,7 @@ testing::AssertionResult answered(const std::function<void()>& act,
         Answered,
         Stuck
     } state = Waiting;
+    const QPointer<QWidget> before = QApplication::activeWindow();
     QElapsedTimer sinceStart;
     sinceStart.start();
     QTimer look;
@@ -43,6 +46,10 @@ testing::AssertionResult answered(const std::function<void()>& act,
     });
     look.start(10);
     act();
+    look.stop();
+    const auto isBack = [&] { return !before || !before->isVisible() || before->isActiveWindow(); };
+    if (state == Answered && !QTest::qWaitFor(isBack, maxMs))
+        return testing::AssertionFailure() << "the focus did not return from the dialog";
     if (state == Answered)
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << (state == Waiting ? "no dialog came" : "the dialog stayed");

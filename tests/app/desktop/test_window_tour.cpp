@@ -67,8 +67,8 @@ protected:
         portable.replace(QLatin1String("Page Down"), QLatin1String("PgDown"));
         portable.replace(QLatin1String("Enter"), QLatin1String("Return"));
         const QKeySequence key(portable, QKeySequence::PortableText);
-        QWidget* target =
-            QApplication::activeWindow() ? QApplication::activeWindow()->focusWidget() : nullptr;
+        ASSERT_TRUE(kvtest::spinUntil([] { return QApplication::activeWindow() != nullptr; }));
+        QWidget* target = QApplication::activeWindow()->focusWidget();
         QTest::keyClick(target ? target : &window, key[0].key(), key[0].keyboardModifiers());
     }
     /// The dialog that @p key opens, which is closed again.
