@@ -3,10 +3,19 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QThread>
 
 #include <functional>
 
 namespace kvtest {
+
+/// Processes what is waiting, and rests a little: workers, the display server and other tests need the
+/// processor.
+inline void processSomeEvents()
+{
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    QThread::usleep(500);
+}
 
 /// Processes events until @p condition holds; false after @p timeoutMs, a timeout that only hangs exceed.
 inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 120000)
@@ -16,7 +25,7 @@ inline bool spinUntil(const std::function<bool()>& condition, int timeoutMs = 12
     while (!condition()) {
         if (timer.elapsed() > timeoutMs)
             return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        processSomeEvents();
     }
     return true;
 }
@@ -27,7 +36,7 @@ inline void spinFor(int ms)
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        processSomeEvents();
 }
 
 } // namespace kvtest
