@@ -39,18 +39,25 @@ function(kv_precompile target)
     endif()
 endfunction()
 
-# kv_unity(TARGET): with KV3DVIEWER_UNITY, the sources of each folder are compiled together, which takes half the time.
-# So a name in an anonymous namespace is used once in a folder. Sources named *_posix.cpp and *_windows.cpp are compiled
-# alone, because headers of the system define many names. To be called after the target's last source was added.
+# kv_unity(TARGET [MAX COUNT]): with KV3DVIEWER_UNITY, the sources of each folder are compiled together, which takes half
+# the time. So a name in an anonymous namespace is used once in a folder. Sources named *_posix.cpp and *_windows.cpp are
+# compiled alone, because headers of the system define many names. With MAX, at most COUNT sources of the target are
+# compiled together, in whatever folders they are. To be called after the target's last source was added.
 function(kv_unity target)
+    cmake_parse_arguments(ARG "" "MAX" "" ${ARGN})
     if(NOT KV3DVIEWER_UNITY)
         return()
     endif()
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # names of other sources are not shadowed
         target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow
             $<$<BOOL:${KV3DVIEWER_STRICT}>:-Wshadow=local>)
     endif()
+    if(ARG_MAX)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE BATCH UNITY_BUILD_BATCH_SIZE ${ARG_MAX})
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
         if(source MATCHES [[\.cpp$]] AND NOT source MATCHES [[(posix|windows)\.cpp$]])

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "OverlayProbe.h"
+
 #include <annotation/AnnotationLayout.h>
 #include <annotation/OverlayFont.h>
 #include <glwindow/CameraState.h>
@@ -10,6 +12,8 @@
 #include <random>
 
 namespace {
+
+using kvtest::rectOf;
 
 const LabBox box{{0.0f, -100.0f, -120.0f}, {100.0f, 80.0f, 100.0f}};
 
@@ -39,11 +43,6 @@ KVAnnotations scales()
     KVAnnotations annotations;
     annotations.scales = true;
     return annotations;
-}
-
-QRectF rectOf(const Overlay& overlay, const OverlayText& text)
-{
-    return {text.topLeft, kvTextExtent(overlay, text.text, text.bold)};
 }
 
 QStringList textsOf(const Overlay& overlay)

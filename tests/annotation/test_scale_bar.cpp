@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "OverlayProbe.h"
+
 #include <annotation/AnnotationLayout.h>
 #include <annotation/OverlayFont.h>
 #include <annotation/ScaleBar.h>
@@ -11,6 +13,8 @@
 
 namespace {
 
+using kvtest::rectOf;
+
 KVAnnotations withBar(float low = 0.0f, float high = 20.0f)
 {
     KVAnnotations annotations;
@@ -22,11 +26,6 @@ KVAnnotations withBar(float low = 0.0f, float high = 20.0f)
 Overlay layout(const KVAnnotations& annotations, const QSize& size)
 {
     return kvAnnotationOverlay(annotations, {{}, {}, Qt::gray}, size);
-}
-
-QRectF rectOf(const Overlay& overlay, const OverlayText& text)
-{
-    return {text.topLeft, kvTextExtent(overlay, text.text, text.bold)};
 }
 
 } // namespace

@@ -9,12 +9,16 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <set>
 #include <vector>
 
 /// Checks generated geometry in double precision.
 namespace kvtest {
+
+inline constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
+inline constexpr float infinite = std::numeric_limits<float>::infinity();
 
 /// One generated vertex, decoded.
 struct GeneratedVertex

@@ -38,6 +38,15 @@ inline QList<float> generated(const QList<QVector3D>& positions, const QColor& c
     return floats;
 }
 
+/// Generated vertices of one small triangle per depth, at Z = depth.
+inline QList<float> trianglesAt(const std::vector<float>& depths, const QColor& color = Qt::green)
+{
+    QList<QVector3D> positions;
+    for (const float z : depths)
+        positions << QVector3D(0, 0, z) << QVector3D(1, 0, z) << QVector3D(0, 1, z);
+    return generated(positions, color);
+}
+
 /// One pass of a frame over the tree.
 inline void drawPass(KV3DObject& o, int pass, const CameraState& camera = {})
 {

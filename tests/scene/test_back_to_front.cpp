@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "GeometryProbe.h"
+
 #include <scene/BackToFront.h>
 #include <scene/VertexStride.h>
 
@@ -13,7 +15,7 @@
 
 namespace {
 
-constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
+using kvtest::quietNaN;
 
 /// Primitives of n vertices. The floats after each position are unique, to identify the record.
 struct Scene

@@ -14,14 +14,6 @@ using testing::IsEmpty;
 
 namespace {
 
-QList<float> trianglesAt(const std::vector<float>& depths)
-{
-    QList<QVector3D> positions;
-    for (const float z : depths)
-        positions << QVector3D(0, 0, z) << QVector3D(1, 0, z) << QVector3D(0, 1, z);
-    return generated(positions, Qt::green);
-}
-
 /// A scene with one translucent surface that has three exact triangles, at 1, 2 and 3, and a coarse one at 9.
 struct Scene
 {

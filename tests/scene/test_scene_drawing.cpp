@@ -81,15 +81,6 @@ CameraState cameraAt(const QVector3D& eye)
     return CameraState(eye, {0, 50, 0});
 }
 
-/// A translucent surface: one small triangle per depth, at Z = depth.
-QList<float> trianglesAt(const std::vector<float>& depths, const QColor& color = Qt::green)
-{
-    QList<QVector3D> positions;
-    for (const float z : depths)
-        positions << QVector3D(0, 0, z) << QVector3D(1, 0, z) << QVector3D(0, 1, z);
-    return generated(positions, color);
-}
-
 ObjectPtr surface(const QString& id, const std::vector<float>& depths, float alpha)
 {
     const ObjectPtr o = object(id);

@@ -11,9 +11,6 @@ using namespace kvtest;
 
 namespace {
 
-constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinite = std::numeric_limits<float>::infinity();
-
 /// Thickness of the tube for a segment width.
 double thickness(double width)
 {

@@ -99,8 +99,6 @@ TEST(TrianglesGenerator, crossProductsThatOverflowFloatGiveUnitNormals)
 
 TEST(TrianglesGenerator, nonFiniteCornersGiveTheNormalZero)
 {
-    constexpr float infinite = std::numeric_limits<float>::infinity();
-    constexpr float quietNaN = std::numeric_limits<float>::quiet_NaN();
     for (const float bad : {infinite, -infinite, quietNaN}) {
         for (const GeneratedVertex& v :
              decode(kvTriangles({triangle({bad, 0, 0}, {0, 1, 0}, {0, 0, 1})}).vertices))

@@ -13,6 +13,9 @@ using Sources = std::map<std::string, std::string>;
 
 /// Folders in which an include is looked up besides the folder of the including file; "" is the root.
 using IncludeFolders = std::vector<std::string>;
+/// Those of the tree: includes in the program are written from apps/kvgamut/, those of the public headers
+/// from include/.
+inline const IncludeFolders includeFolders{"", "include", "apps/kvgamut"};
 
 /// The names in the include lines of @p text.
 std::vector<std::string> includesOf(const std::string& text);

@@ -13,9 +13,6 @@ using testing::IsEmpty;
 
 namespace {
 
-// Includes in the program are written from apps/kvgamut/, those of the public headers from include/.
-const IncludeFolders includeFolders{"", "include", "apps/kvgamut"};
-
 const std::string model = "apps/kvgamut/model/";
 const std::string commands = "apps/kvgamut/commands";
 const std::string desktop = "apps/kvgamut/desktop";

@@ -16,8 +16,6 @@ using testing::IsEmpty;
 
 namespace {
 
-const IncludeFolders includeFolders{"", "include", "apps/kvgamut"};
-
 /// What a source writes that needs a header.
 const std::map<std::string, QString> usesOfHeaders{
     {"algorithm",

@@ -16,6 +16,15 @@
 
 #include <memory>
 
+namespace kvtest {
+
+/// Names of gamuts: of one that is loaded, of a second one, and of none.
+inline const QString id = QStringLiteral("sRGB");
+inline const QString other = QStringLiteral("Display P3");
+inline const QString unknown = QStringLiteral("unknown");
+
+} // namespace kvtest
+
 /// A case with a viewer that is never shown, and access to its scene.
 class ViewerCase : public fakevelmora::Case
 {

@@ -12,7 +12,7 @@ namespace {
 using Viewer = KVGamut3DViewer;
 using View = KVGamutView;
 
-const QString id = QStringLiteral("sRGB");
+using kvtest::id;
 
 class DestroyingViewers : public GamutViewCase
 {

@@ -11,8 +11,8 @@
 
 namespace {
 
-const QString id = QStringLiteral("sRGB");
-const QString other = QStringLiteral("Display P3");
+using kvtest::id;
+using kvtest::other;
 
 const KVCamera someCamera{{300.0f, 100.0f, -200.0f}, {50.0f, 10.0f, 5.0f}, 40.0f, false};
 

@@ -16,8 +16,8 @@ using fakevelmora::InitCall;
 using fakevelmora::tetrahedron;
 using kvtest::Watchdog;
 
-const QString id = QStringLiteral("sRGB");
-const QString other = QStringLiteral("Display P3");
+using kvtest::id;
+using kvtest::other;
 
 class GamutViewLoads : public GamutViewCase
 {

@@ -14,8 +14,8 @@ namespace {
 using kvtest::Vertex;
 using kvtest::verticesOf;
 
-const QString id = QStringLiteral("sRGB");
-const QString other = QStringLiteral("Display P3");
+using kvtest::id;
+using kvtest::other;
 
 class GamutViewLooks : public GamutViewCase
 {

@@ -13,8 +13,8 @@
 
 namespace {
 
-const QString id = QStringLiteral("sRGB");
-const QString other = QStringLiteral("Display P3");
+using kvtest::id;
+using kvtest::other;
 const QPoint centre(150, 100);
 constexpr float nothingCut = 1000000.0f;
 const float notANumber = std::numeric_limits<float>::quiet_NaN();

@@ -15,7 +15,7 @@ namespace {
 using fakevelmora::InitCall;
 using kvtest::Watchdog;
 
-const QString id = QStringLiteral("sRGB");
+using kvtest::id;
 
 /// A capture that belongs to the GUI thread, such as a reference to an object of an interpreter.
 class Capture

@@ -27,9 +27,9 @@ using kvtest::verticesOf;
 using kvtest::Watchdog;
 using Params = QHash<QString, QVariant>;
 
-const QString id = QStringLiteral("sRGB");
-const QString other = QStringLiteral("Display P3");
-const QString unknown = QStringLiteral("unknown");
+using kvtest::id;
+using kvtest::other;
+using kvtest::unknown;
 
 Params paramsOf(const QByteArray& profile)
 {

@@ -20,7 +20,7 @@ using SegmentSets = ViewerCase;
 
 const QString a = QStringLiteral("a");
 const QString b = QStringLiteral("b");
-const QString unknown = QStringLiteral("unknown");
+using kvtest::unknown;
 
 const QList<ColoredPoint> twoPoints{{QColor(255, 0, 0), QVector3D(50, 10, -20)},
                                     {QColor(0, 0, 255, 128), QVector3D(70, -30, 40)}};

@@ -8,6 +8,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeData>
+#include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 #include <QtGui/QAction>
@@ -16,6 +17,9 @@
 #include <QtWidgets/QApplication>
 
 namespace kvtest {
+
+/// A profile with four inks.
+inline const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
 
 /// Fixture with the visible window of the program.
 class WindowCase : public testing::Test

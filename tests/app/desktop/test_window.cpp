@@ -32,7 +32,7 @@ using kvtest::spinUntil;
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 class Window : public kvtest::WindowCase
 {

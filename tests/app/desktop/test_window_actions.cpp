@@ -30,7 +30,7 @@ namespace {
 using kvtest::answered;
 using kvtest::chooseFile;
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 class Actions : public kvtest::WindowCase
 {

@@ -14,7 +14,7 @@
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 class Findings : public kvtest::WindowCase
 {

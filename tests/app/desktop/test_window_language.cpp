@@ -33,7 +33,7 @@
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 /// The first base class, so that the language is set before the window is created.
 struct GermanLanguage

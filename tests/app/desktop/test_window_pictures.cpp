@@ -13,7 +13,7 @@
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 struct Look
 {

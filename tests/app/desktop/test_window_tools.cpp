@@ -39,7 +39,7 @@
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 class Tools : public kvtest::WindowCase
 {

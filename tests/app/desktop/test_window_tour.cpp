@@ -23,7 +23,7 @@
 
 namespace {
 
-const QString cmyk = QStringLiteral("/usr/share/color/icc/ghostscript/default_cmyk.icc");
+using kvtest::cmyk;
 
 /// The keys that the tour names, in their order.
 QStringList keysOfTheTour()

@@ -12,7 +12,7 @@ using kvtest::colourVisions;
 
 namespace {
 
-KVGamut::GamutObject gamutOf(const char* name)
+KVGamut::GamutObject smallGamut(const char* name)
 {
     KVGamut::Settings settings;
     settings.gridPoints = 9;
@@ -23,7 +23,7 @@ KVGamut::GamutObject gamutOf(const char* name)
 
 TEST(LossMap, isTheDistanceOutsideTheOtherGamut)
 {
-    const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
+    const KVGamut::GamutObject wide = smallGamut("AdobeRGB"), narrow = smallGamut("sRGB");
     const auto de76 = lossOf(wide.mesh().lab, narrow, ColourMetric::DE76);
     const auto de00 = lossOf(wide.mesh().lab, narrow, ColourMetric::Ciede2000);
     ASSERT_EQ(de76.size(), wide.mesh().lab.size());
@@ -40,7 +40,7 @@ TEST(LossMap, isTheDistanceOutsideTheOtherGamut)
 
 TEST(LossMap, isNegativeInsideBesideTheBorderOfASurface)
 {
-    const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
+    const KVGamut::GamutObject wide = smallGamut("AdobeRGB"), narrow = smallGamut("sRGB");
     const auto plain = lossOf(wide.mesh().lab, narrow, ColourMetric::DE76);
     const auto loss = lossOnSurface(wide.mesh(), narrow, ColourMetric::DE76);
     ASSERT_EQ(loss.size(), plain.size());
@@ -64,7 +64,7 @@ TEST(LossMap, isNegativeInsideBesideTheBorderOfASurface)
 
 TEST(LossMap, canBeCancelled)
 {
-    const KVGamut::GamutObject wide = gamutOf("AdobeRGB"), narrow = gamutOf("sRGB");
+    const KVGamut::GamutObject wide = smallGamut("AdobeRGB"), narrow = smallGamut("sRGB");
     auto protocol = KVCompletionProtocol::createTask(QStringLiteral("loss"));
     protocol->cancel();
     for (const ColourMetric metric : {ColourMetric::DE76, ColourMetric::Ciede2000})
