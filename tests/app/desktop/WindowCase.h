@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "CalmLayout.h"
 #include "desktop/MainWindow.h"
 #include "support/Spin.h"
 
@@ -37,7 +38,7 @@ protected:
     {
         window.open(inputs);
         ASSERT_TRUE(settle());
-        spinFor(150); // until the layout of the panels is final
+        ASSERT_TRUE(layoutIsFinal());
         ASSERT_TRUE(settle());
     }
 

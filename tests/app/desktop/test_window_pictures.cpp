@@ -64,7 +64,7 @@ TEST_P(WindowPictures, areLikeTheBaseline)
     if (look.isDark)
         action("backgroundDark").trigger();
     ASSERT_TRUE(settle());
-    kvtest::spinFor(300); // until the layout of the panels is final
+    ASSERT_TRUE(kvtest::layoutIsFinal());
     ASSERT_TRUE(settle());
     const QImage picture = kvtest::pictureOf(window);
     kvtest::expectBaseline(

@@ -88,7 +88,7 @@ protected:
     void expectPicture(const char* name)
     {
         EXPECT_TRUE(settle());
-        kvtest::spinFor(150); // until the layout of the panels is final
+        EXPECT_TRUE(kvtest::layoutIsFinal());
         kvtest::expectBaseline(QLatin1String(name), kvtest::pictureOf(window), kvtest::sameWindow);
     }
     QString cell(int row, int column)
